@@ -1,0 +1,81 @@
+// The syntax tree. Every node belongs to the host and outlives the calls in
+// which the plugin sees it; the plugin neither makes nor changes nodes.
+#pragma once
+
+#include <cstdint>
+
+#include "host/export.h"
+#include "host/text_location.h"
+
+namespace vel {
+
+class TreeBuilder;  // the host's own: makes nodes and links them
+
+// Node kinds that the plugin tells apart; all other numbers are the host's own.
+enum class ASTType : std::int32_t {
+  NamedTypeSpec = 14,
+  StringTypeSpec = 18,
+  SubrangeTypeSpec = 20,
+  ConstantValue = 23,
+  ArrayTypeSpec = 26,
+  EnumTypeSpec = 29,
+  StructTypeSpec = 35,
+  PointerTypeSpec = 37,
+  ReferenceTypeSpec = 42,
+  ParameterList = 52,
+  Expression = 63,
+};
+
+// Shape of an operator's invocation: leaf 0 is the operator's name as written,
+// leaf 1 the parameter list (kind 52) whose leaves are the actual parameters in
+// source order. An invocation with fewer than two leaves has no list.
+class VEL_HOST_API ASTNode {
+ public:
+  virtual ~ASTNode();
+  ASTNode(const ASTNode&) = delete;
+  ASTNode& operator=(const ASTNode&) = delete;
+
+  ASTType type() const;
+  int leavesCount() const;
+  // Leaf `i`, from 0 to leavesCount() - 1; may be null where the program leaves
+  // an optional element out. Null outside that range.
+  ASTNode* leaf(int i) const;
+  // The enclosing node, null at the root.
+  ASTNode* parent() const;
+  // Position of the node's first character.
+  TextLocation pos() const;
+
+  // The declaration of the program unit that contains `node`, null when there is
+  // none or `node` is null.
+  static ASTNode* getPouAST(ASTNode* node);
+
+ protected:
+  explicit ASTNode(ASTType type);
+
+ private:
+  friend class TreeBuilder;
+
+  ASTType type_;
+  std::int32_t leavesCount_ = 0;
+  ASTNode** leaves_ = nullptr;
+  ASTNode* parent_ = nullptr;
+  TextLocation pos_;
+  const char* source_ = "";   // source text from pos_ on, not owned
+  std::uint32_t length_ = 0;  // bytes of it
+};
+
+// A leaf that is one token, such as the name of an operator.
+class VEL_HOST_API ASTText : public ASTNode {
+ public:
+  // Zero-terminated, never null, as written in the source.
+  const char* text() const;
+  ~ASTText() override;
+
+ protected:
+  ASTText(ASTType type, const char* text);
+
+ private:
+  const char* text_;
+};
+
+}  // namespace vel

@@ -1,0 +1,64 @@
+// The code generator as it is handed to an operator's `generate`.
+#pragma once
+
+#include <string>
+
+#include "host/basic_data_type.h"
+#include "host/export.h"
+
+namespace vel {
+
+class ASTNode;
+class InternalInterface;
+class SymbolDataType;
+class SymbolVar;
+
+// Positions of operations are part of the contract: the comments count the slots,
+// and unnamed ones are reserved for the host.
+class VEL_HOST_API GenClanAPI {
+ public:
+  virtual ~GenClanAPI();  // slot 1
+  virtual void reserved2() {}
+  virtual void reserved3() {}
+  virtual void reserved4() {}
+  virtual void reserved5() {}
+  virtual void reserved6() {}
+  // Slot 7: the value of a generator option such as "localio.addr";
+  // zero-terminated, owned by the host, empty when unset, never null.
+  virtual const char* optionText(const char* name) = 0;
+  virtual void reserved8() {}
+  virtual void reserved9() {}
+  virtual void reserved10() {}
+  virtual void reserved11() {}
+  virtual void reserved12() {}
+  virtual void reserved13() {}
+  virtual void reserved14() {}
+  virtual void reserved15() {}
+  virtual void reserved16() {}
+  virtual void reserved17() {}
+  virtual void reserved18() {}
+  virtual void reserved19() {}
+  virtual void reserved20() {}
+  // Slot 21: the C spelling of a data type; empty for null.
+  virtual std::string typeText(SymbolDataType* type) = 0;
+  // Slot 22: the C lvalue of a variable in the unit `pouName`. Flag 16 asks for a
+  // text whose address can be taken.
+  virtual std::string variableText(SymbolVar* variable, int flag, const std::string& pouName) = 0;
+  virtual void reserved23() {}
+  virtual void reserved24() {}
+  virtual void reserved25() {}
+  // Slot 26: the C text of an expression; empty for null.
+  virtual std::string expressionText(ASTNode* expression) = 0;
+  // Slot 27: told of a constant operand of type `type` that ends `text`.
+  virtual std::string prepareConstant(const std::string& text, BasicDataType type) = 0;
+};
+
+class VEL_HOST_API Generator : public GenClanAPI {
+ public:
+  explicit Generator(InternalInterface* services);
+  ~Generator() override;
+
+  InternalInterface* ii;  // not owned, never null
+};
+
+}  // namespace vel

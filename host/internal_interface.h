@@ -1,0 +1,66 @@
+// The host's services, handed to the plugin at its start and to every check.
+#pragma once
+
+#include <string>
+
+#include "host/export.h"
+
+namespace vel {
+
+class CallTree;
+class DeviceMemory;
+class OpManagerAPI;
+class SymbolManager;
+struct ProjectSettings;
+
+// Positions of operations are part of the contract: the comments count the slots,
+// and unnamed ones are reserved for the host. Every object returned belongs to
+// the host, lives as long as this one, and is never null unless said otherwise.
+// All calls come from and go to one thread.
+class VEL_HOST_API InternalInterface {
+ public:
+  virtual SymbolManager* symbolManager() = 0;  // slot 1
+  virtual void reserved2() {}
+  virtual void reserved3() {}
+  virtual void reserved4() {}
+  virtual void reserved5() {}
+  virtual void reserved6() {}
+  virtual void reserved7() {}
+  virtual void reserved8() {}
+  // Slot 9: the text to display for an English message format, placeholders kept.
+  // The text lives until this object ends.
+  virtual const std::string& translate(const std::string& format) = 0;
+  virtual DeviceMemory* deviceMemory() = 0;  // slot 10
+  virtual void reserved11() {}
+  virtual void reserved12() {}
+  virtual void reserved13() {}
+  virtual void reserved14() {}
+  virtual CallTree* callTree() = 0;  // slot 15
+  virtual void reserved16() {}
+  virtual void reserved17() {}
+  virtual void reserved18() {}
+  virtual void reserved19() {}
+  virtual void reserved20() {}
+  virtual void reserved21() {}
+  virtual void reserved22() {}
+  virtual void reserved23() {}
+  // Slot 24: the registry that the plugin gave to the host; null before it has.
+  virtual OpManagerAPI* operatorManager() = 0;
+  virtual void reserved25() {}
+  virtual void reserved26() {}
+  virtual void reserved27() {}
+  virtual void reserved28() {}
+  virtual void reserved29() {}
+  virtual void reserved30() {}
+  // Slot 31: 0 IEC addresses (`%IX0.1`), 1 device letters (`X1`), any other value
+  // enforces neither.
+  virtual int addressNotation() = 0;
+  virtual void reserved32() {}
+  virtual void reserved33() {}
+  virtual void reserved34() {}
+  virtual void reserved35() {}
+  virtual ProjectSettings* projectSettings() = 0;  // slot 36
+  virtual ~InternalInterface();
+};
+
+}  // namespace vel
