@@ -1,0 +1,47 @@
+// Source files in memory.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/text_location.h"
+
+namespace refhost {
+
+struct LineColumn {
+  std::uint32_t line = 1;    // from 1
+  std::uint32_t column = 1;  // from 1, in characters (UTF-8)
+};
+
+class SourceManager {
+ public:
+  // Reads a file; returns its index. On failure returns -1 and sets `error` to a
+  // reason without the path.
+  int load(const std::string& path, std::string& error);
+  // Adds a text under a name; returns its index.
+  int add(std::string name, std::string text);
+
+  int count() const;
+  const std::string& path(std::uint32_t file) const;
+  // Zero-terminated and stable: nodes point into it.
+  std::string_view text(std::uint32_t file) const;
+
+  LineColumn position(vel::TextLocation location) const;
+  // The line that contains the location, without its line end.
+  std::string_view line(vel::TextLocation location) const;
+
+ private:
+  struct File {
+    std::string path;
+    std::string text;
+    mutable std::vector<std::uint32_t> lineStarts;  // filled when first asked
+  };
+  const std::vector<std::uint32_t>& lineStarts(const File& file) const;
+
+  std::deque<File> files_;
+};
+
+}  // namespace refhost

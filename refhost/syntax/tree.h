@@ -1,0 +1,217 @@
+// The reference host's syntax tree: what each kind of node holds and what its
+// leaves are. Nodes live in the arena of their Tree and are never freed singly.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "host/ast.h"
+#include "host/declaration.h"
+#include "host/expression.h"
+#include "host/symbol.h"
+
+namespace vel {
+
+class STOperator;
+
+// Links nodes; the only code that writes what ASTNode stores.
+class TreeBuilder {
+ public:
+  static void setSpan(ASTNode& node, TextLocation start, std::string_view source);
+  // Takes the leaves, which must outlive the node; sets the parent of each.
+  static void setLeaves(ASTNode& node, ASTNode** leaves, std::int32_t count);
+  static void setLeaf(ASTNode& node, int index, ASTNode* leaf);
+  static void setBitAccessOffset(::Expression& node, std::int32_t bit);
+  // Source text of a node without a copy.
+  static std::string_view source(const ASTNode& node);
+};
+
+}  // namespace vel
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::BasicDataType;
+
+// Kinds of nodes beside those that the plugin knows (vel::ASTType).
+enum class NodeKind : std::int32_t {
+  Text = 100,     // ASTText
+  Unit,           // Unit: [name Text, return type spec?, VarBlocks, StatementList]
+  VarBlocks,      // [VarBlock...]
+  VarBlock,       // VarBlock: [VarDecl...]
+  VarDecl,        // VarDecl: [type spec, initial value Expr?, address Text?, name Text...]
+  Invocation,     // Call: [callee Text, ParameterList]
+  Argument,       // Argument: [formal name Text, Expr], in a ParameterList
+  StatementList,  // [statement...]
+  Assignment,     // [target Expr, source: Expr, or Call when that is the whole right side]
+  CallStatement,  // [Call]
+  If,             // [condition, StatementList, (condition, StatementList)..., else list?]
+  Case,           // [selector, CaseElement..., else StatementList?]
+  CaseElement,    // [CaseLabels, StatementList]
+  CaseLabels,     // [Expr or Range...]
+  Range,          // [low Expr, high Expr]
+  For,            // [Assignment of the start, end Expr, step Expr?, StatementList]
+  While,          // [condition, StatementList]
+  Repeat,         // [StatementList, condition]
+  Exit,
+  Continue,
+  Return,
+};
+// A leaf marked "?" is null where the source leaves it out; an else list is simply
+// absent.
+
+constexpr vel::ASTType astType(NodeKind kind) { return static_cast<vel::ASTType>(kind); }
+inline NodeKind kindOf(const ASTNode& node) { return static_cast<NodeKind>(node.type()); }
+
+// A node that is its kind and its leaves.
+class Node final : public ASTNode {
+ public:
+  explicit Node(NodeKind kind) : ASTNode(astType(kind)) {}
+};
+
+class Text final : public vel::ASTText {
+ public:
+  // `text` is zero-terminated and lives as long as the tree.
+  explicit Text(const char* text) : ASTText(astType(NodeKind::Text), text) {}
+};
+
+// Operators of expressions beside those that the plugin knows (Expression::Operator).
+namespace op {
+constexpr auto kWrapper = static_cast<Expression::Operator>(2);  // [Call]
+constexpr auto kNegate = static_cast<Expression::Operator>(30);  // [operand]
+constexpr auto kNot = static_cast<Expression::Operator>(31);     // [operand]
+// Binary: [left, right].
+constexpr auto kPower = static_cast<Expression::Operator>(40);
+constexpr auto kMultiply = static_cast<Expression::Operator>(41);
+constexpr auto kDivide = static_cast<Expression::Operator>(42);
+constexpr auto kModulo = static_cast<Expression::Operator>(43);
+constexpr auto kAdd = static_cast<Expression::Operator>(44);
+constexpr auto kSubtract = static_cast<Expression::Operator>(45);
+constexpr auto kLess = static_cast<Expression::Operator>(46);
+constexpr auto kGreater = static_cast<Expression::Operator>(47);
+constexpr auto kLessEqual = static_cast<Expression::Operator>(48);
+constexpr auto kGreaterEqual = static_cast<Expression::Operator>(49);
+constexpr auto kEqual = static_cast<Expression::Operator>(50);
+constexpr auto kNotEqual = static_cast<Expression::Operator>(51);
+constexpr auto kAnd = static_cast<Expression::Operator>(52);
+constexpr auto kXor = static_cast<Expression::Operator>(53);
+constexpr auto kOr = static_cast<Expression::Operator>(54);
+}  // namespace op
+
+// Leaves by operator: Constant [Literal]; Variable [Text], a name or a direct
+// address such as `%IX0.3`; Typed as `access` says; the others as in namespace op.
+class Expr final : public ::Expression {
+ public:
+  enum class Access : std::uint8_t {
+    None,
+    Member,  // [base Expr, member Text]
+    Bit,     // [base Expr], the bit in bitAccessOffset()
+  };
+
+  explicit Expr(Operator op) : Expression(op) {}
+
+  Access access = Access::None;
+  bool analysed = false;
+  // Set by the analysis: the type (null: none) and what a Variable or a Member names.
+  vel::SymbolDataType* dataType = nullptr;
+  vel::Symbol* symbol = nullptr;
+};
+
+struct LiteralValue;  // syntax/literal.h
+
+class Literal final : public ::ConstantValue {
+ public:
+  explicit Literal(const LiteralValue& literal);
+
+  const LiteralValue& value;  // in the arena
+};
+
+class Call final : public ::Invocation {
+ public:
+  Call() : Invocation(astType(NodeKind::Invocation)) {}
+
+  bool analysed = false;
+  bool accepted = false;
+  // Set by the analysis: the result type (null: none) and what is called: an
+  // operator of the plugin, or a function's or an instance's symbol.
+  vel::SymbolDataType* dataType = nullptr;
+  vel::STOperator* op = nullptr;
+  vel::Symbol* symbol = nullptr;
+};
+
+class Argument final : public ASTNode {
+ public:
+  Argument(bool output, bool negated)
+      : ASTNode(astType(NodeKind::Argument)), output(output), negated(negated) {}
+
+  bool output;   // `name => variable`
+  bool negated;  // `NOT name => variable`
+};
+
+class TypeSpec final : public ASTNode {
+ public:
+  TypeSpec(vel::ASTType kind, const char* name) : ASTNode(kind), name(name) {}
+
+  const char* name;  // the type's name as written; zero-terminated
+  // Leaf 0 of a StringTypeSpec is the length Expr, null when not given.
+};
+
+enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp };
+
+class VarBlock final : public ASTNode {
+ public:
+  explicit VarBlock(VarSection section) : ASTNode(astType(NodeKind::VarBlock)), section(section) {}
+
+  VarSection section;
+  bool constant = false;
+  bool retain = false;
+};
+
+class VarDecl final : public ::VarDeclaration {
+ public:
+  // Leaves before the names.
+  static constexpr int kType = 0, kInitial = 1, kAddress = 2, kFirstName = 3;
+
+  VarDecl() : VarDeclaration(astType(NodeKind::VarDecl)) {}
+};
+
+class Unit final : public ::POUDeclaration {
+ public:
+  static constexpr int kName = 0, kReturnType = 1, kVarBlocks = 2, kBody = 3;
+
+  Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
+};
+
+// The arena of one translation, and the units that the parser has found.
+class Tree {
+ public:
+  Tree();
+  Tree(const Tree&) = delete;
+  Tree& operator=(const Tree&) = delete;
+
+  template <typename T, typename... Args>
+  T* make(Args&&... args) {
+    return new (arena_.allocate(sizeof(T), alignof(T))) T(std::forward<Args>(args)...);
+  }
+  // Makes `leaves` the leaves of `node`.
+  void setLeaves(ASTNode& node, const std::vector<ASTNode*>& leaves);
+  void setLeaves(ASTNode& node, std::initializer_list<ASTNode*> leaves);
+  // A zero-terminated copy that lives as long as the tree; equal texts share one.
+  const char* intern(std::string_view text);
+
+  std::vector<Unit*> units;  // in source order
+
+ private:
+  ASTNode** allocateLeaves(std::size_t count);
+
+  std::pmr::monotonic_buffer_resource arena_;
+  std::pmr::unordered_set<std::pmr::string> names_;
+};
+
+}  // namespace refhost
