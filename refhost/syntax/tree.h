@@ -147,8 +147,8 @@ class Call final : public ::Invocation {
 
 class Argument final : public ASTNode {
  public:
-  Argument(bool output, bool negated)
-      : ASTNode(astType(NodeKind::Argument)), output(output), negated(negated) {}
+  Argument(bool isOutput, bool isNegated)
+      : ASTNode(astType(NodeKind::Argument)), output(isOutput), negated(isNegated) {}
 
   bool output;   // `name => variable`
   bool negated;  // `NOT name => variable`
@@ -156,7 +156,7 @@ class Argument final : public ASTNode {
 
 class TypeSpec final : public ASTNode {
  public:
-  TypeSpec(vel::ASTType kind, const char* name) : ASTNode(kind), name(name) {}
+  TypeSpec(vel::ASTType kind, const char* typeName) : ASTNode(kind), name(typeName) {}
 
   const char* name;  // the type's name as written; zero-terminated
   // Leaf 0 of a StringTypeSpec is the length Expr, null when not given.
@@ -166,7 +166,8 @@ enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp };
 
 class VarBlock final : public ASTNode {
  public:
-  explicit VarBlock(VarSection section) : ASTNode(astType(NodeKind::VarBlock)), section(section) {}
+  explicit VarBlock(VarSection varSection)
+      : ASTNode(astType(NodeKind::VarBlock)), section(varSection) {}
 
   VarSection section;
   bool constant = false;

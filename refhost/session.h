@@ -1,0 +1,79 @@
+// One translation: loads the plugin, reads source files, checks them and writes C.
+// The command line and the tests use the reference host through this class.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/basic_data_type.h"
+#include "host/message.h"
+#include "refhost/syntax/source.h"
+
+namespace vel {
+class OpManagerAPI;
+}
+
+namespace refhost {
+
+enum class Notation : int { Iec = 0, Letters = 1 };
+
+struct Options {
+  std::string pluginPath;  // of libvelops.so
+  std::string localIo;     // the option "localio.addr", empty when unset
+  Notation notation = Notation::Iec;
+};
+
+// A variable of a PROGRAM as the one who runs it sees it.
+struct ProgramVariable {
+  std::string program;
+  std::string name;      // as declared
+  std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
+  vel::BasicDataType type = vel::BasicDataType::None;
+  int byteSize = 0;       // of its value in the generated program
+  std::string reference;  // C expression of its value
+  bool settable = false;  // has an elementary type and is not a constant
+};
+
+class Session {
+ public:
+  explicit Session(Options options);
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  // Loads the plugin with the system's loader and builds its registry. On failure
+  // returns false and sets `error`; nothing else may be called then.
+  bool start(std::string& error);
+  vel::OpManagerAPI& operators();
+
+  // Sources are loaded here before analyse().
+  SourceManager& sources();
+  // Parses and checks every source loaded. Returns false when there are errors.
+  bool analyse();
+  // In the order in which they were found.
+  const std::vector<vel::VELMessage>& messages() const;
+
+  // The C text. Call only after analyse() has returned true; the text is empty and
+  // messages() has grown by an error when an operator generates nothing.
+  std::string translate();
+
+  // Names of the PROGRAM units in source order. The C text offers each as
+  // `void NAME_init(void)` and `void NAME_scan(void)`; see programInit/programScan.
+  std::vector<std::string> programs() const;
+  std::string programInit(const std::string& program) const;  // C name
+  std::string programScan(const std::string& program) const;  // C name
+  // Every variable of every PROGRAM in order of declaration.
+  std::vector<ProgramVariable> programVariables() const;
+  // The C statement that gives `variable` the value of the literal `text`. False,
+  // with `error` set, when the text is no literal that fits the variable.
+  bool assignmentText(const ProgramVariable& variable, const std::string& text,
+                      std::string& statement, std::string& error) const;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace refhost
