@@ -155,6 +155,9 @@ class VEL_HOST_API SymbolPOU : public VarContainer {
   POUType type() const;
   // The data type of a function block; null for every other unit.
   SymbolFBType* fbType() const;
+  // As given to the constructor.
+  SymbolVar* returnVariable() const;
+  InternalInterface* services() const;
 
  protected:
   SymbolFBType* fbType_ = nullptr;  // not owned

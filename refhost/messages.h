@@ -26,6 +26,46 @@ constexpr MessageFormat kLiteralRange      {0xF0004, Severity::Error, "The liter
 constexpr MessageFormat kUnterminated      {0xF0005, Severity::Error, "Unterminated %s;"};
 constexpr MessageFormat kNestingTooDeep    {0xF0006, Severity::Error, "Nested deeper than %s levels;"};
 constexpr MessageFormat kNotSupported      {0xF0007, Severity::Error, "%s not supported;"};
+
+constexpr MessageFormat kUnknownName       {0xF0020, Severity::Error, "Unknown identifier '%s';"};
+constexpr MessageFormat kRedeclared        {0xF0021, Severity::Error, "'%s' is already declared;"};
+constexpr MessageFormat kUnknownType       {0xF0022, Severity::Error, "Unknown type '%s';"};
+constexpr MessageFormat kNotWritable       {0xF0023, Severity::Error, "'%s' cannot be written;"};
+constexpr MessageFormat kUnknownMember     {0xF0024, Severity::Error, "'%s' has no member '%s';"};
+constexpr MessageFormat kNotCallable       {0xF0025, Severity::Error, "'%s' cannot be called;"};
+constexpr MessageFormat kNoResult          {0xF0026, Severity::Error, "The call of '%s' has no result;"};
+constexpr MessageFormat kUnknownParameter  {0xF0027, Severity::Error, "'%s' has no parameter '%s' to be given here;"};
+constexpr MessageFormat kInOutMissing      {0xF0028, Severity::Error, "The in-out parameter '%s' of '%s' is not assigned;"};
+constexpr MessageFormat kTooManyArguments  {0xF0029, Severity::Error, "Too many parameters in the call of '%s';"};
+constexpr MessageFormat kArgumentTwice     {0xF002A, Severity::Error, "The parameter '%s' is given twice;"};
+constexpr MessageFormat kOperandTypes      {0xF002B, Severity::Error, "The operator '%s' cannot be applied to '%s' and '%s';"};
+constexpr MessageFormat kOperandType       {0xF002C, Severity::Error, "The operator '%s' cannot be applied to '%s';"};
+constexpr MessageFormat kCondition         {0xF002D, Severity::Error, "A condition must be of type 'BOOL', not '%s';"};
+constexpr MessageFormat kSelector          {0xF002E, Severity::Error, "A CASE selector must be of an integer type, not '%s';"};
+constexpr MessageFormat kNotConstant       {0xF002F, Severity::Error, "'%s' is not a constant integer;"};
+constexpr MessageFormat kControlVariable   {0xF0030, Severity::Error, "The control variable '%s' must be of an integer type;"};
+constexpr MessageFormat kStepZero          {0xF0031, Severity::Error, "The step of a FOR loop must not be 0;"};
+constexpr MessageFormat kOutsideLoop       {0xF0032, Severity::Error, "'%s' outside of a loop;"};
+constexpr MessageFormat kBadAddress        {0xF0033, Severity::Error, "Address '%s' is not valid;"};
+constexpr MessageFormat kAddressSize       {0xF0034, Severity::Error, "Address '%s' does not fit type '%s';"};
+constexpr MessageFormat kContainsItself    {0xF0035, Severity::Error, "The function block '%s' contains itself;"};
+constexpr MessageFormat kStringLength      {0xF0036, Severity::Error, "'%s' is not a string length from 1 to 32767;"};
+constexpr MessageFormat kNothingGenerated  {0xF0037, Severity::Error, "The operator '%s' generates nothing for this call;"};
+constexpr MessageFormat kBitOutOfRange     {0xF0038, Severity::Error, "Bit %s is outside of type '%s';"};
+constexpr MessageFormat kNotPassable       {0xF0039, Severity::Error, "'%s' cannot be passed to the in-out parameter '%s' of type '%s';"};
+constexpr MessageFormat kNotAValue         {0xF003A, Severity::Error, "'%s' is not a value;"};
+constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "Named and positional parameters are mixed in the call of '%s';"};
+constexpr MessageFormat kNoResultType      {0xF003C, Severity::Error, "The function '%s' has no result type;"};
+constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
+
+// Assignments are judged in the words of the operators' type check.
+constexpr MessageFormat kConstantTooLarge  {0xC0001, Severity::Error, "The constant '%s' is too large for data type '%s';"};
+constexpr MessageFormat kCannotConvert     {0xC0032, Severity::Error, "'%s' cannot convert to '%s' type;"};
+constexpr MessageFormat kMayNotConvert     {0xC0032, Severity::Warning, "'%s' cannot convert to '%s' type;"};
+constexpr MessageFormat kToUnsigned        {0xC0195, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
+constexpr MessageFormat kToSigned          {0xC0196, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
+constexpr MessageFormat kToFloat           {0xC0197, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
+constexpr MessageFormat kLossOfInformation {0xC0197, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : Possible loss of information;"};
 // clang-format on
 }  // namespace message
 

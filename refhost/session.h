@@ -47,6 +47,8 @@ class Session {
   // returns false and sets `error`; nothing else may be called then.
   bool start(std::string& error);
   vel::OpManagerAPI& operators();
+  // False for an operator that refuses every call without saying why.
+  bool operatorReady(const std::string& name);
 
   // Sources are loaded here before analyse().
   SourceManager& sources();

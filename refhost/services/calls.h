@@ -1,0 +1,26 @@
+// The reference host's call graph.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/call_tree.h"
+
+namespace refhost {
+
+struct CallEdge {
+  std::string caller;
+  std::string callee;
+  vel::TextLocation location;
+};
+
+class Calls final : public vel::CallTree {
+ public:
+  // The unit and the place that code is being generated for.
+  std::string currentUnit;
+  vel::TextLocation currentLocation;
+
+  std::vector<CallEdge> edges;  // in the order in which they were recorded
+};
+
+}  // namespace refhost

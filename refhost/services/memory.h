@@ -1,0 +1,41 @@
+// Device memory of the reference host: its areas and their places in `_m`.
+#pragma once
+
+#include <string_view>
+
+#include "host/device_memory.h"
+
+namespace refhost {
+
+// Both notations are understood whatever the project's own is. Areas lie one after
+// the other: in IEC notation M, I, Q; in device letters M, S, B, D, R, W, X, Y.
+class Memory final : public vel::DeviceMemory {
+ public:
+  // Of IEC notation, in bytes. The areas of device letters share them out: the
+  // inputs and outputs take those of I and Q, the others that of M.
+  struct Sizes {
+    std::uint32_t m = 16384;
+    std::uint32_t i = 1024;
+    std::uint32_t q = 1024;
+  };
+
+  explicit Memory(Sizes sizes) : sizes_(sizes) {}
+
+  bool parse(std::string_view text, vel::HeapAddress& out) const;
+  vel::HeapRawAddr raw(const vel::HeapAddress& address) const;
+
+ private:
+  struct Area {
+    std::uint32_t start;  // bytes
+    std::uint32_t size;
+  };
+  Area area(std::uint32_t number) const;
+  bool parseIec(std::string_view text, vel::HeapAddress& out) const;
+  bool parseLetters(std::string_view text, vel::HeapAddress& out) const;
+  bool place(std::uint32_t areaNumber, std::uint32_t unitSize, std::uint64_t index,
+             std::uint32_t bit, vel::HeapAddress& out) const;
+
+  Sizes sizes_;
+};
+
+}  // namespace refhost

@@ -1,0 +1,88 @@
+// Program units and their variables as symbols.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/symbol.h"
+#include "refhost/services/folded.h"
+#include "refhost/services/types.h"
+#include "refhost/syntax/tree.h"
+
+namespace refhost {
+
+class UnitSymbol;
+
+// Kinds of variables beside those that the plugin knows (vel::SymbolVar).
+namespace var_kind {
+constexpr std::int32_t kLocal = 1;
+constexpr std::int32_t kOutput = 2;
+constexpr std::int32_t kTemp = 3;
+constexpr std::int32_t kReturn = 5;
+}  // namespace var_kind
+
+class Variable final : public vel::SymbolVar {
+ public:
+  Variable(const std::string& name, vel::SymbolDataType* type, std::int32_t kind, UnitSymbol* unit)
+      : SymbolVar(name, type, kind), owner(unit) {}
+
+  void placeAt(const vel::HeapAddress& address, vel::HeapRawAddr raw) {
+    fixedAddress_ = true;
+    iecAddress_ = address;
+    backendAddress_ = raw;
+  }
+  bool isParameter() const {
+    return varKind() == kInput || varKind() == kInOut || varKind() == var_kind::kOutput;
+  }
+
+  UnitSymbol* owner;
+  Expr* initial = nullptr;  // null when not given
+  bool constant = false;
+  std::string cName;  // set by the emission
+};
+
+// The data type of a function block's instances.
+class InstanceType final : public vel::SymbolFBType {
+ public:
+  InstanceType(const std::string& name, UnitSymbol* block) : SymbolFBType(name), unit(block) {}
+
+  UnitSymbol* unit;
+};
+
+class UnitSymbol final : public vel::SymbolPOU {
+ public:
+  // `unit` is the declaration in the tree.
+  UnitSymbol(vel::InternalInterface* ii, Unit* unit)
+      : SymbolPOU(ii, unit->name(), unit->type(), nullptr), node(unit) {
+    if (type() == vel::POUType::FunctionBlock) {
+      instanceType_ = std::make_unique<InstanceType>(name(), this);
+      fbType_ = instanceType_.get();
+    }
+  }
+
+  // Null when the name is taken.
+  Variable* addVariable(std::unique_ptr<Variable> variable) {
+    Variable* const added = variable.get();
+    if (!byName_.emplace(added->name(), added).second) return nullptr;
+    variables_.push_back(std::move(variable));
+    if (added->isParameter()) params_.push_back(added);
+    return added;
+  }
+  Variable* variable(std::string_view name) const {
+    const auto found = byName_.find(name);
+    return found != byName_.end() ? found->second : nullptr;
+  }
+  // In order of declaration.
+  const std::vector<std::unique_ptr<Variable>>& variables() const { return variables_; }
+
+  Unit* const node;
+  Variable* result = nullptr;  // of a function: the variable that bears its name
+
+ private:
+  std::unique_ptr<InstanceType> instanceType_;
+  std::vector<std::unique_ptr<Variable>> variables_;
+  FoldedMap<Variable*> byName_;
+};
+
+}  // namespace refhost
