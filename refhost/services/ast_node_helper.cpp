@@ -86,11 +86,15 @@ bool AstNodeHelper::isFloatType(BasicDataType type) { return refhost::isFloat(ty
 
 BasicDataType AstNodeHelper::tranIntegerBasicType(BasicDataType type) {
   switch (type) {
-    case BasicDataType::USInt: return BasicDataType::Int;
-    case BasicDataType::UInt: return BasicDataType::DInt;
+    case BasicDataType::USInt:
+      return BasicDataType::Int;
+    case BasicDataType::UInt:
+      return BasicDataType::DInt;
     case BasicDataType::UDInt:
-    case BasicDataType::ULInt: return BasicDataType::LInt;
-    default: return type;
+    case BasicDataType::ULInt:
+      return BasicDataType::LInt;
+    default:
+      return type;
   }
 }
 
@@ -161,7 +165,7 @@ bool AstNodeHelper::checkAstWritable(InternalInterface* ii, ASTNode* node, const
   const std::string_view variableName = std::string_view(text).substr(0, text.find('.'));
   vel::Symbol* const symbol =
       services(ii).symbols.find(variableName, pouName, vel::Symbol::Variable);
-  if (symbol == nullptr || !static_cast<refhost::Variable*>(symbol)->constant) return true;
+  if (symbol == nullptr || !static_cast<refhost::VarSymbol*>(symbol)->constant) return true;
   refhost::report(messages, node != nullptr ? node->pos() : vel::TextLocation(),
                   refhost::message::kNotWritable, {text});
   return false;

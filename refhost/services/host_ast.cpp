@@ -10,9 +10,7 @@ ASTNode::ASTNode(ASTType type) : type_(type) {}
 ASTNode::~ASTNode() = default;
 ASTType ASTNode::type() const { return type_; }
 int ASTNode::leavesCount() const { return leavesCount_; }
-ASTNode* ASTNode::leaf(int i) const {
-  return i >= 0 && i < leavesCount_ ? leaves_[i] : nullptr;
-}
+ASTNode* ASTNode::leaf(int i) const { return i >= 0 && i < leavesCount_ ? leaves_[i] : nullptr; }
 ASTNode* ASTNode::parent() const { return parent_; }
 TextLocation ASTNode::pos() const { return pos_; }
 

@@ -66,12 +66,16 @@ std::size_t countDigits(std::string_view text) {
 
 Memory::Area Memory::area(std::uint32_t number) const {
   switch (number) {
-    case 1: return {0, sizes_.m};
+    case 1:
+      return {0, sizes_.m};
     case 2:
-    case kInputs: return {sizes_.m, sizes_.i};
+    case kInputs:
+      return {sizes_.m, sizes_.i};
     case 3:
-    case kOutputs: return {sizes_.m + sizes_.i, sizes_.q};
-    default: break;
+    case kOutputs:
+      return {sizes_.m + sizes_.i, sizes_.q};
+    default:
+      break;
   }
   for (const Device& device : kDevices) {
     if (device.number != number) continue;
@@ -106,15 +110,31 @@ bool Memory::parseIec(std::string_view text, HeapAddress& out) const {
   std::string_view rest = text.substr(2);
   std::uint32_t unitSize = 0;  // a bit
   switch (fold(rest[0])) {
-    case 'X': rest.remove_prefix(1); break;
-    case 'B': unitSize = 1; rest.remove_prefix(1); break;
-    case 'W': unitSize = 2; rest.remove_prefix(1); break;
-    case 'D': unitSize = 4; rest.remove_prefix(1); break;
-    case 'L': unitSize = 8; rest.remove_prefix(1); break;
-    default: break;
+    case 'X':
+      rest.remove_prefix(1);
+      break;
+    case 'B':
+      unitSize = 1;
+      rest.remove_prefix(1);
+      break;
+    case 'W':
+      unitSize = 2;
+      rest.remove_prefix(1);
+      break;
+    case 'D':
+      unitSize = 4;
+      rest.remove_prefix(1);
+      break;
+    case 'L':
+      unitSize = 8;
+      rest.remove_prefix(1);
+      break;
+    default:
+      break;
   }
   std::uint64_t index = 0;
-  if (unitSize != 0) return parseNumber(rest, index) && place(areaNumber, unitSize, index, kNone, out);
+  if (unitSize != 0)
+    return parseNumber(rest, index) && place(areaNumber, unitSize, index, kNone, out);
 
   std::uint64_t bit = 0;
   const std::size_t dot = rest.find('.');
@@ -171,7 +191,11 @@ namespace vel {
 using refhost::Memory;
 
 HeapAddress::HeapAddress()
-    : area(0), unitSize(refhost::kNone), position(refhost::kNone), bitIndex(refhost::kNone), extra(0) {}
+    : area(0),
+      unitSize(refhost::kNone),
+      position(refhost::kNone),
+      bitIndex(refhost::kNone),
+      extra(0) {}
 bool HeapAddress::isBitMode() const { return bitIndex != refhost::kNone; }
 
 JapanComponent::~JapanComponent() = default;
@@ -189,10 +213,14 @@ BasicDataType DeviceMemory::iecAddressType(const HeapAddress& address) {
   if (address.area == 0) return BasicDataType::None;
   if (address.isBitMode()) return BasicDataType::BitAddress;
   switch (address.unitSize) {
-    case 1: return BasicDataType::USInt;
-    case 2: return BasicDataType::UInt;
-    case 4: return BasicDataType::UDInt;
-    default: return BasicDataType::ULInt;
+    case 1:
+      return BasicDataType::USInt;
+    case 2:
+      return BasicDataType::UInt;
+    case 4:
+      return BasicDataType::UDInt;
+    default:
+      return BasicDataType::ULInt;
   }
 }
 

@@ -22,7 +22,7 @@ Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol:
   const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
   if (wanted(Symbol::Variable) && !scope.empty()) {
     if (const UnitSymbol* const enclosing = unit(scope)) {
-      if (Variable* const variable = enclosing->variable(name)) return variable;
+      if (VarSymbol* const variable = enclosing->variable(name)) return variable;
     }
   }
   if (wanted(Symbol::DataType)) {

@@ -41,8 +41,8 @@ struct Alias {
   std::string_view name;
   BasicDataType type;
 };
-constexpr std::array<Alias, 2> kAliases{{{"TIME_OF_DAY", BasicDataType::TimeOfDay},
-                                         {"DATE_AND_TIME", BasicDataType::DateAndTime}}};
+constexpr std::array<Alias, 2> kAliases{
+    {{"TIME_OF_DAY", BasicDataType::TimeOfDay}, {"DATE_AND_TIME", BasicDataType::DateAndTime}}};
 
 constexpr int number(BasicDataType type) { return static_cast<int>(type); }
 

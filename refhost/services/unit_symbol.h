@@ -22,9 +22,9 @@ constexpr std::int32_t kTemp = 3;
 constexpr std::int32_t kReturn = 5;
 }  // namespace var_kind
 
-class Variable final : public vel::SymbolVar {
+class VarSymbol final : public vel::SymbolVar {
  public:
-  Variable(const std::string& name, vel::SymbolDataType* type, std::int32_t kind, UnitSymbol* unit)
+  VarSymbol(const std::string& name, vel::SymbolDataType* type, std::int32_t kind, UnitSymbol* unit)
       : SymbolVar(name, type, kind), owner(unit) {}
 
   void placeAt(const vel::HeapAddress& address, vel::HeapRawAddr raw) {
@@ -62,27 +62,27 @@ class UnitSymbol final : public vel::SymbolPOU {
   }
 
   // Null when the name is taken.
-  Variable* addVariable(std::unique_ptr<Variable> variable) {
-    Variable* const added = variable.get();
+  VarSymbol* addVariable(std::unique_ptr<VarSymbol> variable) {
+    VarSymbol* const added = variable.get();
     if (!byName_.emplace(added->name(), added).second) return nullptr;
     variables_.push_back(std::move(variable));
     if (added->isParameter()) params_.push_back(added);
     return added;
   }
-  Variable* variable(std::string_view name) const {
+  VarSymbol* variable(std::string_view name) const {
     const auto found = byName_.find(name);
     return found != byName_.end() ? found->second : nullptr;
   }
   // In order of declaration.
-  const std::vector<std::unique_ptr<Variable>>& variables() const { return variables_; }
+  const std::vector<std::unique_ptr<VarSymbol>>& variables() const { return variables_; }
 
   Unit* const node;
-  Variable* result = nullptr;  // of a function: the variable that bears its name
+  VarSymbol* result = nullptr;  // of a function: the variable that bears its name
 
  private:
   std::unique_ptr<InstanceType> instanceType_;
-  std::vector<std::unique_ptr<Variable>> variables_;
-  FoldedMap<Variable*> byName_;
+  std::vector<std::unique_ptr<VarSymbol>> variables_;
+  FoldedMap<VarSymbol*> byName_;
 };
 
 }  // namespace refhost
