@@ -1,0 +1,133 @@
+#include "core/checks.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "core/case_folding.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/symbol.h"
+#include "host/symbol_manager.h"
+#include "host/text.h"
+
+namespace vel {
+namespace {
+
+bool isBitStringName(std::string_view name) {
+  constexpr std::array<std::string_view, 4> kNames = {"BYTE", "WORD", "DWORD", "LWORD"};
+  return std::any_of(kNames.begin(), kNames.end(),
+                     [name](std::string_view known) { return equalIgnoringCase(name, known); });
+}
+
+// Types that are the same when their names are.
+bool isComparedByName(BasicDataType type) {
+  return type == BasicDataType::Structure || type == BasicDataType::Enumeration ||
+         type == BasicDataType::FunctionBlock;
+}
+
+// What to warn of when the host accepts an assignment with a conversion only.
+const MessageFormat& conversionWarning(BasicDataType target, BasicDataType source) {
+  const bool toUnsigned = AstNodeHelper::isUIntegerType(target);
+  const bool fromUnsigned = AstNodeHelper::isUIntegerType(source);
+  if (toUnsigned && !fromUnsigned) return message::kToUnsigned;
+  if (!toUnsigned && fromUnsigned) return message::kToSigned;
+  if (AstNodeHelper::isFloatType(target) && AstNodeHelper::isIntegerType(source)) {
+    return message::kIntegerToFloat;
+  }
+  return message::kDoubtfulConversion;
+}
+
+}  // namespace
+
+ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const InvocationShape& shape,
+                    std::vector<VELMessage>& messages) {
+  if (invocation == nullptr || invocation->leavesCount() == 0) return nullptr;
+
+  const auto operatorName = [&] {
+    std::string written = operatorText(invocation);
+    return shape.nameForm == InvocationShape::NameForm::UpperCase ? stringToUpper(written)
+                                                                  : written;
+  };
+  ASTNode* list = leafOf(invocation, 1);
+  if (list != nullptr && list->type() != ASTType::ParameterList) {
+    if (shape.listFault == InvocationShape::ListFault::Abnormal) {
+      report(ii, messages, message::kAbnormalParameters, invocation->pos(), operatorName());
+    } else {
+      report(ii, messages, message::kNotAllowed, invocation->pos(), AstNodeHelper::astText(list),
+             operatorName());
+    }
+    return nullptr;
+  }
+  if (list == nullptr || list->leavesCount() < shape.least || list->leavesCount() > shape.most ||
+      !isComplete(*list)) {
+    report(ii, messages, message::kParameterCount, invocation->pos(), operatorName());
+    return nullptr;
+  }
+  return list;
+}
+
+bool checkParams(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages) {
+  // A host may set its symbol table up on the first request.
+  ii->symbolManager();
+  if (invocation == nullptr || invocation->leavesCount() == 0) return false;
+  const int inputs = countInputs(ii, operatorText(invocation));
+  return checkShape(ii, invocation, {inputs, inputs}, messages) != nullptr;
+}
+
+int countInputs(InternalInterface* ii, const std::string& operatorName) {
+  const auto* unit = dynamic_cast<const SymbolPOU*>(
+      ii->symbolManager()->symbol(operatorName.c_str(), "", Symbol::Pou));
+  if (unit == nullptr) return 0;
+
+  const bool isFunction = unit->type() == POUType::Function;
+  int inputs = 0;
+  for (int i = 0, count = unit->paramsCount(); i < count; ++i) {
+    const SymbolVar* parameter = unit->param(i);
+    if (parameter == nullptr) continue;
+    const std::int32_t kind = parameter->varKind();
+    if (kind == SymbolVar::kInput || (isFunction && kind == SymbolVar::kInOut)) ++inputs;
+  }
+  return inputs;
+}
+
+std::string resolveTypeText(InternalInterface* ii, const std::string& scope, BasicDataType type,
+                            const std::string& typeText) {
+  const auto* variable = dynamic_cast<const SymbolVar*>(
+      ii->symbolManager()->symbol(typeText.c_str(), scope.c_str(), Symbol::Variable));
+  const SymbolDataType* declared = variable != nullptr ? variable->dataType() : nullptr;
+  std::string name = declared != nullptr ? declared->typeName() : typeText;
+  return isBitStringName(name) ? name : AstNodeHelper::basicDataTypeText(type);
+}
+
+bool checkAssignType(InternalInterface* ii, ASTNode* source, const std::string& targetText,
+                     BasicDataType target, const std::string& sourceText, BasicDataType sourceType,
+                     const std::string& scope, std::vector<VELMessage>& messages) {
+  if (isComparedByName(target) && !equalIgnoringCase(sourceText, targetText)) {
+    report(ii, messages, message::kCannotConvert, positionOf(source), sourceText, targetText);
+    return false;
+  }
+
+  const int rating =
+      AstNodeHelper::compareDataType(ii, target, sourceType, sourceText.c_str(), scope);
+  if (rating >= 0) return true;
+
+  if (target == BasicDataType::Real && sourceType == BasicDataType::LReal) {
+    report(ii, messages, message::kInformationLoss, positionOf(source),
+           AstNodeHelper::basicDataTypeText(sourceType), AstNodeHelper::basicDataTypeText(target));
+    return true;
+  }
+
+  const std::string sourceName = resolveTypeText(ii, scope, sourceType, sourceText);
+  if (rating < -2) {
+    report(ii, messages, message::kConstantTooLarge, positionOf(source), sourceText, sourceName);
+    return false;
+  }
+  const std::string targetName = resolveTypeText(ii, scope, target, targetText);
+  const MessageFormat& what =
+      rating == -1 ? conversionWarning(target, sourceType) : message::kCannotConvert;
+  report(ii, messages, what, positionOf(source), sourceName, targetName);
+  return rating == -1 && what.code != message::kCannotConvert.code;
+}
+
+}  // namespace vel

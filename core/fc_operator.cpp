@@ -1,0 +1,21 @@
+#include "core/fc_operator.h"
+
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "host/text.h"
+
+namespace vel {
+
+std::string FCOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* written = nameToken(invocation);
+  ASTNode* list = argumentList(invocation);
+  if (written == nullptr || list == nullptr) return {};
+
+  std::string out = stringToUpper(written);
+  out += '(';
+  genArgs(gen, list, out);
+  out += ')';
+  return out;
+}
+
+}  // namespace vel

@@ -1,0 +1,69 @@
+// Every message of the plugin, and the one way to raise it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/ast_node_helper.h"
+#include "host/internal_interface.h"
+#include "host/message.h"
+
+namespace vel {
+
+enum class Severity : int { Error = 1, Warning = 2 };
+
+struct MessageFormat {
+  unsigned int code;
+  Severity severity;
+  const char* format;      // English, a "%s" for each text
+  bool translated = true;  // through the host's translation
+};
+
+// The texts are part of the contract with the host, final semicolons included.
+namespace message {
+
+inline constexpr MessageFormat kConstantTooLarge{
+    0xC0001, Severity::Error, "The constant '%s' is too large for data type '%s';"};
+inline constexpr MessageFormat kCannotConvert{0xC0032, Severity::Error,
+                                              "'%s' cannot convert to '%s' type;"};
+// A warning, yet the check that raises it fails.
+inline constexpr MessageFormat kDoubtfulConversion{0xC0032, Severity::Warning,
+                                                   kCannotConvert.format};
+inline constexpr MessageFormat kExpectBool{0xC0032, Severity::Error, "'%s' expect 'BOOL' type;",
+                                           false};
+inline constexpr MessageFormat kTypeMismatch{0xC0032, Severity::Error,
+                                             "'%s' invocation '%s':'%s' type mismatch;"};
+// Names the operator where the text speaks of a program.
+inline constexpr MessageFormat kParameterCount{
+    0xC0040, Severity::Error,
+    "Too many parameters, too few parameters, or no variables assigned to the IN_OUT in PRG "
+    "'%s';"};
+inline constexpr MessageFormat kUnknownType{0xC0077, Severity::Error, "Unknown type '%s';"};
+inline constexpr MessageFormat kNotAllowed{0xC0131, Severity::Error,
+                                           "'%s' are not allowed to be '%s' parameters;"};
+inline constexpr MessageFormat kAbnormalParameters{0xC0131, Severity::Error,
+                                                   "'%s' abnormal parameters;"};
+inline constexpr MessageFormat kToUnsigned{
+    0xC0195, Severity::Warning,
+    "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
+inline constexpr MessageFormat kToSigned{0xC0196, Severity::Warning, kToUnsigned.format};
+inline constexpr MessageFormat kIntegerToFloat{0xC0197, Severity::Warning, kToUnsigned.format};
+inline constexpr MessageFormat kInformationLoss{
+    0xC0197, Severity::Warning,
+    "Implicit conversion from type '%s' to type '%s' : Possible loss of information;"};
+
+}  // namespace message
+
+// Translates and formats `what` with `texts` and appends it at `where`.
+template <typename... Texts>
+void report(InternalInterface* ii, std::vector<VELMessage>& messages, const MessageFormat& what,
+            TextLocation where, const Texts&... texts) {
+  const char* format = what.translated ? ii->translate(what.format).c_str() : what.format;
+  VELMessage& record = messages.emplace_back();
+  record.location = where;
+  record.severity = static_cast<int>(what.severity);
+  record.code = what.code;
+  record.text = AstNodeHelper::stringFormat(what.code, format, texts.c_str()...);
+}
+
+}  // namespace vel

@@ -1,0 +1,35 @@
+// What the registry reads to fill itself.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/operator.h"
+
+namespace vel {
+
+using OperatorFactory = std::unique_ptr<STOperator> (*)(const std::string& name);
+
+// One row of the registration table: a name, or a pattern whose "*" stands for each
+// of `words` (separated by single blanks) in turn. A name that would convert a type
+// to itself (`INT_TO_INT`) is left out.
+struct Registration {
+  std::string_view pattern;
+  OperatorFactory make;
+  std::string_view words = {};
+};
+
+struct RegistrationTable {
+  const Registration* first;
+  std::size_t count;
+
+  const Registration* begin() const { return first; }
+  const Registration* end() const { return first + count; }
+};
+
+// All operators in registration order; the operators provide it.
+RegistrationTable registrationTable();
+
+}  // namespace vel

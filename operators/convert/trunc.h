@@ -1,0 +1,14 @@
+// `TRUNC`.
+#pragma once
+
+#include "core/operator.h"
+#include "core/pending_operator.h"
+
+namespace vel {
+
+class TruncOperator : public PendingOperator<STOperator> {
+ public:
+  using PendingOperator::PendingOperator;
+};
+
+}  // namespace vel

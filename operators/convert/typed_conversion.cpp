@@ -1,0 +1,151 @@
+#include "operators/convert/typed_conversion.h"
+
+#include "core/checks.h"
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/symbol.h"
+#include "host/text.h"
+#include "operators/convert/conversion_name.h"
+
+namespace vel {
+namespace {
+
+constexpr InvocationShape kOneParameter{1, 1, InvocationShape::NameForm::UpperCase,
+                                        InvocationShape::ListFault::Abnormal};
+
+bool isText(BasicDataType type) {
+  return type == BasicDataType::String || type == BasicDataType::WString;
+}
+
+// The name of the type that a conversion without a named source converts from.
+std::string argumentTypeName(Generator* gen, ASTNode* invocation, ASTNode* argument) {
+  std::vector<VELMessage> discarded;
+  DataTypeInfo info =
+      AstNodeHelper::dataType(gen->ii, argument, enclosingPouName(invocation), discarded);
+  if (info.type == BasicDataType::Derived) return std::move(info.name);
+  // An address is a number of 32 bits.
+  if (info.type == BasicDataType::Pointer) info.type = BasicDataType::UDInt;
+  return AstNodeHelper::basicDataTypeText(info.type);
+}
+
+}  // namespace
+
+bool ConvertOperator::check(InternalInterface* ii, ASTNode* invocation,
+                            std::vector<VELMessage>& messages, std::string& resultType,
+                            const std::string& pouName) {
+  ASTNode* list = checkShape(ii, invocation, kOneParameter, messages);
+  if (list == nullptr) return false;
+
+  const std::string written = stringToUpper(operatorText(invocation));
+  const std::string scope = effectivePouName(invocation, pouName);
+  ASTNode* argument = list->leaf(0);
+  const BasicDataType argumentType = AstNodeHelper::dataType(ii, argument, scope, messages).type;
+
+  const std::size_t separator = written.find("_TO_");
+  const bool namesSource = separator != std::string::npos;
+  BasicDataType namedType = BasicDataType::None;
+  if (namesSource) {
+    const std::string source = written.substr(0, separator);
+    const SymbolDataType* symbol = findDataType(ii, source.c_str());
+    if (symbol == nullptr) {
+      report(ii, messages, message::kUnknownType, invocation->pos(), source);
+      return false;
+    }
+    namedType = symbol->dataType();
+  } else {
+    const std::size_t to = written.find("TO_");
+    if (argumentType != BasicDataType::None || written.size() < 3) {
+      if (to == std::string::npos) return false;
+      resultType.assign(written, to + 3, std::string::npos);
+      return true;
+    }
+  }
+
+  if (namedType != argumentType || namedType == BasicDataType::None) {
+    const int rating = AstNodeHelper::compareDataType(ii, namedType, argumentType, nullptr, scope);
+    if (rating == -1) {
+      report(ii, messages, message::kInformationLoss, invocation->pos(),
+             AstNodeHelper::basicDataTypeText(argumentType),
+             AstNodeHelper::basicDataTypeText(namedType));
+    } else if (rating == -2) {
+      report(ii, messages, message::kTypeMismatch, invocation->pos(), written,
+             AstNodeHelper::astText(argument), AstNodeHelper::basicDataTypeText(argumentType));
+      return false;
+    }
+  }
+  resultType.assign(written, namesSource ? separator + 4 : 3, std::string::npos);
+  return true;
+}
+
+std::string ConvertOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* written = nameToken(invocation);
+  ASTNode* list = argumentList(invocation);
+  if (written == nullptr || list == nullptr) return {};
+
+  const std::string upper = stringToUpper(written);
+  const ConversionName parts(upper);
+  std::string sourceName;
+  if (parts.isTyped()) {
+    sourceName = parts.parts[0];
+  } else if (parts.isGeneric() && list->leavesCount() > 0) {
+    sourceName = argumentTypeName(gen, invocation, list->leaf(0));
+  } else {
+    return {};
+  }
+  const SymbolDataType* source = findDataType(gen->ii, sourceName.c_str());
+  SymbolDataType* target = findDataType(gen->ii, parts.target().data());
+  if (source == nullptr || target == nullptr) return {};
+
+  std::string out;
+  if (isText(source->dataType()) || isText(target->dataType())) {
+    out += upper;
+    out += '(';
+  } else {
+    out += "((";
+    out += clanApi(gen)->typeText(target);
+    out += ')';
+  }
+  genArgs(gen, list, out);
+  out += ')';
+  return out;
+}
+
+std::string RealToIntegerOperator::staticCode(Generator* /*gen*/) {
+  return "#define __real_to_integer(fvalue, type) \\\n"
+         "({\\\n"
+         "(fvalue >= 0) ? (type)(fvalue + 0.5) : (type)(fvalue - 0.5);\\\n"
+         "\\\n"
+         "})\n";
+}
+
+std::string RealToIntegerOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* written = nameToken(invocation);
+  ASTNode* list = argumentList(invocation);
+  if (written == nullptr || list == nullptr) return {};
+
+  // As written: looking types up ignores letter case.
+  const ConversionName parts(written);
+  if (!parts.isTyped() && !parts.isGeneric()) return {};
+  SymbolDataType* target = findDataType(gen->ii, parts.target().data());
+  if (target == nullptr) return {};
+
+  std::string out = "__real_to_integer(";
+  genArgs(gen, list, out);
+  out += ", ";
+  out += clanApi(gen)->typeText(target);
+  out += ')';
+  return out;
+}
+
+std::string ToBoolOperator::generate(Generator* gen, ASTNode* invocation) {
+  ASTNode* list = argumentList(invocation);
+  if (list == nullptr) return {};
+
+  std::string out = "((";
+  genArgs(gen, list, out);
+  out += ")!=0)";
+  return out;
+}
+
+}  // namespace vel

@@ -1,0 +1,43 @@
+#include "operators/select/macro_operator.h"
+
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "host/ast_node_helper.h"
+#include "host/text.h"
+
+namespace vel {
+
+bool StaticOperator::check(InternalInterface* /*ii*/, ASTNode* /*invocation*/,
+                           std::vector<VELMessage>& /*messages*/, std::string& /*resultType*/,
+                           const std::string& /*pouName*/) {
+  return true;
+}
+
+std::string StaticOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* written = nameToken(invocation);
+  ASTNode* list = argumentList(invocation);
+  if (written == nullptr || list == nullptr) return {};
+
+  const std::string macro = stringToUpper(written);
+  std::string out;
+  bool cast = false;
+  if ((macro == "SHL" || macro == "SHR") && list->leavesCount() > 0) {
+    std::vector<VELMessage> discarded;
+    const BasicDataType shifted =
+        AstNodeHelper::dataType(gen->ii, list->leaf(0), enclosingPouName(invocation), discarded)
+            .type;
+    cast = shifted != BasicDataType::Undetermined;
+    if (cast) {
+      out += "((";
+      out += AstNodeHelper::basicDataToCTypeText(shifted);
+      out += ")(";
+    }
+  }
+  out += macro;
+  out += '(';
+  genArgs(gen, list, out);
+  out += cast ? ")))" : ")";
+  return out;
+}
+
+}  // namespace vel

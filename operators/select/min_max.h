@@ -1,0 +1,35 @@
+// `MIN` and `MAX`.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "operators/select/macro_operator.h"
+
+namespace vel {
+
+// The result has the type to which the smaller parameter converts; where both have
+// the same, an assignment's target decides.
+class MinMaxOperator : public StaticOperator {
+ public:
+  using StaticOperator::StaticOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
+};
+
+class MinOperator : public MinMaxOperator {
+ public:
+  using MinMaxOperator::MinMaxOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
+};
+
+class MaxOperator : public MinMaxOperator {
+ public:
+  using MinMaxOperator::MinMaxOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
+};
+
+}  // namespace vel

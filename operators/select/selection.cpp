@@ -1,0 +1,95 @@
+#include "operators/select/selection.h"
+
+#include <array>
+
+#include "core/checks.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/expression.h"
+
+namespace vel {
+namespace {
+
+constexpr InvocationShape kThreeParameters{3, 3};
+
+struct Parameter {
+  ASTNode* node;
+  BasicDataType type;
+};
+
+bool isLiteral(const Expression* expression) {
+  return expression != nullptr && expression->op() == Expression::Constant;
+}
+
+}  // namespace
+
+std::string SelectOperator::staticCode(Generator* /*gen*/) {
+  return "#define SEL(g, in0, in1) ((g) ? (in1) : (in0))";
+}
+
+bool SelectOperator::check(InternalInterface* ii, ASTNode* invocation,
+                           std::vector<VELMessage>& messages, std::string& resultType,
+                           const std::string& pouName) {
+  ASTNode* list = checkShape(ii, invocation, kThreeParameters, messages);
+  if (list == nullptr) return false;
+  const std::string scope = effectivePouName(invocation, pouName);
+
+  // A condition that is no expression is asked for as null, and so has no type.
+  auto* condition = dynamic_cast<Expression*>(list->leaf(0));
+  const BasicDataType conditionType =
+      isLiteral(condition) ? condition->basicType()
+                           : AstNodeHelper::dataType(ii, condition, scope, messages).type;
+  if (conditionType != BasicDataType::Bool) {
+    report(ii, messages, message::kExpectBool, invocation->pos(),
+           AstNodeHelper::astText(list->leaf(0)));
+    return false;
+  }
+
+  auto* first = dynamic_cast<Expression*>(list->leaf(1));
+  if (isLiteral(first)) {
+    resultType = AstNodeHelper::basicDataTypeText(first->basicType());
+  } else if (first != nullptr && first->op() == Expression::Variable) {
+    resultType = AstNodeHelper::dataType(ii, first, scope, messages).name;
+  }
+  return true;
+}
+
+// Without outer parentheses on purpose; the result is `mx` when the limits are crossed.
+std::string LimitOperator::staticCode(Generator* /*gen*/) {
+  return "#define LIMIT(mn, in, mx) (mn <= mx) ? ((((in) < (mn)) ? (mn) : ((in) > (mx)) ? (mx) : "
+         "(in))) : mx";
+}
+
+bool LimitOperator::check(InternalInterface* ii, ASTNode* invocation,
+                          std::vector<VELMessage>& messages, std::string& resultType,
+                          const std::string& pouName) {
+  ASTNode* list = checkShape(ii, invocation, kThreeParameters, messages);
+  if (list == nullptr) return false;
+  const std::string scope = effectivePouName(invocation, pouName);
+  const auto typed = [&](int i) {
+    ASTNode* node = list->leaf(i);
+    return Parameter{node, AstNodeHelper::dataType(ii, node, scope, messages).type};
+  };
+  const Parameter input = typed(1);
+  resultType = AstNodeHelper::basicDataTypeText(input.type);
+  const Parameter minimum = typed(0);
+  const Parameter maximum = typed(2);
+
+  // Any REAL or LREAL among the three is what all are compared with; LREAL wins.
+  BasicDataType target = input.type;
+  for (const Parameter& parameter : {minimum, maximum}) {
+    if (target != BasicDataType::LReal && AstNodeHelper::isFloatType(parameter.type)) {
+      target = parameter.type;
+    }
+  }
+
+  const std::string targetText = AstNodeHelper::basicDataTypeText(target);
+  for (const Parameter& parameter : {minimum, input, maximum}) {
+    checkAssignType(ii, parameter.node, targetText, target,
+                    AstNodeHelper::basicDataTypeText(parameter.type), parameter.type, scope,
+                    messages);
+  }
+  return true;
+}
+
+}  // namespace vel
