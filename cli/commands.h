@@ -1,0 +1,45 @@
+// The commands and what the command line gives them. Each returns an ExitCode and
+// may throw Failure.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "refhost/session.h"
+
+namespace velc {
+
+struct CommonOptions {
+  std::string plugin;  // empty: the one that came with velc
+  std::string localIo;
+  refhost::Notation notation = refhost::Notation::Iec;
+  bool jsonDiagnostics = false;
+};
+
+struct OperatorsOptions {
+  std::vector<std::string> names;  // empty: all
+  bool detailed = false;
+  bool json = false;
+};
+
+struct TranslateOptions {
+  std::vector<std::string> files;
+  std::string output = "-";  // "-": standard output
+};
+
+struct RunOptions {
+  std::vector<std::string> files;
+  std::vector<std::string> settings;  // NAME=VALUE
+  std::string compiler = "cc";
+  std::uint64_t scans = 1;
+  std::chrono::seconds timeout{60};
+};
+
+int listOperators(const CommonOptions& common, const OperatorsOptions& options);
+int check(const CommonOptions& common, const std::vector<std::string>& files);
+int translate(const CommonOptions& common, const TranslateOptions& options);
+int run(const CommonOptions& common, const RunOptions& options);
+
+}  // namespace velc

@@ -1,0 +1,19 @@
+// Diagnostics as the user reads them.
+#pragma once
+
+#include <string>
+
+#include "host/message.h"
+#include "refhost/syntax/source.h"
+
+namespace velc {
+
+// `FILE:LINE:COL: error: TEXT [0xC0040]`, the source line, and a caret under the
+// column; each line ends in a line end.
+std::string diagnosticText(const refhost::SourceManager& sources, const vel::VELMessage& message);
+
+// The same as one JSON object on one line: file, line, column, severity, code,
+// message.
+std::string diagnosticJson(const refhost::SourceManager& sources, const vel::VELMessage& message);
+
+}  // namespace velc

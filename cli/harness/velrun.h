@@ -1,0 +1,17 @@
+/* What `velc run` adds to a generated program so that it can be run: the program's
+ * side, written by velc for each program, of what libvelrun.a calls. */
+#ifndef VELRUN_H
+#define VELRUN_H
+
+#include <stddef.h>
+
+typedef void (*velrun_sink)(const void* bytes, size_t size);
+
+/* Gives every variable its value before the first scan. */
+void velrun_prepare(void);
+/* One scan of every program. */
+void velrun_scan(void);
+/* Passes the value of every variable to `sink`, in order of declaration. */
+void velrun_values(velrun_sink sink);
+
+#endif

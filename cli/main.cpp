@@ -1,0 +1,135 @@
+// velc: checks, translates and runs Structured Text with the reference host.
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <sstream>
+
+#include "cli/commands.h"
+#include "cli/failure.h"
+#include "cli/output_file.h"
+#include "cli/termination_guard.h"
+
+namespace velc {
+
+namespace {
+
+// Every command takes these; so does velc before the command.
+void addCommonOptions(CLI::App& app, CommonOptions& common) {
+  app.add_option("--plugin", common.plugin, "The operator plugin, libvelops.so")->type_name("PATH");
+  app.add_option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
+      ->type_name("TEXT");
+  app.add_option_function<std::string>(
+         "--notation",
+         [&common](const std::string& text) {
+           common.notation =
+               text == "letters" ? refhost::Notation::Letters : refhost::Notation::Iec;
+         },
+         "Notation of device addresses: iec (%IX0.3) or letters (X3)")
+      ->check(CLI::IsMember({"iec", "letters"}));
+}
+
+CLI::App& addCommand(CLI::App& app, CommonOptions& common, const char* name,
+                     const char* description) {
+  CLI::App& command = *app.add_subcommand(name, description);
+  addCommonOptions(command, common);
+  return command;
+}
+
+void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files) {
+  command.add_option("FILE", files, "Structured Text")->required();
+  command
+      .add_option_function<std::string>(
+          "--diagnostics",
+          [&common](const std::string& text) { common.jsonDiagnostics = text == "json"; },
+          "Form of the diagnostics on standard error: text or json")
+      ->check(CLI::IsMember({"text", "json"}));
+}
+
+int execute(int argc, char** argv) {
+  CLI::App app("Translates IEC 61131-3 Structured Text into C.", "velc");
+  app.require_subcommand(1);
+  app.set_version_flag("--version", "velc " VELC_VERSION);
+  app.footer("Exit codes: 0 no errors, 1 errors in the program, 2 bad usage or failed files.");
+  CommonOptions common;
+  addCommonOptions(app, common);
+  std::function<int()> action;
+
+  OperatorsOptions operators;
+  CLI::App& operatorsCommand =
+      addCommand(app, common, "operators", "List the operators in the order of registration");
+  operatorsCommand.add_option("NAME", operators.names, "Only these");
+  operatorsCommand.add_flag("--long", operators.detailed,
+                            "With class, family, whether it is a function-call operator, and "
+                            "whether it is ready or refuses every call");
+  operatorsCommand.add_flag("--json", operators.json, "All of that as JSON");
+  operatorsCommand.callback([&] { action = [&] { return listOperators(common, operators); }; });
+
+  std::vector<std::string> checked;
+  CLI::App& checkCommand = addCommand(app, common, "check", "Print the diagnostics of programs");
+  addSources(checkCommand, common, checked);
+  checkCommand.callback([&] { action = [&] { return check(common, checked); }; });
+
+  TranslateOptions translation;
+  CLI::App& translateCommand = addCommand(app, common, "translate", "Translate programs into C");
+  addSources(translateCommand, common, translation.files);
+  translateCommand
+      .add_option("-o,--output", translation.output, "Where the C goes (default: standard output)")
+      ->type_name("OUT.c");
+  translateCommand.callback([&] { action = [&] { return translate(common, translation); }; });
+
+  RunOptions running;
+  CLI::App& runCommand =
+      addCommand(app, common, "run", "Translate, compile and run programs; print their variables");
+  addSources(runCommand, common, running.files);
+  runCommand.add_option("--scans", running.scans, "Scans of every PROGRAM")
+      ->type_name("N")
+      ->capture_default_str();
+  runCommand
+      .add_option("--set", running.settings,
+                  "Give a variable a value before the first scan (repeatable)")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  runCommand.add_option("--compiler", running.compiler, "The C compiler")
+      ->type_name("CC")
+      ->capture_default_str();
+  runCommand
+      .add_option_function<int>(
+          "--timeout", [&running](int seconds) { running.timeout = std::chrono::seconds(seconds); },
+          "Seconds that the program may run (default: 60)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(1, 1'000'000));
+  runCommand.callback([&] { action = [&] { return run(common, running); }; });
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const bool failed = app.exit(error, out, err) != 0;
+    writeStandardOutput(out.str());
+    fmt::print(stderr, "{}", err.str());
+    return failed ? kFailure : kSuccess;
+  }
+  return action();
+}
+
+}  // namespace
+
+}  // namespace velc
+
+int main(int argc, char** argv) {
+  // A reader that goes away is an error like any other.
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return velc::execute(argc, argv);
+  } catch (const velc::Terminated&) {
+    return velc::kFailure;
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "velc: {}\n", error.what());
+    return velc::kFailure;
+  }
+}

@@ -1,0 +1,50 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/commands.h"
+#include "cli/failure.h"
+#include "cli/operator_catalogue.h"
+#include "cli/output_file.h"
+#include "cli/translation.h"
+
+namespace velc {
+
+namespace {
+
+std::string asLines(const std::vector<OperatorEntry>& entries, bool detailed) {
+  std::string text;
+  for (const OperatorEntry& entry : entries) {
+    if (!detailed) {
+      text += entry.name + '\n';
+      continue;
+    }
+    text +=
+        fmt::format("{:<18} {:<23} {:<19} {:<3} {}\n", entry.name, entry.className, entry.family,
+                    entry.isFunctionCall ? "yes" : "no", entry.isReady ? "ready" : "refuses");
+  }
+  return text;
+}
+
+std::string asJson(const std::vector<OperatorEntry>& entries) {
+  auto array = nlohmann::ordered_json::array();
+  for (const OperatorEntry& entry : entries) {
+    array.push_back({{"name", entry.name},
+                     {"class", entry.className},
+                     {"family", entry.family},
+                     {"functionCall", entry.isFunctionCall},
+                     {"ready", entry.isReady}});
+  }
+  return array.dump(2) + '\n';
+}
+
+}  // namespace
+
+int listOperators(const CommonOptions& common, const OperatorsOptions& options) {
+  const auto session = startSession(common);
+  const auto entries = operatorCatalogue(*session, options.names);
+  writeStandardOutput(options.json ? asJson(entries) : asLines(entries, options.detailed));
+  return kSuccess;
+}
+
+}  // namespace velc

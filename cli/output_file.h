@@ -1,0 +1,17 @@
+// Results that are written whole or not at all.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace velc {
+
+// Throws Failure when not all of the text could be written.
+void writeStandardOutput(std::string_view text);
+
+// Replaces the file `path` by `text` in one step: when it throws Failure, the file
+// is as it was and nothing else is left behind. A path that names something other
+// than a regular file (a device, a pipe) is written to directly.
+void writeFile(const std::string& path, std::string_view text);
+
+}  // namespace velc

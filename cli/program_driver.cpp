@@ -1,0 +1,125 @@
+#include "cli/program_driver.h"
+
+#include <fmt/format.h>
+#include <strings.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "cli/failure.h"
+#include "cli/value_format.h"
+
+namespace velc {
+
+namespace {
+
+using refhost::ProgramVariable;
+using refhost::Session;
+using vel::BasicDataType;
+
+std::string_view trim(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+bool equalIgnoringCase(const std::string& a, const std::string& b) {
+  return strcasecmp(a.c_str(), b.c_str()) == 0;
+}
+
+std::string qualifiedName(const ProgramVariable& variable) {
+  return variable.program + '.' + variable.name;
+}
+
+ProgramVariable findVariable(const Session& session, const std::string& name) {
+  std::vector<ProgramVariable> found;
+  for (ProgramVariable& variable : session.programVariables()) {
+    if (equalIgnoringCase(variable.name, name) ||
+        equalIgnoringCase(qualifiedName(variable), name)) {
+      found.push_back(std::move(variable));
+    }
+  }
+  if (found.empty()) throw Failure(fmt::format("--set: no program has a variable '{}'", name));
+  if (found.size() > 1) {
+    throw Failure(fmt::format("--set: '{}' is ambiguous; write {} or {}", name,
+                              qualifiedName(found[0]), qualifiedName(found[1])));
+  }
+  return found[0];
+}
+
+// The names in it are long so that no variable of a program has one of them.
+std::string valueStatement(const ProgramVariable& variable) {
+  if (variable.type == BasicDataType::String || variable.type == BasicDataType::WString) {
+    return fmt::format("  velrun_sink_((const void*)({}), {});\n", variable.reference,
+                       variable.byteSize);
+  }
+  return fmt::format(
+      "  {{\n    __typeof__({0}) velrun_value_ = {0};\n"
+      "    _Static_assert(sizeof velrun_value_ == {1}, \"size of {2}\");\n"
+      "    velrun_sink_(&velrun_value_, {1});\n  }}\n",
+      variable.reference, variable.byteSize, variable.name);
+}
+
+}  // namespace
+
+std::vector<ProgramVariable> printedVariables(const Session& session) {
+  std::vector<ProgramVariable> result;
+  for (ProgramVariable& variable : session.programVariables()) {
+    if (hasValueText(variable.type)) result.push_back(std::move(variable));
+  }
+  return result;
+}
+
+std::string settingStatement(const Session& session, const std::string& setting) {
+  const std::size_t mark = setting.find('=');
+  if (mark == std::string::npos) {
+    throw Failure(fmt::format("--set: '{}' is not NAME=VALUE", setting));
+  }
+  const std::string_view view = setting;
+  const std::string name(trim(view.substr(0, mark)));
+  const std::string value(trim(view.substr(mark + 1)));
+  const ProgramVariable variable = findVariable(session, name);
+  if (!variable.settable) throw Failure(fmt::format("--set: '{}' cannot be set", name));
+  std::string statement;
+  std::string error;
+  if (!session.assignmentText(variable, value, statement, error)) {
+    throw Failure(fmt::format("--set {}: {}", setting, error));
+  }
+  return statement;
+}
+
+std::string driverText(const Session& session, const std::vector<std::string>& settingStatements,
+                       const std::vector<ProgramVariable>& printed) {
+  const std::vector<std::string> programs = session.programs();
+  std::string text =
+      "#include \"program.c\"\n\n#include <velrun.h>\n\nvoid velrun_prepare(void) {\n";
+  for (const std::string& program : programs) {
+    text += fmt::format("  {}();\n", session.programInit(program));
+  }
+  for (const std::string& statement : settingStatements) text += "  " + statement + '\n';
+  text += "}\n\nvoid velrun_scan(void) {\n";
+  for (const std::string& program : programs) {
+    text += fmt::format("  {}();\n", session.programScan(program));
+  }
+  text += "}\n\nvoid velrun_values(velrun_sink velrun_sink_) {\n  (void)velrun_sink_;\n";
+  for (const ProgramVariable& variable : printed) text += valueStatement(variable);
+  return text + "}\n";
+}
+
+std::string valueLines(const Session& session, const std::vector<ProgramVariable>& printed,
+                       const std::string& bytes) {
+  const bool qualified = session.programs().size() > 1;
+  std::string text;
+  std::string_view rest = bytes;
+  for (const ProgramVariable& variable : printed) {
+    const auto size = static_cast<std::size_t>(variable.byteSize);
+    if (rest.size() < size) throw Failure("the program did not write all its values");
+    text += qualified ? qualifiedName(variable) : variable.name;
+    text += " = " + valueText(variable.type, variable.typeName, rest.substr(0, size)) + '\n';
+    rest.remove_prefix(size);
+  }
+  return text;
+}
+
+}  // namespace velc

@@ -1,0 +1,109 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "cli/commands.h"
+#include "cli/failure.h"
+#include "cli/output_file.h"
+#include "cli/paths.h"
+#include "cli/process.h"
+#include "cli/program_driver.h"
+#include "cli/temporary_folder.h"
+#include "cli/translation.h"
+
+namespace velc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A line on a terminal that says what takes so long, gone when it is done.
+class Progress {
+ public:
+  explicit Progress(const std::string& text) : shown_(isatty(STDERR_FILENO) == 1) {
+    if (shown_) fmt::print(stderr, "{} ...", text);
+  }
+  ~Progress() {
+    if (shown_) std::fputs("\r\033[K", stderr);
+  }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+ private:
+  bool shown_;
+};
+
+// "" or the output on lines of its own.
+std::string quoted(const std::string& output) { return output.empty() ? "" : ":\n" + output; }
+
+std::string signalText(int signal) {
+  return fmt::format("signal {} ({})", signal, strsignal(signal));
+}
+
+void compile(const fs::path& folder, const std::string& compiler, const TerminationGuard& guard) {
+  const Progress progress("compiling");
+  const ProcessResult result = runProcess(
+      {compiler, "-std=gnu11", "-O1", "-I" + includeFolder().native(), "-o", folder / "program",
+       folder / "driver.c", libraryPath("libvelrun.a"), libraryPath("libvelrt.a"), "-lm"},
+      guard);
+  if (result.succeeded()) return;
+  throw Failure(fmt::format("the C compiler '{}' failed with {}{}", compiler,
+                            result.end == ProcessResult::End::Signalled
+                                ? signalText(result.code)
+                                : fmt::format("status {}", result.code),
+                            quoted(result.output)));
+}
+
+// True when the program came to its end; says so when it did not.
+bool execute(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
+  const Progress progress("running");
+  const ProcessResult result =
+      runProcess({folder / "program", folder / "values", std::to_string(options.scans)}, guard,
+                 options.timeout);
+  if (result.succeeded()) return true;
+  std::string reason;
+  if (result.end == ProcessResult::End::TimedOut) {
+    reason = fmt::format("did not end within {} s", options.timeout.count());
+  } else if (result.end == ProcessResult::End::Signalled) {
+    reason = "was ended by " + signalText(result.code);
+  } else {
+    reason = fmt::format("failed with status {}", result.code);
+  }
+  fmt::print(stderr, "velc: the program {}{}\n", reason, quoted(result.output));
+  return false;
+}
+
+std::string readFile(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace
+
+int run(const CommonOptions& common, const RunOptions& options) {
+  const auto session = startSession(common);
+  if (!analyse(*session, common, options.files)) return kProgramErrors;
+  std::vector<std::string> statements;
+  for (const std::string& setting : options.settings) {
+    statements.push_back(settingStatement(*session, setting));
+  }
+  const auto text = translateToC(*session, common);
+  if (!text) return kProgramErrors;
+
+  const TerminationGuard guard;
+  const TemporaryFolder folder;
+  const auto variables = printedVariables(*session);
+  writeFile(folder.path() / "program.c", *text);
+  writeFile(folder.path() / "driver.c", driverText(*session, statements, variables));
+  compile(folder.path(), options.compiler, guard);
+  if (!execute(folder.path(), options, guard)) return kProgramErrors;
+  writeStandardOutput(valueLines(*session, variables, readFile(folder.path() / "values")));
+  return kSuccess;
+}
+
+}  // namespace velc

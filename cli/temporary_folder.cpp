@@ -1,0 +1,32 @@
+#include "cli/temporary_folder.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "cli/failure.h"
+
+namespace velc {
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder() {
+  std::error_code error;
+  const fs::path parent = fs::temp_directory_path(error);
+  if (error) throw Failure(fmt::format("no folder for temporary files: {}", error.message()));
+  std::string name = parent / "velc-XXXXXX";
+  if (mkdtemp(name.data()) == nullptr) {
+    throw Failure(
+        fmt::format("cannot make a folder in {}: {}", parent.native(), std::strerror(errno)));
+  }
+  path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+}
+
+}  // namespace velc

@@ -1,0 +1,63 @@
+#include "cli/translation.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "cli/diagnostics_printer.h"
+#include "cli/failure.h"
+#include "cli/paths.h"
+#include "refhost/messages.h"
+
+namespace velc {
+
+namespace {
+
+// Prints the messages from number `first` on. True when an error is among them.
+bool printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
+  const auto& messages = session.messages();
+  std::string text;
+  bool failed = false;
+  for (std::size_t i = first; i < messages.size(); ++i) {
+    text += common.jsonDiagnostics ? diagnosticJson(session.sources(), messages[i])
+                                   : diagnosticText(session.sources(), messages[i]);
+    failed = failed || messages[i].severity == static_cast<int>(refhost::Severity::Error);
+  }
+  std::fwrite(text.data(), 1, text.size(), stderr);
+  return failed;
+}
+
+}  // namespace
+
+std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
+  refhost::Options options;
+  options.pluginPath = common.plugin.empty() ? pluginPath().native() : common.plugin;
+  options.localIo = common.localIo;
+  options.notation = common.notation;
+  auto session = std::make_unique<refhost::Session>(options);
+  std::string error;
+  if (!session->start(error)) throw Failure(error);
+  return session;
+}
+
+bool analyse(refhost::Session& session, const CommonOptions& common,
+             const std::vector<std::string>& files) {
+  for (const std::string& file : files) {
+    std::string error;
+    if (session.sources().load(file, error) < 0) {
+      throw Failure(fmt::format("cannot read {}: {}", file, error));
+    }
+  }
+  const bool accepted = session.analyse();
+  return !printMessages(session, common, 0) && accepted;
+}
+
+std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common) {
+  const std::size_t known = session.messages().size();
+  std::string text = session.translate();
+  if (printMessages(session, common, known)) return std::nullopt;
+  return text;
+}
+
+}  // namespace velc
