@@ -123,6 +123,38 @@ static inline u64 vel_mod_u64(u64 a, u64 b) { return b == 0 ? 0 : a % b; }
  * base with a fractional exponent gives NaN; what is too large gives an infinity. */
 f64 vel_pow(f64 base, f64 exponent);
 
+/* ---- Times ------------------------------------------------------------------ */
+
+/* A duration computed as a real number: its fraction is dropped, what is out of range
+ * takes the nearest value of the type, and NaN is 0. */
+static inline i32 vel_truncate_i32(f64 x) {
+  if (!(x > -2147483648.0)) return x != x ? 0 : INT32_MIN;
+  return x < 2147483647.0 ? (i32)x : INT32_MAX;
+}
+static inline i64 vel_truncate_i64(f64 x) {
+  if (!(x > -9223372036854775808.0)) return x != x ? 0 : INT64_MIN;
+  return x < 9223372036854775808.0 ? (i64)x : INT64_MAX;
+}
+
+/* A time of day moved by `milliseconds`, round the clock. */
+static inline u32 vel_tod_shift(u32 tod, i64 milliseconds) {
+  const i64 day = 86400000;
+  const i64 moved = ((i64)tod + milliseconds % day) % day;
+  return (u32)(moved < 0 ? moved + day : moved);
+}
+
+/* A date and time moved by `seconds`; wraps. */
+static inline u32 vel_dt_shift(u32 dt, i64 seconds) { return (u32)((u64)dt + (u64)seconds); }
+
+/* ---- Bits of variables ------------------------------------------------------ */
+
+/* Bit `n` of the integer variable `x`, written `vgbit((x, n))`, and what sets it to
+ * `d`. */
+#define vgbit(variable_and_bit) vel_bit_of variable_and_bit
+#define vel_bit_of(x, n) ((u8)(((u64)(x) >> (n)) & 1u))
+#define vsbit(x, n, d) \
+  ((x) = (__typeof__(x))((d) ? (u64)(x) | (u64)1 << (n) : (u64)(x) & ~((u64)1 << (n))))
+
 /* ---- Strings ---------------------------------------------------------------- */
 
 /* STRING[n] is char[n + 1], WSTRING[n] is u16[n + 1] in UTF-16; both end in a zero. */

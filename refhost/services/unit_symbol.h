@@ -79,6 +79,13 @@ class UnitSymbol final : public vel::SymbolPOU {
   Unit* const node;
   VarSymbol* result = nullptr;  // of a function: the variable that bears its name
 
+  // Set by the emission: the unit's function or structure, and what else it becomes.
+  std::string cName;
+  std::string cInit;
+  std::string cBody;  // of a function block
+  std::string cScan;  // of a program
+  std::string cData;  // of a program: its variables
+
  private:
   std::unique_ptr<InstanceType> instanceType_;
   std::vector<std::unique_ptr<VarSymbol>> variables_;

@@ -2,7 +2,9 @@
 // leaves are. Nodes live in the arena of their Tree and are never freed singly.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <initializer_list>
 #include <memory_resource>
 #include <string>
@@ -15,6 +17,7 @@
 #include "host/declaration.h"
 #include "host/expression.h"
 #include "host/symbol.h"
+#include "refhost/syntax/literal.h"
 
 namespace vel {
 
@@ -123,13 +126,11 @@ class Expr final : public ::Expression {
   vel::Symbol* symbol = nullptr;
 };
 
-struct LiteralValue;  // syntax/literal.h
-
 class Literal final : public ::ConstantValue {
  public:
   explicit Literal(const LiteralValue& literal);
 
-  const LiteralValue& value;  // in the arena
+  const LiteralValue& value;  // kept by the tree
 };
 
 class Call final : public ::Invocation {
@@ -205,14 +206,17 @@ class Tree {
   void setLeaves(ASTNode& node, std::initializer_list<ASTNode*> leaves);
   // A zero-terminated copy that lives as long as the tree; equal texts share one.
   const char* intern(std::string_view text);
+  // Keeps a value for a Literal to refer to.
+  const LiteralValue& keep(LiteralValue value);
+  // Room in the arena for the leaves of one node; null for none.
+  ASTNode** allocateLeaves(std::size_t count);
 
   std::vector<Unit*> units;  // in source order
 
  private:
-  ASTNode** allocateLeaves(std::size_t count);
-
   std::pmr::monotonic_buffer_resource arena_;
-  std::pmr::unordered_set<std::pmr::string> names_;
+  std::unordered_set<std::string_view> names_;  // each in the arena, zero-terminated
+  std::deque<LiteralValue> literals_;
 };
 
 }  // namespace refhost

@@ -1,0 +1,124 @@
+// Emission of C: one file from the analysed units. It is the generator that the
+// operators are handed.
+#pragma once
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "host/generator.h"
+#include "host/message.h"
+#include "refhost/emit/names.h"
+#include "refhost/messages.h"
+#include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/bindings.h"
+#include "refhost/services/services.h"
+
+namespace refhost {
+
+class CGenerator final : public vel::Generator {
+ public:
+  CGenerator(Services& services, std::string localIo, std::vector<vel::VELMessage>& messages);
+
+  // The whole file. Appends an error for each call for which its operator generates
+  // nothing.
+  std::string program();
+
+  // C names of a PROGRAM's functions, once program() has run.
+  static std::string initName(const UnitSymbol& unit);
+  static std::string scanName(const UnitSymbol& unit);
+  // A variable of a PROGRAM as code behind the generated file sees it.
+  static std::string globalReference(const VarSymbol& variable);
+
+  const char* optionText(const char* name) override;
+  std::string typeText(vel::SymbolDataType* type) override;
+  std::string variableText(vel::SymbolVar* variable, int flag, const std::string& pouName) override;
+  std::string expressionText(vel::ASTNode* expression) override;
+  // Literals need no preparation in this host's C.
+  std::string prepareConstant(const std::string& text, vel::BasicDataType) override { return text; }
+
+ private:
+  using Type = vel::SymbolDataType;
+
+  // units.cpp
+  void nameUnits();
+  void nameVariables(UnitSymbol& unit);
+  std::string structures();
+  void appendStructure(const UnitSymbol& unit, std::string& out) const;
+  std::string prototypes();
+  std::string functionHead(const UnitSymbol& function);
+  void appendFunction(UnitSymbol& function, std::string& out);
+  void appendStateful(UnitSymbol& unit, std::string& out);
+  void appendInit(UnitSymbol& unit, std::string& out);
+  void appendLocals(const UnitSymbol& unit, std::string& out);
+  // Of the variables kept between scans, or of the temporary ones.
+  void appendInitials(const UnitSymbol& unit, bool members);
+  // The statement that gives one variable its initial value, if it needs one.
+  void appendInitial(const VarSymbol& variable);
+  std::string declaration(const Type* type, const std::string& name) const;
+  // Starts the text of a C function for `unit`; body_ collects it.
+  void enter(UnitSymbol& unit);
+  // The collected text, with the temporaries it needs in front.
+  std::string leave(bool hasSelf);
+
+  // statements.cpp
+  void statements(const ASTNode* list);
+  void statement(const ASTNode& node);
+  void assignment(const ASTNode& node);
+  void callStatement(const Call& call);
+  void instanceCall(const Call& call);
+  void ifStatement(const ASTNode& node);
+  void caseStatement(const ASTNode& node);
+  std::string labelCondition(const ASTNode& labels, const std::string& selector);
+  void forStatement(const ASTNode& node);
+  // Writes the loop and returns true when it is one between constants.
+  bool countingLoop(const ASTNode& node);
+  void line(const std::string& text);
+  void block(const std::string& head, const ASTNode* list);
+  // The statement that gives `target` the value `value` of type `from`.
+  std::string store(const Expr& target, const std::string& value, BasicDataType from);
+  std::string storeVariable(const VarSymbol& variable, const std::string& value,
+                            BasicDataType from);
+  std::string storeAs(const Type* type, const std::string& place, const std::string& value,
+                      BasicDataType from);
+
+  // expressions.cpp
+  void expression(const Expr& expr, std::string& out);
+  // Like expression(), in parentheses where an operator next to it needs them.
+  void operand(const ASTNode& node, std::string& out);
+  // An operand taken to `type`.
+  void converted(const ASTNode& node, BasicDataType type, std::string& out);
+  void unary(const Expr& expr, std::string& out);
+  void binary(const Expr& expr, std::string& out);
+  void numbers(const Expr& expr, BasicDataType type, std::string& out);
+  void times(const Expr& expr, const Meeting& meeting, std::string& out);
+  void place(const Expr& expr, std::string& out);
+  std::string reference(const VarSymbol& variable);
+  static std::string addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
+                                 const char* cType);
+  std::string callText(const Call& call);
+  std::string operatorText(const Call& call);
+  std::string functionText(const Call& call);
+  std::string pointerTo(const Expr& value, const Type* type);
+  std::string temporary(const Type* type);
+
+  Services& services_;
+  std::string localIo_;
+  std::vector<vel::VELMessage>& messages_;
+
+  CNames fileNames_;
+  std::vector<std::string> staticTexts_;  // in order of first use
+  std::unordered_set<const vel::STOperator*> usedOperators_;
+
+  // Of the C function being written.
+  UnitSymbol* unit_ = nullptr;
+  std::string body_;
+  int indent_ = 1;
+  int temporaries_ = 0;
+  std::string declarations_;  // of the temporaries
+  bool usesSelf_ = false;
+  bool returns_ = false;  // by a RETURN before the end
+  std::unordered_set<const VarSymbol*> used_;
+};
+
+}  // namespace refhost

@@ -1,0 +1,129 @@
+#include <fmt/format.h>
+
+#include "core/operator.h"
+#include "refhost/emit/c_generator.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+std::string CGenerator::callText(const Call& call) {
+  return call.op != nullptr ? operatorText(call) : functionText(call);
+}
+
+std::string CGenerator::operatorText(const Call& call) {
+  if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
+  services_.calls.currentLocation = call.pos();
+  std::string text = call.op->generate(this, const_cast<Call*>(&call));
+  if (text.empty()) {
+    report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
+  }
+  return text;
+}
+
+std::string CGenerator::temporary(const Type* type) {
+  const std::string name = fmt::format("vel_t{}", ++temporaries_);
+  declarations_ += "  " + declaration(type, name) + ";\n";
+  return name;
+}
+
+std::string CGenerator::pointerTo(const Expr& value, const Type* type) {
+  std::string text;
+  place(value, text);
+  if (type != nullptr && isText(type->dataType())) return text;
+  // `(*p)` is what `p` points to.
+  if (text.size() > 3 && text.compare(0, 2, "(*") == 0) return text.substr(2, text.size() - 3);
+  return "&" + text;
+}
+
+// A call in an expression. What its outputs give is stored behind it, before the
+// result is used.
+std::string CGenerator::functionText(const Call& call) {
+  const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
+  const std::vector<Binding> bindings = bindArguments(call, function);
+  const auto given = [&bindings](const VarSymbol* parameter) -> const Binding* {
+    for (const Binding& binding : bindings) {
+      if (binding.parameter == parameter) return &binding;
+    }
+    return nullptr;
+  };
+  std::string arguments;
+  std::string stores;
+  for (int i = 0; i < function.paramsCount(); ++i) {
+    const auto* const parameter = static_cast<const VarSymbol*>(function.param(i));
+    const Type* const type = parameter->dataType();
+    const bool text = type != nullptr && isText(type->dataType());
+    const Binding* const binding = given(parameter);
+    if (!arguments.empty()) arguments += ", ";
+    if (parameter->varKind() == var_kind::kOutput) {
+      const std::string value = temporary(type);
+      arguments += text ? value : "&" + value;
+      if (binding != nullptr) {
+        stores += ", " + store(*binding->value, value, typeOf(*binding->value));
+      }
+    } else if (parameter->varKind() == vel::SymbolVar::kInOut) {
+      arguments += pointerTo(*binding->value, type);
+    } else if (const Expr* const value = binding != nullptr ? binding->value : parameter->initial) {
+      const bool scaled = type != nullptr && type->dataType() == BasicDataType::LTime;
+      if (scaled) {
+        converted(*value, BasicDataType::LTime, arguments);
+      } else {
+        expression(*value, arguments);
+      }
+    } else {
+      arguments += text ? (type->dataType() == BasicDataType::String ? "\"\"" : "u\"\"") : "0";
+    }
+  }
+  const Type* const resultType = function.result != nullptr ? function.result->dataType() : nullptr;
+  const bool textResult = resultType != nullptr && isText(resultType->dataType());
+  if (textResult) {
+    if (!arguments.empty()) arguments += ", ";
+    arguments += temporary(resultType);
+  }
+  const std::string text = fmt::format("{}({})", function.cName, arguments);
+  if (stores.empty()) return text;
+  if (textResult) return fmt::format("({}{}, vel_t{})", text, stores, temporaries_);
+  const std::string result = temporary(resultType);
+  return fmt::format("({} = {}{}, {})", result, text, stores, result);
+}
+
+void CGenerator::callStatement(const Call& call) {
+  if (call.op == nullptr && call.symbol != nullptr &&
+      call.symbol->symbolType() == vel::Symbol::Variable) {
+    instanceCall(call);
+    return;
+  }
+  const std::string text = callText(call);
+  const bool value = call.dataType != nullptr;
+  line(value ? "(void)(" + text + ");" : text + ";");
+}
+
+void CGenerator::instanceCall(const Call& call) {
+  const auto& instance = static_cast<const VarSymbol&>(*call.symbol);
+  const UnitSymbol& block = *static_cast<const InstanceType*>(instance.dataType())->unit;
+  const std::string self = reference(instance);
+  const std::vector<Binding> bindings = bindArguments(call, block);
+  for (const Binding& binding : bindings) {
+    const VarSymbol& parameter = *binding.parameter;
+    if (parameter.varKind() == var_kind::kOutput) continue;
+    const std::string member = self + "." + parameter.cName;
+    if (parameter.varKind() == vel::SymbolVar::kInOut) {
+      line(fmt::format("{} = {};", member, pointerTo(*binding.value, parameter.dataType())));
+      continue;
+    }
+    std::string value;
+    expression(*binding.value, value);
+    line(storeAs(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
+  }
+  line(fmt::format("{}(&{});", block.cBody, self));
+  for (const Binding& binding : bindings) {
+    const VarSymbol& parameter = *binding.parameter;
+    if (parameter.varKind() != var_kind::kOutput) continue;
+    std::string value = self + "." + parameter.cName;
+    if (binding.named != nullptr && binding.named->negated) value = "!" + value;
+    line(store(*binding.value, value, parameter.dataType()->dataType()) + ";");
+  }
+}
+
+}  // namespace refhost

@@ -1,0 +1,345 @@
+#include <fmt/format.h>
+
+#include "refhost/emit/c_generator.h"
+#include "refhost/emit/literal_text.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+namespace {
+
+const char* cType(BasicDataType type) {
+  const ElementaryType* const row = elementaryType(type);
+  return row != nullptr ? row->cType : "";
+}
+
+// The unsigned partner, in which sums and products wrap.
+const char* wrappingType(BasicDataType type) {
+  return type == BasicDataType::LInt || type == BasicDataType::LTime ? "u64" : "u32";
+}
+
+bool isSmall(BasicDataType type) {
+  const ElementaryType* const row = elementaryType(type);
+  return row != nullptr && row->size < 4;
+}
+
+const char* cOperator(Expression::Operator op) {
+  switch (static_cast<int>(op)) {
+    case op::kEqual:
+      return "==";
+    case op::kNotEqual:
+      return "!=";
+    case op::kAnd:
+      return "&";
+    case op::kXor:
+      return "^";
+    case op::kOr:
+      return "|";
+    default:
+      return operatorText(op);
+  }
+}
+
+// Of untyped literals only, so that their sum is a number and not a wrapped SINT.
+bool isLiteralSum(const ASTNode& node) {
+  if (const Literal* const literal = literalOf(node)) return !literal->value.fixedType;
+  if (node.type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(node);
+  if (expr.op() == op::kNegate) return isLiteralSum(*expr.leaf(0));
+  return isArithmetic(expr.op()) && isLiteralSum(*expr.leaf(0)) && isLiteralSum(*expr.leaf(1));
+}
+
+// Its C text binds tighter than every binary operator.
+bool isPrimary(const ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(node);
+  switch (static_cast<int>(expr.op())) {
+    case Expression::Constant:
+      return !isNegative(literalOf(expr)->value);
+    case Expression::Variable:
+    case Expression::Typed:
+      return true;
+    case op::kWrapper:
+      return static_cast<const Call*>(expr.leaf(0))->op == nullptr;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+std::string CGenerator::expressionText(ASTNode* node) {
+  std::string text;
+  if (node == nullptr) return text;
+  if (kindOf(*node) == NodeKind::Invocation) return callText(static_cast<Call&>(*node));
+  if (node->type() == vel::ASTType::Expression) expression(static_cast<Expr&>(*node), text);
+  if (node->type() == vel::ASTType::ConstantValue) {
+    const LiteralValue& value = static_cast<Literal&>(*node).value;
+    appendLiteral(value, BasicDataType::None, text);
+  }
+  return text;
+}
+
+void CGenerator::expression(const Expr& expr, std::string& out) {
+  switch (static_cast<int>(expr.op())) {
+    case Expression::Constant:
+      appendLiteral(literalOf(expr)->value, BasicDataType::None, out);
+      break;
+    case Expression::Variable:
+    case Expression::Typed:
+      place(expr, out);
+      break;
+    case op::kWrapper:
+      out += callText(static_cast<const Call&>(*expr.leaf(0)));
+      break;
+    case op::kNegate:
+    case op::kNot:
+      unary(expr, out);
+      break;
+    default:
+      binary(expr, out);
+      break;
+  }
+}
+
+void CGenerator::operand(const ASTNode& node, std::string& out) {
+  const bool bare = isPrimary(node);
+  if (!bare) out += '(';
+  out += expressionText(const_cast<ASTNode*>(&node));
+  if (!bare) out += ')';
+}
+
+void CGenerator::converted(const ASTNode& node, BasicDataType type, std::string& out) {
+  const BasicDataType own = typeOf(node);
+  if (const Literal* const literal = literalOf(node)) {
+    const bool negative = isNegative(literal->value);
+    if (negative) out += '(';
+    appendLiteral(literal->value, type, out);
+    if (negative) out += ')';
+    return;
+  }
+  if (own == type || own == BasicDataType::None || type == BasicDataType::None) {
+    operand(node, out);
+  } else if (own == BasicDataType::Time && type == BasicDataType::LTime) {
+    out += "((i64)";
+    operand(node, out);
+    out += " * 1000000)";
+  } else {
+    out += fmt::format("({})", cType(type));
+    operand(node, out);
+  }
+}
+
+void CGenerator::unary(const Expr& expr, std::string& out) {
+  const ASTNode& inner = *expr.leaf(0);
+  const BasicDataType type = typeOf(expr);
+  if (expr.op() == op::kNot) {
+    if (type == BasicDataType::Bool || type == BasicDataType::None) {
+      out += '!';
+    } else {
+      out += fmt::format("({})~", cType(type));
+    }
+    operand(inner, out);
+    return;
+  }
+  if (isFloat(type) || type == BasicDataType::None) {
+    out += '-';
+    operand(inner, out);
+  } else if (isSmall(type)) {
+    out += fmt::format("({})-", cType(type));
+    operand(inner, out);
+  } else {
+    const char* const wrapping = wrappingType(type);
+    out += fmt::format("({})(0 - ({})", cType(type), wrapping);
+    operand(inner, out);
+    out += ')';
+  }
+}
+
+void CGenerator::binary(const Expr& expr, std::string& out) {
+  using Kind = Meeting::Kind;
+  const Meeting meeting = meet(expr);
+  const Expression::Operator op = expr.op();
+  const ASTNode& left = *expr.leaf(0);
+  const ASTNode& right = *expr.leaf(1);
+  if (meeting.kind == Kind::Text) {
+    out +=
+        meeting.operands == BasicDataType::String ? "vel_string_compare(" : "vel_wstring_compare(";
+    out += expressionText(const_cast<ASTNode*>(&left)) + ", ";
+    out += expressionText(const_cast<ASTNode*>(&right));
+    out += fmt::format(") {} 0", cOperator(op));
+    return;
+  }
+  if (isArithmetic(op)) {
+    if (meeting.kind == Kind::Number || meeting.kind == Kind::Durations) {
+      numbers(expr, meeting.operands, out);
+      return;
+    }
+    if (meeting.kind != Kind::Untyped) {
+      times(expr, meeting, out);
+      return;
+    }
+  }
+  // No type is known of an untyped operand, so both stay as they are.
+  const bool convert =
+      meeting.kind == Kind::Number || meeting.kind == Kind::Bits || meeting.kind == Kind::Durations;
+  const BasicDataType common = convert ? meeting.operands : BasicDataType::None;
+  converted(left, common, out);
+  out += fmt::format(" {} ", op == op::kModulo ? "%" : cOperator(op));
+  converted(right, common, out);
+}
+
+void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out) {
+  const Expression::Operator op = expr.op();
+  const ASTNode& left = *expr.leaf(0);
+  const ASTNode& right = *expr.leaf(1);
+  if (isInteger(type) && isLiteralSum(expr)) {
+    if (const auto value = constantInteger(expr)) {
+      const auto bits = static_cast<std::uint64_t>(*value);
+      appendInteger(*value < 0, *value < 0 ? 0 - bits : bits, out);
+      return;
+    }
+  }
+  const char* const name = cType(type);
+  if (op == op::kPower) {
+    out += type == BasicDataType::Real ? "(f32)vel_pow(" : "vel_pow(";
+    converted(left, BasicDataType::LReal, out);
+    out += ", ";
+    converted(right, BasicDataType::LReal, out);
+    out += ')';
+    return;
+  }
+  const bool divides = op == op::kDivide || op == op::kModulo;
+  if (divides && !isFloat(type)) {
+    out += fmt::format("vel_{}_{}(", op == op::kDivide ? "div" : "mod", name);
+    converted(left, type, out);
+    out += ", ";
+    converted(right, type, out);
+    out += ')';
+    return;
+  }
+  // Sums and products wrap at the width of their type.
+  const bool plain = isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
+  const bool widened = !plain && (!isSmall(type) || op == op::kMultiply);
+  const std::string cast = widened ? fmt::format("({})", wrappingType(type)) : std::string();
+  if (!plain) out += fmt::format("({})(", name);
+  out += cast;
+  converted(left, type, out);
+  out += fmt::format(" {} {}", cOperator(op), cast);
+  converted(right, type, out);
+  if (!plain) out += ')';
+}
+
+void CGenerator::times(const Expr& expr, const Meeting& meeting, std::string& out) {
+  using Kind = Meeting::Kind;
+  const Expression::Operator op = expr.op();
+  const ASTNode& left = *expr.leaf(0);
+  const ASTNode& right = *expr.leaf(1);
+  const bool clock = meeting.operands == BasicDataType::TimeOfDay;
+  std::string a;
+  std::string b;
+  operand(left, a);
+  operand(right, b);
+  switch (meeting.kind) {
+    case Kind::Scale: {
+      const bool durationLeft = isDuration(typeOf(left));
+      const std::string& duration = durationLeft ? a : b;
+      const std::string& number = durationLeft ? b : a;
+      const bool real = isFloat(typeOf(durationLeft ? right : left));
+      const char* const type = cType(meeting.operands);
+      if (real) {
+        out += fmt::format("vel_truncate_{}((f64){} {} {})", type, duration, cOperator(op), number);
+      } else if (op == op::kDivide) {
+        out += fmt::format("({})vel_div_i64({}, (i64){})", type, duration, number);
+      } else {
+        out += fmt::format("({})((u64){} * (u64){})", type, duration, number);
+      }
+      break;
+    }
+    case Kind::Shift: {
+      const bool nanoseconds = typeOf(right) == BasicDataType::LTime;
+      const char* const unit =
+          clock ? (nanoseconds ? " / 1000000" : "") : (nanoseconds ? " / 1000000000" : " / 1000");
+      const char* const sign = op == op::kSubtract ? "-" : "";
+      out += fmt::format("{}({}, {}((i64){}{}))", clock ? "vel_tod_shift" : "vel_dt_shift", a, sign,
+                         b, unit);
+      break;
+    }
+    default:  // a difference of two points in time, in milliseconds
+      out += fmt::format("(i32)(((i64){} - (i64){}) * {})", a, b, clock ? 1 : 1000);
+      break;
+  }
+}
+
+// What an assignment can name: a variable, a member, a bit or an address.
+void CGenerator::place(const Expr& expr, std::string& out) {
+  if (expr.op() == Expression::Variable) {
+    if (const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol)) {
+      out += reference(*variable);
+      return;
+    }
+    vel::HeapAddress address;
+    services_.memory.parse(TreeBuilder::source(*expr.leaf(0)), address);
+    out += addressText(address, services_.memory.raw(address), cType(typeOf(expr)));
+    return;
+  }
+  if (expr.access == Expr::Access::Bit) {
+    out += "vgbit((";
+    place(static_cast<const Expr&>(*expr.leaf(0)), out);
+    out += fmt::format(", {}))", expr.bitAccessOffset());
+    return;
+  }
+  operand(*expr.leaf(0), out);
+  out += '.';
+  out += static_cast<const VarSymbol*>(expr.symbol)->cName;
+}
+
+std::string CGenerator::addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
+                                    const char* cType) {
+  if (address.isBitMode()) return fmt::format("gbit({})", raw.address);
+  return fmt::format("VEL_MEM({}, {})", cType, raw.address);
+}
+
+std::string CGenerator::reference(const VarSymbol& variable) {
+  const vel::HeapAddress address = variable.iecAddress();
+  if (address.area != 0) {
+    const BasicDataType type =
+        variable.dataType() != nullptr ? variable.dataType()->dataType() : BasicDataType::None;
+    return addressText(address, variable.backendAddress(), cType(type));
+  }
+  used_.insert(&variable);
+  const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
+  const bool indirect = !text && (variable.varKind() == vel::SymbolVar::kInOut ||
+                                  (variable.varKind() == var_kind::kOutput &&
+                                   variable.owner->type() == vel::POUType::Function));
+  const bool member =
+      variable.owner->type() != vel::POUType::Function && variable.varKind() != var_kind::kTemp;
+  if (member) usesSelf_ = true;
+  const std::string name = member ? "self->" + variable.cName : variable.cName;
+  return indirect ? "(*" + name + ")" : name;
+}
+
+std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {
+  return variable != nullptr ? reference(*static_cast<VarSymbol*>(variable)) : std::string();
+}
+
+const char* CGenerator::optionText(const char* name) {
+  return std::string_view(name) == "localio.addr" ? localIo_.c_str() : "";
+}
+
+std::string CGenerator::typeText(Type* type) {
+  if (type == nullptr) return {};
+  if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
+    return "struct " + instance->unit->cName;
+  }
+  if (isText(type->dataType())) {
+    const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
+    return fmt::format("{}[{}]", unit, stringLength(*type) + 1);
+  }
+  return cType(type->dataType());
+}
+
+}  // namespace refhost

@@ -1,0 +1,129 @@
+#include "refhost/emit/literal_text.h"
+
+#include <fmt/format.h>
+
+#include <iterator>
+#include <limits>
+#include <vector>
+
+namespace refhost {
+namespace {
+
+using vel::BasicDataType;
+
+void appendTicks(std::int64_t ticks, std::string& out) {
+  const bool negative = ticks < 0;
+  const auto bits = static_cast<std::uint64_t>(ticks);
+  appendInteger(negative, negative ? 0 - bits : bits, out);
+}
+
+bool isPlain(unsigned char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\' && c != '?'; }
+
+void appendString(const std::string& bytes, std::string& out) {
+  out += '"';
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (isPlain(byte)) {
+      out += c;
+    } else {
+      fmt::format_to(std::back_inserter(out), "\\{:03o}", byte);
+    }
+  }
+  out += '"';
+}
+
+// UTF-16 code units of a UTF-8 text; bytes that are no UTF-8 stand for themselves.
+std::vector<std::uint16_t> codeUnits(const std::string& text) {
+  std::vector<std::uint16_t> units;
+  for (std::size_t i = 0; i < text.size();) {
+    const auto lead = static_cast<unsigned char>(text[i]);
+    const std::size_t length = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    std::uint32_t code = length == 1 ? lead : lead & (0x7FU >> length);
+    for (std::size_t k = 1; k < length && i + k < text.size(); ++k) {
+      code = code << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3FU);
+    }
+    i += length;
+    if (code >= 0x10000) {
+      units.push_back(static_cast<std::uint16_t>(0xD800 + ((code - 0x10000) >> 10)));
+      units.push_back(static_cast<std::uint16_t>(0xDC00 + (code & 0x3FF)));
+    } else {
+      units.push_back(static_cast<std::uint16_t>(code));
+    }
+  }
+  return units;
+}
+
+void appendWideString(const std::string& text, std::string& out) {
+  bool plain = true;
+  for (const char c : text) plain = plain && isPlain(static_cast<unsigned char>(c));
+  if (plain) {
+    out += "u\"" + text + '"';
+    return;
+  }
+  out += "(const u16[]){";
+  for (const std::uint16_t unit : codeUnits(text)) {
+    fmt::format_to(std::back_inserter(out), "{}, ", unit);
+  }
+  out += "0}";
+}
+
+}  // namespace
+
+void appendInteger(bool negative, std::uint64_t magnitude, std::string& out) {
+  constexpr std::uint64_t kMaxInt = std::numeric_limits<std::int32_t>::max();
+  constexpr std::uint64_t kMaxLong = std::numeric_limits<std::int64_t>::max();
+  auto to = std::back_inserter(out);
+  // The lowest values have no literal of their own in C.
+  if (negative && magnitude == kMaxInt + 1) {
+    out += "(-2147483647 - 1)";
+  } else if (negative && magnitude == kMaxLong + 1) {
+    out += "(-9223372036854775807LL - 1)";
+  } else {
+    const char* const suffix = magnitude <= kMaxInt ? "" : magnitude <= kMaxLong ? "LL" : "ULL";
+    fmt::format_to(to, "{}{}{}", negative ? "-" : "", magnitude, suffix);
+  }
+}
+
+void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& out) {
+  switch (value.form) {
+    case LiteralForm::Bool:
+      out += value.magnitude != 0 ? '1' : '0';
+      break;
+    case LiteralForm::Integer:
+      appendInteger(value.negative, value.magnitude, out);
+      break;
+    case LiteralForm::Real:
+      // A REAL operand is compared as a REAL holds it.
+      if (type == BasicDataType::Real) out += "(f32)";
+      out += value.text;
+      if (value.text.find_first_of(".eE") == std::string::npos) out += ".0";
+      break;
+    case LiteralForm::Duration:
+      if (type == BasicDataType::LTime && value.type == BasicDataType::Time) {
+        constexpr std::int64_t kNanosecondsPerMillisecond = 1000000;
+        appendTicks(value.ticks * kNanosecondsPerMillisecond, out);
+        break;
+      }
+      appendTicks(value.ticks, out);
+      break;
+    case LiteralForm::Date:
+    case LiteralForm::TimeOfDay:
+    case LiteralForm::DateAndTime:
+      fmt::format_to(std::back_inserter(out), "{}u", value.ticks);
+      break;
+    case LiteralForm::String:
+      if (value.type == BasicDataType::String) {
+        appendString(value.text, out);
+      } else {
+        appendWideString(value.text, out);
+      }
+      break;
+  }
+}
+
+bool isNegative(const LiteralValue& value) {
+  return value.negative || value.ticks < 0 ||
+         (value.form == LiteralForm::Real && !value.text.empty() && value.text.front() == '-');
+}
+
+}  // namespace refhost

@@ -1,0 +1,17 @@
+// Literals in C.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "refhost/syntax/literal.h"
+
+namespace refhost {
+
+void appendInteger(bool negative, std::uint64_t magnitude, std::string& out);
+// A literal's value as an operand of type `type`, which it can be given to.
+void appendLiteral(const LiteralValue& value, vel::BasicDataType type, std::string& out);
+// True when the text needs parentheses as an operand.
+bool isNegative(const LiteralValue& value);
+
+}  // namespace refhost

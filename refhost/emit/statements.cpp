@@ -1,0 +1,235 @@
+#include <fmt/format.h>
+
+#include <limits>
+
+#include "refhost/emit/c_generator.h"
+#include "refhost/emit/literal_text.h"
+#include "refhost/emit/store.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+
+void CGenerator::line(const std::string& text) {
+  body_.append(static_cast<std::size_t>(indent_) * 2, ' ');
+  body_ += text;
+  body_ += '\n';
+}
+
+void CGenerator::block(const std::string& head, const ASTNode* list) {
+  line(head + " {");
+  ++indent_;
+  statements(list);
+  --indent_;
+}
+
+void CGenerator::statements(const ASTNode* list) {
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    if (list->leaf(i) != nullptr) statement(*list->leaf(i));
+  }
+}
+
+void CGenerator::statement(const ASTNode& node) {
+  switch (kindOf(node)) {
+    case NodeKind::Assignment:
+      assignment(node);
+      break;
+    case NodeKind::CallStatement:
+      callStatement(static_cast<const Call&>(*node.leaf(0)));
+      break;
+    case NodeKind::If:
+      ifStatement(node);
+      break;
+    case NodeKind::Case:
+      caseStatement(node);
+      break;
+    case NodeKind::For:
+      forStatement(node);
+      break;
+    case NodeKind::While:
+      block(fmt::format("while ({})", expressionText(node.leaf(0))), node.leaf(1));
+      line("}");
+      break;
+    case NodeKind::Repeat: {
+      block("do", node.leaf(0));
+      std::string condition;
+      operand(*node.leaf(1), condition);
+      line(fmt::format("}} while (!{});", condition));
+      break;
+    }
+    case NodeKind::Exit:
+      line("break;");
+      break;
+    case NodeKind::Continue:
+      line("continue;");
+      break;
+    case NodeKind::Return:
+      returns_ = true;
+      line("goto vel_return;");
+      break;
+    default:
+      break;
+  }
+}
+
+void CGenerator::assignment(const ASTNode& node) {
+  const ASTNode& source = *node.leaf(1);
+  BasicDataType from = typeOf(source);
+  if (kindOf(source) == NodeKind::Invocation) {
+    const Type* const type = static_cast<const Call&>(source).dataType;
+    if (type != nullptr) from = type->dataType();
+  }
+  const std::string value = expressionText(node.leaf(1));
+  line(store(static_cast<const Expr&>(*node.leaf(0)), value, from) + ";");
+}
+
+std::string CGenerator::store(const Expr& target, const std::string& value, BasicDataType from) {
+  std::string text;
+  place(target, text);
+  if (target.access == Expr::Access::Bit) {
+    // vgbit((variable, bit)) is written as vsbit(variable, bit, value).
+    const std::string_view inner = std::string_view(text).substr(7, text.size() - 9);
+    return fmt::format("vsbit({}, {})", inner, value);
+  }
+  return storeAs(target.dataType, text, value, from);
+}
+
+std::string CGenerator::storeVariable(const VarSymbol& variable, const std::string& value,
+                                      BasicDataType from) {
+  return storeAs(variable.dataType(), reference(variable), value, from);
+}
+
+std::string CGenerator::storeAs(const Type* type, const std::string& place,
+                                const std::string& value, BasicDataType from) {
+  if (type == nullptr) return place + " = " + value;
+  const int capacity = isText(type->dataType()) ? stringLength(*type) + 1 : 0;
+  return storeText(type->dataType(), capacity, place, value, from);
+}
+
+void CGenerator::ifStatement(const ASTNode& node) {
+  const int count = node.leavesCount();
+  for (int i = 0; i + 1 < count; i += 2) {
+    const std::string condition = expressionText(node.leaf(i));
+    block(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
+  }
+  if (count % 2 == 1) block("} else", node.leaf(count - 1));
+  line("}");
+}
+
+// A chain of conditions, so that EXIT inside a CASE leaves the loop around it.
+void CGenerator::caseStatement(const ASTNode& node) {
+  const ASTNode& selectorNode = *node.leaf(0);
+  const auto& selector = static_cast<const Expr&>(selectorNode);
+  const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
+  if (!labelled) {
+    line(fmt::format("(void)({});", expressionText(node.leaf(0))));
+    if (node.leavesCount() > 1) statements(node.leaf(1));
+    return;
+  }
+  const std::string name =
+      temporary(selector.dataType != nullptr ? selector.dataType
+                                             : services_.symbols.elementary(BasicDataType::LInt));
+  line(fmt::format("{} = {};", name, expressionText(node.leaf(0))));
+  for (int i = 1; i < node.leavesCount(); ++i) {
+    const ASTNode& element = *node.leaf(i);
+    const char* const before = i == 1 ? "" : "} else ";
+    if (kindOf(element) == NodeKind::CaseElement) {
+      const std::string condition = labelCondition(*element.leaf(0), name);
+      block(fmt::format("{}if ({})", before, condition), element.leaf(1));
+    } else {
+      block("} else", &element);
+    }
+  }
+  line("}");
+}
+
+std::string CGenerator::labelCondition(const ASTNode& labels, const std::string& selector) {
+  const bool several = labels.leavesCount() > 1;
+  std::string condition;
+  for (int i = 0; i < labels.leavesCount(); ++i) {
+    const ASTNode& label = *labels.leaf(i);
+    if (i > 0) condition += " || ";
+    if (kindOf(label) == NodeKind::Range) {
+      const std::string range = fmt::format("{0} >= {1} && {0} <= {2}", selector,
+                                            constantInteger(*label.leaf(0)).value_or(0),
+                                            constantInteger(*label.leaf(1)).value_or(0));
+      condition += several ? "(" + range + ")" : range;
+    } else {
+      condition += fmt::format("{} == {}", selector, constantInteger(label).value_or(0));
+    }
+  }
+  return condition;
+}
+
+// A loop between constants that ends within its variable's type needs no guard.
+bool CGenerator::countingLoop(const ASTNode& node) {
+  const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
+  const ElementaryType* const row = elementaryType(typeOf(control));
+  const auto end = constantInteger(*node.leaf(1));
+  const auto step = node.leaf(2) != nullptr ? constantInteger(*node.leaf(2)) : 1;
+  constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
+  if (!end || !step || *end == kLowest || *step == kLowest || row == nullptr ||
+      control.access == Expr::Access::Bit)
+    return false;
+  std::int64_t beyond = 0;
+  if (__builtin_add_overflow(*end, *step, &beyond) || beyond == kLowest) return false;
+  const auto magnitude = static_cast<std::uint64_t>(beyond < 0 ? -beyond : beyond);
+  if (!integerFits(beyond < 0, magnitude, row->type)) return false;
+  assignment(*node.leaf(0));
+  std::string variable;
+  place(control, variable);
+  std::string bound;
+  appendInteger(*end < 0, static_cast<std::uint64_t>(*end < 0 ? -*end : *end), bound);
+  const std::string next = fmt::format("{0} = ({1})((u64){0} {2} {3}u)", variable, row->cType,
+                                       *step < 0 ? '-' : '+', *step < 0 ? -*step : *step);
+  block(fmt::format("for (; {} {} {}; {})", variable, *step < 0 ? ">=" : "<=", bound, next),
+        node.leaf(3));
+  line("}");
+  return true;
+}
+
+// The bounds are evaluated once, and the loop ends before its variable leaves its
+// type: FOR to the highest value of a type is no endless loop.
+void CGenerator::forStatement(const ASTNode& node) {
+  const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
+  const BasicDataType type = typeOf(control);
+  if (countingLoop(node)) return;
+  const bool wide = type == BasicDataType::ULInt;
+  const Type* const bound =
+      services_.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt);
+  assignment(*node.leaf(0));
+
+  std::string variable;
+  place(control, variable);
+  const std::string last = temporary(bound);
+  line(fmt::format("{} = {};", last, expressionText(node.leaf(1))));
+  std::string step = "1";
+  std::string ascending = "1";
+  if (node.leaf(2) != nullptr) {
+    if (const auto constant = constantInteger(*node.leaf(2))) {
+      step = std::to_string(*constant);
+      ascending = *constant > 0 ? "1" : "0";
+    } else {
+      step = temporary(services_.symbols.elementary(BasicDataType::LInt));
+      line(fmt::format("{} = {};", step, expressionText(node.leaf(2))));
+      ascending.clear();
+    }
+  }
+  const char* const wideName = wide ? "u64" : "i64";
+  const std::string more = temporary(services_.symbols.elementary(BasicDataType::Bool));
+  const std::string up = fmt::format("({}){} <= {}", wideName, variable, last);
+  const std::string down = fmt::format("({}){} >= {}", wideName, variable, last);
+  const std::string start = ascending == "1"   ? up
+                            : ascending == "0" ? down
+                                               : fmt::format("{} >= 0 ? {} : {}", step, up, down);
+  const std::string next =
+      fmt::format("{} = vel_for_more_{}({}, {}, {})", more, wideName, variable, last, step);
+  const char* const cName = elementaryType(type) != nullptr ? elementaryType(type)->cType : "i64";
+  const std::string advance =
+      store(control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);
+  block(fmt::format("for ({} = {}; {}; {}, {})", more, start, more, next, advance), node.leaf(3));
+  line("}");
+}
+
+}  // namespace refhost

@@ -1,0 +1,16 @@
+// Assignments in C.
+#pragma once
+
+#include <string>
+
+#include "refhost/services/types.h"
+
+namespace refhost {
+
+// The C statement, without its semicolon, that gives `place` the value `value` of
+// type `from`. `capacity` counts the code units of a string's array, its terminator
+// included.
+std::string storeText(BasicDataType to, int capacity, const std::string& place,
+                      const std::string& value, BasicDataType from);
+
+}  // namespace refhost

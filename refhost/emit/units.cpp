@@ -1,0 +1,307 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "refhost/emit/c_generator.h"
+
+namespace refhost {
+
+using vel::POUType;
+
+namespace {
+
+bool isInstance(const vel::SymbolDataType* type) {
+  return type != nullptr && type->dataType() == BasicDataType::FunctionBlock;
+}
+
+bool isTextType(const vel::SymbolDataType* type) {
+  return type != nullptr && isText(type->dataType());
+}
+
+// Kept between scans, as a member of the unit's structure.
+bool isMember(const VarSymbol& variable) {
+  return variable.varKind() != var_kind::kTemp && variable.iecAddress().area == 0;
+}
+
+}  // namespace
+
+CGenerator::CGenerator(Services& services, std::string localIo,
+                       std::vector<vel::VELMessage>& messages)
+    : Generator(&services),
+      services_(services),
+      localIo_(std::move(localIo)),
+      messages_(messages) {}
+
+std::string CGenerator::program() {
+  nameUnits();
+  std::string bodies;
+  for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
+    for (UnitSymbol* const unit : services_.symbols.units()) {
+      if (unit->type() != type) continue;
+      if (type == POUType::Function) {
+        appendFunction(*unit, bodies);
+      } else {
+        appendStateful(*unit, bodies);
+      }
+    }
+  }
+  std::string out = "// Translated from Structured Text by velc.\n#include \"velrt.h\"\n";
+  std::vector<std::string_view> written;
+  for (const std::string& text : staticTexts_) {
+    if (text.empty() || std::find(written.begin(), written.end(), text) != written.end()) continue;
+    written.push_back(text);
+    out += '\n';
+    out += text;
+    if (text.back() != '\n') out += '\n';
+  }
+  out += structures();
+  out += prototypes();
+  out += bodies;
+  return out;
+}
+
+std::string CGenerator::initName(const UnitSymbol& unit) { return unit.cInit; }
+std::string CGenerator::scanName(const UnitSymbol& unit) { return unit.cScan; }
+
+std::string CGenerator::globalReference(const VarSymbol& variable) {
+  const vel::HeapAddress address = variable.iecAddress();
+  if (address.area == 0) return variable.owner->cData + "." + variable.cName;
+  const ElementaryType* const row = elementaryType(variable.dataType()->dataType());
+  return addressText(address, variable.backendAddress(), row != nullptr ? row->cType : "");
+}
+
+void CGenerator::nameUnits() {
+  const auto& units = services_.symbols.units();
+  for (UnitSymbol* const unit : units) unit->cName = fileNames_.allocate(unit->name());
+  for (UnitSymbol* const unit : units) {
+    nameVariables(*unit);
+    if (unit->type() == POUType::Function) continue;
+    unit->cInit = fileNames_.allocate(unit->cName + "_init");
+    unit->cBody = fileNames_.allocate(unit->cName + "_body");
+    if (unit->type() == POUType::Program) {
+      unit->cScan = fileNames_.allocate(unit->cName + "_scan");
+      unit->cData = fileNames_.allocate(unit->cName + "_data");
+    }
+  }
+}
+
+void CGenerator::nameVariables(UnitSymbol& unit) {
+  CNames names;
+  // Inside a function its own name stays that of the C function.
+  if (unit.type() == POUType::Function) names.allocate(unit.cName);
+  for (const auto& variable : unit.variables()) {
+    variable->cName =
+        variable.get() == unit.result ? "vel_result" : names.allocate(variable->name());
+  }
+}
+
+std::string CGenerator::declaration(const Type* type, const std::string& name) const {
+  if (isTextType(type)) {
+    const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
+    return fmt::format("{} {}[{}]", unit, name, stringLength(*type) + 1);
+  }
+  return fmt::format("{} {}", const_cast<CGenerator*>(this)->typeText(const_cast<Type*>(type)),
+                     name);
+}
+
+std::string CGenerator::structures() {
+  std::string out;
+  std::unordered_set<const UnitSymbol*> done;
+  const auto visit = [&](const auto& self, const UnitSymbol& unit) -> void {
+    if (!done.insert(&unit).second) return;
+    for (const auto& variable : unit.variables()) {
+      const auto* const type = dynamic_cast<const InstanceType*>(variable->dataType());
+      if (type != nullptr) self(self, *type->unit);
+    }
+    if (unit.type() != POUType::Function) appendStructure(unit, out);
+  };
+  for (const UnitSymbol* const unit : services_.symbols.units()) visit(visit, *unit);
+  return out;
+}
+
+void CGenerator::appendStructure(const UnitSymbol& unit, std::string& out) const {
+  out += fmt::format("\nstruct {} {{\n", unit.cName);
+  bool empty = true;
+  for (const auto& variable : unit.variables()) {
+    if (!isMember(*variable)) continue;
+    empty = false;
+    const bool pointer = variable->varKind() == vel::SymbolVar::kInOut;
+    if (pointer && isTextType(variable->dataType())) {
+      const bool narrow = variable->dataType()->dataType() == BasicDataType::String;
+      out += fmt::format("  {}* {};\n", narrow ? "char" : "u16", variable->cName);
+    } else {
+      out += fmt::format("  {};\n",
+                         declaration(variable->dataType(), (pointer ? "*" : "") + variable->cName));
+    }
+  }
+  if (empty) out += "  u8 vel_empty;\n";
+  out += "};\n";
+  if (unit.type() == POUType::Program) {
+    out += fmt::format("static struct {} {};\n", unit.cName, unit.cData);
+  }
+}
+
+std::string CGenerator::functionHead(const UnitSymbol& function) {
+  std::string parameters;
+  const auto add = [&parameters](const std::string& text) {
+    if (!parameters.empty()) parameters += ", ";
+    parameters += text;
+  };
+  for (int i = 0; i < function.paramsCount(); ++i) {
+    const auto& parameter = *static_cast<const VarSymbol*>(function.param(i));
+    const Type* const type = parameter.dataType();
+    const bool input = parameter.varKind() == vel::SymbolVar::kInput;
+    if (isTextType(type)) {
+      const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
+      add(input ? fmt::format("const {}* vel_{}", unit, parameter.cName)
+                : fmt::format("{}* {}", unit, parameter.cName));
+    } else {
+      add(declaration(type, (input ? "" : "*") + parameter.cName));
+    }
+  }
+  const Type* const result = function.result != nullptr ? function.result->dataType() : nullptr;
+  std::string resultText = result != nullptr ? typeText(const_cast<Type*>(result)) : "void";
+  if (isTextType(result)) {
+    resultText = result->dataType() == BasicDataType::String ? "char*" : "u16*";
+    add(resultText + " vel_result");
+  }
+  return fmt::format("static {} {}({})", resultText, function.cName,
+                     parameters.empty() ? "void" : parameters);
+}
+
+std::string CGenerator::prototypes() {
+  std::string out;
+  for (const UnitSymbol* const unit : services_.symbols.units()) {
+    if (unit->type() == POUType::Function) {
+      out += functionHead(*unit) + " __attribute__((unused));\n";
+    } else if (unit->type() == POUType::FunctionBlock) {
+      for (const std::string& name : {unit->cInit, unit->cBody}) {
+        out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n", name,
+                           unit->cName);
+      }
+    } else {
+      out += fmt::format("void {}(void);\nvoid {}(void);\n", unit->cInit, unit->cScan);
+    }
+  }
+  return out.empty() ? out : "\n" + out;
+}
+
+void CGenerator::enter(UnitSymbol& unit) {
+  unit_ = &unit;
+  services_.calls.currentUnit = unit.name();
+  body_.clear();
+  declarations_.clear();
+  used_.clear();
+  indent_ = 1;
+  temporaries_ = 0;
+  usesSelf_ = false;
+  returns_ = false;
+}
+
+std::string CGenerator::leave(bool hasSelf) {
+  std::string text;
+  if (hasSelf && !usesSelf_) text += "  (void)self;\n";
+  text += declarations_;
+  text += body_;
+  if (returns_) text += "vel_return:;\n";
+  return text;
+}
+
+// Gives every variable its initial value; those that already hold zero are left out
+// unless the program names another.
+void CGenerator::appendInitials(const UnitSymbol& unit, bool members) {
+  for (const auto& variable : unit.variables()) {
+    const bool kept = variable->varKind() != var_kind::kTemp;
+    if (kept != members || variable->varKind() == vel::SymbolVar::kInOut) continue;
+    appendInitial(*variable);
+  }
+}
+
+void CGenerator::appendInitial(const VarSymbol& variable) {
+  if (isInstance(variable.dataType())) {
+    const auto& block = *static_cast<const InstanceType*>(variable.dataType())->unit;
+    line(fmt::format("{}(&{});", block.cInit, reference(variable)));
+  } else if (variable.initial != nullptr) {
+    const std::string value = expressionText(variable.initial);
+    line(storeVariable(variable, value, typeOf(*variable.initial)) + ";");
+  }
+}
+
+// Locals of a C function: all start from zero.
+void CGenerator::appendLocals(const UnitSymbol& unit, std::string& out) {
+  const bool function = unit.type() == POUType::Function;
+  for (const auto& variable : unit.variables()) {
+    const bool result = variable.get() == unit.result;
+    const bool local =
+        function ? variable->varKind() == var_kind::kLocal || variable->varKind() == var_kind::kTemp
+                 : variable->varKind() == var_kind::kTemp;
+    const Type* const type = variable->dataType();
+    const bool copied =
+        function && variable->varKind() == vel::SymbolVar::kInput && isTextType(type);
+    if (variable->iecAddress().area != 0) continue;
+    if ((local || copied || (result && !isTextType(type)))) {
+      const char* const zero = isTextType(type) || isInstance(type) ? "{0}" : "0";
+      out += fmt::format("  {} = {};\n", declaration(type, variable->cName), zero);
+    }
+    const bool named = function ? !result : local;
+    if (named && used_.count(variable.get()) == 0) {
+      out += fmt::format("  (void){};\n", variable->cName);
+    }
+  }
+}
+
+void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
+  enter(function);
+  for (const auto& variable : function.variables()) {
+    const Type* const type = variable->dataType();
+    const std::int32_t kind = variable->varKind();
+    if (kind == vel::SymbolVar::kInput && isTextType(type)) {
+      line(storeAs(type, reference(*variable), "vel_" + variable->cName, type->dataType()) + ";");
+    } else if (kind == var_kind::kReturn && isTextType(type)) {
+      line(variable->cName + "[0] = 0;");
+    } else if (kind == var_kind::kOutput) {
+      line(isTextType(type) ? reference(*variable) + "[0] = 0;" : reference(*variable) + " = 0;");
+    }
+    if (kind != vel::SymbolVar::kInput && kind != vel::SymbolVar::kInOut) appendInitial(*variable);
+  }
+  statements(function.node->leaf(Unit::kBody));
+  const std::string text = leave(false);
+  out += "\n" + functionHead(function) + " {\n";
+  appendLocals(function, out);
+  out += text;
+  if (function.result != nullptr) out += "  return vel_result;\n";
+  out += "}\n";
+}
+
+void CGenerator::appendInit(UnitSymbol& unit, std::string& out) {
+  enter(unit);
+  usesSelf_ = true;
+  line(fmt::format("*self = (struct {}){{0}};", unit.cName));
+  appendInitials(unit, true);
+  const std::string text = leave(true);
+  if (unit.type() == POUType::Program) {
+    out += fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", unit.cInit,
+                       unit.cName, unit.cData);
+  } else {
+    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cInit, unit.cName);
+  }
+  out += text + "}\n";
+}
+
+void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
+  appendInit(unit, out);
+  enter(unit);
+  appendInitials(unit, false);
+  statements(unit.node->leaf(Unit::kBody));
+  const std::string text = leave(true);
+  if (unit.type() == POUType::Program) {
+    out += fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", unit.cScan,
+                       unit.cName, unit.cData);
+  } else {
+    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cBody, unit.cName);
+  }
+  appendLocals(unit, out);
+  out += text + "}\n";
+}
+
+}  // namespace refhost

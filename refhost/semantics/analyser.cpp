@@ -1,0 +1,36 @@
+#include "refhost/semantics/analyser.h"
+
+#include "host/ast_node_helper.h"
+
+namespace refhost {
+
+Analyser::Analyser(Services& services, Tree& tree, std::vector<vel::VELMessage>& messages)
+    : services_(services), tree_(tree), messages_(messages) {}
+
+void Analyser::run() {
+  declareUnits();
+  for (UnitSymbol* const unit : services_.symbols.units()) declareVariables(*unit);
+  refuseRecursiveBlocks();
+  for (UnitSymbol* const unit : services_.symbols.units()) {
+    unit_ = unit;
+    unitName_ = unit->name();
+    analyseInitials(*unit);
+    analyseStatements(unit->node->leaf(Unit::kBody));
+  }
+}
+
+bool Analyser::hasErrorFrom(std::size_t first) const {
+  for (std::size_t i = first; i < messages_.size(); ++i) {
+    if (messages_[i].severity == static_cast<int>(Severity::Error)) return true;
+  }
+  return false;
+}
+
+std::string displayName(const vel::SymbolDataType* type) {
+  if (type == nullptr) return "INVALID";
+  const ElementaryType* const row = elementaryType(type->dataType());
+  const bool ownName = row == nullptr || isBitStringName(type->name());
+  return ownName ? type->typeName() : AstNodeHelper::basicDataTypeText(type->dataType());
+}
+
+}  // namespace refhost

@@ -1,0 +1,99 @@
+// Semantic analysis: declares what the units declare, gives every expression its
+// type, asks the operators to check their calls, and judges assignments.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/message.h"
+#include "refhost/messages.h"
+#include "refhost/semantics/bindings.h"
+#include "refhost/services/services.h"
+#include "refhost/syntax/tree.h"
+
+namespace vel {
+class OpManagerAPI;
+}
+
+namespace refhost {
+
+class Analyser {
+ public:
+  Analyser(Services& services, Tree& tree, std::vector<vel::VELMessage>& messages);
+
+  // Analyses every unit of the tree.
+  void run();
+
+ private:
+  using Symbol = vel::Symbol;
+  using Type = vel::SymbolDataType;
+
+  // declarations.cpp
+  void declareUnits();
+  void declareVariables(UnitSymbol& unit);
+  void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
+                       const Text& name, Type* type);
+  void declareResult(UnitSymbol& unit);
+  void place(VarSymbol& variable, const ASTNode& address, const Type* type);
+  Type* resolveType(const ASTNode& spec);
+  void analyseInitials(UnitSymbol& unit);
+  void refuseRecursiveBlocks();
+
+  // expressions.cpp
+  // Analyses leaf `index` of `parent`, an Expr, and returns what stands there then.
+  Expr& analyseLeaf(ASTNode& parent, int index);
+  Type* typeExpression(Expr& expr);
+  Type* typeVariable(Expr& expr);
+  Type* typeMember(Expr& expr);
+  Type* typeBit(Expr& expr);
+  Type* typeUnary(Expr& expr);
+  Type* typeBinary(Expr& expr);
+  bool becomesAddress(ASTNode& parent, int index);
+  Type* addressType(const vel::HeapAddress& address) const;
+  // Appends an error and returns false when the expression cannot be written.
+  bool requireWritable(const Expr& target);
+
+  // calls.cpp
+  Type* analyseCall(Call& call);
+  Type* callOperator(Call& call);
+  Type* callFunction(Call& call, UnitSymbol& function);
+  Type* callInstance(Call& call, VarSymbol& instance, UnitSymbol& block);
+  void orderArguments(Call& call);
+  void analyseArguments(Call& call, UnitSymbol& callee);
+  void checkArgument(const Binding& binding, const UnitSymbol& callee);
+  void requirePassable(const Binding& binding);
+
+  // assignments.cpp
+  // Judges `source`, of type `from`, given to a place of type `to`. Of the messages
+  // from `first` on none is repeated.
+  void judge(const Type* to, const Type* from, const ASTNode& source, std::size_t first);
+
+  // statements.cpp
+  void analyseStatements(ASTNode* list);
+  void analyseStatement(ASTNode& statement);
+  void analyseAssignment(ASTNode& statement);
+  void analyseIf(ASTNode& statement);
+  void analyseCase(ASTNode& statement);
+  void analyseLabels(ASTNode& labels);
+  void analyseFor(ASTNode& statement);
+  void analyseCondition(ASTNode& parent, int index);
+
+  template <typename... Args>
+  void say(const ASTNode& where, const MessageFormat& format, const Args&... args) {
+    report(messages_, where.pos(), format, {std::string_view(args)...});
+  }
+  bool hasErrorFrom(std::size_t first) const;
+
+  Services& services_;
+  Tree& tree_;
+  std::vector<vel::VELMessage>& messages_;
+  UnitSymbol* unit_ = nullptr;  // being analysed
+  std::string unitName_;
+  int loops_ = 0;  // around the statement being analysed
+};
+
+// The name that messages give a type: a bit string's own, else the IEC name of its
+// number.
+std::string displayName(const vel::SymbolDataType* type);
+
+}  // namespace refhost

@@ -1,0 +1,147 @@
+#include "refhost/semantics/arithmetic.h"
+
+#include "refhost/syntax/literal.h"
+
+namespace refhost {
+namespace {
+
+using Kind = Meeting::Kind;
+
+bool isPointInTime(BasicDataType type) {
+  return type == BasicDataType::Date || type == BasicDataType::TimeOfDay ||
+         type == BasicDataType::DateAndTime;
+}
+
+// The type that a literal without one of its own takes beside an operand of type
+// `other`; its own type where it does not fit.
+BasicDataType besideType(const ASTNode& node, BasicDataType own, BasicDataType other) {
+  const Literal* const literal = literalOf(node);
+  if (literal == nullptr || literal->value.fixedType || !isNumber(other)) return own;
+  const LiteralValue& value = literal->value;
+  if (value.form == LiteralForm::Integer) {
+    return integerFits(value.negative, value.magnitude, other) ? other : own;
+  }
+  return widens(own, other) ? other : own;
+}
+
+Meeting meetTimes(Expression::Operator op, BasicDataType left, BasicDataType right) {
+  const bool sum = op == op::kAdd || op == op::kSubtract;
+  if (isDuration(left) && isDuration(right) && (sum || isComparison(op))) {
+    const BasicDataType wider = widens(left, right) ? right : left;
+    return {Kind::Durations, wider, wider};
+  }
+  if (isDuration(left) && isNumber(right) && (op == op::kMultiply || op == op::kDivide)) {
+    return {Kind::Scale, left, left};
+  }
+  if (isNumber(left) && isDuration(right) && op == op::kMultiply) {
+    return {Kind::Scale, right, right};
+  }
+  const bool clock = left == BasicDataType::TimeOfDay || left == BasicDataType::DateAndTime;
+  if (clock && isDuration(right) && sum) return {Kind::Shift, left, left};
+  if (isPointInTime(left) && left == right && op == op::kSubtract) {
+    return {Kind::Difference, left, BasicDataType::Time};
+  }
+  return {};
+}
+
+}  // namespace
+
+BasicDataType typeOf(const ASTNode& operand) {
+  if (operand.type() != vel::ASTType::Expression) return BasicDataType::None;
+  const vel::SymbolDataType* const type = static_cast<const Expr&>(operand).dataType;
+  return type != nullptr ? type->dataType() : BasicDataType::None;
+}
+
+const Literal* literalOf(const ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return nullptr;
+  const auto& expr = static_cast<const Expr&>(node);
+  return expr.op() == Expression::Constant ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
+}
+
+bool isComparison(Expression::Operator op) { return op >= op::kLess && op <= op::kNotEqual; }
+bool isArithmetic(Expression::Operator op) { return op >= op::kPower && op <= op::kSubtract; }
+
+const char* operatorText(Expression::Operator op) {
+  switch (static_cast<int>(op)) {
+    case op::kNegate:
+    case op::kSubtract:
+      return "-";
+    case op::kNot:
+      return "NOT";
+    case op::kPower:
+      return "**";
+    case op::kMultiply:
+      return "*";
+    case op::kDivide:
+      return "/";
+    case op::kModulo:
+      return "MOD";
+    case op::kAdd:
+      return "+";
+    case op::kLess:
+      return "<";
+    case op::kGreater:
+      return ">";
+    case op::kLessEqual:
+      return "<=";
+    case op::kGreaterEqual:
+      return ">=";
+    case op::kEqual:
+      return "=";
+    case op::kNotEqual:
+      return "<>";
+    case op::kAnd:
+      return "AND";
+    case op::kXor:
+      return "XOR";
+    case op::kOr:
+      return "OR";
+    default:
+      return "";
+  }
+}
+
+Meeting meet(const Expr& binary) {
+  const Expression::Operator op = binary.op();
+  const ASTNode& leftNode = *binary.leaf(0);
+  const ASTNode& rightNode = *binary.leaf(1);
+  BasicDataType left = typeOf(leftNode);
+  BasicDataType right = typeOf(rightNode);
+  const auto result = [op](Kind kind, BasicDataType operands) {
+    return Meeting{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
+  };
+
+  if (left == BasicDataType::None || right == BasicDataType::None) {
+    return result(Kind::Untyped, left != BasicDataType::None ? left : right);
+  }
+  if (isNumber(left) && isNumber(right)) {
+    const BasicDataType leftBeside = besideType(leftNode, left, right);
+    right = besideType(rightNode, right, left);
+    left = leftBeside;
+    const BasicDataType common = commonNumber(left, right);
+    if (isComparison(op)) return result(Kind::Number, common);
+    if (op == op::kPower) {
+      const BasicDataType power =
+          left == BasicDataType::Real ? BasicDataType::Real : BasicDataType::LReal;
+      return result(Kind::Number, power);
+    }
+    if (isArithmetic(op)) {
+      return op == op::kModulo && isFloat(common) ? Meeting{} : result(Kind::Number, common);
+    }
+    return isFloat(common) ? Meeting{} : result(Kind::Bits, common);
+  }
+  if (left == BasicDataType::Bool && right == BasicDataType::Bool) {
+    return isArithmetic(op) ? Meeting{} : result(Kind::Logic, left);
+  }
+  if (isText(left) || isText(right)) {
+    return left == right && isComparison(op) ? result(Kind::Text, left) : Meeting{};
+  }
+  const Meeting times = meetTimes(op, left, right);
+  if (times.kind != Kind::Invalid) {
+    return isComparison(op) ? result(times.kind, times.operands) : times;
+  }
+  const bool comparable = left == right && left != BasicDataType::FunctionBlock;
+  return comparable && isComparison(op) ? result(Kind::Same, left) : Meeting{};
+}
+
+}  // namespace refhost

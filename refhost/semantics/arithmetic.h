@@ -1,0 +1,44 @@
+// In which type the operands of an expression's operator meet, and what type the
+// result has. The analysis judges by it and the emission computes by it.
+#pragma once
+
+#include "refhost/services/types.h"
+#include "refhost/syntax/tree.h"
+
+namespace refhost {
+
+// What a binary operator does with its operands.
+struct Meeting {
+  enum class Kind : std::uint8_t {
+    Invalid,     // the operator cannot be applied to these types
+    Untyped,     // an operand has no type; the other's, if any, holds
+    Number,      // both are taken to `operands`
+    Logic,       // BOOL
+    Bits,        // bitwise, both are taken to `operands`
+    Same,        // both have the type `operands` and are compared as they are
+    Text,        // both are STRING or both are WSTRING
+    Durations,   // both are taken to `operands`, TIME or LTIME
+    Scale,       // a duration multiplied or divided by a number
+    Shift,       // a point in time plus or minus a duration
+    Difference,  // of two points in time, a TIME
+  };
+  Kind kind = Kind::Invalid;
+  BasicDataType operands = BasicDataType::None;
+  BasicDataType result = BasicDataType::None;
+};
+
+Meeting meet(const Expr& binary);
+
+// The type of an operand; None when it has none.
+BasicDataType typeOf(const ASTNode& operand);
+
+bool isComparison(Expression::Operator op);
+bool isArithmetic(Expression::Operator op);
+
+// As it is written in the source: "+", "MOD", "NOT".
+const char* operatorText(Expression::Operator op);
+
+// The literal of an expression that is one, else null.
+const Literal* literalOf(const ASTNode& node);
+
+}  // namespace refhost

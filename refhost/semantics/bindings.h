@@ -1,0 +1,26 @@
+// Which argument of a call belongs to which parameter.
+#pragma once
+
+#include <vector>
+
+#include "refhost/services/unit_symbol.h"
+#include "refhost/syntax/tree.h"
+
+namespace refhost {
+
+struct Binding {
+  VarSymbol* parameter = nullptr;   // null when there is none for the argument
+  ASTNode* node = nullptr;          // the argument as it stands in the list
+  Expr* value = nullptr;            // what it gives, or for an output where it goes
+  const Argument* named = nullptr;  // null for a positional argument
+};
+
+// One binding for each argument, in source order. Positions count the inputs and
+// in-out parameters.
+std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit);
+
+// Names of an operator's inputs in order, for calls with named arguments. Returns
+// the position of `formal`, -1 when the operator has no input of that name.
+int operatorInput(std::string_view operatorName, std::string_view formal);
+
+}  // namespace refhost

@@ -1,0 +1,195 @@
+#include <algorithm>
+
+#include "core/op_manager_api.h"
+#include "core/operator.h"
+#include "host/ast_node_helper.h"
+#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/arithmetic.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+vel::SymbolDataType* Analyser::analyseCall(Call& call) {
+  if (call.analysed) return call.dataType;
+  call.analysed = true;
+  const std::string name(TreeBuilder::source(*call.leaf(0)));
+  VarSymbol* const variable = unit_->variable(name);
+  if (variable != nullptr && variable != unit_->result) {
+    const auto* const instance = dynamic_cast<const InstanceType*>(variable->dataType());
+    if (instance != nullptr) return callInstance(call, *variable, *instance->unit);
+  }
+  call.op = services_.operators->findOperator(name);
+  if (call.op != nullptr) {
+    call.dataType = callOperator(call);
+    const BasicDataType type =
+        call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None;
+    call.setBasicType(type);
+    return call.dataType;
+  }
+  UnitSymbol* const function = services_.symbols.unit(name);
+  if (function != nullptr && function->type() == vel::POUType::Function) {
+    call.dataType = callFunction(call, *function);
+    call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
+    return call.dataType;
+  }
+  const bool known =
+      variable != nullptr || services_.symbols.find(name, {}, Symbol::All) != nullptr;
+  say(call, known ? message::kNotCallable : message::kUnknownName, name);
+  return nullptr;
+}
+
+vel::SymbolDataType* Analyser::callOperator(Call& call) {
+  const std::size_t first = messages_.size();
+  orderArguments(call);
+  ASTNode* const list = call.leaf(1);
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    if (kindOf(*list->leaf(i)) == NodeKind::Argument) {
+      analyseLeaf(*list->leaf(i), 1);
+    } else {
+      analyseLeaf(*list, i);
+    }
+  }
+  std::string resultType;
+  call.accepted = call.op->check(&services_, &call, messages_, resultType, unitName_);
+  if (!call.accepted) {
+    if (!hasErrorFrom(first)) {
+      say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
+    }
+    return nullptr;
+  }
+  return services_.symbols.dataType(resultType);
+}
+
+// Operators know their parameters by position only.
+void Analyser::orderArguments(Call& call) {
+  ASTNode* const list = call.leaf(1);
+  const int count = list != nullptr ? list->leavesCount() : 0;
+  int named = 0;
+  for (int i = 0; i < count; ++i) {
+    if (kindOf(*list->leaf(i)) == NodeKind::Argument) ++named;
+  }
+  if (named == 0) return;
+  const std::string_view name = TreeBuilder::source(*call.leaf(0));
+  if (named != count) {
+    say(call, message::kMixedArguments, name);
+    return;
+  }
+  std::vector<ASTNode*> ordered(static_cast<std::size_t>(count), nullptr);
+  for (int i = 0; i < count; ++i) {
+    const auto& argument = static_cast<const Argument&>(*list->leaf(i));
+    const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
+    const int position = argument.output ? -1 : operatorInput(name, formal);
+    if (position < 0 || position >= count) {
+      say(argument, message::kUnknownParameter, name, formal);
+      return;
+    }
+    ASTNode*& place = ordered[static_cast<std::size_t>(position)];
+    if (place != nullptr) {
+      say(argument, message::kArgumentTwice, formal);
+      return;
+    }
+    place = argument.leaf(1);
+  }
+  tree_.setLeaves(*list, ordered);
+}
+
+vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
+  call.symbol = &function;
+  call.accepted = true;
+  analyseArguments(call, function);
+  return function.result != nullptr ? function.result->dataType() : nullptr;
+}
+
+vel::SymbolDataType* Analyser::callInstance(Call& call, VarSymbol& instance, UnitSymbol& block) {
+  call.symbol = &instance;
+  call.accepted = true;
+  analyseArguments(call, block);
+  return nullptr;
+}
+
+void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
+  ASTNode* const list = call.leaf(1);
+  const int count = list != nullptr ? list->leavesCount() : 0;
+  for (int i = 0; i < count; ++i) {
+    if (kindOf(*list->leaf(i)) == NodeKind::Argument) {
+      analyseLeaf(*list->leaf(i), 1);
+    } else {
+      analyseLeaf(*list, i);
+    }
+  }
+  const std::vector<Binding> bindings = bindArguments(call, callee);
+  std::vector<const VarSymbol*> given;
+  int named = 0;
+  for (const Binding& binding : bindings) {
+    if (binding.named != nullptr) ++named;
+    if (binding.parameter == nullptr) {
+      if (binding.named == nullptr) {
+        say(*binding.node, message::kTooManyArguments, callee.name());
+        break;
+      }
+      say(*binding.node, message::kUnknownParameter, callee.name(),
+          TreeBuilder::source(*binding.node->leaf(0)));
+      continue;
+    }
+    if (std::find(given.begin(), given.end(), binding.parameter) != given.end()) {
+      say(*binding.node, message::kArgumentTwice, binding.parameter->name());
+      continue;
+    }
+    given.push_back(binding.parameter);
+    checkArgument(binding, callee);
+  }
+  if (named != 0 && named != count) say(call, message::kMixedArguments, callee.name());
+  for (const auto& variable : callee.variables()) {
+    const bool missing = variable->varKind() == vel::SymbolVar::kInOut &&
+                         std::find(given.begin(), given.end(), variable.get()) == given.end();
+    if (missing) say(call, message::kInOutMissing, variable->name(), callee.name());
+  }
+}
+
+void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
+  const VarSymbol& parameter = *binding.parameter;
+  const bool output = parameter.varKind() == var_kind::kOutput;
+  if (binding.named != nullptr && binding.named->output != output) {
+    say(*binding.node, message::kUnknownParameter, callee.name(), parameter.name());
+    return;
+  }
+  if (output) {
+    if (requireWritable(*binding.value)) {
+      judge(binding.value->dataType, parameter.dataType(), *binding.value, messages_.size());
+    }
+  } else if (parameter.varKind() == vel::SymbolVar::kInOut) {
+    requirePassable(binding);
+  } else {
+    judge(parameter.dataType(), binding.value->dataType, *binding.value, messages_.size());
+  }
+}
+
+// The callee works on the caller's own variable, so it must be one, of the very type.
+void Analyser::requirePassable(const Binding& binding) {
+  const Expr& value = *binding.value;
+  const Type* const wanted = binding.parameter->dataType();
+  if (value.dataType == nullptr || wanted == nullptr) return;
+  vel::HeapAddress address;
+  const auto* const variable = dynamic_cast<const VarSymbol*>(value.symbol);
+  bool passable = value.op() == Expression::Variable || value.access == Expr::Access::Member;
+  if (variable != nullptr) {
+    passable = passable && !variable->constant && !variable->iecAddress().isBitMode();
+  } else {
+    passable = passable && services_.memory.parse(TreeBuilder::source(value), address) &&
+               !address.isBitMode();
+  }
+  bool same = value.dataType == wanted;
+  if (!same && value.dataType->dataType() == wanted->dataType()) {
+    const BasicDataType type = wanted->dataType();
+    same = isText(type) ? stringLength(*value.dataType) == stringLength(*wanted)
+                        : type != BasicDataType::FunctionBlock;
+  }
+  if (!passable || !same) {
+    say(value, message::kNotPassable, TreeBuilder::source(value), binding.parameter->name(),
+        displayName(wanted));
+  }
+}
+
+}  // namespace refhost

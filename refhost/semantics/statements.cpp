@@ -1,0 +1,151 @@
+#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+void Analyser::analyseStatements(ASTNode* list) {
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    if (list->leaf(i) != nullptr) analyseStatement(*list->leaf(i));
+  }
+}
+
+void Analyser::analyseStatement(ASTNode& statement) {
+  switch (kindOf(statement)) {
+    case NodeKind::Assignment:
+      analyseAssignment(statement);
+      break;
+    case NodeKind::CallStatement:
+      analyseCall(static_cast<Call&>(*statement.leaf(0)));
+      break;
+    case NodeKind::If:
+      analyseIf(statement);
+      break;
+    case NodeKind::Case:
+      analyseCase(statement);
+      break;
+    case NodeKind::For:
+      analyseFor(statement);
+      break;
+    case NodeKind::While:
+      analyseCondition(statement, 0);
+      ++loops_;
+      analyseStatements(statement.leaf(1));
+      --loops_;
+      break;
+    case NodeKind::Repeat:
+      ++loops_;
+      analyseStatements(statement.leaf(0));
+      --loops_;
+      analyseCondition(statement, 1);
+      break;
+    case NodeKind::Exit:
+    case NodeKind::Continue:
+      if (loops_ == 0) say(statement, message::kOutsideLoop, TreeBuilder::source(statement));
+      break;
+    default:
+      break;
+  }
+}
+
+void Analyser::analyseAssignment(ASTNode& statement) {
+  const Expr& target = analyseLeaf(statement, 0);
+  const std::size_t first = messages_.size();
+  ASTNode& source = *statement.leaf(1);
+  const Type* type = nullptr;
+  if (kindOf(source) == NodeKind::Invocation) {
+    auto& call = static_cast<Call&>(source);
+    type = analyseCall(call);
+    const bool silent = call.op == nullptr && call.accepted && type == nullptr;
+    if (silent) say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
+    if (!call.accepted) type = nullptr;
+  } else {
+    type = analyseLeaf(statement, 1).dataType;
+  }
+  if (requireWritable(target)) judge(target.dataType, type, source, first);
+}
+
+void Analyser::analyseIf(ASTNode& statement) {
+  const int count = statement.leavesCount();
+  for (int i = 0; i + 1 < count; i += 2) {
+    analyseCondition(statement, i);
+    analyseStatements(statement.leaf(i + 1));
+  }
+  if (count % 2 == 1) analyseStatements(statement.leaf(count - 1));
+}
+
+void Analyser::analyseCondition(ASTNode& parent, int index) {
+  const Expr& condition = analyseLeaf(parent, index);
+  const BasicDataType type = typeOf(condition);
+  if (type != BasicDataType::None && type != BasicDataType::Bool) {
+    say(condition, message::kCondition, displayName(condition.dataType));
+  }
+}
+
+void Analyser::analyseCase(ASTNode& statement) {
+  const Expr& selector = analyseLeaf(statement, 0);
+  const BasicDataType type = typeOf(selector);
+  if (type != BasicDataType::None && !isInteger(type)) {
+    say(selector, message::kSelector, displayName(selector.dataType));
+  }
+  for (int i = 1; i < statement.leavesCount(); ++i) {
+    ASTNode& element = *statement.leaf(i);
+    if (kindOf(element) == NodeKind::CaseElement) {
+      analyseLabels(*element.leaf(0));
+      analyseStatements(element.leaf(1));
+    } else {
+      analyseStatements(&element);
+    }
+  }
+}
+
+void Analyser::analyseLabels(ASTNode& labels) {
+  const auto value = [this](ASTNode& parent, int index) {
+    const std::size_t first = messages_.size();
+    const Expr& label = analyseLeaf(parent, index);
+    const auto constant = constantInteger(label);
+    if (!constant && !hasErrorFrom(first)) {
+      say(label, message::kNotConstant, TreeBuilder::source(label));
+    }
+    return constant;
+  };
+  for (int i = 0; i < labels.leavesCount(); ++i) {
+    ASTNode& label = *labels.leaf(i);
+    if (kindOf(label) != NodeKind::Range) {
+      value(labels, i);
+      continue;
+    }
+    const auto low = value(label, 0);
+    const auto high = value(label, 1);
+    if (low && high && *low > *high) say(label, message::kEmptyRange, TreeBuilder::source(label));
+  }
+}
+
+void Analyser::analyseFor(ASTNode& statement) {
+  ASTNode& start = *statement.leaf(0);
+  analyseAssignment(start);
+  const auto& control = static_cast<const Expr&>(*start.leaf(0));
+  const BasicDataType type = typeOf(control);
+  if (type != BasicDataType::None && !isInteger(type)) {
+    say(control, message::kControlVariable, TreeBuilder::source(control));
+  }
+  const std::size_t first = messages_.size();
+  const Expr& end = analyseLeaf(statement, 1);
+  judge(control.dataType, end.dataType, end, first);
+  if (statement.leaf(2) != nullptr) {
+    const Expr& step = analyseLeaf(statement, 2);
+    const BasicDataType stepType = typeOf(step);
+    if (stepType != BasicDataType::None && !isInteger(stepType)) {
+      say(step, message::kControlVariable, TreeBuilder::source(step));
+    }
+    if (constantInteger(step) == 0) say(step, message::kStepZero);
+  }
+  ++loops_;
+  analyseStatements(statement.leaf(3));
+  --loops_;
+}
+
+}  // namespace refhost

@@ -1,0 +1,153 @@
+#include "refhost/session.h"
+
+#include "core/operator.h"
+#include "refhost/emit/c_generator.h"
+#include "refhost/emit/literal_text.h"
+#include "refhost/emit/store.h"
+#include "refhost/plugin_library.h"
+#include "refhost/semantics/analyser.h"
+#include "refhost/syntax/literal.h"
+#include "refhost/syntax/parser.h"
+
+namespace refhost {
+
+struct Session::Impl {
+  explicit Impl(Options given)
+      : options(std::move(given)), services(static_cast<int>(options.notation), Memory::Sizes()) {
+    services.settings.localIoAddress = options.localIo;
+  }
+
+  Options options;
+  SourceManager sources;
+  Tree tree;
+  // Before the library: the registry refers to the services.
+  Services services;
+  PluginLibrary plugin;
+  std::vector<vel::VELMessage> messages;
+
+  bool hasErrors() const {
+    for (const vel::VELMessage& message : messages) {
+      if (message.severity == static_cast<int>(Severity::Error)) return true;
+    }
+    return false;
+  }
+};
+
+Session::Session(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}
+Session::~Session() = default;
+
+bool Session::start(std::string& error) {
+  if (!impl_->plugin.load(impl_->options.pluginPath, &impl_->services, error)) return false;
+  impl_->services.operators = impl_->plugin.registry();
+  return true;
+}
+
+vel::OpManagerAPI& Session::operators() { return *impl_->plugin.registry(); }
+
+bool Session::operatorReady(const std::string& name) {
+  vel::STOperator* const op = operators().findOperator(name);
+  if (op == nullptr) return false;
+  // Every operator that works complains of a call without a parameter list.
+  Call* const call = impl_->tree.make<Call>();
+  impl_->tree.setLeaves(*call, {impl_->tree.make<Text>(impl_->tree.intern(name))});
+  std::vector<vel::VELMessage> messages;
+  std::string resultType;
+  op->check(&impl_->services, call, messages, resultType, {});
+  return !messages.empty();
+}
+
+SourceManager& Session::sources() { return impl_->sources; }
+
+bool Session::analyse() {
+  for (int file = 0; file < impl_->sources.count(); ++file) {
+    parse(impl_->sources, static_cast<std::uint32_t>(file), impl_->tree, impl_->messages);
+  }
+  Analyser(impl_->services, impl_->tree, impl_->messages).run();
+  return !impl_->hasErrors();
+}
+
+const std::vector<vel::VELMessage>& Session::messages() const { return impl_->messages; }
+
+std::string Session::translate() {
+  CGenerator generator(impl_->services, impl_->options.localIo, impl_->messages);
+  std::string text = generator.program();
+  if (impl_->hasErrors()) text.clear();
+  return text;
+}
+
+std::vector<std::string> Session::programs() const {
+  std::vector<std::string> names;
+  for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
+    if (unit->type() == vel::POUType::Program) names.push_back(unit->name());
+  }
+  return names;
+}
+
+std::string Session::programInit(const std::string& program) const {
+  const UnitSymbol* const unit = impl_->services.symbols.unit(program);
+  return unit != nullptr ? CGenerator::initName(*unit) : std::string();
+}
+
+std::string Session::programScan(const std::string& program) const {
+  const UnitSymbol* const unit = impl_->services.symbols.unit(program);
+  return unit != nullptr ? CGenerator::scanName(*unit) : std::string();
+}
+
+std::vector<ProgramVariable> Session::programVariables() const {
+  std::vector<ProgramVariable> result;
+  for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
+    if (unit->type() != vel::POUType::Program) continue;
+    for (const auto& variable : unit->variables()) {
+      const vel::SymbolDataType* const type = variable->dataType();
+      const bool kept =
+          variable->varKind() != var_kind::kTemp && variable->varKind() != vel::SymbolVar::kInOut;
+      if (!kept || type == nullptr) continue;
+      const ElementaryType* const row = elementaryType(type->dataType());
+      ProgramVariable entry;
+      entry.program = unit->name();
+      entry.name = variable->name();
+      entry.typeName = type->typeName();
+      entry.type = type->dataType();
+      entry.byteSize = row != nullptr ? row->size : 0;
+      if (const auto* const text = dynamic_cast<const StringType*>(type)) {
+        entry.byteSize = text->byteSize();
+      }
+      entry.reference = CGenerator::globalReference(*variable);
+      entry.settable = row != nullptr && !variable->constant;
+      result.push_back(std::move(entry));
+    }
+  }
+  return result;
+}
+
+bool Session::assignmentText(const ProgramVariable& variable, const std::string& text,
+                             std::string& statement, std::string& error) const {
+  LiteralValue value;
+  switch (parseLiteral(text, value)) {
+    case LiteralError::None:
+      break;
+    case LiteralError::OutOfRange:
+      error = "'" + text + "' is out of range";
+      return false;
+    default:
+      error = "'" + text + "' is not a literal";
+      return false;
+  }
+  const bool fits = value.form == LiteralForm::Integer && isNumber(variable.type)
+                        ? integerFits(value.negative, value.magnitude, variable.type)
+                        : widens(value.type, variable.type) ||
+                              (value.form == LiteralForm::Real && isFloat(variable.type));
+  if (!fits) {
+    error = "'" + text + "' is not a value of type " + variable.typeName;
+    return false;
+  }
+  std::string literal;
+  appendLiteral(value, BasicDataType::None, literal);
+  const int unit = variable.type == BasicDataType::WString ? 2 : 1;
+  statement =
+      storeText(variable.type, variable.byteSize / unit, variable.reference, literal, value.type) +
+      ";";
+  return true;
+}
+
+}  // namespace refhost

@@ -1,0 +1,77 @@
+#include "refhost/syntax/expected_tokens.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+namespace refhost {
+
+namespace {
+
+constexpr std::string_view kStatementStarts[] = {"IF",   "CASE",     "FOR",    "WHILE", "REPEAT",
+                                                 "EXIT", "CONTINUE", "RETURN", "';'"};
+constexpr std::string_view kExpressionStarts[] = {
+    "identifier", "direct address", "integer", "number", "literal", "'('", "'-'", "'+'", "NOT"};
+constexpr std::string_view kOperators[] = {"OR",   "XOR",  "AND", "'='", "'<>'", "'<'",
+                                           "'>'",  "'<='", "'>='", "'+'", "'-'",  "'*'",
+                                           "'/'",  "MOD",  "'**'"};
+// What can follow a variable beside an operator.
+constexpr std::string_view kAccesses[] = {"'.'", "'['", "'^'", "'('"};
+// Names only where nothing else can stand.
+constexpr std::string_view kNameKeywords[] = {"CONSTANT", "RETAIN",  "NON_RETAIN", "AT",
+                                              "ARRAY",    "POINTER", "STRING",     "WSTRING"};
+constexpr std::string_view kSections[] = {"VAR", "VAR_INPUT", "VAR_OUTPUT", "VAR_IN_OUT",
+                                          "VAR_TEMP"};
+
+// The words stay in the order of the grammar, and no list grows long.
+constexpr std::size_t kMaxWords = 6;
+
+template <std::size_t N>
+bool contains(const std::string_view (&names)[N], std::string_view name) {
+  return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
+template <std::size_t N>
+void removeAll(std::vector<std::string_view>& words, const std::string_view (&names)[N]) {
+  words.erase(std::remove_if(words.begin(), words.end(),
+                             [&names](std::string_view word) { return contains(names, word); }),
+              words.end());
+}
+
+}  // namespace
+
+bool ExpectedTokens::has(std::string_view name) const {
+  return std::find(names_.begin(), names_.end(), name) != names_.end();
+}
+
+std::string ExpectedTokens::text() const {
+  std::vector<std::string_view> words = names_;
+  std::string_view whole;
+  const bool statement = has("IF");
+  const bool expression = has("integer") && has("'('");
+  if (has("identifier") && has("CONSTANT")) removeAll(words, kNameKeywords);
+  if (statement || expression) {
+    removeAll(words, kExpressionStarts);
+    if (statement) removeAll(words, kStatementStarts);
+    whole = statement ? "statement" : "expression";
+  } else if (has("'*'")) {
+    removeAll(words, kOperators);
+    removeAll(words, kAccesses);
+    if (words.empty()) whole = "operator";
+  } else if (words.size() > 1) {
+    removeAll(words, kAccesses);
+    if (words.empty()) words = names_;
+  }
+  if (has("VAR_TEMP") && words.size() > std::size(kSections)) removeAll(words, kSections);
+  if (!whole.empty()) words.insert(words.begin(), whole);
+  if (words.size() > kMaxWords) words.resize(kMaxWords);
+
+  std::string text;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (i != 0) text.append(i + 1 == words.size() ? " or " : ", ");
+    text.append(words[i]);
+  }
+  return text;
+}
+
+}  // namespace refhost

@@ -1,0 +1,412 @@
+// Structured Text. Actions hand what they recognise to the TreeFactory, one call
+// each; blocks reach the parser balanced (token_stream.h).
+//
+// Tables are canonical and without default reductions, so that an error is found
+// at the first token that cannot follow, and messages name exactly what can.
+%skeleton "lalr1.cc"
+%require "3.8"
+%language "c++"
+%define api.namespace {refhost::grammar}
+%define api.parser.class {Parser}
+%define api.value.type {SemanticValue}
+%define api.location.type {Span}
+%define lr.type canonical-lr
+%define parse.error custom
+%locations
+%expect 0
+%parse-param {TokenStream& tokens} {TreeFactory& make} {SyntaxErrors& errors}
+%lex-param {TokenStream& tokens}
+
+%code requires {
+#include <string>
+
+#include "refhost/syntax/tree_factory.h"
+
+namespace refhost {
+class TokenStream;
+}  // namespace refhost
+
+#define YYLLOC_DEFAULT(Current, Rhs, N)                                 \
+  (Current).begin = N ? YYRHSLOC(Rhs, 1).begin : YYRHSLOC(Rhs, 0).end; \
+  (Current).end = YYRHSLOC(Rhs, N).end
+}
+
+%code {
+#include "refhost/syntax/expected_tokens.h"
+#include "refhost/syntax/token_stream.h"
+
+namespace refhost::grammar {
+
+static int yylex(SemanticValue*, Span* span, TokenStream& tokens) { return tokens.next(*span); }
+static constexpr Value kNone{nullptr, 0};
+
+}  // namespace refhost::grammar
+}
+
+%token YYEOF 0 "end of file"
+%token PROGRAM END_PROGRAM FUNCTION END_FUNCTION FUNCTION_BLOCK END_FUNCTION_BLOCK
+%token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP END_VAR  // VAR to VAR_TEMP: keep together
+%token CONSTANT RETAIN NON_RETAIN AT STRING WSTRING
+%token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
+%token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
+%token ARRAY POINTER REF_TO
+// Not supported: left out by the token stream. A STRUCT stands for the whole of it.
+%token VAR_GLOBAL VAR_EXTERNAL TYPE END_TYPE CONFIGURATION END_CONFIGURATION STRUCT END_STRUCT
+%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
+%token INTEGER "integer" NUMBER "number" LITERAL "literal"
+%token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
+%token NOT_EQUAL "'<>'" LESS_EQUAL "'<='" GREATER_EQUAL "'>='"
+
+%left OR
+%left XOR
+%left AND
+%left '=' NOT_EQUAL
+%left '<' '>' LESS_EQUAL GREATER_EQUAL
+%left '+' '-'
+%left '*' '/' MOD
+%left POWER
+%token NOT
+
+%type <value> unit_name return_type var_blocks var_decl address type_spec string_length initial
+%type <value> var_block statement_list statement block_statement else_part condition
+%type <value> for_start step label label_line
+%type <value> variable call expression operand atom signed argument
+%type <list> var_block_items var_decls names statements elsifs case_items labels arguments
+%type <list> argument_items
+%type <section> var_keyword
+%type <qualifiers> qualifiers
+
+%start file
+
+%%
+
+file: units;
+
+units:
+  %empty
+| units unit
+| units error
+;
+
+unit:
+  PROGRAM unit_name var_blocks statement_list END_PROGRAM
+    { make.unit(@$, vel::POUType::Program, $2, kNone, $3, $4); }
+| FUNCTION unit_name return_type var_blocks statement_list END_FUNCTION
+    { make.unit(@$, vel::POUType::Function, $2, $3, $4, $5); }
+| FUNCTION_BLOCK unit_name var_blocks statement_list END_FUNCTION_BLOCK
+    { make.unit(@$, vel::POUType::FunctionBlock, $2, kNone, $3, $4); }
+;
+
+unit_name:
+  IDENTIFIER  { $$ = make.name(@1); }
+| error       { $$ = kNone; }
+;
+
+return_type:
+  %empty         { $$ = kNone; }
+| ':' type_spec  { $$ = $2; }
+;
+
+// --- Declarations ---
+
+var_blocks: var_block_items  { $$ = make.varBlocks(@$, $1); };
+
+var_block_items:
+  %empty                     { $$ = make.list(); }
+| var_block_items var_block  { $$ = make.append($1, $2); }
+;
+
+var_block:
+  var_keyword qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2, $3); }
+| var_keyword qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2, $3); }
+;
+
+var_keyword:
+  VAR         { $$ = VarSection::Var; }
+| VAR_INPUT   { $$ = VarSection::Input; }
+| VAR_OUTPUT  { $$ = VarSection::Output; }
+| VAR_IN_OUT  { $$ = VarSection::InOut; }
+| VAR_TEMP    { $$ = VarSection::Temp; }
+;
+
+qualifiers:
+  %empty                 { $$ = Qualifiers{false, false}; }
+| qualifiers CONSTANT    { $$ = Qualifiers{true, $1.retain}; }
+| qualifiers RETAIN      { $$ = Qualifiers{$1.constant, true}; }
+| qualifiers NON_RETAIN  { $$ = Qualifiers{$1.constant, false}; }
+;
+
+var_decls:
+  %empty                  { $$ = make.list(); }
+| var_decls var_decl ';'  { $$ = make.append($1, $2); }
+| var_decls error ';'     { $$ = $1; }
+| var_decls ';'           { $$ = $1; }
+;
+
+var_decl: names address ':' type_spec initial  { $$ = make.varDecl(@$, $1, $2, $4, $5); };
+
+names:
+  IDENTIFIER            { $$ = make.append(make.list(), make.name(@1)); }
+| names ',' IDENTIFIER  { $$ = make.append($1, make.name(@3)); }
+;
+
+address:
+  %empty                     { $$ = kNone; }
+| AT DIRECT_ADDRESS          { $$ = make.name(@2); }
+| AT IDENTIFIER              { $$ = make.name(@2); }
+| AT IDENTIFIER '.' INTEGER  { $$ = make.name({@2.begin, @4.end}); }
+;
+
+type_spec:
+  IDENTIFIER             { $$ = make.namedType(@1); }
+| STRING string_length   { $$ = make.stringType(@$, @1, $2); }
+| WSTRING string_length  { $$ = make.stringType(@$, @1, $2); }
+| IDENTIFIER '(' expression RANGE expression ')'
+    { $$ = make.unsupportedType(@$, vel::ASTType::SubrangeTypeSpec, "Subranges are"); }
+| '(' names ')'
+    { $$ = make.unsupportedType(@$, vel::ASTType::EnumTypeSpec, "Enumerations are"); }
+| ARRAY '[' dimensions ']' OF type_spec
+    { $$ = make.unsupportedType(@$, vel::ASTType::ArrayTypeSpec, "Arrays are"); }
+| POINTER TO type_spec
+    { $$ = make.unsupportedType(@$, vel::ASTType::PointerTypeSpec, "Pointers (POINTER TO) are"); }
+| REF_TO type_spec
+    { $$ = make.unsupportedType(@$, vel::ASTType::ReferenceTypeSpec, "References (REF_TO) are"); }
+| STRUCT
+    { $$ = make.unsupportedType(@$, vel::ASTType::StructTypeSpec, "Structures (STRUCT) are"); }
+;
+
+string_length:
+  %empty              { $$ = kNone; }
+| '[' expression ']'  { $$ = make.operand($2); }
+| '(' expression ')'  { $$ = make.operand($2); }
+;
+
+dimensions:
+  expression RANGE expression
+| dimensions ',' expression RANGE expression
+;
+
+initial:
+  %empty             { $$ = kNone; }
+| ASSIGN expression  { $$ = make.operand($2); }
+| ASSIGN aggregate   { $$ = make.unsupportedInitial(@2); }
+;
+
+aggregate:
+  '[' elements ']'
+| '(' fields ')'
+;
+
+elements:
+  element
+| elements ',' element
+;
+
+element:
+  expression
+| aggregate
+| INTEGER '(' elements ')'
+;
+
+fields:
+  field
+| fields ',' field
+;
+
+field:
+  IDENTIFIER ASSIGN expression
+| IDENTIFIER ASSIGN aggregate
+;
+
+// --- Statements ---
+
+statement_list:
+  statements        { $$ = make.statementList(@$, $1); }
+| statements error  { $$ = make.statementList(@$, $1); }
+;
+
+statements:
+  %empty                            { $$ = make.list(); }
+| statements statement              { $$ = make.append($1, $2); }
+| statements error ';'              { $$ = $1; }
+| statements error block_statement  { $$ = make.append($1, $3); }
+;
+
+statement:
+  ';'                             { $$ = kNone; }
+| variable ASSIGN expression ';'  { $$ = make.assignment({@1.begin, @3.end}, $1, $3); }
+| call ';'                        { $$ = make.callStatement(@1, $1); }
+| EXIT ';'                        { $$ = make.jump(NodeKind::Exit, @1); }
+| CONTINUE ';'                    { $$ = make.jump(NodeKind::Continue, @1); }
+| RETURN ';'                      { $$ = make.jump(NodeKind::Return, @1); }
+| block_statement
+;
+
+block_statement:
+  IF condition THEN statement_list elsifs else_part END_IF
+    { $$ = make.ifStatement(@$, $2, $4, $5, $6); }
+| CASE condition OF case_items else_part END_CASE
+    { $$ = make.caseStatement(@$, $2, $4, $5); }
+| CASE condition OF case_items error else_part END_CASE
+    { $$ = make.caseStatement(@$, $2, $4, $6); }
+| FOR for_start TO expression step DO statement_list END_FOR
+    { $$ = make.forStatement(@$, $2, $4, $5, $7); }
+| FOR error DO statement_list END_FOR
+    { $$ = kNone; }
+| WHILE condition DO statement_list END_WHILE
+    { $$ = make.loop(NodeKind::While, @$, $2, $4); }
+| REPEAT statement_list UNTIL condition END_REPEAT
+    { $$ = make.loop(NodeKind::Repeat, @$, $2, $4); }
+;
+
+condition:
+  expression  { $$ = make.operand($1); }
+| error       { $$ = kNone; }
+;
+
+elsifs:
+  %empty                                      { $$ = make.list(); }
+| elsifs ELSIF condition THEN statement_list  { $$ = make.append($1, $3, $5); }
+;
+
+else_part:
+  %empty               { $$ = kNone; }
+| ELSE statement_list  { $$ = $2; }
+;
+
+// Labels and statements in one list: which one an item is shows only after it.
+case_items:
+  %empty                            { $$ = make.list(); }
+| case_items statement              { $$ = make.append($1, $2); }
+| case_items label_line             { $$ = make.append($1, $2); }
+| case_items error ';'              { $$ = $1; }
+| case_items error block_statement  { $$ = make.append($1, $3); }
+;
+
+label_line: labels ':'  { $$ = make.caseLabels(@1, $1); };
+
+labels:
+  label             { $$ = make.append(make.list(), $1); }
+| labels ',' label  { $$ = make.append($1, $3); }
+;
+
+label:
+  expression                   { $$ = make.operand($1); }
+| expression RANGE expression  { $$ = make.range(@$, $1, $3); }
+;
+
+for_start: variable ASSIGN expression  { $$ = make.assignment(@$, $1, $3); };
+
+step:
+  %empty         { $$ = kNone; }
+| BY expression  { $$ = make.operand($2); }
+;
+
+// --- Expressions ---
+
+expression:
+  operand
+| expression OR expression             { $$ = make.binary(op::kOr, @$, $1, $3); }
+| expression XOR expression            { $$ = make.binary(op::kXor, @$, $1, $3); }
+| expression AND expression            { $$ = make.binary(op::kAnd, @$, $1, $3); }
+| expression '=' expression            { $$ = make.binary(op::kEqual, @$, $1, $3); }
+| expression NOT_EQUAL expression      { $$ = make.binary(op::kNotEqual, @$, $1, $3); }
+| expression '<' expression            { $$ = make.binary(op::kLess, @$, $1, $3); }
+| expression '>' expression            { $$ = make.binary(op::kGreater, @$, $1, $3); }
+| expression LESS_EQUAL expression     { $$ = make.binary(op::kLessEqual, @$, $1, $3); }
+| expression GREATER_EQUAL expression  { $$ = make.binary(op::kGreaterEqual, @$, $1, $3); }
+| expression '+' expression            { $$ = make.binary(op::kAdd, @$, $1, $3); }
+| expression '-' expression            { $$ = make.binary(op::kSubtract, @$, $1, $3); }
+| expression '*' expression            { $$ = make.binary(op::kMultiply, @$, $1, $3); }
+| expression '/' expression            { $$ = make.binary(op::kDivide, @$, $1, $3); }
+| expression MOD expression            { $$ = make.binary(op::kModulo, @$, $1, $3); }
+| expression POWER expression          { $$ = make.binary(op::kPower, @$, $1, $3); }
+;
+
+operand:
+  atom
+| number  { $$ = make.literal(@1); }
+| signed
+;
+
+// A sign in front of a number belongs to it.
+signed:
+  '-' number   { $$ = make.signedNumber(@$, @2); }
+| '+' number   { $$ = make.signedNumber(@$, @2); }
+| '-' atom     { $$ = make.unary(op::kNegate, @$, $2); }
+| '+' atom     { $$ = $2; }
+| '-' signed   { $$ = make.unary(op::kNegate, @$, $2); }
+| '+' signed   { $$ = $2; }
+| NOT operand  { $$ = make.unary(op::kNot, @$, $2); }
+;
+
+atom:
+  LITERAL             { $$ = make.literal(@1); }
+| variable
+| call
+| '(' expression ')'  { $$ = make.parenthesised(@$, $2); }
+;
+
+number: INTEGER | NUMBER;
+
+variable:
+  IDENTIFIER                   { $$ = make.variable(@1); }
+| DIRECT_ADDRESS               { $$ = make.variable(@1); }
+| variable '.' member_name     { $$ = make.member(@$, $1, @3); }
+| variable '.' INTEGER         { $$ = make.bit(@$, $1, @3); }
+| variable '[' subscripts ']'  { $$ = make.element(@$, $1); }
+| variable '^'                 { $$ = make.dereference(@$, $1); }
+;
+
+subscripts:
+  expression
+| subscripts ',' expression
+;
+
+call:
+  IDENTIFIER '(' arguments ')'
+    { $$ = make.call(@$, @1, {@2.begin, @4.end}, $3); }
+| variable '.' member_name '(' arguments ')'
+    { $$ = make.methodCall(@$, $1); }
+;
+
+arguments:
+  %empty          { $$ = make.list(); }
+| argument_items
+;
+
+argument_items:
+  argument                     { $$ = make.append(make.list(), $1); }
+| argument_items ',' argument  { $$ = make.append($1, $3); }
+;
+
+argument:
+  expression                      { $$ = make.operand($1); }
+| formal_name ASSIGN expression   { $$ = make.input(@$, @1, $3); }
+| formal_name ARROW variable      { $$ = make.output(@$, @1, $3, false); }
+| NOT formal_name ARROW variable  { $$ = make.output(@$, @2, $4, true); }
+;
+
+// Keywords that can be nothing else in these places are names there.
+formal_name: IDENTIFIER | name_keyword;
+member_name: IDENTIFIER | name_keyword;
+name_keyword: CONSTANT | RETAIN | NON_RETAIN | AT | ARRAY | POINTER | STRING | WSTRING;
+
+%%
+
+namespace refhost::grammar {
+
+void Parser::error(const Span& span, const std::string& text) {
+  // Without a text the error has been reported.
+  if (!text.empty()) errors.syntax(span, text);
+}
+
+void Parser::report_syntax_error(const context& found) const {
+  symbol_kind_type kinds[YYNTOKENS];
+  const int count = found.expected_tokens(kinds, YYNTOKENS);
+  ExpectedTokens expected;
+  for (int i = 0; i < count; ++i) expected.add(symbol_name(kinds[i]));
+  errors.unexpected(found.location(), expected.text());
+}
+
+}  // namespace refhost::grammar

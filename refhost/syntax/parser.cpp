@@ -1,0 +1,20 @@
+#include "refhost/syntax/parser.h"
+
+#include "grammar.h"
+#include "refhost/syntax/syntax_errors.h"
+#include "refhost/syntax/token_stream.h"
+#include "refhost/syntax/tree_factory.h"
+
+namespace refhost {
+
+void parse(const SourceManager& sources, std::uint32_t file, Tree& tree,
+           std::vector<vel::VELMessage>& messages) {
+  const std::string_view text = sources.text(file);
+  SyntaxErrors errors(text, file, messages);
+  TokenStream tokens(text, errors);
+  TreeFactory make(text, file, tree, errors);
+  // The result says no more than the messages do.
+  grammar::Parser(tokens, make, errors).parse();
+}
+
+}  // namespace refhost

@@ -1,0 +1,101 @@
+#include "refhost/syntax/source.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <limits>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+namespace refhost {
+
+namespace {
+
+// Locations count bytes in 32 bits.
+constexpr std::size_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max() - 1;
+constexpr std::size_t kReadSize = std::size_t{1} << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string systemReason(int code) { return std::generic_category().message(code); }
+
+bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+
+}  // namespace
+
+int SourceManager::load(const std::string& path, std::string& error) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                             &std::fclose);
+  if (!file) {
+    error = systemReason(errno);
+    return -1;
+  }
+  std::string text;
+  for (;;) {
+    const std::size_t size = text.size();
+    text.resize(size + std::max(kReadSize, size / 2));
+    const std::size_t got = std::fread(&text[size], 1, text.size() - size, file.get());
+    const int code = errno;
+    text.resize(size + got);
+    if (std::ferror(file.get()) != 0) {
+      error = systemReason(code);
+      return -1;
+    }
+    if (text.size() > kMaxFileSize) {
+      error = systemReason(EFBIG);
+      return -1;
+    }
+    if (std::feof(file.get()) != 0) break;
+  }
+  text.shrink_to_fit();
+  return add(path, std::move(text));
+}
+
+int SourceManager::add(std::string name, std::string text) {
+  if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
+    text.erase(0, kByteOrderMark.size());
+  }
+  files_.push_back({std::move(name), std::move(text), {}});
+  return count() - 1;
+}
+
+int SourceManager::count() const { return static_cast<int>(files_.size()); }
+
+const std::string& SourceManager::path(std::uint32_t file) const { return files_[file].path; }
+
+std::string_view SourceManager::text(std::uint32_t file) const { return files_[file].text; }
+
+const std::vector<std::uint32_t>& SourceManager::lineStarts(const File& file) const {
+  if (file.lineStarts.empty()) {
+    file.lineStarts.push_back(0);
+    for (std::size_t end = file.text.find('\n'); end != std::string::npos;
+         end = file.text.find('\n', end + 1)) {
+      file.lineStarts.push_back(static_cast<std::uint32_t>(end + 1));
+    }
+  }
+  return file.lineStarts;
+}
+
+LineColumn SourceManager::position(vel::TextLocation location) const {
+  const File& file = files_[location.file()];
+  const auto& starts = lineStarts(file);
+  const auto offset = std::min(location.offset(), static_cast<std::uint32_t>(file.text.size()));
+  const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
+  const auto start = *(next - 1);
+  const std::string_view before = std::string_view(file.text).substr(start, offset - start);
+  const auto continuations = std::count_if(before.begin(), before.end(), isContinuationByte);
+  return {
+      static_cast<std::uint32_t>(next - starts.begin()),
+      static_cast<std::uint32_t>(before.size()) - static_cast<std::uint32_t>(continuations) + 1};
+}
+
+std::string_view SourceManager::line(vel::TextLocation location) const {
+  const File& file = files_[location.file()];
+  const std::string_view text = file.text;
+  const std::uint32_t start = lineStarts(file)[position(location).line - 1];
+  std::string_view line = text.substr(start, text.find('\n', start) - start);
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  return line;
+}
+
+}  // namespace refhost

@@ -1,0 +1,76 @@
+#include "refhost/syntax/tree.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vel {
+
+void TreeBuilder::setSpan(ASTNode& node, TextLocation start, std::string_view source) {
+  node.pos_ = start;
+  node.source_ = source.data();
+  node.length_ = static_cast<std::uint32_t>(source.size());
+}
+
+void TreeBuilder::setLeaves(ASTNode& node, ASTNode** leaves, std::int32_t count) {
+  node.leaves_ = leaves;
+  node.leavesCount_ = count;
+  for (std::int32_t i = 0; i < count; ++i) {
+    if (leaves[i] != nullptr) leaves[i]->parent_ = &node;
+  }
+}
+
+void TreeBuilder::setLeaf(ASTNode& node, int index, ASTNode* leaf) {
+  node.leaves_[index] = leaf;
+  if (leaf != nullptr) leaf->parent_ = &node;
+}
+
+void TreeBuilder::setBitAccessOffset(::Expression& node, std::int32_t bit) {
+  node.bitAccessOffset_ = bit;
+}
+
+std::string_view TreeBuilder::source(const ASTNode& node) { return {node.source_, node.length_}; }
+
+}  // namespace vel
+
+namespace refhost {
+
+namespace {
+constexpr std::size_t kFirstBlock = 64 * 1024;
+}
+
+Literal::Literal(const LiteralValue& literal)
+    : ::ConstantValue(literal.type, literal.typeName, literal.fixedType), value(literal) {}
+
+Tree::Tree() : arena_(kFirstBlock) {}
+
+void Tree::setLeaves(ASTNode& node, const std::vector<ASTNode*>& leaves) {
+  ASTNode** copy = allocateLeaves(leaves.size());
+  std::copy(leaves.begin(), leaves.end(), copy);
+  vel::TreeBuilder::setLeaves(node, copy, static_cast<std::int32_t>(leaves.size()));
+}
+
+void Tree::setLeaves(ASTNode& node, std::initializer_list<ASTNode*> leaves) {
+  ASTNode** copy = allocateLeaves(leaves.size());
+  std::copy(leaves.begin(), leaves.end(), copy);
+  vel::TreeBuilder::setLeaves(node, copy, static_cast<std::int32_t>(leaves.size()));
+}
+
+const char* Tree::intern(std::string_view text) {
+  if (const auto known = names_.find(text); known != names_.end()) return known->data();
+  auto* copy = static_cast<char*>(arena_.allocate(text.size() + 1, 1));
+  if (!text.empty()) std::memcpy(copy, text.data(), text.size());
+  copy[text.size()] = '\0';
+  names_.emplace(copy, text.size());
+  return copy;
+}
+
+const LiteralValue& Tree::keep(LiteralValue value) {
+  return literals_.emplace_back(std::move(value));
+}
+
+ASTNode** Tree::allocateLeaves(std::size_t count) {
+  if (count == 0) return nullptr;
+  return static_cast<ASTNode**>(arena_.allocate(count * sizeof(ASTNode*), alignof(ASTNode*)));
+}
+
+}  // namespace refhost

@@ -1,0 +1,307 @@
+#include "refhost/syntax/tree_factory.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+
+#include "grammar.h"
+#include "refhost/messages.h"
+#include "refhost/syntax/parser.h"
+
+namespace refhost {
+
+namespace {
+
+constexpr Value kNone{nullptr, 0};
+
+bool isCall(const Value& value) {
+  return value.node != nullptr && kindOf(*value.node) == NodeKind::Invocation;
+}
+
+}  // namespace
+
+TreeFactory::TreeFactory(std::string_view text, std::uint32_t file, Tree& tree,
+                         SyntaxErrors& errors)
+    : text_(text), file_(file), tree_(tree), errors_(errors) {}
+
+Span TreeFactory::spanOf(const Value& value) const {
+  const std::uint32_t begin = value.node->pos().offset();
+  const auto length = static_cast<std::uint32_t>(vel::TreeBuilder::source(*value.node).size());
+  return {begin, begin + length};
+}
+
+// The height of what contains something of `height`, if it may be.
+std::uint32_t TreeFactory::higher(Span span, std::uint32_t height) const {
+  if (height >= std::uint32_t{kMaxNesting}) {
+    errors_.tooDeep(span);
+    throw grammar::Parser::syntax_error(span, "");
+  }
+  return height + 1;
+}
+
+// Gives a node its place and its leaves, or refuses it because of its height.
+Value TreeFactory::finish(ASTNode* node, Span span, const Value* leaves, std::size_t count) {
+  std::uint32_t height = 0;
+  ASTNode** nodes = tree_.allocateLeaves(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    nodes[i] = leaves[i].node;
+    height = std::max(height, leaves[i].height);
+  }
+  height = higher(span, height);
+  vel::TreeBuilder::setSpan(*node, vel::TextLocation(file_, span.begin), textOf(span));
+  vel::TreeBuilder::setLeaves(*node, nodes, static_cast<std::int32_t>(count));
+  return {node, height};
+}
+
+Value TreeFactory::finish(ASTNode* node, Span span, std::initializer_list<Value> leaves) {
+  return finish(node, span, leaves.begin(), leaves.size());
+}
+
+NodeList TreeFactory::list() const { return {static_cast<std::uint32_t>(stack_.size()), 0}; }
+
+NodeList TreeFactory::append(NodeList list, Value value) {
+  if (value.node == nullptr) return list;
+  stack_.resize(list.start + list.count);
+  stack_.push_back(value);
+  return {list.start, list.count + 1};
+}
+
+NodeList TreeFactory::append(NodeList list, Value first, Value second) {
+  return first.node == nullptr || second.node == nullptr ? list
+                                                         : append(append(list, first), second);
+}
+
+// A list's node covers its items; an empty one stands at `empty`.
+Value TreeFactory::listNode(NodeKind kind, Span empty, const Value* items, std::size_t count) {
+  const Span span = count == 0 ? empty : Span{spanOf(items[0]).begin, spanOf(items[count - 1]).end};
+  return finish(tree_.make<Node>(kind), span, items, count);
+}
+
+Value TreeFactory::unsupported(Span span, std::string_view what, Value instead) {
+  errors_.add(span, message::kNotSupported, what);
+  return instead;
+}
+
+// --- Expressions ---
+
+Value TreeFactory::name(Span span) {
+  return finish(tree_.make<Text>(tree_.intern(textOf(span))), span, nullptr, 0);
+}
+
+Value TreeFactory::expression(Expression::Operator op, Span span,
+                              std::initializer_list<Value> leaves) {
+  return finish(tree_.make<Expr>(op), span, leaves);
+}
+
+Value TreeFactory::variable(Span span) {
+  return expression(Expression::Variable, span, {name(span)});
+}
+
+Value TreeFactory::member(Span span, Value base, Span memberSpan) {
+  auto* node = tree_.make<Expr>(Expression::Typed);
+  node->access = Expr::Access::Member;
+  return finish(node, span, {base, name(memberSpan)});
+}
+
+Value TreeFactory::bit(Span span, Value base, Span number) {
+  std::int32_t bit = 0;
+  const std::string_view digits = textOf(number);
+  const char* end = digits.data() + digits.size();
+  const auto result = std::from_chars(digits.data(), end, bit);
+  if (result.ec != std::errc() || result.ptr != end) {
+    errors_.add(number, message::kBadLiteral, digits);
+    return base;
+  }
+  auto* node = tree_.make<Expr>(Expression::Typed);
+  node->access = Expr::Access::Bit;
+  vel::TreeBuilder::setBitAccessOffset(*node, bit);
+  return finish(node, span, {base});
+}
+
+Value TreeFactory::element(Span span, Value base) {
+  return unsupported(span, "Arrays (index in brackets) are", base);
+}
+
+Value TreeFactory::dereference(Span span, Value base) {
+  return unsupported(span, "Pointers (dereference '^') are", base);
+}
+
+// A literal that is wrong has no type, so that nothing more is said of it.
+Value TreeFactory::constant(Span span, std::string_view text) {
+  LiteralValue value;
+  const LiteralError error = parseLiteral(text, value);
+  if (error != LiteralError::None) {
+    const bool isRange = error == LiteralError::OutOfRange;
+    errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
+    value = LiteralValue();
+    value.type = BasicDataType::Undetermined;
+  }
+  auto* node = tree_.make<Literal>(tree_.keep(std::move(value)));
+  return expression(Expression::Constant, span, {finish(node, span, nullptr, 0)});
+}
+
+Value TreeFactory::literal(Span span) { return constant(span, textOf(span)); }
+
+Value TreeFactory::signedNumber(Span span, Span number) {
+  std::string text(1, text_[span.begin]);
+  return constant(span, text.append(textOf(number)));
+}
+
+Value TreeFactory::operand(Value value) {
+  return isCall(value) ? expression(op::kWrapper, spanOf(value), {value}) : value;
+}
+
+Value TreeFactory::parenthesised(Span span, Value value) {
+  return {value.node, higher(span, value.height)};
+}
+
+Value TreeFactory::unary(Expression::Operator op, Span span, Value value) {
+  return expression(op, span, {operand(value)});
+}
+
+Value TreeFactory::binary(Expression::Operator op, Span span, Value left, Value right) {
+  return expression(op, span, {operand(left), operand(right)});
+}
+
+Value TreeFactory::call(Span span, Span callee, Span parameters, NodeList arguments) {
+  auto* list = tree_.make<Node>(static_cast<NodeKind>(vel::ASTType::ParameterList));
+  const Value parameterList = finish(list, parameters, items(arguments), arguments.count);
+  return finish(tree_.make<Call>(), span, {name(callee), parameterList});
+}
+
+Value TreeFactory::methodCall(Span span, Value callee) {
+  return unsupported(span, "Calls through a member are", callee);
+}
+
+Value TreeFactory::argument(Argument* node, Span span, Span formalName, Value actual) {
+  return finish(node, span, {name(formalName), operand(actual)});
+}
+
+Value TreeFactory::input(Span span, Span formalName, Value actual) {
+  return argument(tree_.make<Argument>(false, false), span, formalName, actual);
+}
+
+Value TreeFactory::output(Span span, Span formalName, Value actual, bool negated) {
+  return argument(tree_.make<Argument>(true, negated), span, formalName, actual);
+}
+
+// --- Declarations ---
+
+Value TreeFactory::namedType(Span span) {
+  return finish(
+      tree_.make<TypeSpec>(vel::ASTType::NamedTypeSpec, tree_.intern(textOf(span))), span, {});
+}
+
+Value TreeFactory::stringType(Span span, Span typeName, Value length) {
+  return finish(
+      tree_.make<TypeSpec>(vel::ASTType::StringTypeSpec, tree_.intern(textOf(typeName))), span,
+      {operand(length)});
+}
+
+// The type keeps its kind: a variable of it is known, but nothing of its type.
+Value TreeFactory::unsupportedType(Span span, vel::ASTType kind, std::string_view what) {
+  return unsupported(span, what,
+                     finish(tree_.make<TypeSpec>(kind, tree_.intern(textOf(span))), span, {}));
+}
+
+Value TreeFactory::unsupportedInitial(Span span) {
+  return unsupported(span, "Initial values of arrays and structures are", kNone);
+}
+
+Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type, Value initial) {
+  scratch_.assign({type, operand(initial), address});
+  scratch_.insert(scratch_.end(), items(names), items(names) + names.count);
+  return finish(tree_.make<VarDecl>(), span, scratch_.data(), scratch_.size());
+}
+
+Value TreeFactory::varBlock(Span span, VarSection section, Qualifiers qualifiers,
+                            NodeList declarations) {
+  auto* block = tree_.make<VarBlock>(section);
+  block->constant = qualifiers.constant;
+  block->retain = qualifiers.retain;
+  return finish(block, span, items(declarations), declarations.count);
+}
+
+Value TreeFactory::varBlocks(Span span, NodeList blocks) {
+  return listNode(NodeKind::VarBlocks, span, items(blocks), blocks.count);
+}
+
+void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value returnType,
+                       Value blocks, Value body) {
+  // A unit whose name was not understood is known by none.
+  if (unitName.node == nullptr) unitName = name({span.begin, span.begin});
+  const char* text = static_cast<const Text*>(unitName.node)->text();
+  auto* node = tree_.make<Unit>(text, type);
+  finish(node, span, {unitName, returnType, blocks, body});
+  tree_.units.push_back(node);
+}
+
+// --- Statements ---
+
+Value TreeFactory::statementList(Span span, NodeList statements) {
+  return listNode(NodeKind::StatementList, span, items(statements), statements.count);
+}
+
+Value TreeFactory::assignment(Span span, Value target, Value source) {
+  return finish(tree_.make<Node>(NodeKind::Assignment), span, {target, source});
+}
+
+Value TreeFactory::callStatement(Span span, Value call) {
+  if (!isCall(call)) return kNone;
+  return finish(tree_.make<Node>(NodeKind::CallStatement), span, {call});
+}
+
+Value TreeFactory::jump(NodeKind kind, Span span) {
+  return finish(tree_.make<Node>(kind), span, {});
+}
+
+Value TreeFactory::ifStatement(Span span, Value condition, Value then, NodeList elsifs,
+                               Value otherwise) {
+  if (condition.node == nullptr) return kNone;
+  scratch_.assign({operand(condition), then});
+  scratch_.insert(scratch_.end(), items(elsifs), items(elsifs) + elsifs.count);
+  if (otherwise.node != nullptr) scratch_.push_back(otherwise);
+  return finish(tree_.make<Node>(NodeKind::If), span, scratch_.data(), scratch_.size());
+}
+
+Value TreeFactory::caseLabels(Span span, NodeList labels) {
+  return finish(tree_.make<Node>(NodeKind::CaseLabels), span, items(labels), labels.count);
+}
+
+Value TreeFactory::range(Span span, Value low, Value high) {
+  return finish(tree_.make<Node>(NodeKind::Range), span, {operand(low), operand(high)});
+}
+
+// The items are labels and statements in the order of the source.
+Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value otherwise) {
+  if (selector.node == nullptr) return kNone;
+  const auto isLabels = [](const Value& item) { return kindOf(*item.node) == NodeKind::CaseLabels; };
+  const Value* const end = items(list) + list.count;
+  const Value* labels = std::find_if(items(list), end, isLabels);
+  if (labels != items(list)) errors_.add(spanOf(*items(list)), message::kNoCaseLabel, "");
+  scratch_.assign({operand(selector)});
+  while (labels != end) {
+    const Value* const next = std::find_if(labels + 1, end, isLabels);
+    const Span afterLabels{spanOf(*labels).end, spanOf(*labels).end};
+    const Value body = listNode(NodeKind::StatementList, afterLabels, labels + 1,
+                                static_cast<std::size_t>(next - labels - 1));
+    const Span element{spanOf(*labels).begin, std::max(spanOf(*labels).end, spanOf(body).end)};
+    scratch_.push_back(
+        finish(tree_.make<Node>(NodeKind::CaseElement), element, {*labels, body}));
+    labels = next;
+  }
+  if (otherwise.node != nullptr) scratch_.push_back(otherwise);
+  return finish(tree_.make<Node>(NodeKind::Case), span, scratch_.data(), scratch_.size());
+}
+
+Value TreeFactory::forStatement(Span span, Value start, Value end, Value step, Value body) {
+  if (start.node == nullptr) return kNone;
+  return finish(tree_.make<Node>(NodeKind::For), span, {start, operand(end), operand(step), body});
+}
+
+Value TreeFactory::loop(NodeKind kind, Span span, Value first, Value second) {
+  if (first.node == nullptr || second.node == nullptr) return kNone;
+  return finish(tree_.make<Node>(kind), span, {operand(first), operand(second)});
+}
+
+}  // namespace refhost

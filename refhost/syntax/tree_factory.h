@@ -1,0 +1,113 @@
+// Makes the nodes of the tree as the parser recognises them.
+//
+// Values of the parser are small and trivial: a node and its height, or a list's
+// place on the factory's stack. A node that would make the tree higher than
+// kMaxNesting is not made: the error is reported, and the parser recovers.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+#include <vector>
+
+#include "refhost/syntax/span.h"
+#include "refhost/syntax/syntax_errors.h"
+#include "refhost/syntax/tree.h"
+
+namespace refhost {
+
+struct Value {
+  ASTNode* node;  // null for an element left out or not understood
+  std::uint32_t height;
+};
+
+struct NodeList {
+  std::uint32_t start;  // on the factory's stack
+  std::uint32_t count;
+};
+
+struct Qualifiers {
+  bool constant;
+  bool retain;
+};
+
+union SemanticValue {
+  Value value;
+  NodeList list;
+  VarSection section;
+  Qualifiers qualifiers;
+};
+
+class TreeFactory {
+ public:
+  TreeFactory(std::string_view text, std::uint32_t file, Tree& tree, SyntaxErrors& errors);
+
+  // Lists. What is appended after an inner list was given up goes in its place.
+  NodeList list() const;
+  NodeList append(NodeList list, Value value);  // a value without a node is left out
+  NodeList append(NodeList list, Value first, Value second);
+
+  // Expressions. A call is a Call until it is part of something.
+  Value name(Span span);
+  Value variable(Span span);
+  Value member(Span span, Value base, Span memberSpan);
+  Value bit(Span span, Value base, Span number);
+  Value element(Span span, Value base);      // not supported
+  Value dereference(Span span, Value base);  // not supported
+  Value literal(Span span);
+  Value signedNumber(Span span, Span number);
+  Value parenthesised(Span span, Value expression);  // the expression, a level higher
+  Value unary(Expression::Operator op, Span span, Value operand);
+  Value binary(Expression::Operator op, Span span, Value left, Value right);
+  Value call(Span span, Span callee, Span parameters, NodeList arguments);
+  Value methodCall(Span span, Value callee);  // not supported
+  Value operand(Value expression);            // a Call under its wrapper
+  Value input(Span span, Span formalName, Value actual);
+  Value output(Span span, Span formalName, Value actual, bool negated);
+
+  // Declarations.
+  Value namedType(Span span);
+  Value stringType(Span span, Span typeName, Value length);
+  Value unsupportedType(Span span, vel::ASTType kind, std::string_view what);
+  Value unsupportedInitial(Span span);
+  Value varDecl(Span span, NodeList names, Value address, Value type, Value initial);
+  Value varBlock(Span span, VarSection section, Qualifiers qualifiers, NodeList declarations);
+  Value varBlocks(Span span, NodeList blocks);
+  void unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
+            Value body);
+
+  // Statements. Without a condition, a selector or bounds there is no statement.
+  Value statementList(Span span, NodeList statements);
+  Value assignment(Span span, Value target, Value source);
+  Value callStatement(Span span, Value call);
+  Value jump(NodeKind kind, Span span);
+  Value ifStatement(Span span, Value condition, Value then, NodeList elsifs, Value otherwise);
+  Value caseStatement(Span span, Value selector, NodeList items, Value otherwise);
+  Value caseLabels(Span span, NodeList labels);
+  Value range(Span span, Value low, Value high);
+  Value forStatement(Span span, Value start, Value end, Value step, Value body);
+  Value loop(NodeKind kind, Span span, Value first, Value second);
+
+ private:
+  std::string_view textOf(Span span) const { return text_.substr(span.begin, span.end - span.begin); }
+  std::uint32_t higher(Span span, std::uint32_t height) const;
+  Span spanOf(const Value& value) const;
+  Value finish(ASTNode* node, Span span, const Value* leaves, std::size_t count);
+  Value finish(ASTNode* node, Span span, std::initializer_list<Value> leaves);
+  Value expression(Expression::Operator op, Span span, std::initializer_list<Value> leaves);
+  Value constant(Span span, std::string_view text);
+  Value argument(Argument* node, Span span, Span formalName, Value actual);
+  Value listNode(NodeKind kind, Span empty, const Value* items, std::size_t count);
+  Value unsupported(Span span, std::string_view what, Value instead);
+  const Value* items(NodeList list) const { return stack_.data() + list.start; }
+
+  std::string_view text_;
+  std::uint32_t file_;
+  Tree& tree_;
+  SyntaxErrors& errors_;
+  std::vector<Value> stack_;    // items of the lists that are not yet leaves
+  std::vector<Value> scratch_;  // leaves of the node being made
+};
+
+}  // namespace refhost
