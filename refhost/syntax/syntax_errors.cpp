@@ -14,8 +14,12 @@ constexpr std::size_t kShownLength = 60;
 // Bytes of the UTF-8 character that `text` begins with; 0 when it begins with none.
 std::size_t characterLength(std::string_view text) {
   const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const std::size_t length = byte(0) < 0x80 ? 1 : byte(0) < 0xC2 ? 0 : byte(0) < 0xE0 ? 2
-                             : byte(0) < 0xF0 ? 3 : byte(0) < 0xF5 ? 4 : 0;
+  const std::size_t length = byte(0) < 0x80   ? 1
+                             : byte(0) < 0xC2 ? 0
+                             : byte(0) < 0xE0 ? 2
+                             : byte(0) < 0xF0 ? 3
+                             : byte(0) < 0xF5 ? 4
+                                              : 0;
   if (length > text.size()) return 0;
   for (std::size_t i = 1; i < length; ++i) {
     if ((byte(i) & 0xC0U) != 0x80U) return 0;

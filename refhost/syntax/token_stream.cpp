@@ -40,9 +40,9 @@ const BlockRule& ruleOf(int opener) {
 }
 
 int openerOf(int closer) {
-  return std::find_if(std::begin(kBlocks), std::end(kBlocks), [closer](const BlockRule& rule) {
-           return rule.closer == closer;
-         })->opener;
+  return std::find_if(std::begin(kBlocks), std::end(kBlocks),
+                      [closer](const BlockRule& rule) { return rule.closer == closer; })
+      ->opener;
 }
 
 bool opensUnit(int kind) {
@@ -115,7 +115,7 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::END_FUNCTION_BLOCK:
       // The end of another kind of unit than the one at hand ends that one too.
       return blocks_.size() > 1 || blocks_.back().opener != openerOf(token.kind) ? closeTop(token)
-                                                                                  : 0;
+                                                                                 : 0;
     case Kind::VAR:
     case Kind::VAR_INPUT:
     case Kind::VAR_OUTPUT:
@@ -280,11 +280,9 @@ int TokenStream::accept(const Token& token) {
 // Moves `token` past a construct that is not supported, if it begins one.
 void TokenStream::skipUnsupported(Token& token) {
   for (;;) {
-    const auto* rule =
-        std::find_if(std::begin(kUnsupported), std::end(kUnsupported),
-                     [&token](const UnsupportedRule& candidate) {
-                       return candidate.opener == token.kind;
-                     });
+    const auto* rule = std::find_if(
+        std::begin(kUnsupported), std::end(kUnsupported),
+        [&token](const UnsupportedRule& candidate) { return candidate.opener == token.kind; });
     if (rule == std::end(kUnsupported)) return;
     if (rule->opener != Kind::STRUCT) errors_.add(token.span, message::kNotSupported, rule->what);
     const Token first = token;

@@ -188,14 +188,13 @@ Value TreeFactory::output(Span span, Span formalName, Value actual, bool negated
 // --- Declarations ---
 
 Value TreeFactory::namedType(Span span) {
-  return finish(
-      tree_.make<TypeSpec>(vel::ASTType::NamedTypeSpec, tree_.intern(textOf(span))), span, {});
+  return finish(tree_.make<TypeSpec>(vel::ASTType::NamedTypeSpec, tree_.intern(textOf(span))), span,
+                {});
 }
 
 Value TreeFactory::stringType(Span span, Span typeName, Value length) {
-  return finish(
-      tree_.make<TypeSpec>(vel::ASTType::StringTypeSpec, tree_.intern(textOf(typeName))), span,
-      {operand(length)});
+  return finish(tree_.make<TypeSpec>(vel::ASTType::StringTypeSpec, tree_.intern(textOf(typeName))),
+                span, {operand(length)});
 }
 
 // The type keeps its kind: a variable of it is known, but nothing of its type.
@@ -226,8 +225,8 @@ Value TreeFactory::varBlocks(Span span, NodeList blocks) {
   return listNode(NodeKind::VarBlocks, span, items(blocks), blocks.count);
 }
 
-void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value returnType,
-                       Value blocks, Value body) {
+void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
+                       Value body) {
   // A unit whose name was not understood is known by none.
   if (unitName.node == nullptr) unitName = name({span.begin, span.begin});
   const char* text = static_cast<const Text*>(unitName.node)->text();
@@ -275,7 +274,9 @@ Value TreeFactory::range(Span span, Value low, Value high) {
 // The items are labels and statements in the order of the source.
 Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value otherwise) {
   if (selector.node == nullptr) return kNone;
-  const auto isLabels = [](const Value& item) { return kindOf(*item.node) == NodeKind::CaseLabels; };
+  const auto isLabels = [](const Value& item) {
+    return kindOf(*item.node) == NodeKind::CaseLabels;
+  };
   const Value* const end = items(list) + list.count;
   const Value* labels = std::find_if(items(list), end, isLabels);
   if (labels != items(list)) errors_.add(spanOf(*items(list)), message::kNoCaseLabel, "");
@@ -286,8 +287,7 @@ Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value
     const Value body = listNode(NodeKind::StatementList, afterLabels, labels + 1,
                                 static_cast<std::size_t>(next - labels - 1));
     const Span element{spanOf(*labels).begin, std::max(spanOf(*labels).end, spanOf(body).end)};
-    scratch_.push_back(
-        finish(tree_.make<Node>(NodeKind::CaseElement), element, {*labels, body}));
+    scratch_.push_back(finish(tree_.make<Node>(NodeKind::CaseElement), element, {*labels, body}));
     labels = next;
   }
   if (otherwise.node != nullptr) scratch_.push_back(otherwise);

@@ -90,7 +90,9 @@ class TreeFactory {
   Value loop(NodeKind kind, Span span, Value first, Value second);
 
  private:
-  std::string_view textOf(Span span) const { return text_.substr(span.begin, span.end - span.begin); }
+  std::string_view textOf(Span span) const {
+    return text_.substr(span.begin, span.end - span.begin);
+  }
   std::uint32_t higher(Span span, std::uint32_t height) const;
   Span spanOf(const Value& value) const;
   Value finish(ASTNode* node, Span span, const Value* leaves, std::size_t count);
