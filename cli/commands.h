@@ -33,7 +33,7 @@ struct RunOptions {
   std::vector<std::string> files;
   std::vector<std::string> settings;  // NAME=VALUE
   std::string compiler = "cc";
-  std::uint64_t scans = 1;
+  std::int64_t scans = 1;
   std::chrono::seconds timeout{60};
 };
 

@@ -51,7 +51,10 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
 
 int execute(int argc, char** argv) {
   CLI::App app("Translates IEC 61131-3 Structured Text into C.", "velc");
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return fmt::format("velc: {}\nRun with --help for more information.\n", error.what());
+  });
   app.set_version_flag("--version", "velc " VELC_VERSION);
   app.footer("Exit codes: 0 no errors, 1 errors in the program, 2 bad usage or failed files.");
   CommonOptions common;
@@ -87,6 +90,7 @@ int execute(int argc, char** argv) {
   addSources(runCommand, common, running.files);
   runCommand.add_option("--scans", running.scans, "Scans of every PROGRAM")
       ->type_name("N")
+      ->check(CLI::Range(std::int64_t{0}, std::int64_t{1} << 62))
       ->capture_default_str();
   runCommand
       .add_option("--set", running.settings,
@@ -106,6 +110,7 @@ int execute(int argc, char** argv) {
 
   try {
     app.parse(argc, argv);
+    if (!action) throw CLI::RequiredError("A command");
   } catch (const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream err;

@@ -88,6 +88,7 @@ std::string readFile(const fs::path& path) {
 int run(const CommonOptions& common, const RunOptions& options) {
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
+  if (session->programs().empty()) throw Failure("there is no PROGRAM to run");
   std::vector<std::string> statements;
   for (const std::string& setting : options.settings) {
     statements.push_back(settingStatement(*session, setting));
