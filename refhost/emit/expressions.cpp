@@ -52,6 +52,20 @@ bool isLiteralSum(const ASTNode& node) {
   return isArithmetic(expr.op()) && isLiteralSum(*expr.leaf(0)) && isLiteralSum(*expr.leaf(1));
 }
 
+// Unsigned arithmetic at these widths wraps by itself, and floats do not.
+bool wrapsByItself(BasicDataType type) {
+  return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
+}
+
+// Integer arithmetic that is written as a cast to its type, or as a call.
+bool isCastOrCall(const Expr& expr) {
+  if (!isArithmetic(expr.op()) || isLiteralSum(expr)) return false;
+  const Meeting meeting = meet(expr);
+  if (meeting.kind != Meeting::Kind::Number || !isInteger(meeting.operands)) return false;
+  const bool divides = expr.op() == op::kDivide || expr.op() == op::kModulo;
+  return divides || !wrapsByItself(meeting.operands);
+}
+
 // Its C text binds tighter than every binary operator.
 bool isPrimary(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
@@ -65,7 +79,7 @@ bool isPrimary(const ASTNode& node) {
     case op::kWrapper:
       return static_cast<const Call*>(expr.leaf(0))->op == nullptr;
     default:
-      return false;
+      return isCastOrCall(expr);
   }
 }
 
@@ -221,15 +235,23 @@ void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out)
     out += ')';
     return;
   }
-  // Sums and products wrap at the width of their type.
-  const bool plain = isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
-  const bool widened = !plain && (!isSmall(type) || op == op::kMultiply);
-  const std::string cast = widened ? fmt::format("({})", wrappingType(type)) : std::string();
+  // Sums and products wrap at the width of their type; C computes the small ones in
+  // int, which holds them all but the product of two UINT.
+  const bool plain = wrapsByItself(type);
+  const bool widened =
+      !plain && (!isSmall(type) || (type == BasicDataType::UInt && op == op::kMultiply));
+  const auto side = [&](const ASTNode& node) {
+    const Literal* const literal = literalOf(node);
+    const bool suffix = widened && literal != nullptr && !isNegative(literal->value);
+    if (widened && !suffix) out += fmt::format("({})", wrappingType(type));
+    converted(node, type, out);
+    // A longer literal has its suffix already.
+    if (suffix && out.back() >= '0' && out.back() <= '9') out += 'u';
+  };
   if (!plain) out += fmt::format("({})(", name);
-  out += cast;
-  converted(left, type, out);
-  out += fmt::format(" {} {}", cOperator(op), cast);
-  converted(right, type, out);
+  side(left);
+  out += fmt::format(" {} ", cOperator(op));
+  side(right);
   if (!plain) out += ')';
 }
 
