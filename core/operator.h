@@ -13,7 +13,8 @@ class Generator;
 class InternalInterface;
 
 // An operator is its class and its name; it keeps no state between calls. The
-// order of the virtual operations is part of the contract with the host.
+// order of the virtual operations is part of the contract with the host. Nothing here
+// needs the plugin to be linked: a host may call operators and add its own.
 class STOperator {
  public:
   explicit STOperator(const std::string& operatorName) : name(operatorName) {}
@@ -24,7 +25,7 @@ class STOperator {
   // C text (macros, inline functions) that a generated program needs once when it
   // uses the operator; empty when it needs none. `gen` may be null, which means
   // that no generator option is set.
-  virtual std::string staticCode(Generator* gen = nullptr);
+  virtual std::string staticCode([[maybe_unused]] Generator* gen = nullptr) { return {}; }
 
   // May `invocation` stand as it is? Appends errors and warnings to `messages` and
   // writes the IEC name of the result type to `resultType`, on success at the

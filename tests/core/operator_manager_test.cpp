@@ -1,0 +1,150 @@
+#include "core/operator_manager.h"
+
+#include <cxxabi.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "core/fc_operator.h"
+#include "core/pending_operator.h"
+#include "core/registration.h"
+#include "support/fake_host.h"
+
+namespace {
+
+struct NamedOperator : vel::PendingOperator<vel::STOperator> {
+  using PendingOperator::PendingOperator;
+};
+
+class Registry : public ::testing::Test {
+ protected:
+  bool hasUnit(const std::string& name) {
+    return std::any_of(host.units.begin(), host.units.end(),
+                       [&](const auto& unit) { return unit->name() == name; });
+  }
+
+  FakeHost host;
+};
+
+std::string className(const vel::STOperator& op) {
+  const std::unique_ptr<char, decltype(&std::free)> name(
+      abi::__cxa_demangle(typeid(op).name(), nullptr, nullptr, nullptr), &std::free);
+  return std::string(name.get()).substr(5);  // after "vel::"
+}
+
+TEST_F(Registry, HoldsEveryNameWithItsClass) {
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
+  EXPECT_EQ(registry->operatorCount(), 519);
+  std::vector<std::string> names = {"kept"};
+  registry->operatorNames(names);
+  ASSERT_EQ(names.size(), 520U);
+  EXPECT_EQ(std::vector<std::string>(names.begin(), names.begin() + 4),
+            (std::vector<std::string>{"kept", "_READIDIRECT", "_WRITEODIRECT", "ABS"}));
+  EXPECT_TRUE(std::is_sorted(names.begin() + 1, names.end(), vel::LessIgnoringCase()));
+
+  std::map<std::string, int> totals;
+  int functions = 0;
+  for (auto name = names.begin() + 1; name != names.end(); ++name) {
+    vel::STOperator* op = registry->findOperator(*name);
+    ASSERT_NE(op, nullptr) << *name;
+    EXPECT_EQ(op->name, *name);
+    ++totals[className(*op)];
+    const bool isFunction = registry->isFCOperator(*name);
+    functions += isFunction ? 1 : 0;
+    EXPECT_EQ(hasUnit(*name), !isFunction) << *name;
+  }
+  EXPECT_EQ(functions, 92);
+  EXPECT_EQ(host.units.size(), 427U);
+  const std::map<std::string, int> groups = {
+      {"ConvertOperator", 327},      {"ToStrOperator", 40},  {"StrToOperator", 38},
+      {"RealToIntegerOperator", 34}, {"ToBoolOperator", 20}, {"GeneralConvertOperator", 19},
+      {"DirectIOOperator", 6},       {"ZMemOperator", 2},    {"BitParamOperator", 2},
+      {"ToStrUniversalOperator", 2}};
+  EXPECT_EQ(totals.size(), groups.size() + 29);
+  for (const auto& [name, count] : totals) {
+    const auto group = groups.find(name);
+    EXPECT_EQ(count, group != groups.end() ? group->second : 1) << name;
+  }
+}
+
+TEST_F(Registry, ClassOfName) {
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
+  const std::pair<const char*, const char*> rows[] = {
+      {"TO_BOOL", "ToBoolOperator"},        {"BOOL_TO_REAL", "ConvertOperator"},
+      {"LREAL_TO_REAL", "ConvertOperator"}, {"LREAL_TO_TOD", "RealToIntegerOperator"},
+      {"TOD_TO_STRING", "ToStrOperator"},   {"TO_WSTRING", "ToStrUniversalOperator"},
+      {"int_to_bcd", "ToBCDOperator"},      {"IZRST", "DirectIOOperator"}};
+  for (const auto& [name, expected] : rows) {
+    vel::STOperator* op = registry->findOperator(name);
+    EXPECT_EQ(op != nullptr ? className(*op) : "none", expected) << name;
+  }
+  for (const char* name :
+       {"BOOL_TO_BOOL", "INT_TO_INT", "STRING_TO_LTIME", "REAL_TO_REAL", "", "T"}) {
+    EXPECT_EQ(registry->findOperator(name), nullptr) << name;
+    EXPECT_FALSE(registry->isFCOperator(name)) << name;
+  }
+}
+
+// Units are added in registration order, which the sorted registry does not show.
+TEST_F(Registry, RegistersInOrder) {
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
+  std::string order;
+  for (const auto& unit : host.units) {
+    EXPECT_EQ(unit->type(), vel::POUType::Operator);
+    order += unit->name() + " ";
+  }
+  for (const char* part :
+       {"IRDBIT IWRBIT _READIDIRECT _WRITEODIRECT IZSET IZRST ZSET ZRST GETBITOFPARAM "
+        "SETBITOFPARAM ROL ROR SHL SHR LIMIT SIZEOF MIN MAX MEF MEP SEL MUX MOVE ADR TRUNC "
+        "TO_STRING TO_WSTRING BYTE_TO_BOOL ",
+        " ULINT_TO_BOOL LREAL_TO_BOOL REAL_TO_BOOL TIME_TO_BOOL LTIME_TO_BOOL DATE_TO_BOOL "
+        "DT_TO_BOOL TOD_TO_BOOL TO_BOOL BOOL_TO_BYTE ",
+        " BOOL_TO_ULINT BOOL_TO_LREAL BOOL_TO_REAL BOOL_TO_TIME BOOL_TO_LTIME BOOL_TO_DT "
+        "BOOL_TO_DATE BOOL_TO_TOD BYTE_TO_WORD BYTE_TO_DWORD ",
+        " WORD_TO_BYTE WORD_TO_DWORD ", " TIME_TO_ULINT TIME_TO_LTIME TIME_TO_REAL TIME_TO_LREAL ",
+        " LTIME_TO_TOD DT_TO_BYTE ", " DT_TO_LREAL DT_TO_DATE DT_TO_TOD DATE_TO_BYTE ",
+        " TOD_TO_DT TOD_TO_DATE LREAL_TO_BYTE ",
+        " LREAL_TO_ULINT LREAL_TO_REAL LREAL_TO_TIME LREAL_TO_LTIME LREAL_TO_DT LREAL_TO_DATE "
+        "LREAL_TO_TOD REAL_TO_BYTE ",
+        " REAL_TO_ULINT REAL_TO_LREAL REAL_TO_TIME REAL_TO_LTIME REAL_TO_DATE REAL_TO_DT "
+        "REAL_TO_TOD TO_BYTE ",
+        " TO_ULINT TO_LREAL TO_REAL TO_TIME TO_LTIME TO_TOD TO_DATE TO_DT "}) {
+    EXPECT_NE(order.find(part), std::string::npos) << part;
+  }
+}
+
+TEST_F(Registry, RefusedUnitLeavesOneOut) {
+  host.refusedUnits = {"MOVE", "SQRT"};
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
+  EXPECT_EQ(registry->operatorCount(), 518);
+  EXPECT_EQ(registry->findOperator("MOVE"), nullptr);
+  EXPECT_NE(registry->findOperator("SQRT"), nullptr);
+}
+
+TEST_F(Registry, RegistersClearsAndKeepsOwnership) {
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
+  vel::STOperator* abs = registry->findOperator("ABS");
+  NamedOperator duplicate("abs");
+  EXPECT_FALSE(registry->registerOperator(nullptr));
+  EXPECT_FALSE(registry->registerOperator(&duplicate));
+  EXPECT_EQ(registry->findOperator("Abs"), abs);
+  EXPECT_FALSE(hasUnit("abs"));
+
+  auto added = std::make_unique<NamedOperator>("Added");
+  ASSERT_TRUE(registry->registerOperator(added.get()));
+  EXPECT_EQ(registry->findOperator("ADDED"), added.release());
+  EXPECT_TRUE(hasUnit("Added"));
+
+  std::vector<std::string> names;
+  registry->operatorNames(names);
+  std::vector<std::unique_ptr<vel::STOperator>> operators;  // no longer the registry's
+  operators.reserve(names.size());
+  for (const std::string& name : names) operators.emplace_back(registry->findOperator(name));
+  registry->clearOperators();
+  EXPECT_EQ(registry->operatorCount(), 0);
+  EXPECT_EQ(registry->findOperator("ADDED"), nullptr);
+  EXPECT_EQ(operators.front()->name, "_READIDIRECT");
+}
+
+}  // namespace

@@ -1,0 +1,79 @@
+#include "support/plugin.h"
+
+namespace {
+
+using Guards = PluginTest;
+
+bool lacksParameters(const vel::ASTNode* call) {
+  const vel::ASTNode* list = call != nullptr && call->leavesCount() > 1 ? call->leaf(1) : nullptr;
+  bool lacks = list == nullptr;
+  for (int i = 0; !lacks && i < list->leavesCount(); ++i) lacks = list->leaf(i) == nullptr;
+  return lacks;
+}
+
+// Every operator against every tree that a faulty program can leave behind.
+TEST_F(Guards, MalformedTreesNeverPass) {
+  vel::TreeBuilder tree;
+  const vel::ASTType kind{3};
+  vel::ASTNode* empty = tree.node(kind, {});
+  vel::ASTNode* noList = tree.node(kind, {nullptr, nullptr, nullptr});
+  std::vector<vel::ASTNode*> trees = {nullptr,
+                                      empty,
+                                      tree.node(kind, {nullptr}),
+                                      tree.node(kind, {empty}),
+                                      noList,
+                                      tree.node(vel::ASTType::Expression, {empty, empty})};
+  // `@` stands for the operator's name.
+  const std::vector<std::string> sources = {
+      "@",       "@?",        "@{}",        "@{a}",           "(a)",
+      "()",      "?",         "{a, b}",     "@(,)",           "@(, a)",
+      "@(a, )",  "@(, b, c)", "@(a,,c)",    "@(a, b, )",      "y := @",
+      "y := @?", "y := @{a}", "y := @(,,)", "@(a, b, c, d, )"};
+  std::vector<std::string> names;
+  registry->operatorNames(names);
+  for (const std::string& name : names) {
+    std::vector<vel::ASTNode*> all = trees;
+    for (std::string source : sources) {
+      const std::size_t at = source.find('@');
+      if (at != std::string::npos) source.replace(at, 1, name);
+      all.push_back(tree.parse(source, ""));
+    }
+    for (vel::ASTNode* node : all) {
+      SCOPED_TRACE(name + ": " + vel::TreeBuilder::text(node));
+      std::vector<vel::VELMessage> messages;
+      std::string resultType;
+      EXPECT_FALSE(find(name)->check(&host, node, messages, resultType, "P"));
+      FakeHost::describe(messages);
+      if (lacksParameters(node)) {
+        EXPECT_EQ(find(name)->generate(&generator, node), "");
+      }
+    }
+  }
+}
+
+// Parameters of unforeseen kinds, under names that do not suit the operator.
+TEST_F(Guards, OddParametersDoNotCrash) {
+  vel::TreeBuilder tree;
+  std::vector<std::string> names;
+  registry->operatorNames(names);
+  for (const std::string& name : names) {
+    for (const std::string& written : {name, std::string("X"), std::string("A_B"), std::string("_"),
+                                       std::string("A_TO_B_TO_"), std::string()}) {
+      for (const char* list : {"()", "?", "{a}", "(q)", "(u)", "(f(x))", "(st, n)", "(p, 'x', b)",
+                               "(us, f(x), f(y), 'a')", "(a, b, c, d, e)"}) {
+        for (const char* target : {"", "u := ", "f(x) := "}) {
+          Invocation* call = tree.parse(target + written + list, "");
+          std::vector<vel::VELMessage> messages;
+          std::string resultType;
+          for (host.rating = -3; host.rating <= 0; ++host.rating) {
+            find(name)->check(&host, call, messages, resultType, "");
+          }
+          EXPECT_FALSE(FakeHost::describe(messages).find("%s") != std::string::npos);
+          static_cast<void>(find(name)->generate(&generator, call));
+        }
+      }
+    }
+  }
+}
+
+}  // namespace

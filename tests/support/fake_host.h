@@ -1,0 +1,78 @@
+// A host that answers as the test says and records what it is asked.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/ast_node_helper.h"
+#include "host/call_tree.h"
+#include "host/declaration.h"
+#include "host/device_memory.h"
+#include "host/generator.h"
+#include "host/internal_interface.h"
+#include "host/project_settings.h"
+#include "host/symbol_manager.h"
+
+// Expressions have the type that their text names: `i`, `i1` and `i + 1` are INT, see
+// the table in fake_host.cpp. Translation puts "~" before a format.
+class FakeHost : public vel::InternalInterface {
+ public:
+  FakeHost();
+  ~FakeHost() override;
+
+  static DataTypeInfo typeOf(const std::string& text);
+
+  // Answers.
+  int rating = 0;                    // of compareDataType
+  int notation = 0;                  // of addresses
+  std::set<std::string> complaints;  // expressions whose type is asked for with a host message
+  std::set<std::string> refusedUnits;
+  vel::OpManagerAPI* registry = nullptr;
+  vel::ProjectSettings settings;
+  // Declares a unit with parameters of these kinds; the latest of a name counts. A
+  // kind below 0 stands for a parameter that is missing.
+  void declare(const std::string& name, vel::POUType type, const std::vector<int>& kinds);
+
+  // Records: comparisons, and edges of the call tree.
+  std::vector<std::string> calls;
+  std::vector<std::unique_ptr<vel::SymbolPOU>> units;
+  std::string takeCalls();
+
+  // Every message as `@OFFSET E C0040 TEXT` (W for a warning), one per line; fails the
+  // test when a record is not of the agreed form.
+  static std::string describe(const std::vector<vel::VELMessage>& messages);
+
+  vel::SymbolManager* symbolManager() override;
+  const std::string& translate(const std::string& format) override;
+  vel::DeviceMemory* deviceMemory() override;
+  vel::CallTree* callTree() override;
+  vel::OpManagerAPI* operatorManager() override;
+  int addressNotation() override;
+  vel::ProjectSettings* projectSettings() override;
+
+  vel::Symbol* symbol(const std::string& name, vel::Symbol::Type kind);
+
+  struct Services;  // the objects behind the operations above
+
+ private:
+  std::unique_ptr<Services> services_;
+};
+
+// The C text of an expression is its source with a prime (`x'`), of a type its name
+// with `_t`.
+class FakeGenerator : public vel::Generator {
+ public:
+  explicit FakeGenerator(FakeHost& host) : Generator(&host) {}
+
+  std::map<std::string, std::string> options;
+
+  const char* optionText(const char* name) override;
+  std::string typeText(vel::SymbolDataType* type) override;
+  std::string variableText(vel::SymbolVar* variable, int flag, const std::string& pouName) override;
+  std::string expressionText(vel::ASTNode* expression) override;
+  std::string prepareConstant(const std::string& text, vel::BasicDataType type) override;
+};
