@@ -42,15 +42,9 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
 
 vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
-  orderArguments(call);
+  if (!orderArguments(call)) return nullptr;
   ASTNode* const list = call.leaf(1);
-  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
-    if (kindOf(*list->leaf(i)) == NodeKind::Argument) {
-      analyseLeaf(*list->leaf(i), 1);
-    } else {
-      analyseLeaf(*list, i);
-    }
-  }
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) analyseLeaf(*list, i);
   std::string resultType;
   call.accepted = call.op->check(&services_, &call, messages_, resultType, unitName_);
   if (!call.accepted) {
@@ -62,19 +56,19 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   return services_.symbols.dataType(resultType);
 }
 
-// Operators know their parameters by position only.
-void Analyser::orderArguments(Call& call) {
+// Operators know their parameters by position only, so named ones are put in order.
+bool Analyser::orderArguments(Call& call) {
   ASTNode* const list = call.leaf(1);
   const int count = list != nullptr ? list->leavesCount() : 0;
   int named = 0;
   for (int i = 0; i < count; ++i) {
     if (kindOf(*list->leaf(i)) == NodeKind::Argument) ++named;
   }
-  if (named == 0) return;
+  if (named == 0) return true;
   const std::string_view name = TreeBuilder::source(*call.leaf(0));
   if (named != count) {
     say(call, message::kMixedArguments, name);
-    return;
+    return false;
   }
   std::vector<ASTNode*> ordered(static_cast<std::size_t>(count), nullptr);
   for (int i = 0; i < count; ++i) {
@@ -83,16 +77,17 @@ void Analyser::orderArguments(Call& call) {
     const int position = argument.output ? -1 : operatorInput(name, formal);
     if (position < 0 || position >= count) {
       say(argument, message::kUnknownParameter, name, formal);
-      return;
+      return false;
     }
     ASTNode*& place = ordered[static_cast<std::size_t>(position)];
     if (place != nullptr) {
       say(argument, message::kArgumentTwice, formal);
-      return;
+      return false;
     }
     place = argument.leaf(1);
   }
   tree_.setLeaves(*list, ordered);
+  return true;
 }
 
 vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {

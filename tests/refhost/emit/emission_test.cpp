@@ -1,0 +1,125 @@
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+constexpr const char* kAll =
+    "b, c: BOOL; bt: BYTE; si: SINT; i, j: INT; d: DINT; l: LINT; u: UINT; ud: UDINT; ul: ULINT; "
+    "r: REAL; lr: LREAL; t: TIME; lt: LTIME; td: TOD; dt1, dt2: DT; s: STRING[5]; w: WSTRING[5]; "
+    "m AT %MW2: INT; o AT %QX0.1: BOOL;";
+
+TEST(Emission, StatementsBecomeC) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"i := i + 1;", "self->i = (i16)(self->i + 1);"},
+      {"d := d * 2 - i;", "self->d = (i32)((u32)(i32)((u32)self->d * 2u) - (u32)(i32)self->i);"},
+      {"ud := ud - 1;", "self->ud = self->ud - 1;"},
+      {"u := u * u;", "self->u = (u16)((u32)self->u * (u32)self->u);"},
+      {"i := i / j MOD 3;", "self->i = vel_mod_i16(vel_div_i16(self->i, self->j), 3);"},
+      {"i := -i;", "self->i = (i16)-self->i;"},
+      {"l := -l;", "self->l = (i64)(0 - (u64)self->l);"},
+      {"i := 100 + 100;", "self->i = 200;"},
+      {"i := -128;", "self->i = -128;"},
+      {"i := j - -3;", "self->i = (i16)(self->j - (-3));"},
+      {"l := -9223372036854775808;", "self->l = (-9223372036854775807LL - 1);"},
+      {"ul := 16#FFFF_FFFF_FFFF_FFFF;", "self->ul = 18446744073709551615ULL;"},
+      {"lr := r * 0.1 + lr;", "self->lr = (f64)(self->r * (f32)0.1) + self->lr;"},
+      {"b := r = 0.1;", "self->b = self->r == (f32)0.1;"},
+      {"lr := 3.141_592_653_589_793;", "self->lr = 3.141592653589793;"},
+      {"lr := r ** 2;", "self->lr = (f32)vel_pow((f64)self->r, 2);"},
+      {"b := b AND i > 3 OR NOT c;", "self->b = (self->b & (self->i > 3)) | (!self->c);"},
+      {"bt := bt AND NOT 16#F0;", "self->bt = self->bt & ((u8)~240);"},
+      {"b := u > i;", "self->b = (i32)self->u > (i32)self->i;"},
+      {"t := t + T#1s;", "self->t = (i32)((u32)self->t + 1000u);"},
+      {"lt := t;", "self->lt = (i64)(self->t) * 1000000;"},
+      {"lt := lt + t;", "self->lt = (i64)((u64)self->lt + (u64)((i64)self->t * 1000000));"},
+      {"t := t * 1.5;", "self->t = vel_truncate_i32((f64)self->t * 1.5);"},
+      {"t := dt2 - dt1;", "self->t = (i32)(((i64)self->dt2 - (i64)self->dt1) * 1000);"},
+      {"td := td - t;", "self->td = vel_tod_shift(self->td, -((i64)self->t));"},
+      {"s := 'a$'b$0A';", "vel_string_set(self->s, 6, \"a'b\\012\");"},
+      {"b := s < 'x';", "self->b = vel_string_compare(self->s, \"x\") < 0;"},
+      {"w := \"$00e4\";", "vel_wstring_set(self->w, 6, (const u16[]){228, 0});"},
+      {"m := m + 1;", "VEL_MEM(i16, 4) = (i16)(VEL_MEM(i16, 4) + 1);"},
+      {"o := %IX0.0;", "sbit(139265, gbit(131072));"},
+      {"i.3 := i.4;", "vsbit(self->i, 3, vgbit((self->i, 4)));"},
+      {"i := LIMIT(0, i, 100);", "self->i = LIMIT((0), (self->i), (100));"},
+      {"i := j + limit(0, i, 100);", "self->i = (i16)(self->j + (LIMIT((0), (self->i), (100))));"},
+      {"i := MAX(MIN(i, j), 3);", "self->i = MAX((MIN((self->i), (self->j))), (3));"},
+      {"b := SEL(b, bt = 1, c);", "self->b = SEL((self->b), (self->bt == 1), (self->c));"},
+      {"d := REAL_TO_DINT(r);", "self->d = __real_to_integer((self->r), i32);"},
+      {"MAX(i, j);", "(void)(MAX((self->i), (self->j)));"},
+  };
+  for (const auto& [statement, expected] : rows) {
+    const auto session = analysed(program(kAll, statement));
+    EXPECT_EQ(std::string("  ") + expected + "\n", scanText(*session))
+        << statement << fmt::format("\n{}", fmt::join(said(*session), "\n"));
+  }
+}
+
+TEST(Emission, LoopsNeitherOverrunNorEvaluateTheirBoundsTwice) {
+  const std::string guarded =
+      scanText(*analysed(program(kAll, "FOR i := 1 TO j DO d := d; END_FOR;")));
+  EXPECT_EQ(
+      "  i64 vel_t1;\n  u8 vel_t2;\n"
+      "  self->i = 1;\n  vel_t1 = self->j;\n"
+      "  for (vel_t2 = (i64)self->i <= vel_t1; vel_t2; vel_t2 = vel_for_more_i64(self->i, vel_t1, "
+      "1), "
+      "self->i = (i16)((u64)self->i + (u64)(1))) {\n"
+      "    self->d = self->d;\n  }\n",
+      guarded);
+  const std::string toTheTop =
+      scanText(*analysed(program(kAll, "FOR si := 120 TO 127 DO END_FOR;")));
+  EXPECT_NE(std::string::npos, toTheTop.find("vel_for_more_i64")) << toTheTop;
+  const std::string counting =
+      scanText(*analysed(program(kAll, "FOR i := 9 TO 1 BY -2 DO END_FOR;")));
+  EXPECT_EQ("  self->i = 9;\n  for (; self->i >= 1; self->i = (i16)((u64)self->i - 2u)) {\n  }\n",
+            counting);
+}
+
+TEST(Emission, NamesStayAsWrittenWhereTheyCan) {
+  const auto session = analysed(
+      "FUNCTION double : INT VAR_INPUT int1: INT; END_VAR double := INT1; END_FUNCTION\n"
+      "PROGRAM P VAR Self, for_x, char, char_: INT; END_VAR CHAR := DOUBLE(char_); END_PROGRAM");
+  ASSERT_TRUE(said(*session).empty());
+  EXPECT_EQ("  self->char_ = double_(self->char__);\n", scanText(*session));
+}
+
+TEST(Emission, StaticTextsAppearOnceAndFirst) {
+  const auto session = analysed(program(
+      kAll,
+      "i := LIMIT(0, i, 9); d := REAL_TO_DINT(r); d := LREAL_TO_DINT(lr); i := limit(1, i, 2);"));
+  const std::string text = session->translate();
+  const std::string macro = "#define __real_to_integer(fvalue, type) \\\n({\\\n";
+  const std::size_t first = text.find(macro);
+  ASSERT_NE(std::string::npos, first);
+  EXPECT_EQ(std::string::npos, text.find(macro, first + 1));
+  EXPECT_EQ(text.find("#define LIMIT"), text.rfind("#define LIMIT"));
+  EXPECT_LT(text.find("#define LIMIT"), text.find("P_scan"));
+}
+
+TEST(Session, VariablesAreListedAndSet) {
+  const auto session = analysed(program(kAll, ""));
+  session->translate();
+  const auto variables = session->programVariables();
+  const auto assigned = [&](const std::string& name, const std::string& text) {
+    for (const ProgramVariable& variable : variables) {
+      std::string statement;
+      std::string error;
+      if (variable.name != name) continue;
+      return session->assignmentText(variable, text, statement, error) ? statement : error;
+    }
+    return std::string("no such variable");
+  };
+  EXPECT_EQ("P_data.i = -5;", assigned("i", "-5"));
+  EXPECT_EQ("P_data.bt = 31;", assigned("bt", "16#1F"));
+  EXPECT_EQ("P_data.r = 5;", assigned("r", "5"));
+  EXPECT_EQ("P_data.lt = (i64)(1500) * 1000000;", assigned("lt", "T#1s500ms"));
+  EXPECT_EQ("vel_string_set(P_data.s, 6, \"hi\");", assigned("s", "'hi'"));
+  EXPECT_EQ("sbit(139265, 1);", assigned("o", "TRUE"));
+  EXPECT_EQ("VEL_MEM(i16, 4) = 7;", assigned("m", "INT#7"));
+  EXPECT_EQ("'300' is not a value of type SINT", assigned("si", "300"));
+  EXPECT_EQ("'1' is not a value of type BOOL", assigned("b", "1"));
+  EXPECT_EQ("'); abort(' is not a literal", assigned("i", "); abort("));
+}
+
+}  // namespace
+}  // namespace refhost

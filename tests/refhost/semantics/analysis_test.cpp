@@ -1,0 +1,171 @@
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+struct Row {
+  const char* variables;
+  const char* statement;
+  std::vector<std::string> expected;
+};
+
+void expectSaid(const std::vector<Row>& rows) {
+  for (const Row& row : rows) {
+    const auto session = analysed(program(row.variables, row.statement));
+    EXPECT_EQ(row.expected, said(*session)) << row.variables << "\n" << row.statement;
+  }
+}
+
+TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
+  const char* const all =
+      "b: BOOL; bt: BYTE; si: SINT; i: INT; d: DINT; l: LINT; u: UINT; r: REAL; lr: LREAL; t: TIME;"
+      "lt: LTIME; s: STRING; w: WSTRING;";
+  expectSaid({
+      {all, "i := si; l := u; r := i; lr := d; lt := t; r := 1; si := -128; bt := 16#FF;", {}},
+      {all,
+       "u := i;",
+       {"2:6 warning C0195 Implicit conversion from type 'INT' to type 'UINT' : may change the "
+        "symbol"}},
+      {all,
+       "i := u;",
+       {"2:6 warning C0196 Implicit conversion from type 'UINT' to type 'INT' : may change the "
+        "symbol"}},
+      {all,
+       "r := d;",
+       {"2:6 warning C0197 Implicit conversion from type 'DINT' to type 'REAL' : may change the "
+        "symbol"}},
+      {all,
+       "r := lr;",
+       {"2:6 warning C0197 Implicit conversion from type 'LREAL' to type 'REAL' : Possible loss of "
+        "information;"}},
+      {all,
+       "i := d;",
+       {"2:6 warning C0197 Implicit conversion from type 'DINT' to type 'INT' : Possible loss of "
+        "information;"}},
+      {all,
+       "si := bt;",
+       {"2:7 warning C0196 Implicit conversion from type 'BYTE' to type 'SINT' : may change the "
+        "symbol"}},
+      {all, "si := 300;", {"2:7 error C0001 The constant '300' is too large for data type 'INT';"}},
+      {all, "i := r;", {"2:6 error C0032 'REAL' cannot convert to 'INT' type;"}},
+      {all, "b := 1;", {"2:6 error C0032 'SINT' cannot convert to 'BOOL' type;"}},
+      {all, "s := w;", {"2:6 error C0032 'WSTRING' cannot convert to 'STRING' type;"}},
+      {all, "t := lt;", {"2:6 error C0032 'LTIME' cannot convert to 'TIME' type;"}},
+      // The operator has said so already, in the same words.
+      {all,
+       "r := MOVE(lr);",
+       {"2:11 warning C0197 Implicit conversion from type 'LREAL' to type 'REAL' : Possible loss of "
+        "information;"}},
+      // The result type is that of IN; the host judges what the operator has not.
+      {all,
+       "si := LIMIT(0, d, 100);",
+       {"2:7 warning C0197 Implicit conversion from type 'DINT' to type 'SINT' : Possible loss of "
+        "information;"}},
+      // IN0 is no variable, so that SEL has no result type and nothing is judged.
+      {all, "si := SEL(b, d + 1, l);", {}},
+  });
+}
+
+TEST(Analysis, OperatorCallsAreChecked) {
+  const char* const all = "g: BOOL; x, y: INT; d: DINT; u: UDINT; r: REAL;";
+  const std::string count =
+      "Too many parameters, too few parameters, or no variables assigned to the IN_OUT in PRG ";
+  expectSaid({
+      {all, "y := limit(0, x);", {"2:6 error C0040 " + count + "'limit';"}},
+      {all, "y := int_to_dint(x, x);", {"2:6 error C0040 " + count + "'INT_TO_DINT';"}},
+      {all, "y := 1 + MAX(x);", {"2:10 error C0040 " + count + "'MAX';"}},
+      {all, "y := SEL(1, x, y);", {"2:6 error C0032 '1' expect 'BOOL' type;"}},
+      {all, "y := LIMIT(MN := 0, MX := 100, IN := x);", {}},
+      {all,
+       "y := LIMIT(MN := 0, XX := 1, IN := x);",
+       {"2:21 error F0027 'LIMIT' has no parameter 'XX' to be given here;"}},
+      {all, "y := MOVE(nowhere);", {"2:11 error F0020 Unknown identifier 'nowhere';"}},
+      // An argument is no assignment: only its own wrapper stands above it.
+      {all, "d := ABS(MAX(x, y));", {"2:6 error F0001 The call of 'ABS' is not accepted;"}},
+  });
+}
+
+TEST(Analysis, TheHostNamesWhatItRefuses) {
+  const char* const all =
+      "b: BOOL; x: INT; r: REAL; t: TIME; s: STRING; END_VAR VAR CONSTANT k: INT := 5;";
+  expectSaid({
+      {all, "nope := 1;", {"2:1 error F0020 Unknown identifier 'nope';"}},
+      {all, "k := 1;", {"2:1 error F0023 'k' cannot be written;"}},
+      {all,
+       "x := b + 1;",
+       {"2:6 error F002B The operator '+' cannot be applied to 'BOOL' and 'SINT';"}},
+      {all,
+       "x := x MOD r;",
+       {"2:6 error F002B The operator 'MOD' cannot be applied to 'INT' and 'REAL';"}},
+      {all,
+       "b := s = x;",
+       {"2:6 error F002B The operator '=' cannot be applied to 'STRING' and 'INT';"}},
+      {all, "b := NOT t;", {"2:10 error F002C The operator 'NOT' cannot be applied to 'TIME';"}},
+      {all,
+       "IF x THEN END_IF;",
+       {"2:4 error F002D A condition must be of type 'BOOL', not 'INT';"}},
+      {all,
+       "CASE r OF 1: ; END_CASE;",
+       {"2:6 error F002E A CASE selector must be of an integer type, not 'REAL';"}},
+      {all,
+       "CASE x OF x: ; k + 1, 9..3: ; END_CASE;",
+       {"2:11 error F002F 'x' is not a constant integer;",
+        "2:23 warning F003D The range '9..3' is empty;"}},
+      {all,
+       "FOR r := 1 TO 2 DO END_FOR;",
+       {"2:5 error F0030 The control variable 'r' must be of an integer type;"}},
+      {all,
+       "FOR x := 1 TO 2 BY 0 DO END_FOR;",
+       {"2:20 error F0031 The step of a FOR loop must not be 0;"}},
+      {all,
+       "EXIT; WHILE b DO EXIT; END_WHILE; CONTINUE;",
+       {"2:1 error F0032 'EXIT' outside of a loop;",
+        "2:35 error F0032 'CONTINUE' outside of a loop;"}},
+      {all, "x.16 := TRUE; b := x.15;", {"2:1 error F0038 Bit 16 is outside of type 'INT';"}},
+      {all, "nope(1);", {"2:1 error F0020 Unknown identifier 'nope';"}},
+      {all, "x(1);", {"2:1 error F0025 'x' cannot be called;"}},
+      {all, "x := P;", {"2:6 error F003A 'P' is not a value;"}},
+      {all, "%MX99999.0 := b;", {"2:1 error F0033 Address '%MX99999.0' is not valid;"}},
+      {"a AT %MW0: DINT; a: INT; z: NoType; q: STRING[0];",
+       "",
+       {"1:20 error F0034 Address '%MW0' does not fit type 'DINT';",
+        "1:32 error F0021 'a' is already declared;", "1:43 error F0022 Unknown type 'NoType';",
+        "1:61 error F0036 '0' is not a string length from 1 to 32767;"}},
+  });
+}
+
+TEST(Analysis, CallsOfUnitsAreChecked) {
+  const std::string units =
+      "FUNCTION F : INT VAR_INPUT a, b: INT; END_VAR VAR_IN_OUT io: INT; END_VAR "
+      "VAR_OUTPUT q: DINT; END_VAR F := a; END_FUNCTION "
+      "FUNCTION_BLOCK B VAR_INPUT i: INT; END_VAR VAR_OUTPUT o: INT; END_VAR VAR v: INT; END_VAR "
+      "END_FUNCTION_BLOCK PROGRAM P VAR x: INT; d: DINT; fb: B; END_VAR\n";
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {"x := F(1, 2, x); x := F(a := 1, io := x, q => d); fb(i := 3, o => x); x := fb.o;", {}},
+      {"x := F(1, 2, x, 4);", {"2:17 error F0029 Too many parameters in the call of 'F';"}},
+      {"x := F(a := 1, a := 2, io := x);", {"2:16 error F002A The parameter 'a' is given twice;"}},
+      {"x := F(1, 2);", {"2:6 error F0028 The in-out parameter 'io' of 'F' is not assigned;"}},
+      {"x := F(1, 2, d);",
+       {"2:14 error F0039 'd' cannot be passed to the in-out parameter 'io' of type 'INT';"}},
+      {"x := F(1, 2, 3);",
+       {"2:14 error F0039 '3' cannot be passed to the in-out parameter 'io' of type 'INT';"}},
+      {"x := F(a := 1, q := d, io := x);",
+       {"2:16 error F0027 'F' has no parameter 'q' to be given here;"}},
+      {"x := F(1.5, 2, x);", {"2:8 error C0032 'REAL' cannot convert to 'INT' type;"}},
+      {"x := fb(i := 1);", {"2:6 error F0026 The call of 'fb' has no result;"}},
+      {"x := fb.v;", {"2:9 error F0024 'fb' has no member 'v';"}},
+      {"fb.o := 1;", {"2:1 error F0023 'fb.o' cannot be written;"}},
+      {"B(i := 1);", {"2:1 error F0025 'B' cannot be called;"}},
+  };
+  for (const auto& [statement, expected] : rows) {
+    EXPECT_EQ(expected, said(*analysed(units + statement + "\nEND_PROGRAM"))) << statement;
+  }
+  const std::vector<std::string> twice{"1:10 error F0021 'MAX' is already declared;"};
+  EXPECT_EQ(twice, said(*analysed("FUNCTION MAX : INT MAX := 1; END_FUNCTION")));
+  const std::vector<std::string> itself{"1:16 error F0035 The function block 'A' contains itself;"};
+  EXPECT_EQ(itself, said(*analysed("FUNCTION_BLOCK A VAR b: B; END_VAR END_FUNCTION_BLOCK "
+                                   "FUNCTION_BLOCK B VAR a: A; END_VAR END_FUNCTION_BLOCK")));
+}
+
+}  // namespace
+}  // namespace refhost
