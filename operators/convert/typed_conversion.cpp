@@ -1,5 +1,7 @@
 #include "operators/convert/typed_conversion.h"
 
+#include <utility>
+
 #include "core/checks.h"
 #include "core/emission.h"
 #include "core/invocation.h"
@@ -53,13 +55,11 @@ bool ConvertOperator::check(InternalInterface* ii, ASTNode* invocation,
       return false;
     }
     namedType = symbol->dataType();
-  } else {
+  } else if (argumentType != BasicDataType::None || written.size() < 3) {
     const std::size_t to = written.find("TO_");
-    if (argumentType != BasicDataType::None || written.size() < 3) {
-      if (to == std::string::npos) return false;
-      resultType.assign(written, to + 3, std::string::npos);
-      return true;
-    }
+    if (to == std::string::npos) return false;
+    resultType.assign(written, to + 3, std::string::npos);
+    return true;
   }
 
   if (namedType != argumentType || namedType == BasicDataType::None) {
