@@ -17,6 +17,8 @@ constexpr std::string_view kOperators[] = {"OR",  "XOR", "AND",  "'='",  "'<>'",
                                            "'-'", "'*'", "'/'",  "MOD",  "'**'"};
 // What can follow a variable beside an operator.
 constexpr std::string_view kAccesses[] = {"'.'", "'['", "'^'", "'('"};
+constexpr std::string_view kTypeStarts[] = {"identifier", "STRING", "WSTRING", "ARRAY",
+                                            "POINTER",    "REF_TO", "STRUCT",  "'('"};
 // Names only where nothing else can stand.
 constexpr std::string_view kNameKeywords[] = {"CONSTANT", "RETAIN",  "NON_RETAIN", "AT",
                                               "ARRAY",    "POINTER", "STRING",     "WSTRING"};
@@ -52,8 +54,12 @@ std::string ExpectedTokens::text() const {
   if (has("identifier") && has("CONSTANT")) removeAll(words, kNameKeywords);
   if (statement || expression) {
     removeAll(words, kExpressionStarts);
+    removeAll(words, kAccesses);
     if (statement) removeAll(words, kStatementStarts);
     whole = statement ? "statement" : "expression";
+  } else if (has("STRUCT")) {
+    removeAll(words, kTypeStarts);
+    whole = "type";
   } else if (has("'*'")) {
     removeAll(words, kOperators);
     removeAll(words, kAccesses);

@@ -1,8 +1,9 @@
 // Structured Text. Actions hand what they recognise to the TreeFactory, one call
 // each; blocks reach the parser balanced (token_stream.h).
 //
-// Tables are canonical and without default reductions, so that an error is found
-// at the first token that cannot follow, and messages name exactly what can.
+// Tables are canonical and reduce by default only where nothing else can be done, so
+// that an error is found at the first token that cannot follow, and messages name
+// exactly what can.
 %skeleton "lalr1.cc"
 %require "3.8"
 %language "c++"
@@ -11,6 +12,7 @@
 %define api.value.type {SemanticValue}
 %define api.location.type {Span}
 %define lr.type canonical-lr
+%define lr.default-reduction consistent
 %define parse.error custom
 %locations
 %expect 0
@@ -67,8 +69,8 @@ static constexpr Value kNone{nullptr, 0};
 %left POWER
 %token NOT
 
-%type <value> unit_name return_type var_blocks var_decl address type_spec string_length initial
-%type <value> var_block statement_list statement block_statement else_part condition
+%type <value> unit_name return_type var_blocks var_block var_decl broken_decl address
+%type <value> type_spec string_length initial statement_list statement block_statement else_part condition
 %type <value> for_start step label label_line
 %type <value> variable call expression operand atom signed argument
 %type <list> var_block_items var_decls names statements elsifs case_items labels arguments
@@ -80,10 +82,11 @@ static constexpr Value kNone{nullptr, 0};
 
 %%
 
-file: units;
+file: %empty | units;
 
 units:
-  %empty
+  unit
+| error
 | units unit
 | units error
 ;
@@ -119,6 +122,8 @@ var_block_items:
 var_block:
   var_keyword qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2, $3); }
 | var_keyword qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2, $3); }
+| var_keyword qualifiers var_decls broken_decl END_VAR
+    { $$ = make.varBlock(@$, $1, $2, make.append($3, $4)); }
 ;
 
 var_keyword:
@@ -137,13 +142,17 @@ qualifiers:
 ;
 
 var_decls:
-  %empty                  { $$ = make.list(); }
-| var_decls var_decl ';'  { $$ = make.append($1, $2); }
-| var_decls error ';'     { $$ = $1; }
-| var_decls ';'           { $$ = $1; }
+  %empty                     { $$ = make.list(); }
+| var_decls var_decl ';'     { $$ = make.append($1, $2); }
+| var_decls ';'              { $$ = $1; }
+| var_decls broken_decl ';'  { $$ = make.append($1, $2); yyerrok; }
+| var_decls error ';'        { $$ = $1; yyerrok; }
 ;
 
 var_decl: names address ':' type_spec initial  { $$ = make.varDecl(@$, $1, $2, $4, $5); };
+
+// The names and their type are known all the same.
+broken_decl: names address ':' type_spec error  { $$ = make.varDecl(@$, $1, $2, $4, kNone); };
 
 names:
   IDENTIFIER            { $$ = make.append(make.list(), make.name(@1)); }
@@ -228,7 +237,7 @@ statement_list:
 statements:
   %empty                            { $$ = make.list(); }
 | statements statement              { $$ = make.append($1, $2); }
-| statements error ';'              { $$ = $1; }
+| statements error ';'              { $$ = $1; yyerrok; }
 | statements error block_statement  { $$ = make.append($1, $3); }
 ;
 
@@ -279,7 +288,7 @@ case_items:
   %empty                            { $$ = make.list(); }
 | case_items statement              { $$ = make.append($1, $2); }
 | case_items label_line             { $$ = make.append($1, $2); }
-| case_items error ';'              { $$ = $1; }
+| case_items error ';'              { $$ = $1; yyerrok; }
 | case_items error block_statement  { $$ = make.append($1, $3); }
 ;
 

@@ -10,8 +10,8 @@
 
 namespace refhost {
 
-// Nodes nested deeper than this are refused with an error, so that no walk over a
-// tree runs out of stack.
+// Expressions and statements nested deeper than this are refused with an error, so
+// that no walk over a tree runs out of stack. Parentheses count; lists do not.
 constexpr int kMaxNesting = 1000;
 
 // Parses file `file` of `sources`, appends its units to `tree` and its errors to

@@ -26,7 +26,7 @@ class Scanner {
   std::size_t read(char* buffer, std::size_t size);
   void advance(int length);
   void open() { opened_ = span_; }
-  int unterminated(std::string_view what);
+  int unterminated(std::string_view what, bool toEnd);  // to the end of the file
   int badCharacter();
   int binary();
 

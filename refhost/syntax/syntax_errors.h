@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +30,8 @@ class SyntaxErrors {
 
   // No syntax error is reported before `offset` from now on.
   void muteUntil(std::uint32_t offset);
+  // No syntax error is reported any more: the rest of the file was not understood.
+  void mute() { muteUntil(std::numeric_limits<std::uint32_t>::max()); }
   bool reportedSince(std::uint32_t offset) const { return nextOffset_ > offset; }
   // So many errors were found that the rest of the file is not worth reading.
   bool exhausted() const { return count_ >= kMaxErrors; }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string>
+#include <utility>
 
 #include "grammar.h"
 #include "refhost/messages.h"
@@ -39,18 +41,25 @@ std::uint32_t TreeFactory::higher(Span span, std::uint32_t height) const {
   return height + 1;
 }
 
-// Gives a node its place and its leaves, or refuses it because of its height.
-Value TreeFactory::finish(ASTNode* node, Span span, const Value* leaves, std::size_t count) {
+// Gives a node its place and its leaves. Lists and declarations are made this way:
+// they add nothing to the height, so a unit can always be made of its parts.
+Value TreeFactory::link(ASTNode* node, Span span, const Value* leaves, std::size_t count) {
   std::uint32_t height = 0;
   ASTNode** nodes = tree_.allocateLeaves(count);
   for (std::size_t i = 0; i < count; ++i) {
     nodes[i] = leaves[i].node;
     height = std::max(height, leaves[i].height);
   }
-  height = higher(span, height);
   vel::TreeBuilder::setSpan(*node, vel::TextLocation(file_, span.begin), textOf(span));
   vel::TreeBuilder::setLeaves(*node, nodes, static_cast<std::int32_t>(count));
   return {node, height};
+}
+
+// The same for expressions and statements, refused when they are too high.
+Value TreeFactory::finish(ASTNode* node, Span span, const Value* leaves, std::size_t count) {
+  Value value = link(node, span, leaves, count);
+  value.height = higher(span, value.height);
+  return value;
 }
 
 Value TreeFactory::finish(ASTNode* node, Span span, std::initializer_list<Value> leaves) {
@@ -74,7 +83,7 @@ NodeList TreeFactory::append(NodeList list, Value first, Value second) {
 // A list's node covers its items; an empty one stands at `empty`.
 Value TreeFactory::listNode(NodeKind kind, Span empty, const Value* items, std::size_t count) {
   const Span span = count == 0 ? empty : Span{spanOf(items[0]).begin, spanOf(items[count - 1]).end};
-  return finish(tree_.make<Node>(kind), span, items, count);
+  return link(tree_.make<Node>(kind), span, items, count);
 }
 
 Value TreeFactory::unsupported(Span span, std::string_view what, Value instead) {
@@ -85,7 +94,7 @@ Value TreeFactory::unsupported(Span span, std::string_view what, Value instead) 
 // --- Expressions ---
 
 Value TreeFactory::name(Span span) {
-  return finish(tree_.make<Text>(tree_.intern(textOf(span))), span, nullptr, 0);
+  return link(tree_.make<Text>(tree_.intern(textOf(span))), span, nullptr, 0);
 }
 
 Value TreeFactory::expression(Expression::Operator op, Span span,
@@ -126,8 +135,11 @@ Value TreeFactory::dereference(Span span, Value base) {
   return unsupported(span, "Pointers (dereference '^') are", base);
 }
 
-// A literal that is wrong has no type, so that nothing more is said of it.
-Value TreeFactory::constant(Span span, std::string_view text) {
+// `text` is that of the literal without white space after its sign. A literal that is
+// wrong has no type, so that nothing more is said of it.
+const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) {
+  const auto known = literals_.find(text);
+  if (known != literals_.end()) return *known->second;
   LiteralValue value;
   const LiteralError error = parseLiteral(text, value);
   if (error != LiteralError::None) {
@@ -135,9 +147,16 @@ Value TreeFactory::constant(Span span, std::string_view text) {
     errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
     value = LiteralValue();
     value.type = BasicDataType::Undetermined;
+    return tree_.keep(std::move(value));
   }
-  auto* node = tree_.make<Literal>(tree_.keep(std::move(value)));
-  return expression(Expression::Constant, span, {finish(node, span, nullptr, 0)});
+  const LiteralValue& kept = tree_.keep(std::move(value));
+  literals_.emplace(tree_.intern(text), &kept);
+  return kept;
+}
+
+Value TreeFactory::constant(Span span, std::string_view text) {
+  auto* node = tree_.make<Literal>(literalValue(span, text));
+  return expression(Expression::Constant, span, {link(node, span, nullptr, 0)});
 }
 
 Value TreeFactory::literal(Span span) { return constant(span, textOf(span)); }
@@ -210,7 +229,7 @@ Value TreeFactory::unsupportedInitial(Span span) {
 Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type, Value initial) {
   scratch_.assign({type, operand(initial), address});
   scratch_.insert(scratch_.end(), items(names), items(names) + names.count);
-  return finish(tree_.make<VarDecl>(), span, scratch_.data(), scratch_.size());
+  return link(tree_.make<VarDecl>(), span, scratch_.data(), scratch_.size());
 }
 
 Value TreeFactory::varBlock(Span span, VarSection section, Qualifiers qualifiers,
@@ -218,7 +237,7 @@ Value TreeFactory::varBlock(Span span, VarSection section, Qualifiers qualifiers
   auto* block = tree_.make<VarBlock>(section);
   block->constant = qualifiers.constant;
   block->retain = qualifiers.retain;
-  return finish(block, span, items(declarations), declarations.count);
+  return link(block, span, items(declarations), declarations.count);
 }
 
 Value TreeFactory::varBlocks(Span span, NodeList blocks) {
@@ -231,7 +250,8 @@ void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value retur
   if (unitName.node == nullptr) unitName = name({span.begin, span.begin});
   const char* text = static_cast<const Text*>(unitName.node)->text();
   auto* node = tree_.make<Unit>(text, type);
-  finish(node, span, {unitName, returnType, blocks, body});
+  const Value leaves[] = {unitName, returnType, blocks, body};
+  link(node, span, leaves, std::size(leaves));
   tree_.units.push_back(node);
 }
 

@@ -1,14 +1,15 @@
 // Makes the nodes of the tree as the parser recognises them.
 //
 // Values of the parser are small and trivial: a node and its height, or a list's
-// place on the factory's stack. A node that would make the tree higher than
-// kMaxNesting is not made: the error is reported, and the parser recovers.
+// place on the factory's stack. An expression or a statement that would be higher
+// than kMaxNesting is not made: the error is reported, and the parser recovers.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "refhost/syntax/span.h"
@@ -95,9 +96,11 @@ class TreeFactory {
   }
   std::uint32_t higher(Span span, std::uint32_t height) const;
   Span spanOf(const Value& value) const;
+  Value link(ASTNode* node, Span span, const Value* leaves, std::size_t count);
   Value finish(ASTNode* node, Span span, const Value* leaves, std::size_t count);
   Value finish(ASTNode* node, Span span, std::initializer_list<Value> leaves);
   Value expression(Expression::Operator op, Span span, std::initializer_list<Value> leaves);
+  const LiteralValue& literalValue(Span span, std::string_view text);
   Value constant(Span span, std::string_view text);
   Value argument(Argument* node, Span span, Span formalName, Value actual);
   Value listNode(NodeKind kind, Span empty, const Value* items, std::size_t count);
@@ -108,6 +111,8 @@ class TreeFactory {
   std::uint32_t file_;
   Tree& tree_;
   SyntaxErrors& errors_;
+  // By their text, since programs repeat them.
+  std::unordered_map<std::string_view, const LiteralValue*> literals_;
   std::vector<Value> stack_;    // items of the lists that are not yet leaves
   std::vector<Value> scratch_;  // leaves of the node being made
 };

@@ -1,0 +1,38 @@
+// What the parsers of the forms of literals share. Each parser of a form takes the
+// text after the '#', to its end, and sets the value in `out` but not its type.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+#include "refhost/syntax/literal.h"
+
+namespace refhost::literal {
+
+constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isLetter(char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || c == '_'; }
+
+inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                            [](char x, char y) { return lower(x) == lower(y); });
+}
+
+inline bool takeIf(std::string_view& text, char c) {
+  if (text.empty() || text.front() != c) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+// Takes digits of `base` with single underscores between them.
+LiteralError takeDigits(std::string_view& text, unsigned base, std::uint64_t& value);
+
+// TIME, or LTIME when `isLong`.
+LiteralError parseDuration(std::string_view text, bool isLong, LiteralValue& out);
+// DATE, TOD and DT, as out.form says.
+LiteralError parseCalendar(std::string_view text, LiteralValue& out);
+// STRING in single quotes, or WSTRING in double quotes when `isWide`.
+LiteralError parseString(std::string_view text, bool isWide, LiteralValue& out);
+
+}  // namespace refhost::literal
