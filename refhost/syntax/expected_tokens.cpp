@@ -25,6 +25,8 @@ constexpr std::string_view kNameKeywords[] = {"CONSTANT", "RETAIN",  "NON_RETAIN
 constexpr std::string_view kSections[] = {"VAR", "VAR_INPUT", "VAR_OUTPUT", "VAR_IN_OUT",
                                           "VAR_TEMP"};
 
+constexpr std::string_view kEnd[] = {"end of file"};
+
 // The words stay in the order of the grammar, and no list grows long.
 constexpr std::size_t kMaxWords = 6;
 
@@ -69,6 +71,7 @@ std::string ExpectedTokens::text() const {
     if (words.empty()) words = names_;
   }
   if (has("VAR_TEMP") && words.size() > std::size(kSections)) removeAll(words, kSections);
+  if (words.size() > 1) removeAll(words, kEnd);
   if (!whole.empty()) words.insert(words.begin(), whole);
   if (words.size() > kMaxWords) words.resize(kMaxWords);
 

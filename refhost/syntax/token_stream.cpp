@@ -166,8 +166,17 @@ int TokenStream::missingHeaderEnd(const Token& token) {
   return rule.headerEnd;
 }
 
+// The same at the end of a block; a REPEAT must have had its UNTIL by then.
+int TokenStream::missingBeforeEnd(const Token& token) {
+  Block& top = blocks_.back();
+  if (top.opener != Kind::REPEAT || top.hasUntil) return missingHeaderEnd(token);
+  errors_.unexpected(token.span, "UNTIL");
+  top.hasUntil = true;
+  return Kind::UNTIL;
+}
+
 int TokenStream::closeTop(const Token& token) {
-  if (const int missing = missingHeaderEnd(token); missing != 0) return missing;
+  if (const int missing = missingBeforeEnd(token); missing != 0) return missing;
   const BlockRule& rule = ruleOf(blocks_.back().opener);
   errors_.unexpected(token.span, rule.closerName);
   blocks_.pop_back();
@@ -177,7 +186,9 @@ int TokenStream::closeTop(const Token& token) {
 // Closes the innermost block until it is one that `opener` opens; leaves the
 // blocks alone when no such block is open, for the parser to complain.
 int TokenStream::closeUntil(int opener, const Token& token) {
-  if (blocks_.back().opener == opener) return missingHeaderEnd(token);
+  if (blocks_.back().opener == opener) {
+    return token.kind == Kind::UNTIL ? 0 : missingBeforeEnd(token);
+  }
   return isOpen(opener) ? closeTop(token) : 0;
 }
 
@@ -201,7 +212,7 @@ int TokenStream::openBlock(const Token& token) {
   if (blocks_.size() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);
   const bool isVar = token.kind >= Kind::VAR && token.kind <= Kind::VAR_TEMP;
   const int opener = isVar ? int{Kind::VAR} : token.kind;
-  blocks_.push_back({opener, token.span.begin, ruleOf(opener).headerEnd != 0});
+  blocks_.push_back({opener, token.span.begin, ruleOf(opener).headerEnd != 0, false});
   return token.kind;
 }
 
@@ -250,6 +261,9 @@ int TokenStream::accept(const Token& token) {
     case Kind::DO:
       endHeader(Kind::FOR);
       endHeader(Kind::WHILE);
+      return token.kind;
+    case Kind::UNTIL:
+      if (inUnit()) blocks_.back().hasUntil = true;
       return token.kind;
     case Kind::ELSIF:
       if (inUnit() && blocks_.back().opener == Kind::IF) {

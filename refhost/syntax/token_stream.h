@@ -33,11 +33,13 @@ class TokenStream {
     int opener = 0;
     std::uint32_t begin = 0;
     bool inHeader = false;  // the token that ends its header has yet to come
+    bool hasUntil = false;  // of a REPEAT
   };
 
   void scan(Token& token) { token.kind = scanner_.next(token.span); }
   int missingBefore(const Token& token);
   int missingHeaderEnd(const Token& token);
+  int missingBeforeEnd(const Token& token);
   int closeTop(const Token& token);
   int closeUntil(int opener, const Token& token);
   bool isOpen(int opener) const;
