@@ -48,16 +48,16 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
   return found[0];
 }
 
-// The names in it are long so that no variable of a program has one of them.
+// Names that begin with "vel_" are never those of the program.
 std::string valueStatement(const ProgramVariable& variable) {
   if (variable.type == BasicDataType::String || variable.type == BasicDataType::WString) {
-    return fmt::format("  velrun_sink_((const void*)({}), {});\n", variable.reference,
+    return fmt::format("  vel_put_((const void*)({}), {});\n", variable.reference,
                        variable.byteSize);
   }
   return fmt::format(
-      "  {{\n    __typeof__({0}) velrun_value_ = {0};\n"
-      "    _Static_assert(sizeof velrun_value_ == {1}, \"size of {2}\");\n"
-      "    velrun_sink_(&velrun_value_, {1});\n  }}\n",
+      "  {{\n    __typeof__({0}) vel_value_ = {0};\n"
+      "    _Static_assert(sizeof vel_value_ == {1}, \"size of {2}\");\n"
+      "    vel_put_(&vel_value_, {1});\n  }}\n",
       variable.reference, variable.byteSize, variable.name);
 }
 
@@ -93,16 +93,16 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
                        const std::vector<ProgramVariable>& printed) {
   const std::vector<std::string> programs = session.programs();
   std::string text =
-      "#include \"program.c\"\n\n#include <velrun.h>\n\nvoid velrun_prepare(void) {\n";
+      "#include \"program.c\"\n\n#include <velrun.h>\n\nvoid vel_run_prepare(void) {\n";
   for (const std::string& program : programs) {
     text += fmt::format("  {}();\n", session.programInit(program));
   }
   for (const std::string& statement : settingStatements) text += "  " + statement + '\n';
-  text += "}\n\nvoid velrun_scan(void) {\n";
+  text += "}\n\nvoid vel_run_step(void) {\n";
   for (const std::string& program : programs) {
     text += fmt::format("  {}();\n", session.programScan(program));
   }
-  text += "}\n\nvoid velrun_values(velrun_sink velrun_sink_) {\n  (void)velrun_sink_;\n";
+  text += "}\n\nvoid vel_run_values(vel_run_sink vel_put_) {\n  (void)vel_put_;\n";
   for (const ProgramVariable& variable : printed) text += valueStatement(variable);
   return text + "}\n";
 }

@@ -89,12 +89,12 @@ int run(const CommonOptions& common, const RunOptions& options) {
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
   if (session->programs().empty()) throw Failure("there is no PROGRAM to run");
+  const auto text = translateToC(*session, common);
+  if (!text) return kProgramErrors;
   std::vector<std::string> statements;
   for (const std::string& setting : options.settings) {
     statements.push_back(settingStatement(*session, setting));
   }
-  const auto text = translateToC(*session, common);
-  if (!text) return kProgramErrors;
 
   const TerminationGuard guard;
   const TemporaryFolder folder;

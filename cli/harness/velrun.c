@@ -13,15 +13,15 @@ int main(int argc, char** argv) {
   if (argc != 3) return EXIT_FAILURE;
   unsigned long long scans = strtoull(argv[2], NULL, 10);
 
-  velrun_prepare();
-  for (; scans > 0; --scans) velrun_scan();
+  vel_run_prepare();
+  for (; scans > 0; --scans) vel_run_step();
 
   values = fopen(argv[1], "wb");
   if (values == NULL) {
     perror(argv[1]);
     return EXIT_FAILURE;
   }
-  velrun_values(put);
+  vel_run_values(put);
   const int failed = ferror(values);
   if (fclose(values) != 0 || failed) {
     perror(argv[1]);

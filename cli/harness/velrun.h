@@ -5,13 +5,13 @@
 
 #include <stddef.h>
 
-typedef void (*velrun_sink)(const void* bytes, size_t size);
+typedef void (*vel_run_sink)(const void* bytes, size_t size);
 
 /* Gives every variable its value before the first scan. */
-void velrun_prepare(void);
+void vel_run_prepare(void);
 /* One scan of every program. */
-void velrun_scan(void);
+void vel_run_step(void);
 /* Passes the value of every variable to `sink`, in order of declaration. */
-void velrun_values(velrun_sink sink);
+void vel_run_values(vel_run_sink sink);
 
 #endif
