@@ -56,7 +56,7 @@ constexpr MessageFormat kNothingGenerated  {0xF0037, Severity::Error, "The opera
 constexpr MessageFormat kBitOutOfRange     {0xF0038, Severity::Error, "Bit %s is outside of type '%s';"};
 constexpr MessageFormat kNotPassable       {0xF0039, Severity::Error, "'%s' cannot be passed to the in-out parameter '%s' of type '%s';"};
 constexpr MessageFormat kNotAValue         {0xF003A, Severity::Error, "'%s' is not a value;"};
-constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "Named and positional parameters are mixed in the call of '%s';"};
+constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "A positional parameter follows a named one in the call of '%s';"};
 constexpr MessageFormat kNoResultType      {0xF003C, Severity::Error, "The function '%s' has no result type;"};
 constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
 

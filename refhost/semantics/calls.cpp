@@ -116,9 +116,13 @@ void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
   }
   const std::vector<Binding> bindings = bindArguments(call, callee);
   std::vector<const VarSymbol*> given;
-  int named = 0;
+  bool named = false;
   for (const Binding& binding : bindings) {
-    if (binding.named != nullptr) ++named;
+    if (named && binding.named == nullptr) {
+      say(*binding.node, message::kMixedArguments, callee.name());
+      break;
+    }
+    named = binding.named != nullptr;
     if (binding.parameter == nullptr) {
       if (binding.named == nullptr) {
         say(*binding.node, message::kTooManyArguments, callee.name());
@@ -135,7 +139,6 @@ void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
     given.push_back(binding.parameter);
     checkArgument(binding, callee);
   }
-  if (named != 0 && named != count) say(call, message::kMixedArguments, callee.name());
   for (const auto& variable : callee.variables()) {
     const bool missing = variable->varKind() == vel::SymbolVar::kInOut &&
                          std::find(given.begin(), given.end(), variable.get()) == given.end();

@@ -152,7 +152,12 @@ var_decls:
 var_decl: names address ':' type_spec initial  { $$ = make.varDecl(@$, $1, $2, $4, $5); };
 
 // The names and their type are known all the same.
-broken_decl: names address ':' type_spec error  { $$ = make.varDecl(@$, $1, $2, $4, kNone); };
+broken_decl:
+  names address ':' IDENTIFIER error
+    { $$ = make.varDecl(@$, $1, $2, make.namedType(@4), kNone); }
+| names address ':' type_spec ASSIGN error
+    { $$ = make.varDecl(@$, $1, $2, $4, kNone); }
+;
 
 names:
   IDENTIFIER            { $$ = make.append(make.list(), make.name(@1)); }

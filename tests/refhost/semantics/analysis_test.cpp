@@ -144,6 +144,8 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
       {"x := F(1, 2, x); x := F(a := 1, io := x, q => d); fb(i := 3, o => x); x := fb.o;", {}},
       {"x := F(1, 2, x, 4);", {"2:17 error F0029 Too many parameters in the call of 'F';"}},
       {"x := F(a := 1, a := 2, io := x);", {"2:16 error F002A The parameter 'a' is given twice;"}},
+      {"x := F(1, io := x, 2);",
+       {"2:20 error F003B A positional parameter follows a named one in the call of 'F';"}},
       {"x := F(1, 2);", {"2:6 error F0028 The in-out parameter 'io' of 'F' is not assigned;"}},
       {"x := F(1, 2, d);",
        {"2:14 error F0039 'd' cannot be passed to the in-out parameter 'io' of type 'INT';"}},
