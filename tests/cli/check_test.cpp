@@ -1,0 +1,58 @@
+#include <nlohmann/json.hpp>
+
+#include "velc_fixture.h"
+
+namespace velc {
+namespace {
+
+TEST_F(Velc, PointsAtTheFault) {
+  writeProgram("p.st", "\tx : INT; (* \xC3\xA4 *)", "\t(* \xC3\xA4 *)\tx := LIMIT(0, x, 9, 1);");
+  const Outcome outcome = velc("check p.st");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(
+      outcome.err,
+      "p.st:5:15: error: Too many parameters, too few parameters, or no variables assigned to "
+      "the IN_OUT in PRG 'LIMIT'; [0xC0040]\n"
+      "\t(* \xC3\xA4 *)\tx := LIMIT(0, x, 9, 1);\n"
+      "\t       \t     ^\n");
+
+  const Outcome json = velc("check --diagnostics=json p.st");
+  EXPECT_EQ(json.code, 1);
+  const auto object = nlohmann::json::parse(json.err);
+  EXPECT_EQ(object["file"], "p.st");
+  EXPECT_EQ(object["line"], 5);
+  EXPECT_EQ(object["column"], 15);
+  EXPECT_EQ(object["severity"], "error");
+  EXPECT_EQ(object["code"], "0xC0040");
+}
+
+TEST_F(Velc, WarnsWithoutFailing) {
+  writeProgram("p.st", "x : INT; y : DINT;", "x := y;\r");
+  const Outcome outcome = velc("check p.st");
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.err,
+            "p.st:5:6: warning: Implicit conversion from type 'DINT' to type 'INT' : Possible loss "
+            "of information; [0xC0197]\nx := y;\n     ^\n");
+}
+
+TEST_F(Velc, SurvivesSourcesThatAreNoText) {
+  write("bytes.st", std::string("PROGRAM p \xFF\x1B[2J\0 x := 'a", 24));
+  for (const char* form : {"text", "json"}) {
+    const Outcome outcome = velc(std::string("check bytes.st --diagnostics=") + form);
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.err.find('\x1B'), std::string::npos);
+  }
+}
+
+TEST_F(Velc, ChecksTheExamples) {
+  EXPECT_EQ(velc("check " EXAMPLES "/filling_station.st").err, "");
+  const Outcome faulty = velc("check " EXAMPLES "/filling_station_faulty.st");
+  EXPECT_EQ(faulty.code, 1);
+  for (const char* code : {"12:13: error", "[0xC0040]", "13:11: error", "[0xC0032]", "[0xC0197]"}) {
+    EXPECT_NE(faulty.err.find(code), std::string::npos) << code;
+  }
+}
+
+}  // namespace
+}  // namespace velc

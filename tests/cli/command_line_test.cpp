@@ -1,0 +1,81 @@
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "velc_fixture.h"
+
+namespace velc {
+namespace {
+
+TEST_F(Velc, RefusesBadUsage) {
+  writeProgram("p.st", "x : INT;", "x := 1;");
+  struct Row {
+    const char* arguments;
+    const char* reason;
+  };
+  for (const Row& row : {
+           Row{"", "A command is required"},
+           Row{"frob", "not expected: frob"},
+           Row{"check", "FILE is required"},
+           Row{"check p.st --diagnostics=xml", "xml not in {text,json}"},
+           Row{"check p.st --notation=x", "x not in {iec,letters}"},
+           Row{"check missing.st", "cannot read missing.st: No such file or directory"},
+           Row{"check .", "cannot read ."},
+           Row{"check p.st --plugin ./no.so", "no.so"},
+           Row{"operators NO_OPERATOR", "'NO_OPERATOR' is no operator"},
+           Row{"operators >/dev/full", "cannot write standard output: No space left on device"},
+           Row{"translate p.st -o p.st", "p.st is a source"},
+           Row{"translate p.st -o no/out.c", "cannot write no/out.c: No such file or directory"},
+           Row{"run p.st --scans=-1", "--scans: Value -1 not in range"},
+           Row{"run p.st --set x", "'x' is not NAME=VALUE"},
+           Row{"run p.st --set y=1", "no program has a variable 'y'"},
+           Row{"run p.st --set x=TRUE", "'TRUE'"},
+           Row{"run p.st --compiler no-cc", "cannot start 'no-cc': No such file or directory"},
+           Row{"run p.st --compiler false", "the C compiler 'false' failed with status 1"},
+       }) {
+    const Outcome outcome = velc(row.arguments);
+    EXPECT_EQ(outcome.code, 2) << row.arguments;
+    EXPECT_EQ(outcome.out, "") << row.arguments;
+    EXPECT_NE(outcome.err.find(row.reason), std::string::npos) << row.arguments << outcome.err;
+  }
+}
+
+TEST_F(Velc, ListsTheOperatorsInOrderOfRegistration) {
+  const std::string all = velc("operators").out;
+  EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 519);
+  EXPECT_EQ(all.substr(0, 28), "IRDBIT\nIWRBIT\n_READIDIRECT\n_");
+  EXPECT_NE(all.find("\nLREAL_TO_REAL\nLREAL_TO_TIME\n"), std::string::npos);
+  EXPECT_EQ(all.substr(all.size() - 14), "TO_DATE\nTO_DT\n") << "last";
+  EXPECT_EQ(velc("operators to_bool Limit limit").out, "LIMIT\nTO_BOOL\n");
+
+  EXPECT_EQ(velc("operators --long limit SQRT").out.substr(0, 74),
+            "LIMIT              LimitOperator           selection           no  ready\nS");
+  const auto json = nlohmann::json::parse(velc("operators --json INT_TO_REAL ABS").out);
+  EXPECT_EQ(json[0]["name"], "ABS");
+  EXPECT_EQ(json[0]["functionCall"], true);
+  EXPECT_EQ(json[1]["class"], "ConvertOperator");
+  EXPECT_EQ(json[1]["family"], "conversion");
+  EXPECT_EQ(json[1]["functionCall"], false);
+  EXPECT_EQ(json[1]["ready"], true);
+}
+
+TEST_F(Velc, TranslatesIntoAFileOrNothing) {
+  writeProgram("p.st", "x, y : INT;", "y := LIMIT(0, x, 100); x := LIMIT(0, y, 9);");
+  const std::string text = velc("translate p.st").out;
+  EXPECT_NE(text.find("LIMIT((0), ("), std::string::npos);
+  const auto macro = text.find("#define LIMIT(");
+  EXPECT_NE(macro, std::string::npos);
+  EXPECT_EQ(text.find("#define LIMIT(", macro + 1), std::string::npos);
+
+  EXPECT_EQ(velc("translate p.st -o out.c").code, 0);
+  EXPECT_EQ(read("out.c"), text);
+  writeProgram("bad.st", "x : INT;", "x := LIMIT(1);");
+  EXPECT_EQ(velc("translate p.st bad.st -o out.c").code, 1);
+  EXPECT_EQ(velc("translate bad.st -o new.c").code, 1);
+  EXPECT_EQ(velc("translate bad.st").out, "");
+  EXPECT_EQ(read("out.c"), text);
+  EXPECT_FALSE(std::filesystem::exists(folder.path() / "new.c"));
+}
+
+}  // namespace
+}  // namespace velc
