@@ -69,7 +69,7 @@ static constexpr Value kNone{nullptr, 0};
 %left POWER
 %token NOT
 
-%type <value> unit_name return_type var_blocks var_block var_decl broken_decl address
+%type <value> unit_name return_type var_blocks var_block var_decl address
 %type <value> type_spec string_length initial statement_list statement block_statement else_part condition
 %type <value> for_start step label label_line
 %type <value> variable call expression operand atom signed argument
@@ -122,8 +122,16 @@ var_block_items:
 var_block:
   var_keyword qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2, $3); }
 | var_keyword qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2, $3); }
-| var_keyword qualifiers var_decls broken_decl END_VAR
-    { $$ = make.varBlock(@$, $1, $2, make.append($3, $4)); }
+| var_keyword qualifiers var_decls names address ':' IDENTIFIER error END_VAR
+    {
+      const Value last = make.varDecl({@4.begin, @7.end}, $4, $5, make.namedType(@7), kNone);
+      $$ = make.varBlock(@$, $1, $2, make.append($3, last));
+    }
+| var_keyword qualifiers var_decls names address ':' type_spec ASSIGN error END_VAR
+    {
+      const Value last = make.varDecl({@4.begin, @7.end}, $4, $5, $7, kNone);
+      $$ = make.varBlock(@$, $1, $2, make.append($3, last));
+    }
 ;
 
 var_keyword:
@@ -142,22 +150,24 @@ qualifiers:
 ;
 
 var_decls:
-  %empty                     { $$ = make.list(); }
-| var_decls var_decl ';'     { $$ = make.append($1, $2); }
-| var_decls ';'              { $$ = $1; }
-| var_decls broken_decl ';'  { $$ = make.append($1, $2); yyerrok; }
-| var_decls error ';'        { $$ = $1; yyerrok; }
+  %empty                  { $$ = make.list(); }
+| var_decls var_decl ';'  { $$ = make.append($1, $2); }
+| var_decls ';'           { $$ = $1; }
+| var_decls error ';'     { $$ = $1; yyerrok; }
+// The names and their type are known all the same.
+| var_decls names address ':' IDENTIFIER error ';'
+    {
+      yyerrok;
+      $$ = make.append($1, make.varDecl({@2.begin, @5.end}, $2, $3, make.namedType(@5), kNone));
+    }
+| var_decls names address ':' type_spec ASSIGN error ';'
+    {
+      yyerrok;
+      $$ = make.append($1, make.varDecl({@2.begin, @5.end}, $2, $3, $5, kNone));
+    }
 ;
 
 var_decl: names address ':' type_spec initial  { $$ = make.varDecl(@$, $1, $2, $4, $5); };
-
-// The names and their type are known all the same.
-broken_decl:
-  names address ':' IDENTIFIER error
-    { $$ = make.varDecl(@$, $1, $2, make.namedType(@4), kNone); }
-| names address ':' type_spec ASSIGN error
-    { $$ = make.varDecl(@$, $1, $2, $4, kNone); }
-;
 
 names:
   IDENTIFIER            { $$ = make.append(make.list(), make.name(@1)); }
