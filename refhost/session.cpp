@@ -6,6 +6,7 @@
 #include "refhost/emit/store.h"
 #include "refhost/plugin_library.h"
 #include "refhost/semantics/analyser.h"
+#include "refhost/services/operator_symbol.h"
 #include "refhost/syntax/literal.h"
 #include "refhost/syntax/parser.h"
 
@@ -39,6 +40,7 @@ Session::~Session() = default;
 bool Session::start(std::string& error) {
   if (!impl_->plugin.load(impl_->options.pluginPath, &impl_->services, error)) return false;
   impl_->services.operators = impl_->plugin.registry();
+  declareFunctionOperators(impl_->services);
   return true;
 }
 
@@ -74,6 +76,8 @@ std::string Session::translate() {
   if (impl_->hasErrors()) text.clear();
   return text;
 }
+
+const std::vector<CallEdge>& Session::calls() const { return impl_->services.calls.edges; }
 
 std::vector<std::string> Session::programs() const {
   std::vector<std::string> names;

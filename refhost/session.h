@@ -9,6 +9,7 @@
 
 #include "host/basic_data_type.h"
 #include "host/message.h"
+#include "refhost/services/calls.h"
 #include "refhost/syntax/source.h"
 
 namespace vel {
@@ -60,6 +61,10 @@ class Session {
   // The C text. Call only after analyse() has returned true; the text is empty and
   // messages() has grown by an error when an operator generates nothing.
   std::string translate();
+
+  // Who calls what, once translate() has run: calls of the program's units and what
+  // the operators record.
+  const std::vector<CallEdge>& calls() const;
 
   // Names of the PROGRAM units in source order. The C text offers each as
   // `void NAME_init(void)` and `void NAME_scan(void)`; see programInit/programScan.

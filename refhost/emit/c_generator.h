@@ -97,6 +97,8 @@ class CGenerator final : public vel::Generator {
   static std::string addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
                                  const char* cType);
   std::string callText(const Call& call);
+  // Operators record their own calls, the host those of the program's units.
+  void recordCall(const Call& call, const UnitSymbol& callee);
   std::string operatorText(const Call& call);
   std::string functionText(const Call& call);
   std::string pointerTo(const Expr& value, const Type* type);

@@ -12,6 +12,10 @@ std::string CGenerator::callText(const Call& call) {
   return call.op != nullptr ? operatorText(call) : functionText(call);
 }
 
+void CGenerator::recordCall(const Call& call, const UnitSymbol& callee) {
+  services_.calls.addOperatorCaller(unit_->name(), callee.name(), call.pos());
+}
+
 std::string CGenerator::operatorText(const Call& call) {
   if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
   services_.calls.currentLocation = call.pos();
@@ -41,6 +45,7 @@ std::string CGenerator::pointerTo(const Expr& value, const Type* type) {
 // result is used.
 std::string CGenerator::functionText(const Call& call) {
   const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
+  recordCall(call, function);
   const std::vector<Binding> bindings = bindArguments(call, function);
   const auto given = [&bindings](const VarSymbol* parameter) -> const Binding* {
     for (const Binding& binding : bindings) {
@@ -102,6 +107,7 @@ void CGenerator::callStatement(const Call& call) {
 void CGenerator::instanceCall(const Call& call) {
   const auto& instance = static_cast<const VarSymbol&>(*call.symbol);
   const UnitSymbol& block = *static_cast<const InstanceType*>(instance.dataType())->unit;
+  recordCall(call, block);
   const std::string self = reference(instance);
   const std::vector<Binding> bindings = bindArguments(call, block);
   for (const Binding& binding : bindings) {

@@ -20,7 +20,8 @@ bool isTextType(const vel::SymbolDataType* type) {
 
 // Kept between scans, as a member of the unit's structure.
 bool isMember(const VarSymbol& variable) {
-  return variable.varKind() != var_kind::kTemp && variable.iecAddress().area == 0;
+  return variable.varKind() != var_kind::kTemp && variable.iecAddress().area == 0 &&
+         !variable.inMemory;
 }
 
 }  // namespace
@@ -90,8 +91,10 @@ void CGenerator::nameVariables(UnitSymbol& unit) {
   // Inside a function its own name stays that of the C function.
   if (unit.type() == POUType::Function) names.allocate(unit.cName);
   for (const auto& variable : unit.variables()) {
-    variable->cName =
-        variable.get() == unit.result ? "vel_result" : names.allocate(variable->name());
+    const bool edge = variable->varKind() == var_kind::kEdgeState;
+    variable->cName = variable.get() == unit.result
+                          ? "vel_result"
+                          : names.allocate((edge ? "edge_" : "") + variable->name());
   }
 }
 
@@ -239,7 +242,10 @@ void CGenerator::appendLocals(const UnitSymbol& unit, std::string& out) {
     const bool copied =
         function && variable->varKind() == vel::SymbolVar::kInput && isTextType(type);
     if (variable->iecAddress().area != 0) continue;
-    if ((local || copied || (result && !isTextType(type)))) {
+    if (function && variable->varKind() == var_kind::kEdgeState) {
+      out += fmt::format("  static u8 {};\n", variable->cName);
+    }
+    if (local || copied || (result && !isTextType(type))) {
       const char* const zero = isTextType(type) || isInstance(type) ? "{0}" : "0";
       out += fmt::format("  {} = {};\n", declaration(type, variable->cName), zero);
     }

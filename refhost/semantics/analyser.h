@@ -58,6 +58,8 @@ class Analyser {
   Type* callOperator(Call& call);
   Type* callFunction(Call& call, UnitSymbol& function);
   Type* callInstance(Call& call, VarSymbol& instance, UnitSymbol& block);
+  bool namesNoVariable(const Call& call) const;
+  void declareEdgeState(const Call& call);
   // False, with an error appended, when named arguments fit no parameter.
   bool orderArguments(Call& call);
   void analyseArguments(Call& call, UnitSymbol& callee);

@@ -19,8 +19,4 @@ struct Binding {
 // in-out parameters.
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit);
 
-// Names of an operator's inputs in order, for calls with named arguments. Returns
-// the position of `formal`, -1 when the operator has no input of that name.
-int operatorInput(std::string_view operatorName, std::string_view formal);
-
 }  // namespace refhost

@@ -5,6 +5,7 @@
 #include "host/ast_node_helper.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/services/operator_symbol.h"
 
 namespace refhost {
 
@@ -44,7 +45,9 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   if (!orderArguments(call)) return nullptr;
   ASTNode* const list = call.leaf(1);
-  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) analyseLeaf(*list, i);
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    if (i > 0 || !namesNoVariable(call)) analyseLeaf(*list, i);
+  }
   std::string resultType;
   call.accepted = call.op->check(&services_, &call, messages_, resultType, unitName_);
   if (!call.accepted) {
@@ -53,7 +56,33 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
     }
     return nullptr;
   }
+  declareEdgeState(call);
   return services_.symbols.dataType(resultType);
+}
+
+// SIZEOF and ADR judge names of other things than variables themselves.
+bool Analyser::namesNoVariable(const Call& call) const {
+  if (call.op->name != "SIZEOF" && call.op->name != "ADR") return false;
+  const ASTNode* const operand = call.leaf(1)->leaf(0);
+  if (operand->type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(*operand);
+  vel::HeapAddress address;
+  return expr.op() == Expression::Variable &&
+         unit_->variable(TreeBuilder::source(expr)) == nullptr &&
+         !services_.memory.parse(TreeBuilder::source(expr), address);
+}
+
+// What an edge detection remembers between scans: one cell for each text of a call
+// in a unit, in device memory for programs.
+void Analyser::declareEdgeState(const Call& call) {
+  if (call.op->name != "MEP" && call.op->name != "MEF") return;
+  const std::string name = AstNodeHelper::opExpTextToMd5HexText(
+      AstNodeHelper::astText(call.leaf(0)), AstNodeHelper::astText(call.leaf(1)->leaf(0)));
+  if (unit_->variable(name) != nullptr) return;
+  auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
+                                          var_kind::kEdgeState, unit_);
+  if (unit_->type() == vel::POUType::Program) cell->keepAt(services_.memory.allocateState());
+  unit_->addVariable(std::move(cell));
 }
 
 // Operators know their parameters by position only, so named ones are put in order.

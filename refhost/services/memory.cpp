@@ -184,6 +184,13 @@ HeapRawAddr Memory::raw(const HeapAddress& address) const {
   return result;
 }
 
+HeapRawAddr Memory::allocateState() {
+  HeapRawAddr result;
+  result.address = byteSize();
+  ++stateBytes_;
+  return result;
+}
+
 }  // namespace refhost
 
 namespace vel {

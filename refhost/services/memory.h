@@ -24,6 +24,11 @@ class Memory final : public vel::DeviceMemory {
   bool parse(std::string_view text, vel::HeapAddress& out) const;
   vel::HeapRawAddr raw(const vel::HeapAddress& address) const;
 
+  // A byte behind the areas for hidden state.
+  vel::HeapRawAddr allocateState();
+  // Bytes of the whole image, hidden state included.
+  std::uint32_t byteSize() const { return sizes_.m + sizes_.i + sizes_.q + stateBytes_; }
+
  private:
   struct Area {
     std::uint32_t start;  // bytes
@@ -36,6 +41,7 @@ class Memory final : public vel::DeviceMemory {
              std::uint32_t bit, vel::HeapAddress& out) const;
 
   Sizes sizes_;
+  std::uint32_t stateBytes_ = 0;
 };
 
 }  // namespace refhost

@@ -20,6 +20,7 @@ constexpr std::int32_t kLocal = 1;
 constexpr std::int32_t kOutput = 2;
 constexpr std::int32_t kTemp = 3;
 constexpr std::int32_t kReturn = 5;
+constexpr std::int32_t kEdgeState = 6;  // hidden: what an edge detection remembers
 }  // namespace var_kind
 
 class VarSymbol final : public vel::SymbolVar {
@@ -32,6 +33,11 @@ class VarSymbol final : public vel::SymbolVar {
     iecAddress_ = address;
     backendAddress_ = raw;
   }
+  // Keeps the variable in the memory image without an address of its own.
+  void keepAt(vel::HeapRawAddr raw) {
+    inMemory = true;
+    backendAddress_ = raw;
+  }
   bool isParameter() const {
     return varKind() == kInput || varKind() == kInOut || varKind() == var_kind::kOutput;
   }
@@ -39,6 +45,7 @@ class VarSymbol final : public vel::SymbolVar {
   UnitSymbol* owner;
   Expr* initial = nullptr;  // null when not given
   bool constant = false;
+  bool inMemory = false;
   std::string cName;  // set by the emission
 };
 

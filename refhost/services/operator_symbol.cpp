@@ -1,0 +1,83 @@
+#include "refhost/services/operator_symbol.h"
+
+#include <array>
+#include <charconv>
+
+#include "core/op_manager_api.h"
+#include "refhost/services/folded.h"
+#include "refhost/services/services.h"
+
+namespace refhost {
+namespace {
+
+struct Formals {
+  std::string_view name;
+  std::array<std::string_view, 3> inputs;
+};
+
+// clang-format off
+constexpr std::array<Formals, 13> kFormals{{
+    {"SEL",            {"G", "IN0", "IN1"}},
+    {"LIMIT",          {"MN", "IN", "MX"}},
+    {"EXPT",           {"IN1", "IN2", {}}},
+    {"SHL",            {"IN", "N", {}}},
+    {"SHR",            {"IN", "N", {}}},
+    {"ROL",            {"IN", "N", {}}},
+    {"ROR",            {"IN", "N", {}}},
+    {"_READIDIRECT",   {"IN", {}, {}}},
+    {"_WRITEODIRECT",  {"OUT", "IN", {}}},
+    {"IRDBIT",         {"IN", "OUT", {}}},
+    {"IWRBIT",         {"OUT", "IN", {}}},
+    {"GETBITOFPARAM",  {"IN", "N", {}}},
+    {"SETBITOFPARAM",  {"IN", "N", "VALUE"}},
+}};
+// clang-format on
+
+// `IN3` is 3; -1 for a text that is not the prefix and a number.
+int numbered(std::string_view formal, std::string_view prefix) {
+  if (formal.size() <= prefix.size() || !equalFolded(formal.substr(0, prefix.size()), prefix)) {
+    return -1;
+  }
+  int number = -1;
+  const auto [end, error] =
+      std::from_chars(formal.data() + prefix.size(), formal.data() + formal.size(), number);
+  return error == std::errc() && end == formal.data() + formal.size() ? number : -1;
+}
+
+}  // namespace
+
+void declareFunctionOperators(Services& services) {
+  std::vector<std::string> names;
+  services.operators->operatorNames(names);
+  for (const std::string& name : names) {
+    if (!services.operators->isFCOperator(name)) continue;
+    auto symbol = std::make_unique<OperatorSymbol>(&services, name);
+    for (const std::string_view formal : {"IN", "IN1", "IN2"}) {
+      if (operatorInput(name, formal) >= 0) symbol->addInput(formal);
+    }
+    services.symbols.add(std::move(symbol));
+  }
+}
+
+int operatorInput(std::string_view operatorName, std::string_view formal) {
+  for (const Formals& row : kFormals) {
+    if (!equalFolded(row.name, operatorName)) continue;
+    for (std::size_t i = 0; i < row.inputs.size(); ++i) {
+      if (!row.inputs[i].empty() && equalFolded(row.inputs[i], formal)) return static_cast<int>(i);
+    }
+    return -1;
+  }
+  if (equalFolded(operatorName, "MIN") || equalFolded(operatorName, "MAX")) {
+    const int number = numbered(formal, "IN");
+    return number >= 1 ? number - 1 : -1;
+  }
+  if (equalFolded(operatorName, "MUX")) {
+    if (equalFolded(formal, "K")) return 0;
+    const int number = numbered(formal, "IN");
+    return number >= 0 ? number + 1 : -1;
+  }
+  // Everything else has one input.
+  return equalFolded(formal, "IN") ? 0 : -1;
+}
+
+}  // namespace refhost

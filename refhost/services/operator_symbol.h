@@ -1,0 +1,39 @@
+// Function-call operators as the host declares them: functions with their inputs.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/symbol.h"
+
+namespace refhost {
+
+class Services;
+
+class OperatorSymbol final : public vel::SymbolPOU {
+ public:
+  OperatorSymbol(vel::InternalInterface* ii, const std::string& name)
+      : SymbolPOU(ii, name, vel::POUType::Function, nullptr) {}
+
+  // The input's type is the operator's own to check.
+  void addInput(std::string_view name) {
+    inputs_.push_back(
+        std::make_unique<vel::SymbolVar>(std::string(name), nullptr, vel::SymbolVar::kInput));
+    params_.push_back(inputs_.back().get());
+  }
+
+ private:
+  std::vector<std::unique_ptr<vel::SymbolVar>> inputs_;
+};
+
+// Declares every function-call operator of the registry: the registry itself makes
+// no program units for them.
+void declareFunctionOperators(Services& services);
+
+// The position of an operator's input `formal` among its parameters, -1 when it has
+// none of that name: calls may name their arguments.
+int operatorInput(std::string_view operatorName, std::string_view formal);
+
+}  // namespace refhost
