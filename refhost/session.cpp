@@ -103,8 +103,8 @@ std::vector<ProgramVariable> Session::programVariables() const {
     if (unit->type() != vel::POUType::Program) continue;
     for (const auto& variable : unit->variables()) {
       const vel::SymbolDataType* const type = variable->dataType();
-      const bool kept =
-          variable->varKind() != var_kind::kTemp && variable->varKind() != vel::SymbolVar::kInOut;
+      const bool kept = variable->role != Role::Temp && variable->role != Role::InOut &&
+                        variable->role != Role::EdgeState;
       if (!kept || type == nullptr) continue;
       const ElementaryType* const row = elementaryType(type->dataType());
       ProgramVariable entry;

@@ -61,13 +61,13 @@ std::string CGenerator::functionText(const Call& call) {
     const bool text = type != nullptr && isText(type->dataType());
     const Binding* const binding = given(parameter);
     if (!arguments.empty()) arguments += ", ";
-    if (parameter->varKind() == var_kind::kOutput) {
+    if (parameter->role == Role::Output) {
       const std::string value = temporary(type);
       arguments += text ? value : "&" + value;
       if (binding != nullptr) {
         stores += ", " + store(*binding->value, value, typeOf(*binding->value));
       }
-    } else if (parameter->varKind() == vel::SymbolVar::kInOut) {
+    } else if (parameter->role == Role::InOut) {
       arguments += pointerTo(*binding->value, type);
     } else if (const Expr* const value = binding != nullptr ? binding->value : parameter->initial) {
       const bool scaled = type != nullptr && type->dataType() == BasicDataType::LTime;
@@ -112,9 +112,9 @@ void CGenerator::instanceCall(const Call& call) {
   const std::vector<Binding> bindings = bindArguments(call, block);
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
-    if (parameter.varKind() == var_kind::kOutput) continue;
+    if (parameter.role == Role::Output) continue;
     const std::string member = self + "." + parameter.cName;
-    if (parameter.varKind() == vel::SymbolVar::kInOut) {
+    if (parameter.role == Role::InOut) {
       line(fmt::format("{} = {};", member, pointerTo(*binding.value, parameter.dataType())));
       continue;
     }
@@ -125,7 +125,7 @@ void CGenerator::instanceCall(const Call& call) {
   line(fmt::format("{}(&{});", block.cBody, self));
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
-    if (parameter.varKind() != var_kind::kOutput) continue;
+    if (parameter.role != Role::Output) continue;
     std::string value = self + "." + parameter.cName;
     if (binding.named != nullptr && binding.named->negated) value = "!" + value;
     line(store(*binding.value, value, parameter.dataType()->dataType()) + ";");

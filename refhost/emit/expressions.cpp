@@ -334,11 +334,11 @@ std::string CGenerator::reference(const VarSymbol& variable) {
   }
   used_.insert(&variable);
   const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
-  const bool indirect = !text && (variable.varKind() == vel::SymbolVar::kInOut ||
-                                  (variable.varKind() == var_kind::kOutput &&
-                                   variable.owner->type() == vel::POUType::Function));
+  const bool indirect =
+      !text && (variable.role == Role::InOut || (variable.role == Role::Output &&
+                                                 variable.owner->type() == vel::POUType::Function));
   const bool member =
-      variable.owner->type() != vel::POUType::Function && variable.varKind() != var_kind::kTemp;
+      variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
   if (member) usesSelf_ = true;
   const std::string name = member ? "self->" + variable.cName : variable.cName;
   return indirect ? "(*" + name + ")" : name;

@@ -20,8 +20,7 @@ bool isTextType(const vel::SymbolDataType* type) {
 
 // Kept between scans, as a member of the unit's structure.
 bool isMember(const VarSymbol& variable) {
-  return variable.varKind() != var_kind::kTemp && variable.iecAddress().area == 0 &&
-         !variable.inMemory;
+  return variable.role != Role::Temp && variable.iecAddress().area == 0 && !variable.inMemory;
 }
 
 }  // namespace
@@ -91,7 +90,7 @@ void CGenerator::nameVariables(UnitSymbol& unit) {
   // Inside a function its own name stays that of the C function.
   if (unit.type() == POUType::Function) names.allocate(unit.cName);
   for (const auto& variable : unit.variables()) {
-    const bool edge = variable->varKind() == var_kind::kEdgeState;
+    const bool edge = variable->role == Role::EdgeState;
     variable->cName = variable.get() == unit.result
                           ? "vel_result"
                           : names.allocate((edge ? "edge_" : "") + variable->name());
@@ -128,7 +127,7 @@ void CGenerator::appendStructure(const UnitSymbol& unit, std::string& out) const
   for (const auto& variable : unit.variables()) {
     if (!isMember(*variable)) continue;
     empty = false;
-    const bool pointer = variable->varKind() == vel::SymbolVar::kInOut;
+    const bool pointer = variable->role == Role::InOut;
     if (pointer && isTextType(variable->dataType())) {
       const bool narrow = variable->dataType()->dataType() == BasicDataType::String;
       out += fmt::format("  {}* {};\n", narrow ? "char" : "u16", variable->cName);
@@ -153,7 +152,7 @@ std::string CGenerator::functionHead(const UnitSymbol& function) {
   for (int i = 0; i < function.paramsCount(); ++i) {
     const auto& parameter = *static_cast<const VarSymbol*>(function.param(i));
     const Type* const type = parameter.dataType();
-    const bool input = parameter.varKind() == vel::SymbolVar::kInput;
+    const bool input = parameter.role == Role::Input;
     if (isTextType(type)) {
       const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
       add(input ? fmt::format("const {}* vel_{}", unit, parameter.cName)
@@ -214,8 +213,8 @@ std::string CGenerator::leave(bool hasSelf) {
 // unless the program names another.
 void CGenerator::appendInitials(const UnitSymbol& unit, bool members) {
   for (const auto& variable : unit.variables()) {
-    const bool kept = variable->varKind() != var_kind::kTemp;
-    if (kept != members || variable->varKind() == vel::SymbolVar::kInOut) continue;
+    const bool kept = variable->role != Role::Temp;
+    if (kept != members || variable->role == Role::InOut) continue;
     appendInitial(*variable);
   }
 }
@@ -235,14 +234,12 @@ void CGenerator::appendLocals(const UnitSymbol& unit, std::string& out) {
   const bool function = unit.type() == POUType::Function;
   for (const auto& variable : unit.variables()) {
     const bool result = variable.get() == unit.result;
-    const bool local =
-        function ? variable->varKind() == var_kind::kLocal || variable->varKind() == var_kind::kTemp
-                 : variable->varKind() == var_kind::kTemp;
+    const bool local = function ? variable->role == Role::Local || variable->role == Role::Temp
+                                : variable->role == Role::Temp;
     const Type* const type = variable->dataType();
-    const bool copied =
-        function && variable->varKind() == vel::SymbolVar::kInput && isTextType(type);
+    const bool copied = function && variable->role == Role::Input && isTextType(type);
     if (variable->iecAddress().area != 0) continue;
-    if (function && variable->varKind() == var_kind::kEdgeState) {
+    if (function && variable->role == Role::EdgeState) {
       out += fmt::format("  static u8 {};\n", variable->cName);
     }
     if (local || copied || (result && !isTextType(type))) {
@@ -260,15 +257,15 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
   enter(function);
   for (const auto& variable : function.variables()) {
     const Type* const type = variable->dataType();
-    const std::int32_t kind = variable->varKind();
-    if (kind == vel::SymbolVar::kInput && isTextType(type)) {
+    const Role role = variable->role;
+    if (role == Role::Input && isTextType(type)) {
       line(storeAs(type, reference(*variable), "vel_" + variable->cName, type->dataType()) + ";");
-    } else if (kind == var_kind::kReturn && isTextType(type)) {
+    } else if (role == Role::Result && isTextType(type)) {
       line(variable->cName + "[0] = 0;");
-    } else if (kind == var_kind::kOutput) {
+    } else if (role == Role::Output) {
       line(isTextType(type) ? reference(*variable) + "[0] = 0;" : reference(*variable) + " = 0;");
     }
-    if (kind != vel::SymbolVar::kInput && kind != vel::SymbolVar::kInOut) appendInitial(*variable);
+    if (role != Role::Input && role != Role::InOut) appendInitial(*variable);
   }
   statements(function.node->leaf(Unit::kBody));
   const std::string text = leave(false);

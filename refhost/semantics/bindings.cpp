@@ -4,8 +4,7 @@ namespace refhost {
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
   std::vector<VarSymbol*> positions;
   for (const auto& variable : unit.variables()) {
-    if (variable->varKind() == vel::SymbolVar::kInput ||
-        variable->varKind() == vel::SymbolVar::kInOut) {
+    if (variable->role == Role::Input || variable->role == Role::InOut) {
       positions.push_back(variable.get());
     }
   }

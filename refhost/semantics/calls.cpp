@@ -80,7 +80,7 @@ void Analyser::declareEdgeState(const Call& call) {
       AstNodeHelper::astText(call.leaf(0)), AstNodeHelper::astText(call.leaf(1)->leaf(0)));
   if (unit_->variable(name) != nullptr) return;
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
-                                          var_kind::kEdgeState, unit_);
+                                          Role::EdgeState, unit_);
   if (unit_->type() == vel::POUType::Program) cell->keepAt(services_.memory.allocateState());
   unit_->addVariable(std::move(cell));
 }
@@ -169,7 +169,7 @@ void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
     checkArgument(binding, callee);
   }
   for (const auto& variable : callee.variables()) {
-    const bool missing = variable->varKind() == vel::SymbolVar::kInOut &&
+    const bool missing = variable->role == Role::InOut &&
                          std::find(given.begin(), given.end(), variable.get()) == given.end();
     if (missing) say(call, message::kInOutMissing, variable->name(), callee.name());
   }
@@ -177,7 +177,7 @@ void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
 
 void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
   const VarSymbol& parameter = *binding.parameter;
-  const bool output = parameter.varKind() == var_kind::kOutput;
+  const bool output = parameter.role == Role::Output;
   if (binding.named != nullptr && binding.named->output != output) {
     say(*binding.node, message::kUnknownParameter, callee.name(), parameter.name());
     return;
@@ -186,7 +186,7 @@ void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
     if (requireWritable(*binding.value)) {
       judge(binding.value->dataType, parameter.dataType(), *binding.value, messages_.size());
     }
-  } else if (parameter.varKind() == vel::SymbolVar::kInOut) {
+  } else if (parameter.role == Role::InOut) {
     requirePassable(binding);
   } else {
     judge(parameter.dataType(), binding.value->dataType, *binding.value, messages_.size());

@@ -10,20 +10,20 @@ using vel::ASTNode;
 
 namespace {
 
-std::int32_t variableKind(VarSection section) {
+Role roleOf(VarSection section) {
   switch (section) {
     case VarSection::Input:
-      return vel::SymbolVar::kInput;
+      return Role::Input;
     case VarSection::InOut:
-      return vel::SymbolVar::kInOut;
+      return Role::InOut;
     case VarSection::Output:
-      return var_kind::kOutput;
+      return Role::Output;
     case VarSection::Temp:
-      return var_kind::kTemp;
+      return Role::Temp;
     case VarSection::Var:
       break;
   }
-  return var_kind::kLocal;
+  return Role::Local;
 }
 
 // Calls `visit(block, declaration)` for each declaration of a unit.
@@ -65,8 +65,7 @@ void Analyser::declareVariables(UnitSymbol& unit) {
 
 void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                                const Text& name, Type* type) {
-  auto variable =
-      std::make_unique<VarSymbol>(name.text(), type, variableKind(block.section), &unit);
+  auto variable = std::make_unique<VarSymbol>(name.text(), type, roleOf(block.section), &unit);
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->constant = block.constant;
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
@@ -85,7 +84,7 @@ void Analyser::declareResult(UnitSymbol& unit) {
     return;
   }
   unit.result = unit.addVariable(
-      std::make_unique<VarSymbol>(unit.name(), resolveType(*spec), var_kind::kReturn, &unit));
+      std::make_unique<VarSymbol>(unit.name(), resolveType(*spec), Role::Result, &unit));
 }
 
 void Analyser::place(VarSymbol& variable, const ASTNode& address, const Type* type) {
@@ -156,7 +155,7 @@ void Analyser::refuseRecursiveBlocks() {
     marks[unit.name()] = Mark::OnPath;
     for (const auto& variable : unit.variables()) {
       const auto* const type = dynamic_cast<const InstanceType*>(variable->dataType());
-      if (type == nullptr || variable->varKind() == vel::SymbolVar::kInOut) continue;
+      if (type == nullptr || variable->role == Role::InOut) continue;
       Mark& mark = marks[type->unit->name()];
       if (mark == Mark::OnPath) {
         say(*type->unit->node->leaf(Unit::kName), message::kContainsItself, type->unit->name());

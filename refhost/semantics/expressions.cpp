@@ -115,7 +115,7 @@ vel::SymbolDataType* Analyser::typeMember(Expr& expr) {
   const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
   VarSymbol* const member = instance != nullptr ? instance->unit->variable(name) : nullptr;
   // In-out parameters hold another unit's variable, and only during a call.
-  if (member == nullptr || !member->isParameter() || member->varKind() == vel::SymbolVar::kInOut) {
+  if (member == nullptr || !member->isParameter() || member->role == Role::InOut) {
     say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
     return nullptr;
   }
@@ -171,7 +171,7 @@ bool Analyser::requireWritable(const Expr& target) {
   if (place->op() == Expression::Variable) {
     writable = variable == nullptr || !variable->constant;  // an address is writable
   } else if (place->access == Expr::Access::Member) {
-    writable = variable != nullptr && variable->varKind() == vel::SymbolVar::kInput;
+    writable = variable != nullptr && variable->role == Role::Input;
   }
   const bool instance =
       place->dataType != nullptr && place->dataType->dataType() == BasicDataType::FunctionBlock;

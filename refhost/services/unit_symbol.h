@@ -14,19 +14,33 @@ namespace refhost {
 
 class UnitSymbol;
 
-// Kinds of variables beside those that the plugin knows (vel::SymbolVar).
-namespace var_kind {
-constexpr std::int32_t kLocal = 1;
-constexpr std::int32_t kOutput = 2;
-constexpr std::int32_t kTemp = 3;
-constexpr std::int32_t kReturn = 5;
-constexpr std::int32_t kEdgeState = 6;  // hidden: what an edge detection remembers
-}  // namespace var_kind
+// What a variable is to its unit.
+enum class Role : std::uint8_t {
+  Local,
+  Input,
+  Output,
+  InOut,
+  Temp,
+  Result,     // of a function: the variable that bears its name
+  EdgeState,  // hidden: what an edge detection remembers
+};
+
+// The number that the plugin reads; those it does not tell apart are the host's own.
+constexpr std::int32_t varKindOf(Role role) {
+  switch (role) {
+    case Role::Input:
+      return vel::SymbolVar::kInput;
+    case Role::InOut:
+      return vel::SymbolVar::kInOut;
+    default:
+      return 100 + static_cast<std::int32_t>(role);
+  }
+}
 
 class VarSymbol final : public vel::SymbolVar {
  public:
-  VarSymbol(const std::string& name, vel::SymbolDataType* type, std::int32_t kind, UnitSymbol* unit)
-      : SymbolVar(name, type, kind), owner(unit) {}
+  VarSymbol(const std::string& name, vel::SymbolDataType* type, Role variableRole, UnitSymbol* unit)
+      : SymbolVar(name, type, varKindOf(variableRole)), role(variableRole), owner(unit) {}
 
   void placeAt(const vel::HeapAddress& address, vel::HeapRawAddr raw) {
     fixedAddress_ = true;
@@ -39,10 +53,11 @@ class VarSymbol final : public vel::SymbolVar {
     backendAddress_ = raw;
   }
   bool isParameter() const {
-    return varKind() == kInput || varKind() == kInOut || varKind() == var_kind::kOutput;
+    return role == Role::Input || role == Role::InOut || role == Role::Output;
   }
 
-  UnitSymbol* owner;
+  const Role role;
+  UnitSymbol* const owner;
   Expr* initial = nullptr;  // null when not given
   bool constant = false;
   bool inMemory = false;
