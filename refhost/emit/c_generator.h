@@ -83,8 +83,8 @@ class CGenerator final : public vel::Generator {
                       BasicDataType from);
 
   // expressions.cpp
-  void expression(const Expr& expr, std::string& out);
-  // Like expression(), in parentheses where an operator next to it needs them.
+  void append(const Expr& expr, std::string& out);
+  // Like append(), in parentheses where an operator next to it needs them.
   void operand(const ASTNode& node, std::string& out);
   // An operand taken to `type`.
   void converted(const ASTNode& node, BasicDataType type, std::string& out);

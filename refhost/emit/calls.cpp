@@ -5,11 +5,11 @@
 
 namespace refhost {
 
-using vel::ASTNode;
 using vel::TreeBuilder;
 
 std::string CGenerator::callText(const Call& call) {
-  return call.op != nullptr ? operatorText(call) : functionText(call);
+  if (call.op != nullptr) return operatorText(call);
+  return call.symbol != nullptr ? functionText(call) : std::string();
 }
 
 void CGenerator::recordCall(const Call& call, const UnitSymbol& callee) {
@@ -27,7 +27,7 @@ std::string CGenerator::operatorText(const Call& call) {
 }
 
 std::string CGenerator::temporary(const Type* type) {
-  const std::string name = fmt::format("vel_t{}", ++temporaries_);
+  std::string name = fmt::format("vel_t{}", ++temporaries_);
   declarations_ += "  " + declaration(type, name) + ";\n";
   return name;
 }
@@ -74,7 +74,7 @@ std::string CGenerator::functionText(const Call& call) {
       if (scaled) {
         converted(*value, BasicDataType::LTime, arguments);
       } else {
-        expression(*value, arguments);
+        append(*value, arguments);
       }
     } else {
       arguments += text ? (type->dataType() == BasicDataType::String ? "\"\"" : "u\"\"") : "0";
@@ -86,7 +86,7 @@ std::string CGenerator::functionText(const Call& call) {
     if (!arguments.empty()) arguments += ", ";
     arguments += temporary(resultType);
   }
-  const std::string text = fmt::format("{}({})", function.cName, arguments);
+  std::string text = fmt::format("{}({})", function.cName, arguments);
   if (stores.empty()) return text;
   if (textResult) return fmt::format("({}{}, vel_t{})", text, stores, temporaries_);
   const std::string result = temporary(resultType);
@@ -119,7 +119,7 @@ void CGenerator::instanceCall(const Call& call) {
       continue;
     }
     std::string value;
-    expression(*binding.value, value);
+    append(*binding.value, value);
     line(storeAs(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
   }
   line(fmt::format("{}(&{});", block.cBody, self));
@@ -127,7 +127,7 @@ void CGenerator::instanceCall(const Call& call) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
     std::string value = self + "." + parameter.cName;
-    if (binding.named != nullptr && binding.named->negated) value = "!" + value;
+    if (binding.named != nullptr && binding.named->negated) value.insert(0, 1, '!');
     line(store(*binding.value, value, parameter.dataType()->dataType()) + ";");
   }
 }

@@ -85,19 +85,19 @@ bool isPrimary(const ASTNode& node) {
 
 }  // namespace
 
-std::string CGenerator::expressionText(ASTNode* node) {
+std::string CGenerator::expressionText(ASTNode* expression) {
   std::string text;
-  if (node == nullptr) return text;
-  if (kindOf(*node) == NodeKind::Invocation) return callText(static_cast<Call&>(*node));
-  if (node->type() == vel::ASTType::Expression) expression(static_cast<Expr&>(*node), text);
-  if (node->type() == vel::ASTType::ConstantValue) {
-    const LiteralValue& value = static_cast<Literal&>(*node).value;
+  if (expression == nullptr) return text;
+  if (kindOf(*expression) == NodeKind::Invocation) return callText(static_cast<Call&>(*expression));
+  if (expression->type() == vel::ASTType::Expression) append(static_cast<Expr&>(*expression), text);
+  if (expression->type() == vel::ASTType::ConstantValue) {
+    const LiteralValue& value = static_cast<Literal&>(*expression).value;
     appendLiteral(value, BasicDataType::None, text);
   }
   return text;
 }
 
-void CGenerator::expression(const Expr& expr, std::string& out) {
+void CGenerator::append(const Expr& expr, std::string& out) {
   switch (static_cast<int>(expr.op())) {
     case Expression::Constant:
       appendLiteral(literalOf(expr)->value, BasicDataType::None, out);

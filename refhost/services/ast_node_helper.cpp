@@ -103,6 +103,7 @@ int AstNodeHelper::compareDataType(InternalInterface*, BasicDataType target, Bas
   return refhost::rateConversion(target, source, sourceText);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the contract passes it by value
 bool AstNodeHelper::stringCanConvertToBool(std::string text) {
   refhost::LiteralValue value;
   return refhost::parseLiteral(text, value) == refhost::LiteralError::None &&

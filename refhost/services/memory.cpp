@@ -8,10 +8,8 @@
 namespace refhost {
 namespace {
 
-using vel::BasicDataType;
 using vel::HeapAddress;
 using vel::HeapRawAddr;
-using vel::JapanComponent;
 
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
