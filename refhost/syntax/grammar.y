@@ -70,7 +70,8 @@ static constexpr Value kNone{nullptr, 0};
 %token NOT
 
 %type <value> unit_name return_type var_blocks var_block var_decl address
-%type <value> type_spec string_length initial statement_list statement block_statement else_part condition
+%type <value> type_spec string_length initial statement_list statement block_statement
+%type <value> else_part condition
 %type <value> for_start step label label_line
 %type <value> variable call expression operand atom signed argument
 %type <list> var_block_items var_decls names statements elsifs case_items labels arguments

@@ -33,7 +33,12 @@ LiteralError literal::takeDigits(std::string_view& text, unsigned base, std::uin
 
 namespace {
 
-using namespace literal;
+using literal::equalIgnoringCase;
+using literal::isDigit;
+using literal::isLetter;
+using literal::lower;
+using literal::takeDigits;
+using literal::takeIf;
 using vel::BasicDataType;
 
 struct NamedType {
@@ -217,13 +222,13 @@ LiteralError parseTyped(std::string_view prefix, std::string_view text, bool isS
     case LiteralForm::Real:
       return parseReal(text, type, out);
     case LiteralForm::Duration:
-      return parseDuration(text, type->type == BasicDataType::LTime, out);
+      return literal::parseDuration(text, type->type == BasicDataType::LTime, out);
     case LiteralForm::Date:
     case LiteralForm::TimeOfDay:
     case LiteralForm::DateAndTime:
-      return parseCalendar(text, out);
+      return literal::parseCalendar(text, out);
     case LiteralForm::String:
-      return parseString(text, type->type == BasicDataType::WString, out);
+      return literal::parseString(text, type->type == BasicDataType::WString, out);
   }
   return LiteralError::NotALiteral;
 }
@@ -251,7 +256,7 @@ LiteralError parseLiteral(std::string_view text, LiteralValue& out) {
   if (isSigned || (text.front() != '\'' && text.front() != '"')) return LiteralError::NotALiteral;
   const bool isWide = text.front() == '"';
   setType(out, *findType(isWide ? "WSTRING" : "STRING"));
-  return parseString(text, isWide, out);
+  return literal::parseString(text, isWide, out);
 }
 
 bool parseIntegerLiteral(std::string_view text, bool& negative, std::uint64_t& magnitude) {

@@ -35,7 +35,7 @@ std::string_view TreeBuilder::source(const ASTNode& node) { return {node.source_
 namespace refhost {
 
 namespace {
-constexpr std::size_t kFirstBlock = 64 * 1024;
+constexpr std::size_t kFirstBlock = std::size_t{64} * 1024;
 }
 
 Literal::Literal(const LiteralValue& literal)

@@ -58,12 +58,12 @@ class TreeFactory {
   Value dereference(Span span, Value base);  // not supported
   Value literal(Span span);
   Value signedNumber(Span span, Span number);
-  Value parenthesised(Span span, Value expression);  // the expression, a level higher
-  Value unary(Expression::Operator op, Span span, Value operand);
+  Value parenthesised(Span span, Value value);  // the value, a level higher
+  Value unary(Expression::Operator op, Span span, Value value);
   Value binary(Expression::Operator op, Span span, Value left, Value right);
   Value call(Span span, Span callee, Span parameters, NodeList arguments);
   Value methodCall(Span span, Value callee);  // not supported
-  Value operand(Value expression);            // a Call under its wrapper
+  Value operand(Value value);                 // a Call under its wrapper
   Value input(Span span, Span formalName, Value actual);
   Value output(Span span, Span formalName, Value actual, bool negated);
 
@@ -84,7 +84,7 @@ class TreeFactory {
   Value callStatement(Span span, Value call);
   Value jump(NodeKind kind, Span span);
   Value ifStatement(Span span, Value condition, Value then, NodeList elsifs, Value otherwise);
-  Value caseStatement(Span span, Value selector, NodeList items, Value otherwise);
+  Value caseStatement(Span span, Value selector, NodeList list, Value otherwise);
   Value caseLabels(Span span, NodeList labels);
   Value range(Span span, Value low, Value high);
   Value forStatement(Span span, Value start, Value end, Value step, Value body);
