@@ -124,7 +124,7 @@ TEST(Literal, HasAValueAndAType) {
       {"''", "STRING "},
       {"'$L$n$R$t$p$41'", "STRING \n\n\r\t\fA"},
       {"'\xC3\xA9\"'", "STRING \xC3\xA9\""},
-      {"\"$\"$00E9\"", "WSTRING \"\xC3\xA9"},
+      {R"("$"$00E9")", "WSTRING \"\xC3\xA9"},
       {R"("$20ac$D83D$de00")", "WSTRING \xE2\x82\xAC\xF0\x9F\x98\x80"},
       {"STRING#'x'", "STRING! x"},
       {"wstring#\"y\"", "WSTRING! y"},
