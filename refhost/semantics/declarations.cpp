@@ -43,6 +43,7 @@ void forEachDeclaration(const UnitSymbol& unit, Visit visit) {
 void Analyser::declareUnits() {
   for (Unit* const node : tree_.units) {
     const std::string name = node->name();
+    if (name.empty()) continue;  // the parser has said so
     const bool taken =
         services_.operators != nullptr && services_.operators->findOperator(name) != nullptr;
     if (taken || !services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node))) {
@@ -106,6 +107,10 @@ void Analyser::place(VarSymbol& variable, const ASTNode& address, const Type* ty
 }
 
 vel::SymbolDataType* Analyser::resolveType(const ASTNode& spec) {
+  // The parser has refused the other kinds.
+  const bool known =
+      spec.type() == vel::ASTType::NamedTypeSpec || spec.type() == vel::ASTType::StringTypeSpec;
+  if (!known) return nullptr;
   const auto& named = static_cast<const TypeSpec&>(spec);
   Type* const type = services_.symbols.dataType(named.name);
   if (type == nullptr) {
