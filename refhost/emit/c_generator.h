@@ -60,6 +60,10 @@ class CGenerator final : public vel::Generator {
   void enter(UnitSymbol& unit);
   // The collected text, with the temporaries it needs in front.
   std::string leave(bool hasSelf);
+  std::string companionsText();
+  static std::string companion(const VarSymbol& parameter);
+  // What the companion of an input is given for the argument `value`.
+  std::string companionOf(const Expr* value);
 
   // statements.cpp
   void statements(const ASTNode* list);

@@ -4,6 +4,17 @@
 #include "refhost/emit/c_generator.h"
 
 namespace refhost {
+namespace {
+
+// The argument for a parameter; null when the call leaves it out.
+const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* parameter) {
+  for (const Binding& binding : bindings) {
+    if (binding.parameter == parameter) return binding.value;
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 using vel::TreeBuilder;
 
@@ -41,35 +52,38 @@ std::string CGenerator::pointerTo(const Expr& value, const Type* type) {
   return "&" + text;
 }
 
+std::string CGenerator::companionOf(const Expr* value) {
+  const bool variable =
+      value != nullptr && value->dataType != nullptr &&
+      (value->op() == Expression::Variable || value->access == Expr::Access::Member);
+  std::string text;
+  if (variable) place(*value, text);
+  if (text.empty() || text.compare(0, 5, "gbit(") == 0) return "(vel_bit_param){0}";
+  return fmt::format("(vel_bit_param){{{}, 8 * sizeof {}}}", pointerTo(*value, value->dataType),
+                     text);
+}
+
 // A call in an expression. What its outputs give is stored behind it, before the
 // result is used.
 std::string CGenerator::functionText(const Call& call) {
   const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
   recordCall(call, function);
   const std::vector<Binding> bindings = bindArguments(call, function);
-  const auto given = [&bindings](const VarSymbol* parameter) -> const Binding* {
-    for (const Binding& binding : bindings) {
-      if (binding.parameter == parameter) return &binding;
-    }
-    return nullptr;
-  };
   std::string arguments;
   std::string stores;
   for (int i = 0; i < function.paramsCount(); ++i) {
     const auto* const parameter = static_cast<const VarSymbol*>(function.param(i));
     const Type* const type = parameter->dataType();
     const bool text = type != nullptr && isText(type->dataType());
-    const Binding* const binding = given(parameter);
+    const Expr* const given = valueOf(bindings, parameter);
     if (!arguments.empty()) arguments += ", ";
     if (parameter->role == Role::Output) {
       const std::string value = temporary(type);
       arguments += text ? value : "&" + value;
-      if (binding != nullptr) {
-        stores += ", " + store(*binding->value, value, typeOf(*binding->value));
-      }
+      if (given != nullptr) stores += ", " + store(*given, value, typeOf(*given));
     } else if (parameter->role == Role::InOut) {
-      arguments += pointerTo(*binding->value, type);
-    } else if (const Expr* const value = binding != nullptr ? binding->value : parameter->initial) {
+      arguments += pointerTo(*given, type);
+    } else if (const Expr* const value = given != nullptr ? given : parameter->initial) {
       const bool scaled = type != nullptr && type->dataType() == BasicDataType::LTime;
       if (scaled) {
         converted(*value, BasicDataType::LTime, arguments);
@@ -78,6 +92,9 @@ std::string CGenerator::functionText(const Call& call) {
       }
     } else {
       arguments += text ? (type->dataType() == BasicDataType::String ? "\"\"" : "u\"\"") : "0";
+    }
+    if (parameter->isBitParameter() && parameter->role == Role::Input) {
+      arguments += ", " + companionOf(given);
     }
   }
   const Type* const resultType = function.result != nullptr ? function.result->dataType() : nullptr;
@@ -121,6 +138,11 @@ void CGenerator::instanceCall(const Call& call) {
     std::string value;
     append(*binding.value, value);
     line(storeAs(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
+  }
+  for (const auto& parameter : block.variables()) {
+    if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;
+    line(fmt::format("{}.{} = {};", self, companion(*parameter),
+                     companionOf(valueOf(bindings, parameter.get()))));
   }
   line(fmt::format("{}(&{});", block.cBody, self));
   for (const Binding& binding : bindings) {

@@ -44,9 +44,10 @@ constexpr std::array<std::string_view, 68> kReserved{"NULL",     "__platform_api
                                                      "xor",      "xor_eq"};
 
 bool isReserved(const std::string& name) {
-  // The runtime's long names and the temporaries of the emission begin so.
-  const bool runtime = name.rfind("vel_", 0) == 0 || name.rfind("VEL_", 0) == 0;
-  return runtime || name.rfind("__", 0) == 0 ||
+  // The runtime's long names, the temporaries of the emission and the companions of
+  // bit parameters begin so.
+  const auto begins = [&name](const char* prefix) { return name.rfind(prefix, 0) == 0; };
+  return begins("vel_") || begins("VEL_") || begins("__") || begins("offsetParam_") ||
          std::binary_search(kReserved.begin(), kReserved.end(), name);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/text.h"
 #include "refhost/emit/c_generator.h"
 
 namespace refhost {
@@ -16,6 +17,12 @@ bool isInstance(const vel::SymbolDataType* type) {
 
 bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
+}
+
+// An input is a copy, so that what it was given is reached through a companion that
+// the caller fills in; an in-out parameter is a pointer already.
+bool keepsCompanion(const VarSymbol& variable) {
+  return variable.isBitParameter() && variable.role == Role::Input;
 }
 
 // Kept between scans, as a member of the unit's structure.
@@ -58,6 +65,11 @@ std::string CGenerator::program() {
   out += prototypes();
   out += bodies;
   return out;
+}
+
+// The plugin's name of it, which no variable of the program can have in C.
+std::string CGenerator::companion(const VarSymbol& parameter) {
+  return "offsetParam_" + stringToUpper(parameter.name());
 }
 
 std::string CGenerator::initName(const UnitSymbol& unit) { return unit.cInit; }
@@ -136,6 +148,10 @@ void CGenerator::appendStructure(const UnitSymbol& unit, std::string& out) const
                          declaration(variable->dataType(), (pointer ? "*" : "") + variable->cName));
     }
   }
+  for (const auto& variable : unit.variables()) {
+    if (keepsCompanion(*variable))
+      out += fmt::format("  vel_bit_param {};\n", companion(*variable));
+  }
   if (empty) out += "  u8 vel_empty;\n";
   out += "};\n";
   if (unit.type() == POUType::Program) {
@@ -160,6 +176,7 @@ std::string CGenerator::functionHead(const UnitSymbol& function) {
     } else {
       add(declaration(type, (input ? "" : "*") + parameter.cName));
     }
+    if (keepsCompanion(parameter)) add("vel_bit_param " + companion(parameter));
   }
   const Type* const result = function.result != nullptr ? function.result->dataType() : nullptr;
   std::string resultText = result != nullptr ? typeText(const_cast<Type*>(result)) : "void";
@@ -202,10 +219,35 @@ void CGenerator::enter(UnitSymbol& unit) {
 
 std::string CGenerator::leave(bool hasSelf) {
   std::string text;
+  const std::string companions = companionsText();
   if (hasSelf && !usesSelf_) text += "  (void)self;\n";
   text += declarations_;
+  text += companions;
   text += body_;
   if (returns_) text += "vel_return:;\n";
+  return text;
+}
+
+// The companions of the bit parameters that the body names.
+std::string CGenerator::companionsText() {
+  std::string text;
+  for (const auto& variable : unit_->variables()) {
+    const std::string name = companion(*variable);
+    if (!variable->isBitParameter() || body_.find(name) == std::string::npos) continue;
+    std::string own = reference(*variable);
+    own = fmt::format("{{{}, 8 * sizeof {}}}",
+                      variable->dataType() != nullptr && isText(variable->dataType()->dataType())
+                          ? own
+                          : "&" + own,
+                      own);
+    const bool function = unit_->type() == POUType::Function;
+    if (variable->role == Role::InOut) {
+      text += fmt::format("  vel_bit_param {} = {};\n", name, own);
+      continue;
+    }
+    if (!function) text += fmt::format("  vel_bit_param {0} = self->{0};\n", name);
+    text += fmt::format("  if ({0}.data == NULL) {0} = (vel_bit_param){1};\n", name, own);
+  }
   return text;
 }
 

@@ -66,7 +66,10 @@ void Analyser::declareVariables(UnitSymbol& unit) {
 
 void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                                const Text& name, Type* type) {
-  auto variable = std::make_unique<VarSymbol>(name.text(), type, roleOf(block.section), &unit);
+  const Role role = roleOf(block.section);
+  const bool bits = declaration.bitParameter && (role == Role::Input || role == Role::InOut);
+  auto variable = std::make_unique<VarSymbol>(
+      name.text(), type, role, bits ? vel::SymbolVar::kBitParameter : varKindOf(role), &unit);
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->constant = block.constant;
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {

@@ -40,7 +40,11 @@ constexpr std::int32_t varKindOf(Role role) {
 class VarSymbol final : public vel::SymbolVar {
  public:
   VarSymbol(const std::string& name, vel::SymbolDataType* type, Role variableRole, UnitSymbol* unit)
-      : SymbolVar(name, type, varKindOf(variableRole)), role(variableRole), owner(unit) {}
+      : VarSymbol(name, type, variableRole, varKindOf(variableRole), unit) {}
+  // `kind` where the role alone does not tell it.
+  VarSymbol(const std::string& name, vel::SymbolDataType* type, Role variableRole,
+            std::int32_t kind, UnitSymbol* unit)
+      : SymbolVar(name, type, kind), role(variableRole), owner(unit) {}
 
   void placeAt(const vel::HeapAddress& address, vel::HeapRawAddr raw) {
     fixedAddress_ = true;
@@ -52,6 +56,7 @@ class VarSymbol final : public vel::SymbolVar {
     inMemory = true;
     backendAddress_ = raw;
   }
+  bool isBitParameter() const { return varKind() == kBitParameter; }
   bool isParameter() const {
     return role == Role::Input || role == Role::InOut || role == Role::Output;
   }

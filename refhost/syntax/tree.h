@@ -181,6 +181,8 @@ class VarDecl final : public ::VarDeclaration {
   static constexpr int kType = 0, kInitial = 1, kAddress = 2, kFirstName = 3;
 
   VarDecl() : VarDeclaration(astType(NodeKind::VarDecl)) {}
+
+  bool bitParameter = false;  // the pragma {bitparam} stands before it
 };
 
 class Unit final : public ::POUDeclaration {

@@ -8,6 +8,7 @@
 
 #include "grammar.h"
 #include "refhost/messages.h"
+#include "refhost/services/folded.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -226,10 +227,27 @@ Value TreeFactory::unsupportedInitial(Span span) {
   return unsupported(span, "Initial values of arrays and structures are", kNone);
 }
 
+// Pragmas are no tokens; the few that mean something are looked for where they count.
+bool TreeFactory::followsPragma(Span span, std::string_view pragma) const {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  std::string_view before = text_.substr(0, span.begin);
+  const std::size_t end = before.find_last_not_of(kBlanks);
+  if (end == std::string_view::npos || before[end] != '}') return false;
+  before.remove_suffix(before.size() - end);
+  const std::size_t start = before.rfind('{');
+  if (start == std::string_view::npos) return false;
+  before.remove_prefix(start + 1);
+  const std::size_t first = before.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return false;
+  return equalFolded(before.substr(first, before.find_last_not_of(kBlanks) + 1 - first), pragma);
+}
+
 Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type, Value initial) {
   scratch_.assign({type, operand(initial), address});
   scratch_.insert(scratch_.end(), items(names), items(names) + names.count);
-  return link(tree_.make<VarDecl>(), span, scratch_.data(), scratch_.size());
+  auto* declaration = tree_.make<VarDecl>();
+  declaration->bitParameter = followsPragma(span, "bitparam");
+  return link(declaration, span, scratch_.data(), scratch_.size());
 }
 
 Value TreeFactory::varBlock(Span span, VarSection section, Qualifiers qualifiers,

@@ -91,6 +91,7 @@ class TreeFactory {
   Value loop(NodeKind kind, Span span, Value first, Value second);
 
  private:
+  bool followsPragma(Span span, std::string_view pragma) const;
   std::string_view textOf(Span span) const {
     return text_.substr(span.begin, span.end - span.begin);
   }
