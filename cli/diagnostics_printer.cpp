@@ -32,10 +32,10 @@ bool startsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 
 // As wide as the `count` characters of `line` before the caret: tabs stay tabs.
 std::string indent(std::string_view line, std::uint32_t count) {
   std::string result;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (!startsCharacter(line[i])) continue;
+  for (const char c : line) {
+    if (!startsCharacter(c)) continue;
     if (result.size() == count) break;
-    result += line[i] == '\t' ? '\t' : ' ';
+    result += c == '\t' ? '\t' : ' ';
   }
   result.resize(count, ' ');
   return result;

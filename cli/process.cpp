@@ -21,7 +21,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kMaxOutput = 64 * 1024;
+constexpr std::size_t kMaxOutput = 65536;
 
 class Descriptor {
  public:
