@@ -71,7 +71,8 @@ class Session {
   std::vector<std::string> programs() const;
   std::string programInit(const std::string& program) const;  // C name
   std::string programScan(const std::string& program) const;  // C name
-  // Every variable of every PROGRAM in order of declaration.
+  // Every variable of every PROGRAM in order of declaration. Like the C names above,
+  // their references are known once translate() has run.
   std::vector<ProgramVariable> programVariables() const;
   // The C statement that gives `variable` the value of the literal `text`. False,
   // with `error` set, when the text is no literal that fits the variable.

@@ -78,9 +78,13 @@ TEST(Emission, LoopsNeitherOverrunNorEvaluateTheirBoundsTwice) {
 TEST(Emission, NamesStayAsWrittenWhereTheyCan) {
   const auto session = analysed(
       "FUNCTION double : INT VAR_INPUT int1: INT; END_VAR double := INT1; END_FUNCTION\n"
-      "PROGRAM P VAR Self, for_x, char, char_: INT; END_VAR CHAR := DOUBLE(char_); END_PROGRAM");
+      "PROGRAM P VAR Self, size_t, char, char_, vel_t1: INT; END_VAR CHAR := DOUBLE(char_) + "
+      "vel_t1; "
+      "END_PROGRAM");
   ASSERT_TRUE(said(*session).empty());
-  EXPECT_EQ("  self->char_ = double_(self->char__);\n", scanText(*session));
+  EXPECT_EQ("  self->char_ = (i16)(double_(self->char__) + self->st_vel_t1);\n",
+            scanText(*session));
+  EXPECT_NE(std::string::npos, session->translate().find("i16 size_t_;"));
 }
 
 TEST(Emission, StaticTextsAppearOnceAndFirst) {
