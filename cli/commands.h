@@ -27,6 +27,7 @@ struct OperatorsOptions {
 struct TranslateOptions {
   std::vector<std::string> files;
   std::string output = "-";  // "-": standard output
+  bool callTree = false;      // who calls what instead of the C on standard output
 };
 
 struct RunOptions {

@@ -82,6 +82,8 @@ int execute(int argc, char** argv) {
   translateCommand
       .add_option("-o,--output", translation.output, "Where the C goes (default: standard output)")
       ->type_name("OUT.c");
+  translateCommand.add_flag("--call-tree", translation.callTree,
+                            "Print who calls what as JSON; the C goes only where -o says");
   translateCommand.callback([&] { action = [&] { return translate(common, translation); }; });
 
   RunOptions running;
