@@ -15,6 +15,7 @@ struct CommonOptions {
   std::string plugin;  // empty: the one that came with velc
   std::string localIo;
   refhost::Notation notation = refhost::Notation::Iec;
+  refhost::MemorySizes memory;
   bool jsonDiagnostics = false;
 };
 
@@ -27,7 +28,7 @@ struct OperatorsOptions {
 struct TranslateOptions {
   std::vector<std::string> files;
   std::string output = "-";  // "-": standard output
-  bool callTree = false;      // who calls what instead of the C on standard output
+  bool callTree = false;     // who calls what instead of the C on standard output
 };
 
 struct RunOptions {

@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <sstream>
@@ -30,6 +31,21 @@ void addCommonOptions(CLI::App& app, CommonOptions& common) {
          },
          "Notation of device addresses: iec (%IX0.3) or letters (X3)")
       ->check(CLI::IsMember({"iec", "letters"}));
+  // Multiples of 8, and few enough that every bit has a number of 32 bits.
+  const auto area =
+      CLI::Range(8U, 16U << 20) & CLI::Validator(
+                                      [](std::string& text) {
+                                        return std::strtoul(text.c_str(), nullptr, 10) % 8 == 0
+                                                   ? std::string()
+                                                   : "not a multiple of 8";
+                                      },
+                                      "");
+  const auto addArea = [&app, &area](const char* name, std::uint32_t& bytes, const char* what) {
+    app.add_option(name, bytes, what)->type_name("BYTES")->check(area)->capture_default_str();
+  };
+  addArea("--memory-markers", common.memory.markers, "Device memory for markers (%M)");
+  addArea("--memory-inputs", common.memory.inputs, "Device memory for inputs (%I)");
+  addArea("--memory-outputs", common.memory.outputs, "Device memory for outputs (%Q)");
 }
 
 CLI::App& addCommand(CLI::App& app, CommonOptions& common, const char* name,

@@ -35,6 +35,7 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   options.pluginPath = common.plugin.empty() ? pluginPath().native() : common.plugin;
   options.localIo = common.localIo;
   options.notation = common.notation;
+  options.memory = common.memory;
   auto session = std::make_unique<refhost::Session>(options);
   std::string error;
   if (!session->start(error)) throw Failure(error);

@@ -14,7 +14,9 @@ namespace refhost {
 
 struct Session::Impl {
   explicit Impl(Options given)
-      : options(std::move(given)), services(static_cast<int>(options.notation), Memory::Sizes()) {
+      : options(std::move(given)),
+        services(static_cast<int>(options.notation),
+                 {options.memory.markers, options.memory.inputs, options.memory.outputs}) {
     services.settings.localIoAddress = options.localIo;
   }
 
@@ -122,6 +124,22 @@ std::vector<ProgramVariable> Session::programVariables() const {
     }
   }
   return result;
+}
+
+bool Session::addressVariable(const std::string& address, ProgramVariable& variable) const {
+  vel::HeapAddress parsed;
+  if (!impl_->services.memory.parse(address, parsed)) return false;
+  const char* const name = addressTypeName(parsed);
+  const ElementaryType& type = *elementaryType(std::string_view(name));
+  variable = ProgramVariable();
+  variable.name = address;
+  variable.typeName = name;
+  variable.type = type.type;
+  variable.byteSize = type.size;
+  variable.reference =
+      CGenerator::addressText(parsed, impl_->services.memory.raw(parsed), type.cType);
+  variable.settable = true;
+  return true;
 }
 
 bool Session::assignmentText(const ProgramVariable& variable, const std::string& text,

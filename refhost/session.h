@@ -20,10 +20,18 @@ namespace refhost {
 
 enum class Notation : int { Iec = 0, Letters = 1 };
 
+// Bytes of the areas of device memory, multiples of 8.
+struct MemorySizes {
+  std::uint32_t markers = 16384;
+  std::uint32_t inputs = 1024;
+  std::uint32_t outputs = 1024;
+};
+
 struct Options {
   std::string pluginPath;  // of libvelops.so
   std::string localIo;     // the option "localio.addr", empty when unset
   Notation notation = Notation::Iec;
+  MemorySizes memory;
 };
 
 // A variable of a PROGRAM as the one who runs it sees it.
@@ -74,6 +82,9 @@ class Session {
   // Every variable of every PROGRAM in order of declaration. Like the C names above,
   // their references are known once translate() has run.
   std::vector<ProgramVariable> programVariables() const;
+  // A place in device memory as a variable, larger units as bit strings. False when
+  // `address` is no address in either notation.
+  bool addressVariable(const std::string& address, ProgramVariable& variable) const;
   // The C statement that gives `variable` the value of the literal `text`. False,
   // with `error` set, when the text is no literal that fits the variable.
   bool assignmentText(const ProgramVariable& variable, const std::string& text,

@@ -30,6 +30,10 @@ class CGenerator final : public vel::Generator {
   // A variable of a PROGRAM as code behind the generated file sees it.
   static std::string globalReference(const VarSymbol& variable);
 
+  // A place in device memory, as an expression.
+  static std::string addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
+                                 const char* cType);
+
   const char* optionText(const char* name) override;
   std::string typeText(vel::SymbolDataType* type) override;
   std::string variableText(vel::SymbolVar* variable, int flag, const std::string& pouName) override;
@@ -98,8 +102,6 @@ class CGenerator final : public vel::Generator {
   void times(const Expr& expr, const Meeting& meeting, std::string& out);
   void place(const Expr& expr, std::string& out);
   std::string reference(const VarSymbol& variable);
-  static std::string addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
-                                 const char* cType);
   std::string callText(const Call& call);
   // Operators record their own calls, the host those of the program's units.
   void recordCall(const Call& call, const UnitSymbol& callee);

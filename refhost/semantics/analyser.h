@@ -49,7 +49,6 @@ class Analyser {
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
   bool becomesAddress(ASTNode& parent, int index);
-  Type* addressType(const vel::HeapAddress& address) const;
   // Appends an error and returns false when the expression cannot be written.
   bool requireWritable(const Expr& target);
 

@@ -83,7 +83,7 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
   vel::HeapAddress address;
   const bool iec = name[0] == '%';
   if ((iec || services_.addressNotation() == 1) && services_.memory.parse(name, address)) {
-    return addressType(address);
+    return services_.symbols.dataType(addressTypeName(address));
   }
   if (iec) {
     say(expr, message::kBadAddress, name);
@@ -92,20 +92,6 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     say(expr, unit ? message::kNotAValue : message::kUnknownName, name);
   }
   return nullptr;
-}
-
-vel::SymbolDataType* Analyser::addressType(const vel::HeapAddress& address) const {
-  if (address.isBitMode()) return services_.symbols.elementary(BasicDataType::Bool);
-  switch (address.unitSize) {
-    case 1:
-      return services_.symbols.dataType("BYTE");
-    case 2:
-      return services_.symbols.dataType("WORD");
-    case 4:
-      return services_.symbols.dataType("DWORD");
-    default:
-      return services_.symbols.dataType("LWORD");
-  }
 }
 
 vel::SymbolDataType* Analyser::typeMember(Expr& expr) {

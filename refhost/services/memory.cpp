@@ -182,6 +182,20 @@ HeapRawAddr Memory::raw(const HeapAddress& address) const {
   return result;
 }
 
+const char* addressTypeName(const HeapAddress& address) {
+  if (address.isBitMode()) return "BOOL";
+  switch (address.unitSize) {
+    case 1:
+      return "BYTE";
+    case 2:
+      return "WORD";
+    case 4:
+      return "DWORD";
+    default:
+      return "LWORD";
+  }
+}
+
 HeapRawAddr Memory::allocateState() {
   HeapRawAddr result;
   result.address = byteSize();

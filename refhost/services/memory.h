@@ -44,4 +44,8 @@ class Memory final : public vel::DeviceMemory {
   std::uint32_t stateBytes_ = 0;
 };
 
+// The IEC name of the type that a program reads at an address: BOOL for a bit, else
+// the bit string of its size.
+const char* addressTypeName(const vel::HeapAddress& address);
+
 }  // namespace refhost
