@@ -33,7 +33,9 @@ struct TranslateOptions {
 
 struct RunOptions {
   std::vector<std::string> files;
-  std::vector<std::string> settings;  // NAME=VALUE
+  std::vector<std::string> settings;   // NAME=VALUE
+  std::vector<std::string> addresses;  // to show
+  bool traceIo = false;
   std::string compiler = "cc";
   std::int64_t scans = 1;
   std::chrono::seconds timeout{60};

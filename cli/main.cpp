@@ -112,9 +112,15 @@ int execute(int argc, char** argv) {
       ->capture_default_str();
   runCommand
       .add_option("--set", running.settings,
-                  "Give a variable a value before the first scan (repeatable)")
+                  "Give a variable or a device address a value before the first scan (repeatable)")
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
+  runCommand
+      .add_option("--show", running.addresses,
+                  "Print what stands at a device address after the variables (repeatable)")
+      ->type_name("ADDRESS")
+      ->allow_extra_args(false);
+  runCommand.add_flag("--trace-io", running.traceIo, "Print each refresh of local I/O");
   runCommand.add_option("--compiler", running.compiler, "The C compiler")
       ->type_name("CC")
       ->capture_default_str();

@@ -40,6 +40,8 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
       found.push_back(std::move(variable));
     }
   }
+  ProgramVariable address;
+  if (found.empty() && session.addressVariable(name, address)) return address;
   if (found.empty()) throw Failure(fmt::format("--set: no program has a variable '{}'", name));
   if (found.size() > 1) {
     throw Failure(fmt::format("--set: '{}' is ambiguous; write {} or {}", name,
@@ -63,10 +65,18 @@ std::string valueStatement(const ProgramVariable& variable) {
 
 }  // namespace
 
-std::vector<ProgramVariable> printedVariables(const Session& session) {
+std::vector<ProgramVariable> printedVariables(const Session& session,
+                                              const std::vector<std::string>& addresses) {
   std::vector<ProgramVariable> result;
   for (ProgramVariable& variable : session.programVariables()) {
     if (hasValueText(variable.type)) result.push_back(std::move(variable));
+  }
+  for (const std::string& address : addresses) {
+    ProgramVariable place;
+    if (!session.addressVariable(address, place)) {
+      throw Failure(fmt::format("--show: '{}' is not a device address", address));
+    }
+    result.push_back(std::move(place));
   }
   return result;
 }
@@ -90,10 +100,15 @@ std::string settingStatement(const Session& session, const std::string& setting)
 }
 
 std::string driverText(const Session& session, const std::vector<std::string>& settingStatements,
-                       const std::vector<ProgramVariable>& printed) {
+                       const std::vector<ProgramVariable>& printed, bool traceIo) {
   const std::vector<std::string> programs = session.programs();
   std::string text =
       "#include \"program.c\"\n\n#include <velrun.h>\n\nvoid vel_run_prepare(void) {\n";
+  if (traceIo) {
+    text +=
+        "  __platform_api.UPDATEINPUT = vel_run_trace_input;\n"
+        "  __platform_api.UPDATEOUTPUT = vel_run_trace_output;\n";
+  }
   for (const std::string& program : programs) {
     text += fmt::format("  {}();\n", session.programInit(program));
   }
@@ -115,7 +130,7 @@ std::string valueLines(const Session& session, const std::vector<ProgramVariable
   for (const ProgramVariable& variable : printed) {
     const auto size = static_cast<std::size_t>(variable.byteSize);
     if (rest.size() < size) throw Failure("the program did not write all its values");
-    text += qualified ? qualifiedName(variable) : variable.name;
+    text += qualified && !variable.program.empty() ? qualifiedName(variable) : variable.name;
     text += " = " + valueText(variable.type, variable.typeName, rest.substr(0, size)) + '\n';
     rest.remove_prefix(size);
   }

@@ -62,9 +62,9 @@ void compile(const fs::path& folder, const std::string& compiler, const Terminat
 // True when the program came to its end; says so when it did not.
 bool execute(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
   const Progress progress("running");
-  const ProcessResult result =
-      runProcess({folder / "program", folder / "values", std::to_string(options.scans)}, guard,
-                 options.timeout);
+  const ProcessResult result = runProcess(
+      {folder / "program", folder / "values", folder / "trace", std::to_string(options.scans)},
+      guard, options.timeout);
   if (result.succeeded()) return true;
   std::string reason;
   if (result.end == ProcessResult::End::TimedOut) {
@@ -96,14 +96,17 @@ int run(const CommonOptions& common, const RunOptions& options) {
     statements.push_back(settingStatement(*session, setting));
   }
 
+  const auto variables = printedVariables(*session, options.addresses);
+
   const TerminationGuard guard;
   const TemporaryFolder folder;
-  const auto variables = printedVariables(*session);
   writeFile(folder.path() / "program.c", *text);
-  writeFile(folder.path() / "driver.c", driverText(*session, statements, variables));
+  writeFile(folder.path() / "driver.c",
+            driverText(*session, statements, variables, options.traceIo));
   compile(folder.path(), options.compiler, guard);
   if (!execute(folder.path(), options, guard)) return kProgramErrors;
-  writeStandardOutput(valueLines(*session, variables, readFile(folder.path() / "values")));
+  writeStandardOutput(readFile(folder.path() / "trace") +
+                      valueLines(*session, variables, readFile(folder.path() / "values")));
   return kSuccess;
 }
 

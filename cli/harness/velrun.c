@@ -1,31 +1,50 @@
-/* The main program of `velc run`: PROGRAM VALUES SCANS runs the scans and leaves the
- * bytes of all values in the file VALUES. Status 1 when that could not be done. */
+/* The main program of `velc run`: PROGRAM VALUES TRACE SCANS runs the scans and leaves
+ * the bytes of all values in the file VALUES, what is traced in the file TRACE. Status 1 when that
+ * could not be done. */
 #include "velrun.h"
 
+#include <inttypes.h>
 #include <stdio.h>
 #include <stdlib.h>
 
 static FILE* values;
+static FILE* trace;
 
 static void put(const void* bytes, size_t size) { fwrite(bytes, 1, size, values); }
 
+void vel_run_trace_input(uint32_t offset, uint32_t count) {
+  fprintf(trace, "UPDATEINPUT = %" PRIu32 ", %" PRIu32 "\n", offset, count);
+}
+
+void vel_run_trace_output(uint32_t offset, uint32_t count) {
+  fprintf(trace, "UPDATEOUTPUT = %" PRIu32 ", %" PRIu32 "\n", offset, count);
+}
+
+static FILE* create(const char* path) {
+  FILE* const file = fopen(path, "wb");
+  if (file == NULL) perror(path);
+  return file;
+}
+
+static int finish(FILE* file, const char* path) {
+  const int failed = ferror(file);
+  if (fclose(file) == 0 && !failed) return EXIT_SUCCESS;
+  perror(path);
+  return EXIT_FAILURE;
+}
+
 int main(int argc, char** argv) {
-  if (argc != 3) return EXIT_FAILURE;
-  unsigned long long scans = strtoull(argv[2], NULL, 10);
+  if (argc != 4) return EXIT_FAILURE;
+  unsigned long long scans = strtoull(argv[3], NULL, 10);
+  trace = create(argv[2]);
+  if (trace == NULL) return EXIT_FAILURE;
 
   vel_run_prepare();
   for (; scans > 0; --scans) vel_run_step();
+  if (finish(trace, argv[2]) != EXIT_SUCCESS) return EXIT_FAILURE;
 
-  values = fopen(argv[1], "wb");
-  if (values == NULL) {
-    perror(argv[1]);
-    return EXIT_FAILURE;
-  }
+  values = create(argv[1]);
+  if (values == NULL) return EXIT_FAILURE;
   vel_run_values(put);
-  const int failed = ferror(values);
-  if (fclose(values) != 0 || failed) {
-    perror(argv[1]);
-    return EXIT_FAILURE;
-  }
-  return EXIT_SUCCESS;
+  return finish(values, argv[1]);
 }
