@@ -41,14 +41,46 @@ std::string indent(std::string_view line, std::uint32_t count) {
   return result;
 }
 
+struct Excerpt {
+  std::string text;
+  std::uint32_t caret;  // characters before it
+};
+
+// Long lines are cut to what surrounds the caret.
+Excerpt excerpt(std::string_view line, std::uint32_t caret) {
+  constexpr std::uint32_t kAround = 70;
+  constexpr std::string_view kCut = "...";
+  const std::uint32_t first = caret > kAround ? caret - kAround : 0;
+  std::uint32_t characters = 0;
+  std::size_t begin = line.size();
+  std::size_t end = line.size();
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (!startsCharacter(line[i])) continue;
+    if (characters == first) begin = i;
+    if (characters == caret + kAround) {
+      end = i;
+      break;
+    }
+    ++characters;
+  }
+  if (begin > end) begin = end;
+  Excerpt result{std::string(line.substr(begin, end - begin)), caret - first};
+  if (first != 0) {
+    result.text.insert(0, kCut);
+    result.caret += static_cast<std::uint32_t>(kCut.size());
+  }
+  if (end != line.size()) result.text += kCut;
+  return result;
+}
+
 }  // namespace
 
 std::string diagnosticText(const refhost::SourceManager& sources, const vel::VELMessage& message) {
   const refhost::LineColumn at = sources.position(message.location);
-  const std::string_view line = sources.line(message.location);
+  const Excerpt line = excerpt(sources.line(message.location), at.column - 1);
   return fmt::format("{}:{}:{}: {}: {} [{}]\n{}\n{}^\n", sources.path(message.location.file()),
                      at.line, at.column, severityText(message), printable(message.text),
-                     codeText(message), printable(line), indent(line, at.column - 1));
+                     codeText(message), printable(line.text), indent(line.text, line.caret));
 }
 
 std::string diagnosticJson(const refhost::SourceManager& sources, const vel::VELMessage& message) {

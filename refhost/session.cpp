@@ -1,5 +1,7 @@
 #include "refhost/session.h"
 
+#include <cmath>
+
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
@@ -159,7 +161,9 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
                         ? integerFits(value.negative, value.magnitude, variable.type)
                         : widens(value.type, variable.type) ||
                               (value.form == LiteralForm::Real && isFloat(variable.type));
-  if (!fits) {
+  const bool infinite = variable.type == BasicDataType::Real && value.form == LiteralForm::Real &&
+                        std::isinf(static_cast<float>(value.real));
+  if (!fits || infinite) {
     error = "'" + text + "' is not a value of type " + variable.typeName;
     return false;
   }

@@ -114,7 +114,7 @@ class CGenerator final : public vel::Generator {
   std::string localIo_;
   std::vector<vel::VELMessage>& messages_;
 
-  CNames fileNames_;
+  CNames fileNames_{CNames::Scope::File};
   std::vector<std::string> staticTexts_;  // in order of first use
   std::unordered_set<const vel::STOperator*> usedOperators_;
 

@@ -44,11 +44,16 @@ std::string CGenerator::temporary(const Type* type) {
 }
 
 std::string CGenerator::pointerTo(const Expr& value, const Type* type) {
+  constexpr std::string_view kMemory = "VEL_MEM(";
   std::string text;
   place(value, text);
   if (type != nullptr && isText(type->dataType())) return text;
   // `(*p)` is what `p` points to.
   if (text.size() > 3 && text.compare(0, 2, "(*") == 0) return text.substr(2, text.size() - 3);
+  if (text.compare(0, kMemory.size(), kMemory) == 0) {
+    // Every unit lies at a multiple of its size.
+    return fmt::format("({}*)(void*)&{}", typeText(const_cast<Type*>(type)), text);
+  }
   return "&" + text;
 }
 

@@ -1,5 +1,9 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+
+#include "core/operator.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
@@ -43,13 +47,17 @@ const char* cOperator(Expression::Operator op) {
   }
 }
 
-// Of untyped literals only, so that their sum is a number and not a wrapped SINT.
-bool isLiteralSum(const ASTNode& node) {
-  if (const Literal* const literal = literalOf(node)) return !literal->value.fixedType;
-  if (node.type() != vel::ASTType::Expression) return false;
-  const auto& expr = static_cast<const Expr&>(node);
-  if (expr.op() == op::kNegate) return isLiteralSum(*expr.leaf(0));
-  return isArithmetic(expr.op()) && isLiteralSum(*expr.leaf(0)) && isLiteralSum(*expr.leaf(1));
+// A TIME among the values from which an operator makes an LTIME: they are compared or
+// chosen as they stand, so the host gives all of them in nanoseconds.
+bool isScaledArgument(const ASTNode& node) {
+  const ASTNode* const list = node.parent();
+  if (typeOf(node) != BasicDataType::Time || list->type() != vel::ASTType::ParameterList) {
+    return false;
+  }
+  const auto& call = static_cast<const Call&>(*list->parent());
+  if (call.op == nullptr || call.basicType() != BasicDataType::LTime) return false;
+  constexpr std::array<std::string_view, 5> kChoosing{"LIMIT", "MAX", "MIN", "MUX", "SEL"};
+  return std::find(kChoosing.begin(), kChoosing.end(), call.op->name) != kChoosing.end();
 }
 
 // Unsigned arithmetic at these widths wraps by itself, and floats do not.
@@ -89,7 +97,10 @@ std::string CGenerator::expressionText(ASTNode* expression) {
   std::string text;
   if (expression == nullptr) return text;
   if (kindOf(*expression) == NodeKind::Invocation) return callText(static_cast<Call&>(*expression));
-  if (expression->type() == vel::ASTType::Expression) append(static_cast<Expr&>(*expression), text);
+  if (expression->type() == vel::ASTType::Expression) {
+    append(static_cast<Expr&>(*expression), text);
+    if (isScaledArgument(*expression)) text = fmt::format("(i64)({}) * 1000000", text);
+  }
   if (expression->type() == vel::ASTType::ConstantValue) {
     const LiteralValue& value = static_cast<Literal&>(*expression).value;
     appendLiteral(value, BasicDataType::None, text);
@@ -212,8 +223,7 @@ void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out)
   const ASTNode& right = *expr.leaf(1);
   if (isInteger(type) && isLiteralSum(expr)) {
     if (const auto value = constantInteger(expr)) {
-      const auto bits = static_cast<std::uint64_t>(*value);
-      appendInteger(*value < 0, *value < 0 ? 0 - bits : bits, out);
+      appendInteger(*value, out);
       return;
     }
   }

@@ -11,12 +11,6 @@ namespace {
 
 using vel::BasicDataType;
 
-void appendTicks(std::int64_t ticks, std::string& out) {
-  const bool negative = ticks < 0;
-  const auto bits = static_cast<std::uint64_t>(ticks);
-  appendInteger(negative, negative ? 0 - bits : bits, out);
-}
-
 bool isPlain(unsigned char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\' && c != '?'; }
 
 void appendString(const std::string& bytes, std::string& out) {
@@ -84,6 +78,11 @@ void appendInteger(bool negative, std::uint64_t magnitude, std::string& out) {
   }
 }
 
+void appendInteger(std::int64_t value, std::string& out) {
+  const auto bits = static_cast<std::uint64_t>(value);
+  appendInteger(value < 0, value < 0 ? 0 - bits : bits, out);
+}
+
 void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& out) {
   switch (value.form) {
     case LiteralForm::Bool:
@@ -101,10 +100,10 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
     case LiteralForm::Duration:
       if (type == BasicDataType::LTime && value.type == BasicDataType::Time) {
         constexpr std::int64_t kNanosecondsPerMillisecond = 1000000;
-        appendTicks(value.ticks * kNanosecondsPerMillisecond, out);
+        appendInteger(value.ticks * kNanosecondsPerMillisecond, out);
         break;
       }
-      appendTicks(value.ticks, out);
+      appendInteger(value.ticks, out);
       break;
     case LiteralForm::Date:
     case LiteralForm::TimeOfDay:

@@ -9,6 +9,7 @@
 namespace refhost {
 
 void appendInteger(bool negative, std::uint64_t magnitude, std::string& out);
+void appendInteger(std::int64_t value, std::string& out);
 // A literal's value as an operand of type `type`, which it can be given to.
 void appendLiteral(const LiteralValue& value, vel::BasicDataType type, std::string& out);
 // True when the text needs parentheses as an operand.

@@ -1,6 +1,7 @@
 // Names of the generated C.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -11,10 +12,15 @@ namespace refhost {
 // underscores are appended.
 class CNames {
  public:
+  enum class Scope : std::uint8_t { File, Block };
+
+  explicit CNames(Scope scope) : scope_(scope) {}
+
   // A name that nothing else in this scope has.
   std::string allocate(std::string_view wanted);
 
  private:
+  Scope scope_;
   std::unordered_set<std::string> taken_;
 };
 

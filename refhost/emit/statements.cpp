@@ -11,6 +11,16 @@ namespace refhost {
 
 using vel::ASTNode;
 
+namespace {
+
+std::string integerText(std::optional<std::int64_t> value) {
+  std::string text;
+  appendInteger(value.value_or(0), text);
+  return text;
+}
+
+}  // namespace
+
 void CGenerator::line(const std::string& text) {
   body_.append(static_cast<std::size_t>(indent_) * 2, ' ');
   body_ += text;
@@ -127,9 +137,9 @@ void CGenerator::caseStatement(const ASTNode& node) {
     if (node.leavesCount() > 1) statements(node.leaf(1));
     return;
   }
+  const bool wide = typeOf(selector) == BasicDataType::ULInt;
   const std::string name =
-      temporary(selector.dataType != nullptr ? selector.dataType
-                                             : services_.symbols.elementary(BasicDataType::LInt));
+      temporary(services_.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt));
   line(fmt::format("{} = {};", name, expressionText(node.leaf(0))));
   for (int i = 1; i < node.leavesCount(); ++i) {
     const ASTNode& element = *node.leaf(i);
@@ -152,11 +162,11 @@ std::string CGenerator::labelCondition(const ASTNode& labels, const std::string&
     if (i > 0) condition += " || ";
     if (kindOf(label) == NodeKind::Range) {
       const std::string range = fmt::format("{0} >= {1} && {0} <= {2}", selector,
-                                            constantInteger(*label.leaf(0)).value_or(0),
-                                            constantInteger(*label.leaf(1)).value_or(0));
+                                            integerText(constantInteger(*label.leaf(0))),
+                                            integerText(constantInteger(*label.leaf(1))));
       condition += several ? "(" + range + ")" : range;
     } else {
-      condition += fmt::format("{} == {}", selector, constantInteger(label).value_or(0));
+      condition += fmt::format("{} == {}", selector, integerText(constantInteger(label)));
     }
   }
   return condition;
@@ -180,7 +190,7 @@ bool CGenerator::countingLoop(const ASTNode& node) {
   std::string variable;
   place(control, variable);
   std::string bound;
-  appendInteger(*end < 0, static_cast<std::uint64_t>(*end < 0 ? -*end : *end), bound);
+  appendInteger(*end, bound);
   const std::string next = fmt::format("{0} = ({1})((u64){0} {2} {3}u)", variable, row->cType,
                                        *step < 0 ? '-' : '+', *step < 0 ? -*step : *step);
   block(fmt::format("for (; {} {} {}; {})", variable, *step < 0 ? ">=" : "<=", bound, next),

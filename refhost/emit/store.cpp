@@ -18,6 +18,10 @@ std::string storeText(BasicDataType to, int capacity, const std::string& place,
   if (to == BasicDataType::LTime && from == BasicDataType::Time) {
     return fmt::format("{} = (i64)({}) * 1000000", place, value);
   }
+  // The program has been warned of what is lost; C need not be.
+  if (isInteger(to) && isInteger(from) && !widens(from, to)) {
+    return fmt::format("{} = ({})({})", place, elementaryType(to)->cType, value);
+  }
   return fmt::format("{} = {}", place, value);
 }
 

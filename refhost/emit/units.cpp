@@ -19,6 +19,12 @@ bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
 }
 
+// Comparisons that are always true are the program's own, or come of a macro.
+constexpr std::string_view kHead =
+    "// Translated from Structured Text by velc.\n"
+    "#include \"velrt.h\"\n"
+    "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n";
+
 // An input is a copy, so that what it was given is reached through a companion that
 // the caller fills in; an in-out parameter is a pointer already.
 bool keepsCompanion(const VarSymbol& variable) {
@@ -52,7 +58,7 @@ std::string CGenerator::program() {
       }
     }
   }
-  std::string out = "// Translated from Structured Text by velc.\n#include \"velrt.h\"\n";
+  std::string out(kHead);
   std::vector<std::string_view> written;
   for (const std::string& text : staticTexts_) {
     if (text.empty() || std::find(written.begin(), written.end(), text) != written.end()) continue;
@@ -98,7 +104,7 @@ void CGenerator::nameUnits() {
 }
 
 void CGenerator::nameVariables(UnitSymbol& unit) {
-  CNames names;
+  CNames names(CNames::Scope::Block);
   // Inside a function its own name stays that of the C function.
   if (unit.type() == POUType::Function) names.allocate(unit.cName);
   for (const auto& variable : unit.variables()) {

@@ -66,9 +66,16 @@ class Analyser {
   void requirePassable(const Binding& binding);
 
   // assignments.cpp
-  // Judges `source`, of type `from`, given to a place of type `to`. Of the messages
-  // from `first` on none is repeated.
-  void judge(const Type* to, const Type* from, const ASTNode& source, std::size_t first);
+  // Judges `source`, of type `from`, given to a place of type `to`; messages stand at
+  // `at`. `call` is the operator's call that `source` is, if it is one: what its check
+  // has said of the assignment is not said again.
+  void judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
+             const Call* call = nullptr);
+  void judge(const Type* to, const Type* from, const ASTNode& source) {
+    judge(to, from, source, source.pos());
+  }
+  void judgeUntyped(const Type& to, const Call& call, vel::TextLocation at);
+  bool hasBeenSaid(const vel::VELMessage& message, const Call& call) const;
 
   // statements.cpp
   void analyseStatements(ASTNode* list);
@@ -91,6 +98,12 @@ class Analyser {
   std::vector<vel::VELMessage>& messages_;
   UnitSymbol* unit_ = nullptr;  // being analysed
   std::string unitName_;
+  // The messages that the latest check of an operator has appended.
+  struct {
+    const Call* call = nullptr;
+    std::size_t first = 0;
+    std::size_t last = 0;
+  } checked_;
   int loops_ = 0;  // around the statement being analysed
 };
 

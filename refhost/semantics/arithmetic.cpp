@@ -58,6 +58,16 @@ const Literal* literalOf(const ASTNode& node) {
   return expr.op() == Expression::Constant ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
 }
 
+bool isLiteralSum(const ASTNode& node) {
+  if (const Literal* const literal = literalOf(node)) {
+    return literal->value.form == LiteralForm::Integer && !literal->value.fixedType;
+  }
+  if (node.type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(node);
+  if (expr.op() == op::kNegate) return isLiteralSum(*expr.leaf(0));
+  return isArithmetic(expr.op()) && isLiteralSum(*expr.leaf(0)) && isLiteralSum(*expr.leaf(1));
+}
+
 bool isComparison(Expression::Operator op) { return op >= op::kLess && op <= op::kNotEqual; }
 bool isArithmetic(Expression::Operator op) { return op >= op::kPower && op <= op::kSubtract; }
 

@@ -38,6 +38,10 @@ bool isArithmetic(Expression::Operator op);
 // As it is written in the source: "+", "MOD", "NOT".
 const char* operatorText(Expression::Operator op);
 
+// An expression of untyped integer literals only: it is the number that it computes,
+// and never wraps at the width of its literals.
+bool isLiteralSum(const ASTNode& node);
+
 // The literal of an expression that is one, else null.
 const Literal* literalOf(const ASTNode& node);
 

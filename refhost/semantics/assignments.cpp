@@ -44,7 +44,9 @@ Judgement judgeNumbers(int rated, const vel::SymbolDataType& to, const vel::Symb
 
 }  // namespace
 
-void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, std::size_t first) {
+void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
+                     const Call* call) {
+  if (to != nullptr && from == nullptr && call != nullptr) judgeUntyped(*to, *call, at);
   if (to == nullptr || from == nullptr) return;
   const Literal* const literal = literalOf(source);
   const std::string literalText =
@@ -53,15 +55,34 @@ void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, st
                                    literal != nullptr ? literalText.c_str() : nullptr);
   if (rated >= 0) return;
   const Judgement judgement = judgeNumbers(rated, *to, *from, source);
-  const std::size_t before = messages_.size();
-  say(source, *judgement.format, judgement.first, judgement.second);
-  for (std::size_t i = first; i < before; ++i) {
+  report(messages_, at, *judgement.format, {judgement.first, judgement.second});
+  if (call != nullptr && hasBeenSaid(messages_.back(), *call)) messages_.pop_back();
+}
+
+// An operator speaks of an assignment at the parameter that it would assign; what it
+// says at the call concerns its parameters only.
+bool Analyser::hasBeenSaid(const vel::VELMessage& message, const Call& call) const {
+  if (checked_.call != &call) return false;
+  for (std::size_t i = checked_.first; i < checked_.last; ++i) {
     const vel::VELMessage& said = messages_[i];
-    if (said.code == messages_[before].code && said.text == messages_[before].text) {
-      messages_.resize(before);
-      return;
+    if (said.location.offset() != call.pos().offset() && said.code == message.code &&
+        said.text == message.text) {
+      return true;
     }
   }
+  return false;
+}
+
+// An operator that names no result type gives one of its last parameter's kind: a text
+// where the target is one, and no text elsewhere.
+void Analyser::judgeUntyped(const Type& to, const Call& call, vel::TextLocation at) {
+  const ASTNode* const list = call.leaf(1);
+  if (!call.accepted || list->leavesCount() == 0) return;
+  const ASTNode& last = *list->leaf(list->leavesCount() - 1);
+  const BasicDataType given = typeOf(last);
+  if (given == BasicDataType::None || isText(given) == isText(to.dataType())) return;
+  report(messages_, at, message::kCannotConvert,
+         {displayName(static_cast<const Expr&>(last).dataType), displayName(&to)});
 }
 
 }  // namespace refhost

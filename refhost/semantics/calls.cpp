@@ -49,7 +49,9 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
     if (i > 0 || !namesNoVariable(call)) analyseLeaf(*list, i);
   }
   std::string resultType;
+  const std::size_t before = messages_.size();
   call.accepted = call.op->check(&services_, &call, messages_, resultType, unitName_);
+  checked_ = {&call, before, messages_.size()};
   if (!call.accepted) {
     if (!hasErrorFrom(first)) {
       say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
@@ -184,12 +186,12 @@ void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
   }
   if (output) {
     if (requireWritable(*binding.value)) {
-      judge(binding.value->dataType, parameter.dataType(), *binding.value, messages_.size());
+      judge(binding.value->dataType, parameter.dataType(), *binding.value);
     }
   } else if (parameter.role == Role::InOut) {
     requirePassable(binding);
   } else {
-    judge(parameter.dataType(), binding.value->dataType, *binding.value, messages_.size());
+    judge(parameter.dataType(), binding.value->dataType, *binding.value);
   }
 }
 

@@ -134,7 +134,6 @@ vel::SymbolDataType* Analyser::resolveType(const ASTNode& spec) {
 void Analyser::analyseInitials(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock&, VarDecl& declaration) {
     if (declaration.leaf(VarDecl::kInitial) == nullptr) return;
-    const std::size_t first = messages_.size();
     Expr& initial = analyseLeaf(declaration, VarDecl::kInitial);
     const VarSymbol* declared = nullptr;
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
@@ -150,7 +149,7 @@ void Analyser::analyseInitials(UnitSymbol& unit) {
       say(initial, message::kNotWritable, declared->name());
       return;
     }
-    judge(declared->dataType(), initial.dataType, initial, first);
+    judge(declared->dataType(), initial.dataType, initial);
   });
 }
 

@@ -1,5 +1,6 @@
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/constants.h"
 #include "refhost/syntax/literal.h"
 
 namespace refhost {
@@ -12,6 +13,17 @@ namespace {
 // A signed type that holds the negative of an unsigned one.
 BasicDataType negated(BasicDataType type) {
   return isUnsigned(type) ? commonNumber(type, BasicDataType::SInt) : type;
+}
+
+// `wanted` where it holds the value, else the smallest signed type that does.
+BasicDataType typeThatHolds(std::int64_t value, BasicDataType wanted) {
+  const auto bits = static_cast<std::uint64_t>(value);
+  const std::uint64_t magnitude = value < 0 ? 0 - bits : bits;
+  for (const BasicDataType type :
+       {wanted, BasicDataType::SInt, BasicDataType::Int, BasicDataType::DInt}) {
+    if (integerFits(value < 0, magnitude, type)) return type;
+  }
+  return BasicDataType::LInt;
 }
 
 }  // namespace
@@ -142,6 +154,11 @@ vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
     say(expr, message::kOperandTypes, operatorText(expr.op()), displayName(left.dataType),
         displayName(right.dataType));
     return nullptr;
+  }
+  if (isInteger(meeting.result) && isLiteralSum(expr)) {
+    if (const auto value = constantInteger(expr)) {
+      return services_.symbols.elementary(typeThatHolds(*value, meeting.result));
+    }
   }
   // A side of the result's type keeps its name: BYTE AND BYTE is a BYTE.
   if (typeOf(left) == meeting.result && literalOf(left) == nullptr) return left.dataType;

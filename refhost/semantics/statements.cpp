@@ -53,19 +53,21 @@ void Analyser::analyseStatement(ASTNode& statement) {
 
 void Analyser::analyseAssignment(ASTNode& statement) {
   const Expr& target = analyseLeaf(statement, 0);
-  const std::size_t first = messages_.size();
   ASTNode& source = *statement.leaf(1);
   const Type* type = nullptr;
+  const Call* operatorCall = nullptr;
   if (kindOf(source) == NodeKind::Invocation) {
     auto& call = static_cast<Call&>(source);
     type = analyseCall(call);
     const bool silent = call.op == nullptr && call.accepted && type == nullptr;
     if (silent) say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
     if (!call.accepted) type = nullptr;
+    if (call.op != nullptr) operatorCall = &call;
   } else {
     type = analyseLeaf(statement, 1).dataType;
   }
-  if (requireWritable(target)) judge(target.dataType, type, source, first);
+  const vel::TextLocation start = static_cast<const Assignment&>(statement).sourceStart;
+  if (requireWritable(target)) judge(target.dataType, type, source, start, operatorCall);
 }
 
 void Analyser::analyseIf(ASTNode& statement) {
@@ -132,9 +134,8 @@ void Analyser::analyseFor(ASTNode& statement) {
   if (type != BasicDataType::None && !isInteger(type)) {
     say(control, message::kControlVariable, TreeBuilder::source(control));
   }
-  const std::size_t first = messages_.size();
   const Expr& end = analyseLeaf(statement, 1);
-  judge(control.dataType, end.dataType, end, first);
+  judge(control.dataType, end.dataType, end);
   if (statement.leaf(2) != nullptr) {
     const Expr& step = analyseLeaf(statement, 2);
     const BasicDataType stepType = typeOf(step);

@@ -259,7 +259,7 @@ statements:
 
 statement:
   ';'                             { $$ = kNone; }
-| variable ASSIGN expression ';'  { $$ = make.assignment({@1.begin, @3.end}, $1, $3); }
+| variable ASSIGN expression ';'  { $$ = make.assignment({@1.begin, @3.end}, $1, @3, $3); }
 | call ';'                        { $$ = make.callStatement(@1, $1); }
 | EXIT ';'                        { $$ = make.jump(NodeKind::Exit, @1); }
 | CONTINUE ';'                    { $$ = make.jump(NodeKind::Continue, @1); }
@@ -320,7 +320,7 @@ label:
 | expression RANGE expression  { $$ = make.range(@$, $1, $3); }
 ;
 
-for_start: variable ASSIGN expression  { $$ = make.assignment(@$, $1, $3); };
+for_start: variable ASSIGN expression  { $$ = make.assignment(@$, $1, @3, $3); };
 
 step:
   %empty         { $$ = kNone; }

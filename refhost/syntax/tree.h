@@ -52,7 +52,7 @@ enum class NodeKind : std::int32_t {
   Invocation,     // Call: [callee Text, ParameterList]
   Argument,       // Argument: [formal name Text, Expr], in a ParameterList
   StatementList,  // [statement...]
-  Assignment,     // [target Expr, source: Expr, or Call when that is the whole right side]
+  Assignment,     // Assignment
   CallStatement,  // [Call]
   If,             // [condition, StatementList, (condition, StatementList)..., else list?]
   Case,           // [selector, CaseElement..., else StatementList?]
@@ -76,6 +76,15 @@ inline NodeKind kindOf(const ASTNode& node) { return static_cast<NodeKind>(node.
 class Node final : public ASTNode {
  public:
   explicit Node(NodeKind kind) : ASTNode(astType(kind)) {}
+};
+
+// [target Expr, source: Expr, or Call when that is the whole right side]
+class Assignment final : public ASTNode {
+ public:
+  explicit Assignment(vel::TextLocation start)
+      : ASTNode(astType(NodeKind::Assignment)), sourceStart(start) {}
+
+  vel::TextLocation sourceStart;  // of the right side, its parentheses included
 };
 
 class Text final : public vel::ASTText {

@@ -279,8 +279,9 @@ Value TreeFactory::statementList(Span span, NodeList statements) {
   return listNode(NodeKind::StatementList, span, items(statements), statements.count);
 }
 
-Value TreeFactory::assignment(Span span, Value target, Value source) {
-  return finish(tree_.make<Node>(NodeKind::Assignment), span, {target, source});
+Value TreeFactory::assignment(Span span, Value target, Span sourceSpan, Value source) {
+  auto* node = tree_.make<Assignment>(vel::TextLocation(file_, sourceSpan.begin));
+  return finish(node, span, {target, source});
 }
 
 Value TreeFactory::callStatement(Span span, Value call) {

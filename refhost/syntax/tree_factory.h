@@ -80,7 +80,7 @@ class TreeFactory {
 
   // Statements. Without a condition, a selector or bounds there is no statement.
   Value statementList(Span span, NodeList statements);
-  Value assignment(Span span, Value target, Value source);
+  Value assignment(Span span, Value target, Span sourceSpan, Value source);
   Value callStatement(Span span, Value call);
   Value jump(NodeKind kind, Span span);
   Value ifStatement(Span span, Value condition, Value then, NodeList elsifs, Value otherwise);

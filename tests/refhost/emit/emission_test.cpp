@@ -46,6 +46,9 @@ TEST(Emission, StatementsBecomeC) {
       {"i := MAX(MIN(i, j), 3);", "self->i = MAX((MIN((self->i), (self->j))), (3));"},
       {"b := SEL(b, bt = 1, c);", "self->b = SEL((self->b), (self->bt == 1), (self->c));"},
       {"d := REAL_TO_DINT(r);", "self->d = __real_to_integer((self->r), i32);"},
+      {"lt := MAX(lt, t);", "self->lt = MAX((self->lt), ((i64)(self->t) * 1000000));"},
+      {"si := i;", "self->si = (i8)(self->i);"},
+      {"i := 32767 + 1;", "self->i = (i16)(32768);"},
       {"MAX(i, j);", "(void)(MAX((self->i), (self->j)));"},
   };
   for (const auto& [statement, expected] : rows) {
@@ -87,6 +90,22 @@ TEST(Emission, NamesStayAsWrittenWhereTheyCan) {
   EXPECT_NE(std::string::npos, session->translate().find("i16 size_t_;"));
 }
 
+TEST(Emission, CompilersFindNothingToWarnOf) {
+  const auto session = analysed(
+      "FUNCTION floor : LREAL VAR_INPUT INT32_MAX: USINT; END_VAR floor := 1; END_FUNCTION "
+      "FUNCTION_BLOCK B VAR_IN_OUT io: LREAL; END_VAR END_FUNCTION_BLOCK "
+      "PROGRAM P VAR u: USINT; l: LINT; x AT %ML1: LREAL; fb: B; END_VAR\n"
+      "CASE u OF 0..5, 200..255: u := 1; END_CASE; fb(io := x); x := floor(3);\n"
+      "CASE l OF -9223372036854775808: u := 1; END_CASE; END_PROGRAM");
+  ASSERT_TRUE(said(*session).empty());
+  const std::string text = session->translate();
+  for (const char* const expected :
+       {"static f64 floor_(u8 INT32_MAX_)", "i64 vel_t1;", "vel_t1 >= 200 && vel_t1 <= 255",
+        "self->fb.io = (f64*)(void*)&VEL_MEM(f64, 8);", "vel_t2 == (-9223372036854775807LL - 1)"}) {
+    EXPECT_NE(std::string::npos, text.find(expected)) << expected << "\n" << text;
+  }
+}
+
 TEST(Emission, StaticTextsAppearOnceAndFirst) {
   const auto session = analysed(program(
       kAll,
@@ -120,6 +139,7 @@ TEST(Session, VariablesAreListedAndSet) {
   EXPECT_EQ("vel_string_set(P_data.s, 6, \"hi\");", assigned("s", "'hi'"));
   EXPECT_EQ("sbit(139265, 1);", assigned("o", "TRUE"));
   EXPECT_EQ("VEL_MEM(i16, 4) = 7;", assigned("m", "INT#7"));
+  EXPECT_EQ("'1e39' is not a value of type REAL", assigned("r", "1e39"));
   EXPECT_EQ("'300' is not a value of type SINT", assigned("si", "300"));
   EXPECT_EQ("'1' is not a value of type BOOL", assigned("b", "1"));
   EXPECT_EQ("'); abort(' is not a literal", assigned("i", "); abort("));

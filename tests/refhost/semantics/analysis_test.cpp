@@ -54,8 +54,26 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
       // The operator has said so already, in the same words.
       {all,
        "r := MOVE(lr);",
-       {"2:11 warning C0197 Implicit conversion from type 'LREAL' to type 'REAL' : Possible loss of "
+       {"2:11 warning C0197 Implicit conversion from type 'LREAL' to type 'REAL' : Possible loss "
+        "of "
         "information;"}},
+      // It has said so of its parameter, not of the assignment.
+      {all,
+       "r := REAL_TO_LREAL(lr);",
+       {"2:6 warning C0197 Implicit conversion from type 'LREAL' to type 'REAL' : Possible loss of "
+        "information;",
+        "2:6 warning C0197 Implicit conversion from type 'LREAL' to type 'REAL' : Possible loss of "
+        "information;"}},
+      {all,
+       "si := ((i));",
+       {"2:7 warning C0197 Implicit conversion from type 'INT' to type 'SINT' : Possible loss of "
+        "information;"}},
+      {all,
+       "i := 32767 + 1; si := 100 + 20; i := 100 + 100;",
+       {"2:6 warning C0197 Implicit conversion from type 'DINT' to type 'INT' : Possible loss of "
+        "information;"}},
+      {all, "s := SEL(b, i + 1, i);", {"2:6 error C0032 'INT' cannot convert to 'STRING' type;"}},
+      {all, "i := SEL(b, MOVE(s), s);", {"2:6 error C0032 'STRING' cannot convert to 'INT' type;"}},
       // The result type is that of IN; the host judges what the operator has not.
       {all,
        "si := LIMIT(0, d, 100);",
@@ -153,6 +171,11 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
        {"2:14 error F0039 '3' cannot be passed to the in-out parameter 'io' of type 'INT';"}},
       {"x := F(a := 1, q := d, io := x);",
        {"2:16 error F0027 'F' has no parameter 'q' to be given here;"}},
+      {"x := F(d, 2, x) + d;",
+       {"2:8 warning C0197 Implicit conversion from type 'DINT' to type 'INT' : Possible loss of "
+        "information;",
+        "2:6 warning C0197 Implicit conversion from type 'DINT' to type 'INT' : Possible loss of "
+        "information;"}},
       {"x := F(1.5, 2, x);", {"2:8 error C0032 'REAL' cannot convert to 'INT' type;"}},
       {"x := fb(i := 1);", {"2:6 error F0026 The call of 'fb' has no result;"}},
       {"x := fb.v;", {"2:9 error F0024 'fb' has no member 'v';"}},
