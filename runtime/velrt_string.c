@@ -1,6 +1,6 @@
 #include <string.h>
 
-#include "velrt.h"
+#include "velrt/strings.h"
 
 void vel_string_set(char* target, size_t size, const char* source) {
   if (size == 0) return;

@@ -1,42 +1,115 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
+#include <random>
+
 #include "velrt.h"
 
 namespace {
 
-TEST(DeviceMemory, BitsCountFromTheLowestOfEachByte) {
+class DeviceMemory : public testing::Test {
+ protected:
+  void SetUp() override { std::memset(_m, 0, sizeof _m); }
+};
+
+TEST_F(DeviceMemory, LaysTheAreasOneAfterTheOther) {
+  EXPECT_EQ(sizeof _m, 16384u + 1024u + 1024u);
+  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(_m) % 8, 0u);
+}
+
+TEST_F(DeviceMemory, BitsCountFromTheLowestOfEachByte) {
+  sbit(0, 1);
   sbit(11, 7);
+  EXPECT_EQ(_m[0], 0x01);
   EXPECT_EQ(_m[1], 0x08);
-  EXPECT_EQ(gbit(11), 1);
+  EXPECT_EQ(gbit(0), 1);
   EXPECT_EQ(gbit(10), 0);
+  EXPECT_EQ(gbit(11), 1);
   sbit(11, 0);
   EXPECT_EQ(_m[1], 0);
 }
 
-TEST(DeviceMemory, UnitsAreLittleEndianAndMayLieAnywhere) {
+TEST_F(DeviceMemory, UnitsAreLittleEndianAndMayLieAnywhere) {
   VEL_MEM(u16, 3) = 0x1234;
   EXPECT_EQ(_m[3], 0x34);
   EXPECT_EQ(_m[4], 0x12);
   VEL_MEM(f64, 9) = -1.5;
   const f64 unaligned = VEL_MEM(f64, 9);
   EXPECT_EQ(unaligned, -1.5);
+  VEL_MEM(i32, 20) = -2;
+  EXPECT_EQ(VEL_MEM(u8, 20), 0xFE);
 }
 
-TEST(DeviceMemory, NothingOutsideIsReadOrWritten) {
-  const u32 end = 16384 + 1024 + 1024;
-  ASSERT_EQ(sizeof _m, end);
-  VEL_MEM(u32, end - 4) = 0x89ABCDEF;
+TEST_F(DeviceMemory, NothingOutsideIsReadOrWritten) {
+  const u32 end = VEL_MEMORY_BYTES;
+  sbit(end * 8 - 1, 1);
   EXPECT_EQ(gbit(end * 8 - 1), 1);
-  for (const u32 bit : {end * 8, UINT32_MAX}) {
-    sbit(bit, 1);
-    EXPECT_EQ(gbit(bit), 0) << bit;
-  }
+  sbit(end * 8, 1);
+  EXPECT_EQ(gbit(end * 8), 0);
+  EXPECT_EQ(gbit(UINT32_MAX), 0);
+
+  VEL_MEM(u32, end - 4) = 0x89ABCDEF;
   for (const u32 offset : {end - 3, end, end + 1, UINT32_MAX - 1}) {
     VEL_MEM(u32, offset) = 0xFFFFFFFF;
     const u32 outside = VEL_MEM(u32, offset);
     EXPECT_EQ(outside, 0u) << offset;
   }
   EXPECT_EQ(_m[end - 1], 0x89);
+}
+
+TEST_F(DeviceMemory, ZonesAreFilledToTheBit) {
+  constexpr u32 kBits = VEL_MEMORY_BYTES * 8;
+  std::mt19937 random(1);
+  const auto upTo60 = [&random] { return static_cast<u32>(random() % 60); };
+  for (int i = 0; i < 2000; ++i) {
+    // Near both ends, where the zone may be partly or wholly outside.
+    const u32 a = (i % 2 == 0 ? 0 : kBits - 30) + upTo60();
+    const u32 n = i % 16 == 0 ? UINT32_MAX - upTo60() : upTo60();
+    const bool set = i % 4 < 2;
+    std::memset(_m, set ? 0 : 0xFF, sizeof _m);
+    mset(a, n, 1, set ? 0xFF : 0);
+    for (u32 bit = 0; bit < kBits; bit += bit == 300 ? kBits - 600 : 1) {
+      ASSERT_EQ(gbit(bit) != 0, (bit >= a && bit < u64{a} + n) == set) << a << ' ' << n;
+    }
+  }
+}
+
+TEST_F(DeviceMemory, ZonesOfBytesTakeTheValue) {
+  mset(2, 2, 0, 0xFF);
+  mset(VEL_MEMORY_BYTES - 1, UINT32_MAX, 0, 0x5A);
+  mset(VEL_MEMORY_BYTES, 1, 0, 1);
+  mset(UINT32_MAX, UINT32_MAX, 0, 1);
+  EXPECT_EQ(_m[1], 0);
+  EXPECT_EQ(_m[2], 0xFF);
+  EXPECT_EQ(_m[3], 0xFF);
+  EXPECT_EQ(_m[4], 0);
+  EXPECT_EQ(_m[VEL_MEMORY_BYTES - 1], 0x5A);
+}
+
+TEST(BitParam, ReachesItsBitsOnly) {
+  u8 bytes[3] = {0x01, 0x80, 0xFF};
+  const vel_bit_param param = {bytes, 16};
+  EXPECT_EQ(getBitOfParam(&param, 0), 1);
+  EXPECT_EQ(getBitOfParam(&param, 15), 1);
+  setBitOfParam(&param, 9, 200);
+  setBitOfParam(&param, 15, 0);
+  for (const i64 outside : {i64{-1}, i64{16}, INT64_MIN, INT64_MAX, i64{1} << 32}) {
+    EXPECT_EQ(getBitOfParam(&param, outside), 0) << outside;
+    setBitOfParam(&param, outside, outside == 16 ? 0 : 1);
+  }
+  EXPECT_EQ(bytes[0], 0x01);
+  EXPECT_EQ(bytes[1], 0x02);
+  EXPECT_EQ(bytes[2], 0xFF);
+}
+
+TEST(Platform, DoesNothingUntilItIsFilledIn) {
+  static u32 refreshed = 0;
+  __platform_api.UPDATEINPUT(1, 2);
+  __platform_api.UPDATEOUTPUT(3, 4);
+  __platform_api.UPDATEOUTPUT = [](u32 offset, u32 count) { refreshed = offset * 100 + count; };
+  __platform_api.UPDATEOUTPUT(12, 4);
+  EXPECT_EQ(refreshed, 1204u);
 }
 
 }  // namespace
