@@ -77,3 +77,25 @@ inline std::string countMessage(int at, const std::string& name) {
                  "IN_OUT in PRG '" +
                      name + "';");
 }
+inline std::string notAllowed(int at, const std::string& text, const std::string& name) {
+  return message(at, "E C0131", "~'" + text + "' are not allowed to be '" + name + "' parameters;");
+}
+inline std::string abnormal(int at, const std::string& name) {
+  return message(at, "E C0131", "~'" + name + "' abnormal parameters;");
+}
+inline std::string cannotConvert(int at, const std::string& from, const std::string& to) {
+  return message(at, "E C0032", "~'" + from + "' cannot convert to '" + to + "' type;");
+}
+inline std::string mismatch(const std::string& name, const std::string& argument,
+                            const std::string& type) {
+  return message(0, "E C0032",
+                 "~'" + name + "' invocation '" + argument + "':'" + type + "' type mismatch;");
+}
+inline std::string loss(int at, const std::string& from, const std::string& to) {
+  return message(at, "W C0197",
+                 "~Implicit conversion from type '" + from + "' to type '" + to +
+                     "' : Possible loss of information;");
+}
+inline std::string notInteger(const char* code, const std::string& name, const std::string& text) {
+  return message(0, code, "~'" + name + "' param '" + text + "' not an 'Integer' type;");
+}
