@@ -284,7 +284,8 @@ int AstNodeHelper::compareDataType(vel::InternalInterface* ii, BasicDataType tar
 }
 
 bool AstNodeHelper::stringCanConvertToBool(std::string text) {
-  return text == "TRUE" || text == "FALSE" || text == "0" || text == "1" || text == "yes";
+  std::set<std::string> literals = {"TRUE", "FALSE", "yes"};
+  return !literals.insert(std::move(text)).second;
 }
 bool AstNodeHelper::isConstant(vel::ASTNode* node) {
   const auto* expression = dynamic_cast<const Expression*>(node);

@@ -37,11 +37,18 @@ class PluginTest : public ::testing::Test {
  protected:
   vel::STOperator* find(const std::string& name) { return host.registry->findOperator(name); }
 
-  void expectRow(const CallRow& row) {
+  // Declares a function of `inputs` inputs.
+  void declare(const std::string& name, std::size_t inputs) {
+    host.declare(name, vel::POUType::Function, std::vector<int>(inputs, vel::SymbolVar::kInput));
+  }
+
+  // Of the operator that is written, or of the one registered as `registered`.
+  void expectRow(const CallRow& row, const std::string& registered = "") {
     SCOPED_TRACE(row.source);
     vel::TreeBuilder tree;
     Invocation* call = tree.parse(row.source);
-    const std::string name = vel::TreeBuilder::text(call->leaf(0));
+    const std::string written = vel::TreeBuilder::text(call->leaf(0));
+    const std::string name = registered.empty() ? written : registered;
     vel::STOperator* op = find(name);
     ASSERT_NE(op, nullptr) << name;
 

@@ -11,10 +11,8 @@ TEST_F(Trunc, Calls) {
       {"TRUNC(by)", -3, true, "DINT", "", "((i32)(by'))", "LREAL := USINT - in P"},
       {"trunc(i)", -2, false, "old", mismatch("TRUNC", "i", "INT"), "((i32)(i'))"},
       {"trunc(b)", 0, false, "old", mismatch("TRUNC", "b", "BOOL"), "", ""},
-      {"TRUNC(t)", 0, false, "old", mismatch("TRUNC", "t", "TIME"), "", ""},
       {"TRUNC(u)", 0, false, "old", mismatch("TRUNC", "u", "INVALID"), "", ""},
       {"trunc(r, r)", 0, false, "old", countMessage(0, "TRUNC")},
-      {"trunc", 0, false, "old", countMessage(0, "TRUNC")},
       {"trunc{r}", 0, false, "old", abnormal(0, "TRUNC")},
   };
   for (const CallRow& row : rows) expectRow(row);

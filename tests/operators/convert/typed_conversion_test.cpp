@@ -39,37 +39,20 @@ TEST_F(TypedConversion, Calls) {
 
 // Names that the registry does not hold, written at an operator that it does.
 TEST_F(TypedConversion, OtherNames) {
-  struct Row {
-    const char* source;
-    bool accepted;
-    const char* resultType;
-    std::string messages;
-    const char* text;  // of ConvertOperator
+  const CallRow rows[] = {
+      {"FOO_TO_INT(i)", 0, false, "old", message(0, "E C0077", "~Unknown type 'FOO';")},
+      {"INT_TO_FOO(i)", 0, true, "FOO", "", ""},
+      {"LONG(i)", 0, false, "old", ""},
+      {"X(u)", 0, false, "old", ""},
+      {"TO_INT(r)", 0, true, "INT", "", "((INT_t)(r'))"},
+      {"TO_INT(n)", 0, true, "INT", "", "((INT_t)(n'))"},
+      {"TO_INT(p)", 0, true, "INT", "", "((INT_t)(p'))"},
+      {"TO_INT(st)", 0, true, "INT", "", ""},
+      {"to_int(s)", 0, true, "INT", "", "TO_INT((s'))"},
+      {"INT_TO_STRING(i)", 0, true, "STRING", "", "INT_TO_STRING((i'))"},
+      {"A_B_TO_INT(i)", 0, false, "old", message(0, "E C0077", "~Unknown type 'A_B';")},
   };
-  const Row rows[] = {
-      {"FOO_TO_INT(i)", false, "old", message(0, "E C0077", "~Unknown type 'FOO';"), ""},
-      {"INT_TO_FOO(i)", true, "FOO", "", ""},
-      {"LONG(i)", false, "old", "", ""},
-      {"TO_INT(r)", true, "INT", "", "((INT_t)(r'))"},
-      {"TO_INT(n)", true, "INT", "", "((INT_t)(n'))"},
-      {"TO_INT(p)", true, "INT", "", "((INT_t)(p'))"},
-      {"TO_INT(st)", true, "INT", "", ""},
-      {"to_int(s)", true, "INT", "", "TO_INT((s'))"},
-      {"INT_TO_STRING(i)", true, "STRING", "", "INT_TO_STRING((i'))"},
-      {"A_B_TO_INT(i)", false, "old", message(0, "E C0077", "~Unknown type 'A_B';"), ""},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.source);
-    vel::TreeBuilder tree;
-    vel::ASTNode* call = tree.parse(row.source);
-    vel::STOperator* op = find("INT_TO_REAL");
-    std::vector<vel::VELMessage> messages;
-    std::string resultType = "old";
-    EXPECT_EQ(op->check(&host, call, messages, resultType, "P"), row.accepted);
-    EXPECT_EQ(resultType, row.resultType);
-    EXPECT_EQ(FakeHost::describe(messages), row.messages);
-    EXPECT_EQ(op->generate(&generator, call), row.text);
-  }
+  for (const CallRow& row : rows) expectRow(row, "INT_TO_REAL");
 }
 
 TEST_F(TypedConversion, HostMessagesStay) {
