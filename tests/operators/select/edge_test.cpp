@@ -9,11 +9,13 @@ TEST_F(Edge, Calls) {
   host.place("P:mef|b + 1", 4000000000);
   host.place("P:MEP|TRUE", 0);
   host.place("P:MEP|yes", 1);
+  host.place("P:mep|yes", 2);
   const CallRow rows[] = {
       {"MEP(b)", -2, true, "BOOL", "", "(_mep(b',((u8*)(_m + 12))))", ""},
       {"mef(b + 1)", -2, true, "BOOL", "", "(_mef(b + 1',((u8*)(_m + 4000000000))))", ""},
       {"MEP(TRUE)", -2, true, "BOOL", "", "(_mep(TRUE',((u8*)(_m + 0))))", ""},
       {"MEP(yes)", -2, true, "BOOL", "", "(_mep(yes',((u8*)(_m + 1))))", ""},
+      {"mep(yes)", -2, true, "BOOL", "", "(_mep(yes',((u8*)(_m + 2))))", ""},
       // The hidden variable goes by the texts as written.
       {"mep(b)", -2, true, "BOOL", "", ""},
       {"y := mep(i)", 0, false, "old", notAllowed(5, "i", "mep")},
