@@ -1,6 +1,9 @@
 #include "core/emission.h"
 
-#include "host/ast.h"
+#include <vector>
+
+#include "core/invocation.h"
+#include "host/ast_node_helper.h"
 
 namespace vel {
 
@@ -14,6 +17,25 @@ void genArgs(Generator* gen, ASTNode* parameterList, std::string& out) {
     out += api->expressionText(parameterList->leaf(i));
     out += ')';
   }
+}
+
+std::string callText(Generator* gen, std::string function, ASTNode* parameterList) {
+  function += '(';
+  genArgs(gen, parameterList, function);
+  function += ')';
+  return function;
+}
+
+std::string memoryByteText(std::uint32_t offset) {
+  std::string out = "((u8*)(_m + ";
+  out += std::to_string(offset);
+  out += "))";
+  return out;
+}
+
+DataTypeInfo typeForText(Generator* gen, ASTNode* invocation, ASTNode* expression) {
+  std::vector<VELMessage> discarded;
+  return AstNodeHelper::dataType(gen->ii, expression, enclosingPouName(invocation), discarded);
 }
 
 }  // namespace vel

@@ -1,8 +1,10 @@
 // What operators share when they write C text.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
+#include "host/basic_data_type.h"
 #include "host/generator.h"
 
 namespace vel {
@@ -13,5 +15,15 @@ GenClanAPI* clanApi(Generator* gen);
 // Appends the leaves of `parameterList` to `out`, each in parentheses: `(a), (b)`.
 // Nothing for a list that is empty or missing.
 void genArgs(Generator* gen, ASTNode* parameterList, std::string& out);
+
+// A call of a C function: `function((a), (b))`.
+std::string callText(Generator* gen, std::string function, ASTNode* parameterList);
+
+// The address of a byte of the device memory.
+std::string memoryByteText(std::uint32_t offset);
+
+// The type of `expression` in the unit around `invocation`. What the host has to say of
+// it was said at the check and is dropped.
+DataTypeInfo typeForText(Generator* gen, ASTNode* invocation, ASTNode* expression);
 
 }  // namespace vel

@@ -10,12 +10,7 @@ std::string FCOperator::generate(Generator* gen, ASTNode* invocation) {
   const char* written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
   if (written == nullptr || list == nullptr) return {};
-
-  std::string out = stringToUpper(written);
-  out += '(';
-  genArgs(gen, list, out);
-  out += ')';
-  return out;
+  return callText(gen, stringToUpper(written), list);
 }
 
 }  // namespace vel

@@ -1,7 +1,7 @@
 #include "core/invocation.h"
 
 #include "host/ast_node_helper.h"
-#include "host/declaration.h"
+#include "host/expression.h"
 #include "host/internal_interface.h"
 #include "host/symbol_manager.h"
 
@@ -42,14 +42,28 @@ bool isAssigned(const ASTNode& invocation) {
   return parent != nullptr && parent->leavesCount() > 1;
 }
 
+const POUDeclaration* enclosingPou(ASTNode* invocation) {
+  return dynamic_cast<const POUDeclaration*>(ASTNode::getPouAST(invocation));
+}
+
+bool isKeptInDeviceMemory(const POUDeclaration& unit) { return unit.kind == 1; }
+
 std::string enclosingPouName(ASTNode* invocation) {
-  const auto* unit = dynamic_cast<const POUDeclaration*>(ASTNode::getPouAST(invocation));
+  const POUDeclaration* unit = enclosingPou(invocation);
   return unit != nullptr ? unit->name() : std::string();
 }
 
 std::string effectivePouName(ASTNode* invocation, const std::string& fallback) {
   std::string name = enclosingPouName(invocation);
   return name.empty() ? fallback : name;
+}
+
+BasicDataType recordedType(const ASTNode* node, BasicDataType otherwise) {
+  if (const auto* expression = dynamic_cast<const Expression*>(node)) {
+    return expression->basicType();
+  }
+  const auto* call = dynamic_cast<const Invocation*>(node);
+  return call != nullptr ? call->basicType() : otherwise;
 }
 
 SymbolDataType* findDataType(InternalInterface* ii, const char* name) {

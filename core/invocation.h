@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/ast.h"
+#include "host/declaration.h"
 #include "host/symbol.h"
 
 namespace vel {
@@ -32,10 +33,17 @@ bool isComplete(const ASTNode& list);
 // the parent: a parent with several leaves is taken for an assignment.
 bool isAssigned(const ASTNode& invocation);
 
+// The program unit around `invocation`, null when there is none.
+const POUDeclaration* enclosingPou(ASTNode* invocation);
+// What it keeps between scans is in device memory.
+bool isKeptInDeviceMemory(const POUDeclaration& unit);
 // The name of the program unit around `invocation`, empty when there is none.
 std::string enclosingPouName(ASTNode* invocation);
 // The same, or `fallback` when it is empty: the scope of all type queries of a check.
 std::string effectivePouName(ASTNode* invocation, const std::string& fallback);
+
+// The type recorded on an expression or invocation, `otherwise` on any other node.
+BasicDataType recordedType(const ASTNode* node, BasicDataType otherwise);
 
 // The data type of that name, null when there is none.
 SymbolDataType* findDataType(InternalInterface* ii, const char* name);

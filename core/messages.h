@@ -31,6 +31,8 @@ inline constexpr MessageFormat kDoubtfulConversion{0xC0032, Severity::Warning,
                                                    kCannotConvert.format};
 inline constexpr MessageFormat kExpectBool{0xC0032, Severity::Error, "'%s' expect 'BOOL' type;",
                                            false};
+inline constexpr MessageFormat kNotShiftable{0xC0032, Severity::Error,
+                                             "'%s' param '%s' not an 'Integer' type;"};
 inline constexpr MessageFormat kTypeMismatch{0xC0032, Severity::Error,
                                              "'%s' invocation '%s':'%s' type mismatch;"};
 // Names the operator where the text speaks of a program.
@@ -38,11 +40,16 @@ inline constexpr MessageFormat kParameterCount{
     0xC0040, Severity::Error,
     "Too many parameters, too few parameters, or no variables assigned to the IN_OUT in PRG "
     "'%s';"};
+inline constexpr MessageFormat kUndefined{0xC0046, Severity::Error,
+                                          "Identifier '%s' is not defined;"};
+inline constexpr MessageFormat kUnsuitableType{0xC0072, Severity::Error,
+                                               "Operator '%s' cannot be used for type '%s';"};
 inline constexpr MessageFormat kUnknownType{0xC0077, Severity::Error, "Unknown type '%s';"};
 inline constexpr MessageFormat kNotAllowed{0xC0131, Severity::Error,
                                            "'%s' are not allowed to be '%s' parameters;"};
 inline constexpr MessageFormat kAbnormalParameters{0xC0131, Severity::Error,
                                                    "'%s' abnormal parameters;"};
+inline constexpr MessageFormat kNotInteger{0xC0131, Severity::Error, kNotShiftable.format};
 inline constexpr MessageFormat kToUnsigned{
     0xC0195, Severity::Warning,
     "Implicit conversion from type '%s' to type '%s' : may change the symbol"};

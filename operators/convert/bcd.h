@@ -1,19 +1,28 @@
 // Binary-coded decimal: `BCD_TO_INT`, `INT_TO_BCD`.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/fc_operator.h"
-#include "core/pending_operator.h"
 
 namespace vel {
 
-class BCDToOperator : public PendingOperator<FCOperator> {
+// Both write the result type before they look at the argument.
+class BCDToOperator : public FCOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using FCOperator::FCOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
 };
 
-class ToBCDOperator : public PendingOperator<FCOperator> {
+class ToBCDOperator : public FCOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using FCOperator::FCOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
 };
 
 }  // namespace vel

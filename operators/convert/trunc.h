@@ -1,14 +1,21 @@
 // `TRUNC`.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/operator.h"
-#include "core/pending_operator.h"
 
 namespace vel {
 
-class TruncOperator : public PendingOperator<STOperator> {
+// A number without its fraction, as a DINT.
+class TruncOperator : public STOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using STOperator::STOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
+  std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 
 }  // namespace vel

@@ -2,29 +2,20 @@
 
 #include <utility>
 
-#include "core/checks.h"
 #include "core/emission.h"
 #include "core/invocation.h"
 #include "core/messages.h"
 #include "host/symbol.h"
 #include "host/text.h"
+#include "operators/convert/conversion_check.h"
 #include "operators/convert/conversion_name.h"
 
 namespace vel {
 namespace {
 
-constexpr InvocationShape kOneParameter{1, 1, InvocationShape::NameForm::UpperCase,
-                                        InvocationShape::ListFault::Abnormal};
-
-bool isText(BasicDataType type) {
-  return type == BasicDataType::String || type == BasicDataType::WString;
-}
-
 // The name of the type that a conversion without a named source converts from.
 std::string argumentTypeName(Generator* gen, ASTNode* invocation, ASTNode* argument) {
-  std::vector<VELMessage> discarded;
-  DataTypeInfo info =
-      AstNodeHelper::dataType(gen->ii, argument, enclosingPouName(invocation), discarded);
+  DataTypeInfo info = typeForText(gen, invocation, argument);
   if (info.type == BasicDataType::Derived) return std::move(info.name);
   // An address is a number of 32 bits.
   if (info.type == BasicDataType::Pointer) info.type = BasicDataType::UDInt;
@@ -36,45 +27,30 @@ std::string argumentTypeName(Generator* gen, ASTNode* invocation, ASTNode* argum
 bool ConvertOperator::check(InternalInterface* ii, ASTNode* invocation,
                             std::vector<VELMessage>& messages, std::string& resultType,
                             const std::string& pouName) {
-  ASTNode* list = checkShape(ii, invocation, kOneParameter, messages);
-  if (list == nullptr) return false;
+  ConversionCheck conversion(ii, invocation, messages);
+  if (!conversion.hasArgument(ConversionCheck::kShape, pouName)) return false;
 
-  const std::string written = stringToUpper(operatorText(invocation));
-  const std::string scope = effectivePouName(invocation, pouName);
-  ASTNode* argument = list->leaf(0);
-  const BasicDataType argumentType = AstNodeHelper::dataType(ii, argument, scope, messages).type;
-
-  const std::size_t separator = written.find("_TO_");
-  const bool namesSource = separator != std::string::npos;
+  const std::string& written = conversion.name();
+  const ConversionEnds ends(written);
   BasicDataType namedType = BasicDataType::None;
-  if (namesSource) {
-    const std::string source = written.substr(0, separator);
+  if (ends.namesSource) {
+    const std::string source(ends.source);
     const SymbolDataType* symbol = findDataType(ii, source.c_str());
     if (symbol == nullptr) {
       report(ii, messages, message::kUnknownType, invocation->pos(), source);
       return false;
     }
     namedType = symbol->dataType();
-  } else if (argumentType != BasicDataType::None || written.size() < 3) {
-    const std::size_t to = written.find("TO_");
-    if (to == std::string::npos) return false;
-    resultType.assign(written, to + 3, std::string::npos);
+  } else if (conversion.argumentType() != BasicDataType::None || written.size() < 3) {
+    if (written.find("TO_") == std::string::npos) return false;
+    resultType = afterTo(written);
     return true;
   }
 
-  if (namedType != argumentType || namedType == BasicDataType::None) {
-    const int rating = AstNodeHelper::compareDataType(ii, namedType, argumentType, nullptr, scope);
-    if (rating == -1) {
-      report(ii, messages, message::kInformationLoss, invocation->pos(),
-             AstNodeHelper::basicDataTypeText(argumentType),
-             AstNodeHelper::basicDataTypeText(namedType));
-    } else if (rating == -2) {
-      report(ii, messages, message::kTypeMismatch, invocation->pos(), written,
-             AstNodeHelper::astText(argument), AstNodeHelper::basicDataTypeText(argumentType));
-      return false;
-    }
+  if (!conversion.argumentIs(namedType) && !conversion.argumentConverts(namedType)) {
+    return conversion.mismatch(conversion.argumentText());
   }
-  resultType.assign(written, namesSource ? separator + 4 : 3, std::string::npos);
+  resultType = ends.target;
   return true;
 }
 

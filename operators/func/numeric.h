@@ -1,69 +1,90 @@
 // Numeric functions: `ABS`, `SQRT`, `SIN` and their like.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/fc_operator.h"
-#include "core/pending_operator.h"
+#include "host/ast.h"
 
 namespace vel {
 
-class ABSOperator : public PendingOperator<FCOperator> {
+// The first parameter is a number. The result is a REAL for a REAL and an LREAL for all
+// else, except that `ABS` keeps its parameter's type. Written before the conversion is
+// checked.
+bool checkNumericFunction(InternalInterface* ii, ASTNode* invocation,
+                          std::vector<VELMessage>& messages, std::string& resultType);
+
+// The base of all of them.
+class NumericOperator : public FCOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using FCOperator::FCOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
 };
 
-class ACOSOperator : public PendingOperator<FCOperator> {
+// C has one function for integers and one for floating-point numbers.
+class ABSOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
+
+  std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 
-class ASINOperator : public PendingOperator<FCOperator> {
+class ACOSOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class ATANOperator : public PendingOperator<FCOperator> {
+class ASINOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class COSOperator : public PendingOperator<FCOperator> {
+class ATANOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class SINOperator : public PendingOperator<FCOperator> {
+class COSOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class TANOperator : public PendingOperator<FCOperator> {
+class SINOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class EXPOperator : public PendingOperator<FCOperator> {
+class TANOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class EXPTOperator : public PendingOperator<FCOperator> {
+class EXPOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class LNOperator : public PendingOperator<FCOperator> {
+class EXPTOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class LOGOperator : public PendingOperator<FCOperator> {
+class LNOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
 };
 
-class SQRTOperator : public PendingOperator<FCOperator> {
+class LOGOperator : public NumericOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using NumericOperator::NumericOperator;
+};
+
+class SQRTOperator : public NumericOperator {
+ public:
+  using NumericOperator::NumericOperator;
 };
 
 }  // namespace vel

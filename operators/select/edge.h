@@ -1,24 +1,41 @@
 // Edge detection: `MEP`, `MEF`.
 #pragma once
 
-#include "core/pending_operator.h"
+#include <string>
+#include <vector>
+
 #include "operators/select/macro_operator.h"
 
 namespace vel {
 
-class MepMefOperator : public PendingOperator<StaticOperator> {
+// True for one scan when the condition rises (MEP) or falls (MEF). The previous value
+// is in a hidden variable of the unit, which the host makes and names after the texts
+// of the operator and of the condition.
+class MepMefOperator : public StaticOperator {
  public:
-  using PendingOperator::PendingOperator;
+  explicit MepMefOperator(const std::string& operatorName);
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
+  // Empty when there is no hidden variable.
+  std::string generate(Generator* gen, ASTNode* invocation) override;
+
+  // The name in capitals, which decides between rising and falling.
+  std::string upperName;
 };
 
 class MepOperator : public MepMefOperator {
  public:
   using MepMefOperator::MepMefOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
 };
 
 class MefOperator : public MepMefOperator {
  public:
   using MepMefOperator::MepMefOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
 };
 
 }  // namespace vel

@@ -22,10 +22,7 @@ std::string StaticOperator::generate(Generator* gen, ASTNode* invocation) {
   std::string out;
   bool cast = false;
   if ((macro == "SHL" || macro == "SHR") && list->leavesCount() > 0) {
-    std::vector<VELMessage> discarded;
-    const BasicDataType shifted =
-        AstNodeHelper::dataType(gen->ii, list->leaf(0), enclosingPouName(invocation), discarded)
-            .type;
+    const BasicDataType shifted = typeForText(gen, invocation, list->leaf(0)).type;
     cast = shifted != BasicDataType::Undetermined;
     if (cast) {
       out += "((";

@@ -1,24 +1,37 @@
 // Rotations: `ROL`, `ROR`.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/operator.h"
-#include "core/pending_operator.h"
 
 namespace vel {
 
-class RotateOperator : public PendingOperator<STOperator> {
+// ROL(IN, N) has the type of IN; a negative N rotates the other way. The C macro takes
+// the C names of IN's type and of its unsigned partner.
+class RotateOperator : public STOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using STOperator::STOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
+  // Empty unless IN is recorded as one of the eight integer types.
+  std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 
 class ROLOperator : public RotateOperator {
  public:
   using RotateOperator::RotateOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
 };
 
 class ROROperator : public RotateOperator {
  public:
   using RotateOperator::RotateOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
 };
 
 }  // namespace vel

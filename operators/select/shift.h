@@ -1,24 +1,34 @@
 // Shifts: `SHL`, `SHR`.
 #pragma once
 
-#include "core/pending_operator.h"
+#include <string>
+#include <vector>
+
 #include "operators/select/macro_operator.h"
 
 namespace vel {
 
-class ShiftOperator : public PendingOperator<StaticOperator> {
+// SHL(IN, N) has the type of IN; a negative N gives 0.
+class ShiftOperator : public StaticOperator {
  public:
-  using PendingOperator::PendingOperator;
+  using StaticOperator::StaticOperator;
+
+  bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
+             std::string& resultType, const std::string& pouName) override;
 };
 
 class SHLOperator : public ShiftOperator {
  public:
   using ShiftOperator::ShiftOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
 };
 
 class SHROperator : public ShiftOperator {
  public:
   using ShiftOperator::ShiftOperator;
+
+  std::string staticCode(Generator* gen = nullptr) override;
 };
 
 }  // namespace vel

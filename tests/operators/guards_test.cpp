@@ -25,10 +25,9 @@ TEST_F(Guards, MalformedTreesNeverPass) {
                                       tree.node(vel::ASTType::Expression, {empty, empty})};
   // `@` stands for the operator's name.
   const std::vector<std::string> sources = {
-      "@",       "@?",        "@{}",        "@{a}",           "(a)",
-      "()",      "?",         "{a, b}",     "@(,)",           "@(, a)",
-      "@(a, )",  "@(, b, c)", "@(a,,c)",    "@(a, b, )",      "y := @",
-      "y := @?", "y := @{a}", "y := @(,,)", "@(a, b, c, d, )"};
+      "@",      "@?",      "@{}",       "@{a}",       "(f(a))",         "()",      "?",
+      "{a, b}", "@(,)",    "@(, a)",    "@(a, )",     "@(, b, c)",      "@(a,,c)", "@(a, b, )",
+      "y := @", "y := @?", "y := @{a}", "y := @(,,)", "@(a, b, c, d, )"};
   std::vector<std::string> names;
   registry->operatorNames(names);
   for (const std::string& name : names) {
@@ -56,13 +55,18 @@ TEST_F(Guards, OddParametersDoNotCrash) {
   vel::TreeBuilder tree;
   std::vector<std::string> names;
   registry->operatorNames(names);
+  host.declare("P", vel::POUType::Program, {});
   for (const std::string& name : names) {
+    if (registry->isFCOperator(name)) {
+      host.declare(name, vel::POUType::Function, {vel::SymbolVar::kInput});
+    }
     for (const std::string& written : {name, std::string("X"), std::string("A_B"), std::string("_"),
                                        std::string("A_TO_B_TO_"), std::string()}) {
-      for (const char* list : {"()", "?", "{a}", "(q)", "(u)", "(f(x))", "(st, n)", "(p, 'x', b)",
-                               "(us, f(x), f(y), 'a')", "(a, b, c, d, e)"}) {
+      for (const char* list :
+           {"()", "?", "{a}", "[a]", "(q)", "(=5)", "(st.x)", "(u)", "(f(x))", "(st, n)",
+            "(p, 'x', b)", "(us, f(x), f(y), 'a')", "(a, b, c, d, e)"}) {
         for (const char* target : {"", "u := ", "f(x) := "}) {
-          Invocation* call = tree.parse(target + written + list, "");
+          Invocation* call = tree.parse(target + written + list);
           std::vector<vel::VELMessage> messages;
           std::string resultType;
           for (host.rating = -3; host.rating <= 0; ++host.rating) {

@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 
 #include "host/expression.h"
 #include "host/text.h"
@@ -53,12 +54,22 @@ const TypeRow* findType(BasicDataType type) {
 struct FakePou : vel::SymbolPOU {
   using SymbolPOU::SymbolPOU;
   void add(vel::SymbolVar* variable) { params_.push_back(variable); }
+  void setBlock(vel::SymbolFBType* type) { fbType_ = type; }
+};
+
+struct PlacedVar : vel::SymbolVar {
+  PlacedVar(const std::string& name, std::uint32_t raw, const vel::HeapAddress& address)
+      : SymbolVar(name, nullptr, 0) {
+    backendAddress_.address = raw;
+    iecAddress_ = address;
+    fixedAddress_ = address.area != 0;
+  }
 };
 
 }  // namespace
 
 struct FakeHost::Services {
-  explicit Services(FakeHost& owner) : symbols(owner), calls(owner) {}
+  explicit Services(FakeHost& owner) : symbols(owner), calls(owner), memory(owner) {}
 
   struct Symbols : vel::SymbolManager {
     explicit Symbols(FakeHost& owner) : host(owner) {}
@@ -68,7 +79,23 @@ struct FakeHost::Services {
     explicit Calls(FakeHost& owner) : host(owner) {}
     FakeHost& host;
   } calls;
-  vel::DeviceMemory memory;
+  struct Memory : vel::DeviceMemory {
+    explicit Memory(FakeHost& owner) : host(owner) {}
+    FakeAddress find(const std::string& text) const {
+      const auto found = host.addresses.find(text);
+      return found != host.addresses.end() ? found->second : FakeAddress();
+    }
+    FakeAddress find(const vel::HeapAddress& address) const {
+      const auto key = [](const vel::HeapAddress& a) {
+        return std::tuple(a.area, a.unitSize, a.position, a.bitIndex, a.extra);
+      };
+      for (const auto& [text, known] : host.addresses) {
+        if (key(known.address) == key(address)) return known;
+      }
+      return {{}, kNoPlace, BasicDataType::None, {}};
+    }
+    FakeHost& host;
+  } memory;
   std::map<std::string, std::string> translations;
   std::vector<std::unique_ptr<vel::Symbol>> symbolsMade;
 };
@@ -79,6 +106,11 @@ FakeHost::~FakeHost() = default;
 DataTypeInfo FakeHost::typeOf(const std::string& text) {
   if (text == "TRUE" || text == "FALSE") return {BasicDataType::Bool, "BOOL"};
   if (text == "q") return {BasicDataType::Undetermined, ""};
+  const std::string prefix = text.substr(0, text.find('#'));
+  const TypeRow* literal =
+      prefix == text ? nullptr
+                     : findType([&](const TypeRow& each) { return prefix == each.iecName; });
+  if (literal != nullptr) return {literal->type, literal->iecName};
   const std::string word = text.substr(0, text.find_first_of("0123456789 .('"));
   if (word.empty() && !text.empty()) {
     if (text[0] == '\'') return {BasicDataType::String, "STRING"};
@@ -97,7 +129,18 @@ void FakeHost::declare(const std::string& name, vel::POUType type, const std::ve
     unit->add(kind < 0 ? nullptr : variable.get());
     services_->symbolsMade.push_back(std::move(variable));
   }
+  if (type == vel::POUType::FunctionBlock) {
+    auto block = std::make_unique<vel::SymbolFBType>(name);
+    unit->setBlock(block.get());
+    services_->symbolsMade.push_back(std::move(block));
+  }
   units.insert(units.begin(), std::move(unit));
+}
+
+void FakeHost::place(const std::string& scopeAndName, std::uint32_t raw,
+                     const vel::HeapAddress& address) {
+  const std::string name = scopeAndName.substr(scopeAndName.find(':') + 1);
+  named[scopeAndName] = std::make_unique<PlacedVar>(name, raw, address);
 }
 
 std::string FakeHost::takeCalls() {
@@ -151,6 +194,7 @@ vel::Symbol* FakeHost::symbol(const std::string& name, vel::Symbol::Type kind) {
   }
   if ((kind & vel::Symbol::Pou) != 0) {
     for (const auto& unit : units) {
+      if (unit->name().size() != upper.size()) continue;
       if (stringToUpper(unit->name()) == upper) return unit.get();
     }
   }
@@ -239,6 +283,20 @@ int AstNodeHelper::compareDataType(vel::InternalInterface* ii, BasicDataType tar
   return host->rating;
 }
 
+bool AstNodeHelper::stringCanConvertToBool(std::string text) {
+  std::set<std::string> literals = {"TRUE", "FALSE", "yes"};
+  return !literals.insert(std::move(text)).second;
+}
+bool AstNodeHelper::isConstant(vel::ASTNode* node) {
+  const auto* expression = dynamic_cast<const Expression*>(node);
+  return dynamic_cast<const ConstantValue*>(node) != nullptr ||
+         (expression != nullptr && expression->op() == Expression::Constant);
+}
+std::string AstNodeHelper::opExpTextToMd5HexText(const std::string& op,
+                                                 const std::string& expression) {
+  return op + "|" + expression;
+}
+
 std::string AstNodeHelper::stringFormat(unsigned int /*code*/, const char* format, ...) {
   std::array<char, 512> text = {};
   va_list arguments;
@@ -280,8 +338,12 @@ void CallTree::addFirmwareCaller(const std::string& callee) {
 }
 
 SymbolManager::~SymbolManager() = default;
-Symbol* SymbolManager::symbol(const char* name, const char* /*scope*/, Symbol::Type kind) {
-  return static_cast<FakeHost::Services::Symbols*>(this)->host.symbol(name, kind);
+Symbol* SymbolManager::symbol(const char* name, const char* scope, Symbol::Type kind) {
+  FakeHost& host = static_cast<FakeHost::Services::Symbols*>(this)->host;
+  const auto found = host.named.find(std::string(scope) + ":" + name);
+  const bool isNamed =
+      found != host.named.end() && (kind == Symbol::All || found->second->symbolType() == kind);
+  return isNamed ? found->second.get() : host.symbol(name, kind);
 }
 bool SymbolManager::addPOU(SymbolPOU* pou, int index) {
   EXPECT_EQ(index, -1);
@@ -298,6 +360,19 @@ Generator::Generator(InternalInterface* services) : ii(services) {}
 Generator::~Generator() = default;
 InternalInterface::~InternalInterface() = default;
 DeviceMemory::~DeviceMemory() = default;
+bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool strict) {
+  EXPECT_FALSE(strict);
+  const auto* memory = static_cast<FakeHost::Services::Memory*>(this);
+  if (memory->host.addresses.count(text) == 0) return false;
+  *out = memory->find(text).address;
+  return true;
+}
+BasicDataType DeviceMemory::iecAddressType(const HeapAddress& address) {
+  return static_cast<FakeHost::Services::Memory*>(this)->find(address).type;
+}
+HeapRawAddr DeviceMemory::HeapAddress2HeapRawAddr(const HeapAddress& address) {
+  return {static_cast<FakeHost::Services::Memory*>(this)->find(address).raw};
+}
 
 Symbol::Symbol(Type type, const std::string& name) : name_(name), type_(type) {}
 Symbol::~Symbol() = default;
@@ -317,6 +392,11 @@ SymbolTyped::~SymbolTyped() = default;
 SymbolDataType* SymbolTyped::dataType() const { return type_; }
 SymbolMemUnit::SymbolMemUnit(Type type, const std::string& name) : Symbol(type, name) {}
 SymbolMemUnit::~SymbolMemUnit() = default;
+bool SymbolMemUnit::isFixedAddress() const { return fixedAddress_; }
+HeapRawAddr SymbolMemUnit::backendAddress() const { return backendAddress_; }
+HeapAddress SymbolMemUnit::iecAddress() const { return iecAddress_; }
+JapanComponent::~JapanComponent() = default;
+bool HeapAddress::isBitMode() const { return bitIndex != ~0U; }
 HeapAddress::HeapAddress() : area(0), unitSize(~0U), position(~0U), bitIndex(~0U), extra(0) {}
 SymbolVar::SymbolVar(const std::string& name, SymbolDataType* type, std::int32_t varKind)
     : SymbolMemUnit(Variable, name), dataType_(type), varKind_(varKind) {}
@@ -338,6 +418,7 @@ void SymbolPOU::setCompiled(int /*state*/) {}
 Symbol* SymbolPOU::visitChild(const std::string& /*name*/, int* /*cursor*/) { return nullptr; }
 void SymbolPOU::setBackendAddress(const HeapRawAddr& /*address*/) {}
 POUType SymbolPOU::type() const { return type_; }
+SymbolFBType* SymbolPOU::fbType() const { return fbType_; }
 
 }  // namespace vel
 
@@ -345,6 +426,7 @@ Expression::Expression(Operator op) : ASTNode(vel::ASTType::Expression), op_(op)
 Expression::~Expression() = default;
 Expression::Operator Expression::op() const { return op_; }
 BasicDataType Expression::basicType() const { return basicType_; }
+int Expression::bitAccessOffset() const { return bitAccessOffset_; }
 void Expression::setBasicType(BasicDataType type) { basicType_ = type; }
 Invocation::Invocation(vel::ASTType type) : ASTNode(type) {}
 Invocation::~Invocation() = default;
@@ -357,6 +439,18 @@ ConstantValue::ConstantValue(BasicDataType type, const char* typeName, bool fixe
       fixedType_(fixedType) {}
 ConstantValue::~ConstantValue() = default;
 vel::BasicData& ConstantValue::basicData() { return basicData_; }
+std::string ConstantValue::typeStr() const { return typeName_; }
+bool ConstantValue::isFixedType() const { return fixedType_; }
+vel::SymbolDataType* VarDeclaration::astSpec2SymbolDataType(vel::InternalInterface* ii,
+                                                            vel::VarContainer* scope,
+                                                            vel::ASTNode* typeSpec, bool* ok) {
+  auto* host = static_cast<FakeHost*>(ii);
+  const std::string text = AstNodeHelper::astText(typeSpec);
+  host->calls.push_back("spec " + text + " in " + scope->name());
+  auto* type = static_cast<vel::SymbolDataType*>(host->symbol(text, vel::Symbol::DataType));
+  *ok = type != nullptr;
+  return type;
+}
 POUDeclaration::POUDeclaration(vel::ASTType nodeKind, const char* name, vel::POUType type)
     : ASTNode(nodeKind), kind(static_cast<int>(type)), name_(name), type_(type) {}
 POUDeclaration::~POUDeclaration() = default;

@@ -17,6 +17,15 @@
 #include "host/project_settings.h"
 #include "host/symbol_manager.h"
 
+// A device address that the host knows; `raw` is its place in memory, `type` that of
+// its unit.
+struct FakeAddress {
+  vel::HeapAddress address;
+  std::uint32_t raw = 0;
+  vel::BasicDataType type = vel::BasicDataType::None;
+  vel::JapanComponent parts;
+};
+
 // Expressions have the type that their text names: `i`, `i1` and `i + 1` are INT, see
 // the table in fake_host.cpp. Translation puts "~" before a format.
 class FakeHost : public vel::InternalInterface {
@@ -31,13 +40,21 @@ class FakeHost : public vel::InternalInterface {
   int notation = 0;                  // of addresses
   std::set<std::string> complaints;  // expressions whose type is asked for with a host message
   std::set<std::string> refusedUnits;
+  std::map<std::string, FakeAddress> addresses;    // by text, letter case included
+  static constexpr std::uint32_t kNoPlace = 4000;  // of addresses that the host does not know
   vel::OpManagerAPI* registry = nullptr;
   vel::ProjectSettings settings;
   // Declares a unit with parameters of these kinds; the latest of a name counts. A
   // kind below 0 stands for a parameter that is missing.
   void declare(const std::string& name, vel::POUType type, const std::vector<int>& kinds);
+  // Symbols beside those that texts name, by scope and name: `P:x`.
+  std::map<std::string, std::unique_ptr<vel::Symbol>> named;
+  // Adds a variable to them that is kept at `raw`, where the program has put it when
+  // `address` is not empty.
+  void place(const std::string& scopeAndName, std::uint32_t raw,
+             const vel::HeapAddress& address = {});
 
-  // Records: comparisons, and edges of the call tree.
+  // Records: comparisons, type specifications resolved, and edges of the call tree.
   std::vector<std::string> calls;
   std::vector<std::unique_ptr<vel::SymbolPOU>> units;
   std::string takeCalls();

@@ -19,6 +19,7 @@ constexpr ASTType kOtherKind{7};
 Expression::Operator operatorOf(const std::string& text) {
   const auto first = static_cast<unsigned char>(text[0]);
   if (std::isdigit(first) != 0 || text[0] == '-' || text[0] == '\'') return Expression::Constant;
+  if (text[0] == '=' || text.find('#') != std::string::npos) return Expression::Constant;
   if (text == "TRUE" || text == "FALSE") return Expression::Constant;
   if (text.find('.') != std::string::npos) return Expression::Typed;
   return text.find(' ') == std::string::npos ? Expression::Variable : Expression::Operator{5};
@@ -65,15 +66,26 @@ ASTNode* TreeBuilder::parameter(const std::string& text, std::size_t offset) {
   if (text.empty()) return nullptr;
   if (text.back() == ')') return invocation(text, offset);
   const Expression::Operator op = operatorOf(text);
-  if (op != Expression::Constant) return expression(op, {}, text, offset);
-  const BasicDataType type = FakeHost::typeOf(text).type;
-  return expression(op,
-                    {add(std::make_unique<Made<ConstantValue>>(type, "", false), {}, text, offset)},
-                    text, offset);
+  if (op != Expression::Constant) {
+    Expression* made = expression(op, {}, text, offset);
+    const std::size_t dot = text.find('.');
+    if (op == Expression::Typed && std::isdigit(static_cast<unsigned char>(text[dot + 1])) != 0) {
+      made->bitAccessOffset_ = text[dot + 1] - '0';
+    }
+    return made;
+  }
+  const bool bare = text[0] == '=';
+  const std::string literal = text.substr(bare ? 1 : 0);
+  const DataTypeInfo info = FakeHost::typeOf(literal);
+  const bool fixed = literal.find('#') != std::string::npos;
+  ASTNode* value = add(std::make_unique<Made<ConstantValue>>(
+                           info.type, texts_.emplace_back(info.name).c_str(), fixed),
+                       {}, literal, offset);
+  return bare ? value : expression(op, {value}, text, offset);
 }
 
 Invocation* TreeBuilder::invocation(const std::string& text, std::size_t offset) {
-  const std::size_t open = text.find_first_of("({?");
+  const std::size_t open = text.find_first_of("({?[");
   const std::string& name = texts_.emplace_back(text.substr(0, open));
   std::vector<ASTNode*> leaves = {nullptr};
   if (!name.empty()) {
@@ -91,8 +103,10 @@ Invocation* TreeBuilder::invocation(const std::string& text, std::size_t offset)
           parameter(begin < end ? list.substr(begin, end - begin) : "", offset + open + 1 + begin));
       at = end + 1;
     }
-    leaves.push_back(node(text[open] == '(' ? ASTType::ParameterList : kOtherKind, parameters, list,
-                          offset + open));
+    const ASTType kind = text[open] == '('   ? ASTType::ParameterList
+                         : text[open] == '[' ? ASTType::NamedTypeSpec
+                                             : kOtherKind;
+    leaves.push_back(node(kind, parameters, list, offset + open));
   }
   return add(std::make_unique<Made<Invocation>>(ASTType{3}), leaves, text, offset);
 }

@@ -17,10 +17,12 @@ class TreeBuilder {
   ~TreeBuilder();
 
   // The invocation in `[target :=] NAME(parameter, ...)`, within a unit named `unit`.
-  // A parameter is a literal, a variable, an expression of any other kind (`a + b`) or
-  // an invocation (`f(x)`); left out (`a, , b`), its leaf is null. Without parentheses
-  // there is no parameter list, `NAME?` leaves it null, and `NAME{a, b}` makes the
-  // list a node of another kind. Without a name, leaf 0 is null.
+  // A parameter is a literal (`5`, `INT#5`; `=5` for one that is no expression), a
+  // variable, an access to a member or bit (`st.x`, `i.3`), an expression of any other
+  // kind (`a + b`) or an invocation (`f(x)`); left out (`a, , b`), its leaf is null.
+  // Without parentheses there is no parameter list, `NAME?` leaves it null, `NAME{a, b}`
+  // makes the list a node of another kind, and `NAME[a]` a type specification. Without a
+  // name, leaf 0 is null.
   Invocation* parse(const std::string& source, const char* unit = "P",
                     POUType unitType = POUType::Program);
 

@@ -37,11 +37,18 @@ class PluginTest : public ::testing::Test {
  protected:
   vel::STOperator* find(const std::string& name) { return host.registry->findOperator(name); }
 
-  void expectRow(const CallRow& row) {
+  // Declares a function of `inputs` inputs.
+  void declare(const std::string& name, std::size_t inputs) {
+    host.declare(name, vel::POUType::Function, std::vector<int>(inputs, vel::SymbolVar::kInput));
+  }
+
+  // Of the operator that is written, or of the one registered as `registered`.
+  void expectRow(const CallRow& row, const std::string& registered = "") {
     SCOPED_TRACE(row.source);
     vel::TreeBuilder tree;
     Invocation* call = tree.parse(row.source);
-    const std::string name = vel::TreeBuilder::text(call->leaf(0));
+    const std::string written = vel::TreeBuilder::text(call->leaf(0));
+    const std::string name = registered.empty() ? written : registered;
     vel::STOperator* op = find(name);
     ASSERT_NE(op, nullptr) << name;
 
@@ -76,4 +83,26 @@ inline std::string countMessage(int at, const std::string& name) {
                  "~Too many parameters, too few parameters, or no variables assigned to the "
                  "IN_OUT in PRG '" +
                      name + "';");
+}
+inline std::string notAllowed(int at, const std::string& text, const std::string& name) {
+  return message(at, "E C0131", "~'" + text + "' are not allowed to be '" + name + "' parameters;");
+}
+inline std::string abnormal(int at, const std::string& name) {
+  return message(at, "E C0131", "~'" + name + "' abnormal parameters;");
+}
+inline std::string cannotConvert(int at, const std::string& from, const std::string& to) {
+  return message(at, "E C0032", "~'" + from + "' cannot convert to '" + to + "' type;");
+}
+inline std::string mismatch(const std::string& name, const std::string& argument,
+                            const std::string& type) {
+  return message(0, "E C0032",
+                 "~'" + name + "' invocation '" + argument + "':'" + type + "' type mismatch;");
+}
+inline std::string loss(int at, const std::string& from, const std::string& to) {
+  return message(at, "W C0197",
+                 "~Implicit conversion from type '" + from + "' to type '" + to +
+                     "' : Possible loss of information;");
+}
+inline std::string notInteger(const char* code, const std::string& name, const std::string& text) {
+  return message(0, code, "~'" + name + "' param '" + text + "' not an 'Integer' type;");
 }

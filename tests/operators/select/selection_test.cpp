@@ -4,13 +4,6 @@ namespace {
 
 using Selection = PluginTest;
 
-std::string notAllowed(const std::string& list, const std::string& name) {
-  return message(0, "E C0131", "~'" + list + "' are not allowed to be '" + name + "' parameters;");
-}
-std::string mismatch(int at, const std::string& from, const std::string& to) {
-  return message(at, "E C0032", "~'" + from + "' cannot convert to '" + to + "' type;");
-}
-
 TEST_F(Selection, Sel) {
   const CallRow rows[] = {
       {"SEL(b, by, s)", -2, true, "BYTE", "", "SEL((b'), (by'), (s'))", ""},
@@ -24,7 +17,7 @@ TEST_F(Selection, Sel) {
       {"sel(b, x)", 0, false, "old", countMessage(0, "sel")},
       {"SEL(b, x, y, z)", 0, false, "old", countMessage(0, "SEL")},
       {"y := Sel", 0, false, "old", countMessage(5, "Sel")},
-      {"Sel{b, x, y}", 0, false, "old", notAllowed("b, x, y", "Sel")},
+      {"Sel{b, x, y}", 0, false, "old", notAllowed(0, "b, x, y", "Sel")},
   };
   for (const CallRow& row : rows) expectRow(row);
 }
@@ -42,11 +35,11 @@ TEST_F(Selection, Limit) {
       {"LIMIT(r, i, i)", 0, true, "INT", "", "LIMIT((r'), (i'), (i'))",
        "REAL := REAL REAL in P\nREAL := INT INT in P\nREAL := INT INT in P"},
       {"LIMIT(s, i, di)", -2, true, "INT",
-       mismatch(6, "STRING", "INT") + "\n" + mismatch(9, "INT", "INT") + "\n" +
-           mismatch(12, "DINT", "INT"),
+       cannotConvert(6, "STRING", "INT") + "\n" + cannotConvert(9, "INT", "INT") + "\n" +
+           cannotConvert(12, "DINT", "INT"),
        "LIMIT((s'), (i'), (di'))"},
       {"limit(0, 1)", 0, false, "old", countMessage(0, "limit")},
-      {"LIMIT{0, 1, 2}", 0, false, "old", notAllowed("0, 1, 2", "LIMIT")},
+      {"LIMIT{0, 1, 2}", 0, false, "old", notAllowed(0, "0, 1, 2", "LIMIT")},
   };
   for (const CallRow& row : rows) expectRow(row);
 }
@@ -55,8 +48,9 @@ TEST_F(Selection, HostMessagesInOrder) {
   host.complaints = {"u", "x", "z"};
   expectRow({"LIMIT(u, x, z)", -2, true, "INVALID",
              "@9 E F0002 x in P\n@6 E F0002 u in P\n@12 E F0002 z in P\n" +
-                 mismatch(6, "INVALID", "INVALID") + "\n" + mismatch(9, "INVALID", "INVALID") +
-                 "\n" + mismatch(12, "INVALID", "INVALID"),
+                 cannotConvert(6, "INVALID", "INVALID") + "\n" +
+                 cannotConvert(9, "INVALID", "INVALID") + "\n" +
+                 cannotConvert(12, "INVALID", "INVALID"),
              "LIMIT((u'), (x'), (z'))"});
 }
 

@@ -1,0 +1,82 @@
+#include "operators/convert/value_to_string.h"
+
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "core/op_manager_api.h"
+#include "host/ast_node_helper.h"
+#include "host/call_tree.h"
+#include "host/internal_interface.h"
+#include "host/text.h"
+#include "operators/convert/conversion_check.h"
+#include "operators/convert/conversion_name.h"
+
+namespace vel {
+namespace {
+
+// The runtime function for the argument of `invocation`, entered in the call tree when
+// an operator bears its name.
+std::string functionFor(Generator* gen, ASTNode* invocation, ASTNode* argument,
+                        const std::string& written) {
+  std::string function =
+      AstNodeHelper::basicDataTypeText(typeForText(gen, invocation, argument).type);
+  function += '_';
+  function += written;
+  OpManagerAPI* registry = gen->ii->operatorManager();
+  if (registry != nullptr && registry->findOperator(function) != nullptr) {
+    gen->ii->callTree()->addFirmwareCaller(stringToUpper(function));
+  }
+  return function;
+}
+
+}  // namespace
+
+bool ToStrOperator::check(InternalInterface* ii, ASTNode* invocation,
+                          std::vector<VELMessage>& messages, std::string& resultType,
+                          const std::string& pouName) {
+  ConversionCheck conversion(ii, invocation, messages);
+  const std::string& written = conversion.name();
+  InvocationShape shape = ConversionCheck::kStringShape;
+  const bool isGeneric = written == "TO_STRING" || written == "TO_WSTRING";
+  // Where the host declares another number of inputs than one, no number will do.
+  if (!isGeneric && countInputs(ii, written) != 1) shape.most = 0;
+  if (!conversion.hasArgument(shape, pouName)) return false;
+
+  const ConversionEnds ends(written);
+  const std::string source(ends.source);
+  if (isText(conversion.argumentType())) return conversion.mismatch(source);
+  const SymbolDataType* named = ends.namesSource ? findDataType(ii, source.c_str()) : nullptr;
+  const BasicDataType namedType = named != nullptr ? named->dataType() : conversion.argumentType();
+  if (!conversion.argumentIs(namedType) && !conversion.argumentConverts(namedType)) {
+    return conversion.mismatch(source);
+  }
+  resultType = afterTo(written);
+  return true;
+}
+
+std::string ToStrOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* token = nameToken(invocation);
+  ASTNode* list = argumentList(invocation);
+  if (token == nullptr || list == nullptr) return {};
+
+  std::string out = stringToUpper(token);
+  if (!ConversionEnds(out).namesSource) {
+    if (list->leavesCount() == 0) return {};
+    out = functionFor(gen, invocation, list->leaf(0), out);
+  }
+  out += '(';
+  genArgs(gen, list, out);
+  out += ", _returnString)";
+  return out;
+}
+
+bool ToStrUniversalOperator::check(InternalInterface* ii, ASTNode* invocation,
+                                   std::vector<VELMessage>& messages, std::string& resultType,
+                                   const std::string& pouName) {
+  return ToStrOperator(name).check(ii, invocation, messages, resultType, pouName);
+}
+
+std::string ToStrUniversalOperator::generate(Generator* gen, ASTNode* invocation) {
+  return ToStrOperator(name).generate(gen, invocation);
+}
+
+}  // namespace vel

@@ -1,0 +1,87 @@
+#include "operators/func/adr.h"
+
+#include "core/checks.h"
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/expression.h"
+#include "host/symbol.h"
+#include "host/symbol_manager.h"
+#include "operators/func/operand.h"
+
+namespace vel {
+namespace {
+
+constexpr InvocationShape kOneParameter{1, 1};
+
+// A member or an element.
+bool isPart(const Expression* operand) {
+  return operand != nullptr && operand->op() == Expression::Typed;
+}
+
+bool isAddressable(const Expression* operand) {
+  if (operand == nullptr || operand->bitAccessOffset() >= 0) return false;
+  return operand->op() == Expression::Variable || isPart(operand);
+}
+
+std::string memoryText(HeapRawAddr raw, const HeapAddress& address) {
+  return memoryByteText(address.isBitMode() ? raw.address / 8 : raw.address);
+}
+
+// Kept in the device memory: declared at an address, or placed there by the host.
+bool isInDeviceMemory(const SymbolVar& variable, const POUDeclaration* unit) {
+  return variable.isFixedAddress() ||
+         (unit != nullptr && isKeptInDeviceMemory(*unit) && variable.backendAddress().address != 0);
+}
+
+}  // namespace
+
+bool ADROperator::check(InternalInterface* ii, ASTNode* invocation,
+                        std::vector<VELMessage>& messages, std::string& resultType,
+                        const std::string& /*pouName*/) {
+  ASTNode* list = checkShape(ii, invocation, kOneParameter, messages);
+  if (list == nullptr) return false;
+
+  ASTNode* operand = list->leaf(0);
+  if (!isAddressable(dynamic_cast<const Expression*>(operand))) {
+    const std::string text = AstNodeHelper::astText(operand);
+    HeapAddress address;
+    if (!parseDeviceAddress(ii, text, address)) {
+      report(ii, messages, message::kNotAllowed, operand->pos(), text, operatorText(invocation));
+      return false;
+    }
+  }
+  resultType = "UDINT";
+  return true;
+}
+
+std::string ADROperator::generate(Generator* gen, ASTNode* invocation) {
+  ASTNode* list = argumentList(invocation);
+  if (list == nullptr || list->leavesCount() == 0) return {};
+
+  ASTNode* operand = list->leaf(0);
+  const bool part = isPart(dynamic_cast<const Expression*>(operand));
+  const std::string text = AstNodeHelper::astText(operand);
+  const std::string scope = enclosingPouName(invocation);
+  std::string place;
+  // A variable hides a device of the same name.
+  Symbol* symbol =
+      part ? nullptr
+           : gen->ii->symbolManager()->symbol(text.c_str(), scope.c_str(), Symbol::Variable);
+  HeapAddress address;
+  if (auto* variable = dynamic_cast<SymbolVar*>(symbol)) {
+    if (isInDeviceMemory(*variable, enclosingPou(invocation))) {
+      return memoryText(variable->backendAddress(), variable->iecAddress());
+    }
+    place = clanApi(gen)->variableText(variable, 16, scope);
+  } else if (parseDeviceAddress(gen->ii, text, address)) {
+    return memoryText(gen->ii->deviceMemory()->HeapAddress2HeapRawAddr(address), address);
+  } else if (part) {
+    place = clanApi(gen)->expressionText(operand);
+  } else {
+    return {};
+  }
+  return "(&" + place + ")";
+}
+
+}  // namespace vel

@@ -1,0 +1,176 @@
+#include "operators/func/sizeof.h"
+
+#include "core/checks.h"
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/expression.h"
+#include "host/symbol.h"
+#include "host/symbol_manager.h"
+#include "operators/func/operand.h"
+
+namespace vel {
+namespace {
+
+bool isTypeSpec(ASTType kind) {
+  switch (kind) {
+    case ASTType::NamedTypeSpec:
+    case ASTType::StringTypeSpec:
+    case ASTType::SubrangeTypeSpec:
+    case ASTType::ArrayTypeSpec:
+    case ASTType::EnumTypeSpec:
+    case ASTType::StructTypeSpec:
+    case ASTType::PointerTypeSpec:
+    case ASTType::ReferenceTypeSpec:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Null for every symbol but a function block.
+const SymbolPOU* asFunctionBlock(const Symbol* symbol) {
+  const auto* unit = dynamic_cast<const SymbolPOU*>(symbol);
+  return unit != nullptr && unit->type() == POUType::FunctionBlock ? unit : nullptr;
+}
+
+bool refuseUndefined(InternalInterface* ii, ASTNode* invocation, const std::string& operand,
+                     std::vector<VELMessage>& messages, std::string& resultType) {
+  resultType = "INVALID";
+  report(ii, messages, message::kUndefined, invocation->pos(), operand);
+  return false;
+}
+
+// The C type that an operand names; empty when it names none.
+class TypeText {
+ public:
+  TypeText(Generator* gen, ASTNode* invocation, const std::string& scope)
+      : gen_(gen), api_(clanApi(gen)), invocation_(invocation), scope_(scope) {}
+
+  std::string ofSpecification(VarContainer* unit, ASTNode* specification) {
+    bool known = false;
+    return api_->typeText(
+        VarDeclaration::astSpec2SymbolDataType(gen_->ii, unit, specification, &known));
+  }
+
+  // Empty unless the source fixes the literal's type.
+  std::string ofLiteral(ASTNode* operand) {
+    ASTNode* node = operand->type() == ASTType::Expression ? leafOf(operand, 0) : operand;
+    const auto* literal = dynamic_cast<const ConstantValue*>(node);
+    if (literal == nullptr || !literal->isFixedType()) return {};
+    return api_->typeText(findDataType(gen_->ii, literal->typeStr().c_str()));
+  }
+
+  std::string ofName(ASTNode* operand) {
+    const std::string name = AstNodeHelper::astText(operand);
+    Symbol* symbol = gen_->ii->symbolManager()->symbol(name.c_str(), scope_.c_str(), Symbol::All);
+    switch (symbol != nullptr ? symbol->symbolType() : Symbol::None) {
+      case Symbol::DataType:
+        return api_->typeText(dynamic_cast<SymbolDataType*>(symbol));
+      case Symbol::Variable:
+        return ofVariable(operand, dynamic_cast<const SymbolVar*>(symbol));
+      case Symbol::Typed: {
+        const auto* typed = dynamic_cast<const SymbolTyped*>(symbol);
+        return api_->typeText(typed != nullptr ? typed->dataType() : nullptr);
+      }
+      default:
+        break;
+    }
+    const SymbolPOU* block = asFunctionBlock(symbol);
+    return block != nullptr ? api_->typeText(block->fbType()) : ofAddress(name);
+  }
+
+ private:
+  std::string ofVariable(ASTNode* operand, const SymbolVar* variable) {
+    const auto* expression = dynamic_cast<const Expression*>(operand);
+    if (expression != nullptr && expression->op() == Expression::Typed) {
+      return AstNodeHelper::basicDataToCTypeText(typeForText(gen_, invocation_, operand).type);
+    }
+    return api_->typeText(variable != nullptr ? variable->dataType() : nullptr);
+  }
+
+  std::string ofAddress(const std::string& text) {
+    HeapAddress address;
+    if (!parseDeviceAddress(gen_->ii, text, address)) return {};
+    const BasicDataType type = gen_->ii->deviceMemory()->iecAddressType(address);
+    return api_->typeText(AstNodeHelper::dataType(
+        gen_->ii, type == BasicDataType::BitAddress ? BasicDataType::Bool : type));
+  }
+
+  Generator* gen_;
+  GenClanAPI* api_;
+  ASTNode* invocation_;
+  const std::string& scope_;
+};
+
+}  // namespace
+
+bool SizeofOperator::check(InternalInterface* ii, ASTNode* invocation,
+                           std::vector<VELMessage>& messages, std::string& resultType,
+                           const std::string& pouName) {
+  // A host may set its symbol table up on the first request.
+  ii->symbolManager();
+  ASTNode* list = leafOf(invocation, 1);
+  if (list != nullptr) {
+    resultType = "UDINT";
+    if (isTypeSpec(list->type())) return true;
+    if (list->type() != ASTType::ParameterList) {
+      return refuseUndefined(ii, invocation, AstNodeHelper::astText(leafOf(list, 0)), messages,
+                             resultType);
+    }
+  }
+  list = checkShape(ii, invocation, {1, InvocationShape::kNoLimit}, messages);
+  if (list == nullptr) return false;
+
+  ASTNode* operand = list->leaf(0);
+  if (AstNodeHelper::isConstant(operand)) return true;
+  const std::string text = AstNodeHelper::astText(operand);
+  HeapAddress address;
+  if (parseDeviceAddress(ii, text, address)) return true;
+
+  const std::string scope = effectivePouName(invocation, pouName);
+  const Symbol* symbol = ii->symbolManager()->symbol(text.c_str(), scope.c_str(), Symbol::All);
+  switch (symbol != nullptr ? symbol->symbolType() : Symbol::None) {
+    case Symbol::DataType:
+    case Symbol::Variable:
+    case Symbol::Typed:
+      return true;
+    case Symbol::Pou:
+      if (asFunctionBlock(symbol) != nullptr) return true;
+      resultType = "INVALID";
+      return false;
+    default:
+      return refuseUndefined(ii, invocation, text, messages, resultType);
+  }
+}
+
+std::string SizeofOperator::generate(Generator* gen, ASTNode* invocation) {
+  const std::string scope = enclosingPouName(invocation);
+  ASTNode* list = leafOf(invocation, 1);
+  if (scope.empty() || list == nullptr) return {};
+  auto* unit =
+      dynamic_cast<SymbolPOU*>(gen->ii->symbolManager()->symbol(scope.c_str(), "", Symbol::Pou));
+  if (unit == nullptr) return {};
+
+  TypeText typeText(gen, invocation, scope);
+  std::string type;
+  if (isTypeSpec(list->type())) {
+    type = typeText.ofSpecification(unit, list);
+  } else if (list->type() == ASTType::ParameterList) {
+    ASTNode* operand = leafOf(list, 0);
+    if (operand == nullptr) return {};
+    type =
+        AstNodeHelper::isConstant(operand) ? typeText.ofLiteral(operand) : typeText.ofName(operand);
+  }
+
+  std::string out = "sizeof(";
+  if (type.empty()) {
+    genArgs(gen, list, out);
+  } else {
+    out += type;
+  }
+  out += ')';
+  return out;
+}
+
+}  // namespace vel

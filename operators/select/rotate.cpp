@@ -1,0 +1,136 @@
+#include "operators/select/rotate.h"
+
+#include <array>
+
+#include "core/checks.h"
+#include "core/emission.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/symbol.h"
+#include "host/symbol_manager.h"
+#include "host/text.h"
+#include "operators/select/integer_parameters.h"
+
+namespace vel {
+namespace {
+
+constexpr InvocationShape kTwoParameters{2, 2};
+
+// The symbols of the types that rotate, and of their unsigned partners.
+struct Rotatable {
+  BasicDataType type;
+  const char* symbol;
+  const char* unsignedSymbol;
+};
+constexpr std::array<Rotatable, 8> kRotatable = {{
+    {BasicDataType::SInt, "sint", "usint"},
+    {BasicDataType::Int, "int", "uint"},
+    {BasicDataType::DInt, "dint", "udint"},
+    {BasicDataType::LInt, "lint", "ulint"},
+    {BasicDataType::USInt, "usint", "usint"},
+    {BasicDataType::UInt, "uint", "uint"},
+    {BasicDataType::UDInt, "udint", "udint"},
+    {BasicDataType::ULInt, "ulint", "ulint"},
+}};
+
+SymbolDataType* findType(Generator* gen, const char* name) {
+  return dynamic_cast<SymbolDataType*>(gen->ii->symbolManager()->symbol(name, "", Symbol::All));
+}
+
+constexpr const char* kRotateLeft =
+    "uVarType lmvalue = uVarParam << validMoveBit;\\\n"
+    "uVarType rmvalue = uVarParam >> (totalBit- validMoveBit);\\\n"
+    "returnValue = (varType)(lmvalue | rmvalue);\\\n"
+    "}\\\n";
+constexpr const char* kRotateRight =
+    "uVarType lmvalue = uVarParam << (totalBit- validMoveBit);\\\n"
+    "uVarType rmvalue = uVarParam >> validMoveBit;\\\n"
+    "returnValue = (varType)(lmvalue | rmvalue);\\\n"
+    "}\\\n";
+
+// A statement expression: a block whose value is its last expression.
+std::string rotationMacro(const std::string& name, const char* forward, const char* backward) {
+  constexpr std::size_t kTypicalLength = 640;
+  std::string out;
+  out.reserve(kTypicalLength);
+  out += "#define ";
+  out += name;
+  out +=
+      "(varParam, movebitParam, varType, uVarType) \\\n"
+      "({\\\n"
+      "uVarType uVarParam = varParam; \\\n"
+      "u8 validMoveBit = 0; \\\n"
+      "u8 totalBit = sizeof(varType) * 8; \\\n"
+      "varType returnValue = 0; \\\n"
+      "if( movebitParam >= 0)\\\n"
+      "{\\\n"
+      "validMoveBit = (movebitParam % totalBit);\\\n";
+  out += forward;
+  out +=
+      "else\\\n"
+      "{\\\n"
+      "validMoveBit = -(movebitParam % totalBit);\\\n";
+  out += backward;
+  out +=
+      "returnValue;\\\n"
+      "})\n";
+  return out;
+}
+
+}  // namespace
+
+bool RotateOperator::check(InternalInterface* ii, ASTNode* invocation,
+                           std::vector<VELMessage>& messages, std::string& resultType,
+                           const std::string& pouName) {
+  const ASTNode* list = checkShape(ii, invocation, kTwoParameters, messages);
+  if (list == nullptr) return false;
+
+  const std::string scope = effectivePouName(invocation, pouName);
+  const auto rotated =
+      checkMovedBits(ii, invocation, *list, message::kNotInteger, scope, messages, resultType);
+  if (!rotated) return false;
+  if (!isAssigned(*invocation)) return true;
+
+  const BasicDataType target =
+      AstNodeHelper::dataType(ii, invocation->parent()->leaf(0), scope, messages).type;
+  return checkAssignType(ii, list->leaf(0), AstNodeHelper::basicDataTypeText(target), target,
+                         AstNodeHelper::astText(list->leaf(0)), *rotated, scope, messages);
+}
+
+std::string RotateOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* written = nameToken(invocation);
+  ASTNode* list = argumentList(invocation);
+  if (written == nullptr || list == nullptr || list->leavesCount() != 2) return {};
+
+  const BasicDataType rotated = recordedType(list->leaf(0), BasicDataType::None);
+  for (const Rotatable& row : kRotatable) {
+    if (row.type != rotated) continue;
+    SymbolDataType* type = findType(gen, row.symbol);
+    SymbolDataType* unsignedType = findType(gen, row.unsignedSymbol);
+    if (type == nullptr || unsignedType == nullptr) return {};
+
+    GenClanAPI* api = clanApi(gen);
+    std::string out = stringToUpper(written);
+    out += '(';
+    out += api->expressionText(list->leaf(0));
+    out += ", ";
+    out += api->expressionText(list->leaf(1));
+    out += ", ";
+    out += api->typeText(type);
+    out += ", ";
+    out += api->typeText(unsignedType);
+    out += ')';
+    return out;
+  }
+  return {};
+}
+
+std::string ROLOperator::staticCode(Generator* /*gen*/) {
+  return rotationMacro(name, kRotateLeft, kRotateRight);
+}
+
+std::string ROROperator::staticCode(Generator* /*gen*/) {
+  return rotationMacro(name, kRotateRight, kRotateLeft);
+}
+
+}  // namespace vel

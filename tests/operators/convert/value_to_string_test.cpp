@@ -1,0 +1,47 @@
+#include "support/plugin.h"
+
+namespace {
+
+using ValueToString = PluginTest;
+
+TEST_F(ValueToString, Calls) {
+  for (const char* name : {"INT_TO_STRING", "TOD_TO_WSTRING"}) declare(name, 1);
+  declare("REAL_TO_STRING", 2);
+  const CallRow rows[] = {
+      {"int_to_string(i)", -2, true, "STRING", "", "INT_TO_STRING((i'), _returnString)", ""},
+      {"TOD_TO_WSTRING(td)", -2, true, "WSTRING", "", "TOD_TO_WSTRING((td'), _returnString)", ""},
+      {"INT_TO_STRING(di)", 0, true, "STRING", "", "INT_TO_STRING((di'), _returnString)",
+       "INT := DINT - in P"},
+      {"INT_TO_STRING(di)", -1, true, "STRING", loss(0, "DINT", "INT"),
+       "INT_TO_STRING((di'), _returnString)"},
+      {"int_to_string(di)", -2, false, "old", mismatch("INT_TO_STRING", "INT", "DINT")},
+      {"INT_TO_STRING(s)", 0, false, "old", mismatch("INT_TO_STRING", "INT", "STRING"), "", ""},
+      {"TO_STRING(di)", -2, true, "STRING", "", "DINT_TO_STRING((di'), _returnString)",
+       "firmware DINT_TO_STRING"},
+      {"to_wstring(by)", -2, true, "WSTRING", "", "USINT_TO_WSTRING((by'), _returnString)",
+       "firmware USINT_TO_WSTRING"},
+      {"TO_STRING(u)", 0, true, "STRING", "", "INVALID_TO_STRING((u'), _returnString)",
+       "INVALID := INVALID - in P"},
+      {"TO_STRING(u)", -2, false, "old", mismatch("TO_STRING", "", "INVALID")},
+      {"to_wstring(s)", 0, false, "old", mismatch("TO_WSTRING", "", "STRING"), "", ""},
+      {"to_string()", 0, false, "old", countMessage(0, "TO_STRING")},
+      {"to_string{i}", 0, false, "old", notAllowed(0, "i", "TO_STRING")},
+      // Other numbers of inputs than one.
+      {"REAL_TO_STRING(r, r)", 0, false, "old", countMessage(0, "REAL_TO_STRING")},
+      {"DINT_TO_STRING(di)", 0, false, "old", countMessage(0, "DINT_TO_STRING")},
+  };
+  for (const CallRow& row : rows) expectRow(row);
+}
+
+TEST_F(ValueToString, OtherNames) {
+  declare("FOO_TO_STRING", 1);
+  // A source that is no type asks for no conversion.
+  expectRow({"FOO_TO_STRING(i)", -2, true, "STRING", "", "FOO_TO_STRING((i'), _returnString)", ""},
+            "INT_TO_STRING");
+  host.registry = nullptr;
+  vel::TreeBuilder tree;
+  EXPECT_EQ(registry->findOperator("TO_STRING")->generate(&generator, tree.parse("TO_STRING(i)")),
+            "INT_TO_STRING((i'), _returnString)");
+}
+
+}  // namespace
