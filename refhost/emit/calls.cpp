@@ -33,6 +33,9 @@ std::string CGenerator::operatorText(const Call& call) {
   std::string text = call.op->generate(this, const_cast<Call*>(&call));
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
+  } else if (call.op->name == "ADR") {
+    // A pointer in C, a number in the program.
+    text.insert(0, "(u32)(uintptr_t)");
   }
   return text;
 }

@@ -19,11 +19,29 @@ bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
 }
 
-// Comparisons that are always true are the program's own, or come of a macro.
+// Comparisons that are always true, and BOOL operators that evaluate both sides, are
+// the program's own.
 constexpr std::string_view kHead =
-    "// Translated from Structured Text by velc.\n"
     "#include \"velrt.h\"\n"
-    "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n";
+    "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n"
+    "#ifdef __clang__\n"
+    "#pragma clang diagnostic ignored \"-Wunknown-warning-option\"\n"
+    "#pragma clang diagnostic ignored \"-Wbitwise-instead-of-logical\"\n"
+    "#endif\n";
+
+// What the runtime's header must know of device memory: sizes other than its own.
+std::string memoryDefinitions(const Memory& memory) {
+  const Memory::Sizes usual;
+  std::string text;
+  const auto define = [&text](const char* name, std::uint32_t size, std::uint32_t usualSize) {
+    if (size != usualSize) text += fmt::format("#define VEL_MEMORY_{} {}\n", name, size);
+  };
+  define("M", memory.sizes().m, usual.m);
+  define("I", memory.sizes().i, usual.i);
+  define("Q", memory.sizes().q, usual.q);
+  define("STATE", memory.stateBytes(), 0);
+  return text;
+}
 
 // An input is a copy, so that what it was given is reached through a companion that
 // the caller fills in; an in-out parameter is a pointer already.
@@ -58,7 +76,9 @@ std::string CGenerator::program() {
       }
     }
   }
-  std::string out(kHead);
+  std::string out = "// Translated from Structured Text by velc.\n";
+  out += memoryDefinitions(services_.memory);
+  out += kHead;
   std::vector<std::string_view> written;
   for (const std::string& text : staticTexts_) {
     if (text.empty() || std::find(written.begin(), written.end(), text) != written.end()) continue;

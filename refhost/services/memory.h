@@ -26,6 +26,8 @@ class Memory final : public vel::DeviceMemory {
 
   // A byte behind the areas for hidden state.
   vel::HeapRawAddr allocateState();
+  const Sizes& sizes() const { return sizes_; }
+  std::uint32_t stateBytes() const { return stateBytes_; }
   // Bytes of the whole image, hidden state included.
   std::uint32_t byteSize() const { return sizes_.m + sizes_.i + sizes_.q + stateBytes_; }
 

@@ -10,7 +10,7 @@ extern "C" {
 #endif
 
 /* Bytes of the areas, which lie one after the other in `_m`: markers, inputs,
- * outputs. Every source file of one program must see the same sizes. */
+ * outputs, and hidden state that no address reaches. Every source file of one program must see the same sizes. */
 #ifndef VEL_MEMORY_M
 #define VEL_MEMORY_M 16384
 #endif
@@ -20,7 +20,10 @@ extern "C" {
 #ifndef VEL_MEMORY_Q
 #define VEL_MEMORY_Q 1024
 #endif
-#define VEL_MEMORY_BYTES (VEL_MEMORY_M + VEL_MEMORY_I + VEL_MEMORY_Q)
+#ifndef VEL_MEMORY_STATE
+#define VEL_MEMORY_STATE 0
+#endif
+#define VEL_MEMORY_BYTES (VEL_MEMORY_M + VEL_MEMORY_I + VEL_MEMORY_Q + VEL_MEMORY_STATE)
 
 #if __BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__
 #error "device memory is little-endian, and so must the machine be"

@@ -98,8 +98,10 @@ TEST(Analysis, OperatorCallsAreChecked) {
        "y := LIMIT(MN := 0, XX := 1, IN := x);",
        {"2:21 error F0027 'LIMIT' has no parameter 'XX' to be given here;"}},
       {all, "y := MOVE(nowhere);", {"2:11 error F0020 Unknown identifier 'nowhere';"}},
-      // An argument is no assignment: only its own wrapper stands above it.
-      {all, "d := ABS(MAX(x, y));", {"2:6 error F0001 The call of 'ABS' is not accepted;"}},
+      // MOVE refuses what has no type without a word.
+      {all,
+       "d := MOVE(SEL(g, x + 1, y));",
+       {"2:6 error F0001 The call of 'MOVE' is not accepted;"}},
   });
 }
 
