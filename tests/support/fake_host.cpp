@@ -58,7 +58,7 @@ struct FakePou : vel::SymbolPOU {
 }  // namespace
 
 struct FakeHost::Services {
-  explicit Services(FakeHost& owner) : symbols(owner), calls(owner) {}
+  explicit Services(FakeHost& owner) : symbols(owner), calls(owner), memory(owner) {}
 
   struct Symbols : vel::SymbolManager {
     explicit Symbols(FakeHost& owner) : host(owner) {}
@@ -68,7 +68,10 @@ struct FakeHost::Services {
     explicit Calls(FakeHost& owner) : host(owner) {}
     FakeHost& host;
   } calls;
-  vel::DeviceMemory memory;
+  struct Memory : vel::DeviceMemory {
+    explicit Memory(FakeHost& owner) : host(owner) {}
+    FakeHost& host;
+  } memory;
   std::map<std::string, std::string> translations;
   std::vector<std::unique_ptr<vel::Symbol>> symbolsMade;
 };
@@ -157,6 +160,13 @@ vel::Symbol* FakeHost::symbol(const std::string& name, vel::Symbol::Type kind) {
   return nullptr;
 }
 
+FakeAddress FakeHost::find(const vel::HeapAddress& address) const {
+  for (const auto& [text, known] : addresses) {
+    if (known.address.area == address.area) return known;
+  }
+  return {};
+}
+
 const char* FakeGenerator::optionText(const char* name) { return options[name].c_str(); }
 std::string FakeGenerator::typeText(vel::SymbolDataType* type) {
   return type != nullptr ? type->typeName() + "_t" : "";
@@ -166,7 +176,9 @@ std::string FakeGenerator::variableText(vel::SymbolVar* variable, int flag,
   return pouName + "." + variable->name() + "/" + std::to_string(flag);
 }
 std::string FakeGenerator::expressionText(vel::ASTNode* expression) {
-  return expression != nullptr ? vel::TreeBuilder::text(expression) + "'" : "";
+  const std::string source = vel::TreeBuilder::text(expression);
+  if (texts.count(source) != 0) return texts[source];
+  return expression != nullptr ? source + "'" : "";
 }
 std::string FakeGenerator::prepareConstant(const std::string& text, BasicDataType type) {
   static_cast<FakeHost*>(ii)->calls.push_back("constant " + text + " " +
@@ -239,6 +251,18 @@ int AstNodeHelper::compareDataType(vel::InternalInterface* ii, BasicDataType tar
   return host->rating;
 }
 
+bool AstNodeHelper::checkAstWritable(vel::InternalInterface* ii, vel::ASTNode* node,
+                                     const std::string& text, const std::string& pouName,
+                                     std::vector<vel::VELMessage>& messages, bool flag1,
+                                     bool flag2) {
+  EXPECT_FALSE(flag1 || flag2);
+  auto* host = static_cast<FakeHost*>(ii);
+  host->calls.push_back("write " + text + " in " + pouName);
+  const bool writable = host->readOnly.count(text) == 0;
+  if (!writable) messages.push_back({node->pos(), -1, 1, 0xF0003, text, "", ""});
+  return writable;
+}
+
 std::string AstNodeHelper::stringFormat(unsigned int /*code*/, const char* format, ...) {
   std::array<char, 512> text = {};
   va_list arguments;
@@ -297,7 +321,31 @@ GenClanAPI::~GenClanAPI() = default;
 Generator::Generator(InternalInterface* services) : ii(services) {}
 Generator::~Generator() = default;
 InternalInterface::~InternalInterface() = default;
+
+namespace {
+FakeHost& hostOf(DeviceMemory* memory) {
+  return static_cast<FakeHost::Services::Memory*>(memory)->host;
+}
+}  // namespace
+
 DeviceMemory::~DeviceMemory() = default;
+bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool strict) {
+  EXPECT_FALSE(strict);
+  const bool known = hostOf(this).addresses.count(text) != 0;
+  if (known) *out = hostOf(this).addresses[text].address;
+  return known;
+}
+BasicDataType DeviceMemory::iecAddressType(const HeapAddress& address) {
+  return hostOf(this).find(address).type;
+}
+HeapRawAddr DeviceMemory::HeapAddress2HeapRawAddr(const HeapAddress& address) {
+  return {hostOf(this).find(address).raw};
+}
+JapanComponent DeviceMemory::parseComponent(const std::string& text) {
+  const auto& known = hostOf(this).addresses;
+  return known.count(text) != 0 ? known.at(text).parts : JapanComponent();
+}
+JapanComponent::~JapanComponent() = default;
 
 Symbol::Symbol(Type type, const std::string& name) : name_(name), type_(type) {}
 Symbol::~Symbol() = default;
@@ -317,6 +365,7 @@ SymbolTyped::~SymbolTyped() = default;
 SymbolDataType* SymbolTyped::dataType() const { return type_; }
 SymbolMemUnit::SymbolMemUnit(Type type, const std::string& name) : Symbol(type, name) {}
 SymbolMemUnit::~SymbolMemUnit() = default;
+bool HeapAddress::isBitMode() const { return bitIndex != ~0U; }
 HeapAddress::HeapAddress() : area(0), unitSize(~0U), position(~0U), bitIndex(~0U), extra(0) {}
 SymbolVar::SymbolVar(const std::string& name, SymbolDataType* type, std::int32_t varKind)
     : SymbolMemUnit(Variable, name), dataType_(type), varKind_(varKind) {}
@@ -327,6 +376,12 @@ VarContainer::VarContainer(Type type, const std::string& name) : SymbolMemUnit(t
 VarContainer::~VarContainer() = default;
 int VarContainer::paramsCount() const { return static_cast<int>(params_.size()); }
 SymbolVar* VarContainer::param(int i) const { return params_.at(static_cast<std::size_t>(i)); }
+SymbolVar* VarContainer::param(const std::string& name) const {
+  for (SymbolVar* each : params_) {
+    if (each != nullptr && stringToUpper(each->name()) == stringToUpper(name)) return each;
+  }
+  return nullptr;
+}
 SymbolPOU::SymbolPOU(InternalInterface* ii, const std::string& name, POUType type,
                      SymbolVar* returnVar)
     : VarContainer(Pou, name), ii_(ii), type_(type), returnVar_(returnVar) {
