@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 
 #include "host/expression.h"
 #include "host/text.h"
@@ -70,6 +71,19 @@ struct FakeHost::Services {
   } calls;
   struct Memory : vel::DeviceMemory {
     explicit Memory(FakeHost& owner) : host(owner) {}
+    FakeAddress find(const std::string& text) const {
+      const auto found = host.addresses.find(text);
+      return found != host.addresses.end() ? found->second : FakeAddress();
+    }
+    FakeAddress find(const vel::HeapAddress& address) const {
+      const auto key = [](const vel::HeapAddress& a) {
+        return std::tuple(a.area, a.unitSize, a.position, a.bitIndex, a.extra);
+      };
+      for (const auto& [text, known] : host.addresses) {
+        if (key(known.address) == key(address)) return known;
+      }
+      return {{}, kNoPlace, BasicDataType::None, {}};
+    }
     FakeHost& host;
   } memory;
   std::map<std::string, std::string> translations;
@@ -160,13 +174,6 @@ vel::Symbol* FakeHost::symbol(const std::string& name, vel::Symbol::Type kind) {
   return nullptr;
 }
 
-FakeAddress FakeHost::find(const vel::HeapAddress& address) const {
-  for (const auto& [text, known] : addresses) {
-    if (known.address.area == address.area) return known;
-  }
-  return {};
-}
-
 const char* FakeGenerator::optionText(const char* name) { return options[name].c_str(); }
 std::string FakeGenerator::typeText(vel::SymbolDataType* type) {
   return type != nullptr ? type->typeName() + "_t" : "";
@@ -226,6 +233,18 @@ int AstNodeHelper::getBasicDataTypeSize(vel::InternalInterface* /*ii*/, BasicDat
   return row != nullptr ? row->size : 0;
 }
 
+bool AstNodeHelper::checkAstWritable(vel::InternalInterface* ii, vel::ASTNode* node,
+                                     const std::string& text, const std::string& pouName,
+                                     std::vector<vel::VELMessage>& messages, bool flag1,
+                                     bool flag2) {
+  EXPECT_FALSE(flag1 || flag2);
+  auto* host = static_cast<FakeHost*>(ii);
+  host->calls.push_back("write " + text + " in " + pouName);
+  const bool writable = host->readOnly.count(text) == 0;
+  if (!writable) messages.push_back({node->pos(), -1, 1, 0xF0003, text, "", ""});
+  return writable;
+}
+
 bool AstNodeHelper::isIntegerType(BasicDataType type) {
   return type >= BasicDataType::SInt && type <= BasicDataType::ULInt;
 }
@@ -249,18 +268,6 @@ int AstNodeHelper::compareDataType(vel::InternalInterface* ii, BasicDataType tar
   host->calls.push_back(basicDataTypeText(target) + " := " + basicDataTypeText(source) + " " +
                         (sourceText != nullptr ? sourceText : "-") + " in " + pouName);
   return host->rating;
-}
-
-bool AstNodeHelper::checkAstWritable(vel::InternalInterface* ii, vel::ASTNode* node,
-                                     const std::string& text, const std::string& pouName,
-                                     std::vector<vel::VELMessage>& messages, bool flag1,
-                                     bool flag2) {
-  EXPECT_FALSE(flag1 || flag2);
-  auto* host = static_cast<FakeHost*>(ii);
-  host->calls.push_back("write " + text + " in " + pouName);
-  const bool writable = host->readOnly.count(text) == 0;
-  if (!writable) messages.push_back({node->pos(), -1, 1, 0xF0003, text, "", ""});
-  return writable;
 }
 
 std::string AstNodeHelper::stringFormat(unsigned int /*code*/, const char* format, ...) {
@@ -321,31 +328,23 @@ GenClanAPI::~GenClanAPI() = default;
 Generator::Generator(InternalInterface* services) : ii(services) {}
 Generator::~Generator() = default;
 InternalInterface::~InternalInterface() = default;
-
-namespace {
-FakeHost& hostOf(DeviceMemory* memory) {
-  return static_cast<FakeHost::Services::Memory*>(memory)->host;
+JapanComponent DeviceMemory::parseComponent(const std::string& text) {
+  return static_cast<FakeHost::Services::Memory*>(this)->find(text).parts;
 }
-}  // namespace
-
 DeviceMemory::~DeviceMemory() = default;
 bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool strict) {
   EXPECT_FALSE(strict);
-  const bool known = hostOf(this).addresses.count(text) != 0;
-  if (known) *out = hostOf(this).addresses[text].address;
-  return known;
+  const auto* memory = static_cast<FakeHost::Services::Memory*>(this);
+  if (memory->host.addresses.count(text) == 0) return false;
+  *out = memory->find(text).address;
+  return true;
 }
 BasicDataType DeviceMemory::iecAddressType(const HeapAddress& address) {
-  return hostOf(this).find(address).type;
+  return static_cast<FakeHost::Services::Memory*>(this)->find(address).type;
 }
 HeapRawAddr DeviceMemory::HeapAddress2HeapRawAddr(const HeapAddress& address) {
-  return {hostOf(this).find(address).raw};
+  return {static_cast<FakeHost::Services::Memory*>(this)->find(address).raw};
 }
-JapanComponent DeviceMemory::parseComponent(const std::string& text) {
-  const auto& known = hostOf(this).addresses;
-  return known.count(text) != 0 ? known.at(text).parts : JapanComponent();
-}
-JapanComponent::~JapanComponent() = default;
 
 Symbol::Symbol(Type type, const std::string& name) : name_(name), type_(type) {}
 Symbol::~Symbol() = default;
@@ -365,6 +364,10 @@ SymbolTyped::~SymbolTyped() = default;
 SymbolDataType* SymbolTyped::dataType() const { return type_; }
 SymbolMemUnit::SymbolMemUnit(Type type, const std::string& name) : Symbol(type, name) {}
 SymbolMemUnit::~SymbolMemUnit() = default;
+bool SymbolMemUnit::isFixedAddress() const { return fixedAddress_; }
+HeapRawAddr SymbolMemUnit::backendAddress() const { return backendAddress_; }
+HeapAddress SymbolMemUnit::iecAddress() const { return iecAddress_; }
+JapanComponent::~JapanComponent() = default;
 bool HeapAddress::isBitMode() const { return bitIndex != ~0U; }
 HeapAddress::HeapAddress() : area(0), unitSize(~0U), position(~0U), bitIndex(~0U), extra(0) {}
 SymbolVar::SymbolVar(const std::string& name, SymbolDataType* type, std::int32_t varKind)

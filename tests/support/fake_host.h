@@ -17,10 +17,11 @@
 #include "host/project_settings.h"
 #include "host/symbol_manager.h"
 
-// What the host knows of a device address; the empty address has no place of its own.
+// A device address that the host knows; `raw` is its place in memory, `type` that of
+// its unit.
 struct FakeAddress {
-  vel::HeapAddress address;  // told from others by its area
-  std::uint32_t raw = 4000;
+  vel::HeapAddress address;
+  std::uint32_t raw = 0;
   vel::BasicDataType type = vel::BasicDataType::None;
   vel::JapanComponent parts;
 };
@@ -37,17 +38,18 @@ class FakeHost : public vel::InternalInterface {
   // Answers.
   int rating = 0;                    // of compareDataType
   int notation = 0;                  // of addresses
+  std::set<std::string> readOnly;    // recorded and refused, with a host message, when written
   std::set<std::string> complaints;  // expressions whose type is asked for with a host message
   std::set<std::string> refusedUnits;
-  std::set<std::string> readOnly;                // refused to be written with a host message
-  std::map<std::string, FakeAddress> addresses;  // by text, letter case included
+  std::map<std::string, FakeAddress> addresses;    // by text, letter case included
+  static constexpr std::uint32_t kNoPlace = 4000;  // of addresses that the host does not know
   vel::OpManagerAPI* registry = nullptr;
   vel::ProjectSettings settings;
   // Declares a unit with parameters of these kinds; the latest of a name counts. A
   // kind below 0 stands for a parameter that is missing.
   void declare(const std::string& name, vel::POUType type, const std::vector<int>& kinds);
 
-  // Records: comparisons, questions of writing, and edges of the call tree.
+  // Records: comparisons, and edges of the call tree.
   std::vector<std::string> calls;
   std::vector<std::unique_ptr<vel::SymbolPOU>> units;
   std::string takeCalls();
@@ -66,8 +68,6 @@ class FakeHost : public vel::InternalInterface {
 
   vel::Symbol* symbol(const std::string& name, vel::Symbol::Type kind);
 
-  FakeAddress find(const vel::HeapAddress& address) const;
-
   struct Services;  // the objects behind the operations above
 
  private:
@@ -81,7 +81,7 @@ class FakeGenerator : public vel::Generator {
   explicit FakeGenerator(FakeHost& host) : Generator(&host) {}
 
   std::map<std::string, std::string> options;
-  std::map<std::string, std::string> texts;  // of expressions, by source
+  std::map<std::string, std::string> texts;  // of expressions that have another
 
   const char* optionText(const char* name) override;
   std::string typeText(vel::SymbolDataType* type) override;
