@@ -9,8 +9,9 @@
 extern "C" {
 #endif
 
-/* Bytes of the areas, which lie one after the other in `_m`: markers, inputs,
- * outputs, and hidden state that no address reaches. Every source file of one program must see the same sizes. */
+/* Bytes of the areas, which lie one after the other in `_m`: markers, inputs, outputs,
+ * and hidden state that no address reaches. Every source file of one program must see
+ * the same sizes. */
 #ifndef VEL_MEMORY_M
 #define VEL_MEMORY_M 16384
 #endif
