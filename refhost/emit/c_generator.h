@@ -45,6 +45,7 @@ class CGenerator final : public vel::Generator {
   using Type = vel::SymbolDataType;
 
   // units.cpp
+  std::string unoperated(const std::string& name) const;
   void nameUnits();
   void nameVariables(UnitSymbol& unit);
   std::string structures();

@@ -14,6 +14,15 @@ const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* param
   return nullptr;
 }
 
+// The cast to the result's type where the C of an operator has another.
+const char* typeCast(const Call& call) {
+  if (call.op->name == "ADR") return "(u32)(uintptr_t)";
+  if (call.op->name == "SIZEOF") return "(u32)";
+  // The runtime's functions compute in LREAL.
+  const bool function = call.basicType() == BasicDataType::Real && call.functionCall;
+  return function ? "(f32)" : "";
+}
+
 }  // namespace
 
 using vel::TreeBuilder;
@@ -33,9 +42,8 @@ std::string CGenerator::operatorText(const Call& call) {
   std::string text = call.op->generate(this, const_cast<Call*>(&call));
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
-  } else if (call.op->name == "ADR") {
-    // A pointer in C, a number in the program.
-    text.insert(0, "(u32)(uintptr_t)");
+  } else {
+    text.insert(0, typeCast(call));
   }
   return text;
 }
@@ -52,7 +60,9 @@ std::string CGenerator::pointerTo(const Expr& value, const Type* type) {
   place(value, text);
   if (type != nullptr && isText(type->dataType())) return text;
   // `(*p)` is what `p` points to.
-  if (text.size() > 3 && text.compare(0, 2, "(*") == 0) return text.substr(2, text.size() - 3);
+  if (text.compare(0, 2, "(*") == 0 && text.find(')') == text.size() - 1) {
+    return text.substr(2, text.size() - 3);
+  }
   if (text.compare(0, kMemory.size(), kMemory) == 0) {
     // Every unit lies at a multiple of its size.
     return fmt::format("({}*)(void*)&{}", typeText(const_cast<Type*>(type)), text);
@@ -67,8 +77,8 @@ std::string CGenerator::companionOf(const Expr* value) {
   std::string text;
   if (variable) place(*value, text);
   if (text.empty() || text.compare(0, 5, "gbit(") == 0) return "(vel_bit_param){0}";
-  return fmt::format("(vel_bit_param){{{}, 8 * sizeof {}}}", pointerTo(*value, value->dataType),
-                     text);
+  return fmt::format("(vel_bit_param){{{}, {}}}", pointerTo(*value, value->dataType),
+                     bitCount(*value->dataType));
 }
 
 // A call in an expression. What its outputs give is stored behind it, before the

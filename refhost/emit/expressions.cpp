@@ -47,17 +47,27 @@ const char* cOperator(Expression::Operator op) {
   }
 }
 
-// A TIME among the values from which an operator makes an LTIME: they are compared or
-// chosen as they stand, so the host gives all of them in nanoseconds.
-bool isScaledArgument(const ASTNode& node) {
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// The operator of which `node` is a parameter; null when it is none's.
+const vel::STOperator* operatorOf(const ASTNode& node) {
   const ASTNode* const list = node.parent();
-  if (typeOf(node) != BasicDataType::Time || list->type() != vel::ASTType::ParameterList) {
-    return false;
-  }
-  const auto& call = static_cast<const Call&>(*list->parent());
-  if (call.op == nullptr || call.basicType() != BasicDataType::LTime) return false;
-  constexpr std::array<std::string_view, 5> kChoosing{"LIMIT", "MAX", "MIN", "MUX", "SEL"};
-  return std::find(kChoosing.begin(), kChoosing.end(), call.op->name) != kChoosing.end();
+  if (list == nullptr || list->type() != vel::ASTType::ParameterList) return nullptr;
+  return static_cast<const Call&>(*list->parent()).op;
+}
+
+// A TIME where the operator takes an LTIME: as the source of a conversion, or among the
+// values from which it makes one. It is compared, chosen or converted as it stands, so
+// the host gives it in nanoseconds.
+bool isScaledParameter(const ASTNode& node, std::string_view operatorName) {
+  if (typeOf(node) != BasicDataType::Time) return false;
+  constexpr std::string_view kFromLTime = "LTIME_TO_";
+  if (operatorName.substr(0, kFromLTime.size()) == kFromLTime) return true;
+  const auto& call = static_cast<const Call&>(*node.parent()->parent());
+  return call.basicType() == BasicDataType::LTime &&
+         isOneOf(operatorName, {"LIMIT", "MAX", "MIN", "MUX", "SEL"});
 }
 
 // Unsigned arithmetic at these widths wraps by itself, and floats do not.
@@ -99,7 +109,14 @@ std::string CGenerator::expressionText(ASTNode* expression) {
   if (kindOf(*expression) == NodeKind::Invocation) return callText(static_cast<Call&>(*expression));
   if (expression->type() == vel::ASTType::Expression) {
     append(static_cast<Expr&>(*expression), text);
-    if (isScaledArgument(*expression)) text = fmt::format("(i64)({}) * 1000000", text);
+    const vel::STOperator* const op = operatorOf(*expression);
+    if (op != nullptr && isScaledParameter(*expression, op->name)) {
+      text = fmt::format("((i64)({}) * 1000000)", text);
+    } else if (op != nullptr && isOneOf(op->name, {"MUX", "ROL", "ROR"}) &&
+               !isPrimary(*expression) && literalOf(*expression) == nullptr) {
+      // These put it beside casts and operators of their own.
+      text = "(" + text + ")";
+    }
   }
   if (expression->type() == vel::ASTType::ConstantValue) {
     const LiteralValue& value = static_cast<Literal&>(*expression).value;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/op_manager_api.h"
+#include "core/operator.h"
 #include "host/text.h"
 #include "refhost/emit/c_generator.h"
 
@@ -108,9 +110,15 @@ std::string CGenerator::globalReference(const VarSymbol& variable) {
   return addressText(address, variable.backendAddress(), row != nullptr ? row->cType : "");
 }
 
+// C calls operators by their names, which no variable may hide.
+std::string CGenerator::unoperated(const std::string& name) const {
+  const vel::STOperator* const op = services_.operators->findOperator(name);
+  return op != nullptr && op->name == name ? name + "_" : name;
+}
+
 void CGenerator::nameUnits() {
   const auto& units = services_.symbols.units();
-  for (UnitSymbol* const unit : units) unit->cName = fileNames_.allocate(unit->name());
+  for (UnitSymbol* const unit : units) unit->cName = fileNames_.allocate(unoperated(unit->name()));
   for (UnitSymbol* const unit : units) {
     nameVariables(*unit);
     if (unit->type() == POUType::Function) continue;
@@ -131,7 +139,7 @@ void CGenerator::nameVariables(UnitSymbol& unit) {
     const bool edge = variable->role == Role::EdgeState;
     variable->cName = variable.get() == unit.result
                           ? "vel_result"
-                          : names.allocate((edge ? "edge_" : "") + variable->name());
+                          : names.allocate((edge ? "edge_" : "") + unoperated(variable->name()));
   }
 }
 
@@ -256,17 +264,21 @@ std::string CGenerator::leave(bool hasSelf) {
 
 // The companions of the bit parameters that the body names.
 std::string CGenerator::companionsText() {
+  const bool function = unit_->type() == POUType::Function;
   std::string text;
   for (const auto& variable : unit_->variables()) {
+    const Type* const type = variable->dataType();
+    if (!variable->isBitParameter() || type == nullptr) continue;
     const std::string name = companion(*variable);
-    if (!variable->isBitParameter() || body_.find(name) == std::string::npos) continue;
+    if (body_.find("(&" + name + ",") == std::string::npos) {
+      if (function && keepsCompanion(*variable)) text += fmt::format("  (void){};\n", name);
+      continue;
+    }
+    const bool pointer = isText(type->dataType()) || variable->role == Role::InOut;
     std::string own = reference(*variable);
-    own = fmt::format("{{{}, 8 * sizeof {}}}",
-                      variable->dataType() != nullptr && isText(variable->dataType()->dataType())
-                          ? own
-                          : "&" + own,
-                      own);
-    const bool function = unit_->type() == POUType::Function;
+    if (!pointer) own.insert(0, 1, '&');
+    if (own.compare(0, 2, "(*") == 0) own = own.substr(2, own.size() - 3);
+    own = fmt::format("{{{}, {}}}", own, bitCount(*type));
     if (variable->role == Role::InOut) {
       text += fmt::format("  vel_bit_param {} = {};\n", name, own);
       continue;

@@ -48,6 +48,8 @@ class Analyser {
   Type* typeBit(Expr& expr);
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
+  // A direct address in the project's notation.
+  bool isAddress(std::string_view text) const;
   bool becomesAddress(ASTNode& parent, int index);
   // Appends an error and returns false when the expression cannot be written.
   bool requireWritable(const Expr& target);
@@ -57,8 +59,12 @@ class Analyser {
   Type* callOperator(Call& call);
   Type* callFunction(Call& call, UnitSymbol& function);
   Type* callInstance(Call& call, VarSymbol& instance, UnitSymbol& block);
-  bool namesNoVariable(const Call& call) const;
+  bool leavesNameToOperator(const Call& call, int index) const;
   void declareEdgeState(const Call& call);
+  void judgeOperands(const Call& call);
+  void analyseOperandType(Call& call);
+  // Appends an error when what is called gives no value.
+  void requireValue(const Call& call, const Type* type);
   // False, with an error appended, when named arguments fit no parameter.
   bool orderArguments(Call& call);
   void analyseArguments(Call& call, UnitSymbol& callee);

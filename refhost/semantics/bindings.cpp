@@ -10,7 +10,8 @@ std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
   }
   std::vector<Binding> bindings;
   const ASTNode* const list = call.leaf(1);
-  const int count = list != nullptr ? list->leavesCount() : 0;
+  const bool given = list != nullptr && list->type() == vel::ASTType::ParameterList;
+  const int count = given ? list->leavesCount() : 0;
   for (int i = 0; i < count; ++i) {
     Binding binding;
     binding.node = list->leaf(i);

@@ -12,6 +12,16 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
+namespace {
+
+// Null where a type stands as the operand.
+ASTNode* parameterList(const Call& call) {
+  ASTNode* const list = call.leaf(1);
+  return list != nullptr && list->type() == vel::ASTType::ParameterList ? list : nullptr;
+}
+
+}  // namespace
+
 vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
@@ -41,12 +51,21 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   return nullptr;
 }
 
+void Analyser::requireValue(const Call& call, const Type* type) {
+  const bool value = call.op != nullptr ? givesValue(call.op->name) : type != nullptr;
+  if (call.accepted && !value) {
+    say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
+  }
+}
+
 vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   if (!orderArguments(call)) return nullptr;
-  ASTNode* const list = call.leaf(1);
+  call.functionCall = services_.operators->isFCOperator(call.op->name);
+  ASTNode* const list = parameterList(call);
+  if (list == nullptr) analyseOperandType(call);
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
-    if (i > 0 || !namesNoVariable(call)) analyseLeaf(*list, i);
+    if (!leavesNameToOperator(call, i)) analyseLeaf(*list, i);
   }
   std::string resultType;
   const std::size_t before = messages_.size();
@@ -59,19 +78,47 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
     return nullptr;
   }
   declareEdgeState(call);
+  const std::size_t judged = messages_.size();
+  judgeOperands(call);
+  call.accepted = !hasErrorFrom(judged);
   return services_.symbols.dataType(resultType);
 }
 
-// SIZEOF and ADR judge names of other things than variables themselves.
-bool Analyser::namesNoVariable(const Call& call) const {
-  if (call.op->name != "SIZEOF" && call.op->name != "ADR") return false;
-  const ASTNode* const operand = call.leaf(1)->leaf(0);
-  if (operand->type() != vel::ASTType::Expression) return false;
-  const auto& expr = static_cast<const Expr&>(*operand);
+// What the operator leaves to the host.
+void Analyser::judgeOperands(const Call& call) {
+  const ASTNode* const list = parameterList(call);
+  if (list == nullptr || list->leavesCount() == 0) return;
   vel::HeapAddress address;
-  return expr.op() == Expression::Variable &&
-         unit_->variable(TreeBuilder::source(expr)) == nullptr &&
-         !services_.memory.parse(TreeBuilder::source(expr), address);
+  const std::string_view name = TreeBuilder::source(*list->leaf(0));
+  if (call.op->name == "ADR" && leavesNameToOperator(call, 0) &&
+      !services_.memory.parse(name, address)) {
+    const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
+    say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
+  }
+  if (call.op->name == "EXPT") {
+    const auto& exponent = static_cast<const Expr&>(*list->leaf(1));
+    const BasicDataType type = typeOf(exponent);
+    if (type != BasicDataType::None && !isNumber(type)) {
+      say(exponent, message::kOperandType, call.op->name, displayName(exponent.dataType));
+    }
+  }
+}
+
+// The length of a type given as operand.
+void Analyser::analyseOperandType(Call& call) {
+  ASTNode* const spec = call.leaf(1);
+  if (spec != nullptr && spec->type() == vel::ASTType::StringTypeSpec) resolveType(*spec);
+}
+
+// Operators that take other things than variables judge the names of them themselves.
+bool Analyser::leavesNameToOperator(const Call& call, int index) const {
+  const ASTNode* const operand = parameterList(call)->leaf(index);
+  if (!namesOperand(call.op->name, index) || operand->type() != vel::ASTType::Expression) {
+    return false;
+  }
+  const auto& expr = static_cast<const Expr&>(*operand);
+  const std::string_view name = TreeBuilder::source(expr);
+  return expr.op() == Expression::Variable && unit_->variable(name) == nullptr && !isAddress(name);
 }
 
 // What an edge detection remembers between scans: one cell for each text of a call
@@ -89,7 +136,7 @@ void Analyser::declareEdgeState(const Call& call) {
 
 // Operators know their parameters by position only, so named ones are put in order.
 bool Analyser::orderArguments(Call& call) {
-  ASTNode* const list = call.leaf(1);
+  ASTNode* const list = parameterList(call);
   const int count = list != nullptr ? list->leavesCount() : 0;
   int named = 0;
   for (int i = 0; i < count; ++i) {
@@ -136,7 +183,11 @@ vel::SymbolDataType* Analyser::callInstance(Call& call, VarSymbol& instance, Uni
 }
 
 void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
-  ASTNode* const list = call.leaf(1);
+  if (parameterList(call) == nullptr) {
+    say(*call.leaf(1), message::kNotAValue, TreeBuilder::source(*call.leaf(1)));
+    return;
+  }
+  ASTNode* const list = parameterList(call);
   const int count = list != nullptr ? list->leavesCount() : 0;
   for (int i = 0; i < count; ++i) {
     if (kindOf(*list->leaf(i)) == NodeKind::Argument) {

@@ -73,7 +73,12 @@ void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl&
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->constant = block.constant;
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
-    place(*variable, *address, type);
+    // Nobody calls a PROGRAM, so that its parameters may be anywhere.
+    if (variable->isParameter() && unit.type() != vel::POUType::Program) {
+      say(*address, message::kPlacedParameter, name.text());
+    } else {
+      place(*variable, *address, type);
+    }
   }
   if (unit.addVariable(std::move(variable)) == nullptr) {
     say(name, message::kRedeclared, name.text());

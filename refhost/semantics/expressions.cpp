@@ -54,9 +54,15 @@ bool Analyser::becomesAddress(ASTNode& parent, int index) {
   if (expr.access != Expr::Access::Bit || expr.analysed) return false;
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   vel::HeapAddress address;
-  return base.op() == Expression::Variable && services_.addressNotation() == 1 &&
+  return base.op() == Expression::Variable && services_.usesDeviceLetters() &&
          unit_->variable(TreeBuilder::source(base)) == nullptr &&
          services_.memory.parse(TreeBuilder::source(expr), address);
+}
+
+bool Analyser::isAddress(std::string_view text) const {
+  vel::HeapAddress address;
+  const bool iec = !text.empty() && text[0] == '%';
+  return (iec || services_.usesDeviceLetters()) && services_.memory.parse(text, address);
 }
 
 vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
@@ -70,8 +76,7 @@ vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
     case op::kWrapper: {
       auto& call = static_cast<Call&>(*expr.leaf(0));
       Type* const type = analyseCall(call);
-      const bool silent = call.op == nullptr && call.accepted && type == nullptr;
-      if (silent) say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
+      requireValue(call, type);
       return type;
     }
     case op::kNegate:
@@ -93,11 +98,11 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     return variable->dataType();
   }
   vel::HeapAddress address;
-  const bool iec = name[0] == '%';
-  if ((iec || services_.addressNotation() == 1) && services_.memory.parse(name, address)) {
+  if (isAddress(name)) {
+    services_.memory.parse(name, address);
     return services_.symbols.dataType(addressTypeName(address));
   }
-  if (iec) {
+  if (name[0] == '%') {
     say(expr, message::kBadAddress, name);
   } else {
     const bool unit = services_.symbols.find(name, {}, Symbol::All) != nullptr;

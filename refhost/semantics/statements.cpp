@@ -59,8 +59,7 @@ void Analyser::analyseAssignment(ASTNode& statement) {
   if (kindOf(source) == NodeKind::Invocation) {
     auto& call = static_cast<Call&>(source);
     type = analyseCall(call);
-    const bool silent = call.op == nullptr && call.accepted && type == nullptr;
-    if (silent) say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
+    requireValue(call, type);
     if (!call.accepted) type = nullptr;
     if (call.op != nullptr) operatorCall = &call;
   } else {

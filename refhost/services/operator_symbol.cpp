@@ -1,5 +1,6 @@
 #include "refhost/services/operator_symbol.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -78,6 +79,22 @@ int operatorInput(std::string_view operatorName, std::string_view formal) {
   }
   // Everything else has one input.
   return equalFolded(formal, "IN") ? 0 : -1;
+}
+
+bool namesOperand(std::string_view operatorName, int index) {
+  const auto isOneOf = [operatorName](std::initializer_list<std::string_view> names) {
+    return std::find(names.begin(), names.end(), operatorName) != names.end();
+  };
+  const bool zone = isOneOf({"IZSET", "IZRST", "ZSET", "ZRST"});
+  if (index == 1) return zone;
+  return index == 0 &&
+         (zone || isOneOf({"SIZEOF", "ADR", "IRDBIT", "IWRBIT", "_READIDIRECT", "_WRITEODIRECT"}));
+}
+
+bool givesValue(std::string_view operatorName) {
+  constexpr std::array<std::string_view, 8> kStatements{
+      "IRDBIT", "IWRBIT", "_WRITEODIRECT", "IZSET", "IZRST", "ZSET", "ZRST", "SETBITOFPARAM"};
+  return std::find(kStatements.begin(), kStatements.end(), operatorName) == kStatements.end();
 }
 
 }  // namespace refhost

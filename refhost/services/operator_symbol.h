@@ -36,4 +36,10 @@ void declareFunctionOperators(Services& services);
 // none of that name: calls may name their arguments.
 int operatorInput(std::string_view operatorName, std::string_view formal);
 
+// True for parameter `index` of an operator that may name a type, an address or a unit.
+bool namesOperand(std::string_view operatorName, int index);
+
+// False for the operators that are statements in C, and so have no value.
+bool givesValue(std::string_view operatorName);
+
 }  // namespace refhost

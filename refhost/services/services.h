@@ -22,6 +22,7 @@ class Services final : public vel::InternalInterface {
   vel::CallTree* callTree() override { return &calls; }
   vel::OpManagerAPI* operatorManager() override { return operators; }
   int addressNotation() override { return notation_; }
+  bool usesDeviceLetters() const { return notation_ == 1; }
   vel::ProjectSettings* projectSettings() override { return &settings; }
 
   SymbolTable symbols;

@@ -4,6 +4,23 @@ namespace refhost {
 
 using vel::Symbol;
 
+namespace {
+
+// Also what a member access names: `timer.Q`.
+VarSymbol* findVariable(const UnitSymbol* unit, std::string_view name) {
+  while (unit != nullptr) {
+    const std::size_t dot = name.find('.');
+    VarSymbol* const variable = unit->variable(name.substr(0, dot));
+    if (dot == std::string_view::npos || variable == nullptr) return variable;
+    const auto* const instance = dynamic_cast<const InstanceType*>(variable->dataType());
+    unit = instance != nullptr ? instance->unit : nullptr;
+    name.remove_prefix(dot + 1);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
 SymbolTable::SymbolTable() {
   for (const ElementaryType& row : elementaryTypes()) {
     if (row.name == nullptr) continue;
@@ -21,9 +38,7 @@ SymbolTable::SymbolTable() {
 Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol::Type kind) const {
   const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
   if (wanted(Symbol::Variable) && !scope.empty()) {
-    if (const UnitSymbol* const enclosing = unit(scope)) {
-      if (VarSymbol* const variable = enclosing->variable(name)) return variable;
-    }
+    if (VarSymbol* const variable = findVariable(unit(scope), name)) return variable;
   }
   if (wanted(Symbol::DataType)) {
     const auto found = types_.find(name);

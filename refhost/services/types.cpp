@@ -152,6 +152,13 @@ int StringType::byteSize() const {
   return (length_ + 1) * (dataType() == BasicDataType::String ? 1 : 2);
 }
 
+int bitCount(const vel::SymbolDataType& type) {
+  if (type.dataType() == BasicDataType::Bool) return 1;
+  if (const auto* const text = dynamic_cast<const StringType*>(&type)) return 8 * text->byteSize();
+  const ElementaryType* const row = elementaryType(type.dataType());
+  return row != nullptr ? 8 * row->size : 0;
+}
+
 int stringLength(const vel::SymbolDataType& type) {
   const auto* declared = dynamic_cast<const StringType*>(&type);
   return declared != nullptr ? declared->length() : StringType::kDefaultLength;

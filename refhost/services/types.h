@@ -73,6 +73,9 @@ class StringType final : public vel::SymbolDataType {
   int length_;
 };
 
+// Bits that a variable of the type has for the program: 1 for a BOOL.
+int bitCount(const vel::SymbolDataType& type);
+
 // The capacity of a string's variable in characters.
 int stringLength(const vel::SymbolDataType& type);
 

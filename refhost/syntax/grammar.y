@@ -69,7 +69,7 @@ static constexpr Value kNone{nullptr, 0};
 %left POWER
 %token NOT
 
-%type <value> unit_name return_type var_blocks var_block var_decl address
+%type <value> string_type unit_name return_type var_blocks var_block var_decl address
 %type <value> type_spec string_length initial statement_list statement block_statement
 %type <value> else_part condition
 %type <value> for_start step label label_line
@@ -184,8 +184,7 @@ address:
 
 type_spec:
   IDENTIFIER             { $$ = make.namedType(@1); }
-| STRING string_length   { $$ = make.stringType(@$, @1, $2); }
-| WSTRING string_length  { $$ = make.stringType(@$, @1, $2); }
+| string_type            { $$ = $1; }
 | IDENTIFIER '(' expression RANGE expression ')'
     { $$ = make.unsupportedType(@$, vel::ASTType::SubrangeTypeSpec, "Subranges are"); }
 | '(' names ')'
@@ -198,6 +197,11 @@ type_spec:
     { $$ = make.unsupportedType(@$, vel::ASTType::ReferenceTypeSpec, "References (REF_TO) are"); }
 | STRUCT
     { $$ = make.unsupportedType(@$, vel::ASTType::StructTypeSpec, "Structures (STRUCT) are"); }
+;
+
+string_type:
+  STRING string_length   { $$ = make.stringType(@$, @1, $2); }
+| WSTRING string_length  { $$ = make.stringType(@$, @1, $2); }
 ;
 
 string_length:
@@ -391,6 +395,8 @@ subscripts:
 call:
   IDENTIFIER '(' arguments ')'
     { $$ = make.call(@$, @1, {@2.begin, @4.end}, $3); }
+| IDENTIFIER '(' string_type ')'
+    { $$ = make.callOfType(@$, @1, $3); }
 | variable '.' member_name '(' arguments ')'
     { $$ = make.methodCall(@$, $1); }
 ;

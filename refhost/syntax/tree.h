@@ -49,7 +49,7 @@ enum class NodeKind : std::int32_t {
   VarBlocks,      // [VarBlock...]
   VarBlock,       // VarBlock: [VarDecl...]
   VarDecl,        // VarDecl: [type spec, initial value Expr?, address Text?, name Text...]
-  Invocation,     // Call: [callee Text, ParameterList]
+  Invocation,     // Call: [callee Text, ParameterList or, for a type as operand, TypeSpec]
   Argument,       // Argument: [formal name Text, Expr], in a ParameterList
   StatementList,  // [statement...]
   Assignment,     // Assignment
@@ -148,6 +148,7 @@ class Call final : public ::Invocation {
 
   bool analysed = false;
   bool accepted = false;
+  bool functionCall = false;  // of an operator that becomes a C function
   // Set by the analysis: the result type (null: none) and what is called: an
   // operator of the plugin, or a function's or an instance's symbol.
   vel::SymbolDataType* dataType = nullptr;

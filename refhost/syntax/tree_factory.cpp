@@ -189,6 +189,10 @@ Value TreeFactory::call(Span span, Span callee, Span parameters, NodeList argume
   return finish(tree_.make<Call>(), span, {name(callee), parameterList});
 }
 
+Value TreeFactory::callOfType(Span span, Span callee, Value type) {
+  return finish(tree_.make<Call>(), span, {name(callee), type});
+}
+
 Value TreeFactory::methodCall(Span span, Value callee) {
   return unsupported(span, "Calls through a member are", callee);
 }

@@ -62,8 +62,9 @@ class TreeFactory {
   Value unary(Expression::Operator op, Span span, Value value);
   Value binary(Expression::Operator op, Span span, Value left, Value right);
   Value call(Span span, Span callee, Span parameters, NodeList arguments);
-  Value methodCall(Span span, Value callee);  // not supported
-  Value operand(Value value);                 // a Call under its wrapper
+  Value callOfType(Span span, Span callee, Value type);  // `SIZEOF(STRING[9])`
+  Value methodCall(Span span, Value callee);             // not supported
+  Value operand(Value value);                            // a Call under its wrapper
   Value input(Span span, Span formalName, Value actual);
   Value output(Span span, Span formalName, Value actual, bool negated);
 

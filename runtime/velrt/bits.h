@@ -27,10 +27,12 @@ static inline u64 vel_with_bit(u64 bits, size_t width, i64 n, int d) {
 #define vel_bit_of(x, n) vel_bit((u64)(x), sizeof(x) * 8, (n))
 /* Sets bit `n` of the integer variable `x` when `d` is not 0, else clears it. When `x`
  * has no such bit it keeps its value. */
-#define vsbit(x, n, d)                                                                        \
-  __extension__({                                                                             \
-    __auto_type vel_x = &(x);                                                                 \
-    *vel_x = (__typeof__(*vel_x))vel_with_bit((u64)*vel_x, sizeof *vel_x * 8, (n), (d) != 0); \
+#define vsbit(x, n, d)                                                                       \
+  __extension__({                                                                            \
+    const int vel_d = (d) != 0; /* first: it may change `x` */                               \
+    const i64 vel_n = (n);                                                                   \
+    __auto_type vel_x = &(x);                                                                \
+    *vel_x = (__typeof__(*vel_x))vel_with_bit((u64)*vel_x, sizeof *vel_x * 8, vel_n, vel_d); \
   })
 
 /* ---- Bits of parameters ----------------------------------------------------- */

@@ -55,6 +55,24 @@ TEST_F(Velc, BitsOfParametersAreThoseOfTheCaller) {
   EXPECT_EQ("x = 16#8008\ny = 16\nown = TRUE\nneg = TRUE\npos = FALSE\n", velc("run bits.st").out);
 }
 
+// What operators look for in a text, what a bit's value may change, and what has few bits.
+TEST_F(Velc, BitsGoWhereTheyBelong) {
+  write("bits.st",
+        "FUNCTION F : BOOL VAR_IN_OUT w : WORD; END_VAR w := w OR 16#F0; F := TRUE; END_FUNCTION\n"
+        "FUNCTION G : BOOL VAR_IN_OUT {bitparam} b : BOOL; {bitparam} ab : STRING[20]; END_VAR\n"
+        "VAR _WRITEODIRECT : BOOL; END_VAR SETBITOFPARAM(b, 3, TRUE); SETBITOFPARAM(b, 0, TRUE);\n"
+        "IWRBIT(%QX0.0, b); G := b = TRUE AND GETBITOFPARAM(ab, 72) AND NOT _WRITEODIRECT;\n"
+        "END_FUNCTION\n"
+        "PROGRAM P VAR gbitx, g, b : BOOL; x : WORD; s : STRING[20] := 'AAAAAAAAAAAAAAA'; END_VAR\n"
+        "IRDBIT(%IX0.0, gbitx); x.3 := F(x); g := G(b, s); END_PROGRAM\n");
+  for (const char* const compiler : {"gcc", "clang"}) {
+    EXPECT_EQ(
+        "gbitx = TRUE\ng = TRUE\nb = TRUE\nx = 16#F8\ns = 'AAAAAAAAAAAAAAA'\n%QX0.0 = TRUE\n",
+        velc(std::string("run bits.st --set %IX0.0=TRUE --show %QX0.0 --compiler ") + compiler)
+            .out);
+  }
+}
+
 TEST_F(Velc, AddressesOfEveryTypeShareTheMemory) {
   writeProgram(
       "types.st",

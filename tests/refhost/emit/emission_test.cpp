@@ -46,9 +46,21 @@ TEST(Emission, StatementsBecomeC) {
       {"i := MAX(MIN(i, j), 3);", "self->i = MAX((MIN((self->i), (self->j))), (3));"},
       {"b := SEL(b, bt = 1, c);", "self->b = SEL((self->b), (self->bt == 1), (self->c));"},
       {"d := REAL_TO_DINT(r);", "self->d = __real_to_integer((self->r), i32);"},
-      {"lt := MAX(lt, t);", "self->lt = MAX((self->lt), ((i64)(self->t) * 1000000));"},
+      {"lt := MAX(lt, t);", "self->lt = MAX((self->lt), (((i64)(self->t) * 1000000)));"},
       {"si := i;", "self->si = (i8)(self->i);"},
       {"i := 32767 + 1;", "self->i = (i16)(32768);"},
+      {"s := LTIME_TO_STRING(t);",
+       "vel_string_set(self->s, 6, LTIME_TO_STRING((((i64)(self->t) * 1000000)), _returnString));"},
+      {"b := MUX(i, i = j, FALSE);",
+       "self->b = ((u8)FC_MUX_INT(2, self->i, (u8)(self->i == self->j), (u8)0));"},
+      {"i := ROL(i, d + 1);", "self->i = ROL(self->i, (i32)((u32)self->d + 1u), i16, u16);"},
+      {"i := ROL(i, LIMIT(0, i, 9));",
+       "self->i = ROL(self->i, (LIMIT((0), (self->i), (9))), i16, u16);"},
+      {"b := SQRT(r) = r;", "self->b = ((f32)SQRT((self->r))) == self->r;"},
+      {"lr := SQRT(lr);", "self->lr = SQRT((self->lr));"},
+      {"ul := SIZEOF(i) - ud;", "self->ul = ((u32)sizeof(i16)) - self->ud;"},
+      {"ud := SIZEOF(STRING[9]) + SIZEOF(wstring);",
+       "self->ud = ((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
       {"MAX(i, j);", "(void)(MAX((self->i), (self->j)));"},
   };
   for (const auto& [statement, expected] : rows) {
@@ -76,6 +88,13 @@ TEST(Emission, LoopsNeitherOverrunNorEvaluateTheirBoundsTwice) {
       scanText(*analysed(program(kAll, "FOR i := 9 TO 1 BY -2 DO END_FOR;")));
   EXPECT_EQ("  self->i = 9;\n  for (; self->i >= 1; self->i = (i16)((u64)self->i - 2u)) {\n  }\n",
             counting);
+}
+
+TEST(Emission, LocalsAreNotCapturedByMacros) {
+  const auto session = analysed(
+      "FUNCTION F : INT VAR_INPUT v: INT; END_VAR VAR returnValue: INT := 3; END_VAR\n"
+      "F := ROL(v, returnValue); END_FUNCTION");
+  EXPECT_NE(std::string::npos, session->translate().find("ROL(v, returnValue_, i16, u16)"));
 }
 
 TEST(Emission, NamesStayAsWrittenWhereTheyCan) {

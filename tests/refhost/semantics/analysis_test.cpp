@@ -98,6 +98,21 @@ TEST(Analysis, OperatorCallsAreChecked) {
        "y := LIMIT(MN := 0, XX := 1, IN := x);",
        {"2:21 error F0027 'LIMIT' has no parameter 'XX' to be given here;"}},
       {all, "y := MOVE(nowhere);", {"2:11 error F0020 Unknown identifier 'nowhere';"}},
+      {all, "u := ADR(nowhere);", {"2:10 error F0020 Unknown identifier 'nowhere';"}},
+      {all, "u := ADR(P);", {"2:10 error F003A 'P' is not a value;"}},
+      {all, "u := SIZEOF(nowhere);", {"2:6 error C0046 Identifier 'nowhere' is not defined;"}},
+      {all,
+       "r := EXPT(r, 'x');",
+       {"2:14 error F002C The operator 'EXPT' cannot be applied to 'STRING';"}},
+      {all, "g := _READIDIRECT(nowhere);", {"2:19 error C0221 Address 'nowhere' is not valid;"}},
+      {all,
+       "ZRST(%MX99999.0, M0);",
+       {"2:6 error C0221 Address '%MX99999.0' is not valid;",
+        "2:18 error C0220 This address(M0) is not supported;"}},
+      {all, "g := IWRBIT(%QX0.0, g);", {"2:6 error F0026 The call of 'IWRBIT' has no result;"}},
+      {all,
+       "IF ZSET(%MX0.0, %MX0.1) THEN END_IF;",
+       {"2:4 error F0026 The call of 'ZSET' has no result;"}},
       // MOVE refuses what has no type without a word.
       {all,
        "d := MOVE(SEL(g, x + 1, y));",
@@ -182,11 +197,22 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
       {"x := fb(i := 1);", {"2:6 error F0026 The call of 'fb' has no result;"}},
       {"x := fb.v;", {"2:9 error F0024 'fb' has no member 'v';"}},
       {"fb.o := 1;", {"2:1 error F0023 'fb.o' cannot be written;"}},
+      {"x := UDINT_TO_INT(SIZEOF(fb.o) + SIZEOF(B) + ADR(fb.o) + SIZEOF(STRING[3]));", {}},
+      {"d := SIZEOF(WSTRING[0]);",
+       {"2:21 error F0036 '0' is not a string length from 1 to 32767;",
+        "2:6 warning C0196 Implicit conversion from type 'UDINT' to type 'DINT' : may change the "
+        "symbol"}},
+      {"x := F(STRING);", {"2:8 error F003A 'STRING' is not a value;"}},
       {"B(i := 1);", {"2:1 error F0025 'B' cannot be called;"}},
   };
   for (const auto& [statement, expected] : rows) {
     EXPECT_EQ(expected, said(*analysed(units + statement + "\nEND_PROGRAM"))) << statement;
   }
+  const std::vector<std::string> placed{
+      "1:33 error F003E The parameter 'a' cannot have an address: it stands for what a call gives "
+      "it;"};
+  EXPECT_EQ(placed, said(*analysed("FUNCTION F : INT VAR_INPUT a AT %MW0: INT; END_VAR F := a; "
+                                   "END_FUNCTION")));
   const std::vector<std::string> twice{"1:10 error F0021 'MAX' is already declared;"};
   EXPECT_EQ(twice, said(*analysed("FUNCTION MAX : INT MAX := 1; END_FUNCTION")));
   const std::vector<std::string> itself{"1:16 error F0035 The function block 'A' contains itself;"};
