@@ -42,15 +42,17 @@ const MessageFormat& conversionWarning(BasicDataType target, BasicDataType sourc
 
 ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const InvocationShape& shape,
                     std::vector<VELMessage>& messages) {
-  if (invocation == nullptr || invocation->leavesCount() == 0) return nullptr;
+  const bool twoLeaves = shape.leaves == InvocationShape::Leaves::NameAndList;
+  if (invocation == nullptr || (invocation->leavesCount() == 0 && !twoLeaves)) return nullptr;
 
   const auto operatorName = [&] {
     std::string written = operatorText(invocation);
     return shape.nameForm == InvocationShape::NameForm::UpperCase ? stringToUpper(written)
                                                                   : written;
   };
-  ASTNode* list = leafOf(invocation, 1);
-  if (list != nullptr && list->type() != ASTType::ParameterList) {
+  ASTNode* list = twoLeaves && invocation->leavesCount() != 2 ? nullptr : leafOf(invocation, 1);
+  if (list != nullptr && list->type() != ASTType::ParameterList &&
+      shape.listFault != InvocationShape::ListFault::None) {
     if (shape.listFault == InvocationShape::ListFault::Abnormal) {
       report(ii, messages, message::kAbnormalParameters, invocation->pos(), operatorName());
     } else {

@@ -18,18 +18,21 @@ class InternalInterface;
 // that has another.
 struct InvocationShape {
   enum class NameForm { AsWritten, UpperCase };
-  enum class ListFault { NotAllowed, Abnormal };
+  enum class ListFault { NotAllowed, Abnormal, None };  // None: a node of any kind will do
+  enum class Leaves { NameAndMore, NameAndList };
   static constexpr int kNoLimit = std::numeric_limits<int>::max();
 
   int least;  // number of parameters
   int most;
   NameForm nameForm = NameForm::AsWritten;
   ListFault listFault = ListFault::NotAllowed;  // where a parameter list should stand
+  Leaves leaves = Leaves::NameAndMore;          // of the invocation itself
 };
 
 // The parameter list of an invocation of the wanted shape. Null for any other, with
-// a message unless there is no invocation or nothing in it. A parameter that is
-// missing in the tree makes the number of parameters wrong.
+// a message unless there is no invocation or nothing in it (which is a fault like any
+// other where name and list are all that may be in it). A parameter that is missing in
+// the tree makes the number of parameters wrong.
 ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const InvocationShape& shape,
                     std::vector<VELMessage>& messages);
 

@@ -35,6 +35,8 @@ inline constexpr MessageFormat kNotShiftable{0xC0032, Severity::Error,
                                              "'%s' param '%s' not an 'Integer' type;"};
 inline constexpr MessageFormat kTypeMismatch{0xC0032, Severity::Error,
                                              "'%s' invocation '%s':'%s' type mismatch;"};
+inline constexpr MessageFormat kNotAssignable{0xC0037, Severity::Error,
+                                              "'%s' are not allowed to be assigned values;"};
 // Names the operator where the text speaks of a program.
 inline constexpr MessageFormat kParameterCount{
     0xC0040, Severity::Error,
@@ -58,6 +60,16 @@ inline constexpr MessageFormat kIntegerToFloat{0xC0197, Severity::Warning, kToUn
 inline constexpr MessageFormat kInformationLoss{
     0xC0197, Severity::Warning,
     "Implicit conversion from type '%s' to type '%s' : Possible loss of information;"};
+inline constexpr MessageFormat kAddressNotSupported{0xC0220, Severity::Error,
+                                                    "This address(%s) is not supported;"};
+inline constexpr MessageFormat kAddressNotValid{0xC0221, Severity::Error,
+                                                "Address '%s' is not valid;"};
+inline constexpr MessageFormat kAddressOverflow{0xC0221, Severity::Warning,
+                                                "This address(%s) is overflow the local address;"};
+inline constexpr MessageFormat kAddressMismatch{
+    0xC0222, Severity::Error, "The start address(%s) does not match the end address(%s);"};
+inline constexpr MessageFormat kAddressOrder{
+    0xC0223, Severity::Error, "The start address(%s) is greater than the end address(%s);"};
 
 }  // namespace message
 

@@ -210,7 +210,9 @@ std::string FakeGenerator::variableText(vel::SymbolVar* variable, int flag,
   return pouName + "." + variable->name() + "/" + std::to_string(flag);
 }
 std::string FakeGenerator::expressionText(vel::ASTNode* expression) {
-  return expression != nullptr ? vel::TreeBuilder::text(expression) + "'" : "";
+  const std::string source = vel::TreeBuilder::text(expression);
+  if (texts.count(source) != 0) return texts[source];
+  return expression != nullptr ? source + "'" : "";
 }
 std::string FakeGenerator::prepareConstant(const std::string& text, BasicDataType type) {
   static_cast<FakeHost*>(ii)->calls.push_back("constant " + text + " " +
@@ -256,6 +258,18 @@ std::string AstNodeHelper::basicDataToCTypeText(BasicDataType type) {
 int AstNodeHelper::getBasicDataTypeSize(vel::InternalInterface* /*ii*/, BasicDataType type) {
   const TypeRow* row = findType(type);
   return row != nullptr ? row->size : 0;
+}
+
+bool AstNodeHelper::checkAstWritable(vel::InternalInterface* ii, vel::ASTNode* node,
+                                     const std::string& text, const std::string& pouName,
+                                     std::vector<vel::VELMessage>& messages, bool flag1,
+                                     bool flag2) {
+  EXPECT_FALSE(flag1 || flag2);
+  auto* host = static_cast<FakeHost*>(ii);
+  host->calls.push_back("write " + text + " in " + pouName);
+  const bool writable = host->readOnly.count(text) == 0;
+  if (!writable) messages.push_back({node->pos(), -1, 1, 0xF0003, text, "", ""});
+  return writable;
 }
 
 bool AstNodeHelper::isIntegerType(BasicDataType type) {
@@ -359,6 +373,9 @@ GenClanAPI::~GenClanAPI() = default;
 Generator::Generator(InternalInterface* services) : ii(services) {}
 Generator::~Generator() = default;
 InternalInterface::~InternalInterface() = default;
+JapanComponent DeviceMemory::parseComponent(const std::string& text) {
+  return static_cast<FakeHost::Services::Memory*>(this)->find(text).parts;
+}
 DeviceMemory::~DeviceMemory() = default;
 bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool strict) {
   EXPECT_FALSE(strict);
@@ -407,6 +424,12 @@ VarContainer::VarContainer(Type type, const std::string& name) : SymbolMemUnit(t
 VarContainer::~VarContainer() = default;
 int VarContainer::paramsCount() const { return static_cast<int>(params_.size()); }
 SymbolVar* VarContainer::param(int i) const { return params_.at(static_cast<std::size_t>(i)); }
+SymbolVar* VarContainer::param(const std::string& name) const {
+  for (SymbolVar* each : params_) {
+    if (each != nullptr && stringToUpper(each->name()) == stringToUpper(name)) return each;
+  }
+  return nullptr;
+}
 SymbolPOU::SymbolPOU(InternalInterface* ii, const std::string& name, POUType type,
                      SymbolVar* returnVar)
     : VarContainer(Pou, name), ii_(ii), type_(type), returnVar_(returnVar) {

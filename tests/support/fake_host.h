@@ -38,6 +38,7 @@ class FakeHost : public vel::InternalInterface {
   // Answers.
   int rating = 0;                    // of compareDataType
   int notation = 0;                  // of addresses
+  std::set<std::string> readOnly;    // recorded and refused, with a host message, when written
   std::set<std::string> complaints;  // expressions whose type is asked for with a host message
   std::set<std::string> refusedUnits;
   std::map<std::string, FakeAddress> addresses;    // by text, letter case included
@@ -86,6 +87,7 @@ class FakeGenerator : public vel::Generator {
   explicit FakeGenerator(FakeHost& host) : Generator(&host) {}
 
   std::map<std::string, std::string> options;
+  std::map<std::string, std::string> texts;  // of expressions that have another
 
   const char* optionText(const char* name) override;
   std::string typeText(vel::SymbolDataType* type) override;

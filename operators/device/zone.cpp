@@ -1,0 +1,109 @@
+#include "operators/device/zone.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+
+#include "core/case_folding.h"
+#include "core/checks.h"
+#include "core/invocation.h"
+#include "core/messages.h"
+#include "host/generator.h"
+#include "operators/device/address.h"
+
+namespace vel {
+namespace {
+
+constexpr InvocationShape kTwoParameters{2, 2, InvocationShape::NameForm::AsWritten,
+                                         InvocationShape::ListFault::Abnormal};
+constexpr std::string_view kSetZone = "ZSET";
+
+struct Bound {
+  ASTNode* node;
+  std::string text;
+  HeapAddress address;
+  JapanComponent parts;
+};
+
+bool isOneOf(std::string_view text, std::initializer_list<std::string_view> kinds) {
+  return std::any_of(kinds.begin(), kinds.end(),
+                     [text](std::string_view kind) { return equalIgnoringCase(text, kind); });
+}
+
+bool isWritable(const Bound& bound, int notation) {
+  switch (notation) {
+    case kIecNotation:
+      return isOneOf(iecKind(bound.text, 1), {"Q", "M"});
+    case kLetterNotation:
+      return isOneOf(bound.parts.device, {"Y", "M", "S", "B", "D", "R", "W"});
+    default:
+      return true;
+  }
+}
+
+// A zone may begin or end at `bound`, whose node is given; fills in the rest.
+bool checkBound(InternalInterface* ii, std::vector<VELMessage>& messages, int notation, bool sets,
+                Bound& bound) {
+  bound.text = AstNodeHelper::astText(bound.node);
+  if (!ii->deviceMemory()->string2IecAddress(bound.text, &bound.address, false)) {
+    report(ii, messages, message::kAddressNotValid, bound.node->pos(), bound.text);
+    return false;
+  }
+  bound.parts = ii->deviceMemory()->parseComponent(bound.text);
+  const bool isBit = bound.address.isBitMode();
+  // Words can be reset but not set in IEC notation.
+  const bool settable = !sets || notation != kIecNotation || isBit || bound.address.unitSize == 1;
+  if (isWritable(bound, notation) && settable && (isBit || bound.parts.suffix.empty())) return true;
+  report(ii, messages, message::kAddressNotSupported, bound.node->pos(), bound.text);
+  return false;
+}
+
+bool hasBitIndex(const HeapAddress& address) { return address.bitIndex != HeapAddress().bitIndex; }
+
+}  // namespace
+
+bool ZMemOperator::check(InternalInterface* ii, ASTNode* invocation,
+                         std::vector<VELMessage>& messages, std::string& /*resultType*/,
+                         const std::string& /*pouName*/) {
+  const ASTNode* list = checkShape(ii, invocation, kTwoParameters, messages);
+  if (list == nullptr) return false;
+
+  const bool sets = equalIgnoringCase(operatorText(invocation), kSetZone);
+  const int notation = ii->addressNotation();
+  Bound start{list->leaf(0), {}, {}, {}};
+  Bound end{list->leaf(1), {}, {}, {}};
+  const bool startHolds = checkBound(ii, messages, notation, sets, start);
+  const bool endHolds = checkBound(ii, messages, notation, sets, end);
+  if (!startHolds || !endHolds) return false;
+
+  const bool sameDevice =
+      notation != kLetterNotation || equalIgnoringCase(start.parts.device, end.parts.device);
+  if (!sameDevice || start.address.isBitMode() != end.address.isBitMode()) {
+    report(ii, messages, message::kAddressMismatch, end.node->pos(), start.text, end.text);
+    return false;
+  }
+  if (rawAddress(ii, start.address) <= rawAddress(ii, end.address)) return true;
+  report(ii, messages, message::kAddressOrder, end.node->pos(), start.text, end.text);
+  return false;
+}
+
+std::string ZMemOperator::generate(Generator* gen, ASTNode* invocation) {
+  const char* written = nameToken(invocation);
+  const ASTNode* list = argumentList(invocation);
+  if (written == nullptr || list == nullptr || list->leavesCount() < 2) return {};
+
+  InternalInterface* ii = gen->ii;
+  const HeapAddress start = addressOf(ii, list->leaf(0));
+  const HeapAddress end = addressOf(ii, list->leaf(1));
+  const bool endsInBit = hasBitIndex(end);
+  if (!endsInBit && end.unitSize != 2 && ii->addressNotation() == kLetterNotation) return {};
+
+  const std::uint32_t first = rawAddress(ii, start);
+  const std::uint32_t count = (endsInBit ? 1 : end.unitSize) + rawAddress(ii, end) - first;
+  return "mset(" + std::to_string(first) + "," + std::to_string(count) +
+         (hasBitIndex(start) ? ",1," : ",0,") +
+         (equalIgnoringCase(written, kSetZone) ? "0xFF)" : "0)");
+}
+
+}  // namespace vel

@@ -1,0 +1,203 @@
+// What the C of operators computes, through plugin, compiler and runtime.
+#include <fmt/format.h>
+
+#include <vector>
+
+#include "tests/cli/velc_fixture.h"
+
+namespace velc {
+namespace {
+
+struct Row {
+  const char* type;  // of the variable that the expression is given to
+  const char* expression;
+  const char* value;  // as velc prints it
+};
+
+class OperatorValues : public Velc {
+ protected:
+  // One program for all rows, so that one compilation serves them.
+  void expectValues(const std::vector<Row>& rows, const char* variables = "") const {
+    std::string declared = variables;
+    std::string statements;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      declared += fmt::format("v{} : {};\n", i, rows[i].type);
+      statements += fmt::format("v{} := {};\n", i, rows[i].expression);
+    }
+    writeProgram("values.st", declared, statements);
+    const Outcome outcome = velc("run values.st");
+    ASSERT_EQ(0, outcome.code) << outcome.err;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const std::string line = fmt::format("\nv{} = ", i);
+      const std::size_t at = ('\n' + outcome.out).find(line);
+      ASSERT_NE(std::string::npos, at) << outcome.out;
+      const std::size_t start = at + line.size() - 1;
+      EXPECT_EQ(rows[i].value, outcome.out.substr(start, outcome.out.find('\n', start) - start))
+          << rows[i].type << " := " << rows[i].expression;
+    }
+  }
+};
+
+TEST_F(OperatorValues, NumericFunctions) {
+  expectValues(
+      {
+          {"INT", "ABS(i)", "7"},
+          {"LINT", "ABS(LINT#-9000000000)", "9000000000"},
+          {"REAL", "ABS(r)", "2.5"},
+          {"LREAL", "ABS(-0.125 + LREAL#0)", "0.125"},
+          {"LREAL", "SQRT(n)", "3.0"},
+          {"REAL", "SQRT(REAL#6.25)", "2.5"},
+          {"LREAL", "EXPT(2.0, 10)", "1024.0"},
+          {"LREAL", "LOG(1000)", "3.0"},
+          {"LREAL", "LN(EXP(n))", "9.0"},
+          {"LREAL", "SIN(ASIN(LREAL#0.5)) + COS(n - n) + TAN(ATAN(n - n)) - ACOS(1)", "1.5"},
+      },
+      "i : INT := -7; n : INT := 9; r : REAL := -2.5;");
+}
+
+TEST_F(OperatorValues, Conversions) {
+  expectValues(
+      {
+          {"INT", "TO_INT(r)", "3"},
+          {"INT", "TO_INT(s)", "42"},
+          {"INT", "to_int(w)", "-3"},
+          {"LREAL", "TO_LREAL(r)", "2.5"},
+          {"TIME", "TO_TIME(i)", "T#1500ms"},
+          {"BOOL", "TO_BOOL(i)", "TRUE"},
+          {"DINT", "TRUNC(-2.7)", "-2"},
+          {"DINT", "TRUNC(r)", "2"},
+          {"INT", "REAL_TO_INT(r) + REAL_TO_INT(-r) * 10 + REAL_TO_INT(0.49) * 100", "-27"},
+          {"INT", "BCD_TO_INT(b)", "42"},
+          {"BYTE", "INT_TO_BCD(42)", "16#42"},
+          {"INT", "STRING_TO_INT('12abc')", "0"},
+          {"USINT", "STRING_TO_USINT(' 300 ')", "255"},
+          {"UINT", "STRING_TO_UINT('16#1F')", "31"},
+          {"STRING", "INT_TO_STRING(-5)", "'-5'"},
+          {"STRING", "TO_STRING(T#1s)", "'T#1000ms'"},
+          {"WSTRING", "BOOL_TO_WSTRING(i > 0)", "\"TRUE\""},
+          // Each call has a text of its own.
+          {"BOOL", "INT_TO_STRING(1) = INT_TO_STRING(2)", "FALSE"},
+      },
+      "r : REAL := 2.5; s : STRING := '42'; w : WSTRING := \"-3\"; i : INT := 1500; b : BYTE := "
+      "16#42;");
+}
+
+TEST_F(OperatorValues, EveryTypeReadsBackWhatItPrints) {
+  const std::pair<const char*, const char*> values[] = {{"BOOL", "TRUE"},
+                                                        {"BYTE", "16#FF"},
+                                                        {"WORD", "16#FFFE"},
+                                                        {"DWORD", "16#FFFFFFFF"},
+                                                        {"LWORD", "16#FFFFFFFFFFFFFFFF"},
+                                                        {"SINT", "-128"},
+                                                        {"USINT", "255"},
+                                                        {"INT", "-32768"},
+                                                        {"UINT", "65535"},
+                                                        {"DINT", "-2147483648"},
+                                                        {"UDINT", "4294967295"},
+                                                        {"LINT", "-9223372036854775808"},
+                                                        {"ULINT", "18446744073709551615"},
+                                                        {"REAL", "-3.4e+38"},
+                                                        {"LREAL", "0.1"},
+                                                        {"TIME", "T#-5ms"},
+                                                        {"DATE", "D#2026-11-21"},
+                                                        {"TOD", "TOD#23:59:59.999"},
+                                                        {"DT", "DT#2026-11-21-12:30:15"}};
+  std::vector<std::string> texts;
+  std::vector<Row> rows;
+  texts.reserve(2 * std::size(values));
+  for (const auto& [type, value] : values) {
+    for (const char* const kind : {"STRING", "WSTRING"}) {
+      texts.push_back(fmt::format("{1}_TO_{0}({0}_TO_{1}({2}))", type, kind, value));
+      rows.push_back({type, texts.back().c_str(), value});
+    }
+  }
+  expectValues(rows);
+}
+
+TEST_F(OperatorValues, ShiftsRotationsAndChoices) {
+  expectValues(
+      {
+          {"USINT", "SHL(us, 0)", "129"},
+          {"USINT", "SHL(us, 1)", "2"},
+          {"USINT", "SHR(us, 1)", "64"},
+          {"USINT", "SHL(us, -1)", "0"},
+          {"UINT", "SHL(ui, 15)", "32768"},
+          {"UDINT", "SHR(ud, 31)", "1"},
+          {"ULINT", "SHL(ul, 63)", "9223372036854775808"},
+          {"SINT", "SHR(si, 1)", "-64"},
+          {"USINT", "ROL(us, 1)", "3"},
+          {"USINT", "ROL(us, 9)", "3"},
+          {"USINT", "ROL(us, -1)", "192"},
+          {"USINT", "ROR(us, 1)", "192"},
+          {"SINT", "ROL(si, 1)", "1"},
+          {"UINT", "ROR(ui, 1)", "32768"},
+          {"INT", "ROL(i, 1)", "3"},
+          {"UDINT", "ROL(ud, 1)", "1"},
+          {"DINT", "ROR(d, 1)", "-2147483648"},
+          {"ULINT", "ROR(ul, 1)", "9223372036854775808"},
+          {"LINT", "ROL(l, -1)", "-9223372036854775808"},
+          {"INT", "MUX(us - 128, i, d2, 3)", "22"},
+          {"LINT", "MUX(-1, l, 5)", "1"},
+          {"LINT", "MUX(99, 7, l + 1)", "2"},
+          {"LREAL", "MUX(0, 2.5, l)", "2.5"},
+          {"INT", "LIMIT(10, 20, 5)", "5"},
+          {"INT", "MAX(MIN(3, i), -5)", "-5"},
+          {"INT", "SEL(TRUE, 1, 2)", "2"},
+          {"LTIME", "MAX(lt, T#2s)", "LTIME#2000000000ns"},
+      },
+      "us : USINT := 129; ui : UINT := 1; ud : UDINT := 16#80000000; ul : ULINT := 1; si : SINT := "
+      "-128; i : INT := -32767; d : DINT := 1; l : LINT := 1; d2 : INT := 22; lt : LTIME := "
+      "LTIME#1s;");
+}
+
+TEST_F(OperatorValues, SizesAndAddresses) {
+  expectValues(
+      {
+          {"UDINT", "SIZEOF(l)", "8"},
+          {"UDINT", "SIZEOF(INT)", "2"},
+          {"UDINT", "SIZEOF(SINT#5)", "1"},
+          {"UDINT", "SIZEOF(5)", "4"},
+          {"UDINT", "SIZEOF(%MD1)", "4"},
+          {"UDINT", "SIZEOF(%MX1.0)", "1"},
+          {"UDINT", "SIZEOF(s)", "11"},
+          {"UDINT", "ADR(%MW2) - ADR(%MB1)", "3"},
+          {"BOOL", "ADR(l) = ADR(s)", "FALSE"},
+      },
+      "l : LINT; s : STRING[10];");
+}
+
+TEST_F(OperatorValues, EdgesGiveOnePulse) {
+  write("edges.st",
+        "FUNCTION F : BOOL VAR_INPUT c : BOOL; END_VAR F := MEP(c); END_FUNCTION\n"
+        "FUNCTION_BLOCK B VAR_INPUT c : BOOL; END_VAR VAR_OUTPUT n : INT; END_VAR\n"
+        "IF MEP(c) THEN n := n + 1; END_IF; IF MEF(c) THEN n := n + 100; END_IF;\n"
+        "END_FUNCTION_BLOCK\n"
+        "PROGRAM P VAR scan, up, down, same, other, f1 : INT; b1, b2 : B; c : BOOL; END_VAR\n"
+        "scan := scan + 1; c := scan MOD 4 >= 2;\n"
+        "IF MEP(c) THEN up := up + 1; END_IF; IF MEF(c) THEN down := down + 1; END_IF;\n"
+        // The same text has stored the condition already; another text has not.
+        "IF MEP(c) THEN same := same + 1; END_IF; IF mep(c) THEN other := other + 1; END_IF;\n"
+        "IF F(c) THEN f1 := f1 + 1; END_IF;\n"
+        "b1(c := c); b2(c := NOT c); END_PROGRAM\n");
+  const Outcome outcome = velc("run edges.st --scans 8");
+  EXPECT_EQ(0, outcome.code) << outcome.err;
+  EXPECT_EQ("scan = 8\nup = 2\ndown = 2\nsame = 0\nother = 2\nf1 = 2\nc = FALSE\n", outcome.out);
+  const Outcome calls = velc("translate edges.st --call-tree");
+  EXPECT_NE(std::string::npos, calls.out.find("\"callee\": \"F\"")) << calls.out;
+}
+
+TEST_F(OperatorValues, CallsAreRecorded) {
+  writeProgram("calls.st", "k, i : INT; s : STRING; l : LREAL;",
+               "i := MUX(k, i, 2);\nl := MUX(k, l, 2);\ns := TO_STRING(i);\ni := TO_INT(s);");
+  const Outcome outcome = velc("translate calls.st --call-tree");
+  std::string calls;
+  for (std::size_t at = 0; (at = outcome.out.find("\"callee\": \"", at)) != std::string::npos;) {
+    at += 11;
+    calls += outcome.out.substr(at, outcome.out.find('"', at) - at) + " ";
+  }
+  EXPECT_EQ("MUX FC_MUX_INT MUX FC_MUX_LONGREAL INT_TO_STRING STRING_TO_INT ", calls);
+  EXPECT_NE(std::string::npos, outcome.out.find("\"caller\": \"p\"")) << outcome.out;
+}
+
+}  // namespace
+}  // namespace velc
