@@ -1,8 +1,17 @@
-// Operations of symbols.
+// Operations of symbols and addresses: what every host keeps of them.
 #include "host/symbol.h"
 #include "refhost/services/folded.h"
 
 namespace vel {
+
+namespace {
+constexpr std::uint32_t kAllOnes = 0xFFFFFFFF;
+}
+
+HeapAddress::HeapAddress()
+    : area(0), unitSize(kAllOnes), position(kAllOnes), bitIndex(kAllOnes), extra(0) {}
+bool HeapAddress::isBitMode() const { return bitIndex != kAllOnes; }
+JapanComponent::~JapanComponent() = default;
 
 Symbol::Symbol(Type type, const std::string& name) : name_(name), type_(type) {}
 Symbol::~Symbol() = default;

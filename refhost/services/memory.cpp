@@ -209,16 +209,6 @@ namespace vel {
 
 using refhost::Memory;
 
-HeapAddress::HeapAddress()
-    : area(0),
-      unitSize(refhost::kNone),
-      position(refhost::kNone),
-      bitIndex(refhost::kNone),
-      extra(0) {}
-bool HeapAddress::isBitMode() const { return bitIndex != refhost::kNone; }
-
-JapanComponent::~JapanComponent() = default;
-
 DeviceMemory::~DeviceMemory() = default;
 
 bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool) {

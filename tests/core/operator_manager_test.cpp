@@ -7,14 +7,19 @@
 #include <cstdlib>
 
 #include "core/fc_operator.h"
-#include "core/pending_operator.h"
+#include "core/operator.h"
 #include "core/registration.h"
 #include "support/fake_host.h"
 
 namespace {
 
-struct NamedOperator : vel::PendingOperator<vel::STOperator> {
-  using PendingOperator::PendingOperator;
+struct NamedOperator : vel::STOperator {
+  using STOperator::STOperator;
+  bool check(vel::InternalInterface*, vel::ASTNode*, std::vector<vel::VELMessage>&, std::string&,
+             const std::string&) override {
+    return false;
+  }
+  std::string generate(vel::Generator*, vel::ASTNode*) override { return {}; }
 };
 
 class Registry : public ::testing::Test {

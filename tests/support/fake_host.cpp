@@ -361,6 +361,7 @@ Symbol* SymbolManager::symbol(const char* name, const char* scope, Symbol::Type 
 }
 bool SymbolManager::addPOU(SymbolPOU* pou, int index) {
   EXPECT_EQ(index, -1);
+  EXPECT_TRUE(pou->services() != nullptr && pou->returnVariable() == nullptr);
   FakeHost& host = static_cast<FakeHost::Services::Symbols*>(this)->host;
   if (host.refusedUnits.count(pou->name()) != 0) return false;
   host.units.emplace_back(pou);
@@ -391,79 +392,8 @@ HeapRawAddr DeviceMemory::HeapAddress2HeapRawAddr(const HeapAddress& address) {
   return {static_cast<FakeHost::Services::Memory*>(this)->find(address).raw};
 }
 
-Symbol::Symbol(Type type, const std::string& name) : name_(name), type_(type) {}
-Symbol::~Symbol() = default;
-const std::string& Symbol::name() const { return name_; }
-Symbol::Type Symbol::symbolType() const { return type_; }
-SymbolDataType::SymbolDataType(const std::string& name, BasicDataType type)
-    : Symbol(DataType, name), type_(type) {}
-SymbolDataType::~SymbolDataType() = default;
-std::string SymbolDataType::typeName() const { return name(); }
-BasicDataType SymbolDataType::dataType() const { return type_; }
-SymbolFBType::SymbolFBType(const std::string& name)
-    : SymbolDataType(name, BasicDataType::FunctionBlock) {}
-SymbolFBType::~SymbolFBType() = default;
-SymbolTyped::SymbolTyped(const std::string& name, SymbolDataType* type)
-    : Symbol(Typed, name), type_(type) {}
-SymbolTyped::~SymbolTyped() = default;
-SymbolDataType* SymbolTyped::dataType() const { return type_; }
-SymbolMemUnit::SymbolMemUnit(Type type, const std::string& name) : Symbol(type, name) {}
-SymbolMemUnit::~SymbolMemUnit() = default;
-bool SymbolMemUnit::isFixedAddress() const { return fixedAddress_; }
-HeapRawAddr SymbolMemUnit::backendAddress() const { return backendAddress_; }
-HeapAddress SymbolMemUnit::iecAddress() const { return iecAddress_; }
-JapanComponent::~JapanComponent() = default;
-bool HeapAddress::isBitMode() const { return bitIndex != ~0U; }
-HeapAddress::HeapAddress() : area(0), unitSize(~0U), position(~0U), bitIndex(~0U), extra(0) {}
-SymbolVar::SymbolVar(const std::string& name, SymbolDataType* type, std::int32_t varKind)
-    : SymbolMemUnit(Variable, name), dataType_(type), varKind_(varKind) {}
-SymbolVar::~SymbolVar() = default;
-SymbolDataType* SymbolVar::dataType() const { return dataType_; }
-std::int32_t SymbolVar::varKind() const { return varKind_; }
-VarContainer::VarContainer(Type type, const std::string& name) : SymbolMemUnit(type, name) {}
-VarContainer::~VarContainer() = default;
-int VarContainer::paramsCount() const { return static_cast<int>(params_.size()); }
-SymbolVar* VarContainer::param(int i) const { return params_.at(static_cast<std::size_t>(i)); }
-SymbolVar* VarContainer::param(const std::string& name) const {
-  for (SymbolVar* each : params_) {
-    if (each != nullptr && stringToUpper(each->name()) == stringToUpper(name)) return each;
-  }
-  return nullptr;
-}
-SymbolPOU::SymbolPOU(InternalInterface* ii, const std::string& name, POUType type,
-                     SymbolVar* returnVar)
-    : VarContainer(Pou, name), ii_(ii), type_(type), returnVar_(returnVar) {
-  EXPECT_TRUE(ii_ != nullptr && returnVar_ == nullptr);
-}
-SymbolPOU::~SymbolPOU() = default;
-bool SymbolPOU::resetLayout(int /*generation*/) { return true; }
-void SymbolPOU::setCompiled(int /*state*/) {}
-Symbol* SymbolPOU::visitChild(const std::string& /*name*/, int* /*cursor*/) { return nullptr; }
-void SymbolPOU::setBackendAddress(const HeapRawAddr& /*address*/) {}
-POUType SymbolPOU::type() const { return type_; }
-SymbolFBType* SymbolPOU::fbType() const { return fbType_; }
-
 }  // namespace vel
 
-Expression::Expression(Operator op) : ASTNode(vel::ASTType::Expression), op_(op) {}
-Expression::~Expression() = default;
-Expression::Operator Expression::op() const { return op_; }
-BasicDataType Expression::basicType() const { return basicType_; }
-int Expression::bitAccessOffset() const { return bitAccessOffset_; }
-void Expression::setBasicType(BasicDataType type) { basicType_ = type; }
-Invocation::Invocation(vel::ASTType type) : ASTNode(type) {}
-Invocation::~Invocation() = default;
-BasicDataType Invocation::basicType() const { return basicType_; }
-void Invocation::setBasicType(BasicDataType type) { basicType_ = type; }
-ConstantValue::ConstantValue(BasicDataType type, const char* typeName, bool fixedType)
-    : ASTNode(vel::ASTType::ConstantValue),
-      basicData_(type),
-      typeName_(typeName),
-      fixedType_(fixedType) {}
-ConstantValue::~ConstantValue() = default;
-vel::BasicData& ConstantValue::basicData() { return basicData_; }
-std::string ConstantValue::typeStr() const { return typeName_; }
-bool ConstantValue::isFixedType() const { return fixedType_; }
 vel::SymbolDataType* VarDeclaration::astSpec2SymbolDataType(vel::InternalInterface* ii,
                                                             vel::VarContainer* scope,
                                                             vel::ASTNode* typeSpec, bool* ok) {
@@ -474,8 +404,3 @@ vel::SymbolDataType* VarDeclaration::astSpec2SymbolDataType(vel::InternalInterfa
   *ok = type != nullptr;
   return type;
 }
-POUDeclaration::POUDeclaration(vel::ASTType nodeKind, const char* name, vel::POUType type)
-    : ASTNode(nodeKind), kind(static_cast<int>(type)), name_(name), type_(type) {}
-POUDeclaration::~POUDeclaration() = default;
-const char* POUDeclaration::name() const { return name_; }
-vel::POUType POUDeclaration::type() const { return type_; }

@@ -1,0 +1,73 @@
+// Device memory and direct I/O, run in both notations.
+#include "tests/cli/velc_fixture.h"
+
+namespace velc {
+namespace {
+
+constexpr const char* kRefreshes =
+    "UPDATEINPUT = 1, 1\nUPDATEINPUT = 2, 1\nUPDATEINPUT = 2, 1\n"
+    "UPDATEOUTPUT = 1, 1\nUPDATEOUTPUT = 0, 1\nUPDATEOUTPUT = 8, 4\n";
+constexpr const char* kLocalIo = " --localio 'X:131072-131088;Y:139264-139280;' --trace-io ";
+
+TEST_F(Velc, RunsDirectIoInBothNotations) {
+  const std::string values =
+      "open_button = TRUE\nopened = FALSE\nclosed = FALSE\nmotor_up = TRUE\nmotor_down = FALSE\n"
+      "runs = 1\n";
+  const Outcome iec = velc("run " EXAMPLES
+                           "/gate_iec.st --set %IX0.0=TRUE --show %QB1 --show "
+                           "%mx0.0" +
+                           std::string(kLocalIo));
+  EXPECT_EQ(kRefreshes + values + "%QB1 = 16#F\n%mx0.0 = FALSE\n", iec.out) << iec.err;
+  const Outcome letters = velc("run " EXAMPLES
+                               "/gate_letters.st --notation letters --set X0=TRUE "
+                               "--show D10 --show D11.0" +
+                               std::string(kLocalIo));
+  EXPECT_EQ(kRefreshes + values + "D10 = 16#1\nD11.0 = TRUE\n", letters.out) << letters.err;
+  // Without local I/O nothing is refreshed, and opened is read through the macro.
+  const Outcome opened =
+      velc("run " EXAMPLES "/gate_iec.st --trace-io --set %IX0.1=TRUE --show %QB0");
+  EXPECT_EQ(0U, opened.out.find("open_button = FALSE\nopened = TRUE\n")) << opened.out;
+  EXPECT_NE(std::string::npos, opened.out.find("%QB0 = 16#2\n")) << opened.out;
+}
+
+TEST_F(Velc, ZonesMoveTheirOwnBitsOnly) {
+  writeProgram("zones.st", "l : LWORD; m AT %ML0 : LWORD := 16#FFFF_FFFF_FFFF_FFFF;",
+               "ZRST(%MX1.0, %MX1.7); ZRST(%MX3.3, %MX4.1); l := m;\n"
+               "ZSET(%MX8.1, %MX8.1); ZSET(%MB10, %MB11); ZRST(%MD5, %MD6); ZRST(%MW1, %MW1);\n"
+               "IZSET(%QX0.7, %QX1.0);");
+  EXPECT_EQ(
+      "l = 16#FFFFFFFC07FF00FF\nm = 16#FFFFFFFC000000FF\n%MB8 = 16#2\n%MW5 = 16#FFFF\n"
+      "%MD5 = 16#0\n%QW0 = 16#180\n",
+      velc("run zones.st --set %MD5=16#FFFF --show %MB8 --show %MW5 --show %MD5 --show %QW0").out);
+}
+
+TEST_F(Velc, BitsOfParametersAreThoseOfTheCaller) {
+  write(
+      "bits.st",
+      "FUNCTION_BLOCK B VAR_INPUT {bitparam} speed : WORD; n : INT; END_VAR\n"
+      "VAR_IN_OUT { BitParam } io : INT; END_VAR VAR_OUTPUT q : BOOL; END_VAR\n"
+      "q := GETBITOFPARAM(Speed, n); SETBITOFPARAM(IO, n + 1, q); SETBITOFPARAM(speed, 15, TRUE);\n"
+      "SETBITOFPARAM(io, 99, TRUE); END_FUNCTION_BLOCK\n"
+      "FUNCTION F : BOOL VAR_INPUT {bitparam} v : DINT; END_VAR F := GETBITOFPARAM(v, 31);\n"
+      "END_FUNCTION\n"
+      "PROGRAM P VAR x : WORD := 16#8; y : INT; own, neg, pos : BOOL; b : B; END_VAR\n"
+      "b(speed := x, n := 3, io := y); own := b.q; neg := F(-5); pos := F(y); END_PROGRAM\n");
+  EXPECT_EQ("x = 16#8008\ny = 16\nown = TRUE\nneg = TRUE\npos = FALSE\n", velc("run bits.st").out);
+}
+
+TEST_F(Velc, AddressesOfEveryTypeShareTheMemory) {
+  writeProgram(
+      "types.st",
+      "r AT %MD0 : REAL := 1.5; d AT %MD0 : DINT; lr AT %ML1 : LREAL := -2.0; si AT %MB15 : "
+      "SINT; w AT %MW100 : WORD; t AT %MD51 : TIME; x : WORD;",
+      "%MW101 := 16#1234; w.3 := %MX202.4; t := T#5s; x := 0; x.15 := w.3; %MX300.0 := x.15;");
+  EXPECT_EQ(
+      "r = 1.5\nd = 1069547520\nlr = -2.0\nsi = -64\nw = 16#8\nt = T#5000ms\nx = 16#8000\n"
+      "%MB300 = 16#1\n",
+      velc("run types.st --show %MB300").out);
+  EXPECT_EQ(2, velc("run types.st --show %MB16384").code);
+  EXPECT_EQ(0, velc("run types.st --show %MB16384 --memory-markers 16392").code);
+}
+
+}  // namespace
+}  // namespace velc
