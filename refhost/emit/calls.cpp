@@ -14,15 +14,6 @@ const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* param
   return nullptr;
 }
 
-// The cast to the result's type where the C of an operator has another.
-const char* typeCast(const Call& call) {
-  if (call.op->name == "ADR") return "(u32)(uintptr_t)";
-  if (call.op->name == "SIZEOF") return "(u32)";
-  // The runtime's functions compute in LREAL.
-  const bool function = call.basicType() == BasicDataType::Real && call.functionCall;
-  return function ? "(f32)" : "";
-}
-
 }  // namespace
 
 using vel::TreeBuilder;
@@ -36,14 +27,22 @@ void CGenerator::recordCall(const Call& call, const UnitSymbol& callee) {
   services_.calls.addOperatorCaller(unit_->name(), callee.name(), call.pos());
 }
 
+const char* CGenerator::typeCast(const Call& call) {
+  if (call.op == nullptr) return "";
+  if (call.op->name == "SIZEOF") return "(u32)";
+  // The runtime's functions compute in LREAL.
+  return call.functionCall && call.basicType() == BasicDataType::Real ? "(f32)" : "";
+}
+
 std::string CGenerator::operatorText(const Call& call) {
   if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
   services_.calls.currentLocation = call.pos();
   std::string text = call.op->generate(this, const_cast<Call*>(&call));
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
-  } else {
-    text.insert(0, typeCast(call));
+  } else if (call.op->name == "ADR") {
+    // A pointer in C, a number in the program.
+    text.insert(0, "(u32)(uintptr_t)");
   }
   return text;
 }

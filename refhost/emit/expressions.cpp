@@ -135,6 +135,7 @@ void CGenerator::append(const Expr& expr, std::string& out) {
       place(expr, out);
       break;
     case op::kWrapper:
+      out += typeCast(static_cast<const Call&>(*expr.leaf(0)));
       out += callText(static_cast<const Call&>(*expr.leaf(0)));
       break;
     case op::kNegate:

@@ -90,8 +90,12 @@ void CGenerator::assignment(const ASTNode& node) {
     const Type* const type = static_cast<const Call&>(source).dataType;
     if (type != nullptr) from = type->dataType();
   }
-  const std::string value = expressionText(node.leaf(1));
-  line(store(static_cast<const Expr&>(*node.leaf(0)), value, from) + ";");
+  const auto& target = static_cast<const Expr&>(*node.leaf(0));
+  std::string value = expressionText(node.leaf(1));
+  if (kindOf(source) == NodeKind::Invocation && typeOf(target) != from) {
+    value.insert(0, typeCast(static_cast<const Call&>(source)));
+  }
+  line(store(target, value, from) + ";");
 }
 
 std::string CGenerator::store(const Expr& target, const std::string& value, BasicDataType from) {
