@@ -166,7 +166,8 @@ TEST(RealTexts, AreTheShortestThatReadBack) {
 }
 
 TEST(RealTexts, AreTheSameInEveryLocale) {
-  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no other locale";
+  ASSERT_NE(nullptr, std::setlocale(LC_NUMERIC, "de_DE.UTF-8")) << "LOCPATH names the folder";
+  ASSERT_STREQ(",", std::localeconv()->decimal_point);
   expectReadings(kLREAL, "-1234.5e50=-1.2345e+53|1.5=1.5|1,5");
   std::setlocale(LC_NUMERIC, "C");
 }
