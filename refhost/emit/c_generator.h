@@ -107,9 +107,9 @@ class CGenerator final : public vel::Generator {
   // Operators record their own calls, the host those of the program's units.
   void recordCall(const Call& call, const UnitSymbol& callee);
   std::string operatorText(const Call& call);
-  // The cast to the result's type where the C of an operator has another one; an
-  // assignment to that type needs none.
-  static const char* typeCast(const Call& call);
+  // callText(), cast to the result's type where the C of an operator has another one; an
+  // assignment to that type needs no cast.
+  std::string typedText(const Call& call);
   std::string functionText(const Call& call);
   std::string pointerTo(const Expr& value, const Type* type);
   std::string temporary(const Type* type);

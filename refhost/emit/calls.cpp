@@ -1,5 +1,8 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
 
@@ -27,11 +30,16 @@ void CGenerator::recordCall(const Call& call, const UnitSymbol& callee) {
   services_.calls.addOperatorCaller(unit_->name(), callee.name(), call.pos());
 }
 
-const char* CGenerator::typeCast(const Call& call) {
-  if (call.op == nullptr) return "";
-  if (call.op->name == "SIZEOF") return "(u32)";
-  // The runtime's functions compute in LREAL.
-  return call.functionCall && call.basicType() == BasicDataType::Real ? "(f32)" : "";
+std::string CGenerator::typedText(const Call& call) {
+  std::string text = callText(call);
+  if (call.op == nullptr) return text;
+  if (call.op->name == "SIZEOF") return "(u32)" + text;
+  if (call.basicType() != BasicDataType::Real) return text;
+  // The runtime's functions compute in LREAL, and macros with literals do.
+  if (call.functionCall) return "(f32)" + text;
+  constexpr std::array<std::string_view, 4> kMacros{"LIMIT", "MAX", "MIN", "SEL"};
+  const bool macro = std::find(kMacros.begin(), kMacros.end(), call.op->name) != kMacros.end();
+  return macro ? "(f32)(" + text + ")" : text;
 }
 
 std::string CGenerator::operatorText(const Call& call) {

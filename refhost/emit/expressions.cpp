@@ -135,8 +135,7 @@ void CGenerator::append(const Expr& expr, std::string& out) {
       place(expr, out);
       break;
     case op::kWrapper:
-      out += typeCast(static_cast<const Call&>(*expr.leaf(0)));
-      out += callText(static_cast<const Call&>(*expr.leaf(0)));
+      out += typedText(static_cast<const Call&>(*expr.leaf(0)));
       break;
     case op::kNegate:
     case op::kNot:
@@ -221,6 +220,10 @@ void CGenerator::binary(const Expr& expr, std::string& out) {
       numbers(expr, meeting.operands, out);
       return;
     }
+    if (op == op::kPower) {
+      numbers(expr, BasicDataType::LReal, out);
+      return;
+    }
     if (meeting.kind != Kind::Untyped) {
       times(expr, meeting, out);
       return;
@@ -269,12 +272,8 @@ void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out)
   const bool widened =
       !plain && (!isSmall(type) || (type == BasicDataType::UInt && op == op::kMultiply));
   const auto side = [&](const ASTNode& node) {
-    const Literal* const literal = literalOf(node);
-    const bool suffix = widened && literal != nullptr && !isNegative(literal->value);
-    if (widened && !suffix) out += fmt::format("({})", wrappingType(type));
+    if (widened) out += fmt::format("({})", wrappingType(type));
     converted(node, type, out);
-    // A longer literal has its suffix already.
-    if (suffix && out.back() >= '0' && out.back() <= '9') out += 'u';
   };
   if (!plain) out += fmt::format("({})(", name);
   side(left);

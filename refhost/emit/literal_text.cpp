@@ -83,6 +83,33 @@ void appendInteger(std::int64_t value, std::string& out) {
   appendInteger(value < 0, value < 0 ? 0 - bits : bits, out);
 }
 
+namespace {
+
+// Types beyond C's int compute in their own width only when the literal has it.
+const char* suffixOf(BasicDataType type) {
+  switch (type) {
+    case BasicDataType::UDInt:
+      return "u";
+    case BasicDataType::LInt:
+    case BasicDataType::LTime:
+      return "LL";
+    case BasicDataType::ULInt:
+      return "ULL";
+    default:
+      return "";
+  }
+}
+
+// In place of the suffix that the number's size alone asks for.
+void suffix(BasicDataType type, std::string& out) {
+  const std::string_view wanted = suffixOf(type);
+  if (wanted.empty() || out.back() == ')') return;
+  while (out.back() == 'L' || out.back() == 'U') out.pop_back();
+  out += wanted;
+}
+
+}  // namespace
+
 void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& out) {
   switch (value.form) {
     case LiteralForm::Bool:
@@ -90,6 +117,7 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
       break;
     case LiteralForm::Integer:
       appendInteger(value.negative, value.magnitude, out);
+      suffix(type == BasicDataType::None && value.fixedType ? value.type : type, out);
       break;
     case LiteralForm::Real:
       // A REAL operand is compared as a REAL holds it.
@@ -101,9 +129,10 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
       if (type == BasicDataType::LTime && value.type == BasicDataType::Time) {
         constexpr std::int64_t kNanosecondsPerMillisecond = 1000000;
         appendInteger(value.ticks * kNanosecondsPerMillisecond, out);
-        break;
+      } else {
+        appendInteger(value.ticks, out);
       }
-      appendInteger(value.ticks, out);
+      suffix(type == BasicDataType::None ? value.type : type, out);
       break;
     case LiteralForm::Date:
     case LiteralForm::TimeOfDay:

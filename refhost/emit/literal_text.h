@@ -10,7 +10,8 @@ namespace refhost {
 
 void appendInteger(bool negative, std::uint64_t magnitude, std::string& out);
 void appendInteger(std::int64_t value, std::string& out);
-// A literal's value as an operand of type `type`, which it can be given to.
+// A literal's value as an operand of type `type`, which it can be given to; with None
+// as it stands, a typed literal with its own type.
 void appendLiteral(const LiteralValue& value, vel::BasicDataType type, std::string& out);
 // True when the text needs parentheses as an operand.
 bool isNegative(const LiteralValue& value);

@@ -91,10 +91,9 @@ void CGenerator::assignment(const ASTNode& node) {
     if (type != nullptr) from = type->dataType();
   }
   const auto& target = static_cast<const Expr&>(*node.leaf(0));
-  std::string value = expressionText(node.leaf(1));
-  if (kindOf(source) == NodeKind::Invocation && typeOf(target) != from) {
-    value.insert(0, typeCast(static_cast<const Call&>(source)));
-  }
+  const bool widened = kindOf(source) == NodeKind::Invocation && typeOf(target) != from;
+  const std::string value =
+      widened ? typedText(static_cast<const Call&>(source)) : expressionText(node.leaf(1));
   line(store(target, value, from) + ";");
 }
 

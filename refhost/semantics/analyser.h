@@ -80,7 +80,7 @@ class Analyser {
   void judge(const Type* to, const Type* from, const ASTNode& source) {
     judge(to, from, source, source.pos());
   }
-  void judgeUntyped(const Type& to, const Call& call, vel::TextLocation at);
+  void judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at);
   bool hasBeenSaid(const vel::VELMessage& message, const Call& call) const;
 
   // statements.cpp

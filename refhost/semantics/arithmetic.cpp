@@ -52,6 +52,23 @@ BasicDataType typeOf(const ASTNode& operand) {
   return type != nullptr ? type->dataType() : BasicDataType::None;
 }
 
+BasicDataType likelyType(const ASTNode& value) {
+  if (kindOf(value) == NodeKind::Invocation) {
+    const auto& call = static_cast<const Call&>(value);
+    if (call.dataType != nullptr) return call.dataType->dataType();
+    const ASTNode* const list = call.op != nullptr && call.accepted ? call.leaf(1) : nullptr;
+    const int count = list != nullptr ? list->leavesCount() : 0;
+    return count > 0 ? likelyType(*list->leaf(count - 1)) : BasicDataType::None;
+  }
+  const BasicDataType known = typeOf(value);
+  if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;
+  const auto& expr = static_cast<const Expr&>(value);
+  if (expr.op() != op::kWrapper && !isArithmetic(expr.op()) && expr.op() < op::kAnd) return known;
+  const BasicDataType first = likelyType(*expr.leaf(0));
+  const bool second = first == BasicDataType::None && expr.leavesCount() > 1;
+  return second ? likelyType(*expr.leaf(1)) : first;
+}
+
 const Literal* literalOf(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return nullptr;
   const auto& expr = static_cast<const Expr&>(node);
@@ -122,6 +139,12 @@ Meeting meet(const Expr& binary) {
   };
 
   if (left == BasicDataType::None || right == BasicDataType::None) {
+    const BasicDataType first = likelyType(leftNode);
+    const BasicDataType second = likelyType(rightNode);
+    const bool known = first != BasicDataType::None && second != BasicDataType::None;
+    if (known && (isText(first) || isText(second))) {
+      return first == second && isComparison(op) ? result(Kind::Text, first) : Meeting{};
+    }
     return result(Kind::Untyped, left != BasicDataType::None ? left : right);
   }
   if (isNumber(left) && isNumber(right)) {

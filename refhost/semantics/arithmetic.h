@@ -32,6 +32,10 @@ Meeting meet(const Expr& binary);
 // The type of an operand; None when it has none.
 BasicDataType typeOf(const ASTNode& operand);
 
+// The type that a value will have where typeOf() knows none: an operator that names no
+// result type gives one of its last parameter's kind.
+BasicDataType likelyType(const ASTNode& value);
+
 bool isComparison(Expression::Operator op);
 bool isArithmetic(Expression::Operator op);
 

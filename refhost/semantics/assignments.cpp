@@ -46,7 +46,7 @@ Judgement judgeNumbers(int rated, const vel::SymbolDataType& to, const vel::Symb
 
 void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
                      const Call* call) {
-  if (to != nullptr && from == nullptr && call != nullptr) judgeUntyped(*to, *call, at);
+  if (to != nullptr && from == nullptr) judgeUntyped(*to, source, at);
   if (to == nullptr || from == nullptr) return;
   const Literal* const literal = literalOf(source);
   const std::string literalText =
@@ -73,16 +73,13 @@ bool Analyser::hasBeenSaid(const vel::VELMessage& message, const Call& call) con
   return false;
 }
 
-// An operator that names no result type gives one of its last parameter's kind: a text
-// where the target is one, and no text elsewhere.
-void Analyser::judgeUntyped(const Type& to, const Call& call, vel::TextLocation at) {
-  const ASTNode* const list = call.leaf(1);
-  if (!call.accepted || list->leavesCount() == 0) return;
-  const ASTNode& last = *list->leaf(list->leavesCount() - 1);
-  const BasicDataType given = typeOf(last);
-  if (given == BasicDataType::None || isText(given) == isText(to.dataType())) return;
+// Of a value without a type only this is known: a text goes to a text of its kind.
+void Analyser::judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at) {
+  const BasicDataType given = likelyType(source);
+  const bool text = isText(given) || isText(to.dataType());
+  if (given == BasicDataType::None || given == to.dataType() || !text) return;
   report(messages_, at, message::kCannotConvert,
-         {displayName(static_cast<const Expr&>(last).dataType), displayName(&to)});
+         {AstNodeHelper::basicDataTypeText(given), displayName(&to)});
 }
 
 }  // namespace refhost

@@ -95,6 +95,10 @@ void Analyser::judgeOperands(const Call& call) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
+  const bool toText = call.op->name == "TO_STRING" || call.op->name == "TO_WSTRING";
+  if (toText && typeOf(*list->leaf(0)) == BasicDataType::None) {
+    say(*list->leaf(0), message::kOperandType, call.op->name, displayName(nullptr));
+  }
   if (call.op->name == "EXPT") {
     const auto& exponent = static_cast<const Expr&>(*list->leaf(1));
     const BasicDataType type = typeOf(exponent);

@@ -150,6 +150,27 @@ TEST_F(OperatorValues, ShiftsRotationsAndChoices) {
       "LTIME#1s;");
 }
 
+TEST_F(OperatorValues, TypedLiteralsComputeInTheirType) {
+  expectValues({
+      {"LINT", "LINT#1000000 * LINT#1000000", "1000000000000"},
+      {"LTIME", "LTIME#1ns - LTIME#2ns", "LTIME#-1ns"},
+      {"ULINT", "ULINT#100000 * ULINT#100000", "10000000000"},
+      {"BOOL", "ULINT#1 - ULINT#2 > ULINT#5", "TRUE"},
+      {"ULINT", "UDINT#1 - UDINT#2", "4294967295"},
+      {"LREAL", "UDINT#0 - UDINT#1", "4294967295.0"},
+      {"BOOL", "1 - UDINT#2 > 0", "TRUE"},
+      {"LINT", "TO_LINT(UDINT#1 - UDINT#2)", "4294967295"},
+      {"BOOL", "UDINT#4000000000 + UDINT#1000000000 = UDINT#705032704", "TRUE"},
+      {"LINT", "MAX(LINT#3000000 * LINT#3000000, LINT#0)", "9000000000000"},
+      {"LWORD", "SHL(LWORD#1, 63)", "16#8000000000000000"},
+      {"ULINT", "SHL(ULINT#5, 32) + 1", "21474836481"},
+      {"LWORD", "SHL(LWORD#16#F0, 32) OR 1", "16#F000000001"},
+      {"STRING", "TO_STRING(LINT#1000000 * LINT#1000000)", "'1000000000000'"},
+      {"LINT", "LINT#-9223372036854775808 + LINT#-1", "9223372036854775807"},
+      {"TIME", "T#24d + T#24d", "T#-147767296ms"},
+  });
+}
+
 TEST_F(OperatorValues, SizesAndAddresses) {
   expectValues(
       {

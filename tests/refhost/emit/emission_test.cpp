@@ -11,8 +11,9 @@ constexpr const char* kAll =
 TEST(Emission, StatementsBecomeC) {
   const std::pair<const char*, const char*> rows[] = {
       {"i := i + 1;", "self->i = (i16)(self->i + 1);"},
-      {"d := d * 2 - i;", "self->d = (i32)((u32)(i32)((u32)self->d * 2u) - (u32)(i32)self->i);"},
-      {"ud := ud - 1;", "self->ud = self->ud - 1;"},
+      {"d := d * 2 - i;",
+       "self->d = (i32)((u32)(i32)((u32)self->d * (u32)2) - (u32)(i32)self->i);"},
+      {"ud := ud - 1;", "self->ud = self->ud - 1u;"},
       {"u := u * u;", "self->u = (u16)((u32)self->u * (u32)self->u);"},
       {"i := i / j MOD 3;", "self->i = vel_mod_i16(vel_div_i16(self->i, self->j), 3);"},
       {"i := -i;", "self->i = (i16)-self->i;"},
@@ -29,7 +30,7 @@ TEST(Emission, StatementsBecomeC) {
       {"b := b AND i > 3 OR NOT c;", "self->b = (self->b & (self->i > 3)) | (!self->c);"},
       {"bt := bt AND NOT 16#F0;", "self->bt = self->bt & ((u8)~240);"},
       {"b := u > i;", "self->b = (i32)self->u > (i32)self->i;"},
-      {"t := t + T#1s;", "self->t = (i32)((u32)self->t + 1000u);"},
+      {"t := t + T#1s;", "self->t = (i32)((u32)self->t + (u32)1000);"},
       {"lt := t;", "self->lt = (i64)(self->t) * 1000000;"},
       {"lt := lt + t;", "self->lt = (i64)((u64)self->lt + (u64)((i64)self->t * 1000000));"},
       {"t := t * 1.5;", "self->t = vel_truncate_i32((f64)self->t * 1.5);"},
@@ -53,7 +54,7 @@ TEST(Emission, StatementsBecomeC) {
        "vel_string_set(self->s, 6, LTIME_TO_STRING((((i64)(self->t) * 1000000)), _returnString));"},
       {"b := MUX(i, i = j, FALSE);",
        "self->b = ((u8)FC_MUX_INT(2, self->i, (u8)(self->i == self->j), (u8)0));"},
-      {"i := ROL(i, d + 1);", "self->i = ROL(self->i, (i32)((u32)self->d + 1u), i16, u16);"},
+      {"i := ROL(i, d + 1);", "self->i = ROL(self->i, (i32)((u32)self->d + (u32)1), i16, u16);"},
       {"i := ROL(i, LIMIT(0, i, 9));",
        "self->i = ROL(self->i, (LIMIT((0), (self->i), (9))), i16, u16);"},
       {"b := SQRT(r) = r;", "self->b = ((f32)SQRT((self->r))) == self->r;"},
@@ -61,6 +62,13 @@ TEST(Emission, StatementsBecomeC) {
       {"ul := SIZEOF(i) - ud;", "self->ul = ((u32)sizeof(i16)) - self->ud;"},
       {"ud := SIZEOF(STRING[9]) + SIZEOF(wstring);",
        "self->ud = ((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
+      {"b := MIN(r, 0.1) = r;", "self->b = ((f32)(MIN((self->r), (0.1)))) == self->r;"},
+      {"b := SEL(b, INT_TO_STRING(1), s) = 'x';",
+       "self->b = vel_string_compare(SEL((self->b), (INT_TO_STRING((1), _returnString)), "
+       "(self->s)), "
+       "\"x\") == 0;"},
+      {"lr := SEL(b, i + 1, j) ** 2;",
+       "self->lr = vel_pow((SEL((self->b), ((i16)(self->i + 1)), (self->j))), 2);"},
       {"MAX(i, j);", "(void)(MAX((self->i), (self->j)));"},
   };
   for (const auto& [statement, expected] : rows) {

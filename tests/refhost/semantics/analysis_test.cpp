@@ -73,6 +73,18 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
        {"2:6 warning C0197 Implicit conversion from type 'DINT' to type 'INT' : Possible loss of "
         "information;"}},
       {all, "s := SEL(b, i + 1, i);", {"2:6 error C0032 'INT' cannot convert to 'STRING' type;"}},
+      {all,
+       "s := SEL(b, i + 1, i) * 2;",
+       {"2:6 error C0032 'SINT' cannot convert to 'STRING' type;"}},
+      {all,
+       "s := SEL(b, MOVE(w), w);",
+       {"2:6 error C0032 'WSTRING' cannot convert to 'STRING' type;"}},
+      {all,
+       "b := SEL(b, i + 1, i) = 'x';",
+       {"2:6 error F002B The operator '=' cannot be applied to 'INVALID' and 'STRING';"}},
+      {all,
+       "s := TO_STRING(SEL(b, i + 1, i));",
+       {"2:16 error F002C The operator 'TO_STRING' cannot be applied to 'INVALID';"}},
       {all, "i := SEL(b, MOVE(s), s);", {"2:6 error C0032 'STRING' cannot convert to 'INT' type;"}},
       // The result type is that of IN; the host judges what the operator has not.
       {all,
