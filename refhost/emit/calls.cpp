@@ -81,9 +81,11 @@ std::string CGenerator::companionOf(const Expr* value) {
   const bool variable =
       value != nullptr && value->dataType != nullptr &&
       (value->op() == Expression::Variable || value->access == Expr::Access::Member);
+  std::string none = "(vel_bit_param){0}";
+  if (!variable) return none;
   std::string text;
-  if (variable) place(*value, text);
-  if (text.empty() || text.compare(0, 5, "gbit(") == 0) return "(vel_bit_param){0}";
+  place(*value, text);
+  if (text.compare(0, 5, "gbit(") == 0) return none;
   return fmt::format("(vel_bit_param){{{}, {}}}", pointerTo(*value, value->dataType),
                      bitCount(*value->dataType));
 }
@@ -107,7 +109,8 @@ std::string CGenerator::functionText(const Call& call) {
       arguments += text ? value : "&" + value;
       if (given != nullptr) stores += ", " + store(*given, value, typeOf(*given));
     } else if (parameter->role == Role::InOut) {
-      arguments += pointerTo(*given, type);
+      // The analysis lets no call pass that leaves one out.
+      arguments += given != nullptr ? pointerTo(*given, type) : "NULL";
     } else if (const Expr* const value = given != nullptr ? given : parameter->initial) {
       const bool scaled = type != nullptr && type->dataType() == BasicDataType::LTime;
       if (scaled) {
