@@ -67,15 +67,11 @@ class CGenerator final : public vel::Generator {
   std::string leave(bool hasSelf);
   std::string companionsText();
   static std::string companion(const VarSymbol& parameter);
-  // What the companion of an input is given for the argument `value`.
-  std::string companionOf(const Expr* value);
 
   // statements.cpp
   void statements(const ASTNode* list);
   void statement(const ASTNode& node);
   void assignment(const ASTNode& node);
-  void callStatement(const Call& call);
-  void instanceCall(const Call& call);
   void ifStatement(const ASTNode& node);
   void caseStatement(const ASTNode& node);
   std::string labelCondition(const ASTNode& labels, const std::string& selector);
@@ -103,6 +99,10 @@ class CGenerator final : public vel::Generator {
   void times(const Expr& expr, const Meeting& meeting, std::string& out);
   void place(const Expr& expr, std::string& out);
   std::string reference(const VarSymbol& variable);
+
+  // calls.cpp
+  void callStatement(const Call& call);
+  void instanceCall(const Call& call);
   std::string callText(const Call& call);
   // Operators record their own calls, the host those of the program's units.
   void recordCall(const Call& call, const UnitSymbol& callee);
@@ -111,6 +111,8 @@ class CGenerator final : public vel::Generator {
   // assignment to that type needs no cast.
   std::string typedText(const Call& call);
   std::string functionText(const Call& call);
+  // What the companion of an input is given for the argument `value`.
+  std::string companionOf(const Expr* value);
   std::string pointerTo(const Expr& value, const Type* type);
   std::string temporary(const Type* type);
 

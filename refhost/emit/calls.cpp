@@ -1,10 +1,8 @@
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
+#include "refhost/services/operator_symbol.h"
 
 namespace refhost {
 namespace {
@@ -37,9 +35,7 @@ std::string CGenerator::typedText(const Call& call) {
   if (call.basicType() != BasicDataType::Real) return text;
   // The runtime's functions compute in LREAL, and macros with literals do.
   if (call.functionCall) return "(f32)" + text;
-  constexpr std::array<std::string_view, 4> kMacros{"LIMIT", "MAX", "MIN", "SEL"};
-  const bool macro = std::find(kMacros.begin(), kMacros.end(), call.op->name) != kMacros.end();
-  return macro ? "(f32)(" + text + ")" : text;
+  return choosesAmongValues(call.op->name) ? "(f32)(" + text + ")" : text;
 }
 
 std::string CGenerator::operatorText(const Call& call) {

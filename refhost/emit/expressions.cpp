@@ -1,12 +1,10 @@
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/services/operator_symbol.h"
 
 namespace refhost {
 
@@ -47,10 +45,6 @@ const char* cOperator(Expression::Operator op) {
   }
 }
 
-bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 // The operator of which `node` is a parameter; null when it is none's.
 const vel::STOperator* operatorOf(const ASTNode& node) {
   const ASTNode* const list = node.parent();
@@ -66,8 +60,7 @@ bool isScaledParameter(const ASTNode& node, std::string_view operatorName) {
   constexpr std::string_view kFromLTime = "LTIME_TO_";
   if (operatorName.substr(0, kFromLTime.size()) == kFromLTime) return true;
   const auto& call = static_cast<const Call&>(*node.parent()->parent());
-  return call.basicType() == BasicDataType::LTime &&
-         isOneOf(operatorName, {"LIMIT", "MAX", "MIN", "MUX", "SEL"});
+  return call.basicType() == BasicDataType::LTime && choosesAmongValues(operatorName);
 }
 
 // Unsigned arithmetic at these widths wraps by itself, and floats do not.
@@ -112,9 +105,8 @@ std::string CGenerator::expressionText(ASTNode* expression) {
     const vel::STOperator* const op = operatorOf(*expression);
     if (op != nullptr && isScaledParameter(*expression, op->name)) {
       text = fmt::format("((i64)({}) * 1000000)", text);
-    } else if (op != nullptr && isOneOf(op->name, {"MUX", "ROL", "ROR"}) &&
-               !isPrimary(*expression) && literalOf(*expression) == nullptr) {
-      // These put it beside casts and operators of their own.
+    } else if (op != nullptr && writesParametersBare(op->name) && !isPrimary(*expression) &&
+               literalOf(*expression) == nullptr) {
       text = "(" + text + ")";
     }
   }

@@ -32,16 +32,9 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
     if (instance != nullptr) return callInstance(call, *variable, *instance->unit);
   }
   call.op = services_.operators->findOperator(name);
-  if (call.op != nullptr) {
-    call.dataType = callOperator(call);
-    const BasicDataType type =
-        call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None;
-    call.setBasicType(type);
-    return call.dataType;
-  }
   UnitSymbol* const function = services_.symbols.unit(name);
-  if (function != nullptr && function->type() == vel::POUType::Function) {
-    call.dataType = callFunction(call, *function);
+  if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
+    call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
     return call.dataType;
   }

@@ -45,6 +45,10 @@ int numbered(std::string_view formal, std::string_view prefix) {
   return error == std::errc() && end == formal.data() + formal.size() ? number : -1;
 }
 
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 }  // namespace
 
 void declareFunctionOperators(Services& services) {
@@ -82,19 +86,23 @@ int operatorInput(std::string_view operatorName, std::string_view formal) {
 }
 
 bool namesOperand(std::string_view operatorName, int index) {
-  const auto isOneOf = [operatorName](std::initializer_list<std::string_view> names) {
-    return std::find(names.begin(), names.end(), operatorName) != names.end();
-  };
-  const bool zone = isOneOf({"IZSET", "IZRST", "ZSET", "ZRST"});
+  const bool zone = isOneOf(operatorName, {"IZSET", "IZRST", "ZSET", "ZRST"});
   if (index == 1) return zone;
-  return index == 0 &&
-         (zone || isOneOf({"SIZEOF", "ADR", "IRDBIT", "IWRBIT", "_READIDIRECT", "_WRITEODIRECT"}));
+  return index == 0 && (zone || isOneOf(operatorName, {"SIZEOF", "ADR", "IRDBIT", "IWRBIT",
+                                                       "_READIDIRECT", "_WRITEODIRECT"}));
+}
+
+bool choosesAmongValues(std::string_view operatorName) {
+  return isOneOf(operatorName, {"LIMIT", "MAX", "MIN", "MUX", "SEL"});
+}
+
+bool writesParametersBare(std::string_view operatorName) {
+  return isOneOf(operatorName, {"MUX", "ROL", "ROR"});
 }
 
 bool givesValue(std::string_view operatorName) {
-  constexpr std::array<std::string_view, 8> kStatements{
-      "IRDBIT", "IWRBIT", "_WRITEODIRECT", "IZSET", "IZRST", "ZSET", "ZRST", "SETBITOFPARAM"};
-  return std::find(kStatements.begin(), kStatements.end(), operatorName) == kStatements.end();
+  return !isOneOf(operatorName, {"IRDBIT", "IWRBIT", "_WRITEODIRECT", "IZSET", "IZRST", "ZSET",
+                                 "ZRST", "SETBITOFPARAM"});
 }
 
 }  // namespace refhost

@@ -39,6 +39,13 @@ int operatorInput(std::string_view operatorName, std::string_view formal);
 // True for parameter `index` of an operator that may name a type, an address or a unit.
 bool namesOperand(std::string_view operatorName, int index);
 
+// True for the operators whose result is one of their parameters as it stands.
+bool choosesAmongValues(std::string_view operatorName);
+
+// True for the operators that put their parameters beside casts or operators of their
+// own, without parentheses.
+bool writesParametersBare(std::string_view operatorName);
+
 // False for the operators that are statements in C, and so have no value.
 bool givesValue(std::string_view operatorName);
 
