@@ -132,6 +132,13 @@ int execute(int argc, char** argv) {
       ->check(CLI::Range(1, 1'000'000));
   runCommand.callback([&] { action = [&] { return run(common, running); }; });
 
+  std::vector<std::string> topics;
+  CLI::App& explainCommand =
+      *app.add_subcommand("explain", "Tell what messages mean and what operators do");
+  explainCommand.add_option("TOPIC", topics, "Code of a message (0xC0032) or name of an operator")
+      ->required();
+  explainCommand.callback([&] { action = [&] { return explain(topics); }; });
+
   try {
     app.parse(argc, argv);
     if (!action) throw CLI::RequiredError("A command");

@@ -23,6 +23,7 @@ TEST_F(Velc, RefusesBadUsage) {
            Row{"check .", "cannot read ."},
            Row{"check p.st --plugin ./no.so", "no.so"},
            Row{"operators NO_OPERATOR", "'NO_OPERATOR' is no operator"},
+           Row{"explain NO_OPERATOR", "'NO_OPERATOR' is neither an operator nor the code"},
            Row{"operators >/dev/full", "cannot write standard output: No space left on device"},
            Row{"translate p.st -o p.st", "p.st is a source"},
            Row{"translate p.st -o no/out.c", "cannot write no/out.c: No such file or directory"},
@@ -57,6 +58,14 @@ TEST_F(Velc, ListsTheOperatorsInOrderOfRegistration) {
   EXPECT_EQ(json[1]["family"], "conversion");
   EXPECT_EQ(json[1]["functionCall"], false);
   EXPECT_EQ(json[1]["ready"], true);
+}
+
+TEST_F(Velc, ExplainsMessagesAndOperators) {
+  const std::string text = velc("explain 0xc0040 int_to_real").out;
+  EXPECT_EQ(text.rfind("## 0xC0040 Number of parameters\n", 0), 0U) << text;
+  EXPECT_NE(text.find("in PRG 'LIMIT'; [0xC0040]\nlevel := LIMIT(0, level);\n"), std::string::npos);
+  EXPECT_EQ(text.find("0xC0046"), std::string::npos) << "another section";
+  EXPECT_NE(text.find("\n\n# Typed conversions\n"), std::string::npos);
 }
 
 TEST_F(Velc, TranslatesIntoAFileOrNothing) {
