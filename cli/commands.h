@@ -12,7 +12,8 @@
 namespace velc {
 
 struct CommonOptions {
-  std::string plugin;  // empty: the one that came with velc
+  // The plugin and its add-ons; empty: the plugin that came with velc.
+  std::vector<std::string> plugins;
   std::string localIo;
   refhost::Notation notation = refhost::Notation::Iec;
   refhost::MemorySizes memory;

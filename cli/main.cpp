@@ -20,7 +20,15 @@ namespace {
 
 // Every command takes these; so does velc before the command.
 void addCommonOptions(CLI::App& app, CommonOptions& common) {
-  app.add_option("--plugin", common.plugin, "The operator plugin, libvelops.so")->type_name("PATH");
+  app.add_option_function<std::vector<std::string>>(
+         "--plugin",
+         [&common](const std::vector<std::string>& paths) {
+           common.plugins.insert(common.plugins.end(), paths.begin(), paths.end());
+         },
+         "The operator plugin, libvelops.so; after it, libraries with further operators "
+         "(repeatable)")
+      ->type_name("PATH")
+      ->allow_extra_args(false);
   app.add_option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
       ->type_name("TEXT");
   app.add_option_function<std::string>(

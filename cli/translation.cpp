@@ -32,7 +32,12 @@ bool printMessages(refhost::Session& session, const CommonOptions& common, std::
 
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   refhost::Options options;
-  options.pluginPath = common.plugin.empty() ? pluginPath().native() : common.plugin;
+  if (common.plugins.empty()) {
+    options.pluginPath = pluginPath();
+  } else {
+    options.pluginPath = common.plugins.front();
+    options.addOnPaths.assign(common.plugins.begin() + 1, common.plugins.end());
+  }
   options.localIo = common.localIo;
   options.notation = common.notation;
   options.memory = common.memory;

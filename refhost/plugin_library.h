@@ -1,13 +1,16 @@
-// The plugin as the system's dynamic loader gives it.
+// The plugin and its add-ons as the system's dynamic loader gives them.
 #pragma once
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/op_manager_api.h"
 
 namespace refhost {
 
+// Both operations return false, with the reason in `error`, when the library cannot be
+// loaded, is of the other sort, or is refused. Nothing else may be called then.
 class PluginLibrary {
  public:
   PluginLibrary() = default;
@@ -15,15 +18,19 @@ class PluginLibrary {
   PluginLibrary(const PluginLibrary&) = delete;
   PluginLibrary& operator=(const PluginLibrary&) = delete;
 
-  // Loads the library at `path` and builds its registry for `services`. False, with
-  // the loader's reason in `error`, when it cannot be loaded or has no entry point.
+  // Loads the plugin at `path` and builds its registry for `services`.
   bool load(const std::string& path, vel::InternalInterface* services, std::string& error);
+  // Adds the operators of the add-on at `path` to the registry. After load() only.
+  bool extend(const std::string& path, std::string& error);
 
   // Null before load().
   vel::OpManagerAPI* registry() const { return registry_.get(); }
 
  private:
-  void* handle_ = nullptr;
+  // The function `name` of the library at `path`, null when there is none.
+  void* entry(const std::string& path, const char* name, std::string& error);
+
+  std::vector<void*> handles_;
   std::unique_ptr<vel::OpManagerAPI> registry_;
 };
 

@@ -44,6 +44,9 @@ Session::~Session() = default;
 bool Session::start(std::string& error) {
   if (!impl_->plugin.load(impl_->options.pluginPath, &impl_->services, error)) return false;
   impl_->services.operators = impl_->plugin.registry();
+  for (const std::string& path : impl_->options.addOnPaths) {
+    if (!impl_->plugin.extend(path, error)) return false;
+  }
   declareFunctionOperators(impl_->services);
   return true;
 }

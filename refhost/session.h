@@ -28,8 +28,9 @@ struct MemorySizes {
 };
 
 struct Options {
-  std::string pluginPath;  // of libvelops.so
-  std::string localIo;     // the option "localio.addr", empty when unset
+  std::string pluginPath;               // of libvelops.so
+  std::vector<std::string> addOnPaths;  // of libraries that add operators to it
+  std::string localIo;                  // the option "localio.addr", empty when unset
   Notation notation = Notation::Iec;
   MemorySizes memory;
 };
@@ -52,7 +53,7 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  // Loads the plugin with the system's loader and builds its registry. On failure
+  // Loads the plugin and the add-ons with the system's loader and builds the registry. On failure
   // returns false and sets `error`; nothing else may be called then.
   bool start(std::string& error);
   vel::OpManagerAPI& operators();
