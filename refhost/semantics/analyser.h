@@ -44,6 +44,7 @@ class Analyser {
   Expr& analyseLeaf(ASTNode& parent, int index);
   Type* typeExpression(Expr& expr);
   Type* typeVariable(Expr& expr);
+  Type* typeAccess(Expr& expr);
   Type* typeMember(Expr& expr);
   Type* typeBit(Expr& expr);
   Type* typeUnary(Expr& expr);

@@ -25,6 +25,10 @@ ASTNode* parameterList(const Call& call) {
 vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
+  if (call.leaf(0)->type() == vel::ASTType::Expression) {
+    say(call, message::kNotSupported, "Calls through a member are");
+    return nullptr;
+  }
   const std::string name(TreeBuilder::source(*call.leaf(0)));
   VarSymbol* const variable = unit_->variable(name);
   if (variable != nullptr && variable != unit_->result) {

@@ -41,6 +41,9 @@ void forEachDeclaration(const UnitSymbol& unit, Visit visit) {
 }  // namespace
 
 void Analyser::declareUnits() {
+  for (const Node* const type : tree_.types) {
+    say(*type, message::kNotSupported, "Data type declarations (TYPE) are");
+  }
   for (Unit* const node : tree_.units) {
     const std::string name = node->name();
     if (name.empty()) continue;  // the parser has said so
@@ -115,10 +118,12 @@ void Analyser::place(VarSymbol& variable, const ASTNode& address, const Type* ty
 }
 
 vel::SymbolDataType* Analyser::resolveType(const ASTNode& spec) {
-  // The parser has refused the other kinds.
   const bool known =
       spec.type() == vel::ASTType::NamedTypeSpec || spec.type() == vel::ASTType::StringTypeSpec;
-  if (!known) return nullptr;
+  if (!known) {
+    say(spec, message::kNotSupported, "Types of this kind are");
+    return nullptr;
+  }
   const auto& named = static_cast<const TypeSpec&>(spec);
   Type* const type = services_.symbols.dataType(named.name);
   if (type == nullptr) {

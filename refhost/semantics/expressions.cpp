@@ -72,7 +72,7 @@ vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
     case Expression::Variable:
       return typeVariable(expr);
     case Expression::Typed:
-      return expr.access == Expr::Access::Member ? typeMember(expr) : typeBit(expr);
+      return typeAccess(expr);
     case op::kWrapper: {
       auto& call = static_cast<Call&>(*expr.leaf(0));
       Type* const type = analyseCall(call);
@@ -82,6 +82,10 @@ vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
     case op::kNegate:
     case op::kNot:
       return typeUnary(expr);
+    case op::kArrayValue:
+    case op::kRepeat:
+    case op::kStructValue:
+      return nullptr;
     default:
       return typeBinary(expr);
   }
@@ -109,6 +113,18 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     say(expr, unit ? message::kNotAValue : message::kUnknownName, name);
   }
   return nullptr;
+}
+
+vel::SymbolDataType* Analyser::typeAccess(Expr& expr) {
+  switch (expr.access) {
+    case Expr::Access::Member:
+      return typeMember(expr);
+    case Expr::Access::Bit:
+      return typeBit(expr);
+    default:
+      say(expr, message::kNotSupported, "Arrays and pointers are");
+      return nullptr;
+  }
 }
 
 vel::SymbolDataType* Analyser::typeMember(Expr& expr) {

@@ -51,9 +51,9 @@ static constexpr Value kNone{nullptr, 0};
 %token CONSTANT RETAIN NON_RETAIN AT STRING WSTRING
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
-%token ARRAY POINTER REF_TO
-// Not supported: left out by the token stream. A STRUCT stands for the whole of it.
-%token VAR_GLOBAL VAR_EXTERNAL TYPE END_TYPE CONFIGURATION END_CONFIGURATION STRUCT END_STRUCT
+%token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
+// Not supported: left out by the token stream.
+%token VAR_GLOBAL VAR_EXTERNAL CONFIGURATION END_CONFIGURATION
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
@@ -70,12 +70,14 @@ static constexpr Value kNone{nullptr, 0};
 %token NOT
 
 %type <value> string_type unit_name return_type var_blocks var_block var_decl address
-%type <value> type_spec string_length initial statement_list statement block_statement
+%type <value> type_spec simple_type plain_type part_type struct_type unnamed_type dimension
+%type <value> enum_value string_length initial initial_item aggregate element field type_declaration struct_declaration
+%type <value> member statement_list statement block_statement
 %type <value> else_part condition
 %type <value> for_start step label label_line
-%type <value> variable call expression operand atom signed argument
+%type <value> variable access call expression operand atom signed argument
 %type <list> var_block_items var_decls names statements elsifs case_items labels arguments
-%type <list> argument_items
+%type <list> argument_items dimensions enum_values elements fields members subscripts
 %type <section> var_keyword
 %type <qualifiers> qualifiers
 
@@ -99,6 +101,9 @@ unit:
     { make.unit(@$, vel::POUType::Function, $2, $3, $4, $5); }
 | FUNCTION_BLOCK unit_name var_blocks statement_list END_FUNCTION_BLOCK
     { make.unit(@$, vel::POUType::FunctionBlock, $2, kNone, $3, $4); }
+| TYPE type_declarations END_TYPE
+| TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
+| TYPE type_declarations error END_TYPE
 ;
 
 unit_name:
@@ -107,8 +112,9 @@ unit_name:
 ;
 
 return_type:
-  %empty         { $$ = kNone; }
-| ':' type_spec  { $$ = $2; }
+  %empty            { $$ = kNone; }
+| ':' IDENTIFIER    { $$ = make.namedType(@2); }
+| ':' unnamed_type  { $$ = $2; }
 ;
 
 // --- Declarations ---
@@ -182,22 +188,91 @@ address:
 | AT IDENTIFIER '.' INTEGER  { $$ = make.name({@2.begin, @4.end}); }
 ;
 
-type_spec:
-  IDENTIFIER             { $$ = make.namedType(@1); }
-| string_type            { $$ = $1; }
-| IDENTIFIER '(' expression RANGE expression ')'
-    { $$ = make.unsupportedType(@$, vel::ASTType::SubrangeTypeSpec, "Subranges are"); }
-| '(' names ')'
-    { $$ = make.unsupportedType(@$, vel::ASTType::EnumTypeSpec, "Enumerations are"); }
-| ARRAY '[' dimensions ']' OF type_spec
-    { $$ = make.unsupportedType(@$, vel::ASTType::ArrayTypeSpec, "Arrays are"); }
-| POINTER TO type_spec
-    { $$ = make.unsupportedType(@$, vel::ASTType::PointerTypeSpec, "Pointers (POINTER TO) are"); }
-| REF_TO type_spec
-    { $$ = make.unsupportedType(@$, vel::ASTType::ReferenceTypeSpec, "References (REF_TO) are"); }
-| STRUCT
-    { $$ = make.unsupportedType(@$, vel::ASTType::StructTypeSpec, "Structures (STRUCT) are"); }
+type_spec: simple_type | struct_type;
+
+simple_type:
+  plain_type
+| '(' enum_values ')' IDENTIFIER  { $$ = make.enumType(@$, @4, $2); }
 ;
+
+plain_type:
+  IDENTIFIER  { $$ = make.namedType(@1); }
+| unnamed_type
+| IDENTIFIER '(' expression RANGE expression ')'
+    { $$ = make.subrangeType(@$, @1, make.range({@3.begin, @5.end}, $3, $5)); }
+| '(' enum_values ')'  { $$ = make.enumType(@$, {@1.begin, @1.begin}, $2); }
+| IDENTIFIER '(' enum_values ')'  { $$ = make.enumType(@$, @1, $3); }
+;
+
+// Types that can stand as the operand of an operator.
+unnamed_type:
+  string_type
+| ARRAY '[' dimensions ']' OF part_type  { $$ = make.arrayType(@$, $3, $6); }
+| POINTER TO part_type
+    { $$ = make.pointerType(@$, vel::ASTType::PointerTypeSpec, $3); }
+| REF_TO part_type
+    { $$ = make.pointerType(@$, vel::ASTType::ReferenceTypeSpec, $2); }
+;
+
+part_type: plain_type | struct_type;
+
+struct_type:
+  STRUCT members END_STRUCT        { $$ = make.structType(@$, $2); }
+| STRUCT members error END_STRUCT  { $$ = make.structType(@$, $2); }
+;
+
+// A ';' may be left out after END_STRUCT.
+members:
+  %empty                { $$ = make.list(); }
+| members member        { $$ = make.append($1, $2); }
+| members ';'           { $$ = $1; }
+| members error ';'     { $$ = $1; yyerrok; }
+;
+
+member:
+  names ':' simple_type initial ';'
+    { $$ = make.varDecl({@1.begin, @4.end}, $1, kNone, $3, $4); }
+| names ':' struct_type
+    { $$ = make.varDecl(@$, $1, kNone, $3, kNone); }
+| names ':' struct_type ASSIGN initial_item ';'
+    { $$ = make.varDecl({@1.begin, @5.end}, $1, kNone, $3, make.operand($5)); }
+;
+
+dimensions:
+  dimension                 { $$ = make.append(make.list(), $1); }
+| dimensions ',' dimension  { $$ = make.append($1, $3); }
+;
+
+dimension: expression RANGE expression  { $$ = make.range(@$, $1, $3); };
+
+enum_values:
+  enum_value                  { $$ = make.append(make.list(), $1); }
+| enum_values ',' enum_value  { $$ = make.append($1, $3); }
+;
+
+enum_value:
+  IDENTIFIER                    { $$ = make.enumValue(@$, @1, kNone); }
+| IDENTIFIER ASSIGN expression  { $$ = make.enumValue(@$, @1, $3); }
+;
+
+// --- Data types ---
+
+type_declarations:
+  %empty
+| type_declarations type_declaration ';'  { make.typeDeclaration($2); }
+| type_declarations struct_declaration    { make.typeDeclaration($2); }
+| type_declarations ';'
+| type_declarations error ';'             { yyerrok; }
+;
+
+type_declaration:
+  IDENTIFIER ':' simple_type initial
+    { $$ = make.typeDecl(@$, @1, $3, $4); }
+| IDENTIFIER ':' struct_type ASSIGN initial_item
+    { $$ = make.typeDecl(@$, @1, $3, make.operand($5)); }
+;
+
+struct_declaration: IDENTIFIER ':' struct_type  { $$ = make.typeDecl(@$, @1, $3, kNone); };
 
 string_type:
   STRING string_length   { $$ = make.stringType(@$, @1, $2); }
@@ -210,42 +285,39 @@ string_length:
 | '(' expression ')'  { $$ = make.operand($2); }
 ;
 
-dimensions:
-  expression RANGE expression
-| dimensions ',' expression RANGE expression
+initial:
+  %empty                            { $$ = kNone; }
+| ASSIGN initial_item               { $$ = make.operand($2); }
+// An array's values without brackets.
+| ASSIGN initial_item ',' elements
+    { $$ = make.arrayValue({@2.begin, @4.end}, make.prepend($2, $4)); }
 ;
 
-initial:
-  %empty             { $$ = kNone; }
-| ASSIGN expression  { $$ = make.operand($2); }
-| ASSIGN aggregate   { $$ = make.unsupportedInitial(@2); }
+initial_item:
+  expression
+| aggregate
+| INTEGER '(' elements ')'  { $$ = make.repeat(@$, @1, $3); }
+| INTEGER '(' ')'           { $$ = make.repeat(@$, @1, make.list()); }
 ;
 
 aggregate:
-  '[' elements ']'
-| '(' fields ')'
+  '[' elements ']'  { $$ = make.arrayValue(@$, $2); }
+| '(' fields ')'    { $$ = make.structValue(@$, $2); }
 ;
 
 elements:
-  element
-| elements ',' element
+  element               { $$ = make.append(make.list(), $1); }
+| elements ',' element  { $$ = make.append($1, $3); }
 ;
 
-element:
-  expression
-| aggregate
-| INTEGER '(' elements ')'
-;
+element: initial_item  { $$ = make.operand($1); };
 
 fields:
-  field
-| fields ',' field
+  field             { $$ = make.append(make.list(), $1); }
+| fields ',' field  { $$ = make.append($1, $3); }
 ;
 
-field:
-  IDENTIFIER ASSIGN expression
-| IDENTIFIER ASSIGN aggregate
-;
+field: IDENTIFIER ASSIGN initial_item  { $$ = make.input(@$, @1, $3); };
 
 // --- Statements ---
 
@@ -381,24 +453,28 @@ number: INTEGER | NUMBER;
 variable:
   IDENTIFIER                   { $$ = make.variable(@1); }
 | DIRECT_ADDRESS               { $$ = make.variable(@1); }
-| variable '.' member_name     { $$ = make.member(@$, $1, @3); }
 | variable '.' INTEGER         { $$ = make.bit(@$, $1, @3); }
-| variable '[' subscripts ']'  { $$ = make.element(@$, $1); }
+| access
+;
+
+access:
+  variable '.' member_name     { $$ = make.member(@$, $1, @3); }
+| variable '[' subscripts ']'  { $$ = make.element(@$, $1, $3); }
 | variable '^'                 { $$ = make.dereference(@$, $1); }
 ;
 
 subscripts:
-  expression
-| subscripts ',' expression
+  expression                 { $$ = make.append(make.list(), make.operand($1)); }
+| subscripts ',' expression  { $$ = make.append($1, make.operand($3)); }
 ;
 
 call:
   IDENTIFIER '(' arguments ')'
-    { $$ = make.call(@$, @1, {@2.begin, @4.end}, $3); }
-| IDENTIFIER '(' string_type ')'
+    { $$ = make.call(@$, make.name(@1), {@2.begin, @4.end}, $3); }
+| IDENTIFIER '(' unnamed_type ')'
     { $$ = make.callOfType(@$, @1, $3); }
-| variable '.' member_name '(' arguments ')'
-    { $$ = make.methodCall(@$, $1); }
+| access '(' arguments ')'
+    { $$ = make.call(@$, $1, {@2.begin, @4.end}, $3); }
 ;
 
 arguments:

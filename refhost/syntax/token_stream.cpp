@@ -26,7 +26,9 @@ constexpr BlockRule kBlocks[] = {
     {Kind::PROGRAM, Kind::END_PROGRAM, 0, "END_PROGRAM", ""},
     {Kind::FUNCTION, Kind::END_FUNCTION, 0, "END_FUNCTION", ""},
     {Kind::FUNCTION_BLOCK, Kind::END_FUNCTION_BLOCK, 0, "END_FUNCTION_BLOCK", ""},
+    {Kind::TYPE, Kind::END_TYPE, 0, "END_TYPE", ""},
     {Kind::VAR, Kind::END_VAR, 0, "END_VAR", ""},
+    {Kind::STRUCT, Kind::END_STRUCT, 0, "END_STRUCT", ""},
     {Kind::IF, Kind::END_IF, Kind::THEN, "END_IF", "THEN"},
     {Kind::CASE, Kind::END_CASE, Kind::OF, "END_CASE", "OF"},
     {Kind::FOR, Kind::END_FOR, Kind::DO, "END_FOR", "DO"},
@@ -46,12 +48,13 @@ int openerOf(int closer) {
 }
 
 bool opensUnit(int kind) {
-  return kind == Kind::PROGRAM || kind == Kind::FUNCTION || kind == Kind::FUNCTION_BLOCK;
+  return kind == Kind::PROGRAM || kind == Kind::FUNCTION || kind == Kind::FUNCTION_BLOCK ||
+         kind == Kind::TYPE;
 }
 
 bool closesUnit(int kind) {
   return kind == Kind::END_PROGRAM || kind == Kind::END_FUNCTION ||
-         kind == Kind::END_FUNCTION_BLOCK;
+         kind == Kind::END_FUNCTION_BLOCK || kind == Kind::END_TYPE;
 }
 
 // The token is part of the block structure or ends a statement.
@@ -70,11 +73,9 @@ struct UnsupportedRule {
 };
 
 constexpr UnsupportedRule kUnsupported[] = {
-    {Kind::TYPE, Kind::END_TYPE, "Data type declarations (TYPE) are"},
     {Kind::VAR_GLOBAL, Kind::END_VAR, "Global variables (VAR_GLOBAL) are"},
     {Kind::VAR_EXTERNAL, Kind::END_VAR, "Global variables (VAR_EXTERNAL) are"},
     {Kind::CONFIGURATION, Kind::END_CONFIGURATION, "Configurations are"},
-    {Kind::STRUCT, Kind::END_STRUCT, ""},  // the parser reports it where it is a type
 };
 
 }  // namespace
@@ -109,10 +110,12 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::PROGRAM:
     case Kind::FUNCTION:
     case Kind::FUNCTION_BLOCK:
+    case Kind::TYPE:
       return closeTop(token);
     case Kind::END_PROGRAM:
     case Kind::END_FUNCTION:
     case Kind::END_FUNCTION_BLOCK:
+    case Kind::END_TYPE:
       // The end of another kind of unit than the one at hand ends that one too.
       return blocks_.size() > 1 || blocks_.back().opener != openerOf(token.kind) ? closeTop(token)
                                                                                  : 0;
@@ -121,13 +124,13 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::VAR_OUTPUT:
     case Kind::VAR_IN_OUT:
     case Kind::VAR_TEMP:
-      return blocks_.back().opener == Kind::VAR ? closeTop(token) : 0;
+      return inDeclarations() ? closeTop(token) : 0;
     case Kind::IF:
     case Kind::CASE:
     case Kind::FOR:
     case Kind::WHILE:
     case Kind::REPEAT:
-      return blocks_.back().opener == Kind::VAR ? closeTop(token) : missingHeaderEnd(token);
+      return inDeclarations() ? closeTop(token) : missingHeaderEnd(token);
     case Kind::EXIT:
     case Kind::CONTINUE:
     case Kind::RETURN:
@@ -144,6 +147,7 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::UNTIL:
       return closeUntil(Kind::REPEAT, token);
     case Kind::END_VAR:
+    case Kind::END_STRUCT:
     case Kind::END_IF:
     case Kind::END_CASE:
     case Kind::END_FOR:
@@ -197,6 +201,12 @@ bool TokenStream::isOpen(int opener) const {
                      [opener](const Block& block) { return block.opener == opener; });
 }
 
+// In a block that no statement and no other block of variables can stand in.
+bool TokenStream::inDeclarations() const {
+  const int top = blocks_.back().opener;
+  return top == Kind::VAR || top == Kind::STRUCT || top == Kind::TYPE;
+}
+
 void TokenStream::endHeader(int opener) {
   brackets_ = 0;
   if (inUnit() && blocks_.back().opener == opener) blocks_.back().inHeader = false;
@@ -231,6 +241,8 @@ int TokenStream::accept(const Token& token) {
     case Kind::PROGRAM:
     case Kind::FUNCTION:
     case Kind::FUNCTION_BLOCK:
+    case Kind::TYPE:
+    case Kind::STRUCT:
     case Kind::VAR:
     case Kind::VAR_INPUT:
     case Kind::VAR_OUTPUT:
@@ -245,6 +257,8 @@ int TokenStream::accept(const Token& token) {
     case Kind::END_PROGRAM:
     case Kind::END_FUNCTION:
     case Kind::END_FUNCTION_BLOCK:
+    case Kind::END_TYPE:
+    case Kind::END_STRUCT:
     case Kind::END_VAR:
     case Kind::END_IF:
     case Kind::END_CASE:
@@ -298,8 +312,7 @@ void TokenStream::skipUnsupported(Token& token) {
         std::begin(kUnsupported), std::end(kUnsupported),
         [&token](const UnsupportedRule& candidate) { return candidate.opener == token.kind; });
     if (rule == std::end(kUnsupported)) return;
-    if (rule->opener != Kind::STRUCT) errors_.add(token.span, message::kNotSupported, rule->what);
-    const Token first = token;
+    errors_.add(token.span, message::kNotSupported, rule->what);
     // A CONFIGURATION names its programs with the keyword that begins a unit.
     const bool endsAtUnit = rule->opener != Kind::CONFIGURATION;
     do {
@@ -308,11 +321,6 @@ void TokenStream::skipUnsupported(Token& token) {
              !(endsAtUnit && (opensUnit(token.kind) || closesUnit(token.kind))));
     if (token.kind != rule->closer) {
       errors_.unexpected(token.span, rule->closer == Kind::END_VAR ? "END_VAR" : "");
-      return;
-    }
-    if (rule->opener == Kind::STRUCT) {
-      // It stands where a type is due.
-      token = {first.kind, {first.span.begin, token.span.end}};
       return;
     }
     scan(token);

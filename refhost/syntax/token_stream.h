@@ -44,6 +44,7 @@ class TokenStream {
   int closeUntil(int opener, const Token& token);
   bool isOpen(int opener) const;
   bool inUnit() const { return !blocks_.empty(); }
+  bool inDeclarations() const;
   void endHeader(int opener);
   int openBlock(const Token& token);
   int closeBlock(const Token& token);

@@ -48,8 +48,9 @@ enum class NodeKind : std::int32_t {
   Unit,           // Unit: [name Text, return type spec?, VarBlocks, StatementList]
   VarBlocks,      // [VarBlock...]
   VarBlock,       // VarBlock: [VarDecl...]
-  VarDecl,        // VarDecl: [type spec, initial value Expr?, address Text?, name Text...]
-  Invocation,     // Call: [callee Text, ParameterList or, for a type as operand, TypeSpec]
+  VarDecl,        // VarDecl: [TypeSpec, initial value Expr?, address Text?, name Text...]
+  Invocation,     // Call: [callee: Text, or Expr for an access that is called;
+                  //        ParameterList or, for a type as operand, TypeSpec]
   Argument,       // Argument: [formal name Text, Expr], in a ParameterList
   StatementList,  // [statement...]
   Assignment,     // Assignment
@@ -65,6 +66,8 @@ enum class NodeKind : std::int32_t {
   Exit,
   Continue,
   Return,
+  TypeDecl,   // [name Text, TypeSpec, initial value Expr?]
+  EnumValue,  // [name Text, value Expr?], in an EnumTypeSpec
 };
 // A leaf marked "?" is null where the source leaves it out; an else list is simply
 // absent.
@@ -114,6 +117,10 @@ constexpr auto kNotEqual = static_cast<Expression::Operator>(51);
 constexpr auto kAnd = static_cast<Expression::Operator>(52);
 constexpr auto kXor = static_cast<Expression::Operator>(53);
 constexpr auto kOr = static_cast<Expression::Operator>(54);
+// Initial values of several parts, whose type is that of what they are given to.
+constexpr auto kArrayValue = static_cast<Expression::Operator>(60);   // [Expr...]
+constexpr auto kRepeat = static_cast<Expression::Operator>(61);       // [count Expr, Expr...]
+constexpr auto kStructValue = static_cast<Expression::Operator>(62);  // [Argument...]
 }  // namespace op
 
 // Leaves by operator: Constant [Literal]; Variable [Text], a name or a direct
@@ -122,8 +129,10 @@ class Expr final : public ::Expression {
  public:
   enum class Access : std::uint8_t {
     None,
-    Member,  // [base Expr, member Text]
-    Bit,     // [base Expr], the bit in bitAccessOffset()
+    Member,       // [base Expr, member Text]
+    Bit,          // [base Expr], the bit in bitAccessOffset()
+    Element,      // [base Expr, subscript Expr...]
+    Dereference,  // [base Expr]
   };
 
   explicit Expr(Operator op) : Expression(op) {}
@@ -169,9 +178,16 @@ class TypeSpec final : public ASTNode {
  public:
   TypeSpec(vel::ASTType kind, const char* typeName) : ASTNode(kind), name(typeName) {}
 
-  const char* name;  // the type's name as written; zero-terminated
-  // Leaf 0 of a StringTypeSpec is the length Expr, null when not given.
+  const char* name;  // as below; zero-terminated
 };
+// Leaves by kind, and what its name is:
+//   NamedTypeSpec      none; the type's name as written
+//   StringTypeSpec     [length Expr?]; STRING or WSTRING as written
+//   SubrangeTypeSpec   [Range]; the base type's name
+//   EnumTypeSpec       [EnumValue...]; the base type's name, empty when not given
+//   ArrayTypeSpec      [element TypeSpec, Range...]
+//   StructTypeSpec     [VarDecl...]
+//   PointerTypeSpec, ReferenceTypeSpec  [target TypeSpec]
 
 enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp };
 
@@ -202,7 +218,7 @@ class Unit final : public ::POUDeclaration {
   Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
 };
 
-// The arena of one translation, and the units that the parser has found.
+// The arena of one translation, and what the parser has found.
 class Tree {
  public:
   Tree();
@@ -223,7 +239,9 @@ class Tree {
   // Room in the arena for the leaves of one node; null for none.
   ASTNode** allocateLeaves(std::size_t count);
 
-  std::vector<Unit*> units;  // in source order
+  // In source order.
+  std::vector<Unit*> units;
+  std::vector<Node*> types;  // TypeDecl nodes
 
  private:
   std::pmr::monotonic_buffer_resource arena_;

@@ -1,6 +1,7 @@
 #include "refhost/syntax/tree_factory.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <iterator>
 #include <string>
@@ -19,6 +20,15 @@ constexpr Value kNone{nullptr, 0};
 
 bool isCall(const Value& value) {
   return value.node != nullptr && kindOf(*value.node) == NodeKind::Invocation;
+}
+
+// `Color#Red` reads like a typed literal, but for its type.
+bool namesEnumValue(std::string_view text) {
+  const std::size_t mark = text.find('#');
+  if (mark == std::string_view::npos || text.find_first_of("'\"") < mark) return false;
+  LiteralValue value;
+  return mark + 1 < text.size() && std::isalpha(static_cast<unsigned char>(text[mark + 1])) != 0 &&
+         parseLiteral(text, value) == LiteralError::NotALiteral;
 }
 
 }  // namespace
@@ -81,15 +91,23 @@ NodeList TreeFactory::append(NodeList list, Value first, Value second) {
                                                          : append(append(list, first), second);
 }
 
+NodeList TreeFactory::prepend(Value value, NodeList list) {
+  value = operand(value);
+  stack_.resize(list.start + list.count);
+  stack_.insert(stack_.begin() + static_cast<std::ptrdiff_t>(list.start), value);
+  return {list.start, list.count + 1};
+}
+
 // A list's node covers its items; an empty one stands at `empty`.
 Value TreeFactory::listNode(NodeKind kind, Span empty, const Value* items, std::size_t count) {
   const Span span = count == 0 ? empty : Span{spanOf(items[0]).begin, spanOf(items[count - 1]).end};
   return link(tree_.make<Node>(kind), span, items, count);
 }
 
-Value TreeFactory::unsupported(Span span, std::string_view what, Value instead) {
-  errors_.add(span, message::kNotSupported, what);
-  return instead;
+Value TreeFactory::finishAll(ASTNode* node, Span span, Value first, NodeList rest) {
+  scratch_.assign({first});
+  scratch_.insert(scratch_.end(), items(rest), items(rest) + rest.count);
+  return finish(node, span, scratch_.data(), scratch_.size());
 }
 
 // --- Expressions ---
@@ -128,12 +146,16 @@ Value TreeFactory::bit(Span span, Value base, Span number) {
   return finish(node, span, {base});
 }
 
-Value TreeFactory::element(Span span, Value base) {
-  return unsupported(span, "Arrays (index in brackets) are", base);
+Value TreeFactory::element(Span span, Value base, NodeList subscripts) {
+  auto* node = tree_.make<Expr>(Expression::Typed);
+  node->access = Expr::Access::Element;
+  return finishAll(node, span, base, subscripts);
 }
 
 Value TreeFactory::dereference(Span span, Value base) {
-  return unsupported(span, "Pointers (dereference '^') are", base);
+  auto* node = tree_.make<Expr>(Expression::Typed);
+  node->access = Expr::Access::Dereference;
+  return finish(node, span, {base});
 }
 
 // `text` is that of the literal without white space after its sign. A literal that is
@@ -160,7 +182,10 @@ Value TreeFactory::constant(Span span, std::string_view text) {
   return expression(Expression::Constant, span, {link(node, span, nullptr, 0)});
 }
 
-Value TreeFactory::literal(Span span) { return constant(span, textOf(span)); }
+Value TreeFactory::literal(Span span) {
+  const std::string_view text = textOf(span);
+  return namesEnumValue(text) ? variable(span) : constant(span, text);
+}
 
 Value TreeFactory::signedNumber(Span span, Span number) {
   std::string text(1, text_[span.begin]);
@@ -183,18 +208,14 @@ Value TreeFactory::binary(Expression::Operator op, Span span, Value left, Value 
   return expression(op, span, {operand(left), operand(right)});
 }
 
-Value TreeFactory::call(Span span, Span callee, Span parameters, NodeList arguments) {
+Value TreeFactory::call(Span span, Value callee, Span parameters, NodeList arguments) {
   auto* list = tree_.make<Node>(static_cast<NodeKind>(vel::ASTType::ParameterList));
   const Value parameterList = finish(list, parameters, items(arguments), arguments.count);
-  return finish(tree_.make<Call>(), span, {name(callee), parameterList});
+  return finish(tree_.make<Call>(), span, {callee, parameterList});
 }
 
 Value TreeFactory::callOfType(Span span, Span callee, Value type) {
   return finish(tree_.make<Call>(), span, {name(callee), type});
-}
-
-Value TreeFactory::methodCall(Span span, Value callee) {
-  return unsupported(span, "Calls through a member are", callee);
 }
 
 Value TreeFactory::argument(Argument* node, Span span, Span formalName, Value actual) {
@@ -221,14 +242,53 @@ Value TreeFactory::stringType(Span span, Span typeName, Value length) {
                 span, {operand(length)});
 }
 
-// The type keeps its kind: a variable of it is known, but nothing of its type.
-Value TreeFactory::unsupportedType(Span span, vel::ASTType kind, std::string_view what) {
-  return unsupported(span, what,
-                     finish(tree_.make<TypeSpec>(kind, tree_.intern(textOf(span))), span, {}));
+Value TreeFactory::subrangeType(Span span, Span base, Value range) {
+  return finish(tree_.make<TypeSpec>(vel::ASTType::SubrangeTypeSpec, tree_.intern(textOf(base))),
+                span, {range});
 }
 
-Value TreeFactory::unsupportedInitial(Span span) {
-  return unsupported(span, "Initial values of arrays and structures are", kNone);
+Value TreeFactory::enumType(Span span, Span base, NodeList values) {
+  return finish(tree_.make<TypeSpec>(vel::ASTType::EnumTypeSpec, tree_.intern(textOf(base))), span,
+                items(values), values.count);
+}
+
+Value TreeFactory::enumValue(Span span, Span valueName, Value value) {
+  return finish(tree_.make<Node>(NodeKind::EnumValue), span, {name(valueName), operand(value)});
+}
+
+Value TreeFactory::arrayType(Span span, NodeList dimensions, Value element) {
+  return finishAll(tree_.make<TypeSpec>(vel::ASTType::ArrayTypeSpec, ""), span, element,
+                   dimensions);
+}
+
+Value TreeFactory::structType(Span span, NodeList members) {
+  return finish(tree_.make<TypeSpec>(vel::ASTType::StructTypeSpec, ""), span, items(members),
+                members.count);
+}
+
+Value TreeFactory::pointerType(Span span, vel::ASTType kind, Value target) {
+  return finish(tree_.make<TypeSpec>(kind, ""), span, {target});
+}
+
+Value TreeFactory::typeDecl(Span span, Span typeName, Value type, Value initial) {
+  return finish(tree_.make<Node>(NodeKind::TypeDecl), span,
+                {name(typeName), type, operand(initial)});
+}
+
+void TreeFactory::typeDeclaration(Value declaration) {
+  tree_.types.push_back(static_cast<Node*>(declaration.node));
+}
+
+Value TreeFactory::arrayValue(Span span, NodeList elements) {
+  return finish(tree_.make<Expr>(op::kArrayValue), span, items(elements), elements.count);
+}
+
+Value TreeFactory::structValue(Span span, NodeList fields) {
+  return finish(tree_.make<Expr>(op::kStructValue), span, items(fields), fields.count);
+}
+
+Value TreeFactory::repeat(Span span, Span count, NodeList elements) {
+  return finishAll(tree_.make<Expr>(op::kRepeat), span, literal(count), elements);
 }
 
 // Pragmas are no tokens; the few that mean something are looked for where they count.

@@ -48,22 +48,23 @@ class TreeFactory {
   NodeList list() const;
   NodeList append(NodeList list, Value value);  // a value without a node is left out
   NodeList append(NodeList list, Value first, Value second);
+  // The list on top of the stack, with `value` in front.
+  NodeList prepend(Value value, NodeList list);
 
   // Expressions. A call is a Call until it is part of something.
   Value name(Span span);
   Value variable(Span span);
   Value member(Span span, Value base, Span memberSpan);
   Value bit(Span span, Value base, Span number);
-  Value element(Span span, Value base);      // not supported
-  Value dereference(Span span, Value base);  // not supported
-  Value literal(Span span);
+  Value element(Span span, Value base, NodeList subscripts);
+  Value dereference(Span span, Value base);
+  Value literal(Span span);  // or a value of an enumeration, `Color#Red`
   Value signedNumber(Span span, Span number);
   Value parenthesised(Span span, Value value);  // the value, a level higher
   Value unary(Expression::Operator op, Span span, Value value);
   Value binary(Expression::Operator op, Span span, Value left, Value right);
-  Value call(Span span, Span callee, Span parameters, NodeList arguments);
+  Value call(Span span, Value callee, Span parameters, NodeList arguments);
   Value callOfType(Span span, Span callee, Value type);  // `SIZEOF(STRING[9])`
-  Value methodCall(Span span, Value callee);             // not supported
   Value operand(Value value);                            // a Call under its wrapper
   Value input(Span span, Span formalName, Value actual);
   Value output(Span span, Span formalName, Value actual, bool negated);
@@ -71,8 +72,17 @@ class TreeFactory {
   // Declarations.
   Value namedType(Span span);
   Value stringType(Span span, Span typeName, Value length);
-  Value unsupportedType(Span span, vel::ASTType kind, std::string_view what);
-  Value unsupportedInitial(Span span);
+  Value subrangeType(Span span, Span base, Value range);
+  Value enumType(Span span, Span base, NodeList values);
+  Value enumValue(Span span, Span valueName, Value value);
+  Value arrayType(Span span, NodeList dimensions, Value element);
+  Value structType(Span span, NodeList members);
+  Value pointerType(Span span, vel::ASTType kind, Value target);
+  Value typeDecl(Span span, Span typeName, Value type, Value initial);
+  void typeDeclaration(Value declaration);
+  Value arrayValue(Span span, NodeList elements);
+  Value structValue(Span span, NodeList fields);
+  Value repeat(Span span, Span count, NodeList elements);
   Value varDecl(Span span, NodeList names, Value address, Value type, Value initial);
   Value varBlock(Span span, VarSection section, Qualifiers qualifiers, NodeList declarations);
   Value varBlocks(Span span, NodeList blocks);
@@ -106,7 +116,8 @@ class TreeFactory {
   Value constant(Span span, std::string_view text);
   Value argument(Argument* node, Span span, Span formalName, Value actual);
   Value listNode(NodeKind kind, Span empty, const Value* items, std::size_t count);
-  Value unsupported(Span span, std::string_view what, Value instead);
+  // A node of the value and the items of the list, in this order.
+  Value finishAll(ASTNode* node, Span span, Value first, NodeList rest);
   const Value* items(NodeList list) const { return stack_.data() + list.start; }
 
   std::string_view text_;

@@ -23,6 +23,7 @@ std::string Parsed::errors() const {
 
 std::string Parsed::units() const {
   std::string text;
+  for (const auto* type : tree.types) text += show(type) + "\n";
   for (const auto* unit : tree.units) text += show(unit) + "\n";
   return text;
 }
@@ -56,14 +57,18 @@ std::string showExpression(const Expr& expr) {
   if (expr.access == Expr::Access::Bit) {
     return list("bit " + std::to_string(expr.bitAccessOffset()), expr);
   }
-  if (expr.access == Expr::Access::Member) return list(".", expr);
+  constexpr const char* kAccesses[] = {"", ".", "", "[]", "^"};
+  const auto access = static_cast<std::size_t>(expr.access);
+  if (expr.access != Expr::Access::None) return list(kAccesses[access], expr);
   if (expr.op() == Expression::Constant) return sourceOf(*expr.leaf(0));
   if (expr.op() == Expression::Variable) return show(expr.leaf(0));
   if (expr.op() == refhost::op::kWrapper) return "{" + leaves(expr) + "}";
   constexpr const char* kUnary[] = {"neg", "not"};
   constexpr const char* kBinary[] = {"**", "*",  "/", "mod", "+",   "-",   "<", ">",
                                      "<=", ">=", "=", "<>",  "and", "xor", "or"};
+  constexpr const char* kValues[] = {"array", "repeat", "struct"};
   const int number = expr.op();
+  if (number >= 60) return list(kValues[number - 60], expr);
   return list(number < 40 ? kUnary[number - 30] : kBinary[number - 40], expr);
 }
 
@@ -90,6 +95,16 @@ std::string show(const ASTNode* node) {
       return static_cast<const refhost::TypeSpec*>(node)->name + ("<" + leaves(*node) + ">");
     case vel::ASTType::NamedTypeSpec:
       return static_cast<const refhost::TypeSpec*>(node)->name;
+    case vel::ASTType::SubrangeTypeSpec:
+    case vel::ASTType::EnumTypeSpec:
+      return list(std::string("of ") + static_cast<const refhost::TypeSpec*>(node)->name, *node);
+    case vel::ASTType::ArrayTypeSpec:
+      return list("array", *node);
+    case vel::ASTType::StructTypeSpec:
+      return list("struct", *node);
+    case vel::ASTType::PointerTypeSpec:
+    case vel::ASTType::ReferenceTypeSpec:
+      return list("pointer", *node);
     default:
       break;
   }
@@ -111,9 +126,9 @@ std::string show(const ASTNode* node) {
     case NodeKind::VarBlock:
       return showBlock(static_cast<const refhost::VarBlock&>(*node));
     default: {
-      constexpr const char* kNames[] = {"decl",  "",       "",     "",         ":=",    "call",
-                                        "if",    "case",   "of",   "labels",   "..",    "for",
-                                        "while", "repeat", "exit", "continue", "return"};
+      constexpr const char* kNames[] = {
+          "decl", "",    "",      "",       ":=",   "call",     "if",     "case", "of",   "labels",
+          "..",   "for", "while", "repeat", "exit", "continue", "return", "type", "value"};
       const int index = static_cast<int>(node->type()) - static_cast<int>(NodeKind::VarDecl);
       return index >= 0 ? list(kNames[index], *node) : "?";
     }

@@ -63,11 +63,10 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:6 '12abc' is not a valid literal;\n2:14 The literal 'INT#40000' is out of range;\n"
        "2:26 'T#5x' is not a valid literal;\n",
        "(:= x (+ (+ 12abc INT#40000) T#5x))\n(:= z 1)\n"},
-      {"a[1] := b^; c.d(1); z := 1;",
-       "2:1 Arrays (index in brackets) are not supported;\n"
-       "2:9 Pointers (dereference '^') are not supported;\n"
-       "2:13 Calls through a member are not supported;\n",
-       "(:= a b)\n(:= z 1)\n"},
+      {"a[1, i][f(x)] := b^.c^.3; c.d(1); a[1](e := 2); p^(); x := Color#Red; a[; z := 1;",
+       "2:73 Syntax error: found ';', expected expression;\n",
+       "(:= ([] ([] a 1 i) {f[x]}) (bit 3 (^ (. (^ b) c))))\n(call (. c d)[1])\n"
+       "(call ([] a 1)[e:=2])\n(call (^ p)[])\n(:= x Color#Red)\n(:= z 1)\n"},
       {"VAR_GLOBAL g : INT; END_VAR z := 1;",
        "2:1 Global variables (VAR_GLOBAL) are not supported;\n", "(:= z 1)\n"},
       {std::string("z := 1; \0\1\2", 11),
@@ -98,25 +97,27 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:18 Syntax error: found 'END_PROGRAM', expected END_FUNCTION;\n",
        "(function f INT [] [])\n(program q _ [] [])\n"},
       {"foo bar; PROGRAM q END_PROGRAM PROGRAM 5 END_PROGRAM PROGRAM p x := 1;",
-       "1:1 Syntax error: found 'foo', expected PROGRAM, FUNCTION or FUNCTION_BLOCK;\n"
+       "1:1 Syntax error: found 'foo', expected PROGRAM, FUNCTION, FUNCTION_BLOCK or TYPE;\n"
        "1:40 Syntax error: found '5', expected identifier;\n"
        "1:71 Syntax error: found end of file, expected END_PROGRAM;\n",
        "(program q _ [] [])\n(program  _ [] [])\n(program p _ [] [(:= x 1)])\n"},
-      {"TYPE t : STRUCT a : INT; END_STRUCT END_TYPE\n"
-       "PROGRAM p VAR a : ARRAY[1..2] OF INT := [1, 2(3)]; s : STRUCT b : INT; END_STRUCT;\n"
-       "c : REF_TO INT; d : (x, y); e : INT(0..5); f : POINTER TO REAL; END_VAR END_PROGRAM\n"
+      {"TYPE t : STRUCT a : INT; u : STRUCT b, c : t := (x := 1); END_STRUCT END_STRUCT\n"
+       "e : (A, B := 2) := B; f : INT (A) := A; g : (A) INT; END_TYPE\n"
+       "TYPE h : REF_TO t END_TYPE\n"
+       "PROGRAM p VAR a : ARRAY[1..2, -1..n] OF POINTER TO INT := [1, 2(3, [4]), 2()];\n"
+       "b : INT := 1, 2(3); c : INT(0..5); END_VAR END_PROGRAM\n"
        "CONFIGURATION c RESOURCE r ON x PROGRAM q WITH t : p; END_RESOURCE END_CONFIGURATION",
-       "1:1 Data type declarations (TYPE) are not supported;\n"
-       "2:19 Arrays are not supported;\n"
-       "2:41 Initial values of arrays and structures are not supported;\n"
-       "2:56 Structures (STRUCT) are not supported;\n"
-       "3:5 References (REF_TO) are not supported;\n"
-       "3:21 Enumerations are not supported;\n"
-       "3:33 Subranges are not supported;\n"
-       "3:48 Pointers (POINTER TO) are not supported;\n"
-       "4:1 Configurations are not supported;\n",
-       "(program p _ [(var (decl ? _ _ a) (decl ? _ _ s) (decl ? _ _ c) (decl ? _ _ d)"
-       " (decl ? _ _ e) (decl ? _ _ f))] [])\n"},
+       "6:1 Configurations are not supported;\n",
+       "(type t (struct (decl INT _ _ a) (decl (struct (decl t (struct x:=1) _ b c)) _ _ u)) _)\n"
+       "(type e (of  (value A _) (value B 2)) B)\n(type f (of INT (value A _)) A)\n"
+       "(type g (of INT (value A _)) _)\n(type h (pointer t) _)\n"
+       "(program p _ [(var (decl (array (pointer INT) (.. 1 2) (.. -1 n)) (array 1 (repeat 2 3 "
+       "(array 4)) (repeat 2)) _ a) (decl INT (array 1 (repeat 2 3)) _ b)"
+       " (decl (of INT (.. 0 5)) _ _ c))] [])\n"},
+      {"TYPE t : STRUCT a : ; b : INT; IF END_TYPE PROGRAM p END_PROGRAM",
+       "1:21 Syntax error: found ';', expected type;\n"
+       "1:32 Syntax error: found 'IF', expected END_STRUCT;\n",
+       "(type t (struct (decl INT _ _ b)) _)\n(program p _ [] [])\n"},
       {"", "", ""},
       {" // nothing", "", ""},
   };
