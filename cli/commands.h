@@ -11,13 +11,16 @@
 
 namespace velc {
 
+// Sarif is one document for all diagnostics, so only for commands that print them once.
+enum class DiagnosticsForm { Text, Json, Sarif };
+
 struct CommonOptions {
   // The plugin and its add-ons; empty: the plugin that came with velc.
   std::vector<std::string> plugins;
   std::string localIo;
   refhost::Notation notation = refhost::Notation::Iec;
   refhost::MemorySizes memory;
-  bool jsonDiagnostics = false;
+  DiagnosticsForm diagnostics = DiagnosticsForm::Text;
 };
 
 struct OperatorsOptions {

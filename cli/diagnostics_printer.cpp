@@ -11,12 +11,6 @@ namespace velc {
 
 namespace {
 
-const char* severityText(const vel::VELMessage& message) {
-  return message.severity == static_cast<int>(refhost::Severity::Error) ? "error" : "warning";
-}
-
-std::string codeText(const vel::VELMessage& message) { return fmt::format("0x{:X}", message.code); }
-
 // One line whatever the source holds, and nothing that a terminal would act on.
 std::string printable(std::string_view text) {
   std::string result(text);
@@ -74,6 +68,12 @@ Excerpt excerpt(std::string_view line, std::uint32_t caret) {
 }
 
 }  // namespace
+
+const char* severityText(const vel::VELMessage& message) {
+  return message.severity == static_cast<int>(refhost::Severity::Error) ? "error" : "warning";
+}
+
+std::string codeText(const vel::VELMessage& message) { return fmt::format("0x{:X}", message.code); }
 
 std::string diagnosticText(const refhost::SourceManager& sources, const vel::VELMessage& message) {
   const refhost::LineColumn at = sources.position(message.location);

@@ -8,6 +8,11 @@
 
 namespace velc {
 
+// "error" or "warning".
+const char* severityText(const vel::VELMessage& message);
+// "0xC0040".
+std::string codeText(const vel::VELMessage& message);
+
 // `FILE:LINE:COL: error: TEXT [0xC0040]`, the source line, and a caret under the
 // column; each line ends in a line end.
 std::string diagnosticText(const refhost::SourceManager& sources, const vel::VELMessage& message);

@@ -20,10 +20,9 @@ struct Topic {
 }  // namespace
 
 const Explanation* explanationOf(std::string_view topic) {
-  const auto* const found =
-      std::find_if(std::begin(kTopics), std::end(kTopics), [topic](const Topic& candidate) {
-        return vel::equalIgnoringCase(candidate.name, topic);
-      });
+  const auto* const found = std::find_if(
+      std::begin(kTopics), std::end(kTopics),
+      [topic](const Topic& candidate) { return vel::equalIgnoringCase(candidate.name, topic); });
   return found == std::end(kTopics) ? nullptr : &kTexts[found->text];
 }
 

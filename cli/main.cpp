@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <exception>
 #include <functional>
+#include <map>
 #include <sstream>
 
 #include "cli/commands.h"
@@ -63,14 +64,21 @@ CLI::App& addCommand(CLI::App& app, CommonOptions& common, const char* name,
   return command;
 }
 
-void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files) {
+using FormNames = std::map<std::string, DiagnosticsForm>;
+const FormNames kForms = {{"text", DiagnosticsForm::Text}, {"json", DiagnosticsForm::Json}};
+const FormNames kCheckForms = {{"text", DiagnosticsForm::Text},
+                               {"json", DiagnosticsForm::Json},
+                               {"sarif", DiagnosticsForm::Sarif}};
+
+void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files,
+                const FormNames& forms = kForms) {
   command.add_option("FILE", files, "Structured Text")->required();
   command
       .add_option_function<std::string>(
           "--diagnostics",
-          [&common](const std::string& text) { common.jsonDiagnostics = text == "json"; },
-          "Form of the diagnostics on standard error: text or json")
-      ->check(CLI::IsMember({"text", "json"}));
+          [&common, &forms](const std::string& form) { common.diagnostics = forms.at(form); },
+          "Form of the diagnostics on standard error (default: text)")
+      ->check(CLI::IsMember(&forms));
 }
 
 int execute(int argc, char** argv) {
@@ -97,7 +105,7 @@ int execute(int argc, char** argv) {
 
   std::vector<std::string> checked;
   CLI::App& checkCommand = addCommand(app, common, "check", "Print the diagnostics of programs");
-  addSources(checkCommand, common, checked);
+  addSources(checkCommand, common, checked, kCheckForms);
   checkCommand.callback([&] { action = [&] { return check(common, checked); }; });
 
   TranslateOptions translation;

@@ -8,24 +8,34 @@
 #include "cli/diagnostics_printer.h"
 #include "cli/failure.h"
 #include "cli/paths.h"
+#include "cli/sarif.h"
 #include "refhost/messages.h"
 
 namespace velc {
 
 namespace {
 
+// The messages from number `first` on in the form asked for.
+std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::size_t first) {
+  const auto& messages = session.messages();
+  if (form == DiagnosticsForm::Sarif) return sarifLog(session.sources(), messages);
+  const auto one = form == DiagnosticsForm::Json ? diagnosticJson : diagnosticText;
+  std::string text;
+  for (std::size_t i = first; i < messages.size(); ++i) {
+    text += one(session.sources(), messages[i]);
+  }
+  return text;
+}
+
 // Prints the messages from number `first` on. True when an error is among them.
 bool printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
-  const auto& messages = session.messages();
-  std::string text;
-  bool failed = false;
-  for (std::size_t i = first; i < messages.size(); ++i) {
-    text += common.jsonDiagnostics ? diagnosticJson(session.sources(), messages[i])
-                                   : diagnosticText(session.sources(), messages[i]);
-    failed = failed || messages[i].severity == static_cast<int>(refhost::Severity::Error);
-  }
+  const std::string text = diagnostics(session, common.diagnostics, first);
   std::fwrite(text.data(), 1, text.size(), stderr);
-  return failed;
+  const auto& messages = session.messages();
+  return std::any_of(messages.begin() + static_cast<std::ptrdiff_t>(first), messages.end(),
+                     [](const vel::VELMessage& message) {
+                       return message.severity == static_cast<int>(refhost::Severity::Error);
+                     });
 }
 
 }  // namespace

@@ -27,6 +27,27 @@ TEST_F(Velc, PointsAtTheFault) {
   EXPECT_EQ(object["code"], "0xC0040");
 }
 
+TEST_F(Velc, WritesOneLogForCodeScanning) {
+  write("a b.st",
+        "PROGRAM p VAR x, y : INT; z : DINT; END_VAR\nx := ABS();\ny := z; x := ABS();END_PROGRAM");
+  write("good.st", "PROGRAM q END_PROGRAM");
+  const auto log = nlohmann::json::parse(velc("check --diagnostics=sarif good.st ./'a b'.st").err);
+  EXPECT_EQ(log["version"], "2.1.0");
+  const auto& rules = log["runs"][0]["tool"]["driver"]["rules"];
+  EXPECT_EQ(rules.size(), 2U) << "one for each code";
+  EXPECT_EQ(rules[1]["shortDescription"]["text"], "Loss of information");
+  const auto& results = log["runs"][0]["results"];
+  ASSERT_EQ(results.size(), 3U);
+  EXPECT_EQ(results[1]["ruleId"], "0xC0197");
+  EXPECT_EQ(results[1]["level"], "warning");
+  EXPECT_EQ(results[2]["ruleIndex"], 0);
+  const auto& place = results[2]["locations"][0]["physicalLocation"];
+  EXPECT_EQ(place["artifactLocation"]["uri"], "a%20b.st");
+  EXPECT_EQ(place["region"], nlohmann::json({{"startLine", 3}, {"startColumn", 14}}));
+  const auto none = nlohmann::json::parse(velc("check --diagnostics=sarif good.st").err);
+  EXPECT_EQ(none["runs"][0]["results"], nlohmann::json::array());
+}
+
 TEST_F(Velc, WarnsWithoutFailing) {
   writeProgram("p.st", "x : INT; y : DINT;", "x := y;\r");
   const Outcome outcome = velc("check p.st");
@@ -38,7 +59,7 @@ TEST_F(Velc, WarnsWithoutFailing) {
 
 TEST_F(Velc, SurvivesSourcesThatAreNoText) {
   write("bytes.st", std::string("PROGRAM p \xFF\x1B[2J\0 x := 'a", 24));
-  for (const char* form : {"text", "json"}) {
+  for (const char* form : {"text", "json", "sarif"}) {
     const Outcome outcome = velc(std::string("check bytes.st --diagnostics=") + form);
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.err.find('\x1B'), std::string::npos);
