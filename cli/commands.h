@@ -49,7 +49,7 @@ int listOperators(const CommonOptions& common, const OperatorsOptions& options);
 int check(const CommonOptions& common, const std::vector<std::string>& files);
 int translate(const CommonOptions& common, const TranslateOptions& options);
 int run(const CommonOptions& common, const RunOptions& options);
-// `topics` are codes of messages and names of operators.
+// `topics` are codes of messages and names of operators; when empty, the codes are listed.
 int explain(const std::vector<std::string>& topics);
 
 }  // namespace velc

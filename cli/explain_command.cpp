@@ -9,6 +9,11 @@ namespace velc {
 
 int explain(const std::vector<std::string>& topics) {
   std::string text;
+  if (topics.empty()) {
+    for (const Topic& message : explainedMessages()) {
+      text += fmt::format("{} {}\n", message.name, message.explanation->title);
+    }
+  }
   for (const std::string& topic : topics) {
     const Explanation* explanation = explanationOf(topic);
     if (explanation == nullptr) {

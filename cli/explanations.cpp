@@ -1,18 +1,13 @@
 #include "cli/explanations.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 
 #include "core/case_folding.h"
 
 namespace velc {
 
 namespace {
-
-struct Topic {
-  std::string_view name;
-  std::size_t text;
-};
 
 // kTexts and kTopics, made from the pages.
 #include "explanations.inc"
@@ -23,7 +18,14 @@ const Explanation* explanationOf(std::string_view topic) {
   const auto* const found = std::find_if(
       std::begin(kTopics), std::end(kTopics),
       [topic](const Topic& candidate) { return vel::equalIgnoringCase(candidate.name, topic); });
-  return found == std::end(kTopics) ? nullptr : &kTexts[found->text];
+  return found == std::end(kTopics) ? nullptr : found->explanation;
+}
+
+std::vector<Topic> explainedMessages() {
+  std::vector<Topic> messages;
+  std::copy_if(std::begin(kTopics), std::end(kTopics), std::back_inserter(messages),
+               [](const Topic& topic) { return topic.name.substr(0, 2) == "0x"; });
+  return messages;
 }
 
 }  // namespace velc

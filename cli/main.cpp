@@ -151,8 +151,9 @@ int execute(int argc, char** argv) {
   std::vector<std::string> topics;
   CLI::App& explainCommand =
       *app.add_subcommand("explain", "Tell what messages mean and what operators do");
-  explainCommand.add_option("TOPIC", topics, "Code of a message (0xC0032) or name of an operator")
-      ->required();
+  explainCommand.add_option("TOPIC", topics,
+                            "Code of a message (0xC0032) or name of an operator; without one, the "
+                            "codes are listed");
   explainCommand.callback([&] { action = [&] { return explain(topics); }; });
 
   try {

@@ -33,7 +33,7 @@ def embedded(listing):
     problems = [*operators.coverage_problems(names, registered_names(listing)),
                 *messages.coverage_problems(sections)]
     rows = [f"{{{literal(title)}, {literal(text)}}},\n" for title, text in texts]
-    keys = [f'{{"{topic}", {index}}},\n' for topic, index in sorted(topics.items())]
+    keys = [f'{{"{topic}", &kTexts[{index}]}},\n' for topic, index in sorted(topics.items())]
     tables = ("constexpr Explanation kTexts[] = {\n" + "".join(rows) + "};\n"
               "constexpr Topic kTopics[] = {\n" + "".join(keys) + "};\n")
     return tables, problems

@@ -1,0 +1,42 @@
+# Bash completion for velc. What it offers, velc itself says: commands, options and their
+# choices come from its help, operators and messages from its lists.
+
+# Help of a command's options: lines "  -o,--output OUT.c ..." and "  --notation TEXT:{iec,letters}".
+_velc_options() { sed -nE 's/^  (-[a-z],)?(--[a-z-]+).*/\2/p'; }
+_velc_choices() { sed -nE "s/^  (-[a-z],)?$1 [A-Z]+:\{([^}]*)\}.*/\2/p" | tr , ' '; }
+
+_velc() {
+  local velc=$1 word command='' offered=''
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  # "--notation=iec" is three words here.
+  if [[ $current == = ]]; then
+    current=''
+  elif [[ $previous == = ]]; then
+    previous=${COMP_WORDS[COMP_CWORD - 2]}
+  fi
+  local commands
+  commands=$("$velc" --help 2>/dev/null | sed -nE '/^Subcommands:/,/^$/s/^  ([a-z]+) .*/\1/p')
+  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    if grep -qxF -e "$word" <<<"$commands"; then
+      command=$word
+      break
+    fi
+  done
+
+  local help
+  help=$("$velc" ${command:+"$command"} --help 2>/dev/null)
+  if [[ $previous == --* ]]; then offered=$(_velc_choices "$previous" <<<"$help"); fi
+  if [[ -z $offered && $current == -* ]]; then
+    offered=$(_velc_options <<<"$help")
+  elif [[ -z $offered ]]; then
+    case $command in
+      '') offered=$commands ;;
+      operators) offered=$("$velc" operators 2>/dev/null) ;;
+      explain) offered=$("$velc" operators 2>/dev/null; "$velc" explain 2>/dev/null | cut -d' ' -f1) ;;
+    esac
+  fi
+  # Nothing to offer: bash completes names of files.
+  mapfile -t COMPREPLY < <(compgen -W "$offered" -- "$current")
+}
+
+complete -o bashdefault -o default -F _velc velc
