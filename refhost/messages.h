@@ -60,6 +60,7 @@ constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "A positio
 constexpr MessageFormat kNoResultType      {0xF003C, Severity::Error, "The function '%s' has no result type;"};
 constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
+constexpr MessageFormat kTooFewArguments   {0xF0060, Severity::Error, "Too few parameters in the call of '%s';"};
 
 // Assignments are judged in the words of the operators' type check.
 constexpr MessageFormat kConstantTooLarge  {0xC0001, Severity::Error, "The constant '%s' is too large for data type '%s';"};

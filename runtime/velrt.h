@@ -11,6 +11,7 @@
 #define VELRT_H
 
 #include "velrt/arithmetic.h"
+#include "velrt/clock.h"
 #include "velrt/memory.h"
 #include "velrt/mux.h"
 #include "velrt/numeric.h"

@@ -2,25 +2,16 @@
 
 #include "velrt/strings.h"
 
-void vel_string_set(char* target, size_t size, const char* source) {
-  if (size == 0) return;
-  size_t length = 0;
-  while (length < size - 1 && source[length] != 0) ++length;
-  memmove(target, source, length);
-  target[length] = 0;
-}
+/* Units compare as unsigned numbers. */
+static inline int vel_string_unit(char unit) { return (unsigned char)unit; }
+static inline int vel_wstring_unit(u16 unit) { return unit; }
 
-void vel_wstring_set(u16* target, size_t units, const u16* source) {
-  if (units == 0) return;
-  size_t length = 0;
-  while (length < units - 1 && source[length] != 0) ++length;
-  memmove(target, source, length * sizeof *target);
-  target[length] = 0;
-}
+#define UNIT char
+#define TEXT(name) vel_string_##name
+#include "velrt_text.h"
+#undef UNIT
+#undef TEXT
 
-int vel_string_compare(const char* a, const char* b) { return strcmp(a, b); }
-
-int vel_wstring_compare(const u16* a, const u16* b) {
-  while (*a != 0 && *a == *b) ++a, ++b;
-  return (int)*a - (int)*b;
-}
+#define UNIT u16
+#define TEXT(name) vel_wstring_##name
+#include "velrt_text.h"

@@ -116,6 +116,10 @@ class CGenerator final : public vel::Generator {
   std::string pointerTo(const Expr& value, const Type* type);
   std::string temporary(const Type* type);
 
+  // standard_calls.cpp
+  std::string standardText(const Call& call);
+  std::string runtimeText(const Call& call);
+
   Services& services_;
   std::string localIo_;
   std::vector<vel::VELMessage>& messages_;

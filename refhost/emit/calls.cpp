@@ -21,6 +21,7 @@ using vel::TreeBuilder;
 
 std::string CGenerator::callText(const Call& call) {
   if (call.op != nullptr) return operatorText(call);
+  if (call.standard != nullptr) return standardText(call);
   return call.symbol != nullptr ? functionText(call) : std::string();
 }
 

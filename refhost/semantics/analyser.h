@@ -2,6 +2,7 @@
 // type, asks the operators to check their calls, and judges assignments.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -66,11 +67,17 @@ class Analyser {
   void analyseOperandType(Call& call);
   // Appends an error when what is called gives no value.
   void requireValue(const Call& call, const Type* type);
-  // False, with an error appended, when named arguments fit no parameter.
-  bool orderArguments(Call& call);
+  // Puts named arguments at the positions that `positionOf` gives their names. False, with an
+  // error appended, when one fits no parameter.
+  bool orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf);
   void analyseArguments(Call& call, UnitSymbol& callee);
   void checkArgument(const Binding& binding, const UnitSymbol& callee);
   void requirePassable(const Binding& binding);
+
+  // standard_calls.cpp
+  Type* callStandard(Call& call);
+  Type* callOperation(Call& call);
+  Type* callTextFunction(Call& call);
 
   // assignments.cpp
   // Judges `source`, of type `from`, given to a place of type `to`; messages stand at

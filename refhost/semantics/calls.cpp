@@ -6,6 +6,7 @@
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/services/operator_symbol.h"
+#include "refhost/services/standard_functions.h"
 
 namespace refhost {
 
@@ -42,6 +43,12 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
     return call.dataType;
   }
+  call.standard = standardFunction(name);
+  if (call.standard != nullptr) {
+    call.dataType = callStandard(call);
+    call.accepted = call.dataType != nullptr;
+    return call.dataType;
+  }
   const bool known =
       variable != nullptr || services_.symbols.find(name, {}, Symbol::All) != nullptr;
   say(call, known ? message::kNotCallable : message::kUnknownName, name);
@@ -57,7 +64,10 @@ void Analyser::requireValue(const Call& call, const Type* type) {
 
 vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
-  if (!orderArguments(call)) return nullptr;
+  const auto positionOf = [&](std::string_view formal) {
+    return operatorInput(call.op->name, formal);
+  };
+  if (!orderArguments(call, positionOf)) return nullptr;
   call.functionCall = services_.operators->isFCOperator(call.op->name);
   ASTNode* const list = parameterList(call);
   if (list == nullptr) analyseOperandType(call);
@@ -135,8 +145,8 @@ void Analyser::declareEdgeState(const Call& call) {
   unit_->addVariable(std::move(cell));
 }
 
-// Operators know their parameters by position only, so named ones are put in order.
-bool Analyser::orderArguments(Call& call) {
+// Operators and standard functions know their parameters by position only.
+bool Analyser::orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf) {
   ASTNode* const list = parameterList(call);
   const int count = list != nullptr ? list->leavesCount() : 0;
   int named = 0;
@@ -153,7 +163,7 @@ bool Analyser::orderArguments(Call& call) {
   for (int i = 0; i < count; ++i) {
     const auto& argument = static_cast<const Argument&>(*list->leaf(i));
     const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
-    const int position = argument.output ? -1 : operatorInput(name, formal);
+    const int position = argument.output ? -1 : positionOf(formal);
     if (position < 0 || position >= count) {
       say(argument, message::kUnknownParameter, name, formal);
       return false;

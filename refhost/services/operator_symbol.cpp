@@ -34,17 +34,6 @@ constexpr std::array<Formals, 13> kFormals{{
 }};
 // clang-format on
 
-// `IN3` is 3; -1 for a text that is not the prefix and a number.
-int numbered(std::string_view formal, std::string_view prefix) {
-  if (formal.size() <= prefix.size() || !equalFolded(formal.substr(0, prefix.size()), prefix)) {
-    return -1;
-  }
-  int number = -1;
-  const auto [end, error] =
-      std::from_chars(formal.data() + prefix.size(), formal.data() + formal.size(), number);
-  return error == std::errc() && end == formal.data() + formal.size() ? number : -1;
-}
-
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
@@ -64,6 +53,16 @@ void declareFunctionOperators(Services& services) {
   }
 }
 
+int numberedInput(std::string_view formal, std::string_view prefix) {
+  if (formal.size() <= prefix.size() || !equalFolded(formal.substr(0, prefix.size()), prefix)) {
+    return -1;
+  }
+  int number = -1;
+  const auto [end, error] =
+      std::from_chars(formal.data() + prefix.size(), formal.data() + formal.size(), number);
+  return error == std::errc() && end == formal.data() + formal.size() ? number : -1;
+}
+
 int operatorInput(std::string_view operatorName, std::string_view formal) {
   for (const Formals& row : kFormals) {
     if (!equalFolded(row.name, operatorName)) continue;
@@ -73,12 +72,12 @@ int operatorInput(std::string_view operatorName, std::string_view formal) {
     return -1;
   }
   if (equalFolded(operatorName, "MIN") || equalFolded(operatorName, "MAX")) {
-    const int number = numbered(formal, "IN");
+    const int number = numberedInput(formal, "IN");
     return number >= 1 ? number - 1 : -1;
   }
   if (equalFolded(operatorName, "MUX")) {
     if (equalFolded(formal, "K")) return 0;
-    const int number = numbered(formal, "IN");
+    const int number = numberedInput(formal, "IN");
     return number >= 0 ? number + 1 : -1;
   }
   // Everything else has one input.

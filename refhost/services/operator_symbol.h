@@ -36,6 +36,9 @@ void declareFunctionOperators(Services& services);
 // none of that name: calls may name their arguments.
 int operatorInput(std::string_view operatorName, std::string_view formal);
 
+// `IN3` is 3; -1 for a text that is not the prefix and a number.
+int numberedInput(std::string_view formal, std::string_view prefix);
+
 // True for parameter `index` of an operator that may name a type, an address or a unit.
 bool namesOperand(std::string_view operatorName, int index);
 

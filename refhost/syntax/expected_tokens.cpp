@@ -15,6 +15,7 @@ constexpr std::string_view kExpressionStarts[] = {
 constexpr std::string_view kOperators[] = {"OR",  "XOR", "AND",  "'='",  "'<>'",
                                            "'<'", "'>'", "'<='", "'>='", "'+'",
                                            "'-'", "'*'", "'/'",  "MOD",  "'**'"};
+constexpr std::string_view kOperatorNames[] = {"AND", "OR", "XOR", "MOD"};
 // What can follow a variable beside an operator.
 constexpr std::string_view kAccesses[] = {"'.'", "'['", "'^'", "'('"};
 constexpr std::string_view kTypeStarts[] = {"identifier", "STRING", "WSTRING", "ARRAY",
@@ -56,6 +57,7 @@ std::string ExpectedTokens::text() const {
   if (has("identifier") && has("CONSTANT")) removeAll(words, kNameKeywords);
   if (statement || expression) {
     removeAll(words, kExpressionStarts);
+    removeAll(words, kOperatorNames);
     removeAll(words, kAccesses);
     if (statement) removeAll(words, kStatementStarts);
     whole = statement ? "statement" : "expression";

@@ -473,9 +473,14 @@ call:
     { $$ = make.call(@$, make.name(@1), {@2.begin, @4.end}, $3); }
 | IDENTIFIER '(' unnamed_type ')'
     { $$ = make.callOfType(@$, @1, $3); }
+| operator_name '(' arguments ')'
+    { $$ = make.call(@$, make.name(@1), {@2.begin, @4.end}, $3); }
 | access '(' arguments ')'
     { $$ = make.call(@$, $1, {@2.begin, @4.end}, $3); }
 ;
+
+// Operators that have the form of a function too.
+operator_name: AND | OR | XOR | MOD;
 
 arguments:
   %empty          { $$ = make.list(); }

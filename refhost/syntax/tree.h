@@ -50,7 +50,8 @@ enum class NodeKind : std::int32_t {
   VarBlock,       // VarBlock: [VarDecl...]
   VarDecl,        // VarDecl: [TypeSpec, initial value Expr?, address Text?, name Text...]
   Invocation,     // Call: [callee: Text, or Expr for an access that is called;
-                  //        ParameterList or, for a type as operand, TypeSpec]
+                  //        ParameterList or, for a type as operand, TypeSpec;
+                  //        of an operator in the form of a function, that Expr]
   Argument,       // Argument: [formal name Text, Expr], in a ParameterList
   StatementList,  // [statement...]
   Assignment,     // Assignment
@@ -151,6 +152,8 @@ class Literal final : public ::ConstantValue {
   const LiteralValue& value;  // kept by the tree
 };
 
+struct StandardFunction;
+
 class Call final : public ::Invocation {
  public:
   Call() : Invocation(astType(NodeKind::Invocation)) {}
@@ -159,9 +162,11 @@ class Call final : public ::Invocation {
   bool accepted = false;
   bool functionCall = false;  // of an operator that becomes a C function
   // Set by the analysis: the result type (null: none) and what is called: an
-  // operator of the plugin, or a function's or an instance's symbol.
+  // operator of the plugin, a function of the standard, or a function's or an
+  // instance's symbol.
   vel::SymbolDataType* dataType = nullptr;
   vel::STOperator* op = nullptr;
+  const StandardFunction* standard = nullptr;
   vel::Symbol* symbol = nullptr;
 };
 

@@ -17,7 +17,7 @@ struct Row {
 class OperatorValues : public Velc {
  protected:
   // One program for all rows, so that one compilation serves them.
-  void expectValues(const std::vector<Row>& rows, const char* variables = "") const {
+  void expectValues(const std::vector<Row>& rows, const std::string& variables = "") const {
     std::string declared = variables;
     std::string statements;
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -169,6 +169,48 @@ TEST_F(OperatorValues, TypedLiteralsComputeInTheirType) {
       {"LINT", "LINT#-9223372036854775808 + LINT#-1", "9223372036854775807"},
       {"TIME", "T#24d + T#24d", "T#-147767296ms"},
   });
+}
+
+TEST_F(OperatorValues, StringFunctions) {
+  expectValues(
+      {
+          {"STRING", "CONCAT(LEFT(s, 3), MID(s, 1, 2), RIGHT(IN := s, L := k))", "'ABCBDE'"},
+          {"STRING", "CONCAT(LEFT(s, -1), RIGHT(s, -1), LEFT(s, 99), RIGHT(s, 99))",
+           "'ABCDEABCDE'"},
+          {"STRING", "CONCAT(MID(s, 9, 4), '|', MID(s, 1, 6), MID(s, 1, 0), MID(s, 0, 1))",
+           "'DE|'"},
+          {"STRING", "INSERT(INSERT(INSERT(s, 'x', 0), 'y', 6), 'z', 8)", "'xABCDEy'"},
+          {"STRING", "CONCAT(DELETE(L := 2, P := 2, IN := s), DELETE(s, 99, 3), DELETE(s, 1, 6))",
+           "'ADEABABCDE'"},
+          {"STRING",
+           "CONCAT(REPLACE(s, 'xyz', 1, 3), REPLACE(s, '-', -1, 1), REPLACE(s, '-', 9, 5))",
+           "'ABxyzDE-ABCDEABCD-'"},
+          {"STRING", "REPLACE(s, '-', 1, 0)", "'ABCDE'"},
+          {"STRING[4]", "CONCAT(s, 'x')", "'ABCD'"},
+          {"INT", "LEN(CONCAT(long, long)) + LEN(LEFT(MOVE(long), 120)) + LEN('$24')", "421"},
+          {"INT", "FIND(s, 'DE') * 100 + FIND(s, 'DEF') * 10 + FIND(s, '')", "400"},
+          {"WSTRING", "INSERT(CONCAT(w, w), RIGHT(w, 1), FIND(w, \"ö\"))", "\"äööäö\""},
+          {"INT", "LEN(w) * 10 + FIND(w, \"äö\")", "21"},
+          {"BOOL", "s < 'ABCE' AND s > 'ABCD' AND s <> 'abcde' AND '$FF' > s", "TRUE"},
+          {"BOOL", "w = \"äö\" AND w > \"zz\" AND LEFT(w, 1) <= w", "TRUE"},
+      },
+      "s : STRING := 'ABCDE'; k : INT := 2; w : WSTRING := \"äö\"; "
+      "long : STRING[200] := '" +
+          std::string(150, 'x') + "';");
+}
+
+TEST_F(OperatorValues, OperationsAsFunctions) {
+  expectValues(
+      {
+          {"DINT", "ADD(MUL(i, 2), SUB(IN2 := 1, IN1 := i), DIV(17, 5), MOD(17, 5))", "13"},
+          {"WORD", "OR(16#1, XOR(16#F0, 16#30), AND(WORD#16#FF00, 16#F000))", "16#F0C1"},
+          {"BOOL", "AND(GT(5, i, 1), NOT GT(5, i, 4), LE(1, i, i), NE(i, 4), EQ('a', 'a'))",
+           "TRUE"},
+          {"BOOL", "OR(GE(1, i), LT(i, 3), NOT(TRUE))", "FALSE"},
+          {"TIME", "ADD(MUL_TIME(T#1s, 2.5), DIV_TIME(T#1s, i))", "T#2833ms"},
+          {"LTIME", "MUL_LTIME(LTIME#1us, 3)", "LTIME#3000ns"},
+      },
+      "i : INT := 3;");
 }
 
 TEST_F(OperatorValues, SizesAndAddresses) {

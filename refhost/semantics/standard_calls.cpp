@@ -1,0 +1,134 @@
+// Calls of the standard's functions.
+#include <algorithm>
+
+#include "core/operator.h"
+#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/arithmetic.h"
+#include "refhost/services/operator_symbol.h"
+#include "refhost/services/standard_functions.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+namespace {
+
+using Kind = StandardFunction::Kind;
+
+// Code units that the text of an argument can have.
+int textLength(const ASTNode& text) {
+  if (const Literal* const literal = literalOf(text)) {
+    return static_cast<int>(literal->value.text.size());
+  }
+  const auto& expr = static_cast<const Expr&>(text);
+  if (expr.op() == op::kWrapper) {
+    const auto& call = static_cast<const Call&>(*expr.leaf(0));
+    const bool passesOn =
+        call.op != nullptr && (choosesAmongValues(call.op->name) || call.op->name == "MOVE");
+    int longest = 0;
+    for (int i = 0; passesOn && i < call.leaf(1)->leavesCount(); ++i) {
+      const ASTNode& value = *call.leaf(1)->leaf(i);
+      if (isText(likelyType(value))) longest = std::max(longest, textLength(value));
+    }
+    if (passesOn) return longest;
+  }
+  return expr.dataType != nullptr ? stringLength(*expr.dataType) : StringType::kDefaultLength;
+}
+
+bool containsCall(const ASTNode& node) {
+  if (kindOf(node) == NodeKind::Invocation) return true;
+  for (int i = 0; i < node.leavesCount(); ++i) {
+    if (node.leaf(i) != nullptr && containsCall(*node.leaf(i))) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+vel::SymbolDataType* Analyser::callStandard(Call& call) {
+  const StandardFunction& function = *call.standard;
+  const ASTNode* const list = call.leaf(1);
+  if (list->type() != vel::ASTType::ParameterList) {
+    say(*list, message::kNotAValue, TreeBuilder::source(*list));
+    return nullptr;
+  }
+  const auto positionOf = [&](std::string_view formal) { return function.position(formal); };
+  if (!orderArguments(call, positionOf)) return nullptr;
+  const int count = list->leavesCount();
+  if (count < function.inputs()) {
+    say(call, message::kTooFewArguments, function.name);
+    return nullptr;
+  }
+  if (count > function.inputs() && !function.extensible) {
+    say(*list->leaf(function.inputs()), message::kTooManyArguments, function.name);
+    return nullptr;
+  }
+  switch (function.kind) {
+    case Kind::Clock:
+      return services_.symbols.elementary(BasicDataType::Time);
+    case Kind::Operation:
+    case Kind::Comparison:
+      return callOperation(call);
+    default:
+      return callTextFunction(call);
+  }
+}
+
+// The call stands for an expression of its arguments, its third leaf.
+vel::SymbolDataType* Analyser::callOperation(Call& call) {
+  const StandardFunction& function = *call.standard;
+  const ASTNode& list = *call.leaf(1);
+  const int count = list.leavesCount();
+  const auto join = [&](Expression::Operator op, ASTNode* left, ASTNode* right) {
+    Expr* const expr = tree_.make<Expr>(op);
+    TreeBuilder::setSpan(*expr, call.pos(), TreeBuilder::source(call));
+    tree_.setLeaves(*expr, {left, right});
+    return expr;
+  };
+  ASTNode* whole = list.leaf(0);
+  for (int i = 1; i < count; ++i) {
+    if (function.kind == Kind::Operation) {
+      whole = join(function.operation, whole, list.leaf(i));
+      continue;
+    }
+    // An input between two others is read twice.
+    if (i + 1 < count && containsCall(*list.leaf(i))) {
+      say(*list.leaf(i), message::kNotSupported, "Calls between the inputs of a comparison are");
+      return nullptr;
+    }
+    Expr* const pair = join(function.operation, list.leaf(i - 1), list.leaf(i));
+    whole = i == 1 ? pair : join(op::kAnd, whole, pair);
+  }
+  tree_.setLeaves(call, {call.leaf(0), call.leaf(1), whole});
+  return analyseLeaf(call, 2).dataType;
+}
+
+vel::SymbolDataType* Analyser::callTextFunction(Call& call) {
+  const StandardFunction& function = *call.standard;
+  ASTNode& list = *call.leaf(1);
+  const std::size_t first = messages_.size();
+  BasicDataType kind = BasicDataType::None;
+  int length = 0;
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    const Expr& input = analyseLeaf(list, i);
+    const BasicDataType type = likelyType(input);
+    if (hasErrorFrom(first)) continue;
+    if (function.takesText(i) ? !isText(type) : !isInteger(type)) {
+      say(input, message::kOperandType, function.name, displayName(input.dataType));
+    } else if (function.takesText(i)) {
+      if (kind != BasicDataType::None && type != kind) {
+        say(input, message::kOperandTypes, function.name,
+            displayName(services_.symbols.elementary(kind)),
+            displayName(services_.symbols.elementary(type)));
+      }
+      kind = type;
+      if (i == 0 || function.kind == Kind::Join) length += textLength(input);
+    }
+  }
+  if (hasErrorFrom(first)) return nullptr;
+  if (function.kind == Kind::Count) return services_.symbols.elementary(BasicDataType::Int);
+  return services_.symbols.stringType(kind, std::clamp(length, 1, StringType::kMaxLength));
+}
+
+}  // namespace refhost

@@ -1,0 +1,79 @@
+#include "refhost/services/standard_functions.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "refhost/services/folded.h"
+#include "refhost/services/operator_symbol.h"
+
+namespace refhost {
+namespace {
+
+using Kind = StandardFunction::Kind;
+
+constexpr auto kNone = Expression::Constant;
+
+// clang-format off
+constexpr StandardFunction kFunctions[] = {
+    {"ADD", Kind::Operation,  op::kAdd,          {"IN1", "IN2"}, true},
+    {"SUB", Kind::Operation,  op::kSubtract,     {"IN1", "IN2"}, false},
+    {"MUL", Kind::Operation,  op::kMultiply,     {"IN1", "IN2"}, true},
+    {"DIV", Kind::Operation,  op::kDivide,       {"IN1", "IN2"}, false},
+    {"MOD", Kind::Operation,  op::kModulo,       {"IN1", "IN2"}, false},
+    {"AND", Kind::Operation,  op::kAnd,          {"IN1", "IN2"}, true},
+    {"OR",  Kind::Operation,  op::kOr,           {"IN1", "IN2"}, true},
+    {"XOR", Kind::Operation,  op::kXor,          {"IN1", "IN2"}, true},
+    {"GT",  Kind::Comparison, op::kGreater,      {"IN1", "IN2"}, true},
+    {"GE",  Kind::Comparison, op::kGreaterEqual, {"IN1", "IN2"}, true},
+    {"EQ",  Kind::Comparison, op::kEqual,        {"IN1", "IN2"}, true},
+    {"LE",  Kind::Comparison, op::kLessEqual,    {"IN1", "IN2"}, true},
+    {"LT",  Kind::Comparison, op::kLess,         {"IN1", "IN2"}, true},
+    {"NE",  Kind::Comparison, op::kNotEqual,     {"IN1", "IN2"}, false},
+
+    {"MUL_TIME",  Kind::Operation, op::kMultiply, {"IN1", "IN2"}, false},
+    {"MUL_LTIME", Kind::Operation, op::kMultiply, {"IN1", "IN2"}, false},
+    {"MULTIME",   Kind::Operation, op::kMultiply, {"IN1", "IN2"}, false},
+    {"DIV_TIME",  Kind::Operation, op::kDivide,   {"IN1", "IN2"}, false},
+    {"DIV_LTIME", Kind::Operation, op::kDivide,   {"IN1", "IN2"}, false},
+    {"DIVTIME",   Kind::Operation, op::kDivide,   {"IN1", "IN2"}, false},
+    {"TIME",      Kind::Clock,     kNone,         {},             false},
+
+    {"LEN",     Kind::Count, kNone, {"IN"},                   false, "length"},
+    {"LEFT",    Kind::Part,  kNone, {"IN", "L"},              false, "left"},
+    {"RIGHT",   Kind::Part,  kNone, {"IN", "L"},              false, "right"},
+    {"MID",     Kind::Part,  kNone, {"IN", "L", "P"},         false, "mid"},
+    {"CONCAT",  Kind::Join,  kNone, {"IN1", "IN2"},           true,  "concat"},
+    {"INSERT",  Kind::Join,  kNone, {"IN1", "IN2", "P"},      false, "insert"},
+    {"DELETE",  Kind::Part,  kNone, {"IN", "L", "P"},         false, "delete"},
+    {"REPLACE", Kind::Join,  kNone, {"IN1", "IN2", "L", "P"}, false, "replace"},
+    {"FIND",    Kind::Count, kNone, {"IN1", "IN2"},           false, "find"},
+};
+// clang-format on
+
+}  // namespace
+
+int StandardFunction::inputs() const {
+  return static_cast<int>(std::find(formals.begin(), formals.end(), std::string_view()) -
+                          formals.begin());
+}
+
+int StandardFunction::position(std::string_view formal) const {
+  for (int i = 0; i < inputs(); ++i) {
+    if (equalFolded(formals[static_cast<std::size_t>(i)], formal)) return i;
+  }
+  const int number = extensible ? numberedInput(formal, "IN") : -1;
+  return number > 0 ? number - 1 : -1;
+}
+
+bool StandardFunction::takesText(int index) const {
+  return index >= inputs() || formals[static_cast<std::size_t>(index)].substr(0, 2) == "IN";
+}
+
+const StandardFunction* standardFunction(std::string_view name) {
+  for (const StandardFunction& function : kFunctions) {
+    if (equalFolded(function.name, name)) return &function;
+  }
+  return nullptr;
+}
+
+}  // namespace refhost

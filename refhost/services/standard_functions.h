@@ -1,0 +1,42 @@
+// The standard's functions that are neither operators of the plugin nor written in
+// Structured Text: each is an operator of the language, or a function of the runtime.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "refhost/syntax/tree.h"
+
+namespace refhost {
+
+struct StandardFunction {
+  enum class Kind : std::uint8_t {
+    Operation,   // `operation`, applied from left to right
+    Comparison,  // `operation` between each two neighbours
+    Count,       // of the runtime: a length or position, an INT
+    Part,        // of the runtime: a text no longer than the first input
+    Join,        // of the runtime: a text no longer than all inputs together
+    Clock,       // the time of the scan
+  };
+
+  std::string_view name;
+  Kind kind;
+  Expression::Operator operation;  // of an Operation or a Comparison
+  // Names of the inputs. Of the runtime's functions, those that begin with IN are texts
+  // and the others integers.
+  std::array<std::string_view, 4> formals;
+  bool extensible;         // IN3, IN4 and so on may follow
+  const char* cName = "";  // of the runtime, behind vel_string_ or vel_wstring_
+
+  // Inputs that a call must give.
+  int inputs() const;
+  // The position of the input `formal`, -1 when there is none.
+  int position(std::string_view formal) const;
+  bool takesText(int index) const;
+};
+
+// Null when there is none of this name; letter case does not matter.
+const StandardFunction* standardFunction(std::string_view name);
+
+}  // namespace refhost

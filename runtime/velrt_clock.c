@@ -1,0 +1,3 @@
+#include "velrt/clock.h"
+
+u32 vel_scan_time;
