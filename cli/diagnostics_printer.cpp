@@ -78,9 +78,10 @@ std::string codeText(const vel::VELMessage& message) { return fmt::format("0x{:X
 std::string diagnosticText(const refhost::SourceManager& sources, const vel::VELMessage& message) {
   const refhost::LineColumn at = sources.position(message.location);
   const Excerpt line = excerpt(sources.line(message.location), at.column - 1);
-  return fmt::format("{}:{}:{}: {}: {} [{}]\n{}\n{}^\n", sources.path(message.location.file()),
-                     at.line, at.column, severityText(message), printable(message.text),
-                     codeText(message), printable(line.text), indent(line.text, line.caret));
+  return fmt::format("{}:{}:{}: {}: {} [{}]\n{}\n{}^\n",
+                     printable(sources.path(message.location.file())), at.line, at.column,
+                     severityText(message), printable(message.text), codeText(message),
+                     printable(line.text), indent(line.text, line.caret));
 }
 
 std::string diagnosticJson(const refhost::SourceManager& sources, const vel::VELMessage& message) {

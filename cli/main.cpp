@@ -1,5 +1,7 @@
 // velc: checks, translates and runs Structured Text with the reference host.
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <csignal>
@@ -8,6 +10,7 @@
 #include <exception>
 #include <functional>
 #include <map>
+#include <new>
 #include <sstream>
 
 #include "cli/commands.h"
@@ -164,10 +167,20 @@ int execute(int argc, char** argv) {
     std::ostringstream err;
     const bool failed = app.exit(error, out, err) != 0;
     writeStandardOutput(out.str());
-    fmt::print(stderr, "{}", err.str());
+    writeStandardError(err.str());
     return failed ? kFailure : kSuccess;
   }
   return action();
+}
+
+// So that no file that is opened later gets the number of a standard stream that is closed.
+// Writing to the stream remains an error.
+void occupyStandardStreams() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+    descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  }
+  if (descriptor >= 0) close(descriptor);
 }
 
 }  // namespace
@@ -175,14 +188,20 @@ int execute(int argc, char** argv) {
 }  // namespace velc
 
 int main(int argc, char** argv) {
-  // A reader that goes away is an error like any other.
+  velc::occupyStandardStreams();
+  // A reader that goes away and a file that grows too large are errors like any other.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return velc::execute(argc, argv);
   } catch (const velc::Terminated&) {
     return velc::kFailure;
+  } catch (const std::bad_alloc&) {
+    std::fputs("velc: out of memory\n", stderr);
+    return velc::kFailure;
   } catch (const std::exception& error) {
-    fmt::print(stderr, "velc: {}\n", error.what());
+    // Which throws nothing when it cannot be written either.
+    std::fputs(fmt::format("velc: {}\n", error.what()).c_str(), stderr);
     return velc::kFailure;
   }
 }

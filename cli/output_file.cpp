@@ -11,6 +11,7 @@
 #include <filesystem>
 
 #include "cli/failure.h"
+#include "cli/termination_guard.h"
 
 namespace velc {
 
@@ -48,6 +49,7 @@ mode_t defaultMode() {
 }
 
 void replaceFile(const std::string& path, mode_t mode, std::string_view text) {
+  const TerminationGuard guard;
   std::string temporary = path + ".XXXXXX";
   const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
   if (descriptor < 0) fail(path, errno);
@@ -64,6 +66,10 @@ void replaceFile(const std::string& path, mode_t mode, std::string_view text) {
 
 void writeStandardOutput(std::string_view text) {
   if (const int error = writeAll(STDOUT_FILENO, text); error != 0) fail("standard output", error);
+}
+
+void writeStandardError(std::string_view text) {
+  if (const int error = writeAll(STDERR_FILENO, text); error != 0) fail("standard error", error);
 }
 
 void writeFile(const std::string& path, std::string_view text) {

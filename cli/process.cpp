@@ -54,7 +54,7 @@ class Child {
     posix_spawnattr_init(&attributes);
     sigset_t defaults;
     sigemptyset(&defaults);
-    sigaddset(&defaults, SIGPIPE);  // which velc ignores
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) sigaddset(&defaults, ignored);  // by velc
     posix_spawnattr_setsigdefault(&attributes, &defaults);
     posix_spawnattr_setsigmask(&attributes, &mask);
     posix_spawnattr_setpgroup(&attributes, 0);

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -51,7 +52,10 @@ void compile(const fs::path& folder, const std::string& compiler, const Terminat
       {compiler, "-std=gnu11", "-O1", "-I" + includeFolder().native(), "-o", folder / "program",
        folder / "driver.c", libraryPath("libvelrun.a"), libraryPath("libvelrt.a"), "-lm"},
       guard);
-  if (result.succeeded()) return;
+  if (result.succeeded()) {
+    if (fs::exists(folder / "program")) return;
+    throw Failure(fmt::format("the C compiler '{}' made no program", compiler));
+  }
   throw Failure(fmt::format("the C compiler '{}' failed with {}{}", compiler,
                             result.end == ProcessResult::End::Signalled
                                 ? signalText(result.code)
@@ -74,7 +78,7 @@ bool execute(const fs::path& folder, const RunOptions& options, const Terminatio
   } else {
     reason = fmt::format("failed with status {}", result.code);
   }
-  fmt::print(stderr, "velc: the program {}{}\n", reason, quoted(result.output));
+  writeStandardError(fmt::format("velc: the program {}{}\n", reason, quoted(result.output)));
   return false;
 }
 
@@ -100,6 +104,8 @@ int run(const CommonOptions& common, const RunOptions& options) {
 
   const TerminationGuard guard;
   const TemporaryFolder folder;
+  // What a compiler that is ended early leaves of its own goes with the folder.
+  setenv("TMPDIR", folder.path().c_str(), 1);
   writeFile(folder.path() / "program.c", *text);
   writeFile(folder.path() / "driver.c",
             driverText(*session, statements, variables, options.traceIo));

@@ -21,7 +21,8 @@ TemporaryFolder::TemporaryFolder() {
     throw Failure(
         fmt::format("cannot make a folder in {}: {}", parent.native(), std::strerror(errno)));
   }
-  path_ = name;
+  // Compilers would take a path that begins with "-" or "@" for something else.
+  path_ = fs::absolute(name);
 }
 
 TemporaryFolder::~TemporaryFolder() {

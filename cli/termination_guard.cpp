@@ -14,7 +14,7 @@ namespace velc {
 TerminationGuard::TerminationGuard() {
   sigset_t held;
   sigemptyset(&held);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
     struct sigaction action {};
     if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) {
       sigaddset(&held, signal);

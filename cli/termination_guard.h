@@ -5,7 +5,7 @@
 
 namespace velc {
 
-// While it lives, SIGINT, SIGTERM and SIGHUP wait; what arrived meanwhile takes its
+// While it lives, SIGINT, SIGTERM, SIGHUP and SIGQUIT wait; what arrived meanwhile takes its
 // usual effect when it goes. Signals that are ignored anyway stay so.
 class TerminationGuard {
  public:

@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
 
 #include "cli/diagnostics_printer.h"
 #include "cli/failure.h"
+#include "cli/output_file.h"
 #include "cli/paths.h"
 #include "cli/sarif.h"
 #include "refhost/messages.h"
@@ -30,7 +30,7 @@ std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::si
 // Prints the messages from number `first` on. True when an error is among them.
 bool printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
   const std::string text = diagnostics(session, common.diagnostics, first);
-  std::fwrite(text.data(), 1, text.size(), stderr);
+  writeStandardError(text);
   const auto& messages = session.messages();
   return std::any_of(messages.begin() + static_cast<std::ptrdiff_t>(first), messages.end(),
                      [](const vel::VELMessage& message) {

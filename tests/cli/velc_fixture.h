@@ -20,11 +20,11 @@ struct Outcome {
 
 class Velc : public testing::Test {
  protected:
-  // `arguments` as a shell takes them.
-  Outcome velc(const std::string& arguments) const {
+  // `arguments`, and the commands to stand `before` velc, as a shell takes them.
+  Outcome velc(const std::string& arguments, const std::string& before = "") const {
     const TerminationGuard guard;
     const std::string line =
-        "cd " + folder.path().native() + "; export TMPDIR=.; " VELC " " + arguments;
+        "cd " + folder.path().native() + "; export TMPDIR=.; " + before + VELC " " + arguments;
     const ProcessResult result = runProcess({"sh", "-c", line + " 2>stderr"}, guard);
     return {result.end == ProcessResult::End::Exited ? result.code : -1, result.output,
             read("stderr")};

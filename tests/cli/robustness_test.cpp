@@ -1,0 +1,75 @@
+// Bad inputs and surroundings: a clear message, the right exit code, nothing left behind.
+#include <csignal>
+#include <filesystem>
+#include <set>
+
+#include "tests/cli/velc_fixture.h"
+
+namespace velc {
+namespace {
+
+struct Row {
+  const char* before;
+  const char* arguments;
+  int code;
+  const char* said;
+};
+
+// clang-format off
+constexpr Row kRows[] = {
+    {"", "translate empty.st", 0, ""},
+    {"", "run empty.st", 2, "velc: there is no PROGRAM to run\n"},
+    {"", "check noise.st", 1, "noise.st:1:2: error: Syntax error: the file is not a text from here on;"},
+    {"", "translate deep.st", 1, "deep.st:5:1006: error: Nested deeper than 1000 levels; [0xF0006]"},
+    {"", "translate ifs.st", 1, "error: Nested deeper than 1000 levels; [0xF0006]"},
+    {"", "translate long.st -o /sys/out.c", 2, "velc: cannot write /sys/out.c: "},
+    {"", "translate long.st -o /dev/full", 2, "cannot write /dev/full: No space left on device"},
+    {"ulimit -f 8; ", "translate long.st -o out.c", 2, "cannot write out.c: File too large"},
+    {"ulimit -f 8; ", "run long.st", 2, "/program.c: File too large"},
+    {"", "run './;$(touch left).st' >&-", 2, "cannot write standard output: Bad file descriptor"},
+    {"((", "translate long.st; echo $? >code) | true; read c <code; rm code; exit $c)", 2,
+     "cannot write standard output: Broken pipe"},
+    {"(", "check noise.st 2>/dev/full)", 2, ""},
+    {"", "run long.st --compiler true", 2, "the C compiler 'true' made no program"},
+    {"", "check '\x1B[2J;$(touch left).st'", 1, " [2J;$(touch left).st:1:11: error: Unknown"},
+    {"TMPDIR='-;$(touch left)' ", "run './;$(touch left).st'", 0, ""},
+    {"timeout --preserve-status -s INT 1 ", "run loop.st", 128 + SIGINT, ""},
+    {"ulimit -c 0; timeout --preserve-status -s QUIT 1 ", "run loop.st", 128 + SIGQUIT, ""},
+};
+// clang-format on
+
+std::string repeated(int count, const std::string& text) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+std::set<std::filesystem::path> everythingIn(const std::filesystem::path& folder) {
+  using Entries = std::filesystem::recursive_directory_iterator;
+  return {begin(Entries(folder)), end(Entries())};
+}
+
+TEST_F(Velc, WithstandsBadInputsAndSurroundings) {
+  write("stderr", "");
+  write("empty.st", "");
+  write("noise.st", std::string("\xFF\x80\0\x1B\xC3", 5) + repeated(9999, "\xA7;"));
+  const std::string variables = "x : INT; s : STRING;";
+  writeProgram("deep.st", variables, "x := " + repeated(100000, "(") + '1' + repeated(100000, ")"));
+  writeProgram("ifs.st", variables, repeated(10000, "IF x = 0 THEN ") + repeated(10000, "END_IF;"));
+  writeProgram("long.st", variables, repeated(6000, "x := x + 1;\n"));
+  writeProgram("loop.st", variables, "WHILE TRUE DO x := x + 1; END_WHILE");
+  writeProgram(";$(touch left).st", variables,
+               "(* */ `touch left` *) s := '`touch left`\"$$(id)';");
+  write("\x1B[2J;$(touch left).st", "PROGRAM p x := 1; END_PROGRAM");
+  std::filesystem::create_directory(folder.path() / "-;$(touch left)");
+  const auto entries = everythingIn(folder.path());
+  for (const Row& row : kRows) {
+    const Outcome outcome = velc(row.arguments, row.before);
+    EXPECT_EQ(row.code, outcome.code) << row.arguments << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.err.find(row.said)) << row.arguments << outcome.err;
+    EXPECT_EQ(entries, everythingIn(folder.path())) << row.arguments;
+  }
+}
+
+}  // namespace
+}  // namespace velc
