@@ -2,15 +2,21 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string_view>
 
 namespace vel {
 
 // Only A to Z fold, onto a to z: "_" sorts before every letter.
-constexpr unsigned char foldCase(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
-}
+inline constexpr std::array<unsigned char, 256> kFolded = [] {
+  std::array<unsigned char, 256> folded{};
+  for (std::size_t c = 0; c < folded.size(); ++c) {
+    folded[c] = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+  }
+  return folded;
+}();
+constexpr unsigned char foldCase(char c) { return kFolded[static_cast<unsigned char>(c)]; }
 
 inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
@@ -19,8 +25,13 @@ inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
 
 struct LessIgnoringCase {
   bool operator()(std::string_view a, std::string_view b) const {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return foldCase(x) < foldCase(y); });
+    const std::size_t shorter = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < shorter; ++i) {
+      const unsigned char x = foldCase(a[i]);
+      const unsigned char y = foldCase(b[i]);
+      if (x != y) return x < y;
+    }
+    return a.size() < b.size();
   }
 };
 

@@ -9,6 +9,13 @@ namespace vel {
 
 GenClanAPI* clanApi(Generator* gen) { return dynamic_cast<GenClanAPI*>(gen); }
 
+std::string callRoom() {
+  constexpr std::size_t kUsualLength = 255;
+  std::string room;
+  room.reserve(kUsualLength);
+  return room;
+}
+
 void genArgs(Generator* gen, ASTNode* parameterList, std::string& out) {
   GenClanAPI* api = clanApi(gen);
   const int count = parameterList != nullptr ? parameterList->leavesCount() : 0;
@@ -19,11 +26,13 @@ void genArgs(Generator* gen, ASTNode* parameterList, std::string& out) {
   }
 }
 
-std::string callText(Generator* gen, std::string function, ASTNode* parameterList) {
-  function += '(';
-  genArgs(gen, parameterList, function);
-  function += ')';
-  return function;
+std::string callText(Generator* gen, std::string_view function, ASTNode* parameterList) {
+  std::string out = callRoom();
+  out += function;
+  out += '(';
+  genArgs(gen, parameterList, out);
+  out += ')';
+  return out;
 }
 
 std::string memoryByteText(std::uint32_t offset) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "host/basic_data_type.h"
 #include "host/generator.h"
@@ -12,12 +13,15 @@ namespace vel {
 // The text operations of a generator.
 GenClanAPI* clanApi(Generator* gen);
 
+// An empty text with room for that of a call, so that a usual one is allocated once.
+std::string callRoom();
+
 // Appends the leaves of `parameterList` to `out`, each in parentheses: `(a), (b)`.
 // Nothing for a list that is empty or missing.
 void genArgs(Generator* gen, ASTNode* parameterList, std::string& out);
 
 // A call of a C function: `function((a), (b))`.
-std::string callText(Generator* gen, std::string function, ASTNode* parameterList);
+std::string callText(Generator* gen, std::string_view function, ASTNode* parameterList);
 
 // The address of a byte of the device memory.
 std::string memoryByteText(std::uint32_t offset);

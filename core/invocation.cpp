@@ -55,7 +55,8 @@ std::string enclosingPouName(ASTNode* invocation) {
 
 std::string effectivePouName(ASTNode* invocation, const std::string& fallback) {
   std::string name = enclosingPouName(invocation);
-  return name.empty() ? fallback : name;
+  if (name.empty()) name = fallback;
+  return name;
 }
 
 BasicDataType recordedType(const ASTNode* node, BasicDataType otherwise) {

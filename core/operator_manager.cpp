@@ -22,10 +22,12 @@ bool convertsToItself(std::string_view name) {
 OperatorManager::OperatorManager(InternalInterface* ii) : ii_(ii) { registerAllOperators(); }
 
 bool OperatorManager::registerOperator(STOperator* op) {
-  if (op == nullptr || operators_.count(op->name) != 0) return false;
+  if (op == nullptr) return false;
+  const auto place = operators_.lower_bound(op->name);
+  if (place != operators_.end() && !operators_.key_comp()(op->name, place->first)) return false;
   if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) return false;
   // The entry comes first: should it fail for want of memory, the caller still has `op`.
-  operators_.try_emplace(op->name).first->second.reset(op);
+  operators_.try_emplace(place, op->name)->second.reset(op);
   return true;
 }
 

@@ -26,7 +26,8 @@ std::string TruncOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
 
-  std::string out = "((i32)";
+  std::string out = callRoom();
+  out += "((i32)";
   genArgs(gen, list, out);
   out += ')';
   return out;

@@ -73,7 +73,7 @@ std::string ConvertOperator::generate(Generator* gen, ASTNode* invocation) {
   SymbolDataType* target = findDataType(gen->ii, parts.target().data());
   if (source == nullptr || target == nullptr) return {};
 
-  std::string out;
+  std::string out = callRoom();
   if (isText(source->dataType()) || isText(target->dataType())) {
     out += upper;
     out += '(';
@@ -106,7 +106,8 @@ std::string RealToIntegerOperator::generate(Generator* gen, ASTNode* invocation)
   SymbolDataType* target = findDataType(gen->ii, parts.target().data());
   if (target == nullptr) return {};
 
-  std::string out = "__real_to_integer(";
+  std::string out = callRoom();
+  out += "__real_to_integer(";
   genArgs(gen, list, out);
   out += ", ";
   out += clanApi(gen)->typeText(target);
@@ -118,7 +119,8 @@ std::string ToBoolOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
 
-  std::string out = "((";
+  std::string out = callRoom();
+  out += "((";
   genArgs(gen, list, out);
   out += ")!=0)";
   return out;

@@ -58,11 +58,13 @@ std::string ToStrOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (token == nullptr || list == nullptr) return {};
 
-  std::string out = stringToUpper(token);
-  if (!ConversionEnds(out).namesSource) {
+  std::string function = stringToUpper(token);
+  if (!ConversionEnds(function).namesSource) {
     if (list->leavesCount() == 0) return {};
-    out = functionFor(gen, invocation, list->leaf(0), out);
+    function = functionFor(gen, invocation, list->leaf(0), function);
   }
+  std::string out = callRoom();
+  out += function;
   out += '(';
   genArgs(gen, list, out);
   out += ", _returnString)";

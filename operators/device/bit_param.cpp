@@ -67,14 +67,18 @@ std::string BitParamOperator::generate(Generator* gen, ASTNode* invocation) {
   if (list->leavesCount() < (writes ? 3 : 2)) return {};
 
   GenClanAPI* api = clanApi(gen);
-  std::string out = writes ? "setBitOfParam" : "getBitOfParam";
+  std::string out = callRoom();
+  out += writes ? "setBitOfParam" : "getBitOfParam";
   out += "(&offsetParam_";
   out += stringToUpper(AstNodeHelper::astText(list->leaf(0)));
   out += ',';
   out += api->expressionText(list->leaf(1));
   if (writes) {
     const std::string value = api->expressionText(list->leaf(2));
-    if (!value.empty()) out += "," + value;
+    if (!value.empty()) {
+      out += ',';
+      out += value;
+    }
   }
   out += ')';
   return out;

@@ -63,27 +63,34 @@ std::string_view withoutParentheses(std::string_view text) {
 }
 
 // `destination` is the C text that reads the bit to be written.
-std::string readBitText(std::string destination, const std::string& read) {
-  std::string out;
+std::string readBitText(std::string destination, const std::string& place) {
+  std::string_view setter;
+  std::string_view bit = destination;
   if (removeFirst(destination, "vgbit")) {
-    out += "vsbit(";
-    out += withoutParentheses(destination);
+    setter = "vsbit(";
+    bit = withoutParentheses(destination);
   } else if (removeFirst(destination, "gbit")) {
-    out += "sbit(";
-    out += destination;
-  } else {
-    return std::move(destination) + " = " + read;
+    setter = "sbit(";
+    bit = destination;
   }
-  out += ", ";
-  out += read;
-  out += ')';
+  std::string out = callRoom();
+  out += setter;
+  out += bit;
+  out += setter.empty() ? " = _READIDIRECT(" : ", _READIDIRECT(";
+  out += place;
+  out += setter.empty() ? ")" : "))";
   return out;
 }
 
 std::string zoneText(Generator* gen, std::uint32_t first, std::uint32_t last,
                      std::string_view fill) {
   const std::uint32_t count = last - first + 1;
-  std::string out = "mset(" + std::to_string(first) + "," + std::to_string(count) + ", 1, ";
+  std::string out = callRoom();
+  out += "mset(";
+  out += std::to_string(first);
+  out += ',';
+  out += std::to_string(count);
+  out += ", 1, ";
   out += fill;
   out += ')';
 
@@ -93,24 +100,26 @@ std::string zoneText(Generator* gen, std::uint32_t first, std::uint32_t last,
   const auto start = static_cast<std::uint32_t>(leadingNumber(bounds.outStart));
   const auto end = static_cast<std::uint32_t>(leadingNumber(bounds.outEnd));
   if (start <= first && first < end) {
-    out += ";\r\n__platform_api.UPDATEOUTPUT( " + std::to_string(first - start) + ", " +
-           std::to_string(std::min(end - first, count)) + ")";
+    out += ";\r\n__platform_api.UPDATEOUTPUT( ";
+    out += std::to_string(first - start);
+    out += ", ";
+    out += std::to_string(std::min(end - first, count));
+    out += ')';
   }
   return out;
 }
 
-// The C statement that refreshes a bit of a local range.
-std::string refresh(std::string_view start, std::string_view end, std::string_view operation) {
-  std::string out = "  if(";
+// Appends the C statement that refreshes a bit of a local range by `call`, which ends
+// before the number of the bit within the range.
+void addRefresh(std::string& out, std::string_view start, std::string_view end,
+                std::string_view call) {
+  out += "  if(";
   out += start;
   out += "<= addr && addr <";
   out += end;
-  out += ")\n    __platform_api.";
-  out += operation;
-  out += "( addr - ";
+  out += call;
   out += start;
   out += ", 1);\n";
-  return out;
 }
 
 }  // namespace
@@ -124,10 +133,17 @@ std::string DirectIOOperator::staticCode(Generator* gen) {
       bounds.outEnd.empty()) {
     return {};
   }
-  return "u8 _READIDIRECT(u32 addr) {\n" + refresh(bounds.inStart, bounds.inEnd, "UPDATEINPUT") +
-         "  return gbit(addr);\n}\n"
-         "void _WRITEODIRECT(u32 addr, u8 d) {\n  sbit(addr,d);\n" +
-         refresh(bounds.outStart, bounds.outEnd, "UPDATEOUTPUT") + "}\n";
+  constexpr std::size_t kUsualLength = 400;
+  std::string out;
+  out.reserve(kUsualLength);
+  out += "u8 _READIDIRECT(u32 addr) {\n";
+  addRefresh(out, bounds.inStart, bounds.inEnd, ")\n    __platform_api.UPDATEINPUT( addr - ");
+  out +=
+      "  return gbit(addr);\n}\n"
+      "void _WRITEODIRECT(u32 addr, u8 d) {\n  sbit(addr,d);\n";
+  addRefresh(out, bounds.outStart, bounds.outEnd, ")\n    __platform_api.UPDATEOUTPUT( addr - ");
+  out += "}\n";
+  return out;
 }
 
 bool DirectIOOperator::check(InternalInterface* ii, ASTNode* invocation,
@@ -182,11 +198,15 @@ std::string DirectIOOperator::generate(Generator* gen, ASTNode* invocation) {
     return zoneText(gen, address, last, written == kSetZone ? "0xFF" : "0");
   }
   const std::string place = std::to_string(address);
-  if (written == kReadBit) {
-    return readBitText(std::move(value), "_READIDIRECT(" + place + ")");
-  }
+  if (written == kReadBit) return readBitText(std::move(value), place);
   if (written == kReadDirect) return "_READIDIRECT(" + place + ")";
-  return "_WRITEODIRECT(" + place + ", " + value + ")";
+  std::string out = callRoom();
+  out += "_WRITEODIRECT(";
+  out += place;
+  out += ", ";
+  out += value;
+  out += ')';
+  return out;
 }
 
 }  // namespace vel

@@ -7,6 +7,7 @@
 
 #include "core/case_folding.h"
 #include "core/checks.h"
+#include "core/emission.h"
 #include "core/invocation.h"
 #include "core/messages.h"
 #include "host/generator.h"
@@ -101,9 +102,14 @@ std::string ZMemOperator::generate(Generator* gen, ASTNode* invocation) {
 
   const std::uint32_t first = rawAddress(ii, start);
   const std::uint32_t count = (endsInBit ? 1 : end.unitSize) + rawAddress(ii, end) - first;
-  return "mset(" + std::to_string(first) + "," + std::to_string(count) +
-         (hasBitIndex(start) ? ",1," : ",0,") +
-         (equalIgnoringCase(written, kSetZone) ? "0xFF)" : "0)");
+  std::string out = callRoom();
+  out += "mset(";
+  out += std::to_string(first);
+  out += ',';
+  out += std::to_string(count);
+  out += hasBitIndex(start) ? ",1," : ",0,";
+  out += equalIgnoringCase(written, kSetZone) ? "0xFF)" : "0)";
+  return out;
 }
 
 }  // namespace vel

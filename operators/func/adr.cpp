@@ -81,7 +81,11 @@ std::string ADROperator::generate(Generator* gen, ASTNode* invocation) {
   } else {
     return {};
   }
-  return "(&" + place + ")";
+  std::string out = callRoom();
+  out += "(&";
+  out += place;
+  out += ')';
+  return out;
 }
 
 }  // namespace vel

@@ -38,7 +38,8 @@ std::string MoveOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
 
-  std::string out = "(";
+  std::string out = callRoom();
+  out += '(';
   genArgs(gen, list, out);
   out += ')';
   return out;

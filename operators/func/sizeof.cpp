@@ -163,7 +163,8 @@ std::string SizeofOperator::generate(Generator* gen, ASTNode* invocation) {
         AstNodeHelper::isConstant(operand) ? typeText.ofLiteral(operand) : typeText.ofName(operand);
   }
 
-  std::string out = "sizeof(";
+  std::string out = callRoom();
+  out += "sizeof(";
   if (type.empty()) {
     genArgs(gen, list, out);
   } else {

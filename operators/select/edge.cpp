@@ -62,7 +62,8 @@ std::string MepMefOperator::generate(Generator* gen, ASTNode* invocation) {
   const std::string cell = stateText(gen, state, *unit);
   if (cell.empty()) return {};
 
-  std::string out = upperName == "MEP" ? "(_mep(" : "(_mef(";
+  std::string out = callRoom();
+  out += upperName == "MEP" ? "(_mep(" : "(_mef(";
   out += clanApi(gen)->expressionText(condition);
   out += ',';
   out += cell;

@@ -19,7 +19,7 @@ std::string StaticOperator::generate(Generator* gen, ASTNode* invocation) {
   if (written == nullptr || list == nullptr) return {};
 
   const std::string macro = stringToUpper(written);
-  std::string out;
+  std::string out = callRoom();
   bool cast = false;
   if ((macro == "SHL" || macro == "SHR") && list->leavesCount() > 0) {
     const BasicDataType shifted = typeForText(gen, invocation, list->leaf(0)).type;

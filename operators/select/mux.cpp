@@ -128,7 +128,8 @@ std::string MUXOperator::generate(Generator* gen, ASTNode* invocation) {
 
   GenClanAPI* api = clanApi(gen);
   const std::string cast = "(" + AstNodeHelper::basicDataToCTypeText(result) + ")";
-  std::string out = "(";
+  std::string out = callRoom();
+  out += '(';
   out += cast;
   out += function;
   out += '(';

@@ -1,6 +1,7 @@
 #include "operators/select/rotate.h"
 
 #include <array>
+#include <string_view>
 
 #include "core/checks.h"
 #include "core/emission.h"
@@ -37,43 +38,46 @@ SymbolDataType* findType(Generator* gen, const char* name) {
   return dynamic_cast<SymbolDataType*>(gen->ii->symbolManager()->symbol(name, "", Symbol::All));
 }
 
-constexpr const char* kRotateLeft =
-    "uVarType lmvalue = uVarParam << validMoveBit;\\\n"
-    "uVarType rmvalue = uVarParam >> (totalBit- validMoveBit);\\\n"
-    "returnValue = (varType)(lmvalue | rmvalue);\\\n"
-    "}\\\n";
-constexpr const char* kRotateRight =
-    "uVarType lmvalue = uVarParam << (totalBit- validMoveBit);\\\n"
-    "uVarType rmvalue = uVarParam >> validMoveBit;\\\n"
-    "returnValue = (varType)(lmvalue | rmvalue);\\\n"
-    "}\\\n";
-
+// The pieces of the macros are joined by the preprocessor, so that each is one literal.
+#define BLOCK_LEFT                                                \
+  "uVarType lmvalue = uVarParam << validMoveBit;\\\n"             \
+  "uVarType rmvalue = uVarParam >> (totalBit- validMoveBit);\\\n" \
+  "returnValue = (varType)(lmvalue | rmvalue);\\\n"               \
+  "}\\\n"
+#define BLOCK_RIGHT                                               \
+  "uVarType lmvalue = uVarParam << (totalBit- validMoveBit);\\\n" \
+  "uVarType rmvalue = uVarParam >> validMoveBit;\\\n"             \
+  "returnValue = (varType)(lmvalue | rmvalue);\\\n"               \
+  "}\\\n"
 // A statement expression: a block whose value is its last expression.
-std::string rotationMacro(const std::string& name, const char* forward, const char* backward) {
-  constexpr std::size_t kTypicalLength = 640;
+#define ROTATION(forward, backward)                         \
+  "(varParam, movebitParam, varType, uVarType) \\\n"        \
+  "({\\\n"                                                  \
+  "uVarType uVarParam = varParam; \\\n"                     \
+  "u8 validMoveBit = 0; \\\n"                               \
+  "u8 totalBit = sizeof(varType) * 8; \\\n"                 \
+  "varType returnValue = 0; \\\n"                           \
+  "if( movebitParam >= 0)\\\n"                              \
+  "{\\\n"                                                   \
+  "validMoveBit = (movebitParam % totalBit);\\\n" forward   \
+  "else\\\n"                                                \
+  "{\\\n"                                                   \
+  "validMoveBit = -(movebitParam % totalBit);\\\n" backward \
+  "returnValue;\\\n"                                        \
+  "})\n"
+constexpr std::string_view kRotateLeft = ROTATION(BLOCK_LEFT, BLOCK_RIGHT);
+constexpr std::string_view kRotateRight = ROTATION(BLOCK_RIGHT, BLOCK_LEFT);
+#undef BLOCK_LEFT
+#undef BLOCK_RIGHT
+#undef ROTATION
+
+std::string rotationMacro(std::string_view name, std::string_view rotation) {
+  constexpr std::string_view kDefine = "#define ";
   std::string out;
-  out.reserve(kTypicalLength);
-  out += "#define ";
+  out.reserve(kDefine.size() + name.size() + rotation.size());
+  out += kDefine;
   out += name;
-  out +=
-      "(varParam, movebitParam, varType, uVarType) \\\n"
-      "({\\\n"
-      "uVarType uVarParam = varParam; \\\n"
-      "u8 validMoveBit = 0; \\\n"
-      "u8 totalBit = sizeof(varType) * 8; \\\n"
-      "varType returnValue = 0; \\\n"
-      "if( movebitParam >= 0)\\\n"
-      "{\\\n"
-      "validMoveBit = (movebitParam % totalBit);\\\n";
-  out += forward;
-  out +=
-      "else\\\n"
-      "{\\\n"
-      "validMoveBit = -(movebitParam % totalBit);\\\n";
-  out += backward;
-  out +=
-      "returnValue;\\\n"
-      "})\n";
+  out += rotation;
   return out;
 }
 
@@ -93,7 +97,8 @@ bool RotateOperator::check(InternalInterface* ii, ASTNode* invocation,
 
   const BasicDataType target =
       AstNodeHelper::dataType(ii, invocation->parent()->leaf(0), scope, messages).type;
-  return checkAssignType(ii, list->leaf(0), AstNodeHelper::basicDataTypeText(target), target,
+  const std::string targetText = AstNodeHelper::basicDataTypeText(target);
+  return checkAssignType(ii, list->leaf(0), targetText, target,
                          AstNodeHelper::astText(list->leaf(0)), *rotated, scope, messages);
 }
 
@@ -110,7 +115,8 @@ std::string RotateOperator::generate(Generator* gen, ASTNode* invocation) {
     if (type == nullptr || unsignedType == nullptr) return {};
 
     GenClanAPI* api = clanApi(gen);
-    std::string out = stringToUpper(written);
+    std::string out = callRoom();
+    out += stringToUpper(written);
     out += '(';
     out += api->expressionText(list->leaf(0));
     out += ", ";
@@ -125,12 +131,10 @@ std::string RotateOperator::generate(Generator* gen, ASTNode* invocation) {
   return {};
 }
 
-std::string ROLOperator::staticCode(Generator* /*gen*/) {
-  return rotationMacro(name, kRotateLeft, kRotateRight);
-}
+std::string ROLOperator::staticCode(Generator* /*gen*/) { return rotationMacro(name, kRotateLeft); }
 
 std::string ROROperator::staticCode(Generator* /*gen*/) {
-  return rotationMacro(name, kRotateRight, kRotateLeft);
+  return rotationMacro(name, kRotateRight);
 }
 
 }  // namespace vel
