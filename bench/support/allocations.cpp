@@ -1,0 +1,26 @@
+#include "bench/support/allocations.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+// The operators have no object to keep it in. One thread allocates.
+Allocations taken;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+}  // namespace
+
+Allocations Allocations::now() { return taken; }
+
+void* operator new(std::size_t size) {
+  ++taken.count;
+  taken.bytes += size;
+  void* memory = std::malloc(size != 0 ? size : 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
