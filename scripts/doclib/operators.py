@@ -26,12 +26,11 @@ def name_of(signature):
 
 
 def expand(pattern, types):
-    """The operators of a pattern like X_TO_Y, X and Y being different types."""
+    """The operators of a pattern like X_TO_Y, X and Y being different types, in their order."""
     parts = pattern.split("_")
-    if not {"X", "Y"} & set(parts):
-        return {pattern}
-    return {"_".join({"X": x, "Y": y}.get(part, part) for part in parts)
-            for x, y in itertools.permutations(types, 2)}
+    variables = [part for part in ("X", "Y") if part in parts]
+    return ["_".join(dict(zip(variables, chosen)).get(part, part) for part in parts)
+            for chosen in itertools.permutations(types, len(variables))]
 
 
 def names_of(text):

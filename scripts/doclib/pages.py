@@ -34,10 +34,15 @@ def as_program(source):
     return framed + "END_PROGRAM\n"
 
 
+def bodies_of(c):
+    """The statements of each program unit, in the order of the units."""
+    for body in re.findall(r"^[^\n;]* \w+_(?:scan|body)\([^\n;]*\) \{\n(.*?)^\}$", c, re.M | re.S):
+        lines = re.sub(r"^  (?:struct .* self = .*|\(void\)self;)\n", "", body, flags=re.M)
+        yield re.sub(r"^  ", "", lines, flags=re.M)
+
+
 def statements_of(c):
-    bodies = re.findall(r"^[^\n;]* \w+_(?:scan|body)\([^\n;]*\) \{\n(.*?)^\}$", c, re.M | re.S)
-    lines = re.sub(r"^  (?:struct .* self = .*|\(void\)self;)\n", "", "\n".join(bodies), flags=re.M)
-    return re.sub(r"^  ", "", lines, flags=re.M)
+    return "\n".join(bodies_of(c))
 
 
 def found(pattern, text, what):
@@ -48,7 +53,7 @@ def found(pattern, text, what):
 
 
 def static_code_of(c):
-    return found(r"^#endif\n\n(.*?\n)\n*^struct ", c, "static code")
+    return found(r"^#endif\n\n((?!struct ).*?\n)\n*^struct ", c, "static code")
 
 
 def last_of(diagnostics):
