@@ -17,6 +17,7 @@
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/termination_guard.h"
+#include "refhost/syntax/literal.h"
 
 namespace velc {
 
@@ -84,6 +85,17 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
       ->check(CLI::IsMember(&forms));
 }
 
+// Milliseconds of a TIME literal.
+std::int64_t durationOf(const std::string& text) {
+  refhost::LiteralValue value;
+  const bool time = refhost::parseLiteral(text, value) == refhost::LiteralError::None &&
+                    value.type == vel::BasicDataType::Time;
+  if (!time || value.ticks < 0) {
+    throw CLI::ValidationError("--cycle", text + " is not a TIME of 0 or more, such as T#10ms");
+  }
+  return value.ticks;
+}
+
 int execute(int argc, char** argv) {
   CLI::App app("Translates IEC 61131-3 Structured Text into C.", "velc");
   app.require_subcommand(0, 1);
@@ -129,6 +141,11 @@ int execute(int argc, char** argv) {
       ->type_name("N")
       ->check(CLI::Range(std::int64_t{0}, std::int64_t{1} << 62))
       ->capture_default_str();
+  runCommand
+      .add_option_function<std::string>(
+          "--cycle", [&running](const std::string& text) { running.cycle = durationOf(text); },
+          "Time that passes for the programs from one scan to the next (default: T#10ms)")
+      ->type_name("TIME");
   runCommand
       .add_option("--set", running.settings,
                   "Give a variable or a device address a value before the first scan (repeatable)")

@@ -66,9 +66,10 @@ void compile(const fs::path& folder, const std::string& compiler, const Terminat
 // True when the program came to its end; says so when it did not.
 bool execute(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
   const Progress progress("running");
-  const ProcessResult result = runProcess(
-      {folder / "program", folder / "values", folder / "trace", std::to_string(options.scans)},
-      guard, options.timeout);
+  const ProcessResult result =
+      runProcess({folder / "program", folder / "values", folder / "trace",
+                  std::to_string(options.scans), std::to_string(options.cycle)},
+                 guard, options.timeout);
   if (result.succeeded()) return true;
   std::string reason;
   if (result.end == ProcessResult::End::TimedOut) {

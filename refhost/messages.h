@@ -57,7 +57,6 @@ constexpr MessageFormat kBitOutOfRange     {0xF0038, Severity::Error, "Bit %s is
 constexpr MessageFormat kNotPassable       {0xF0039, Severity::Error, "'%s' cannot be passed to the in-out parameter '%s' of type '%s';"};
 constexpr MessageFormat kNotAValue         {0xF003A, Severity::Error, "'%s' is not a value;"};
 constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "A positional parameter follows a named one in the call of '%s';"};
-constexpr MessageFormat kNoResultType      {0xF003C, Severity::Error, "The function '%s' has no result type;"};
 constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
 constexpr MessageFormat kTooFewArguments   {0xF0060, Severity::Error, "Too few parameters in the call of '%s';"};

@@ -7,6 +7,7 @@
 #include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
 #include "refhost/plugin_library.h"
+#include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/services/operator_symbol.h"
 #include "refhost/syntax/literal.h"
@@ -71,7 +72,8 @@ bool Session::analyse() {
   for (int file = 0; file < impl_->sources.count(); ++file) {
     parse(impl_->sources, static_cast<std::uint32_t>(file), impl_->tree, impl_->messages);
   }
-  Analyser(impl_->services, impl_->tree, impl_->messages).run();
+  Prelude prelude(impl_->sources, impl_->tree);
+  Analyser(impl_->services, impl_->tree, prelude, impl_->messages).run();
   return !impl_->hasErrors();
 }
 

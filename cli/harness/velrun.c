@@ -1,4 +1,4 @@
-/* The main program of `velc run`: PROGRAM VALUES TRACE SCANS runs the scans and leaves
+/* The main program of `velc run`: PROGRAM VALUES TRACE SCANS CYCLE runs the scans and leaves
  * the bytes of all values in the file VALUES, what is traced in the file TRACE. Status 1 when that
  * could not be done. */
 #include "velrun.h"
@@ -6,6 +6,8 @@
 #include <inttypes.h>
 #include <stdio.h>
 #include <stdlib.h>
+
+#include "velrt/clock.h"
 
 static FILE* values;
 static FILE* trace;
@@ -34,13 +36,17 @@ static int finish(FILE* file, const char* path) {
 }
 
 int main(int argc, char** argv) {
-  if (argc != 4) return EXIT_FAILURE;
+  if (argc != 5) return EXIT_FAILURE;
   unsigned long long scans = strtoull(argv[3], NULL, 10);
+  const uint32_t cycle = (uint32_t)strtoull(argv[4], NULL, 10);
   trace = create(argv[2]);
   if (trace == NULL) return EXIT_FAILURE;
 
   vel_run_prepare();
-  for (; scans > 0; --scans) vel_run_step();
+  for (; scans > 0; --scans) {
+    vel_run_step();
+    vel_scan_time += cycle;
+  }
   if (finish(trace, argv[2]) != EXIT_SUCCESS) return EXIT_FAILURE;
 
   values = create(argv[1]);

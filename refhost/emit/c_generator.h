@@ -111,6 +111,8 @@ class CGenerator final : public vel::Generator {
   // assignment to that type needs no cast.
   std::string typedText(const Call& call);
   std::string functionText(const Call& call);
+  // The statement that stores what an output gives, `value`.
+  std::string storeOutput(const Binding& output, std::string value);
   // What the companion of an input is given for the argument `value`.
   std::string companionOf(const Expr* value);
   std::string pointerTo(const Expr& value, const Type* type);

@@ -8,11 +8,15 @@ namespace refhost {
 namespace {
 
 // The argument for a parameter; null when the call leaves it out.
-const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* parameter) {
+const Binding* bindingOf(const std::vector<Binding>& bindings, const VarSymbol* parameter) {
   for (const Binding& binding : bindings) {
-    if (binding.parameter == parameter) return binding.value;
+    if (binding.parameter == parameter) return &binding;
   }
   return nullptr;
+}
+const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* parameter) {
+  const Binding* const binding = bindingOf(bindings, parameter);
+  return binding != nullptr ? binding->value : nullptr;
 }
 
 }  // namespace
@@ -87,6 +91,16 @@ std::string CGenerator::companionOf(const Expr* value) {
                      bitCount(*value->dataType));
 }
 
+std::string CGenerator::storeOutput(const Binding& output, std::string value) {
+  const BasicDataType type = output.parameter->dataType()->dataType();
+  if (output.named != nullptr && output.named->negated) {
+    value = type == BasicDataType::Bool
+                ? "!" + value
+                : fmt::format("({})~{}", typeText(output.parameter->dataType()), value);
+  }
+  return store(*output.value, value, type);
+}
+
 // A call in an expression. What its outputs give is stored behind it, before the
 // result is used.
 std::string CGenerator::functionText(const Call& call) {
@@ -104,7 +118,7 @@ std::string CGenerator::functionText(const Call& call) {
     if (parameter->role == Role::Output) {
       const std::string value = temporary(type);
       arguments += text ? value : "&" + value;
-      if (given != nullptr) stores += ", " + store(*given, value, typeOf(*given));
+      if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), value);
     } else if (parameter->role == Role::InOut) {
       // The analysis lets no call pass that leaves one out.
       arguments += given != nullptr ? pointerTo(*given, type) : "NULL";
@@ -130,6 +144,7 @@ std::string CGenerator::functionText(const Call& call) {
   }
   std::string text = fmt::format("{}({})", function.cName, arguments);
   if (stores.empty()) return text;
+  if (resultType == nullptr) return fmt::format("{}{}", text, stores);
   if (textResult) return fmt::format("({}{}, vel_t{})", text, stores, temporaries_);
   const std::string result = temporary(resultType);
   return fmt::format("({} = {}{}, {})", result, text, stores, result);
@@ -173,9 +188,7 @@ void CGenerator::instanceCall(const Call& call) {
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
-    std::string value = self + "." + parameter.cName;
-    if (binding.named != nullptr && binding.named->negated) value.insert(0, 1, '!');
-    line(store(*binding.value, value, parameter.dataType()->dataType()) + ";");
+    line(storeOutput(binding, self + "." + parameter.cName) + ";");
   }
 }
 

@@ -4,14 +4,19 @@
 
 namespace refhost {
 
-Analyser::Analyser(Services& services, Tree& tree, std::vector<vel::VELMessage>& messages)
-    : services_(services), tree_(tree), messages_(messages) {}
+Analyser::Analyser(Services& services, Tree& tree, Prelude& prelude,
+                   std::vector<vel::VELMessage>& messages)
+    : services_(services), tree_(tree), prelude_(prelude), messages_(messages) {}
 
 void Analyser::run() {
   declareUnits();
-  for (UnitSymbol* const unit : services_.symbols.units()) declareVariables(*unit);
+  // What the program names of the prelude joins its units behind its own.
+  const std::vector<UnitSymbol*>& units = services_.symbols.units();
+  const std::size_t own = units.size();
+  for (std::size_t i = 0; i < own; ++i) declareVariables(*units[i]);
   refuseRecursiveBlocks();
-  for (UnitSymbol* const unit : services_.symbols.units()) {
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    UnitSymbol* const unit = units[i];
     unit_ = unit;
     unitName_ = unit->name();
     analyseInitials(*unit);

@@ -8,6 +8,7 @@
 
 #include "host/message.h"
 #include "refhost/messages.h"
+#include "refhost/prelude/prelude.h"
 #include "refhost/semantics/bindings.h"
 #include "refhost/services/services.h"
 #include "refhost/syntax/tree.h"
@@ -20,7 +21,8 @@ namespace refhost {
 
 class Analyser {
  public:
-  Analyser(Services& services, Tree& tree, std::vector<vel::VELMessage>& messages);
+  Analyser(Services& services, Tree& tree, Prelude& prelude,
+           std::vector<vel::VELMessage>& messages);
 
   // Analyses every unit of the tree.
   void run();
@@ -31,6 +33,9 @@ class Analyser {
 
   // declarations.cpp
   void declareUnits();
+  // The program's unit of this name, or the prelude's where nothing of the program has
+  // it, declared now; null when there is none.
+  UnitSymbol* unitNamed(const std::string& name);
   void declareVariables(UnitSymbol& unit);
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                        const Text& name, Type* type);
@@ -109,6 +114,7 @@ class Analyser {
 
   Services& services_;
   Tree& tree_;
+  Prelude& prelude_;
   std::vector<vel::VELMessage>& messages_;
   UnitSymbol* unit_ = nullptr;  // being analysed
   std::string unitName_;

@@ -37,7 +37,7 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
     if (instance != nullptr) return callInstance(call, *variable, *instance->unit);
   }
   call.op = services_.operators->findOperator(name);
-  UnitSymbol* const function = services_.symbols.unit(name);
+  UnitSymbol* const function = unitNamed(name);
   if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
     call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
@@ -247,6 +247,11 @@ void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
     return;
   }
   if (output) {
+    const BasicDataType type =
+        parameter.dataType() != nullptr ? parameter.dataType()->dataType() : BasicDataType::None;
+    if (binding.named->negated && type != BasicDataType::Bool && !isInteger(type)) {
+      say(*binding.node, message::kOperandType, "NOT", displayName(parameter.dataType()));
+    }
     if (requireWritable(*binding.value)) {
       judge(binding.value->dataType, parameter.dataType(), *binding.value);
     }

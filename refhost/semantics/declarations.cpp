@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "core/op_manager_api.h"
 #include "refhost/semantics/analyser.h"
@@ -55,6 +56,20 @@ void Analyser::declareUnits() {
   }
 }
 
+UnitSymbol* Analyser::unitNamed(const std::string& name) {
+  if (services_.symbols.find(name, {}, Symbol::All) != nullptr) return services_.symbols.unit(name);
+  Unit* const node = prelude_.unit(name);
+  if (node == nullptr) return nullptr;
+  services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node));
+  UnitSymbol* const added = services_.symbols.unit(name);
+  UnitSymbol* const unit = std::exchange(unit_, nullptr);
+  const std::string unitName = std::exchange(unitName_, {});
+  declareVariables(*added);
+  unit_ = unit;
+  unitName_ = unitName;
+  return added;
+}
+
 void Analyser::declareVariables(UnitSymbol& unit) {
   unit_ = &unit;
   unitName_ = unit.name();
@@ -91,10 +106,7 @@ void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl&
 void Analyser::declareResult(UnitSymbol& unit) {
   if (unit.type() != vel::POUType::Function) return;
   const ASTNode* const spec = unit.node->leaf(Unit::kReturnType);
-  if (spec == nullptr) {
-    say(*unit.node->leaf(Unit::kName), message::kNoResultType, unit.name());
-    return;
-  }
+  if (spec == nullptr) return;
   unit.result = unit.addVariable(
       std::make_unique<VarSymbol>(unit.name(), resolveType(*spec), Role::Result, &unit));
 }
@@ -125,6 +137,7 @@ vel::SymbolDataType* Analyser::resolveType(const ASTNode& spec) {
     return nullptr;
   }
   const auto& named = static_cast<const TypeSpec&>(spec);
+  unitNamed(named.name);
   Type* const type = services_.symbols.dataType(named.name);
   if (type == nullptr) {
     say(spec, message::kUnknownType, named.name);

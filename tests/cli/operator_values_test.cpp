@@ -213,6 +213,44 @@ TEST_F(OperatorValues, OperationsAsFunctions) {
       "i : INT := 3;");
 }
 
+TEST_F(OperatorValues, FunctionsOfTimesAndDates) {
+  expectValues(
+      {
+          {"LTIME", "SUB_LTIME(ADD_LTIME(LTIME#3s, LTIME#1s), LTIME#1ns)", "LTIME#3999999999ns"},
+          {"TIME", "SUB_TIME(ADD_TIME(IN2 := T#1s, IN1 := T#2s), T#500ms)", "T#2500ms"},
+          {"TOD", "SUB_TOD_TIME(ADD_TOD_TIME(TOD#23:00:00, T#2h), T#90m)", "TOD#23:30:00"},
+          {"DT", "SUB_DT_TIME(ADD_DT_TIME(x, T#1d), T#1m)", "DT#2026-11-22-12:29:15"},
+          {"TIME", "SUB_DT_DT(x, DT#2026-11-21-00:00:00)", "T#45015000ms"},
+          {"TIME",
+           "ADD(SUB_TOD_TOD(TOD#1:0:0, TOD#2:0:0), SUB_DATE_DATE(D#2026-11-21, D#2026-11-20))",
+           "T#82800000ms"},
+          {"DT", "CONCAT_DATE_TOD(D#2026-11-21, TOD#12:30:15)", "DT#2026-11-21-12:30:15"},
+          {"DATE", "DATE_AND_TIME_TO_DATE(x)", "D#2026-11-21"},
+          {"TOD", "DATE_AND_TIME_TO_TIME_OF_DAY(x)", "TOD#12:30:15"},
+          {"DATE", "CONCAT_DATE(YEAR := 2024, MONTH := 2, DAY := 29)", "D#2024-02-29"},
+          {"TOD", "CONCAT_TOD(23, 59, 58, 997)", "TOD#23:59:58.997"},
+          {"INT", "DAY_OF_WEEK(D#2026-11-21)", "6"},
+      },
+      "x : DT := DT#2026-11-21-12:30:15;");
+}
+
+TEST_F(OperatorValues, EveryDaySplitsIntoItsParts) {
+  std::string counters;
+  for (const char* type : {"DINT", "LINT", "UDINT", "ULINT"}) {
+    counters += fmt::format("u{0} : CTU_{0}; d{0} : CTD_{0}; ud{0} : CTUD_{0};\n", type);
+  }
+  writeProgram("days.st", counters + "n, i : DINT; d : DATE; y, m, day, hour, minute, s, ms : INT;",
+               "FOR i := 0 TO 49709 DO d := UDINT_TO_DATE(DINT_TO_UDINT(i) * 86400);\n"
+               "SPLIT_DATE(d, YEAR => y, MONTH => m, DAY => day);\n"
+               "IF CONCAT_DATE(y, m, day) = d AND day <= 31 THEN n := n + 1; END_IF; END_FOR;\n"
+               "SPLIT_TOD(TOD#12:30:15.25, hour => hour, MINUTE => minute, SECOND => s,\n"
+               "MILLISECOND => ms);");
+  EXPECT_EQ(
+      "n = 49710\ni = 49710\nd = D#2106-02-06\ny = 2106\nm = 2\nday = 6\nhour = 12\n"
+      "minute = 30\ns = 15\nms = 250\n",
+      velc("run days.st").out);
+}
+
 TEST_F(OperatorValues, SizesAndAddresses) {
   expectValues(
       {

@@ -1,0 +1,32 @@
+#include "refhost/prelude/prelude.h"
+
+#include "refhost/syntax/parser.h"
+
+namespace refhost {
+namespace {
+
+constexpr const char* kText =
+#include "prelude_text.inc"
+    ;
+
+}  // namespace
+
+Unit* Prelude::unit(std::string_view name) {
+  if (!parsed_) parse();
+  const auto found = units_.find(name);
+  return found != units_.end() ? found->second : nullptr;
+}
+
+void Prelude::parse() {
+  parsed_ = true;
+  const std::size_t before = tree_.units.size();
+  std::vector<vel::VELMessage> messages;
+  const int file = sources_.add("prelude", kText);
+  refhost::parse(sources_, static_cast<std::uint32_t>(file), tree_, messages);
+  for (std::size_t i = before; i < tree_.units.size(); ++i) {
+    units_.emplace(tree_.units[i]->name(), tree_.units[i]);
+  }
+  tree_.units.resize(before);
+}
+
+}  // namespace refhost

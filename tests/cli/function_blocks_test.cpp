@@ -1,0 +1,146 @@
+// The function blocks of the standard over several scans: inputs and outputs as lines of
+// a timing diagram, one character for each scan.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "tests/cli/velc_fixture.h"
+
+namespace velc {
+namespace {
+
+struct Diagram {
+  const char* block;
+  const char* call;  // `$a` and `$b` are the lines of the inputs, `n` the scan from 1
+  const char* a;
+  const char* b;
+  // What is traced: a BOOL output, and a count or time in steps of `unit`, empty for none.
+  const char* output;
+  const char* outputs;
+  const char* amount;
+  const char* amounts;
+};
+
+class FunctionBlocks : public Velc {
+ protected:
+  void expectDiagrams(const std::vector<Diagram>& rows, const char* options) const {
+    std::string declared = "n : INT;\n";
+    std::string body = "n := n + 1;\n";
+    std::string expected;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const Diagram& row = rows[i];
+      declared += fmt::format(
+          "f{0} : {1}; i{0} : STRING := '{2}'; j{0} : STRING := '{3}'; q{0}, v{0} : STRING;\n", i,
+          row.block, row.a, row.b);
+      std::string call = row.call;
+      for (const char input : {'a', 'b'}) {
+        const std::string name = fmt::format("${}", input);
+        for (std::size_t at = 0; (at = call.find(name, at)) != std::string::npos;) {
+          call.replace(at, 2, fmt::format("MID({}{}, 1, n) = '1'", input == 'a' ? 'i' : 'j', i));
+        }
+      }
+      body += fmt::format("f{}({});\n", i, call);
+      body += fmt::format("q{0} := CONCAT(q{0}, SEL(f{0}.{1}, '0', '1'));\n", i, row.output);
+      if (*row.amount != 0) {
+        body += fmt::format("v{0} := CONCAT(v{0}, MID('-0123456789', 1, DINT_TO_INT(", i);
+        body += fmt::format(fmt::runtime(row.amount), fmt::format("f{}.", i)) + ") + 2));\n";
+      }
+      expected += fmt::format("i{0} = '{1}'\nj{0} = '{2}'\nq{0} = '{3}'\nv{0} = '{4}'\n", i, row.a,
+                              row.b, row.outputs, row.amounts);
+    }
+    writeProgram("blocks.st", declared, body);
+    const std::size_t scans = std::string(rows[0].a).size();
+    const Outcome outcome = velc(fmt::format("run blocks.st --scans {} {}", scans, options));
+    EXPECT_EQ(0, outcome.code) << outcome.err;
+    EXPECT_EQ(fmt::format("n = {}\n", scans) + expected, outcome.out);
+  }
+};
+
+constexpr const char* kSteps = "TIME_TO_DINT({}ET) / 10";
+constexpr const char* kCount = "INT_TO_DINT({}CV)";
+
+TEST_F(FunctionBlocks, Timers) {
+  expectDiagrams(
+      {
+          {"TON", "$a, T#30ms", "011011111100", "", "Q", "000000011100", kSteps, "001001233300"},
+          {"TON", "IN := $a, PT := T#0ms", "011011111100", "", "Q", "011011111100", kSteps,
+           "000000000000"},
+          {"TON", "$a, T#-1d", "011011111100", "", "Q", "011011111100", kSteps, "000000000000"},
+          // Between two scans the delay is over at the second.
+          {"TON", "$a, T#25ms", "011011111100", "", "Q", "000000011100", "TIME_TO_DINT({}ET) / 5",
+           "002002455500"},
+          // PT grows while the time runs, and when it is over; it shrinks while it runs.
+          {"TON", "$a, SEL(n > 4, T#20ms, T#40ms)", "001111111100", "", "Q", "000000111100", kSteps,
+           "000123444400"},
+          {"TON", "$a, SEL(n > 4, T#10ms, T#40ms)", "011111111100", "", "Q", "001111111100", kSteps,
+           "001111111100"},
+          {"TON", "$a, SEL(n > 5, T#90ms, T#20ms)", "011111111100", "", "Q", "000001111100", kSteps,
+           "001232222200"},
+          {"TOF", "$a, T#30ms", "011000101000", "", "Q", "011111111111", kSteps, "000012000012"},
+          {"TOF", "$a, T#20ms", "011000000100", "", "Q", "011110000111", kSteps, "000012222001"},
+          {"TOF", "$a, T#0ms", "011000000100", "", "Q", "011000000100", kSteps, "000000000000"},
+          {"TP", "$a, T#30ms", "010000111110", "", "Q", "011100111000", kSteps, "001200012330"},
+          // Nothing during the pulse counts, not even at its end.
+          {"TP", "$a, T#30ms", "010110100110", "", "Q", "011100111000", kSteps, "001230012330"},
+          {"TP", "$a, T#0ms", "010110101011", "", "Q", "000000000000", kSteps, "000000000000"},
+      },
+      "");
+}
+
+TEST_F(FunctionBlocks, TimersAndClocksOfOtherCycles) {
+  // The clock wraps at 49 days, a TIME beyond 24.
+  expectDiagrams({{"TON", "$a, T#24d20h", "11110", "", "Q", "00110", "", ""},
+                  {"TOF", "$a, T#24d20h", "10001", "", "Q", "11101", "", ""}},
+                 "--cycle T#24d");
+  expectDiagrams({{"RTC", "$a, DT#1970-01-01-00:00:01", "111101", "", "Q", "111101",
+                   "UDINT_TO_DINT(DT_TO_UDINT({}CDT))", "112301"}},
+                 "--cycle T#700ms");
+  const Outcome refused = velc("run blocks.st --cycle T#-1s");
+  EXPECT_EQ(2, refused.code);
+  EXPECT_NE(std::string::npos, refused.err.find("T#-1s is not a TIME of 0 or more")) << refused.err;
+}
+
+TEST_F(FunctionBlocks, CountersEdgesAndBistables) {
+  expectDiagrams(
+      {
+          {"CTU", "CU := $a, R := $b, PV := 2", "010110101010", "000000000110", "Q", "000111111000",
+           kCount, "011222334000"},
+          {"CTD", "CD := $a, LD := $b, PV := 2", "001011010000", "010000000000", "Q",
+           "100011111111", kCount, "0211000-----"},
+          {"CTUD", "$a, $b, n = 11, n = 9, 3", "010101010000", "000001000101", "QU", "000000011000",
+           kCount, "01122223320-"},
+          {"CTUD", "CU := $a, LD := $b, PV := 32767", "001000000000", "010000000000", "QU",
+           "011111111111", "INT_TO_DINT({}CV) / 32767", "011111111111"},
+          {"CTUD_ULINT", "CD := $a, PV := 5", "010101000000", "", "QD", "111111111111",
+           "ULINT_TO_DINT({}CV)", "000000000000"},
+          {"SR", "S1 := $a, R := $b", "011000010000", "000010011000", "Q1", "011100010000", "", ""},
+          {"RS", "S := $a, R1 := $b", "011000010000", "000010011000", "Q1", "011100000000", "", ""},
+          {"R_TRIG", "$a", "011001000110", "", "Q", "010001000100", "", ""},
+          {"F_TRIG", "$a", "011001000110", "", "Q", "100100100001", "", ""},
+          {"SEMA", "$a, $b", "010100000100", "000000110000", "BUSY", "001111000011", "", ""},
+      },
+      "");
+}
+
+TEST_F(FunctionBlocks, APreludeUnitIsTranslatedWhereItIsUsed) {
+  const char* const own =
+      "FUNCTION_BLOCK ton VAR_INPUT in : BOOL; END_VAR VAR_OUTPUT mine : BOOL; END_VAR\n"
+      "mine := in; END_FUNCTION_BLOCK\n";
+  const char* const use =
+      "PROGRAM P VAR t : TON; TP : BOOL; END_VAR t(in := NOT tp); END_PROGRAM\n";
+  write("own.st", std::string(own) + use);
+  EXPECT_EQ("TP = FALSE\n", velc("run own.st").out);
+  write("use.st", use);
+  const std::string text = velc("translate use.st").out;
+  EXPECT_NE(std::string::npos, text.find("struct TON {")) << text;
+  EXPECT_EQ(std::string::npos, text.find("TOF")) << text;
+  EXPECT_EQ(std::string::npos, text.find("struct TP")) << text;
+  write("wrong.st", "PROGRAM P VAR t : TON; END_VAR t(in := 1); t.runs := TRUE; END_PROGRAM\n");
+  const std::string said = velc("check wrong.st").err;
+  EXPECT_EQ(2, std::count(said.begin(), said.end(), '^')) << said;
+  EXPECT_EQ(std::string::npos, said.find("prelude")) << said;
+}
+
+}  // namespace
+}  // namespace velc
