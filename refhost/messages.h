@@ -61,6 +61,23 @@ constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The ran
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
 constexpr MessageFormat kTooFewArguments   {0xF0060, Severity::Error, "Too few parameters in the call of '%s';"};
 
+constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
+constexpr MessageFormat kBounds            {0xF0071, Severity::Error, "'%s' are not the bounds of a range;"};
+constexpr MessageFormat kSubrange          {0xF0072, Severity::Error, "'%s' is not a range of type '%s';"};
+constexpr MessageFormat kInitialParts      {0xF0073, Severity::Error, "'%s' is not an initial value of type '%s';"};
+constexpr MessageFormat kTooManyValues     {0xF0074, Severity::Error, "More initial values than the %s elements of the array;"};
+constexpr MessageFormat kAmbiguousValue    {0xF0075, Severity::Error, "'%s' is a value of several enumerations: write TYPE#%s;"};
+constexpr MessageFormat kNoElements        {0xF0076, Severity::Error, "'%s' of type '%s' has no elements;"};
+constexpr MessageFormat kSubscriptCount    {0xF0077, Severity::Error, "'%s' takes %s subscripts, not %s;"};
+constexpr MessageFormat kSubscriptType     {0xF0078, Severity::Error, "A subscript must be of an integer type, not '%s';"};
+constexpr MessageFormat kSubscriptRange    {0xF0079, Severity::Error, "The subscript '%s' is outside of %s..%s;"};
+constexpr MessageFormat kNotAPointer       {0xF007A, Severity::Error, "'%s' of type '%s' is not a pointer;"};
+constexpr MessageFormat kNoAddress         {0xF007B, Severity::Error, "'%s' has no address that a pointer could hold;"};
+constexpr MessageFormat kOutOfSubrange     {0xF007C, Severity::Error, "The value '%s' is outside of the range %s..%s;"};
+constexpr MessageFormat kToEnumeration     {0xF007D, Severity::Warning, "An integer is given to the enumeration '%s';"};
+constexpr MessageFormat kPointerTarget     {0xF007E, Severity::Warning, "A '%s' is given to a '%s';"};
+constexpr MessageFormat kPointerBits       {0xF007F, Severity::Warning, "A pointer has 64 bits, of which '%s' cannot hold all;"};
+
 // Assignments are judged in the words of the operators' type check.
 constexpr MessageFormat kConstantTooLarge  {0xC0001, Severity::Error, "The constant '%s' is too large for data type '%s';"};
 constexpr MessageFormat kCannotConvert     {0xC0032, Severity::Error, "'%s' cannot convert to '%s' type;"};

@@ -122,6 +122,7 @@ std::vector<ProgramVariable> Session::programVariables() const {
       entry.typeName = type->typeName();
       entry.type = type->dataType();
       entry.byteSize = row != nullptr ? row->size : 0;
+      if (entry.type == vel::BasicDataType::Pointer) entry.byteSize = sizeof(void*);
       if (const auto* const text = dynamic_cast<const StringType*>(type)) {
         entry.byteSize = text->byteSize();
       }

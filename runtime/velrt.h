@@ -20,5 +20,6 @@
 #include "velrt/read.h"
 #include "velrt/strings.h"
 #include "velrt/types.h"
+#include "velrt/variables.h"
 
 #endif

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -48,7 +49,6 @@ class CGenerator final : public vel::Generator {
   std::string unoperated(const std::string& name) const;
   void nameUnits();
   void nameVariables(UnitSymbol& unit);
-  std::string structures();
   void appendStructure(const UnitSymbol& unit, std::string& out) const;
   std::string prototypes();
   std::string functionHead(const UnitSymbol& function);
@@ -58,15 +58,35 @@ class CGenerator final : public vel::Generator {
   void appendLocals(const UnitSymbol& unit, std::string& out);
   // Of the variables kept between scans, or of the temporary ones.
   void appendInitials(const UnitSymbol& unit, bool members);
-  // The statement that gives one variable its initial value, if it needs one.
-  void appendInitial(const VarSymbol& variable);
-  std::string declaration(const Type* type, const std::string& name) const;
   // Starts the text of a C function for `unit`; body_ collects it.
   void enter(UnitSymbol& unit);
   // The collected text, with the temporaries it needs in front.
   std::string leave(bool hasSelf);
   std::string companionsText();
   static std::string companion(const VarSymbol& parameter);
+
+  // data_types.cpp
+  void nameTypes();
+  // The C type of a pointer to `target`.
+  std::string pointerText(Type* target);
+  std::string declaration(const Type* type, const std::string& name) const;
+  std::string structures();
+  void appendStructure(const StructType& structure, std::string& out) const;
+
+  // initials.cpp
+  bool hasDefault(const Type* type);
+  // Statements that give a variable at `place` its initial value.
+  void initialise(const std::string& place, const VarSymbol& variable);
+  void setDefault(const std::string& place, const Type* type);
+  void setInitial(const std::string& place, const Type* type, const Expr& value);
+  void setElements(const std::string& place, const ArrayType& array, const Expr& list, int first,
+                   std::int64_t& next);
+  void setRepeated(const std::string& place, const ArrayType& array, const Expr& repeat,
+                   std::int64_t& next);
+  template <typename Set>
+  void forElements(const std::string& place, const std::string& from, const std::string& end,
+                   Set set);
+  std::string structureInits();
 
   // statements.cpp
   void statements(const ASTNode* list);
@@ -82,8 +102,6 @@ class CGenerator final : public vel::Generator {
   void block(const std::string& head, const ASTNode* list);
   // The statement that gives `target` the value `value` of type `from`.
   std::string store(const Expr& target, const std::string& value, BasicDataType from);
-  std::string storeVariable(const VarSymbol& variable, const std::string& value,
-                            BasicDataType from);
   std::string storeAs(const Type* type, const std::string& place, const std::string& value,
                       BasicDataType from);
 
@@ -98,6 +116,9 @@ class CGenerator final : public vel::Generator {
   void numbers(const Expr& expr, BasicDataType type, std::string& out);
   void times(const Expr& expr, const Meeting& meeting, std::string& out);
   void place(const Expr& expr, std::string& out);
+  void elementPlace(const Expr& expr, std::string& out);
+  std::string indexText(const Expr& expr, const ArrayType& array);
+  void pointers(const Expr& expr, const Meeting& meeting, std::string& out);
   std::string reference(const VarSymbol& variable);
 
   // calls.cpp
@@ -116,6 +137,9 @@ class CGenerator final : public vel::Generator {
   // What the companion of an input is given for the argument `value`.
   std::string companionOf(const Expr* value);
   std::string pointerTo(const Expr& value, const Type* type);
+  // What a parameter of type `type` is given.
+  std::string argumentText(const Expr& value, const Type* type);
+  std::string calledInstance(const Call& call);
   std::string temporary(const Type* type);
 
   // standard_calls.cpp
@@ -129,6 +153,7 @@ class CGenerator final : public vel::Generator {
   CNames fileNames_{CNames::Scope::File};
   std::vector<std::string> staticTexts_;  // in order of first use
   std::unordered_set<const vel::STOperator*> usedOperators_;
+  std::unordered_map<const Type*, bool> hasDefault_;
 
   // Of the C function being written.
   UnitSymbol* unit_ = nullptr;

@@ -2,6 +2,8 @@
 
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
+#include "refhost/emit/literal_text.h"
+#include "refhost/emit/store.h"
 #include "refhost/services/operator_symbol.h"
 
 namespace refhost {
@@ -26,6 +28,10 @@ using vel::TreeBuilder;
 std::string CGenerator::callText(const Call& call) {
   if (call.op != nullptr) return operatorText(call);
   if (call.standard != nullptr) return standardText(call);
+  if (call.givesAddress) {
+    const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
+    return fmt::format("({})({})", typeText(call.dataType), pointerTo(operand, operand.dataType));
+  }
   return call.symbol != nullptr ? functionText(call) : std::string();
 }
 
@@ -49,8 +55,8 @@ std::string CGenerator::operatorText(const Call& call) {
   std::string text = call.op->generate(this, const_cast<Call*>(&call));
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
-  } else if (call.op->name == "ADR") {
-    // A pointer in C, a number in the program.
+  } else if (call.op->name == "ADR" && call.basicType() != BasicDataType::Pointer) {
+    // The address of something that has no type.
     text.insert(0, "(u32)(uintptr_t)");
   }
   return text;
@@ -92,13 +98,28 @@ std::string CGenerator::companionOf(const Expr* value) {
 }
 
 std::string CGenerator::storeOutput(const Binding& output, std::string value) {
-  const BasicDataType type = output.parameter->dataType()->dataType();
+  const Type* const type = output.parameter->dataType();
   if (output.named != nullptr && output.named->negated) {
-    value = type == BasicDataType::Bool
+    value = valueType(type) == BasicDataType::Bool
                 ? "!" + value
-                : fmt::format("({})~{}", typeText(output.parameter->dataType()), value);
+                : fmt::format("({})~{}", cType(valueType(type)), value);
   }
-  return store(*output.value, value, type);
+  return store(*output.value, value, valueType(type));
+}
+
+std::string CGenerator::argumentText(const Expr& value, const Type* type) {
+  const BasicDataType to = valueType(type);
+  std::string text;
+  if (to == BasicDataType::LTime) {
+    converted(value, to, text);
+    return text;
+  }
+  append(value, text);
+  if (to == BasicDataType::Pointer) {
+    const char* const number = isInteger(typeOf(value)) ? "(uintptr_t)" : "";
+    return fmt::format("({}){}{}", typeText(const_cast<Type*>(type)), number, enclosed(text));
+  }
+  return typeOf(value) == BasicDataType::Pointer ? "(uintptr_t)" + enclosed(text) : text;
 }
 
 // A call in an expression. What its outputs give is stored behind it, before the
@@ -114,23 +135,25 @@ std::string CGenerator::functionText(const Call& call) {
     const Type* const type = parameter->dataType();
     const bool text = type != nullptr && isText(type->dataType());
     const Expr* const given = valueOf(bindings, parameter);
+    const Expr* const value = given != nullptr                ? given
+                              : parameter->initial != nullptr ? parameter->initial
+                                                              : parameter->typeInitial;
     if (!arguments.empty()) arguments += ", ";
     if (parameter->role == Role::Output) {
-      const std::string value = temporary(type);
-      arguments += text ? value : "&" + value;
-      if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), value);
+      const std::string output = temporary(type);
+      arguments += text ? output : "&" + output;
+      if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), output);
     } else if (parameter->role == Role::InOut) {
       // The analysis lets no call pass that leaves one out.
       arguments += given != nullptr ? pointerTo(*given, type) : "NULL";
-    } else if (const Expr* const value = given != nullptr ? given : parameter->initial) {
-      const bool scaled = type != nullptr && type->dataType() == BasicDataType::LTime;
-      if (scaled) {
-        converted(*value, BasicDataType::LTime, arguments);
-      } else {
-        append(*value, arguments);
-      }
+    } else if (value != nullptr && value->op() < op::kArrayValue) {
+      arguments += argumentText(*value, type);
+    } else if (isComposite(type)) {
+      arguments += fmt::format("({}){{0}}", declaration(type, ""));
+    } else if (!text) {
+      appendInteger(implicitInitial(type), arguments);
     } else {
-      arguments += text ? (type->dataType() == BasicDataType::String ? "\"\"" : "u\"\"") : "0";
+      arguments += type->dataType() == BasicDataType::String ? "\"\"" : "u\"\"";
     }
     if (parameter->isBitParameter() && parameter->role == Role::Input) {
       arguments += ", " + companionOf(given);
@@ -151,8 +174,7 @@ std::string CGenerator::functionText(const Call& call) {
 }
 
 void CGenerator::callStatement(const Call& call) {
-  if (call.op == nullptr && call.symbol != nullptr &&
-      call.symbol->symbolType() == vel::Symbol::Variable) {
+  if (call.leaf(0)->type() == vel::ASTType::Expression) {
     instanceCall(call);
     return;
   }
@@ -161,16 +183,31 @@ void CGenerator::callStatement(const Call& call) {
   line(value ? "(void)(" + text + ");" : text + ";");
 }
 
+// A pointer to the instance; one that is not simply named is looked for once.
+std::string CGenerator::calledInstance(const Call& call) {
+  const auto& callee = static_cast<const Expr&>(*call.leaf(0));
+  std::string text;
+  place(callee, text);
+  if (text.find_first_of("[(") == std::string::npos || callee.op() == Expression::Variable) {
+    return pointerTo(callee, callee.dataType);
+  }
+  const std::string pointer = fmt::format("vel_t{}", ++temporaries_);
+  declarations_ += fmt::format("  {}* {};\n", typeText(callee.dataType), pointer);
+  line(fmt::format("{} = {};", pointer, pointerTo(callee, callee.dataType)));
+  return pointer;
+}
+
 void CGenerator::instanceCall(const Call& call) {
-  const auto& instance = static_cast<const VarSymbol&>(*call.symbol);
-  const UnitSymbol& block = *static_cast<const InstanceType*>(instance.dataType())->unit;
+  const auto& callee = static_cast<const Expr&>(*call.leaf(0));
+  const UnitSymbol& block = *static_cast<const InstanceType*>(callee.dataType)->unit;
   recordCall(call, block);
-  const std::string self = reference(instance);
+  const std::string instance = calledInstance(call);
+  const std::string members = instance[0] == '&' ? instance.substr(1) + "." : instance + "->";
   const std::vector<Binding> bindings = bindArguments(call, block);
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role == Role::Output) continue;
-    const std::string member = self + "." + parameter.cName;
+    const std::string member = members + parameter.cName;
     if (parameter.role == Role::InOut) {
       line(fmt::format("{} = {};", member, pointerTo(*binding.value, parameter.dataType())));
       continue;
@@ -181,14 +218,14 @@ void CGenerator::instanceCall(const Call& call) {
   }
   for (const auto& parameter : block.variables()) {
     if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;
-    line(fmt::format("{}.{} = {};", self, companion(*parameter),
+    line(fmt::format("{}{} = {};", members, companion(*parameter),
                      companionOf(valueOf(bindings, parameter.get()))));
   }
-  line(fmt::format("{}(&{});", block.cBody, self));
+  line(fmt::format("{}({});", block.cBody, instance));
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
-    line(storeOutput(binding, self + "." + parameter.cName) + ";");
+    line(storeOutput(binding, members + parameter.cName) + ";");
   }
 }
 

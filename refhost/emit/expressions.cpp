@@ -13,11 +13,6 @@ using vel::TreeBuilder;
 
 namespace {
 
-const char* cType(BasicDataType type) {
-  const ElementaryType* const row = elementaryType(type);
-  return row != nullptr ? row->cType : "";
-}
-
 // The unsigned partner, in which sums and products wrap.
 const char* wrappingType(BasicDataType type) {
   return type == BasicDataType::LInt || type == BasicDataType::LTime ? "u64" : "u32";
@@ -63,6 +58,12 @@ bool isScaledParameter(const ASTNode& node, std::string_view operatorName) {
   return call.basicType() == BasicDataType::LTime && choosesAmongValues(operatorName);
 }
 
+// Operators take a pointer for an integer, save where they hand their parameters on.
+bool isPointerAsNumber(const ASTNode& node, const vel::STOperator& op) {
+  return typeOf(node) == BasicDataType::Pointer && op.name != "ADR" && op.name != "MOVE" &&
+         op.name != "SIZEOF" && !choosesAmongValues(op.name);
+}
+
 // Unsigned arithmetic at these widths wraps by itself, and floats do not.
 bool wrapsByItself(BasicDataType type) {
   return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
@@ -103,7 +104,9 @@ std::string CGenerator::expressionText(ASTNode* expression) {
   if (expression->type() == vel::ASTType::Expression) {
     append(static_cast<Expr&>(*expression), text);
     const vel::STOperator* const op = operatorOf(*expression);
-    if (op != nullptr && isScaledParameter(*expression, op->name)) {
+    if (op != nullptr && isPointerAsNumber(*expression, *op)) {
+      text = "(uintptr_t)(" + text + ")";
+    } else if (op != nullptr && isScaledParameter(*expression, op->name)) {
       text = fmt::format("((i64)({}) * 1000000)", text);
     } else if (op != nullptr && writesParametersBare(op->name) && !isPrimary(*expression) &&
                literalOf(*expression) == nullptr) {
@@ -162,7 +165,7 @@ void CGenerator::converted(const ASTNode& node, BasicDataType type, std::string&
     operand(node, out);
     out += " * 1000000)";
   } else {
-    out += fmt::format("({})", cType(type));
+    out += fmt::format("({})", own == BasicDataType::Pointer ? "uintptr_t" : cType(type));
     operand(node, out);
   }
 }
@@ -205,6 +208,11 @@ void CGenerator::binary(const Expr& expr, std::string& out) {
     out += expressionText(const_cast<ASTNode*>(&left)) + ", ";
     out += expressionText(const_cast<ASTNode*>(&right));
     out += fmt::format(") {} 0", cOperator(op));
+    return;
+  }
+  if (meeting.kind == Kind::Pointers || meeting.kind == Kind::Step ||
+      meeting.kind == Kind::Distance) {
+    pointers(expr, meeting, out);
     return;
   }
   if (isArithmetic(op)) {
@@ -274,6 +282,27 @@ void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out)
   if (!plain) out += ')';
 }
 
+void CGenerator::pointers(const Expr& expr, const Meeting& meeting, std::string& out) {
+  const auto number = [this](const ASTNode& node) {
+    std::string text = typeOf(node) == BasicDataType::Pointer ? "(uintptr_t)" : "(uintptr_t)(i64)";
+    operand(node, text);
+    return text;
+  };
+  const std::string text =
+      fmt::format("{} {} {}", number(*expr.leaf(0)), cOperator(expr.op()), number(*expr.leaf(1)));
+  switch (meeting.kind) {
+    case Meeting::Kind::Step:
+      out += fmt::format("({})({})", typeText(expr.dataType), text);
+      break;
+    case Meeting::Kind::Distance:
+      out += fmt::format("(i32)({})", text);
+      break;
+    default:
+      out += text;
+      break;
+  }
+}
+
 void CGenerator::times(const Expr& expr, const Meeting& meeting, std::string& out) {
   using Kind = Meeting::Kind;
   const Expression::Operator op = expr.op();
@@ -315,72 +344,8 @@ void CGenerator::times(const Expr& expr, const Meeting& meeting, std::string& ou
   }
 }
 
-// What an assignment can name: a variable, a member, a bit or an address.
-void CGenerator::place(const Expr& expr, std::string& out) {
-  if (expr.op() == Expression::Variable) {
-    if (const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol)) {
-      out += reference(*variable);
-      return;
-    }
-    vel::HeapAddress address;
-    services_.memory.parse(TreeBuilder::source(*expr.leaf(0)), address);
-    out += addressText(address, services_.memory.raw(address), cType(typeOf(expr)));
-    return;
-  }
-  if (expr.access == Expr::Access::Bit) {
-    out += "vgbit((";
-    place(static_cast<const Expr&>(*expr.leaf(0)), out);
-    out += fmt::format(", {}))", expr.bitAccessOffset());
-    return;
-  }
-  operand(*expr.leaf(0), out);
-  out += '.';
-  out += static_cast<const VarSymbol*>(expr.symbol)->cName;
-}
-
-std::string CGenerator::addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
-                                    const char* cType) {
-  if (address.isBitMode()) return fmt::format("gbit({})", raw.address);
-  return fmt::format("VEL_MEM({}, {})", cType, raw.address);
-}
-
-std::string CGenerator::reference(const VarSymbol& variable) {
-  const vel::HeapAddress address = variable.iecAddress();
-  if (address.area != 0) {
-    const BasicDataType type =
-        variable.dataType() != nullptr ? variable.dataType()->dataType() : BasicDataType::None;
-    return addressText(address, variable.backendAddress(), cType(type));
-  }
-  used_.insert(&variable);
-  const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
-  const bool indirect =
-      !text && (variable.role == Role::InOut || (variable.role == Role::Output &&
-                                                 variable.owner->type() == vel::POUType::Function));
-  const bool member =
-      variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
-  if (member) usesSelf_ = true;
-  const std::string name = member ? "self->" + variable.cName : variable.cName;
-  return indirect ? "(*" + name + ")" : name;
-}
-
-std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {
-  return variable != nullptr ? reference(*static_cast<VarSymbol*>(variable)) : std::string();
-}
-
 const char* CGenerator::optionText(const char* name) {
   return std::string_view(name) == "localio.addr" ? localIo_.c_str() : "";
-}
-
-std::string CGenerator::typeText(Type* type) {
-  if (type == nullptr) return {};
-  if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    return "struct " + instance->unit->cName;
-  }
-  if (isText(type->dataType())) {
-    const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
-    return fmt::format("{}[{}]", unit, stringLength(*type) + 1);
-  }
-  return cType(type->dataType());
 }
 
 }  // namespace refhost

@@ -88,7 +88,7 @@ void CGenerator::assignment(const ASTNode& node) {
   BasicDataType from = typeOf(source);
   if (kindOf(source) == NodeKind::Invocation) {
     const Type* const type = static_cast<const Call&>(source).dataType;
-    if (type != nullptr) from = type->dataType();
+    if (type != nullptr) from = valueType(type);
   }
   const auto& target = static_cast<const Expr&>(*node.leaf(0));
   const bool widened = kindOf(source) == NodeKind::Invocation && typeOf(target) != from;
@@ -108,16 +108,18 @@ std::string CGenerator::store(const Expr& target, const std::string& value, Basi
   return storeAs(target.dataType, text, value, from);
 }
 
-std::string CGenerator::storeVariable(const VarSymbol& variable, const std::string& value,
-                                      BasicDataType from) {
-  return storeAs(variable.dataType(), reference(variable), value, from);
-}
-
 std::string CGenerator::storeAs(const Type* type, const std::string& place,
                                 const std::string& value, BasicDataType from) {
   if (type == nullptr) return place + " = " + value;
-  const int capacity = isText(type->dataType()) ? stringLength(*type) + 1 : 0;
-  return storeText(type->dataType(), capacity, place, value, from);
+  const BasicDataType to = valueType(type);
+  if (to == BasicDataType::Pointer) {
+    const std::string cast = fmt::format("({})", typeText(const_cast<Type*>(type)));
+    if (value.compare(0, cast.size(), cast) == 0) return fmt::format("{} = {}", place, value);
+    const char* const number = isInteger(from) ? "(uintptr_t)" : "";
+    return fmt::format("{} = {}{}{}", place, cast, number, enclosed(value));
+  }
+  const int capacity = isText(to) ? stringLength(*type) + 1 : 0;
+  return storeText(to, capacity, place, value, from);
 }
 
 void CGenerator::ifStatement(const ASTNode& node) {

@@ -4,6 +4,16 @@
 
 namespace refhost {
 
+std::string enclosed(const std::string& text) {
+  int depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '(') ++depth;
+    if (text[i] == ')') --depth;
+    if (depth == 0 && i + 1 < text.size()) return "(" + text + ")";
+  }
+  return text;
+}
+
 std::string storeText(BasicDataType to, int capacity, const std::string& place,
                       const std::string& value, BasicDataType from) {
   constexpr std::string_view kBit = "gbit(";
@@ -17,6 +27,9 @@ std::string storeText(BasicDataType to, int capacity, const std::string& place,
   }
   if (to == BasicDataType::LTime && from == BasicDataType::Time) {
     return fmt::format("{} = (i64)({}) * 1000000", place, value);
+  }
+  if (isInteger(to) && from == BasicDataType::Pointer) {
+    return fmt::format("{} = ({})(uintptr_t){}", place, cType(to), enclosed(value));
   }
   // The program has been warned of what is lost; C need not be.
   if (isInteger(to) && isInteger(from) && !widens(from, to)) {

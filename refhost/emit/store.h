@@ -7,6 +7,9 @@
 
 namespace refhost {
 
+// `text` as the operand of a cast: in parentheses, if it is not already.
+std::string enclosed(const std::string& text);
+
 // The C statement, without its semicolon, that gives `place` the value `value` of
 // type `from`. `capacity` counts the code units of a string's array, its terminator
 // included.

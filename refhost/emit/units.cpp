@@ -13,10 +13,6 @@ using vel::POUType;
 
 namespace {
 
-bool isInstance(const vel::SymbolDataType* type) {
-  return type != nullptr && type->dataType() == BasicDataType::FunctionBlock;
-}
-
 bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
 }
@@ -67,6 +63,7 @@ CGenerator::CGenerator(Services& services, std::string localIo,
 
 std::string CGenerator::program() {
   nameUnits();
+  nameTypes();
   std::string bodies;
   for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
     for (UnitSymbol* const unit : services_.symbols.units()) {
@@ -91,6 +88,7 @@ std::string CGenerator::program() {
   }
   out += structures();
   out += prototypes();
+  out += structureInits();
   out += bodies;
   return out;
 }
@@ -141,30 +139,6 @@ void CGenerator::nameVariables(UnitSymbol& unit) {
                           ? "vel_result"
                           : names.allocate((edge ? "edge_" : "") + unoperated(variable->name()));
   }
-}
-
-std::string CGenerator::declaration(const Type* type, const std::string& name) const {
-  if (isTextType(type)) {
-    const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
-    return fmt::format("{} {}[{}]", unit, name, stringLength(*type) + 1);
-  }
-  return fmt::format("{} {}", const_cast<CGenerator*>(this)->typeText(const_cast<Type*>(type)),
-                     name);
-}
-
-std::string CGenerator::structures() {
-  std::string out;
-  std::unordered_set<const UnitSymbol*> done;
-  const auto visit = [&](const auto& self, const UnitSymbol& unit) -> void {
-    if (!done.insert(&unit).second) return;
-    for (const auto& variable : unit.variables()) {
-      const auto* const type = dynamic_cast<const InstanceType*>(variable->dataType());
-      if (type != nullptr) self(self, *type->unit);
-    }
-    if (unit.type() != POUType::Function) appendStructure(unit, out);
-  };
-  for (const UnitSymbol* const unit : services_.symbols.units()) visit(visit, *unit);
-  return out;
 }
 
 void CGenerator::appendStructure(const UnitSymbol& unit, std::string& out) const {
@@ -224,6 +198,12 @@ std::string CGenerator::functionHead(const UnitSymbol& function) {
 
 std::string CGenerator::prototypes() {
   std::string out;
+  for (const auto& owned : services_.symbols.ownedTypes()) {
+    const auto* const structure = dynamic_cast<const StructType*>(owned.get());
+    if (structure == nullptr || !hasDefault(structure)) continue;
+    out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
+                       structure->cInit, structure->cName);
+  }
   for (const UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() == POUType::Function) {
       out += functionHead(*unit) + " __attribute__((unused));\n";
@@ -295,17 +275,7 @@ void CGenerator::appendInitials(const UnitSymbol& unit, bool members) {
   for (const auto& variable : unit.variables()) {
     const bool kept = variable->role != Role::Temp;
     if (kept != members || variable->role == Role::InOut) continue;
-    appendInitial(*variable);
-  }
-}
-
-void CGenerator::appendInitial(const VarSymbol& variable) {
-  if (isInstance(variable.dataType())) {
-    const auto& block = *static_cast<const InstanceType*>(variable.dataType())->unit;
-    line(fmt::format("{}(&{});", block.cInit, reference(variable)));
-  } else if (variable.initial != nullptr) {
-    const std::string value = expressionText(variable.initial);
-    line(storeVariable(variable, value, typeOf(*variable.initial)) + ";");
+    initialise(reference(*variable), *variable);
   }
 }
 
@@ -323,7 +293,7 @@ void CGenerator::appendLocals(const UnitSymbol& unit, std::string& out) {
       out += fmt::format("  static u8 {};\n", variable->cName);
     }
     if (local || copied || (result && !isTextType(type))) {
-      const char* const zero = isTextType(type) || isInstance(type) ? "{0}" : "0";
+      const char* const zero = isTextType(type) || isComposite(type) ? "{0}" : "0";
       out += fmt::format("  {} = {};\n", declaration(type, variable->cName), zero);
     }
     const bool named = function ? !result : local;
@@ -343,9 +313,14 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
     } else if (role == Role::Result && isTextType(type)) {
       line(variable->cName + "[0] = 0;");
     } else if (role == Role::Output) {
-      line(isTextType(type) ? reference(*variable) + "[0] = 0;" : reference(*variable) + " = 0;");
+      const std::string place = reference(*variable);
+      const std::string zero =
+          isComposite(type) ? fmt::format("({}){{0}}", declaration(type, "")) : "0";
+      line(fmt::format("{}{} = {};", place, isTextType(type) ? "[0]" : "", zero));
     }
-    if (role != Role::Input && role != Role::InOut) appendInitial(*variable);
+    if (role != Role::Input && role != Role::InOut) {
+      initialise(role == Role::Result ? variable->cName : reference(*variable), *variable);
+    }
   }
   statements(function.node->leaf(Unit::kBody));
   const std::string text = leave(false);
@@ -359,7 +334,12 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
 void CGenerator::appendInit(UnitSymbol& unit, std::string& out) {
   enter(unit);
   usesSelf_ = true;
-  line(fmt::format("*self = (struct {}){{0}};", unit.cName));
+  const bool large =
+      std::any_of(unit.variables().begin(), unit.variables().end(),
+                  [](const auto& member) { return isComposite(member->dataType()); });
+  // Nothing large goes over the stack.
+  line(large ? "__builtin_memset(self, 0, sizeof *self);"
+             : fmt::format("*self = (struct {}){{0}};", unit.cName));
   appendInitials(unit, true);
   const std::string text = leave(true);
   if (unit.type() == POUType::Program) {

@@ -1,7 +1,5 @@
 #include "refhost/semantics/analyser.h"
 
-#include "host/ast_node_helper.h"
-
 namespace refhost {
 
 Analyser::Analyser(Services& services, Tree& tree, Prelude& prelude,
@@ -13,8 +11,10 @@ void Analyser::run() {
   // What the program names of the prelude joins its units behind its own.
   const std::vector<UnitSymbol*>& units = services_.symbols.units();
   const std::size_t own = units.size();
+  declareTypes();
   for (std::size_t i = 0; i < own; ++i) declareVariables(*units[i]);
-  refuseRecursiveBlocks();
+  refuseRecursiveTypes();
+  analyseTypeInitials();
   for (std::size_t i = 0; i < units.size(); ++i) {
     UnitSymbol* const unit = units[i];
     unit_ = unit;
@@ -29,13 +29,6 @@ bool Analyser::hasErrorFrom(std::size_t first) const {
     if (messages_[i].severity == static_cast<int>(Severity::Error)) return true;
   }
   return false;
-}
-
-std::string displayName(const vel::SymbolDataType* type) {
-  if (type == nullptr) return "INVALID";
-  const ElementaryType* const row = elementaryType(type->dataType());
-  const bool ownName = row == nullptr || isBitStringName(type->name());
-  return ownName ? type->typeName() : AstNodeHelper::basicDataTypeText(type->dataType());
 }
 
 }  // namespace refhost

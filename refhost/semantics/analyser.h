@@ -2,8 +2,11 @@
 // type, asks the operators to check their calls, and judges assignments.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/message.h"
@@ -31,6 +34,19 @@ class Analyser {
   using Symbol = vel::Symbol;
   using Type = vel::SymbolDataType;
 
+  // A type, null when it is not known, and the initial value that its declaration gives.
+  struct ResolvedType {
+    Type* type = nullptr;
+    Expr* initial = nullptr;
+  };
+  struct DeclaredType {
+    enum class State : std::uint8_t { Waiting, Open, Known };
+    explicit DeclaredType(ASTNode* declaration) : node(declaration) {}
+    ASTNode* node;  // the TypeDecl
+    ResolvedType resolved;
+    State state = State::Waiting;
+  };
+
   // declarations.cpp
   void declareUnits();
   // The program's unit of this name, or the prelude's where nothing of the program has
@@ -38,37 +54,75 @@ class Analyser {
   UnitSymbol* unitNamed(const std::string& name);
   void declareVariables(UnitSymbol& unit);
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
-                       const Text& name, Type* type);
+                       const Text& name, const ResolvedType& resolved);
   void declareResult(UnitSymbol& unit);
   void place(VarSymbol& variable, const ASTNode& address, const Type* type);
-  Type* resolveType(const ASTNode& spec);
   void analyseInitials(UnitSymbol& unit);
-  void refuseRecursiveBlocks();
+
+  // data_types.cpp
+  void declareTypes();
+  ResolvedType resolveDeclared(DeclaredType& declared);
+  ResolvedType resolve(ASTNode& spec, const std::string& name = {});
+  ResolvedType resolveName(const TypeSpec& spec);
+  Type* resolveString(TypeSpec& spec);
+  std::optional<Bounds> resolveRange(ASTNode& range);
+  Type* resolveSubrange(TypeSpec& spec, const std::string& name);
+  Type* resolveEnumeration(TypeSpec& spec, const std::string& name);
+  Type* resolveArray(TypeSpec& spec);
+  void declareMembers(StructType& structure, ASTNode& spec);
+  std::string inPlaceName(const std::string& kind);
+  void analyseTypeInitials();
+  void refuseRecursiveTypes();
+
+  // initials.cpp
+  // Analyses leaf `index` of `parent`, given to a variable of type `to`, null when that is
+  // not known.
+  void analyseInitial(const Type* to, ASTNode& parent, int index);
+  void analyseArrayValue(const Type* to, Expr& value);
+  std::int64_t countElements(const ArrayType& array, Expr& list, int first);
+  std::int64_t countRepeated(const ArrayType& array, Expr& repeat);
+  void repeatByName(Expr& list, int index);
+  void analyseStructValue(const Type* to, Expr& value);
+
+  // accesses.cpp
+  Type* typeVariable(Expr& expr);
+  Type* typeAccess(Expr& expr);
+  Type* typeMember(Expr& expr);
+  Type* typeBit(Expr& expr);
+  Type* typeElement(Expr& expr);
+  Type* typeDereference(Expr& expr);
+  bool isWritable(const Expr& place) const;
+  // Appends an error and returns false when the expression cannot be written.
+  bool requireWritable(const Expr& target);
+  // What a name means where it stands; null when it is not that. All look-ups of
+  // variables by name go through here.
+  VarSymbol* variableNamed(std::string_view name) const;
+  NamedValue* valueNamed(const Expr& expr);
+  // The value of leaf `index`, analysed; an error is appended when it is no constant.
+  std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
 
   // expressions.cpp
   // Analyses leaf `index` of `parent`, an Expr, and returns what stands there then.
   Expr& analyseLeaf(ASTNode& parent, int index);
   Type* typeExpression(Expr& expr);
-  Type* typeVariable(Expr& expr);
-  Type* typeAccess(Expr& expr);
-  Type* typeMember(Expr& expr);
-  Type* typeBit(Expr& expr);
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
   // A direct address in the project's notation.
   bool isAddress(std::string_view text) const;
   bool becomesAddress(ASTNode& parent, int index);
-  // Appends an error and returns false when the expression cannot be written.
-  bool requireWritable(const Expr& target);
 
   // calls.cpp
   Type* analyseCall(Call& call);
   Type* callOperator(Call& call);
   Type* callFunction(Call& call, UnitSymbol& function);
-  Type* callInstance(Call& call, VarSymbol& instance, UnitSymbol& block);
+  void becomesAccess(Call& call);
+  Type* callInstance(Call& call);
   bool leavesNameToOperator(const Call& call, int index) const;
   void declareEdgeState(const Call& call);
+  Type* resultOf(Call& call, Type* named);
+  Type* callReference(Call& call);
   void judgeOperands(const Call& call);
+  void judgeChoice(const Call& call);
   void analyseOperandType(Call& call);
   // Appends an error when what is called gives no value.
   void requireValue(const Call& call, const Type* type);
@@ -96,6 +150,11 @@ class Analyser {
   void judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at);
   bool hasBeenSaid(const vel::VELMessage& message, const Call& call) const;
 
+  // compatibility.cpp
+  bool judgeDerived(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
+  void judgeRange(const Type& to, const ASTNode& source, vel::TextLocation at);
+  void judgePointer(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
+
   // statements.cpp
   void analyseStatements(ASTNode* list);
   void analyseStatement(ASTNode& statement);
@@ -116,7 +175,14 @@ class Analyser {
   Tree& tree_;
   Prelude& prelude_;
   std::vector<vel::VELMessage>& messages_;
-  UnitSymbol* unit_ = nullptr;  // being analysed
+  struct MemberInitial {
+    const Type* type = nullptr;
+    VarDecl* declaration = nullptr;
+    UnitSymbol* unit = nullptr;  // that the structure is declared in
+  };
+  FoldedMap<DeclaredType> declaredTypes_;
+  std::vector<MemberInitial> memberInitials_;  // to be analysed when all members are known
+  UnitSymbol* unit_ = nullptr;                 // being analysed; null for what belongs to no unit
   std::string unitName_;
   // The messages that the latest check of an operator has appended.
   struct {
@@ -126,9 +192,5 @@ class Analyser {
   } checked_;
   int loops_ = 0;  // around the statement being analysed
 };
-
-// The name that messages give a type: a bit string's own, else the IEC name of its
-// number.
-std::string displayName(const vel::SymbolDataType* type);
 
 }  // namespace refhost

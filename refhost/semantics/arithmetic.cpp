@@ -1,5 +1,6 @@
 #include "refhost/semantics/arithmetic.h"
 
+#include "refhost/services/derived_types.h"
 #include "refhost/syntax/literal.h"
 
 namespace refhost {
@@ -44,18 +45,27 @@ Meeting meetTimes(Expression::Operator op, BasicDataType left, BasicDataType rig
   return {};
 }
 
+Meeting meetPointers(Expression::Operator op, BasicDataType left, BasicDataType right) {
+  constexpr BasicDataType kPointer = BasicDataType::Pointer;
+  const bool two = left == kPointer && right == kPointer;
+  if (!two && !isInteger(left == kPointer ? right : left)) return {};
+  if (isComparison(op)) return {Kind::Pointers, kPointer, BasicDataType::Bool};
+  if (two && op == op::kSubtract) return {Kind::Distance, kPointer, BasicDataType::DInt};
+  const bool step = op == op::kAdd || (op == op::kSubtract && left == kPointer);
+  return step && !two ? Meeting{Kind::Step, kPointer, kPointer} : Meeting{};
+}
+
 }  // namespace
 
 BasicDataType typeOf(const ASTNode& operand) {
   if (operand.type() != vel::ASTType::Expression) return BasicDataType::None;
-  const vel::SymbolDataType* const type = static_cast<const Expr&>(operand).dataType;
-  return type != nullptr ? type->dataType() : BasicDataType::None;
+  return valueType(static_cast<const Expr&>(operand).dataType);
 }
 
 BasicDataType likelyType(const ASTNode& value) {
   if (kindOf(value) == NodeKind::Invocation) {
     const auto& call = static_cast<const Call&>(value);
-    if (call.dataType != nullptr) return call.dataType->dataType();
+    if (call.dataType != nullptr) return valueType(call.dataType);
     const ASTNode* const list = call.op != nullptr && call.accepted ? call.leaf(1) : nullptr;
     const int count = list != nullptr ? list->leavesCount() : 0;
     return count > 0 ? likelyType(*list->leaf(count - 1)) : BasicDataType::None;
@@ -169,11 +179,14 @@ Meeting meet(const Expr& binary) {
   if (isText(left) || isText(right)) {
     return left == right && isComparison(op) ? result(Kind::Text, left) : Meeting{};
   }
+  if (left == BasicDataType::Pointer || right == BasicDataType::Pointer) {
+    return meetPointers(op, left, right);
+  }
   const Meeting times = meetTimes(op, left, right);
   if (times.kind != Kind::Invalid) {
     return isComparison(op) ? result(times.kind, times.operands) : times;
   }
-  const bool comparable = left == right && left != BasicDataType::FunctionBlock;
+  const bool comparable = left == right && left < BasicDataType::Derived;
   return comparable && isComparison(op) ? result(Kind::Same, left) : Meeting{};
 }
 

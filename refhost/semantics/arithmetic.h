@@ -21,6 +21,9 @@ struct Meeting {
     Scale,       // a duration multiplied or divided by a number
     Shift,       // a point in time plus or minus a duration
     Difference,  // of two points in time, a TIME
+    Pointers,    // compared as numbers
+    Step,        // a pointer plus or minus a number of bytes
+    Distance,    // of two pointers, in bytes
   };
   Kind kind = Kind::Invalid;
   BasicDataType operands = BasicDataType::None;
@@ -29,7 +32,7 @@ struct Meeting {
 
 Meeting meet(const Expr& binary);
 
-// The type of an operand; None when it has none.
+// The type in which an operand is computed; None when it has none.
 BasicDataType typeOf(const ASTNode& operand);
 
 // The type that a value will have where typeOf() knows none: an operator that names no

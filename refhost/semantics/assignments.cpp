@@ -47,7 +47,7 @@ Judgement judgeNumbers(int rated, const vel::SymbolDataType& to, const vel::Symb
 void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
                      const Call* call) {
   if (to != nullptr && from == nullptr) judgeUntyped(*to, source, at);
-  if (to == nullptr || from == nullptr) return;
+  if (to == nullptr || from == nullptr || judgeDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
   const std::string literalText =
       literal != nullptr ? AstNodeHelper::astText(const_cast<ASTNode*>(&source)) : std::string();

@@ -26,18 +26,13 @@ ASTNode* parameterList(const Call& call) {
 vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
-  if (call.leaf(0)->type() == vel::ASTType::Expression) {
-    say(call, message::kNotSupported, "Calls through a member are");
-    return nullptr;
-  }
   const std::string name(TreeBuilder::source(*call.leaf(0)));
-  VarSymbol* const variable = unit_->variable(name);
-  if (variable != nullptr && variable != unit_->result) {
-    const auto* const instance = dynamic_cast<const InstanceType*>(variable->dataType());
-    if (instance != nullptr) return callInstance(call, *variable, *instance->unit);
-  }
+  VarSymbol* const variable = variableNamed(name);
+  if (variable != nullptr && isInstance(variable->dataType())) becomesAccess(call);
+  if (call.leaf(0)->type() == vel::ASTType::Expression) return callInstance(call);
   call.op = services_.operators->findOperator(name);
   UnitSymbol* const function = unitNamed(name);
+  if (function == nullptr && equalFolded(name, "REF")) return callReference(call);
   if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
     call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
@@ -72,7 +67,11 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   ASTNode* const list = parameterList(call);
   if (list == nullptr) analyseOperandType(call);
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
-    if (!leavesNameToOperator(call, i)) analyseLeaf(*list, i);
+    if (leavesNameToOperator(call, i)) continue;
+    const Expr& operand = analyseLeaf(*list, i);
+    if (operand.op() != Expression::Typed || operand.dataType == nullptr) continue;
+    services_.symbols.addAccess(unitName_, std::string(TreeBuilder::source(operand)),
+                                operand.dataType);
   }
   std::string resultType;
   const std::size_t before = messages_.size();
@@ -88,7 +87,46 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t judged = messages_.size();
   judgeOperands(call);
   call.accepted = !hasErrorFrom(judged);
-  return services_.symbols.dataType(resultType);
+  return resultOf(call, services_.symbols.dataType(resultType));
+}
+
+// The type of an accepted call whose operator names `named`, null for none: operators know
+// of derived types only that their operands are none of the elementary ones.
+vel::SymbolDataType* Analyser::resultOf(Call& call, Type* named) {
+  const ASTNode* const list = parameterList(call);
+  if (list == nullptr || list->leavesCount() == 0) return named;
+  const auto operand = [list](int index) { return static_cast<const Expr*>(list->leaf(index)); };
+  if (call.op->name == "ADR") {
+    call.givesAddress = true;
+    Type* const target = operand(0)->dataType;
+    return target != nullptr ? services_.symbols.pointerType(target, false) : named;
+  }
+  if (named != nullptr) return named;
+  if (call.op->name == "MOVE") return operand(0)->dataType;
+  if (!choosesAmongValues(call.op->name)) return nullptr;
+  Type* const chosen = operand(1)->dataType;
+  return chosen != nullptr && elementaryType(chosen->dataType()) == nullptr ? chosen : nullptr;
+}
+
+// REF(x): a reference to the variable x.
+vel::SymbolDataType* Analyser::callReference(Call& call) {
+  ASTNode* const list = parameterList(call);
+  if (list == nullptr || list->leavesCount() != 1 ||
+      list->leaf(0)->type() != vel::ASTType::Expression) {
+    say(call, message::kUnknownName, TreeBuilder::source(*call.leaf(0)));
+    return nullptr;
+  }
+  const Expr& operand = analyseLeaf(*list, 0);
+  if (operand.dataType == nullptr) return nullptr;
+  if (operand.access == Expr::Access::Bit || !isWritable(operand)) {
+    say(operand, message::kNoAddress, TreeBuilder::source(operand));
+    return nullptr;
+  }
+  call.givesAddress = true;
+  call.accepted = true;
+  call.dataType = services_.symbols.pointerType(operand.dataType, true);
+  call.setBasicType(BasicDataType::Pointer);
+  return call.dataType;
 }
 
 // What the operator leaves to the host.
@@ -102,6 +140,7 @@ void Analyser::judgeOperands(const Call& call) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
+  judgeChoice(call);
   const bool toText = call.op->name == "TO_STRING" || call.op->name == "TO_WSTRING";
   if (toText && typeOf(*list->leaf(0)) == BasicDataType::None) {
     say(*list->leaf(0), message::kOperandType, call.op->name, displayName(nullptr));
@@ -115,10 +154,25 @@ void Analyser::judgeOperands(const Call& call) {
   }
 }
 
+// Values with parts cannot be compared, and are chosen only among those of one type.
+void Analyser::judgeChoice(const Call& call) {
+  if (!choosesAmongValues(call.op->name)) return;
+  const ASTNode& list = *parameterList(call);
+  const bool compares = call.op->name != "SEL" && call.op->name != "MUX";
+  const Type* const first = static_cast<const Expr*>(list.leaf(compares ? 0 : 1))->dataType;
+  for (int i = compares ? 0 : 1; i < list.leavesCount(); ++i) {
+    const auto& value = static_cast<const Expr&>(*list.leaf(i));
+    const bool derived = isComposite(value.dataType) || isComposite(first);
+    if (!derived || (!compares && value.dataType == first)) continue;
+    say(value, message::kOperandType, call.op->name, displayName(value.dataType));
+    return;
+  }
+}
+
 // The length of a type given as operand.
 void Analyser::analyseOperandType(Call& call) {
   ASTNode* const spec = call.leaf(1);
-  if (spec != nullptr && spec->type() == vel::ASTType::StringTypeSpec) resolveType(*spec);
+  if (spec != nullptr && spec->type() != vel::ASTType::ParameterList) resolve(*spec);
 }
 
 // Operators that take other things than variables judge the names of them themselves.
@@ -129,13 +183,13 @@ bool Analyser::leavesNameToOperator(const Call& call, int index) const {
   }
   const auto& expr = static_cast<const Expr&>(*operand);
   const std::string_view name = TreeBuilder::source(expr);
-  return expr.op() == Expression::Variable && unit_->variable(name) == nullptr && !isAddress(name);
+  return expr.op() == Expression::Variable && variableNamed(name) == nullptr && !isAddress(name);
 }
 
 // What an edge detection remembers between scans: one cell for each text of a call
 // in a unit, in device memory for programs.
 void Analyser::declareEdgeState(const Call& call) {
-  if (call.op->name != "MEP" && call.op->name != "MEF") return;
+  if ((call.op->name != "MEP" && call.op->name != "MEF") || unit_ == nullptr) return;
   const std::string name = AstNodeHelper::opExpTextToMd5HexText(
       AstNodeHelper::astText(call.leaf(0)), AstNodeHelper::astText(call.leaf(1)->leaf(0)));
   if (unit_->variable(name) != nullptr) return;
@@ -186,10 +240,23 @@ vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
   return function.result != nullptr ? function.result->dataType() : nullptr;
 }
 
-vel::SymbolDataType* Analyser::callInstance(Call& call, VarSymbol& instance, UnitSymbol& block) {
-  call.symbol = &instance;
-  call.accepted = true;
-  analyseArguments(call, block);
+// The name of an instance is an access like any other that gives one.
+void Analyser::becomesAccess(Call& call) {
+  Expr* const access = tree_.make<Expr>(Expression::Variable);
+  TreeBuilder::setSpan(*access, call.leaf(0)->pos(), TreeBuilder::source(*call.leaf(0)));
+  tree_.setLeaves(*access, {call.leaf(0)});
+  TreeBuilder::setLeaf(call, 0, access);
+}
+
+vel::SymbolDataType* Analyser::callInstance(Call& call) {
+  const Expr& callee = analyseLeaf(call, 0);
+  const auto* const instance = dynamic_cast<const InstanceType*>(callee.dataType);
+  if (instance != nullptr) {
+    call.accepted = true;
+    analyseArguments(call, *instance->unit);
+  } else if (callee.dataType != nullptr) {
+    say(call, message::kNotCallable, TreeBuilder::source(callee));
+  }
   return nullptr;
 }
 
@@ -269,18 +336,20 @@ void Analyser::requirePassable(const Binding& binding) {
   if (value.dataType == nullptr || wanted == nullptr) return;
   vel::HeapAddress address;
   const auto* const variable = dynamic_cast<const VarSymbol*>(value.symbol);
-  bool passable = value.op() == Expression::Variable || value.access == Expr::Access::Member;
+  bool passable = value.op() == Expression::Variable || value.op() == Expression::Typed;
   if (variable != nullptr) {
     passable = passable && !variable->constant && !variable->iecAddress().isBitMode();
+  } else if (value.op() == Expression::Variable) {
+    passable = services_.memory.parse(TreeBuilder::source(value), address) && !address.isBitMode();
   } else {
-    passable = passable && services_.memory.parse(TreeBuilder::source(value), address) &&
-               !address.isBitMode();
+    // An element or what a pointer points to; a bit has no address.
+    passable = passable && value.access != Expr::Access::Bit && value.access != Expr::Access::None;
   }
   bool same = value.dataType == wanted;
   if (!same && value.dataType->dataType() == wanted->dataType()) {
     const BasicDataType type = wanted->dataType();
     same = isText(type) ? stringLength(*value.dataType) == stringLength(*wanted)
-                        : type != BasicDataType::FunctionBlock;
+                        : type < BasicDataType::Pointer;
   }
   if (!passable || !same) {
     say(value, message::kNotPassable, TreeBuilder::source(value), binding.parameter->name(),

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "refhost/semantics/arithmetic.h"
-#include "refhost/services/unit_symbol.h"
+#include "refhost/services/derived_types.h"
 #include "refhost/syntax/literal.h"
 
 namespace refhost {
@@ -48,6 +48,7 @@ Value evaluate(const ASTNode& node, int depth) {
   if (depth > kMaxDepth || node.type() != vel::ASTType::Expression) return {};
   const auto& expr = static_cast<const Expr&>(node);
   if (const Literal* const literal = literalOf(expr)) return literalInteger(literal->value);
+  if (const auto* const named = dynamic_cast<const NamedValue*>(expr.symbol)) return named->value;
   if (expr.op() == Expression::Variable) {
     const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);
     const bool known = variable != nullptr && variable->constant && variable->initial != nullptr;

@@ -26,6 +26,22 @@ BasicDataType typeThatHolds(std::int64_t value, BasicDataType wanted) {
   return BasicDataType::LInt;
 }
 
+// The type of what is computed from operands of `type`: ranges and named values are those
+// of variables.
+vel::SymbolDataType* computedType(vel::SymbolDataType* type) {
+  if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
+    return enumeration->base;
+  }
+  const auto* const subrange = dynamic_cast<const SubrangeType*>(type);
+  return subrange != nullptr ? subrange->base : type;
+}
+
+bool areOfTwoEnumerations(const Expr& left, const Expr& right) {
+  return left.dataType != right.dataType &&
+         dynamic_cast<const EnumType*>(left.dataType) != nullptr &&
+         dynamic_cast<const EnumType*>(right.dataType) != nullptr;
+}
+
 }  // namespace
 
 Expr& Analyser::analyseLeaf(ASTNode& parent, int index) {
@@ -42,7 +58,7 @@ Expr& Analyser::analyseLeaf(ASTNode& parent, int index) {
   if (!expr.analysed) {
     expr.analysed = true;
     expr.dataType = typeExpression(expr);
-    expr.setBasicType(typeOf(expr));
+    expr.setBasicType(expr.dataType != nullptr ? expr.dataType->dataType() : BasicDataType::None);
   }
   return expr;
 }
@@ -55,7 +71,7 @@ bool Analyser::becomesAddress(ASTNode& parent, int index) {
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   vel::HeapAddress address;
   return base.op() == Expression::Variable && services_.usesDeviceLetters() &&
-         unit_->variable(TreeBuilder::source(base)) == nullptr &&
+         variableNamed(TreeBuilder::source(base)) == nullptr &&
          services_.memory.parse(TreeBuilder::source(expr), address);
 }
 
@@ -91,68 +107,6 @@ vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
   }
 }
 
-vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
-  const char* const name = static_cast<const Text&>(*expr.leaf(0)).text();
-  if (VarSymbol* const variable = unit_->variable(name)) {
-    expr.symbol = variable;
-    // A constant's value may be asked for before its declaration's turn comes.
-    if (variable->constant && variable->initial != nullptr) {
-      analyseLeaf(*variable->initial->parent(), VarDecl::kInitial);
-    }
-    return variable->dataType();
-  }
-  vel::HeapAddress address;
-  if (isAddress(name)) {
-    services_.memory.parse(name, address);
-    return services_.symbols.dataType(addressTypeName(address));
-  }
-  if (name[0] == '%') {
-    say(expr, message::kBadAddress, name);
-  } else {
-    const bool unit = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    say(expr, unit ? message::kNotAValue : message::kUnknownName, name);
-  }
-  return nullptr;
-}
-
-vel::SymbolDataType* Analyser::typeAccess(Expr& expr) {
-  switch (expr.access) {
-    case Expr::Access::Member:
-      return typeMember(expr);
-    case Expr::Access::Bit:
-      return typeBit(expr);
-    default:
-      say(expr, message::kNotSupported, "Arrays and pointers are");
-      return nullptr;
-  }
-}
-
-vel::SymbolDataType* Analyser::typeMember(Expr& expr) {
-  const Expr& base = analyseLeaf(expr, 0);
-  if (base.dataType == nullptr) return nullptr;
-  const char* const name = static_cast<const Text&>(*expr.leaf(1)).text();
-  const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
-  VarSymbol* const member = instance != nullptr ? instance->unit->variable(name) : nullptr;
-  // In-out parameters hold another unit's variable, and only during a call.
-  if (member == nullptr || !member->isParameter() || member->role == Role::InOut) {
-    say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
-    return nullptr;
-  }
-  expr.symbol = member;
-  return member->dataType();
-}
-
-vel::SymbolDataType* Analyser::typeBit(Expr& expr) {
-  const Expr& base = analyseLeaf(expr, 0);
-  if (base.dataType == nullptr) return nullptr;
-  const ElementaryType* const row = elementaryType(base.dataType->dataType());
-  if (!isInteger(base.dataType->dataType()) || expr.bitAccessOffset() >= 8 * row->size) {
-    say(expr, message::kBitOutOfRange, std::to_string(expr.bitAccessOffset()),
-        base.dataType->typeName());
-  }
-  return services_.symbols.elementary(BasicDataType::Bool);
-}
-
 vel::SymbolDataType* Analyser::typeUnary(Expr& expr) {
   const Expr& operand = analyseLeaf(expr, 0);
   const BasicDataType type = typeOf(operand);
@@ -163,7 +117,7 @@ vel::SymbolDataType* Analyser::typeUnary(Expr& expr) {
     say(operand, message::kOperandType, operatorText(expr.op()), displayName(operand.dataType));
     return nullptr;
   }
-  if (expr.op() == op::kNot || negated(type) == type) return operand.dataType;
+  if (expr.op() == op::kNot || negated(type) == type) return computedType(operand.dataType);
   return services_.symbols.elementary(negated(type));
 }
 
@@ -171,7 +125,7 @@ vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
   const Expr& left = analyseLeaf(expr, 0);
   const Expr& right = analyseLeaf(expr, 1);
   const Meeting meeting = meet(expr);
-  if (meeting.kind == Meeting::Kind::Invalid) {
+  if (meeting.kind == Meeting::Kind::Invalid || areOfTwoEnumerations(left, right)) {
     say(expr, message::kOperandTypes, operatorText(expr.op()), displayName(left.dataType),
         displayName(right.dataType));
     return nullptr;
@@ -182,27 +136,11 @@ vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
     }
   }
   // A side of the result's type keeps its name: BYTE AND BYTE is a BYTE.
-  if (typeOf(left) == meeting.result && literalOf(left) == nullptr) return left.dataType;
-  if (typeOf(right) == meeting.result && literalOf(right) == nullptr) return right.dataType;
-  return services_.symbols.elementary(meeting.result);
-}
-
-bool Analyser::requireWritable(const Expr& target) {
-  const Expr* place = &target;
-  while (place->access == Expr::Access::Bit) place = static_cast<const Expr*>(place->leaf(0));
-  const auto* const variable = dynamic_cast<const VarSymbol*>(place->symbol);
-  bool writable = false;
-  if (place->op() == Expression::Variable) {
-    writable = variable == nullptr || !variable->constant;  // an address is writable
-  } else if (place->access == Expr::Access::Member) {
-    writable = variable != nullptr && variable->role == Role::Input;
+  for (const Expr* const side : {&left, &right}) {
+    const bool same = typeOf(*side) == meeting.result && literalOf(*side) == nullptr;
+    if (same) return computedType(side->dataType);
   }
-  const bool instance =
-      place->dataType != nullptr && place->dataType->dataType() == BasicDataType::FunctionBlock;
-  if (place->op() != Expression::Constant && place->dataType == nullptr) return true;
-  if (writable && !instance) return true;
-  say(target, message::kNotWritable, TreeBuilder::source(target));
-  return false;
+  return services_.symbols.elementary(meeting.result);
 }
 
 }  // namespace refhost

@@ -104,23 +104,14 @@ void Analyser::analyseCase(ASTNode& statement) {
 }
 
 void Analyser::analyseLabels(ASTNode& labels) {
-  const auto value = [this](ASTNode& parent, int index) {
-    const std::size_t first = messages_.size();
-    const Expr& label = analyseLeaf(parent, index);
-    const auto constant = constantInteger(label);
-    if (!constant && !hasErrorFrom(first)) {
-      say(label, message::kNotConstant, TreeBuilder::source(label));
-    }
-    return constant;
-  };
   for (int i = 0; i < labels.leavesCount(); ++i) {
     ASTNode& label = *labels.leaf(i);
     if (kindOf(label) != NodeKind::Range) {
-      value(labels, i);
+      requireConstant(labels, i);
       continue;
     }
-    const auto low = value(label, 0);
-    const auto high = value(label, 1);
+    const auto low = requireConstant(label, 0);
+    const auto high = requireConstant(label, 1);
     if (low && high && *low > *high) say(label, message::kEmptyRange, TreeBuilder::source(label));
   }
 }

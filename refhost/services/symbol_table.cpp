@@ -1,5 +1,7 @@
 #include "refhost/services/symbol_table.h"
 
+#include <algorithm>
+
 namespace refhost {
 
 using vel::Symbol;
@@ -8,15 +10,22 @@ namespace {
 
 // Also what a member access names: `timer.Q`.
 VarSymbol* findVariable(const UnitSymbol* unit, std::string_view name) {
-  while (unit != nullptr) {
-    const std::size_t dot = name.find('.');
-    VarSymbol* const variable = unit->variable(name.substr(0, dot));
-    if (dot == std::string_view::npos || variable == nullptr) return variable;
-    const auto* const instance = dynamic_cast<const InstanceType*>(variable->dataType());
-    unit = instance != nullptr ? instance->unit : nullptr;
+  std::size_t dot = name.find('.');
+  VarSymbol* variable = unit != nullptr ? unit->variable(name.substr(0, dot)) : nullptr;
+  while (variable != nullptr && dot != std::string_view::npos) {
     name.remove_prefix(dot + 1);
+    dot = name.find('.');
+    variable = memberOf(variable->dataType(), name.substr(0, dot));
   }
-  return nullptr;
+  return variable;
+}
+
+// In folded letters; no name of a scope holds the character between the two.
+std::string accessKey(std::string_view scope, std::string_view text) {
+  std::string key(scope);
+  key.append("\n").append(text);
+  std::transform(key.begin(), key.end(), key.begin(), fold);
+  return key;
 }
 
 }  // namespace
@@ -33,12 +42,23 @@ SymbolTable::SymbolTable() {
   }
   types_.emplace("TIME_OF_DAY", types_.at("TOD"));
   types_.emplace("DATE_AND_TIME", types_.at("DT"));
+  null_ = std::make_unique<NamedValue>("NULL", pointerType(nullptr, false), 0);
 }
 
 Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol::Type kind) const {
   const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
+  // Whatever carries its own type is that type.
+  const auto access =
+      kind == Symbol::All ? accesses_.find(accessKey(scope, name)) : accesses_.end();
+  if (access != accesses_.end()) return access->second.get();
   if (wanted(Symbol::Variable) && !scope.empty()) {
     if (VarSymbol* const variable = findVariable(unit(scope), name)) return variable;
+  }
+  if (wanted(Symbol::Typed)) {
+    const UnitSymbol* const within = unit(scope);
+    const auto local = within != nullptr ? within->namedValues.find(name) : namedValues_.end();
+    if (within != nullptr && local != within->namedValues.end()) return local->second;
+    if (NamedValue* const value = namedValue(name)) return value;
   }
   if (wanted(Symbol::DataType)) {
     const auto found = types_.find(name);
@@ -77,6 +97,43 @@ vel::SymbolDataType* SymbolTable::stringType(BasicDataType type, int length) {
   }
   stringTypes_.push_back(std::make_unique<StringType>(type, length));
   return stringTypes_.back().get();
+}
+
+ArrayType* SymbolTable::arrayType(vel::SymbolDataType* element, Expr* elementInitial,
+                                  const std::vector<Bounds>& bounds) {
+  for (const auto& known : ownedTypes_) {
+    auto* const array = dynamic_cast<ArrayType*>(known.get());
+    if (array != nullptr && array->element == element && array->elementInitial == elementInitial &&
+        array->bounds == bounds) {
+      return array;
+    }
+  }
+  return addType(std::make_unique<ArrayType>(element, bounds, elementInitial));
+}
+
+PointerType* SymbolTable::pointerType(vel::SymbolDataType* target, bool isReference) {
+  for (const auto& known : ownedTypes_) {
+    auto* const pointer = dynamic_cast<PointerType*>(known.get());
+    if (pointer != nullptr && pointer->target == target && pointer->isReference == isReference) {
+      return pointer;
+    }
+  }
+  return addType(std::make_unique<PointerType>(target, isReference));
+}
+
+NamedValue* SymbolTable::namedValue(std::string_view name) const {
+  const auto found = namedValues_.find(name);
+  return found != namedValues_.end() ? found->second : nullptr;
+}
+
+void SymbolTable::addNamedValue(NamedValue* value) {
+  const auto [entry, isNew] = namedValues_.emplace(value->name(), value);
+  if (!isNew) entry->second = nullptr;
+}
+
+void SymbolTable::addAccess(const std::string& scope, const std::string& text,
+                            vel::SymbolDataType* type) {
+  accesses_[accessKey(scope, text)] = std::make_unique<vel::SymbolTyped>(text, type);
 }
 
 UnitSymbol* SymbolTable::unit(std::string_view name) const {

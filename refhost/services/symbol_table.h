@@ -2,12 +2,14 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "host/symbol_manager.h"
+#include "refhost/services/derived_types.h"
 #include "refhost/services/folded.h"
-#include "refhost/services/unit_symbol.h"
 
 namespace refhost {
 
@@ -23,6 +25,38 @@ class SymbolTable final : public vel::SymbolManager {
   // The data type of a name: elementary, or a function block's.
   vel::SymbolDataType* dataType(std::string_view name) const;
   vel::SymbolDataType* stringType(BasicDataType type, int length);
+
+  // Types that are the same are one object; names of types are kept with them.
+  ArrayType* arrayType(vel::SymbolDataType* element, Expr* elementInitial,
+                       const std::vector<Bounds>& bounds);
+  PointerType* pointerType(vel::SymbolDataType* target, bool isReference);
+  // Takes a type that no other is the same as, and makes its name known.
+  template <typename T>
+  T* addType(std::unique_ptr<T> type) {
+    T* const added = type.get();
+    types_.emplace(added->name(), added);
+    ownedTypes_.push_back(std::move(type));
+    return added;
+  }
+  // Makes `name`, which must outlive the table, stand for `type` too.
+  void addAlias(std::string_view name, vel::SymbolDataType* type) { types_.emplace(name, type); }
+  // In the order in which they were added.
+  const std::vector<std::unique_ptr<vel::SymbolDataType>>& ownedTypes() const {
+    return ownedTypes_;
+  }
+
+  // A value of a declared enumeration that the whole program can name. Null when there is
+  // none, and when several enumerations have one of that name.
+  NamedValue* namedValue(std::string_view name) const;
+  void addNamedValue(NamedValue* value);
+  bool isAmbiguous(std::string_view name) const {
+    return namedValues_.count(name) != 0 && namedValue(name) == nullptr;
+  }
+  NamedValue* null() const { return null_.get(); }
+
+  // Makes an access known by its source text, for operators that look operands up by it.
+  void addAccess(const std::string& scope, const std::string& text, vel::SymbolDataType* type);
+
   // Null when the name is no unit of the program.
   UnitSymbol* unit(std::string_view name) const;
   // The program's own units in order of declaration, without operators.
@@ -35,6 +69,9 @@ class SymbolTable final : public vel::SymbolManager {
   std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
   std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
   std::vector<std::unique_ptr<StringType>> stringTypes_;
+  FoldedMap<NamedValue*> namedValues_;  // null: of several enumerations
+  std::unique_ptr<NamedValue> null_;
+  std::unordered_map<std::string, std::unique_ptr<vel::SymbolTyped>> accesses_;
 };
 
 }  // namespace refhost

@@ -77,6 +77,11 @@ const ElementaryType* elementaryType(std::string_view name) {
   return nullptr;
 }
 
+const char* cType(BasicDataType type) {
+  const ElementaryType* const row = elementaryType(type);
+  return row != nullptr ? row->cType : "";
+}
+
 bool isSigned(BasicDataType type) {
   return type >= BasicDataType::SInt && type <= BasicDataType::LInt;
 }
@@ -136,6 +141,9 @@ int rateConversion(BasicDataType target, BasicDataType source, const char* sourc
     }
   }
   if (widens(source, target)) return rating::kFits;
+  // As an operand an address is the number that operators take it for.
+  const bool address = target == BasicDataType::UDInt || target == BasicDataType::ULInt;
+  if (source == BasicDataType::Pointer && address) return rating::kFits;
   if (isInteger(source) && isInteger(target)) {
     return isSigned(source) == isSigned(target) ? rating::kMismatch : rating::kConverts;
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "host/basic_data_type.h"
@@ -33,6 +34,8 @@ ElementaryTypes elementaryTypes();
 const ElementaryType* elementaryType(BasicDataType type);
 // The row of a name in any letter case, aliases such as TIME_OF_DAY included.
 const ElementaryType* elementaryType(std::string_view name);
+// The C type of an elementary type, empty for all others.
+const char* cType(BasicDataType type);
 
 bool isSigned(BasicDataType type);
 bool isUnsigned(BasicDataType type);  // bit strings included
@@ -75,6 +78,10 @@ class StringType final : public vel::SymbolDataType {
 
 // Bits that a variable of the type has for the program: 1 for a BOOL.
 int bitCount(const vel::SymbolDataType& type);
+
+// The name that messages give a type: a derived type's or a bit string's own, else the
+// IEC name of its number; "INVALID" for no type.
+std::string displayName(const vel::SymbolDataType* type);
 
 // The capacity of a string's variable in characters.
 int stringLength(const vel::SymbolDataType& type);

@@ -12,6 +12,7 @@
 
 namespace refhost {
 
+class NamedValue;
 class UnitSymbol;
 
 // What a variable is to its unit.
@@ -21,6 +22,7 @@ enum class Role : std::uint8_t {
   Output,
   InOut,
   Temp,
+  Member,     // of a structure
   Result,     // of a function: the variable that bears its name
   EdgeState,  // hidden: what an edge detection remembers
 };
@@ -62,8 +64,9 @@ class VarSymbol final : public vel::SymbolVar {
   }
 
   const Role role;
-  UnitSymbol* const owner;
-  Expr* initial = nullptr;  // null when not given
+  UnitSymbol* const owner;      // null for a structure's member
+  Expr* initial = nullptr;      // null when not given
+  Expr* typeInitial = nullptr;  // that its type declares, null when it does not
   bool constant = false;
   bool inMemory = false;
   std::string cName;  // set by the emission
@@ -104,7 +107,8 @@ class UnitSymbol final : public vel::SymbolPOU {
   const std::vector<std::unique_ptr<VarSymbol>>& variables() const { return variables_; }
 
   Unit* const node;
-  VarSymbol* result = nullptr;  // of a function: the variable that bears its name
+  VarSymbol* result = nullptr;         // of a function: the variable that bears its name
+  FoldedMap<NamedValue*> namedValues;  // of enumerations that its declarations hold
 
   // Set by the emission: the unit's function or structure, and what else it becomes.
   std::string cName;

@@ -161,6 +161,7 @@ class Call final : public ::Invocation {
   bool analysed = false;
   bool accepted = false;
   bool functionCall = false;  // of an operator that becomes a C function
+  bool givesAddress = false;  // of ADR or REF: a pointer to its operand
   // Set by the analysis: the result type (null: none) and what is called: an
   // operator of the plugin, a function of the standard, or a function's or an
   // instance's symbol.
@@ -183,7 +184,8 @@ class TypeSpec final : public ASTNode {
  public:
   TypeSpec(vel::ASTType kind, const char* typeName) : ASTNode(kind), name(typeName) {}
 
-  const char* name;  // as below; zero-terminated
+  const char* name;                         // as below; zero-terminated
+  vel::SymbolDataType* dataType = nullptr;  // set by the analysis; null: not known
 };
 // Leaves by kind, and what its name is:
 //   NamedTypeSpec      none; the type's name as written

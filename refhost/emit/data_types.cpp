@@ -1,0 +1,129 @@
+// Declarations of the program's types in C.
+#include <fmt/format.h>
+
+#include "refhost/emit/c_generator.h"
+
+namespace refhost {
+namespace {
+
+const char* characterType(const vel::SymbolDataType& text) {
+  return text.dataType() == BasicDataType::String ? "char" : "u16";
+}
+
+bool isTextType(const vel::SymbolDataType* type) {
+  return type != nullptr && isText(type->dataType());
+}
+
+}  // namespace
+
+std::string CGenerator::typeText(Type* type) {
+  if (type == nullptr) return {};
+  if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
+    return "struct " + instance->unit->cName;
+  }
+  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+    return "struct " + structure->cName;
+  }
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+    return "struct " + array->cName;
+  }
+  if (const auto* const pointer = dynamic_cast<const PointerType*>(type)) {
+    return pointerText(pointer->target);
+  }
+  if (isTextType(type)) {
+    return fmt::format("{}[{}]", characterType(*type), stringLength(*type) + 1);
+  }
+  return elementaryType(valueType(type))->cType;
+}
+
+// Programs look at a variable through pointers to other types than its own.
+std::string CGenerator::pointerText(Type* target) {
+  if (target == nullptr) return "void*";
+  if (isTextType(target)) return std::string(characterType(*target)) + "*";
+  const bool plain = elementaryType(valueType(target)) != nullptr;
+  return (plain ? "vel_any_" : "") + typeText(target) + "*";
+}
+
+std::string CGenerator::declaration(const Type* type, const std::string& name) const {
+  if (isTextType(type)) {
+    return fmt::format("{} {}[{}]", characterType(*type), name, stringLength(*type) + 1);
+  }
+  return fmt::format("{} {}", const_cast<CGenerator*>(this)->typeText(const_cast<Type*>(type)),
+                     name);
+}
+
+// Arrays of as many elements of the same C type are one type in C.
+void CGenerator::nameTypes() {
+  std::unordered_map<std::string, std::string> arrays;
+  for (const auto& owned : services_.symbols.ownedTypes()) {
+    auto* const structure = dynamic_cast<StructType*>(owned.get());
+    if (structure == nullptr) continue;
+    const std::string& name = structure->name();
+    structure->cName = fileNames_.allocate(unoperated(name.substr(0, name.find('#'))));
+    structure->cInit = fileNames_.allocate(structure->cName + "_init");
+    CNames names(CNames::Scope::Block);
+    for (const auto& member : structure->members()) {
+      member->cName = names.allocate(unoperated(member->name()));
+    }
+  }
+  // An array's element has been added, and so named, before it.
+  for (const auto& owned : services_.symbols.ownedTypes()) {
+    auto* const array = dynamic_cast<ArrayType*>(owned.get());
+    if (array == nullptr) continue;
+    std::string element = declaration(array->element, "of");
+    for (char& c : element) {
+      const bool letter = std::isalnum(static_cast<unsigned char>(c)) != 0;
+      if (!letter) c = c == '*' ? 'p' : '_';
+    }
+    const std::string text = declaration(array->element, fmt::format("a[{}]", array->count()));
+    std::string& name = arrays[text];
+    if (name.empty()) {
+      constexpr std::string_view kStruct = "struct_";
+      if (element.compare(0, kStruct.size(), kStruct) == 0) element.erase(0, kStruct.size());
+      element.erase(element.rfind("_of"), 3);
+      name = fileNames_.allocate(fmt::format("array_{}_{}", array->count(), element));
+    }
+    array->cName = name;
+  }
+}
+
+// Each type behind those that it holds.
+std::string CGenerator::structures() {
+  std::string out;
+  std::unordered_set<const Type*> done;
+  std::unordered_set<std::string> arrays;
+  const auto visit = [&](const auto& self, const Type* type) -> void {
+    if (!isComposite(type) || !done.insert(type).second) return;
+    if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+      self(self, array->element);
+      if (!arrays.insert(array->cName).second) return;
+      out += fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", array->cName,
+                         declaration(array->element, fmt::format("a[{}]", array->count())));
+    } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+      for (const auto& member : structure->members()) self(self, member->dataType());
+      appendStructure(*structure, out);
+    } else {
+      const UnitSymbol& block = *static_cast<const InstanceType*>(type)->unit;
+      for (const auto& variable : block.variables()) self(self, variable->dataType());
+      appendStructure(block, out);
+    }
+  };
+  for (const auto& owned : services_.symbols.ownedTypes()) visit(visit, owned.get());
+  for (const UnitSymbol* const unit : services_.symbols.units()) {
+    visit(visit, unit->fbType());
+    for (const auto& variable : unit->variables()) visit(visit, variable->dataType());
+    if (unit->type() == vel::POUType::Program) appendStructure(*unit, out);
+  }
+  return out;
+}
+
+void CGenerator::appendStructure(const StructType& structure, std::string& out) const {
+  out += fmt::format("\nVEL_STRUCT {} {{\n", structure.cName);
+  for (const auto& member : structure.members()) {
+    out += fmt::format("  {};\n", declaration(member->dataType(), member->cName));
+  }
+  if (structure.members().empty()) out += "  u8 vel_empty;\n";
+  out += "};\n";
+}
+
+}  // namespace refhost

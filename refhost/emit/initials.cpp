@@ -1,0 +1,153 @@
+// Initial values in C. Every variable's memory is zero before they are set.
+#include <fmt/format.h>
+
+#include "refhost/emit/c_generator.h"
+#include "refhost/emit/literal_text.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+// True when a variable of the type does not start as zero.
+bool CGenerator::hasDefault(const Type* type) {
+  if (type == nullptr) return false;
+  const auto known = hasDefault_.find(type);
+  if (known != hasDefault_.end()) return known->second;
+  bool result = isInstance(type) || implicitInitial(type) != 0;
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+    result = array->elementInitial != nullptr || hasDefault(array->element);
+  }
+  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+    for (const auto& member : structure->members()) {
+      result = result || member->initial != nullptr || member->typeInitial != nullptr ||
+               hasDefault(member->dataType());
+    }
+  }
+  return hasDefault_[type] = result;
+}
+
+// Later initial values are those of a part, or override earlier ones: of the type, of its
+// declaration, of the variable.
+void CGenerator::initialise(const std::string& place, const VarSymbol& variable) {
+  const Type* const type = variable.dataType();
+  const bool whole = variable.initial != nullptr && !isComposite(type);
+  if (!whole) {
+    setDefault(place, type);
+    if (variable.typeInitial != nullptr) setInitial(place, type, *variable.typeInitial);
+  }
+  if (variable.initial != nullptr) setInitial(place, type, *variable.initial);
+}
+
+void CGenerator::setDefault(const std::string& place, const Type* type) {
+  if (!hasDefault(type)) return;
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+    forElements(place, "0", std::to_string(array->count()), [&](const std::string& element) {
+      setDefault(element, array->element);
+      if (array->elementInitial == nullptr) return;
+      setInitial(element, array->element, *array->elementInitial);
+    });
+  } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+    line(fmt::format("{}(&{});", structure->cInit, place));
+  } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
+    line(fmt::format("{}(&{});", instance->unit->cInit, place));
+  } else {
+    std::string number;
+    appendInteger(implicitInitial(type), number);
+    line(fmt::format("{} = {};", place, number));
+  }
+}
+
+void CGenerator::setInitial(const std::string& place, const Type* type, const Expr& value) {
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+    std::int64_t next = 0;
+    if (value.op() == op::kArrayValue) {
+      setElements(place, *array, value, 0, next);
+      return;
+    }
+    if (value.op() == op::kRepeat) {
+      setRepeated(place, *array, value, next);
+      return;
+    }
+  }
+  if (value.op() == op::kStructValue) {
+    for (int i = 0; i < value.leavesCount(); ++i) {
+      const ASTNode& field = *value.leaf(i);
+      const VarSymbol& member = *memberOf(type, static_cast<const Text&>(*field.leaf(0)).text());
+      setInitial(place + "." + member.cName, member.dataType(),
+                 static_cast<const Expr&>(*field.leaf(1)));
+    }
+    return;
+  }
+  std::string text;
+  const auto constant = isInteger(valueType(type)) ? constantInteger(value) : std::nullopt;
+  if (constant && literalOf(value) == nullptr) {
+    appendInteger(*constant, text);
+  } else {
+    text = expressionText(const_cast<Expr*>(&value));
+  }
+  line(storeAs(type, place, text, typeOf(value)) + ";");
+}
+
+// The items of `list` from leaf `first` on go to the elements from `next` on.
+void CGenerator::setElements(const std::string& place, const ArrayType& array, const Expr& list,
+                             int first, std::int64_t& next) {
+  for (int i = first; i < list.leavesCount(); ++i) {
+    const auto& item = static_cast<const Expr&>(*list.leaf(i));
+    if (item.op() == op::kRepeat) {
+      setRepeated(place, array, item, next);
+    } else if (isRow(array, item)) {
+      setElements(place, array, item, 0, next);
+    } else {
+      setInitial(fmt::format("{}.a[{}]", place, next++), array.element, item);
+    }
+  }
+}
+
+// One value many times is set in a loop, several values are set one by one.
+void CGenerator::setRepeated(const std::string& place, const ArrayType& array, const Expr& repeat,
+                             std::int64_t& next) {
+  const std::int64_t times = constantInteger(*repeat.leaf(0)).value_or(0);
+  const auto* const only =
+      repeat.leavesCount() == 2 ? static_cast<const Expr*>(repeat.leaf(1)) : nullptr;
+  if (repeat.leavesCount() == 1) {
+    next += times;
+  } else if (only != nullptr && only->op() != op::kRepeat && !isRow(array, *only)) {
+    const std::string from = std::to_string(next);
+    next += times;
+    if (constantInteger(*only) == 0 && !hasDefault(&array)) return;
+    forElements(place, from, std::to_string(next),
+                [&](const std::string& element) { setInitial(element, array.element, *only); });
+  } else {
+    for (std::int64_t i = 0; i < times; ++i) setElements(place, array, repeat, 1, next);
+  }
+}
+
+// `from` and `end` are C texts.
+template <typename Set>
+void CGenerator::forElements(const std::string& place, const std::string& from,
+                             const std::string& end, Set set) {
+  const std::string index = fmt::format("vel_i{}", indent_);
+  line(fmt::format("for (size_t {0} = {1}; {0} < {2}; ++{0}) {{", index, from, end));
+  ++indent_;
+  set(fmt::format("{}.a[{}]", place, index));
+  --indent_;
+  line("}");
+}
+
+// The functions that give structures the initial values of their members.
+std::string CGenerator::structureInits() {
+  std::string out;
+  for (const auto& owned : services_.symbols.ownedTypes()) {
+    const auto* const structure = dynamic_cast<const StructType*>(owned.get());
+    if (structure == nullptr || !hasDefault(structure)) continue;
+    body_.clear();
+    indent_ = 1;
+    for (const auto& member : structure->members()) {
+      initialise("self->" + member->cName, *member);
+    }
+    out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", structure->cInit,
+                       structure->cName, body_);
+  }
+  return out;
+}
+
+}  // namespace refhost

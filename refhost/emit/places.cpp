@@ -1,0 +1,136 @@
+// What an assignment can name, in C.
+#include <fmt/format.h>
+
+#include "refhost/emit/c_generator.h"
+#include "refhost/emit/literal_text.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+// What an assignment can name: a variable, a member, a bit or an address.
+void CGenerator::place(const Expr& expr, std::string& out) {
+  if (const auto* const named = dynamic_cast<const NamedValue*>(expr.symbol)) {
+    if (valueType(expr.dataType) == BasicDataType::Pointer) {
+      out += "NULL";
+    } else {
+      appendInteger(named->value, out);
+    }
+    return;
+  }
+  if (expr.op() == Expression::Variable) {
+    if (const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol)) {
+      out += reference(*variable);
+      return;
+    }
+    vel::HeapAddress address;
+    services_.memory.parse(TreeBuilder::source(*expr.leaf(0)), address);
+    out += addressText(address, services_.memory.raw(address), cType(typeOf(expr)));
+    return;
+  }
+  if (expr.access == Expr::Access::Bit) {
+    out += "vgbit((";
+    place(static_cast<const Expr&>(*expr.leaf(0)), out);
+    out += fmt::format(", {}))", expr.bitAccessOffset());
+    return;
+  }
+  if (expr.access == Expr::Access::Element) {
+    elementPlace(expr, out);
+    return;
+  }
+  const auto& base = static_cast<const Expr&>(*expr.leaf(0));
+  if (expr.access == Expr::Access::Dereference) {
+    // A text is its first character's address.
+    const bool text = isText(typeOf(expr));
+    if (!text) out += "(*";
+    place(base, out);
+    if (!text) out += ')';
+    return;
+  }
+  if (base.access == Expr::Access::Dereference) {
+    place(static_cast<const Expr&>(*base.leaf(0)), out);
+    out += "->";
+  } else {
+    place(base, out);
+    out += '.';
+  }
+  out += static_cast<const VarSymbol*>(expr.symbol)->cName;
+}
+
+void CGenerator::elementPlace(const Expr& expr, std::string& out) {
+  const auto& base = static_cast<const Expr&>(*expr.leaf(0));
+  const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
+  if (array == nullptr) {  // a pointer to the first
+    place(base, out);
+    out += '[' + expressionText(expr.leaf(1)) + ']';
+    return;
+  }
+  if (base.access == Expr::Access::Dereference) {
+    place(static_cast<const Expr&>(*base.leaf(0)), out);
+    out += "->a";
+  } else {
+    place(base, out);
+    out += ".a";
+  }
+  out += '[' + indexText(expr, *array) + ']';
+}
+
+// The elements of all dimensions lie one after the other, those of the last one together.
+std::string CGenerator::indexText(const Expr& expr, const ArrayType& array) {
+  std::string text;
+  std::int64_t known = 0;
+  std::int64_t stride = array.count();
+  for (std::size_t i = 0; i < array.bounds.size(); ++i) {
+    const Bounds& bounds = array.bounds[i];
+    ASTNode* const subscript = expr.leaf(static_cast<int>(i) + 1);
+    stride /= bounds.count();
+    if (const auto constant = constantInteger(*subscript)) {
+      known += (*constant - bounds.low) * stride;
+      continue;
+    }
+    if (!text.empty()) text += " + ";
+    std::string low;
+    std::string high;
+    appendInteger(bounds.low, low);
+    appendInteger(bounds.high, high);
+    text += fmt::format("vel_index({}, {}, {})", expressionText(subscript), low, high);
+    if (stride != 1) text += fmt::format(" * {}", stride);
+  }
+  if (text.empty()) return std::to_string(known);
+  return known == 0 ? text : fmt::format("{} + {}", text, known);
+}
+
+std::string CGenerator::addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
+                                    const char* cType) {
+  if (address.isBitMode()) return fmt::format("gbit({})", raw.address);
+  return fmt::format("VEL_MEM({}, {})", cType, raw.address);
+}
+
+std::string CGenerator::reference(const VarSymbol& variable) {
+  const vel::HeapAddress address = variable.iecAddress();
+  if (address.area != 0) {
+    return addressText(address, variable.backendAddress(), cType(valueType(variable.dataType())));
+  }
+  used_.insert(&variable);
+  const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
+  const bool indirect =
+      !text && (variable.role == Role::InOut || (variable.role == Role::Output &&
+                                                 variable.owner->type() == vel::POUType::Function));
+  const bool member =
+      variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
+  if (member) usesSelf_ = true;
+  const std::string name = member ? "self->" + variable.cName : variable.cName;
+  return indirect ? "(*" + name + ")" : name;
+}
+
+std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {
+  if (variable == nullptr) return {};
+  const auto& symbol = *static_cast<const VarSymbol*>(variable);
+  // The text of an in-out parameter is reached through the pointer that it is.
+  const bool pointed = symbol.role == Role::InOut && isText(valueType(symbol.dataType()));
+  return pointed ? "*" + reference(symbol) : reference(symbol);
+}
+
+}  // namespace refhost

@@ -1,0 +1,197 @@
+// What names, members, elements and pointers give access to.
+#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+VarSymbol* Analyser::variableNamed(std::string_view name) const {
+  return unit_ != nullptr ? unit_->variable(name) : nullptr;
+}
+
+// Variables hide the values of enumerations; a value may be named with its type, as
+// `Color#Red` or `Color.Red`.
+NamedValue* Analyser::valueNamed(const Expr& expr) {
+  const std::string_view text = TreeBuilder::source(expr);
+  const std::size_t mark = text.find_first_of("#.");
+  if (mark != std::string_view::npos) {
+    const auto* const type =
+        dynamic_cast<const EnumType*>(services_.symbols.dataType(text.substr(0, mark)));
+    return type != nullptr ? type->value(text.substr(mark + 1)) : nullptr;
+  }
+  if (unit_ != nullptr) {
+    const auto local = unit_->namedValues.find(text);
+    if (local != unit_->namedValues.end()) return local->second;
+  }
+  if (NamedValue* const value = services_.symbols.namedValue(text)) return value;
+  return equalFolded(text, "NULL") ? services_.symbols.null() : nullptr;
+}
+
+std::optional<std::int64_t> Analyser::requireConstant(ASTNode& parent, int index) {
+  const std::size_t first = messages_.size();
+  const Expr& value = analyseLeaf(parent, index);
+  const auto constant = constantInteger(value);
+  if (!constant && !hasErrorFrom(first)) {
+    say(value, message::kNotConstant, TreeBuilder::source(value));
+  }
+  return constant;
+}
+
+vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
+  const char* const name = static_cast<const Text&>(*expr.leaf(0)).text();
+  if (VarSymbol* const variable = variableNamed(name)) {
+    expr.symbol = variable;
+    // A constant's value may be asked for before its declaration's turn comes.
+    if (variable->constant && variable->initial != nullptr) {
+      analyseLeaf(*variable->initial->parent(), VarDecl::kInitial);
+    }
+    return variable->dataType();
+  }
+  if (NamedValue* const value = valueNamed(expr)) {
+    expr.symbol = value;
+    return value->dataType();
+  }
+  vel::HeapAddress address;
+  if (isAddress(name)) {
+    services_.memory.parse(name, address);
+    return services_.symbols.dataType(addressTypeName(address));
+  }
+  if (name[0] == '%') {
+    say(expr, message::kBadAddress, name);
+  } else if (services_.symbols.isAmbiguous(name)) {
+    say(expr, message::kAmbiguousValue, name, name);
+  } else {
+    const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
+    say(expr, known ? message::kNotAValue : message::kUnknownName, name);
+  }
+  return nullptr;
+}
+
+vel::SymbolDataType* Analyser::typeAccess(Expr& expr) {
+  switch (expr.access) {
+    case Expr::Access::Member:
+      return typeMember(expr);
+    case Expr::Access::Bit:
+      return typeBit(expr);
+    case Expr::Access::Element:
+      return typeElement(expr);
+    default:
+      return typeDereference(expr);
+  }
+}
+
+vel::SymbolDataType* Analyser::typeMember(Expr& expr) {
+  auto& first = static_cast<Expr&>(*expr.leaf(0));
+  if (first.op() == Expression::Variable && variableNamed(TreeBuilder::source(first)) == nullptr) {
+    if (NamedValue* const value = valueNamed(expr)) {
+      expr.symbol = value;
+      return value->dataType();
+    }
+  }
+  const Expr& base = analyseLeaf(expr, 0);
+  if (base.dataType == nullptr) return nullptr;
+  const char* const name = static_cast<const Text&>(*expr.leaf(1)).text();
+  VarSymbol* const member = memberOf(base.dataType, name);
+  // In-out parameters hold another unit's variable, and only during a call.
+  const bool visible =
+      member != nullptr &&
+      (member->role == Role::Member || (member->isParameter() && member->role != Role::InOut));
+  if (!visible) {
+    say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
+    return nullptr;
+  }
+  expr.symbol = member;
+  return member->dataType();
+}
+
+vel::SymbolDataType* Analyser::typeBit(Expr& expr) {
+  const Expr& base = analyseLeaf(expr, 0);
+  if (base.dataType == nullptr) return nullptr;
+  const ElementaryType* const row = elementaryType(base.dataType->dataType());
+  if (!isInteger(base.dataType->dataType()) || expr.bitAccessOffset() >= 8 * row->size) {
+    say(expr, message::kBitOutOfRange, std::to_string(expr.bitAccessOffset()),
+        base.dataType->typeName());
+  }
+  return services_.symbols.elementary(BasicDataType::Bool);
+}
+
+// An element of an array, or of what a pointer points to the first of.
+vel::SymbolDataType* Analyser::typeElement(Expr& expr) {
+  const Expr& base = analyseLeaf(expr, 0);
+  for (int i = 1; i < expr.leavesCount(); ++i) {
+    const Expr& subscript = analyseLeaf(expr, i);
+    if (subscript.dataType == nullptr || isInteger(typeOf(subscript))) continue;
+    say(subscript, message::kSubscriptType, displayName(subscript.dataType));
+  }
+  if (base.dataType == nullptr) return nullptr;
+  const int given = expr.leavesCount() - 1;
+  const auto* const pointer = dynamic_cast<const PointerType*>(base.dataType);
+  if (pointer != nullptr && !pointer->isReference && pointer->target != nullptr && given == 1) {
+    return pointer->target;
+  }
+  const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
+  if (array == nullptr) {
+    say(expr, message::kNoElements, TreeBuilder::source(base), displayName(base.dataType));
+    return nullptr;
+  }
+  const auto dimensions = static_cast<int>(array->bounds.size());
+  if (given != dimensions) {
+    say(expr, message::kSubscriptCount, TreeBuilder::source(base), std::to_string(dimensions),
+        std::to_string(given));
+    return nullptr;
+  }
+  for (int i = 0; i < dimensions; ++i) {
+    const ASTNode& subscript = *expr.leaf(i + 1);
+    const Bounds& bounds = array->bounds[static_cast<std::size_t>(i)];
+    const auto constant = constantInteger(subscript);
+    if (!constant || (*constant >= bounds.low && *constant <= bounds.high)) continue;
+    say(subscript, message::kSubscriptRange, TreeBuilder::source(subscript),
+        std::to_string(bounds.low), std::to_string(bounds.high));
+  }
+  return array->element;
+}
+
+vel::SymbolDataType* Analyser::typeDereference(Expr& expr) {
+  const Expr& base = analyseLeaf(expr, 0);
+  if (base.dataType == nullptr) return nullptr;
+  const auto* const pointer = dynamic_cast<const PointerType*>(base.dataType);
+  if (pointer != nullptr && pointer->target != nullptr) return pointer->target;
+  say(expr, message::kNotAPointer, TreeBuilder::source(base), displayName(base.dataType));
+  return nullptr;
+}
+
+// What a pointer points to is writable, whatever the pointer is.
+bool Analyser::isWritable(const Expr& place) const {
+  const auto* const variable = dynamic_cast<const VarSymbol*>(place.symbol);
+  const auto base = [&place] { return static_cast<const Expr*>(place.leaf(0)); };
+  switch (place.access) {
+    case Expr::Access::None:
+      if (place.op() != Expression::Variable) return false;
+      // An address has no symbol.
+      return place.symbol == nullptr || (variable != nullptr && !variable->constant);
+    case Expr::Access::Member:
+      return variable != nullptr &&
+             (variable->role == Role::Member ? isWritable(*base()) : variable->role == Role::Input);
+    case Expr::Access::Element:
+      return valueType(base()->dataType) == BasicDataType::Pointer || isWritable(*base());
+    case Expr::Access::Bit:
+      return isWritable(*base());
+    case Expr::Access::Dereference:
+      return true;
+  }
+  return false;
+}
+
+bool Analyser::requireWritable(const Expr& target) {
+  const bool instance =
+      target.dataType != nullptr && target.dataType->dataType() == BasicDataType::FunctionBlock;
+  if (target.op() != Expression::Constant && target.dataType == nullptr) return true;
+  if (isWritable(target) && !instance) return true;
+  say(target, message::kNotWritable, TreeBuilder::source(target));
+  return false;
+}
+
+}  // namespace refhost

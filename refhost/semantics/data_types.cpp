@@ -1,0 +1,295 @@
+// What TYPE declarations and the types of variables stand for.
+#include <algorithm>
+
+#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/constants.h"
+#include "refhost/syntax/literal.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::ASTType;
+using vel::TreeBuilder;
+
+namespace {
+
+// Leaves of a TypeDecl.
+constexpr int kDeclaredSpec = 1;
+constexpr int kDeclaredInitial = 2;
+
+const char* nameOf(const ASTNode& declaration) {
+  return static_cast<const Text&>(*declaration.leaf(0)).text();
+}
+
+bool fits(std::int64_t value, BasicDataType type) {
+  const auto bits = static_cast<std::uint64_t>(value);
+  return integerFits(value < 0, value < 0 ? 0 - bits : bits, type);
+}
+
+}  // namespace
+
+// Structures are types before their members are known, and enumerations before all that
+// may count with their values: declarations may stand in any order.
+void Analyser::declareTypes() {
+  for (Node* const node : tree_.types) {
+    const bool taken = services_.symbols.find(nameOf(*node), {}, Symbol::All) != nullptr;
+    if (taken || !declaredTypes_.emplace(nameOf(*node), DeclaredType(node)).second) {
+      say(*node->leaf(0), message::kRedeclared, nameOf(*node));
+    }
+  }
+  std::vector<DeclaredType*> declared;
+  for (const Node* const node : tree_.types) {
+    const auto found = declaredTypes_.find(nameOf(*node));
+    if (found != declaredTypes_.end() && found->second.node == node) {
+      declared.push_back(&found->second);
+    }
+  }
+  for (DeclaredType* const type : declared) {
+    if (type->node->leaf(kDeclaredSpec)->type() != ASTType::StructTypeSpec) continue;
+    type->resolved = {services_.symbols.addType(std::make_unique<StructType>(nameOf(*type->node))),
+                      static_cast<Expr*>(type->node->leaf(kDeclaredInitial))};
+    type->state = DeclaredType::State::Known;
+  }
+  for (DeclaredType* const type : declared) {
+    if (type->node->leaf(kDeclaredSpec)->type() == ASTType::EnumTypeSpec) resolveDeclared(*type);
+  }
+  for (DeclaredType* const type : declared) resolveDeclared(*type);
+  for (DeclaredType* const type : declared) {
+    auto* const structure = dynamic_cast<StructType*>(type->resolved.type);
+    ASTNode& spec = *type->node->leaf(kDeclaredSpec);
+    if (structure != nullptr && spec.type() == ASTType::StructTypeSpec) {
+      declareMembers(*structure, spec);
+    }
+  }
+}
+
+Analyser::ResolvedType Analyser::resolveDeclared(DeclaredType& declared) {
+  using State = DeclaredType::State;
+  if (declared.state == State::Open) {
+    say(*declared.node->leaf(0), message::kTypeContainsItself, nameOf(*declared.node));
+    declared.state = State::Known;
+  }
+  if (declared.state == State::Known) return declared.resolved;
+  declared.state = State::Open;
+  ResolvedType resolved = resolve(*declared.node->leaf(kDeclaredSpec), nameOf(*declared.node));
+  if (ASTNode* const initial = declared.node->leaf(kDeclaredInitial)) {
+    resolved.initial = static_cast<Expr*>(initial);
+  }
+  if (resolved.type != nullptr) services_.symbols.addAlias(nameOf(*declared.node), resolved.type);
+  declared.resolved = resolved;
+  declared.state = State::Known;
+  return resolved;
+}
+
+// `name` is that of a declared type, empty for one that stands in place.
+Analyser::ResolvedType Analyser::resolve(ASTNode& node, const std::string& name) {
+  auto& spec = static_cast<TypeSpec&>(node);
+  switch (spec.type()) {
+    case ASTType::StringTypeSpec:
+      spec.dataType = resolveString(spec);
+      break;
+    case ASTType::SubrangeTypeSpec:
+      spec.dataType = resolveSubrange(spec, name);
+      break;
+    case ASTType::EnumTypeSpec:
+      spec.dataType = resolveEnumeration(spec, name);
+      break;
+    case ASTType::ArrayTypeSpec:
+      spec.dataType = resolveArray(spec);
+      break;
+    case ASTType::StructTypeSpec: {
+      auto* const structure =
+          services_.symbols.addType(std::make_unique<StructType>(inPlaceName("STRUCT")));
+      declareMembers(*structure, spec);
+      spec.dataType = structure;
+      break;
+    }
+    case ASTType::PointerTypeSpec:
+    case ASTType::ReferenceTypeSpec:
+      if (Type* const target = resolve(*spec.leaf(0)).type) {
+        spec.dataType =
+            services_.symbols.pointerType(target, spec.type() == ASTType::ReferenceTypeSpec);
+      }
+      break;
+    default: {
+      const ResolvedType resolved = resolveName(spec);
+      spec.dataType = resolved.type;
+      return resolved;
+    }
+  }
+  return {spec.dataType, nullptr};
+}
+
+Analyser::ResolvedType Analyser::resolveName(const TypeSpec& spec) {
+  const auto declared = declaredTypes_.find(spec.name);
+  if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
+  unitNamed(spec.name);
+  Type* const type = services_.symbols.dataType(spec.name);
+  if (type == nullptr) say(spec, message::kUnknownType, spec.name);
+  return {type, nullptr};
+}
+
+vel::SymbolDataType* Analyser::resolveString(TypeSpec& spec) {
+  Type* const type = services_.symbols.dataType(spec.name);
+  if (spec.leaf(0) == nullptr) return type;
+  const Expr& length = analyseLeaf(spec, 0);
+  const auto characters = constantInteger(length);
+  if (!characters || *characters < 1 || *characters > StringType::kMaxLength) {
+    say(length, message::kStringLength, TreeBuilder::source(length));
+    return type;
+  }
+  return services_.symbols.stringType(type->dataType(), static_cast<int>(*characters));
+}
+
+// The bounds of a Range of constants; nothing, with an error appended, when it is none.
+std::optional<Bounds> Analyser::resolveRange(ASTNode& range) {
+  const auto low = requireConstant(range, 0);
+  const auto high = requireConstant(range, 1);
+  if (!low || !high) return {};
+  if (*low <= *high) return Bounds{*low, *high};
+  say(range, message::kBounds, TreeBuilder::source(range));
+  return {};
+}
+
+vel::SymbolDataType* Analyser::resolveSubrange(TypeSpec& spec, const std::string& name) {
+  Type* const base = resolveName(spec).type;
+  const auto range = resolveRange(*spec.leaf(0));
+  if (base == nullptr || !range) return base;
+  if (!isInteger(base->dataType()) || !fits(range->low, base->dataType()) ||
+      !fits(range->high, base->dataType())) {
+    say(spec, message::kSubrange, TreeBuilder::source(*spec.leaf(0)), displayName(base));
+    return base;
+  }
+  return services_.symbols.addType(std::make_unique<SubrangeType>(
+      name.empty() ? inPlaceName(base->typeName()) : name, base, *range));
+}
+
+// A value counts on from the one before. Without a base the values have the smallest of
+// INT, DINT and LINT that holds them.
+vel::SymbolDataType* Analyser::resolveEnumeration(TypeSpec& spec, const std::string& name) {
+  auto* const type = services_.symbols.addType(
+      std::make_unique<EnumType>(name.empty() ? inPlaceName("ENUM") : name));
+  const bool based = spec.name[0] != '\0';
+  Type* base = based ? resolveName(spec).type : services_.symbols.elementary(BasicDataType::Int);
+  if (base != nullptr && isInteger(base->dataType())) {
+    type->base = base;
+  } else {
+    if (base != nullptr) say(spec, message::kOperandType, "enumeration", displayName(base));
+    type->base = services_.symbols.elementary(BasicDataType::Int);
+  }
+  std::int64_t next = 0;
+  for (int i = 0; i < spec.leavesCount(); ++i) {
+    ASTNode& item = *spec.leaf(i);
+    if (item.leaf(1) != nullptr) next = requireConstant(item, 1).value_or(next);
+    for (const BasicDataType wider : {BasicDataType::DInt, BasicDataType::LInt}) {
+      if (based || fits(next, type->base->dataType())) break;
+      type->base = services_.symbols.elementary(wider);
+    }
+    if (!fits(next, type->base->dataType())) {
+      say(item, message::kConstantTooLarge, std::to_string(next), displayName(type->base));
+    }
+    NamedValue* const value = type->addValue(nameOf(item), next++);
+    const bool known =
+        value == nullptr ||
+        (unit_ != nullptr && !unit_->namedValues.emplace(value->name(), value).second);
+    if (known) say(item, message::kRedeclared, nameOf(item));
+    if (value != nullptr && unit_ == nullptr) services_.symbols.addNamedValue(value);
+  }
+  return type;
+}
+
+vel::SymbolDataType* Analyser::resolveArray(TypeSpec& spec) {
+  const ResolvedType element = resolve(*spec.leaf(0));
+  std::vector<Bounds> bounds;
+  std::int64_t count = 1;
+  for (int i = 1; i < spec.leavesCount(); ++i) {
+    const auto range = resolveRange(*spec.leaf(i));
+    if (!range) return nullptr;
+    const bool small = range->high - range->low < ArrayType::kMaxCount &&
+                       (range->low >= 0 || range->high < range->low + ArrayType::kMaxCount) &&
+                       (count *= range->count()) <= ArrayType::kMaxCount;
+    if (!small) {
+      say(*spec.leaf(i), message::kBounds, TreeBuilder::source(*spec.leaf(i)));
+      return nullptr;
+    }
+    bounds.push_back(*range);
+  }
+  if (element.type == nullptr) return nullptr;
+  return services_.symbols.arrayType(element.type, element.initial, bounds);
+}
+
+void Analyser::declareMembers(StructType& structure, ASTNode& spec) {
+  for (int d = 0; d < spec.leavesCount(); ++d) {
+    auto& declaration = static_cast<VarDecl&>(*spec.leaf(d));
+    const ResolvedType resolved = resolve(*declaration.leaf(VarDecl::kType));
+    for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
+      const auto& name = static_cast<const Text&>(*declaration.leaf(n));
+      auto member = std::make_unique<VarSymbol>(name.text(), resolved.type, Role::Member, nullptr);
+      member->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
+      member->typeInitial = resolved.initial;
+      if (!structure.addMember(std::move(member))) {
+        say(name, message::kRedeclared, name.text());
+      }
+    }
+    if (declaration.leaf(VarDecl::kInitial) == nullptr) continue;
+    memberInitials_.push_back({resolved.type, &declaration, unit_});
+  }
+}
+
+// What a type that has no name of its own is called in messages; no name of a program
+// is like it.
+std::string Analyser::inPlaceName(const std::string& kind) {
+  return kind + "#" + std::to_string(services_.symbols.ownedTypes().size());
+}
+
+// Those that the declarations of types and of their members give.
+void Analyser::analyseTypeInitials() {
+  for (auto& [name, declared] : declaredTypes_) {
+    if (declared.node->leaf(kDeclaredInitial) == nullptr) continue;
+    analyseInitial(declared.resolved.type, *declared.node, kDeclaredInitial);
+  }
+  for (const MemberInitial& member : memberInitials_) {
+    unit_ = member.unit;
+    analyseInitial(member.type, *member.declaration, VarDecl::kInitial);
+  }
+}
+
+// Depth first over what the types hold; a type met again on its own path contains itself.
+void Analyser::refuseRecursiveTypes() {
+  enum class Mark : std::uint8_t { Unseen, OnPath, Done };
+  std::unordered_map<const Type*, Mark> marks;
+  const auto visit = [&](const auto& self, const Type* type) -> void {
+    while (const auto* const array = dynamic_cast<const ArrayType*>(type)) type = array->element;
+    if (!isComposite(type) || marks[type] == Mark::Done) return;
+    const auto* const instance = dynamic_cast<const InstanceType*>(type);
+    if (marks[type] == Mark::OnPath) {
+      const auto declared = declaredTypes_.find(type->name());
+      if (instance != nullptr) {
+        say(*instance->unit->node->leaf(Unit::kName), message::kContainsItself, type->name());
+      } else if (declared != declaredTypes_.end()) {
+        say(*declared->second.node->leaf(0), message::kTypeContainsItself, type->name());
+      }
+      return;
+    }
+    marks[type] = Mark::OnPath;
+    for (const auto& part : instance != nullptr ? instance->unit->variables()
+                                                : static_cast<const StructType*>(type)->members()) {
+      if (part->role != Role::InOut) self(self, part->dataType());
+    }
+    marks[type] = Mark::Done;
+  };
+  for (const auto& [name, declared] : declaredTypes_) visit(visit, declared.resolved.type);
+  for (UnitSymbol* const unit : services_.symbols.units()) visit(visit, unit->fbType());
+}
+
+}  // namespace refhost
+
+vel::SymbolDataType* VarDeclaration::astSpec2SymbolDataType(vel::InternalInterface*,
+                                                            vel::VarContainer*,
+                                                            vel::ASTNode* typeSpec, bool* ok) {
+  // The analysis has resolved what stands in the program.
+  const auto* const spec = dynamic_cast<const refhost::TypeSpec*>(typeSpec);
+  vel::SymbolDataType* const type = spec != nullptr ? spec->dataType : nullptr;
+  if (ok != nullptr) *ok = type != nullptr;
+  return type;
+}

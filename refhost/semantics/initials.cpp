@@ -1,0 +1,113 @@
+// Initial values: of what has parts, part by part.
+#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/constants.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+void Analyser::analyseInitial(const Type* to, ASTNode& parent, int index) {
+  auto& given = static_cast<Expr&>(*parent.leaf(index));
+  switch (static_cast<int>(given.op())) {
+    case op::kArrayValue:
+    case op::kRepeat:
+      analyseArrayValue(to, given);
+      return;
+    case op::kStructValue:
+      analyseStructValue(to, given);
+      return;
+    default:
+      break;
+  }
+  const Expr& value = analyseLeaf(parent, index);
+  if (to != nullptr && to->dataType() == BasicDataType::FunctionBlock) {
+    say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
+    return;
+  }
+  judge(to, value.dataType, value);
+}
+
+void Analyser::analyseArrayValue(const Type* to, Expr& value) {
+  const auto* const array = dynamic_cast<const ArrayType*>(to);
+  if (array == nullptr) {
+    if (to != nullptr) {
+      say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
+    }
+    return;
+  }
+  const std::int64_t count =
+      value.op() == op::kRepeat ? countRepeated(*array, value) : countElements(*array, value, 0);
+  if (count > array->count()) {
+    say(value, message::kTooManyValues, std::to_string(array->count()));
+  }
+}
+
+// The elements that the leaves of `list` from `first` on give, each analysed; beyond what
+// any array has, some number beyond.
+std::int64_t Analyser::countElements(const ArrayType& array, Expr& list, int first) {
+  std::int64_t count = 0;
+  for (int i = first; i < list.leavesCount(); ++i) {
+    repeatByName(list, i);
+    auto& item = static_cast<Expr&>(*list.leaf(i));
+    if (item.op() == op::kRepeat) {
+      count += countRepeated(array, item);
+    } else if (item.op() == op::kArrayValue && isRow(array, item)) {
+      count += countElements(array, item, 0);
+    } else {
+      analyseInitial(array.element, list, i);
+      ++count;
+    }
+    if (count > ArrayType::kMaxCount) return ArrayType::kMaxCount + 1;
+  }
+  return count;
+}
+
+std::int64_t Analyser::countRepeated(const ArrayType& array, Expr& repeat) {
+  const auto times = requireConstant(repeat, 0);
+  const std::int64_t each = repeat.leavesCount() > 1 ? countElements(array, repeat, 1) : 1;
+  if (!times || *times < 0) return 0;
+  return *times > ArrayType::kMaxCount || each > ArrayType::kMaxCount ? ArrayType::kMaxCount + 1
+                                                                      : *times * each;
+}
+
+// `N(0)` reads like a call until N is found to be a constant.
+void Analyser::repeatByName(Expr& list, int index) {
+  auto& item = static_cast<Expr&>(*list.leaf(index));
+  if (item.op() != op::kWrapper) return;
+  const ASTNode& call = *item.leaf(0);
+  const std::string_view name = TreeBuilder::source(*call.leaf(0));
+  const VarSymbol* const variable = variableNamed(name);
+  if (variable == nullptr || !variable->constant) return;
+  Expr* const count = tree_.make<Expr>(Expression::Variable);
+  TreeBuilder::setSpan(*count, call.leaf(0)->pos(), name);
+  tree_.setLeaves(*count, {call.leaf(0)});
+  std::vector<ASTNode*> leaves{count};
+  for (int i = 0; i < call.leaf(1)->leavesCount(); ++i) leaves.push_back(call.leaf(1)->leaf(i));
+  Expr* const repeat = tree_.make<Expr>(op::kRepeat);
+  TreeBuilder::setSpan(*repeat, item.pos(), TreeBuilder::source(item));
+  tree_.setLeaves(*repeat, leaves);
+  TreeBuilder::setLeaf(list, index, repeat);
+}
+
+void Analyser::analyseStructValue(const Type* to, Expr& value) {
+  if (to == nullptr) return;
+  const bool hasMembers = isComposite(to) && to->dataType() != BasicDataType::Derived;
+  if (!hasMembers) {
+    say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
+    return;
+  }
+  for (int i = 0; i < value.leavesCount(); ++i) {
+    ASTNode& field = *value.leaf(i);
+    const char* const name = static_cast<const Text&>(*field.leaf(0)).text();
+    const VarSymbol* const member = memberOf(to, name);
+    if (member == nullptr || member->role == Role::InOut || member->role == Role::Temp) {
+      say(field, message::kUnknownMember, displayName(to), name);
+    } else {
+      analyseInitial(member->dataType(), field, 1);
+    }
+  }
+}
+
+}  // namespace refhost

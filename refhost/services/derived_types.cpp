@@ -1,0 +1,116 @@
+#include "refhost/services/derived_types.h"
+
+namespace refhost {
+namespace {
+
+std::string arrayName(const vel::SymbolDataType& element, const std::vector<Bounds>& bounds) {
+  std::string name = "ARRAY[";
+  for (const Bounds& dimension : bounds) {
+    if (name.back() != '[') name += ", ";
+    name += std::to_string(dimension.low) + ".." + std::to_string(dimension.high);
+  }
+  return name + "] OF " + displayName(&element);
+}
+
+std::string pointerName(const vel::SymbolDataType* target, bool reference) {
+  if (target == nullptr) return "NULL";
+  return (reference ? "REF_TO " : "POINTER TO ") + displayName(target);
+}
+
+}  // namespace
+
+std::string displayName(const vel::SymbolDataType* type) {
+  if (type == nullptr) return "INVALID";
+  if (const auto* const text = dynamic_cast<const StringType*>(type)) {
+    return elementaryType(text->dataType())->name;
+  }
+  const ElementaryType* const row = elementaryType(type->dataType());
+  const bool ownName = row == nullptr || row->name == nullptr || isBitStringName(type->typeName());
+  return ownName ? type->typeName() : row->name;
+}
+
+BasicDataType valueType(const vel::SymbolDataType* type) {
+  if (type == nullptr) return BasicDataType::None;
+  const auto* const enumeration = dynamic_cast<const EnumType*>(type);
+  return enumeration != nullptr ? enumeration->base->dataType() : type->dataType();
+}
+
+bool isComposite(const vel::SymbolDataType* type) {
+  if (type == nullptr) return false;
+  const BasicDataType number = type->dataType();
+  return number == BasicDataType::Derived || number == BasicDataType::Structure ||
+         number == BasicDataType::FunctionBlock;
+}
+
+bool isInstance(const vel::SymbolDataType* type) {
+  return type != nullptr && type->dataType() == BasicDataType::FunctionBlock;
+}
+
+ArrayType::ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimensions,
+                     Expr* initialOfElements)
+    : SymbolDataType(arrayName(*elementType, dimensions), BasicDataType::Derived),
+      element(elementType),
+      bounds(std::move(dimensions)),
+      elementInitial(initialOfElements) {}
+
+std::int64_t ArrayType::count() const {
+  std::int64_t product = 1;
+  for (const Bounds& dimension : bounds) product *= dimension.count();
+  return product;
+}
+
+StructType::StructType(const std::string& name) : SymbolDataType(name, BasicDataType::Structure) {}
+
+bool StructType::addMember(std::unique_ptr<VarSymbol> member) {
+  if (!byName_.emplace(member->name(), member.get()).second) return false;
+  members_.push_back(std::move(member));
+  return true;
+}
+
+VarSymbol* StructType::member(std::string_view name) const {
+  const auto found = byName_.find(name);
+  return found != byName_.end() ? found->second : nullptr;
+}
+
+NamedValue* EnumType::addValue(const std::string& name, std::int64_t number) {
+  auto value = std::make_unique<NamedValue>(name, this, number);
+  if (!byName_.emplace(value->name(), value.get()).second) return nullptr;
+  values_.push_back(std::move(value));
+  return values_.back().get();
+}
+
+NamedValue* EnumType::value(std::string_view name) const {
+  const auto found = byName_.find(name);
+  return found != byName_.end() ? found->second : nullptr;
+}
+
+SubrangeType::SubrangeType(const std::string& name, vel::SymbolDataType* baseType, Bounds bounds)
+    : SymbolDataType(name, baseType->dataType()), base(baseType), range(bounds) {}
+
+PointerType::PointerType(vel::SymbolDataType* targetType, bool reference)
+    : SymbolDataType(pointerName(targetType, reference), BasicDataType::Pointer),
+      target(targetType),
+      isReference(reference) {}
+
+VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
+  if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
+    return instance->unit->variable(name);
+  }
+  const auto* const structure = dynamic_cast<const StructType*>(type);
+  return structure != nullptr ? structure->member(name) : nullptr;
+}
+
+bool isRow(const ArrayType& array, const Expr& item) {
+  return array.bounds.size() > 1 && item.op() == op::kArrayValue &&
+         dynamic_cast<const ArrayType*>(array.element) == nullptr;
+}
+
+std::int64_t implicitInitial(const vel::SymbolDataType* type) {
+  if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
+    return enumeration->values().empty() ? 0 : enumeration->values().front()->value;
+  }
+  const auto* const subrange = dynamic_cast<const SubrangeType*>(type);
+  return subrange != nullptr ? subrange->range.low : 0;
+}
+
+}  // namespace refhost

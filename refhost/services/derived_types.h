@@ -1,0 +1,121 @@
+// Data types that programs declare, by name or in place. The symbol table owns them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "refhost/services/unit_symbol.h"
+
+namespace refhost {
+
+// The number of the type in which values are stored and computed: an enumeration's is
+// its base type's, that of every other type its own. None for no type.
+BasicDataType valueType(const vel::SymbolDataType* type);
+
+// An array, a structure or an instance: what has parts.
+bool isComposite(const vel::SymbolDataType* type);
+bool isInstance(const vel::SymbolDataType* type);  // of a function block
+
+struct Bounds {
+  std::int64_t low;
+  std::int64_t high;
+
+  std::int64_t count() const { return high - low + 1; }
+  bool operator==(const Bounds& other) const { return low == other.low && high == other.high; }
+};
+
+class ArrayType final : public vel::SymbolDataType {
+ public:
+  // Elements of all dimensions together.
+  static constexpr std::int64_t kMaxCount = std::int64_t{1} << 31;
+
+  ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimensions,
+            Expr* initialOfElements);
+
+  std::int64_t count() const;
+
+  vel::SymbolDataType* const element;
+  const std::vector<Bounds> bounds;  // one for each dimension
+  Expr* const elementInitial;        // that the element's type declares; may be null
+  std::string cName;                 // set by the emission
+};
+
+class StructType final : public vel::SymbolDataType {
+ public:
+  explicit StructType(const std::string& name);
+
+  // False when the name is taken.
+  bool addMember(std::unique_ptr<VarSymbol> member);
+  VarSymbol* member(std::string_view name) const;
+  // In order of declaration.
+  const std::vector<std::unique_ptr<VarSymbol>>& members() const { return members_; }
+
+  std::string cName;  // set by the emission, with the function that sets initial values
+  std::string cInit;
+
+ private:
+  std::vector<std::unique_ptr<VarSymbol>> members_;
+  FoldedMap<VarSymbol*> byName_;
+};
+
+// A name that stands for an integer: a value of an enumeration, or NULL.
+class NamedValue final : public vel::SymbolTyped {
+ public:
+  NamedValue(const std::string& name, vel::SymbolDataType* type, std::int64_t number)
+      : SymbolTyped(name, type), value(number) {}
+
+  const std::int64_t value;
+};
+
+class EnumType final : public vel::SymbolDataType {
+ public:
+  explicit EnumType(const std::string& name) : SymbolDataType(name, BasicDataType::Enumeration) {}
+
+  // Null when the name is taken.
+  NamedValue* addValue(const std::string& name, std::int64_t number);
+  NamedValue* value(std::string_view name) const;
+  const std::vector<std::unique_ptr<NamedValue>>& values() const { return values_; }
+
+  vel::SymbolDataType* base = nullptr;  // an integer
+
+ private:
+  std::vector<std::unique_ptr<NamedValue>> values_;
+  FoldedMap<NamedValue*> byName_;
+};
+
+// Bears the number and the type name of its base: it is one of its integers.
+class SubrangeType final : public vel::SymbolDataType {
+ public:
+  SubrangeType(const std::string& name, vel::SymbolDataType* baseType, Bounds bounds);
+
+  std::string typeName() const override { return base->typeName(); }
+
+  vel::SymbolDataType* const base;
+  const Bounds range;
+};
+
+class PointerType final : public vel::SymbolDataType {
+ public:
+  // `targetType` is null for NULL; `reference` makes it a REF_TO.
+  PointerType(vel::SymbolDataType* targetType, bool reference);
+
+  vel::SymbolDataType* const target;
+  const bool isReference;
+};
+
+// The member of a structure, or the variable of an instance; null when the type has none
+// of that name.
+VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
+
+// True for an item of the initial values of an array of several dimensions that is one of
+// its rows, and no element.
+bool isRow(const ArrayType& array, const Expr& item);
+
+// The number with which a variable of the type starts when nothing else is said: the
+// first value of an enumeration, the lowest of a subrange, 0 for all others.
+std::int64_t implicitInitial(const vel::SymbolDataType* type);
+
+}  // namespace refhost

@@ -1,0 +1,88 @@
+// What programs do with data types of their own.
+#include "velc_fixture.h"
+
+namespace velc {
+namespace {
+
+// Each row is a PROGRAM with all the variables; only its `v` is looked at.
+TEST_F(Velc, ComputesWithDataTypes) {
+  const char* const types =
+      "TYPE Table : ARRAY[0..Last, -1..1] OF INT := [1, 2, 3, 2(9)];\n"
+      "Index : (First, Last := 3); Level : INT(-10..10); Ramp : INT := 15; END_TYPE\n"
+      "TYPE Node : STRUCT next : POINTER TO Node; value : INT := 4; END_STRUCT END_TYPE\n"
+      "TYPE Point : STRUCT x, y : INT := 3; tag : STRING[8] := 'pt'; END_STRUCT;\n"
+      "Line : STRUCT a, b : Point := (x := 7); n : ARRAY[1..3] OF Ramp; END_STRUCT END_TYPE\n"
+      "FUNCTION_BLOCK Counter VAR_INPUT inc : INT := 1; p : POINTER TO INT; END_VAR\n"
+      "VAR_OUTPUT total : INT; END_VAR total := total + inc; p^ := total; END_FUNCTION_BLOCK\n"
+      "FUNCTION sum : INT VAR_INPUT p : POINTER TO ARRAY[0..32000] OF BYTE; n : INT; END_VAR\n"
+      "VAR i : INT; END_VAR FOR i := 0 TO n - 1 DO sum := sum + p^[i]; END_FOR END_FUNCTION\n"
+      "FUNCTION mirror : Point VAR_INPUT q : Point; END_VAR VAR_IN_OUT t : Table; END_VAR\n"
+      "mirror := q; mirror.x := -q.x; t[Last, 0] := 77; END_FUNCTION\n";
+  const char* const variables =
+      "VAR CONSTANT N : INT := 4; END_VAR VAR a : ARRAY[1..N] OF INT := [1, 2(5), 8];\n"
+      "old : ARRAY[1..3] OF INT := 1, 2(4); t : Table; l : Line := (a := (y := 2), n := [1(6)]);\n"
+      "lv : Level; st : (Idle, Run, Stop); fbs : ARRAY[0..1] OF Counter := [(inc := 10)];\n"
+      "i, s : INT; pi : POINTER TO INT; r : REF_TO INT; w : DWORD := 16#01020304; m : Point;\n"
+      "node, other : Node; pn : POINTER TO Node; texts : ARRAY[0..2] OF STRING[5] := ['a', 'b'];\n"
+      "f : REAL := 1.0; pd : POINTER TO DWORD; rep : ARRAY[1..4] OF INT := [N(6)];\n"
+      "anon : STRUCT q : ARRAY[0..1] OF STRUCT z : INT := N; END_STRUCT; END_STRUCT;\n"
+      "big : ARRAY[1..2000000] OF INT := [1000000(7), 1000000(0)]; rs : ARRAY[0..1] OF Line;\n"
+      "END_VAR VAR_OUTPUT ";
+  struct Row {
+    const char* statements;
+    const char* value;  // that `v` has after them
+  };
+  const Row rows[] = {
+      {"v := a[1] + a[3] * 10 + a[4] * 100;", "851"},
+      {"v := old[1] + old[3] * 10;", "41"},
+      {"v := t[0, 1] + t[1, -1] * 10 + t[1, 1] * 100 + t[Last, 1];", "93"},
+      {"v := l.a.x + l.a.y * 10 + l.b.y * 100;", "327"},
+      {"v := l.n[1] + l.n[2] + rs[1].n[3] + rs[1].b.x;", "43"},
+      {"v := lv;", "-10"},
+      {"v := anon.q[1].z + rep[4] + big[1000000] + big[1000001];", "17"},
+      {"i := 9; a[i] := 50; i := -5; a[i] := 60; v := a[4] + a[1];", "110"},
+      {"FOR a[2] := 1 TO 3 DO v := v * 10 + a[2]; END_FOR", "123"},
+      {"i := 1; fbs[0](p := ADR(s)); fbs[i](p := ADR(s), inc := 5); v := fbs[0].total + s;", "15"},
+      {"pi := ADR(a[2]); pi := pi + SIZEOF(INT); pi^ := 70; v := a[3] + pi[-1]; ", "75"},
+      {"r := REF(l.a.x); r^ := 21; IF r <> NULL THEN v := l.a.x + 1; END_IF", "22"},
+      {"v := sum(ADR(w), 4);", "10"},
+      {"node.next := ADR(other); pn := ADR(node); v := pn^.next^.value; IF pn^.next^.next = NULL "
+       "THEN v := v + 1; END_IF",
+       "5"},
+      {"m := mirror(l.a, t); v := m.x + m.y + t[3, 0];", "72"},
+      {"pd := ADR(f); IF pd^ = 16#3F800000 THEN v := ADR(a[3]) - ADR(a[1]); END_IF", "4"},
+      {"st := Run; CASE st OF Idle: v := 1; Run .. Stop: v := 2; END_CASE", "2"},
+      {"IF Index#Last > Index.First AND NOT (st = Stop) THEN v := Last + 1; END_IF", "4"},
+      {"w.3 := TRUE; a[1].4 := TRUE; v := a[1]; IF a[1].0 AND w.3 THEN v := v + 1; END_IF", "18"},
+      {"rs[0] := l; rs[0].a.tag := texts[1]; IF rs[0].a.tag = 'b' THEN v := rs[0].a.y; END_IF",
+       "2"},
+      {"v := SIZEOF(a) * 1000 + SIZEOF(texts[1]) * 100 + SIZEOF(l.n) + SIZEOF(t);", "8630"},
+      {"m := SEL(TRUE, l.b, l.a); v := m.y; m := MOVE(l.b); v := v * 10 + m.y;", "23"},
+      {"v := SEL(a[1] = 1, a[2], LIMIT(0, t[0, 0], MAX(a[2], MUX(1, a[3], a[4]))));", "2"},
+  };
+  std::string text = types;
+  std::string expected;
+  int number = 0;
+  for (const Row& row : rows) {
+    const std::string name = "R" + std::to_string(++number);
+    text += "PROGRAM " + name + " " + variables + "v : INT; END_VAR\n" + row.statements +
+            "\nEND_PROGRAM\n";
+    expected += name + ".v = " + row.value + "\n";
+  }
+  write("types.st", text);
+  for (const char* compiler : {"gcc", "clang"}) {
+    const Outcome outcome = velc("run types.st --compiler " + std::string(compiler));
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    std::string values;
+    for (std::size_t end = 0, at = outcome.out.find(".v = "); at != std::string::npos;
+         at = outcome.out.find(".v = ", end)) {
+      const std::size_t start = outcome.out.rfind('\n', at) + 1;
+      end = outcome.out.find('\n', at) + 1;
+      values += outcome.out.substr(start, end - start);
+    }
+    EXPECT_EQ(values, expected) << compiler;
+  }
+}
+
+}  // namespace
+}  // namespace velc
