@@ -71,7 +71,8 @@ def check_section(section, velc):
         elif not next_mark.startswith("text"):
             said = run_velc(velc, "check", [], body)
             if said.returncode or said.stderr:
-                raise Problem(f"the example of {section.code} that ought to raise nothing: {said.stderr}")
+                raise Problem(f"the example of {section.code} that ought to raise nothing: "
+                              f"{said.stderr}")
             silent = True
     for severity, form, remark in section.formats():
         pattern = re.escape(f"{severity}: {form} [{section.code}]").replace("%s", ".*")

@@ -1,6 +1,7 @@
 """The pages in docs/operators/: one for each family of operators."""
 import itertools
 import re
+from typing import NamedTuple
 
 from .pages import FENCE, Problem, found
 
@@ -11,14 +12,22 @@ def section(text, heading):
     return found(rf"^## {heading}\n(.*?)(?=^## |\Z)", text, f"section '{heading}'")
 
 
+class Item(NamedTuple):
+    """An item in the section of operators."""
+
+    signatures: list
+    types: list  # that X and Y of the signatures stand for
+    does: str  # what the operators do; may be empty
+
+
 def operator_items(text):
-    """Of each item in the section of operators its signatures, and its types."""
     for item in re.findall(r"^- (.+(?:\n  .+)*)", section(text, "Operators"), re.M):
         signatures = re.match(r"`[^`]+`(?:,\s+`[^`]+`)*", item)
         if not signatures:
             raise Problem(f"an item of operators without a name: {item}")
-        types = re.findall(r"\b[A-Z]{2,}\b", item[signatures.end():])
-        yield re.findall(r"`([^`]+)`", signatures.group(0)), types
+        rest = item[signatures.end():]
+        yield Item(re.findall(r"`([^`]+)`", signatures[0]), re.findall(r"\b[A-Z]{2,}\b", rest),
+                   rest[2:] if rest.startswith(": ") else "")
 
 
 def name_of(signature):
@@ -34,22 +43,24 @@ def expand(pattern, types):
 
 
 def names_of(text):
-    return [name for signatures, types in operator_items(text) for signature in signatures
-            for name in expand(name_of(signature), types)]
+    return [name for item in operator_items(text) for signature in item.signatures
+            for name in expand(name_of(signature), item.types)]
 
 
 def message_rows(text):
     """Code, severity, text and occasion of each message that a page lists."""
-    return re.findall(r"^\| (0x\w+) \| (\w+) \| `(.*?)` \| (.*) \|$", section(text, "Messages"), re.M)
+    return re.findall(r"^\| (0x\w+) \| (\w+) \| `(.*?)` \| (.*) \|$",
+                      section(text, "Messages"), re.M)
 
 
 def check_page(path, text, index):
     if re.findall(r"^## (.+)$", text, re.M) != HEADINGS:
         raise Problem(f"its headings are not {HEADINGS}")
     row = next((line for line in index.splitlines() if f"]({path.name})" in line), "")
-    for signature in itertools.chain.from_iterable(names for names, _ in operator_items(text)):
-        if f"`{name_of(signature)}`" not in row:
-            raise Problem(f"README.md has no row for this page that names {name_of(signature)}")
+    for item in operator_items(text):
+        for name in map(name_of, item.signatures):
+            if f"`{name}`" not in row:
+                raise Problem(f"README.md has no row for this page that names {name}")
     examples = "".join(body for mark, body in FENCE.findall(text) if mark.startswith("text"))
     for code, severity, form, when in message_rows(text):
         raised = re.escape(f"{severity}: {form} [{code}]").replace("%s", ".*")

@@ -114,4 +114,5 @@ def refresh(text, velc):
 
 def pages_in(folder):
     """The pages of a folder of docs/, but for the one about the others."""
-    return sorted(path for path in (ROOT / "docs" / folder).glob("*.md") if path.name != "README.md")
+    paths = (ROOT / "docs" / folder).glob("*.md")
+    return sorted(path for path in paths if path.name != "README.md")

@@ -57,8 +57,9 @@ class Operator(NamedTuple):
 
     def call(self):
         variables = self.variables()
-        names = [name for name in re.findall(r"\w+", self.signature)[1:]]
-        given = [name if re.search(rf"\b{name}\b", variables) else ADDRESSES[name] for name in names]
+        names = re.findall(r"\w+", self.signature)[1:]
+        given = [name if re.search(rf"\b{name}\b", variables) else ADDRESSES[name]
+                 for name in names]
         return f"{self.name}({', '.join(given)})"
 
     def unit(self, number):
@@ -77,16 +78,13 @@ def types_in(pattern, name):
 
 
 def operators_of(path, classes):
-    text = path.read_text()
-    for item in re.findall(r"^- (.+(?:\n  .+)*)", operators.section(text, "Operators"), re.M):
-        does = re.search(r"`: (.+(?:\n.+)*)", item)
-        (signatures, types), = operators.operator_items(f"## Operators\n- {item}\n")
+    for signatures, types, does in operators.operator_items(path.read_text()):
         for signature in signatures:
             pattern = operators.name_of(signature)
             parameters = signature[len(pattern):] or "(IN)"
             for name in operators.expand(pattern, types):
-                yield Operator(name, classes[name], path.stem, name + parameters,
-                               does[1] if does else "", pattern, types_in(pattern, name))
+                yield Operator(name, classes[name], path.stem, name + parameters, does, pattern,
+                               types_in(pattern, name))
 
 
 def translated(velc, group):
@@ -105,9 +103,8 @@ def translated(velc, group):
 def expression_of(body):
     """The C of the call alone: without the host's assignment and its way to the variables."""
     statement = body.rstrip("\n").split("\n")[-1].replace("self->", "")
-    match = re.fullmatch(r"(?:result = |vel_w?string_set\(result, \d+, (?=.*\);))?(.*?)\)?;", statement)
-    text = match[1]
-    return text + ")" * (text.count("(") - text.count(")"))
+    of_string = re.fullmatch(r"vel_w?string_set\(result, \d+, (.*)\);", statement)
+    return of_string[1] if of_string else statement.removeprefix("result = ").removesuffix(";")
 
 
 # --- HTML ---
@@ -121,8 +118,8 @@ def link(label, target):
     """Links to codes and to pages of operators stay on the page."""
     if label.startswith("0x"):
         return f"#{label}"
-    stem = Path(target).stem
-    return f"#family={stem}" if (ROOT / "docs/operators" / f"{stem}.md").exists() and "/" not in target else None
+    is_family = target != "README.md" and (ROOT / "docs/operators" / target).is_file()
+    return f"#family={Path(target).stem}" if is_family else None
 
 
 def table(content):
@@ -172,7 +169,8 @@ def page_template(path):
     def to_fill_in(body):
         if not has_patterns:
             return body
-        return re.sub(r"\b([XY])\b", lambda type_: f'<var class="{type_[0].lower()}">{type_[0]}</var>', body)
+        return re.sub(r"\b[XY]\b",
+                      lambda name: f'<var class="{name[0].lower()}">{name[0]}</var>', body)
 
     def section(heading):
         return to_fill_in(rendered(operators.section(text, heading), table, link))
@@ -208,7 +206,8 @@ def operator_row(operator, c, families):
         types += f' data-pattern="{operator.pattern}"'
     return (f'<details class="op" id="{operator.name}" data-page="{operator.page}" '
             f'data-class="{operator.class_name}"{types} data-does="{escaped(operator.does)}" '
-            f'data-call="{escaped(operator.call())}" data-variables="{escaped(operator.variables())}">'
+            f'data-call="{escaped(operator.call())}" '
+            f'data-variables="{escaped(operator.variables())}">'
             f"<summary><code>{escaped(operator.signature)}</code>"
             f'<code class="c">{escaped(c)}</code>'
             f'<span class="family">{escaped(families[operator.page])}</span></summary></details>')
@@ -222,7 +221,8 @@ def message_row(section):
 
 def page(velc):
     """The text of docs/reference.html."""
-    listing = subprocess.run([velc, "operators", "--json"], capture_output=True, text=True, check=True)
+    call = [velc, "operators", "--json"]
+    listing = subprocess.run(call, capture_output=True, text=True, check=True)
     classes = {entry["name"]: entry["class"] for entry in json.loads(listing.stdout)}
     families = {Path(target).stem: title for title, target in re.findall(
         r"^\| \[(.+?)\]\((.+?)\)", (ROOT / "docs/operators/README.md").read_text(), re.M)}
@@ -238,7 +238,8 @@ def page(velc):
         texts, static = translated(velc, group)
         c_of.update(zip((operator.name for operator in group), texts))
         if static:
-            statics.append(f'<template id="static-{class_name}"><p>with this once in the program:</p>'
+            statics.append(f'<template id="static-{class_name}">'
+                           "<p>with this once in the program:</p>"
                            f"<pre><code>{escaped(static)}</code></pre></template>")
     sections = messages.sections_of((ROOT / "docs/messages/operators.md").read_text())
     template = string.Template((Path(__file__).parent / "reference.html").read_text())
