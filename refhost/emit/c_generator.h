@@ -2,6 +2,7 @@
 // operators are handed.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -113,6 +114,7 @@ class CGenerator final : public vel::Generator {
   void converted(const ASTNode& node, BasicDataType type, std::string& out);
   void unary(const Expr& expr, std::string& out);
   void binary(const Expr& expr, std::string& out);
+  void operation(const Expr& expr, std::string& out);
   void numbers(const Expr& expr, BasicDataType type, std::string& out);
   void times(const Expr& expr, const Meeting& meeting, std::string& out);
   void place(const Expr& expr, std::string& out);
@@ -132,6 +134,7 @@ class CGenerator final : public vel::Generator {
   // assignment to that type needs no cast.
   std::string typedText(const Call& call);
   std::string functionText(const Call& call);
+  std::string functionText(const Call& call, const std::vector<Binding>& bindings);
   // The statement that stores what an output gives, `value`.
   std::string storeOutput(const Binding& output, std::string value);
   // What the companion of an input is given for the argument `value`.
@@ -146,6 +149,15 @@ class CGenerator final : public vel::Generator {
   std::string standardText(const Call& call);
   std::string runtimeText(const Call& call);
 
+  // evaluation_order.cpp
+  void findEffects();
+  // Of a call; none where a type stands as the operand.
+  static std::vector<const vel::ASTNode*> parametersOf(const Call& call);
+  // What `write` makes of the operands, in C that evaluates them from left to right, each
+  // once; `repeated` where the text may evaluate one again.
+  std::string inOrder(const std::vector<const vel::ASTNode*>& operands, bool repeated,
+                      const std::function<std::string()>& write);
+
   Services& services_;
   std::string localIo_;
   std::vector<vel::VELMessage>& messages_;
@@ -154,13 +166,15 @@ class CGenerator final : public vel::Generator {
   std::vector<std::string> staticTexts_;  // in order of first use
   std::unordered_set<const vel::STOperator*> usedOperators_;
   std::unordered_map<const Type*, bool> hasDefault_;
+  std::unordered_set<const vel::Symbol*> effects_;  // functions that reach beyond their inputs
 
   // Of the C function being written.
   UnitSymbol* unit_ = nullptr;
   std::string body_;
   int indent_ = 1;
   int temporaries_ = 0;
-  std::string declarations_;  // of the temporaries
+  std::string declarations_;                                   // of the temporaries
+  std::unordered_map<const vel::ASTNode*, std::string> held_;  // operands in temporaries
   bool usesSelf_ = false;
   bool returns_ = false;  // by a RETURN before the end
   std::unordered_set<const VarSymbol*> used_;

@@ -52,7 +52,9 @@ std::string CGenerator::typedText(const Call& call) {
 std::string CGenerator::operatorText(const Call& call) {
   if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
   services_.calls.currentLocation = call.pos();
-  std::string text = call.op->generate(this, const_cast<Call*>(&call));
+  const auto generate = [&] { return call.op->generate(this, const_cast<Call*>(&call)); };
+  std::string text =
+      givesValue(call.op->name) ? inOrder(parametersOf(call), true, generate) : generate();
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
   } else if (call.op->name == "ADR" && call.basicType() != BasicDataType::Pointer) {
@@ -128,6 +130,15 @@ std::string CGenerator::functionText(const Call& call) {
   const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
   recordCall(call, function);
   const std::vector<Binding> bindings = bindArguments(call, function);
+  std::vector<const vel::ASTNode*> inputs;
+  for (const Binding& binding : bindings) {
+    if (binding.parameter->role == Role::Input) inputs.push_back(binding.value);
+  }
+  return inOrder(inputs, false, [&] { return functionText(call, bindings); });
+}
+
+std::string CGenerator::functionText(const Call& call, const std::vector<Binding>& bindings) {
+  const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
   std::string arguments;
   std::string stores;
   for (int i = 0; i < function.paramsCount(); ++i) {

@@ -121,6 +121,11 @@ std::string CGenerator::expressionText(ASTNode* expression) {
 }
 
 void CGenerator::append(const Expr& expr, std::string& out) {
+  const auto held = held_.find(&expr);
+  if (held != held_.end()) {
+    out += held->second;
+    return;
+  }
   switch (static_cast<int>(expr.op())) {
     case Expression::Constant:
       appendLiteral(literalOf(expr)->value, BasicDataType::None, out);
@@ -197,6 +202,14 @@ void CGenerator::unary(const Expr& expr, std::string& out) {
 }
 
 void CGenerator::binary(const Expr& expr, std::string& out) {
+  out += inOrder({expr.leaf(0), expr.leaf(1)}, false, [&] {
+    std::string text;
+    operation(expr, text);
+    return text;
+  });
+}
+
+void CGenerator::operation(const Expr& expr, std::string& out) {
   using Kind = Meeting::Kind;
   const Meeting meeting = meet(expr);
   const Expression::Operator op = expr.op();

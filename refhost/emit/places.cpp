@@ -22,6 +22,12 @@ void CGenerator::place(const Expr& expr, std::string& out) {
   }
   if (expr.op() == Expression::Variable) {
     if (const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol)) {
+      // A default that names a constant of the function that is called.
+      if (variable->constant && variable->initial != nullptr && variable->owner != unit_ &&
+          variable->owner->type() == vel::POUType::Function) {
+        operand(*variable->initial, out);
+        return;
+      }
       out += reference(*variable);
       return;
     }

@@ -16,7 +16,7 @@ std::string CGenerator::standardText(const Call& call) {
     case Kind::Clock:
       return "((i32)vel_scan_time)";
     default:
-      return runtimeText(call);
+      return inOrder(parametersOf(call), false, [&] { return runtimeText(call); });
   }
 }
 

@@ -64,6 +64,7 @@ CGenerator::CGenerator(Services& services, std::string localIo,
 std::string CGenerator::program() {
   nameUnits();
   nameTypes();
+  findEffects();
   std::string bodies;
   for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
     for (UnitSymbol* const unit : services_.symbols.units()) {
@@ -322,6 +323,7 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
       initialise(role == Role::Result ? variable->cName : reference(*variable), *variable);
     }
   }
+  used_.clear();  // a variable that is only set is not used
   statements(function.node->leaf(Unit::kBody));
   const std::string text = leave(false);
   out += "\n" + functionHead(function) + " {\n";

@@ -99,6 +99,10 @@ bool writesParametersBare(std::string_view operatorName) {
   return isOneOf(operatorName, {"MUX", "ROL", "ROR"});
 }
 
+bool countsCalls(std::string_view operatorName) {
+  return isOneOf(operatorName, {"MEP", "MEF", "_READIDIRECT"});
+}
+
 bool givesValue(std::string_view operatorName) {
   return !isOneOf(operatorName, {"IRDBIT", "IWRBIT", "_WRITEODIRECT", "IZSET", "IZRST", "ZSET",
                                  "ZRST", "SETBITOFPARAM"});

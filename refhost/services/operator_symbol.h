@@ -49,6 +49,10 @@ bool choosesAmongValues(std::string_view operatorName);
 // own, without parentheses.
 bool writesParametersBare(std::string_view operatorName);
 
+// True for the operators that remember what they were given, or read what the program does
+// not hold: each call counts.
+bool countsCalls(std::string_view operatorName);
+
 // False for the operators that are statements in C, and so have no value.
 bool givesValue(std::string_view operatorName);
 

@@ -230,6 +230,8 @@ TEST_F(OperatorValues, FunctionsOfTimesAndDates) {
           {"DATE", "CONCAT_DATE(YEAR := 2024, MONTH := 2, DAY := 29)", "D#2024-02-29"},
           {"TOD", "CONCAT_TOD(23, 59, 58, 997)", "TOD#23:59:58.997"},
           {"INT", "DAY_OF_WEEK(D#2026-11-21)", "6"},
+          {"LREAL", "ATAN2(0.0, -1.0) + ATAN2(-1.0, 0.0) * 2 + ATAN2(1.0, 1.0) + ATAN2(-1.0, -1.0)",
+           "-1.5707963267948966"},
       },
       "x : DT := DT#2026-11-21-12:30:15;");
 }

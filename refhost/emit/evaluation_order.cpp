@@ -1,0 +1,110 @@
+// The order in which operands are evaluated: from left to right, each once. C leaves it
+// open and macros read their parameters several times, which shows only where functions
+// with effects are called.
+#include <algorithm>
+
+#include "core/operator.h"
+#include "refhost/emit/c_generator.h"
+#include "refhost/services/operator_symbol.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+
+namespace {
+
+using Functions = std::unordered_set<const vel::Symbol*>;
+
+bool calls(const ASTNode& node, const Functions& functions) {
+  if (kindOf(node) == NodeKind::Invocation &&
+      functions.count(static_cast<const Call&>(node).symbol) != 0) {
+    return true;
+  }
+  for (int i = 0; i < node.leavesCount(); ++i) {
+    if (node.leaf(i) != nullptr && calls(*node.leaf(i), functions)) return true;
+  }
+  return false;
+}
+
+// Reads or writes what is not a variable of `function` itself.
+bool reachesOutside(const ASTNode& node, const UnitSymbol& function) {
+  if (kindOf(node) == NodeKind::Invocation) {
+    const vel::STOperator* const op = static_cast<const Call&>(node).op;
+    if (op != nullptr && (!givesValue(op->name) || countsCalls(op->name))) return true;
+  }
+  if (node.type() == vel::ASTType::Expression) {
+    const auto& expr = static_cast<const Expr&>(node);
+    if (expr.access == Expr::Access::Dereference) return true;
+    if (expr.op() == Expression::Variable &&
+        dynamic_cast<const NamedValue*>(expr.symbol) == nullptr) {
+      const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);
+      return variable == nullptr || variable->owner != &function ||
+             variable->iecAddress().area != 0;
+    }
+  }
+  for (int i = 0; i < node.leavesCount(); ++i) {
+    if (node.leaf(i) != nullptr && reachesOutside(*node.leaf(i), function)) return true;
+  }
+  return false;
+}
+
+bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
+
+}  // namespace
+
+void CGenerator::findEffects() {
+  std::vector<const UnitSymbol*> others;
+  for (const UnitSymbol* const unit : services_.symbols.units()) {
+    if (unit->type() != vel::POUType::Function) continue;
+    bool effects = reachesOutside(*unit->node->leaf(Unit::kBody), *unit);
+    for (const auto& variable : unit->variables()) {
+      effects = effects || variable->role == Role::InOut || variable->role == Role::Output;
+    }
+    if (effects) {
+      effects_.insert(unit);
+    } else {
+      others.push_back(unit);
+    }
+  }
+  // Effects are those of what is called, too.
+  for (std::size_t before = 0; before != effects_.size();) {
+    before = effects_.size();
+    for (const UnitSymbol* const unit : others) {
+      if (calls(*unit->node->leaf(Unit::kBody), effects_)) effects_.insert(unit);
+    }
+  }
+}
+
+std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
+  std::vector<const ASTNode*> parameters;
+  const ASTNode* const list = call.leaf(1);
+  if (list == nullptr || list->type() != vel::ASTType::ParameterList) return parameters;
+  for (int i = 0; i < list->leavesCount(); ++i) parameters.push_back(list->leaf(i));
+  return parameters;
+}
+
+std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
+                                const std::function<std::string()>& write) {
+  const auto hasEffects = [this](const ASTNode* node) { return calls(*node, effects_); };
+  if (effects_.empty()) return write();
+  const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
+  if (last == operands.begin()) return write();
+  // The last call with effects comes by itself after what stands before it; where
+  // something else is read behind it, it must come first.
+  const bool first = repeated || !std::all_of(last, operands.end(), isConstant);
+  std::string held;
+  for (auto at = operands.begin(); at != (first ? last : last - 1); ++at) {
+    const auto& operand = static_cast<const Expr&>(**at);
+    if (isConstant(*at) || operand.dataType == nullptr) continue;
+    std::string value;
+    append(operand, value);
+    const std::string name = temporary(operand.dataType);
+    held += storeAs(operand.dataType, name, value, typeOf(operand)) + ", ";
+    held_[*at] = name;
+  }
+  const std::string text = write();
+  for (const ASTNode* const operand : operands) held_.erase(operand);
+  return held.empty() ? text : "(" + held + text + ")";
+}
+
+}  // namespace refhost
