@@ -123,14 +123,22 @@ TEST_F(FunctionBlocks, CountersEdgesAndBistables) {
       "");
 }
 
+TEST_F(FunctionBlocks, ACountStopsAtTheEndOfItsType) {
+  writeProgram("count.st", "c : CTU; i : DINT; n : INT;",
+               "FOR i := 1 TO 32770 DO c(CU := FALSE); c(CU := TRUE, CV => n); END_FOR;");
+  EXPECT_EQ("i = 32771\nn = 32767\n", velc("run count.st").out);
+}
+
 TEST_F(FunctionBlocks, APreludeUnitIsTranslatedWhereItIsUsed) {
   const char* const own =
       "FUNCTION_BLOCK ton VAR_INPUT in : BOOL; END_VAR VAR_OUTPUT mine : BOOL; END_VAR\n"
       "mine := in; END_FUNCTION_BLOCK\n";
+  const char* const type = "TYPE TOF : (on, off); END_TYPE\n";
   const char* const use =
       "PROGRAM P VAR t : TON; TP : BOOL; END_VAR t(in := NOT tp); END_PROGRAM\n";
   write("own.st", std::string(own) + use);
-  EXPECT_EQ("TP = FALSE\n", velc("run own.st").out);
+  write("type.st", std::string(type) + "PROGRAM Q VAR t : TOF; END_VAR t := off; END_PROGRAM");
+  EXPECT_EQ("P.TP = FALSE\n", velc("run own.st type.st").out);
   write("use.st", use);
   const std::string text = velc("translate use.st").out;
   EXPECT_NE(std::string::npos, text.find("struct TON {")) << text;
