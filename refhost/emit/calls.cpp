@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include "core/op_manager_api.h"
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
@@ -45,7 +46,7 @@ std::string CGenerator::typedText(const Call& call) {
   if (call.op->name == "SIZEOF") return "(u32)" + text;
   if (call.basicType() != BasicDataType::Real) return text;
   // The runtime's functions compute in LREAL, and macros with literals do.
-  if (call.functionCall) return "(f32)" + text;
+  if (services_.operators->isFCOperator(call.op->name)) return "(f32)" + text;
   return choosesAmongValues(call.op->name) ? "(f32)(" + text + ")" : text;
 }
 

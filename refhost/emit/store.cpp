@@ -35,7 +35,12 @@ std::string storeText(BasicDataType to, int capacity, const std::string& place,
   if (isInteger(to) && isInteger(from) && !widens(from, to)) {
     return fmt::format("{} = ({})({})", place, elementaryType(to)->cType, value);
   }
-  return fmt::format("{} = {}", place, value);
+  std::string text;
+  text.reserve(place.size() + 3 + value.size() + 1);  // and a ';'
+  text += place;
+  text += " = ";
+  text += value;
+  return text;
 }
 
 }  // namespace refhost

@@ -90,8 +90,8 @@ std::string CGenerator::program() {
   out += structures();
   out += prototypes();
   out += structureInits();
-  out += bodies;
-  return out;
+  bodies.insert(0, out);
+  return bodies;
 }
 
 // The plugin's name of it, which no variable of the program can have in C.
@@ -233,12 +233,12 @@ void CGenerator::enter(UnitSymbol& unit) {
 }
 
 std::string CGenerator::leave(bool hasSelf) {
-  std::string text;
   const std::string companions = companionsText();
-  if (hasSelf && !usesSelf_) text += "  (void)self;\n";
-  text += declarations_;
-  text += companions;
-  text += body_;
+  std::string front = hasSelf && !usesSelf_ ? "  (void)self;\n" : "";
+  front += declarations_;
+  front += companions;
+  std::string text = std::move(body_);
+  text.insert(0, front);
   if (returns_) text += "vel_return:;\n";
   return text;
 }
@@ -366,7 +366,8 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cBody, unit.cName);
   }
   appendLocals(unit, out);
-  out += text + "}\n";
+  out += text;
+  out += "}\n";
 }
 
 }  // namespace refhost

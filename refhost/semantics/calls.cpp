@@ -31,8 +31,10 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (variable != nullptr && isInstance(variable->dataType())) becomesAccess(call);
   if (call.leaf(0)->type() == vel::ASTType::Expression) return callInstance(call);
   call.op = services_.operators->findOperator(name);
-  UnitSymbol* const function = unitNamed(name);
-  if (function == nullptr && equalFolded(name, "REF")) return callReference(call);
+  UnitSymbol* const function = call.op == nullptr ? unitNamed(name) : nullptr;
+  if (call.op == nullptr && function == nullptr && equalFolded(name, "REF")) {
+    return callReference(call);
+  }
   if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
     call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
@@ -63,7 +65,6 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
     return operatorInput(call.op->name, formal);
   };
   if (!orderArguments(call, positionOf)) return nullptr;
-  call.functionCall = services_.operators->isFCOperator(call.op->name);
   ASTNode* const list = parameterList(call);
   if (list == nullptr) analyseOperandType(call);
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {

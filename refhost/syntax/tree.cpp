@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "refhost/syntax/large_blocks.h"
+
 namespace vel {
 
 void TreeBuilder::setSpan(ASTNode& node, TextLocation start, std::string_view source) {
@@ -41,7 +43,7 @@ constexpr std::size_t kFirstBlock = std::size_t{64} * 1024;
 Literal::Literal(const LiteralValue& literal)
     : ::ConstantValue(literal.type, literal.typeName, literal.fixedType), value(literal) {}
 
-Tree::Tree() : arena_(kFirstBlock) {}
+Tree::Tree() : arena_(kFirstBlock, largeBlocks()) {}
 
 void Tree::setLeaves(ASTNode& node, const std::vector<ASTNode*>& leaves) {
   ASTNode** copy = allocateLeaves(leaves.size());

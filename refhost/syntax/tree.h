@@ -160,7 +160,6 @@ class Call final : public ::Invocation {
 
   bool analysed = false;
   bool accepted = false;
-  bool functionCall = false;  // of an operator that becomes a C function
   bool givesAddress = false;  // of ADR or REF: a pointer to its operand
   // Set by the analysis: the result type (null: none) and what is called: an
   // operator of the plugin, a function of the standard, or a function's or an
