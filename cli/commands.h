@@ -37,8 +37,8 @@ struct TranslateOptions {
 
 struct RunOptions {
   std::vector<std::string> files;
-  std::vector<std::string> settings;   // NAME=VALUE
-  std::vector<std::string> addresses;  // to show
+  std::vector<std::string> settings;  // NAME=VALUE
+  std::vector<std::string> shown;     // global variables and device addresses
   bool traceIo = false;
   std::string compiler = "cc";
   std::int64_t scans = 1;

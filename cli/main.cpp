@@ -152,9 +152,10 @@ int execute(int argc, char** argv) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   runCommand
-      .add_option("--show", running.addresses,
-                  "Print what stands at a device address after the variables (repeatable)")
-      ->type_name("ADDRESS")
+      .add_option("--show", running.shown,
+                  "Print a global variable or what stands at a device address after the variables "
+                  "(repeatable)")
+      ->type_name("PLACE")
       ->allow_extra_args(false);
   runCommand.add_flag("--trace-io", running.traceIo, "Print each refresh of local I/O");
   runCommand.add_option("--compiler", running.compiler, "The C compiler")

@@ -29,15 +29,17 @@ bool equalIgnoringCase(const std::string& a, const std::string& b) {
 }
 
 std::string qualifiedName(const ProgramVariable& variable) {
-  return variable.program + '.' + variable.name;
+  return variable.program.empty() ? variable.name : variable.program + '.' + variable.name;
 }
 
 ProgramVariable findVariable(const Session& session, const std::string& name) {
   std::vector<ProgramVariable> found;
-  for (ProgramVariable& variable : session.programVariables()) {
-    if (equalIgnoringCase(variable.name, name) ||
-        equalIgnoringCase(qualifiedName(variable), name)) {
-      found.push_back(std::move(variable));
+  for (const auto& variables : {session.programVariables(), session.globalVariables()}) {
+    for (const ProgramVariable& variable : variables) {
+      if (equalIgnoringCase(variable.name, name) ||
+          equalIgnoringCase(qualifiedName(variable), name)) {
+        found.push_back(variable);
+      }
     }
   }
   ProgramVariable address;
@@ -66,15 +68,21 @@ std::string valueStatement(const ProgramVariable& variable) {
 }  // namespace
 
 std::vector<ProgramVariable> printedVariables(const Session& session,
-                                              const std::vector<std::string>& addresses) {
+                                              const std::vector<std::string>& places) {
   std::vector<ProgramVariable> result;
   for (ProgramVariable& variable : session.programVariables()) {
     if (hasValueText(variable.type)) result.push_back(std::move(variable));
   }
-  for (const std::string& address : addresses) {
+  const std::vector<ProgramVariable> globals = session.globalVariables();
+  for (const std::string& shown : places) {
+    const auto global = std::find_if(globals.begin(), globals.end(), [&](const auto& variable) {
+      return equalIgnoringCase(variable.name, shown) && hasValueText(variable.type);
+    });
     ProgramVariable place;
-    if (!session.addressVariable(address, place)) {
-      throw Failure(fmt::format("--show: '{}' is not a device address", address));
+    if (global != globals.end()) {
+      place = *global;
+    } else if (!session.addressVariable(shown, place)) {
+      throw Failure(fmt::format("--show: '{}' is no device address and no global variable", shown));
     }
     result.push_back(std::move(place));
   }

@@ -10,9 +10,10 @@
 namespace velc {
 
 // The variables of `session` that have a value to print, in order of declaration, then
-// the places at the device addresses. Throws Failure for a text that is no address.
+// the `places`: global variables and device addresses. Throws Failure for a text that is
+// neither.
 std::vector<refhost::ProgramVariable> printedVariables(const refhost::Session& session,
-                                                       const std::vector<std::string>& addresses);
+                                                       const std::vector<std::string>& places);
 
 // The C statement of a setting NAME=VALUE, where NAME may be PROGRAM.NAME or a device
 // address. Throws

@@ -101,7 +101,7 @@ int run(const CommonOptions& common, const RunOptions& options) {
     statements.push_back(settingStatement(*session, setting));
   }
 
-  const auto variables = printedVariables(*session, options.addresses);
+  const auto variables = printedVariables(*session, options.shown);
 
   const TerminationGuard guard;
   const TemporaryFolder folder;

@@ -28,6 +28,7 @@ constexpr MessageFormat kNestingTooDeep    {0xF0006, Severity::Error, "Nested de
 constexpr MessageFormat kNotSupported      {0xF0007, Severity::Error, "%s not supported;"};
 constexpr MessageFormat kTooManyErrors     {0xF0008, Severity::Error, "Too many errors: the rest of the file is not read;"};
 constexpr MessageFormat kNoCaseLabel       {0xF0009, Severity::Error, "A statement of a CASE stands before its first label;"};
+constexpr MessageFormat kNoEffect          {0xF000A, Severity::Warning, "%s has no effect;"};
 
 constexpr MessageFormat kUnknownName       {0xF0020, Severity::Error, "Unknown identifier '%s';"};
 constexpr MessageFormat kRedeclared        {0xF0021, Severity::Error, "'%s' is already declared;"};
@@ -60,6 +61,12 @@ constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "A positio
 constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
 constexpr MessageFormat kTooFewArguments   {0xF0060, Severity::Error, "Too few parameters in the call of '%s';"};
+constexpr MessageFormat kNoGlobal          {0xF0090, Severity::Error, "There is no global variable '%s';"};
+constexpr MessageFormat kExternalType      {0xF0091, Severity::Error, "The global variable '%s' is of type '%s';"};
+constexpr MessageFormat kNotAProgram       {0xF0092, Severity::Error, "'%s' is not a PROGRAM;"};
+constexpr MessageFormat kUnknownTask       {0xF0093, Severity::Error, "There is no task '%s';"};
+constexpr MessageFormat kTaskProperty      {0xF0094, Severity::Error, "A task has no property '%s': it has INTERVAL, SINGLE and PRIORITY;"};
+constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};
 
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
 constexpr MessageFormat kBounds            {0xF0071, Severity::Error, "'%s' are not the bounds of a range;"};

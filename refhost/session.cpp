@@ -39,6 +39,34 @@ struct Session::Impl {
   }
 };
 
+namespace {
+
+void appendVariables(const UnitSymbol& unit, const std::string& program,
+                     std::vector<ProgramVariable>& result) {
+  for (const auto& variable : unit.variables()) {
+    const vel::SymbolDataType* const type = variable->dataType();
+    const bool kept = variable->role != Role::Temp && variable->role != Role::InOut &&
+                      variable->role != Role::EdgeState;
+    if (!kept || type == nullptr) continue;
+    const ElementaryType* const row = elementaryType(type->dataType());
+    ProgramVariable entry;
+    entry.program = program;
+    entry.name = variable->name();
+    entry.typeName = type->typeName();
+    entry.type = type->dataType();
+    entry.byteSize = row != nullptr ? row->size : 0;
+    if (entry.type == vel::BasicDataType::Pointer) entry.byteSize = sizeof(void*);
+    if (const auto* const text = dynamic_cast<const StringType*>(type)) {
+      entry.byteSize = text->byteSize();
+    }
+    entry.reference = CGenerator::globalReference(*variable);
+    entry.settable = row != nullptr && !variable->constant;
+    result.push_back(std::move(entry));
+  }
+}
+
+}  // namespace
+
 Session::Session(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}
 Session::~Session() = default;
 
@@ -109,28 +137,15 @@ std::string Session::programScan(const std::string& program) const {
 std::vector<ProgramVariable> Session::programVariables() const {
   std::vector<ProgramVariable> result;
   for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
-    if (unit->type() != vel::POUType::Program) continue;
-    for (const auto& variable : unit->variables()) {
-      const vel::SymbolDataType* const type = variable->dataType();
-      const bool kept = variable->role != Role::Temp && variable->role != Role::InOut &&
-                        variable->role != Role::EdgeState;
-      if (!kept || type == nullptr) continue;
-      const ElementaryType* const row = elementaryType(type->dataType());
-      ProgramVariable entry;
-      entry.program = unit->name();
-      entry.name = variable->name();
-      entry.typeName = type->typeName();
-      entry.type = type->dataType();
-      entry.byteSize = row != nullptr ? row->size : 0;
-      if (entry.type == vel::BasicDataType::Pointer) entry.byteSize = sizeof(void*);
-      if (const auto* const text = dynamic_cast<const StringType*>(type)) {
-        entry.byteSize = text->byteSize();
-      }
-      entry.reference = CGenerator::globalReference(*variable);
-      entry.settable = row != nullptr && !variable->constant;
-      result.push_back(std::move(entry));
-    }
+    if (unit->type() == vel::POUType::Program) appendVariables(*unit, unit->name(), result);
   }
+  return result;
+}
+
+std::vector<ProgramVariable> Session::globalVariables() const {
+  std::vector<ProgramVariable> result;
+  const UnitSymbol* const globals = impl_->services.symbols.globals();
+  if (globals != nullptr) appendVariables(*globals, {}, result);
   return result;
 }
 

@@ -35,9 +35,9 @@ struct Options {
   MemorySizes memory;
 };
 
-// A variable of a PROGRAM as the one who runs it sees it.
+// A variable of a PROGRAM, or a global one, as the one who runs it sees it.
 struct ProgramVariable {
-  std::string program;
+  std::string program;   // empty for a global variable
   std::string name;      // as declared
   std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
   vel::BasicDataType type = vel::BasicDataType::None;
@@ -83,6 +83,8 @@ class Session {
   // Every variable of every PROGRAM in order of declaration. Like the C names above,
   // their references are known once translate() has run.
   std::vector<ProgramVariable> programVariables() const;
+  // The same of the global variables.
+  std::vector<ProgramVariable> globalVariables() const;
   // A place in device memory as a variable, larger units as bit strings. False when
   // `address` is no address in either notation.
   bool addressVariable(const std::string& address, ProgramVariable& variable) const;

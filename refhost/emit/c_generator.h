@@ -56,6 +56,8 @@ class CGenerator final : public vel::Generator {
   void appendFunction(UnitSymbol& function, std::string& out);
   void appendStateful(UnitSymbol& unit, std::string& out);
   void appendInit(UnitSymbol& unit, std::string& out);
+  // Shows the body the edge of an input in place of its value.
+  void detectEdge(const VarSymbol& input);
   void appendLocals(const UnitSymbol& unit, std::string& out);
   // Of the variables kept between scans, or of the temporary ones.
   void appendInitials(const UnitSymbol& unit, bool members);
@@ -65,6 +67,13 @@ class CGenerator final : public vel::Generator {
   std::string leave(bool hasSelf);
   std::string companionsText();
   static std::string companion(const VarSymbol& parameter);
+
+  // globals.cpp
+  void nameGlobals();
+  void appendGlobals(std::string& out);
+  void initialiseOnce(const VarSymbol& variable);
+  // The constants that the initial value of a variable is computed from come first.
+  void initialiseConstants(const vel::ASTNode& value, const VarSymbol& of);
 
   // data_types.cpp
   void nameTypes();
@@ -175,9 +184,11 @@ class CGenerator final : public vel::Generator {
   int temporaries_ = 0;
   std::string declarations_;                                   // of the temporaries
   std::unordered_map<const vel::ASTNode*, std::string> held_;  // operands in temporaries
+  std::string closing_;  // what is done last, also after a RETURN
   bool usesSelf_ = false;
   bool returns_ = false;  // by a RETURN before the end
   std::unordered_set<const VarSymbol*> used_;
+  std::unordered_set<const VarSymbol*> initialised_;
 };
 
 }  // namespace refhost

@@ -114,6 +114,10 @@ std::string CGenerator::structures() {
     for (const auto& variable : unit->variables()) visit(visit, variable->dataType());
     if (unit->type() == vel::POUType::Program) appendStructure(*unit, out);
   }
+  if (const UnitSymbol* const globals = services_.symbols.globals()) {
+    for (const auto& variable : globals->variables()) visit(visit, variable->dataType());
+    appendStructure(*globals, out);
+  }
   return out;
 }
 

@@ -126,6 +126,9 @@ std::string CGenerator::reference(const VarSymbol& variable) {
                                                  variable.owner->type() == vel::POUType::Function));
   const bool member =
       variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
+  if (variable.owner == services_.symbols.globals()) {
+    return variable.owner->cData + "." + variable.cName;
+  }
   if (member) usesSelf_ = true;
   const std::string name = member ? "self->" + variable.cName : variable.cName;
   return indirect ? "(*" + name + ")" : name;

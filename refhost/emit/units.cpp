@@ -66,6 +66,7 @@ std::string CGenerator::program() {
   nameTypes();
   findEffects();
   std::string bodies;
+  appendGlobals(bodies);
   for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
     for (UnitSymbol* const unit : services_.symbols.units()) {
       if (unit->type() != type) continue;
@@ -118,6 +119,7 @@ std::string CGenerator::unoperated(const std::string& name) const {
 void CGenerator::nameUnits() {
   const auto& units = services_.symbols.units();
   for (UnitSymbol* const unit : units) unit->cName = fileNames_.allocate(unoperated(unit->name()));
+  nameGlobals();
   for (UnitSymbol* const unit : units) {
     nameVariables(*unit);
     if (unit->type() == POUType::Function) continue;
@@ -205,6 +207,9 @@ std::string CGenerator::prototypes() {
     out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
                        structure->cInit, structure->cName);
   }
+  if (const UnitSymbol* const globals = services_.symbols.globals()) {
+    out += fmt::format("static void {}(void);\n", globals->cInit);
+  }
   for (const UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() == POUType::Function) {
       out += functionHead(*unit) + " __attribute__((unused));\n";
@@ -225,6 +230,8 @@ void CGenerator::enter(UnitSymbol& unit) {
   services_.calls.currentUnit = unit.name();
   body_.clear();
   declarations_.clear();
+  closing_.clear();
+  initialised_.clear();
   used_.clear();
   indent_ = 1;
   temporaries_ = 0;
@@ -240,6 +247,7 @@ std::string CGenerator::leave(bool hasSelf) {
   std::string text = std::move(body_);
   text.insert(0, front);
   if (returns_) text += "vel_return:;\n";
+  text += closing_;
   return text;
 }
 
@@ -276,7 +284,7 @@ void CGenerator::appendInitials(const UnitSymbol& unit, bool members) {
   for (const auto& variable : unit.variables()) {
     const bool kept = variable->role != Role::Temp;
     if (kept != members || variable->role == Role::InOut) continue;
-    initialise(reference(*variable), *variable);
+    initialiseOnce(*variable);
   }
 }
 
@@ -336,6 +344,8 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
 void CGenerator::appendInit(UnitSymbol& unit, std::string& out) {
   enter(unit);
   usesSelf_ = true;
+  const UnitSymbol* const globals = services_.symbols.globals();
+  if (globals != nullptr && unit.type() == POUType::Program) line(globals->cInit + "();");
   const bool large =
       std::any_of(unit.variables().begin(), unit.variables().end(),
                   [](const auto& member) { return isComposite(member->dataType()); });
@@ -353,10 +363,25 @@ void CGenerator::appendInit(UnitSymbol& unit, std::string& out) {
   out += text + "}\n";
 }
 
+void CGenerator::detectEdge(const VarSymbol& input) {
+  const std::string given = "vel_given_" + input.cName;
+  const std::string state = reference(*input.edgeState);
+  const bool rising = input.edge == Edge::Rising;
+  line(fmt::format("const u8 {} = {};", given, reference(input)));
+  const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
+  line(storeAs(input.dataType(), reference(input), edge, BasicDataType::Bool) + ";");
+  line(fmt::format("{} = {};", state, given));
+  closing_ +=
+      "  " + storeAs(input.dataType(), reference(input), given, BasicDataType::Bool) + ";\n";
+}
+
 void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
   appendInit(unit, out);
   enter(unit);
   appendInitials(unit, false);
+  for (const auto& variable : unit.variables()) {
+    if (variable->edge != Edge::None) detectEdge(*variable);
+  }
   statements(unit.node->leaf(Unit::kBody));
   const std::string text = leave(true);
   if (unit.type() == POUType::Program) {

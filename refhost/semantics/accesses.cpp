@@ -1,4 +1,6 @@
 // What names, members, elements and pointers give access to.
+#include <utility>
+
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
@@ -9,7 +11,8 @@ using vel::ASTNode;
 using vel::TreeBuilder;
 
 VarSymbol* Analyser::variableNamed(std::string_view name) const {
-  return unit_ != nullptr ? unit_->variable(name) : nullptr;
+  VarSymbol* const own = unit_ != nullptr ? unit_->variable(name) : nullptr;
+  return own != nullptr ? own : services_.symbols.global(name);
 }
 
 // Variables hide the values of enumerations; a value may be named with its type, as
@@ -46,7 +49,9 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     expr.symbol = variable;
     // A constant's value may be asked for before its declaration's turn comes.
     if (variable->constant && variable->initial != nullptr) {
+      UnitSymbol* const asking = std::exchange(unit_, variable->owner);
       analyseLeaf(*variable->initial->parent(), VarDecl::kInitial);
+      unit_ = asking;
     }
     return variable->dataType();
   }

@@ -12,16 +12,20 @@ void Analyser::run() {
   const std::vector<UnitSymbol*>& units = services_.symbols.units();
   const std::size_t own = units.size();
   declareTypes();
+  declareGlobals();
   for (std::size_t i = 0; i < own; ++i) declareVariables(*units[i]);
   refuseRecursiveTypes();
   analyseTypeInitials();
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    UnitSymbol* const unit = units[i];
-    unit_ = unit;
-    unitName_ = unit->name();
-    analyseInitials(*unit);
-    analyseStatements(unit->node->leaf(Unit::kBody));
-  }
+  if (UnitSymbol* const globals = services_.symbols.globals()) analyseUnit(*globals);
+  analyseConfigurations();
+  for (std::size_t i = 0; i < units.size(); ++i) analyseUnit(*units[i]);
+}
+
+void Analyser::analyseUnit(UnitSymbol& unit) {
+  unit_ = &unit;
+  unitName_ = unit.name();
+  analyseInitials(unit);
+  analyseStatements(unit.node->leaf(Unit::kBody));
 }
 
 bool Analyser::hasErrorFrom(std::size_t first) const {

@@ -52,11 +52,16 @@ class Analyser {
   // The program's unit of this name, or the prelude's where nothing of the program has
   // it, declared now; null when there is none.
   UnitSymbol* unitNamed(const std::string& name);
+  void declareGlobals();
   void declareVariables(UnitSymbol& unit);
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                        const Text& name, const ResolvedType& resolved);
   void declareResult(UnitSymbol& unit);
+  // The body sees the changes of the input, not its value.
+  void detectEdges(VarSymbol& input, const VarDecl& declaration);
+  void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
   void place(VarSymbol& variable, const ASTNode& address, const Type* type);
+  void analyseUnit(UnitSymbol& unit);
   void analyseInitials(UnitSymbol& unit);
 
   // data_types.cpp
@@ -154,6 +159,11 @@ class Analyser {
   bool judgeDerived(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
   void judgeRange(const Type& to, const ASTNode& source, vel::TextLocation at);
   void judgePointer(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
+
+  // configurations.cpp
+  void analyseConfigurations();
+  void analyseTask(const ASTNode& task);
+  void analyseInstance(const ASTNode& instance);
 
   // statements.cpp
   void analyseStatements(ASTNode* list);

@@ -346,13 +346,7 @@ void Analyser::requirePassable(const Binding& binding) {
     // An element or what a pointer points to; a bit has no address.
     passable = passable && value.access != Expr::Access::Bit && value.access != Expr::Access::None;
   }
-  bool same = value.dataType == wanted;
-  if (!same && value.dataType->dataType() == wanted->dataType()) {
-    const BasicDataType type = wanted->dataType();
-    same = isText(type) ? stringLength(*value.dataType) == stringLength(*wanted)
-                        : type < BasicDataType::Pointer;
-  }
-  if (!passable || !same) {
+  if (!passable || !sameType(*value.dataType, *wanted)) {
     say(value, message::kNotPassable, TreeBuilder::source(value), binding.parameter->name(),
         displayName(wanted));
   }

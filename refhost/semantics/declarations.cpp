@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "core/op_manager_api.h"
+#include "host/ast_node_helper.h"
 #include "refhost/semantics/analyser.h"
 
 namespace refhost {
@@ -21,6 +22,8 @@ Role roleOf(VarSection section) {
     case VarSection::Temp:
       return Role::Temp;
     case VarSection::Var:
+    case VarSection::Global:
+    case VarSection::External:
       break;
   }
   return Role::Local;
@@ -66,6 +69,19 @@ UnitSymbol* Analyser::unitNamed(const std::string& name) {
   return added;
 }
 
+// Constants first, since the lengths and bounds of other variables may name them.
+void Analyser::declareGlobals() {
+  if (tree_.globals.empty()) return;
+  std::stable_partition(tree_.globals.begin(), tree_.globals.end(),
+                        [](const VarBlock* block) { return block->constant; });
+  Node* const blocks = tree_.make<Node>(NodeKind::VarBlocks);
+  tree_.setLeaves(*blocks, {tree_.globals.begin(), tree_.globals.end()});
+  Unit* const node = tree_.make<Unit>("(globals)", vel::POUType::Program);
+  tree_.setLeaves(*node, {nullptr, nullptr, blocks, nullptr});
+  services_.symbols.setGlobals(std::make_unique<UnitSymbol>(&services_, node));
+  declareVariables(*services_.symbols.globals());
+}
+
 void Analyser::declareVariables(UnitSymbol& unit) {
   unit_ = &unit;
   unitName_ = unit.name();
@@ -73,7 +89,12 @@ void Analyser::declareVariables(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     const ResolvedType type = resolve(*declaration.leaf(VarDecl::kType));
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
-      declareVariable(unit, block, declaration, static_cast<Text&>(*declaration.leaf(n)), type);
+      const auto& name = static_cast<const Text&>(*declaration.leaf(n));
+      if (block.section == VarSection::External) {
+        checkExternal(unit, declaration, name, type.type);
+      } else {
+        declareVariable(unit, block, declaration, name, type);
+      }
     }
   });
 }
@@ -96,8 +117,40 @@ void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl&
       place(*variable, *address, type);
     }
   }
-  if (unit.addVariable(std::move(variable)) == nullptr) {
+  VarSymbol* const declared = unit.addVariable(std::move(variable));
+  if (declared == nullptr) {
     say(name, message::kRedeclared, name.text());
+  } else if (declaration.edge != Edge::None) {
+    detectEdges(*declared, declaration);
+  }
+}
+
+void Analyser::detectEdges(VarSymbol& input, const VarDecl& declaration) {
+  const ASTNode& spec = *declaration.leaf(VarDecl::kType);
+  const Type* const type = input.dataType();
+  const bool isBool = type == nullptr || type->dataType() == BasicDataType::Bool;
+  if (input.role != Role::Input || !isBool || input.owner->type() == vel::POUType::Function) {
+    say(spec, message::kEdge, input.name());
+    return;
+  }
+  input.edge = declaration.edge;
+  input.edgeState = input.owner->addVariable(std::make_unique<VarSymbol>(
+      AstNodeHelper::opExpTextToMd5HexText("EDGE", input.name()),
+      services_.symbols.elementary(BasicDataType::Bool), Role::EdgeState, input.owner));
+}
+
+// What there is no global variable for is the unit's own, so that no more is said of it.
+void Analyser::checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name,
+                             const Type* type) {
+  const VarSymbol* const global = services_.symbols.global(name.text());
+  if (global == nullptr) {
+    say(name, message::kNoGlobal, name.text());
+    unit.addVariable(
+        std::make_unique<VarSymbol>(name.text(), const_cast<Type*>(type), Role::Local, &unit));
+  } else if (type != nullptr && global->dataType() != nullptr &&
+             !sameType(*type, *global->dataType())) {
+    say(*declaration.leaf(VarDecl::kType), message::kExternalType, name.text(),
+        displayName(global->dataType()));
   }
 }
 

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"

@@ -53,6 +53,7 @@ Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol:
   if (access != accesses_.end()) return access->second.get();
   if (wanted(Symbol::Variable) && !scope.empty()) {
     if (VarSymbol* const variable = findVariable(unit(scope), name)) return variable;
+    if (VarSymbol* const variable = findVariable(globals(), name)) return variable;
   }
   if (wanted(Symbol::Typed)) {
     const UnitSymbol* const within = unit(scope);
@@ -134,6 +135,10 @@ void SymbolTable::addNamedValue(NamedValue* value) {
 void SymbolTable::addAccess(const std::string& scope, const std::string& text,
                             vel::SymbolDataType* type) {
   accesses_[accessKey(scope, text)] = std::make_unique<vel::SymbolTyped>(text, type);
+}
+
+VarSymbol* SymbolTable::global(std::string_view name) const {
+  return globals_ != nullptr ? globals_->variable(name) : nullptr;
 }
 
 UnitSymbol* SymbolTable::unit(std::string_view name) const {

@@ -59,6 +59,12 @@ class SymbolTable final : public vel::SymbolManager {
 
   // Null when the name is no unit of the program.
   UnitSymbol* unit(std::string_view name) const;
+  // The global variables, as those of a unit that no source declares; null when there are
+  // none.
+  UnitSymbol* globals() const { return globals_.get(); }
+  void setGlobals(std::unique_ptr<UnitSymbol> globals) { globals_ = std::move(globals); }
+  // Null when there is no global variable of the name.
+  VarSymbol* global(std::string_view name) const;
   // The program's own units in order of declaration, without operators.
   const std::vector<UnitSymbol*>& units() const { return programUnits_; }
 
@@ -66,6 +72,7 @@ class SymbolTable final : public vel::SymbolManager {
   FoldedMap<vel::SymbolDataType*> types_;
   FoldedMap<vel::SymbolPOU*> units_;
   std::vector<UnitSymbol*> programUnits_;
+  std::unique_ptr<UnitSymbol> globals_;
   std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
   std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
   std::vector<std::unique_ptr<StringType>> stringTypes_;

@@ -167,6 +167,13 @@ int bitCount(const vel::SymbolDataType& type) {
   return row != nullptr ? 8 * row->size : 0;
 }
 
+bool sameType(const vel::SymbolDataType& a, const vel::SymbolDataType& b) {
+  if (&a == &b) return true;
+  if (a.dataType() != b.dataType()) return false;
+  return isText(a.dataType()) ? stringLength(a) == stringLength(b)
+                              : a.dataType() < BasicDataType::Pointer;
+}
+
 int stringLength(const vel::SymbolDataType& type) {
   const auto* declared = dynamic_cast<const StringType*>(&type);
   return declared != nullptr ? declared->length() : StringType::kDefaultLength;

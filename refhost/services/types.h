@@ -83,6 +83,9 @@ int bitCount(const vel::SymbolDataType& type);
 // IEC name of its number; "INVALID" for no type.
 std::string displayName(const vel::SymbolDataType* type);
 
+// Variables of the two types hold the same values in the same way.
+bool sameType(const vel::SymbolDataType& a, const vel::SymbolDataType& b);
+
 // The capacity of a string's variable in characters.
 int stringLength(const vel::SymbolDataType& type);
 

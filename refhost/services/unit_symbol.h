@@ -68,6 +68,8 @@ class VarSymbol final : public vel::SymbolVar {
   Expr* initial = nullptr;      // null when not given
   Expr* typeInitial = nullptr;  // that its type declares, null when it does not
   bool constant = false;
+  Edge edge = Edge::None;
+  VarSymbol* edgeState = nullptr;  // with an edge: the value at the last run of the body
   bool inMemory = false;
   std::string cName;  // set by the emission
 };

@@ -21,11 +21,14 @@ constexpr std::string_view kAccesses[] = {"'.'", "'['", "'^'", "'('"};
 constexpr std::string_view kTypeStarts[] = {"identifier", "STRING", "WSTRING", "ARRAY",
                                             "POINTER",    "REF_TO", "STRUCT",  "'('"};
 // Names only where nothing else can stand.
-constexpr std::string_view kNameKeywords[] = {"CONSTANT", "RETAIN",  "NON_RETAIN", "AT",
-                                              "ARRAY",    "POINTER", "STRING",     "WSTRING"};
-constexpr std::string_view kSections[] = {"VAR", "VAR_INPUT", "VAR_OUTPUT", "VAR_IN_OUT",
-                                          "VAR_TEMP"};
+constexpr std::string_view kNameKeywords[] = {"CONSTANT",   "RETAIN", "NON_RETAIN",
+                                              "PERSISTENT", "AT",     "ARRAY",
+                                              "POINTER",    "STRING", "WSTRING"};
+constexpr std::string_view kSections[] = {"VAR",      "VAR_INPUT",  "VAR_OUTPUT",  "VAR_IN_OUT",
+                                          "VAR_TEMP", "VAR_GLOBAL", "VAR_EXTERNAL"};
 
+// Right, but hardly ever what is meant.
+constexpr std::string_view kRare[] = {"R_EDGE", "F_EDGE"};
 constexpr std::string_view kEnd[] = {"end of file"};
 
 // The words stay in the order of the grammar, and no list grows long.
@@ -44,6 +47,10 @@ void removeAll(std::vector<std::string_view>& words, const std::string_view (&na
 }
 
 }  // namespace
+
+void ExpectedTokens::add(std::string_view name) {
+  if (!contains(kRare, name)) names_.push_back(name);
+}
 
 bool ExpectedTokens::has(std::string_view name) const {
   return std::find(names_.begin(), names_.end(), name) != names_.end();

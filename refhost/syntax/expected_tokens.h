@@ -10,7 +10,7 @@ namespace refhost {
 class ExpectedTokens {
  public:
   // `name` as the grammar shows it; must live on.
-  void add(std::string_view name) { names_.push_back(name); }
+  void add(std::string_view name);
   // "a, b or c"; what many tokens can begin or go on with is named as a whole.
   std::string text() const;
 

@@ -47,17 +47,20 @@ static constexpr Value kNone{nullptr, 0};
 
 %token YYEOF 0 "end of file"
 %token PROGRAM END_PROGRAM FUNCTION END_FUNCTION FUNCTION_BLOCK END_FUNCTION_BLOCK
-%token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP END_VAR  // VAR to VAR_TEMP: keep together
-%token CONSTANT RETAIN NON_RETAIN AT STRING WSTRING
+%token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP VAR_GLOBAL VAR_EXTERNAL  // keep together
+%token END_VAR CONSTANT RETAIN NON_RETAIN PERSISTENT AT R_EDGE F_EDGE STRING WSTRING
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
-// Not supported: left out by the token stream.
-%token VAR_GLOBAL VAR_EXTERNAL CONFIGURATION END_CONFIGURATION
+%token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
 %token NOT_EQUAL "'<>'" LESS_EQUAL "'<='" GREATER_EQUAL "'>='"
+
+// A ';' behind a unit's header belongs to it.
+%precedence HEADER
+%precedence ';'
 
 %left OR
 %left XOR
@@ -69,16 +72,17 @@ static constexpr Value kNone{nullptr, 0};
 %left POWER
 %token NOT
 
-%type <value> string_type unit_name return_type var_blocks var_block var_decl address
+%type <value> string_type unit_name return_type var_blocks var_block var_body var_decl address
 %type <value> type_spec simple_type plain_type part_type struct_type unnamed_type dimension
 %type <value> enum_value string_length initial initial_item aggregate element field type_declaration struct_declaration
-%type <value> member statement_list statement block_statement
+%type <value> member task statement_list statement block_statement
 %type <value> else_part condition
 %type <value> for_start step label label_line
 %type <value> variable access call expression operand atom signed argument
 %type <list> var_block_items var_decls names statements elsifs case_items labels arguments
-%type <list> argument_items dimensions enum_values elements fields members subscripts
+%type <list> connections connection_items argument_items dimensions enum_values elements fields members subscripts
 %type <section> var_keyword
+%type <edge> edge
 %type <qualifiers> qualifiers
 
 %start file
@@ -95,15 +99,18 @@ units:
 ;
 
 unit:
-  PROGRAM unit_name var_blocks statement_list END_PROGRAM
-    { make.unit(@$, vel::POUType::Program, $2, kNone, $3, $4); }
-| FUNCTION unit_name return_type var_blocks statement_list END_FUNCTION
-    { make.unit(@$, vel::POUType::Function, $2, $3, $4, $5); }
-| FUNCTION_BLOCK unit_name var_blocks statement_list END_FUNCTION_BLOCK
-    { make.unit(@$, vel::POUType::FunctionBlock, $2, kNone, $3, $4); }
+  PROGRAM unit_name header_end var_blocks statement_list END_PROGRAM
+    { make.unit(@$, vel::POUType::Program, $2, kNone, $4, $5); }
+| FUNCTION unit_name return_type header_end var_blocks statement_list END_FUNCTION
+    { make.unit(@$, vel::POUType::Function, $2, $3, $5, $6); }
+| FUNCTION_BLOCK unit_name header_end var_blocks statement_list END_FUNCTION_BLOCK
+    { make.unit(@$, vel::POUType::FunctionBlock, $2, kNone, $4, $5); }
 | TYPE type_declarations END_TYPE
 | TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
 | TYPE type_declarations error END_TYPE
+| global_block
+| CONFIGURATION unit_name configuration END_CONFIGURATION
+| ';'
 ;
 
 unit_name:
@@ -117,6 +124,11 @@ return_type:
 | ':' unnamed_type  { $$ = $2; }
 ;
 
+header_end:
+  %empty  %prec HEADER
+| ';'
+;
+
 // --- Declarations ---
 
 var_blocks: var_block_items  { $$ = make.varBlocks(@$, $1); };
@@ -124,35 +136,42 @@ var_blocks: var_block_items  { $$ = make.varBlocks(@$, $1); };
 var_block_items:
   %empty                     { $$ = make.list(); }
 | var_block_items var_block  { $$ = make.append($1, $2); }
+| var_block_items global_block
 ;
 
-var_block:
-  var_keyword qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2, $3); }
-| var_keyword qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2, $3); }
-| var_keyword qualifiers var_decls names address ':' IDENTIFIER error END_VAR
+var_block: var_keyword var_body  { $$ = make.inSection($1, $2); };
+
+global_block: VAR_GLOBAL var_body  { make.globals($2); };
+
+var_body:
+  qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2); }
+| qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2); }
+| qualifiers var_decls names address ':' IDENTIFIER error END_VAR
     {
-      const Value last = make.varDecl({@4.begin, @7.end}, $4, $5, make.namedType(@7), kNone);
-      $$ = make.varBlock(@$, $1, $2, make.append($3, last));
+      const Value last = make.varDecl({@3.begin, @6.end}, $3, $4, make.namedType(@6), kNone);
+      $$ = make.varBlock(@$, $1, make.append($2, last));
     }
-| var_keyword qualifiers var_decls names address ':' type_spec ASSIGN error END_VAR
+| qualifiers var_decls names address ':' type_spec ASSIGN error END_VAR
     {
-      const Value last = make.varDecl({@4.begin, @7.end}, $4, $5, $7, kNone);
-      $$ = make.varBlock(@$, $1, $2, make.append($3, last));
+      const Value last = make.varDecl({@3.begin, @6.end}, $3, $4, $6, kNone);
+      $$ = make.varBlock(@$, $1, make.append($2, last));
     }
 ;
 
 var_keyword:
-  VAR         { $$ = VarSection::Var; }
-| VAR_INPUT   { $$ = VarSection::Input; }
-| VAR_OUTPUT  { $$ = VarSection::Output; }
-| VAR_IN_OUT  { $$ = VarSection::InOut; }
-| VAR_TEMP    { $$ = VarSection::Temp; }
+  VAR           { $$ = VarSection::Var; }
+| VAR_INPUT     { $$ = VarSection::Input; }
+| VAR_OUTPUT    { $$ = VarSection::Output; }
+| VAR_IN_OUT    { $$ = VarSection::InOut; }
+| VAR_TEMP      { $$ = VarSection::Temp; }
+| VAR_EXTERNAL  { $$ = VarSection::External; }
 ;
 
 qualifiers:
   %empty                 { $$ = Qualifiers{false, false}; }
 | qualifiers CONSTANT    { $$ = Qualifiers{true, $1.retain}; }
 | qualifiers RETAIN      { $$ = Qualifiers{$1.constant, true}; }
+| qualifiers PERSISTENT  { $$ = Qualifiers{$1.constant, true}; }
 | qualifiers NON_RETAIN  { $$ = Qualifiers{$1.constant, false}; }
 ;
 
@@ -174,7 +193,23 @@ var_decls:
     }
 ;
 
-var_decl: names address ':' type_spec initial  { $$ = make.varDecl(@$, $1, $2, $4, $5); };
+var_decl:
+  names address ':' type_spec initial
+    { $$ = make.varDecl(@$, $1, $2, $4, $5); }
+| names address ':' IDENTIFIER edge initial
+    { $$ = make.edgeDetecting(make.varDecl(@$, $1, $2, make.namedType(@4), $6), $5); }
+// Known by its address alone.
+| AT DIRECT_ADDRESS ':' type_spec initial
+    {
+      const NodeList names = make.append(make.list(), make.name(@2));
+      $$ = make.varDecl(@$, names, make.name(@2), $4, $5);
+    }
+;
+
+edge:
+  R_EDGE  { $$ = Edge::Rising; }
+| F_EDGE  { $$ = Edge::Falling; }
+;
 
 names:
   IDENTIFIER            { $$ = make.append(make.list(), make.name(@1)); }
@@ -318,6 +353,57 @@ fields:
 ;
 
 field: IDENTIFIER ASSIGN initial_item  { $$ = make.input(@$, @1, $3); };
+
+// --- Configurations ---
+
+configuration: configuration_items | configuration_items error;
+
+configuration_items:
+  %empty
+| configuration_items configuration_item
+| configuration_items RESOURCE unit_name processor resource END_RESOURCE
+| configuration_items error ';'  { yyerrok; }
+;
+
+processor: %empty | ON IDENTIFIER;
+
+resource: resource_items | resource_items error;
+
+resource_items:
+  %empty
+| resource_items configuration_item
+| resource_items error ';'  { yyerrok; }
+;
+
+configuration_item:
+  global_block
+| TASK IDENTIFIER '(' arguments ')' ';'
+    { make.task(@$, @2, {@3.begin, @5.end}, $4); }
+| PROGRAM qualifiers IDENTIFIER task ':' IDENTIFIER connections ';'
+    { make.programInstance(@$, @3, $4, @6, @7, $7); }
+| ';'
+;
+
+task:
+  %empty           { $$ = kNone; }
+| WITH IDENTIFIER  { $$ = make.name(@2); }
+;
+
+connections:
+  %empty                    { $$ = make.list(); }
+| '(' ')'                   { $$ = make.list(); }
+| '(' connection_items ')'  { $$ = $2; }
+;
+
+connection_items:
+  argument                       { $$ = make.append(make.list(), $1); }
+| task_of_block                  { $$ = make.list(); }
+| connection_items ',' argument  { $$ = make.append($1, $3); }
+| connection_items ',' task_of_block
+;
+
+// Every block runs with its program.
+task_of_block: IDENTIFIER WITH IDENTIFIER;
 
 // --- Statements ---
 

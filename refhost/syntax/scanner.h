@@ -30,7 +30,7 @@ class Scanner {
   int badCharacter();
   int binary();
 
-  int commentDepth = 0;
+  int commentDepth = 0;  // also of pragmas
 
  private:
   std::string_view text_;

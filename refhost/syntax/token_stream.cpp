@@ -5,6 +5,9 @@
 
 #include "grammar.h"
 #include "refhost/messages.h"
+#include "refhost/services/folded.h"
+#include "refhost/syntax/blocks.h"
+#include "refhost/syntax/left_out.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
 
@@ -14,74 +17,60 @@ namespace {
 
 using Kind = grammar::Parser::token;
 
-struct BlockRule {
-  int opener;
-  int closer;
-  int headerEnd;  // 0: none
-  const char* closerName;
-  const char* headerEndName;
+// Words that are keywords where they are asked for.
+struct Word {
+  std::string_view text;
+  int kind;
 };
+constexpr Word kConfigurationWords[] = {{"RESOURCE", Kind::RESOURCE},
+                                        {"END_RESOURCE", Kind::END_RESOURCE},
+                                        {"ON", Kind::ON},
+                                        {"TASK", Kind::TASK},
+                                        {"WITH", Kind::WITH}};
+constexpr Word kQualifierWords[] = {{"PERSISTENT", Kind::PERSISTENT}};
+constexpr Word kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
 
-constexpr BlockRule kBlocks[] = {
-    {Kind::PROGRAM, Kind::END_PROGRAM, 0, "END_PROGRAM", ""},
-    {Kind::FUNCTION, Kind::END_FUNCTION, 0, "END_FUNCTION", ""},
-    {Kind::FUNCTION_BLOCK, Kind::END_FUNCTION_BLOCK, 0, "END_FUNCTION_BLOCK", ""},
-    {Kind::TYPE, Kind::END_TYPE, 0, "END_TYPE", ""},
-    {Kind::VAR, Kind::END_VAR, 0, "END_VAR", ""},
-    {Kind::STRUCT, Kind::END_STRUCT, 0, "END_STRUCT", ""},
-    {Kind::IF, Kind::END_IF, Kind::THEN, "END_IF", "THEN"},
-    {Kind::CASE, Kind::END_CASE, Kind::OF, "END_CASE", "OF"},
-    {Kind::FOR, Kind::END_FOR, Kind::DO, "END_FOR", "DO"},
-    {Kind::WHILE, Kind::END_WHILE, Kind::DO, "END_WHILE", "DO"},
-    {Kind::REPEAT, Kind::END_REPEAT, 0, "END_REPEAT", ""},
-};
-
-const BlockRule& ruleOf(int opener) {
-  return *std::find_if(std::begin(kBlocks), std::end(kBlocks),
-                       [opener](const BlockRule& rule) { return rule.opener == opener; });
+template <std::size_t N>
+int kindOf(std::string_view text, const Word (&words)[N]) {
+  for (const Word& word : words) {
+    if (equalFolded(word.text, text)) return word.kind;
+  }
+  return Kind::IDENTIFIER;
 }
 
-int openerOf(int closer) {
-  return std::find_if(std::begin(kBlocks), std::end(kBlocks),
-                      [closer](const BlockRule& rule) { return rule.closer == closer; })
-      ->opener;
+// A statement, a declaration or a part of a header can begin after the token.
+bool endsPart(int kind) {
+  return kind == 0 || kind == Kind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
 }
 
-bool opensUnit(int kind) {
-  return kind == Kind::PROGRAM || kind == Kind::FUNCTION || kind == Kind::FUNCTION_BLOCK ||
-         kind == Kind::TYPE;
+// No name is followed by such a token.
+bool beginsOperand(int kind) {
+  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
+         kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
 }
-
-bool closesUnit(int kind) {
-  return kind == Kind::END_PROGRAM || kind == Kind::END_FUNCTION ||
-         kind == Kind::END_FUNCTION_BLOCK || kind == Kind::END_TYPE;
-}
-
-// The token is part of the block structure or ends a statement.
-bool isStructural(int kind) {
-  return kind == ';' || kind == Kind::ELSIF || kind == Kind::ELSE || kind == Kind::UNTIL ||
-         (kind >= Kind::VAR && kind <= Kind::VAR_TEMP) ||
-         std::any_of(std::begin(kBlocks), std::end(kBlocks), [kind](const BlockRule& rule) {
-           return kind == rule.opener || kind == rule.closer || kind == rule.headerEnd;
-         });
-}
-
-struct UnsupportedRule {
-  int opener;
-  int closer;
-  const char* what;
-};
-
-constexpr UnsupportedRule kUnsupported[] = {
-    {Kind::VAR_GLOBAL, Kind::END_VAR, "Global variables (VAR_GLOBAL) are"},
-    {Kind::VAR_EXTERNAL, Kind::END_VAR, "Global variables (VAR_EXTERNAL) are"},
-    {Kind::CONFIGURATION, Kind::END_CONFIGURATION, "Configurations are"},
-};
 
 }  // namespace
 
 TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
-    : scanner_(text, errors), errors_(errors) {}
+    : text_(text), scanner_(text, errors), errors_(errors) {}
+
+void TokenStream::scan(Token& token) {
+  if (ahead_.empty()) {
+    token.kind = scanner_.next(token.span);
+  } else {
+    token = ahead_.front();
+    ahead_.pop_front();
+  }
+}
+
+const TokenStream::Token& TokenStream::ahead(std::size_t distance) {
+  while (ahead_.size() < distance) {
+    Token token;
+    token.kind = scanner_.next(token.span);
+    ahead_.push_back(token);
+  }
+  return ahead_[distance - 1];
+}
 
 int TokenStream::next(Span& span) {
   Token token = held_;
@@ -89,7 +78,8 @@ int TokenStream::next(Span& span) {
   holding_ = false;
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
-  skipUnsupported(token);
+  skipLeftOut(token);
+  token.kind = kindHere(token);
   int kind = missingBefore(token);
   if (kind != 0) {
     held_ = token;
@@ -98,7 +88,19 @@ int TokenStream::next(Span& span) {
     kind = accept(token);
   }
   span = token.span;
+  previous_ = kind;
   return kind;
+}
+
+int TokenStream::kindHere(const Token& token) const {
+  if (token.kind != Kind::IDENTIFIER) return token.kind;
+  const bool inVariables = inUnit() && blocks_.back().opener == Kind::VAR;
+  if (inConfiguration() && !inVariables) return kindOf(textOf(token), kConfigurationWords);
+  if (opensVariables(previous_) || previous_ == Kind::CONSTANT || previous_ == Kind::RETAIN) {
+    return kindOf(textOf(token), kQualifierWords);
+  }
+  if (inVariables && previous_ == Kind::IDENTIFIER) return kindOf(textOf(token), kEdgeWords);
+  return token.kind;
 }
 
 // The token that the source lacks in front of `token`; 0 for none. Reports it and
@@ -106,16 +108,21 @@ int TokenStream::next(Span& span) {
 int TokenStream::missingBefore(const Token& token) {
   if (!inUnit()) return 0;
   switch (token.kind) {
-    case Kind::YYEOF:
     case Kind::PROGRAM:
+      return inConfiguration() && beginsInstance() && !inDeclarations() ? 0 : closeTop(token);
+    case Kind::YYEOF:
     case Kind::FUNCTION:
     case Kind::FUNCTION_BLOCK:
     case Kind::TYPE:
+    case Kind::CONFIGURATION:
       return closeTop(token);
+    case Kind::RESOURCE:
+      return blocks_.size() > 1 ? closeTop(token) : 0;
     case Kind::END_PROGRAM:
     case Kind::END_FUNCTION:
     case Kind::END_FUNCTION_BLOCK:
     case Kind::END_TYPE:
+    case Kind::END_CONFIGURATION:
       // The end of another kind of unit than the one at hand ends that one too.
       return blocks_.size() > 1 || blocks_.back().opener != openerOf(token.kind) ? closeTop(token)
                                                                                  : 0;
@@ -124,6 +131,8 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::VAR_OUTPUT:
     case Kind::VAR_IN_OUT:
     case Kind::VAR_TEMP:
+    case Kind::VAR_GLOBAL:
+    case Kind::VAR_EXTERNAL:
       return inDeclarations() ? closeTop(token) : 0;
     case Kind::IF:
     case Kind::CASE:
@@ -147,6 +156,7 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::UNTIL:
       return closeUntil(Kind::REPEAT, token);
     case Kind::END_VAR:
+    case Kind::END_RESOURCE:
     case Kind::END_STRUCT:
     case Kind::END_IF:
     case Kind::END_CASE:
@@ -207,6 +217,18 @@ bool TokenStream::inDeclarations() const {
   return top == Kind::VAR || top == Kind::STRUCT || top == Kind::TYPE;
 }
 
+bool TokenStream::inConfiguration() const {
+  return inUnit() && blocks_.front().opener == Kind::CONFIGURATION;
+}
+
+// A configuration names its programs with the keyword that begins a unit elsewhere.
+bool TokenStream::beginsInstance() {
+  if (ahead(1).kind != Kind::IDENTIFIER) return true;
+  const Token& next = ahead(2);
+  return next.kind == ':' ||
+         (next.kind == Kind::IDENTIFIER && kindOf(textOf(next), kConfigurationWords) == Kind::WITH);
+}
+
 void TokenStream::endHeader(int opener) {
   brackets_ = 0;
   if (inUnit() && blocks_.back().opener == opener) blocks_.back().inHeader = false;
@@ -216,12 +238,11 @@ int TokenStream::openBlock(const Token& token) {
   brackets_ = 0;
   if (opensUnit(token.kind)) {
     errors_.beginUnit();
-  } else if (!inUnit()) {
+  } else if (!inUnit() && token.kind != Kind::VAR_GLOBAL) {
     return token.kind;
   }
   if (blocks_.size() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);
-  const bool isVar = token.kind >= Kind::VAR && token.kind <= Kind::VAR_TEMP;
-  const int opener = isVar ? int{Kind::VAR} : token.kind;
+  const int opener = opensVariables(token.kind) ? int{Kind::VAR} : token.kind;
   blocks_.push_back({opener, token.span.begin, ruleOf(opener).headerEnd != 0, false});
   return token.kind;
 }
@@ -239,15 +260,20 @@ int TokenStream::accept(const Token& token) {
   prefixes_ = 0;
   switch (token.kind) {
     case Kind::PROGRAM:
+      return inConfiguration() ? token.kind : openBlock(token);
     case Kind::FUNCTION:
     case Kind::FUNCTION_BLOCK:
     case Kind::TYPE:
+    case Kind::CONFIGURATION:
+    case Kind::RESOURCE:
     case Kind::STRUCT:
     case Kind::VAR:
     case Kind::VAR_INPUT:
     case Kind::VAR_OUTPUT:
     case Kind::VAR_IN_OUT:
     case Kind::VAR_TEMP:
+    case Kind::VAR_GLOBAL:
+    case Kind::VAR_EXTERNAL:
     case Kind::IF:
     case Kind::CASE:
     case Kind::FOR:
@@ -258,6 +284,8 @@ int TokenStream::accept(const Token& token) {
     case Kind::END_FUNCTION:
     case Kind::END_FUNCTION_BLOCK:
     case Kind::END_TYPE:
+    case Kind::END_CONFIGURATION:
+    case Kind::END_RESOURCE:
     case Kind::END_STRUCT:
     case Kind::END_VAR:
     case Kind::END_IF:
@@ -305,25 +333,49 @@ int TokenStream::accept(const Token& token) {
   }
 }
 
-// Moves `token` past a construct that is not supported, if it begins one.
-void TokenStream::skipUnsupported(Token& token) {
-  for (;;) {
-    const auto* rule = std::find_if(
-        std::begin(kUnsupported), std::end(kUnsupported),
-        [&token](const UnsupportedRule& candidate) { return candidate.opener == token.kind; });
-    if (rule == std::end(kUnsupported)) return;
-    errors_.add(token.span, message::kNotSupported, rule->what);
-    // A CONFIGURATION names its programs with the keyword that begins a unit.
-    const bool endsAtUnit = rule->opener != Kind::CONFIGURATION;
-    do {
-      scan(token);
-    } while (token.kind != rule->closer && token.kind != Kind::YYEOF &&
-             !(endsAtUnit && (opensUnit(token.kind) || closesUnit(token.kind))));
-    if (token.kind != rule->closer) {
-      errors_.unexpected(token.span, rule->closer == Kind::END_VAR ? "END_VAR" : "");
-      return;
-    }
-    scan(token);
+// The construct that `token` begins here and that is to be left out; null for none.
+const LeftOut* TokenStream::leftOutAt(const Token& token) {
+  if (token.kind != Kind::IDENTIFIER || !endsPart(previous_)) return nullptr;
+  const LeftOut* const construct = leftOut(textOf(token));
+  if (construct == nullptr) return nullptr;
+  const int next = ahead(1).kind;
+  const bool bare = construct->format == nullptr && (next == Kind::YYEOF || isStructural(next));
+  return bare || beginsOperand(next) ? construct : nullptr;
+}
+
+// Moves `token` past the constructs that are left out.
+void TokenStream::skipLeftOut(Token& token) {
+  while (const LeftOut* const construct = leftOutAt(token)) {
+    if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
+    skip(token, *construct);
+  }
+}
+
+void TokenStream::skip(Token& token, const LeftOut& construct) {
+  const auto endsUnit = [&token] {
+    return token.kind == Kind::YYEOF || opensUnit(token.kind) || closesUnit(token.kind);
+  };
+  const auto isName = [&token] {
+    return token.kind == Kind::IDENTIFIER || token.kind == '.' || token.kind == ',';
+  };
+  scan(token);
+  switch (construct.extent) {
+    case LeftOut::Extent::Word:
+      break;
+    case LeftOut::Extent::Names:
+      while (isName() && leftOut(textOf(token)) == nullptr) scan(token);
+      break;
+    case LeftOut::Extent::Unit:
+      while (!endsUnit()) scan(token);
+      break;
+    case LeftOut::Extent::Closer:
+      while (!endsUnit() && !equalFolded(textOf(token), construct.closer)) scan(token);
+      if (endsUnit()) {
+        errors_.unexpected(token.span, construct.closer);
+      } else {
+        scan(token);
+      }
+      break;
   }
 }
 

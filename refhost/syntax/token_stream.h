@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +18,7 @@
 namespace refhost {
 
 class SyntaxErrors;
+struct LeftOut;
 
 class TokenStream {
  public:
@@ -36,7 +38,14 @@ class TokenStream {
     bool hasUntil = false;  // of a REPEAT
   };
 
-  void scan(Token& token) { token.kind = scanner_.next(token.span); }
+  void scan(Token& token);
+  // The token `distance` after the one that was scanned last.
+  const Token& ahead(std::size_t distance);
+  std::string_view textOf(const Token& token) const {
+    return text_.substr(token.span.begin, token.span.end - token.span.begin);
+  }
+  // What a word is where it stands: some are keywords in a few places only.
+  int kindHere(const Token& token) const;
   int missingBefore(const Token& token);
   int missingHeaderEnd(const Token& token);
   int missingBeforeEnd(const Token& token);
@@ -49,11 +58,18 @@ class TokenStream {
   int openBlock(const Token& token);
   int closeBlock(const Token& token);
   int accept(const Token& token);
-  void skipUnsupported(Token& token);
+  const LeftOut* leftOutAt(const Token& token);
+  void skipLeftOut(Token& token);
+  void skip(Token& token, const LeftOut& construct);
+  bool inConfiguration() const;
+  bool beginsInstance();
   int skipTooDeep(const Token& token, bool wholeUnit);
 
+  std::string_view text_;
   Scanner scanner_;
   SyntaxErrors& errors_;
+  std::deque<Token> ahead_;  // scanned before their turn
+  int previous_ = 0;         // kind of the token delivered last
   std::vector<Block> blocks_;
   Token held_;            // the token after those that were put in
   bool holding_ = false;  // held_ is yet to be delivered

@@ -67,8 +67,10 @@ enum class NodeKind : std::int32_t {
   Exit,
   Continue,
   Return,
-  TypeDecl,   // [name Text, TypeSpec, initial value Expr?]
-  EnumValue,  // [name Text, value Expr?], in an EnumTypeSpec
+  TypeDecl,         // [name Text, TypeSpec, initial value Expr?]
+  EnumValue,        // [name Text, value Expr?], in an EnumTypeSpec
+  Task,             // [name Text, Call of its name]
+  ProgramInstance,  // [name Text, Call of the PROGRAM, task's name Text?]
 };
 // A leaf marked "?" is null where the source leaves it out; an else list is simply
 // absent.
@@ -195,17 +197,19 @@ class TypeSpec final : public ASTNode {
 //   StructTypeSpec     [VarDecl...]
 //   PointerTypeSpec, ReferenceTypeSpec  [target TypeSpec]
 
-enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp };
+enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp, Global, External };
 
 class VarBlock final : public ASTNode {
  public:
-  explicit VarBlock(VarSection varSection)
-      : ASTNode(astType(NodeKind::VarBlock)), section(varSection) {}
+  VarBlock() : ASTNode(astType(NodeKind::VarBlock)) {}
 
-  VarSection section;
+  VarSection section = VarSection::Var;
   bool constant = false;
   bool retain = false;
 };
+
+// Of an input: R_EDGE or F_EDGE, by which the body sees only the changes of its value.
+enum class Edge : std::uint8_t { None, Rising, Falling };
 
 class VarDecl final : public ::VarDeclaration {
  public:
@@ -215,6 +219,7 @@ class VarDecl final : public ::VarDeclaration {
   VarDecl() : VarDeclaration(astType(NodeKind::VarDecl)) {}
 
   bool bitParameter = false;  // the pragma {bitparam} stands before it
+  Edge edge = Edge::None;
 };
 
 class Unit final : public ::POUDeclaration {
@@ -248,6 +253,9 @@ class Tree {
   // In source order.
   std::vector<Unit*> units;
   std::vector<Node*> types;  // TypeDecl nodes
+  std::vector<VarBlock*> globals;
+  std::vector<Node*> tasks;
+  std::vector<Node*> instances;  // of PROGRAMs, in configurations
 
  private:
   std::pmr::monotonic_buffer_resource arena_;

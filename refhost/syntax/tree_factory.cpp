@@ -1,6 +1,7 @@
 #include "refhost/syntax/tree_factory.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <charconv>
 #include <iterator>
@@ -314,12 +315,21 @@ Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type,
   return link(declaration, span, scratch_.data(), scratch_.size());
 }
 
-Value TreeFactory::varBlock(Span span, VarSection section, Qualifiers qualifiers,
-                            NodeList declarations) {
-  auto* block = tree_.make<VarBlock>(section);
+Value TreeFactory::edgeDetecting(Value declaration, Edge edge) {
+  static_cast<VarDecl*>(declaration.node)->edge = edge;
+  return declaration;
+}
+
+Value TreeFactory::varBlock(Span span, Qualifiers qualifiers, NodeList declarations) {
+  auto* block = tree_.make<VarBlock>();
   block->constant = qualifiers.constant;
   block->retain = qualifiers.retain;
   return link(block, span, items(declarations), declarations.count);
+}
+
+Value TreeFactory::inSection(VarSection section, Value block) {
+  static_cast<VarBlock*>(block.node)->section = section;
+  return block;
 }
 
 Value TreeFactory::varBlocks(Span span, NodeList blocks) {
@@ -335,6 +345,28 @@ void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value retur
   const Value leaves[] = {unitName, returnType, blocks, body};
   link(node, span, leaves, std::size(leaves));
   tree_.units.push_back(node);
+}
+
+void TreeFactory::globals(Value block) {
+  tree_.globals.push_back(static_cast<VarBlock*>(inSection(VarSection::Global, block).node));
+}
+
+// --- Configurations ---
+
+void TreeFactory::task(Span span, Span taskName, Span parameters, NodeList arguments) {
+  const Value properties = call(span, name(taskName), parameters, arguments);
+  auto* node = tree_.make<Node>(NodeKind::Task);
+  link(node, span, std::array{name(taskName), properties}.data(), 2);
+  tree_.tasks.push_back(node);
+}
+
+void TreeFactory::programInstance(Span span, Span instanceName, Value task, Span program,
+                                  Span parameters, NodeList arguments) {
+  const Value connections =
+      call({program.begin, parameters.end}, name(program), parameters, arguments);
+  auto* node = tree_.make<Node>(NodeKind::ProgramInstance);
+  link(node, span, std::array{name(instanceName), connections, task}.data(), 3);
+  tree_.instances.push_back(node);
 }
 
 // --- Statements ---

@@ -38,6 +38,7 @@ union SemanticValue {
   NodeList list;
   VarSection section;
   Qualifiers qualifiers;
+  Edge edge;
 };
 
 class TreeFactory {
@@ -84,10 +85,18 @@ class TreeFactory {
   Value structValue(Span span, NodeList fields);
   Value repeat(Span span, Span count, NodeList elements);
   Value varDecl(Span span, NodeList names, Value address, Value type, Value initial);
-  Value varBlock(Span span, VarSection section, Qualifiers qualifiers, NodeList declarations);
+  Value edgeDetecting(Value declaration, Edge edge);
+  Value varBlock(Span span, Qualifiers qualifiers, NodeList declarations);
+  Value inSection(VarSection section, Value block);
   Value varBlocks(Span span, NodeList blocks);
+  void globals(Value block);
   void unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
             Value body);
+
+  // Configurations.
+  void task(Span span, Span taskName, Span parameters, NodeList arguments);
+  void programInstance(Span span, Span instanceName, Value task, Span program, Span parameters,
+                       NodeList arguments);
 
   // Statements. Without a condition, a selector or bounds there is no statement.
   Value statementList(Span span, NodeList statements);

@@ -67,8 +67,7 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:73 Syntax error: found ';', expected expression;\n",
        "(:= ([] ([] a 1 i) {f[x]}) (bit 3 (^ (. (^ b) c))))\n(call (. c d)[1])\n"
        "(call ([] a 1)[e:=2])\n(call (^ p)[])\n(:= x Color#Red)\n(:= z 1)\n"},
-      {"VAR_GLOBAL g : INT; END_VAR z := 1;",
-       "2:1 Global variables (VAR_GLOBAL) are not supported;\n", "(:= z 1)\n"},
+      {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "(:= z 1)\n"},
       {std::string("z := 1; \0\1\2", 11),
        "2:9 Syntax error: the file is not a text from here on;\n", "(:= z 1)\n"},
   };
@@ -97,7 +96,9 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:18 Syntax error: found 'END_PROGRAM', expected END_FUNCTION;\n",
        "(function f INT [] [])\n(program q _ [] [])\n"},
       {"foo bar; PROGRAM q END_PROGRAM PROGRAM 5 END_PROGRAM PROGRAM p x := 1;",
-       "1:1 Syntax error: found 'foo', expected PROGRAM, FUNCTION, FUNCTION_BLOCK or TYPE;\n"
+       "1:1 Syntax error: found 'foo', expected PROGRAM, FUNCTION, FUNCTION_BLOCK, VAR_GLOBAL, "
+       "TYPE "
+       "or CONFIGURATION;\n"
        "1:40 Syntax error: found '5', expected identifier;\n"
        "1:71 Syntax error: found end of file, expected END_PROGRAM;\n",
        "(program q _ [] [])\n(program  _ [] [])\n(program p _ [] [(:= x 1)])\n"},
@@ -107,13 +108,40 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "PROGRAM p VAR a : ARRAY[1..2, -1..n] OF POINTER TO INT := [1, 2(3, [4]), 2()];\n"
        "b : INT := 1, 2(3); c : INT(0..5); END_VAR END_PROGRAM\n"
        "CONFIGURATION c RESOURCE r ON x PROGRAM q WITH t : p; END_RESOURCE END_CONFIGURATION",
-       "6:1 Configurations are not supported;\n",
+       "",
        "(type t (struct (decl INT _ _ a) (decl (struct (decl t (struct x:=1) _ b c)) _ _ u)) _)\n"
        "(type e (of  (value A _) (value B 2)) B)\n(type f (of INT (value A _)) A)\n"
        "(type g (of INT (value A _)) _)\n(type h (pointer t) _)\n"
        "(program p _ [(var (decl (array (pointer INT) (.. 1 2) (.. -1 n)) (array 1 (repeat 2 3 "
        "(array 4)) (repeat 2)) _ a) (decl INT (array 1 (repeat 2 3)) _ b)"
        " (decl (of INT (.. 0 5)) _ _ c))] [])\n"},
+      {"NAMESPACE a.b USING c, d; CLASS e METHOD m END_METHOD END_CLASS INTERFACE i END_INTERFACE\n"
+       "FUNCTION_BLOCK FINAL f EXTENDS g IMPLEMENTS h, i VAR PUBLIC a : INT; END_VAR\n"
+       "METHOD m : INT VAR b : INT; END_VAR IF END_METHOD PROPERTY p : INT END_PROPERTY\n"
+       "a := 1; END_FUNCTION_BLOCK ACTION x: y := 1; END_ACTION END_NAMESPACE\n"
+       "PROGRAM s VAR a : BOOL; END_VAR INITIAL_STEP b: c(N); END_STEP END_PROGRAM\n"
+       "PROGRAM l LD a ST b END_PROGRAM\n"
+       "PROGRAM w VAR step, class, on : INT; END_VAR step := class; action(ld); END_PROGRAM\n"
+       "CLASS z PROGRAM q END_PROGRAM CONFIGURATION k PROGRAM 5; PROGRAM v END_PROGRAM",
+       "1:1 Namespaces (NAMESPACE) are not supported;\n1:15 Namespaces (USING) are not supported;\n"
+       "1:27 Classes (CLASS) are not supported;\n"
+       "1:65 Interfaces (INTERFACE) are not supported;\n"
+       "2:16 Modifiers of units and variables are not supported;\n"
+       "2:24 Derived units (EXTENDS) are not supported;\n"
+       "2:34 Interfaces (IMPLEMENTS) are not supported;\n"
+       "2:54 Modifiers of units and variables are not supported;\n"
+       "3:1 Methods (METHOD) are not supported;\n3:51 Properties (PROPERTY) are not supported;\n"
+       "4:28 Actions (ACTION) are not supported;\n"
+       "5:33 Sequential function charts (SFC) are not supported;\n"
+       "6:11 Instruction lists (IL) are not supported;\n"
+       "8:1 Classes (CLASS) are not supported;\n"
+       "8:9 Syntax error: found 'PROGRAM', expected END_CLASS;\n"
+       "8:55 Syntax error: found '5', expected identifier;\n"
+       "8:58 Syntax error: found 'PROGRAM', expected END_CONFIGURATION;\n",
+       "(function_block f _ [(var (decl INT _ _ a))] [(:= a 1)])\n"
+       "(program s _ [(var (decl BOOL _ _ a))] [])\n(program l _ [] [])\n"
+       "(program w _ [(var (decl INT _ _ step class on))] [(:= step class) (call action[ld])])\n"
+       "(program q _ [] [])\n(program v _ [] [])\n"},
       {"TYPE t : STRUCT a : ; b : INT; IF END_TYPE PROGRAM p END_PROGRAM",
        "1:21 Syntax error: found ';', expected type;\n"
        "1:32 Syntax error: found 'IF', expected END_STRUCT;\n",

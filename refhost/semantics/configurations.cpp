@@ -1,0 +1,70 @@
+#include <algorithm>
+#include <array>
+
+#include "refhost/semantics/analyser.h"
+#include "refhost/services/folded.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+namespace {
+
+struct TaskProperty {
+  std::string_view name;
+  BasicDataType type;
+};
+constexpr TaskProperty kTaskProperties[] = {{"INTERVAL", BasicDataType::Time},
+                                            {"SINGLE", BasicDataType::Bool},
+                                            {"PRIORITY", BasicDataType::UInt}};
+
+}  // namespace
+
+void Analyser::analyseTask(const ASTNode& task) {
+  ASTNode& properties = *task.leaf(1)->leaf(1);
+  for (int i = 0; i < properties.leavesCount(); ++i) {
+    ASTNode& property = *properties.leaf(i);
+    const bool named = kindOf(property) == NodeKind::Argument;
+    const std::string_view name = TreeBuilder::source(named ? *property.leaf(0) : property);
+    const auto* const known =
+        std::find_if(std::begin(kTaskProperties), std::end(kTaskProperties),
+                     [name](const TaskProperty& row) { return equalFolded(row.name, name); });
+    if (!named || known == std::end(kTaskProperties)) {
+      say(property, message::kTaskProperty, name);
+      continue;
+    }
+    const Expr& value = analyseLeaf(property, 1);
+    judge(services_.symbols.elementary(known->type), value.dataType, value);
+  }
+}
+
+// What is connected is checked like a call of the PROGRAM.
+void Analyser::analyseInstance(const ASTNode& instance) {
+  auto& connections = static_cast<Call&>(*instance.leaf(1));
+  const std::string_view name = TreeBuilder::source(*connections.leaf(0));
+  UnitSymbol* const program = services_.symbols.unit(name);
+  if (program == nullptr || program->type() != vel::POUType::Program) {
+    say(connections, message::kNotAProgram, name);
+  } else {
+    analyseArguments(connections, *program);
+  }
+  const ASTNode* const task = instance.leaf(2);
+  const auto isNamed = [task](const Node* candidate) {
+    return equalFolded(TreeBuilder::source(*candidate->leaf(0)), TreeBuilder::source(*task));
+  };
+  if (task != nullptr && std::none_of(tree_.tasks.begin(), tree_.tasks.end(), isNamed)) {
+    say(*task, message::kUnknownTask, TreeBuilder::source(*task));
+  }
+}
+
+void Analyser::analyseConfigurations() {
+  if (tree_.tasks.empty() && tree_.instances.empty()) return;
+  UnitSymbol empty(&services_, tree_.make<Unit>("", vel::POUType::Program));
+  unit_ = &empty;
+  unitName_.clear();
+  for (const Node* const task : tree_.tasks) analyseTask(*task);
+  for (const Node* const instance : tree_.instances) analyseInstance(*instance);
+}
+
+}  // namespace refhost
