@@ -31,17 +31,20 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (variable != nullptr && isInstance(variable->dataType())) becomesAccess(call);
   if (call.leaf(0)->type() == vel::ASTType::Expression) return callInstance(call);
   call.op = services_.operators->findOperator(name);
-  UnitSymbol* const function = call.op == nullptr ? unitNamed(name) : nullptr;
-  if (call.op == nullptr && function == nullptr && equalFolded(name, "REF")) {
-    return callReference(call);
+  const StandardFunction* const standard = call.op == nullptr ? standardFunction(name) : nullptr;
+  UnitSymbol* function = nullptr;
+  if (call.op == nullptr) {
+    // The prelude has none of these names, and need not be parsed for them.
+    function = standard != nullptr ? services_.symbols.unit(name) : unitNamed(name);
+    if (function == nullptr && equalFolded(name, "REF")) return callReference(call);
   }
   if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
     call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
     return call.dataType;
   }
-  call.standard = standardFunction(name);
-  if (call.standard != nullptr) {
+  if (standard != nullptr) {
+    call.standard = standard;
     call.dataType = callStandard(call);
     call.accepted = call.dataType != nullptr;
     return call.dataType;
