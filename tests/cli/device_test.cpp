@@ -30,17 +30,6 @@ TEST_F(Velc, RunsDirectIoInBothNotations) {
   EXPECT_NE(std::string::npos, opened.out.find("%QB0 = 16#2\n")) << opened.out;
 }
 
-TEST_F(Velc, ZonesMoveTheirOwnBitsOnly) {
-  writeProgram("zones.st", "l : LWORD; m AT %ML0 : LWORD := 16#FFFF_FFFF_FFFF_FFFF;",
-               "ZRST(%MX1.0, %MX1.7); ZRST(%MX3.3, %MX4.1); l := m;\n"
-               "ZSET(%MX8.1, %MX8.1); ZSET(%MB10, %MB11); ZRST(%MD5, %MD6); ZRST(%MW1, %MW1);\n"
-               "IZSET(%QX0.7, %QX1.0);");
-  EXPECT_EQ(
-      "l = 16#FFFFFFFC07FF00FF\nm = 16#FFFFFFFC000000FF\n%MB8 = 16#2\n%MW5 = 16#FFFF\n"
-      "%MD5 = 16#0\n%QW0 = 16#180\n",
-      velc("run zones.st --set %MD5=16#FFFF --show %MB8 --show %MW5 --show %MD5 --show %QW0").out);
-}
-
 TEST_F(Velc, BitsOfParametersAreThoseOfTheCaller) {
   write(
       "bits.st",

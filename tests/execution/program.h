@@ -1,0 +1,76 @@
+// A Structured Text program that calls operators, with what its variables are to hold after
+// it has run through plugin, reference host, C compiler and runtime.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "refhost/session.h"
+#include "tests/execution/values.h"
+
+namespace execution {
+
+// The C compiler that this run of the tests proves.
+extern std::string compiler;
+
+// What has been run and held so far.
+struct Proof {
+  std::set<std::string> operators;  // in capitals
+  int cases = 0;
+};
+Proof& proof();
+
+// Every name that the plugin registers.
+std::vector<std::string> operatorNames();
+
+class Program {
+ public:
+  // Freely added to; `units` stand before the program. Calls that are expected to give a value
+  // run before `body`, the first of them see `variables`.
+  std::string units;
+  std::string variables;
+  std::string body;
+  std::string refreshes;  // of local I/O that are expected, as `velc run --trace-io` has them
+  refhost::Options options;
+  std::map<std::string, Value> presets;  // of device addresses before the first scan
+  int scans = 1;
+
+  // A variable that holds the value, which the C compiler cannot know.
+  std::string input(const Value& value);
+  // A call with inputs, given to a variable of the type of `expected`; see same().
+  void expect(const std::string& name, const std::vector<Value>& inputs, const Value& expected,
+              Number tolerance = 0);
+  // The same for any expression that begins with a call.
+  void expect(const std::string& expression, const Value& expected, Number tolerance = 0);
+  // What a variable declared in `variables`, or a device address, holds after all scans.
+  void expectVariable(const std::string& name, const Value& expected);
+  void expectAt(const std::string& address, const Value& expected);
+  // Counts operators that statements in `units` and `body` call as proven by this program.
+  void proves(const std::string& operators);
+  // A flag for the C compiler, needed for a text that an operator has to emit.
+  void compileWith(const char* flag, const char* reason);
+
+  // Runs it and compares.
+  void run();
+
+ private:
+  struct Expectation {
+    Value value;
+    Number tolerance;
+    std::string source;
+  };
+  std::string source() const;
+  void compare(const std::vector<refhost::ProgramVariable>& printed, const std::string& held) const;
+
+  std::map<std::string, std::string> names_;  // of inputs, by type and bytes
+  std::map<std::string, Value> inputs_;       // by name
+  std::vector<std::string> calls_;            // each given to the variable out<index>
+  std::map<std::string, Expectation> expectations_;
+  std::vector<std::string> addresses_;
+  std::set<std::string> operators_;
+  std::vector<std::string> flags_;
+};
+
+}  // namespace execution

@@ -1,0 +1,142 @@
+// Texts of values and values of texts.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <limits>
+#include <map>
+
+#include "cli/value_format.h"
+#include "tests/execution/program.h"
+
+namespace execution {
+namespace {
+
+std::string calendar(const char* format, Number seconds) {
+  const auto time = static_cast<std::time_t>(seconds);
+  std::tm date{};
+  char text[40];
+  return {text, std::strftime(text, sizeof text, format, gmtime_r(&time, &date))};
+}
+
+std::string printed(const Value& value) {
+  const std::string& type = value.type->name;
+  const Number x = value.number;
+  if (type == "BOOL") return x != 0 ? "TRUE" : "FALSE";
+  // velc prints reals with the C++ library, not with the runtime.
+  if (type == "REAL") return velc::valueText(vel::BasicDataType::Real, type, bytes(value));
+  if (type == "LREAL") return velc::valueText(vel::BasicDataType::LReal, type, bytes(value));
+  if (type == "TIME") return fmt::format("T#{:.0f}ms", x);
+  if (type == "LTIME") return fmt::format("LTIME#{:.0f}ns", x);
+  if (type == "DATE") return calendar("D#%Y-%m-%d", x);
+  if (type == "DT") return calendar("DT#%Y-%m-%d-%H:%M:%S", x);
+  if (type != "TOD") return fmt::format("{:.0f}", x);
+  const auto ms = static_cast<unsigned>(x);
+  return fmt::format("TOD#{:02}:{:02}:{:02}", ms / 3600000, ms / 60000 % 60, ms / 1000 % 60) +
+         (ms % 1000 != 0 ? fmt::format(".{:03}", ms % 1000) : "");
+}
+
+TEST(Texts, OfEveryType) {
+  for (const char* const target : {"STRING", "WSTRING"}) {
+    Program program;
+    for (const Type& source : types()) {
+      if (source.kind == Type::Text) continue;
+      for (const Value& sample : samples(source)) {
+        const std::string name = std::string("TO_") + target;
+        const Value expected = text(target, printed(sample));
+        program.expect(source.name + '_' + name, {sample}, expected);
+        program.expect(name, {sample}, expected);
+      }
+    }
+    program.run();
+  }
+}
+
+// ---- Reading ------------------------------------------------------------------
+
+// The same text as STRING and WSTRING through STRING_TO_X, WSTRING_TO_X, each of which takes
+// both, and TO_X.
+void expectRead(Program& program, const std::string& units, const Value& expected) {
+  const std::string& target = expected.type->name;
+  for (const char* const type : {"STRING", "WSTRING"}) {
+    const Value input = text(type, units);
+    // TO_BOOL asks whether there is a text at all, which -Waddress knows there is.
+    if (target != "BOOL") program.expect("TO_" + target, {input}, expected);
+    if (target == "LTIME") continue;  // has no name of its own
+    program.expect("STRING_TO_" + target, {input}, expected);
+    program.expect("WSTRING_TO_" + target, {input}, expected);
+  }
+}
+
+TEST(Texts, ReadBack) {
+  for (const Type& type : types()) {
+    if (type.kind == Type::Text) continue;
+    Program program;
+    for (const Value& sample : samples(type)) {
+      Value expected = sample;
+      if (type.name == "DATE") expected.number -= std::fmod(sample.number, 86400);
+      const bool noClockShowsIt = type.name == "TOD" && sample.number >= 86400000;
+      if (noClockShowsIt) expected.number = 0;
+      expectRead(program, printed(sample), expected);
+    }
+    program.run();
+  }
+}
+
+// The whole text is one value or it is 0; what is out of range takes the nearest value.
+struct Meaning {
+  const char* text;
+  Number meant;
+};
+
+TEST(Texts, OfIntegers) {
+  // clang-format off
+  const Meaning rows[] = {
+      {"1_000", 1000}, {"+12", 12}, {" \t-12 ", -12}, {"2#1010_1010", 170}, {"8#777", 511},
+      {"16#fF", 255}, {"-16#80", -128}, {"0009", 9}, {"99999999999999999999999", 1e23L},
+      {"-99999999999999999999999", -1e23L}, {"", 0}, {"-", 0}, {"12abc", 0}, {"1__0", 0},
+      {"_1", 0}, {"1 2", 0}, {"2#2", 0}, {"1.0", 0}};
+  // clang-format on
+  Program program;
+  for (const Type& type : types()) {
+    if (!type.isInteger()) continue;
+    for (const Meaning& row : rows) {
+      const Number held = std::clamp(row.meant, lowest(type), highest(type));
+      expectRead(program, row.text, value(type.name, held));
+    }
+  }
+  program.run();
+}
+
+TEST(Texts, OfOthers) {
+  constexpr Number kDay = 86400;
+  // clang-format off
+  const std::map<const char*, std::vector<Meaning>> rows = {
+      {"BOOL", {{"true", 1}, {" 1", 1}, {"0", 0}, {"2", 0}, {"", 0}}},
+      {"TIME", {{"1d2h3m4s5ms6us", 93784005}, {"-1.5s", -1500}, {"t#1h_30m", 5400000},
+                {"TIME#0.0009s", 0}, {"1s1h", 0}, {"5", 0}, {"1s x", 0}, {"99d", 2147483647},
+                {"-99d", -2147483648.0L}}},
+      {"LTIME", {{"LT#1us2ns", 1002}, {"LTIME#-0.5us", -500}, {"1h", 3.6e12L}}},
+      {"DATE", {{"1970-01-02", kDay}, {"d#2000-02-29", 11016 * kDay}, {"2001-02-29", 0},
+                {"1969-12-31", 0}, {"9999-01-01", 49710 * kDay}, {"2026-13-01", 0}}},
+      {"TOD", {{"23:59:59.999", 86399999}, {"tod#01:02", 3720000}, {"24:00:00", 0},
+               {"1:2:3.4567", 3723456}, {"12", 0}}},
+      {"DT", {{"1970-01-02-00:00:01.9", kDay + 1}, {"1970-01-02", 0},
+              {"DATE_AND_TIME#2038-01-19-03:14:08", 2147483648}, {"2106-02-07-06:28:16", 4294967295}}},
+      {"REAL", {{"1_0.5E1", 105}, {"real#-.5", 0}, {"REAL#-2e-1", -0.2L}, {"16#1F", 31},
+                {"1e99", std::numeric_limits<float>::max()}, {"16777217", 16777216}, {"1e", 0}}},
+      {"LREAL", {{"9007199254740993", 9007199254740992}, {"-1e-400", -0.0L}, {"2.5x", 0},
+                 {"-1e999", -std::numeric_limits<double>::max()}, {"inf", HUGE_VALL},
+                 {" nan ", std::nanl("")}}}};
+  // clang-format on
+  Program program;
+  for (const auto& [type, meanings] : rows) {
+    for (const Meaning& row : meanings) expectRead(program, row.text, value(type, row.meant));
+  }
+  program.run();
+}
+
+}  // namespace
+}  // namespace execution
