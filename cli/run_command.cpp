@@ -1,5 +1,4 @@
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -7,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 
 #include "cli/commands.h"
 #include "cli/failure.h"
@@ -14,6 +14,7 @@
 #include "cli/paths.h"
 #include "cli/process.h"
 #include "cli/program_driver.h"
+#include "cli/progress.h"
 #include "cli/temporary_folder.h"
 #include "cli/translation.h"
 
@@ -22,22 +23,6 @@ namespace velc {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A line on a terminal that says what takes so long, gone when it is done.
-class Progress {
- public:
-  explicit Progress(const std::string& text) : shown_(isatty(STDERR_FILENO) == 1) {
-    if (shown_) fmt::print(stderr, "{} ...", text);
-  }
-  ~Progress() {
-    if (shown_) std::fputs("\r\033[K", stderr);
-  }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-
- private:
-  bool shown_;
-};
 
 // "" or the output on lines of its own.
 std::string quoted(const std::string& output) { return output.empty() ? "" : ":\n" + output; }
@@ -65,11 +50,12 @@ void compile(const fs::path& folder, const std::string& compiler, const Terminat
 
 // True when the program came to its end; says so when it did not.
 bool execute(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
-  const Progress progress("running");
+  std::optional<Progress> progress("running");
   const ProcessResult result =
       runProcess({folder / "program", folder / "values", folder / "trace",
                   std::to_string(options.scans), std::to_string(options.cycle)},
                  guard, options.timeout);
+  progress.reset();
   if (result.succeeded()) return true;
   std::string reason;
   if (result.end == ProcessResult::End::TimedOut) {

@@ -8,6 +8,7 @@
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/paths.h"
+#include "cli/progress.h"
 #include "cli/sarif.h"
 #include "refhost/messages.h"
 
@@ -59,6 +60,7 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
 
 bool analyse(refhost::Session& session, const CommonOptions& common,
              const std::vector<std::string>& files) {
+  std::optional<Progress> progress("analysing");
   for (const std::string& file : files) {
     std::string error;
     if (session.sources().load(file, error) < 0) {
@@ -66,12 +68,15 @@ bool analyse(refhost::Session& session, const CommonOptions& common,
     }
   }
   const bool accepted = session.analyse();
+  progress.reset();
   return !printMessages(session, common, 0) && accepted;
 }
 
 std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common) {
   const std::size_t known = session.messages().size();
+  std::optional<Progress> progress("translating");
   std::string text = session.translate();
+  progress.reset();
   if (printMessages(session, common, known)) return std::nullopt;
   return text;
 }
