@@ -19,6 +19,36 @@ std::string integerText(std::optional<std::int64_t> value) {
   return text;
 }
 
+// Both ends of a range, or one label.
+bool labelFits(const ASTNode& label, BasicDataType type) {
+  if (kindOf(label) == NodeKind::Range) {
+    return labelFits(*label.leaf(0), type) && labelFits(*label.leaf(1), type);
+  }
+  const std::int64_t value = constantInteger(label).value_or(0);
+  const auto bits = static_cast<std::uint64_t>(value);
+  return integerFits(value < 0, value < 0 ? 0 - bits : bits, type);
+}
+
+bool allLabelsFit(const ASTNode& node, BasicDataType type) {
+  for (int i = 1; i < node.leavesCount(); ++i) {
+    if (kindOf(*node.leaf(i)) != NodeKind::CaseElement) continue;
+    const ASTNode& labels = *node.leaf(i)->leaf(0);
+    for (int k = 0; k < labels.leavesCount(); ++k) {
+      if (!labelFits(*labels.leaf(k), type)) return false;
+    }
+  }
+  return true;
+}
+
+// In which a CASE compares its selector with its labels: the selector's own type where
+// C compares it with them as signed numbers.
+BasicDataType selectorType(const ASTNode& node) {
+  const BasicDataType own = typeOf(*node.leaf(0));
+  if (own == BasicDataType::ULInt) return own;
+  const bool promoted = isSigned(own) || own == BasicDataType::USInt || own == BasicDataType::UInt;
+  return promoted && allLabelsFit(node, own) ? own : BasicDataType::LInt;
+}
+
 }  // namespace
 
 void CGenerator::line(const std::string& text) {
@@ -134,17 +164,13 @@ void CGenerator::ifStatement(const ASTNode& node) {
 
 // A chain of conditions, so that EXIT inside a CASE leaves the loop around it.
 void CGenerator::caseStatement(const ASTNode& node) {
-  const ASTNode& selectorNode = *node.leaf(0);
-  const auto& selector = static_cast<const Expr&>(selectorNode);
   const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
   if (!labelled) {
     line(fmt::format("(void)({});", expressionText(node.leaf(0))));
     if (node.leavesCount() > 1) statements(node.leaf(1));
     return;
   }
-  const bool wide = typeOf(selector) == BasicDataType::ULInt;
-  const std::string name =
-      temporary(services_.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt));
+  const std::string name = temporary(services_.symbols.elementary(selectorType(node)));
   line(fmt::format("{} = {};", name, expressionText(node.leaf(0))));
   for (int i = 1; i < node.leavesCount(); ++i) {
     const ASTNode& element = *node.leaf(i);

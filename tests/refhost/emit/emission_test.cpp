@@ -123,12 +123,14 @@ TEST(Emission, CompilersFindNothingToWarnOf) {
       "FUNCTION_BLOCK B VAR_IN_OUT io: LREAL; END_VAR END_FUNCTION_BLOCK "
       "PROGRAM P VAR u: USINT; l: LINT; x AT %ML1: LREAL; fb: B; END_VAR\n"
       "CASE u OF 0..5, 200..255: u := 1; END_CASE; fb(io := x); x := floor(3);\n"
-      "CASE l OF -9223372036854775808: u := 1; END_CASE; END_PROGRAM");
+      "CASE l OF -9223372036854775808: u := 1; END_CASE;\n"
+      "CASE u OF 0, 256: u := 1; END_CASE; END_PROGRAM");
   ASSERT_TRUE(said(*session).empty());
   const std::string text = session->translate();
   for (const char* const expected :
-       {"static f64 floor_(u8 INT32_MAX_)", "i64 vel_t1;", "vel_t1 >= 200 && vel_t1 <= 255",
-        "self->fb.io = (f64*)(void*)&VEL_MEM(f64, 8);", "vel_t2 == (-9223372036854775807LL - 1)"}) {
+       {"static f64 floor_(u8 INT32_MAX_)", "u8 vel_t1;", "vel_t1 >= 200 && vel_t1 <= 255",
+        "self->fb.io = (f64*)(void*)&VEL_MEM(f64, 8);", "vel_t2 == (-9223372036854775807LL - 1)",
+        "i64 vel_t3;"}) {
     EXPECT_NE(std::string::npos, text.find(expected)) << expected << "\n" << text;
   }
 }
