@@ -1,0 +1,57 @@
+/* examples/gate_iec.st and examples/gate_letters.st by hand. The latter, with GATE_LAMP,
+ * shows in a bit of D11 that the motor runs. */
+#include "bench/programs/scan_pair.h"
+#include "velrt.h"
+
+/* Bits of the inputs and outputs, and the byte of %MW10 or D10. */
+enum { INPUTS = 131072, OUTPUTS = 139264 };
+#ifdef GATE_LAMP
+enum { RUNS = 3092 };
+#else
+enum { RUNS = 20 };
+#endif
+
+static struct {
+  u8 opened;
+  u8 closed;
+} gate VARIABLES;
+
+static u8 read_now(u32 input) {
+  __platform_api.UPDATEINPUT(input, 1);
+  return gbit(INPUTS + input);
+}
+
+static void write_now(u32 output, u8 value) {
+  sbit(OUTPUTS + output, value);
+  __platform_api.UPDATEOUTPUT(output, 1);
+}
+
+static void write_lamps(u32 value) {
+  mset(OUTPUTS + 8, 4, 1, value);
+  __platform_api.UPDATEOUTPUT(8, 4);
+}
+
+static void init(void) { gate.opened = gate.closed = 0; }
+
+static void scan(void) {
+  gate.opened = read_now(1);
+  gate.closed = read_now(2);
+  sbit(0, read_now(2));
+
+  if (gbit(INPUTS) && !gate.opened) {
+    if (!gbit(OUTPUTS)) VEL_MEM(u16, RUNS) = (u16)(VEL_MEM(u16, RUNS) + 1);
+    write_now(1, 0);
+    write_now(0, 1);
+    write_lamps(0xFF);
+  } else {
+    write_now(0, 0);
+    write_now(1, !gate.closed);
+    write_lamps(0);
+  }
+#ifdef GATE_LAMP
+  sbit(8 * (RUNS + 2), gbit(OUTPUTS) | gbit(OUTPUTS + 1));
+#endif
+  if (VEL_MEM(u16, RUNS) > 1000) mset(RUNS, 2, 0, 0);
+}
+
+const struct scan_program by_hand = {init, scan, &gate, sizeof gate};
