@@ -200,7 +200,8 @@ class Analyser {
     std::size_t first = 0;
     std::size_t last = 0;
   } checked_;
-  int loops_ = 0;  // around the statement being analysed
+  int nestedInputs_ = 0;  // of the standard functions around the expression being analysed
+  int loops_ = 0;         // around the statement being analysed
 };
 
 }  // namespace refhost

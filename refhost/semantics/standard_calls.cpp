@@ -6,6 +6,7 @@
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/services/operator_symbol.h"
 #include "refhost/services/standard_functions.h"
+#include "refhost/syntax/parser.h"
 
 namespace refhost {
 
@@ -64,15 +65,17 @@ vel::SymbolDataType* Analyser::callStandard(Call& call) {
     say(*list->leaf(function.inputs()), message::kTooManyArguments, function.name);
     return nullptr;
   }
-  switch (function.kind) {
-    case Kind::Clock:
-      return services_.symbols.elementary(BasicDataType::Time);
-    case Kind::Operation:
-    case Kind::Comparison:
-      return callOperation(call);
-    default:
-      return callTextFunction(call);
+  if (function.kind == Kind::Clock) return services_.symbols.elementary(BasicDataType::Time);
+  // Each input nests what the call becomes one level deeper.
+  if (count > kMaxNesting - nestedInputs_) {
+    say(call, message::kNestingTooDeep, std::to_string(kMaxNesting));
+    return nullptr;
   }
+  nestedInputs_ += count;
+  const bool text = function.kind != Kind::Operation && function.kind != Kind::Comparison;
+  Type* const type = text ? callTextFunction(call) : callOperation(call);
+  nestedInputs_ -= count;
+  return type;
 }
 
 // The call stands for an expression of its arguments, its third leaf.

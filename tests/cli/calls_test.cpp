@@ -72,5 +72,14 @@ TEST_F(Calls, OperandsAreEvaluatedOnceFromTheLeft) {
       "s = '233'\n");
 }
 
+TEST_F(Calls, InputsNestNoDeeperThanOtherExpressions) {
+  std::string inputs = "i";
+  for (int i = 0; i < 500; ++i) inputs += ", i";
+  writeProgram("p.st", "i : INT;", "i := ADD(" + inputs + ", ADD(" + inputs + "));");
+  const Outcome outcome = velc("check p.st");
+  EXPECT_EQ(1, outcome.code);
+  EXPECT_NE(std::string::npos, outcome.err.find("Nested deeper than 1000 levels")) << outcome.err;
+}
+
 }  // namespace
 }  // namespace velc
