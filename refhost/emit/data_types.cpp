@@ -18,6 +18,10 @@ bool isTextType(const vel::SymbolDataType* type) {
 
 std::string CGenerator::typeText(Type* type) {
   if (type == nullptr) return {};
+  if (isTextType(type)) {
+    return fmt::format("{}[{}]", characterType(*type), stringLength(*type) + 1);
+  }
+  if (const ElementaryType* const row = elementaryType(valueType(type))) return row->cType;
   if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
     return "struct " + instance->unit->cName;
   }
@@ -27,13 +31,7 @@ std::string CGenerator::typeText(Type* type) {
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
     return "struct " + array->cName;
   }
-  if (const auto* const pointer = dynamic_cast<const PointerType*>(type)) {
-    return pointerText(pointer->target);
-  }
-  if (isTextType(type)) {
-    return fmt::format("{}[{}]", characterType(*type), stringLength(*type) + 1);
-  }
-  return elementaryType(valueType(type))->cType;
+  return pointerText(static_cast<const PointerType*>(type)->target);
 }
 
 // Programs look at a variable through pointers to other types than its own.

@@ -12,7 +12,8 @@ using vel::TreeBuilder;
 
 // What an assignment can name: a variable, a member, a bit or an address.
 void CGenerator::place(const Expr& expr, std::string& out) {
-  if (const auto* const named = dynamic_cast<const NamedValue*>(expr.symbol)) {
+  const bool isTyped = expr.symbol != nullptr && expr.symbol->symbolType() == vel::Symbol::Typed;
+  if (const auto* const named = isTyped ? dynamic_cast<const NamedValue*>(expr.symbol) : nullptr) {
     if (valueType(expr.dataType) == BasicDataType::Pointer) {
       out += "NULL";
     } else {

@@ -31,14 +31,13 @@ bool isAdrCall(const vel::ASTNode& source) {
 bool Analyser::judgeDerived(const Type& to, const Type& from, const vel::ASTNode& source,
                             vel::TextLocation at) {
   judgeRange(to, source, at);
-  const auto* const enumeration = dynamic_cast<const EnumType*>(&to);
   const bool derived =
       elementaryType(to.dataType()) == nullptr || elementaryType(from.dataType()) == nullptr;
   if (!derived) return false;
   if (&to == &from) return true;
   if (isPointer(to) || isPointer(from)) {
     judgePointer(to, from, source, at);
-  } else if (enumeration != nullptr && isInteger(from.dataType())) {
+  } else if (dynamic_cast<const EnumType*>(&to) != nullptr && isInteger(from.dataType())) {
     report(messages_, at, message::kToEnumeration, {displayName(&to)});
   } else if (const auto* const value = dynamic_cast<const EnumType*>(&from);
              value != nullptr && isNumber(to.dataType())) {

@@ -31,6 +31,7 @@ std::string displayName(const vel::SymbolDataType* type) {
 
 BasicDataType valueType(const vel::SymbolDataType* type) {
   if (type == nullptr) return BasicDataType::None;
+  if (type->dataType() != BasicDataType::Enumeration) return type->dataType();
   const auto* const enumeration = dynamic_cast<const EnumType*>(type);
   return enumeration != nullptr ? enumeration->base->dataType() : type->dataType();
 }
