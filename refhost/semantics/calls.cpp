@@ -158,16 +158,22 @@ void Analyser::judgeOperands(const Call& call) {
   }
 }
 
-// Values with parts cannot be compared, and are chosen only among those of one type.
+// Values with parts and texts cannot be compared in C, and are chosen only among those of
+// one type.
 void Analyser::judgeChoice(const Call& call) {
   if (!choosesAmongValues(call.op->name)) return;
   const ASTNode& list = *parameterList(call);
   const bool compares = call.op->name != "SEL" && call.op->name != "MUX";
-  const Type* const first = static_cast<const Expr*>(list.leaf(compares ? 0 : 1))->dataType;
+  const auto& first = static_cast<const Expr&>(*list.leaf(compares ? 0 : 1));
+  const BasicDataType kind = likelyType(first);
   for (int i = compares ? 0 : 1; i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
-    const bool derived = isComposite(value.dataType) || isComposite(first);
-    if (!derived || (!compares && value.dataType == first)) continue;
+    const bool derived = isComposite(value.dataType) || isComposite(first.dataType);
+    const BasicDataType own = likelyType(value);
+    const bool known = kind != BasicDataType::None && own != BasicDataType::None;
+    const bool text = known && (isText(own) || isText(kind));
+    const bool same = derived ? value.dataType == first.dataType : own == kind;
+    if ((!derived && !text) || (!compares && same)) continue;
     say(value, message::kOperandType, call.op->name, displayName(value.dataType));
     return;
   }

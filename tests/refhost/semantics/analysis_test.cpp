@@ -50,6 +50,13 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
       {all, "i := r;", {"2:6 error C0032 'REAL' cannot convert to 'INT' type;"}},
       {all, "b := 1;", {"2:6 error C0032 'SINT' cannot convert to 'BOOL' type;"}},
       {all, "s := w;", {"2:6 error C0032 'WSTRING' cannot convert to 'STRING' type;"}},
+      {all,
+       "s := MAX(s, 'a');",
+       {"2:10 error F002C The operator 'MAX' cannot be applied to 'STRING';"}},
+      {all,
+       "s := SEL(b, s, w); s := SEL(b, 'a', s); s := SEL(b, s, x);",
+       {"2:16 error F002C The operator 'SEL' cannot be applied to 'WSTRING';",
+        "2:56 error F0020 Unknown identifier 'x';"}},
       {all, "t := lt;", {"2:6 error C0032 'LTIME' cannot convert to 'TIME' type;"}},
       // The operator has said so already, in the same words.
       {all,
