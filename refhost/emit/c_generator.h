@@ -104,7 +104,7 @@ class CGenerator final : public vel::Generator {
   void assignment(const ASTNode& node);
   void ifStatement(const ASTNode& node);
   void caseStatement(const ASTNode& node);
-  std::string labelCondition(const ASTNode& labels, const std::string& selector);
+  std::string labelCondition(const ASTNode& labels, const std::string& selector, bool wide);
   void forStatement(const ASTNode& node);
   // Writes the loop and returns true when it is one between constants.
   bool countingLoop(const ASTNode& node);

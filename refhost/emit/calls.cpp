@@ -22,6 +22,21 @@ const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* param
   return binding != nullptr ? binding->value : nullptr;
 }
 
+// C gives what a macro chooses the type in which all its values meet: of a ULINT and a LINT
+// that is not the result's, by which the program compares and computes on.
+bool meetsElsewhere(const Call& call) {
+  const BasicDataType result = call.basicType();
+  if (!isInteger(result) || !choosesAmongValues(call.op->name) || call.op->name == "MUX") {
+    return false;
+  }
+  const vel::ASTNode& list = *call.leaf(1);
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    const ElementaryType* const row = elementaryType(typeOf(*list.leaf(i)));
+    if (row != nullptr && row->type != result && isNumber(row->type) && row->size >= 4) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 using vel::TreeBuilder;
@@ -44,6 +59,9 @@ std::string CGenerator::typedText(const Call& call) {
   std::string text = callText(call);
   if (call.op == nullptr) return text;
   if (call.op->name == "SIZEOF") return "(u32)" + text;
+  if (meetsElsewhere(call)) {
+    return fmt::format("({})({})", elementaryType(call.basicType())->cType, text);
+  }
   if (call.basicType() != BasicDataType::Real) return text;
   // The runtime's functions compute in LREAL, and macros with literals do.
   if (services_.operators->isFCOperator(call.op->name)) return "(f32)" + text;

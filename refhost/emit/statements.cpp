@@ -13,9 +13,9 @@ using vel::ASTNode;
 
 namespace {
 
-std::string integerText(std::optional<std::int64_t> value) {
+std::string integerText(std::int64_t value) {
   std::string text;
-  appendInteger(value.value_or(0), text);
+  appendInteger(value, text);
   return text;
 }
 
@@ -170,13 +170,15 @@ void CGenerator::caseStatement(const ASTNode& node) {
     if (node.leavesCount() > 1) statements(node.leaf(1));
     return;
   }
-  const std::string name = temporary(services_.symbols.elementary(selectorType(node)));
+  const BasicDataType type = selectorType(node);
+  const bool wide = type == BasicDataType::ULInt;
+  const std::string name = temporary(services_.symbols.elementary(type));
   line(fmt::format("{} = {};", name, expressionText(node.leaf(0))));
   for (int i = 1; i < node.leavesCount(); ++i) {
     const ASTNode& element = *node.leaf(i);
     const char* const before = i == 1 ? "" : "} else ";
     if (kindOf(element) == NodeKind::CaseElement) {
-      const std::string condition = labelCondition(*element.leaf(0), name);
+      const std::string condition = labelCondition(*element.leaf(0), name, wide);
       block(fmt::format("{}if ({})", before, condition), element.leaf(1));
     } else {
       block("} else", &element);
@@ -185,19 +187,27 @@ void CGenerator::caseStatement(const ASTNode& node) {
   line("}");
 }
 
-std::string CGenerator::labelCondition(const ASTNode& labels, const std::string& selector) {
+// An unsigned selector of 64 bits meets no negative label, which C would compare as a
+// large one.
+std::string CGenerator::labelCondition(const ASTNode& labels, const std::string& selector,
+                                       bool wide) {
   const bool several = labels.leavesCount() > 1;
   std::string condition;
   for (int i = 0; i < labels.leavesCount(); ++i) {
     const ASTNode& label = *labels.leaf(i);
+    const bool isRange = kindOf(label) == NodeKind::Range;
+    const std::int64_t first = constantInteger(isRange ? *label.leaf(0) : label).value_or(0);
+    const std::int64_t last = isRange ? constantInteger(*label.leaf(1)).value_or(0) : first;
     if (i > 0) condition += " || ";
-    if (kindOf(label) == NodeKind::Range) {
-      const std::string range = fmt::format("{0} >= {1} && {0} <= {2}", selector,
-                                            integerText(constantInteger(*label.leaf(0))),
-                                            integerText(constantInteger(*label.leaf(1))));
+    if (wide && last < 0) {
+      condition += '0';
+    } else if (isRange) {
+      const std::string range =
+          fmt::format("{0} >= {1} && {0} <= {2}", selector,
+                      integerText(wide && first < 0 ? 0 : first), integerText(last));
       condition += several ? "(" + range + ")" : range;
     } else {
-      condition += fmt::format("{} == {}", selector, integerText(constantInteger(label)));
+      condition += fmt::format("{} == {}", selector, integerText(first));
     }
   }
   return condition;

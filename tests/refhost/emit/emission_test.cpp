@@ -135,6 +135,25 @@ TEST(Emission, CompilersFindNothingToWarnOf) {
   }
 }
 
+TEST(Emission, ValuesKeepTheTypeThatTheProgramGivesThem) {
+  const std::string names = "l, o: LINT; u: ULINT; s: UDINT; i, j: INT; k: DINT;";
+  const struct {
+    const char* statement;
+    const char* text;
+  } rows[] = {
+      // A 64-bit unsigned selector meets no negative label.
+      {"CASE u OF -1: i := 1; -2..3, -5..-4: i := 2; END_CASE;",
+       "if (0) {\n    self->i = 1;\n  } else if ((vel_t1 >= 0 && vel_t1 <= 3) || 0) {"},
+      // C would go on with the unsigned type in which the operands of the macro meet.
+      {"l := LIMIT(MIN(u, s), l, o);", "LIMIT(((i64)(MIN((self->u), (self->s)))), (self->l)"},
+      {"k := MAX(k, k) + LIMIT(0, i, j);", "MAX((self->k), (self->k))) + (u32)(i32)(LIMIT((0)"},
+  };
+  for (const auto& row : rows) {
+    const std::string text = scanText(*analysed(program(names, row.statement)));
+    EXPECT_NE(std::string::npos, text.find(row.text)) << text;
+  }
+}
+
 TEST(Emission, StaticTextsAppearOnceAndFirst) {
   const auto session = analysed(program(
       kAll,
