@@ -1,0 +1,71 @@
+// random_programs: runs random programs and compares what they give with what they should.
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <fstream>
+
+#include "tests/random/generator.h"
+#include "tests/random/runner.h"
+
+namespace {
+
+using namespace generated;
+
+// Says what goes wrong with a program, and with the smallest that shares it.
+void report(const Units& units, std::uint64_t seed, const Toolchain& toolchain, bool shrink) {
+  fmt::print("seed {} fails:\n{}\n", seed, run({units}, toolchain).text);
+  std::fflush(stdout);
+  if (!shrink) return;
+  const Units small = shrunk(units, toolchain);
+  fmt::print("It is down to\n\n{}\n{}\n", text(small), run({small}, toolchain).text);
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::uint64_t count = 100;
+  std::uint64_t seed = 1;
+  std::uint64_t batch = 50;
+  std::string summary;
+  bool print = false;
+  bool shrink = true;
+  Toolchain toolchain;
+  CLI::App app("Runs random programs and compares what they give with what they should.");
+  app.add_option("--count", count, "how many")->capture_default_str();
+  app.add_option("--seed", seed, "of the first; the others follow")->capture_default_str();
+  app.add_option("--compiler", toolchain.compiler, "the C compiler")->capture_default_str();
+  app.add_option("--batch", batch, "programs in one source file")->capture_default_str();
+  app.add_option("--summary", summary, "a file for the closing line");
+  app.add_flag("--sanitize", toolchain.sanitize, "with address and undefined-behaviour sanitizers");
+  app.add_flag("--print", print, "print the programs only");
+  app.add_flag("!--no-shrink", shrink, "only tell which fail");
+  CLI11_PARSE(app, argc, argv);
+
+  std::uint64_t failed = 0;
+  for (std::uint64_t done = 0; done < count;) {
+    std::vector<Units> programs;
+    const std::uint64_t size = std::min(batch, count - done);
+    for (std::uint64_t i = 0; i < size; ++i) {
+      programs.push_back(generate(seed + done + i, fmt::format("_{}", seed + done + i)));
+      if (print) fmt::print("{}\n", text(programs.back()));
+    }
+    if (!print && run(programs, toolchain).kind != Outcome::Right) {
+      for (std::uint64_t i = 0; i < size; ++i) {
+        if (run({programs[i]}, toolchain).kind == Outcome::Right) continue;
+        report(programs[i], seed + done + i, toolchain, shrink);
+        ++failed;
+      }
+    }
+    done += size;
+    if (isatty(STDERR_FILENO) == 1) fmt::print(stderr, "\r{} of {}", done, count);
+  }
+  if (print) return 0;
+  const std::string line = fmt::format("{} random programs, seed {}, {}: {} failed\n", count, seed,
+                                       toolchain.compiler, failed);
+  fmt::print("{}", line);
+  if (!summary.empty() && failed == 0) std::ofstream(summary) << line;
+  return failed == 0 ? 0 : 1;
+}
