@@ -72,8 +72,8 @@ std::string CGenerator::operatorText(const Call& call) {
   if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
   services_.calls.currentLocation = call.pos();
   const auto generate = [&] { return call.op->generate(this, const_cast<Call*>(&call)); };
-  std::string text =
-      givesValue(call.op->name) ? inOrder(parametersOf(call), true, generate) : generate();
+  const bool anyOrder = effects_.empty() || !givesValue(call.op->name);
+  std::string text = anyOrder ? generate() : inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
   } else if (call.op->name == "ADR" && call.basicType() != BasicDataType::Pointer) {

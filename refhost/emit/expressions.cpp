@@ -202,6 +202,10 @@ void CGenerator::unary(const Expr& expr, std::string& out) {
 }
 
 void CGenerator::binary(const Expr& expr, std::string& out) {
+  if (effects_.empty()) {
+    operation(expr, out);
+    return;
+  }
   out += inOrder({expr.leaf(0), expr.leaf(1)}, false, [&] {
     std::string text;
     operation(expr, text);
