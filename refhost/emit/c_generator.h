@@ -85,6 +85,7 @@ class CGenerator final : public vel::Generator {
 
   // initials.cpp
   bool hasDefault(const Type* type);
+  bool startsOtherThanZero(const VarSymbol& variable);
   // Statements that give a variable at `place` its initial value.
   void initialise(const std::string& place, const VarSymbol& variable);
   void setDefault(const std::string& place, const Type* type);

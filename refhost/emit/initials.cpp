@@ -18,11 +18,15 @@ bool CGenerator::hasDefault(const Type* type) {
   }
   if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
     for (const auto& member : structure->members()) {
-      result = result || member->initial != nullptr || member->typeInitial != nullptr ||
-               hasDefault(member->dataType());
+      result = result || startsOtherThanZero(*member);
     }
   }
   return hasDefault_[type] = result;
+}
+
+bool CGenerator::startsOtherThanZero(const VarSymbol& variable) {
+  return variable.initial != nullptr || variable.typeInitial != nullptr ||
+         hasDefault(variable.dataType());
 }
 
 // Later initial values are those of a part, or override earlier ones: of the type, of its

@@ -17,11 +17,12 @@ bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
 }
 
-// Comparisons that are always true, and BOOL operators that evaluate both sides, are
-// the program's own.
+// Comparisons that are always true, variables that nobody reads, and BOOL operators that
+// evaluate both sides, are the program's own.
 constexpr std::string_view kHead =
     "#include \"velrt.h\"\n"
     "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n"
+    "#pragma GCC diagnostic ignored \"-Wunused-but-set-variable\"\n"
     "#ifdef __clang__\n"
     "#pragma clang diagnostic ignored \"-Wunknown-warning-option\"\n"
     "#pragma clang diagnostic ignored \"-Wbitwise-instead-of-logical\"\n"
@@ -327,7 +328,7 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
           isComposite(type) ? fmt::format("({}){{0}}", declaration(type, "")) : "0";
       line(fmt::format("{}{} = {};", place, isTextType(type) ? "[0]" : "", zero));
     }
-    if (role != Role::Input && role != Role::InOut) {
+    if (role != Role::Input && role != Role::InOut && startsOtherThanZero(*variable)) {
       initialise(role == Role::Result ? variable->cName : reference(*variable), *variable);
     }
   }
