@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "cli/failure.h"
-#include "cli/value_format.h"
+#include "cli/value_parts.h"
 
 namespace velc {
 
@@ -36,9 +36,12 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
   std::vector<ProgramVariable> found;
   for (const auto& variables : {session.programVariables(), session.globalVariables()}) {
     for (const ProgramVariable& variable : variables) {
-      if (equalIgnoringCase(variable.name, name) ||
-          equalIgnoringCase(qualifiedName(variable), name)) {
-        found.push_back(variable);
+      for (const std::string& known : {variable.name, qualifiedName(variable)}) {
+        if (!equalIgnoringCase(known, name.substr(0, known.size()))) continue;
+        auto part = partOf(variable, std::string_view(name).substr(known.size()));
+        if (!part) continue;
+        found.push_back(std::move(*part));
+        break;
       }
     }
   }
@@ -54,6 +57,7 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
 
 // Names that begin with "vel_" are never those of the program.
 std::string valueStatement(const ProgramVariable& variable) {
+  if (variable.shape->hasParts()) return puttingStatements(*variable.shape, variable.reference);
   if (variable.type == BasicDataType::String || variable.type == BasicDataType::WString) {
     return fmt::format("  vel_put_((const void*)({}), {});\n", variable.reference,
                        variable.byteSize);
@@ -71,12 +75,12 @@ std::vector<ProgramVariable> printedVariables(const Session& session,
                                               const std::vector<std::string>& places) {
   std::vector<ProgramVariable> result;
   for (ProgramVariable& variable : session.programVariables()) {
-    if (hasValueText(variable.type)) result.push_back(std::move(variable));
+    if (variable.shape != nullptr) result.push_back(std::move(variable));
   }
   const std::vector<ProgramVariable> globals = session.globalVariables();
   for (const std::string& shown : places) {
     const auto global = std::find_if(globals.begin(), globals.end(), [&](const auto& variable) {
-      return equalIgnoringCase(variable.name, shown) && hasValueText(variable.type);
+      return equalIgnoringCase(variable.name, shown) && variable.shape != nullptr;
     });
     ProgramVariable place;
     if (global != globals.end()) {
@@ -98,7 +102,9 @@ std::string settingStatement(const Session& session, const std::string& setting)
   const std::string name(trim(view.substr(0, mark)));
   const std::string value(trim(view.substr(mark + 1)));
   const ProgramVariable variable = findVariable(session, name);
-  if (!variable.settable) throw Failure(fmt::format("--set: '{}' cannot be set", name));
+  if (!variable.settable || variable.shape->hasParts()) {
+    throw Failure(fmt::format("--set: '{}' cannot be set", name));
+  }
   std::string statement;
   std::string error;
   if (!session.assignmentText(variable, value, statement, error)) {
@@ -136,11 +142,8 @@ std::string valueLines(const Session& session, const std::vector<ProgramVariable
   std::string text;
   std::string_view rest = bytes;
   for (const ProgramVariable& variable : printed) {
-    const auto size = static_cast<std::size_t>(variable.byteSize);
-    if (rest.size() < size) throw Failure("the program did not write all its values");
     text += qualified && !variable.program.empty() ? qualifiedName(variable) : variable.name;
-    text += " = " + valueText(variable.type, variable.typeName, rest.substr(0, size)) + '\n';
-    rest.remove_prefix(size);
+    text += " = " + partsText(*variable.shape, rest) + '\n';
   }
   return text;
 }

@@ -78,11 +78,6 @@ constexpr std::uint32_t kSecondsOfDay = 24 * 60 * 60;
 
 }  // namespace
 
-bool hasValueText(BasicDataType type) {
-  return (type >= BasicDataType::SInt && type <= BasicDataType::WString) ||
-         type == BasicDataType::BitAddress;
-}
-
 std::string valueText(BasicDataType type, std::string_view typeName, std::string_view bytes) {
   switch (type) {
     case BasicDataType::Bool:
@@ -105,7 +100,7 @@ std::string valueText(BasicDataType type, std::string_view typeName, std::string
     case BasicDataType::ULInt:
       return integerText<std::uint64_t>(bytes, typeName == "LWORD");
     case BasicDataType::Pointer:
-      return integerText<std::uintptr_t>(bytes, true);
+      return load<std::uintptr_t>(bytes) == 0 ? "NULL" : integerText<std::uintptr_t>(bytes, true);
     case BasicDataType::Real:
       return realText(load<float>(bytes));
     case BasicDataType::LReal:

@@ -8,11 +8,8 @@
 
 namespace velc {
 
-// Values of this type are printed; those of all others (function blocks) are not.
-bool hasValueText(vel::BasicDataType type);
-
-// `bytes` are the value as it lies in the memory of the generated program.
-// `typeName` tells a BYTE from a USINT.
+// The value of an elementary type or a pointer; `bytes` are the value as it lies in the memory of
+// the generated program. `typeName` tells a BYTE from a USINT.
 std::string valueText(vel::BasicDataType type, std::string_view typeName, std::string_view bytes);
 
 }  // namespace velc

@@ -48,19 +48,15 @@ void appendVariables(const UnitSymbol& unit, const std::string& program,
     const bool kept = variable->role != Role::Temp && variable->role != Role::InOut &&
                       variable->role != Role::EdgeState;
     if (!kept || type == nullptr) continue;
-    const ElementaryType* const row = elementaryType(type->dataType());
     ProgramVariable entry;
     entry.program = program;
     entry.name = variable->name();
     entry.typeName = type->typeName();
-    entry.type = type->dataType();
-    entry.byteSize = row != nullptr ? row->size : 0;
-    if (entry.type == vel::BasicDataType::Pointer) entry.byteSize = sizeof(void*);
-    if (const auto* const text = dynamic_cast<const StringType*>(type)) {
-      entry.byteSize = text->byteSize();
-    }
+    entry.shape = shapeOf(type);
+    entry.type = valueType(type);
+    entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
     entry.reference = CGenerator::globalReference(*variable);
-    entry.settable = row != nullptr && !variable->constant;
+    entry.settable = entry.shape != nullptr && !variable->constant;
     result.push_back(std::move(entry));
   }
 }
@@ -162,11 +158,22 @@ bool Session::addressVariable(const std::string& address, ProgramVariable& varia
   variable.reference =
       CGenerator::addressText(parsed, impl_->services.memory.raw(parsed), type.cType);
   variable.settable = true;
+  variable.shape = shapeOf(impl_->services.symbols.dataType(name));
   return true;
 }
 
 bool Session::assignmentText(const ProgramVariable& variable, const std::string& text,
                              std::string& statement, std::string& error) const {
+  const std::string_view name = std::string_view(text).substr(text.find('#') + 1);
+  if (variable.shape != nullptr) {
+    for (const auto& [number, known] : variable.shape->names) {
+      if (!equalFolded(known, name)) continue;
+      statement = variable.reference + " = ";
+      appendInteger(number, statement);
+      statement += ';';
+      return true;
+    }
+  }
   LiteralValue value;
   switch (parseLiteral(text, value)) {
     case LiteralError::None:

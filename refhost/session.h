@@ -11,6 +11,7 @@
 #include "host/message.h"
 #include "refhost/services/calls.h"
 #include "refhost/syntax/source.h"
+#include "refhost/value_shape.h"
 
 namespace vel {
 class OpManagerAPI;
@@ -43,7 +44,8 @@ struct ProgramVariable {
   vel::BasicDataType type = vel::BasicDataType::None;
   int byteSize = 0;       // of its value in the generated program
   std::string reference;  // C expression of its value
-  bool settable = false;  // has an elementary type and is not a constant
+  bool settable = false;  // is not a constant, and a part of it can be set if not all
+  std::shared_ptr<const ValueShape> shape;  // null when it has no value to show
 };
 
 class Session {

@@ -128,6 +128,7 @@ class CGenerator final : public vel::Generator {
   void numbers(const Expr& expr, BasicDataType type, std::string& out);
   void times(const Expr& expr, const Meeting& meeting, std::string& out);
   void place(const Expr& expr, std::string& out);
+  void appendOwner(const Expr& owner, std::string& out);
   void elementPlace(const Expr& expr, std::string& out);
   std::string indexText(const Expr& expr, const ArrayType& array);
   void pointers(const Expr& expr, const Meeting& meeting, std::string& out);

@@ -100,8 +100,8 @@ std::string CGenerator::structures() {
     } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
       for (const auto& member : structure->members()) self(self, member->dataType());
       appendStructure(*structure, out);
-    } else {
-      const UnitSymbol& block = *static_cast<const InstanceType*>(type)->unit;
+    } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
+      const UnitSymbol& block = *instance->unit;
       for (const auto& variable : block.variables()) self(self, variable->dataType());
       appendStructure(block, out);
     }

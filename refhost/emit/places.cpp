@@ -56,14 +56,17 @@ void CGenerator::place(const Expr& expr, std::string& out) {
     if (!text) out += ')';
     return;
   }
-  if (base.access == Expr::Access::Dereference) {
-    place(static_cast<const Expr&>(*base.leaf(0)), out);
-    out += "->";
-  } else {
-    place(base, out);
-    out += '.';
+  if (const auto* const member = dynamic_cast<const VarSymbol*>(expr.symbol)) {
+    appendOwner(base, out);
+    out += member->cName;
   }
-  out += static_cast<const VarSymbol*>(expr.symbol)->cName;
+}
+
+// What has members, up to their names.
+void CGenerator::appendOwner(const Expr& owner, std::string& out) {
+  const bool pointed = owner.access == Expr::Access::Dereference;
+  place(pointed ? static_cast<const Expr&>(*owner.leaf(0)) : owner, out);
+  out += pointed ? "->" : ".";
 }
 
 void CGenerator::elementPlace(const Expr& expr, std::string& out) {
@@ -74,14 +77,8 @@ void CGenerator::elementPlace(const Expr& expr, std::string& out) {
     out += '[' + expressionText(expr.leaf(1)) + ']';
     return;
   }
-  if (base.access == Expr::Access::Dereference) {
-    place(static_cast<const Expr&>(*base.leaf(0)), out);
-    out += "->a";
-  } else {
-    place(base, out);
-    out += ".a";
-  }
-  out += '[' + indexText(expr, *array) + ']';
+  appendOwner(base, out);
+  out += "a[" + indexText(expr, *array) + ']';
 }
 
 // The elements of all dimensions lie one after the other, those of the last one together.

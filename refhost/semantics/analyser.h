@@ -67,7 +67,7 @@ class Analyser {
   // data_types.cpp
   void declareTypes();
   ResolvedType resolveDeclared(DeclaredType& declared);
-  ResolvedType resolve(ASTNode& spec, const std::string& name = {});
+  ResolvedType resolve(ASTNode& node, const std::string& name = {});
   ResolvedType resolveName(const TypeSpec& spec);
   Type* resolveString(TypeSpec& spec);
   std::optional<Bounds> resolveRange(ASTNode& range);

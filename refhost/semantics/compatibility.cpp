@@ -5,8 +5,6 @@
 
 namespace refhost {
 
-using vel::TreeBuilder;
-
 namespace {
 
 bool isPointer(const vel::SymbolDataType& type) {

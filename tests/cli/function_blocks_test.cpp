@@ -128,7 +128,7 @@ TEST_F(FunctionBlocks, APreludeUnitIsTranslatedWhereItIsUsed) {
       "PROGRAM P VAR t : TON; TP : BOOL; END_VAR t(in := NOT tp); END_PROGRAM\n";
   write("own.st", std::string(own) + use);
   write("type.st", std::string(type) + "PROGRAM Q VAR t : TOF; END_VAR t := off; END_PROGRAM");
-  EXPECT_EQ("P.TP = FALSE\n", velc("run own.st type.st").out);
+  EXPECT_EQ("P.TP = FALSE\nQ.t = off\n", velc("run own.st type.st").out);
   write("use.st", use);
   const std::string text = velc("translate use.st").out;
   EXPECT_NE(std::string::npos, text.find("struct TON {")) << text;

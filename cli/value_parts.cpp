@@ -1,0 +1,164 @@
+#include "cli/value_parts.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <vector>
+
+#include "cli/failure.h"
+#include "cli/value_format.h"
+#include "refhost/services/folded.h"
+
+namespace velc {
+
+namespace {
+
+using refhost::ProgramVariable;
+using refhost::ValueShape;
+
+std::string enumerationText(const ValueShape& shape, const std::string& number) {
+  for (const auto& [value, name] : shape.names) {
+    if (std::to_string(value) == number) return name;
+  }
+  return number;
+}
+
+// Many equal elements are written once, as in an initial value.
+class ElementList {
+ public:
+  void add(std::string text) {
+    if (count_ != 0 && text == text_) {
+      ++count_;
+      return;
+    }
+    end();
+    text_ = std::move(text);
+    count_ = 1;
+  }
+
+  std::string finished() {
+    end();
+    return "[" + list_ + "]";
+  }
+
+ private:
+  static constexpr int kFewest = 5;
+
+  void end() {
+    const auto append = [this](const std::string& item) {
+      if (!list_.empty()) list_ += ", ";
+      list_ += item;
+    };
+    if (count_ >= kFewest) {
+      append(fmt::format("{}({})", count_, text_));
+    } else {
+      for (std::int64_t i = 0; i < count_; ++i) append(text_);
+    }
+  }
+
+  std::string list_;
+  std::string text_;  // of the elements that have yet to be written
+  std::int64_t count_ = 0;
+};
+
+// The text up to one of `ends`, which `path` is left with.
+std::string_view takeUntil(std::string_view& path, std::string_view ends) {
+  const std::string_view taken = path.substr(0, path.find_first_of(ends));
+  path.remove_prefix(taken.size());
+  return taken;
+}
+
+// Takes `[1, 2]` from the path; the place of that element, -1 when there is none.
+std::int64_t takeSubscripts(const ValueShape& array, std::string_view& path) {
+  std::int64_t place = 0;
+  for (const auto& [low, high] : array.bounds) {
+    if (path.empty() || path.front() == ']') return -1;
+    path.remove_prefix(1);
+    std::string_view text = takeUntil(path, ",]");
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    std::int64_t subscript = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), subscript);
+    const bool whole = result.ec == std::errc() && result.ptr == text.data() + text.size();
+    if (!whole || subscript < low || subscript > high) return -1;
+    place = place * (high - low + 1) + (subscript - low);
+  }
+  if (path.empty() || path.front() != ']') return -1;
+  path.remove_prefix(1);
+  return place;
+}
+
+}  // namespace
+
+std::string puttingStatements(const ValueShape& shape, const std::string& reference) {
+  if (shape.element != nullptr && !shape.element->hasParts()) {
+    return fmt::format("  vel_put_((const void*){}.a, {});\n", reference,
+                       shape.element->byteSize * shape.count);
+  }
+  if (shape.element != nullptr) {
+    const std::string index = fmt::format("vel_i{}_", reference.size());
+    return fmt::format("  for (size_t {0} = 0; {0} < {1}; ++{0}) {{\n{2}  }}\n", index, shape.count,
+                       puttingStatements(*shape.element, reference + ".a[" + index + "]"));
+  }
+  if (!shape.isStructure) {
+    return fmt::format("  vel_put_((const void*)&{}, {});\n", reference, shape.byteSize);
+  }
+  std::string text;
+  for (const ValueShape::Member& member : shape.members) {
+    text += puttingStatements(*member.shape, reference + member.reference);
+  }
+  return text;
+}
+
+std::string partsText(const ValueShape& shape, std::string_view& bytes) {
+  if (shape.element != nullptr) {
+    ElementList list;
+    for (std::int64_t i = 0; i < shape.count; ++i) list.add(partsText(*shape.element, bytes));
+    return list.finished();
+  }
+  if (shape.isStructure) {
+    std::string text;
+    for (const ValueShape::Member& member : shape.members) {
+      text += fmt::format("{}{} := {}", text.empty() ? "" : ", ", member.name,
+                          partsText(*member.shape, bytes));
+    }
+    return "(" + text + ")";
+  }
+  const auto size = static_cast<std::size_t>(shape.byteSize);
+  if (bytes.size() < size) throw Failure("the program did not write all its values");
+  const std::string text = valueText(shape.type, shape.typeName, bytes.substr(0, size));
+  bytes.remove_prefix(size);
+  return shape.names.empty() ? text : enumerationText(shape, text);
+}
+
+std::optional<ProgramVariable> partOf(const ProgramVariable& variable, std::string_view path) {
+  ProgramVariable part = variable;
+  if (path.empty()) return part;
+  std::string_view rest = path;
+  while (!rest.empty()) {
+    const ValueShape* const shape = part.shape.get();
+    std::shared_ptr<const ValueShape> next;
+    if (shape != nullptr && shape->element != nullptr && rest.front() == '[') {
+      const std::int64_t place = takeSubscripts(*shape, rest);
+      if (place >= 0) next = shape->element;
+      part.reference += fmt::format(".a[{}]", place);
+    } else if (shape != nullptr && shape->isStructure && rest.front() == '.') {
+      rest.remove_prefix(1);
+      const std::string_view name = takeUntil(rest, ".[");
+      for (const ValueShape::Member& member : shape->members) {
+        if (!refhost::equalFolded(member.name, name)) continue;
+        part.reference += member.reference;
+        next = member.shape;
+      }
+    }
+    if (next == nullptr) return {};
+    part.shape = std::move(next);
+  }
+  part.name += path;
+  part.type = part.shape->type;
+  part.typeName = part.shape->typeName;
+  part.byteSize = part.shape->byteSize;
+  return part;
+}
+
+}  // namespace velc

@@ -1,0 +1,58 @@
+#include "refhost/value_shape.h"
+
+#include "refhost/services/derived_types.h"
+
+namespace refhost {
+
+using Shape = std::shared_ptr<const ValueShape>;
+
+namespace {
+
+Shape arrayShape(const ArrayType& array) {
+  auto shape = std::make_shared<ValueShape>();
+  shape->typeName = array.typeName();
+  shape->element = shapeOf(array.element);
+  shape->count = array.count();
+  for (const Bounds& bounds : array.bounds) shape->bounds.emplace_back(bounds.low, bounds.high);
+  return shape->element != nullptr ? shape : nullptr;
+}
+
+Shape structureShape(const StructType& structure) {
+  auto shape = std::make_shared<ValueShape>();
+  shape->typeName = structure.typeName();
+  shape->isStructure = true;
+  for (const auto& member : structure.members()) {
+    Shape part = shapeOf(member->dataType());
+    if (part == nullptr) continue;
+    shape->members.push_back({member->name(), "." + member->cName, std::move(part)});
+  }
+  return shape->members.empty() ? nullptr : shape;
+}
+
+}  // namespace
+
+Shape shapeOf(const vel::SymbolDataType* type) {
+  if (type == nullptr || isInstance(type)) return nullptr;
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) return arrayShape(*array);
+  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+    return structureShape(*structure);
+  }
+  auto shape = std::make_shared<ValueShape>();
+  shape->typeName = type->typeName();
+  shape->type = valueType(type);
+  if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
+    for (const auto& value : enumeration->values()) {
+      shape->names.emplace_back(value->value, value->name());
+    }
+  }
+  if (const auto* const text = dynamic_cast<const StringType*>(type)) {
+    shape->byteSize = text->byteSize();
+  } else if (shape->type == BasicDataType::Pointer) {
+    shape->byteSize = sizeof(void*);
+  } else if (const ElementaryType* const row = elementaryType(shape->type)) {
+    shape->byteSize = row->size;
+  }
+  return shape->byteSize != 0 ? shape : nullptr;
+}
+
+}  // namespace refhost
