@@ -156,7 +156,12 @@ void CGenerator::operand(const ASTNode& node, std::string& out) {
 
 void CGenerator::converted(const ASTNode& node, BasicDataType type, std::string& out) {
   const BasicDataType own = typeOf(node);
-  if (const Literal* const literal = literalOf(node)) {
+  const Literal* const literal = literalOf(node);
+  // A ULINT beside a LINT wraps as every value of it does; no LINT constant of C is so large.
+  const bool wraps = literal != nullptr && literal->value.form == LiteralForm::Integer &&
+                     isInteger(type) &&
+                     !integerFits(literal->value.negative, literal->value.magnitude, type);
+  if (literal != nullptr && !wraps) {
     const bool negative = isNegative(literal->value);
     if (negative) out += '(';
     appendLiteral(literal->value, type, out);

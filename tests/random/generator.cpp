@@ -191,6 +191,8 @@ class Generator {
     }
     if (op.need == Operator::Small && wanted[0]->kind == Type::Real)
       operands[0] = small(operands[0]);
+    // A literal without its type is signed in C.
+    if (op.need == Operator::Shift && operands[0].kind == Expr::Literal) operands[0].bare = false;
     if (op.need == Operator::Shift) operands[1] = count(*wanted[0], depth);
     const bool alike = wanted.size() == 2 && wanted[0]->alike(*wanted[1]) && wanted[0]->number();
     if (op.precedence > 0 && alike && random_.chance(30)) {

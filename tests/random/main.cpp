@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "cli/termination_guard.h"
 #include "tests/random/generator.h"
 #include "tests/random/runner.h"
 
@@ -23,9 +24,7 @@ void report(const Units& units, std::uint64_t seed, const Toolchain& toolchain, 
   std::fflush(stdout);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int execute(int argc, char** argv) {
   std::uint64_t count = 100;
   std::uint64_t seed = 1;
   std::uint64_t batch = 50;
@@ -68,4 +67,17 @@ int main(int argc, char** argv) {
   fmt::print("{}", line);
   if (!summary.empty() && failed == 0) std::ofstream(summary) << line;
   return failed == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return execute(argc, argv);
+  } catch (const velc::Terminated&) {
+    return 2;
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "random_programs: {}\n", error.what());
+    return 2;
+  }
 }

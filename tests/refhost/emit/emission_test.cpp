@@ -146,6 +146,8 @@ TEST(Emission, ValuesKeepTheTypeThatTheProgramGivesThem) {
        "if (0) {\n    self->i = 1;\n  } else if ((vel_t1 >= 0 && vel_t1 <= 3) || 0) {"},
       // C would go on with the unsigned type in which the operands of the macro meet.
       {"l := LIMIT(MIN(u, s), l, o);", "LIMIT(((i64)(MIN((self->u), (self->s)))), (self->l)"},
+      {"l := o / ULINT#18446744073709551614;",
+       "vel_div_i64(self->o, (i64)18446744073709551614ULL)"},
       {"k := MAX(k, k) + LIMIT(0, i, j);", "MAX((self->k), (self->k))) + (u32)(i32)(LIMIT((0)"},
   };
   for (const auto& row : rows) {
