@@ -70,7 +70,7 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     say(expr, message::kAmbiguousValue, name, name);
   } else {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    say(expr, known ? message::kNotAValue : message::kUnknownName, name);
+    sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
   }
   return nullptr;
 }

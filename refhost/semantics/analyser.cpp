@@ -24,8 +24,14 @@ void Analyser::run() {
 void Analyser::analyseUnit(UnitSymbol& unit) {
   unit_ = &unit;
   unitName_ = unit.name();
+  unknown_.clear();
   analyseInitials(unit);
   analyseStatements(unit.node->leaf(Unit::kBody));
+}
+
+void Analyser::sayUnknown(const ASTNode& where, const MessageFormat& format,
+                          std::string_view name) {
+  if (unknown_.emplace(name, true).second) say(where, format, name);
 }
 
 bool Analyser::hasErrorFrom(std::size_t first) const {

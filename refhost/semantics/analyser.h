@@ -171,7 +171,15 @@ class Analyser {
   void analyseAssignment(ASTNode& statement);
   void analyseIf(ASTNode& statement);
   void analyseCase(ASTNode& statement);
-  void analyseLabels(ASTNode& labels);
+  // A label of a CASE with its values in the order of an unsigned scale.
+  struct Label {
+    std::uint64_t low;
+    std::uint64_t high;
+    const ASTNode* node;
+  };
+  void analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found);
+  std::optional<std::uint64_t> labelValue(ASTNode& parent, int index, const Expr& selector);
+  void warnOfRepeated(std::vector<Label>& labels);
   void analyseFor(ASTNode& statement);
   void analyseCondition(ASTNode& parent, int index);
 
@@ -179,6 +187,8 @@ class Analyser {
   void say(const ASTNode& where, const MessageFormat& format, const Args&... args) {
     report(messages_, where.pos(), format, {std::string_view(args)...});
   }
+  // Said once of each name in a unit. The name must outlive the analysis.
+  void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name);
   bool hasErrorFrom(std::size_t first) const;
 
   Services& services_;
@@ -200,8 +210,9 @@ class Analyser {
     std::size_t first = 0;
     std::size_t last = 0;
   } checked_;
-  int nestedInputs_ = 0;  // of the standard functions around the expression being analysed
-  int loops_ = 0;         // around the statement being analysed
+  int nestedInputs_ = 0;     // of the standard functions around the expression being analysed
+  int loops_ = 0;            // around the statement being analysed
+  FoldedMap<bool> unknown_;  // names that have been said to be unknown in the unit
 };
 
 }  // namespace refhost

@@ -85,9 +85,11 @@ void Analyser::declareGlobals() {
 void Analyser::declareVariables(UnitSymbol& unit) {
   unit_ = &unit;
   unitName_ = unit.name();
+  unknown_.clear();
   declareResult(unit);
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
-    const ResolvedType type = resolve(*declaration.leaf(VarDecl::kType));
+    ASTNode* const spec = declaration.leaf(VarDecl::kType);
+    const ResolvedType type = spec != nullptr ? resolve(*spec) : ResolvedType();
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       if (block.section == VarSection::External) {
