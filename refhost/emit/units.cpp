@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
@@ -12,6 +13,16 @@ namespace refhost {
 using vel::POUType;
 
 namespace {
+
+// Appends `text` to `out`; what is moved in memory is the shorter of the two.
+void join(std::string& out, std::string text) {
+  if (text.size() <= out.size()) {
+    out += text;
+  } else {
+    text.insert(0, out);
+    out = std::move(text);
+  }
+}
 
 bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
@@ -92,8 +103,8 @@ std::string CGenerator::program() {
   out += structures();
   out += prototypes();
   out += structureInits();
-  bodies.insert(0, out);
-  return bodies;
+  join(out, std::move(bodies));
+  return out;
 }
 
 // The plugin's name of it, which no variable of the program can have in C.
@@ -229,7 +240,7 @@ std::string CGenerator::prototypes() {
 void CGenerator::enter(UnitSymbol& unit) {
   unit_ = &unit;
   services_.calls.currentUnit = unit.name();
-  // About what C takes for a statement. Where less is written, less is used of it.
+  // More than C takes for a statement. What is not written to takes no memory.
   constexpr std::size_t kGrowth = 3;
   body_.clear();
   body_.reserve(kGrowth * vel::TreeBuilder::source(*unit.node).size());
@@ -396,7 +407,7 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cBody, unit.cName);
   }
   appendLocals(unit, out);
-  out += text;
+  join(out, std::move(text));
 }
 
 }  // namespace refhost
