@@ -12,7 +12,11 @@ using vel::TreeBuilder;
 
 VarSymbol* Analyser::variableNamed(std::string_view name) const {
   VarSymbol* const own = unit_ != nullptr ? unit_->variable(name) : nullptr;
-  return own != nullptr ? own : services_.symbols.global(name);
+  if (own != nullptr) return own;
+  const auto ahead = constantsAhead_.find(name);
+  return ahead != constantsAhead_.end() && ahead->second != nullptr
+             ? ahead->second.get()
+             : services_.symbols.global(name);
 }
 
 // Variables hide the values of enumerations; a value may be named with its type, as

@@ -11,8 +11,9 @@ void Analyser::run() {
   // What the program names of the prelude joins its units behind its own.
   const std::vector<UnitSymbol*>& units = services_.symbols.units();
   const std::size_t own = units.size();
+  makeGlobals();
   declareTypes();
-  declareGlobals();
+  if (UnitSymbol* const globals = services_.symbols.globals()) declareVariables(*globals);
   for (std::size_t i = 0; i < own; ++i) declareVariables(*units[i]);
   refuseRecursiveTypes();
   analyseTypeInitials();

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,7 +53,8 @@ class Analyser {
   // The program's unit of this name, or the prelude's where nothing of the program has
   // it, declared now; null when there is none.
   UnitSymbol* unitNamed(const std::string& name);
-  void declareGlobals();
+  void makeGlobals();
+  void constantsAhead(UnitSymbol& unit);
   void declareVariables(UnitSymbol& unit);
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                        const Text& name, const ResolvedType& resolved);
@@ -201,6 +203,8 @@ class Analyser {
     UnitSymbol* unit = nullptr;  // that the structure is declared in
   };
   FoldedMap<DeclaredType> declaredTypes_;
+  FoldedMap<std::unique_ptr<VarSymbol>> constantsAhead_;  // until their declarations come
+  std::vector<std::unique_ptr<VarSymbol>> withoutPlace_;
   std::vector<MemberInitial> memberInitials_;  // to be analysed when all members are known
   UnitSymbol* unit_ = nullptr;                 // being analysed; null for what belongs to no unit
   std::string unitName_;
