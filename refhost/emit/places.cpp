@@ -128,8 +128,9 @@ std::string CGenerator::reference(const VarSymbol& variable) {
     return variable.owner->cData + "." + variable.cName;
   }
   if (member) usesSelf_ = true;
-  const std::string name = member ? "self->" + variable.cName : variable.cName;
-  return indirect ? "(*" + name + ")" : name;
+  std::string name = variable.cName;
+  if (member) name.insert(0, "self->");
+  return indirect ? "(*" + name + ")" : std::move(name);
 }
 
 std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {

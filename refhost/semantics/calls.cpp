@@ -141,17 +141,17 @@ void Analyser::judgeOperands(const Call& call) {
   if (list == nullptr || list->leavesCount() == 0) return;
   vel::HeapAddress address;
   const std::string_view name = TreeBuilder::source(*list->leaf(0));
-  if (call.op->name == "ADR" && leavesNameToOperator(call, 0) &&
-      !services_.memory.parse(name, address)) {
+  const std::string_view op = call.op->name;
+  if (op == "ADR" && leavesNameToOperator(call, 0) && !services_.memory.parse(name, address)) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
   judgeChoice(call);
-  const bool toText = call.op->name == "TO_STRING" || call.op->name == "TO_WSTRING";
+  const bool toText = op == "TO_STRING" || op == "TO_WSTRING";
   if (toText && typeOf(*list->leaf(0)) == BasicDataType::None) {
     say(*list->leaf(0), message::kOperandType, call.op->name, displayName(nullptr));
   }
-  if (call.op->name == "EXPT") {
+  if (op == "EXPT") {
     const auto& exponent = static_cast<const Expr&>(*list->leaf(1));
     const BasicDataType type = typeOf(exponent);
     if (type != BasicDataType::None && !isNumber(type)) {
@@ -201,7 +201,8 @@ bool Analyser::leavesNameToOperator(const Call& call, int index) const {
 // What an edge detection remembers between scans: one cell for each text of a call
 // in a unit, in device memory for programs.
 void Analyser::declareEdgeState(const Call& call) {
-  if ((call.op->name != "MEP" && call.op->name != "MEF") || unit_ == nullptr) return;
+  const std::string_view op = call.op->name;
+  if ((op != "MEP" && op != "MEF") || unit_ == nullptr) return;
   const std::string name = AstNodeHelper::opExpTextToMd5HexText(
       AstNodeHelper::astText(call.leaf(0)), AstNodeHelper::astText(call.leaf(1)->leaf(0)));
   if (unit_->variable(name) != nullptr) return;
