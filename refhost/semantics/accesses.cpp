@@ -41,7 +41,7 @@ std::optional<std::int64_t> Analyser::requireConstant(ASTNode& parent, int index
   const std::size_t first = messages_.size();
   const Expr& value = analyseLeaf(parent, index);
   const auto constant = constantInteger(value);
-  if (!constant && !hasErrorFrom(first)) {
+  if (!constant && value.dataType != nullptr && !hasErrorFrom(first)) {
     say(value, message::kNotConstant, TreeBuilder::source(value));
   }
   return constant;

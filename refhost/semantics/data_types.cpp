@@ -133,6 +133,7 @@ vel::SymbolDataType* Analyser::resolveString(TypeSpec& spec) {
   Type* const type = services_.symbols.dataType(spec.name);
   if (spec.leaf(0) == nullptr) return type;
   const Expr& length = analyseLeaf(spec, 0);
+  if (length.dataType == nullptr) return type;
   const auto characters = constantInteger(length);
   if (!characters || *characters < 1 || *characters > StringType::kMaxLength) {
     say(length, message::kStringLength, TreeBuilder::source(length));

@@ -5,7 +5,7 @@ namespace {
 
 TEST_F(Velc, SharesGlobalVariablesBetweenFiles) {
   write("use.st",
-        "PROGRAM A VAR_EXTERNAL total : INT; name : STRING[N]; END_VAR\n"
+        "PROGRAM A VAR_EXTERNAL total : INT; name : Name; END_VAR\n"
         "VAR t : STRING[N + 1]; END_VAR\n"
         "total := total + Step(); shared(d := N); t := name; %QB5 := %QB5 + 1; END_PROGRAM;\n"
         "PROGRAM B VAR total : INT := 5; END_VAR VAR_OUTPUT sum : INT; END_VAR\n"
@@ -20,6 +20,7 @@ TEST_F(Velc, SharesGlobalVariablesBetweenFiles) {
       "TASK fast(INTERVAL := T#10ms, PRIORITY := 1); PROGRAM first WITH fast : A;\n"
       "PROGRAM second : B(sum => total, x WITH fast); END_RESOURCE\n"
       "VAR_ACCESS a : Cpu.total : INT READ_ONLY; END_VAR END_CONFIGURATION\n"
+      "TYPE Name : STRING[N]; END_TYPE\n"
       "VAR_GLOBAL CONSTANT N : INT := M + 1; M : INT := 2; END_VAR\n");
   const std::string shown = " --scans 2 --show TOTAL --show n --show %QB5";
   const std::string values = "B.total = 7\nB.sum = 9\ntotal = 16\nN = 3\n%QB5 = 9\n";
