@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
@@ -13,16 +12,6 @@ namespace refhost {
 using vel::POUType;
 
 namespace {
-
-// Appends `text` to `out`; what is moved in memory is the shorter of the two.
-void join(std::string& out, std::string text) {
-  if (text.size() <= out.size()) {
-    out += text;
-  } else {
-    text.insert(0, out);
-    out = std::move(text);
-  }
-}
 
 bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
@@ -103,8 +92,8 @@ std::string CGenerator::program() {
   out += structures();
   out += prototypes();
   out += structureInits();
-  join(out, std::move(bodies));
-  return out;
+  bodies.insert(0, out);
+  return bodies;
 }
 
 // The plugin's name of it, which no variable of the program can have in C.
@@ -240,10 +229,7 @@ std::string CGenerator::prototypes() {
 void CGenerator::enter(UnitSymbol& unit) {
   unit_ = &unit;
   services_.calls.currentUnit = unit.name();
-  // More than C takes for a statement. What is not written to takes no memory.
-  constexpr std::size_t kGrowth = 3;
   body_.clear();
-  body_.reserve(kGrowth * vel::TreeBuilder::source(*unit.node).size());
   declarations_.clear();
   closing_.clear();
   initialised_.clear();
@@ -398,8 +384,7 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     if (variable->edge != Edge::None) detectEdge(*variable);
   }
   statements(unit.node->leaf(Unit::kBody));
-  std::string text = leave(true);
-  text += "}\n";
+  const std::string text = leave(true);
   if (unit.type() == POUType::Program) {
     out += fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", unit.cScan,
                        unit.cName, unit.cData);
@@ -407,7 +392,8 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cBody, unit.cName);
   }
   appendLocals(unit, out);
-  join(out, std::move(text));
+  out += text;
+  out += "}\n";
 }
 
 }  // namespace refhost

@@ -12,11 +12,7 @@ using vel::TreeBuilder;
 
 VarSymbol* Analyser::variableNamed(std::string_view name) const {
   VarSymbol* const own = unit_ != nullptr ? unit_->variable(name) : nullptr;
-  if (own != nullptr) return own;
-  const auto ahead = constantsAhead_.find(name);
-  return ahead != constantsAhead_.end() && ahead->second != nullptr
-             ? ahead->second.get()
-             : services_.symbols.global(name);
+  return own != nullptr ? own : services_.symbols.global(name);
 }
 
 // Variables hide the values of enumerations; a value may be named with its type, as
@@ -74,7 +70,7 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     say(expr, message::kAmbiguousValue, name, name);
   } else {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
+    say(expr, known ? message::kNotAValue : message::kUnknownName, name);
   }
   return nullptr;
 }

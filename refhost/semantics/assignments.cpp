@@ -42,6 +42,12 @@ Judgement judgeNumbers(int rated, const vel::SymbolDataType& to, const vel::Symb
   return {format, displayName(&from), displayName(&to)};
 }
 
+// The standard writes the constants of BOOL as 0 and 1, too.
+bool isBoolConstant(const LiteralValue& literal) {
+  return literal.form == LiteralForm::Integer && !literal.fixedType && !literal.negative &&
+         literal.magnitude <= 1;
+}
+
 }  // namespace
 
 void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
@@ -49,6 +55,10 @@ void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, ve
   if (to != nullptr && from == nullptr) judgeUntyped(*to, source, at);
   if (to == nullptr || from == nullptr || judgeDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
+  if (to->dataType() == BasicDataType::Bool && literal != nullptr &&
+      isBoolConstant(literal->value)) {
+    return;
+  }
   const std::string literalText =
       literal != nullptr ? AstNodeHelper::astText(const_cast<ASTNode*>(&source)) : std::string();
   const int rated = rateConversion(to->dataType(), from->dataType(),

@@ -134,7 +134,7 @@ TEST_F(FunctionBlocks, APreludeUnitIsTranslatedWhereItIsUsed) {
   EXPECT_NE(std::string::npos, text.find("struct TON {")) << text;
   EXPECT_EQ(std::string::npos, text.find("TOF")) << text;
   EXPECT_EQ(std::string::npos, text.find("struct TP")) << text;
-  write("wrong.st", "PROGRAM P VAR t : TON; END_VAR t(in := 1); t.runs := TRUE; END_PROGRAM\n");
+  write("wrong.st", "PROGRAM P VAR t : TON; END_VAR t(in := 2); t.runs := TRUE; END_PROGRAM\n");
   const std::string said = velc("check wrong.st").err;
   EXPECT_EQ(2, std::count(said.begin(), said.end(), '^')) << said;
   EXPECT_EQ(std::string::npos, said.find("prelude")) << said;
