@@ -16,11 +16,16 @@ bool isWide(BasicDataType type) {
   return type == BasicDataType::LInt || type == BasicDataType::ULInt;
 }
 
+// An address that ADR gives, or one some bytes from there.
 bool isAdrCall(const vel::ASTNode& source) {
-  const bool wrapped = source.type() == vel::ASTType::Expression &&
-                       static_cast<const Expr&>(source).op() == op::kWrapper;
-  const vel::ASTNode& node = wrapped ? *source.leaf(0) : source;
-  return kindOf(node) == NodeKind::Invocation && static_cast<const Call&>(node).givesAddress;
+  if (kindOf(source) == NodeKind::Invocation) {
+    return static_cast<const Call&>(source).givesAddress;
+  }
+  if (source.type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(source);
+  if (expr.op() == op::kWrapper) return isAdrCall(*expr.leaf(0));
+  const bool step = expr.op() == op::kAdd || expr.op() == op::kSubtract;
+  return step && (isAdrCall(*expr.leaf(0)) || isAdrCall(*expr.leaf(1)));
 }
 
 }  // namespace
