@@ -13,9 +13,12 @@ using vel::ASTNode;
 
 namespace {
 
-std::string integerText(std::int64_t value) {
+// No value of a `wide` selector, ULINT, is below 0.
+std::string labelText(const ASTNode& label, bool wide) {
+  if (const auto large = constantAboveLInt(label)) return fmt::format("{}u", *large);
+  const std::int64_t value = constantInteger(label).value_or(0);
   std::string text;
-  appendInteger(value, text);
+  appendInteger(wide && value < 0 ? 0 : value, text);
   return text;
 }
 
@@ -196,18 +199,17 @@ std::string CGenerator::labelCondition(const ASTNode& labels, const std::string&
   for (int i = 0; i < labels.leavesCount(); ++i) {
     const ASTNode& label = *labels.leaf(i);
     const bool isRange = kindOf(label) == NodeKind::Range;
-    const std::int64_t first = constantInteger(isRange ? *label.leaf(0) : label).value_or(0);
-    const std::int64_t last = isRange ? constantInteger(*label.leaf(1)).value_or(0) : first;
+    const std::int64_t last = constantInteger(isRange ? *label.leaf(1) : label).value_or(0);
     if (i > 0) condition += " || ";
     if (wide && last < 0) {
       condition += '0';
     } else if (isRange) {
       const std::string range =
-          fmt::format("{0} >= {1} && {0} <= {2}", selector,
-                      integerText(wide && first < 0 ? 0 : first), integerText(last));
+          fmt::format("{0} >= {1} && {0} <= {2}", selector, labelText(*label.leaf(0), wide),
+                      labelText(*label.leaf(1), wide));
       condition += several ? "(" + range + ")" : range;
     } else {
-      condition += fmt::format("{} == {}", selector, integerText(first));
+      condition += fmt::format("{} == {}", selector, labelText(label, wide));
     }
   }
   return condition;

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
@@ -12,6 +13,16 @@ namespace refhost {
 using vel::POUType;
 
 namespace {
+
+// Appends `text` to `out`; what is moved in memory is the shorter of the two.
+void join(std::string& out, std::string text) {
+  if (text.size() <= out.size()) {
+    out += text;
+  } else {
+    text.insert(0, out);
+    out = std::move(text);
+  }
+}
 
 bool isTextType(const vel::SymbolDataType* type) {
   return type != nullptr && isText(type->dataType());
@@ -92,8 +103,8 @@ std::string CGenerator::program() {
   out += structures();
   out += prototypes();
   out += structureInits();
-  bodies.insert(0, out);
-  return bodies;
+  join(out, std::move(bodies));
+  return out;
 }
 
 // The plugin's name of it, which no variable of the program can have in C.
@@ -229,7 +240,10 @@ std::string CGenerator::prototypes() {
 void CGenerator::enter(UnitSymbol& unit) {
   unit_ = &unit;
   services_.calls.currentUnit = unit.name();
+  // More than C takes for a statement. What is not written to takes no memory.
+  constexpr std::size_t kGrowth = 3;
   body_.clear();
+  body_.reserve(kGrowth * vel::TreeBuilder::source(*unit.node).size());
   declarations_.clear();
   closing_.clear();
   initialised_.clear();
@@ -384,7 +398,8 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     if (variable->edge != Edge::None) detectEdge(*variable);
   }
   statements(unit.node->leaf(Unit::kBody));
-  const std::string text = leave(true);
+  std::string text = leave(true);
+  text += "}\n";
   if (unit.type() == POUType::Program) {
     out += fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", unit.cScan,
                        unit.cName, unit.cData);
@@ -392,8 +407,7 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cBody, unit.cName);
   }
   appendLocals(unit, out);
-  out += text;
-  out += "}\n";
+  join(out, std::move(text));
 }
 
 }  // namespace refhost

@@ -12,7 +12,11 @@ using vel::TreeBuilder;
 
 VarSymbol* Analyser::variableNamed(std::string_view name) const {
   VarSymbol* const own = unit_ != nullptr ? unit_->variable(name) : nullptr;
-  return own != nullptr ? own : services_.symbols.global(name);
+  if (own != nullptr) return own;
+  const auto ahead = constantsAhead_.find(name);
+  return ahead != constantsAhead_.end() && ahead->second != nullptr
+             ? ahead->second.get()
+             : services_.symbols.global(name);
 }
 
 // Variables hide the values of enumerations; a value may be named with its type, as
@@ -70,7 +74,7 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
     say(expr, message::kAmbiguousValue, name, name);
   } else {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    say(expr, known ? message::kNotAValue : message::kUnknownName, name);
+    sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
   }
   return nullptr;
 }

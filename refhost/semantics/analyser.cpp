@@ -11,8 +11,9 @@ void Analyser::run() {
   // What the program names of the prelude joins its units behind its own.
   const std::vector<UnitSymbol*>& units = services_.symbols.units();
   const std::size_t own = units.size();
+  makeGlobals();
   declareTypes();
-  declareGlobals();
+  if (UnitSymbol* const globals = services_.symbols.globals()) declareVariables(*globals);
   for (std::size_t i = 0; i < own; ++i) declareVariables(*units[i]);
   refuseRecursiveTypes();
   analyseTypeInitials();
@@ -24,8 +25,14 @@ void Analyser::run() {
 void Analyser::analyseUnit(UnitSymbol& unit) {
   unit_ = &unit;
   unitName_ = unit.name();
+  unknown_.clear();
   analyseInitials(unit);
   analyseStatements(unit.node->leaf(Unit::kBody));
+}
+
+void Analyser::sayUnknown(const ASTNode& where, const MessageFormat& format,
+                          std::string_view name) {
+  if (unknown_.emplace(name, true).second) say(where, format, name);
 }
 
 bool Analyser::hasErrorFrom(std::size_t first) const {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,7 +53,8 @@ class Analyser {
   // The program's unit of this name, or the prelude's where nothing of the program has
   // it, declared now; null when there is none.
   UnitSymbol* unitNamed(const std::string& name);
-  void declareGlobals();
+  void makeGlobals();
+  void constantsAhead(UnitSymbol& unit);
   void declareVariables(UnitSymbol& unit);
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                        const Text& name, const ResolvedType& resolved);
@@ -171,7 +173,15 @@ class Analyser {
   void analyseAssignment(ASTNode& statement);
   void analyseIf(ASTNode& statement);
   void analyseCase(ASTNode& statement);
-  void analyseLabels(ASTNode& labels);
+  // A label of a CASE with its values in the order of an unsigned scale.
+  struct Label {
+    std::uint64_t low;
+    std::uint64_t high;
+    const ASTNode* node;
+  };
+  void analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found);
+  std::optional<std::uint64_t> labelValue(ASTNode& parent, int index, const Expr& selector);
+  void warnOfRepeated(std::vector<Label>& labels);
   void analyseFor(ASTNode& statement);
   void analyseCondition(ASTNode& parent, int index);
 
@@ -179,6 +189,8 @@ class Analyser {
   void say(const ASTNode& where, const MessageFormat& format, const Args&... args) {
     report(messages_, where.pos(), format, {std::string_view(args)...});
   }
+  // Said once of each name in a unit. The name must outlive the analysis.
+  void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name);
   bool hasErrorFrom(std::size_t first) const;
 
   Services& services_;
@@ -191,6 +203,8 @@ class Analyser {
     UnitSymbol* unit = nullptr;  // that the structure is declared in
   };
   FoldedMap<DeclaredType> declaredTypes_;
+  FoldedMap<std::unique_ptr<VarSymbol>> constantsAhead_;  // until their declarations come
+  std::vector<std::unique_ptr<VarSymbol>> withoutPlace_;
   std::vector<MemberInitial> memberInitials_;  // to be analysed when all members are known
   UnitSymbol* unit_ = nullptr;                 // being analysed; null for what belongs to no unit
   std::string unitName_;
@@ -200,8 +214,9 @@ class Analyser {
     std::size_t first = 0;
     std::size_t last = 0;
   } checked_;
-  int nestedInputs_ = 0;  // of the standard functions around the expression being analysed
-  int loops_ = 0;         // around the statement being analysed
+  int nestedInputs_ = 0;     // of the standard functions around the expression being analysed
+  int loops_ = 0;            // around the statement being analysed
+  FoldedMap<bool> unknown_;  // names that have been said to be unknown in the unit
 };
 
 }  // namespace refhost

@@ -51,7 +51,9 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   }
   const bool known =
       variable != nullptr || services_.symbols.find(name, {}, Symbol::All) != nullptr;
-  say(call, known ? message::kNotCallable : message::kUnknownName, name);
+  if (variable != nullptr && variable->dataType() == nullptr) return nullptr;
+  sayUnknown(call, known ? message::kNotCallable : message::kUnknownName,
+             TreeBuilder::source(*call.leaf(0)));
   return nullptr;
 }
 

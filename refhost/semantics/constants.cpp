@@ -70,4 +70,11 @@ std::optional<std::int64_t> constantInteger(const ASTNode& expression) {
   return evaluate(expression, 0);
 }
 
+std::optional<std::uint64_t> constantAboveLInt(const ASTNode& expression) {
+  const Literal* const literal = literalOf(expression);
+  const bool above = literal != nullptr && literal->value.form == LiteralForm::Integer &&
+                     !literal->value.negative && literal->value.magnitude >> 63 != 0;
+  return above ? std::optional(literal->value.magnitude) : std::nullopt;
+}
+
 }  // namespace refhost

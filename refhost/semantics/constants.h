@@ -12,4 +12,7 @@ namespace refhost {
 // operators - + * / MOD; nothing for any other, and where a step leaves LINT.
 std::optional<std::int64_t> constantInteger(const ASTNode& expression);
 
+// The value of a literal that only ULINT holds.
+std::optional<std::uint64_t> constantAboveLInt(const ASTNode& expression);
+
 }  // namespace refhost

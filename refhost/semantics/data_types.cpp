@@ -125,7 +125,7 @@ Analyser::ResolvedType Analyser::resolveName(const TypeSpec& spec) {
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
   unitNamed(spec.name);
   Type* const type = services_.symbols.dataType(spec.name);
-  if (type == nullptr) say(spec, message::kUnknownType, spec.name);
+  if (type == nullptr) sayUnknown(spec, message::kUnknownType, spec.name);
   return {type, nullptr};
 }
 

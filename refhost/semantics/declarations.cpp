@@ -69,8 +69,26 @@ UnitSymbol* Analyser::unitNamed(const std::string& name) {
   return added;
 }
 
-// Constants first, since the lengths and bounds of other variables may name them.
-void Analyser::declareGlobals() {
+// Constants of elementary types, which the lengths, bounds and types of whatever the
+// program declares may name before their own declarations come.
+void Analyser::constantsAhead(UnitSymbol& unit) {
+  forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
+    if (!block.constant || block.section == VarSection::External) return;
+    const auto* const spec = static_cast<const TypeSpec*>(declaration.leaf(VarDecl::kType));
+    if (spec == nullptr || spec->type() != vel::ASTType::NamedTypeSpec) return;
+    Type* const type = services_.symbols.dataType(spec->name);
+    if (type == nullptr || isComposite(type)) return;
+    for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
+      const char* const name = static_cast<const Text&>(*declaration.leaf(n)).text();
+      auto constant = std::make_unique<VarSymbol>(name, type, roleOf(block.section), &unit);
+      constant->constant = true;
+      constant->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
+      constantsAhead_.emplace(name, std::move(constant));
+    }
+  });
+}
+
+void Analyser::makeGlobals() {
   if (tree_.globals.empty()) return;
   std::stable_partition(tree_.globals.begin(), tree_.globals.end(),
                         [](const VarBlock* block) { return block->constant; });
@@ -79,15 +97,24 @@ void Analyser::declareGlobals() {
   Unit* const node = tree_.make<Unit>("(globals)", vel::POUType::Program);
   tree_.setLeaves(*node, {nullptr, nullptr, blocks, nullptr});
   services_.symbols.setGlobals(std::make_unique<UnitSymbol>(&services_, node));
-  declareVariables(*services_.symbols.globals());
+  constantsAhead(*services_.symbols.globals());
 }
 
 void Analyser::declareVariables(UnitSymbol& unit) {
   unit_ = &unit;
   unitName_ = unit.name();
+  unknown_.clear();
+  // Those of the program have been found for its types.
+  FoldedMap<std::unique_ptr<VarSymbol>> outer;
+  const bool own = &unit != services_.symbols.globals();
+  if (own) {
+    outer = std::exchange(constantsAhead_, {});
+    constantsAhead(unit);
+  }
   declareResult(unit);
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
-    const ResolvedType type = resolve(*declaration.leaf(VarDecl::kType));
+    ASTNode* const spec = declaration.leaf(VarDecl::kType);
+    const ResolvedType type = spec != nullptr ? resolve(*spec) : ResolvedType();
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       if (block.section == VarSection::External) {
@@ -97,6 +124,11 @@ void Analyser::declareVariables(UnitSymbol& unit) {
       }
     }
   });
+  // Expressions may refer to what has no place in the unit: its name is taken.
+  for (auto& [name, constant] : constantsAhead_) {
+    if (constant != nullptr) withoutPlace_.push_back(std::move(constant));
+  }
+  constantsAhead_ = std::move(outer);
 }
 
 void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
@@ -104,8 +136,12 @@ void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl&
   Type* const type = resolved.type;
   const Role role = roleOf(block.section);
   const bool bits = declaration.bitParameter && (role == Role::Input || role == Role::InOut);
-  auto variable = std::make_unique<VarSymbol>(
-      name.text(), type, role, bits ? vel::SymbolVar::kBitParameter : varKindOf(role), &unit);
+  const auto ahead = block.constant ? constantsAhead_.find(name.text()) : constantsAhead_.end();
+  auto variable = ahead != constantsAhead_.end() && ahead->second != nullptr
+                      ? std::move(ahead->second)
+                      : std::make_unique<VarSymbol>(
+                            name.text(), type, role,
+                            bits ? vel::SymbolVar::kBitParameter : varKindOf(role), &unit);
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->typeInitial = resolved.initial;
   variable->constant = block.constant;

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
@@ -92,27 +94,62 @@ void Analyser::analyseCase(ASTNode& statement) {
   if (type != BasicDataType::None && !isInteger(type)) {
     say(selector, message::kSelector, displayName(selector.dataType));
   }
+  std::vector<Label> labels;
   for (int i = 1; i < statement.leavesCount(); ++i) {
     ASTNode& element = *statement.leaf(i);
     if (kindOf(element) == NodeKind::CaseElement) {
-      analyseLabels(*element.leaf(0));
+      analyseLabels(*element.leaf(0), selector, labels);
       analyseStatements(element.leaf(1));
     } else {
       analyseStatements(&element);
     }
   }
+  warnOfRepeated(labels);
 }
 
-void Analyser::analyseLabels(ASTNode& labels) {
+void Analyser::analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found) {
   for (int i = 0; i < labels.leavesCount(); ++i) {
     ASTNode& label = *labels.leaf(i);
-    if (kindOf(label) != NodeKind::Range) {
-      requireConstant(labels, i);
-      continue;
+    const bool range = kindOf(label) == NodeKind::Range;
+    const auto low = range ? labelValue(label, 0, selector) : labelValue(labels, i, selector);
+    const auto high = range ? labelValue(label, 1, selector) : low;
+    if (!low || !high) continue;
+    if (*low > *high) say(label, message::kEmptyRange, TreeBuilder::source(label));
+    if (*low <= *high) found.push_back({*low, *high, labels.leaf(i)});
+  }
+}
+
+std::optional<std::uint64_t> Analyser::labelValue(ASTNode& parent, int index,
+                                                  const Expr& selector) {
+  const bool wide = typeOf(selector) == BasicDataType::ULInt;
+  const Expr& label = analyseLeaf(parent, index);
+  if (const auto large = constantAboveLInt(label)) {
+    if (wide) return large;
+    say(label, message::kConstantTooLarge, TreeBuilder::source(label),
+        displayName(selector.dataType));
+    return {};
+  }
+  const auto value = requireConstant(parent, index);
+  constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+  if (!value) return {};
+  if (wide && *value < 0) {
+    const bool beginsRange = kindOf(parent) == NodeKind::Range && index == 0;
+    return beginsRange ? std::optional<std::uint64_t>(0) : std::nullopt;
+  }
+  return static_cast<std::uint64_t>(*value) ^ (wide ? 0 : kSign);
+}
+
+void Analyser::warnOfRepeated(std::vector<Label>& labels) {
+  std::stable_sort(labels.begin(), labels.end(),
+                   [](const Label& a, const Label& b) { return a.low < b.low; });
+  const Label* widest = nullptr;
+  for (const Label& label : labels) {
+    if (widest != nullptr && label.low <= widest->high) {
+      const bool later = label.node->pos().offset() > widest->node->pos().offset();
+      const ASTNode& again = later ? *label.node : *widest->node;
+      say(again, message::kRepeatedLabel, TreeBuilder::source(again));
     }
-    const auto low = requireConstant(label, 0);
-    const auto high = requireConstant(label, 1);
-    if (low && high && *low > *high) say(label, message::kEmptyRange, TreeBuilder::source(label));
+    if (widest == nullptr || label.high > widest->high) widest = &label;
   }
 }
 

@@ -35,7 +35,9 @@ constexpr std::array<Formals, 13> kFormals{{
 // clang-format on
 
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-  return std::find(names.begin(), names.end(), name) != names.end();
+  return std::any_of(names.begin(), names.end(), [name](std::string_view each) {
+    return each.size() == name.size() && each.front() == name.front() && each == name;
+  });
 }
 
 }  // namespace

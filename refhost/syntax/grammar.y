@@ -146,6 +146,10 @@ global_block: VAR_GLOBAL var_body  { make.globals($2); };
 var_body:
   qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2); }
 | qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2); }
+| qualifiers var_decls names error END_VAR
+    { $$ = make.varBlock(@$, $1, make.append($2, make.varDecl(@3, $3, kNone, kNone, kNone))); }
+| qualifiers var_decls names address ':' error END_VAR
+    { $$ = make.varBlock(@$, $1, make.append($2, make.varDecl(@3, $3, $4, kNone, kNone))); }
 | qualifiers var_decls names address ':' IDENTIFIER error END_VAR
     {
       const Value last = make.varDecl({@3.begin, @6.end}, $3, $4, make.namedType(@6), kNone);
@@ -180,7 +184,17 @@ var_decls:
 | var_decls var_decl ';'  { $$ = make.append($1, $2); }
 | var_decls ';'           { $$ = $1; }
 | var_decls error ';'     { $$ = $1; yyerrok; }
-// The names and their type are known all the same.
+// The names, and their type where it stands, are known all the same.
+| var_decls names error ';'
+    {
+      yyerrok;
+      $$ = make.append($1, make.varDecl(@2, $2, kNone, kNone, kNone));
+    }
+| var_decls names address ':' error ';'
+    {
+      yyerrok;
+      $$ = make.append($1, make.varDecl(@2, $2, $3, kNone, kNone));
+    }
 | var_decls names address ':' IDENTIFIER error ';'
     {
       yyerrok;
@@ -442,9 +456,11 @@ block_statement:
     { $$ = kNone; }
 | WHILE condition DO statement_list END_WHILE
     { $$ = make.loop(NodeKind::While, @$, $2, $4); }
-| REPEAT statement_list UNTIL condition END_REPEAT
+| REPEAT statement_list UNTIL condition until_end END_REPEAT
     { $$ = make.loop(NodeKind::Repeat, @$, $2, $4); }
 ;
+
+until_end: %empty | ';';
 
 condition:
   expression  { $$ = make.operand($1); }

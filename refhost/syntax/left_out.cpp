@@ -1,11 +1,16 @@
 #include "refhost/syntax/left_out.h"
 
+#include "grammar.h"
 #include "refhost/services/folded.h"
+#include "refhost/syntax/blocks.h"
+#include "refhost/syntax/syntax_errors.h"
+#include "refhost/syntax/token_stream.h"
 
 namespace refhost {
 
 namespace {
 
+using Kind = grammar::Parser::token;
 using Extent = LeftOut::Extent;
 
 constexpr const MessageFormat* kRefused = &message::kNotSupported;
@@ -41,13 +46,71 @@ constexpr LeftOut kLeftOut[] = {
     {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
 };
 
-}  // namespace
-
+// Null when no construct begins with the word.
 const LeftOut* leftOut(std::string_view word) {
   for (const LeftOut& construct : kLeftOut) {
     if (equalFolded(construct.opener, word)) return &construct;
   }
   return nullptr;
+}
+
+// A statement, a declaration or a part of a header can begin after the token.
+bool endsPart(int kind) {
+  return kind == 0 || kind == Kind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
+}
+
+// No name is followed by such a token.
+bool beginsOperand(int kind) {
+  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
+         kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
+}
+
+}  // namespace
+
+// The construct that `token` begins here and that is to be left out; null for none.
+const LeftOut* TokenStream::leftOutAt(const Token& token) {
+  if (token.kind != Kind::IDENTIFIER || !endsPart(previous_)) return nullptr;
+  const LeftOut* const construct = leftOut(textOf(token));
+  if (construct == nullptr) return nullptr;
+  const int next = ahead(1).kind;
+  const bool bare = construct->format == nullptr && (next == Kind::YYEOF || isStructural(next));
+  return bare || beginsOperand(next) ? construct : nullptr;
+}
+
+// Moves `token` past the constructs that are left out.
+void TokenStream::skipLeftOut(Token& token) {
+  while (const LeftOut* const construct = leftOutAt(token)) {
+    if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
+    skip(token, *construct);
+  }
+}
+
+void TokenStream::skip(Token& token, const LeftOut& construct) {
+  const auto endsUnit = [&token] {
+    return token.kind == Kind::YYEOF || opensUnit(token.kind) || closesUnit(token.kind);
+  };
+  const auto isName = [&token] {
+    return token.kind == Kind::IDENTIFIER || token.kind == '.' || token.kind == ',';
+  };
+  scan(token);
+  switch (construct.extent) {
+    case LeftOut::Extent::Word:
+      break;
+    case LeftOut::Extent::Names:
+      while (isName() && leftOut(textOf(token)) == nullptr) scan(token);
+      break;
+    case LeftOut::Extent::Unit:
+      while (!endsUnit()) scan(token);
+      break;
+    case LeftOut::Extent::Closer:
+      while (!endsUnit() && !equalFolded(textOf(token), construct.closer)) scan(token);
+      if (endsUnit()) {
+        errors_.unexpected(token.span, construct.closer);
+      } else {
+        scan(token);
+      }
+      break;
+  }
 }
 
 }  // namespace refhost

@@ -24,7 +24,4 @@ struct LeftOut {
   const char* what;
 };
 
-// Null when no construct begins with the word.
-const LeftOut* leftOut(std::string_view word);
-
 }  // namespace refhost

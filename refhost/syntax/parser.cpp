@@ -11,6 +11,11 @@ void parse(const SourceManager& sources, std::uint32_t file, Tree& tree,
            std::vector<vel::VELMessage>& messages) {
   const std::string_view text = sources.text(file);
   SyntaxErrors errors(text, file, messages);
+  const std::string_view mark = text.substr(0, 2);
+  if (mark == "\xFF\xFE" || mark == "\xFE\xFF") {
+    errors.syntax({0, 2}, "the file is UTF-16, not UTF-8 or a code of single bytes");
+    return;
+  }
   TokenStream tokens(text, errors);
   TreeFactory make(text, file, tree, errors);
   // The result says no more than the messages do.

@@ -13,8 +13,12 @@ namespace refhost {
 
 struct LineColumn {
   std::uint32_t line = 1;    // from 1
-  std::uint32_t column = 1;  // from 1, in characters (UTF-8)
+  std::uint32_t column = 1;  // from 1, in characters; in bytes where a file is not UTF-8
 };
+
+// Bytes of the UTF-8 character that `text`, not empty, begins with; 0 when it begins
+// with none.
+std::size_t utf8Length(std::string_view text);
 
 class SourceManager {
  public:
@@ -37,7 +41,9 @@ class SourceManager {
   struct File {
     std::string path;
     std::string text;
-    mutable std::vector<std::uint32_t> lineStarts;  // filled when first asked
+    // Filled when first asked.
+    mutable std::vector<std::uint32_t> lineStarts;
+    mutable bool isUtf8 = false;
   };
   const std::vector<std::uint32_t>& lineStarts(const File& file) const;
 

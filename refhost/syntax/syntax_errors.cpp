@@ -4,6 +4,7 @@
 #include <string>
 
 #include "refhost/syntax/parser.h"
+#include "refhost/syntax/source.h"
 
 namespace refhost {
 
@@ -11,28 +12,12 @@ namespace {
 
 constexpr std::size_t kShownLength = 60;
 
-// Bytes of the UTF-8 character that `text` begins with; 0 when it begins with none.
-std::size_t characterLength(std::string_view text) {
-  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const std::size_t length = byte(0) < 0x80   ? 1
-                             : byte(0) < 0xC2 ? 0
-                             : byte(0) < 0xE0 ? 2
-                             : byte(0) < 0xF0 ? 3
-                             : byte(0) < 0xF5 ? 4
-                                              : 0;
-  if (length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return 0;
-  }
-  return length;
-}
-
 // Source text as a message shows it: valid UTF-8 without control characters,
 // whatever the file holds.
 std::string printable(std::string_view text) {
   std::string out;
   while (!text.empty()) {
-    const std::size_t length = characterLength(text);
+    const std::size_t length = utf8Length(text);
     const bool shown = length > 1 || (length == 1 && text[0] >= ' ' && text[0] != 0x7F);
     if (shown) {
       out.append(text.substr(0, length));

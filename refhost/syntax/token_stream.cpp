@@ -7,7 +7,6 @@
 #include "refhost/messages.h"
 #include "refhost/services/folded.h"
 #include "refhost/syntax/blocks.h"
-#include "refhost/syntax/left_out.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
 
@@ -38,15 +37,11 @@ int kindOf(std::string_view text, const Word (&words)[N]) {
   return Kind::IDENTIFIER;
 }
 
-// A statement, a declaration or a part of a header can begin after the token.
-bool endsPart(int kind) {
-  return kind == 0 || kind == Kind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
-}
-
-// No name is followed by such a token.
-bool beginsOperand(int kind) {
+// A type or an initial value can end with the token.
+bool endsDeclaration(int kind) {
   return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
-         kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
+         kind == Kind::LITERAL || kind == Kind::STRING || kind == Kind::WSTRING || kind == ')' ||
+         kind == ']';
 }
 
 }  // namespace
@@ -80,6 +75,7 @@ int TokenStream::next(Span& span) {
   if (errors_.exhausted()) return Kind::YYEOF;
   skipLeftOut(token);
   token.kind = kindHere(token);
+  joinEnd(token);
   int kind = missingBefore(token);
   if (kind != 0) {
     held_ = token;
@@ -103,6 +99,17 @@ int TokenStream::kindHere(const Token& token) const {
   return token.kind;
 }
 
+// `END IF` is meant to be END_IF.
+void TokenStream::joinEnd(Token& token) {
+  if (token.kind != Kind::IDENTIFIER || !equalFolded(textOf(token), "END")) return;
+  const int opener = opensVariables(ahead(1).kind) ? int{Kind::VAR} : ahead(1).kind;
+  if (!isOpen(opener)) return;
+  const BlockRule& rule = ruleOf(opener);
+  errors_.unexpected(token.span, rule.closerName);
+  scan(token);
+  token.kind = rule.closer;
+}
+
 // The token that the source lacks in front of `token`; 0 for none. Reports it and
 // follows it in the state of the blocks.
 int TokenStream::missingBefore(const Token& token) {
@@ -110,6 +117,8 @@ int TokenStream::missingBefore(const Token& token) {
   switch (token.kind) {
     case Kind::PROGRAM:
       return inConfiguration() && beginsInstance() && !inDeclarations() ? 0 : closeTop(token);
+    case Kind::IDENTIFIER:
+      return blocks_.back().opener == Kind::VAR ? missingBeforeName(token) : 0;
     case Kind::YYEOF:
     case Kind::FUNCTION:
     case Kind::FUNCTION_BLOCK:
@@ -167,6 +176,22 @@ int TokenStream::missingBefore(const Token& token) {
     default:
       return 0;
   }
+}
+
+// The same in front of a name in a block of variables: the ';' of a declaration when the
+// name begins another one, or END_VAR when it begins a statement.
+int TokenStream::missingBeforeName(const Token& token) {
+  const bool afterDeclaration = previous_ == ';' || opensVariables(previous_);
+  if (!afterDeclaration && !endsDeclaration(previous_)) return 0;
+  const int next = ahead(1).kind;
+  if (!afterDeclaration) {
+    if (next != ':' || brackets_ > 0) return 0;
+    errors_.unexpected(token.span, "';'");
+    return ';';
+  }
+  const bool statement =
+      next == Kind::ASSIGN || next == '(' || next == '[' || next == '.' || next == '^';
+  return statement ? closeTop(token) : 0;
 }
 
 int TokenStream::missingHeaderEnd(const Token& token) {
@@ -330,52 +355,6 @@ int TokenStream::accept(const Token& token) {
       return prefixes_ > kMaxNesting ? skipTooDeep(token, false) : token.kind;
     default:
       return token.kind;
-  }
-}
-
-// The construct that `token` begins here and that is to be left out; null for none.
-const LeftOut* TokenStream::leftOutAt(const Token& token) {
-  if (token.kind != Kind::IDENTIFIER || !endsPart(previous_)) return nullptr;
-  const LeftOut* const construct = leftOut(textOf(token));
-  if (construct == nullptr) return nullptr;
-  const int next = ahead(1).kind;
-  const bool bare = construct->format == nullptr && (next == Kind::YYEOF || isStructural(next));
-  return bare || beginsOperand(next) ? construct : nullptr;
-}
-
-// Moves `token` past the constructs that are left out.
-void TokenStream::skipLeftOut(Token& token) {
-  while (const LeftOut* const construct = leftOutAt(token)) {
-    if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
-    skip(token, *construct);
-  }
-}
-
-void TokenStream::skip(Token& token, const LeftOut& construct) {
-  const auto endsUnit = [&token] {
-    return token.kind == Kind::YYEOF || opensUnit(token.kind) || closesUnit(token.kind);
-  };
-  const auto isName = [&token] {
-    return token.kind == Kind::IDENTIFIER || token.kind == '.' || token.kind == ',';
-  };
-  scan(token);
-  switch (construct.extent) {
-    case LeftOut::Extent::Word:
-      break;
-    case LeftOut::Extent::Names:
-      while (isName() && leftOut(textOf(token)) == nullptr) scan(token);
-      break;
-    case LeftOut::Extent::Unit:
-      while (!endsUnit()) scan(token);
-      break;
-    case LeftOut::Extent::Closer:
-      while (!endsUnit() && !equalFolded(textOf(token), construct.closer)) scan(token);
-      if (endsUnit()) {
-        errors_.unexpected(token.span, construct.closer);
-      } else {
-        scan(token);
-      }
-      break;
   }
 }
 

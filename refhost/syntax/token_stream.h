@@ -47,6 +47,7 @@ class TokenStream {
   // What a word is where it stands: some are keywords in a few places only.
   int kindHere(const Token& token) const;
   int missingBefore(const Token& token);
+  int missingBeforeName(const Token& token);
   int missingHeaderEnd(const Token& token);
   int missingBeforeEnd(const Token& token);
   int closeTop(const Token& token);
@@ -58,6 +59,7 @@ class TokenStream {
   int openBlock(const Token& token);
   int closeBlock(const Token& token);
   int accept(const Token& token);
+  void joinEnd(Token& token);
   const LeftOut* leftOutAt(const Token& token);
   void skipLeftOut(Token& token);
   void skip(Token& token, const LeftOut& construct);

@@ -48,7 +48,7 @@ enum class NodeKind : std::int32_t {
   Unit,           // Unit: [name Text, return type spec?, VarBlocks, StatementList]
   VarBlocks,      // [VarBlock...]
   VarBlock,       // VarBlock: [VarDecl...]
-  VarDecl,        // VarDecl: [TypeSpec, initial value Expr?, address Text?, name Text...]
+  VarDecl,        // VarDecl: [TypeSpec?, initial value Expr?, address Text?, name Text...]
   Invocation,     // Call: [callee: Text, or Expr for an access that is called;
                   //        ParameterList or, for a type as operand, TypeSpec;
                   //        of an operator in the form of a function, that Expr]

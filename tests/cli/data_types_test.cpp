@@ -8,7 +8,7 @@ namespace {
 TEST_F(Velc, ComputesWithDataTypes) {
   const char* const types =
       "TYPE Table : ARRAY[0..Last, -1..1] OF INT := [1, 2, 3, 2(9)];\n"
-      "Index : (First, Last := 3); Level : INT(-10..10); Ramp : INT := 15; END_TYPE\n"
+      "Index : (First, Last := Top); Level : INT(-10..10); Ramp : INT := 15; END_TYPE\n"
       "TYPE Node : STRUCT next : POINTER TO Node; value : INT := 4; END_STRUCT END_TYPE\n"
       "TYPE Point : STRUCT x, y : INT := 3; tag : STRING[8] := 'pt'; END_STRUCT;\n"
       "Line : STRUCT a, b : Point := (x := 7); n : ARRAY[1..3] OF Ramp; END_STRUCT END_TYPE\n"
@@ -17,9 +17,10 @@ TEST_F(Velc, ComputesWithDataTypes) {
       "FUNCTION sum : INT VAR_INPUT p : POINTER TO ARRAY[0..32000] OF BYTE; n : INT; END_VAR\n"
       "VAR i : INT; END_VAR FOR i := 0 TO n - 1 DO sum := sum + p^[i]; END_FOR END_FUNCTION\n"
       "FUNCTION mirror : Point VAR_INPUT q : Point; END_VAR VAR_IN_OUT t : Table; END_VAR\n"
-      "mirror := q; mirror.x := -q.x; t[Last, 0] := 77; END_FUNCTION\n";
+      "mirror := q; mirror.x := -q.x; t[Last, 0] := 77; END_FUNCTION\n"
+      "VAR_GLOBAL CONSTANT Top : INT := 3; END_VAR\n";
   const char* const variables =
-      "VAR CONSTANT N : INT := 4; END_VAR VAR a : ARRAY[1..N] OF INT := [1, 2(5), 8];\n"
+      "VAR a : ARRAY[1..N] OF INT := [1, 2(5), 8];\n"
       "old : ARRAY[1..3] OF INT := 1, 2(4); t : Table; l : Line := (a := (y := 2), n := [1(6)]);\n"
       "lv : Level; st : (Idle, Run, Stop); fbs : ARRAY[0..1] OF Counter := [(inc := 10)];\n"
       "i, s : INT; pi : POINTER TO INT; r : REF_TO INT; w : DWORD := 16#01020304; m : Point;\n"
@@ -27,7 +28,7 @@ TEST_F(Velc, ComputesWithDataTypes) {
       "f : REAL := 1.0; pd : POINTER TO DWORD; rep : ARRAY[1..4] OF INT := [N(6)];\n"
       "anon : STRUCT q : ARRAY[0..1] OF STRUCT z : INT := N; END_STRUCT; END_STRUCT;\n"
       "big : ARRAY[1..2000000] OF INT := [1000000(7), 1000000(0)]; rs : ARRAY[0..1] OF Line;\n"
-      "END_VAR VAR_OUTPUT ";
+      "END_VAR VAR CONSTANT N : INT := 4; END_VAR VAR_OUTPUT ";
   struct Row {
     const char* statements;
     const char* value;  // that `v` has after them

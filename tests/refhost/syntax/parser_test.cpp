@@ -165,7 +165,7 @@ void expectSound(const ASTNode& node) {
   const NodeKind kind = kindOf(node);
   for (int i = 0; i < node.leavesCount(); ++i) {
     const ASTNode* const leaf = node.leaf(i);
-    const bool optional = (kind == NodeKind::VarDecl && (i == 1 || i == 2)) ||
+    const bool optional = (kind == NodeKind::VarDecl && i <= 2) ||
                           (kind == NodeKind::For && i == 2) || (kind == NodeKind::Unit && i == 1) ||
                           node.type() == vel::ASTType::StringTypeSpec;
     if (leaf == nullptr) {

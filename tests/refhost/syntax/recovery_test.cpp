@@ -54,7 +54,7 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
       {"x := 1 # 2; \xC2\xA7 := 3; \xE9 := 4; z := 1;",
        "2:8 Syntax error: unexpected character '#';\n"
        "2:13 Syntax error: unexpected character '\xC2\xA7';\n"
-       "2:21 Syntax error: unexpected character '?';\n",
+       "2:22 Syntax error: unexpected character '?';\n",
        "(:= z 1)\n"},
       {"x := 'abc;\nz := 1;", "2:6 Unterminated string;\n", ""},
       {"x := 'abc\n; z := 1;", "2:6 Unterminated string;\n", "(:= z 1)\n"},
@@ -81,11 +81,12 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
 TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
   const Row rows[] = {
       {"PROGRAM p VAR a : INT b : INT; c : ; e : REAL := ; d : INT END_VAR END_PROGRAM",
-       "1:23 Syntax error: found 'b', expected ':=' or ';';\n"
+       "1:23 Syntax error: found 'b', expected ';';\n"
        "1:36 Syntax error: found ';', expected type;\n"
        "1:50 Syntax error: found ';', expected expression;\n"
        "1:60 Syntax error: found 'END_VAR', expected ':=' or ';';\n",
-       "(program p _ [(var (decl INT _ _ a) (decl REAL _ _ e) (decl INT _ _ d))] [])\n"},
+       "(program p _ [(var (decl INT _ _ a) (decl INT _ _ b) (decl _ _ _ c) (decl REAL _ _ e) "
+       "(decl INT _ _ d))] [])\n"},
       {"PROGRAM p VAR a : INT; IF b THEN END_IF END_PROGRAM",
        "1:24 Syntax error: found 'IF', expected END_VAR;\n",
        "(program p _ [(var (decl INT _ _ a))] [(if b [])])\n"},

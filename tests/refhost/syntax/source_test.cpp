@@ -33,9 +33,13 @@ TEST(Source, CountsLinesAndCharacters) {
     EXPECT_EQ(sources.position(location).column, row.column) << row.offset;
     EXPECT_EQ(sources.line(location), row.text) << row.offset;
   }
+  sources.add("latin1.st", "a\xB0 b\rc\n");
+  EXPECT_EQ(sources.position(vel::TextLocation(1, 3)).column, 4U);
+  EXPECT_EQ(sources.position(vel::TextLocation(1, 5)).line, 2U);
+  EXPECT_EQ(sources.line(vel::TextLocation(1, 5)), "c");
   sources.add("empty.st", "");
-  EXPECT_EQ(sources.position(vel::TextLocation(1, 0)).line, 1U);
-  EXPECT_EQ(sources.line(vel::TextLocation(1, 0)), "");
+  EXPECT_EQ(sources.position(vel::TextLocation(2, 0)).line, 1U);
+  EXPECT_EQ(sources.line(vel::TextLocation(2, 0)), "");
 }
 
 TEST(Source, LoadsFilesOrSaysWhyNot) {

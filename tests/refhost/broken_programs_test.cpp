@@ -1,0 +1,128 @@
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+struct Row {
+  std::string source;
+  std::string errors;  // where each message stands
+};
+
+std::string places(const std::string& source) {
+  std::string text;
+  for (const std::string& line : said(*analysed(source))) {
+    text += (text.empty() ? "" : " ") + line.substr(0, line.find(' '));
+  }
+  return text;
+}
+
+// One mistake, one place or a few, and none in what follows.
+TEST(BrokenPrograms, AreNotFlooded) {
+  const Row bodies[] = {
+      {"a := 1\nb := 2;", "4:1"},
+      {"a := 1;\nIF c THEN\na := 2;\n", "7:1"},
+      {"a := (b + 1;\nb := 2;", "3:12"},
+      {"a := b + 1);\nb := 2;", "3:11"},
+      {"IF c\na := 1;\nEND_IF;\nb := 2;", "4:1"},
+      {"IF c THEN a := 1; ESLE a := 2; END_IF;\nb := 2;", "3:24"},
+      {"IF c THEN a := 1; ELSE IF d THEN a := 2; END_IF;\nb := 2;", "5:1"},
+      {"IF c THEN a := 1; END IF;\nb := 2;", "3:19"},
+      {"ENDIF;\nb := 1;", "3:6"},
+      {"FOR i := 1 TO 10\na := i;\nEND_FOR;\nb := 1;", "4:1"},
+      {"FOR i := 1 TO 10 DO a := i; END FOR;\nb := 1;", "3:29"},
+      {"FOR i := 1, 10 DO a := i; END_FOR;", "3:11"},
+      {"WHILE c a := 1; END_WHILE;", "3:9"},
+      {"REPEAT a := 1; UNTIL c;", "4:1"},
+      {"CASE a OF 1: b := 1; 2 b := 2; END_CASE;", "3:24"},
+      {"CASE a OF 1: b := 1; ELSE: b := 2; END_CASE;", "3:26"},
+      {"CASE a 1: b := 1; END_CASE;", "3:8"},
+      {"CASE a OF 1..: b := 1; END_CASE; a := 2;", "3:14"},
+      {"a := 5 5;\nb := 1;", "3:8"},
+      {"a := b +;\nb := 1;", "3:9"},
+      {"a b;\nb := 1;", "3:3"},
+      {"5 := a;\nb := 1;", "3:1"},
+      {"a := 'abc;\nb := 1;", "3:6"},
+      {"a := b ? 1 : 2;", "3:8"},
+      {"a := b == 1;", "3:9"},
+      {"c := a != b;", "3:8"},
+      {"c := a && d;", "3:11"},
+      {"a += 1;\nb := 2;", "3:3"},
+      {"if (a = 1) { b := 2; }\nb := 3;", "4:1 5:1"},
+      {"a := MAX(a, b;\nb := 1;", "3:14"},
+      {"a := MAX(a,, b);", "3:12"},
+      {"MAX(a, b)\nb := 1;", "4:1"},
+      {"a := undefined1 + undefined1;\nb := undefined1;\nundefined2(a := 1);undefined2();",
+       "3:6 5:1"},
+      {"a := LIMIT(0, undefined1, 100) + 1;", "3:15"},
+      {"a : = 1;\nb := 2;", "3:3"},
+      {"BEGIN\na := 1;\nEND", "4:1 6:1"},
+      {"THEN a := 1;\nb := 2;", "3:1"},
+      {"END_FOR;\nb := 2;", "3:1"},
+      {"a := 1;\nVAR x : INT; END_VAR\na := 2;", "4:1 4:14"},
+      {"RETURN\na := 1;", "4:1"},
+      {"a := NOT;\nb := 1;", "3:9"},
+      {"IF THEN a := 1; END_IF;", "3:4"},
+      {"IF c THEN; ELSIF THEN a := 1; END_IF;", "3:18"},
+      {"IF c THEN a := 1; ELSEIF d THEN a := 2; END_IF;\nb := 1;", "3:26"},
+      {"(* open\na := 1;", "3:1"},
+      {"a := 1; *)\nb := 2;", "3:9"},
+      {"IF c THEN a := 1 END_IF;\nb := 2;", "3:18"},
+      {"goto x;\nb := 1;", "3:6"},
+      {"a := b[1;\nb := 2;", "3:9"},
+      {"f(x := );\nb := 2;", "3:8"},
+      {")) a := 1;\nb := 2;", "3:1"},
+  };
+  for (const Row& row : bodies) {
+    const std::string variables = "VAR a, b, i : INT; c, d : BOOL; s : STRING; END_VAR\n";
+    EXPECT_EQ(places("PROGRAM p\n" + variables + row.source + "\nEND_PROGRAM"), row.errors)
+        << row.source;
+  }
+  const Row files[] = {
+      {"PROGRAM p\nVAR a INT; b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:7"},
+      {"PROGRAM p\nVAR a : INT\nb : INT;\nEND_VAR\na := b;\nEND_PROGRAM", "3:1"},
+      {"PROGRAM p\nVAR a : INT := ; b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:16"},
+      {"PROGRAM p\nVAR a : ; b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:9"},
+      {"PROGRAM p\nVAR a : INTT; b : INTT; c : INT; END_VAR\na := b; a := c;\nc := a + b; IF a "
+       "THEN a := 1; END_IF; a(x := 1);\nEND_PROGRAM",
+       "2:9"},
+      {"PROGRAM p\nVAR a : INT;\na := 1;\nEND_PROGRAM\nPROGRAM q END_PROGRAM", "3:1"},
+      {"PROGRAM p\nVAR a, b : INT\nEND_VAR\na := b;\nEND_PROGRAM", "3:1"},
+      {"PROGRAM p\nVAR a ; b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:7"},
+      {"PROGRAM\nVAR a : INT; END_VAR\na := 1;\nEND_PROGRAM", "2:1"},
+      {"PROGRAM p\nVAR a : INT; END_VAR\na := 1;\n", "4:1"},
+      {"a := 1;\nPROGRAM p\nEND_PROGRAM", "1:1"},
+      {"PROGRAM p END_PROGRAM\nx := 1; y := 2;\nPROGRAM q END_PROGRAM", "2:1"},
+      {"PROGRAM p\nVAR a : INT; END_VAR\na := 1;\nEND_FUNCTION\nPROGRAM q END_PROGRAM", "4:1"},
+      {"FUNCTION f INT\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; END_VAR a := f(); "
+       "END_PROGRAM",
+       "2:1 4:37"},
+      {"FUNCTION f :\nVAR_INPUT a : INT; END_VAR\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; "
+       "END_VAR a := f(1); END_PROGRAM",
+       "2:1 5:37"},
+      {"FUNCTON f : INT\nf := 1;\nEND_FUNCTION\nPROGRAM p END_PROGRAM", "1:1"},
+      {"FUNCTION_BLOCK fb\nVAR_INPUT x : INT; END_VAR\nEND_FUNCTIONBLOCK\nPROGRAM p VAR f : fb; "
+       "END_VAR f(x := 1); END_PROGRAM",
+       "4:1"},
+      {"PROGRAM p\nVAR_INPTU a : INT; END_VAR\na := 1;\nEND_PROGRAM", "2:11 2:20"},
+      {"PROGRAM p\nVAR a : ARRAY[1.5] OF INT; b : INT; END_VAR\nb := 1;\nEND_PROGRAM", "2:18"},
+      {"PROGRAM p\nVAR a : ARRAY[1..5 OF INT; b : INT; END_VAR\nb := 1;\nEND_PROGRAM", "2:20"},
+      {"TYPE t : STRUCT a : INT; b INT; END_STRUCT END_TYPE\nPROGRAM p VAR x : t; END_VAR x.a := "
+       "1; END_PROGRAM",
+       "1:28"},
+      {"TYPE t STRUCT a : INT; END_STRUCT END_TYPE\nPROGRAM p VAR x : t; END_VAR x.a := 1; "
+       "END_PROGRAM",
+       "1:8 1:24 2:19"},
+      {"TYPE t : (A, B C); END_TYPE\nPROGRAM p END_PROGRAM", "1:16"},
+      {"VAR_GLOBAL g : INT;\nPROGRAM p g := 1; END_PROGRAM", "2:1"},
+      {"PROGRAM p\nVAR a AT %QX : INT; b : INT; END_VAR\nb := a;\nEND_PROGRAM", "2:10"},
+      {"PROGRAM p VAR a : INT := 5 b : INT; END_VAR\na := b;\nEND_PROGRAM", "1:28"},
+      {"CONFIGURATION c\nRESOURCE r ON x\nTASK t(INTERVAL = T#1s);\nPROGRAM a WITH t : "
+       "p;\nEND_RESOURCE\nEND_CONFIGURATION\nPROGRAM p END_PROGRAM",
+       "3:8"},
+      {"PROGRAM p.q\nEND_PROGRAM", "1:10"},
+  };
+  for (const Row& row : files) EXPECT_EQ(places(row.source), row.errors) << row.source;
+}
+
+}  // namespace
+}  // namespace refhost
