@@ -1,6 +1,7 @@
 #include "refhost/session.h"
 
 #include <cmath>
+#include <optional>
 
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
@@ -25,7 +26,7 @@ struct Session::Impl {
 
   Options options;
   SourceManager sources;
-  Tree tree;
+  std::optional<Tree> tree{std::in_place};
   // Before the library: the registry refers to the services.
   Services services;
   PluginLibrary plugin;
@@ -73,7 +74,17 @@ bool Session::start(std::string& error) {
     if (!impl_->plugin.extend(path, error)) return false;
   }
   declareFunctionOperators(impl_->services);
+  impl_->services.symbols.keep();
   return true;
+}
+
+void Session::restart() {
+  impl_->messages.clear();
+  impl_->services.calls = {};
+  impl_->services.memory.releaseState();
+  impl_->services.symbols.forget();
+  impl_->tree.emplace();
+  impl_->sources = {};
 }
 
 vel::OpManagerAPI& Session::operators() { return *impl_->plugin.registry(); }
@@ -82,8 +93,8 @@ bool Session::operatorReady(const std::string& name) {
   vel::STOperator* const op = operators().findOperator(name);
   if (op == nullptr) return false;
   // Every operator that works complains of a call without a parameter list.
-  Call* const call = impl_->tree.make<Call>();
-  impl_->tree.setLeaves(*call, {impl_->tree.make<Text>(impl_->tree.intern(name))});
+  Call* const call = impl_->tree->make<Call>();
+  impl_->tree->setLeaves(*call, {impl_->tree->make<Text>(impl_->tree->intern(name))});
   std::vector<vel::VELMessage> messages;
   std::string resultType;
   op->check(&impl_->services, call, messages, resultType, {});
@@ -94,10 +105,10 @@ SourceManager& Session::sources() { return impl_->sources; }
 
 bool Session::analyse() {
   for (int file = 0; file < impl_->sources.count(); ++file) {
-    parse(impl_->sources, static_cast<std::uint32_t>(file), impl_->tree, impl_->messages);
+    parse(impl_->sources, static_cast<std::uint32_t>(file), *impl_->tree, impl_->messages);
   }
-  Prelude prelude(impl_->sources, impl_->tree);
-  Analyser(impl_->services, impl_->tree, prelude, impl_->messages).run();
+  Prelude prelude(impl_->sources, *impl_->tree);
+  Analyser(impl_->services, *impl_->tree, prelude, impl_->messages).run();
   return !impl_->hasErrors();
 }
 

@@ -58,6 +58,9 @@ class Session {
   // Loads the plugin and the add-ons with the system's loader and builds the registry. On failure
   // returns false and sets `error`; nothing else may be called then.
   bool start(std::string& error);
+  // Forgets sources, messages and translation, as if just started: for the next
+  // translation with the same plugin.
+  void restart();
   vel::OpManagerAPI& operators();
   // False for an operator that refuses every call without saying why.
   bool operatorReady(const std::string& name);

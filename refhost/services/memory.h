@@ -26,6 +26,7 @@ class Memory final : public vel::DeviceMemory {
 
   // A byte behind the areas for hidden state.
   vel::HeapRawAddr allocateState();
+  void releaseState() { stateBytes_ = 0; }
   const Sizes& sizes() const { return sizes_; }
   std::uint32_t stateBytes() const { return stateBytes_; }
   // Bytes of the whole image, hidden state included.

@@ -45,6 +45,20 @@ SymbolTable::SymbolTable() {
   null_ = std::make_unique<NamedValue>("NULL", pointerType(nullptr, false), 0);
 }
 
+void SymbolTable::keep() { kept_ = {types_, units_, ownedTypes_.size(), ownedUnits_.size()}; }
+
+void SymbolTable::forget() {
+  types_ = kept_.types;
+  units_ = kept_.units;
+  programUnits_.clear();
+  globals_.reset();
+  namedValues_.clear();
+  accesses_.clear();
+  ownedUnits_.resize(kept_.ownedUnits);
+  ownedTypes_.resize(kept_.ownedTypes);
+  stringTypes_.clear();
+}
+
 Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol::Type kind) const {
   const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
   // Whatever carries its own type is that type.

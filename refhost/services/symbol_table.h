@@ -17,6 +17,11 @@ class SymbolTable final : public vel::SymbolManager {
  public:
   SymbolTable();
 
+  // Makes forget() keep what the table holds now.
+  void keep();
+  // Forgets all that a program has declared.
+  void forget();
+
   vel::Symbol* find(std::string_view name, std::string_view scope, vel::Symbol::Type kind) const;
   bool add(std::unique_ptr<vel::SymbolPOU> unit);
 
@@ -79,6 +84,13 @@ class SymbolTable final : public vel::SymbolManager {
   FoldedMap<NamedValue*> namedValues_;  // null: of several enumerations
   std::unique_ptr<NamedValue> null_;
   std::unordered_map<std::string, std::unique_ptr<vel::SymbolTyped>> accesses_;
+
+  struct {
+    FoldedMap<vel::SymbolDataType*> types;
+    FoldedMap<vel::SymbolPOU*> units;
+    std::size_t ownedTypes = 0;
+    std::size_t ownedUnits = 0;
+  } kept_;
 };
 
 }  // namespace refhost
