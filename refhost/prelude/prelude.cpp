@@ -1,17 +1,26 @@
 #include "refhost/prelude/prelude.h"
 
+#include <algorithm>
+
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
 namespace {
 
-constexpr const char* kText =
+constexpr std::string_view kText =
 #include "prelude_text.inc"
     ;
+
+bool occurs(std::string_view name) {
+  const auto same = [](char a, char b) { return fold(a) == fold(b); };
+  return std::search(kText.begin(), kText.end(), name.begin(), name.end(), same) != kText.end();
+}
 
 }  // namespace
 
 Unit* Prelude::unit(std::string_view name) {
+  // Most names that a program does not declare are its own mistakes.
+  if (!parsed_ && !occurs(name)) return nullptr;
   if (!parsed_) parse();
   const auto found = units_.find(name);
   return found != units_.end() ? found->second : nullptr;
@@ -21,7 +30,7 @@ void Prelude::parse() {
   parsed_ = true;
   const std::size_t before = tree_.units.size();
   std::vector<vel::VELMessage> messages;
-  const int file = sources_.add("prelude", kText);
+  const int file = sources_.add("prelude", std::string(kText));
   refhost::parse(sources_, static_cast<std::uint32_t>(file), tree_, messages);
   for (std::size_t i = before; i < tree_.units.size(); ++i) {
     units_.emplace(tree_.units[i]->name(), tree_.units[i]);
