@@ -1,4 +1,4 @@
-#include "tests/random/values.h"
+#include "fuzz/programs/values.h"
 
 #include <fmt/format.h>
 

@@ -7,8 +7,8 @@
 #include <fstream>
 
 #include "cli/termination_guard.h"
-#include "tests/random/generator.h"
-#include "tests/random/runner.h"
+#include "fuzz/programs/generator.h"
+#include "fuzz/programs/runner.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "tests/random/tree.h"
+#include "fuzz/programs/tree.h"
 
 namespace generated {
 

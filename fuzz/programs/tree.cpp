@@ -1,10 +1,10 @@
-#include "tests/random/tree.h"
+#include "fuzz/programs/tree.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "tests/random/operators.h"
+#include "fuzz/programs/operators.h"
 
 namespace generated {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/random/operators.h"
+#include "fuzz/programs/operators.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "tests/random/tree.h"
+#include "fuzz/programs/tree.h"
 
 namespace generated {
 

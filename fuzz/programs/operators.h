@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/random/values.h"
+#include "fuzz/programs/values.h"
 
 namespace generated {
 

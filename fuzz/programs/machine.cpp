@@ -1,8 +1,8 @@
-#include "tests/random/machine.h"
+#include "fuzz/programs/machine.h"
 
 #include <algorithm>
 
-#include "tests/random/operators.h"
+#include "fuzz/programs/operators.h"
 
 namespace generated {
 

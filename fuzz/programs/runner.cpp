@@ -1,4 +1,4 @@
-#include "tests/random/runner.h"
+#include "fuzz/programs/runner.h"
 
 #include <fmt/format.h>
 
@@ -12,7 +12,7 @@
 #include "cli/process.h"
 #include "cli/program_driver.h"
 #include "cli/temporary_folder.h"
-#include "tests/random/machine.h"
+#include "fuzz/programs/machine.h"
 
 namespace generated {
 namespace {

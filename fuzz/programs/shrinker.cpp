@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "tests/random/machine.h"
-#include "tests/random/operators.h"
-#include "tests/random/runner.h"
+#include "fuzz/programs/machine.h"
+#include "fuzz/programs/operators.h"
+#include "fuzz/programs/runner.h"
 
 namespace generated {
 namespace {

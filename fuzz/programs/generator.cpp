@@ -1,11 +1,11 @@
-#include "tests/random/generator.h"
+#include "fuzz/programs/generator.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "tests/random/machine.h"
-#include "tests/random/operators.h"
+#include "fuzz/programs/machine.h"
+#include "fuzz/programs/operators.h"
 
 namespace generated {
 namespace {

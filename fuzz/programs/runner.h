@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/random/tree.h"
+#include "fuzz/programs/tree.h"
 
 namespace generated {
 
 struct Toolchain {
   std::string compiler = "cc";
-  bool sanitize = false;  // programs and runtime, against addresses and undefined behaviour
+  bool sanitize = false;  // address and undefined behaviour of programs, not of the runtime
 };
 
 struct Outcome {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/random/values.h"
+#include "fuzz/programs/values.h"
 
 namespace generated {
 
