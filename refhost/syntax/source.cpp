@@ -119,9 +119,12 @@ LineColumn SourceManager::position(vel::TextLocation location) const {
 
 std::string_view SourceManager::line(vel::TextLocation location) const {
   const File& file = files_[location.file()];
-  const std::string_view text = file.text;
-  const std::uint32_t start = lineStarts(file)[position(location).line - 1];
-  return text.substr(start, text.find_first_of(kLineEnds, start) - start);
+  const auto& starts = lineStarts(file);
+  const std::uint32_t next = position(location).line;
+  const std::size_t end = next < starts.size() ? starts[next] : file.text.size();
+  const std::string_view line =
+      std::string_view(file.text).substr(starts[next - 1], end - starts[next - 1]);
+  return line.substr(0, line.find_last_not_of(kLineEnds) + 1);
 }
 
 }  // namespace refhost
