@@ -55,7 +55,7 @@ bool isScaledParameter(const ASTNode& node, std::string_view operatorName) {
   constexpr std::string_view kFromLTime = "LTIME_TO_";
   if (operatorName.substr(0, kFromLTime.size()) == kFromLTime) return true;
   const auto& call = static_cast<const Call&>(*node.parent()->parent());
-  return call.basicType() == BasicDataType::LTime && choosesAmongValues(operatorName);
+  return choosesAmongValues(operatorName) && likelyType(call) == BasicDataType::LTime;
 }
 
 // Operators take a pointer for an integer, save where they hand their parameters on.

@@ -172,28 +172,6 @@ vel::SymbolDataType* Analyser::typeDereference(Expr& expr) {
   return nullptr;
 }
 
-// What a pointer points to is writable, whatever the pointer is.
-bool Analyser::isWritable(const Expr& place) const {
-  const auto* const variable = dynamic_cast<const VarSymbol*>(place.symbol);
-  const auto base = [&place] { return static_cast<const Expr*>(place.leaf(0)); };
-  switch (place.access) {
-    case Expr::Access::None:
-      if (place.op() != Expression::Variable) return false;
-      // An address has no symbol.
-      return place.symbol == nullptr || (variable != nullptr && !variable->constant);
-    case Expr::Access::Member:
-      return variable != nullptr &&
-             (variable->role == Role::Member ? isWritable(*base()) : variable->role == Role::Input);
-    case Expr::Access::Element:
-      return valueType(base()->dataType) == BasicDataType::Pointer || isWritable(*base());
-    case Expr::Access::Bit:
-      return isWritable(*base());
-    case Expr::Access::Dereference:
-      return true;
-  }
-  return false;
-}
-
 bool Analyser::requireWritable(const Expr& target) {
   const bool instance =
       target.dataType != nullptr && target.dataType->dataType() == BasicDataType::FunctionBlock;

@@ -98,7 +98,6 @@ class Analyser {
   Type* typeBit(Expr& expr);
   Type* typeElement(Expr& expr);
   Type* typeDereference(Expr& expr);
-  bool isWritable(const Expr& place) const;
   // Appends an error and returns false when the expression cannot be written.
   bool requireWritable(const Expr& target);
   // What a name means where it stands; null when it is not that. All look-ups of
@@ -130,6 +129,7 @@ class Analyser {
   Type* callReference(Call& call);
   void judgeOperands(const Call& call);
   void judgeChoice(const Call& call);
+  void judgeConverted(const Call& call, const Expr& operand);
   void analyseOperandType(Call& call);
   // Appends an error when what is called gives no value.
   void requireValue(const Call& call, const Type* type);

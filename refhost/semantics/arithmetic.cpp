@@ -1,6 +1,8 @@
 #include "refhost/semantics/arithmetic.h"
 
+#include "core/operator.h"
 #include "refhost/services/derived_types.h"
+#include "refhost/services/operator_symbol.h"
 #include "refhost/syntax/literal.h"
 
 namespace refhost {
@@ -23,6 +25,29 @@ BasicDataType besideType(const ASTNode& node, BasicDataType own, BasicDataType o
     return integerFits(value.negative, value.magnitude, other) ? other : own;
   }
   return widens(own, other) ? other : own;
+}
+
+BasicDataType knownType(const ASTNode& operand) {
+  if (operand.type() != vel::ASTType::Expression) return BasicDataType::None;
+  return valueType(static_cast<const Expr&>(operand).dataType);
+}
+
+// Of an operator that names no result type: that in which the values meet among which it
+// chooses, or a bit.
+BasicDataType chosenType(const Call& call) {
+  if (!choosesAmongValues(call.op->name)) return BasicDataType::Bool;
+  const ASTNode& list = *call.leaf(1);
+  const int first = call.op->name == "SEL" ? 1 : 0;
+  BasicDataType chosen = likelyType(*list.leaf(first));
+  for (int i = first + 1; i < list.leavesCount(); ++i) {
+    const BasicDataType other = likelyType(*list.leaf(i));
+    if (isNumber(chosen) && isNumber(other)) {
+      chosen = commonNumber(chosen, other);
+    } else if (!widens(other, chosen)) {
+      chosen = other;
+    }
+  }
+  return chosen;
 }
 
 Meeting meetTimes(Expression::Operator op, BasicDataType left, BasicDataType right) {
@@ -58,19 +83,19 @@ Meeting meetPointers(Expression::Operator op, BasicDataType left, BasicDataType 
 }  // namespace
 
 BasicDataType typeOf(const ASTNode& operand) {
-  if (operand.type() != vel::ASTType::Expression) return BasicDataType::None;
-  return valueType(static_cast<const Expr&>(operand).dataType);
+  const BasicDataType known = knownType(operand);
+  if (known != BasicDataType::None) return known;
+  const BasicDataType likely = likelyType(operand);
+  return likely == BasicDataType::Bool || isText(likely) ? known : likely;
 }
 
 BasicDataType likelyType(const ASTNode& value) {
   if (kindOf(value) == NodeKind::Invocation) {
     const auto& call = static_cast<const Call&>(value);
     if (call.dataType != nullptr) return valueType(call.dataType);
-    const ASTNode* const list = call.op != nullptr && call.accepted ? call.leaf(1) : nullptr;
-    const int count = list != nullptr ? list->leavesCount() : 0;
-    return count > 0 ? likelyType(*list->leaf(count - 1)) : BasicDataType::None;
+    return call.op != nullptr && call.accepted ? chosenType(call) : BasicDataType::None;
   }
-  const BasicDataType known = typeOf(value);
+  const BasicDataType known = knownType(value);
   if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;
   const auto& expr = static_cast<const Expr&>(value);
   if (expr.op() != op::kWrapper && !isArithmetic(expr.op()) && expr.op() < op::kAnd) return known;

@@ -32,11 +32,11 @@ struct Meeting {
 
 Meeting meet(const Expr& binary);
 
-// The type in which an operand is computed; None when it has none.
+// The type in which an operand is computed: its own; where it has none, a likely one that
+// is neither BOOL nor a text; else None.
 BasicDataType typeOf(const ASTNode& operand);
 
-// The type that a value will have where typeOf() knows none: an operator that names no
-// result type gives one of its last parameter's kind.
+// The type that a value will have, also where an operator names no type for its result.
 BasicDataType likelyType(const ASTNode& value);
 
 bool isComparison(Expression::Operator op);

@@ -147,10 +147,7 @@ void Analyser::judgeOperands(const Call& call) {
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
   judgeChoice(call);
-  const bool toText = op == "TO_STRING" || op == "TO_WSTRING";
-  if (toText && typeOf(*list->leaf(0)) == BasicDataType::None) {
-    say(*list->leaf(0), message::kOperandType, call.op->name, displayName(nullptr));
-  }
+  if (op.substr(0, 3) == "TO_") judgeConverted(call, static_cast<const Expr&>(*list->leaf(0)));
   if (op == "EXPT") {
     const auto& exponent = static_cast<const Expr&>(*list->leaf(1));
     const BasicDataType type = typeOf(exponent);
@@ -158,6 +155,21 @@ void Analyser::judgeOperands(const Call& call) {
       say(exponent, message::kOperandType, call.op->name, displayName(exponent.dataType));
     }
   }
+}
+
+// A generic conversion takes whatever it is given, and names what it makes of it by the
+// operand's elementary type.
+void Analyser::judgeConverted(const Call& call, const Expr& operand) {
+  const Type* const type = operand.dataType;
+  const std::string_view op = call.op->name;
+  const bool toText = op == "TO_STRING" || op == "TO_WSTRING";
+  bool converts = type != nullptr && elementaryType(type->dataType()) != nullptr;
+  if (op == "TO_BOOL") {  // compares with 0
+    converts = !isComposite(type);
+  } else if (!toText && type != nullptr && type->dataType() == BasicDataType::Pointer) {
+    converts = true;
+  }
+  if (!converts) say(operand, message::kOperandType, call.op->name, displayName(type));
 }
 
 // Values with parts and texts cannot be compared in C, and are chosen only among those of

@@ -119,8 +119,9 @@ vel::SymbolDataType* Analyser::typeUnary(Expr& expr) {
     say(operand, message::kOperandType, operatorText(expr.op()), displayName(operand.dataType));
     return nullptr;
   }
-  if (expr.op() == op::kNot || negated(type) == type) return computedType(operand.dataType);
-  return services_.symbols.elementary(negated(type));
+  const bool keeps = expr.op() == op::kNot || negated(type) == type;
+  if (keeps && operand.dataType != nullptr) return computedType(operand.dataType);
+  return services_.symbols.elementary(keeps ? type : negated(type));
 }
 
 vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
@@ -140,7 +141,7 @@ vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
   // A side of the result's type keeps its name: BYTE AND BYTE is a BYTE.
   for (const Expr* const side : {&left, &right}) {
     const bool same = typeOf(*side) == meeting.result && literalOf(*side) == nullptr;
-    if (same) return computedType(side->dataType);
+    if (same && side->dataType != nullptr) return computedType(side->dataType);
   }
   return services_.symbols.elementary(meeting.result);
 }

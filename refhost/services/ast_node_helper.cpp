@@ -10,6 +10,7 @@
 
 #include "host/text.h"
 #include "refhost/messages.h"
+#include "refhost/services/derived_types.h"
 #include "refhost/services/services.h"
 #include "refhost/services/types.h"
 #include "refhost/syntax/literal.h"
@@ -29,6 +30,16 @@ refhost::Services& services(InternalInterface* ii) { return *static_cast<refhost
 Expr* asExpr(ASTNode* node) {
   const bool isExpr = node != nullptr && node->type() == vel::ASTType::Expression;
   return isExpr ? static_cast<Expr*>(node) : nullptr;
+}
+
+// The parameter of `invocation` that is written like this; null for none.
+const Expr* parameterNamed(const ASTNode* invocation, std::string_view text) {
+  const ASTNode* const list = invocation != nullptr ? invocation->leaf(1) : nullptr;
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    const Expr* const parameter = asExpr(list->leaf(i));
+    if (parameter != nullptr && vel::TreeBuilder::source(*parameter) == text) return parameter;
+  }
+  return nullptr;
 }
 
 DataTypeInfo describe(const vel::SymbolDataType* type) {
@@ -159,14 +170,11 @@ bool AstNodeHelper::checkBitAccessAst(InternalInterface* ii, ASTNode* node, cons
   return false;
 }
 
-bool AstNodeHelper::checkAstWritable(InternalInterface* ii, ASTNode* node, const std::string& text,
-                                     const std::string& pouName, std::vector<VELMessage>& messages,
-                                     bool, bool) {
-  // The variable that a member or a bit belongs to decides.
-  const std::string_view variableName = std::string_view(text).substr(0, text.find('.'));
-  vel::Symbol* const symbol =
-      services(ii).symbols.find(variableName, pouName, vel::Symbol::Variable);
-  if (symbol == nullptr || !static_cast<refhost::VarSymbol*>(symbol)->constant) return true;
+bool AstNodeHelper::checkAstWritable(InternalInterface*, ASTNode* node, const std::string& text,
+                                     const std::string&, std::vector<VELMessage>& messages, bool,
+                                     bool) {
+  const Expr* const place = parameterNamed(node, text);
+  if (place == nullptr || refhost::isWritable(*place)) return true;
   refhost::report(messages, node != nullptr ? node->pos() : vel::TextLocation(),
                   refhost::message::kNotWritable, {text});
   return false;

@@ -101,6 +101,28 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
   return structure != nullptr ? structure->member(name) : nullptr;
 }
 
+// What a pointer points to is writable, whatever the pointer is.
+bool isWritable(const Expr& place) {
+  const auto* const variable = dynamic_cast<const VarSymbol*>(place.symbol);
+  const auto base = [&place] { return static_cast<const Expr*>(place.leaf(0)); };
+  switch (place.access) {
+    case Expr::Access::None:
+      if (place.op() != Expression::Variable) return false;
+      // An address has no symbol.
+      return place.symbol == nullptr || (variable != nullptr && !variable->constant);
+    case Expr::Access::Member:
+      return variable != nullptr &&
+             (variable->role == Role::Member ? isWritable(*base()) : variable->role == Role::Input);
+    case Expr::Access::Element:
+      return valueType(base()->dataType) == BasicDataType::Pointer || isWritable(*base());
+    case Expr::Access::Bit:
+      return isWritable(*base());
+    case Expr::Access::Dereference:
+      return true;
+  }
+  return false;
+}
+
 bool isRow(const ArrayType& array, const Expr& item) {
   return array.bounds.size() > 1 && item.op() == op::kArrayValue &&
          dynamic_cast<const ArrayType*>(array.element) == nullptr;

@@ -110,6 +110,9 @@ class PointerType final : public vel::SymbolDataType {
 // of that name.
 VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
 
+// A program may write to this: a variable, an address, or a part of one.
+bool isWritable(const Expr& place);
+
 // True for an item of the initial values of an array of several dimensions that is one of
 // its rows, and no element.
 bool isRow(const ArrayType& array, const Expr& item);

@@ -68,7 +68,7 @@ TEST(Emission, StatementsBecomeC) {
        "(self->s)), "
        "\"x\") == 0;"},
       {"lr := SEL(b, i + 1, j) ** 2;",
-       "self->lr = vel_pow((SEL((self->b), ((i16)(self->i + 1)), (self->j))), 2);"},
+       "self->lr = vel_pow((f64)(SEL((self->b), ((i16)(self->i + 1)), (self->j))), 2);"},
       {"MAX(i, j);", "(void)(MAX((self->i), (self->j)));"},
   };
   for (const auto& [statement, expected] : rows) {

@@ -83,7 +83,7 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
       {all, "s := SEL(b, i + 1, i);", {"2:6 error C0032 'INT' cannot convert to 'STRING' type;"}},
       {all,
        "s := SEL(b, i + 1, i) * 2;",
-       {"2:6 error C0032 'SINT' cannot convert to 'STRING' type;"}},
+       {"2:6 error C0032 'INT' cannot convert to 'STRING' type;"}},
       {all,
        "s := SEL(b, MOVE(w), w);",
        {"2:6 error C0032 'WSTRING' cannot convert to 'STRING' type;"}},
@@ -105,9 +105,13 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
 }
 
 TEST(Analysis, OperatorCallsAreChecked) {
-  const char* const all = "g: BOOL; x, y: INT; d: DINT; u: UDINT; r: REAL;";
+  const char* const all =
+      "g: BOOL; x, y: INT; d: DINT; u: UDINT; r: REAL; s: STRING; e: (red, green); pt: POINTER TO "
+      "INT;"
+      "a: ARRAY[0..1] OF BOOL; END_VAR VAR CONSTANT c: ARRAY[0..1] OF BOOL := [TRUE, TRUE];";
   const std::string count =
       "Too many parameters, too few parameters, or no variables assigned to the IN_OUT in PRG ";
+  const std::string no = " error F002C The operator ";
   expectSaid({
       {all, "y := limit(0, x);", {"2:6 error C0040 " + count + "'limit';"}},
       {all, "y := int_to_dint(x, x);", {"2:6 error C0040 " + count + "'INT_TO_DINT';"}},
@@ -124,6 +128,20 @@ TEST(Analysis, OperatorCallsAreChecked) {
       {all,
        "r := EXPT(r, 'x');",
        {"2:14 error F002C The operator 'EXPT' cannot be applied to 'STRING';"}},
+      {all, "g := TO_BOOL(e); IRDBIT(%IX0.0, a[1]);", {}},
+      {all,
+       "g := TO_BOOL(a);",
+       {"2:14" + no + "'TO_BOOL' cannot be applied to 'ARRAY[0..1] OF BOOL';"}},
+      {all,
+       "x := TO_INT(SEL(g, a[0], g));",
+       {"2:13" + no + "'TO_INT' cannot be applied to 'INVALID';"}},
+      {all,
+       "x := TO_INT(a);",
+       {"2:13" + no + "'TO_INT' cannot be applied to 'ARRAY[0..1] OF BOOL';"}},
+      {all,
+       "s := TO_STRING(pt);",
+       {"2:16" + no + "'TO_STRING' cannot be applied to 'POINTER TO INT';"}},
+      {all, "IRDBIT(%IX0.0, c[1]);", {"2:1 error F0023 'c[1]' cannot be written;"}},
       {all, "g := _READIDIRECT(nowhere);", {"2:19 error C0221 Address 'nowhere' is not valid;"}},
       {all,
        "ZRST(%MX99999.0, M0);",
