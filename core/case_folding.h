@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace vel {
@@ -22,6 +23,19 @@ inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return foldCase(x) == foldCase(y); });
 }
+
+struct EqualIgnoringCase {
+  bool operator()(std::string_view a, std::string_view b) const { return equalIgnoringCase(a, b); }
+};
+
+// FNV-1a.
+struct HashIgnoringCase {
+  std::size_t operator()(std::string_view name) const {
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const char c : name) hash = (hash ^ foldCase(c)) * 0x100000001B3;
+    return static_cast<std::size_t>(hash);
+  }
+};
 
 struct LessIgnoringCase {
   bool operator()(std::string_view a, std::string_view b) const {

@@ -1,5 +1,6 @@
 #include "core/operator_manager.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "core/fc_operator.h"
@@ -19,15 +20,22 @@ bool convertsToItself(std::string_view name) {
 
 }  // namespace
 
-OperatorManager::OperatorManager(InternalInterface* ii) : ii_(ii) { registerAllOperators(); }
+OperatorManager::OperatorManager(InternalInterface* ii) : ii_(ii) {
+  operators_.max_load_factor(0.5F);
+  registerAllOperators();
+}
 
 bool OperatorManager::registerOperator(STOperator* op) {
   if (op == nullptr) return false;
-  const auto place = operators_.lower_bound(op->name);
-  if (place != operators_.end() && !operators_.key_comp()(op->name, place->first)) return false;
-  if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) return false;
   // The entry comes first: should it fail for want of memory, the caller still has `op`.
-  operators_.try_emplace(place, op->name)->second.reset(op);
+  const auto [entry, isNew] = operators_.try_emplace(op->name);
+  if (!isNew) return false;
+  auto& owner = entry->second;
+  if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) {
+    operators_.erase(op->name);
+    return false;
+  }
+  owner.reset(op);
   return true;
 }
 
@@ -50,8 +58,10 @@ bool OperatorManager::isFCOperator(const std::string& name) {
 int OperatorManager::operatorCount() { return static_cast<int>(operators_.size()); }
 
 void OperatorManager::operatorNames(std::vector<std::string>& names) {
+  const auto before = static_cast<std::ptrdiff_t>(names.size());
   names.reserve(names.size() + operators_.size());
   for (const auto& entry : operators_) names.push_back(entry.first);
+  std::sort(names.begin() + before, names.end(), LessIgnoringCase());
 }
 
 void OperatorManager::clearOperators() {
@@ -73,8 +83,10 @@ void OperatorManager::registerRow(const Registration& row) {
     rest.remove_prefix(word.size() < rest.size() ? word.size() + 1 : rest.size());
 
     std::string name(row.pattern);
-    if (star != std::string_view::npos) name.replace(star, 1, word);
-    if (convertsToItself(name)) continue;
+    if (star != std::string_view::npos) {
+      name.replace(star, 1, word);
+      if (convertsToItself(name)) continue;
+    }
 
     std::unique_ptr<STOperator> op = row.make(name);
     if (registerOperator(op.get())) static_cast<void>(op.release());

@@ -1,9 +1,9 @@
 // The registry of operators.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/case_folding.h"
@@ -33,7 +33,9 @@ class OperatorManager final : public OpManagerAPI {
   bool addProgramUnit(const std::string& name);
 
   InternalInterface* ii_;
-  std::map<std::string, std::unique_ptr<STOperator>, LessIgnoringCase> operators_;
+  // Looked up for every call of a program; put in order only for `operatorNames`.
+  std::unordered_map<std::string, std::unique_ptr<STOperator>, HashIgnoringCase, EqualIgnoringCase>
+      operators_;
 };
 
 }  // namespace vel
