@@ -119,7 +119,7 @@ def operators(build):
     ]
     for operation, title in [
         ("construct and destroy", "Registry of 519 operators, constructed and destroyed"),
-        ("findOperator", "`findOperator`, any letter case; the floor is a hash table with `strcasecmp`"),
+        ("findOperator", "`findOperator`, any letter case; the floor is a hash table, `strcasecmp`"),
         ("check, accepted", "`check` of a right call"),
         ("check, refused", "`check` of a call with a wrong number of parameters"),
         ("generate", "`generate`"),

@@ -48,7 +48,7 @@ static void init(void) {
 static void scan(void) {
   station.target = limit(0, station.request, 350);
   station.level = (f32)limit(0, station.raw, 27648) * station.tank_litres / 27648.0f;
-  if (station.level >= station.highest) station.highest = station.level;
+  station.highest = station.highest > station.level ? station.highest : station.level;
 
   switch (station.phase) {
     case 0:
