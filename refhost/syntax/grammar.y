@@ -61,6 +61,9 @@ static constexpr Value kNone{nullptr, 0};
 // A ';' behind a unit's header belongs to it.
 %precedence HEADER
 %precedence ';'
+// A mistake in the first declaration of a block is one of the block: nothing is reduced before it.
+%precedence FIRST
+%precedence error
 
 %left OR
 %left XOR
@@ -145,6 +148,7 @@ global_block: VAR_GLOBAL var_body  { make.globals($2); };
 
 var_body:
   qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2); }
+| qualifiers error END_VAR            { $$ = make.varBlock(@$, $1, make.list()); }
 | qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2); }
 | qualifiers var_decls names error END_VAR
     { $$ = make.varBlock(@$, $1, make.append($2, make.varDecl(@3, $3, kNone, kNone, kNone))); }
@@ -180,7 +184,8 @@ qualifiers:
 ;
 
 var_decls:
-  %empty                  { $$ = make.list(); }
+  %empty  %prec FIRST     { $$ = make.list(); }
+| error ';'               { $$ = make.list(); yyerrok; }
 | var_decls var_decl ';'  { $$ = make.append($1, $2); }
 | var_decls ';'           { $$ = $1; }
 | var_decls error ';'     { $$ = $1; yyerrok; }

@@ -90,6 +90,10 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
       {"PROGRAM p VAR a : INT; IF b THEN END_IF END_PROGRAM",
        "1:24 Syntax error: found 'IF', expected END_VAR;\n",
        "(program p _ [(var (decl INT _ _ a))] [(if b [])])\n"},
+      {"PROGRAM p VAR 1a : INT; b : INT; END_VAR VAR_TEMP 5 END_VAR END_PROGRAM",
+       "1:15 Syntax error: found '1a', expected END_VAR, identifier or ';';\n"
+       "1:51 Syntax error: found '5', expected END_VAR, identifier or ';';\n",
+       "(program p _ [(var (decl INT _ _ b)) (temp)] [])\n"},
       {"PROGRAM p x := 1; FUNCTION f : INT END_FUNCTION",
        "1:19 Syntax error: found 'FUNCTION', expected END_PROGRAM;\n",
        "(program p _ [] [(:= x 1)])\n(function f INT [] [])\n"},
