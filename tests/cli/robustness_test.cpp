@@ -17,6 +17,7 @@ struct Row {
 
 // clang-format off
 constexpr Row kRows[] = {
+    {"", "check .", 2, "velc: cannot read .: Is a directory\n"},
     {"", "translate empty.st", 0, ""},
     {"", "run empty.st", 2, "velc: there is no PROGRAM to run\n"},
     {"", "check noise.st", 1, "noise.st:1:3: error: Syntax error: the file is not a text from here on;"},
@@ -31,6 +32,7 @@ constexpr Row kRows[] = {
      "cannot write standard output: Broken pipe"},
     {"(", "check noise.st 2>/dev/full)", 2, ""},
     {"", "run long.st --compiler true", 2, "the C compiler 'true' made no program"},
+    {"ulimit -c 0; ", "run crash.st", 1, "velc: the program was ended by signal 11 (Seg"},
     {"", "check '\x1B[2J;$(touch left).st'", 1, " [2J;$(touch left).st:1:11: error: Unknown"},
     {"TMPDIR='-;$(touch left)' ", "run './;$(touch left).st'", 0, ""},
     {"timeout --preserve-status -s INT 1 ", "run loop.st", 128 + SIGINT, ""},
@@ -57,6 +59,7 @@ TEST_F(Velc, WithstandsBadInputsAndSurroundings) {
   writeProgram("deep.st", variables, "x := " + repeated(100000, "(") + '1' + repeated(100000, ")"));
   writeProgram("ifs.st", variables, repeated(10000, "IF x = 0 THEN ") + repeated(10000, "END_IF;"));
   writeProgram("long.st", variables, repeated(6000, "x := x + 1;\n"));
+  writeProgram("crash.st", "p : POINTER TO INT;", "p^ := 1;");
   writeProgram("loop.st", variables, "WHILE TRUE DO x := x + 1; END_WHILE");
   writeProgram(";$(touch left).st", variables,
                "(* */ `touch left` *) s := '`touch left`\"$$(id)';");
