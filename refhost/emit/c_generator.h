@@ -79,6 +79,8 @@ class CGenerator final : public vel::Generator {
   void nameTypes();
   // The C type of a pointer to `target`.
   std::string pointerText(Type* target);
+  // The C type of a pointer to a whole text, not to its first character.
+  static std::string textPointer(const Type& text);
   std::string declaration(const Type* type, const std::string& name) const;
   std::string structures();
   void appendStructure(const StructType& structure, std::string& out) const;

@@ -42,6 +42,10 @@ std::string CGenerator::pointerText(Type* target) {
   return (plain ? "vel_any_" : "") + typeText(target) + "*";
 }
 
+std::string CGenerator::textPointer(const Type& text) {
+  return fmt::format("{}(*)[{}]", characterType(text), stringLength(text) + 1);
+}
+
 std::string CGenerator::declaration(const Type* type, const std::string& name) const {
   if (isTextType(type)) {
     return fmt::format("{} {}[{}]", characterType(*type), name, stringLength(*type) + 1);

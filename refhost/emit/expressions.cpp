@@ -64,6 +64,11 @@ bool isPointerAsNumber(const ASTNode& node, const vel::STOperator& op) {
          op.name != "SIZEOF" && !choosesAmongValues(op.name);
 }
 
+// Its C text is the pointer itself.
+bool isPointedText(const ASTNode& node) {
+  return isText(typeOf(node)) && static_cast<const Expr&>(node).access == Expr::Access::Dereference;
+}
+
 // Unsigned arithmetic at these widths wraps by itself, and floats do not.
 bool wrapsByItself(BasicDataType type) {
   return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
@@ -106,6 +111,8 @@ std::string CGenerator::expressionText(ASTNode* expression) {
     const vel::STOperator* const op = operatorOf(*expression);
     if (op != nullptr && isPointerAsNumber(*expression, *op)) {
       text = "(uintptr_t)(" + text + ")";
+    } else if (op != nullptr && op->name == "ADR" && isPointedText(*expression)) {
+      text.insert(0, 1, '*');
     } else if (op != nullptr && isScaledParameter(*expression, op->name)) {
       text = fmt::format("((i64)({}) * 1000000)", text);
     } else if (op != nullptr && writesParametersBare(op->name) && !isPrimary(*expression) &&

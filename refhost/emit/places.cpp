@@ -73,7 +73,10 @@ void CGenerator::elementPlace(const Expr& expr, std::string& out) {
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
   if (array == nullptr) {  // a pointer to the first
+    const bool text = isText(typeOf(expr));
+    if (text) out += fmt::format("(({})", textPointer(*expr.dataType));
     place(base, out);
+    if (text) out += ')';
     out += '[' + expressionText(expr.leaf(1)) + ']';
     return;
   }
@@ -136,8 +139,11 @@ std::string CGenerator::reference(const VarSymbol& variable) {
 std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {
   if (variable == nullptr) return {};
   const auto& symbol = *static_cast<const VarSymbol*>(variable);
-  // The text of an in-out parameter is reached through the pointer that it is.
-  const bool pointed = symbol.role == Role::InOut && isText(valueType(symbol.dataType()));
+  // These texts are reached through the pointers that they are.
+  const bool pointer =
+      symbol.role == Role::InOut || symbol.role == Role::Result ||
+      (symbol.role == Role::Output && symbol.owner->type() == vel::POUType::Function);
+  const bool pointed = pointer && isText(valueType(symbol.dataType()));
   return pointed ? "*" + reference(symbol) : reference(symbol);
 }
 

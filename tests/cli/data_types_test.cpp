@@ -18,6 +18,9 @@ TEST_F(Velc, ComputesWithDataTypes) {
       "VAR i : INT; END_VAR FOR i := 0 TO n - 1 DO sum := sum + p^[i]; END_FOR END_FUNCTION\n"
       "FUNCTION mirror : Point VAR_INPUT q : Point; END_VAR VAR_IN_OUT t : Table; END_VAR\n"
       "mirror := q; mirror.x := -q.x; t[Last, 0] := 77; END_FUNCTION\n"
+      "FUNCTION ends : STRING[5] VAR_INPUT s : STRING[5]; END_VAR VAR_OUTPUT tail : STRING[5];\n"
+      "END_VAR VAR p : POINTER TO BYTE; END_VAR ends := 'xb'; p := ADR(ends); p^ := 65;\n"
+      "tail := s; p := ADR(tail); p^ := 90; tail := CONCAT(tail, s); END_FUNCTION\n"
       "VAR_GLOBAL CONSTANT Top : INT := 3; END_VAR\n";
   const char* const variables =
       "VAR a : ARRAY[1..N] OF INT := [1, 2(5), 8];\n"
@@ -25,7 +28,8 @@ TEST_F(Velc, ComputesWithDataTypes) {
       "lv : Level; st : (Idle, Run, Stop); fbs : ARRAY[0..1] OF Counter := [(inc := 10)];\n"
       "i, s : INT; pi : POINTER TO INT; r : REF_TO INT; w : DWORD := 16#01020304; m : Point;\n"
       "node, other : Node; pn : POINTER TO Node; texts : ARRAY[0..2] OF STRING[5] := ['a', 'b'];\n"
-      "f : REAL := 1.0; pd : POINTER TO DWORD; rep : ARRAY[1..4] OF INT := [N(6)];\n"
+      "f : REAL := 1.0; pd : POINTER TO DWORD; pt : POINTER TO STRING[5]; pc : POINTER TO BYTE; "
+      "rep : ARRAY[1..4] OF INT := [N(6)];\n"
       "anon : STRUCT q : ARRAY[0..1] OF STRUCT z : INT := N; END_STRUCT; END_STRUCT;\n"
       "big : ARRAY[1..2000000] OF INT := [1000000(7), 1000000(0)]; rs : ARRAY[0..1] OF Line;\n"
       "END_VAR VAR CONSTANT N : INT := 4; END_VAR VAR_OUTPUT ";
@@ -34,6 +38,12 @@ TEST_F(Velc, ComputesWithDataTypes) {
     const char* value;  // that `v` has after them
   };
   const Row rows[] = {
+      {"m.tag := ends(texts[0], tail => texts[1]);\n"
+       "IF m.tag = 'Ab' AND texts[1] = 'Za' THEN v := 1; END_IF",
+       "1"},
+      {"pt := ADR(texts[1]); pc := ADR(pt^); pc^ := 67; pc := ADR(pt^) + 1; pc^ := 68; v := 1; "
+       "IF pt^ = 'CD' AND pt[-1] = 'a' THEN pt[1] := 'x'; pc := ADR(pt[1]); v := pc^; END_IF",
+       "120"},
       {"v := a[1] + a[3] * 10 + a[4] * 100;", "851"},
       {"v := old[1] + old[3] * 10;", "41"},
       {"v := t[0, 1] + t[1, -1] * 10 + t[1, 1] * 100 + t[Last, 1];", "93"},
