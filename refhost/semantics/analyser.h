@@ -192,6 +192,7 @@ class Analyser {
   // Said once of each name in a unit. The name must outlive the analysis.
   void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name);
   bool hasErrorFrom(std::size_t first) const;
+  bool isInError(const Expr& expr) const;
 
   Services& services_;
   Tree& tree_;

@@ -64,6 +64,14 @@ void Analyser::requireValue(const Call& call, const Type* type) {
   }
 }
 
+// A refused call, or a place without a type: what is wrong with it has been said, maybe where
+// it stood before.
+bool Analyser::isInError(const Expr& expr) const {
+  if (expr.op() == op::kWrapper) return !static_cast<const Call&>(*expr.leaf(0)).accepted;
+  const bool place = expr.op() == Expression::Variable || expr.op() == Expression::Typed;
+  return place && expr.dataType == nullptr && hasErrorFrom(0);
+}
+
 vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   const auto positionOf = [&](std::string_view formal) {
@@ -72,13 +80,16 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   if (!orderArguments(call, positionOf)) return nullptr;
   ASTNode* const list = parameterList(call);
   if (list == nullptr) analyseOperandType(call);
+  bool known = true;
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
     if (leavesNameToOperator(call, i)) continue;
     const Expr& operand = analyseLeaf(*list, i);
+    known = known && !isInError(operand);
     if (operand.op() != Expression::Typed || operand.dataType == nullptr) continue;
     services_.symbols.addAccess(unitName_, std::string(TreeBuilder::source(operand)),
                                 operand.dataType);
   }
+  if (!known && !hasErrorFrom(first)) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.size();
   call.accepted = call.op->check(&services_, &call, messages_, resultType, unitName_);

@@ -21,6 +21,12 @@ const char* nameOf(const ASTNode& declaration) {
   return static_cast<const Text&>(*declaration.leaf(0)).text();
 }
 
+// A declaration with a syntax error has no specification.
+bool isSpecOf(const ASTNode& declaration, ASTType kind) {
+  const ASTNode* const spec = declaration.leaf(kDeclaredSpec);
+  return spec != nullptr && spec->type() == kind;
+}
+
 bool fits(std::int64_t value, BasicDataType type) {
   const auto bits = static_cast<std::uint64_t>(value);
   return integerFits(value < 0, value < 0 ? 0 - bits : bits, type);
@@ -45,20 +51,19 @@ void Analyser::declareTypes() {
     }
   }
   for (DeclaredType* const type : declared) {
-    if (type->node->leaf(kDeclaredSpec)->type() != ASTType::StructTypeSpec) continue;
+    if (!isSpecOf(*type->node, ASTType::StructTypeSpec)) continue;
     type->resolved = {services_.symbols.addType(std::make_unique<StructType>(nameOf(*type->node))),
                       static_cast<Expr*>(type->node->leaf(kDeclaredInitial))};
     type->state = DeclaredType::State::Known;
   }
   for (DeclaredType* const type : declared) {
-    if (type->node->leaf(kDeclaredSpec)->type() == ASTType::EnumTypeSpec) resolveDeclared(*type);
+    if (isSpecOf(*type->node, ASTType::EnumTypeSpec)) resolveDeclared(*type);
   }
   for (DeclaredType* const type : declared) resolveDeclared(*type);
   for (DeclaredType* const type : declared) {
     auto* const structure = dynamic_cast<StructType*>(type->resolved.type);
-    ASTNode& spec = *type->node->leaf(kDeclaredSpec);
-    if (structure != nullptr && spec.type() == ASTType::StructTypeSpec) {
-      declareMembers(*structure, spec);
+    if (structure != nullptr && isSpecOf(*type->node, ASTType::StructTypeSpec)) {
+      declareMembers(*structure, *type->node->leaf(kDeclaredSpec));
     }
   }
 }
@@ -70,6 +75,7 @@ Analyser::ResolvedType Analyser::resolveDeclared(DeclaredType& declared) {
     declared.state = State::Known;
   }
   if (declared.state == State::Known) return declared.resolved;
+  if (declared.node->leaf(kDeclaredSpec) == nullptr) return {};
   declared.state = State::Open;
   ResolvedType resolved = resolve(*declared.node->leaf(kDeclaredSpec), nameOf(*declared.node));
   if (ASTNode* const initial = declared.node->leaf(kDeclaredInitial)) {
@@ -222,7 +228,8 @@ vel::SymbolDataType* Analyser::resolveArray(TypeSpec& spec) {
 void Analyser::declareMembers(StructType& structure, ASTNode& spec) {
   for (int d = 0; d < spec.leavesCount(); ++d) {
     auto& declaration = static_cast<VarDecl&>(*spec.leaf(d));
-    const ResolvedType resolved = resolve(*declaration.leaf(VarDecl::kType));
+    ASTNode* const type = declaration.leaf(VarDecl::kType);
+    const ResolvedType resolved = type != nullptr ? resolve(*type) : ResolvedType{};
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       auto member = std::make_unique<VarSymbol>(name.text(), resolved.type, Role::Member, nullptr);

@@ -113,10 +113,12 @@ vel::SymbolDataType* Analyser::callTextFunction(Call& call) {
   const std::size_t first = messages_.size();
   BasicDataType kind = BasicDataType::None;
   int length = 0;
+  bool known = true;
   for (int i = 0; i < list.leavesCount(); ++i) {
     const Expr& input = analyseLeaf(list, i);
     const BasicDataType type = likelyType(input);
-    if (hasErrorFrom(first)) continue;
+    known = known && !isInError(input);
+    if (!known || hasErrorFrom(first)) continue;
     if (function.takesText(i) ? !isText(type) : !isInteger(type)) {
       say(input, message::kOperandType, function.name, displayName(input.dataType));
     } else if (function.takesText(i)) {
@@ -129,7 +131,7 @@ vel::SymbolDataType* Analyser::callTextFunction(Call& call) {
       if (i == 0 || function.kind == Kind::Join) length += textLength(input);
     }
   }
-  if (hasErrorFrom(first)) return nullptr;
+  if (!known || hasErrorFrom(first)) return nullptr;
   if (function.kind == Kind::Count) return services_.symbols.elementary(BasicDataType::Int);
   return services_.symbols.stringType(kind, std::clamp(length, 1, StringType::kMaxLength));
 }

@@ -111,6 +111,8 @@ unit:
 | TYPE type_declarations END_TYPE
 | TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
 | TYPE type_declarations error END_TYPE
+| TYPE type_declarations IDENTIFIER ':' error END_TYPE
+    { make.typeDeclaration(make.typeDecl(@3, @3, kNone, kNone)); }
 | global_block
 | CONFIGURATION unit_name configuration END_CONFIGURATION
 | ';'
@@ -273,6 +275,10 @@ part_type: plain_type | struct_type;
 struct_type:
   STRUCT members END_STRUCT        { $$ = make.structType(@$, $2); }
 | STRUCT members error END_STRUCT  { $$ = make.structType(@$, $2); }
+| STRUCT members names ':' error END_STRUCT
+    {
+      $$ = make.structType(@$, make.append($2, make.varDecl(@3, $3, kNone, kNone, kNone)));
+    }
 ;
 
 // A ';' may be left out after END_STRUCT.
@@ -281,6 +287,11 @@ members:
 | members member        { $$ = make.append($1, $2); }
 | members ';'           { $$ = $1; }
 | members error ';'     { $$ = $1; yyerrok; }
+| members names ':' error ';'
+    {
+      yyerrok;
+      $$ = make.append($1, make.varDecl(@2, $2, kNone, kNone, kNone));
+    }
 ;
 
 member:
@@ -317,6 +328,11 @@ type_declarations:
 | type_declarations struct_declaration    { make.typeDeclaration($2); }
 | type_declarations ';'
 | type_declarations error ';'             { yyerrok; }
+| type_declarations IDENTIFIER ':' error ';'
+    {
+      yyerrok;
+      make.typeDeclaration(make.typeDecl(@2, @2, kNone, kNone));
+    }
 ;
 
 type_declaration:

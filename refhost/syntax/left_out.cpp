@@ -1,5 +1,7 @@
 #include "refhost/syntax/left_out.h"
 
+#include <string>
+
 #include "grammar.h"
 #include "refhost/services/folded.h"
 #include "refhost/syntax/blocks.h"
@@ -41,6 +43,7 @@ constexpr LeftOut kLeftOut[] = {
     {"LD", Extent::Unit, "", kRefused, kInstructions},
     {"LDN", Extent::Unit, "", kRefused, kInstructions},
     {"CAL", Extent::Unit, "", kRefused, kInstructions},
+    {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
     // Of interest to others than the program.
     {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
     {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
@@ -83,6 +86,17 @@ void TokenStream::skipLeftOut(Token& token) {
     if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
     skip(token, *construct);
   }
+}
+
+// A block of variables of a kind that is not known: its variables are known all the same.
+void TokenStream::takeUnknownBlock(Token& token) {
+  constexpr std::string_view kPrefix = "VAR_";
+  if (token.kind != Kind::IDENTIFIER || !inUnit() || !endsPart(previous_)) return;
+  const std::string_view word = textOf(token);
+  if (!equalFolded(word.substr(0, kPrefix.size()), kPrefix)) return;
+  if (ahead(1).kind != Kind::IDENTIFIER || (ahead(2).kind != ':' && ahead(2).kind != ',')) return;
+  errors_.add(token.span, message::kNotSupported, std::string(word) + " blocks are");
+  token.kind = Kind::VAR;
 }
 
 void TokenStream::skip(Token& token, const LeftOut& construct) {

@@ -74,6 +74,7 @@ int TokenStream::next(Span& span) {
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
   skipLeftOut(token);
+  takeUnknownBlock(token);
   token.kind = kindHere(token);
   joinEnd(token);
   int kind = missingBefore(token);

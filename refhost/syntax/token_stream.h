@@ -63,6 +63,7 @@ class TokenStream {
   const LeftOut* leftOutAt(const Token& token);
   void skipLeftOut(Token& token);
   void skip(Token& token, const LeftOut& construct);
+  void takeUnknownBlock(Token& token);
   bool inConfiguration() const;
   bool beginsInstance();
   int skipTooDeep(const Token& token, bool wholeUnit);

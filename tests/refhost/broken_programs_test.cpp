@@ -103,7 +103,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"FUNCTION_BLOCK fb\nVAR_INPUT x : INT; END_VAR\nEND_FUNCTIONBLOCK\nPROGRAM p VAR f : fb; "
        "END_VAR f(x := 1); END_PROGRAM",
        "4:1"},
-      {"PROGRAM p\nVAR_INPTU a : INT; END_VAR\na := 1;\nEND_PROGRAM", "2:11 2:20"},
+      {"PROGRAM p\nVAR_INPTU a : INT; END_VAR\na := 1;\nEND_PROGRAM", "2:1"},
       {"PROGRAM p\nVAR a : ARRAY[1.5] OF INT; b : INT; END_VAR\nb := 1;\nEND_PROGRAM", "2:18"},
       {"PROGRAM p\nVAR a : ARRAY[1..5 OF INT; b : INT; END_VAR\nb := 1;\nEND_PROGRAM", "2:20"},
       {"TYPE t : STRUCT a : INT; b INT; END_STRUCT END_TYPE\nPROGRAM p VAR x : t; END_VAR x.a := "
@@ -112,6 +112,10 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"TYPE t STRUCT a : INT; END_STRUCT END_TYPE\nPROGRAM p VAR x : t; END_VAR x.a := 1; "
        "END_PROGRAM",
        "1:8 1:24 2:19"},
+      {"TYPE t : (A,, B); END_TYPE\nTYPE u : STRUCT a : ARRAY[1..] OF INT; END_STRUCT END_TYPE\n"
+       "PROGRAM p VAR x : t; y : u; i : INT; END_VAR i := y.a[1] + SHL(x, 1);\n"
+       "i := LEN(x) + LEN(LEFT(x, 1)) + LIMIT(0, x, 1); END_PROGRAM",
+       "1:13 2:30"},
       {"TYPE t : (A, B C); END_TYPE\nPROGRAM p END_PROGRAM", "1:16"},
       {"VAR_GLOBAL g : INT;\nPROGRAM p g := 1; END_PROGRAM", "2:1"},
       {"PROGRAM p\nVAR a AT %QX : INT; b : INT; END_VAR\nb := a;\nEND_PROGRAM", "2:10"},

@@ -87,6 +87,9 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:60 Syntax error: found 'END_VAR', expected ':=' or ';';\n",
        "(program p _ [(var (decl INT _ _ a) (decl INT _ _ b) (decl _ _ _ c) (decl REAL _ _ e) "
        "(decl INT _ _ d))] [])\n"},
+      {"FUNCTION f : INT VAR_INST a : INT; END_VAR JMP e; END_FUNCTION",
+       "1:18 VAR_INST blocks are not supported;\n1:44 Jumps (JMP) are not supported;\n",
+       "(function f INT [(var (decl INT _ _ a))] [])\n"},
       {"PROGRAM p VAR a : INT; IF b THEN END_IF END_PROGRAM",
        "1:24 Syntax error: found 'IF', expected END_VAR;\n",
        "(program p _ [(var (decl INT _ _ a))] [(if b [])])\n"},
@@ -150,7 +153,7 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
       {"TYPE t : STRUCT a : ; b : INT; IF END_TYPE PROGRAM p END_PROGRAM",
        "1:21 Syntax error: found ';', expected type;\n"
        "1:32 Syntax error: found 'IF', expected END_STRUCT;\n",
-       "(type t (struct (decl INT _ _ b)) _)\n(program p _ [] [])\n"},
+       "(type t (struct (decl _ _ _ a) (decl INT _ _ b)) _)\n(program p _ [] [])\n"},
       {"", "", ""},
       {" // nothing", "", ""},
   };
