@@ -66,8 +66,10 @@ TEST_F(Velc, SurvivesSourcesThatAreNoText) {
   }
 }
 
-TEST_F(Velc, ChecksTheExamples) {
+TEST_F(Velc, ChecksAndRunsTheFillingStation) {
   EXPECT_EQ(velc("check " EXAMPLES "/filling_station.st").err, "");
+  EXPECT_NE(velc("run " EXAMPLES "/filling_station.st --scans 30").out.find("display = 'holding'"),
+            std::string::npos);
   const Outcome faulty = velc("check " EXAMPLES "/filling_station_faulty.st");
   EXPECT_EQ(faulty.code, 1);
   for (const char* code : {"12:13: error", "[0xC0040]", "13:11: error", "[0xC0032]", "[0xC0197]"}) {

@@ -39,20 +39,6 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
             "us = 255\ni = -5\ny = 16#F\nr = 1000.0\nt = T#62500ms\nlt = LTIME#1000ns\n");
 }
 
-TEST_F(Velc, RunsOperators) {
-  writeProgram("p.st",
-               "a : INT := 7; b : INT := -3; r : REAL := 2.5; m, s, l, x : INT; p, n, z : INT;"
-               "big : LINT; w : BYTE; t : BOOL;",
-               "m := MAX(a, b); s := SEL(a > b, 1, 2); l := LIMIT(0, a, 5); x := LIMIT(9, a, 4);"
-               "p := REAL_TO_INT(r); n := REAL_TO_INT(-r); z := REAL_TO_INT(0.49);"
-               "big := INT_TO_LINT(MIN(a, b)) * 2; w := INT_TO_BYTE(b); t := INT_TO_BOOL(a);");
-  EXPECT_EQ(velc("run p.st").out,
-            "a = 7\nb = -3\nr = 2.5\nm = 7\ns = 2\nl = 5\nx = 4\np = 3\nn = -3\nz = 0\nbig = -6\n"
-            "w = 16#FD\nt = TRUE\n");
-  EXPECT_NE(velc("run " EXAMPLES "/filling_station.st --scans 30").out.find("display = 'holding'"),
-            std::string::npos);
-}
-
 TEST_F(Velc, TellsProgramsApart) {
   write("two.st",
         "PROGRAM A VAR x : INT; END_VAR x := x + 1; END_PROGRAM\n"

@@ -169,12 +169,14 @@ TEST(Edges, OverScans) {
       "up := up * 2 + TO_UDINT(MEP(c)); down := down * 2 + TO_UDINT(MEF(c));\n"
       "END_FUNCTION_BLOCK\n";
   program.variables =
-      "c : BOOL; inverse, direct : Both;\n"
+      "c, same, other : BOOL; inverse, direct : Both;\n"
       "up, down, fUp, fDown, dUp, dDown, iUp, iDown : UDINT;\n";
   const std::string rest = program.input(value("UDINT", pattern));
   program.body = "c := " + rest + " MOD 2 = 1; " + rest + " := " + rest +
                  " / 2;\n"
                  "up := up * 2 + TO_UDINT(MEP(c)); down := down * 2 + TO_UDINT(MEF(c));\n"
+                 // The same text has stored the condition already; another text has not.
+                 "same := same OR MEP(c); other := other OR mep(c);\n"
                  "fUp := fUp * 2 + TO_UDINT(Up(c)); fDown := fDown * 2 + TO_UDINT(Down(c));\n"
                  "direct(c := c); dUp := direct.up; dDown := direct.down;\n"
                  "inverse(c := NOT c); iUp := inverse.up; iDown := inverse.down;\n";
@@ -191,6 +193,8 @@ TEST(Edges, OverScans) {
   for (const char* const name : {"down", "fDown", "dDown"}) {
     program.expectVariable(name, value("UDINT", down));
   }
+  program.expectVariable("same", value("BOOL", 0));
+  program.expectVariable("other", value("BOOL", 1));
   // The condition is false before the first scan.
   const bool first = pattern % 2 == 0;
   program.expectVariable("iUp", value("UDINT", down + (first ? 1U << (program.scans - 1) : 0)));

@@ -169,13 +169,15 @@ TEST(BitsOfParameters, OfEveryType) {
     if (type.kind == Type::Text) continue;
     program.units += fmt::format(
         "FUNCTION_BLOCK Of{0} VAR_IN_OUT {{bitparam}} p : {0}; END_VAR\n"
-        "VAR_INPUT n : INT; v : BOOL; END_VAR VAR_OUTPUT was : BOOL; END_VAR\n"
+        "VAR_INPUT n : LINT; v : BOOL; END_VAR VAR_OUTPUT was : BOOL; END_VAR\n"
         "was := GETBITOFPARAM(p, n); SETBITOFPARAM(P, n, v); END_FUNCTION_BLOCK\n",
         type.name);
     program.variables += fmt::format("fb{0} : Of{0};\n", type.name);
     const Value start = samples(type).back();
     const int width = type.kind == Type::Bool ? 1 : type.bits;
-    for (int n = -1; n <= width; ++n, ++call) {
+    std::vector<std::int64_t> places = {INT64_MIN, INT64_MAX, std::int64_t{1} << 32};
+    for (int n = -1; n <= width; ++n) places.push_back(n);
+    for (const std::int64_t n : places) {
       std::string held = bytes(start);
       const bool sets = call % 3 != 0;
       bool was = false;
@@ -191,6 +193,7 @@ TEST(BitsOfParameters, OfEveryType) {
                       call, program.input(start), type.name, n, sets ? "TRUE" : "FALSE");
       program.expectVariable(fmt::format("p{}", call), fromBytes(type, held));
       program.expectVariable(fmt::format("was{}", call), value("BOOL", was));
+      ++call;
     }
   }
   program.run();

@@ -7,23 +7,6 @@
 
 #include "tests/execution/program.h"
 
-namespace execution {
-namespace {
-
-// False, and says why, when an operator has no case.
-bool everyOperatorIsProven() {
-  bool complete = true;
-  for (const std::string& name : operatorNames()) {
-    if (proof().operators.count(name) != 0) continue;
-    fmt::print("no case has run for {}\n", name);
-    complete = false;
-  }
-  return complete;
-}
-
-}  // namespace
-}  // namespace execution
-
 int main(int argc, char** argv) {
   using namespace execution;
   testing::InitGoogleTest(&argc, argv);
@@ -31,7 +14,13 @@ int main(int argc, char** argv) {
   compiler = argv[1];
   if (RUN_ALL_TESTS() != 0) return 1;
   if (testing::GTEST_FLAG(filter) != "*") return 0;
-  if (!everyOperatorIsProven()) return 1;
+  bool complete = true;
+  for (const std::string& name : operatorNames()) {
+    if (proof().operators.count(name) != 0) continue;
+    fmt::print("no case has run for {}\n", name);
+    complete = false;
+  }
+  if (!complete) return 1;
   const std::string line = fmt::format("execution with {}: {} names, {} cases\n", compiler,
                                        proof().operators.size(), proof().cases);
   fmt::print("{}", line);

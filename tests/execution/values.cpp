@@ -88,25 +88,33 @@ std::vector<Value> few(const Type& type) {
   return all;
 }
 
+namespace {
+
+template <class T>
+std::string bytesOf(T x) {
+  return {reinterpret_cast<const char*>(&x), sizeof x};
+}
+template <class T>
+T heldIn(const std::string& bytes) {
+  T x = 0;
+  std::memcpy(&x, bytes.data(), std::min(sizeof x, bytes.size()));
+  return x;
+}
+
+}  // namespace
+
 std::string bytes(const Value& value) {
   const Type& type = *value.type;
   const auto size = static_cast<std::size_t>(type.bits / 8);
-  std::string result(size, 0);
   if (type.kind == Type::Text) {
-    result.clear();
+    std::string result;
     for (const char unit : value.text + '\0') result += unit + std::string(size - 1, 0);
-  } else if (type.kind == Type::Real && size == 4) {
-    const auto x = static_cast<float>(value.number);
-    std::memcpy(result.data(), &x, size);
-  } else if (type.kind == Type::Real) {
-    const auto x = static_cast<double>(value.number);
-    std::memcpy(result.data(), &x, size);
-  } else {
-    const Number wrapped = converted(typeOf("ULINT"), {&typeOf("LINT"), value.number, {}})->number;
-    const auto x = static_cast<std::uint64_t>(wrapped);
-    std::memcpy(result.data(), &x, size);
+    return result;
   }
-  return result;
+  if (type.kind == Type::Real && size == 4) return bytesOf(static_cast<float>(value.number));
+  if (type.kind == Type::Real) return bytesOf(static_cast<double>(value.number));
+  const Number wrapped = converted(typeOf("ULINT"), {&typeOf("LINT"), value.number, {}})->number;
+  return bytesOf(static_cast<std::uint64_t>(wrapped)).substr(0, size);
 }
 
 Value fromBytes(const Type& type, const std::string& bytes) {
@@ -114,18 +122,10 @@ Value fromBytes(const Type& type, const std::string& bytes) {
   const auto size = static_cast<std::size_t>(type.bits / 8);
   if (type.kind == Type::Text) {
     for (std::size_t i = 0; bytes[i] != 0; i += size) value.text += bytes[i];
-  } else if (type.kind == Type::Real && size == 4) {
-    float x = 0;
-    std::memcpy(&x, bytes.data(), size);
-    value.number = x;
   } else if (type.kind == Type::Real) {
-    double x = 0;
-    std::memcpy(&x, bytes.data(), size);
-    value.number = x;
+    value.number = size == 4 ? Number{heldIn<float>(bytes)} : Number{heldIn<double>(bytes)};
   } else {
-    std::uint64_t x = 0;
-    std::memcpy(&x, bytes.data(), size);
-    value.number = static_cast<Number>(x);
+    value.number = static_cast<Number>(heldIn<std::uint64_t>(bytes));
     if (type.kind == Type::Signed && value.number > highest(type)) {
       value.number -= std::ldexp(Number{1}, type.bits);
     }

@@ -50,34 +50,4 @@ TEST_F(Guards, MalformedTreesNeverPass) {
   }
 }
 
-// Parameters of unforeseen kinds, under names that do not suit the operator.
-TEST_F(Guards, OddParametersDoNotCrash) {
-  vel::TreeBuilder tree;
-  std::vector<std::string> names;
-  registry->operatorNames(names);
-  host.declare("P", vel::POUType::Program, {});
-  for (const std::string& name : names) {
-    if (registry->isFCOperator(name)) {
-      host.declare(name, vel::POUType::Function, {vel::SymbolVar::kInput});
-    }
-    for (const std::string& written : {name, std::string("X"), std::string("A_B"), std::string("_"),
-                                       std::string("A_TO_B_TO_"), std::string()}) {
-      for (const char* list :
-           {"()", "?", "{a}", "[a]", "(q)", "(=5)", "(st.x)", "(u)", "(f(x))", "(st, n)",
-            "(p, 'x', b)", "(us, f(x), f(y), 'a')", "(a, b, c, d, e)"}) {
-        for (const char* target : {"", "u := ", "f(x) := "}) {
-          Invocation* call = tree.parse(target + written + list);
-          std::vector<vel::VELMessage> messages;
-          std::string resultType;
-          for (host.rating = -3; host.rating <= 0; ++host.rating) {
-            find(name)->check(&host, call, messages, resultType, "");
-          }
-          EXPECT_FALSE(FakeHost::describe(messages).find("%s") != std::string::npos);
-          static_cast<void>(find(name)->generate(&generator, call));
-        }
-      }
-    }
-  }
-}
-
 }  // namespace

@@ -58,23 +58,11 @@ TEST(ForLoop, StopsBeforePassingItsEnd) {
     i64 x, to, by;
     int more;
   };
-  for (const Row& row : {
-           Row{1, 3, 1, 1},
-           Row{3, 3, 1, 0},
-           Row{4, 3, 1, 0},
-           Row{1, 3, 2, 1},
-           Row{2, 3, 2, 0},
-           Row{3, 1, -2, 1},
-           Row{2, 1, -2, 0},
-           Row{0, 1, -1, 0},
-           Row{1, 3, 0, 0},
-           Row{kMax, kMax, 1, 0},
-           Row{kMin, kMin, -1, 0},
-           Row{kMin, kMax, kMax, 1},
-           Row{kMax, kMin, kMin, 1},
-           Row{0, kMin, kMin, 1},
-           Row{-1, kMin, kMin, 0},
-       }) {
+  for (const Row& row :
+       {Row{1, 3, 1, 1}, Row{3, 3, 1, 0}, Row{4, 3, 1, 0}, Row{1, 3, 2, 1}, Row{2, 3, 2, 0},
+        Row{3, 1, -2, 1}, Row{2, 1, -2, 0}, Row{0, 1, -1, 0}, Row{1, 3, 0, 0},
+        Row{kMax, kMax, 1, 0}, Row{kMin, kMin, -1, 0}, Row{kMin, kMax, kMax, 1},
+        Row{kMax, kMin, kMin, 1}, Row{0, kMin, kMin, 1}, Row{-1, kMin, kMin, 0}}) {
     EXPECT_EQ(vel_for_more_i64(row.x, row.to, row.by), row.more)
         << row.x << " to " << row.to << " by " << row.by;
   }

@@ -69,25 +69,6 @@ void expectReadings(const Type<T>& type, const std::string& rows) {
   }
 }
 
-template <typename T>
-void expectLimits(const Type<T>& type) {
-  std::mt19937_64 random(1);
-  for (int i = 0; i < 500; ++i) expectRoundTrip(type, static_cast<T>(random() >> (random() % 64)));
-  const std::string highest = std::to_string(std::numeric_limits<T>::max());
-  const std::string lowest = std::to_string(std::numeric_limits<T>::min());
-  for (const char* above : {"18446744073709551616", "16#FFFF_FFFF_FFFF_FFFF", highest.c_str()}) {
-    expectReadings(type, std::string(above) + "=" + highest);
-  }
-  for (const char* below : {"-9223372036854775809", "-99999999999999999999", lowest.c_str()}) {
-    expectReadings(type, std::string(below) + "=" + lowest);
-  }
-}
-
-TEST(IntegerTexts, ReachTheLimitsOfEveryType) {
-  const auto expectAll = [](const auto&... types) { (expectLimits(types), ...); };
-  expectAll(kSINT, kINT, kDINT, kLINT, kUSINT, kUINT, kUDINT, kULINT, kBYTE, kWORD, kDWORD, kLWORD);
-}
-
 TEST(IntegerTexts, AreReadWholeOrNotAtAll) {
   expectReadings(kINT,
                  " \t+42 \t=42|-1_000=-1000|16#7f=127|-16#1F=-31|2#1010_1010=170|8#17=15|0007=7|"

@@ -13,24 +13,13 @@
   }
 FOR_EACH_TYPE(DEFINE_CONVERSIONS)
 
-#define DEFINE_INTEGER(type)                                                    \
-  type abs_##type(type x) {                                                     \
-    _Static_assert(sizeof ABS((x)) == sizeof x, "ABS keeps the type's width");  \
-    return ABS((x));                                                            \
-  }                                                                             \
-  u8 get_bit_##type(type x, i64 n) { return vgbit((x, n)); }                    \
-  type set_bit_##type(type x, i64 n, int d) {                                   \
-    vsbit(x, n, d);                                                             \
-    return x;                                                                   \
-  }                                                                             \
-  type mux_##type(type k, type a, type b, type c) {                             \
-    const type narrow = ((type)FC_MUX_INT(3, k, (type)a, (type)b, (type)c));    \
-    const type wide = ((type)FC_MUX_LONGLONG(3, k, (type)a, (type)b, (type)c)); \
-    return narrow != wide ? 77 : wide;                                          \
+#define DEFINE_INTEGER(type)                                 \
+  u8 get_bit_##type(type x, i64 n) { return vgbit((x, n)); } \
+  type set_bit_##type(type x, i64 n, int d) {                \
+    vsbit(x, n, d);                                          \
+    return x;                                                \
   }
 FOR_EACH_INTEGER(DEFINE_INTEGER)
-
-f32 mux_real(u64 k, f32 a, f32 b) { return ((f32)FC_MUX_LONGREAL(2, k, (f32)a, (f32)b)); }
 
 i16 crossed(const char* text) {
   return STRING_TO_INT((INT_TO_WSTRING((WSTRING_TO_INT((text))), _returnString)));

@@ -23,14 +23,11 @@ extern "C" {
   void print_wide_##name(type value, u16* text);
 FOR_EACH_TYPE(DECLARE_CONVERSIONS)
 
-#define DECLARE_INTEGER(type)                \
-  type abs_##type(type x);                   \
-  u8 get_bit_##type(type x, i64 n);          \
-  type set_bit_##type(type x, i64 n, int d); \
-  type mux_##type(type k, type a, type b, type c);
+#define DECLARE_INTEGER(type)       \
+  u8 get_bit_##type(type x, i64 n); \
+  type set_bit_##type(type x, i64 n, int d);
 FOR_EACH_INTEGER(DECLARE_INTEGER)
 
-f32 mux_real(u64 k, f32 a, f32 b);
 // WSTRING_TO_INT(text), and STRING_TO_INT of the text that its value has as a WSTRING.
 i16 crossed(const char* text);
 // Compares the texts of two numbers; both are made in one expression.

@@ -87,22 +87,6 @@ TEST_F(DeviceMemory, ZonesOfBytesTakeTheValue) {
   EXPECT_EQ(_m[VEL_MEMORY_BYTES - 1], 0x5A);
 }
 
-TEST(BitParam, ReachesItsBitsOnly) {
-  u8 bytes[3] = {0x01, 0x80, 0xFF};
-  const vel_bit_param param = {bytes, 16};
-  EXPECT_EQ(getBitOfParam(&param, 0), 1);
-  EXPECT_EQ(getBitOfParam(&param, 15), 1);
-  setBitOfParam(&param, 9, 200);
-  setBitOfParam(&param, 15, 0);
-  for (const i64 outside : {i64{-1}, i64{16}, INT64_MIN, INT64_MAX, i64{1} << 32}) {
-    EXPECT_EQ(getBitOfParam(&param, outside), 0) << outside;
-    setBitOfParam(&param, outside, outside == 16 ? 0 : 1);
-  }
-  EXPECT_EQ(bytes[0], 0x01);
-  EXPECT_EQ(bytes[1], 0x02);
-  EXPECT_EQ(bytes[2], 0xFF);
-}
-
 TEST(Platform, DoesNothingUntilItIsFilledIn) {
   static u32 refreshed = 0;
   __platform_api.UPDATEINPUT(1, 2);

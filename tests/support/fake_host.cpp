@@ -68,40 +68,19 @@ struct PlacedVar : vel::SymbolVar {
 
 }  // namespace
 
-struct FakeHost::Services {
-  explicit Services(FakeHost& owner) : symbols(owner), calls(owner), memory(owner) {}
-
-  struct Symbols : vel::SymbolManager {
-    explicit Symbols(FakeHost& owner) : host(owner) {}
-    FakeHost& host;
-  } symbols;
-  struct Calls : vel::CallTree {
-    explicit Calls(FakeHost& owner) : host(owner) {}
-    FakeHost& host;
-  } calls;
-  struct Memory : vel::DeviceMemory {
-    explicit Memory(FakeHost& owner) : host(owner) {}
-    FakeAddress find(const std::string& text) const {
-      const auto found = host.addresses.find(text);
-      return found != host.addresses.end() ? found->second : FakeAddress();
-    }
-    FakeAddress find(const vel::HeapAddress& address) const {
-      const auto key = [](const vel::HeapAddress& a) {
-        return std::tuple(a.area, a.unitSize, a.position, a.bitIndex, a.extra);
-      };
-      for (const auto& [text, known] : host.addresses) {
-        if (key(known.address) == key(address)) return known;
-      }
-      return {{}, kNoPlace, BasicDataType::None, {}};
-    }
-    FakeHost& host;
-  } memory;
-  std::map<std::string, std::string> translations;
-  std::vector<std::unique_ptr<vel::Symbol>> symbolsMade;
-};
-
-FakeHost::FakeHost() : services_(std::make_unique<Services>(*this)) {}
-FakeHost::~FakeHost() = default;
+FakeAddress FakeHost::known(const std::string& text) const {
+  const auto found = addresses.find(text);
+  return found != addresses.end() ? found->second : FakeAddress();
+}
+FakeAddress FakeHost::known(const vel::HeapAddress& address) const {
+  const auto key = [](const vel::HeapAddress& a) {
+    return std::tuple(a.area, a.unitSize, a.position, a.bitIndex, a.extra);
+  };
+  for (const auto& [text, each] : addresses) {
+    if (key(each.address) == key(address)) return each;
+  }
+  return {{}, kNoPlace, BasicDataType::None, {}};
+}
 
 DataTypeInfo FakeHost::typeOf(const std::string& text) {
   if (text == "TRUE" || text == "FALSE") return {BasicDataType::Bool, "BOOL"};
@@ -127,12 +106,12 @@ void FakeHost::declare(const std::string& name, vel::POUType type, const std::ve
   for (const int kind : kinds) {
     auto variable = std::make_unique<vel::SymbolVar>("in", nullptr, kind);
     unit->add(kind < 0 ? nullptr : variable.get());
-    services_->symbolsMade.push_back(std::move(variable));
+    symbolsMade_.push_back(std::move(variable));
   }
   if (type == vel::POUType::FunctionBlock) {
     auto block = std::make_unique<vel::SymbolFBType>(name);
     unit->setBlock(block.get());
-    services_->symbolsMade.push_back(std::move(block));
+    symbolsMade_.push_back(std::move(block));
   }
   units.insert(units.begin(), std::move(unit));
 }
@@ -162,23 +141,23 @@ std::string FakeHost::describe(const std::vector<vel::VELMessage>& messages) {
   return all;
 }
 
-vel::SymbolManager* FakeHost::symbolManager() { return &services_->symbols; }
+vel::SymbolManager* FakeHost::symbolManager() { return this; }
 const std::string& FakeHost::translate(const std::string& format) {
-  return services_->translations.try_emplace(format, "~" + format).first->second;
+  return translations_.try_emplace(format, "~" + format).first->second;
 }
-vel::DeviceMemory* FakeHost::deviceMemory() { return &services_->memory; }
-vel::CallTree* FakeHost::callTree() { return &services_->calls; }
+vel::DeviceMemory* FakeHost::deviceMemory() { return this; }
+vel::CallTree* FakeHost::callTree() { return this; }
 vel::OpManagerAPI* FakeHost::operatorManager() { return registry; }
 int FakeHost::addressNotation() { return notation; }
 vel::ProjectSettings* FakeHost::projectSettings() { return &settings; }
 
-vel::Symbol* FakeHost::symbol(const std::string& name, vel::Symbol::Type kind) {
-  auto& made = services_->symbolsMade;
+vel::Symbol* FakeHost::symbolOf(const std::string& name, vel::Symbol::Type kind) {
   const std::string upper = stringToUpper(name);
   if ((kind & vel::Symbol::DataType) != 0 && !upper.empty()) {
     const TypeRow* row = findType([&](const TypeRow& each) { return upper == each.iecName; });
     if (row != nullptr) {
-      return made.emplace_back(std::make_unique<vel::SymbolDataType>(row->iecName, row->type))
+      return symbolsMade_
+          .emplace_back(std::make_unique<vel::SymbolDataType>(row->iecName, row->type))
           .get();
     }
   }
@@ -186,10 +165,10 @@ vel::Symbol* FakeHost::symbol(const std::string& name, vel::Symbol::Type kind) {
     const DataTypeInfo info = typeOf(name);
     vel::SymbolDataType* type = nullptr;
     if (!info.name.empty()) {
-      type = static_cast<vel::SymbolDataType*>(symbol(info.name, vel::Symbol::DataType));
+      type = static_cast<vel::SymbolDataType*>(symbolOf(info.name, vel::Symbol::DataType));
     }
     if (info.type != BasicDataType::None) {
-      return made.emplace_back(std::make_unique<vel::SymbolVar>(name, type, 0)).get();
+      return symbolsMade_.emplace_back(std::make_unique<vel::SymbolVar>(name, type, 0)).get();
     }
   }
   if ((kind & vel::Symbol::Pou) != 0) {
@@ -243,7 +222,7 @@ DataTypeInfo AstNodeHelper::dataType(vel::InternalInterface* ii, vel::ASTNode* e
 
 vel::SymbolDataType* AstNodeHelper::dataType(vel::InternalInterface* ii, BasicDataType type) {
   return static_cast<vel::SymbolDataType*>(
-      static_cast<FakeHost*>(ii)->symbol(basicDataTypeText(type), vel::Symbol::DataType));
+      static_cast<FakeHost*>(ii)->symbolOf(basicDataTypeText(type), vel::Symbol::DataType));
 }
 
 std::string AstNodeHelper::basicDataTypeText(BasicDataType type) {
@@ -344,25 +323,25 @@ const char* ASTText::text() const { return text_; }
 CallTree::~CallTree() = default;
 void CallTree::addOperatorCaller(const std::string& caller, const std::string& callee,
                                  TextLocation location) {
-  static_cast<FakeHost::Services::Calls*>(this)->host.calls.push_back(
-      caller + " -> " + callee + " @" + std::to_string(location.offset()));
+  static_cast<FakeHost*>(this)->calls.push_back(caller + " -> " + callee + " @" +
+                                                std::to_string(location.offset()));
 }
 void CallTree::addFirmwareCaller(const std::string& callee) {
-  static_cast<FakeHost::Services::Calls*>(this)->host.calls.push_back("firmware " + callee);
+  static_cast<FakeHost*>(this)->calls.push_back("firmware " + callee);
 }
 
 SymbolManager::~SymbolManager() = default;
 Symbol* SymbolManager::symbol(const char* name, const char* scope, Symbol::Type kind) {
-  FakeHost& host = static_cast<FakeHost::Services::Symbols*>(this)->host;
+  auto& host = static_cast<FakeHost&>(*this);
   const auto found = host.named.find(std::string(scope) + ":" + name);
   const bool isNamed =
       found != host.named.end() && (kind == Symbol::All || found->second->symbolType() == kind);
-  return isNamed ? found->second.get() : host.symbol(name, kind);
+  return isNamed ? found->second.get() : host.symbolOf(name, kind);
 }
 bool SymbolManager::addPOU(SymbolPOU* pou, int index) {
   EXPECT_EQ(index, -1);
   EXPECT_TRUE(pou->services() != nullptr && pou->returnVariable() == nullptr);
-  FakeHost& host = static_cast<FakeHost::Services::Symbols*>(this)->host;
+  auto& host = static_cast<FakeHost&>(*this);
   if (host.refusedUnits.count(pou->name()) != 0) return false;
   host.units.emplace_back(pou);
   return true;
@@ -375,21 +354,21 @@ Generator::Generator(InternalInterface* services) : ii(services) {}
 Generator::~Generator() = default;
 InternalInterface::~InternalInterface() = default;
 JapanComponent DeviceMemory::parseComponent(const std::string& text) {
-  return static_cast<FakeHost::Services::Memory*>(this)->find(text).parts;
+  return static_cast<FakeHost*>(this)->known(text).parts;
 }
 DeviceMemory::~DeviceMemory() = default;
 bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool strict) {
   EXPECT_FALSE(strict);
-  const auto* memory = static_cast<FakeHost::Services::Memory*>(this);
-  if (memory->host.addresses.count(text) == 0) return false;
-  *out = memory->find(text).address;
+  const auto* host = static_cast<FakeHost*>(this);
+  if (host->addresses.count(text) == 0) return false;
+  *out = host->known(text).address;
   return true;
 }
 BasicDataType DeviceMemory::iecAddressType(const HeapAddress& address) {
-  return static_cast<FakeHost::Services::Memory*>(this)->find(address).type;
+  return static_cast<FakeHost*>(this)->known(address).type;
 }
 HeapRawAddr DeviceMemory::HeapAddress2HeapRawAddr(const HeapAddress& address) {
-  return {static_cast<FakeHost::Services::Memory*>(this)->find(address).raw};
+  return {static_cast<FakeHost*>(this)->known(address).raw};
 }
 
 }  // namespace vel
@@ -400,7 +379,7 @@ vel::SymbolDataType* VarDeclaration::astSpec2SymbolDataType(vel::InternalInterfa
   auto* host = static_cast<FakeHost*>(ii);
   const std::string text = AstNodeHelper::astText(typeSpec);
   host->calls.push_back("spec " + text + " in " + scope->name());
-  auto* type = static_cast<vel::SymbolDataType*>(host->symbol(text, vel::Symbol::DataType));
+  auto* type = static_cast<vel::SymbolDataType*>(host->symbolOf(text, vel::Symbol::DataType));
   *ok = type != nullptr;
   return type;
 }

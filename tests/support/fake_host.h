@@ -28,11 +28,11 @@ struct FakeAddress {
 
 // Expressions have the type that their text names: `i`, `i1` and `i + 1` are INT, see
 // the table in fake_host.cpp. Translation puts "~" before a format.
-class FakeHost : public vel::InternalInterface {
+class FakeHost : public vel::InternalInterface,
+                 public vel::SymbolManager,
+                 public vel::CallTree,
+                 public vel::DeviceMemory {
  public:
-  FakeHost();
-  ~FakeHost() override;
-
   static DataTypeInfo typeOf(const std::string& text);
 
   // Answers.
@@ -72,12 +72,15 @@ class FakeHost : public vel::InternalInterface {
   int addressNotation() override;
   vel::ProjectSettings* projectSettings() override;
 
-  vel::Symbol* symbol(const std::string& name, vel::Symbol::Type kind);
-
-  struct Services;  // the objects behind the operations above
+  // The symbol that a text names.
+  vel::Symbol* symbolOf(const std::string& name, vel::Symbol::Type kind);
+  // What is known of an address; of another, what the host answers then.
+  FakeAddress known(const std::string& text) const;
+  FakeAddress known(const vel::HeapAddress& address) const;
 
  private:
-  std::unique_ptr<Services> services_;
+  std::map<std::string, std::string> translations_;
+  std::vector<std::unique_ptr<vel::Symbol>> symbolsMade_;
 };
 
 // The C text of an expression is its source with a prime (`x'`), of a type its name

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
+#include <tuple>
 
 namespace refhost {
 namespace {
@@ -10,43 +12,25 @@ namespace {
 BasicDataType typeNamed(const std::string& name) { return elementaryType(name)->type; }
 
 TEST(Types, ConversionsAreRated) {
-  struct Row {
-    const char* target;
-    const char* source;
-    const char* text;
-    int rated;
-  };
-  const Row rows[] = {
-      {"INT", "INT", nullptr, 0},
-      {"INT", "SINT", nullptr, 0},
-      {"INT", "USINT", nullptr, 0},
-      {"BYTE", "USINT", nullptr, 0},
-      {"LREAL", "UDINT", nullptr, 0},
-      {"REAL", "INT", nullptr, 0},
-      {"LREAL", "REAL", nullptr, 0},
-      {"LTIME", "TIME", nullptr, 0},
-      {"REAL", "DINT", nullptr, -1},
-      {"REAL", "UDINT", nullptr, -1},
-      {"LREAL", "LINT", nullptr, -1},
-      {"LREAL", "ULINT", nullptr, -1},
-      {"REAL", "LREAL", nullptr, -1},
-      {"ULINT", "SINT", nullptr, -1},
-      {"USINT", "LINT", nullptr, -1},
-      {"SINT", "USINT", nullptr, -1},
-      {"INT", "UDINT", nullptr, -1},
-      {"WORD", "INT", nullptr, -1},
-      {"SINT", "INT", nullptr, -2},
-      {"BYTE", "LWORD", nullptr, -2},
-      {"INT", "REAL", nullptr, -2},
-      {"LINT", "LREAL", nullptr, -2},
-      {"TIME", "LTIME", nullptr, -2},
-      {"TIME", "DINT", nullptr, -2},
-      {"BOOL", "USINT", nullptr, -2},
-      {"USINT", "BOOL", nullptr, -2},
-      {"STRING", "WSTRING", nullptr, -2},
-      {"WSTRING", "STRING", nullptr, -2},
-      {"DATE", "DT", nullptr, -2},
-      {"STRING", "INT", nullptr, -2},
+  const std::pair<int, const char*> ratings[] = {
+      {0,
+       "INT:=INT INT:=SINT INT:=USINT BYTE:=USINT LREAL:=UDINT REAL:=INT LREAL:=REAL LTIME:=TIME"},
+      {-1,
+       "REAL:=DINT REAL:=UDINT LREAL:=LINT LREAL:=ULINT REAL:=LREAL ULINT:=SINT USINT:=LINT "
+       "SINT:=USINT INT:=UDINT WORD:=INT"},
+      {-2,
+       "SINT:=INT BYTE:=LWORD INT:=REAL LINT:=LREAL TIME:=LTIME TIME:=DINT BOOL:=USINT "
+       "USINT:=BOOL STRING:=WSTRING WSTRING:=STRING DATE:=DT STRING:=INT"}};
+  for (const auto& [rated, list] : ratings) {
+    std::istringstream types(list);
+    for (std::string type; types >> type;) {
+      const std::size_t mark = type.find(":=");
+      EXPECT_EQ(rated, rateConversion(typeNamed(type.substr(0, mark)),
+                                      typeNamed(type.substr(mark + 2)), nullptr))
+          << type;
+    }
+  }
+  const std::tuple<const char*, const char*, const char*, int> texts[] = {
       {"USINT", "SINT", "5", 0},
       {"USINT", "SINT", "-5", -3},
       {"SINT", "INT", "300", -3},
@@ -57,11 +41,9 @@ TEST(Types, ConversionsAreRated) {
       {"INT", "REAL", "1.0", -2},
       {"SINT", "INT", "x", -2},
       {"BOOL", "SINT", "1", -2},
-      {"ULINT", "LINT", "18446744073709551615", 0},
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(row.rated, rateConversion(typeNamed(row.target), typeNamed(row.source), row.text))
-        << row.target << " := " << row.source << " " << (row.text != nullptr ? row.text : "");
+      {"ULINT", "LINT", "18446744073709551615", 0}};
+  for (const auto& [target, source, text, rated] : texts) {
+    EXPECT_EQ(rated, rateConversion(typeNamed(target), typeNamed(source), text)) << text;
   }
   for (int type = -1; type <= 24; ++type) {
     const auto other = static_cast<BasicDataType>(type);

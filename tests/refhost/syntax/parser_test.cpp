@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -157,72 +156,6 @@ TEST(Parser, RefusesWhatIsNestedTooDeep) {
   }
   for (const std::string& body : {ifs(990), "x := " + parens(990) + ";"}) {
     EXPECT_EQ(Parsed("PROGRAM p " + body + " END_PROGRAM").errors(), "");
-  }
-}
-
-// Whatever the text, the leaves that others rely on are there.
-void expectSound(const ASTNode& node) {
-  const NodeKind kind = kindOf(node);
-  for (int i = 0; i < node.leavesCount(); ++i) {
-    const ASTNode* const leaf = node.leaf(i);
-    const bool optional = (kind == NodeKind::VarDecl && i <= 2) ||
-                          (kind == NodeKind::For && i == 2) || (kind == NodeKind::Unit && i == 1) ||
-                          node.type() == vel::ASTType::StringTypeSpec;
-    if (leaf == nullptr) {
-      ASSERT_TRUE(optional) << static_cast<int>(kind) << " leaf " << i;
-      continue;
-    }
-    ASSERT_EQ(leaf->parent(), &node);
-    const auto* expr = dynamic_cast<const Expr*>(&node);
-    const bool mayBeCall = kind == NodeKind::CallStatement || kind == NodeKind::Assignment ||
-                           (expr != nullptr && expr->op() == refhost::op::kWrapper);
-    ASSERT_TRUE(mayBeCall || kindOf(*leaf) != NodeKind::Invocation);
-    expectSound(*leaf);
-  }
-}
-
-TEST(Parser, SurvivesAnyTokens) {
-  constexpr const char* kWords[] = {"PROGRAM ",    "END_PROGRAM ",
-                                    "FUNCTION ",   "END_FUNCTION ",
-                                    "VAR ",        "END_VAR ",
-                                    "AT ",         "IF ",
-                                    "THEN ",       "ELSIF ",
-                                    "ELSE ",       "END_IF ",
-                                    "CASE ",       "OF ",
-                                    "END_CASE ",   "FOR ",
-                                    "TO ",         "DO ",
-                                    "END_FOR ",    "WHILE ",
-                                    "END_WHILE ",  "REPEAT ",
-                                    "UNTIL ",      "END_REPEAT ",
-                                    "EXIT ",       "NOT ",
-                                    "x ",          "f(",
-                                    "INT",         "STRING",
-                                    "1",           "2.5",
-                                    "16#G",        "T#5s",
-                                    "'s'",         "'",
-                                    "%IX0.1",      "(",
-                                    ")",           "[",
-                                    "]",           ";",
-                                    ";",           ":=",
-                                    ":=",          ":",
-                                    "=>",          "..",
-                                    ".",           ",",
-                                    "+",           "-",
-                                    "**",          "=",
-                                    "^",           "TYPE ",
-                                    "STRUCT ",     "ARRAY",
-                                    "VAR_GLOBAL ", "(*",
-                                    "*)",          "//\n",
-                                    "{",           "}",
-                                    "#",           "\x80"};
-  std::mt19937 random(1);
-  for (int round = 0; round < 3000 && !HasFatalFailure(); ++round) {
-    std::string source = round % 2 == 0 ? "PROGRAM p " : "";
-    for (auto words = random() % 50; words > 0; --words)
-      source += kWords[random() % std::size(kWords)];
-    const Parsed parsed(source);
-    for (const auto* unit : parsed.tree.units) expectSound(*unit);
-    EXPECT_FALSE(parsed.messages.empty() && parsed.tree.units.empty() && round % 2 == 0) << source;
   }
 }
 
