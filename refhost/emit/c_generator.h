@@ -158,6 +158,16 @@ class CGenerator final : public vel::Generator {
   std::string calledInstance(const Call& call);
   std::string temporary(const Type* type);
 
+  // enabling.cpp
+  // Writes the statement that `write` does, made only where EN of `call` is TRUE, and one that
+  // stores ENO.
+  void whenEnabled(const Call& call, const std::function<void()>& write);
+  // In an expression: `value`, the call's text, or zero.
+  std::string enabledText(const Call& call, const std::string& value);
+  std::string storeEnabled(const Call& call, const std::string& flag);
+  // An empty text, an array or structure of zeros, 0.
+  std::string zeroText(const Type* type) const;
+
   // standard_calls.cpp
   std::string standardText(const Call& call);
   std::string runtimeText(const Call& call);
@@ -180,6 +190,7 @@ class CGenerator final : public vel::Generator {
   std::unordered_set<const vel::STOperator*> usedOperators_;
   std::unordered_map<const Type*, bool> hasDefault_;
   std::unordered_set<const vel::Symbol*> effects_;  // functions that reach beyond their inputs
+  bool ordered_ = false;                            // some operands have effects
 
   // Of the C function being written.
   UnitSymbol* unit_ = nullptr;

@@ -72,7 +72,7 @@ std::string CGenerator::operatorText(const Call& call) {
   if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
   services_.calls.currentLocation = call.pos();
   const auto generate = [&] { return call.op->generate(this, const_cast<Call*>(&call)); };
-  const bool anyOrder = effects_.empty() || !givesValue(call.op->name);
+  const bool anyOrder = !ordered_ || !givesValue(call.op->name);
   std::string text = anyOrder ? generate() : inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
@@ -178,12 +178,10 @@ std::string CGenerator::functionText(const Call& call, const std::vector<Binding
       arguments += given != nullptr ? pointerTo(*given, type) : "NULL";
     } else if (value != nullptr && value->op() < op::kArrayValue) {
       arguments += argumentText(*value, type);
-    } else if (isComposite(type)) {
-      arguments += fmt::format("({}){{0}}", declaration(type, ""));
-    } else if (!text) {
-      appendInteger(implicitInitial(type), arguments);
+    } else if (isComposite(type) || text) {
+      arguments += zeroText(type);
     } else {
-      arguments += type->dataType() == BasicDataType::String ? "\"\"" : "u\"\"";
+      appendInteger(implicitInitial(type), arguments);
     }
     if (parameter->isBitParameter() && parameter->role == Role::Input) {
       arguments += ", " + companionOf(given);
@@ -204,13 +202,15 @@ std::string CGenerator::functionText(const Call& call, const std::vector<Binding
 }
 
 void CGenerator::callStatement(const Call& call) {
-  if (call.leaf(0)->type() == vel::ASTType::Expression) {
-    instanceCall(call);
-    return;
-  }
-  const std::string text = callText(call);
-  const bool value = call.dataType != nullptr;
-  line(value ? "(void)(" + text + ");" : text + ";");
+  whenEnabled(call, [&] {
+    if (call.leaf(0)->type() == vel::ASTType::Expression) {
+      instanceCall(call);
+      return;
+    }
+    const std::string text = callText(call);
+    const bool value = call.dataType != nullptr;
+    line(value ? "(void)(" + text + ");" : text + ";");
+  });
 }
 
 // A pointer to the instance; one that is not simply named is looked for once.

@@ -15,37 +15,32 @@ namespace {
 
 using Functions = std::unordered_set<const vel::Symbol*>;
 
-bool calls(const ASTNode& node, const Functions& functions) {
-  if (kindOf(node) == NodeKind::Invocation &&
-      functions.count(static_cast<const Call&>(node).symbol) != 0) {
-    return true;
-  }
-  for (int i = 0; i < node.leavesCount(); ++i) {
-    if (node.leaf(i) != nullptr && calls(*node.leaf(i), functions)) return true;
-  }
-  return false;
+// A call with effects, or one that stores its ENO.
+bool calls(const ASTNode& whole, const Functions& functions) {
+  return anyNode(whole, [&functions](const ASTNode& node) {
+    if (kindOf(node) != NodeKind::Invocation) return false;
+    const auto& call = static_cast<const Call&>(node);
+    return call.enabled != nullptr || functions.count(call.symbol) != 0;
+  });
 }
 
 // Reads or writes what is not a variable of `function` itself.
-bool reachesOutside(const ASTNode& node, const UnitSymbol& function) {
-  if (kindOf(node) == NodeKind::Invocation) {
-    const vel::STOperator* const op = static_cast<const Call&>(node).op;
-    if (op != nullptr && (!givesValue(op->name) || countsCalls(op->name))) return true;
-  }
-  if (node.type() == vel::ASTType::Expression) {
+bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
+  return anyNode(whole, [&function](const ASTNode& node) {
+    if (kindOf(node) == NodeKind::Invocation) {
+      const vel::STOperator* const op = static_cast<const Call&>(node).op;
+      return op != nullptr && (!givesValue(op->name) || countsCalls(op->name));
+    }
+    if (node.type() != vel::ASTType::Expression) return false;
     const auto& expr = static_cast<const Expr&>(node);
     if (expr.access == Expr::Access::Dereference) return true;
-    if (expr.op() == Expression::Variable &&
-        dynamic_cast<const NamedValue*>(expr.symbol) == nullptr) {
-      const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);
-      return variable == nullptr || variable->owner != &function ||
-             variable->iecAddress().area != 0;
+    if (expr.op() != Expression::Variable ||
+        dynamic_cast<const NamedValue*>(expr.symbol) != nullptr) {
+      return false;
     }
-  }
-  for (int i = 0; i < node.leavesCount(); ++i) {
-    if (node.leaf(i) != nullptr && reachesOutside(*node.leaf(i), function)) return true;
-  }
-  return false;
+    const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);
+    return variable == nullptr || variable->owner != &function || variable->iecAddress().area != 0;
+  });
 }
 
 bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
@@ -55,6 +50,7 @@ bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
 void CGenerator::findEffects() {
   std::vector<const UnitSymbol*> others;
   for (const UnitSymbol* const unit : services_.symbols.units()) {
+    ordered_ = ordered_ || unit->storesEnabled;
     if (unit->type() != vel::POUType::Function) continue;
     bool effects = reachesOutside(*unit->node->leaf(Unit::kBody), *unit);
     for (const auto& variable : unit->variables()) {
@@ -73,6 +69,7 @@ void CGenerator::findEffects() {
       if (calls(*unit->node->leaf(Unit::kBody), effects_)) effects_.insert(unit);
     }
   }
+  ordered_ = ordered_ || !effects_.empty();
 }
 
 std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
@@ -86,7 +83,7 @@ std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
 std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
                                 const std::function<std::string()>& write) {
   const auto hasEffects = [this](const ASTNode* node) { return calls(*node, effects_); };
-  if (effects_.empty()) return write();
+  if (!ordered_) return write();
   const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
   if (last == operands.begin()) return write();
   // The last call with effects comes by itself after what stands before it; where

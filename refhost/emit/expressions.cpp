@@ -141,9 +141,11 @@ void CGenerator::append(const Expr& expr, std::string& out) {
     case Expression::Typed:
       place(expr, out);
       break;
-    case op::kWrapper:
-      out += typedText(static_cast<const Call&>(*expr.leaf(0)));
+    case op::kWrapper: {
+      const auto& call = static_cast<const Call&>(*expr.leaf(0));
+      out += enabledText(call, typedText(call));
       break;
+    }
     case op::kNegate:
     case op::kNot:
       unary(expr, out);
@@ -214,7 +216,7 @@ void CGenerator::unary(const Expr& expr, std::string& out) {
 }
 
 void CGenerator::binary(const Expr& expr, std::string& out) {
-  if (effects_.empty()) {
+  if (!ordered_) {
     operation(expr, out);
     return;
   }

@@ -124,10 +124,15 @@ void CGenerator::assignment(const ASTNode& node) {
     if (type != nullptr) from = valueType(type);
   }
   const auto& target = static_cast<const Expr&>(*node.leaf(0));
-  const bool widened = kindOf(source) == NodeKind::Invocation && typeOf(target) != from;
-  const std::string value =
-      widened ? typedText(static_cast<const Call&>(source)) : expressionText(node.leaf(1));
-  line(store(target, value, from) + ";");
+  if (kindOf(source) != NodeKind::Invocation) {
+    line(store(target, expressionText(node.leaf(1)), from) + ";");
+    return;
+  }
+  const auto& call = static_cast<const Call&>(source);
+  whenEnabled(call, [&] {
+    const std::string value = typeOf(target) != from ? typedText(call) : callText(call);
+    line(store(target, value, from) + ";");
+  });
 }
 
 std::string CGenerator::store(const Expr& target, const std::string& value, BasicDataType from) {

@@ -140,6 +140,12 @@ class Analyser {
   void checkArgument(const Binding& binding, const UnitSymbol& callee);
   void requirePassable(const Binding& binding);
 
+  // enabling.cpp
+  static Argument** enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee);
+  // Takes EN and ENO out of the arguments of a call of `callee`, null for one without
+  // declarations.
+  void takeEnabling(Call& call, const UnitSymbol* callee);
+
   // standard_calls.cpp
   Type* callStandard(Call& call);
   Type* callOperation(Call& call);

@@ -74,6 +74,7 @@ bool Analyser::isInError(const Expr& expr) const {
 
 vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
+  takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
     return operatorInput(call.op->name, formal);
   };
@@ -272,6 +273,7 @@ bool Analyser::orderArguments(Call& call, const std::function<int(std::string_vi
 vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
   call.symbol = &function;
   call.accepted = true;
+  takeEnabling(call, &function);
   analyseArguments(call, function);
   return function.result != nullptr ? function.result->dataType() : nullptr;
 }
@@ -289,6 +291,7 @@ vel::SymbolDataType* Analyser::callInstance(Call& call) {
   const auto* const instance = dynamic_cast<const InstanceType*>(callee.dataType);
   if (instance != nullptr) {
     call.accepted = true;
+    takeEnabling(call, instance->unit);
     analyseArguments(call, *instance->unit);
   } else if (callee.dataType != nullptr) {
     say(call, message::kNotCallable, TreeBuilder::source(callee));

@@ -37,12 +37,8 @@ int textLength(const ASTNode& text) {
   return expr.dataType != nullptr ? stringLength(*expr.dataType) : StringType::kDefaultLength;
 }
 
-bool containsCall(const ASTNode& node) {
-  if (kindOf(node) == NodeKind::Invocation) return true;
-  for (int i = 0; i < node.leavesCount(); ++i) {
-    if (node.leaf(i) != nullptr && containsCall(*node.leaf(i))) return true;
-  }
-  return false;
+bool containsCall(const ASTNode& whole) {
+  return anyNode(whole, [](const ASTNode& node) { return kindOf(node) == NodeKind::Invocation; });
 }
 
 }  // namespace
@@ -54,6 +50,7 @@ vel::SymbolDataType* Analyser::callStandard(Call& call) {
     say(*list, message::kNotAValue, TreeBuilder::source(*list));
     return nullptr;
   }
+  takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) { return function.position(formal); };
   if (!orderArguments(call, positionOf)) return nullptr;
   const int count = list->leavesCount();

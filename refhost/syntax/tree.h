@@ -156,6 +156,15 @@ class Literal final : public ::ConstantValue {
 
 struct StandardFunction;
 
+class Argument final : public ASTNode {
+ public:
+  Argument(bool isOutput, bool isNegated)
+      : ASTNode(astType(NodeKind::Argument)), output(isOutput), negated(isNegated) {}
+
+  bool output;   // `name => variable`
+  bool negated;  // `NOT name => variable`
+};
+
 class Call final : public ::Invocation {
  public:
   Call() : Invocation(astType(NodeKind::Invocation)) {}
@@ -170,15 +179,10 @@ class Call final : public ::Invocation {
   vel::STOperator* op = nullptr;
   const StandardFunction* standard = nullptr;
   vel::Symbol* symbol = nullptr;
-};
-
-class Argument final : public ASTNode {
- public:
-  Argument(bool isOutput, bool isNegated)
-      : ASTNode(astType(NodeKind::Argument)), output(isOutput), negated(isNegated) {}
-
-  bool output;   // `name => variable`
-  bool negated;  // `NOT name => variable`
+  // `EN := condition` and `ENO => variable`, which the analysis takes out of the parameters;
+  // null when not given.
+  Argument* enable = nullptr;
+  Argument* enabled = nullptr;
 };
 
 class TypeSpec final : public ASTNode {
@@ -228,6 +232,27 @@ class Unit final : public ::POUDeclaration {
 
   Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
 };
+
+// Whether `matches` is true of `root` or of something in it. Chains of operators, long on their
+// left sides, take no stack.
+template <typename Matches>
+bool anyNode(const ASTNode& root, const Matches& matches) {
+  const ASTNode* node = &root;
+  while (node != nullptr) {
+    if (matches(*node)) return true;
+    if (kindOf(*node) == NodeKind::Invocation) {
+      const auto& call = static_cast<const Call&>(*node);
+      for (const Argument* const argument : {call.enable, call.enabled}) {
+        if (argument != nullptr && anyNode(*argument, matches)) return true;
+      }
+    }
+    for (int i = 1; i < node->leavesCount(); ++i) {
+      if (node->leaf(i) != nullptr && anyNode(*node->leaf(i), matches)) return true;
+    }
+    node = node->leavesCount() > 0 ? node->leaf(0) : nullptr;
+  }
+  return false;
+}
 
 // The arena of one translation, and what the parser has found.
 class Tree {

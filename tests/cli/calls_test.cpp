@@ -72,6 +72,25 @@ TEST_F(Calls, OperandsAreEvaluatedOnceFromTheLeft) {
       "s = '233'\n");
 }
 
+TEST_F(Calls, AreMadeWhereEnIsTrue) {
+  expectValues(
+      "FUNCTION N : INT VAR_IN_OUT x : INT; END_VAR x := x + 1; N := x; END_FUNCTION\n"
+      "FUNCTION S : STRING VAR_INPUT v : STRING; END_VAR S := v; END_FUNCTION\n"
+      "FUNCTION_BLOCK Own VAR_INPUT EN : INT; END_VAR VAR_OUTPUT ENO : INT; END_VAR\n"
+      "ENO := EN + 1; END_FUNCTION_BLOCK\n",
+      "n, a, b, c, d, e : INT := 5; s, t : STRING := 'x'; k : CTU; o : Own; p, q, r : BOOL;",
+      // What n exceeds is so in the second scan only.
+      "a := N(EN := n > 6, x := n, ENO => p);\n"
+      "n := n + INT#1; N(x := n, EN := TRUE, NOT ENO => r);\n"
+      "b := LIMIT(EN := p, MN := 0, IN := N(n), MX := 99);\n"
+      "c := n + 10 * ADD(EN := n > 8, IN1 := N(n), IN2 := 1) + n;\n"
+      "k(EN := n > 8, CU := TRUE, PV := 1, ENO => q);\n"
+      "o(EN := n, ENO => d); e := N(x := n, EN := n < 0, ENO => p) + BOOL_TO_INT(p);\n"
+      "s := CONCAT(S(EN := q, 'y'), S(s, ENO => q)); t := S(EN := n < 0, 'z');",
+      "n = 12\na = 8\nb = 11\nc = 153\nd = 13\ne = 0\ns = 'yx'\nt = 'x'\n"
+      "p = FALSE\nq = TRUE\nr = FALSE\n");
+}
+
 TEST_F(Calls, InputsNestNoDeeperThanOtherExpressions) {
   std::string inputs = "i";
   for (int i = 0; i < 500; ++i) inputs += ", i";

@@ -1,0 +1,49 @@
+// EN and ENO, which every call can have.
+#include "refhost/semantics/analyser.h"
+#include "refhost/services/folded.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+
+// The place in `call` of an argument that is its EN or ENO, null for any other. A callee that
+// declares them itself takes them like its other parameters.
+Argument** Analyser::enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee) {
+  if (kindOf(node) != NodeKind::Argument) return nullptr;
+  const auto& argument = static_cast<const Argument&>(node);
+  const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
+  if (!equalFolded(formal, argument.output ? "ENO" : "EN")) return nullptr;
+  const VarSymbol* const own = callee != nullptr ? callee->variable(formal) : nullptr;
+  if (own != nullptr && own->isParameter()) return nullptr;
+  return argument.output ? &call.enabled : &call.enable;
+}
+
+void Analyser::takeEnabling(Call& call, const UnitSymbol* callee) {
+  ASTNode* const list = call.leaf(1);
+  if (list == nullptr || list->type() != vel::ASTType::ParameterList) return;
+  std::vector<ASTNode*> others;
+  for (int i = 0; i < list->leavesCount(); ++i) {
+    Argument** const place = enablingPlace(call, *list->leaf(i), callee);
+    if (place == nullptr) {
+      others.push_back(list->leaf(i));
+    } else if (*place == nullptr) {
+      *place = static_cast<Argument*>(list->leaf(i));
+    } else {
+      say(*list->leaf(i), message::kArgumentTwice, (*place)->output ? "ENO" : "EN");
+    }
+  }
+  if (call.enable == nullptr && call.enabled == nullptr) return;
+  tree_.setLeaves(*list, others);
+  const Type* const flag = services_.symbols.elementary(BasicDataType::Bool);
+  if (call.enable != nullptr) {
+    const Expr& condition = analyseLeaf(*call.enable, 1);
+    judge(flag, condition.dataType, condition);
+  }
+  if (call.enabled != nullptr) {
+    const Expr& target = analyseLeaf(*call.enabled, 1);
+    if (requireWritable(target)) judge(target.dataType, flag, target);
+    if (unit_ != nullptr) unit_->storesEnabled = true;
+  }
+}
+
+}  // namespace refhost
