@@ -126,6 +126,7 @@ class CGenerator final : public vel::Generator {
   void converted(const ASTNode& node, BasicDataType type, std::string& out);
   void unary(const Expr& expr, std::string& out);
   void binary(const Expr& expr, std::string& out);
+  void binaryPiece(const Expr& expr, std::string& out);
   void operation(const Expr& expr, std::string& out);
   void numbers(const Expr& expr, BasicDataType type, std::string& out);
   void times(const Expr& expr, const Meeting& meeting, std::string& out);

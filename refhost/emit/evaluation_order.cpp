@@ -16,12 +16,10 @@ namespace {
 using Functions = std::unordered_set<const vel::Symbol*>;
 
 // A call with effects, or one that stores its ENO.
-bool calls(const ASTNode& whole, const Functions& functions) {
-  return anyNode(whole, [&functions](const ASTNode& node) {
-    if (kindOf(node) != NodeKind::Invocation) return false;
-    const auto& call = static_cast<const Call&>(node);
-    return call.enabled != nullptr || functions.count(call.symbol) != 0;
-  });
+bool hasEffect(const ASTNode& node, const Functions& functions) {
+  if (kindOf(node) != NodeKind::Invocation) return false;
+  const auto& call = static_cast<const Call&>(node);
+  return call.enabled != nullptr || functions.count(call.symbol) != 0;
 }
 
 // Reads or writes what is not a variable of `function` itself.
@@ -62,11 +60,12 @@ void CGenerator::findEffects() {
       others.push_back(unit);
     }
   }
+  const auto isEffect = [this](const ASTNode& node) { return hasEffect(node, effects_); };
   // Effects are those of what is called, too.
   for (std::size_t before = 0; before != effects_.size();) {
     before = effects_.size();
     for (const UnitSymbol* const unit : others) {
-      if (calls(*unit->node->leaf(Unit::kBody), effects_)) effects_.insert(unit);
+      if (anyNode(*unit->node->leaf(Unit::kBody), isEffect)) effects_.insert(unit);
     }
   }
   ordered_ = ordered_ || !effects_.empty();
@@ -82,7 +81,9 @@ std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
 
 std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
                                 const std::function<std::string()>& write) {
-  const auto hasEffects = [this](const ASTNode* node) { return calls(*node, effects_); };
+  const auto hasEffects = [this](const ASTNode* operand) {
+    return anyNode(*operand, [this](const ASTNode& node) { return hasEffect(node, effects_); });
+  };
   if (!ordered_) return write();
   const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
   if (last == operands.begin()) return write();

@@ -76,7 +76,7 @@ bool wrapsByItself(BasicDataType type) {
 
 // Integer arithmetic that is written as a cast to its type, or as a call.
 bool isCastOrCall(const Expr& expr) {
-  if (!isArithmetic(expr.op()) || isLiteralSum(expr)) return false;
+  if (!isArithmetic(expr.op()) || literalSum(expr)) return false;
   const Meeting meeting = meet(expr);
   if (meeting.kind != Meeting::Kind::Number || !isInteger(meeting.operands)) return false;
   const bool divides = expr.op() == op::kDivide || expr.op() == op::kModulo;
@@ -215,7 +215,34 @@ void CGenerator::unary(const Expr& expr, std::string& out) {
   }
 }
 
+// The pieces of a long chain are computed one after the other, since compilers limit how deep
+// parentheses nest.
 void CGenerator::binary(const Expr& expr, std::string& out) {
+  std::vector<const Expr*> pieces;
+  const Expr* at = &expr;
+  while (at->chain > kChainPiece && !literalSum(*at)) {
+    at = static_cast<const Expr*>(at->leaf(0));
+    if (held_.count(at) != 0) break;
+    if (at->chain % kChainPiece == 0) pieces.push_back(at);
+  }
+  if (pieces.empty()) {
+    binaryPiece(expr, out);
+    return;
+  }
+  out += "({ ";
+  for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
+    std::string text;
+    append(**piece, text);
+    const std::string name = fmt::format("vel_t{}", ++temporaries_);
+    out += fmt::format("__auto_type {} = {}; ", name, text);
+    held_[*piece] = name;
+  }
+  binaryPiece(expr, out);
+  out += "; })";
+  for (const Expr* const piece : pieces) held_.erase(piece);
+}
+
+void CGenerator::binaryPiece(const Expr& expr, std::string& out) {
   if (!ordered_) {
     operation(expr, out);
     return;
@@ -273,11 +300,9 @@ void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out)
   const Expression::Operator op = expr.op();
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
-  if (isInteger(type) && isLiteralSum(expr)) {
-    if (const auto value = constantInteger(expr)) {
-      appendInteger(*value, out);
-      return;
-    }
+  if (const auto value = isInteger(type) ? literalSum(expr) : std::nullopt) {
+    appendInteger(*value, out);
+    return;
   }
   const char* const name = cType(type);
   if (op == op::kPower) {

@@ -34,13 +34,14 @@ void CGenerator::initialiseOnce(const VarSymbol& variable) {
 }
 
 void CGenerator::initialiseConstants(const vel::ASTNode& value, const VarSymbol& of) {
-  for (int i = 0; i < value.leavesCount(); ++i) {
-    if (value.leaf(i) != nullptr) initialiseConstants(*value.leaf(i), of);
-  }
-  if (value.type() != vel::ASTType::Expression) return;
-  const auto* const named = dynamic_cast<const VarSymbol*>(static_cast<const Expr&>(value).symbol);
-  if (named == nullptr || !named->constant || named->owner != of.owner) return;
-  if (named->role == of.role) initialiseOnce(*named);
+  anyNode(value, [&](const vel::ASTNode& node) {
+    if (node.type() != vel::ASTType::Expression) return false;
+    const auto* const named = dynamic_cast<const VarSymbol*>(static_cast<const Expr&>(node).symbol);
+    const bool before =
+        named != nullptr && named->constant && named->owner == of.owner && named->role == of.role;
+    if (before) initialiseOnce(*named);
+    return false;
+  });
 }
 
 }  // namespace refhost

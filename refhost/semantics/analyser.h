@@ -113,6 +113,7 @@ class Analyser {
   Type* typeExpression(Expr& expr);
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
+  void analyseChain(Expr& whole);
   // A direct address in the project's notation.
   bool isAddress(std::string_view text) const;
   bool becomesAddress(ASTNode& parent, int index);

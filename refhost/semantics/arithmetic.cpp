@@ -1,9 +1,11 @@
 #include "refhost/semantics/arithmetic.h"
 
 #include "core/operator.h"
+#include "refhost/semantics/constants.h"
 #include "refhost/services/derived_types.h"
 #include "refhost/services/operator_symbol.h"
 #include "refhost/syntax/literal.h"
+#include "refhost/syntax/parser.h"
 
 namespace refhost {
 namespace {
@@ -89,7 +91,9 @@ BasicDataType typeOf(const ASTNode& operand) {
   return likely == BasicDataType::Bool || isText(likely) ? known : likely;
 }
 
-BasicDataType likelyType(const ASTNode& value) {
+namespace {
+
+BasicDataType likelyType(const ASTNode& value, int depth) {
   if (kindOf(value) == NodeKind::Invocation) {
     const auto& call = static_cast<const Call&>(value);
     if (call.dataType != nullptr) return valueType(call.dataType);
@@ -99,10 +103,16 @@ BasicDataType likelyType(const ASTNode& value) {
   if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;
   const auto& expr = static_cast<const Expr&>(value);
   if (expr.op() != op::kWrapper && !isArithmetic(expr.op()) && expr.op() < op::kAnd) return known;
-  const BasicDataType first = likelyType(*expr.leaf(0));
+  // A chain so long that has no type has none in its first operands either.
+  if (depth > kMaxNesting) return BasicDataType::None;
+  const BasicDataType first = likelyType(*expr.leaf(0), depth + 1);
   const bool second = first == BasicDataType::None && expr.leavesCount() > 1;
-  return second ? likelyType(*expr.leaf(1)) : first;
+  return second ? likelyType(*expr.leaf(1), depth + 1) : first;
 }
+
+}  // namespace
+
+BasicDataType likelyType(const ASTNode& value) { return likelyType(value, 0); }
 
 const Literal* literalOf(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return nullptr;
@@ -110,14 +120,14 @@ const Literal* literalOf(const ASTNode& node) {
   return expr.op() == Expression::Constant ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
 }
 
-bool isLiteralSum(const ASTNode& node) {
+std::optional<std::int64_t> literalSum(const ASTNode& node) {
   if (const Literal* const literal = literalOf(node)) {
-    return literal->value.form == LiteralForm::Integer && !literal->value.fixedType;
+    const bool number = literal->value.form == LiteralForm::Integer && !literal->value.fixedType;
+    return number ? constantInteger(node) : std::nullopt;
   }
-  if (node.type() != vel::ASTType::Expression) return false;
+  if (node.type() != vel::ASTType::Expression) return {};
   const auto& expr = static_cast<const Expr&>(node);
-  if (expr.op() == op::kNegate) return isLiteralSum(*expr.leaf(0));
-  return isArithmetic(expr.op()) && isLiteralSum(*expr.leaf(0)) && isLiteralSum(*expr.leaf(1));
+  return expr.literalSum != nullptr ? std::optional(*expr.literalSum) : std::nullopt;
 }
 
 bool isComparison(Expression::Operator op) { return op >= op::kLess && op <= op::kNotEqual; }

@@ -48,6 +48,7 @@ Value evaluate(const ASTNode& node, int depth) {
   if (depth > kMaxDepth || node.type() != vel::ASTType::Expression) return {};
   const auto& expr = static_cast<const Expr&>(node);
   if (const Literal* const literal = literalOf(expr)) return literalInteger(literal->value);
+  if (expr.literalSum != nullptr) return *expr.literalSum;
   if (const auto* const named = dynamic_cast<const NamedValue*>(expr.symbol)) return named->value;
   if (expr.op() == Expression::Variable) {
     const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);

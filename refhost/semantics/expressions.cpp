@@ -119,12 +119,28 @@ vel::SymbolDataType* Analyser::typeUnary(Expr& expr) {
     say(operand, message::kOperandType, operatorText(expr.op()), displayName(operand.dataType));
     return nullptr;
   }
+  if (expr.op() == op::kNegate && literalSum(operand)) {
+    if (const auto value = constantInteger(expr)) {
+      expr.literalSum = tree_.make<std::int64_t>(*value);
+    }
+  }
   const bool keeps = expr.op() == op::kNot || negated(type) == type;
   if (keeps && operand.dataType != nullptr) return computedType(operand.dataType);
   return services_.symbols.elementary(keeps ? type : negated(type));
 }
 
+// The left sides of a chain, which may be long, are typed before what they are the left sides of.
+void Analyser::analyseChain(Expr& whole) {
+  std::vector<ASTNode*> waiting;
+  for (ASTNode* at = &whole; isBinary(*at->leaf(0)); at = at->leaf(0)) {
+    if (static_cast<const Expr*>(at->leaf(0))->analysed) break;
+    waiting.push_back(at);
+  }
+  for (; !waiting.empty(); waiting.pop_back()) analyseLeaf(*waiting.back(), 0);
+}
+
 vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
+  analyseChain(expr);
   const Expr& left = analyseLeaf(expr, 0);
   const Expr& right = analyseLeaf(expr, 1);
   const Meeting meeting = meet(expr);
@@ -133,8 +149,9 @@ vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
         displayName(right.dataType));
     return nullptr;
   }
-  if (isInteger(meeting.result) && isLiteralSum(expr)) {
+  if (isInteger(meeting.result) && literalSum(left) && literalSum(right)) {
     if (const auto value = constantInteger(expr)) {
+      expr.literalSum = tree_.make<std::int64_t>(*value);
       return services_.symbols.elementary(typeThatHolds(*value, meeting.result));
     }
   }

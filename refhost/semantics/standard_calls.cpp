@@ -81,9 +81,8 @@ vel::SymbolDataType* Analyser::callOperation(Call& call) {
   const ASTNode& list = *call.leaf(1);
   const int count = list.leavesCount();
   const auto join = [&](Expression::Operator op, ASTNode* left, ASTNode* right) {
-    Expr* const expr = tree_.make<Expr>(op);
+    Expr* const expr = tree_.makeBinary(op, left, right);
     TreeBuilder::setSpan(*expr, call.pos(), TreeBuilder::source(call));
-    tree_.setLeaves(*expr, {left, right});
     return expr;
   };
   ASTNode* whole = list.leaf(0);

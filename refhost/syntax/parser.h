@@ -11,7 +11,8 @@
 namespace refhost {
 
 // Expressions and statements nested deeper than this are refused with an error, so
-// that no walk over a tree runs out of stack. Parentheses count; lists do not.
+// that no walk over a tree runs out of stack. Parentheses count; lists do not, nor do the left
+// sides of chains of operators, which walks follow without a call.
 constexpr int kMaxNesting = 1000;
 
 // Parses file `file` of `sources`, appends its units to `tree` and its errors to

@@ -66,6 +66,13 @@ const char* Tree::intern(std::string_view text) {
   return copy;
 }
 
+Expr* Tree::makeBinary(Expression::Operator op, ASTNode* left, ASTNode* right) {
+  Expr* const expr = make<Expr>(op);
+  setLeaves(*expr, {left, right});
+  expr->chain = isBinary(*left) ? static_cast<const Expr*>(left)->chain + 1 : 1;
+  return expr;
+}
+
 const LiteralValue& Tree::keep(LiteralValue value) {
   return literals_.emplace_back(std::move(value));
 }

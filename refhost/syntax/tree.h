@@ -142,10 +142,21 @@ class Expr final : public ::Expression {
 
   Access access = Access::None;
   bool analysed = false;
+  // Of a binary operator: those on its left side that are written one behind the other, and it.
+  std::uint32_t chain = 0;
   // Set by the analysis: the type (null: none) and what a Variable or a Member names.
   vel::SymbolDataType* dataType = nullptr;
   vel::Symbol* symbol = nullptr;
+  const std::int64_t* literalSum = nullptr;  // its value, of an operator where it is one
 };
+
+// Operators of a chain that are computed one inside the other; of a longer one the first so many
+// are computed before the next.
+constexpr std::uint32_t kChainPiece = 32;
+
+inline bool isBinary(const ASTNode& node) {
+  return node.type() == vel::ASTType::Expression && static_cast<const Expr&>(node).chain != 0;
+}
 
 class Literal final : public ::ConstantValue {
  public:
@@ -270,6 +281,8 @@ class Tree {
   void setLeaves(ASTNode& node, std::initializer_list<ASTNode*> leaves);
   // A zero-terminated copy that lives as long as the tree; equal texts share one.
   const char* intern(std::string_view text);
+  // A binary operator, with its place in a chain.
+  Expr* makeBinary(Expression::Operator op, ASTNode* left, ASTNode* right);
   // Keeps a value for a Literal to refer to.
   const LiteralValue& keep(LiteralValue value);
   // Room in the arena for the leaves of one node; null for none.

@@ -206,7 +206,13 @@ Value TreeFactory::unary(Expression::Operator op, Span span, Value value) {
 }
 
 Value TreeFactory::binary(Expression::Operator op, Span span, Value left, Value right) {
-  return expression(op, span, {operand(left), operand(right)});
+  left = operand(left);
+  right = operand(right);
+  Expr* const node = tree_.makeBinary(op, left.node, right.node);
+  vel::TreeBuilder::setSpan(*node, vel::TextLocation(file_, span.begin), textOf(span));
+  if (node->chain <= kChainPiece) return {node, higher(span, std::max(left.height, right.height))};
+  // What stands in a piece behind the first is no deeper than the piece is long.
+  return {node, std::max(left.height, higher(span, right.height + kChainPiece))};
 }
 
 Value TreeFactory::call(Span span, Value callee, Span parameters, NodeList arguments) {
