@@ -33,13 +33,26 @@ struct Qualifiers {
   bool retain;
 };
 
+// Copied by words: the parser copies what it has just written, and a read of both words at
+// once would have to wait until they are out of the processor's store buffer.
 union SemanticValue {
+  SemanticValue() : words{} {}
+  SemanticValue(const SemanticValue& other) : words{other.words[0], other.words[1]} {}
+  SemanticValue& operator=(const SemanticValue& other) {
+    if (this == &other) return *this;
+    words[0] = other.words[0];
+    words[1] = other.words[1];
+    return *this;
+  }
+
+  std::uint64_t words[2];
   Value value;
   NodeList list;
   VarSection section;
   Qualifiers qualifiers;
   Edge edge;
 };
+static_assert(sizeof(SemanticValue) == 2 * sizeof(std::uint64_t));
 
 class TreeFactory {
  public:
