@@ -21,7 +21,9 @@ bool convertsToItself(std::string_view name) {
 }  // namespace
 
 OperatorManager::OperatorManager(InternalInterface* ii) : ii_(ii) {
-  operators_.max_load_factor(0.5F);
+  constexpr std::size_t kExpected = 520;
+  operators_.max_load_factor(0.25F);
+  operators_.reserve(kExpected);
   registerAllOperators();
 }
 
