@@ -41,7 +41,8 @@ std::string differences(const std::string& actual, const std::string& expected) 
   std::istringstream have(actual);
   std::istringstream want(expected);
   std::string result;
-  for (std::string is, should; std::getline(have, is) && std::getline(want, should);) {
+  for (std::string is, should; std::getline(want, should);) {
+    if (!std::getline(have, is)) is = "nothing";
     if (is != should)
       result += fmt::format("{}, expected {}\n", is, should.substr(should.find('=') + 2));
   }
