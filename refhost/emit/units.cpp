@@ -178,7 +178,8 @@ void CGenerator::appendStructure(const UnitSymbol& unit, std::string& out) const
   if (empty) out += "  u8 vel_empty;\n";
   out += "};\n";
   if (unit.type() == POUType::Program) {
-    out += fmt::format("static struct {} {};\n", unit.cName, unit.cData);
+    // Nothing needs to use what only the platform sets or shows.
+    out += fmt::format("static struct {} {} __attribute__((unused));\n", unit.cName, unit.cData);
   }
 }
 
