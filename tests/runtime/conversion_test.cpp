@@ -21,8 +21,9 @@ struct Type {
   void (*print)(T, char*);
   void (*printWide)(T, u16*);
 };
-#define TYPE(name, type) \
-  constexpr Type<type> k##name{read_##name, read_wide_##name, print_##name, print_wide_##name};
+#define TYPE(name, type)                                                                     \
+  [[maybe_unused]] constexpr Type<type> k##name{read_##name, read_wide_##name, print_##name, \
+                                                print_wide_##name};
 FOR_EACH_TYPE(TYPE)
 
 std::basic_string<u16> widened(const std::string& text) { return {text.begin(), text.end()}; }
