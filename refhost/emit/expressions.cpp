@@ -35,6 +35,10 @@ const char* cOperator(Expression::Operator op) {
       return "^";
     case op::kOr:
       return "|";
+    case op::kAndThen:
+      return "&&";
+    case op::kOrElse:
+      return "||";
     default:
       return operatorText(op);
   }

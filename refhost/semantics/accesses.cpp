@@ -85,6 +85,10 @@ vel::SymbolDataType* Analyser::typeAccess(Expr& expr) {
       return typeMember(expr);
     case Expr::Access::Bit:
       return typeBit(expr);
+    case Expr::Access::Part:
+      analyseLeaf(expr, 0);
+      say(expr, message::kNotSupported, "Parts of a value other than its bits (%X) are");
+      return nullptr;
     case Expr::Access::Element:
       return typeElement(expr);
     default:

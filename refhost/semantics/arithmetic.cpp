@@ -29,6 +29,10 @@ BasicDataType besideType(const ASTNode& node, BasicDataType own, BasicDataType o
   return widens(own, other) ? other : own;
 }
 
+bool canBeTruth(BasicDataType type) {
+  return type == BasicDataType::Bool || type == BasicDataType::None;
+}
+
 BasicDataType knownType(const ASTNode& operand) {
   if (operand.type() != vel::ASTType::Expression) return BasicDataType::None;
   return valueType(static_cast<const Expr&>(operand).dataType);
@@ -168,6 +172,10 @@ const char* operatorText(Expression::Operator op) {
       return "XOR";
     case op::kOr:
       return "OR";
+    case op::kAndThen:
+      return "AND_THEN";
+    case op::kOrElse:
+      return "OR_ELSE";
     default:
       return "";
   }
@@ -179,6 +187,8 @@ Meeting meet(const Expr& binary) {
   const ASTNode& rightNode = *binary.leaf(1);
   BasicDataType left = typeOf(leftNode);
   BasicDataType right = typeOf(rightNode);
+  const bool stopsEarly = op == op::kAndThen || op == op::kOrElse;
+  if (stopsEarly && !(canBeTruth(left) && canBeTruth(right))) return {};
   const auto result = [op](Kind kind, BasicDataType operands) {
     return Meeting{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
   };

@@ -116,6 +116,7 @@ bool isWritable(const Expr& place) {
     case Expr::Access::Element:
       return valueType(base()->dataType) == BasicDataType::Pointer || isWritable(*base());
     case Expr::Access::Bit:
+    case Expr::Access::Part:
       return isWritable(*base());
     case Expr::Access::Dereference:
       return true;

@@ -12,9 +12,9 @@ constexpr std::string_view kStatementStarts[] = {"IF",   "CASE",     "FOR",    "
                                                  "EXIT", "CONTINUE", "RETURN", "';'"};
 constexpr std::string_view kExpressionStarts[] = {
     "identifier", "direct address", "integer", "number", "literal", "'('", "'-'", "'+'", "NOT"};
-constexpr std::string_view kOperators[] = {"OR",  "XOR", "AND",  "'='",  "'<>'",
-                                           "'<'", "'>'", "'<='", "'>='", "'+'",
-                                           "'-'", "'*'", "'/'",  "MOD",  "'**'"};
+constexpr std::string_view kOperators[] = {"OR",   "OR_ELSE", "XOR", "AND",  "AND_THEN", "'='",
+                                           "'<>'", "'<'",     "'>'", "'<='", "'>='",     "'+'",
+                                           "'-'",  "'*'",     "'/'", "MOD",  "'**'"};
 constexpr std::string_view kOperatorNames[] = {"AND", "OR", "XOR", "MOD"};
 // What can follow a variable beside an operator.
 constexpr std::string_view kAccesses[] = {"'.'", "'['", "'^'", "'('"};

@@ -65,9 +65,9 @@ static constexpr Value kNone{nullptr, 0};
 %precedence FIRST
 %precedence error
 
-%left OR
+%left OR OR_ELSE
 %left XOR
-%left AND
+%left AND AND_THEN
 %left '=' NOT_EQUAL
 %left '<' '>' LESS_EQUAL GREATER_EQUAL
 %left '+' '-'
@@ -531,8 +531,10 @@ step:
 expression:
   operand
 | expression OR expression             { $$ = make.binary(op::kOr, @$, $1, $3); }
+| expression OR_ELSE expression        { $$ = make.binary(op::kOrElse, @$, $1, $3); }
 | expression XOR expression            { $$ = make.binary(op::kXor, @$, $1, $3); }
 | expression AND expression            { $$ = make.binary(op::kAnd, @$, $1, $3); }
+| expression AND_THEN expression       { $$ = make.binary(op::kAndThen, @$, $1, $3); }
 | expression '=' expression            { $$ = make.binary(op::kEqual, @$, $1, $3); }
 | expression NOT_EQUAL expression      { $$ = make.binary(op::kNotEqual, @$, $1, $3); }
 | expression '<' expression            { $$ = make.binary(op::kLess, @$, $1, $3); }
@@ -577,6 +579,7 @@ variable:
   IDENTIFIER                   { $$ = make.variable(@1); }
 | DIRECT_ADDRESS               { $$ = make.variable(@1); }
 | variable '.' INTEGER         { $$ = make.bit(@$, $1, @3); }
+| variable '.' DIRECT_ADDRESS  { $$ = make.part(@$, $1, @3); }
 | access
 ;
 

@@ -120,6 +120,8 @@ constexpr auto kNotEqual = static_cast<Expression::Operator>(51);
 constexpr auto kAnd = static_cast<Expression::Operator>(52);
 constexpr auto kXor = static_cast<Expression::Operator>(53);
 constexpr auto kOr = static_cast<Expression::Operator>(54);
+constexpr auto kAndThen = static_cast<Expression::Operator>(55);
+constexpr auto kOrElse = static_cast<Expression::Operator>(56);
 // Initial values of several parts, whose type is that of what they are given to.
 constexpr auto kArrayValue = static_cast<Expression::Operator>(60);   // [Expr...]
 constexpr auto kRepeat = static_cast<Expression::Operator>(61);       // [count Expr, Expr...]
@@ -136,6 +138,7 @@ class Expr final : public ::Expression {
     Bit,          // [base Expr], the bit in bitAccessOffset()
     Element,      // [base Expr, subscript Expr...]
     Dereference,  // [base Expr]
+    Part,         // [base Expr]: bytes or words of it, which are not supported
   };
 
   explicit Expr(Operator op) : Expression(op) {}

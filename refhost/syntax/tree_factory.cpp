@@ -147,6 +147,16 @@ Value TreeFactory::bit(Span span, Value base, Span number) {
   return finish(node, span, {base});
 }
 
+Value TreeFactory::part(Span span, Value base, Span address) {
+  constexpr std::string_view kBit = "%X";
+  if (equalFolded(textOf(address).substr(0, kBit.size()), kBit)) {
+    return bit(span, base, {address.begin + 2, address.end});
+  }
+  auto* node = tree_.make<Expr>(Expression::Typed);
+  node->access = Expr::Access::Part;
+  return finish(node, span, {base});
+}
+
 Value TreeFactory::element(Span span, Value base, NodeList subscripts) {
   auto* node = tree_.make<Expr>(Expression::Typed);
   node->access = Expr::Access::Element;

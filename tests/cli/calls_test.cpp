@@ -57,7 +57,7 @@ TEST_F(Calls, OperandsAreEvaluatedOnceFromTheLeft) {
       "FUNCTION V : INT VAR_INPUT d : INT; END_VAR V := M(d); END_FUNCTION\n"
       "FUNCTION L : INT VAR_INPUT a, b, c : INT; END_VAR L := a * 100 + b * 10 + c; END_FUNCTION\n";
   expectValues(
-      grow, "n, a, b, c, d, e, f, g, loops : INT; less : BOOL; s : STRING;",
+      grow, "n, a, b, c, d, e, f, g, h, loops : INT; less : BOOL; s : STRING;",
       "n := 1; a := L(G(n), n, G(n));\n"
       "n := 1; b := n + G(n) * 10 + n * 100;\n"
       "n := 1; c := LIMIT(0, G(n), 100) * 10 + n;\n"
@@ -65,10 +65,12 @@ TEST_F(Calls, OperandsAreEvaluatedOnceFromTheLeft) {
       "n := 1; e := MAX(n, MIN(G(n), G(n)));\n"
       "n := 1; less := n < G(n) AND G(n) = n;\n"
       "n := 1; s := CONCAT(T(n), T(n), INT_TO_STRING(n));\n"
+      "n := 1; IF n > 1 AND_THEN G(n) > 0 OR_ELSE G(n) = 3 OR_ELSE G(n) > 0 THEN h := n; END_IF;\n"
       "g := L(V(1), %MW0, V(1));\n"
       "n := 0; WHILE G(n) < 20 DO loops := loops + 1; END_WHILE;\n"
       "n := 0; IF n > 0 THEN f := 1; ELSIF G(n) > 0 THEN f := n; END_IF;",
-      "n = 1\na = 337\nb = 331\nc = 33\nd = 327\ne = 3\nf = 1\ng = 334\nloops = 8\nless = TRUE\n"
+      "n = 1\na = 337\nb = 331\nc = 33\nd = 327\ne = 3\nf = 1\ng = 334\nh = 3\nloops = 8\nless = "
+      "TRUE\n"
       "s = '233'\n");
 }
 

@@ -154,6 +154,10 @@ TEST(Analysis, TheHostNamesWhatItRefuses) {
           {"EXIT; WHILE b DO EXIT; END_WHILE; CONTINUE;",
            "2:1 error F0032 'EXIT' outside of a loop;\n"
            "2:35 error F0032 'CONTINUE' outside of a loop;"},
+          {"b := x.%X3 AND_THEN b OR_ELSE x; x.%B1 := x.%W0;",
+           "2:6 error F002B The operator 'OR_ELSE' cannot be applied to 'BOOL' and 'INT';\n"
+           "2:34 error F0007 Parts of a value other than its bits (%X) are not supported;\n"
+           "2:43 error F0007 Parts of a value other than its bits (%X) are not supported;"},
           {"x.16 := TRUE; b := x.15;", "2:1 error F0038 Bit 16 is outside of type 'INT';"},
           {"nope(1);", "2:1 error F0020 Unknown identifier 'nope';"},
           {"x(1);", "2:1 error F0025 'x' cannot be called;"},

@@ -64,8 +64,9 @@ std::string showExpression(const Expr& expr) {
   if (expr.op() == Expression::Variable) return show(expr.leaf(0));
   if (expr.op() == refhost::op::kWrapper) return "{" + leaves(expr) + "}";
   constexpr const char* kUnary[] = {"neg", "not"};
-  constexpr const char* kBinary[] = {"**", "*",  "/", "mod", "+",   "-",   "<", ">",
-                                     "<=", ">=", "=", "<>",  "and", "xor", "or"};
+  constexpr const char* kBinary[] = {"**",  "*",   "/",  "mod",      "+",      "-",
+                                     "<",   ">",   "<=", ">=",       "=",      "<>",
+                                     "and", "xor", "or", "and_then", "or_else"};
   constexpr const char* kValues[] = {"array", "repeat", "struct"};
   const int number = expr.op();
   if (number >= 60) return list(kValues[number - 60], expr);

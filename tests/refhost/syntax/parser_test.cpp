@@ -25,6 +25,8 @@ TEST(Parser, GivesExpressionsTheirPrecedence) {
   const Rows rows = {
       {"a OR b XOR c AND d = e < f + g * h ** i",
        "(or a (xor b (and c (= d (< e (+ f (* g (** h i))))))))"},
+      {"a OR b AND_THEN c = d OR_ELSE e.%X7 AND f",
+       "(or_else (or a (and_then b (= c d))) (and (bit 7 e) f))"},
       {"a ** b * c + d > e <> f & g XOR h OR i",
        "(or (xor (and (<> (> (+ (* (** a b) c) d) e) f) g) h) i)"},
       {"-a ** b ** NOT c", "(** (** (neg a) b) (not c))"},
