@@ -76,4 +76,4 @@ static void scan(void) {
   station.elapsed = (i32)((u32)station.scans * 100);
 }
 
-const struct scan_program by_hand = {init, scan, &station, sizeof station};
+const struct scan_program by_hand = {init, scan, {{&station, sizeof station}}};

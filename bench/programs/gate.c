@@ -1,35 +1,21 @@
 /* examples/gate_iec.st and examples/gate_letters.st by hand. The latter, with GATE_LAMP,
  * shows in a bit of D11 that the motor runs. */
+#include "bench/programs/local_io.h"
 #include "bench/programs/scan_pair.h"
 #include "velrt.h"
 
-/* Bits of the inputs and outputs, and the byte of %MW10 or D10. */
-enum { INPUTS = 131072, OUTPUTS = 139264 };
+/* The byte of %MW10 or D10. */
 #ifdef GATE_LAMP
 enum { RUNS = 3092 };
 #else
 enum { RUNS = 20 };
 #endif
+enum { LAMPS = 8 }; /* the first of the four */
 
 static struct {
   u8 opened;
   u8 closed;
 } gate VARIABLES;
-
-static u8 read_now(u32 input) {
-  __platform_api.UPDATEINPUT(input, 1);
-  return gbit(INPUTS + input);
-}
-
-static void write_now(u32 output, u8 value) {
-  sbit(OUTPUTS + output, value);
-  __platform_api.UPDATEOUTPUT(output, 1);
-}
-
-static void write_lamps(u32 value) {
-  mset(OUTPUTS + 8, 4, 1, value);
-  __platform_api.UPDATEOUTPUT(8, 4);
-}
 
 static void init(void) { gate.opened = gate.closed = 0; }
 
@@ -42,11 +28,11 @@ static void scan(void) {
     if (!gbit(OUTPUTS)) VEL_MEM(u16, RUNS) = (u16)(VEL_MEM(u16, RUNS) + 1);
     write_now(1, 0);
     write_now(0, 1);
-    write_lamps(0xFF);
+    fill_now(LAMPS, 4, 1);
   } else {
     write_now(0, 0);
     write_now(1, !gate.closed);
-    write_lamps(0);
+    fill_now(LAMPS, 4, 0);
   }
 #ifdef GATE_LAMP
   sbit(8 * (RUNS + 2), gbit(OUTPUTS) | gbit(OUTPUTS + 1));
@@ -54,4 +40,4 @@ static void scan(void) {
   if (VEL_MEM(u16, RUNS) > 1000) mset(RUNS, 2, 0, 0);
 }
 
-const struct scan_program by_hand = {init, scan, &gate, sizeof gate};
+const struct scan_program by_hand = {init, scan, {{&gate, sizeof gate}}};

@@ -12,11 +12,15 @@ extern "C" {
 /* Of the object that holds a program's variables. */
 #define VARIABLES __attribute__((aligned(64)))
 
+struct scan_variables {
+  const void* at;
+  size_t size; /* in bytes */
+};
+
 struct scan_program {
   void (*init)(void);
   void (*scan)(void);
-  const void* variables;
-  size_t size; /* of the variables, in bytes */
+  struct scan_variables variables[2]; /* of a second PROGRAM too, if there is one */
 };
 
 extern const struct scan_program translated;

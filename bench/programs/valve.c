@@ -20,4 +20,4 @@ static void scan(void) {
   valve.volts = (f32)valve.opening / 10.0f;
 }
 
-const struct scan_program by_hand = {init, scan, &valve, sizeof valve};
+const struct scan_program by_hand = {init, scan, {{&valve, sizeof valve}}};
