@@ -26,6 +26,7 @@ constexpr MessageFormat kLiteralRange      {0xF0004, Severity::Error, "The liter
 constexpr MessageFormat kUnterminated      {0xF0005, Severity::Error, "Unterminated %s;"};
 constexpr MessageFormat kNestingTooDeep    {0xF0006, Severity::Error, "Nested deeper than %s levels;"};
 constexpr MessageFormat kNotSupported      {0xF0007, Severity::Error, "%s not supported;"};
+constexpr MessageFormat kTypeNotSupported  {0xF0007, Severity::Error, "The type '%s' is not supported;"};
 constexpr MessageFormat kTooManyErrors     {0xF0008, Severity::Error, "Too many errors: the rest of the file is not read;"};
 constexpr MessageFormat kNoCaseLabel       {0xF0009, Severity::Error, "A statement of a CASE stands before its first label;"};
 constexpr MessageFormat kNoEffect          {0xF000A, Severity::Warning, "%s has no effect;"};

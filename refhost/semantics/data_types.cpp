@@ -3,6 +3,7 @@
 
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/syntax/left_out.h"
 #include "refhost/syntax/literal.h"
 
 namespace refhost {
@@ -131,7 +132,10 @@ Analyser::ResolvedType Analyser::resolveName(const TypeSpec& spec) {
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
   unitNamed(spec.name);
   Type* const type = services_.symbols.dataType(spec.name);
-  if (type == nullptr) sayUnknown(spec, message::kUnknownType, spec.name);
+  if (type == nullptr) {
+    const bool standard = isLeftOutType(spec.name);
+    sayUnknown(spec, standard ? message::kTypeNotSupported : message::kUnknownType, spec.name);
+  }
   return {type, nullptr};
 }
 

@@ -13,10 +13,9 @@ class ExpectedTokens {
   void add(std::string_view name);
   // "a, b or c"; what many tokens can begin or go on with is named as a whole.
   std::string text() const;
-
- private:
   bool has(std::string_view name) const;
 
+ private:
   std::vector<std::string_view> names_;
 };
 

@@ -287,6 +287,11 @@ members:
 | members member        { $$ = make.append($1, $2); }
 | members ';'           { $$ = $1; }
 | members error ';'     { $$ = $1; yyerrok; }
+| members names error ';'
+    {
+      yyerrok;
+      $$ = make.append($1, make.varDecl(@2, $2, kNone, kNone, kNone));
+    }
 | members names ':' error ';'
     {
       yyerrok;
@@ -644,6 +649,7 @@ void Parser::report_syntax_error(const context& found) const {
   const int count = found.expected_tokens(kinds, YYNTOKENS);
   ExpectedTokens expected;
   for (int i = 0; i < count; ++i) expected.add(symbol_name(kinds[i]));
+  if (tokens.refuses(found.location(), expected)) return;
   errors.unexpected(found.location(), expected.text());
 }
 

@@ -1,10 +1,15 @@
 #include "refhost/syntax/left_out.h"
 
+#include <algorithm>
+#include <cctype>
+#include <iterator>
 #include <string>
 
 #include "grammar.h"
 #include "refhost/services/folded.h"
 #include "refhost/syntax/blocks.h"
+#include "refhost/syntax/expected_tokens.h"
+#include "refhost/syntax/literal.h"
 #include "refhost/syntax/syntax_errors.h"
 #include "refhost/syntax/token_stream.h"
 
@@ -43,11 +48,15 @@ constexpr LeftOut kLeftOut[] = {
     {"LD", Extent::Unit, "", kRefused, kInstructions},
     {"LDN", Extent::Unit, "", kRefused, kInstructions},
     {"CAL", Extent::Unit, "", kRefused, kInstructions},
+    {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
     {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
     // Of interest to others than the program.
     {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
     {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
 };
+
+constexpr std::string_view kLeftOutTypes[] = {"CHAR",         "WCHAR", "LDATE",         "LTOD",
+                                              "LTIME_OF_DAY", "LDT",   "LDATE_AND_TIME"};
 
 // Null when no construct begins with the word.
 const LeftOut* leftOut(std::string_view word) {
@@ -69,6 +78,11 @@ bool beginsOperand(int kind) {
 }
 
 }  // namespace
+
+bool isLeftOutType(std::string_view name) {
+  return std::any_of(std::begin(kLeftOutTypes), std::end(kLeftOutTypes),
+                     [name](std::string_view type) { return equalFolded(type, name); });
+}
 
 // The construct that `token` begins here and that is to be left out; null for none.
 const LeftOut* TokenStream::leftOutAt(const Token& token) {
@@ -97,6 +111,73 @@ void TokenStream::takeUnknownBlock(Token& token) {
   if (ahead(1).kind != Kind::IDENTIFIER || (ahead(2).kind != ':' && ahead(2).kind != ',')) return;
   errors_.add(token.span, message::kNotSupported, std::string(word) + " blocks are");
   token.kind = Kind::VAR;
+}
+
+// A union is taken for a structure, and a reference for what it refers to: what they are used
+// for is checked all the same.
+void TokenStream::takeUnknownType(Token& token) {
+  if (token.kind != Kind::IDENTIFIER || (previous_ != ':' && previous_ != Kind::OF)) return;
+  const std::string_view word = textOf(token);
+  if (equalFolded(word, "UNION") && ahead(1).kind == Kind::IDENTIFIER) {
+    errors_.add(token.span, *kRefused, "Unions (UNION) are");
+    token.kind = Kind::STRUCT;
+  } else if (equalFolded(word, "REFERENCE") && ahead(1).kind == Kind::TO) {
+    errors_.add(token.span, *kRefused, "References (REFERENCE TO) are");
+    scan(token);
+    scan(token);
+  }
+}
+
+// The word that ends before `offset`, blanks between them left out; empty for none.
+Span TokenStream::wordBefore(std::uint32_t offset) const {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  const auto isWord = [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+  };
+  while (offset > 0 && isBlank(text_[offset - 1])) --offset;
+  std::uint32_t begin = offset;
+  while (begin > 0 && isWord(text_[begin - 1])) --begin;
+  return {begin, offset};
+}
+
+// `name: statement`, rather than a declaration among the statements.
+bool TokenStream::beginsLabel(Span name) {
+  if (name.begin == name.end || (name.begin > 0 && text_[name.begin - 1] == '.')) return false;
+  const int next = ahead(1).kind;
+  if (next == Kind::IDENTIFIER) {
+    return ahead(2).kind != ';' && !namesLiteralType(textOf(ahead(1)));
+  }
+  const bool jumps = next == Kind::EXIT || next == Kind::CONTINUE || next == Kind::RETURN;
+  return jumps || (isStructural(next) && next != Kind::STRUCT);
+}
+
+bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
+  const std::string_view text = text_.substr(found.begin, found.end - found.begin);
+  const Span before = wordBefore(found.begin);
+  const bool assigns = found.end < text_.size() && text_[found.end] == '=';
+  const bool declares = inUnit() && inDeclarations();
+  const char* what = nullptr;
+  if (text == ":=" && expected.has("';'") && expected.has("'*'") && !expected.has("END_REPEAT")) {
+    what = "Chained assignments are";
+  } else if (assigns && expected.has("':='") &&
+             (equalFolded(text, "S") || equalFolded(text, "R"))) {
+    what = "Set and reset assignments (S=, R=) are";
+  } else if (assigns && expected.has("':='") && equalFolded(text, "REF")) {
+    what = "Reference assignments (REF=) are";
+  } else if (text == "*" && declares && (ahead(1).kind == ']' || ahead(1).kind == ',')) {
+    what = "Arrays of any bounds (ARRAY[*]) are";
+  } else if (equalFolded(text, "AT") && declares && blocks_.back().opener == Kind::STRUCT) {
+    what = "Addresses of members (AT) are";
+  } else if (text == "(" && equalFolded(textOf({0, before}), "RETURN")) {
+    what = "RETURN with a value is";
+  } else if (text == ":" && !declares && expected.has("':='") && beginsLabel(before)) {
+    found = before;
+    what = "Labels are";
+    // What is labelled is a statement of its own.
+    ahead_.push_front({';', {found.end, found.end}});
+  }
+  if (what != nullptr) errors_.notSupported(found, what);
+  return what != nullptr;
 }
 
 void TokenStream::skip(Token& token, const LeftOut& construct) {

@@ -24,4 +24,7 @@ struct LeftOut {
   const char* what;
 };
 
+// A type of the standard that no variable can have; a program may declare one of its name.
+bool isLeftOutType(std::string_view name);
+
 }  // namespace refhost

@@ -259,6 +259,8 @@ LiteralError parseLiteral(std::string_view text, LiteralValue& out) {
   return literal::parseString(text, isWide, out);
 }
 
+bool namesLiteralType(std::string_view name) { return findType(name) != nullptr; }
+
 bool parseIntegerLiteral(std::string_view text, bool& negative, std::uint64_t& magnitude) {
   // Most texts asked about are names or calls, which need no closer look.
   if (text.empty() || looksReal(text) || text.find_first_of("('\"") != std::string_view::npos) {

@@ -48,6 +48,9 @@ enum class LiteralError : std::uint8_t {
 // Parses the whole of `text`, sign included. On failure `out` is unspecified.
 LiteralError parseLiteral(std::string_view text, LiteralValue& out);
 
+// The name stands in front of the '#' of literals: an elementary type, or short for one.
+bool namesLiteralType(std::string_view name);
+
 // The value of an integer literal (based, typed, signed, with underscores) in the
 // same terms as LiteralValue; false for every other text.
 bool parseIntegerLiteral(std::string_view text, bool& negative, std::uint64_t& magnitude);

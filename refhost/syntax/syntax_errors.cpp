@@ -69,6 +69,12 @@ void SyntaxErrors::unexpected(Span found, std::string_view expected) {
   syntax(found, what);
 }
 
+void SyntaxErrors::notSupported(Span at, std::string_view construct) {
+  if (at.begin < nextOffset_) return;
+  nextOffset_ = at.begin + 1;
+  add(at, message::kNotSupported, construct);
+}
+
 void SyntaxErrors::tooDeep(Span at) {
   if (tooDeepSaid_) return;
   tooDeepSaid_ = true;

@@ -24,6 +24,9 @@ class SyntaxErrors {
   // The same for a token that is not the `expected` one.
   void unexpected(Span found, std::string_view expected);
 
+  // In place of a syntax error: a construct that is not supported.
+  void notSupported(Span at, std::string_view construct);
+
   // Said once until a unit begins.
   void tooDeep(Span at);
   void beginUnit() { tooDeepSaid_ = false; }

@@ -73,10 +73,7 @@ int TokenStream::next(Span& span) {
   holding_ = false;
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
-  skipLeftOut(token);
-  takeUnknownBlock(token);
-  token.kind = kindHere(token);
-  joinEnd(token);
+  if (token.kind == Kind::IDENTIFIER) takeWord(token);
   int kind = missingBefore(token);
   if (kind != 0) {
     held_ = token;
@@ -87,6 +84,14 @@ int TokenStream::next(Span& span) {
   span = token.span;
   previous_ = kind;
   return kind;
+}
+
+void TokenStream::takeWord(Token& token) {
+  skipLeftOut(token);
+  takeUnknownBlock(token);
+  takeUnknownType(token);
+  token.kind = kindHere(token);
+  joinEnd(token);
 }
 
 int TokenStream::kindHere(const Token& token) const {
@@ -100,9 +105,13 @@ int TokenStream::kindHere(const Token& token) const {
   return token.kind;
 }
 
-// `END IF` is meant to be END_IF.
+// `END IF` is meant to be END_IF; a union ends as what it is taken for.
 void TokenStream::joinEnd(Token& token) {
-  if (token.kind != Kind::IDENTIFIER || !equalFolded(textOf(token), "END")) return;
+  if (token.kind != Kind::IDENTIFIER || !equalFolded(textOf(token).substr(0, 3), "END")) return;
+  if (equalFolded(textOf(token), "END_UNION") && isOpen(Kind::STRUCT)) {
+    token.kind = Kind::END_STRUCT;
+  }
+  if (token.span.end - token.span.begin != 3) return;
   const int opener = opensVariables(ahead(1).kind) ? int{Kind::VAR} : ahead(1).kind;
   if (!isOpen(opener)) return;
   const BlockRule& rule = ruleOf(opener);

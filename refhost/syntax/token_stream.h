@@ -17,6 +17,7 @@
 
 namespace refhost {
 
+class ExpectedTokens;
 class SyntaxErrors;
 struct LeftOut;
 
@@ -25,6 +26,10 @@ class TokenStream {
   TokenStream(std::string_view text, SyntaxErrors& errors);
 
   int next(Span& span);
+
+  // The parser could not go on at `found`, the token delivered last: reports a construct that is
+  // not supported, if it is part of one, and returns true.
+  bool refuses(Span found, const ExpectedTokens& expected);
 
  private:
   struct Token {
@@ -44,6 +49,7 @@ class TokenStream {
   std::string_view textOf(const Token& token) const {
     return text_.substr(token.span.begin, token.span.end - token.span.begin);
   }
+  void takeWord(Token& token);
   // What a word is where it stands: some are keywords in a few places only.
   int kindHere(const Token& token) const;
   int missingBefore(const Token& token);
@@ -64,6 +70,9 @@ class TokenStream {
   void skipLeftOut(Token& token);
   void skip(Token& token, const LeftOut& construct);
   void takeUnknownBlock(Token& token);
+  void takeUnknownType(Token& token);
+  Span wordBefore(std::uint32_t offset) const;
+  bool beginsLabel(Span name);
   bool inConfiguration() const;
   bool beginsInstance();
   int skipTooDeep(const Token& token, bool wholeUnit);

@@ -11,6 +11,7 @@
 #include "grammar.h"
 #include "refhost/messages.h"
 #include "refhost/services/folded.h"
+#include "refhost/syntax/left_out.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -177,8 +178,13 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
   LiteralValue value;
   const LiteralError error = parseLiteral(text, value);
   if (error != LiteralError::None) {
-    const bool isRange = error == LiteralError::OutOfRange;
-    errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
+    const std::string_view type = text.substr(0, text.find('#'));
+    if (isLeftOutType(type)) {
+      errors_.add(span, message::kTypeNotSupported, type);
+    } else {
+      const bool isRange = error == LiteralError::OutOfRange;
+      errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
+    }
     value = LiteralValue();
     value.type = BasicDataType::Undetermined;
     return tree_.keep(std::move(value));

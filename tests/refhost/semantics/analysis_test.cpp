@@ -170,6 +170,8 @@ TEST(Analysis, TheHostNamesWhatItRefuses) {
       "1:43 error F0022 Unknown type 'NoType';\n"
       "1:61 error F0036 '0' is not a string length from 1 to 32767;",
       saidOf(program("a AT %MW0: DINT; a: INT; z: NoType; q: STRING[0];", "")));
+  EXPECT_EQ("1:18 error F0007 The type 'LTOD' is not supported;",
+            saidOf(program("a: LTOD; b: Ltod;", "a := b;")));
 }
 
 TEST(Analysis, CallsOfUnitsAreChecked) {

@@ -67,6 +67,17 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:73 Syntax error: found ';', expected expression;\n",
        "(:= ([] ([] a 1 i) {f[x]}) (bit 3 (^ (. (^ b) c))))\n(call (. c d)[1])\n"
        "(call ([] a 1)[e:=2])\n(call (^ p)[])\n(:= x Color#Red)\n(:= z 1)\n"},
+      {"a S= b; c.3 R= d; e REF= f; g := h := 1; RETURN(x); y := CHAR#'a'; b : INT := 1;\n"
+       "retry: a := 1; IF b THEN again: EXIT; done: END_IF; UNTIL a := b; z := 1;",
+       "2:3 Set and reset assignments (S=, R=) are not supported;\n"
+       "2:13 Set and reset assignments (S=, R=) are not supported;\n"
+       "2:21 Reference assignments (REF=) are not supported;\n"
+       "2:36 Chained assignments are not supported;\n2:48 RETURN with a value is not supported;\n"
+       "2:58 The type 'CHAR' is not supported;\n2:70 Syntax error: found ':', expected ':=';\n"
+       "3:1 Labels are not supported;\n3:26 Labels are not supported;\n"
+       "3:39 Labels are not supported;\n3:53 Syntax error: found 'UNTIL', expected statement or "
+       "END_PROGRAM;\n",
+       "(:= y CHAR#'a')\n(:= a 1)\n(if b [(exit)])\n(:= z 1)\n"},
       {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "(:= z 1)\n"},
       {std::string("z := 1; \0\1\2", 11),
        "2:9 Syntax error: the file is not a text from here on;\n", "(:= z 1)\n"},
@@ -154,6 +165,20 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:21 Syntax error: found ';', expected type;\n"
        "1:32 Syntax error: found 'IF', expected END_STRUCT;\n",
        "(type t (struct (decl _ _ _ a) (decl INT _ _ b)) _)\n(program p _ [] [])\n"},
+      {"TYPE u : UNION a : INT; s : STRUCT OVERLAP b AT %B0, c : INT; END_STRUCT; END_UNION\n"
+       "union : INT; END_TYPE FUNCTION f : REFERENCE TO INT\n"
+       "VAR x : REFERENCE TO INT REF= y; y : ARRAY[1..2, *] OF INT; z : union; END_VAR "
+       "END_FUNCTION",
+       "1:10 Unions (UNION) are not supported;\n"
+       "1:36 Overlapping members (OVERLAP) are not supported;\n"
+       "1:46 Addresses of members (AT) are not supported;\n"
+       "2:36 References (REFERENCE TO) are not supported;\n"
+       "3:9 References (REFERENCE TO) are not supported;\n"
+       "3:26 Reference assignments (REF=) are not supported;\n"
+       "3:50 Arrays of any bounds (ARRAY[*]) are not supported;\n",
+       "(type u (struct (decl INT _ _ a) (decl (struct (decl _ _ _ b)) _ _ s)) _)\n"
+       "(type union INT _)\n"
+       "(function f INT [(var (decl INT _ _ x) (decl _ _ _ y) (decl union _ _ z))] [])\n"},
       {"", "", ""},
       {" // nothing", "", ""},
   };
