@@ -30,6 +30,7 @@ constexpr MessageFormat kTypeNotSupported  {0xF0007, Severity::Error, "The type 
 constexpr MessageFormat kTooManyErrors     {0xF0008, Severity::Error, "Too many errors: the rest of the file is not read;"};
 constexpr MessageFormat kNoCaseLabel       {0xF0009, Severity::Error, "A statement of a CASE stands before its first label;"};
 constexpr MessageFormat kNoEffect          {0xF000A, Severity::Warning, "%s has no effect;"};
+constexpr MessageFormat kKeywordName       {0xF000B, Severity::Error, "'%s' is a keyword and cannot be a name;"};
 
 constexpr MessageFormat kUnknownName       {0xF0020, Severity::Error, "Unknown identifier '%s';"};
 constexpr MessageFormat kRedeclared        {0xF0021, Severity::Error, "'%s' is already declared;"};

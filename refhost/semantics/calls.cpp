@@ -272,7 +272,8 @@ bool Analyser::orderArguments(Call& call, const std::function<int(std::string_vi
 
 vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
   call.symbol = &function;
-  call.accepted = true;
+  // What is wrong with a result's type has been said.
+  call.accepted = function.result == nullptr || function.result->dataType() != nullptr;
   takeEnabling(call, &function);
   analyseArguments(call, function);
   return function.result != nullptr ? function.result->dataType() : nullptr;

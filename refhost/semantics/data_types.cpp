@@ -128,6 +128,7 @@ Analyser::ResolvedType Analyser::resolve(ASTNode& node, const std::string& name)
 }
 
 Analyser::ResolvedType Analyser::resolveName(const TypeSpec& spec) {
+  if (spec.name[0] == '\0') return {};  // the parser has said so
   const auto declared = declaredTypes_.find(spec.name);
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
   unitNamed(spec.name);

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "grammar.h"
+#include "refhost/services/folded.h"
 
 namespace refhost {
 
@@ -38,6 +39,14 @@ int openerOf(int closer) {
   return std::find_if(std::begin(kBlocks), std::end(kBlocks),
                       [closer](const BlockRule& rule) { return rule.closer == closer; })
       ->opener;
+}
+
+int openerOf(std::string_view name) {
+  const auto* const found =
+      std::find_if(std::begin(kBlocks), std::end(kBlocks), [name](const BlockRule& rule) {
+        return equalFolded(std::string_view(rule.closerName).substr(4), name);
+      });
+  return found != std::end(kBlocks) ? found->opener : 0;
 }
 
 bool opensUnit(int kind) {

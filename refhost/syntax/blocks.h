@@ -1,6 +1,8 @@
 // The blocks of the language by the kinds of their tokens.
 #pragma once
 
+#include <string_view>
+
 namespace refhost {
 
 struct BlockRule {
@@ -14,6 +16,8 @@ struct BlockRule {
 // All blocks of variables have VAR as their opener.
 const BlockRule& ruleOf(int opener);
 int openerOf(int closer);
+// Of the block that END_`name` closes; 0 for none.
+int openerOf(std::string_view name);
 
 bool opensUnit(int kind);
 bool closesUnit(int kind);

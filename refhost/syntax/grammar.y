@@ -49,9 +49,11 @@ static constexpr Value kNone{nullptr, 0};
 %token PROGRAM END_PROGRAM FUNCTION END_FUNCTION FUNCTION_BLOCK END_FUNCTION_BLOCK
 %token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP VAR_GLOBAL VAR_EXTERNAL  // keep together
 %token END_VAR CONSTANT RETAIN NON_RETAIN PERSISTENT AT R_EDGE F_EDGE STRING WSTRING
+// Those of statements: keep together.
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
+%token NO_TYPE  // put in behind what is wrong in the place of a result's type
 %token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
@@ -127,6 +129,9 @@ return_type:
   %empty            { $$ = kNone; }
 | ':' IDENTIFIER    { $$ = make.namedType(@2); }
 | ':' unnamed_type  { $$ = $2; }
+// The unit is known all the same.
+| ':' error          { $$ = make.namedType({@1.end, @1.end}); }
+| ':' error NO_TYPE  { $$ = make.namedType({@1.end, @1.end}); }
 ;
 
 header_end:

@@ -151,7 +151,18 @@ bool TokenStream::beginsLabel(Span name) {
   return jumps || (isStructural(next) && next != Kind::STRUCT);
 }
 
+// What stands in the place of a FUNCTION's type could be taken for statements.
+void TokenStream::skipResultType() {
+  Token token;
+  do {
+    scan(token);
+  } while (token.kind != Kind::YYEOF && (token.kind == Kind::OF || !isStructural(token.kind)));
+  ahead_.push_front(token);
+  ahead_.push_front({Kind::NO_TYPE, {token.span.begin, token.span.begin}});
+}
+
 bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
+  if (inHeader_ && !isStructural(previous_)) skipResultType();
   const std::string_view text = text_.substr(found.begin, found.end - found.begin);
   const Span before = wordBefore(found.begin);
   const bool assigns = found.end < text_.size() && text_[found.end] == '=';

@@ -44,6 +44,29 @@ bool endsDeclaration(int kind) {
          kind == ']';
 }
 
+// A declaration or a value of an enumeration begins after the token.
+bool beginsName(int kind) {
+  return isStructural(kind) || kind == ',' || kind == '(' ||
+         (kind >= Kind::CONSTANT && kind <= Kind::PERSISTENT);
+}
+
+// An expression begins or goes on after the token.
+bool expectsOperand(int kind) {
+  switch (kind) {
+    case Kind::IF:
+    case Kind::ELSIF:
+    case Kind::CASE:
+    case Kind::FOR:
+    case Kind::TO:
+    case Kind::BY:
+    case Kind::WHILE:
+    case Kind::UNTIL:
+      return true;
+    default:
+      return !isStructural(kind) && !endsDeclaration(kind);
+  }
+}
+
 }  // namespace
 
 TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
@@ -73,7 +96,11 @@ int TokenStream::next(Span& span) {
   holding_ = false;
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
-  if (token.kind == Kind::IDENTIFIER) takeWord(token);
+  if (token.kind == Kind::IDENTIFIER) {
+    takeWord(token);
+  } else if (token.kind >= Kind::IF && token.kind <= Kind::RETURN) {
+    takeKeyword(token);
+  }
   int kind = missingBefore(token);
   if (kind != 0) {
     held_ = token;
@@ -94,6 +121,24 @@ void TokenStream::takeWord(Token& token) {
   joinEnd(token);
 }
 
+// A keyword of statements that is declared as a variable is reported there, and is a name
+// wherever no statement can begin or go on with it.
+void TokenStream::takeKeyword(Token& token) {
+  const std::uint32_t bit = std::uint32_t{1} << (token.kind - Kind::IF);
+  if (inUnit() && inDeclarations()) {
+    const int next = ahead(1).kind;
+    const bool declared = next == ':' || next == ',' || next == ')' || next == Kind::AT;
+    if (!declared || !beginsName(previous_)) return;
+    errors_.add(token.span, message::kKeywordName, textOf(token));
+    keywordNames_ |= bit;
+    token.kind = Kind::IDENTIFIER;
+  } else if ((keywordNames_ & bit) != 0) {
+    const int next = ahead(1).kind;
+    const bool target = next == Kind::ASSIGN || next == '.' || next == '[' || next == '^';
+    if (target || expectsOperand(previous_)) token.kind = Kind::IDENTIFIER;
+  }
+}
+
 int TokenStream::kindHere(const Token& token) const {
   if (token.kind != Kind::IDENTIFIER) return token.kind;
   const bool inVariables = inUnit() && blocks_.back().opener == Kind::VAR;
@@ -105,18 +150,24 @@ int TokenStream::kindHere(const Token& token) const {
   return token.kind;
 }
 
-// `END IF` is meant to be END_IF; a union ends as what it is taken for.
+// `END IF` and `ENDIF` are meant to be END_IF; a union ends as what it is taken for.
 void TokenStream::joinEnd(Token& token) {
   if (token.kind != Kind::IDENTIFIER || !equalFolded(textOf(token).substr(0, 3), "END")) return;
-  if (equalFolded(textOf(token), "END_UNION") && isOpen(Kind::STRUCT)) {
+  const std::string_view word = textOf(token);
+  if (equalFolded(word, "END_UNION") && isOpen(Kind::STRUCT)) {
     token.kind = Kind::END_STRUCT;
+    return;
   }
-  if (token.span.end - token.span.begin != 3) return;
-  const int opener = opensVariables(ahead(1).kind) ? int{Kind::VAR} : ahead(1).kind;
-  if (!isOpen(opener)) return;
+  const bool apart = word.size() == 3;
+  const int next = ahead(1).kind;
+  const int after = opensVariables(next) ? int{Kind::VAR} : next;
+  const int opener = apart ? after : openerOf(word.substr(3));
+  const bool isName =
+      next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous_);
+  if ((isName && !apart) || !isOpen(opener)) return;
   const BlockRule& rule = ruleOf(opener);
   errors_.unexpected(token.span, rule.closerName);
-  scan(token);
+  if (apart) scan(token);
   token.kind = rule.closer;
 }
 
@@ -271,6 +322,7 @@ void TokenStream::endHeader(int opener) {
 
 int TokenStream::openBlock(const Token& token) {
   brackets_ = 0;
+  inHeader_ = token.kind == Kind::FUNCTION;
   if (opensUnit(token.kind)) {
     errors_.beginUnit();
   } else if (!inUnit() && token.kind != Kind::VAR_GLOBAL) {
@@ -284,6 +336,7 @@ int TokenStream::openBlock(const Token& token) {
 
 int TokenStream::closeBlock(const Token& token) {
   brackets_ = 0;
+  inHeader_ = false;
   if (inUnit() && blocks_.back().opener == openerOf(token.kind)) blocks_.pop_back();
   return token.kind;
 }
@@ -357,6 +410,7 @@ int TokenStream::accept(const Token& token) {
       return token.kind;
     case ';':
       brackets_ = 0;
+      inHeader_ = false;
       return token.kind;
     case Kind::NOT:
     case '-':

@@ -28,7 +28,7 @@ class TokenStream {
   int next(Span& span);
 
   // The parser could not go on at `found`, the token delivered last: reports a construct that is
-  // not supported, if it is part of one, and returns true.
+  // not supported, if it is part of one, and returns true. Leads the parser to where it can go on.
   bool refuses(Span found, const ExpectedTokens& expected);
 
  private:
@@ -50,6 +50,7 @@ class TokenStream {
     return text_.substr(token.span.begin, token.span.end - token.span.begin);
   }
   void takeWord(Token& token);
+  void takeKeyword(Token& token);
   // What a word is where it stands: some are keywords in a few places only.
   int kindHere(const Token& token) const;
   int missingBefore(const Token& token);
@@ -71,6 +72,7 @@ class TokenStream {
   void skip(Token& token, const LeftOut& construct);
   void takeUnknownBlock(Token& token);
   void takeUnknownType(Token& token);
+  void skipResultType();
   Span wordBefore(std::uint32_t offset) const;
   bool beginsLabel(Span name);
   bool inConfiguration() const;
@@ -83,10 +85,12 @@ class TokenStream {
   std::deque<Token> ahead_;  // scanned before their turn
   int previous_ = 0;         // kind of the token delivered last
   std::vector<Block> blocks_;
-  Token held_;            // the token after those that were put in
-  bool holding_ = false;  // held_ is yet to be delivered
-  int brackets_ = 0;      // open in the statement at hand
-  int prefixes_ = 0;      // signs and NOTs in a row
+  Token held_;                      // the token after those that were put in
+  bool holding_ = false;            // held_ is yet to be delivered
+  bool inHeader_ = false;           // of a FUNCTION, or in what its first statement begins with
+  int brackets_ = 0;                // open in the statement at hand
+  int prefixes_ = 0;                // signs and NOTs in a row
+  std::uint32_t keywordNames_ = 0;  // a bit for each keyword of statements that was declared
 };
 
 }  // namespace refhost

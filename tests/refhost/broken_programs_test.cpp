@@ -69,7 +69,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
        "2:1 4:37"},
       {"FUNCTION f :\nVAR_INPUT a : INT; END_VAR\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; "
        "END_VAR a := f(1); END_PROGRAM",
-       "2:1 5:37"},
+       "2:1"},
       {"FUNCTON f : INT\nf := 1;\nEND_FUNCTION\nPROGRAM p END_PROGRAM", "1:1"},
       {"FUNCTION_BLOCK fb\nVAR_INPUT x : INT; END_VAR\nEND_FUNCTIONBLOCK\nPROGRAM p VAR f : fb; "
        "END_VAR f(x := 1); END_PROGRAM",

@@ -212,6 +212,8 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
       "1:33 error F003E The parameter 'a' cannot have an address: it stands for what a call gives "
       "it;",
       saidOf("FUNCTION F : INT VAR_INPUT a AT %MW0: INT; END_VAR F := a; END_FUNCTION"));
+  EXPECT_EQ("1:14 error F0022 Unknown type 'INTT';",
+            saidOf("FUNCTION F : INTT END_FUNCTION " + program("x: INT;", "x := F() + ABS(F());")));
   EXPECT_EQ("1:10 error F0021 'MAX' is already declared;",
             saidOf("FUNCTION MAX : INT MAX := 1; END_FUNCTION"));
   EXPECT_EQ("1:16 error F0035 The function block 'A' contains itself;",

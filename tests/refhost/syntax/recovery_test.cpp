@@ -179,6 +179,22 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "(type u (struct (decl INT _ _ a) (decl (struct (decl _ _ _ b)) _ _ s)) _)\n"
        "(type union INT _)\n"
        "(function f INT [(var (decl INT _ _ x) (decl _ _ _ y) (decl union _ _ z))] [])\n"},
+      {"FUNCTION f : ARRAY[1..] OF INT VAR a : INT; END_VAR END_FUNCTION FUNCTION g : ;\n"
+       "VAR case, b : INT; END_VAR IF b THEN g := case; ENDIF case := b; CASE b OF 1: b := 2; "
+       "ENDCASE\n"
+       "ENDFUNCTION TYPE e : (Exit, On); END_TYPE",
+       "1:23 Syntax error: found ']', expected expression;\n"
+       "1:79 Syntax error: found ';', expected STRING, WSTRING, ARRAY, POINTER, REF_TO or "
+       "identifier;\n"
+       "2:5 'case' is a keyword and cannot be a name;\n"
+       "2:49 Syntax error: found 'ENDIF', expected END_IF;\n"
+       "2:87 Syntax error: found 'ENDCASE', expected END_CASE;\n"
+       "3:1 Syntax error: found 'ENDFUNCTION', expected END_FUNCTION;\n"
+       "3:23 'Exit' is a keyword and cannot be a name;\n",
+       "(type e (of  (value Exit _) (value On _)) _)\n"
+       "(function f  [(var (decl INT _ _ a))] [])\n"
+       "(function g  [(var (decl INT _ _ case b))] [(if b [(:= g case)]) (:= case b) "
+       "(case b (of (labels 1) [(:= b 2)]))])\n"},
       {"", "", ""},
       {" // nothing", "", ""},
   };
