@@ -33,7 +33,7 @@ void CGenerator::place(const Expr& expr, std::string& out) {
       return;
     }
     vel::HeapAddress address;
-    services_.memory.parse(TreeBuilder::source(*expr.leaf(0)), address);
+    services_.memory.parse(TreeBuilder::source(expr), address);
     out += addressText(address, services_.memory.raw(address), cType(typeOf(expr)));
     return;
   }

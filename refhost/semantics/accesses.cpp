@@ -48,7 +48,7 @@ std::optional<std::int64_t> Analyser::requireConstant(ASTNode& parent, int index
 }
 
 vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
-  const char* const name = static_cast<const Text&>(*expr.leaf(0)).text();
+  const std::string_view name = TreeBuilder::source(expr);
   if (VarSymbol* const variable = variableNamed(name)) {
     expr.symbol = variable;
     // A constant's value may be asked for before its declaration's turn comes.

@@ -283,7 +283,6 @@ vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
 void Analyser::becomesAccess(Call& call) {
   Expr* const access = tree_.make<Expr>(Expression::Variable);
   TreeBuilder::setSpan(*access, call.leaf(0)->pos(), TreeBuilder::source(*call.leaf(0)));
-  tree_.setLeaves(*access, {call.leaf(0)});
   TreeBuilder::setLeaf(call, 0, access);
 }
 

@@ -50,10 +50,7 @@ Expr& Analyser::analyseLeaf(ASTNode& parent, int index) {
   if (becomesAddress(parent, index)) {
     const ASTNode& access = *parent.leaf(index);
     Expr* const address = tree_.make<Expr>(Expression::Variable);
-    Text* const text = tree_.make<Text>(tree_.intern(TreeBuilder::source(access)));
-    TreeBuilder::setSpan(*text, access.pos(), TreeBuilder::source(access));
     TreeBuilder::setSpan(*address, access.pos(), TreeBuilder::source(access));
-    tree_.setLeaves(*address, {text});
     TreeBuilder::setLeaf(parent, index, address);
   }
   auto& expr = static_cast<Expr&>(*parent.leaf(index));

@@ -82,7 +82,6 @@ void Analyser::repeatByName(Expr& list, int index) {
   if (variable == nullptr || !variable->constant) return;
   Expr* const count = tree_.make<Expr>(Expression::Variable);
   TreeBuilder::setSpan(*count, call.leaf(0)->pos(), name);
-  tree_.setLeaves(*count, {call.leaf(0)});
   std::vector<ASTNode*> leaves{count};
   for (int i = 0; i < call.leaf(1)->leavesCount(); ++i) leaves.push_back(call.leaf(1)->leaf(i));
   Expr* const repeat = tree_.make<Expr>(op::kRepeat);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <limits>
 #include <memory>
 #include <system_error>
@@ -56,9 +57,14 @@ int SourceManager::load(const std::string& path, std::string& error) {
     return -1;
   }
   std::string text;
+  std::error_code unknown;
+  const std::uintmax_t expected = std::filesystem::file_size(path, unknown);
+  // One more, to see the end of the file.
+  if (!unknown && expected <= kMaxFileSize) text.reserve(static_cast<std::size_t>(expected) + 1);
   for (;;) {
     const std::size_t size = text.size();
-    text.resize(size + std::max(kReadSize, size / 2));
+    const std::size_t room = text.capacity() - size;
+    text.resize(size + (room > 0 ? room : std::max(kReadSize, size / 2)));
     const std::size_t got = std::fread(&text[size], 1, text.size() - size, file.get());
     const int code = errno;
     text.resize(size + got);

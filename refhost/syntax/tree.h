@@ -128,7 +128,7 @@ constexpr auto kRepeat = static_cast<Expression::Operator>(61);       // [count 
 constexpr auto kStructValue = static_cast<Expression::Operator>(62);  // [Argument...]
 }  // namespace op
 
-// Leaves by operator: Constant [Literal]; Variable [Text], a name or a direct
+// Leaves by operator: Constant [Literal]; Variable none, its text is a name or a direct
 // address such as `%IX0.3`; Typed as `access` says; the others as in namespace op.
 class Expr final : public ::Expression {
  public:

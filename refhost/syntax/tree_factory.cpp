@@ -124,7 +124,7 @@ Value TreeFactory::expression(Expression::Operator op, Span span,
 }
 
 Value TreeFactory::variable(Span span) {
-  return expression(Expression::Variable, span, {name(span)});
+  return expression(Expression::Variable, span, {});
 }
 
 Value TreeFactory::member(Span span, Value base, Span memberSpan) {

@@ -61,7 +61,7 @@ std::string showExpression(const Expr& expr) {
   const auto access = static_cast<std::size_t>(expr.access);
   if (expr.access != Expr::Access::None) return list(kAccesses[access], expr);
   if (expr.op() == Expression::Constant) return sourceOf(*expr.leaf(0));
-  if (expr.op() == Expression::Variable) return show(expr.leaf(0));
+  if (expr.op() == Expression::Variable) return sourceOf(expr);
   if (expr.op() == refhost::op::kWrapper) return "{" + leaves(expr) + "}";
   constexpr const char* kUnary[] = {"neg", "not"};
   constexpr const char* kBinary[] = {"**",  "*",   "/",  "mod",      "+",      "-",
