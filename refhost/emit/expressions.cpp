@@ -87,6 +87,12 @@ bool isCastOrCall(const Expr& expr) {
   return divides || !wrapsByItself(meeting.operands);
 }
 
+// C complements the small types as an int, and gcc warns where that is compared, cast or not.
+bool isComplementCall(const Expr& expr) {
+  const BasicDataType type = typeOf(expr);
+  return expr.op() == op::kNot && (type == BasicDataType::USInt || type == BasicDataType::UInt);
+}
+
 // Its C text binds tighter than every binary operator.
 bool isPrimary(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
@@ -100,7 +106,7 @@ bool isPrimary(const ASTNode& node) {
     case op::kWrapper:
       return static_cast<const Call*>(expr.leaf(0))->op == nullptr;
     default:
-      return isCastOrCall(expr);
+      return isCastOrCall(expr) || isComplementCall(expr);
   }
 }
 
@@ -197,6 +203,11 @@ void CGenerator::unary(const Expr& expr, std::string& out) {
   const ASTNode& inner = *expr.leaf(0);
   const BasicDataType type = typeOf(expr);
   if (expr.op() == op::kNot) {
+    if (isComplementCall(expr)) {
+      out +=
+          fmt::format("vel_not_{}({})", cType(type), expressionText(const_cast<ASTNode*>(&inner)));
+      return;
+    }
     if (type == BasicDataType::Bool || type == BasicDataType::None) {
       out += '!';
     } else {

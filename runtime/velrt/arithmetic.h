@@ -35,6 +35,12 @@ static inline u16 vel_mod_u16(u16 a, u16 b) { return (u16)(b == 0 ? 0 : a % b); 
 static inline u32 vel_mod_u32(u32 a, u32 b) { return b == 0 ? 0 : a % b; }
 static inline u64 vel_mod_u64(u64 a, u64 b) { return b == 0 ? 0 : a % b; }
 
+/* ---- Complement ------------------------------------------------------------- */
+
+/* All bits of `x` the other way round. */
+static inline u8 vel_not_u8(u8 x) { return (u8)~x; }
+static inline u16 vel_not_u16(u16 x) { return (u16)~x; }
+
 /* ---- Power ------------------------------------------------------------------ */
 
 /* `base` to the power of `exponent`. Anything to the power of 0 is 1; a negative

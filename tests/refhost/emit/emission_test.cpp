@@ -30,6 +30,8 @@ TEST(Emission, StatementsBecomeC) {
       {"m := m + 1;", "VEL_MEM(i16, 4) = (i16)(VEL_MEM(i16, 4) + 1);"},
       {"o := %IX0.0;", "sbit(139265, gbit(131072));"},
       {"i.3 := i.4;", "vsbit(self->i, 3, vgbit((self->i, 4)));"},
+      {"b := NOT bt = 16#F0 AND NOT i = 5;",
+       "self->b = (vel_not_u8(self->bt) == 240) & (((i16)~self->i) == 5);"},
       {"i.%X3 := b AND_THEN c;", "vsbit(self->i, 3, self->b && self->c);"},
       {"i := j + limit(0, i, 100);", "self->i = (i16)(self->j + (LIMIT((0), (self->i), (100))));"},
       {"i := MAX(MIN(i, j), 3);", "self->i = MAX((MIN((self->i), (self->j))), (3));"},
