@@ -36,7 +36,7 @@ bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
         dynamic_cast<const NamedValue*>(expr.symbol) != nullptr) {
       return false;
     }
-    const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);
+    const auto* const variable = asVariable(expr.symbol);
     return variable == nullptr || variable->owner != &function || variable->iecAddress().area != 0;
   });
 }

@@ -36,7 +36,7 @@ void CGenerator::initialiseOnce(const VarSymbol& variable) {
 void CGenerator::initialiseConstants(const vel::ASTNode& value, const VarSymbol& of) {
   anyNode(value, [&](const vel::ASTNode& node) {
     if (node.type() != vel::ASTType::Expression) return false;
-    const auto* const named = dynamic_cast<const VarSymbol*>(static_cast<const Expr&>(node).symbol);
+    const auto* const named = asVariable(static_cast<const Expr&>(node).symbol);
     const bool before =
         named != nullptr && named->constant && named->owner == of.owner && named->role == of.role;
     if (before) initialiseOnce(*named);

@@ -22,7 +22,7 @@ void CGenerator::place(const Expr& expr, std::string& out) {
     return;
   }
   if (expr.op() == Expression::Variable) {
-    if (const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol)) {
+    if (const auto* const variable = asVariable(expr.symbol)) {
       // A default that names a constant of the function that is called.
       if (variable->constant && variable->initial != nullptr && variable->owner != unit_ &&
           variable->owner->type() == vel::POUType::Function) {
@@ -56,7 +56,7 @@ void CGenerator::place(const Expr& expr, std::string& out) {
     if (!text) out += ')';
     return;
   }
-  if (const auto* const member = dynamic_cast<const VarSymbol*>(expr.symbol)) {
+  if (const auto* const member = asVariable(expr.symbol)) {
     appendOwner(base, out);
     out += member->cName;
   }
@@ -120,7 +120,6 @@ std::string CGenerator::reference(const VarSymbol& variable) {
   if (address.area != 0) {
     return addressText(address, variable.backendAddress(), cType(valueType(variable.dataType())));
   }
-  used_.insert(&variable);
   const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
   const bool indirect =
       !text && (variable.role == Role::InOut || (variable.role == Role::Output &&
@@ -130,9 +129,14 @@ std::string CGenerator::reference(const VarSymbol& variable) {
   if (variable.owner == services_.symbols.globals()) {
     return variable.owner->cData + "." + variable.cName;
   }
-  if (member) usesSelf_ = true;
-  std::string name = variable.cName;
-  if (member) name.insert(0, "self->");
+  std::string name;
+  if (member) {
+    usesSelf_ = true;
+    name = "self->";
+  } else {
+    used_.insert(&variable);
+  }
+  name += variable.cName;
   return indirect ? "(*" + name + ")" : std::move(name);
 }
 

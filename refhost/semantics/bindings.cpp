@@ -1,6 +1,15 @@
 #include "refhost/semantics/bindings.h"
 
 namespace refhost {
+
+int namedArguments(const ASTNode& list) {
+  int named = 0;
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    if (kindOf(*list.leaf(i)) == NodeKind::Argument) ++named;
+  }
+  return named;
+}
+
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
   std::vector<VarSymbol*> positions;
   for (const auto& variable : unit.variables()) {

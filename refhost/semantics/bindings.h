@@ -15,6 +15,9 @@ struct Binding {
   const Argument* named = nullptr;  // null for a positional argument
 };
 
+// How many arguments of a parameter list are named.
+int namedArguments(const ASTNode& list);
+
 // One binding for each argument, in source order. Positions count the inputs and
 // in-out parameters.
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit);

@@ -240,10 +240,7 @@ void Analyser::declareEdgeState(const Call& call) {
 bool Analyser::orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf) {
   ASTNode* const list = parameterList(call);
   const int count = list != nullptr ? list->leavesCount() : 0;
-  int named = 0;
-  for (int i = 0; i < count; ++i) {
-    if (kindOf(*list->leaf(i)) == NodeKind::Argument) ++named;
-  }
+  const int named = list != nullptr ? namedArguments(*list) : 0;
   if (named == 0) return true;
   const std::string_view name = TreeBuilder::source(*call.leaf(0));
   if (named != count) {
@@ -374,7 +371,7 @@ void Analyser::requirePassable(const Binding& binding) {
   const Type* const wanted = binding.parameter->dataType();
   if (value.dataType == nullptr || wanted == nullptr) return;
   vel::HeapAddress address;
-  const auto* const variable = dynamic_cast<const VarSymbol*>(value.symbol);
+  const auto* const variable = asVariable(value.symbol);
   bool passable = value.op() == Expression::Variable || value.op() == Expression::Typed;
   if (variable != nullptr) {
     passable = passable && !variable->constant && !variable->iecAddress().isBitMode();

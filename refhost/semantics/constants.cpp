@@ -51,7 +51,7 @@ Value evaluate(const ASTNode& node, int depth) {
   if (expr.literalSum != nullptr) return *expr.literalSum;
   if (const auto* const named = dynamic_cast<const NamedValue*>(expr.symbol)) return named->value;
   if (expr.op() == Expression::Variable) {
-    const auto* const variable = dynamic_cast<const VarSymbol*>(expr.symbol);
+    const auto* const variable = asVariable(expr.symbol);
     const bool known = variable != nullptr && variable->constant && variable->initial != nullptr;
     return known ? evaluate(*variable->initial, depth + 1) : Value();
   }

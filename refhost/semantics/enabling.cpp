@@ -1,5 +1,6 @@
 // EN and ENO, which every call can have.
 #include "refhost/semantics/analyser.h"
+#include "refhost/semantics/bindings.h"
 #include "refhost/services/folded.h"
 
 namespace refhost {
@@ -21,6 +22,7 @@ Argument** Analyser::enablingPlace(Call& call, const ASTNode& node, const UnitSy
 void Analyser::takeEnabling(Call& call, const UnitSymbol* callee) {
   ASTNode* const list = call.leaf(1);
   if (list == nullptr || list->type() != vel::ASTType::ParameterList) return;
+  if (namedArguments(*list) == 0) return;
   std::vector<ASTNode*> others;
   for (int i = 0; i < list->leavesCount(); ++i) {
     Argument** const place = enablingPlace(call, *list->leaf(i), callee);

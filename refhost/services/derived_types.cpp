@@ -103,7 +103,7 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
 
 // What a pointer points to is writable, whatever the pointer is.
 bool isWritable(const Expr& place) {
-  const auto* const variable = dynamic_cast<const VarSymbol*>(place.symbol);
+  const auto* const variable = asVariable(place.symbol);
   const auto base = [&place] { return static_cast<const Expr*>(place.leaf(0)); };
   switch (place.access) {
     case Expr::Access::None:

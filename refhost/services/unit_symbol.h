@@ -74,6 +74,12 @@ class VarSymbol final : public vel::SymbolVar {
   std::string cName;  // set by the emission
 };
 
+// Null for what is no variable.
+inline VarSymbol* asVariable(vel::Symbol* symbol) {
+  const bool variable = symbol != nullptr && symbol->symbolType() == vel::Symbol::Variable;
+  return variable ? static_cast<VarSymbol*>(symbol) : nullptr;
+}
+
 // The data type of a function block's instances.
 class InstanceType final : public vel::SymbolFBType {
  public:

@@ -63,8 +63,9 @@ bool closesUnit(int kind) {
 bool opensVariables(int kind) { return kind >= Kind::VAR && kind <= Kind::VAR_EXTERNAL; }
 
 bool isStructural(int kind) {
-  return kind == ';' || kind == Kind::ELSIF || kind == Kind::ELSE || kind == Kind::UNTIL ||
-         opensVariables(kind) ||
+  if (kind == ';') return true;
+  if (kind < Kind::PROGRAM || kind >= Kind::IDENTIFIER) return false;
+  return kind == Kind::ELSIF || kind == Kind::ELSE || kind == Kind::UNTIL || opensVariables(kind) ||
          std::any_of(std::begin(kBlocks), std::end(kBlocks), [kind](const BlockRule& rule) {
            return kind == rule.opener || kind == rule.closer || kind == rule.headerEnd;
          });

@@ -55,7 +55,7 @@ static constexpr Value kNone{nullptr, 0};
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
 %token NO_TYPE  // put in behind what is wrong in the place of a result's type
 %token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
-%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
+%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"  // behind the words of blocks
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
 %token NOT_EQUAL "'<>'" LESS_EQUAL "'<='" GREATER_EQUAL "'>='"
