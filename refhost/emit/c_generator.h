@@ -90,6 +90,8 @@ class CGenerator final : public vel::Generator {
   bool startsOtherThanZero(const VarSymbol& variable);
   // Statements that give a variable at `place` its initial value.
   void initialise(const std::string& place, const VarSymbol& variable);
+  // The initial value of an array or structure that a call leaves out, as an expression.
+  std::string initialText(const VarSymbol& input);
   void setDefault(const std::string& place, const Type* type);
   void setInitial(const std::string& place, const Type* type, const Expr& value);
   void setElements(const std::string& place, const ArrayType& array, const Expr& list, int first,

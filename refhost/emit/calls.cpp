@@ -178,6 +178,8 @@ std::string CGenerator::functionText(const Call& call, const std::vector<Binding
       arguments += given != nullptr ? pointerTo(*given, type) : "NULL";
     } else if (value != nullptr && value->op() < op::kArrayValue) {
       arguments += argumentText(*value, type);
+    } else if (isComposite(type) && startsOtherThanZero(*parameter)) {
+      arguments += initialText(*parameter);
     } else if (isComposite(type) || text) {
       arguments += zeroText(type);
     } else {

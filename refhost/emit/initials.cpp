@@ -1,6 +1,8 @@
 // Initial values in C. Every variable's memory is zero before they are set.
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
@@ -39,6 +41,19 @@ void CGenerator::initialise(const std::string& place, const VarSymbol& variable)
     if (variable.typeInitial != nullptr) setInitial(place, type, *variable.typeInitial);
   }
   if (variable.initial != nullptr) setInitial(place, type, *variable.initial);
+}
+
+std::string CGenerator::initialText(const VarSymbol& input) {
+  const std::string name = fmt::format("vel_t{}", ++temporaries_);
+  std::string before = std::exchange(body_, {});
+  ++indent_;
+  line(declaration(input.dataType(), name) + " = {0};");
+  initialise(name, input);
+  line(name + ";");
+  --indent_;
+  line("})");
+  body_.pop_back();
+  return "({\n" + std::exchange(body_, std::move(before));
 }
 
 void CGenerator::setDefault(const std::string& place, const Type* type) {

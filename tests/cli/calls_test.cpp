@@ -36,15 +36,19 @@ TEST_F(Calls, FunctionsTakeDefaultsAndGiveOutputs) {
       "VAR_INPUT a : INT := c; b : INT := 3; s : STRING[4] := 'def'; END_VAR\n"
       "VAR_OUTPUT neg : BOOL; t : STRING[6]; END_VAR\n"
       "K := a * 100 + b; neg := a < 0; t := CONCAT(s, 'xyz'); END_FUNCTION\n"
+      "FUNCTION A : INT VAR_INPUT p : ARRAY[1..3] OF INT := [4, 2(c)]; n : INT := 1;\n"
+      "q : STRUCT x, y : INT := 7; END_STRUCT; END_VAR VAR CONSTANT c : INT := 6; END_VAR\n"
+      "A := p[1] * 1000 + p[3] * 100 + q.y * 10 + n; END_FUNCTION\n"
       "FUNCTION Double VAR_IN_OUT s : STRING[6]; END_VAR s := CONCAT(s, s); END_FUNCTION\n"
       "FUNCTION Fac : LINT VAR_INPUT n : LINT; END_VAR\n"
       "IF n <= 1 THEN Fac := 1; ELSE Fac := n * Fac(n - 1); END_IF; END_FUNCTION\n"
       // The program's own function takes the place of the standard's.
       "FUNCTION LEN : INT VAR_INPUT s : STRING; END_VAR LEN := -1; END_FUNCTION\n",
-      "a, b, c : INT; pos, neg : BOOL; t : STRING[3]; u : STRING[6]; f : LINT;",
+      "a, b, c, d : INT; pos, neg : BOOL; t : STRING[3]; u : STRING[6]; f : LINT;",
       "a := K(); b := K(b := 1, NOT neg => pos, t => t); c := K(-1, s := t, neg => neg, t => u);\n"
-      "Double(s := u); K(1, 2); f := Fac(10) + LEN('abc');",
-      "a = 703\nb = 701\nc = -97\npos = TRUE\nneg = TRUE\nt = 'def'\nu = 'defxyz'\nf = 3628799\n");
+      "Double(s := u); K(1, 2); f := Fac(10) + LEN('abc'); d := MAX(A(n := 2), A());",
+      "a = 703\nb = 701\nc = -97\nd = 4672\npos = TRUE\nneg = TRUE\nt = 'def'\nu = 'defxyz'\nf = "
+      "3628799\n");
 }
 
 TEST_F(Calls, OperandsAreEvaluatedOnceFromTheLeft) {
