@@ -405,7 +405,9 @@ void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {
     out += fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", unit.cScan,
                        unit.cName, unit.cData);
   } else {
-    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cBody, unit.cName);
+    // A block of the standard is small, and its inputs are often known where it is called.
+    out += fmt::format("\nstatic {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
+                       unit.cBody, unit.cName);
   }
   appendLocals(unit, out);
   join(out, std::move(text));

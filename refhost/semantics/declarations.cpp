@@ -61,6 +61,7 @@ UnitSymbol* Analyser::unitNamed(const std::string& name) {
   if (node == nullptr) return nullptr;
   services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node));
   UnitSymbol* const added = services_.symbols.unit(name);
+  added->standard = true;
   UnitSymbol* const unit = std::exchange(unit_, nullptr);
   const std::string unitName = std::exchange(unitName_, {});
   declareVariables(*added);

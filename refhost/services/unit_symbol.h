@@ -117,6 +117,7 @@ class UnitSymbol final : public vel::SymbolPOU {
   Unit* const node;
   VarSymbol* result = nullptr;         // of a function: the variable that bears its name
   bool storesEnabled = false;          // a call in it gives its ENO to a variable
+  bool standard = false;               // from the prelude
   FoldedMap<NamedValue*> namedValues;  // of enumerations that its declarations hold
 
   // Set by the emission: the unit's function or structure, and what else it becomes.
