@@ -62,9 +62,12 @@ UNIT* TEXT(mid)(UNIT* to, size_t size, const UNIT* in, i64 count, i64 position) 
   return to;
 }
 
-UNIT* TEXT(concat)(UNIT* to, size_t size, const UNIT* a, const UNIT* b) {
-  const size_t used = TEXT(add)(to, size, 0, a, TEXT(units)(a));
-  TEXT(add)(to, size, used, b, TEXT(units)(b));
+UNIT* TEXT(concat)(UNIT* to, size_t size, size_t count, const UNIT* const* texts) {
+  size_t used = 0;
+  to[0] = 0;
+  for (size_t i = 0; i < count; ++i) {
+    used = TEXT(add)(to, size, used, texts[i], TEXT(units)(texts[i]));
+  }
   return to;
 }
 

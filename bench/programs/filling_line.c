@@ -142,9 +142,8 @@ static void scan(void) {
   if (run_up_counter(&line.batch, line.seen.rises, line.batch.full, BATCH)) ++line.batches;
 
   char serial[VEL_PRINTED_UNITS];
-  vel_string_concat(line.label, sizeof line.label, recipe->name, " #");
-  vel_string_concat(line.label, sizeof line.label, line.label,
-                    UDINT_TO_STRING(last->serial, serial));
+  const char* const parts[] = {recipe->name, " #", UDINT_TO_STRING(last->serial, serial)};
+  vel_string_concat(line.label, sizeof line.label, 3, parts);
 
   if (!line.turning && line.valve.done && (line.cap.over || !capped->present)) line.turning = 1;
 }

@@ -147,9 +147,8 @@ static void scan(void) {
   plant.alarm |= plant.highest > plant.target + 10;
 
   char highest[VEL_PRINTED_UNITS];
-  vel_string_concat(plant.report, sizeof plant.report, "peak ",
-                    LREAL_TO_STRING(plant.highest, highest));
-  vel_string_concat(plant.report, sizeof plant.report, plant.report, " C");
+  const char* const parts[] = {"peak ", LREAL_TO_STRING(plant.highest, highest), " C"};
+  vel_string_concat(plant.report, sizeof plant.report, 3, parts);
 }
 
 const struct scan_program by_hand = {init, scan, {{&plant, sizeof plant}}};

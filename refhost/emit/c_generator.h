@@ -173,7 +173,9 @@ class CGenerator final : public vel::Generator {
 
   // standard_calls.cpp
   std::string standardText(const Call& call);
-  std::string runtimeText(const Call& call);
+  // Writes the statement that makes the text of `call` in `target` itself, where it can.
+  bool makeInPlace(const Call& call, const Expr& target);
+  std::string runtimeText(const Call& call, const Expr* target);
 
   // evaluation_order.cpp
   void findEffects();

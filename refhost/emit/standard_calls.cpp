@@ -1,12 +1,42 @@
 // Calls of the standard's functions in C.
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "refhost/emit/c_generator.h"
 #include "refhost/services/standard_functions.h"
 
 namespace refhost {
 
 using Kind = StandardFunction::Kind;
+
+namespace {
+
+bool makesText(const StandardFunction& function) {
+  return function.kind == Kind::Part || function.kind == Kind::Join;
+}
+
+const VarSymbol* variableOf(const Expr& expr) {
+  return expr.op() == Expression::Variable ? dynamic_cast<const VarSymbol*>(expr.symbol) : nullptr;
+}
+
+// Nothing in `value` reads the memory of `target`, a text, nor may share it.
+bool isApart(const VarSymbol& target, const vel::ASTNode& value) {
+  if (target.role == Role::InOut) return false;
+  const bool inInstance = target.owner->type() == vel::POUType::FunctionBlock;
+  return !anyNode(value, [&](const vel::ASTNode& node) {
+    if (node.type() != vel::ASTType::Expression) return false;
+    const auto& expr = static_cast<const Expr&>(node);
+    if (typeOf(expr) == BasicDataType::Pointer) return true;
+    const VarSymbol* const read = variableOf(expr);
+    if (read == nullptr) return false;
+    // Another unit's variable may be the instance whose member the target is.
+    const bool around = inInstance && read->owner != target.owner;
+    return read == &target || read->role == Role::InOut || around;
+  });
+}
+
+}  // namespace
 
 std::string CGenerator::standardText(const Call& call) {
   switch (call.standard->kind) {
@@ -16,33 +46,50 @@ std::string CGenerator::standardText(const Call& call) {
     case Kind::Clock:
       return "((i32)vel_scan_time)";
     default:
-      return inOrder(parametersOf(call), false, [&] { return runtimeText(call); });
+      return inOrder(parametersOf(call), false, [&] { return runtimeText(call, nullptr); });
   }
 }
 
-// A text is made in a buffer of the call's own. More inputs than the function has are
-// joined to it one by one.
-std::string CGenerator::runtimeText(const Call& call) {
+bool CGenerator::makeInPlace(const Call& call, const Expr& target) {
+  const VarSymbol* const variable = variableOf(target);
+  if (call.standard == nullptr || !makesText(*call.standard) || variable == nullptr ||
+      !isApart(*variable, *call.leaf(1))) {
+    return false;
+  }
+  const auto write = [&] { return runtimeText(call, &target); };
+  line(inOrder(parametersOf(call), false, write) + ";");
+  return true;
+}
+
+// A text is made in `target` or, without one, in a buffer of the call's own.
+std::string CGenerator::runtimeText(const Call& call, const Expr* target) {
   const StandardFunction& function = *call.standard;
   const vel::ASTNode& list = *call.leaf(1);
-  const BasicDataType kind = likelyType(*list.leaf(0));
-  const std::string name = fmt::format(
-      "vel_{}_{}(", kind == BasicDataType::String ? "string" : "wstring", function.cName);
-  std::string buffer;
-  if (function.kind != Kind::Count) {
-    buffer = fmt::format("{}, {}", temporary(call.dataType), stringLength(*call.dataType) + 1);
+  const bool narrow = likelyType(*list.leaf(0)) == BasicDataType::String;
+  std::string text = fmt::format("vel_{}_{}(", narrow ? "string" : "wstring", function.cName);
+  if (makesText(function)) {
+    int length = stringLength(*call.dataType);
+    if (target != nullptr) {
+      place(*target, text);
+      length = std::min(length, stringLength(*target->dataType));
+    } else {
+      text += temporary(call.dataType);
+    }
+    text += fmt::format(", {}", length + 1);
   }
-  std::string text = name + buffer;
+  const bool counted = function.extensible;
+  if (counted) {
+    text += fmt::format(", {}, (const {}*[]){{", list.leavesCount(), narrow ? "char" : "u16");
+  }
   for (int i = 0; i < list.leavesCount(); ++i) {
-    if (i >= function.inputs()) text = fmt::format("{}{}, {})", name, buffer, text);
-    if (text.back() != '(') text += ", ";
+    if (text.back() != '(' && text.back() != '{') text += ", ";
     if (function.takesText(i)) {
       text += expressionText(list.leaf(i));
     } else {
       converted(*list.leaf(i), BasicDataType::LInt, text);
     }
   }
-  return text + ")";
+  return text + (counted ? "})" : ")");
 }
 
 }  // namespace refhost

@@ -130,6 +130,7 @@ void CGenerator::assignment(const ASTNode& node) {
   }
   const auto& call = static_cast<const Call&>(source);
   whenEnabled(call, [&] {
+    if (makeInPlace(call, target)) return;
     const std::string value = typeOf(target) != from ? typedText(call) : callText(call);
     line(store(target, value, from) + ";");
   });

@@ -23,13 +23,12 @@ int vel_wstring_compare(const u16* a, const u16* b);
 
 /* The functions of the standard. Positions count from 1. Those that make a text write it
  * to `to`, which has `size` code units with its terminator, cut what does not fit, and give
- * `to`; `size` is at least 1, and the texts that are read lie outside of `to`, but for the
- * first one of a concat, which may be `to` itself.
+ * `to`; `size` is at least 1, and the texts that are read lie outside of `to`.
  *   length    code units
  *   left      the first `count` units; all of a shorter text, none for a negative count
  *   right     the last `count` units, likewise
  *   mid       `count` units from `position` on; none when no unit stands there
- *   concat    `a`, then `b`
+ *   concat    `count` texts, one behind the other
  *   insert    `b` behind unit `position` of `a`, 0 for its start
  *   delete    `in` without `count` units from `position` on
  *   replace   `b` in the place of `count` units of `a` from `position` on
@@ -40,7 +39,7 @@ i16 vel_string_length(const char* in);
 char* vel_string_left(char* to, size_t size, const char* in, i64 count);
 char* vel_string_right(char* to, size_t size, const char* in, i64 count);
 char* vel_string_mid(char* to, size_t size, const char* in, i64 count, i64 position);
-char* vel_string_concat(char* to, size_t size, const char* a, const char* b);
+char* vel_string_concat(char* to, size_t size, size_t count, const char* const* texts);
 char* vel_string_insert(char* to, size_t size, const char* a, const char* b, i64 position);
 char* vel_string_delete(char* to, size_t size, const char* in, i64 count, i64 position);
 char* vel_string_replace(char* to, size_t size, const char* a, const char* b, i64 count,
@@ -51,7 +50,7 @@ i16 vel_wstring_length(const u16* in);
 u16* vel_wstring_left(u16* to, size_t size, const u16* in, i64 count);
 u16* vel_wstring_right(u16* to, size_t size, const u16* in, i64 count);
 u16* vel_wstring_mid(u16* to, size_t size, const u16* in, i64 count, i64 position);
-u16* vel_wstring_concat(u16* to, size_t size, const u16* a, const u16* b);
+u16* vel_wstring_concat(u16* to, size_t size, size_t count, const u16* const* texts);
 u16* vel_wstring_insert(u16* to, size_t size, const u16* a, const u16* b, i64 position);
 u16* vel_wstring_delete(u16* to, size_t size, const u16* in, i64 count, i64 position);
 u16* vel_wstring_replace(u16* to, size_t size, const u16* a, const u16* b, i64 count, i64 position);

@@ -97,6 +97,19 @@ TEST_F(Calls, AreMadeWhereEnIsTrue) {
       "p = FALSE\nq = TRUE\nr = FALSE\n");
 }
 
+TEST_F(Calls, TextsMayBeMadeOfThemselves) {
+  expectValues(
+      "FUNCTION_BLOCK B VAR_OUTPUT s : STRING := 'b'; END_VAR s := CONCAT('<', whole.s, '>');\n"
+      "END_FUNCTION_BLOCK\n"
+      "FUNCTION Wrap VAR_IN_OUT a : STRING; END_VAR\n"
+      "g := CONCAT('<', a); a := CONCAT('[', g); END_FUNCTION\n"
+      "VAR_GLOBAL whole : B; g : STRING := 'g'; END_VAR\n",
+      "s, t, u, v, w : STRING := 'abc'; p : POINTER TO STRING;",
+      "p := ADR(t); s := CONCAT('<', s); t := INSERT('()', p^, 1);\n"
+      "p := ADR(u); u := CONCAT('<', p[0]); Wrap(g); v := g; whole(); w := whole.s; p := NULL;",
+      "s = '<<abc'\nt = '((abc))'\nu = '<<abc'\nv = '[<[<g'\nw = '<<b>>'\np = NULL\n");
+}
+
 TEST_F(Calls, InputsNestNoDeeperThanOtherExpressions) {
   std::string inputs = "i";
   for (int i = 0; i < 500; ++i) inputs += ", i";

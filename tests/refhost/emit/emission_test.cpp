@@ -39,6 +39,10 @@ TEST(Emission, StatementsBecomeC) {
       {"si := i;", "self->si = (i8)(self->i);"},
       {"s := LTIME_TO_STRING(t);",
        "vel_string_set(self->s, 6, LTIME_TO_STRING((((i64)(self->t) * 1000000)), _returnString));"},
+      {"s := CONCAT('x', BOOL_TO_STRING(b));",
+       "vel_string_concat(self->s, 6, 2, (const char*[]){\"x\", BOOL_TO_STRING((self->b), "
+       "_returnString)});"},
+      {"w := LEFT(\"xy\", i);", "vel_wstring_left(self->w, 3, u\"xy\", (i64)self->i);"},
       {"b := MUX(i, i = j, FALSE);",
        "self->b = ((u8)FC_MUX_INT(2, self->i, (u8)(self->i == self->j), (u8)0));"},
       {"i := ROL(i, LIMIT(0, i, 9));",
