@@ -9,7 +9,6 @@
 namespace refhost {
 
 using vel::ASTNode;
-using vel::TreeBuilder;
 
 namespace {
 

@@ -62,6 +62,12 @@ bool closesUnit(int kind) {
 
 bool opensVariables(int kind) { return kind >= Kind::VAR && kind <= Kind::VAR_EXTERNAL; }
 
+bool endsDeclaration(int kind) {
+  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
+         kind == Kind::LITERAL || kind == Kind::STRING || kind == Kind::WSTRING || kind == ')' ||
+         kind == ']';
+}
+
 bool isStructural(int kind) {
   if (kind == ';') return true;
   if (kind < Kind::PROGRAM || kind >= Kind::IDENTIFIER) return false;

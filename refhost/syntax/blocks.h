@@ -24,5 +24,7 @@ bool closesUnit(int kind);
 bool opensVariables(int kind);
 // The token is part of the block structure or ends a statement.
 bool isStructural(int kind);
+// A type or an initial value can end with the token.
+bool endsDeclaration(int kind);
 
 }  // namespace refhost

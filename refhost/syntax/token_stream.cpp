@@ -37,36 +37,6 @@ int kindOf(std::string_view text, const Word (&words)[N]) {
   return Kind::IDENTIFIER;
 }
 
-// A type or an initial value can end with the token.
-bool endsDeclaration(int kind) {
-  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
-         kind == Kind::LITERAL || kind == Kind::STRING || kind == Kind::WSTRING || kind == ')' ||
-         kind == ']';
-}
-
-// A declaration or a value of an enumeration begins after the token.
-bool beginsName(int kind) {
-  return isStructural(kind) || kind == ',' || kind == '(' ||
-         (kind >= Kind::CONSTANT && kind <= Kind::PERSISTENT);
-}
-
-// An expression begins or goes on after the token.
-bool expectsOperand(int kind) {
-  switch (kind) {
-    case Kind::IF:
-    case Kind::ELSIF:
-    case Kind::CASE:
-    case Kind::FOR:
-    case Kind::TO:
-    case Kind::BY:
-    case Kind::WHILE:
-    case Kind::UNTIL:
-      return true;
-    default:
-      return !isStructural(kind) && !endsDeclaration(kind);
-  }
-}
-
 }  // namespace
 
 TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
@@ -121,24 +91,6 @@ void TokenStream::takeWord(Token& token) {
   joinEnd(token);
 }
 
-// A keyword of statements that is declared as a variable is reported there, and is a name
-// wherever no statement can begin or go on with it.
-void TokenStream::takeKeyword(Token& token) {
-  const std::uint32_t bit = std::uint32_t{1} << (token.kind - Kind::IF);
-  if (inUnit() && inDeclarations()) {
-    const int next = ahead(1).kind;
-    const bool declared = next == ':' || next == ',' || next == ')' || next == Kind::AT;
-    if (!declared || !beginsName(previous_)) return;
-    errors_.add(token.span, message::kKeywordName, textOf(token));
-    keywordNames_ |= bit;
-    token.kind = Kind::IDENTIFIER;
-  } else if ((keywordNames_ & bit) != 0) {
-    const int next = ahead(1).kind;
-    const bool target = next == Kind::ASSIGN || next == '.' || next == '[' || next == '^';
-    if (target || expectsOperand(previous_)) token.kind = Kind::IDENTIFIER;
-  }
-}
-
 int TokenStream::kindHere(const Token& token) const {
   if (token.kind != Kind::IDENTIFIER) return token.kind;
   const bool inVariables = inUnit() && blocks_.back().opener == Kind::VAR;
@@ -150,27 +102,6 @@ int TokenStream::kindHere(const Token& token) const {
   return token.kind;
 }
 
-// `END IF` and `ENDIF` are meant to be END_IF; a union ends as what it is taken for.
-void TokenStream::joinEnd(Token& token) {
-  if (token.kind != Kind::IDENTIFIER || !equalFolded(textOf(token).substr(0, 3), "END")) return;
-  const std::string_view word = textOf(token);
-  if (equalFolded(word, "END_UNION") && isOpen(Kind::STRUCT)) {
-    token.kind = Kind::END_STRUCT;
-    return;
-  }
-  const bool apart = word.size() == 3;
-  const int next = ahead(1).kind;
-  const int after = opensVariables(next) ? int{Kind::VAR} : next;
-  const int opener = apart ? after : openerOf(word.substr(3));
-  const bool isName =
-      next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous_);
-  if ((isName && !apart) || !isOpen(opener)) return;
-  const BlockRule& rule = ruleOf(opener);
-  errors_.unexpected(token.span, rule.closerName);
-  if (apart) scan(token);
-  token.kind = rule.closer;
-}
-
 // The token that the source lacks in front of `token`; 0 for none. Reports it and
 // follows it in the state of the blocks.
 int TokenStream::missingBefore(const Token& token) {
@@ -179,6 +110,7 @@ int TokenStream::missingBefore(const Token& token) {
     case Kind::PROGRAM:
       return inConfiguration() && beginsInstance() && !inDeclarations() ? 0 : closeTop(token);
     case Kind::IDENTIFIER:
+      if (inHeader_ && previous_ == Kind::IDENTIFIER) return missingBeforeType(token);
       return blocks_.back().opener == Kind::VAR ? missingBeforeName(token) : 0;
     case Kind::YYEOF:
     case Kind::FUNCTION:
@@ -253,6 +185,14 @@ int TokenStream::missingBeforeName(const Token& token) {
   const bool statement =
       next == Kind::ASSIGN || next == '(' || next == '[' || next == '.' || next == '^';
   return statement ? closeTop(token) : 0;
+}
+
+// The ':' between a FUNCTION and its type, when the name begins no statement.
+int TokenStream::missingBeforeType(const Token& token) {
+  const int next = ahead(1).kind;
+  if (next != Kind::IDENTIFIER && !isStructural(next)) return 0;
+  errors_.unexpected(token.span, "':'");
+  return ':';
 }
 
 int TokenStream::missingHeaderEnd(const Token& token) {

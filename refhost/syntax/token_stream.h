@@ -55,6 +55,7 @@ class TokenStream {
   int kindHere(const Token& token) const;
   int missingBefore(const Token& token);
   int missingBeforeName(const Token& token);
+  int missingBeforeType(const Token& token);
   int missingHeaderEnd(const Token& token);
   int missingBeforeEnd(const Token& token);
   int closeTop(const Token& token);

@@ -123,9 +123,7 @@ Value TreeFactory::expression(Expression::Operator op, Span span,
   return finish(tree_.make<Expr>(op), span, leaves);
 }
 
-Value TreeFactory::variable(Span span) {
-  return expression(Expression::Variable, span, {});
-}
+Value TreeFactory::variable(Span span) { return expression(Expression::Variable, span, {}); }
 
 Value TreeFactory::member(Span span, Value base, Span memberSpan) {
   auto* node = tree_.make<Expr>(Expression::Typed);

@@ -66,7 +66,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"PROGRAM p END_PROGRAM\nx := 1; y := 2;\nPROGRAM q END_PROGRAM", "2:1"},
       {"FUNCTION f INT\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; END_VAR a := f(); "
        "END_PROGRAM",
-       "2:1 4:37"},
+       "1:12"},
       {"FUNCTION f :\nVAR_INPUT a : INT; END_VAR\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; "
        "END_VAR a := f(1); END_PROGRAM",
        "2:1"},
