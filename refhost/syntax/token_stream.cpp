@@ -189,7 +189,9 @@ int TokenStream::missingBeforeName(const Token& token) {
 
 // The ':' between a FUNCTION and its type, when the name begins no statement.
 int TokenStream::missingBeforeType(const Token& token) {
+  const Span opener = wordBefore(wordBefore(token.span.begin).begin);
   const int next = ahead(1).kind;
+  if (!equalFolded(textOf({0, opener}), "FUNCTION")) return 0;
   if (next != Kind::IDENTIFIER && !isStructural(next)) return 0;
   errors_.unexpected(token.span, "':'");
   return ':';
