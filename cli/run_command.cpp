@@ -25,7 +25,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // "" or the output on lines of its own.
-std::string quoted(const std::string& output) { return output.empty() ? "" : ":\n" + output; }
+std::string quoted(const std::string& output) {
+  return output.empty() ? "" : ":\n" + output.substr(0, output.find_last_not_of('\n') + 1);
+}
 
 std::string signalText(int signal) {
   return fmt::format("signal {} ({})", signal, strsignal(signal));

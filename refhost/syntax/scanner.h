@@ -27,6 +27,7 @@ class Scanner {
   void advance(int length);
   void open() { opened_ = span_; }
   int unterminated(std::string_view what, bool toEnd);  // to the end of the file
+  bool isBinary() const;
   int badCharacter();
   int binary();
 

@@ -20,7 +20,7 @@ constexpr Row kRows[] = {
     {"", "check .", 2, "velc: cannot read .: Is a directory\n"},
     {"", "translate empty.st", 0, ""},
     {"", "run empty.st", 2, "velc: there is no PROGRAM to run\n"},
-    {"", "check noise.st", 1, "noise.st:1:3: error: Syntax error: the file is not a text from here on;"},
+    {"", "check noise.st", 1, "noise.st:1:1: error: Syntax error: the file is not a text from here on;"},
     {"", "translate deep.st", 1, "deep.st:5:1006: error: Nested deeper than 1000 levels; [0xF0006]"},
     {"", "translate ifs.st", 1, "error: Nested deeper than 1000 levels; [0xF0006]"},
     {"", "translate long.st -o /sys/out.c", 2, "velc: cannot write /sys/out.c: "},

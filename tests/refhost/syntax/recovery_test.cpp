@@ -79,7 +79,7 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "END_PROGRAM;\n",
        "(:= y CHAR#'a')\n(:= a 1)\n(if b [(exit)])\n(:= z 1)\n"},
       {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "(:= z 1)\n"},
-      {std::string("z := 1; \0\1\2", 11),
+      {std::string("z := 1; \177E\1\2", 13),
        "2:9 Syntax error: the file is not a text from here on;\n", "(:= z 1)\n"},
   };
   for (const Row& row : rows) {
