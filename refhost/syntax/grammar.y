@@ -66,6 +66,8 @@ static constexpr Value kNone{nullptr, 0};
 // A mistake in the first declaration of a block is one of the block: nothing is reduced before it.
 %precedence FIRST
 %precedence error
+// A name that is wrong in the place of a result's type begins no statement.
+%precedence IDENTIFIER
 
 %left OR OR_ELSE
 %left XOR
@@ -132,6 +134,7 @@ return_type:
 // The unit is known all the same.
 | ':' error          { $$ = make.namedType({@1.end, @1.end}); }
 | ':' error NO_TYPE  { $$ = make.namedType({@1.end, @1.end}); }
+| ':' error IDENTIFIER NO_TYPE  { $$ = make.namedType({@1.end, @1.end}); }
 ;
 
 header_end:

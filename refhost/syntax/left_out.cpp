@@ -162,7 +162,7 @@ void TokenStream::skipResultType() {
 }
 
 bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
-  if (inHeader_ && !isStructural(previous_)) skipResultType();
+  if (inHeader_ && (!isStructural(previous_) || previous_ == Kind::OF)) skipResultType();
   const std::string_view text = text_.substr(found.begin, found.end - found.begin);
   const Span before = wordBefore(found.begin);
   const bool assigns = found.end < text_.size() && text_[found.end] == '=';

@@ -182,7 +182,9 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
       {"FUNCTION f : ARRAY[1..] OF INT VAR a : INT; END_VAR END_FUNCTION FUNCTION g : ;\n"
        "VAR case, b : INT; END_VAR IF b THEN g := case; ENDIF case := b; CASE b OF 1: b := 2; "
        "ENDCASE\n"
-       "ENDFUNCTION TYPE e : (Exit, On); END_TYPE",
+       "ENDFUNCTION TYPE e : (Exit, On); END_TYPE\n"
+       "FUNCTION h : ARRAY[0..1 OF INT VAR a : INT; END_VAR END_FUNCTION\n"
+       "FUNCTION i : POINTER INT VAR a : INT; END_VAR END_FUNCTION",
        "1:23 Syntax error: found ']', expected expression;\n"
        "1:79 Syntax error: found ';', expected STRING, WSTRING, ARRAY, POINTER, REF_TO or "
        "identifier;\n"
@@ -190,11 +192,14 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "2:49 Syntax error: found 'ENDIF', expected END_IF;\n"
        "2:87 Syntax error: found 'ENDCASE', expected END_CASE;\n"
        "3:1 Syntax error: found 'ENDFUNCTION', expected END_FUNCTION;\n"
-       "3:23 'Exit' is a keyword and cannot be a name;\n",
+       "3:23 'Exit' is a keyword and cannot be a name;\n"
+       "4:25 Syntax error: found 'OF', expected ',' or ']';\n"
+       "5:22 Syntax error: found 'INT', expected TO;\n",
        "(type e (of  (value Exit _) (value On _)) _)\n"
        "(function f  [(var (decl INT _ _ a))] [])\n"
        "(function g  [(var (decl INT _ _ case b))] [(if b [(:= g case)]) (:= case b) "
-       "(case b (of (labels 1) [(:= b 2)]))])\n"},
+       "(case b (of (labels 1) [(:= b 2)]))])\n"
+       "(function h  [(var (decl INT _ _ a))] [])\n(function i  [(var (decl INT _ _ a))] [])\n"},
       {"", "", ""},
       {" // nothing", "", ""},
   };
