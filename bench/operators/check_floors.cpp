@@ -50,7 +50,10 @@ bool parseAddress(const CheckCall& call, const std::string& text, vel::HeapAddre
 }  // namespace
 
 bool refuseCount(CheckCall call, Start start, bool namesUpperCase) {
-  if (start == Start::SymbolTable || start == Start::CountedInputs) call.ii->symbolManager();
+  if (start == Start::Sized || start == Start::SymbolTable || start == Start::CountedInputs) {
+    call.ii->symbolManager();
+  }
+  if (start == Start::Sized) call.resultType = "UDINT";
   std::string name;
   if (start > Start::SymbolTable) name = writtenName(call.invocation);
   if (start == Start::UpperName || start == Start::UpperCountedInputs) name = stringToUpper(name);

@@ -29,7 +29,16 @@ using Generate = std::string (*)(vel::Generator* gen, vel::ASTNode* invocation);
 using StaticCode = std::string (*)(vel::Generator* gen, const std::string& known);
 
 // How a check goes on until it sees that the number of parameters is wrong.
-enum class Start { Nothing, SymbolTable, Name, UpperName, CountedInputs, UpperCountedInputs };
+// Sized: the type of a size is known before the parameters are counted.
+enum class Start {
+  Nothing,
+  Sized,
+  SymbolTable,
+  Name,
+  UpperName,
+  CountedInputs,
+  UpperCountedInputs
+};
 bool refuseCount(CheckCall call, Start start, bool namesUpperCase);
 
 bool checkTyped(CheckCall call);

@@ -81,7 +81,7 @@ std::vector<Workload> workloads(const Symbols& symbols) {
       {"edge", "MEP", {flag}, none, 2, Start::Nothing, false, floors::checkEdge, floors::generateEdge, floors::copyText, declared},
       {"move", "MOVE", {integer}, integer, 2, Start::SymbolTable, false, floors::checkMove, floors::generateMove, floors::copyText, declared},
       {"numeric function", "SQRT", {real}, none, 2, Start::CountedInputs, false, floors::checkNumeric, floors::generateCall, floors::copyText, declared},
-      {"size", "SIZEOF", {integer}, none, 0, Start::SymbolTable, false, floors::checkSizeof, floors::generateSizeof, floors::copyText, declared},
+      {"size", "SIZEOF", {integer}, none, 0, Start::Sized, false, floors::checkSizeof, floors::generateSizeof, floors::copyText, declared},
       {"address", "ADR", {integer}, none, 2, Start::Nothing, false, floors::checkAdr, floors::generateAdr, floors::copyText, declared},
       {"direct I/O", "IRDBIT", {inputBit, flag}, none, 3, Start::Name, true, floors::checkReadBit, floors::generateReadBit, floors::refreshText, addressed},
       {"zone", "ZSET", {outputBit, outputBit}, none, 3, Start::Nothing, false, floors::checkZone, floors::generateZone, floors::copyText, addressed},
