@@ -17,7 +17,7 @@
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/termination_guard.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 
 namespace velc {
 
@@ -87,8 +87,8 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
 
 // Milliseconds of a TIME literal.
 std::int64_t durationOf(const std::string& text) {
-  refhost::LiteralValue value;
-  const bool time = refhost::parseLiteral(text, value) == refhost::LiteralError::None &&
+  hostkit::LiteralValue value;
+  const bool time = hostkit::parseLiteral(text, value) == hostkit::LiteralError::None &&
                     value.type == vel::BasicDataType::Time;
   if (!time || value.ticks < 0) {
     throw CLI::ValidationError("--cycle", text + " is not a TIME of 0 or more, such as T#10ms");

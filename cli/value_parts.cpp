@@ -8,7 +8,7 @@
 
 #include "cli/failure.h"
 #include "cli/value_format.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 
 namespace velc {
 
@@ -146,7 +146,7 @@ std::optional<ProgramVariable> partOf(const ProgramVariable& variable, std::stri
       rest.remove_prefix(1);
       const std::string_view name = takeUntil(rest, ".[");
       for (const ValueShape::Member& member : shape->members) {
-        if (!refhost::equalFolded(member.name, name)) continue;
+        if (!hostkit::equalIgnoringCase(member.name, name)) continue;
         part.reference += member.reference;
         next = member.shape;
       }

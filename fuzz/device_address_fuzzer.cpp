@@ -1,5 +1,5 @@
 // Any text as a device address in both notations.
-#include "refhost/services/memory.h"
+#include "hostkit/device_map.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   static refhost::Memory memory({16, 8, 8});
@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const std::uint32_t last =
         address.isBitMode() ? raw / 8 : raw + (address.unitSize != 0 ? address.unitSize - 1 : 0);
     if (last >= memory.byteSize()) __builtin_trap();
-    if (refhost::addressTypeName(address) == nullptr) __builtin_trap();
+    if (hostkit::addressTypeName(address) == nullptr) __builtin_trap();
   } else if (address.area != untouched.area || address.position != untouched.position) {
     __builtin_trap();
   }

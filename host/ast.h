@@ -7,6 +7,8 @@
 #include "host/export.h"
 #include "host/text_location.h"
 
+class POUDeclaration;
+
 namespace vel {
 
 class TreeBuilder;  // the host's own: makes nodes and links them
@@ -54,14 +56,16 @@ class VEL_HOST_API ASTNode {
 
  private:
   friend class TreeBuilder;
+  friend class ::POUDeclaration;
 
   ASTType type_;
   std::int32_t leavesCount_ = 0;
   ASTNode** leaves_ = nullptr;
   ASTNode* parent_ = nullptr;
   TextLocation pos_;
-  const char* source_ = "";   // source text from pos_ on, not owned
-  std::uint32_t length_ = 0;  // bytes of it
+  const char* source_ = "";    // source text from pos_ on, not owned
+  std::uint32_t length_ : 31;  // bytes of it
+  std::uint32_t isUnit_ : 1;   // it is a POUDeclaration
 };
 
 // A leaf that is one token, such as the name of an operator.

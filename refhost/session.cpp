@@ -7,11 +7,11 @@
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
-#include "refhost/plugin_library.h"
+#include "hostkit/plugin_library.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
-#include "refhost/services/operator_symbol.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/operator_inputs.h"
+#include "hostkit/literal.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -178,7 +178,7 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
   const std::string_view name = std::string_view(text).substr(text.find('#') + 1);
   if (variable.shape != nullptr) {
     for (const auto& [number, known] : variable.shape->names) {
-      if (!equalFolded(known, name)) continue;
+      if (!equalIgnoringCase(known, name)) continue;
       statement = variable.reference + " = ";
       appendInteger(number, statement);
       statement += ';';

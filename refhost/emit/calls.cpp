@@ -5,7 +5,7 @@
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
-#include "refhost/services/operator_symbol.h"
+#include "refhost/services/operator_traits.h"
 
 namespace refhost {
 namespace {
@@ -52,7 +52,7 @@ std::string CGenerator::callText(const Call& call) {
 }
 
 void CGenerator::recordCall(const Call& call, const UnitSymbol& callee) {
-  services_.calls.addOperatorCaller(unit_->name(), callee.name(), call.pos());
+  services_.addCall(unit_->name(), callee.name(), call.pos());
 }
 
 std::string CGenerator::typedText(const Call& call) {

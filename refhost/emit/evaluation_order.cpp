@@ -5,7 +5,7 @@
 
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/services/operator_symbol.h"
+#include "refhost/services/operator_traits.h"
 
 namespace refhost {
 

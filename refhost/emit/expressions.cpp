@@ -4,7 +4,7 @@
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
-#include "refhost/services/operator_symbol.h"
+#include "refhost/services/operator_traits.h"
 
 namespace refhost {
 

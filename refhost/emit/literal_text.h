@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
+#include "refhost/kit.h"
 
 namespace refhost {
 

@@ -40,8 +40,8 @@ constexpr std::string_view kHead =
     "#endif\n";
 
 // What the runtime's header must know of device memory: sizes other than its own.
-std::string memoryDefinitions(const Memory& memory) {
-  const Memory::Sizes usual;
+std::string memoryDefinitions(const DeviceMap& memory) {
+  const DeviceMap::Sizes usual;
   std::string text;
   const auto define = [&text](const char* name, std::uint32_t size, std::uint32_t usualSize) {
     if (size != usualSize) text += fmt::format("#define VEL_MEMORY_{} {}\n", name, size);

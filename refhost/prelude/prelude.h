@@ -2,7 +2,7 @@
 // functions of times and dates.
 #pragma once
 
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 #include "refhost/syntax/source.h"
 #include "refhost/syntax/tree.h"
 

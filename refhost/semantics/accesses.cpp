@@ -34,7 +34,7 @@ NamedValue* Analyser::valueNamed(const Expr& expr) {
     if (local != unit_->namedValues.end()) return local->second;
   }
   if (NamedValue* const value = services_.symbols.namedValue(text)) return value;
-  return equalFolded(text, "NULL") ? services_.symbols.null() : nullptr;
+  return equalIgnoringCase(text, "NULL") ? services_.symbols.null() : nullptr;
 }
 
 std::optional<std::int64_t> Analyser::requireConstant(ASTNode& parent, int index) {

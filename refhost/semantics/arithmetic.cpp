@@ -3,8 +3,8 @@
 #include "core/operator.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/services/derived_types.h"
-#include "refhost/services/operator_symbol.h"
-#include "refhost/syntax/literal.h"
+#include "refhost/services/operator_traits.h"
+#include "hostkit/literal.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {

@@ -5,7 +5,8 @@
 #include "host/ast_node_helper.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
-#include "refhost/services/operator_symbol.h"
+#include "hostkit/operator_inputs.h"
+#include "refhost/services/operator_traits.h"
 #include "refhost/services/standard_functions.h"
 
 namespace refhost {
@@ -36,7 +37,7 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (call.op == nullptr) {
     // The prelude has none of these names, and need not be parsed for them.
     function = standard != nullptr ? services_.symbols.unit(name) : unitNamed(name);
-    if (function == nullptr && equalFolded(name, "REF")) return callReference(call);
+    if (function == nullptr && equalIgnoringCase(name, "REF")) return callReference(call);
   }
   if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
     call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);

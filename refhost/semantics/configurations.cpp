@@ -2,7 +2,7 @@
 #include <array>
 
 #include "refhost/semantics/analyser.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 
 namespace refhost {
 
@@ -29,7 +29,7 @@ void Analyser::analyseTask(const ASTNode& task) {
     const std::string_view name = TreeBuilder::source(named ? *property.leaf(0) : property);
     const auto* const known =
         std::find_if(std::begin(kTaskProperties), std::end(kTaskProperties),
-                     [name](const TaskProperty& row) { return equalFolded(row.name, name); });
+                     [name](const TaskProperty& row) { return equalIgnoringCase(row.name, name); });
     if (!named || known == std::end(kTaskProperties)) {
       say(property, message::kTaskProperty, name);
       continue;
@@ -51,7 +51,7 @@ void Analyser::analyseInstance(const ASTNode& instance) {
   }
   const ASTNode* const task = instance.leaf(2);
   const auto isNamed = [task](const Node* candidate) {
-    return equalFolded(TreeBuilder::source(*candidate->leaf(0)), TreeBuilder::source(*task));
+    return equalIgnoringCase(TreeBuilder::source(*candidate->leaf(0)), TreeBuilder::source(*task));
   };
   if (task != nullptr && std::none_of(tree_.tasks.begin(), tree_.tasks.end(), isNamed)) {
     say(*task, message::kUnknownTask, TreeBuilder::source(*task));

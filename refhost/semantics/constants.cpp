@@ -4,7 +4,7 @@
 
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/services/derived_types.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 
 namespace refhost {
 namespace {

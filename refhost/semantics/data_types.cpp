@@ -4,7 +4,7 @@
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/syntax/left_out.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 
 namespace refhost {
 
@@ -296,13 +296,3 @@ void Analyser::refuseRecursiveTypes() {
 }
 
 }  // namespace refhost
-
-vel::SymbolDataType* VarDeclaration::astSpec2SymbolDataType(vel::InternalInterface*,
-                                                            vel::VarContainer*,
-                                                            vel::ASTNode* typeSpec, bool* ok) {
-  // The analysis has resolved what stands in the program.
-  const auto* const spec = dynamic_cast<const refhost::TypeSpec*>(typeSpec);
-  vel::SymbolDataType* const type = spec != nullptr ? spec->dataType : nullptr;
-  if (ok != nullptr) *ok = type != nullptr;
-  return type;
-}

@@ -1,7 +1,7 @@
 // EN and ENO, which every call can have.
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/bindings.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 
 namespace refhost {
 
@@ -13,7 +13,7 @@ Argument** Analyser::enablingPlace(Call& call, const ASTNode& node, const UnitSy
   if (kindOf(node) != NodeKind::Argument) return nullptr;
   const auto& argument = static_cast<const Argument&>(node);
   const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
-  if (!equalFolded(formal, argument.output ? "ENO" : "EN")) return nullptr;
+  if (!equalIgnoringCase(formal, argument.output ? "ENO" : "EN")) return nullptr;
   const VarSymbol* const own = callee != nullptr ? callee->variable(formal) : nullptr;
   if (own != nullptr && own->isParameter()) return nullptr;
   return argument.output ? &call.enabled : &call.enable;

@@ -3,7 +3,7 @@
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 
 namespace refhost {
 

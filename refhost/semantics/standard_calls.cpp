@@ -4,7 +4,7 @@
 #include "core/operator.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
-#include "refhost/services/operator_symbol.h"
+#include "refhost/services/operator_traits.h"
 #include "refhost/services/standard_functions.h"
 #include "refhost/syntax/parser.h"
 

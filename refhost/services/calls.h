@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/call_tree.h"
+#include "host/text_location.h"
 
 namespace refhost {
 
@@ -14,11 +14,10 @@ struct CallEdge {
   vel::TextLocation location;
 };
 
-class Calls final : public vel::CallTree {
- public:
+struct Calls {
   // The unit and the place that code is being generated for.
   std::string currentUnit;
-  vel::TextLocation currentLocation;
+  vel::TextLocation currentLocation = vel::TextLocation();
 
   std::vector<CallEdge> edges;  // in the order in which they were recorded
 };

@@ -1,21 +1,70 @@
 #include "refhost/services/services.h"
 
-#include "host/generator.h"
+#include <memory>
+
+#include "refhost/messages.h"
+#include "refhost/syntax/tree.h"
 
 namespace refhost {
+namespace {
 
-// The caller may pass a temporary, so the text is kept here.
-const std::string& Services::translate(const std::string& format) {
-  return *formats_.insert(format).first;
+// The parameter of `invocation` that is written like this; null for none.
+const Expr* parameterNamed(const vel::ASTNode& invocation, std::string_view text) {
+  const vel::ASTNode* const list = invocation.leaf(1);
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    const vel::ASTNode* const leaf = list->leaf(i);
+    if (leaf == nullptr || leaf->type() != vel::ASTType::Expression) continue;
+    if (vel::TreeBuilder::source(*leaf) == text) return static_cast<const Expr*>(leaf);
+  }
+  return nullptr;
+}
+
+DataTypeInfo describe(const vel::SymbolDataType* type) {
+  if (type == nullptr) return {};
+  return {type->dataType(), type->typeName()};
+}
+
+}  // namespace
+
+DataTypeInfo Services::typeOf(vel::ASTNode& expression, const std::string& /*unit*/,
+                              std::vector<vel::VELMessage>& /*messages*/) {
+  if (expression.type() == vel::ASTType::Expression) {
+    return describe(static_cast<const Expr&>(expression).dataType);
+  }
+  if (kindOf(expression) == NodeKind::Invocation) {
+    return describe(static_cast<const Call&>(expression).dataType);
+  }
+  if (expression.type() != vel::ASTType::ConstantValue) return {};
+  auto& literal = static_cast<Literal&>(expression);
+  return {literal.basicData().type(), literal.typeStr()};
+}
+
+bool Services::addUnit(vel::SymbolPOU* unit) {
+  if (symbols.find(unit->name(), {}, vel::Symbol::All) != nullptr) return false;
+  return symbols.add(std::unique_ptr<vel::SymbolPOU>(unit));
+}
+
+bool Services::isWritable(vel::ASTNode& invocation, const std::string& text,
+                          const std::string& /*unit*/, std::vector<vel::VELMessage>& messages) {
+  const Expr* const place = parameterNamed(invocation, text);
+  if (place == nullptr || refhost::isWritable(*place)) return true;
+  report(messages, invocation.pos(), message::kNotWritable, {text});
+  return false;
+}
+
+// The analysis has resolved it.
+vel::SymbolDataType* Services::resolve(vel::ASTNode& typeSpec, vel::VarContainer& /*unit*/) {
+  const auto* const spec = dynamic_cast<const TypeSpec*>(&typeSpec);
+  return spec != nullptr ? spec->dataType : nullptr;
+}
+
+void Services::addCall(const std::string& caller, const std::string& callee,
+                       vel::TextLocation where) {
+  if (caller.empty()) {
+    calls.edges.push_back({calls.currentUnit, callee, calls.currentLocation});
+  } else {
+    calls.edges.push_back({caller, callee, where});
+  }
 }
 
 }  // namespace refhost
-
-namespace vel {
-
-InternalInterface::~InternalInterface() = default;
-GenClanAPI::~GenClanAPI() = default;
-Generator::Generator(InternalInterface* services) : ii(services) {}
-Generator::~Generator() = default;
-
-}  // namespace vel

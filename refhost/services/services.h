@@ -2,38 +2,43 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "host/internal_interface.h"
-#include "host/project_settings.h"
+#include "hostkit/device_map.h"
+#include "hostkit/services.h"
 #include "refhost/services/calls.h"
-#include "refhost/services/memory.h"
 #include "refhost/services/symbol_table.h"
 
 namespace refhost {
 
-class Services final : public vel::InternalInterface {
+// Answers the plugin from what the analysis has found out.
+class Services final : public hostkit::Answers, public hostkit::Services {
  public:
-  explicit Services(int notation, Memory::Sizes sizes) : memory(sizes), notation_(notation) {}
+  Services(int addressNotation, DeviceMap::Sizes sizes) : hostkit::Services(this), memory(sizes) {
+    notation = addressNotation;
+  }
 
-  vel::SymbolManager* symbolManager() override { return &symbols; }
-  // Messages are shown in English.
-  const std::string& translate(const std::string& format) override;
-  vel::DeviceMemory* deviceMemory() override { return &memory; }
-  vel::CallTree* callTree() override { return &calls; }
-  vel::OpManagerAPI* operatorManager() override { return operators; }
-  int addressNotation() override { return notation_; }
-  bool usesDeviceLetters() const { return notation_ == 1; }
-  vel::ProjectSettings* projectSettings() override { return &settings; }
+  bool usesDeviceLetters() const { return notation == 1; }
+
+  DataTypeInfo typeOf(vel::ASTNode& expression, const std::string& unit,
+                      std::vector<vel::VELMessage>& messages) override;
+  vel::Symbol* find(const char* name, const char* unit, vel::Symbol::Type kind) override {
+    return symbols.find(name, unit, kind);
+  }
+  bool addUnit(vel::SymbolPOU* unit) override;
+  bool isWritable(vel::ASTNode& invocation, const std::string& text, const std::string& unit,
+                  std::vector<vel::VELMessage>& messages) override;
+  vel::SymbolDataType* resolve(vel::ASTNode& typeSpec, vel::VarContainer& unit) override;
+  bool parseAddress(const std::string& text, vel::HeapAddress& out) override {
+    return memory.parse(text, out);
+  }
+  vel::HeapRawAddr place(const vel::HeapAddress& address) override { return memory.raw(address); }
+  void addCall(const std::string& caller, const std::string& callee,
+               vel::TextLocation where) override;
 
   SymbolTable symbols;
-  Memory memory;
+  DeviceMap memory;
   Calls calls;
-  vel::ProjectSettings settings;
-  vel::OpManagerAPI* operators = nullptr;  // not owned
-
- private:
-  int notation_;
-  std::unordered_set<std::string> formats_;
 };
 
 }  // namespace refhost

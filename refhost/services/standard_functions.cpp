@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "refhost/services/folded.h"
-#include "refhost/services/operator_symbol.h"
+#include "hostkit/folding.h"
+#include "hostkit/operator_inputs.h"
 
 namespace refhost {
 namespace {
@@ -59,7 +59,7 @@ int StandardFunction::inputs() const {
 
 int StandardFunction::position(std::string_view formal) const {
   for (int i = 0; i < inputs(); ++i) {
-    if (equalFolded(formals[static_cast<std::size_t>(i)], formal)) return i;
+    if (equalIgnoringCase(formals[static_cast<std::size_t>(i)], formal)) return i;
   }
   const int number = extensible ? numberedInput(formal, "IN") : -1;
   return number > 0 ? number - 1 : -1;
@@ -71,7 +71,7 @@ bool StandardFunction::takesText(int index) const {
 
 const StandardFunction* standardFunction(std::string_view name) {
   for (const StandardFunction& function : kFunctions) {
-    if (equalFolded(function.name, name)) return &function;
+    if (equalIgnoringCase(function.name, name)) return &function;
   }
   return nullptr;
 }

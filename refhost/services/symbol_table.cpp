@@ -24,7 +24,7 @@ VarSymbol* findVariable(const UnitSymbol* unit, std::string_view name) {
 std::string accessKey(std::string_view scope, std::string_view text) {
   std::string key(scope);
   key.append("\n").append(text);
-  std::transform(key.begin(), key.end(), key.begin(), fold);
+  std::transform(key.begin(), key.end(), key.begin(), toUpper);
   return key;
 }
 
@@ -161,19 +161,3 @@ UnitSymbol* SymbolTable::unit(std::string_view name) const {
 }
 
 }  // namespace refhost
-
-namespace vel {
-
-SymbolManager::~SymbolManager() = default;
-
-Symbol* SymbolManager::symbol(const char* name, const char* scope, Symbol::Type kind) {
-  return static_cast<refhost::SymbolTable*>(this)->find(name, scope, kind);
-}
-
-bool SymbolManager::addPOU(SymbolPOU* pou, int) {
-  auto& table = *static_cast<refhost::SymbolTable*>(this);
-  if (pou == nullptr || table.find(pou->name(), {}, Symbol::All) != nullptr) return false;
-  return table.add(std::unique_ptr<SymbolPOU>(pou));
-}
-
-}  // namespace vel

@@ -7,13 +7,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/symbol_manager.h"
+#include "hostkit/folding.h"
 #include "refhost/services/derived_types.h"
-#include "refhost/services/folded.h"
 
 namespace refhost {
 
-class SymbolTable final : public vel::SymbolManager {
+class SymbolTable final {
  public:
   SymbolTable();
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/symbol.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 #include "refhost/services/types.h"
 #include "refhost/syntax/tree.h"
 

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "grammar.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 
 namespace refhost {
 
@@ -44,7 +44,7 @@ int openerOf(int closer) {
 int openerOf(std::string_view name) {
   const auto* const found =
       std::find_if(std::begin(kBlocks), std::end(kBlocks), [name](const BlockRule& rule) {
-        return equalFolded(std::string_view(rule.closerName).substr(4), name);
+        return equalIgnoringCase(std::string_view(rule.closerName).substr(4), name);
       });
   return found != std::end(kBlocks) ? found->opener : 0;
 }

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "grammar.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 #include "refhost/syntax/blocks.h"
 #include "refhost/syntax/expected_tokens.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 #include "refhost/syntax/syntax_errors.h"
 #include "refhost/syntax/token_stream.h"
 
@@ -61,7 +61,7 @@ constexpr std::string_view kLeftOutTypes[] = {"CHAR",         "WCHAR", "LDATE", 
 // Null when no construct begins with the word.
 const LeftOut* leftOut(std::string_view word) {
   for (const LeftOut& construct : kLeftOut) {
-    if (equalFolded(construct.opener, word)) return &construct;
+    if (equalIgnoringCase(construct.opener, word)) return &construct;
   }
   return nullptr;
 }
@@ -81,7 +81,7 @@ bool beginsOperand(int kind) {
 
 bool isLeftOutType(std::string_view name) {
   return std::any_of(std::begin(kLeftOutTypes), std::end(kLeftOutTypes),
-                     [name](std::string_view type) { return equalFolded(type, name); });
+                     [name](std::string_view type) { return equalIgnoringCase(type, name); });
 }
 
 // The construct that `token` begins here and that is to be left out; null for none.
@@ -107,7 +107,7 @@ void TokenStream::takeUnknownBlock(Token& token) {
   constexpr std::string_view kPrefix = "VAR_";
   if (token.kind != Kind::IDENTIFIER || !inUnit() || !endsPart(previous_)) return;
   const std::string_view word = textOf(token);
-  if (!equalFolded(word.substr(0, kPrefix.size()), kPrefix)) return;
+  if (!equalIgnoringCase(word.substr(0, kPrefix.size()), kPrefix)) return;
   if (ahead(1).kind != Kind::IDENTIFIER || (ahead(2).kind != ':' && ahead(2).kind != ',')) return;
   errors_.add(token.span, message::kNotSupported, std::string(word) + " blocks are");
   token.kind = Kind::VAR;
@@ -118,10 +118,10 @@ void TokenStream::takeUnknownBlock(Token& token) {
 void TokenStream::takeUnknownType(Token& token) {
   if (token.kind != Kind::IDENTIFIER || (previous_ != ':' && previous_ != Kind::OF)) return;
   const std::string_view word = textOf(token);
-  if (equalFolded(word, "UNION") && ahead(1).kind == Kind::IDENTIFIER) {
+  if (equalIgnoringCase(word, "UNION") && ahead(1).kind == Kind::IDENTIFIER) {
     errors_.add(token.span, *kRefused, "Unions (UNION) are");
     token.kind = Kind::STRUCT;
-  } else if (equalFolded(word, "REFERENCE") && ahead(1).kind == Kind::TO) {
+  } else if (equalIgnoringCase(word, "REFERENCE") && ahead(1).kind == Kind::TO) {
     errors_.add(token.span, *kRefused, "References (REFERENCE TO) are");
     scan(token);
     scan(token);
@@ -171,15 +171,15 @@ bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
   if (text == ":=" && expected.has("';'") && expected.has("'*'") && !expected.has("END_REPEAT")) {
     what = "Chained assignments are";
   } else if (assigns && expected.has("':='") &&
-             (equalFolded(text, "S") || equalFolded(text, "R"))) {
+             (equalIgnoringCase(text, "S") || equalIgnoringCase(text, "R"))) {
     what = "Set and reset assignments (S=, R=) are";
-  } else if (assigns && expected.has("':='") && equalFolded(text, "REF")) {
+  } else if (assigns && expected.has("':='") && equalIgnoringCase(text, "REF")) {
     what = "Reference assignments (REF=) are";
   } else if (text == "*" && declares && (ahead(1).kind == ']' || ahead(1).kind == ',')) {
     what = "Arrays of any bounds (ARRAY[*]) are";
-  } else if (equalFolded(text, "AT") && declares && blocks_.back().opener == Kind::STRUCT) {
+  } else if (equalIgnoringCase(text, "AT") && declares && blocks_.back().opener == Kind::STRUCT) {
     what = "Addresses of members (AT) are";
-  } else if (text == "(" && equalFolded(textOf({0, before}), "RETURN")) {
+  } else if (text == "(" && equalIgnoringCase(textOf({0, before}), "RETURN")) {
     what = "RETURN with a value is";
   } else if (text == ":" && !declares && expected.has("':='") && beginsLabel(before)) {
     found = before;
@@ -209,7 +209,7 @@ void TokenStream::skip(Token& token, const LeftOut& construct) {
       while (!endsUnit()) scan(token);
       break;
     case LeftOut::Extent::Closer:
-      while (!endsUnit() && !equalFolded(textOf(token), construct.closer)) scan(token);
+      while (!endsUnit() && !equalIgnoringCase(textOf(token), construct.closer)) scan(token);
       if (endsUnit()) {
         errors_.unexpected(token.span, construct.closer);
       } else {

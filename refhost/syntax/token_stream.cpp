@@ -5,7 +5,7 @@
 
 #include "grammar.h"
 #include "refhost/messages.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 #include "refhost/syntax/blocks.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
@@ -32,7 +32,7 @@ constexpr Word kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE
 template <std::size_t N>
 int kindOf(std::string_view text, const Word (&words)[N]) {
   for (const Word& word : words) {
-    if (equalFolded(word.text, text)) return word.kind;
+    if (equalIgnoringCase(word.text, text)) return word.kind;
   }
   return Kind::IDENTIFIER;
 }
@@ -191,7 +191,7 @@ int TokenStream::missingBeforeName(const Token& token) {
 int TokenStream::missingBeforeType(const Token& token) {
   const Span opener = wordBefore(wordBefore(token.span.begin).begin);
   const int next = ahead(1).kind;
-  if (!equalFolded(textOf({0, opener}), "FUNCTION")) return 0;
+  if (!equalIgnoringCase(textOf({0, opener}), "FUNCTION")) return 0;
   if (next != Kind::IDENTIFIER && !isStructural(next)) return 0;
   errors_.unexpected(token.span, "':'");
   return ':';

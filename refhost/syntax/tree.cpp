@@ -5,35 +5,6 @@
 
 #include "refhost/syntax/large_blocks.h"
 
-namespace vel {
-
-void TreeBuilder::setSpan(ASTNode& node, TextLocation start, std::string_view source) {
-  node.pos_ = start;
-  node.source_ = source.data();
-  node.length_ = static_cast<std::uint32_t>(source.size());
-}
-
-void TreeBuilder::setLeaves(ASTNode& node, ASTNode** leaves, std::int32_t count) {
-  node.leaves_ = leaves;
-  node.leavesCount_ = count;
-  for (std::int32_t i = 0; i < count; ++i) {
-    if (leaves[i] != nullptr) leaves[i]->parent_ = &node;
-  }
-}
-
-void TreeBuilder::setLeaf(ASTNode& node, int index, ASTNode* leaf) {
-  node.leaves_[index] = leaf;
-  if (leaf != nullptr) leaf->parent_ = &node;
-}
-
-void TreeBuilder::setBitAccessOffset(::Expression& node, std::int32_t bit) {
-  node.bitAccessOffset_ = bit;
-}
-
-std::string_view TreeBuilder::source(const ASTNode& node) { return {node.source_, node.length_}; }
-
-}  // namespace vel
-
 namespace refhost {
 
 namespace {

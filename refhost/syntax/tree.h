@@ -17,25 +17,13 @@
 #include "host/declaration.h"
 #include "host/expression.h"
 #include "host/symbol.h"
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
+#include "hostkit/tree_builder.h"
+#include "refhost/kit.h"
 
 namespace vel {
-
 class STOperator;
-
-// Links nodes; the only code that writes what ASTNode stores.
-class TreeBuilder {
- public:
-  static void setSpan(ASTNode& node, TextLocation start, std::string_view source);
-  // Takes the leaves, which must outlive the node; sets the parent of each.
-  static void setLeaves(ASTNode& node, ASTNode** leaves, std::int32_t count);
-  static void setLeaf(ASTNode& node, int index, ASTNode* leaf);
-  static void setBitAccessOffset(::Expression& node, std::int32_t bit);
-  // Source text of a node without a copy.
-  static std::string_view source(const ASTNode& node);
-};
-
-}  // namespace vel
+}
 
 namespace refhost {
 

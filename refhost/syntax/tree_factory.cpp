@@ -10,7 +10,7 @@
 
 #include "grammar.h"
 #include "refhost/messages.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 #include "refhost/syntax/left_out.h"
 #include "refhost/syntax/parser.h"
 
@@ -148,7 +148,7 @@ Value TreeFactory::bit(Span span, Value base, Span number) {
 
 Value TreeFactory::part(Span span, Value base, Span address) {
   constexpr std::string_view kBit = "%X";
-  if (equalFolded(textOf(address).substr(0, kBit.size()), kBit)) {
+  if (equalIgnoringCase(textOf(address).substr(0, kBit.size()), kBit)) {
     return bit(span, base, {address.begin + 2, address.end});
   }
   auto* node = tree_.make<Expr>(Expression::Typed);
@@ -324,7 +324,7 @@ bool TreeFactory::followsPragma(Span span, std::string_view pragma) const {
   before.remove_prefix(start + 1);
   const std::size_t first = before.find_first_not_of(kBlanks);
   if (first == std::string_view::npos) return false;
-  return equalFolded(before.substr(first, before.find_last_not_of(kBlanks) + 1 - first), pragma);
+  return equalIgnoringCase(before.substr(first, before.find_last_not_of(kBlanks) + 1 - first), pragma);
 }
 
 Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type, Value initial) {

@@ -1,4 +1,4 @@
-#include "refhost/services/memory.h"
+#include "hostkit/device_map.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

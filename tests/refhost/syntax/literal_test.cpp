@@ -1,4 +1,4 @@
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 
 #include <gtest/gtest.h>
 
@@ -8,14 +8,14 @@
 
 namespace {
 
-using refhost::LiteralError;
-using refhost::LiteralForm;
-using refhost::LiteralValue;
+using hostkit::LiteralError;
+using hostkit::LiteralForm;
+using hostkit::LiteralValue;
 using vel::BasicDataType;
 
 std::string describe(const std::string& source) {
   LiteralValue value;
-  switch (refhost::parseLiteral(source, value)) {
+  switch (hostkit::parseLiteral(source, value)) {
     case LiteralError::NotALiteral:
       return "no literal";
     case LiteralError::Malformed:
@@ -143,7 +143,7 @@ TEST(Literal, IsMalformedOrNone) {
         "BOOL#YES",       "'a",           "'a'b'", "'$x'",         "'$4'",         "\"$00G0\"",
         "STRING#\"x\"",   "'a\nb'"}) {
     LiteralValue value;
-    EXPECT_NE(refhost::parseLiteral(source, value), LiteralError::None) << source;
+    EXPECT_NE(hostkit::parseLiteral(source, value), LiteralError::None) << source;
   }
   for (const char* source :
        {"", "-", "x", "a1e5", "-TRUE", "color#red", "x + 1", "f(5)", "%IX0.0"}) {
@@ -154,11 +154,11 @@ TEST(Literal, IsMalformedOrNone) {
 TEST(Literal, TellsIntegersFromOtherTexts) {
   bool negative = false;
   std::uint64_t magnitude = 0;
-  EXPECT_TRUE(refhost::parseIntegerLiteral("-INT#16#1_0", negative, magnitude));
+  EXPECT_TRUE(hostkit::parseIntegerLiteral("-INT#16#1_0", negative, magnitude));
   EXPECT_TRUE(negative && magnitude == 16);
   for (const char* source :
        {"1.5", "1e5", "TRUE", "BOOL#1", "x", "REAL#1", "'1'", "T#1s", "1 + 1", "(1)"}) {
-    EXPECT_FALSE(refhost::parseIntegerLiteral(source, negative, magnitude)) << source;
+    EXPECT_FALSE(hostkit::parseIntegerLiteral(source, negative, magnitude)) << source;
   }
 }
 
@@ -167,16 +167,16 @@ TEST(Literal, FitsTypesToTheirLastValue) {
     const std::uint64_t all = std::numeric_limits<std::uint64_t>::max() >> (64 - bits);
     const auto isSigned = static_cast<BasicDataType>(number);
     const auto isUnsigned = static_cast<BasicDataType>(number + 4);
-    EXPECT_TRUE(refhost::integerFits(false, all / 2, isSigned));
-    EXPECT_FALSE(refhost::integerFits(false, all / 2 + 1, isSigned));
-    EXPECT_TRUE(refhost::integerFits(true, all / 2 + 1, isSigned));
-    EXPECT_FALSE(refhost::integerFits(true, all / 2 + 2, isSigned));
-    EXPECT_TRUE(refhost::integerFits(false, all, isUnsigned));
-    EXPECT_EQ(refhost::integerFits(false, all + 1, isUnsigned), bits == 64);
-    EXPECT_FALSE(refhost::integerFits(true, 1, isUnsigned));
+    EXPECT_TRUE(hostkit::integerFits(false, all / 2, isSigned));
+    EXPECT_FALSE(hostkit::integerFits(false, all / 2 + 1, isSigned));
+    EXPECT_TRUE(hostkit::integerFits(true, all / 2 + 1, isSigned));
+    EXPECT_FALSE(hostkit::integerFits(true, all / 2 + 2, isSigned));
+    EXPECT_TRUE(hostkit::integerFits(false, all, isUnsigned));
+    EXPECT_EQ(hostkit::integerFits(false, all + 1, isUnsigned), bits == 64);
+    EXPECT_FALSE(hostkit::integerFits(true, 1, isUnsigned));
   }
-  EXPECT_TRUE(refhost::integerFits(true, 5, BasicDataType::Real));
-  EXPECT_FALSE(refhost::integerFits(false, 1, BasicDataType::Bool));
+  EXPECT_TRUE(hostkit::integerFits(true, 5, BasicDataType::Real));
+  EXPECT_FALSE(hostkit::integerFits(false, 1, BasicDataType::Bool));
 }
 
 }  // namespace

@@ -1,6 +1,40 @@
-// Operations of expressions, literals and declarations: what every host keeps of them.
+// Operations of nodes. With HOSTKIT_STRICT, for tests of the plugin, a request that the
+// contract does not allow ends the program.
+#include <cstdlib>
+
+#include "host/ast.h"
 #include "host/declaration.h"
 #include "host/expression.h"
+
+namespace vel {
+
+ASTNode::ASTNode(ASTType type) : type_(type), length_(0), isUnit_(0) {}
+ASTNode::~ASTNode() = default;
+ASTType ASTNode::type() const { return type_; }
+int ASTNode::leavesCount() const { return leavesCount_; }
+ASTNode* ASTNode::leaf(int i) const {
+  const bool isThere = i >= 0 && i < leavesCount_;
+#ifdef HOSTKIT_STRICT
+  if (!isThere) std::abort();
+#endif
+  return isThere ? leaves_[i] : nullptr;
+}
+ASTNode* ASTNode::parent() const { return parent_; }
+TextLocation ASTNode::pos() const { return pos_; }
+
+ASTNode* ASTNode::getPouAST(ASTNode* node) {
+  while (node != nullptr && node->isUnit_ == 0) node = node->parent_;
+  return node;
+}
+
+ASTText::ASTText(ASTType type, const char* text) : ASTNode(type), text_(text) {}
+ASTText::~ASTText() = default;
+const char* ASTText::text() const { return text_; }
+
+BasicData::BasicData(BasicDataType type) : type_(type) {}
+BasicDataType BasicData::type() const { return type_; }
+
+}  // namespace vel
 
 Expression::Expression(Operator op) : ASTNode(vel::ASTType::Expression), op_(op) {}
 Expression::~Expression() = default;
@@ -25,7 +59,9 @@ std::string ConstantValue::typeStr() const { return typeName_; }
 bool ConstantValue::isFixedType() const { return fixedType_; }
 
 POUDeclaration::POUDeclaration(vel::ASTType nodeKind, const char* name, vel::POUType type)
-    : ASTNode(nodeKind), kind(static_cast<int>(type)), name_(name), type_(type) {}
+    : ASTNode(nodeKind), kind(static_cast<int>(type)), name_(name), type_(type) {
+  isUnit_ = 1;
+}
 POUDeclaration::~POUDeclaration() = default;
 const char* POUDeclaration::name() const { return name_; }
 vel::POUType POUDeclaration::type() const { return type_; }

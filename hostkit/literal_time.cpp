@@ -1,9 +1,9 @@
 #include <iterator>
 #include <limits>
 
-#include "refhost/syntax/literal_parts.h"
+#include "hostkit/literal_parts.h"
 
-namespace refhost::literal {
+namespace hostkit::literal {
 
 namespace {
 
@@ -155,4 +155,4 @@ LiteralError parseCalendar(std::string_view text, LiteralValue& out) {
              : LiteralError::OutOfRange;
 }
 
-}  // namespace refhost::literal
+}  // namespace hostkit::literal

@@ -2,9 +2,9 @@
 #include <string>
 #include <system_error>
 
-#include "refhost/syntax/literal_parts.h"
+#include "hostkit/literal_parts.h"
 
-namespace refhost::literal {
+namespace hostkit::literal {
 
 namespace {
 
@@ -83,4 +83,4 @@ LiteralError parseString(std::string_view text, bool isWide, LiteralValue& out) 
   return takeIf(text, quote) && text.empty() ? LiteralError::None : LiteralError::Malformed;
 }
 
-}  // namespace refhost::literal
+}  // namespace hostkit::literal

@@ -1,11 +1,11 @@
-#include "refhost/services/memory.h"
+#include "hostkit/device_map.h"
 
 #include <array>
 #include <charconv>
 
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 
-namespace refhost {
+namespace hostkit {
 namespace {
 
 using vel::HeapAddress;
@@ -50,7 +50,7 @@ bool parseNumber(std::string_view text, std::uint64_t& value) {
 
 std::size_t countLetters(std::string_view text) {
   std::size_t n = 0;
-  while (n < text.size() && fold(text[n]) >= 'A' && fold(text[n]) <= 'Z') ++n;
+  while (n < text.size() && toUpper(text[n]) >= 'A' && toUpper(text[n]) <= 'Z') ++n;
   return n;
 }
 
@@ -62,7 +62,7 @@ std::size_t countDigits(std::string_view text) {
 
 }  // namespace
 
-Memory::Area Memory::area(std::uint32_t number) const {
+DeviceMap::Area DeviceMap::area(std::uint32_t number) const {
   switch (number) {
     case 1:
       return {0, sizes_.m};
@@ -84,8 +84,8 @@ Memory::Area Memory::area(std::uint32_t number) const {
   return {0, 0};
 }
 
-bool Memory::place(std::uint32_t areaNumber, std::uint32_t unitSize, std::uint64_t index,
-                   std::uint32_t bit, HeapAddress& out) const {
+bool DeviceMap::place(std::uint32_t areaNumber, std::uint32_t unitSize, std::uint64_t index,
+                      std::uint32_t bit, HeapAddress& out) const {
   const std::uint64_t size = area(areaNumber).size;
   if (index >= size / unitSize) return false;
   const auto firstBit = static_cast<std::uint32_t>(index * unitSize * 8);
@@ -97,17 +97,17 @@ bool Memory::place(std::uint32_t areaNumber, std::uint32_t unitSize, std::uint64
   return true;
 }
 
-bool Memory::parseIec(std::string_view text, HeapAddress& out) const {
+bool DeviceMap::parseIec(std::string_view text, HeapAddress& out) const {
   if (text.size() < 3 || text[0] != '%') return false;
   std::uint32_t areaNumber = 0;
   for (const IecArea& candidate : kIecAreas) {
-    if (candidate.letter == fold(text[1])) areaNumber = candidate.number;
+    if (candidate.letter == toUpper(text[1])) areaNumber = candidate.number;
   }
   if (areaNumber == 0) return false;
 
   std::string_view rest = text.substr(2);
   std::uint32_t unitSize = 0;  // a bit
-  switch (fold(rest[0])) {
+  switch (toUpper(rest[0])) {
     case 'X':
       rest.remove_prefix(1);
       break;
@@ -145,14 +145,14 @@ bool Memory::parseIec(std::string_view text, HeapAddress& out) const {
          bit < 8 && place(areaNumber, 1, index, static_cast<std::uint32_t>(bit), out);
 }
 
-bool Memory::parseLetters(std::string_view text, HeapAddress& out) const {
+bool DeviceMap::parseLetters(std::string_view text, HeapAddress& out) const {
   if (countLetters(text) != 1) return false;
   const std::size_t digits = countDigits(text.substr(1));
   std::uint64_t index = 0;
   if (!parseNumber(text.substr(1, digits), index)) return false;
   const std::string_view suffix = text.substr(1 + digits);
   for (const Device& device : kDevices) {
-    if (device.letter != fold(text[0])) continue;
+    if (device.letter != toUpper(text[0])) continue;
     if (!device.words) {
       return suffix.empty() &&
              place(device.number, 1, index / 8, static_cast<std::uint32_t>(index % 8), out);
@@ -165,11 +165,11 @@ bool Memory::parseLetters(std::string_view text, HeapAddress& out) const {
   return false;
 }
 
-bool Memory::parse(std::string_view text, HeapAddress& out) const {
+bool DeviceMap::parse(std::string_view text, HeapAddress& out) const {
   return !text.empty() && (text[0] == '%' ? parseIec(text, out) : parseLetters(text, out));
 }
 
-HeapRawAddr Memory::raw(const HeapAddress& address) const {
+HeapRawAddr DeviceMap::raw(const HeapAddress& address) const {
   HeapRawAddr result;
   const std::uint32_t start = area(address.area).start;
   if (address.area == 0) {
@@ -196,56 +196,11 @@ const char* addressTypeName(const HeapAddress& address) {
   }
 }
 
-HeapRawAddr Memory::allocateState() {
+HeapRawAddr DeviceMap::allocateState() {
   HeapRawAddr result;
   result.address = byteSize();
   ++stateBytes_;
   return result;
 }
 
-}  // namespace refhost
-
-namespace vel {
-
-using refhost::Memory;
-
-DeviceMemory::~DeviceMemory() = default;
-
-bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool) {
-  HeapAddress parsed;
-  if (!static_cast<const Memory*>(this)->parse(text, parsed)) return false;
-  if (out != nullptr) *out = parsed;
-  return true;
-}
-
-BasicDataType DeviceMemory::iecAddressType(const HeapAddress& address) {
-  if (address.area == 0) return BasicDataType::None;
-  if (address.isBitMode()) return BasicDataType::BitAddress;
-  switch (address.unitSize) {
-    case 1:
-      return BasicDataType::USInt;
-    case 2:
-      return BasicDataType::UInt;
-    case 4:
-      return BasicDataType::UDInt;
-    default:
-      return BasicDataType::ULInt;
-  }
-}
-
-HeapRawAddr DeviceMemory::HeapAddress2HeapRawAddr(const HeapAddress& address) {
-  return static_cast<const Memory*>(this)->raw(address);
-}
-
-JapanComponent DeviceMemory::parseComponent(const std::string& text) {
-  JapanComponent parts;
-  const std::size_t letters = refhost::countLetters(text);
-  const std::size_t digits = refhost::countDigits(std::string_view(text).substr(letters));
-  if (letters == 0 || digits == 0) return parts;
-  parts.device = text.substr(0, letters);
-  parts.number = text.substr(letters, digits);
-  parts.suffix = text.substr(letters + digits);
-  return parts;
-}
-
-}  // namespace vel
+}  // namespace hostkit

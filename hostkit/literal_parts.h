@@ -2,22 +2,17 @@
 // text after the '#', to its end, and sets the value in `out` but not its type.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
-#include "refhost/syntax/literal.h"
+#include "hostkit/folding.h"
+#include "hostkit/literal.h"
 
-namespace refhost::literal {
+namespace hostkit::literal {
 
 constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isLetter(char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || c == '_'; }
-
-inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                            [](char x, char y) { return lower(x) == lower(y); });
-}
 
 inline bool takeIf(std::string_view& text, char c) {
   if (text.empty() || text.front() != c) return false;
@@ -35,4 +30,4 @@ LiteralError parseCalendar(std::string_view text, LiteralValue& out);
 // STRING in single quotes, or WSTRING in double quotes when `isWide`.
 LiteralError parseString(std::string_view text, bool isWide, LiteralValue& out);
 
-}  // namespace refhost::literal
+}  // namespace hostkit::literal

@@ -8,7 +8,7 @@
 
 #include "host/basic_data_type.h"
 
-namespace refhost {
+namespace hostkit {
 
 enum class LiteralForm : std::uint8_t {
   Bool,
@@ -58,4 +58,4 @@ bool parseIntegerLiteral(std::string_view text, bool& negative, std::uint64_t& m
 // The integer fits the elementary type (integers by range, floats always).
 bool integerFits(bool negative, std::uint64_t magnitude, vel::BasicDataType type);
 
-}  // namespace refhost
+}  // namespace hostkit

@@ -1,15 +1,15 @@
-// Device memory of the reference host: its areas and their places in `_m`.
+// A device memory: its areas, their addresses, and their places in `_m`.
 #pragma once
 
 #include <string_view>
 
 #include "host/device_memory.h"
 
-namespace refhost {
+namespace hostkit {
 
 // Both notations are understood whatever the project's own is. Areas lie one after
 // the other: in IEC notation M, I, Q; in device letters M, S, B, D, R, W, X, Y.
-class Memory final : public vel::DeviceMemory {
+class DeviceMap {
  public:
   // Of IEC notation, in bytes. The areas of device letters share them out: the
   // inputs and outputs take those of I and Q, the others that of M.
@@ -19,7 +19,7 @@ class Memory final : public vel::DeviceMemory {
     std::uint32_t q = 1024;
   };
 
-  explicit Memory(Sizes sizes) : sizes_(sizes) {}
+  explicit DeviceMap(Sizes sizes) : sizes_(sizes) {}
 
   bool parse(std::string_view text, vel::HeapAddress& out) const;
   vel::HeapRawAddr raw(const vel::HeapAddress& address) const;
@@ -51,4 +51,4 @@ class Memory final : public vel::DeviceMemory {
 // the bit string of its size.
 const char* addressTypeName(const vel::HeapAddress& address);
 
-}  // namespace refhost
+}  // namespace hostkit

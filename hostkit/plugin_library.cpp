@@ -1,11 +1,11 @@
-#include "refhost/plugin_library.h"
+#include "hostkit/plugin_library.h"
 
 #include <dlfcn.h>
 
 #include "core/add_on_api.h"
-#include "refhost/add_on_registry.h"
+#include "hostkit/add_on_registry.h"
 
-namespace refhost {
+namespace hostkit {
 
 PluginLibrary::~PluginLibrary() {
   registry_.reset();  // its operators' code is in the libraries
@@ -46,4 +46,4 @@ bool PluginLibrary::extend(const std::string& path, std::string& error) {
   return false;
 }
 
-}  // namespace refhost
+}  // namespace hostkit

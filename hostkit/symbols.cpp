@@ -1,6 +1,6 @@
 // Operations of symbols and addresses: what every host keeps of them.
 #include "host/symbol.h"
-#include "refhost/services/folded.h"
+#include "hostkit/folding.h"
 
 namespace vel {
 
@@ -60,7 +60,8 @@ SymbolVar* VarContainer::param(int i) const {
 }
 SymbolVar* VarContainer::param(const std::string& name) const {
   for (SymbolVar* const candidate : params_) {
-    if (candidate != nullptr && refhost::equalFolded(candidate->name(), name)) return candidate;
+    if (candidate != nullptr && hostkit::equalIgnoringCase(candidate->name(), name))
+      return candidate;
   }
   return nullptr;
 }
@@ -69,7 +70,7 @@ SymbolPOU::SymbolPOU(InternalInterface* ii, const std::string& name, POUType typ
                      SymbolVar* returnVar)
     : VarContainer(Symbol::Pou, name), ii_(ii), type_(type), returnVar_(returnVar) {}
 SymbolPOU::~SymbolPOU() = default;
-// The reference host lays memory out per translation, so there is no layout to reset,
+// The kit lays no memory out and compiles nothing: there is no layout to reset,
 // no state of compilation to keep and no children beside the parameters.
 bool SymbolPOU::resetLayout(int) { return false; }
 void SymbolPOU::setCompiled(int) {}

@@ -7,7 +7,7 @@
 #include "core/op_manager_api.h"
 #include "core/operator.h"
 
-namespace refhost {
+namespace hostkit {
 
 // Passes everything on, and keeps what to say of the first operator that is refused.
 class AddOnRegistry final : public vel::OpManagerAPI {
@@ -40,4 +40,4 @@ class AddOnRegistry final : public vel::OpManagerAPI {
   std::string refusal_;
 };
 
-}  // namespace refhost
+}  // namespace hostkit

@@ -7,7 +7,7 @@
 
 #include "core/op_manager_api.h"
 
-namespace refhost {
+namespace hostkit {
 
 // Both operations return false, with the reason in `error`, when the library cannot be
 // loaded, is of the other sort, or is refused. Nothing else may be called then.
@@ -34,4 +34,4 @@ class PluginLibrary {
   std::unique_ptr<vel::OpManagerAPI> registry_;
 };
 
-}  // namespace refhost
+}  // namespace hostkit

@@ -1,11 +1,11 @@
-#include "refhost/syntax/literal.h"
+#include "hostkit/literal.h"
 
 #include <charconv>
 #include <system_error>
 
-#include "refhost/syntax/literal_parts.h"
+#include "hostkit/literal_parts.h"
 
-namespace refhost {
+namespace hostkit {
 
 LiteralError literal::takeDigits(std::string_view& text, unsigned base, std::uint64_t& value) {
   value = 0;
@@ -33,7 +33,6 @@ LiteralError literal::takeDigits(std::string_view& text, unsigned base, std::uin
 
 namespace {
 
-using literal::equalIgnoringCase;
 using literal::isDigit;
 using literal::isLetter;
 using literal::lower;
@@ -289,4 +288,4 @@ bool integerFits(bool negative, std::uint64_t magnitude, vel::BasicDataType type
   return isSigned && magnitude <= highest + 1;
 }
 
-}  // namespace refhost
+}  // namespace hostkit

@@ -1,0 +1,24 @@
+// The inputs of operators: how many a function-call operator has, and by which names calls may
+// give them.
+#pragma once
+
+#include <string_view>
+
+#include "hostkit/services.h"
+
+namespace hostkit {
+
+// Declares every function-call operator of the registry in `services.operators` as a function
+// with its inputs, and hands it to Answers::addUnit: the registry itself makes no program units
+// for them, and their checks count the inputs. To be called once the registry is complete.
+void declareFunctionOperators(Services& services);
+
+// The position of an operator's input `formal` among its parameters, from 0; -1 when it has
+// none of that name. The plugin knows parameters by position only, so that a host puts those
+// that are named in this order before it calls check.
+int operatorInput(std::string_view operatorName, std::string_view formal);
+
+// `IN3` is 3; -1 for a text that is not the prefix and a number.
+int numberedInput(std::string_view formal, std::string_view prefix);
+
+}  // namespace hostkit

@@ -1,0 +1,61 @@
+#include "hostkit/symbol_table.h"
+
+#include <utility>
+
+#include "hostkit/elementary_types.h"
+
+namespace hostkit {
+
+using vel::Symbol;
+
+namespace {
+
+template <class Map>
+auto lookUp(const Map& map, std::string_view name) -> typename Map::mapped_type {
+  const auto found = map.find(name);
+  return found != map.end() ? found->second : nullptr;
+}
+
+}  // namespace
+
+SymbolTable::SymbolTable() {
+  for (const ElementaryType& row : elementaryTypes()) {
+    if (row.name == nullptr) continue;
+    ownedTypes_.push_back(std::make_unique<vel::SymbolDataType>(row.name, row.type));
+    types_.emplace(row.name, ownedTypes_.back().get());
+  }
+  types_.emplace("TIME_OF_DAY", types_.at("TOD"));
+  types_.emplace("DATE_AND_TIME", types_.at("DT"));
+}
+
+Symbol* SymbolTable::find(const char* name, const char* unit, Symbol::Type kind) const {
+  const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
+  if (wanted(Symbol::Variable)) {
+    for (const char* const owner : {unit, ""}) {
+      const auto of = variables_.find(owner);
+      if (of == variables_.end()) continue;
+      if (Symbol* const variable = lookUp(of->second, name)) return variable;
+    }
+  }
+  if (wanted(Symbol::DataType)) {
+    if (Symbol* const type = lookUp(types_, name)) return type;
+  }
+  return wanted(Symbol::Pou) ? lookUp(units_, name) : nullptr;
+}
+
+bool SymbolTable::addUnit(vel::SymbolPOU* unit) {
+  if (types_.count(unit->name()) != 0 || units_.count(unit->name()) != 0) return false;
+  ownedUnits_.emplace_back(unit);
+  units_.emplace(unit->name(), unit);
+  return true;
+}
+
+vel::SymbolVar* SymbolTable::addVariable(const std::string& unit,
+                                         std::unique_ptr<vel::SymbolVar> variable) {
+  vel::SymbolVar* const added = variable.get();
+  if (!variables_[unit].emplace(added->name(), added).second) return nullptr;
+  ownedVariables_.push_back(std::move(variable));
+  return added;
+}
+
+}  // namespace hostkit

@@ -1,0 +1,37 @@
+// A symbol table for hosts that have none of their own.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/symbol.h"
+#include "hostkit/folding.h"
+
+namespace hostkit {
+
+// Knows the elementary types, and takes units and variables. Owns its symbols. Names match in
+// any letter case.
+class SymbolTable {
+ public:
+  SymbolTable();
+
+  // As Answers::find asks. A variable is looked up in its unit, then among those of all units.
+  vel::Symbol* find(const char* name, const char* unit, vel::Symbol::Type kind) const;
+  // As Answers::addUnit asks: false when a unit or a data type has the name.
+  bool addUnit(vel::SymbolPOU* unit);
+  // Adds a variable of `unit`, or of all units when that is empty. Null when the name is taken.
+  vel::SymbolVar* addVariable(const std::string& unit, std::unique_ptr<vel::SymbolVar> variable);
+
+ private:
+  std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
+  std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
+  std::vector<std::unique_ptr<vel::SymbolVar>> ownedVariables_;
+  FoldedMap<vel::SymbolDataType*> types_;
+  FoldedMap<vel::SymbolPOU*> units_;
+  std::unordered_map<std::string, FoldedMap<vel::SymbolVar*>, vel::HashIgnoringCase,
+                     vel::EqualIgnoringCase>
+      variables_;  // by unit
+};
+
+}  // namespace hostkit

@@ -1,0 +1,26 @@
+// Program units that a host makes itself.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/symbol.h"
+
+namespace hostkit {
+
+// Owns its parameters, and the data type of its instances when it is a function block.
+class Unit : public vel::SymbolPOU {
+ public:
+  Unit(vel::InternalInterface* ii, const std::string& name, vel::POUType type);
+
+  vel::SymbolVar* addParameter(std::unique_ptr<vel::SymbolVar> parameter);
+  // Of no type: that of an operator's input is the operator's own to check.
+  void addInput(const std::string& name);
+
+ private:
+  std::unique_ptr<vel::SymbolFBType> instanceType_;
+  std::vector<std::unique_ptr<vel::SymbolVar>> parameters_;
+};
+
+}  // namespace hostkit
