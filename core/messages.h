@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/ast_node_helper.h"
@@ -77,12 +78,15 @@ inline constexpr MessageFormat kAddressOrder{
 template <typename... Texts>
 void report(InternalInterface* ii, std::vector<VELMessage>& messages, const MessageFormat& what,
             TextLocation where, const Texts&... texts) {
-  const char* format = what.translated ? ii->translate(what.format).c_str() : what.format;
-  VELMessage& record = messages.emplace_back();
+  // The translation may be this very text, which therefore lives until it is filled in.
+  const std::string english(what.format);
+  const std::string& format = what.translated ? ii->translate(english) : english;
+  VELMessage record;
   record.location = where;
   record.severity = static_cast<int>(what.severity);
   record.code = what.code;
-  record.text = AstNodeHelper::stringFormat(what.code, format, texts.c_str()...);
+  record.text = AstNodeHelper::stringFormat(what.code, format.c_str(), texts.c_str()...);
+  messages.push_back(std::move(record));
 }
 
 }  // namespace vel
