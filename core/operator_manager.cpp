@@ -1,6 +1,7 @@
 #include "core/operator_manager.h"
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 
 #include "core/fc_operator.h"
@@ -20,24 +21,30 @@ bool convertsToItself(std::string_view name) {
 
 }  // namespace
 
-OperatorManager::OperatorManager(InternalInterface* ii) : ii_(ii) {
+OperatorManager::OperatorManager(InternalInterface* ii, Empty /*empty*/) : ii_(ii) {
   constexpr std::size_t kExpected = 520;
   operators_.max_load_factor(0.25F);
   operators_.reserve(kExpected);
+}
+
+// An exception of the host's, thrown while the registry is filled, finds it constructed, so
+// that the operators registered before are deleted.
+OperatorManager::OperatorManager(InternalInterface* ii) : OperatorManager(ii, Empty()) {
   registerAllOperators();
 }
 
+OperatorManager::~OperatorManager() {
+  std::vector<std::string> names;
+  operatorNames(names);
+  for (const std::string& name : names) delete findOperator(name);
+  clearOperators();
+}
+
 bool OperatorManager::registerOperator(STOperator* op) {
-  if (op == nullptr) return false;
-  // The entry comes first: should it fail for want of memory, the caller still has `op`.
-  const auto [entry, isNew] = operators_.try_emplace(op->name);
-  if (!isNew) return false;
-  auto& owner = entry->second;
-  if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) {
-    operators_.erase(op->name);
-    return false;
-  }
-  owner.reset(op);
+  if (op == nullptr || findOperator(op->name) != nullptr) return false;
+  // The host comes first: what it refuses has never been in the registry.
+  if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) return false;
+  operators_.emplace(op->name, op);
   return true;
 }
 
@@ -50,7 +57,7 @@ bool OperatorManager::addProgramUnit(const std::string& name) {
 
 STOperator* OperatorManager::findOperator(const std::string& name) {
   const auto found = operators_.find(name);
-  return found == operators_.end() ? nullptr : found->second.get();
+  return found == operators_.end() ? nullptr : found->second;
 }
 
 bool OperatorManager::isFCOperator(const std::string& name) {
@@ -66,10 +73,7 @@ void OperatorManager::operatorNames(std::vector<std::string>& names) {
   std::sort(names.begin() + before, names.end(), LessIgnoringCase());
 }
 
-void OperatorManager::clearOperators() {
-  for (auto& entry : operators_) static_cast<void>(entry.second.release());
-  operators_.clear();
-}
+void OperatorManager::clearOperators() { operators_.clear(); }
 
 bool OperatorManager::registerAllOperators() {
   if (operatorCount() > 0) return false;

@@ -1,7 +1,6 @@
 // The registry of operators.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -18,6 +17,9 @@ class OperatorManager final : public OpManagerAPI {
  public:
   // Registers every operator of the registration table that the host accepts.
   explicit OperatorManager(InternalInterface* ii);
+  // Deletes the operators in the order of their names; until the last is deleted, every
+  // name is still known.
+  ~OperatorManager() override;
 
   bool registerOperator(STOperator* op) override;
   STOperator* findOperator(const std::string& name) override;
@@ -27,15 +29,18 @@ class OperatorManager final : public OpManagerAPI {
   void clearOperators() override;
 
  private:
+  // Tells the constructor of an empty registry from the other.
+  struct Empty {};
+  OperatorManager(InternalInterface* ii, Empty empty);
+
   // False when the registry is not empty: it is filled only once.
   bool registerAllOperators();
   void registerRow(const Registration& row);
   bool addProgramUnit(const std::string& name);
 
   InternalInterface* ii_;
-  // Looked up for every call of a program; put in order only for `operatorNames`.
-  std::unordered_map<std::string, std::unique_ptr<STOperator>, HashIgnoringCase, EqualIgnoringCase>
-      operators_;
+  // Owned. Looked up for every call of a program; put in order only for `operatorNames`.
+  std::unordered_map<std::string, STOperator*, HashIgnoringCase, EqualIgnoringCase> operators_;
 };
 
 }  // namespace vel
