@@ -1,5 +1,6 @@
-// The syntax tree. Every node belongs to the host and outlives the calls in
-// which the plugin sees it; the plugin neither makes nor changes nodes.
+// The syntax tree. Every node belongs to the host and outlives the call in which the
+// plugin sees it. The plugin makes no nodes, and writes nothing to them but the basic
+// types of expressions and invocations (host/expression.h).
 #pragma once
 
 #include <cstdint>
@@ -40,15 +41,15 @@ class VEL_HOST_API ASTNode {
   ASTType type() const;
   int leavesCount() const;
   // Leaf `i`, from 0 to leavesCount() - 1; may be null where the program leaves
-  // an optional element out. Null outside that range.
+  // an optional element out. The plugin asks for no other.
   ASTNode* leaf(int i) const;
   // The enclosing node, null at the root.
   ASTNode* parent() const;
-  // Position of the node's first character.
+  // The position that messages about the node are given.
   TextLocation pos() const;
 
   // The declaration of the program unit that contains `node`, null when there is
-  // none or `node` is null.
+  // none. The plugin never passes null.
   static ASTNode* getPouAST(ASTNode* node);
 
  protected:
@@ -71,7 +72,8 @@ class VEL_HOST_API ASTNode {
 // A leaf that is one token, such as the name of an operator.
 class VEL_HOST_API ASTText : public ASTNode {
  public:
-  // Zero-terminated, never null, as written in the source.
+  // Zero-terminated, as written in the source. The plugin copies it at once; it takes
+  // null for a token that is missing.
   const char* text() const;
   ~ASTText() override;
 

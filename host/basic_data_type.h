@@ -6,9 +6,11 @@
 
 namespace vel {
 
-// Bit strings carry the numbers of their unsigned partners: a BYTE is told from
-// a USINT by the name of its data type only. Numbers that have no IEC name give
-// "INVALID" as text.
+// The plugin relies on the numbers -1 to 11, 18, 19, 21 to 23 and 24; on 13, by which MUX
+// takes its inputs for 64 bits wide; on 12 to 16 being the times and dates; and on 17 and
+// 20 in generic conversions. Elsewhere it tells types by their names. Bit strings carry the
+// numbers of their unsigned partners: a BYTE is told from a USINT by the name of its data
+// type only.
 enum class BasicDataType : std::int32_t {
   Undetermined = -1,  // the host could not type the expression
   None = 0,           // no elementary type
@@ -28,10 +30,10 @@ enum class BasicDataType : std::int32_t {
   Date = 14,
   TimeOfDay = 15,
   DateAndTime = 16,
-  Pointer = 17,
+  Pointer = 17,  // converts as a UDINT does
   String = 18,
   WString = 19,
-  Derived = 20,  // a named type
+  Derived = 20,  // a named type; converts as the type that its name tells
   Structure = 21,
   Enumeration = 22,
   FunctionBlock = 23,

@@ -26,12 +26,13 @@ class VEL_HOST_API POUDeclaration : public vel::ASTNode {
  public:
   ~POUDeclaration() override;
 
-  // Zero-terminated, as written; empty for a unit without a name, never null.
+  // Zero-terminated, as written; empty or null for a unit without a name. The plugin
+  // copies it at once.
   const char* name() const;
   vel::POUType type() const;
 
-  // How the unit's hidden state is kept: 1 in device memory, 2 in static
-  // variables, 3 in the instance. Follows type() unless the host says otherwise.
+  // Where the state of MEP and MEF in this unit lies: 1 in device memory, 2 in static
+  // variables; 3 in the instance, when type() is a function block.
   int kind;
 
  protected:
@@ -47,7 +48,7 @@ class VEL_HOST_API VarDeclaration : public vel::ASTNode {
   ~VarDeclaration() override;
 
   // The data type that a type-specification node stands for in `scope`; owned by
-  // the host. Null, and `*ok` false, when it names no type. `ok` may be null.
+  // the host. Null, and `*ok` false, when it names no type.
   static vel::SymbolDataType* astSpec2SymbolDataType(vel::InternalInterface* ii,
                                                      vel::VarContainer* scope,
                                                      vel::ASTNode* typeSpec, bool* ok);

@@ -21,11 +21,13 @@ class VEL_HOST_API Expression : public vel::ASTNode {
   ~Expression() override;
 
   Operator op() const;
-  // The bit number of a bit access (`x.3`), -1 for everything else.
+  // The bit number of a bit access (`x.3`), negative for every other expression. The
+  // plugin asks expressions of the operator Typed only.
   int bitAccessOffset() const;
 
-  // The elementary type recorded on the node. The host records one on every
-  // expression before code is generated.
+  // The elementary type recorded on the node. The host records one on literals before
+  // the check of the invocation that they stand in, on every other expression at the latest
+  // before code is generated. MUX records those of its inputs.
   vel::BasicDataType basicType() const;
   void setBasicType(vel::BasicDataType type);
 

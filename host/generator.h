@@ -23,8 +23,8 @@ class VEL_HOST_API GenClanAPI {
   virtual void reserved4() {}
   virtual void reserved5() {}
   virtual void reserved6() {}
-  // Slot 7: the value of a generator option such as "localio.addr";
-  // zero-terminated, owned by the host, empty when unset, never null.
+  // Slot 7: the value of a generator option; the plugin asks for "localio.addr".
+  // Zero-terminated, valid until the host is asked again, empty when unset, never null.
   virtual const char* optionText(const char* name) = 0;
   virtual void reserved8() {}
   virtual void reserved9() {}
@@ -39,17 +39,19 @@ class VEL_HOST_API GenClanAPI {
   virtual void reserved18() {}
   virtual void reserved19() {}
   virtual void reserved20() {}
-  // Slot 21: the C spelling of a data type; empty for null.
+  // Slot 21: the C spelling of a data type, never null.
   virtual std::string typeText(SymbolDataType* type) = 0;
-  // Slot 22: the C lvalue of a variable in the unit `pouName`. Flag 16 asks for a
-  // text whose address can be taken.
+  // Slot 22: the C lvalue of a variable, never null, in the unit `pouName`. Flag 16, the
+  // only one that the plugin passes, asks for a text whose address can be taken.
   virtual std::string variableText(SymbolVar* variable, int flag, const std::string& pouName) = 0;
   virtual void reserved23() {}
   virtual void reserved24() {}
   virtual void reserved25() {}
-  // Slot 26: the C text of an expression; empty for null.
+  // Slot 26: the C text of an expression, never null. The plugin puts it in parentheses,
+  // except in the calls of MUX, ROL and ROR, of direct I/O, and of the bits of parameters.
   virtual std::string expressionText(ASTNode* expression) = 0;
-  // Slot 27: told of a constant operand of type `type` that ends `text`.
+  // Slot 27: told of a literal of MUX: `text`, the call as far as it is written, ends in
+  // it, and `type` is its type. The result is discarded.
   virtual std::string prepareConstant(const std::string& text, BasicDataType type) = 0;
 };
 

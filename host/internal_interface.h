@@ -14,12 +14,11 @@ class SymbolManager;
 struct ProjectSettings;
 
 // Positions of operations are part of the contract: the comments count the slots,
-// and unnamed ones are reserved for the host. Every object returned belongs to
-// the host, lives as long as this one, and is never null unless said otherwise.
+// and unnamed ones are reserved for the host. Every object returned belongs to the host.
 // All calls come from and go to one thread.
 class VEL_HOST_API InternalInterface {
  public:
-  virtual SymbolManager* symbolManager() = 0;  // slot 1
+  virtual SymbolManager* symbolManager() = 0;  // slot 1; never null
   virtual void reserved2() {}
   virtual void reserved3() {}
   virtual void reserved4() {}
@@ -27,15 +26,16 @@ class VEL_HOST_API InternalInterface {
   virtual void reserved6() {}
   virtual void reserved7() {}
   virtual void reserved8() {}
-  // Slot 9: the text to display for an English message format, placeholders kept.
-  // The text lives until this object ends.
+  // Slot 9: the text to display for an English message format, placeholders kept. It may
+  // be `format` itself, and need be valid only until the message's text is made of it.
   virtual const std::string& translate(const std::string& format) = 0;
-  virtual DeviceMemory* deviceMemory() = 0;  // slot 10
+  // Slot 10: null when the host has none; no text is a device address then.
+  virtual DeviceMemory* deviceMemory() = 0;
   virtual void reserved11() {}
   virtual void reserved12() {}
   virtual void reserved13() {}
   virtual void reserved14() {}
-  virtual CallTree* callTree() = 0;  // slot 15
+  virtual CallTree* callTree() = 0;  // slot 15; null when the host keeps none
   virtual void reserved16() {}
   virtual void reserved17() {}
   virtual void reserved18() {}
@@ -59,7 +59,7 @@ class VEL_HOST_API InternalInterface {
   virtual void reserved33() {}
   virtual void reserved34() {}
   virtual void reserved35() {}
-  virtual ProjectSettings* projectSettings() = 0;  // slot 36
+  virtual ProjectSettings* projectSettings() = 0;  // slot 36; null when nothing is set
   virtual ~InternalInterface();
 };
 

@@ -73,7 +73,7 @@ class VEL_HOST_API SymbolTyped : public Symbol {
   SymbolTyped(const std::string& name, SymbolDataType* type);
   ~SymbolTyped() override;
 
-  // Slot 4.
+  // Slot 4: null when it is not known.
   virtual SymbolDataType* dataType() const;
 
  private:
@@ -93,7 +93,8 @@ class VEL_HOST_API SymbolMemUnit : public Symbol {
   HeapAddress iecAddress() const;
   // True when the program fixes the address.
   bool isFixedAddress() const;
-  // The place in the memory image; meaningful for variables kept there only.
+  // The place in the memory image: of a variable at a fixed address, and of the state of
+  // MEP and MEF in a unit that keeps it there, its byte. 0 for every other.
   HeapRawAddr backendAddress() const;
 
  protected:
@@ -130,7 +131,7 @@ class VEL_HOST_API VarContainer : public SymbolMemUnit {
   ~VarContainer() override;
 
   int paramsCount() const;
-  // Parameter `i` in order of declaration; null outside 0 to paramsCount() - 1.
+  // Parameter `i` in order of declaration, from 0 to paramsCount() - 1; may be null.
   SymbolVar* param(int i) const;
   // The parameter of that name in any letter case, null when there is none.
   SymbolVar* param(const std::string& name) const;
