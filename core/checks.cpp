@@ -43,7 +43,7 @@ const MessageFormat& conversionWarning(BasicDataType target, BasicDataType sourc
 ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const InvocationShape& shape,
                     std::vector<VELMessage>& messages) {
   const bool twoLeaves = shape.leaves == InvocationShape::Leaves::NameAndList;
-  if (invocation == nullptr || (invocation->leavesCount() == 0 && !twoLeaves)) return nullptr;
+  if (twoLeaves ? invocation == nullptr : isEmpty(invocation)) return nullptr;
 
   const auto operatorName = [&] {
     std::string written = operatorText(invocation);
@@ -62,7 +62,7 @@ ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const Invocation
     return nullptr;
   }
   if (list == nullptr || list->leavesCount() < shape.least || list->leavesCount() > shape.most ||
-      !isComplete(*list)) {
+      !hasLeaves(*list, shape.touched)) {
     report(ii, messages, message::kParameterCount, invocation->pos(), operatorName());
     return nullptr;
   }
@@ -72,9 +72,10 @@ ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const Invocation
 bool checkParams(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages) {
   // A host may set its symbol table up on the first request.
   ii->symbolManager();
-  if (invocation == nullptr || invocation->leavesCount() == 0) return false;
-  const int inputs = countInputs(ii, operatorText(invocation));
-  return checkShape(ii, invocation, {inputs, inputs}, messages) != nullptr;
+  if (isEmpty(invocation)) return false;
+  const int inputs = hasParameterList(*invocation) ? countInputs(ii, operatorText(invocation)) : 0;
+  const InvocationShape counted{inputs, inputs};
+  return checkShape(ii, invocation, counted.touching(0), messages) != nullptr;
 }
 
 int countInputs(InternalInterface* ii, const std::string& operatorName) {
@@ -105,7 +106,9 @@ std::string resolveTypeText(InternalInterface* ii, const std::string& scope, Bas
 bool checkAssignType(InternalInterface* ii, ASTNode* source, const std::string& targetText,
                      BasicDataType target, const std::string& sourceText, BasicDataType sourceType,
                      const std::string& scope, std::vector<VELMessage>& messages) {
-  if (isComparedByName(target) && !equalIgnoringCase(sourceText, targetText)) {
+  const std::string targetName = resolveTypeText(ii, scope, target, targetText);
+  const std::string sourceName = resolveTypeText(ii, scope, sourceType, sourceText);
+  if (isComparedByName(target) && stringToUpper(sourceText) != stringToUpper(targetText)) {
     report(ii, messages, message::kCannotConvert, positionOf(source), sourceText, targetText);
     return false;
   }
@@ -120,12 +123,10 @@ bool checkAssignType(InternalInterface* ii, ASTNode* source, const std::string& 
     return true;
   }
 
-  const std::string sourceName = resolveTypeText(ii, scope, sourceType, sourceText);
   if (rating < -2) {
     report(ii, messages, message::kConstantTooLarge, positionOf(source), sourceText, sourceName);
     return false;
   }
-  const std::string targetName = resolveTypeText(ii, scope, target, targetText);
   const MessageFormat& what =
       rating == -1 ? conversionWarning(target, sourceType) : message::kCannotConvert;
   report(ii, messages, what, positionOf(source), sourceName, targetName);

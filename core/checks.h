@@ -2,11 +2,10 @@
 // in the list alone.
 #pragma once
 
-#include <limits>
 #include <string>
 #include <vector>
 
-#include "host/ast.h"
+#include "core/invocation.h"
 #include "host/basic_data_type.h"
 #include "host/message.h"
 
@@ -27,12 +26,23 @@ struct InvocationShape {
   NameForm nameForm = NameForm::AsWritten;
   ListFault listFault = ListFault::NotAllowed;  // where a parameter list should stand
   Leaves leaves = Leaves::NameAndMore;          // of the invocation itself
+  // Number of leading parameters that the operator looks at; the tree may lack the others.
+  int touched = kEveryParameter;
+
+  // The same shape for an operator that looks at so many.
+  constexpr InvocationShape touching(int count) const {
+    InvocationShape shape = *this;
+    shape.touched = count;
+    return shape;
+  }
 };
 
-// The parameter list of an invocation of the wanted shape. Null for any other, with
-// a message unless there is no invocation or nothing in it (which is a fault like any
-// other where name and list are all that may be in it). A parameter that is missing in
-// the tree makes the number of parameters wrong.
+// The parameter list of an invocation of the wanted shape, null for any other:
+// - without a message where there is no invocation, or nothing in it (unless the shape is
+//   NameAndList, for which that is a fault like any other);
+// - with `listFault` where something else stands in the list's place;
+// - with the message on the number of parameters where there is no list, or one of another
+//   length, or one that lacks a parameter which the operator looks at.
 ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const InvocationShape& shape,
                     std::vector<VELMessage>& messages);
 

@@ -4,16 +4,18 @@
 
 #include "core/invocation.h"
 #include "host/ast_node_helper.h"
+#include "host/call_tree.h"
+#include "host/internal_interface.h"
 
 namespace vel {
 
 GenClanAPI* clanApi(Generator* gen) { return dynamic_cast<GenClanAPI*>(gen); }
 
-std::string callRoom() {
+std::string emptyCallText() {
   constexpr std::size_t kUsualLength = 255;
-  std::string room;
-  room.reserve(kUsualLength);
-  return room;
+  std::string text;
+  text.reserve(kUsualLength);
+  return text;
 }
 
 void genArgs(Generator* gen, ASTNode* parameterList, std::string& out) {
@@ -27,7 +29,7 @@ void genArgs(Generator* gen, ASTNode* parameterList, std::string& out) {
 }
 
 std::string callText(Generator* gen, std::string_view function, ASTNode* parameterList) {
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += function;
   out += '(';
   genArgs(gen, parameterList, out);
@@ -40,6 +42,17 @@ std::string memoryByteText(std::uint32_t offset) {
   out += std::to_string(offset);
   out += "))";
   return out;
+}
+
+void recordFirmwareCall(Generator* gen, const std::string& callee) {
+  CallTree* calls = gen->ii->callTree();
+  if (calls != nullptr) calls->addFirmwareCaller(callee);
+}
+
+void recordOperatorCall(Generator* gen, const std::string& caller, const std::string& callee,
+                        TextLocation where) {
+  CallTree* calls = gen->ii->callTree();
+  if (calls != nullptr) calls->addOperatorCaller(caller, callee, where);
 }
 
 DataTypeInfo typeForText(Generator* gen, ASTNode* invocation, ASTNode* expression) {

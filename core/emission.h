@@ -7,14 +7,15 @@
 
 #include "host/basic_data_type.h"
 #include "host/generator.h"
+#include "host/text_location.h"
 
 namespace vel {
 
 // The text operations of a generator.
 GenClanAPI* clanApi(Generator* gen);
 
-// An empty text with room for that of a call, so that a usual one is allocated once.
-std::string callRoom();
+// An empty text, with memory reserved so that a usual call is allocated once.
+std::string emptyCallText();
 
 // Appends the leaves of `parameterList` to `out`, each in parentheses: `(a), (b)`.
 // Nothing for a list that is empty or missing.
@@ -25,6 +26,12 @@ std::string callText(Generator* gen, std::string_view function, ASTNode* paramet
 
 // The address of a byte of the device memory.
 std::string memoryByteText(std::uint32_t offset);
+
+// Enter calls in the host's call tree, if it keeps one: of the function `callee` by the unit
+// that code is generated for, or by the unit `caller`.
+void recordFirmwareCall(Generator* gen, const std::string& callee);
+void recordOperatorCall(Generator* gen, const std::string& caller, const std::string& callee,
+                        TextLocation where);
 
 // The type of `expression` in the unit around `invocation`. What the host has to say of
 // it was said at the check and is dropped.

@@ -7,10 +7,10 @@
 namespace vel {
 
 std::string FCOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
+  const auto written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr) return {};
-  return callText(gen, stringToUpper(written), list);
+  if (!written || list == nullptr) return {};
+  return callText(gen, stringToUpper(*written), list);
 }
 
 }  // namespace vel

@@ -1,5 +1,7 @@
 #include "core/invocation.h"
 
+#include <algorithm>
+
 #include "host/ast_node_helper.h"
 #include "host/expression.h"
 #include "host/internal_interface.h"
@@ -7,31 +9,44 @@
 
 namespace vel {
 
+bool isEmpty(const ASTNode* invocation) {
+  return invocation == nullptr || invocation->leavesCount() == 0;
+}
+
 ASTNode* leafOf(const ASTNode* node, int i) {
   return node != nullptr && i < node->leavesCount() ? node->leaf(i) : nullptr;
+}
+
+std::string textOf(ASTNode* node) {
+  return node != nullptr ? AstNodeHelper::astText(node) : std::string();
 }
 
 TextLocation positionOf(const ASTNode* node) {
   return node != nullptr ? node->pos() : TextLocation();
 }
 
-std::string operatorText(const ASTNode* invocation) {
-  return AstNodeHelper::astText(leafOf(invocation, 0));
-}
+std::string operatorText(const ASTNode* invocation) { return textOf(leafOf(invocation, 0)); }
 
-const char* nameToken(const ASTNode* invocation) {
+std::optional<std::string> nameToken(const ASTNode* invocation) {
   const auto* token = dynamic_cast<const ASTText*>(leafOf(invocation, 0));
-  return token != nullptr ? token->text() : nullptr;
+  const char* text = token != nullptr ? token->text() : nullptr;
+  if (text == nullptr) return std::nullopt;
+  return text;
 }
 
-ASTNode* argumentList(const ASTNode* invocation) {
+bool hasParameterList(const ASTNode& invocation) {
+  const ASTNode* list = leafOf(&invocation, 1);
+  return list != nullptr && list->type() == ASTType::ParameterList;
+}
+
+ASTNode* argumentList(const ASTNode* invocation, int touched) {
   ASTNode* list = leafOf(invocation, 1);
-  return list != nullptr && isComplete(*list) ? list : nullptr;
+  return list != nullptr && hasLeaves(*list, touched) ? list : nullptr;
 }
 
-bool isComplete(const ASTNode& list) {
-  const int count = list.leavesCount();
-  for (int i = 0; i < count; ++i) {
+bool hasLeaves(const ASTNode& list, int count) {
+  const int there = std::min(count, list.leavesCount());
+  for (int i = 0; i < there; ++i) {
     if (list.leaf(i) == nullptr) return false;
   }
   return true;
@@ -43,15 +58,18 @@ bool isAssigned(const ASTNode& invocation) {
 }
 
 const POUDeclaration* enclosingPou(ASTNode* invocation) {
+  if (invocation == nullptr) return nullptr;
   return dynamic_cast<const POUDeclaration*>(ASTNode::getPouAST(invocation));
 }
 
 bool isKeptInDeviceMemory(const POUDeclaration& unit) { return unit.kind == 1; }
 
-std::string enclosingPouName(ASTNode* invocation) {
-  const POUDeclaration* unit = enclosingPou(invocation);
-  return unit != nullptr ? unit->name() : std::string();
+std::string nameOf(const POUDeclaration* unit) {
+  const char* name = unit != nullptr ? unit->name() : nullptr;
+  return name != nullptr ? name : std::string();
 }
+
+std::string enclosingPouName(ASTNode* invocation) { return nameOf(enclosingPou(invocation)); }
 
 std::string effectivePouName(ASTNode* invocation, const std::string& fallback) {
   std::string name = enclosingPouName(invocation);

@@ -2,6 +2,8 @@
 // what a faulty program can leave in the tree: missing nodes and wrong kinds.
 #pragma once
 
+#include <limits>
+#include <optional>
 #include <string>
 
 #include "host/ast.h"
@@ -12,22 +14,31 @@ namespace vel {
 
 class InternalInterface;
 
+// There is no invocation, or nothing in it: a check refuses such without a message, before
+// it asks the host anything.
+bool isEmpty(const ASTNode* invocation);
+
 // Leaf `i` of `node`, null when either is missing.
 ASTNode* leafOf(const ASTNode* node, int i);
+// The source text of `node`, empty when it is missing.
+std::string textOf(ASTNode* node);
 // The start of the file when `node` is missing.
 TextLocation positionOf(const ASTNode* node);
 
 // The source text of the operator's name as written; for checks.
 std::string operatorText(const ASTNode* invocation);
-// The token of the operator's name as written, null when it is missing; for
+// The token of the operator's name as written, nothing when it is missing; for
 // generation.
-const char* nameToken(const ASTNode* invocation);
+std::optional<std::string> nameToken(const ASTNode* invocation);
 
+// `invocation` has a parameter list.
+bool hasParameterList(const ASTNode& invocation);
 // The parameter list of an invocation to generate; null when the list or one of its
-// parameters is missing.
-ASTNode* argumentList(const ASTNode* invocation);
-// Every leaf of `list` is there.
-bool isComplete(const ASTNode& list);
+// first `touched` parameters is missing.
+constexpr int kEveryParameter = std::numeric_limits<int>::max();
+ASTNode* argumentList(const ASTNode* invocation, int touched = kEveryParameter);
+// The first `count` leaves of `list` are there, as far as it has so many.
+bool hasLeaves(const ASTNode& list, int count);
 
 // `invocation` is the right side of an assignment, whose target is the first leaf of
 // the parent: a parent with several leaves is taken for an assignment.
@@ -35,6 +46,8 @@ bool isAssigned(const ASTNode& invocation);
 
 // The program unit around `invocation`, null when there is none.
 const POUDeclaration* enclosingPou(ASTNode* invocation);
+// The name of `unit`; empty when either is missing.
+std::string nameOf(const POUDeclaration* unit);
 // What it keeps between scans is in device memory.
 bool isKeptInDeviceMemory(const POUDeclaration& unit);
 // The name of the program unit around `invocation`, empty when there is none.

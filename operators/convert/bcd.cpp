@@ -42,6 +42,7 @@ constexpr Rules kToBcd = {{
 bool checkBcd(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
               std::string& resultType, const std::string& pouName,
               std::string_view ConversionEnds::*side, const Rules& rules) {
+  if (isEmpty(invocation)) return false;
   if (!checkParams(ii, invocation, messages)) return false;
 
   ConversionCheck conversion(ii, invocation, messages);

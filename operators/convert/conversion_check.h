@@ -28,7 +28,7 @@ class ConversionCheck {
   static constexpr InvocationShape kShape{1, 1, InvocationShape::NameForm::UpperCase,
                                           InvocationShape::ListFault::Abnormal};
 
-  // `invocation` may be null.
+  // `invocation` is not empty.
   ConversionCheck(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages);
   ConversionCheck(const ConversionCheck&) = delete;
   ConversionCheck& operator=(const ConversionCheck&) = delete;

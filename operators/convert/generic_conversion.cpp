@@ -34,7 +34,8 @@ std::string GeneralConvertOperator::generate(Generator* gen, ASTNode* invocation
   if (list->type() != ASTType::ParameterList && list->leavesCount() != 1) return {};
 
   const BasicDataType source = typeForText(gen, invocation, list->leaf(0)).type;
-  if (AstNodeHelper::isFloatType(source) && AstNodeHelper::isIntegerType(target->dataType())) {
+  const bool isReal = source == BasicDataType::Real || source == BasicDataType::LReal;
+  if (isReal && AstNodeHelper::isIntegerType(target->dataType())) {
     return RealToIntegerOperator(name).generate(gen, invocation);
   }
   if (isText(source)) {

@@ -3,8 +3,6 @@
 #include "core/checks.h"
 #include "core/emission.h"
 #include "core/invocation.h"
-#include "host/call_tree.h"
-#include "host/internal_interface.h"
 #include "host/text.h"
 #include "operators/convert/conversion_check.h"
 #include "operators/convert/conversion_name.h"
@@ -14,6 +12,7 @@ namespace vel {
 bool StrToOperator::check(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType,
                           const std::string& pouName) {
+  if (isEmpty(invocation)) return false;
   if (!checkParams(ii, invocation, messages)) return false;
 
   ConversionCheck conversion(ii, invocation, messages);
@@ -27,7 +26,7 @@ std::string StrToOperator::generateNamedCall(Generator* gen, ASTNode* invocation
                                              const std::string& function) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
-  gen->ii->callTree()->addFirmwareCaller(stringToUpper(function));
+  recordFirmwareCall(gen, stringToUpper(function));
   return callText(gen, function, list);
 }
 

@@ -10,6 +10,7 @@ namespace vel {
 bool TruncOperator::check(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType,
                           const std::string& pouName) {
+  if (isEmpty(invocation)) return false;
   ConversionCheck conversion(ii, invocation, messages);
   if (!conversion.hasArgument(ConversionCheck::kShape, pouName)) return false;
 
@@ -26,7 +27,7 @@ std::string TruncOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
 
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "((i32)";
   genArgs(gen, list, out);
   out += ')';

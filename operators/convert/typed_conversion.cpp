@@ -27,6 +27,7 @@ std::string argumentTypeName(Generator* gen, ASTNode* invocation, ASTNode* argum
 bool ConvertOperator::check(InternalInterface* ii, ASTNode* invocation,
                             std::vector<VELMessage>& messages, std::string& resultType,
                             const std::string& pouName) {
+  if (isEmpty(invocation)) return false;
   ConversionCheck conversion(ii, invocation, messages);
   if (!conversion.hasArgument(ConversionCheck::kShape, pouName)) return false;
 
@@ -55,11 +56,11 @@ bool ConvertOperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string ConvertOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
+  const auto written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr) return {};
+  if (!written || list == nullptr) return {};
 
-  const std::string upper = stringToUpper(written);
+  const std::string upper = stringToUpper(*written);
   const ConversionName parts(upper);
   std::string sourceName;
   if (parts.isTyped()) {
@@ -73,7 +74,7 @@ std::string ConvertOperator::generate(Generator* gen, ASTNode* invocation) {
   SymbolDataType* target = findDataType(gen->ii, parts.target().data());
   if (source == nullptr || target == nullptr) return {};
 
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   if (isText(source->dataType()) || isText(target->dataType())) {
     out += upper;
     out += '(';
@@ -96,17 +97,17 @@ std::string RealToIntegerOperator::staticCode(Generator* /*gen*/) {
 }
 
 std::string RealToIntegerOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
+  const auto written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr) return {};
+  if (!written || list == nullptr) return {};
 
   // As written: looking types up ignores letter case.
-  const ConversionName parts(written);
+  const ConversionName parts(*written);
   if (!parts.isTyped() && !parts.isGeneric()) return {};
   SymbolDataType* target = findDataType(gen->ii, parts.target().data());
   if (target == nullptr) return {};
 
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "__real_to_integer(";
   genArgs(gen, list, out);
   out += ", ";
@@ -119,7 +120,7 @@ std::string ToBoolOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
 
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "((";
   genArgs(gen, list, out);
   out += ")!=0)";

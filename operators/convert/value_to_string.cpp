@@ -4,7 +4,6 @@
 #include "core/invocation.h"
 #include "core/op_manager_api.h"
 #include "host/ast_node_helper.h"
-#include "host/call_tree.h"
 #include "host/internal_interface.h"
 #include "host/text.h"
 #include "operators/convert/conversion_check.h"
@@ -23,7 +22,7 @@ std::string functionFor(Generator* gen, ASTNode* invocation, ASTNode* argument,
   function += written;
   OpManagerAPI* registry = gen->ii->operatorManager();
   if (registry != nullptr && registry->findOperator(function) != nullptr) {
-    gen->ii->callTree()->addFirmwareCaller(stringToUpper(function));
+    recordFirmwareCall(gen, stringToUpper(function));
   }
   return function;
 }
@@ -33,18 +32,19 @@ std::string functionFor(Generator* gen, ASTNode* invocation, ASTNode* argument,
 bool ToStrOperator::check(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType,
                           const std::string& pouName) {
+  if (isEmpty(invocation)) return false;
   ConversionCheck conversion(ii, invocation, messages);
   const std::string& written = conversion.name();
   InvocationShape shape = ConversionCheck::kStringShape;
   const bool isGeneric = written == "TO_STRING" || written == "TO_WSTRING";
   // Where the host declares another number of inputs than one, no number will do.
-  if (!isGeneric && countInputs(ii, written) != 1) shape.most = 0;
+  if (!isGeneric && hasParameterList(*invocation) && countInputs(ii, written) != 1) shape.most = 0;
   if (!conversion.hasArgument(shape, pouName)) return false;
 
   const ConversionEnds ends(written);
   const std::string source(ends.source);
-  if (isText(conversion.argumentType())) return conversion.mismatch(source);
   const SymbolDataType* named = ends.namesSource ? findDataType(ii, source.c_str()) : nullptr;
+  if (isText(conversion.argumentType())) return conversion.mismatch(source);
   const BasicDataType namedType = named != nullptr ? named->dataType() : conversion.argumentType();
   if (!conversion.argumentIs(namedType) && !conversion.argumentConverts(namedType)) {
     return conversion.mismatch(source);
@@ -54,16 +54,16 @@ bool ToStrOperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string ToStrOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* token = nameToken(invocation);
+  const auto written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
-  if (token == nullptr || list == nullptr) return {};
+  if (!written || list == nullptr) return {};
 
-  std::string function = stringToUpper(token);
+  std::string function = stringToUpper(*written);
   if (!ConversionEnds(function).namesSource) {
     if (list->leavesCount() == 0) return {};
     function = functionFor(gen, invocation, list->leaf(0), function);
   }
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += function;
   out += '(';
   genArgs(gen, list, out);

@@ -9,13 +9,12 @@
 namespace vel {
 namespace {
 
-bool isWantedKind(const DirectAddressContext& context, const std::string& text) {
-  switch (context.ii->addressNotation()) {
+bool isWantedKind(const DirectAddressContext& context, int notation, const std::string& text) {
+  switch (notation) {
     case kIecNotation:
       return equalIgnoringCase(iecKind(text, 2), context.isInput ? "IX" : "QX");
     case kLetterNotation:
-      return equalIgnoringCase(context.ii->deviceMemory()->parseComponent(text).device,
-                               context.isInput ? "X" : "Y");
+      return equalIgnoringCase(addressParts(context.ii, text).device, context.isInput ? "X" : "Y");
     default:
       return true;
   }
@@ -26,12 +25,13 @@ bool isWantedKind(const DirectAddressContext& context, const std::string& text) 
 bool validateDirectAddress(DirectAddressContext& context, ASTNode* parameter, HeapAddress& address,
                            std::vector<VELMessage>& messages, bool rejectKind) {
   InternalInterface* ii = context.ii;
+  const int notation = ii->addressNotation();
   const std::string text = AstNodeHelper::astText(parameter);
-  if (!ii->deviceMemory()->string2IecAddress(text, &address, false)) {
+  if (!parseAddress(ii, text, address)) {
     if (!rejectKind) report(ii, messages, message::kAddressNotValid, parameter->pos(), text);
     return rejectKind;
   }
-  if (isWantedKind(context, text) == rejectKind) {
+  if (isWantedKind(context, notation, text) == rejectKind) {
     report(ii, messages, message::kAddressNotSupported, parameter->pos(), text);
     return false;
   }

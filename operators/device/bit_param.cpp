@@ -22,9 +22,7 @@ constexpr InvocationShape parameters(int count) {
   return {count, count, InvocationShape::NameForm::UpperCase, InvocationShape::ListFault::None};
 }
 
-bool isBitParameter(InternalInterface* ii, const std::string& unitName, const std::string& name) {
-  const auto* unit = dynamic_cast<const SymbolPOU*>(
-      ii->symbolManager()->symbol(unitName.c_str(), "", Symbol::Pou));
+bool isBitParameter(const SymbolPOU* unit, const std::string& name) {
   const SymbolVar* parameter = unit != nullptr ? unit->param(name) : nullptr;
   return parameter != nullptr && parameter->varKind() == SymbolVar::kBitParameter;
 }
@@ -34,12 +32,15 @@ bool isBitParameter(InternalInterface* ii, const std::string& unitName, const st
 bool BitParamOperator::check(InternalInterface* ii, ASTNode* invocation,
                              std::vector<VELMessage>& messages, std::string& /*resultType*/,
                              const std::string& pouName) {
+  if (isEmpty(invocation)) return false;
   const std::string written = operatorText(invocation);
   const bool writes = isWrite(written);
+  const std::string scope = effectivePouName(invocation, pouName);
+  const auto* unit =
+      dynamic_cast<const SymbolPOU*>(ii->symbolManager()->symbol(scope.c_str(), "", Symbol::Pou));
   ASTNode* list = checkShape(ii, invocation, parameters(writes ? 3 : 2), messages);
   if (list == nullptr) return false;
 
-  const std::string scope = effectivePouName(invocation, pouName);
   bool accepted = true;
   const auto refuse = [&](const std::string& what, const std::string& where) {
     report(ii, messages, message::kNotAllowed, invocation->pos(), what, where);
@@ -50,7 +51,7 @@ bool BitParamOperator::check(InternalInterface* ii, ASTNode* invocation,
   };
 
   const std::string parameter = stringToUpper(AstNodeHelper::astText(list->leaf(0)));
-  if (!isBitParameter(ii, scope, parameter)) refuse(parameter, stringToUpper(written));
+  if (!isBitParameter(unit, parameter)) refuse(parameter, stringToUpper(written));
   ASTNode* bit = list->leaf(1);
   if (!AstNodeHelper::isIntegerType(typeOf(bit))) refuse(AstNodeHelper::astText(bit), scope);
   if (writes && typeOf(list->leaf(2)) != BasicDataType::Bool) {
@@ -60,14 +61,15 @@ bool BitParamOperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string BitParamOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
-  const ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr) return {};
-  const bool writes = isWrite(written);
-  if (list->leavesCount() < (writes ? 3 : 2)) return {};
+  const auto written = nameToken(invocation);
+  if (!written) return {};
+  const bool writes = isWrite(*written);
+  const int count = writes ? 3 : 2;
+  const ASTNode* list = argumentList(invocation, count);
+  if (list == nullptr || list->leavesCount() < count) return {};
 
   GenClanAPI* api = clanApi(gen);
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += writes ? "setBitOfParam" : "getBitOfParam";
   out += "(&offsetParam_";
   out += stringToUpper(AstNodeHelper::astText(list->leaf(0)));

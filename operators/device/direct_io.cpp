@@ -73,7 +73,7 @@ std::string readBitText(std::string destination, const std::string& place) {
     setter = "sbit(";
     bit = destination;
   }
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += setter;
   out += bit;
   out += setter.empty() ? " = _READIDIRECT(" : ", _READIDIRECT(";
@@ -85,7 +85,7 @@ std::string readBitText(std::string destination, const std::string& place) {
 std::string zoneText(Generator* gen, std::uint32_t first, std::uint32_t last,
                      std::string_view fill) {
   const std::uint32_t count = last - first + 1;
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "mset(";
   out += std::to_string(first);
   out += ',';
@@ -184,12 +184,12 @@ bool DirectIOOperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string DirectIOOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* token = nameToken(invocation);
-  const ASTNode* list = argumentList(invocation);
+  const auto token = nameToken(invocation);
+  const ASTNode* list = argumentList(invocation, 2);
   const int count = list != nullptr ? list->leavesCount() : 0;
-  if (token == nullptr || count == 0) return {};
+  if (!token || count == 0) return {};
 
-  const std::string_view written = token;
+  const std::string& written = *token;
   const std::uint32_t address = rawAddress(gen->ii, addressOf(gen->ii, list->leaf(0)));
   std::string value = count == 2 ? clanApi(gen)->expressionText(list->leaf(1)) : std::string();
   if (written == kSetZone || written == kResetZone) {
@@ -200,7 +200,7 @@ std::string DirectIOOperator::generate(Generator* gen, ASTNode* invocation) {
   const std::string place = std::to_string(address);
   if (written == kReadBit) return readBitText(std::move(value), place);
   if (written == kReadDirect) return "_READIDIRECT(" + place + ")";
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "_WRITEODIRECT(";
   out += place;
   out += ", ";

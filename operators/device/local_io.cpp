@@ -58,8 +58,9 @@ bool readLocalIoRanges(std::string_view text, LocalIoBounds& bounds) {
 }
 
 LocalIoRanges projectLocalIo(InternalInterface* ii) {
-  const std::string_view text = ii->projectSettings()->localIoAddress;
-  if (text.empty()) return {};
+  const ProjectSettings* settings = ii->projectSettings();
+  if (settings == nullptr || settings->localIoAddress.empty()) return {};
+  const std::string_view text = settings->localIoAddress;
   LocalIoBounds bounds;
   // A part that is not found counts as 0, so that a faulty text is noticed by its warnings.
   readLocalIoRanges(text, bounds);

@@ -47,17 +47,23 @@ bool isWritable(const Bound& bound, int notation) {
 bool checkBound(InternalInterface* ii, std::vector<VELMessage>& messages, int notation, bool sets,
                 Bound& bound) {
   bound.text = AstNodeHelper::astText(bound.node);
-  if (!ii->deviceMemory()->string2IecAddress(bound.text, &bound.address, false)) {
+  if (!parseAddress(ii, bound.text, bound.address)) {
     report(ii, messages, message::kAddressNotValid, bound.node->pos(), bound.text);
     return false;
   }
-  bound.parts = ii->deviceMemory()->parseComponent(bound.text);
+  bound.parts = addressParts(ii, bound.text);
   const bool isBit = bound.address.isBitMode();
   // Words can be reset but not set in IEC notation.
   const bool settable = !sets || notation != kIecNotation || isBit || bound.address.unitSize == 1;
   if (isWritable(bound, notation) && settable && (isBit || bound.parts.suffix.empty())) return true;
   report(ii, messages, message::kAddressNotSupported, bound.node->pos(), bound.text);
   return false;
+}
+
+// The host has the last word on an address before two of them are compared.
+bool parseAgain(InternalInterface* ii, Bound& bound) {
+  bound.address = HeapAddress();
+  return parseAddress(ii, bound.text, bound.address);
 }
 
 bool hasBitIndex(const HeapAddress& address) { return address.bitIndex != HeapAddress().bitIndex; }
@@ -77,6 +83,9 @@ bool ZMemOperator::check(InternalInterface* ii, ASTNode* invocation,
   const bool startHolds = checkBound(ii, messages, notation, sets, start);
   const bool endHolds = checkBound(ii, messages, notation, sets, end);
   if (!startHolds || !endHolds) return false;
+  const bool startParses = parseAgain(ii, start);
+  const bool endParses = parseAgain(ii, end);
+  if (!startParses || !endParses) return false;
 
   const bool sameDevice =
       notation != kLetterNotation || equalIgnoringCase(start.parts.device, end.parts.device);
@@ -90,9 +99,9 @@ bool ZMemOperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string ZMemOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
-  const ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr || list->leavesCount() < 2) return {};
+  const auto written = nameToken(invocation);
+  const ASTNode* list = argumentList(invocation, 2);
+  if (!written || list == nullptr || list->leavesCount() < 2) return {};
 
   InternalInterface* ii = gen->ii;
   const HeapAddress start = addressOf(ii, list->leaf(0));
@@ -102,13 +111,13 @@ std::string ZMemOperator::generate(Generator* gen, ASTNode* invocation) {
 
   const std::uint32_t first = rawAddress(ii, start);
   const std::uint32_t count = (endsInBit ? 1 : end.unitSize) + rawAddress(ii, end) - first;
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "mset(";
   out += std::to_string(first);
   out += ',';
   out += std::to_string(count);
   out += hasBitIndex(start) ? ",1," : ",0,";
-  out += equalIgnoringCase(written, kSetZone) ? "0xFF)" : "0)";
+  out += equalIgnoringCase(*written, kSetZone) ? "0xFF)" : "0)";
   return out;
 }
 

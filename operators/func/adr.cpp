@@ -1,13 +1,13 @@
 #include "operators/func/adr.h"
 
 #include "core/checks.h"
+#include "core/device_address.h"
 #include "core/emission.h"
 #include "core/invocation.h"
 #include "core/messages.h"
 #include "host/expression.h"
 #include "host/symbol.h"
 #include "host/symbol_manager.h"
-#include "operators/func/operand.h"
 
 namespace vel {
 namespace {
@@ -19,13 +19,14 @@ bool isPart(const Expression* operand) {
   return operand != nullptr && operand->op() == Expression::Typed;
 }
 
+// Bits of a variable have no address in C.
 bool isAddressable(const Expression* operand) {
-  if (operand == nullptr || operand->bitAccessOffset() >= 0) return false;
-  return operand->op() == Expression::Variable || isPart(operand);
+  if (isPart(operand)) return operand->bitAccessOffset() < 0;
+  return operand != nullptr && operand->op() == Expression::Variable;
 }
 
-std::string memoryText(HeapRawAddr raw, const HeapAddress& address) {
-  return memoryByteText(address.isBitMode() ? raw.address / 8 : raw.address);
+std::string memoryText(std::uint32_t raw, const HeapAddress& address) {
+  return memoryByteText(address.isBitMode() ? raw / 8 : raw);
 }
 
 // Kept in the device memory: declared at an address, or placed there by the host.
@@ -46,7 +47,7 @@ bool ADROperator::check(InternalInterface* ii, ASTNode* invocation,
   if (!isAddressable(dynamic_cast<const Expression*>(operand))) {
     const std::string text = AstNodeHelper::astText(operand);
     HeapAddress address;
-    if (!parseDeviceAddress(ii, text, address)) {
+    if (!parseAddress(ii, text, address)) {
       report(ii, messages, message::kNotAllowed, operand->pos(), text, operatorText(invocation));
       return false;
     }
@@ -56,7 +57,7 @@ bool ADROperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string ADROperator::generate(Generator* gen, ASTNode* invocation) {
-  ASTNode* list = argumentList(invocation);
+  ASTNode* list = argumentList(invocation, 1);
   if (list == nullptr || list->leavesCount() == 0) return {};
 
   ASTNode* operand = list->leaf(0);
@@ -71,17 +72,17 @@ std::string ADROperator::generate(Generator* gen, ASTNode* invocation) {
   HeapAddress address;
   if (auto* variable = dynamic_cast<SymbolVar*>(symbol)) {
     if (isInDeviceMemory(*variable, enclosingPou(invocation))) {
-      return memoryText(variable->backendAddress(), variable->iecAddress());
+      return memoryText(variable->backendAddress().address, variable->iecAddress());
     }
     place = clanApi(gen)->variableText(variable, 16, scope);
-  } else if (parseDeviceAddress(gen->ii, text, address)) {
-    return memoryText(gen->ii->deviceMemory()->HeapAddress2HeapRawAddr(address), address);
+  } else if (parseAddress(gen->ii, text, address)) {
+    return memoryText(rawAddress(gen->ii, address), address);
   } else if (part) {
     place = clanApi(gen)->expressionText(operand);
   } else {
     return {};
   }
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += "(&";
   out += place;
   out += ')';

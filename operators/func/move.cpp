@@ -38,7 +38,7 @@ std::string MoveOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
   if (list == nullptr) return {};
 
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += '(';
   genArgs(gen, list, out);
   out += ')';

@@ -9,18 +9,30 @@
 
 namespace vel {
 
+namespace {
+
+// The others are only counted.
+constexpr InvocationShape kFirstParameter =
+    InvocationShape{1, InvocationShape::kNoLimit}.touching(1);
+
+bool isReal(BasicDataType type) {
+  return type == BasicDataType::Real || type == BasicDataType::LReal;
+}
+
+}  // namespace
+
 bool checkNumericFunction(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType) {
   if (!checkParams(ii, invocation, messages)) return false;
   // A host may declare no inputs at all.
-  ASTNode* list = checkShape(ii, invocation, {1, InvocationShape::kNoLimit}, messages);
+  ASTNode* list = checkShape(ii, invocation, kFirstParameter, messages);
   if (list == nullptr) return false;
 
   const std::string scope = enclosingPouName(invocation);
   const std::string written = operatorText(invocation);
   const BasicDataType type = AstNodeHelper::dataType(ii, list->leaf(0), scope, messages).type;
   const std::string typeText = AstNodeHelper::basicDataTypeText(type);
-  if (!AstNodeHelper::isIntegerType(type) && !AstNodeHelper::isFloatType(type)) {
+  if (!AstNodeHelper::isIntegerType(type) && !isReal(type)) {
     report(ii, messages, message::kUnsuitableType, invocation->pos(), written, typeText);
     return false;
   }
@@ -47,7 +59,7 @@ std::string ABSOperator::generate(Generator* gen, ASTNode* invocation) {
   const auto* parameter = dynamic_cast<const Expression*>(list->leaf(0));
   const BasicDataType type =
       parameter != nullptr ? parameter->basicType() : typeForText(gen, invocation, invocation).type;
-  return callText(gen, AstNodeHelper::isFloatType(type) ? "FABS" : "ABS", list);
+  return callText(gen, isReal(type) ? "FABS" : "ABS", list);
 }
 
 }  // namespace vel

@@ -1,16 +1,27 @@
 #include "operators/func/sizeof.h"
 
 #include "core/checks.h"
+#include "core/device_address.h"
 #include "core/emission.h"
 #include "core/invocation.h"
 #include "core/messages.h"
 #include "host/expression.h"
 #include "host/symbol.h"
 #include "host/symbol_manager.h"
-#include "operators/func/operand.h"
 
 namespace vel {
 namespace {
+
+// Further ones are ignored.
+constexpr InvocationShape kFirstParameter =
+    InvocationShape{1, InvocationShape::kNoLimit}.touching(1);
+
+// Judges by the fields, whatever the host says of the text.
+bool isAddress(InternalInterface* ii, const std::string& text, HeapAddress& out) {
+  constexpr std::uint32_t kNone = ~0U;
+  parseAddress(ii, text, out);
+  return out.area != 0 && out.unitSize != kNone && out.position != kNone;
+}
 
 bool isTypeSpec(ASTType kind) {
   switch (kind) {
@@ -45,12 +56,11 @@ bool refuseUndefined(InternalInterface* ii, ASTNode* invocation, const std::stri
 class TypeText {
  public:
   TypeText(Generator* gen, ASTNode* invocation, const std::string& scope)
-      : gen_(gen), api_(clanApi(gen)), invocation_(invocation), scope_(scope) {}
+      : gen_(gen), invocation_(invocation), scope_(scope) {}
 
   std::string ofSpecification(VarContainer* unit, ASTNode* specification) {
     bool known = false;
-    return api_->typeText(
-        VarDeclaration::astSpec2SymbolDataType(gen_->ii, unit, specification, &known));
+    return ofType(VarDeclaration::astSpec2SymbolDataType(gen_->ii, unit, specification, &known));
   }
 
   // Empty unless the source fixes the literal's type.
@@ -58,7 +68,7 @@ class TypeText {
     ASTNode* node = operand->type() == ASTType::Expression ? leafOf(operand, 0) : operand;
     const auto* literal = dynamic_cast<const ConstantValue*>(node);
     if (literal == nullptr || !literal->isFixedType()) return {};
-    return api_->typeText(findDataType(gen_->ii, literal->typeStr().c_str()));
+    return ofType(findDataType(gen_->ii, literal->typeStr().c_str()));
   }
 
   std::string ofName(ASTNode* operand) {
@@ -66,39 +76,42 @@ class TypeText {
     Symbol* symbol = gen_->ii->symbolManager()->symbol(name.c_str(), scope_.c_str(), Symbol::All);
     switch (symbol != nullptr ? symbol->symbolType() : Symbol::None) {
       case Symbol::DataType:
-        return api_->typeText(dynamic_cast<SymbolDataType*>(symbol));
+        return ofType(dynamic_cast<SymbolDataType*>(symbol));
       case Symbol::Variable:
         return ofVariable(operand, dynamic_cast<const SymbolVar*>(symbol));
       case Symbol::Typed: {
         const auto* typed = dynamic_cast<const SymbolTyped*>(symbol);
-        return api_->typeText(typed != nullptr ? typed->dataType() : nullptr);
+        return ofType(typed != nullptr ? typed->dataType() : nullptr);
       }
       default:
         break;
     }
     const SymbolPOU* block = asFunctionBlock(symbol);
-    return block != nullptr ? api_->typeText(block->fbType()) : ofAddress(name);
+    return block != nullptr ? ofType(block->fbType()) : ofAddress(name);
   }
 
  private:
+  std::string ofType(SymbolDataType* type) {
+    return type != nullptr ? clanApi(gen_)->typeText(type) : std::string();
+  }
+
   std::string ofVariable(ASTNode* operand, const SymbolVar* variable) {
     const auto* expression = dynamic_cast<const Expression*>(operand);
     if (expression != nullptr && expression->op() == Expression::Typed) {
       return AstNodeHelper::basicDataToCTypeText(typeForText(gen_, invocation_, operand).type);
     }
-    return api_->typeText(variable != nullptr ? variable->dataType() : nullptr);
+    return ofType(variable != nullptr ? variable->dataType() : nullptr);
   }
 
   std::string ofAddress(const std::string& text) {
     HeapAddress address;
-    if (!parseDeviceAddress(gen_->ii, text, address)) return {};
+    if (!isAddress(gen_->ii, text, address)) return {};
     const BasicDataType type = gen_->ii->deviceMemory()->iecAddressType(address);
-    return api_->typeText(AstNodeHelper::dataType(
+    return ofType(AstNodeHelper::dataType(
         gen_->ii, type == BasicDataType::BitAddress ? BasicDataType::Bool : type));
   }
 
   Generator* gen_;
-  GenClanAPI* api_;
   ASTNode* invocation_;
   const std::string& scope_;
 };
@@ -115,18 +128,17 @@ bool SizeofOperator::check(InternalInterface* ii, ASTNode* invocation,
     resultType = "UDINT";
     if (isTypeSpec(list->type())) return true;
     if (list->type() != ASTType::ParameterList) {
-      return refuseUndefined(ii, invocation, AstNodeHelper::astText(leafOf(list, 0)), messages,
-                             resultType);
+      return refuseUndefined(ii, invocation, textOf(leafOf(list, 0)), messages, resultType);
     }
   }
-  list = checkShape(ii, invocation, {1, InvocationShape::kNoLimit}, messages);
+  list = checkShape(ii, invocation, kFirstParameter, messages);
   if (list == nullptr) return false;
 
   ASTNode* operand = list->leaf(0);
   if (AstNodeHelper::isConstant(operand)) return true;
   const std::string text = AstNodeHelper::astText(operand);
   HeapAddress address;
-  if (parseDeviceAddress(ii, text, address)) return true;
+  if (isAddress(ii, text, address)) return true;
 
   const std::string scope = effectivePouName(invocation, pouName);
   const Symbol* symbol = ii->symbolManager()->symbol(text.c_str(), scope.c_str(), Symbol::All);
@@ -163,7 +175,8 @@ std::string SizeofOperator::generate(Generator* gen, ASTNode* invocation) {
         AstNodeHelper::isConstant(operand) ? typeText.ofLiteral(operand) : typeText.ofName(operand);
   }
 
-  std::string out = callRoom();
+  if (type.empty() && argumentList(invocation) == nullptr) return {};
+  std::string out = emptyCallText();
   out += "sizeof(";
   if (type.empty()) {
     genArgs(gen, list, out);

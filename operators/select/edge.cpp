@@ -18,7 +18,7 @@ std::string stateText(Generator* gen, SymbolVar* state, const POUDeclaration& un
   constexpr int kInStaticVariables = 2;
   if (isKeptInDeviceMemory(unit)) return memoryByteText(state->backendAddress().address);
   if (unit.kind == kInStaticVariables || unit.type() == POUType::FunctionBlock) {
-    return "&" + clanApi(gen)->variableText(state, 16, unit.name());
+    return "&" + clanApi(gen)->variableText(state, 16, nameOf(&unit));
   }
   return {};
 }
@@ -50,19 +50,20 @@ bool MepMefOperator::check(InternalInterface* ii, ASTNode* invocation,
 
 std::string MepMefOperator::generate(Generator* gen, ASTNode* invocation) {
   ASTNode* list = argumentList(invocation);
-  const POUDeclaration* unit = enclosingPou(invocation);
-  if (list == nullptr || list->leavesCount() != 1 || unit == nullptr) return {};
+  if (list == nullptr || list->leavesCount() != 1) return {};
 
   ASTNode* condition = list->leaf(0);
   const std::string stateName = AstNodeHelper::opExpTextToMd5HexText(
       operatorText(invocation), AstNodeHelper::astText(condition));
+  const POUDeclaration* unit = enclosingPou(invocation);
+  const std::string scope = nameOf(unit);
   auto* state = dynamic_cast<SymbolVar*>(
-      gen->ii->symbolManager()->symbol(stateName.c_str(), unit->name(), Symbol::Variable));
-  if (state == nullptr) return {};
+      gen->ii->symbolManager()->symbol(stateName.c_str(), scope.c_str(), Symbol::Variable));
+  if (state == nullptr || unit == nullptr) return {};
   const std::string cell = stateText(gen, state, *unit);
   if (cell.empty()) return {};
 
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += upperName == "MEP" ? "(_mep(" : "(_mef(";
   out += clanApi(gen)->expressionText(condition);
   out += ',';

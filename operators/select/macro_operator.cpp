@@ -14,12 +14,12 @@ bool StaticOperator::check(InternalInterface* /*ii*/, ASTNode* /*invocation*/,
 }
 
 std::string StaticOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
+  const auto written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr) return {};
+  if (!written || list == nullptr) return {};
 
-  const std::string macro = stringToUpper(written);
-  std::string out = callRoom();
+  const std::string macro = stringToUpper(*written);
+  std::string out = emptyCallText();
   bool cast = false;
   if ((macro == "SHL" || macro == "SHR") && list->leavesCount() > 0) {
     const BasicDataType shifted = typeForText(gen, invocation, list->leaf(0)).type;

@@ -7,7 +7,6 @@
 #include "core/emission.h"
 #include "core/invocation.h"
 #include "core/messages.h"
-#include "host/call_tree.h"
 #include "host/expression.h"
 #include "operators/select/integer_parameters.h"
 
@@ -119,16 +118,15 @@ std::string MUXOperator::generate(Generator* gen, ASTNode* invocation) {
   const int count = list != nullptr ? list->leavesCount() : 0;
   if (count == 0) return {};
 
-  CallTree* callTree = gen->ii->callTree();
   const std::string caller = enclosingPouName(invocation);
   const BasicDataType result = recordedType(invocation, BasicDataType::UInt);
   const char* function = functionFor(result);
-  callTree->addOperatorCaller(caller, "MUX", invocation->pos());
-  callTree->addOperatorCaller(caller, function, invocation->pos());
+  recordOperatorCall(gen, caller, "MUX", invocation->pos());
+  recordOperatorCall(gen, caller, function, invocation->pos());
 
   GenClanAPI* api = clanApi(gen);
   const std::string cast = "(" + AstNodeHelper::basicDataToCTypeText(result) + ")";
-  std::string out = callRoom();
+  std::string out = emptyCallText();
   out += '(';
   out += cast;
   out += function;

@@ -103,9 +103,9 @@ bool RotateOperator::check(InternalInterface* ii, ASTNode* invocation,
 }
 
 std::string RotateOperator::generate(Generator* gen, ASTNode* invocation) {
-  const char* written = nameToken(invocation);
+  const auto written = nameToken(invocation);
   ASTNode* list = argumentList(invocation);
-  if (written == nullptr || list == nullptr || list->leavesCount() != 2) return {};
+  if (!written || list == nullptr || list->leavesCount() != 2) return {};
 
   const BasicDataType rotated = recordedType(list->leaf(0), BasicDataType::None);
   for (const Rotatable& row : kRotatable) {
@@ -115,8 +115,8 @@ std::string RotateOperator::generate(Generator* gen, ASTNode* invocation) {
     if (type == nullptr || unsignedType == nullptr) return {};
 
     GenClanAPI* api = clanApi(gen);
-    std::string out = callRoom();
-    out += stringToUpper(written);
+    std::string out = emptyCallText();
+    out += stringToUpper(*written);
     out += '(';
     out += api->expressionText(list->leaf(0));
     out += ", ";

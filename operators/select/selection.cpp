@@ -11,6 +11,8 @@ namespace vel {
 namespace {
 
 constexpr InvocationShape kThreeParameters{3, 3};
+// The last one is neither typed nor compared.
+constexpr InvocationShape kConditionAndTwo = kThreeParameters.touching(2);
 
 struct Parameter {
   ASTNode* node;
@@ -30,7 +32,7 @@ std::string SelectOperator::staticCode(Generator* /*gen*/) {
 bool SelectOperator::check(InternalInterface* ii, ASTNode* invocation,
                            std::vector<VELMessage>& messages, std::string& resultType,
                            const std::string& pouName) {
-  ASTNode* list = checkShape(ii, invocation, kThreeParameters, messages);
+  ASTNode* list = checkShape(ii, invocation, kConditionAndTwo, messages);
   if (list == nullptr) return false;
   const std::string scope = effectivePouName(invocation, pouName);
 
@@ -77,10 +79,9 @@ bool LimitOperator::check(InternalInterface* ii, ASTNode* invocation,
 
   // Any REAL or LREAL among the three is what all are compared with; LREAL wins.
   BasicDataType target = input.type;
-  for (const Parameter& parameter : {minimum, maximum}) {
-    if (target != BasicDataType::LReal && AstNodeHelper::isFloatType(parameter.type)) {
-      target = parameter.type;
-    }
+  for (const Parameter& parameter : {minimum, input, maximum}) {
+    if (AstNodeHelper::isFloatType(parameter.type)) target = parameter.type;
+    if (target == BasicDataType::LReal) break;
   }
 
   const std::string targetText = AstNodeHelper::basicDataTypeText(target);
