@@ -16,17 +16,10 @@ import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+PAGE = ROOT / "docs/benchmarks.md"
 REPETITIONS = 9
 SCANS = 6400  # of a run, in programs/scan_bench.cpp
-EXAMPLES = (
-    "valve",
-    "filling_station",
-    "gate_iec",
-    "gate_letters",
-    "filling_line",
-    "temperature_control",
-    "lift",
-)
+EXAMPLES = "valve filling_station gate_iec gate_letters filling_line temperature_control lift".split()
 
 Figure = collections.namedtuple("Figure", "best spread allocations")
 
@@ -38,38 +31,27 @@ def output(*command):
 def table(header, rows):
     lines = ["| " + " | ".join(header) + " |", "|---|" + "---:|" * (len(header) - 1)]
     lines += ["| " + " | ".join(row) + " |" for row in rows]
-    return "\n".join(lines) + "\n"
+    return "\n".join(lines)
 
 
-def machine(build):
+def where(build):
+    """Where and when the figures of a section were measured."""
     model = re.search(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
     cache = (build / "CMakeCache.txt").read_text()
     compiler = re.search(r"CMAKE_CXX_COMPILER:\w+=(.*)", cache)[1]
     flags = re.search(r"CMAKE_CXX_FLAGS_RELEASE:\w+=(.*)", cache)[1]
-    return table(
-        ["Where and when", ""],
-        [
-            ["Processor", f"{model[1] if model else platform.machine()}, {os.cpu_count()} cores"],
-            ["Load when started", f"{os.getloadavg()[0]:.1f}"],
-            ["System", f"{platform.system()} {platform.release()}, {' '.join(platform.libc_ver())}"],
-            ["Compiler", output(compiler, "--version").splitlines()[0] + f", `{flags}`"],
-            ["Date", datetime.date.today().isoformat()],
-        ],
+    return (
+        f"*{datetime.date.today().isoformat()}, load {os.getloadavg()[0]:.1f} when started;"
+        f" {model[1] if model else platform.machine()}, {os.cpu_count()} cores;"
+        f" {platform.system()} {platform.release()}, {' '.join(platform.libc_ver())};"
+        f" {output(compiler, '--version').splitlines()[0]}, `{flags}`.*"
     )
 
 
-def measured(program, *arguments):
+def measured(program):
     """The best of several repetitions for each benchmark, and how far their median is off."""
-    report = json.loads(
-        output(
-            program,
-            "--benchmark_format=json",
-            "--benchmark_min_time=0.01",
-            f"--benchmark_repetitions={REPETITIONS}",
-            "--benchmark_enable_random_interleaving=true",
-            *arguments,
-        )
-    )
+    options = ["format=json", "min_time=0.01", f"repetitions={REPETITIONS}", "enable_random_interleaving=true"]
+    report = json.loads(output(program, *(f"--benchmark_{option}" for option in options)))
     runs = collections.defaultdict(list)
     for run in report["benchmarks"]:
         if run["run_type"] == "iteration":
@@ -94,48 +76,59 @@ def spent(*command):
     return usage.ru_utime + usage.ru_stime, seconds, usage.ru_maxrss * 1024
 
 
-def against_floors(figures, operation):
+def beside(figures, operation, part, other, columns):
+    """A table of `operation`: `columns` of the figures of `part` and `other`, by heading."""
     rows = []
-    for name, plugin in figures.items():
-        family, operator, what, who = name.split("|")
-        if what != operation or who != "plugin":
-            continue
-        floor = figures[f"{family}|{operator}|{what}|floor"]
-        rows.append(
-            [
-                family + (f" (`{operator}`)" if operator else ""),
-                f"{plugin.best:,.0f}",
-                f"{floor.best:,.0f}",
-                f"{plugin.best / floor.best:.2f}",
-                f"{plugin.spread:.0%}",
-                f"{plugin.allocations:.0f} / {floor.allocations:.0f}",
-            ]
-        )
-    rows.sort()
-    return table(["", "ns", "floor, ns", "ratio", "spread", "allocations / floor"], rows)
+    for name, figure in figures.items():
+        family, operator, what, whose = name.split("|")
+        if what == operation and whose == part:
+            second = figures[f"{family}|{operator}|{what}|{other}"]
+            label = family + (f" (`{operator}`)" if operator else "")
+            rows.append([label, *(column(figure, second) for column in columns.values())])
+    return table(["", *columns], sorted(rows))
+
+
+AGAINST_HASH_TABLE = {
+    "ns": lambda plugin, by_hand: f"{plugin.best:,.0f}",
+    "by hand, ns": lambda plugin, by_hand: f"{by_hand.best:,.0f}",
+    "ratio": lambda plugin, by_hand: f"{plugin.best / by_hand.best:.2f}",
+    "spread": lambda plugin, by_hand: f"{plugin.spread:.0%}",
+    "allocations / by hand": lambda *both: " / ".join(f"{one.allocations:.0f}" for one in both),
+}
+WITHOUT_HOST = {
+    "ns": lambda whole, host: f"{whole.best:,.0f}",
+    "host, ns": lambda whole, host: f"{host.best:,.0f}",
+    "plugin, ns": lambda whole, host: f"{whole.best - host.best:,.0f}",
+    "spread": lambda whole, host: f"{whole.spread:.0%}",
+    "allocations of the host": lambda whole, host: f"{host.allocations:.0f}",
+    "of the plugin": lambda whole, host: f"{whole.allocations - host.allocations:.0f}",
+}
 
 
 def operators(build):
     figures = measured(build / "bin/operator_bench")
     parts = [
-        "## The plugin",
-        "Each operation of the plugin beside its *floor*: a routine that makes the same requests"
-        " of the host in the same order and writes the same text by hand into one reserved"
-        " string. The host answers what it has ready, so that the plugin is what is seen."
-        f" The best of {REPETITIONS} runs, interleaved; *spread* is how far the median of the"
-        " plugin's is above its best. Allocations are those of one call, the host's answers"
-        " among them. A test holds them to the floor's, so no figure of them can rise unnoticed."
-        " A generated text is allocated once up to 255 characters; a longer one grows.",
+        "The time of each operation on a call of one operator of every family. *host* is the share"
+        " of its host: the questions that the operation puts to it are recorded, and put to the same"
+        " host without the plugin. *plugin* is the rest. The host has its answers ready, so that its"
+        " share is small; a compiler's is larger. It counts these answers only: reading the tree, names"
+        " of types, formatting of messages, letter case and the digest that names the state of an edge"
+        " detection are the host's library too, and count as the plugin's."
+        f" The best of {REPETITIONS} runs, interleaved; *spread* is how far the median of the whole"
+        " operation is above its best. A difference of a few nanoseconds means nothing. Allocations are"
+        " those of one call; a test keeps the plugin's from rising unnoticed.",
+        "### Registry of 519 operators, and look-ups",
+        "By hand is a hash table of the C++ library that compares with `strcasecmp`, filled with the"
+        " same names, and with program units handed to the host. Names match in any letter case.",
+        beside(figures, "registry", "plugin", "by hand", AGAINST_HASH_TABLE),
     ]
     for operation, title in [
-        ("construct and destroy", "Registry of 519 operators, constructed and destroyed"),
-        ("findOperator", "`findOperator`, any letter case; the floor is a hash table, `strcasecmp`"),
         ("check, accepted", "`check` of a right call"),
         ("check, refused", "`check` of a call with a wrong number of parameters"),
         ("generate", "`generate`"),
         ("staticCode", "`staticCode`"),
     ]:
-        parts += [f"### {title}", against_floors(figures, operation)]
+        parts += [f"### {title}", beside(figures, operation, "all", "host", WITHOUT_HOST)]
     return parts
 
 
@@ -163,13 +156,11 @@ def translation(build):
                     f"{memory / calls:,.0f}" if calls >= 100_000 else "",
                 ]
             )
-    header = ["calls", "processor, s", "spread", "calls a second", "memory, MiB", "bytes a call"]
     return [
-        "## velc translate",
         "One PROGRAM of as many calls of operators, twenty kinds mixed evenly"
         " (`bench/make_program.py`), from source to C file on one core: the best of 5 runs."
         f" The smallest example takes {start_up * 1000:.0f} ms by the clock, start-up included.",
-        table(header, rows),
+        table(["calls", "processor, s", "spread", "calls a second", "memory, MiB", "bytes a call"], rows),
     ]
 
 
@@ -178,13 +169,8 @@ def instructions(program):
     if shutil.which("valgrind") is None:
         return None
     with tempfile.NamedTemporaryFile() as profile:
-        output(
-            "valgrind",
-            "--tool=callgrind",
-            f"--callgrind-out-file={profile.name}",
-            program,
-            "--once",
-        )
+        profiler = ["valgrind", "--tool=callgrind", f"--callgrind-out-file={profile.name}"]
+        output(*profiler, program, "--once")
         text = output("callgrind_annotate", "--inclusive=yes", "--threshold=100", profile.name)
     counts = re.findall(r"([\d,]+) \([^)]*\)\s+\S*:(\w+_)?scan( |$)", text, re.MULTILINE)
     by_origin = {}
@@ -198,8 +184,8 @@ def scans(build):
     for example in EXAMPLES:
         program = build / f"bin/scan_bench_{example}"
         orders = [measured(program), measured(f"{program}_swapped")]
-        translated = min(figures[f"scan|{example}|scan|plugin"] for figures in orders)
-        by_hand = min(figures[f"scan|{example}|scan|floor"] for figures in orders)
+        translated = min(figures["translated"] for figures in orders)
+        by_hand = min(figures["by hand"] for figures in orders)
         counts = instructions(program)
         rows.append(
             [
@@ -212,9 +198,7 @@ def scans(build):
                 f"{counts[0] / counts[1]:.2f}" if counts else "",
             ]
         )
-    header = ["", "ns", "by hand, ns", "ratio", "spread", "instructions / by hand", "ratio"]
     return [
-        "## Generated C",
         "A scan of an example as `velc` translates it, and of the same program written by hand"
         " in C with the same runtime (`bench/programs/`), both at `-O2`. Before they are measured, both"
         " have left the same variables, memory and refreshed I/O behind after each scan. The mean of"
@@ -222,18 +206,33 @@ def scans(build):
         " runs in each of two programs that are linked in opposite orders:"
         " a scan takes so little that where its code lies shows in its time by a tenth and more."
         " The instructions, which valgrind counts, do not depend on that.",
-        table(header, rows),
+        table(["", "ns", "by hand, ns", "ratio", "spread", "instructions / by hand", "ratio"], rows),
     ]
+
+
+SECTIONS = {
+    "plugin": ("The plugin", operators),
+    "velc": ("velc translate", translation),
+    "scans": ("Generated C", scans),
+}
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("build", type=pathlib.Path, help="folder of a release build")
-    build = parser.parse_args().build
-    parts = ["# Benchmarks", "Written by `scripts/bench`.", machine(build)]
-    parts += operators(build) + translation(build) + scans(build)
-    text = "\n\n".join(part.rstrip("\n") for part in parts) + "\n"
-    (ROOT / "docs/benchmarks.md").write_text(text)
+    parser.add_argument("sections", nargs="*", choices=SECTIONS, help="measured anew; all when none is named")
+    arguments = parser.parse_args()
+    stamp = where(arguments.build)
+    before = re.split(r"^(?=## )", PAGE.read_text(), flags=re.MULTILINE)
+    page = ["# Benchmarks", "Written by `scripts/bench`."]
+    for name, (title, measure) in SECTIONS.items():
+        if not arguments.sections or name in arguments.sections:
+            section = "\n\n".join([f"## {title}", stamp, *measure(arguments.build)])
+            print(section, end="\n\n")
+        else:
+            section = next(old for old in before if old.startswith(f"## {title}\n"))
+        page.append(section)
+    PAGE.write_text("\n\n".join(part.strip("\n") for part in page) + "\n")
 
 
 if __name__ == "__main__":

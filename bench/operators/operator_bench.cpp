@@ -1,65 +1,26 @@
-// What the plugin costs a host, beside the floor of each of its operations.
+// Times the plugin's operations, what they ask of their host alone, and the registry.
 #include <benchmark/benchmark.h>
 #include <strings.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_map>
 
 #include "bench/operators/workload.h"
 #include "bench/support/allocations.h"
-#include "host/symbol_manager.h"
 
 namespace {
 
-// Times `step` and counts what one takes from the heap. What the first allocates once and
-// for all is left out.
+// Times `step` as `name|part` and counts what one takes from the heap. What the first
+// allocates once and for all is left out.
 template <class Step>
-void measure(benchmark::State& state, Step step) {
-  step();
-  const Allocations before = Allocations::now();
-  for ([[maybe_unused]] auto iteration : state) step();
-  const auto taken = static_cast<double>((Allocations::now() - before).count);
-  state.counters["allocations"] = benchmark::Counter(taken, benchmark::Counter::kAvgIterations);
-}
-
-// `step` is of the benched plugin or, with `floor`, of the floor.
-template <class Step>
-void add(const std::string& name, Step step) {
-  for (const bool floor : {false, true}) {
-    benchmark::RegisterBenchmark(
-        (name + (floor ? "|floor" : "|plugin")).c_str(),
-        [step, floor](benchmark::State& state) { measure(state, [&] { step(floor); }); });
-  }
-}
-
-void addOperator(CannedHost& host, const Workload& workload) {
-  // Only the workload that runs may set the host's answers.
-  const auto with = [&host, &workload](auto step) {
-    return [&host, &workload, step](benchmark::State& state, bool floor) {
-      Bench bench(host, workload);
-      measure(state, [&] { step(bench, floor); });
-    };
-  };
-  const std::string name = std::string(workload.family) + "|" + workload.name + "|";
-  const auto each = [&](const char* operation, auto step) {
-    for (const bool floor : {false, true}) {
-      benchmark::RegisterBenchmark((name + operation + (floor ? "|floor" : "|plugin")).c_str(),
-                                   with(step), floor);
-    }
-  };
-  each("check, accepted", [](Bench& bench, bool floor) {
-    benchmark::DoNotOptimize(floor ? bench.checkFloor(true) : bench.check(true));
-  });
-  each("check, refused", [](Bench& bench, bool floor) {
-    benchmark::DoNotOptimize(floor ? bench.checkFloor(false) : bench.check(false));
-  });
-  each("generate", [](Bench& bench, bool floor) {
-    benchmark::DoNotOptimize(floor ? bench.generateFloor() : bench.generate());
-  });
-  each("staticCode", [](Bench& bench, bool floor) {
-    benchmark::DoNotOptimize(floor ? bench.staticCodeFloor() : bench.staticCode());
+void add(const std::string& name, const char* part, Step step) {
+  benchmark::RegisterBenchmark((name + "|" + part).c_str(), [step](benchmark::State& state) {
+    step();
+    const std::size_t before = allocations();
+    for ([[maybe_unused]] auto iteration : state) step();
+    const auto taken = static_cast<double>(allocations() - before);
+    state.counters["allocations"] = benchmark::Counter(taken, benchmark::Counter::kAvgIterations);
   });
 }
 
@@ -76,22 +37,15 @@ struct SameName {
     return strcasecmp(a.c_str(), b.c_str()) == 0;
   }
 };
-struct Object {
-  explicit Object(const std::string& objectName) : name(objectName) {}
-  virtual ~Object() = default;
-  std::string name;
-};
-using Objects = std::unordered_map<std::string, std::unique_ptr<Object>, NameHash, SameName>;
+// Its objects have nothing but their names, as the operators.
+using Objects = std::unordered_map<std::string, std::unique_ptr<std::string>, NameHash, SameName>;
 
-Objects registryByHand(CannedHost& host, const std::vector<std::pair<std::string, bool>>& names) {
+Objects registryByHand(hostkit::Services& services, const std::vector<std::string>& names,
+                       const std::vector<std::string>& units) {
   Objects objects;
-  for (const auto& [name, hasUnit] : names) {
-    auto object = std::make_unique<Object>(name);
-    if (hasUnit) {
-      host.symbolManager()->addPOU(new vel::SymbolPOU(&host, name, vel::POUType::Operator, nullptr),
-                                   -1);
-    }
-    objects.emplace(name, std::move(object));
+  for (const std::string& name : names) objects.emplace(name, std::make_unique<std::string>(name));
+  for (const std::string& name : units) {
+    services.addPOU(new vel::SymbolPOU(&services, name, vel::POUType::Operator, nullptr), -1);
   }
   return objects;
 }
@@ -99,48 +53,41 @@ Objects registryByHand(CannedHost& host, const std::vector<std::pair<std::string
 }  // namespace
 
 int main(int argc, char** argv) {
-  CannedHost host;
-  const CreateRegistry create = loadPlugin();
+  ReadyAnswers answers;
+  hostkit::Services services(&answers);
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&services));
   std::vector<std::string> names;
-  host.units = &names;
-  const std::unique_ptr<vel::OpManagerAPI> registry(create(&host));
-  host.units = nullptr;
-  host.registry = registry.get();
-  const Symbols symbols(&host);
-  const std::vector<Workload> all = workloads(symbols);
-
-  // In the order of registration, but for those that have no unit.
-  std::vector<std::pair<std::string, bool>> units;
-  units.reserve(static_cast<std::size_t>(registry->operatorCount()));
-  for (const std::string& name : names) units.emplace_back(name, true);
-  names.clear();
   registry->operatorNames(names);
+  std::vector<std::string> units;
   for (const std::string& name : names) {
-    if (registry->isFCOperator(name)) units.emplace_back(name, false);
+    if (!registry->isFCOperator(name)) units.push_back(name);
   }
-  const Objects objects = registryByHand(host, units);
+  const Objects objects = registryByHand(services, names, units);
 
-  add("registry||construct and destroy", [&](bool floor) {
-    if (floor) {
-      benchmark::DoNotOptimize(registryByHand(host, units).size());
-    } else {
-      delete create(&host);
-    }
-  });
+  add("construct and destroy||registry", "plugin", [&] { delete CreateOpManager(&services); });
+  add("construct and destroy||registry", "by hand",
+      [&] { benchmark::DoNotOptimize(registryByHand(services, names, units).size()); });
   for (const char* name : {"INT_TO_REAL", "lreal_to_ulint", "Limit", "NO_SUCH_OPERATOR"}) {
     const std::string wanted = name;
-    add(std::string("lookup|") + name + "|findOperator", [&, wanted](bool floor) {
-      if (floor) {
-        benchmark::DoNotOptimize(objects.find(wanted));
-      } else {
-        benchmark::DoNotOptimize(registry->findOperator(wanted));
-      }
-    });
+    const std::string lookUp = "look-up|" + wanted + "|registry";
+    add(lookUp, "plugin",
+        [&, wanted] { benchmark::DoNotOptimize(registry->findOperator(wanted)); });
+    add(lookUp, "by hand", [&, wanted] { benchmark::DoNotOptimize(objects.find(wanted)); });
   }
-  for (const Workload& workload : all) addOperator(host, workload);
+
+  Symbols symbols;
+  std::vector<std::unique_ptr<Bench>> benches;
+  for (const Workload& workload : workloads(symbols)) {
+    Bench* const bench = benches.emplace_back(std::make_unique<Bench>(*registry, workload)).get();
+    for (std::size_t i = 0; i < kOperations.size(); ++i) {
+      const std::string name =
+          std::string(workload.family) + "|" + workload.name + "|" + kOperations[i];
+      add(name, "all", [=] { bench->run(i); });
+      add(name, "host", [=] { bench->askHost(i); });
+    }
+  }
 
   benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   benchmark::RunSpecifiedBenchmarks();
   return 0;
 }

@@ -1,28 +1,33 @@
-// One call of an operator of every family, to be given to the plugin and to its floor.
+// One call of an operator of every family, and the operations of the plugin on it.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "bench/operators/floors.h"
-#include "bench/support/canned_host.h"
-#include "bench/support/canned_tree.h"
+#include "bench/support/answers.h"
 #include "core/op_manager_api.h"
 #include "core/operator.h"
+#include "hostkit/services.h"
+#include "hostkit/tree.h"
+#include "hostkit/unit.h"
 
-// What the canned host is asked for.
+// A parameter, or the target of an assignment.
+struct Operand {
+  std::string source;
+  vel::BasicDataType type = vel::BasicDataType::None;
+};
+
+// The symbols that the workloads' hosts know.
 struct Symbols {
-  explicit Symbols(vel::InternalInterface* ii);
-  ~Symbols();
+  Symbols();
 
-  std::unique_ptr<vel::Symbol> intType;
-  std::unique_ptr<vel::Symbol> realType;
-  std::unique_ptr<vel::Symbol> variable;  // an INT
-  std::unique_ptr<vel::Symbol> bitParameter;
-  std::unique_ptr<vel::Symbol> input;
-  std::unique_ptr<vel::Symbol> function;  // of that input
-  std::unique_ptr<vel::Symbol> program;   // of that bit parameter
+  vel::SymbolDataType intType{"INT", vel::BasicDataType::Int};
+  vel::SymbolDataType realType{"REAL", vel::BasicDataType::Real};
+  vel::SymbolVar variable{"conveyor_speed", &intType, 0};
+  hostkit::Unit function;  // of one input
+  hostkit::Unit program;   // of the bit parameter "valve_positions"
 };
 
 struct Workload {
@@ -31,49 +36,44 @@ struct Workload {
   std::vector<Operand> operands;
   Operand target;            // without a source where the call is not assigned
   std::size_t refusedCount;  // a number of parameters that the operator does not take
-  floors::Start refusalStart;
-  bool refusalUpperCase;  // the refusal names the operator in capitals
-  floors::Check checkFloor;
-  floors::Generate generateFloor;
-  floors::StaticCode staticCodeFloor;
-  CannedAnswers answers;
+  ReadyAnswers::Ready answers;
 };
 
 // `symbols` must outlive the result.
-std::vector<Workload> workloads(const Symbols& symbols);
+std::vector<Workload> workloads(Symbols& symbols);
 
-// The entry point of the plugin, which stays loaded.
-using CreateRegistry = decltype(&CreateOpManager);
-CreateRegistry loadPlugin();
+// On the call, on a call with a wrong number of parameters, on the call again, and on the
+// operator. Elsewhere an operation is its index in here.
+constexpr std::array<const char*, 4> kOperations = {"check, accepted", "check, refused", "generate",
+                                                    "staticCode"};
 
-// A workload with all that it works on. One works at a time: it sets the host's answers.
+// A workload with all that it works on.
 class Bench {
  public:
-  Bench(CannedHost& host, const Workload& workload);
+  // Performs each operation once. std::logic_error when one does not do what its name says.
+  // `registry` must outlive this object.
+  Bench(vel::OpManagerAPI& registry, const Workload& workload);
 
-  // Each clears what the one before has left.
-  bool check(bool right);
-  bool checkFloor(bool right);
-  std::string generate() { return operator_->generate(&generator_, call_); }
-  std::string generateFloor() { return workload_.generateFloor(&generator_, call_); }
-  std::string staticCode() { return operator_->staticCode(&generator_); }
-  std::string staticCodeFloor() { return workload_.staticCodeFloor(&generator_, staticCode_); }
-
-  const std::vector<vel::VELMessage>& messages() const { return messages_; }
-  const std::string& resultType() const { return resultType_; }
+  // Whatever the operation before has left is cleared.
+  void run(std::size_t operation) { perform(operation, services_, generator_); }
+  // Asks the host directly what the operation asks it.
+  void askHost(std::size_t operation) {
+    for (const Request& ask : requests_[operation]) ask(answers_);
+  }
 
  private:
-  CheckCall request(bool right);
+  // Did the operation do what its name says?
+  bool perform(std::size_t operation, hostkit::Services& services, vel::Generator& generator);
 
-  CannedHost& host_;
-  const Workload& workload_;
-  vel::TreeBuilder tree_;
-  CannedGenerator generator_;
+  const std::string unitName_{"filling_station_control"};
+  hostkit::Tree tree_;
   vel::STOperator* operator_;
   vel::ASTNode* call_;
   vel::ASTNode* refused_;
+  ReadyAnswers answers_;
+  hostkit::Services services_{&answers_};
+  hostkit::TextGenerator generator_{services_};
+  std::array<std::vector<Request>, kOperations.size()> requests_;
   std::vector<vel::VELMessage> messages_;
   std::string resultType_;
-  std::string pouName_;
-  std::string staticCode_;
 };

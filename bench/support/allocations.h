@@ -3,15 +3,6 @@
 
 #include <cstddef>
 
-// How often and how many bytes `operator new` has given since the program began, in this
-// program and in every library it has loaded.
-struct Allocations {
-  std::size_t count = 0;
-  std::size_t bytes = 0;
-
-  static Allocations now();
-};
-
-inline Allocations operator-(const Allocations& a, const Allocations& b) {
-  return {a.count - b.count, a.bytes - b.bytes};
-}
+// How often `operator new` has been called since the program began, in this program and in
+// every library that it has loaded.
+std::size_t allocations();
