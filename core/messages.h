@@ -1,4 +1,5 @@
-// Every message of the plugin, and the one way to raise it.
+// Every message of the plugin, and the one way to raise it, for add-ons too. The plugin's codes
+// begin with 0xC; core/add_on_api.h has those of add-ons.
 #pragma once
 
 #include <string>
