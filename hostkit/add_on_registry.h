@@ -9,17 +9,22 @@
 
 namespace hostkit {
 
-// Passes everything on, and keeps what to say of the first operator that is refused.
+// Passes everything on, and keeps the names of the operators that are taken and what to say
+// of the first that is refused.
 class AddOnRegistry final : public vel::OpManagerAPI {
  public:
   explicit AddOnRegistry(vel::OpManagerAPI& registry) : registry_(registry) {}
 
   // Empty when every operator was taken.
   const std::string& refusal() const { return refusal_; }
+  const std::vector<std::string>& taken() const { return taken_; }
 
   bool registerOperator(vel::STOperator* op) override {
     const bool known = op != nullptr && registry_.findOperator(op->name) != nullptr;
-    if (registry_.registerOperator(op)) return true;
+    if (registry_.registerOperator(op)) {
+      taken_.push_back(op->name);
+      return true;
+    }
     if (refusal_.empty()) {
       refusal_ = op == nullptr ? "registers nothing as an operator"
                                : "its operator '" + op->name + "' is refused: " +
@@ -38,6 +43,7 @@ class AddOnRegistry final : public vel::OpManagerAPI {
  private:
   vel::OpManagerAPI& registry_;
   std::string refusal_;
+  std::vector<std::string> taken_;
 };
 
 }  // namespace hostkit

@@ -34,6 +34,13 @@ constexpr std::array<Formals, 13> kFormals{{
 }};
 // clang-format on
 
+// What an add-on tells of the operator's inputs; null when it tells nothing.
+const std::vector<std::string>* describedInputs(const Services& services, std::string_view name) {
+  if (services.descriptions == nullptr) return nullptr;
+  const OperatorDescriptions::Entry* const entry = services.descriptions->find(name);
+  return entry != nullptr && entry->namesInputs ? &entry->inputs : nullptr;
+}
+
 }  // namespace
 
 int numberedInput(std::string_view formal, std::string_view prefix) {
@@ -69,14 +76,28 @@ int operatorInput(std::string_view operatorName, std::string_view formal) {
   return equalIgnoringCase(formal, "IN") ? 0 : -1;
 }
 
+int operatorInput(const Services& services, std::string_view operatorName,
+                  std::string_view formal) {
+  const std::vector<std::string>* const inputs = describedInputs(services, operatorName);
+  if (inputs == nullptr) return operatorInput(operatorName, formal);
+  for (std::size_t i = 0; i < inputs->size(); ++i) {
+    if (equalIgnoringCase((*inputs)[i], formal)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
 void declareFunctionOperators(Services& services) {
   std::vector<std::string> names;
   services.operators->operatorNames(names);
   for (const std::string& name : names) {
     if (!services.operators->isFCOperator(name)) continue;
     auto unit = std::make_unique<Unit>(&services, name, vel::POUType::Function);
-    for (const char* const input : {"IN", "IN1", "IN2"}) {
-      if (operatorInput(name, input) >= 0) unit->addInput(input);
+    if (const auto* const inputs = describedInputs(services, name)) {
+      for (const std::string& input : *inputs) unit->addInput(input);
+    } else {
+      for (const char* const input : {"IN", "IN1", "IN2"}) {
+        if (operatorInput(name, input) >= 0) unit->addInput(input);
+      }
     }
     if (services.answers.addUnit(unit.get())) static_cast<void>(unit.release());
   }

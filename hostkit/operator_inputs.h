@@ -15,7 +15,10 @@ void declareFunctionOperators(Services& services);
 
 // The position of an operator's input `formal` among its parameters, from 0; -1 when it has
 // none of that name. The plugin knows parameters by position only, so that a host puts those
-// that are named in this order before it calls check.
+// that are named in this order before it calls check. The inputs of an add-on's operator are
+// those that `services.descriptions` names; one of which it says nothing may be called `IN`.
+int operatorInput(const Services& services, std::string_view operatorName, std::string_view formal);
+// The same where there are no add-ons.
 int operatorInput(std::string_view operatorName, std::string_view formal);
 
 // `IN3` is 3; -1 for a text that is not the prefix and a number.

@@ -4,6 +4,7 @@
 
 #include "core/add_on_api.h"
 #include "hostkit/add_on_registry.h"
+#include "hostkit/guarded.h"
 
 namespace hostkit {
 
@@ -30,8 +31,11 @@ bool PluginLibrary::load(const std::string& path, vel::InternalInterface* servic
                          std::string& error) {
   void* const create = entry(path, "CreateOpManager", error);
   if (create == nullptr) return false;
-  registry_.reset(reinterpret_cast<decltype(&CreateOpManager)>(create)(services));
-  if (registry_ == nullptr) error = path + ": built no registry";
+  std::string fault = "built no registry";
+  registry_.reset(
+      guarded([&] { return reinterpret_cast<decltype(&CreateOpManager)>(create)(services); },
+              [&](const std::string& why) { fault = "CreateOpManager failed: " + why; }));
+  if (registry_ == nullptr) error = path + ": " + fault;
   return registry_ != nullptr;
 }
 
@@ -39,11 +43,33 @@ bool PluginLibrary::extend(const std::string& path, std::string& error) {
   void* const add = entry(path, "RegisterOperators", error);
   if (add == nullptr) return false;
   AddOnRegistry registry(*registry_);
-  const bool accepted = reinterpret_cast<decltype(&RegisterOperators)>(add)(&registry);
-  if (accepted && registry.refusal().empty()) return true;
-  error =
-      path + ": " + (registry.refusal().empty() ? "cannot add its operators" : registry.refusal());
+  std::string fault = "cannot add its operators";
+  const bool accepted =
+      guarded([&] { return reinterpret_cast<decltype(&RegisterOperators)>(add)(&registry); },
+              [&](const std::string& why) { fault = "RegisterOperators failed: " + why; });
+  if (!registry.refusal().empty()) {
+    fault = registry.refusal();
+  } else if (accepted && describe(registry.taken(), fault)) {
+    return true;
+  }
+  error = path + ": " + fault;
   return false;
+}
+
+bool PluginLibrary::describe(const std::vector<std::string>& names, std::string& fault) {
+  const auto ask =
+      reinterpret_cast<decltype(&DescribeOperator)>(dlsym(handles_.back(), "DescribeOperator"));
+  if (ask == nullptr) return true;
+  for (const std::string& name : names) {
+    std::string reason;
+    const vel::OperatorDescription* const told =
+        guarded([&] { return ask(name.c_str()); },
+                [&](const std::string& why) { reason = "DescribeOperator failed: " + why; });
+    if (reason.empty() && (told == nullptr || descriptions_.add(name, *told, reason))) continue;
+    fault = "its description of '" + name + "' is refused: " + reason;
+    return false;
+  }
+  return true;
 }
 
 }  // namespace hostkit

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "core/op_manager_api.h"
+#include "hostkit/operator_descriptions.h"
 
 namespace hostkit {
 
 // Both operations return false, with the reason in `error`, when the library cannot be
-// loaded, is of the other sort, or is refused. Nothing else may be called then.
+// loaded, is of the other sort, is refused, or throws. Nothing else may be called then.
 class PluginLibrary {
  public:
   PluginLibrary() = default;
@@ -20,18 +21,23 @@ class PluginLibrary {
 
   // Loads the plugin at `path` and builds its registry for `services`.
   bool load(const std::string& path, vel::InternalInterface* services, std::string& error);
-  // Adds the operators of the add-on at `path` to the registry. After load() only.
+  // Adds the operators of the add-on at `path` to the registry, and what it tells of them to
+  // the descriptions. After load() only.
   bool extend(const std::string& path, std::string& error);
 
   // Null before load().
   vel::OpManagerAPI* registry() const { return registry_.get(); }
+  const OperatorDescriptions& descriptions() const { return descriptions_; }
 
  private:
   // The function `name` of the library at `path`, null when there is none.
   void* entry(const std::string& path, const char* name, std::string& error);
+  // Asks the library loaded last what it tells of its operators `names`.
+  bool describe(const std::vector<std::string>& names, std::string& fault);
 
   std::vector<void*> handles_;
   std::unique_ptr<vel::OpManagerAPI> registry_;
+  OperatorDescriptions descriptions_;
 };
 
 }  // namespace hostkit

@@ -8,6 +8,7 @@
 #include "host/project_settings.h"
 #include "host/symbol_manager.h"
 #include "hostkit/answers.h"
+#include "hostkit/operator_descriptions.h"
 
 namespace hostkit {
 
@@ -32,8 +33,9 @@ class Services : public vel::InternalInterface,
   vel::ProjectSettings* projectSettings() override { return &settings; }
 
   Answers& answers;
-  vel::OpManagerAPI* operators = nullptr;  // set by the host once it has the registry
-  int notation = 0;                        // of device addresses: 0 IEC, 1 letters
+  vel::OpManagerAPI* operators = nullptr;              // set by the host once it has the registry
+  const OperatorDescriptions* descriptions = nullptr;  // set by a host that takes add-ons
+  int notation = 0;                                    // of device addresses: 0 IEC, 1 letters
   vel::ProjectSettings settings;
 };
 
