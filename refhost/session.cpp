@@ -4,14 +4,15 @@
 #include <optional>
 
 #include "core/operator.h"
+#include "hostkit/literal.h"
+#include "hostkit/operator_inputs.h"
+#include "hostkit/plugin_library.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
-#include "hostkit/plugin_library.h"
+#include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
-#include "hostkit/operator_inputs.h"
-#include "hostkit/literal.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -70,6 +71,7 @@ Session::~Session() = default;
 bool Session::start(std::string& error) {
   if (!impl_->plugin.load(impl_->options.pluginPath, &impl_->services, error)) return false;
   impl_->services.operators = impl_->plugin.registry();
+  impl_->services.descriptions = &impl_->plugin.descriptions();
   for (const std::string& path : impl_->options.addOnPaths) {
     if (!impl_->plugin.extend(path, error)) return false;
   }
@@ -97,8 +99,14 @@ bool Session::operatorReady(const std::string& name) {
   impl_->tree->setLeaves(*call, {impl_->tree->make<Text>(impl_->tree->intern(name))});
   std::vector<vel::VELMessage> messages;
   std::string resultType;
-  op->check(&impl_->services, call, messages, resultType, {});
+  entered(*op, call->pos(), messages,
+          [&] { return op->check(&impl_->services, call, messages, resultType, {}); });
   return !messages.empty();
+}
+
+std::string Session::operatorPage(const std::string& name) const {
+  const auto* const told = impl_->plugin.descriptions().find(name);
+  return told != nullptr ? told->page : std::string();
 }
 
 SourceManager& Session::sources() { return impl_->sources; }

@@ -64,6 +64,9 @@ class Session {
   vel::OpManagerAPI& operators();
   // False for an operator that refuses every call without saying why.
   bool operatorReady(const std::string& name);
+  // What an add-on tells of its operator, in Markdown that ends in a line end; empty when it
+  // tells nothing.
+  std::string operatorPage(const std::string& name) const;
 
   // Sources are loaded here before analyse().
   SourceManager& sources();

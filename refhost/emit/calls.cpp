@@ -5,6 +5,7 @@
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
+#include "refhost/operator_calls.h"
 #include "refhost/services/operator_traits.h"
 
 namespace refhost {
@@ -69,12 +70,21 @@ std::string CGenerator::typedText(const Call& call) {
 }
 
 std::string CGenerator::operatorText(const Call& call) {
-  if (usedOperators_.insert(call.op).second) staticTexts_.push_back(call.op->staticCode(this));
+  const std::size_t before = messages_.size();
+  const auto enter = [&](const auto& operation) {
+    return entered(*call.op, call.pos(), messages_, operation);
+  };
+  if (usedOperators_.insert(call.op).second) {
+    staticTexts_.push_back(enter([&] { return call.op->staticCode(this); }));
+  }
   services_.calls.currentLocation = call.pos();
-  const auto generate = [&] { return call.op->generate(this, const_cast<Call*>(&call)); };
+  const auto generate = [&] {
+    return enter([&] { return call.op->generate(this, const_cast<Call*>(&call)); });
+  };
   const bool anyOrder = !ordered_ || !givesValue(call.op->name);
   std::string text = anyOrder ? generate() : inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
+    if (messages_.size() > before) return text;  // what failed has been said
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
   } else if (call.op->name == "ADR" && call.basicType() != BasicDataType::Pointer) {
     // The address of something that has no type.

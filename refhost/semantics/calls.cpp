@@ -3,9 +3,10 @@
 #include "core/op_manager_api.h"
 #include "core/operator.h"
 #include "host/ast_node_helper.h"
+#include "hostkit/operator_inputs.h"
+#include "refhost/operator_calls.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
-#include "hostkit/operator_inputs.h"
 #include "refhost/services/operator_traits.h"
 #include "refhost/services/standard_functions.h"
 
@@ -77,7 +78,7 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
-    return operatorInput(call.op->name, formal);
+    return operatorInput(services_, call.op->name, formal);
   };
   if (!orderArguments(call, positionOf)) return nullptr;
   ASTNode* const list = parameterList(call);
@@ -94,7 +95,9 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   if (!known && !hasErrorFrom(first)) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.size();
-  call.accepted = call.op->check(&services_, &call, messages_, resultType, unitName_);
+  call.accepted = entered(*call.op, call.pos(), messages_, [&] {
+    return call.op->check(&services_, &call, messages_, resultType, unitName_);
+  });
   checked_ = {&call, before, messages_.size()};
   if (!call.accepted) {
     if (!hasErrorFrom(first)) {
