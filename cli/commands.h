@@ -51,6 +51,7 @@ int check(const CommonOptions& common, const std::vector<std::string>& files);
 int translate(const CommonOptions& common, const TranslateOptions& options);
 int run(const CommonOptions& common, const RunOptions& options);
 // `topics` are codes of messages and names of operators; when empty, the codes are listed.
-int explain(const std::vector<std::string>& topics);
+// Libraries are loaded for the names only that velc itself does not know.
+int explain(const CommonOptions& common, const std::vector<std::string>& topics);
 
 }  // namespace velc

@@ -23,8 +23,8 @@ namespace velc {
 
 namespace {
 
-// Every command takes these; so does velc before the command.
-void addCommonOptions(CLI::App& app, CommonOptions& common) {
+// Every command takes this; so does velc before the command.
+void addPluginOption(CLI::App& app, CommonOptions& common) {
   app.add_option_function<std::vector<std::string>>(
          "--plugin",
          [&common](const std::vector<std::string>& paths) {
@@ -34,6 +34,11 @@ void addCommonOptions(CLI::App& app, CommonOptions& common) {
          "(repeatable)")
       ->type_name("PATH")
       ->allow_extra_args(false);
+}
+
+// Every command but `explain` takes these; so does velc before the command.
+void addCommonOptions(CLI::App& app, CommonOptions& common) {
+  addPluginOption(app, common);
   app.add_option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
       ->type_name("TEXT");
   app.add_option_function<std::string>(
@@ -172,10 +177,11 @@ int execute(int argc, char** argv) {
   std::vector<std::string> topics;
   CLI::App& explainCommand =
       *app.add_subcommand("explain", "Tell what messages mean and what operators do");
+  addPluginOption(explainCommand, common);
   explainCommand.add_option("TOPIC", topics,
                             "Code of a message (0xC0032) or name of an operator; without one, the "
                             "codes are listed");
-  explainCommand.callback([&] { action = [&] { return explain(topics); }; });
+  explainCommand.callback([&] { action = [&] { return explain(common, topics); }; });
 
   try {
     app.parse(argc, argv);
