@@ -1,6 +1,6 @@
-// An add-on with one operator: DEADBAND(IN, WIDTH), of type REAL, is IN where that is farther
-// than WIDTH from zero, and 0 elsewhere.
+// An add-on with one operator, DEADBAND. The page at the end of the file tells what it does.
 #include <memory>
+#include <string_view>
 
 #include "core/add_on_api.h"
 #include "core/messages.h"
@@ -8,6 +8,9 @@
 #include "host/generator.h"
 
 namespace {
+
+constexpr vel::MessageFormat kNegativeWidth{0xA0001, vel::Severity::Error,
+                                            "The width '%s' of a dead band is negative;"};
 
 class DeadbandOperator final : public vel::STOperator {
  public:
@@ -27,10 +30,17 @@ class DeadbandOperator final : public vel::STOperator {
       vel::report(ii, messages, vel::message::kParameterCount, invocation->pos(), name);
       return false;
     }
-    const bool accepted = isReal(ii, list->leaf(0), messages, pouName) &&
-                          isReal(ii, list->leaf(1), messages, pouName);
-    if (accepted) resultType = "REAL";
-    return accepted;
+    vel::ASTNode* const width = list->leaf(1);
+    if (!isReal(ii, list->leaf(0), messages, pouName) || !isReal(ii, width, messages, pouName)) {
+      return false;
+    }
+    const std::string text = AstNodeHelper::astText(width);
+    if (AstNodeHelper::isConstant(width) && text.front() == '-') {
+      vel::report(ii, messages, kNegativeWidth, width->pos(), text);
+      return false;
+    }
+    resultType = "REAL";
+    return true;
   }
 
   std::string generate(vel::Generator* gen, vel::ASTNode* invocation) override {
@@ -62,6 +72,14 @@ class DeadbandOperator final : public vel::STOperator {
   }
 };
 
+constexpr vel::OperatorDescription kDescription{sizeof kDescription, "IN WIDTH", R"(# DEADBAND
+
+`DEADBAND(IN, WIDTH)` is `IN` where that is farther than `WIDTH` from zero, and 0 elsewhere. Both
+are of type REAL, and so is the result.
+
+- 0xA0001 error `The width '%s' of a dead band is negative;`: for a width that is a literal.
+)"};
+
 }  // namespace
 
 bool RegisterOperators(vel::OpManagerAPI* registry) {
@@ -69,4 +87,8 @@ bool RegisterOperators(vel::OpManagerAPI* registry) {
   if (!registry->registerOperator(deadband.get())) return false;
   static_cast<void>(deadband.release());  // the registry's from here on
   return true;
+}
+
+const vel::OperatorDescription* DescribeOperator(const char* name) {
+  return name == std::string_view("DEADBAND") ? &kDescription : nullptr;
 }
