@@ -5,10 +5,10 @@
 
 #include "core/operator.h"
 #include "hostkit/literal.h"
+#include "hostkit/literal_text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
 #include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"

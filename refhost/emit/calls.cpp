@@ -2,8 +2,8 @@
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
+#include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
 #include "refhost/operator_calls.h"
 #include "refhost/services/operator_traits.h"

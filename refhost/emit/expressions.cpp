@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
 #include "core/operator.h"
+#include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/services/operator_traits.h"
 

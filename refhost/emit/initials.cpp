@@ -3,8 +3,8 @@
 
 #include <utility>
 
+#include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {

@@ -1,8 +1,8 @@
 // What an assignment can name, in C.
 #include <fmt/format.h>
 
+#include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/literal_text.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {

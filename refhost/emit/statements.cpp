@@ -2,8 +2,8 @@
 
 #include <limits>
 
+#include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/literal_text.h"
 #include "refhost/emit/store.h"
 #include "refhost/semantics/constants.h"
 

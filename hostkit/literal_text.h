@@ -1,14 +1,14 @@
-// Literals in C.
+// Literals in C, for hosts whose trees keep them as hostkit::parseLiteral gives them.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "hostkit/literal.h"
-#include "refhost/kit.h"
 
-namespace refhost {
+namespace hostkit {
 
+// These append to `out`. An integer has the suffix that its size asks for.
 void appendInteger(bool negative, std::uint64_t magnitude, std::string& out);
 void appendInteger(std::int64_t value, std::string& out);
 // A literal's value as an operand of type `type`, which it can be given to; with None
@@ -17,4 +17,4 @@ void appendLiteral(const LiteralValue& value, vel::BasicDataType type, std::stri
 // True when the text needs parentheses as an operand.
 bool isNegative(const LiteralValue& value);
 
-}  // namespace refhost
+}  // namespace hostkit

@@ -1,12 +1,9 @@
-#include "refhost/emit/literal_text.h"
+#include "hostkit/literal_text.h"
 
-#include <fmt/format.h>
-
-#include <iterator>
 #include <limits>
 #include <vector>
 
-namespace refhost {
+namespace hostkit {
 namespace {
 
 using vel::BasicDataType;
@@ -20,7 +17,11 @@ void appendString(const std::string& bytes, std::string& out) {
     if (isPlain(byte)) {
       out += c;
     } else {
-      fmt::format_to(std::back_inserter(out), "\\{:03o}", byte);
+      constexpr unsigned kOctal = 8;
+      out += '\\';
+      for (unsigned place = kOctal * kOctal; place > 0; place /= kOctal) {
+        out += static_cast<char>('0' + byte / place % kOctal);
+      }
     }
   }
   out += '"';
@@ -56,7 +57,7 @@ void appendWideString(const std::string& text, std::string& out) {
   }
   out += "(const u16[]){";
   for (const std::uint16_t unit : codeUnits(text)) {
-    fmt::format_to(std::back_inserter(out), "{}, ", unit);
+    out += std::to_string(unit) + ", ";
   }
   out += "0}";
 }
@@ -66,7 +67,6 @@ void appendWideString(const std::string& text, std::string& out) {
 void appendInteger(bool negative, std::uint64_t magnitude, std::string& out) {
   constexpr std::uint64_t kMaxInt = std::numeric_limits<std::int32_t>::max();
   constexpr std::uint64_t kMaxLong = std::numeric_limits<std::int64_t>::max();
-  auto to = std::back_inserter(out);
   // The lowest values have no literal of their own in C.
   if (negative && magnitude == kMaxInt + 1) {
     out += "(-2147483647 - 1)";
@@ -74,7 +74,8 @@ void appendInteger(bool negative, std::uint64_t magnitude, std::string& out) {
     out += "(-9223372036854775807LL - 1)";
   } else {
     const char* const suffix = magnitude <= kMaxInt ? "" : magnitude <= kMaxLong ? "LL" : "ULL";
-    fmt::format_to(to, "{}{}{}", negative ? "-" : "", magnitude, suffix);
+    if (negative) out += '-';
+    out += std::to_string(magnitude) + suffix;
   }
 }
 
@@ -137,7 +138,7 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
     case LiteralForm::Date:
     case LiteralForm::TimeOfDay:
     case LiteralForm::DateAndTime:
-      fmt::format_to(std::back_inserter(out), "{}u", value.ticks);
+      out += std::to_string(value.ticks) + 'u';
       break;
     case LiteralForm::String:
       if (value.type == BasicDataType::String) {
@@ -154,4 +155,4 @@ bool isNegative(const LiteralValue& value) {
          (value.form == LiteralForm::Real && !value.text.empty() && value.text.front() == '-');
 }
 
-}  // namespace refhost
+}  // namespace hostkit
