@@ -58,7 +58,9 @@ std::string Answers::expressionText(vel::ASTNode& expression) {
 }
 
 std::string Answers::variableText(vel::SymbolVar& variable, const std::string& /*unit*/) {
-  return variable.name();
+  const std::string& name = variable.name();
+  const bool startsWithDigit = !name.empty() && name.front() >= '0' && name.front() <= '9';
+  return startsWithDigit ? "_" + name : name;
 }
 
 std::string Answers::typeText(vel::SymbolDataType& type) {

@@ -79,7 +79,8 @@ class Answers {
 
   // An expression as C; the plugin puts it in parentheses where it must. Here: its source.
   virtual std::string expressionText(vel::ASTNode& expression);
-  // A variable of `unit` as something whose address C can take. Here: its name.
+  // A variable of `unit` as something whose address C can take. Here: its name, behind an
+  // underscore where that begins with a digit, as the digests of edge states may.
   virtual std::string variableText(vel::SymbolVar& variable, const std::string& unit);
   // A data type in C. Here: the runtime's name of an elementary type, `u8` to `f64`, and the
   // name of every other.

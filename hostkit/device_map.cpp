@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "hostkit/elementary_types.h"
 #include "hostkit/folding.h"
 
 namespace hostkit {
@@ -194,6 +195,13 @@ const char* addressTypeName(const HeapAddress& address) {
     default:
       return "LWORD";
   }
+}
+
+std::string DeviceMap::text(const HeapAddress& address) const {
+  const std::string place = std::to_string(raw(address).address);
+  if (address.isBitMode()) return "gbit(" + place + ")";
+  return std::string("VEL_MEM(") + elementaryType(addressTypeName(address))->cType + ", " + place +
+         ")";
 }
 
 HeapRawAddr DeviceMap::allocateState() {

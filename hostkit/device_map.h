@@ -1,6 +1,7 @@
 // A device memory: its areas, their addresses, and their places in `_m`.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "host/device_memory.h"
@@ -23,6 +24,9 @@ class DeviceMap {
 
   bool parse(std::string_view text, vel::HeapAddress& out) const;
   vel::HeapRawAddr raw(const vel::HeapAddress& address) const;
+
+  // As C reads and writes it with the runtime: `gbit(131072)`, `VEL_MEM(u16, 0)`.
+  std::string text(const vel::HeapAddress& address) const;
 
   // A byte behind the areas for hidden state.
   vel::HeapRawAddr allocateState();

@@ -86,6 +86,11 @@ const ElementaryType* elementaryType(std::string_view name) {
   return nullptr;
 }
 
+DataTypeInfo typeInfo(const std::string& name) {
+  const ElementaryType* const row = elementaryType(name);
+  return row != nullptr ? DataTypeInfo{row->type, name} : DataTypeInfo();
+}
+
 const char* cType(BasicDataType type) {
   const ElementaryType* const row = elementaryType(type);
   return row != nullptr ? row->cType : "";

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "host/basic_data_type.h"
@@ -32,6 +33,9 @@ ElementaryTypes elementaryTypes();
 const ElementaryType* elementaryType(BasicDataType type);
 // The row of a name in any letter case, aliases such as TIME_OF_DAY included.
 const ElementaryType* elementaryType(std::string_view name);
+// What an expression of the type of that name has as its type: none for a name that is no
+// elementary type's, such as the INVALID of operators without a result.
+DataTypeInfo typeInfo(const std::string& name);
 // The C type of an elementary type, empty for all others.
 const char* cType(BasicDataType type);
 

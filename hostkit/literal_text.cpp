@@ -150,6 +150,15 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
   }
 }
 
+std::string literalText(std::string_view source) {
+  std::string out;
+  LiteralValue value;
+  if (parseLiteral(source, value) == LiteralError::None) {
+    appendLiteral(value, BasicDataType::None, out);
+  }
+  return out;
+}
+
 bool isNegative(const LiteralValue& value) {
   return value.negative || value.ticks < 0 ||
          (value.form == LiteralForm::Real && !value.text.empty() && value.text.front() == '-');

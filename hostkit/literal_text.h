@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "hostkit/literal.h"
 
@@ -14,6 +15,8 @@ void appendInteger(std::int64_t value, std::string& out);
 // A literal's value as an operand of type `type`, which it can be given to; with None
 // as it stands, a typed literal with its own type.
 void appendLiteral(const LiteralValue& value, vel::BasicDataType type, std::string& out);
+// A literal as it stands in the source; empty for every text that is none.
+std::string literalText(std::string_view source);
 // True when the text needs parentheses as an operand.
 bool isNegative(const LiteralValue& value);
 

@@ -5,6 +5,7 @@
 #include "core/add_on_api.h"
 #include "hostkit/add_on_registry.h"
 #include "hostkit/guarded.h"
+#include "hostkit/operator_inputs.h"
 
 namespace hostkit {
 
@@ -25,6 +26,18 @@ void* PluginLibrary::entry(const std::string& path, const char* name, std::strin
   void* const function = dlsym(handle, name);
   if (function == nullptr) error = path + ": has no entry point " + name;
   return function;
+}
+
+bool PluginLibrary::start(Services& services, const std::string& plugin,
+                          const std::vector<std::string>& addOns, std::string& error) {
+  if (!load(plugin, &services, error)) return false;
+  services.operators = registry();
+  services.descriptions = &descriptions();
+  for (const std::string& addOn : addOns) {
+    if (!extend(addOn, error)) return false;
+  }
+  declareFunctionOperators(services);
+  return true;
 }
 
 bool PluginLibrary::load(const std::string& path, vel::InternalInterface* services,

@@ -10,8 +10,10 @@
 
 namespace hostkit {
 
-// Both operations return false, with the reason in `error`, when the library cannot be
-// loaded, is of the other sort, is refused, or throws. Nothing else may be called then.
+class Services;
+
+// The operations return false, with the reason in `error`, when a library cannot be loaded, is
+// of the other sort, is refused, or throws. Nothing else may be called then.
 class PluginLibrary {
  public:
   PluginLibrary() = default;
@@ -19,7 +21,12 @@ class PluginLibrary {
   PluginLibrary(const PluginLibrary&) = delete;
   PluginLibrary& operator=(const PluginLibrary&) = delete;
 
-  // Loads the plugin at `path` and builds its registry for `services`.
+  // All that a host does before the first call: loads the plugin and then the add-ons, hands
+  // the registry to `services`, and declares the function-call operators there.
+  bool start(Services& services, const std::string& plugin, const std::vector<std::string>& addOns,
+             std::string& error);
+
+  // The steps of it. Loads the plugin at `path` and builds its registry for `services`.
   bool load(const std::string& path, vel::InternalInterface* services, std::string& error);
   // Adds the operators of the add-on at `path` to the registry, and what it tells of them to
   // the descriptions. After load() only.

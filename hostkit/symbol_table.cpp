@@ -29,19 +29,27 @@ SymbolTable::SymbolTable() {
 }
 
 Symbol* SymbolTable::find(const char* name, const char* unit, Symbol::Type kind) const {
-  const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
+  const auto wanted = [kind](Symbol::Type each) { return kind == Symbol::All || kind == each; };
   if (wanted(Symbol::Variable)) {
     for (const char* const owner : {unit, ""}) {
-      const auto of = variables_.find(owner);
-      if (of == variables_.end()) continue;
-      if (Symbol* const variable = lookUp(of->second, name)) return variable;
+      if (Symbol* const found = variable(name, owner)) return found;
     }
   }
   if (wanted(Symbol::DataType)) {
-    if (Symbol* const type = lookUp(types_, name)) return type;
+    if (Symbol* const found = type(name)) return found;
   }
   return wanted(Symbol::Pou) ? lookUp(units_, name) : nullptr;
 }
+
+vel::SymbolVar* SymbolTable::variable(std::string_view name, std::string_view unit) const {
+  const auto own = variables_.find(std::string(unit));
+  vel::SymbolVar* const found = own != variables_.end() ? lookUp(own->second, name) : nullptr;
+  if (found != nullptr) return found;
+  const vel::SymbolPOU* const owner = lookUp(units_, unit);
+  return owner != nullptr ? owner->param(std::string(name)) : nullptr;
+}
+
+vel::SymbolDataType* SymbolTable::type(std::string_view name) const { return lookUp(types_, name); }
 
 bool SymbolTable::addUnit(vel::SymbolPOU* unit) {
   if (types_.count(unit->name()) != 0 || units_.count(unit->name()) != 0) return false;
@@ -53,7 +61,8 @@ bool SymbolTable::addUnit(vel::SymbolPOU* unit) {
 vel::SymbolVar* SymbolTable::addVariable(const std::string& unit,
                                          std::unique_ptr<vel::SymbolVar> variable) {
   vel::SymbolVar* const added = variable.get();
-  if (!variables_[unit].emplace(added->name(), added).second) return nullptr;
+  if (this->variable(added->name(), unit) != nullptr) return nullptr;
+  variables_[unit].emplace(added->name(), added);
   ownedVariables_.push_back(std::move(variable));
   return added;
 }

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/symbol.h"
@@ -16,8 +17,12 @@ class SymbolTable {
  public:
   SymbolTable();
 
-  // As Answers::find asks. A variable is looked up in its unit, then among those of all units.
+  // As Answers::find asks. A variable is looked up in its unit, whose parameters belong to it,
+  // then among those of all units.
   vel::Symbol* find(const char* name, const char* unit, vel::Symbol::Type kind) const;
+  // The variable or parameter of the unit, or the variable of all units when that is empty.
+  vel::SymbolVar* variable(std::string_view name, std::string_view unit) const;
+  vel::SymbolDataType* type(std::string_view name) const;
   // As Answers::addUnit asks: false when a unit or a data type has the name.
   bool addUnit(vel::SymbolPOU* unit);
   // Adds a variable of `unit`, or of all units when that is empty. Null when the name is taken.

@@ -1,5 +1,7 @@
 #include "hostkit/tree.h"
 
+#include "hostkit/literal.h"
+
 namespace hostkit {
 
 Expression* Tree::literal(Span span, vel::BasicDataType type, std::string_view typeName,
@@ -8,6 +10,12 @@ Expression* Tree::literal(Span span, vel::BasicDataType type, std::string_view t
   Expression* const made = expression(span, Expression::Constant, {value});
   made->setBasicType(type);
   return made;
+}
+
+Expression* Tree::literal(Span span) {
+  LiteralValue value;
+  if (parseLiteral(span.source, value) != LiteralError::None) return nullptr;
+  return literal(span, value.type, value.typeName, value.fixedType);
 }
 
 Invocation* Tree::invocation(Span span, vel::ASTText* name, Span list, Leaves parameters) {

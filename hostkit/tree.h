@@ -59,6 +59,8 @@ class Tree {
   // An expression that is a literal, of the type of that name; `fixed` when the source names
   // it. The type is recorded on both nodes.
   Expression* literal(Span span, vel::BasicDataType type, std::string_view typeName, bool fixed);
+  // The same for the literal that the source is; null where it is none.
+  Expression* literal(Span span);
   // `name(parameters)`, the parameters' list taking the span `list`.
   Invocation* invocation(Span span, vel::ASTText* name, Span list, Leaves parameters);
   // The declaration of a program unit around `leaves`.

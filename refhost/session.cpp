@@ -6,7 +6,6 @@
 #include "core/operator.h"
 #include "hostkit/literal.h"
 #include "hostkit/literal_text.h"
-#include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/store.h"
@@ -69,13 +68,10 @@ Session::Session(Options options) : impl_(std::make_unique<Impl>(std::move(optio
 Session::~Session() = default;
 
 bool Session::start(std::string& error) {
-  if (!impl_->plugin.load(impl_->options.pluginPath, &impl_->services, error)) return false;
-  impl_->services.operators = impl_->plugin.registry();
-  impl_->services.descriptions = &impl_->plugin.descriptions();
-  for (const std::string& path : impl_->options.addOnPaths) {
-    if (!impl_->plugin.extend(path, error)) return false;
+  const Options& options = impl_->options;
+  if (!impl_->plugin.start(impl_->services, options.pluginPath, options.addOnPaths, error)) {
+    return false;
   }
-  declareFunctionOperators(impl_->services);
   impl_->services.symbols.keep();
   return true;
 }

@@ -3,6 +3,7 @@
 #include "core/op_manager_api.h"
 #include "core/operator.h"
 #include "host/ast_node_helper.h"
+#include "hostkit/edge_state.h"
 #include "hostkit/operator_inputs.h"
 #include "refhost/operator_calls.h"
 #include "refhost/semantics/analyser.h"
@@ -229,11 +230,8 @@ bool Analyser::leavesNameToOperator(const Call& call, int index) const {
 // What an edge detection remembers between scans: one cell for each text of a call
 // in a unit, in device memory for programs.
 void Analyser::declareEdgeState(const Call& call) {
-  const std::string_view op = call.op->name;
-  if ((op != "MEP" && op != "MEF") || unit_ == nullptr) return;
-  const std::string name = AstNodeHelper::opExpTextToMd5HexText(
-      AstNodeHelper::astText(call.leaf(0)), AstNodeHelper::astText(call.leaf(1)->leaf(0)));
-  if (unit_->variable(name) != nullptr) return;
+  const std::string name = edgeStateName(call);
+  if (name.empty() || unit_ == nullptr || unit_->variable(name) != nullptr) return;
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
                                           Role::EdgeState, unit_);
   if (unit_->type() == vel::POUType::Program) cell->keepAt(services_.memory.allocateState());

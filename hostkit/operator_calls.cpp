@@ -1,0 +1,74 @@
+#include "hostkit/operator_calls.h"
+
+#include <algorithm>
+
+#include "core/messages.h"
+#include "core/op_manager_api.h"
+#include "core/operator.h"
+#include "hostkit/elementary_types.h"
+#include "hostkit/guarded.h"
+#include "hostkit/messages.h"
+
+namespace hostkit {
+namespace {
+
+// Messages of the kit have no code.
+constexpr vel::MessageFormat kNoOperator{0, vel::Severity::Error, "There is no operator '%s';"};
+constexpr vel::MessageFormat kNotAccepted{0, vel::Severity::Error,
+                                          "The call of '%s' is not accepted;"};
+constexpr vel::MessageFormat kNothingGenerated{
+    0, vel::Severity::Error, "The operator '%s' generates nothing for this call;"};
+// Those of the plugin never throw; those of an add-on ought not to.
+constexpr vel::MessageFormat kFailed{0, vel::Severity::Error, "Operator '%s' failed: %s;"};
+
+// What `enter` returns, which calls an operation of the operator `name`; when that throws, a
+// message says so.
+template <typename Enter>
+auto entered(Services& services, const std::string& name, vel::TextLocation where,
+             std::vector<vel::VELMessage>& messages, const Enter& enter) {
+  return guarded(enter, [&](const std::string& reason) {
+    report(&services, messages, kFailed, where, name, reason);
+  });
+}
+
+}  // namespace
+
+std::optional<DataTypeInfo> checkCall(Services& services, Invocation& invocation,
+                                      const std::string& unit,
+                                      std::vector<vel::VELMessage>& messages) {
+  const auto refuse = [&](const vel::MessageFormat& why, const std::string& name) {
+    report(&services, messages, why, invocation.pos(), name);
+    return std::nullopt;
+  };
+  const std::string name = AstNodeHelper::astText(invocation.leaf(0));
+  vel::STOperator* const op = services.operators->findOperator(name);
+  if (op == nullptr) return refuse(kNoOperator, name);
+
+  const auto before = static_cast<std::ptrdiff_t>(messages.size());
+  std::string result;
+  const bool accepted = entered(services, name, invocation.pos(), messages, [&] {
+    return op->check(&services, &invocation, messages, result, unit);
+  });
+  if (std::any_of(messages.begin() + before, messages.end(), isError)) return std::nullopt;
+  if (!accepted) return refuse(kNotAccepted, name);
+  DataTypeInfo type = typeInfo(result);
+  invocation.setBasicType(type.type);
+  return type;
+}
+
+std::string generateCall(Services& services, vel::Generator& generator, Invocation& invocation,
+                         std::vector<vel::VELMessage>& messages) {
+  const std::string name = AstNodeHelper::astText(invocation.leaf(0));
+  vel::STOperator* const op = services.operators->findOperator(name);
+  const std::size_t before = messages.size();
+  std::string text = entered(services, name, invocation.pos(), messages, [&] {
+    return op != nullptr ? op->generate(&generator, &invocation) : std::string();
+  });
+  const bool isExplained = messages.size() != before;
+  if (text.empty() && !isExplained) {
+    report(&services, messages, kNothingGenerated, invocation.pos(), name);
+  }
+  return text;
+}
+
+}  // namespace hostkit
