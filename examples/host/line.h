@@ -1,0 +1,119 @@
+// A line of input: `x : INT`, `{bitparam} p : WORD`, `y := LIMIT(0, x, 100)`, `ZSET(%QB0, %QB7)`.
+// Operands are literals, names, addresses and calls; `//` begins a comment.
+#pragma once
+
+#include <algorithm>
+#include <cctype>
+#include <utility>
+
+#include "hostkit/messages.h"
+#include "hostkit/tree.h"
+
+// An operand that is a call, its leaf 0. Numbers that the contract does not name are the host's.
+constexpr Expression::Operator kCall{100};
+constexpr int kMostCalls = 1000;  // in a line, lest their nesting exhaust the stack
+
+class Line {
+ public:
+  // Makes the nodes in `tree`, and throws a vel::VELMessage for what it cannot read. The plugin
+  // only hands positions back: here they are the line's `number` and a column, from 1.
+  Line(std::string_view source, std::uint32_t number, hostkit::Tree& tree)
+      : source_(source), number_(number), tree_(tree) {
+    take();
+    if (std::count(source.begin(), source.end(), '(') > kMostCalls) fail(next_, "too many calls");
+    if (next_.empty()) return;
+    isBitParameter = take("{bitparam}");
+    const std::string_view first = take();
+    if (next_ == ":" ? !isName(first) : isBitParameter) fail(first, "a declaration is expected");
+    if (next_ == ":" || next_ == ":=") subject = place(first);
+    type = take(":") ? take() : std::string_view();
+    if (type.empty()) call = invocation(take(":=") ? take() : first);
+    take(";");
+    if (!next_.empty()) fail(next_, "the end of the line is expected");
+  }
+
+  Expression* subject = nullptr;  // declared, or assigned to; null when neither
+  Invocation* call = nullptr;     // null in a declaration
+  std::string_view type;          // of a declaration
+  bool isBitParameter = false;
+
+ private:
+  Invocation* invocation(std::string_view name) {
+    if (!isName(name) || !take("(")) fail(name, "a call is expected");
+    const std::string_view first = source_.substr(end_);
+    hostkit::Tree::Leaves operands;
+    while (next_ != ")" && (operands.empty() || take(","))) operands.push_back(operand());
+    const hostkit::Tree::Span list = from(first);
+    if (!take(")")) fail(next_, "',' or ')' is expected");
+    return tree_.invocation(from(name), tree_.word({name, where(name)}), list, std::move(operands));
+  }
+
+  Expression* operand() {
+    const std::string_view first = take();
+    if (next_ == "(") {
+      Invocation* const inner = invocation(first);
+      return tree_.expression(from(first), kCall, {inner});
+    }
+    Expression* const literal = tree_.literal(from(first));
+    return literal != nullptr ? literal : place(first);
+  }
+
+  // Whatever it names.
+  Expression* place(std::string_view name) {
+    if (name.substr(0, 1) != "%" && !isName(name)) fail(name, "an operand is expected");
+    return tree_.expression({name, where(name)}, Expression::Variable);
+  }
+
+  static bool isName(std::string_view text) {
+    const auto isPart = [](unsigned char c) { return c == '_' || std::isalnum(c) != 0; };
+    return !text.empty() && std::isdigit(static_cast<unsigned char>(text[0])) == 0 &&
+           std::all_of(text.begin(), text.end(), isPart);
+  }
+
+  // Of the word that `text` begins with. Separators belong to a literal in quotation marks, and
+  // colons to one such as TOD#12:00:00.
+  static std::size_t wordLength(std::string_view text) {
+    if (text.substr(0, 2) == "//") return 0;
+    if (text.substr(0, 2) == ":=") return 2;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      const char c = text[at];
+      if (c == '\'' || c == '"') {
+        for (++at; at < text.size() && text[at] != c; ++at) at += text[at] == '$' ? 1 : 0;
+      } else if (std::string_view(" \t\r,();=/").find(c) != std::string_view::npos ||
+                 (c == ':' && text.substr(0, at).find('#') == std::string_view::npos)) {
+        return std::max<std::size_t>(at, 1);
+      }
+    }
+    return text.size();
+  }
+
+  // The next word, empty at the end; reads the one behind it.
+  std::string_view take() {
+    const std::string_view taken = next_;
+    end_ = offset(taken) + taken.size();
+    const std::size_t start = std::min(source_.find_first_not_of(" \t\r", end_), source_.size());
+    next_ = source_.substr(start, wordLength(source_.substr(start)));
+    return taken;
+  }
+  bool take(std::string_view word) { return next_ == word && !take().empty(); }
+
+  std::size_t offset(std::string_view word) const {
+    return static_cast<std::size_t>(word.data() - source_.data());
+  }
+  vel::TextLocation where(std::string_view word) const {
+    return vel::TextLocation(number_, static_cast<std::uint32_t>(offset(word) + 1));
+  }
+  // Up to the last word taken.
+  hostkit::Tree::Span from(std::string_view first) const {
+    return {source_.substr(offset(first), end_ - offset(first)), where(first)};
+  }
+  [[noreturn]] void fail(std::string_view word, const char* text) const {
+    throw hostkit::errorAt(where(word), text);
+  }
+
+  std::string_view source_;
+  std::uint32_t number_;
+  hostkit::Tree& tree_;
+  std::string_view next_ = source_.substr(0, 0);
+  std::size_t end_ = 0;
+};
