@@ -1,5 +1,4 @@
 // What the contract asks about nodes and types: the plain part here, the rest of the answers.
-#include <cstdlib>
 #include <string_view>
 
 #include "host/ast_node_helper.h"
@@ -7,6 +6,7 @@
 #include "hostkit/elementary_types.h"
 #include "hostkit/literal.h"
 #include "hostkit/services.h"
+#include "hostkit/strict.h"
 #include "hostkit/tree_builder.h"
 
 using vel::ASTNode;
@@ -28,9 +28,7 @@ const Expression* asExpression(const ASTNode* node) {
 }  // namespace
 
 std::string AstNodeHelper::astText(ASTNode* node) {
-#ifdef HOSTKIT_STRICT
-  if (node == nullptr) std::abort();
-#endif
+  hostkit::require(node != nullptr);
   return node != nullptr ? std::string(vel::TreeBuilder::source(*node)) : std::string();
 }
 
@@ -136,7 +134,8 @@ bool AstNodeHelper::checkBitAccessAst(InternalInterface* ii, ASTNode* node, cons
 
 bool AstNodeHelper::checkAstWritable(InternalInterface* ii, ASTNode* node, const std::string& text,
                                      const std::string& pouName, std::vector<VELMessage>& messages,
-                                     bool /*flag1*/, bool /*flag2*/) {
+                                     bool flag1, bool flag2) {
+  hostkit::require(node != nullptr && !flag1 && !flag2);
   return node != nullptr && answersOf(ii).isWritable(*node, text, pouName, messages);
 }
 

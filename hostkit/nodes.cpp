@@ -1,10 +1,8 @@
-// Operations of nodes. With HOSTKIT_STRICT, for tests of the plugin, a request that the
-// contract does not allow ends the program.
-#include <cstdlib>
-
+// Operations of nodes.
 #include "host/ast.h"
 #include "host/declaration.h"
 #include "host/expression.h"
+#include "hostkit/strict.h"
 
 namespace vel {
 
@@ -14,9 +12,7 @@ ASTType ASTNode::type() const { return type_; }
 int ASTNode::leavesCount() const { return leavesCount_; }
 ASTNode* ASTNode::leaf(int i) const {
   const bool isThere = i >= 0 && i < leavesCount_;
-#ifdef HOSTKIT_STRICT
-  if (!isThere) std::abort();
-#endif
+  hostkit::require(isThere);
   return isThere ? leaves_[i] : nullptr;
 }
 ASTNode* ASTNode::parent() const { return parent_; }

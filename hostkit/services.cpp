@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "hostkit/strict.h"
+
 using hostkit::Answers;
 using hostkit::Services;
 
@@ -11,13 +13,16 @@ const char* TextGenerator::optionText(const char* name) {
   return name == std::string_view("localio.addr") ? services_.settings.localIoAddress.c_str() : "";
 }
 std::string TextGenerator::typeText(vel::SymbolDataType* type) {
+  require(type != nullptr);
   return type != nullptr ? services_.answers.typeText(*type) : std::string();
 }
 std::string TextGenerator::variableText(vel::SymbolVar* variable, int /*flag*/,
                                         const std::string& unit) {
+  require(variable != nullptr);
   return variable != nullptr ? services_.answers.variableText(*variable, unit) : std::string();
 }
 std::string TextGenerator::expressionText(vel::ASTNode* expression) {
+  require(expression != nullptr);
   return expression != nullptr ? services_.answers.expressionText(*expression) : std::string();
 }
 std::string TextGenerator::prepareConstant(const std::string& text, vel::BasicDataType /*type*/) {
@@ -47,10 +52,14 @@ SymbolManager::~SymbolManager() = default;
 Symbol* SymbolManager::symbol(const char* name, const char* scope, Symbol::Type kind) {
   return answersOf(this).find(name, scope, kind);
 }
-bool SymbolManager::addPOU(SymbolPOU* pou, int /*index*/) { return answersOf(this).addUnit(pou); }
+bool SymbolManager::addPOU(SymbolPOU* pou, int index) {
+  hostkit::require(pou != nullptr && index == -1);
+  return answersOf(this).addUnit(pou);
+}
 
 DeviceMemory::~DeviceMemory() = default;
-bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool /*strict*/) {
+bool DeviceMemory::string2IecAddress(const std::string& text, HeapAddress* out, bool strict) {
+  hostkit::require(!strict);
   HeapAddress unused;
   return answersOf(this).parseAddress(text, out != nullptr ? *out : unused);
 }
