@@ -38,7 +38,8 @@ class MinMaxCheck {
   }
 
   bool assignable(const Operand& source, const Operand& target) {
-    return assignable(source, AstNodeHelper::astText(target.node), target.type());
+    // The target of an assignment may be missing.
+    return assignable(source, textOf(target.node), target.type());
   }
 
   // The result has the integer type that stands for that of `unsignedOperand`.
