@@ -1,4 +1,4 @@
-#include "refhost/services/types.h"
+#include "hostkit/elementary_types.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,9 @@
 #include <string>
 #include <tuple>
 
-namespace refhost {
+#include "host/ast_node_helper.h"
+
+namespace hostkit {
 namespace {
 
 BasicDataType typeNamed(const std::string& name) { return elementaryType(name)->type; }
@@ -40,6 +42,10 @@ TEST(Types, ConversionsAreRated) {
       {"REAL", "LINT", "3_000_000_000", 0},
       {"INT", "REAL", "1.0", -2},
       {"SINT", "INT", "x", -2},
+      {"SINT", "INT", "(1)", -2},
+      {"SINT", "BOOL", "BOOL#1", -2},
+      {"REAL", "TIME", "T#1s", -2},
+      {"REAL", "SINT", "-5", 0},
       {"BOOL", "SINT", "1", -2},
       {"ULINT", "LINT", "18446744073709551615", 0}};
   for (const auto& [target, source, text, rated] : texts) {
@@ -50,6 +56,21 @@ TEST(Types, ConversionsAreRated) {
     EXPECT_EQ(0, rateConversion(BasicDataType::None, other, nullptr));
     EXPECT_EQ(0, rateConversion(other, BasicDataType::None, nullptr));
   }
+}
+
+// The first row of a number, which bit strings share.
+TEST(Types, NumbersHaveANameACTypeAndASize) {
+  const std::pair<int, const char*> rows[] = {
+      {5, "USINT u8 1"},    {8, "ULINT u64 8"}, {13, "LTIME i64 8"}, {19, "WSTRING u16* 0"},
+      {24, "INVALID u8 1"}, {17, "INVALID  0"}, {-1, "INVALID  0"},  {31, "INVALID  0"}};
+  for (const auto& [number, expected] : rows) {
+    const auto type = static_cast<BasicDataType>(number);
+    EXPECT_EQ(expected, AstNodeHelper::basicDataTypeText(type) + " " +
+                            AstNodeHelper::basicDataToCTypeText(type) + " " +
+                            std::to_string(AstNodeHelper::getBasicDataTypeSize(nullptr, type)));
+  }
+  EXPECT_EQ(BasicDataType::DateAndTime, typeNamed("date_And_Time"));
+  EXPECT_EQ(nullptr, elementaryType("INVALID"));
 }
 
 TEST(Types, NumbersMeetInTheTypeThatHoldsBoth) {
@@ -67,4 +88,4 @@ TEST(Types, NumbersMeetInTheTypeThatHoldsBoth) {
 }
 
 }  // namespace
-}  // namespace refhost
+}  // namespace hostkit
