@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
+#include <stdexcept>
 
 #include "core/fc_operator.h"
 #include "core/operator.h"
 #include "core/registration.h"
-#include "support/fake_host.h"
+#include "support/test_host.h"
 
 namespace {
 
@@ -29,7 +31,7 @@ class Registry : public ::testing::Test {
                        [&](const auto& unit) { return unit->name() == name; });
   }
 
-  FakeHost host;
+  TestHost host;
 };
 
 std::string className(const vel::STOperator& op) {
@@ -60,6 +62,7 @@ TEST_F(Registry, HoldsEveryNameWithItsClass) {
     EXPECT_EQ(hasUnit(*name), !isFunction) << *name;
   }
   EXPECT_EQ(functions, 92);
+  EXPECT_FALSE(registry->isFCOperator("STRING_TO_LTIME"));
   EXPECT_EQ(host.units.size(), 427U);
   const std::map<std::string, int> groups = {
       {"ConvertOperator", 327},      {"ToStrOperator", 40},  {"StrToOperator", 38},
@@ -70,24 +73,6 @@ TEST_F(Registry, HoldsEveryNameWithItsClass) {
   for (const auto& [name, count] : totals) {
     const auto group = groups.find(name);
     EXPECT_EQ(count, group != groups.end() ? group->second : 1) << name;
-  }
-}
-
-TEST_F(Registry, ClassOfName) {
-  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
-  const std::pair<const char*, const char*> rows[] = {
-      {"TO_BOOL", "ToBoolOperator"},        {"BOOL_TO_REAL", "ConvertOperator"},
-      {"LREAL_TO_REAL", "ConvertOperator"}, {"LREAL_TO_TOD", "RealToIntegerOperator"},
-      {"TOD_TO_STRING", "ToStrOperator"},   {"TO_WSTRING", "ToStrUniversalOperator"},
-      {"int_to_bcd", "ToBCDOperator"},      {"IZRST", "DirectIOOperator"}};
-  for (const auto& [name, expected] : rows) {
-    vel::STOperator* op = registry->findOperator(name);
-    EXPECT_EQ(op != nullptr ? className(*op) : "none", expected) << name;
-  }
-  for (const char* name :
-       {"BOOL_TO_BOOL", "INT_TO_INT", "STRING_TO_LTIME", "REAL_TO_REAL", "", "T"}) {
-    EXPECT_EQ(registry->findOperator(name), nullptr) << name;
-    EXPECT_FALSE(registry->isFCOperator(name)) << name;
   }
 }
 
@@ -127,6 +112,66 @@ TEST_F(Registry, RefusedUnitLeavesOneOut) {
   EXPECT_NE(registry->findOperator("SQRT"), nullptr);
 }
 
+// A host in whose table of symbols there is no room.
+struct FullHost : TestHost {
+  bool addUnit(vel::SymbolPOU* unit) override {
+    if (offered) offered();
+    return !offered && TestHost::addUnit(unit);
+  }
+  std::function<void()> offered;
+};
+
+TEST_F(Registry, UnitsAreOfferedBeforeTheirNameIsKnown) {
+  FullHost full;
+  const auto fail = [] { throw std::runtime_error("full"); };
+  full.offered = fail;
+  EXPECT_EQ(CreateOpManager(&full), nullptr);
+
+  full.offered = nullptr;
+  const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&full));
+  std::vector<std::string> names;
+  registry->operatorNames(names);
+  const auto expectUnknown = [&] {
+    std::vector<std::string> known;
+    registry->operatorNames(known);
+    EXPECT_EQ(known, names);
+    EXPECT_EQ(registry->operatorCount(), 519);
+    EXPECT_EQ(registry->findOperator("Added"), nullptr);
+  };
+  auto added = std::make_unique<NamedOperator>("Added");
+  full.offered = expectUnknown;
+  EXPECT_FALSE(registry->registerOperator(added.get()));
+  full.offered = fail;
+  EXPECT_THROW(registry->registerOperator(added.get()), std::runtime_error);
+  expectUnknown();
+  full.offered = nullptr;
+  EXPECT_TRUE(registry->registerOperator(added.get()));
+  EXPECT_EQ(registry->findOperator("ADDED"), added.release());
+}
+
+// Tells of its end, until which the registry knows it and all others.
+struct MortalOperator : NamedOperator {
+  MortalOperator(const std::string& operatorName, vel::OpManagerAPI& owner, std::string& told)
+      : NamedOperator(operatorName), registry(owner), deaths(told) {}
+  ~MortalOperator() override {
+    deaths += name + " ";
+    EXPECT_EQ(registry.findOperator(name), this);
+    EXPECT_EQ(registry.operatorCount(), 523);
+  }
+  vel::OpManagerAPI& registry;
+  std::string& deaths;
+};
+
+TEST_F(Registry, DeletesInOrderOfNames) {
+  std::string deaths;
+  std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
+  for (const char* name : {"zeta", "Beta", "_last", "alpha"}) {
+    ASSERT_TRUE(registry->registerOperator(new MortalOperator(name, *registry, deaths)));
+  }
+  registry.reset();
+  EXPECT_EQ(deaths, "_last alpha Beta zeta ");
+}
+
 TEST_F(Registry, RegistersClearsAndKeepsOwnership) {
   const std::unique_ptr<vel::OpManagerAPI> registry(CreateOpManager(&host));
   vel::STOperator* abs = registry->findOperator("ABS");
@@ -136,9 +181,7 @@ TEST_F(Registry, RegistersClearsAndKeepsOwnership) {
   EXPECT_EQ(registry->findOperator("Abs"), abs);
   EXPECT_FALSE(hasUnit("abs"));
 
-  auto added = std::make_unique<NamedOperator>("Added");
-  ASSERT_TRUE(registry->registerOperator(added.get()));
-  EXPECT_EQ(registry->findOperator("ADDED"), added.release());
+  ASSERT_TRUE(registry->registerOperator(new NamedOperator("Added")));
   EXPECT_TRUE(hasUnit("Added"));
 
   std::vector<std::string> names;

@@ -24,7 +24,7 @@ using Contract = PluginTest;
 
 TEST_F(Contract, OperatorSlots) {
   vel::STOperator* op = find("MAX");
-  vel::TreeBuilder tree;
+  TestTree tree;
   vel::ASTNode* call = tree.parse("MAX(i, i)");
   std::vector<vel::VELMessage> messages;
   std::string resultType;
@@ -38,7 +38,7 @@ TEST_F(Contract, OperatorSlots) {
 }
 
 TEST_F(Contract, RegistrySlots) {
-  vel::OpManagerAPI* api = registry.get();
+  vel::OpManagerAPI* api = registry;
   using Name = const std::string&;
   EXPECT_FALSE(callSlot<bool>(api, 1, 2, static_cast<vel::STOperator*>(nullptr)));
   EXPECT_EQ((callSlot<vel::STOperator*, Name>(api, 1, 3, "max")), find("MAX"));
@@ -59,10 +59,10 @@ TEST_F(Contract, ServiceSlots) {
   vel::InternalInterface* ii = &host;
   host.notation = 1;
   EXPECT_EQ(callSlot<void*>(ii, kDestructor, 1), host.symbolManager());
-  EXPECT_EQ((callSlot<const std::string&, const std::string&>(ii, kDestructor, 9, "%s")), "~%s");
+  EXPECT_EQ((callSlot<const std::string&, const std::string&>(ii, kDestructor, 9, "%s")), "%s");
   EXPECT_EQ(callSlot<void*>(ii, kDestructor, 10), host.deviceMemory());
   EXPECT_EQ(callSlot<void*>(ii, kDestructor, 15), host.callTree());
-  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 24), registry.get());
+  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 24), registry);
   EXPECT_EQ(callSlot<int>(ii, kDestructor, 31), 1);
   EXPECT_EQ(callSlot<void*>(ii, kDestructor, 36), &host.settings);
 }
@@ -72,7 +72,7 @@ TEST_F(Contract, GeneratorSlots) {
   generator.options["option"] = "text";
   vel::SymbolDataType type("INT", BasicDataType::Int);
   vel::SymbolVar variable("x", &type, 0);
-  vel::TreeBuilder tree;
+  TestTree tree;
   vel::ASTNode* node = tree.parse("F(a)");
   EXPECT_STREQ(callSlot<const char*>(gen, 1, 7, static_cast<const char*>("option")), "text");
   EXPECT_EQ(callSlot<std::string>(gen, 1, 21, &type), "INT_t");
@@ -84,7 +84,7 @@ TEST_F(Contract, GeneratorSlots) {
                                                                       BasicDataType::Int)),
             "discarded");
   // The services are the first data member, right behind the table.
-  EXPECT_EQ(reinterpret_cast<void**>(gen)[1], static_cast<void*>(&host));
+  EXPECT_EQ(reinterpret_cast<void**>(gen)[1], static_cast<vel::InternalInterface*>(&host));
   EXPECT_EQ(dynamic_cast<void*>(static_cast<vel::GenClanAPI*>(gen)), static_cast<void*>(gen));
 }
 

@@ -4,16 +4,13 @@ namespace {
 
 using Guards = PluginTest;
 
-bool lacksParameters(const vel::ASTNode* call) {
-  const vel::ASTNode* list = call != nullptr && call->leavesCount() > 1 ? call->leaf(1) : nullptr;
-  bool lacks = list == nullptr;
-  for (int i = 0; !lacks && i < list->leavesCount(); ++i) lacks = list->leaf(i) == nullptr;
-  return lacks;
+const vel::ASTNode* listOf(const vel::ASTNode* call) {
+  return call != nullptr && call->leavesCount() > 1 ? call->leaf(1) : nullptr;
 }
 
 // Every operator against every tree that a faulty program can leave behind.
 TEST_F(Guards, MalformedTreesNeverPass) {
-  vel::TreeBuilder tree;
+  TestTree tree;
   const vel::ASTType kind{3};
   vel::ASTNode* empty = tree.node(kind, {});
   vel::ASTNode* noList = tree.node(kind, {nullptr, nullptr, nullptr});
@@ -35,17 +32,42 @@ TEST_F(Guards, MalformedTreesNeverPass) {
     for (std::string source : sources) {
       const std::size_t at = source.find('@');
       if (at != std::string::npos) source.replace(at, 1, name);
-      all.push_back(tree.parse(source, ""));
+      all.push_back(tree.parse(source, nullptr));
     }
     for (vel::ASTNode* node : all) {
-      SCOPED_TRACE(name + ": " + vel::TreeBuilder::text(node));
-      std::vector<vel::VELMessage> messages;
-      std::string resultType;
-      EXPECT_FALSE(find(name)->check(&host, node, messages, resultType, "P"));
-      FakeHost::describe(messages);
-      if (lacksParameters(node)) {
+      SCOPED_TRACE(name + ": " + TestTree::text(node));
+      const Verdict verdict = check(*find(name), node, "", "P");
+      EXPECT_FALSE(verdict.accepted);
+      const vel::ASTNode* list = listOf(node);
+      if (node != nullptr && node->leavesCount() > 0 && list == nullptr) {
+        EXPECT_NE(verdict.messages.find(" E C0040 Too many parameters"), std::string::npos);
+      }
+      // Every operator looks at its first parameter.
+      if (list == nullptr || (list->leavesCount() > 0 && list->leaf(0) == nullptr)) {
         EXPECT_EQ(find(name)->generate(&generator, node), "");
       }
+    }
+  }
+}
+
+// At most the symbol table is asked for before the invocation is looked at.
+TEST_F(Guards, NothingIsAskedAboutNothing) {
+  const std::set<std::string> askFirst = {"ABS", "ACOS", "ASIN", "ATAN", "COS", "EXP",  "EXPT",
+                                          "LN",  "LOG",  "SIN",  "SQRT", "TAN", "MOVE", "SIZEOF"};
+  // Name and list are all that may be in an invocation of these, nothing is a fault like others.
+  const std::set<std::string> countLeaves = {"IRDBIT", "IWRBIT",       "IZRST",
+                                             "IZSET",  "_READIDIRECT", "_WRITEODIRECT"};
+  TestTree tree;
+  std::vector<std::string> names;
+  registry->operatorNames(names);
+  for (const std::string& name : names) {
+    for (vel::ASTNode* nothing : {static_cast<vel::ASTNode*>(nullptr), tree.node({}, {})}) {
+      if (nothing != nullptr && countLeaves.count(name) != 0) continue;
+      host.asked.clear();
+      const Verdict verdict = check(*find(name), nothing, "old", "P");
+      EXPECT_EQ(verdict.resultType + verdict.messages, "old") << name;
+      EXPECT_EQ(TestHost::take(host.asked), askFirst.count(name) != 0 ? "symbols" : "") << name;
+      EXPECT_FALSE(verdict.accepted) << name;
     }
   }
 }

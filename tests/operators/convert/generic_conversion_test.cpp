@@ -25,7 +25,7 @@ TEST_F(GenericConversion, Calls) {
 
 TEST_F(GenericConversion, StaticCodeAndOtherNames) {
   EXPECT_EQ(find("TO_TIME")->staticCode(), find("REAL_TO_INT")->staticCode());
-  vel::TreeBuilder tree;
+  TestTree tree;
   for (const char* source : {"INT_TO_INT(r)", "TO_FOO(r)", "TO(r)", "TO_INT()", "TO_INT{r, r}"}) {
     EXPECT_EQ(find("TO_INT")->generate(&generator, tree.parse(source)), "") << source;
   }

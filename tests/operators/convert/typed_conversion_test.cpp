@@ -40,7 +40,7 @@ TEST_F(TypedConversion, Calls) {
 // Names that the registry does not hold, written at an operator that it does.
 TEST_F(TypedConversion, OtherNames) {
   const CallRow rows[] = {
-      {"FOO_TO_INT(i)", 0, false, "old", message(0, "E C0077", "~Unknown type 'FOO';")},
+      {"FOO_TO_INT(i)", 0, false, "old", message(0, "E C0077", "Unknown type 'FOO';")},
       {"INT_TO_FOO(i)", 0, true, "FOO", "", ""},
       {"LONG(i)", 0, false, "old", ""},
       {"X(u)", 0, false, "old", ""},
@@ -50,7 +50,7 @@ TEST_F(TypedConversion, OtherNames) {
       {"TO_INT(st)", 0, true, "INT", "", ""},
       {"to_int(s)", 0, true, "INT", "", "TO_INT((s'))"},
       {"INT_TO_STRING(i)", 0, true, "STRING", "", "INT_TO_STRING((i'))"},
-      {"A_B_TO_INT(i)", 0, false, "old", message(0, "E C0077", "~Unknown type 'A_B';")},
+      {"A_B_TO_INT(i)", 0, false, "old", message(0, "E C0077", "Unknown type 'A_B';")},
   };
   for (const CallRow& row : rows) expectRow(row, "INT_TO_REAL");
 }

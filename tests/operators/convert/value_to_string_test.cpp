@@ -33,13 +33,20 @@ TEST_F(ValueToString, Calls) {
   for (const CallRow& row : rows) expectRow(row);
 }
 
+TEST_F(ValueToString, QuestionsInOrder) {
+  declare("INT_TO_STRING", 1);
+  EXPECT_EQ(questions("INT_TO_STRING{s}"), "");
+  EXPECT_EQ(questions("INT_TO_STRING(s)"), "find INT_TO_STRING 4 in \ntype s in P\nfind INT 1 in ");
+  EXPECT_EQ(questions("TO_STRING(u)"), "type u in P\nINVALID := INVALID - in P");
+}
+
 TEST_F(ValueToString, OtherNames) {
   declare("FOO_TO_STRING", 1);
   // A source that is no type asks for no conversion.
   expectRow({"FOO_TO_STRING(i)", -2, true, "STRING", "", "FOO_TO_STRING((i'), _returnString)", ""},
             "INT_TO_STRING");
-  host.registry = nullptr;
-  vel::TreeBuilder tree;
+  host.operators = nullptr;
+  TestTree tree;
   EXPECT_EQ(registry->findOperator("TO_STRING")->generate(&generator, tree.parse("TO_STRING(i)")),
             "INT_TO_STRING((i'), _returnString)");
 }

@@ -47,6 +47,8 @@ TEST_F(AddressValidation, LocalRanges) {
   expectCalls(
       {"IZRST(%QX0.0, %QX0.7): +INVALID 6local %QX0.0 14local %QX0.7 mset(0,8, 1, 0)",
        "IZRST(%QX0.7, %IX0.3): -INVALID 6local %QX0.7 14kind %IX0.3 14order %QX0.7 %IX0.3"});
+  host.hasSettings = false;
+  expectCalls({"IZRST(%QX0.0, %QX0.7): +INVALID mset(0,8, 1, 0)"});
 }
 
 }  // namespace

@@ -33,35 +33,32 @@ class DeviceMemoryTest : public PluginTest {
     expect(rows, [this](const std::string& call) { return outcome(call); });
   }
   std::string outcome(const std::string& source) {
-    vel::TreeBuilder tree;
+    TestTree tree;
     Invocation* call = tree.parse(source);
-    std::vector<vel::VELMessage> messages(1);  // not the call's
-    std::string out;
     vel::STOperator* op = find(source.substr(0, source.find_first_of("({")));
-    const bool accepted = op->check(&host, call, messages, out, "");
-    messages.erase(messages.begin());
-    out = (accepted ? "+" : "-") + out + " " + FakeHost::describe(messages);
+    const Verdict verdict = checkBothWays(*op, call, "", "");
+    std::string out = (verdict.accepted ? "+" : "-") + verdict.resultType + " " + verdict.messages;
     static const std::string kFaults[][2] = {
-        {R"(E C0220 ~This address\((.*)\) is not supported;)", "$1kind $2 "},
-        {"E C0221 ~Address '(.*)' is not valid;", "$1valid $2 "},
-        {R"(W C0221 ~This address\((.*)\) is overflow the local address;)", "$1local $2 "},
-        {R"(E C0222 ~The start address\((.*)\) does not match the end address\((.*)\);)",
+        {R"(E C0220 This address\((.*)\) is not supported;)", "$1kind $2 "},
+        {"E C0221 Address '(.*)' is not valid;", "$1valid $2 "},
+        {R"(W C0221 This address\((.*)\) is overflow the local address;)", "$1local $2 "},
+        {R"(E C0222 The start address\((.*)\) does not match the end address\((.*)\);)",
          "$1match $2 $3 "},
-        {R"(E C0223 ~The start address\((.*)\) is greater than the end address\((.*)\);)",
+        {R"(E C0223 The start address\((.*)\) is greater than the end address\((.*)\);)",
          "$1order $2 $3 "},
-        {"E C0037 ~'(.*)' are not allowed to be assigned values;", "$1assign $2 "},
-        {"E C0131 ~'(.*)' are not allowed to be '(.*)' parameters;", "$1type $2 $3 "},
-        {"E C0131 ~'(.*)' abnormal parameters;", "$1list $2 "},
-        {"E C0040 ~Too many parameters, too few .* in PRG '(.*)';", "$1count $2 "}};
+        {"E C0037 '(.*)' are not allowed to be assigned values;", "$1assign $2 "},
+        {"E C0131 '(.*)' are not allowed to be '(.*)' parameters;", "$1type $2 $3 "},
+        {"E C0131 '(.*)' abnormal parameters;", "$1list $2 "},
+        {"E C0040 Too many parameters, too few .* in PRG '(.*)';", "$1count $2 "}};
     for (const auto& [text, sign] : kFaults) {
       const std::regex fault("\n?@(\\d+) " + text);
       out = std::regex_replace(out, fault, sign);
     }
     out = std::regex_replace(out, std::regex(" +(?= |$)"), "");
-    return out + (accepted ? " " + op->generate(&generator, call) : "");
+    return out + (verdict.accepted ? " " + op->generate(&generator, call) : "");
   }
   std::string generate(const std::string& source) {
-    vel::TreeBuilder tree;
+    TestTree tree;
     return find(source.substr(0, source.find('(')))->generate(&generator, tree.parse(source));
   }
 
@@ -69,7 +66,7 @@ class DeviceMemoryTest : public PluginTest {
   // Addresses `TEXT=RAW` of units of `size` bytes, of bits for 0.
   void add(std::uint32_t size, const std::string& list) {
     std::istringstream in(list);
-    FakeAddress made;
+    TestAddress made;
     for (std::string text; std::getline(in >> std::ws, text, '=') && in >> made.raw;) {
       made.parts = {text.substr(0, text.find_first_of("0123456789%")), "", ""};
       if (text[0] != '%' && text.find('.') != std::string::npos) made.parts.suffix = ".";

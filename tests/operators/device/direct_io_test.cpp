@@ -21,21 +21,21 @@ TEST_F(DirectIO, Calls) {
                "IZSET(%QX0.0, u): -INVALID 14valid u",
                "IZSET(u, %QX0.0): -INVALID 6valid u 9order u %QX0.0",
                "Izset(%QX0.0, %QX0.7): +INVALID _WRITEODIRECT(0, %QX0.7')"});
-  EXPECT_EQ(host.takeCalls(), "");
+  EXPECT_EQ(TestHost::take(host.calls), "");
   expectCalls({"irdbit(%IX0.3, b.1): +INVALID _WRITEODIRECT(3, b.1')",
                "IRDBIT(%IX0.3, i): -INVALID 15type i P",
                "IRDBIT(%IX0.3, b9): -INVALID @0 E F0003 b9"});
-  EXPECT_EQ(host.takeCalls(), "write b.1 in P\nwrite i in P\nwrite b9 in P");
+  EXPECT_EQ(TestHost::take(host.calls), "write b.1 in P\nwrite i in P\nwrite b9 in P");
 
   // Name and list are all that may be in an invocation.
-  vel::TreeBuilder tree;
+  TestTree tree;
   Invocation* call = tree.parse("iwrbit(%QX0.0, b)");
   std::vector<vel::VELMessage> messages;
   std::string type;
   for (const auto& leaves : {std::vector<vel::ASTNode*>{}, {call->leaf(0), call->leaf(1), call}}) {
     EXPECT_FALSE(find("IWRBIT")->check(&host, tree.node({}, leaves), messages, type, "P"));
   }
-  EXPECT_EQ(type + FakeHost::describe(messages),
+  EXPECT_EQ(type + TestHost::describe(messages),
             "INVALID" + countMessage(0, "") + "\n" + countMessage(0, "IWRBIT"));
 }
 

@@ -13,6 +13,8 @@ TEST_F(Zone, Calls) {
        "ZRST(%MX0.0, %MW3): - 13match %MX0.0 %MW3", "ZRST(%MW3, %MX0.0): - 11match %MW3 %MX0.0",
        "ZRST(%MX0.7, %MX0.0): - 13order %MX0.7 %MX0.0", "zrst: - 0count zrst",
        "ZRst(b): - 0count ZRst", "zrst(b, b, b): - 0count zrst", "zset{b, b}: - 0list zset"});
+  EXPECT_EQ(questions("ZRST(%MX0.0, %MX0.7)"),
+            "address %MX0.0\naddress %MX0.7\naddress %MX0.0\naddress %MX0.7");
   EXPECT_EQ(generate("ZRST(%MW3, %MX0.0)"), "mset(6,4294967291,0,0)");
   EXPECT_EQ(generate("ZRST(%MX0.7, u)"), "mset(7,3992,1,0)");
   EXPECT_EQ(generate("ZRST(%MX0.7)"), "");

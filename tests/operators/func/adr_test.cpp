@@ -47,9 +47,17 @@ TEST_F(Adr, Calls) {
   for (const CallRow& row : rows) expectRow(row);
 }
 
+// A bit access is a part of something.
+TEST_F(Adr, BitNumbersOfVariablesMeanNothing) {
+  TestTree tree;
+  Invocation* call = tree.parse("ADR(i)");
+  vel::TreeBuilder::setBitAccessOffset(*static_cast<Expression*>(call->leaf(1)->leaf(0)), 3);
+  EXPECT_TRUE(check(*find("ADR"), call, "", "P").accepted);
+}
+
 // Only programs keep variables without an address in device memory.
 TEST_F(Adr, OtherUnits) {
-  vel::TreeBuilder tree;
+  TestTree tree;
   for (const auto& [source, text] : {std::pair("ADR(kept)", "(&P.kept/16)"),
                                      {"ADR(at)", "((u8*)(_m + 0))"},
                                      {"ADR(%MW10)", "((u8*)(_m + 20))"}}) {

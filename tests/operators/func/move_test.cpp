@@ -12,6 +12,7 @@ TEST_F(Move, Calls) {
        "REAL := LREAL LREAL in P"},
       {"i := move(s)", -2, false, "STRING", cannotConvert(10, "STRING", "INT")},
       {"i := MOVE(u)", -2, false, "INVALID", "", "", ""},
+      {" := MOVE(i)", 0, true, "INT", "", "((i'))", "INVALID := INT INT in P"},
       {"i := MOVE(q)", 0, true, "INVALID", "", "((q'))"},
       {"move()", 0, false, "old", countMessage(0, "move")},
       {"MOVE(a, b)", 0, false, "old", countMessage(0, "MOVE")},

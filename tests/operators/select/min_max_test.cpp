@@ -50,6 +50,8 @@ TEST_F(MinMax, AssignmentDecidesForEqualTypes) {
       {"r := MAX(lr, lr)", -1, true, "REAL", loss(9, "LREAL", "REAL"), "MAX((lr'), (lr'))"},
       {"di := MAX(i, si)", 0, true, "INT", "", "MAX((i'), (si'))", "INT := SINT si in P"},
       {"si := MAX(u, u)", 0, false, "INVALID", "", "", ""},
+      // Without a target there is no type to compare with.
+      {" := MAX(i, i1)", 0, true, "INVALID", "", "MAX((i'), (i1'))", "INVALID := INT i in P"},
   };
   for (const CallRow& row : rows) expectRow(row);
   host.complaints = {"di"};

@@ -14,10 +14,11 @@ TEST_F(Rotate, Calls) {
       {"ROL(ud, 1)", -2, true, "UDINT", "", "ROL(ud', 1', UDINT_t, UDINT_t)", ""},
       {"r := ROL(ul, 1)", -1, true, "ULINT",
        message(9, "W C0196",
-               "~Implicit conversion from type 'ULINT' to type 'REAL' : may change the symbol"),
+               "Implicit conversion from type 'ULINT' to type 'REAL' : may change the symbol"),
        "ROL(ul', 1', ULINT_t, ULINT_t)"},
       {"di := ROL(i, 1)", 0, true, "INT", "", "ROL(i', 1', INT_t, UINT_t)", "DINT := INT i in P"},
       {"si := ROL(w, 1)", -2, false, "UINT", cannotConvert(10, "WORD", "SINT")},
+      {" := ROL(i, 1)", 0, true, "INT", "", "ROL(i', 1', INT_t, UINT_t)", "INVALID := INT i in P"},
       {"ROL(r, 1)", 0, false, "old", notInteger("E C0131", "ROL", "r"), "", ""},
       {"ROL(i, 1, 2)", 0, false, "old", countMessage(0, "ROL")},
       {"ror{i, 1}", 0, false, "old", notAllowed(0, "i, 1", "ror")},
@@ -27,7 +28,7 @@ TEST_F(Rotate, Calls) {
 
 // The type comes from the record on the tree, not from a query.
 TEST_F(Rotate, RecordedType) {
-  vel::TreeBuilder tree;
+  TestTree tree;
   Invocation* call = tree.parse("ROL(f(x), 1)");
   for (const auto& [type, text] : {std::pair(vel::BasicDataType::None, ""),
                                    {vel::BasicDataType::UInt, "ROL(f(x)', 1', UINT_t, UINT_t)"},

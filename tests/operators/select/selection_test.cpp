@@ -7,9 +7,10 @@ using Selection = PluginTest;
 TEST_F(Selection, Sel) {
   const CallRow rows[] = {
       {"SEL(b, by, s)", -2, true, "BYTE", "", "SEL((b'), (by'), (s'))", ""},
-      {"sel(TRUE, 5, r)", -2, true, "INT", "", "SEL((TRUE'), (5'), (r'))", ""},
+      {"sel(TRUE, 5, r)", -2, true, "SINT", "", "SEL((TRUE'), (5'), (r'))", ""},
       {"SEL(b + b, i + 1, i)", 0, true, "old", "", "SEL((b + b'), (i + 1'), (i'))"},
       {"SEL(b, f(x), i)", 0, true, "old", "", "SEL((b'), (f(x)'), (i'))"},
+      {"SEL(b, by, )", 0, true, "BYTE", "", ""},
       // The one text that is not translated.
       {"SEL(1, x, y)", 0, false, "old", message(0, "E C0032", "'1' expect 'BOOL' type;")},
       {"SEL(i, x, y)", 0, false, "old", message(0, "E C0032", "'i' expect 'BOOL' type;")},
@@ -25,9 +26,9 @@ TEST_F(Selection, Sel) {
 TEST_F(Selection, Limit) {
   const CallRow rows[] = {
       {"y := limit(0, by, 100)", 0, true, "USINT", "", "LIMIT((0'), (by'), (100'))",
-       "USINT := INT INT in P\nUSINT := USINT USINT in P\nUSINT := INT INT in P"},
+       "USINT := SINT SINT in P\nUSINT := USINT USINT in P\nUSINT := SINT SINT in P"},
       {"LIMIT(0, i, 1.5)", 0, true, "INT", "", "LIMIT((0'), (i'), (1.5'))",
-       "LREAL := INT INT in P\nLREAL := INT INT in P\nLREAL := LREAL LREAL in P"},
+       "REAL := SINT SINT in P\nREAL := INT INT in P\nREAL := REAL REAL in P"},
       {"LIMIT(lr, i, r)", 0, true, "INT", "", "LIMIT((lr'), (i'), (r'))",
        "LREAL := LREAL LREAL in P\nLREAL := INT INT in P\nLREAL := REAL REAL in P"},
       {"LIMIT(i, lr, r)", 0, true, "LREAL", "", "LIMIT((i'), (lr'), (r'))",
@@ -39,9 +40,15 @@ TEST_F(Selection, Limit) {
            cannotConvert(12, "DINT", "INT"),
        "LIMIT((s'), (i'), (di'))"},
       {"limit(0, 1)", 0, false, "old", countMessage(0, "limit")},
+      {"limit(0, 1, )", 0, false, "old", countMessage(0, "limit")},
       {"LIMIT{0, 1, 2}", 0, false, "old", notAllowed(0, "0, 1, 2", "LIMIT")},
   };
   for (const CallRow& row : rows) expectRow(row);
+}
+
+TEST_F(Selection, NothingIsWrittenForNoParameters) {
+  TestTree tree;
+  EXPECT_EQ(find("LIMIT")->generate(&generator, tree.parse("limit()")), "LIMIT()");
 }
 
 TEST_F(Selection, HostMessagesInOrder) {

@@ -6,8 +6,8 @@ using Shift = PluginTest;
 
 TEST_F(Shift, Calls) {
   const CallRow rows[] = {
-      {"SHL(by, 3)", -2, true, "USINT", "", "((USINT_c)(SHL((by'), (3'))))", ""},
-      {"i := shr(li, us)", -2, true, "LINT", "", "((LINT_c)(SHR((li'), (us'))))", ""},
+      {"SHL(by, 3)", -2, true, "USINT", "", "((u8)(SHL((by'), (3'))))", ""},
+      {"i := shr(li, us)", -2, true, "LINT", "", "((i64)(SHR((li'), (us'))))", ""},
       {"shr(r, 1)", 0, false, "old", notInteger("E C0032", "shr", "r")},
       {"SHL(i, b)", 0, false, "INT", notInteger("E C0032", "SHL", "b")},
       // Without a type there is no cast.
