@@ -9,7 +9,7 @@ namespace {
 
 struct Plugin {
   Plugin() : registry(CreateOpManager(&host)) {
-    host.registry = registry.get();
+    host.operators = registry.get();
     registry->operatorNames(names);
   }
 
