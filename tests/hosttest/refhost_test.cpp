@@ -1,0 +1,117 @@
+// The reference host keeps every duty.
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <memory>
+
+#include "core/op_manager_api.h"
+#include "hostkit/hosttest/host_under_test.h"
+#include "hostkit/operator_inputs.h"
+#include "hostkit/plugin_library.h"
+#include "refhost/emit/c_generator.h"
+#include "refhost/semantics/analyser.h"
+#include "refhost/syntax/parser.h"
+
+namespace {
+
+using hosttest::Section;
+
+std::string declaration(const hosttest::Variable& variable) {
+  const char* block = "VAR ";
+  if (variable.section == Section::Constant) block = "VAR CONSTANT ";
+  if (variable.section == Section::Input) block = "VAR_INPUT ";
+  if (variable.section == Section::InOut) block = "VAR_IN_OUT ";
+  if (variable.section == Section::BitParameter) block = "VAR_INPUT {bitparam} ";
+  return block + variable.name + " : " + variable.type + "; END_VAR\n";
+}
+
+std::string sourceOf(const hosttest::Unit& unit, const std::string& body) {
+  const bool block = unit.type == vel::POUType::FunctionBlock;
+  const std::string word = block ? "FUNCTION_BLOCK" : "PROGRAM";
+  std::string text = word + " " + unit.name + "\n";
+  for (const hosttest::Variable& variable : unit.variables) text += declaration(variable);
+  return text + body + "\nEND_" + word + "\n";
+}
+
+class ReferenceHost final : public hosttest::HostUnderTest {
+ public:
+  bool start() {
+    std::string error;
+    if (!library_.load(VELOPS_PLUGIN, &services_, error)) {
+      std::cerr << error << '\n';
+      return false;
+    }
+    services_.operators = library_.registry();
+    hostkit::declareFunctionOperators(services_);
+    services_.symbols.keep();
+    makeGenerator();
+    return true;
+  }
+
+  vel::InternalInterface& services() override { return services_; }
+  vel::Generator& generator() override { return *generator_; }
+
+  // The analysis has the operators check all calls, and does all that stands between check and
+  // generate.
+  vel::ASTNode* parse(const std::vector<hosttest::Unit>& units,
+                      const std::string& statement) override {
+    messages_.clear();
+    services_.memory.releaseState();
+    services_.symbols.forget();
+    tree_ = std::make_unique<refhost::Tree>();
+    sources_ = std::make_unique<refhost::SourceManager>();
+    std::string text;
+    for (const hosttest::Unit& unit : units) {
+      text += sourceOf(unit, text.empty() ? statement + ";" : "");
+    }
+    const int file = sources_->add("test.st", text);
+    refhost::parse(*sources_, static_cast<std::uint32_t>(file), *tree_, messages_);
+    refhost::Prelude prelude(*sources_, *tree_);
+    refhost::Analyser(services_, *tree_, prelude, messages_).run();
+    makeGenerator();
+    generator_->program();  // names what the operators ask for
+
+    vel::ASTNode* first = nullptr;
+    const auto isCall = [&first](const vel::ASTNode& node) {
+      if (refhost::kindOf(node) != refhost::NodeKind::Invocation) return false;
+      first = const_cast<vel::ASTNode*>(&node);
+      return true;
+    };
+    refhost::anyNode(*tree_->units.front()->leaf(refhost::Unit::kBody), isCall);
+    return first;
+  }
+
+  bool setNotation(int notation) override {
+    services_.notation = notation;
+    return true;
+  }
+  bool setLocalIo(const std::string& ranges) override {
+    services_.settings.localIoAddress = ranges;
+    makeGenerator();
+    return true;
+  }
+
+ private:
+  void makeGenerator() {
+    generator_ = std::make_unique<refhost::CGenerator>(services_, services_.settings.localIoAddress,
+                                                       messages_);
+  }
+
+  refhost::Services services_{0, {}};
+  hostkit::PluginLibrary library_;
+  std::vector<vel::VELMessage> messages_;
+  std::unique_ptr<refhost::SourceManager> sources_;
+  std::unique_ptr<refhost::Tree> tree_;
+  std::unique_ptr<refhost::CGenerator> generator_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  hosttest::registerTests("ReferenceHost", [] {
+    auto host = std::make_unique<ReferenceHost>();
+    return host->start() ? std::move(host) : nullptr;
+  });
+  return RUN_ALL_TESTS();
+}
