@@ -118,9 +118,9 @@ int execute(int argc, char** argv) {
       addCommand(app, common, "operators", "List the operators in the order of registration");
   operatorsCommand.add_option("NAME", operators.names, "Only these");
   operatorsCommand.add_flag("--long", operators.detailed,
-                            "With class, family, whether it is a function-call operator, and "
-                            "whether it is ready or refuses every call");
-  operatorsCommand.add_flag("--json", operators.json, "All of that as JSON");
+                            "With class, family, and whether it is a function-call operator");
+  operatorsCommand.add_flag("--json", operators.json,
+                            "All of that, and the names of the inputs, as JSON");
   operatorsCommand.callback([&] { action = [&] { return listOperators(common, operators); }; });
 
   std::vector<std::string> checked;

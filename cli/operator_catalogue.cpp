@@ -12,6 +12,7 @@
 #include "cli/failure.h"
 #include "core/op_manager_api.h"
 #include "core/operator.h"
+#include "hostkit/operator_traits.h"
 
 namespace velc {
 
@@ -23,60 +24,6 @@ constexpr std::string_view kOrder[] = {
 #include "operator_order.inc"
 };
 
-struct Family {
-  std::string_view className;
-  const char* name;
-};
-
-constexpr Family kFamilies[] = {
-    {"ConvertOperator", "conversion"},
-    {"RealToIntegerOperator", "conversion"},
-    {"ToBoolOperator", "conversion"},
-    {"GeneralConvertOperator", "generic conversion"},
-    {"TruncOperator", "truncation"},
-    {"StrToOperator", "string conversion"},
-    {"ToStrOperator", "string conversion"},
-    {"ToStrUniversalOperator", "string conversion"},
-    {"BCDToOperator", "BCD conversion"},
-    {"ToBCDOperator", "BCD conversion"},
-    {"SelectOperator", "selection"},
-    {"LimitOperator", "selection"},
-    {"MinOperator", "selection"},
-    {"MaxOperator", "selection"},
-    {"MUXOperator", "selection"},
-    {"SHLOperator", "shift"},
-    {"SHROperator", "shift"},
-    {"ROLOperator", "rotation"},
-    {"ROROperator", "rotation"},
-    {"MepOperator", "edge"},
-    {"MefOperator", "edge"},
-    {"MoveOperator", "assignment"},
-    {"ABSOperator", "numeric"},
-    {"SQRTOperator", "numeric"},
-    {"LNOperator", "numeric"},
-    {"LOGOperator", "numeric"},
-    {"EXPOperator", "numeric"},
-    {"EXPTOperator", "numeric"},
-    {"SINOperator", "numeric"},
-    {"COSOperator", "numeric"},
-    {"TANOperator", "numeric"},
-    {"ASINOperator", "numeric"},
-    {"ACOSOperator", "numeric"},
-    {"ATANOperator", "numeric"},
-    {"SizeofOperator", "reference"},
-    {"ADROperator", "reference"},
-    {"DirectIOOperator", "direct I/O"},
-    {"ZMemOperator", "zone"},
-    {"BitParamOperator", "bit of parameter"},
-};
-
-const char* familyOf(std::string_view className) {
-  for (const Family& family : kFamilies) {
-    if (family.className == className) return family.name;
-  }
-  return "other";
-}
-
 std::string classNameOf(const vel::STOperator& op) {
   const char* mangled = typeid(op).name();
   int status = 0;
@@ -85,6 +32,13 @@ std::string classNameOf(const vel::STOperator& op) {
   const std::string_view name = demangled ? demangled.get() : mangled;
   const auto scope = name.rfind("::");
   return std::string(scope == std::string_view::npos ? name : name.substr(scope + 2));
+}
+
+void describe(const refhost::Session& session, const std::string& name, OperatorEntry& entry) {
+  const hostkit::OperatorTraits& traits = hostkit::operatorTraits(name);
+  entry.family = hostkit::familyName(traits.family);
+  entry.isExtensible = traits.has(hostkit::OperatorTraits::kExtensible);
+  entry.inputs = session.operatorInputs(name);
 }
 
 // Every name that the registry holds, in order of registration.
@@ -120,9 +74,8 @@ std::vector<OperatorEntry> operatorCatalogue(refhost::Session& session,
     OperatorEntry entry;
     entry.name = name;
     entry.className = classNameOf(*op);
-    entry.family = familyOf(entry.className);
     entry.isFunctionCall = registry.isFCOperator(name);
-    entry.isReady = session.operatorReady(name);
+    describe(session, name, entry);
     entries.push_back(std::move(entry));
   }
   return entries;

@@ -13,7 +13,8 @@ struct OperatorEntry {
   std::string className;  // without its namespace
   const char* family = "";
   bool isFunctionCall = false;
-  bool isReady = false;  // false: refuses every call
+  std::vector<std::string> inputs;  // by name, in the order of the parameters
+  bool isExtensible = false;        // takes more inputs of the last one's kind
 };
 
 // The operators named, or all when none is, in the order of registration. Throws

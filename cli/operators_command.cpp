@@ -19,9 +19,8 @@ std::string asLines(const std::vector<OperatorEntry>& entries, bool detailed) {
       text += entry.name + '\n';
       continue;
     }
-    text +=
-        fmt::format("{:<18} {:<23} {:<19} {:<3} {}\n", entry.name, entry.className, entry.family,
-                    entry.isFunctionCall ? "yes" : "no", entry.isReady ? "ready" : "refuses");
+    text += fmt::format("{:<18} {:<23} {:<19} {}\n", entry.name, entry.className, entry.family,
+                        entry.isFunctionCall ? "yes" : "no");
   }
   return text;
 }
@@ -33,7 +32,8 @@ std::string asJson(const std::vector<OperatorEntry>& entries) {
                      {"class", entry.className},
                      {"family", entry.family},
                      {"functionCall", entry.isFunctionCall},
-                     {"ready", entry.isReady}});
+                     {"inputs", entry.inputs},
+                     {"extensible", entry.isExtensible}});
   }
   return array.dump(2) + '\n';
 }

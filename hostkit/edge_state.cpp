@@ -3,13 +3,13 @@
 #include <memory>
 
 #include "host/ast_node_helper.h"
-#include "hostkit/folding.h"
+#include "hostkit/operator_traits.h"
 
 namespace hostkit {
 
 std::string edgeStateName(const vel::ASTNode& invocation) {
   const std::string name = AstNodeHelper::astText(invocation.leaf(0));
-  if (!equalIgnoringCase(name, "MEP") && !equalIgnoringCase(name, "MEF")) return {};
+  if (!operatorTraits(name).has(OperatorTraits::kRemembers)) return {};
   const std::string condition = AstNodeHelper::astText(invocation.leaf(1)->leaf(0));
   return AstNodeHelper::opExpTextToMd5HexText(name, condition);
 }

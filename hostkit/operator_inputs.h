@@ -2,7 +2,9 @@
 // give them.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "hostkit/services.h"
 
@@ -13,6 +15,10 @@ namespace hostkit {
 // for them, and their checks count the inputs. To be called once the registry is complete.
 void declareFunctionOperators(Services& services);
 
+// The names of an operator's inputs in the order of its parameters; of an extensible one, those
+// that it has at least.
+std::vector<std::string> inputNames(const Services& services, std::string_view operatorName);
+
 // The position of an operator's input `formal` among its parameters, from 0; -1 when it has
 // none of that name. The plugin knows parameters by position only, so that a host puts those
 // that are named in this order before it calls check. The inputs of an add-on's operator are
@@ -20,8 +26,5 @@ void declareFunctionOperators(Services& services);
 int operatorInput(const Services& services, std::string_view operatorName, std::string_view formal);
 // The same where there are no add-ons.
 int operatorInput(std::string_view operatorName, std::string_view formal);
-
-// `IN3` is 3; -1 for a text that is not the prefix and a number.
-int numberedInput(std::string_view formal, std::string_view prefix);
 
 }  // namespace hostkit

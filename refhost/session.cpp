@@ -6,6 +6,7 @@
 #include "core/operator.h"
 #include "hostkit/literal.h"
 #include "hostkit/literal_text.h"
+#include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/store.h"
@@ -87,22 +88,13 @@ void Session::restart() {
 
 vel::OpManagerAPI& Session::operators() { return *impl_->plugin.registry(); }
 
-bool Session::operatorReady(const std::string& name) {
-  vel::STOperator* const op = operators().findOperator(name);
-  if (op == nullptr) return false;
-  // Every operator that works complains of a call without a parameter list.
-  Call* const call = impl_->tree->make<Call>();
-  impl_->tree->setLeaves(*call, {impl_->tree->make<Text>(impl_->tree->intern(name))});
-  std::vector<vel::VELMessage> messages;
-  std::string resultType;
-  entered(*op, call->pos(), messages,
-          [&] { return op->check(&impl_->services, call, messages, resultType, {}); });
-  return !messages.empty();
-}
-
 std::string Session::operatorPage(const std::string& name) const {
   const auto* const told = impl_->plugin.descriptions().find(name);
   return told != nullptr ? told->page : std::string();
+}
+
+std::vector<std::string> Session::operatorInputs(const std::string& name) const {
+  return hostkit::inputNames(impl_->services, name);
 }
 
 SourceManager& Session::sources() { return impl_->sources; }

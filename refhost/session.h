@@ -62,8 +62,8 @@ class Session {
   // translation with the same plugin.
   void restart();
   vel::OpManagerAPI& operators();
-  // False for an operator that refuses every call without saying why.
-  bool operatorReady(const std::string& name);
+  // The names of an operator's inputs in the order of its parameters.
+  std::vector<std::string> operatorInputs(const std::string& name) const;
   // What an add-on tells of its operator, in Markdown that ends in a line end; empty when it
   // tells nothing.
   std::string operatorPage(const std::string& name) const;

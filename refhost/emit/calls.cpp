@@ -6,7 +6,6 @@
 #include "refhost/emit/c_generator.h"
 #include "refhost/emit/store.h"
 #include "refhost/operator_calls.h"
-#include "refhost/services/operator_traits.h"
 
 namespace refhost {
 namespace {
@@ -27,7 +26,8 @@ const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* param
 // that is not the result's, by which the program compares and computes on.
 bool meetsElsewhere(const Call& call) {
   const BasicDataType result = call.basicType();
-  if (!isInteger(result) || !choosesAmongValues(call.op->name) || call.op->name == "MUX") {
+  if (!isInteger(result) || !call.traits->chooses() ||
+      call.traits->has(OperatorTraits::kCastsOperands)) {
     return false;
   }
   const vel::ASTNode& list = *call.leaf(1);
@@ -59,14 +59,14 @@ void CGenerator::recordCall(const Call& call, const UnitSymbol& callee) {
 std::string CGenerator::typedText(const Call& call) {
   std::string text = callText(call);
   if (call.op == nullptr) return text;
-  if (call.op->name == "SIZEOF") return "(u32)" + text;
+  if (call.traits->has(OperatorTraits::kGivesSize)) return "(u32)" + text;
   if (meetsElsewhere(call)) {
     return fmt::format("({})({})", elementaryType(call.basicType())->cType, text);
   }
   if (call.basicType() != BasicDataType::Real) return text;
   // The runtime's functions compute in LREAL, and macros with literals do.
   if (services_.operators->isFCOperator(call.op->name)) return "(f32)" + text;
-  return choosesAmongValues(call.op->name) ? "(f32)(" + text + ")" : text;
+  return call.traits->chooses() ? "(f32)(" + text + ")" : text;
 }
 
 std::string CGenerator::operatorText(const Call& call) {
@@ -81,12 +81,12 @@ std::string CGenerator::operatorText(const Call& call) {
   const auto generate = [&] {
     return enter([&] { return call.op->generate(this, const_cast<Call*>(&call)); });
   };
-  const bool anyOrder = !ordered_ || !givesValue(call.op->name);
+  const bool anyOrder = !ordered_ || !call.traits->givesValue();
   std::string text = anyOrder ? generate() : inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
     if (messages_.size() > before) return text;  // what failed has been said
     report(messages_, call.pos(), message::kNothingGenerated, {TreeBuilder::source(*call.leaf(0))});
-  } else if (call.op->name == "ADR" && call.basicType() != BasicDataType::Pointer) {
+  } else if (call.givesAddress && call.basicType() != BasicDataType::Pointer) {
     // The address of something that has no type.
     text.insert(0, "(u32)(uintptr_t)");
   }

@@ -5,7 +5,6 @@
 
 #include "core/operator.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/services/operator_traits.h"
 
 namespace refhost {
 
@@ -26,8 +25,8 @@ bool hasEffect(const ASTNode& node, const Functions& functions) {
 bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
   return anyNode(whole, [&function](const ASTNode& node) {
     if (kindOf(node) == NodeKind::Invocation) {
-      const vel::STOperator* const op = static_cast<const Call&>(node).op;
-      return op != nullptr && (!givesValue(op->name) || countsCalls(op->name));
+      const OperatorTraits* const traits = static_cast<const Call&>(node).traits;
+      return traits != nullptr && (!traits->givesValue() || traits->countsCalls());
     }
     if (node.type() != vel::ASTType::Expression) return false;
     const auto& expr = static_cast<const Expr&>(node);

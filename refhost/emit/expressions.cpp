@@ -4,7 +4,6 @@
 #include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
 #include "refhost/semantics/constants.h"
-#include "refhost/services/operator_traits.h"
 
 namespace refhost {
 
@@ -44,27 +43,25 @@ const char* cOperator(Expression::Operator op) {
 }
 
 // The operator of which `node` is a parameter; null when it is none's.
-const vel::STOperator* operatorOf(const ASTNode& node) {
+const OperatorTraits* operatorOf(const ASTNode& node) {
   const ASTNode* const list = node.parent();
   if (list == nullptr || list->type() != vel::ASTType::ParameterList) return nullptr;
-  return static_cast<const Call&>(*list->parent()).op;
+  return static_cast<const Call&>(*list->parent()).traits;
 }
 
 // A TIME where the operator takes an LTIME: as the source of a conversion, or among the
 // values from which it makes one. It is compared, chosen or converted as it stands, so
 // the host gives it in nanoseconds.
-bool isScaledParameter(const ASTNode& node, std::string_view operatorName) {
+bool isScaledParameter(const ASTNode& node, const OperatorTraits& op) {
   if (typeOf(node) != BasicDataType::Time) return false;
-  constexpr std::string_view kFromLTime = "LTIME_TO_";
-  if (operatorName.substr(0, kFromLTime.size()) == kFromLTime) return true;
+  if (op.has(OperatorTraits::kTakesLTime)) return true;
   const auto& call = static_cast<const Call&>(*node.parent()->parent());
-  return choosesAmongValues(operatorName) && likelyType(call) == BasicDataType::LTime;
+  return op.chooses() && likelyType(call) == BasicDataType::LTime;
 }
 
 // Operators take a pointer for an integer, save where they hand their parameters on.
-bool isPointerAsNumber(const ASTNode& node, const vel::STOperator& op) {
-  return typeOf(node) == BasicDataType::Pointer && op.name != "ADR" && op.name != "MOVE" &&
-         op.name != "SIZEOF" && !choosesAmongValues(op.name);
+bool isPointerAsNumber(const ASTNode& node, const OperatorTraits& op) {
+  return typeOf(node) == BasicDataType::Pointer && !op.keepsPointers();
 }
 
 // Its C text is the pointer itself.
@@ -117,15 +114,16 @@ std::string CGenerator::expressionText(ASTNode* expression) {
   if (kindOf(*expression) == NodeKind::Invocation) return callText(static_cast<Call&>(*expression));
   if (expression->type() == vel::ASTType::Expression) {
     append(static_cast<Expr&>(*expression), text);
-    const vel::STOperator* const op = operatorOf(*expression);
+    const OperatorTraits* const op = operatorOf(*expression);
     if (op != nullptr && isPointerAsNumber(*expression, *op)) {
       text = "(uintptr_t)(" + text + ")";
-    } else if (op != nullptr && op->name == "ADR" && isPointedText(*expression)) {
+    } else if (op != nullptr && op->has(OperatorTraits::kGivesAddress) &&
+               isPointedText(*expression)) {
       text.insert(0, 1, '*');
-    } else if (op != nullptr && isScaledParameter(*expression, op->name)) {
+    } else if (op != nullptr && isScaledParameter(*expression, *op)) {
       text = fmt::format("((i64)({}) * 1000000)", text);
-    } else if (op != nullptr && writesParametersBare(op->name) && !isPrimary(*expression) &&
-               literalOf(*expression) == nullptr) {
+    } else if (op != nullptr && op->has(OperatorTraits::kWritesOperandsBare) &&
+               !isPrimary(*expression) && literalOf(*expression) == nullptr) {
       text = "(" + text + ")";
     }
   }

@@ -1,10 +1,9 @@
 #include "refhost/semantics/arithmetic.h"
 
 #include "core/operator.h"
+#include "hostkit/literal.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/services/derived_types.h"
-#include "refhost/services/operator_traits.h"
-#include "hostkit/literal.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -41,9 +40,9 @@ BasicDataType knownType(const ASTNode& operand) {
 // Of an operator that names no result type: that in which the values meet among which it
 // chooses, or a bit.
 BasicDataType chosenType(const Call& call) {
-  if (!choosesAmongValues(call.op->name)) return BasicDataType::Bool;
+  if (!call.traits->chooses()) return BasicDataType::Bool;
   const ASTNode& list = *call.leaf(1);
-  const int first = call.op->name == "SEL" ? 1 : 0;
+  const int first = call.traits->firstChoice;
   BasicDataType chosen = likelyType(*list.leaf(first));
   for (int i = first + 1; i < list.leavesCount(); ++i) {
     const BasicDataType other = likelyType(*list.leaf(i));

@@ -8,7 +8,6 @@
 #include "refhost/operator_calls.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
-#include "refhost/services/operator_traits.h"
 #include "refhost/services/standard_functions.h"
 
 namespace refhost {
@@ -34,6 +33,7 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   if (variable != nullptr && isInstance(variable->dataType())) becomesAccess(call);
   if (call.leaf(0)->type() == vel::ASTType::Expression) return callInstance(call);
   call.op = services_.operators->findOperator(name);
+  if (call.op != nullptr) call.traits = &services_.traitsOf(*call.op);
   const StandardFunction* const standard = call.op == nullptr ? standardFunction(name) : nullptr;
   UnitSymbol* function = nullptr;
   if (call.op == nullptr) {
@@ -61,7 +61,7 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
 }
 
 void Analyser::requireValue(const Call& call, const Type* type) {
-  const bool value = call.op != nullptr ? givesValue(call.op->name) : type != nullptr;
+  const bool value = call.op != nullptr ? call.traits->givesValue() : type != nullptr;
   if (call.accepted && !value) {
     say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
   }
@@ -119,14 +119,15 @@ vel::SymbolDataType* Analyser::resultOf(Call& call, Type* named) {
   const ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() == 0) return named;
   const auto operand = [list](int index) { return static_cast<const Expr*>(list->leaf(index)); };
-  if (call.op->name == "ADR") {
+  const OperatorTraits& traits = *call.traits;
+  if (traits.has(OperatorTraits::kGivesAddress)) {
     call.givesAddress = true;
     Type* const target = operand(0)->dataType;
     return target != nullptr ? services_.symbols.pointerType(target, false) : named;
   }
   if (named != nullptr) return named;
-  if (call.op->name == "MOVE") return operand(0)->dataType;
-  if (!choosesAmongValues(call.op->name)) return nullptr;
+  if (traits.result == OperatorTraits::Result::Passed) return operand(0)->dataType;
+  if (!traits.chooses()) return nullptr;
   Type* const chosen = operand(1)->dataType;
   return chosen != nullptr && elementaryType(chosen->dataType()) == nullptr ? chosen : nullptr;
 }
@@ -158,18 +159,19 @@ void Analyser::judgeOperands(const Call& call) {
   if (list == nullptr || list->leavesCount() == 0) return;
   vel::HeapAddress address;
   const std::string_view name = TreeBuilder::source(*list->leaf(0));
-  const std::string_view op = call.op->name;
-  if (op == "ADR" && leavesNameToOperator(call, 0) && !services_.memory.parse(name, address)) {
+  if (call.traits->has(OperatorTraits::kGivesAddress) && leavesNameToOperator(call, 0) &&
+      !services_.memory.parse(name, address)) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
   judgeChoice(call);
-  if (op.substr(0, 3) == "TO_") judgeConverted(call, static_cast<const Expr&>(*list->leaf(0)));
-  if (op == "EXPT") {
-    const auto& exponent = static_cast<const Expr&>(*list->leaf(1));
-    const BasicDataType type = typeOf(exponent);
+  judgeConverted(call, static_cast<const Expr&>(*list->leaf(0)));
+  // Numeric functions look at their first operand only.
+  for (int i = 1; call.traits->family == OperatorFamily::Numeric && i < list->leavesCount(); ++i) {
+    const auto& operand = static_cast<const Expr&>(*list->leaf(i));
+    const BasicDataType type = typeOf(operand);
     if (type != BasicDataType::None && !isNumber(type)) {
-      say(exponent, message::kOperandType, call.op->name, displayName(exponent.dataType));
+      say(operand, message::kOperandType, call.op->name, displayName(operand.dataType));
     }
   }
 }
@@ -177,13 +179,15 @@ void Analyser::judgeOperands(const Call& call) {
 // A generic conversion takes whatever it is given, and names what it makes of it by the
 // operand's elementary type.
 void Analyser::judgeConverted(const Call& call, const Expr& operand) {
+  const OperatorTraits& traits = *call.traits;
+  const bool compares = traits.result == OperatorTraits::Result::ComparedTo0;
+  if (!compares && traits.result != OperatorTraits::Result::Converted) return;
   const Type* const type = operand.dataType;
-  const std::string_view op = call.op->name;
-  const bool toText = op == "TO_STRING" || op == "TO_WSTRING";
   bool converts = type != nullptr && elementaryType(type->dataType()) != nullptr;
-  if (op == "TO_BOOL") {  // compares with 0
+  if (compares) {
     converts = !isComposite(type);
-  } else if (!toText && type != nullptr && type->dataType() == BasicDataType::Pointer) {
+  } else if (!traits.has(OperatorTraits::kGivesText) && type != nullptr &&
+             type->dataType() == BasicDataType::Pointer) {
     converts = true;
   }
   if (!converts) say(operand, message::kOperandType, call.op->name, displayName(type));
@@ -192,12 +196,13 @@ void Analyser::judgeConverted(const Call& call, const Expr& operand) {
 // Values with parts and texts cannot be compared in C, and are chosen only among those of
 // one type.
 void Analyser::judgeChoice(const Call& call) {
-  if (!choosesAmongValues(call.op->name)) return;
+  if (!call.traits->chooses()) return;
   const ASTNode& list = *parameterList(call);
-  const bool compares = call.op->name != "SEL" && call.op->name != "MUX";
-  const auto& first = static_cast<const Expr&>(*list.leaf(compares ? 0 : 1));
+  const bool compares = call.traits->has(OperatorTraits::kCompares);
+  const int firstChoice = call.traits->firstChoice;
+  const auto& first = static_cast<const Expr&>(*list.leaf(firstChoice));
   const BasicDataType kind = likelyType(first);
-  for (int i = compares ? 0 : 1; i < list.leavesCount(); ++i) {
+  for (int i = firstChoice; i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
     const bool derived = isComposite(value.dataType) || isComposite(first.dataType);
     const BasicDataType own = likelyType(value);
@@ -219,7 +224,7 @@ void Analyser::analyseOperandType(Call& call) {
 // Operators that take other things than variables judge the names of them themselves.
 bool Analyser::leavesNameToOperator(const Call& call, int index) const {
   const ASTNode* const operand = parameterList(call)->leaf(index);
-  if (!namesOperand(call.op->name, index) || operand->type() != vel::ASTType::Expression) {
+  if (index >= call.traits->namedOperands || operand->type() != vel::ASTType::Expression) {
     return false;
   }
   const auto& expr = static_cast<const Expr&>(*operand);

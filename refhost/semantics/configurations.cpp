@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
 
-#include "refhost/semantics/analyser.h"
 #include "hostkit/folding.h"
+#include "refhost/semantics/analyser.h"
 
 namespace refhost {
 

@@ -2,9 +2,9 @@
 
 #include <limits>
 
+#include "hostkit/literal.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/services/derived_types.h"
-#include "hostkit/literal.h"
 
 namespace refhost {
 namespace {

@@ -1,10 +1,10 @@
 // What TYPE declarations and the types of variables stand for.
 #include <algorithm>
 
+#include "hostkit/literal.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/syntax/left_out.h"
-#include "hostkit/literal.h"
 
 namespace refhost {
 

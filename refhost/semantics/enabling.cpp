@@ -1,7 +1,7 @@
 // EN and ENO, which every call can have.
+#include "hostkit/folding.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/bindings.h"
-#include "hostkit/folding.h"
 
 namespace refhost {
 

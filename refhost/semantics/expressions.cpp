@@ -1,9 +1,9 @@
 #include <utility>
 
+#include "hostkit/literal.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
-#include "hostkit/literal.h"
 
 namespace refhost {
 

@@ -4,7 +4,6 @@
 #include "core/operator.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
-#include "refhost/services/operator_traits.h"
 #include "refhost/services/standard_functions.h"
 #include "refhost/syntax/parser.h"
 
@@ -26,7 +25,8 @@ int textLength(const ASTNode& text) {
   if (expr.op() == op::kWrapper) {
     const auto& call = static_cast<const Call&>(*expr.leaf(0));
     const bool passesOn =
-        call.op != nullptr && (choosesAmongValues(call.op->name) || call.op->name == "MOVE");
+        call.op != nullptr &&
+        (call.traits->chooses() || call.traits->result == OperatorTraits::Result::Passed);
     int longest = 0;
     for (int i = 0; passesOn && i < call.leaf(1)->leavesCount(); ++i) {
       const ASTNode& value = *call.leaf(1)->leaf(i);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "core/operator.h"
 #include "refhost/messages.h"
 #include "refhost/syntax/tree.h"
 
@@ -56,6 +57,12 @@ bool Services::isWritable(vel::ASTNode& invocation, const std::string& text,
 vel::SymbolDataType* Services::resolve(vel::ASTNode& typeSpec, vel::VarContainer& /*unit*/) {
   const auto* const spec = dynamic_cast<const TypeSpec*>(&typeSpec);
   return spec != nullptr ? spec->dataType : nullptr;
+}
+
+const OperatorTraits& Services::traitsOf(const vel::STOperator& op) {
+  const OperatorTraits*& traits = traits_[&op];
+  if (traits == nullptr) traits = &operatorTraits(op.name);
+  return *traits;
 }
 
 void Services::addCall(const std::string& caller, const std::string& callee,

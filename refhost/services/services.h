@@ -2,9 +2,11 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "hostkit/device_map.h"
+#include "hostkit/operator_traits.h"
 #include "hostkit/services.h"
 #include "refhost/services/calls.h"
 #include "refhost/services/symbol_table.h"
@@ -36,9 +38,15 @@ class Services final : public hostkit::Answers, public hostkit::Services {
   void addCall(const std::string& caller, const std::string& callee,
                vel::TextLocation where) override;
 
+  // What is known of an operator of the registry.
+  const OperatorTraits& traitsOf(const vel::STOperator& op);
+
   SymbolTable symbols;
   DeviceMap memory;
   Calls calls;
+
+ private:
+  std::unordered_map<const vel::STOperator*, const OperatorTraits*> traits_;  // of those asked for
 };
 
 }  // namespace refhost

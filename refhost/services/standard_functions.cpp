@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "hostkit/folding.h"
-#include "hostkit/operator_inputs.h"
+#include "hostkit/operator_traits.h"
 
 namespace refhost {
 namespace {

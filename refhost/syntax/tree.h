@@ -18,6 +18,7 @@
 #include "host/expression.h"
 #include "host/symbol.h"
 #include "hostkit/literal.h"
+#include "hostkit/operator_traits.h"
 #include "hostkit/tree_builder.h"
 #include "refhost/kit.h"
 
@@ -179,6 +180,7 @@ class Call final : public ::Invocation {
   // instance's symbol.
   vel::SymbolDataType* dataType = nullptr;
   vel::STOperator* op = nullptr;
+  const OperatorTraits* traits = nullptr;  // of the operator; null with it
   const StandardFunction* standard = nullptr;
   vel::Symbol* symbol = nullptr;
   // `EN := condition` and `ENO => variable`, which the analysis takes out of the parameters;

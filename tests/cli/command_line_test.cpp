@@ -50,15 +50,19 @@ TEST_F(Velc, ListsTheOperatorsInOrderOfRegistration) {
   EXPECT_EQ(all.substr(all.size() - 14), "TO_DATE\nTO_DT\n") << "last";
   EXPECT_EQ(velc("operators to_bool Limit limit").out, "LIMIT\nTO_BOOL\n");
 
-  EXPECT_EQ(velc("operators --long limit SQRT").out.substr(0, 74),
-            "LIMIT              LimitOperator           selection           no  ready\nS");
+  EXPECT_EQ(velc("operators --long limit SQRT").out.substr(0, 67),
+            "LIMIT              LimitOperator           selection           no\nS");
+  EXPECT_EQ(velc("operators --long").out.find(" other "), std::string::npos);
   const auto json = nlohmann::json::parse(velc("operators --json INT_TO_REAL ABS").out);
   EXPECT_EQ(json[0]["name"], "ABS");
   EXPECT_EQ(json[0]["functionCall"], true);
   EXPECT_EQ(json[1]["class"], "ConvertOperator");
   EXPECT_EQ(json[1]["family"], "conversion");
   EXPECT_EQ(json[1]["functionCall"], false);
-  EXPECT_EQ(json[1]["ready"], true);
+  EXPECT_EQ(json[1]["inputs"], nlohmann::json({"IN"}));
+  const auto mux = nlohmann::json::parse(velc("operators --json MUX").out)[0];
+  EXPECT_EQ(mux["inputs"], nlohmann::json({"K", "IN0"}));
+  EXPECT_EQ(mux["extensible"], true);
 }
 
 TEST_F(Velc, ExplainsMessagesAndOperators) {
