@@ -235,8 +235,9 @@ bool Analyser::leavesNameToOperator(const Call& call, int index) const {
 // What an edge detection remembers between scans: one cell for each text of a call
 // in a unit, in device memory for programs.
 void Analyser::declareEdgeState(const Call& call) {
+  if (!call.traits->has(OperatorTraits::kRemembers) || unit_ == nullptr) return;
   const std::string name = edgeStateName(call);
-  if (name.empty() || unit_ == nullptr || unit_->variable(name) != nullptr) return;
+  if (unit_->variable(name) != nullptr) return;
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
                                           Role::EdgeState, unit_);
   if (unit_->type() == vel::POUType::Program) cell->keepAt(services_.memory.allocateState());

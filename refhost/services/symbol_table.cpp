@@ -51,6 +51,7 @@ void SymbolTable::forget() {
   types_ = kept_.types;
   units_ = kept_.units;
   programUnits_.clear();
+  unitsByName_.clear();
   globals_.reset();
   namedValues_.clear();
   accesses_.clear();
@@ -89,7 +90,10 @@ Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol:
 bool SymbolTable::add(std::unique_ptr<vel::SymbolPOU> unit) {
   if (types_.count(unit->name()) != 0) return false;
   if (!units_.emplace(unit->name(), unit.get()).second) return false;
-  if (auto* const own = dynamic_cast<UnitSymbol*>(unit.get())) programUnits_.push_back(own);
+  if (auto* const own = dynamic_cast<UnitSymbol*>(unit.get())) {
+    programUnits_.push_back(own);
+    unitsByName_.emplace(own->name(), own);
+  }
   ownedUnits_.push_back(std::move(unit));
   return true;
 }
@@ -156,8 +160,8 @@ VarSymbol* SymbolTable::global(std::string_view name) const {
 }
 
 UnitSymbol* SymbolTable::unit(std::string_view name) const {
-  const auto found = units_.find(name);
-  return found != units_.end() ? dynamic_cast<UnitSymbol*>(found->second) : nullptr;
+  const auto found = unitsByName_.find(name);
+  return found != unitsByName_.end() ? found->second : nullptr;
 }
 
 }  // namespace refhost

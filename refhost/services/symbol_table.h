@@ -76,6 +76,7 @@ class SymbolTable final {
   FoldedMap<vel::SymbolDataType*> types_;
   FoldedMap<vel::SymbolPOU*> units_;
   std::vector<UnitSymbol*> programUnits_;
+  FoldedMap<UnitSymbol*> unitsByName_;  // the same
   std::unique_ptr<UnitSymbol> globals_;
   std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
   std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
