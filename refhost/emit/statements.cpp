@@ -74,44 +74,42 @@ void CGenerator::statements(const ASTNode* list) {
 }
 
 void CGenerator::statement(const ASTNode& node) {
-  switch (kindOf(node)) {
-    case NodeKind::Assignment:
+  switch (statementKindOf(node)) {
+    case StatementKind::Assignment:
       assignment(node);
       break;
-    case NodeKind::CallStatement:
+    case StatementKind::Call:
       callStatement(static_cast<const Call&>(*node.leaf(0)));
       break;
-    case NodeKind::If:
+    case StatementKind::If:
       ifStatement(node);
       break;
-    case NodeKind::Case:
+    case StatementKind::Case:
       caseStatement(node);
       break;
-    case NodeKind::For:
+    case StatementKind::For:
       forStatement(node);
       break;
-    case NodeKind::While:
+    case StatementKind::While:
       block(fmt::format("while ({})", expressionText(node.leaf(0))), node.leaf(1));
       line("}");
       break;
-    case NodeKind::Repeat: {
+    case StatementKind::Repeat: {
       block("do", node.leaf(0));
       std::string condition;
       operand(*node.leaf(1), condition);
       line(fmt::format("}} while (!{});", condition));
       break;
     }
-    case NodeKind::Exit:
+    case StatementKind::Exit:
       line("break;");
       break;
-    case NodeKind::Continue:
+    case StatementKind::Continue:
       line("continue;");
       break;
-    case NodeKind::Return:
+    case StatementKind::Return:
       returns_ = true;
       line("goto vel_return;");
-      break;
-    default:
       break;
   }
 }

@@ -16,39 +16,39 @@ void Analyser::analyseStatements(ASTNode* list) {
 }
 
 void Analyser::analyseStatement(ASTNode& statement) {
-  switch (kindOf(statement)) {
-    case NodeKind::Assignment:
+  switch (statementKindOf(statement)) {
+    case StatementKind::Assignment:
       analyseAssignment(statement);
       break;
-    case NodeKind::CallStatement:
+    case StatementKind::Call:
       analyseCall(static_cast<Call&>(*statement.leaf(0)));
       break;
-    case NodeKind::If:
+    case StatementKind::If:
       analyseIf(statement);
       break;
-    case NodeKind::Case:
+    case StatementKind::Case:
       analyseCase(statement);
       break;
-    case NodeKind::For:
+    case StatementKind::For:
       analyseFor(statement);
       break;
-    case NodeKind::While:
+    case StatementKind::While:
       analyseCondition(statement, 0);
       ++loops_;
       analyseStatements(statement.leaf(1));
       --loops_;
       break;
-    case NodeKind::Repeat:
+    case StatementKind::Repeat:
       ++loops_;
       analyseStatements(statement.leaf(0));
       --loops_;
       analyseCondition(statement, 1);
       break;
-    case NodeKind::Exit:
-    case NodeKind::Continue:
+    case StatementKind::Exit:
+    case StatementKind::Continue:
       if (loops_ == 0) say(statement, message::kOutsideLoop, TreeBuilder::source(statement));
       break;
-    default:
+    case StatementKind::Return:
       break;
   }
 }

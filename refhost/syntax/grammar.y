@@ -471,9 +471,9 @@ statement:
   ';'                             { $$ = kNone; }
 | variable ASSIGN expression ';'  { $$ = make.assignment({@1.begin, @3.end}, $1, @3, $3); }
 | call ';'                        { $$ = make.callStatement(@1, $1); }
-| EXIT ';'                        { $$ = make.jump(NodeKind::Exit, @1); }
-| CONTINUE ';'                    { $$ = make.jump(NodeKind::Continue, @1); }
-| RETURN ';'                      { $$ = make.jump(NodeKind::Return, @1); }
+| EXIT ';'                        { $$ = make.jump(StatementKind::Exit, @1); }
+| CONTINUE ';'                    { $$ = make.jump(StatementKind::Continue, @1); }
+| RETURN ';'                      { $$ = make.jump(StatementKind::Return, @1); }
 | block_statement
 ;
 
@@ -489,9 +489,9 @@ block_statement:
 | FOR error DO statement_list END_FOR
     { $$ = kNone; }
 | WHILE condition DO statement_list END_WHILE
-    { $$ = make.loop(NodeKind::While, @$, $2, $4); }
+    { $$ = make.loop(StatementKind::While, @$, $2, $4); }
 | REPEAT statement_list UNTIL condition until_end END_REPEAT
-    { $$ = make.loop(NodeKind::Repeat, @$, $2, $4); }
+    { $$ = make.loop(StatementKind::Repeat, @$, $2, $4); }
 ;
 
 until_end: %empty | ';';

@@ -7,9 +7,9 @@
 
 #include "grammar.h"
 #include "hostkit/folding.h"
+#include "hostkit/literal.h"
 #include "refhost/syntax/blocks.h"
 #include "refhost/syntax/expected_tokens.h"
-#include "hostkit/literal.h"
 #include "refhost/syntax/syntax_errors.h"
 #include "refhost/syntax/token_stream.h"
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "grammar.h"
-#include "refhost/messages.h"
 #include "hostkit/folding.h"
+#include "refhost/messages.h"
 #include "refhost/syntax/blocks.h"
 #include "refhost/syntax/syntax_errors.h"
 #include "refhost/syntax/token_stream.h"
@@ -61,7 +61,8 @@ void TokenStream::takeKeyword(Token& token) {
 
 // `END IF` and `ENDIF` are meant to be END_IF; a union ends as what it is taken for.
 void TokenStream::joinEnd(Token& token) {
-  if (token.kind != Kind::IDENTIFIER || !equalIgnoringCase(textOf(token).substr(0, 3), "END")) return;
+  if (token.kind != Kind::IDENTIFIER || !equalIgnoringCase(textOf(token).substr(0, 3), "END"))
+    return;
   const std::string_view word = textOf(token);
   if (equalIgnoringCase(word, "END_UNION") && isOpen(Kind::STRUCT)) {
     token.kind = Kind::END_STRUCT;

@@ -4,8 +4,8 @@
 #include <cstddef>
 
 #include "grammar.h"
-#include "refhost/messages.h"
 #include "hostkit/folding.h"
+#include "refhost/messages.h"
 #include "refhost/syntax/blocks.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"

@@ -33,51 +33,61 @@ using vel::BasicDataType;
 
 // Kinds of nodes beside those that the plugin knows (vel::ASTType).
 enum class NodeKind : std::int32_t {
-  Text = 100,     // ASTText
-  Unit,           // Unit: [name Text, return type spec?, VarBlocks, StatementList]
-  VarBlocks,      // [VarBlock...]
-  VarBlock,       // VarBlock: [VarDecl...]
-  VarDecl,        // VarDecl: [TypeSpec?, initial value Expr?, address Text?, name Text...]
-  Invocation,     // Call: [callee: Text, or Expr for an access that is called;
-                  //        ParameterList or, for a type as operand, TypeSpec;
-                  //        of an operator in the form of a function, that Expr]
-  Argument,       // Argument: [formal name Text, Expr], in a ParameterList
-  StatementList,  // [statement...]
-  Assignment,     // Assignment
-  CallStatement,  // [Call]
-  If,             // [condition, StatementList, (condition, StatementList)..., else list?]
-  Case,           // [selector, CaseElement..., else StatementList?]
-  CaseElement,    // [CaseLabels, StatementList]
-  CaseLabels,     // [Expr or Range...]
-  Range,          // [low Expr, high Expr]
-  For,            // [Assignment of the start, end Expr, step Expr?, StatementList]
-  While,          // [condition, StatementList]
-  Repeat,         // [StatementList, condition]
-  Exit,
-  Continue,
-  Return,
+  Text = 100,       // ASTText
+  Unit,             // Unit: [name Text, return type spec?, VarBlocks, StatementList]
+  VarBlocks,        // [VarBlock...]
+  VarBlock,         // VarBlock: [VarDecl...]
+  VarDecl,          // VarDecl: [TypeSpec?, initial value Expr?, address Text?, name Text...]
+  Invocation,       // Call: [callee: Text, or Expr for an access that is called;
+                    //        ParameterList or, for a type as operand, TypeSpec;
+                    //        of an operator in the form of a function, that Expr]
+  Argument,         // Argument: [formal name Text, Expr], in a ParameterList
+  StatementList,    // [statement...], each of a StatementKind
+  CaseElement,      // [CaseLabels, StatementList]
+  CaseLabels,       // [Expr or Range...]
+  Range,            // [low Expr, high Expr]
   TypeDecl,         // [name Text, TypeSpec, initial value Expr?]
   EnumValue,        // [name Text, value Expr?], in an EnumTypeSpec
   Task,             // [name Text, Call of its name]
   ProgramInstance,  // [name Text, Call of the PROGRAM, task's name Text?]
 };
+
+// Kinds of statements, the nodes in a StatementList. Every switch over them names them all, so
+// that one which forgets a new kind does not compile.
+enum class StatementKind : std::int32_t {
+  Assignment = 200,  // Assignment
+  Call,              // [Call]
+  If,                // [condition, StatementList, (condition, StatementList)..., else list?]
+  Case,              // [selector, CaseElement..., else StatementList?]
+  For,               // [Assignment of the start, end Expr, step Expr?, StatementList]
+  While,             // [condition, StatementList]
+  Repeat,            // [StatementList, condition]
+  Exit,
+  Continue,
+  Return,
+};
 // A leaf marked "?" is null where the source leaves it out; an else list is simply
 // absent.
 
 constexpr vel::ASTType astType(NodeKind kind) { return static_cast<vel::ASTType>(kind); }
+constexpr vel::ASTType astType(StatementKind kind) { return static_cast<vel::ASTType>(kind); }
 inline NodeKind kindOf(const ASTNode& node) { return static_cast<NodeKind>(node.type()); }
+inline StatementKind statementKindOf(const ASTNode& statement) {
+  return static_cast<StatementKind>(statement.type());
+}
 
 // A node that is its kind and its leaves.
 class Node final : public ASTNode {
  public:
   explicit Node(NodeKind kind) : ASTNode(astType(kind)) {}
+  explicit Node(StatementKind kind) : ASTNode(astType(kind)) {}
 };
 
 // [target Expr, source: Expr, or Call when that is the whole right side]
 class Assignment final : public ASTNode {
  public:
   explicit Assignment(vel::TextLocation start)
-      : ASTNode(astType(NodeKind::Assignment)), sourceStart(start) {}
+      : ASTNode(astType(StatementKind::Assignment)), sourceStart(start) {}
 
   vel::TextLocation sourceStart;  // of the right side, its parentheses included
 };

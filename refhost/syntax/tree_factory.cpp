@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "grammar.h"
-#include "refhost/messages.h"
 #include "hostkit/folding.h"
+#include "refhost/messages.h"
 #include "refhost/syntax/left_out.h"
 #include "refhost/syntax/parser.h"
 
@@ -324,7 +324,8 @@ bool TreeFactory::followsPragma(Span span, std::string_view pragma) const {
   before.remove_prefix(start + 1);
   const std::size_t first = before.find_first_not_of(kBlanks);
   if (first == std::string_view::npos) return false;
-  return equalIgnoringCase(before.substr(first, before.find_last_not_of(kBlanks) + 1 - first), pragma);
+  return equalIgnoringCase(before.substr(first, before.find_last_not_of(kBlanks) + 1 - first),
+                           pragma);
 }
 
 Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type, Value initial) {
@@ -402,10 +403,10 @@ Value TreeFactory::assignment(Span span, Value target, Span sourceSpan, Value so
 
 Value TreeFactory::callStatement(Span span, Value call) {
   if (!isCall(call)) return kNone;
-  return finish(tree_.make<Node>(NodeKind::CallStatement), span, {call});
+  return finish(tree_.make<Node>(StatementKind::Call), span, {call});
 }
 
-Value TreeFactory::jump(NodeKind kind, Span span) {
+Value TreeFactory::jump(StatementKind kind, Span span) {
   return finish(tree_.make<Node>(kind), span, {});
 }
 
@@ -415,7 +416,7 @@ Value TreeFactory::ifStatement(Span span, Value condition, Value then, NodeList 
   scratch_.assign({operand(condition), then});
   scratch_.insert(scratch_.end(), items(elsifs), items(elsifs) + elsifs.count);
   if (otherwise.node != nullptr) scratch_.push_back(otherwise);
-  return finish(tree_.make<Node>(NodeKind::If), span, scratch_.data(), scratch_.size());
+  return finish(tree_.make<Node>(StatementKind::If), span, scratch_.data(), scratch_.size());
 }
 
 Value TreeFactory::caseLabels(Span span, NodeList labels) {
@@ -446,15 +447,16 @@ Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value
     labels = next;
   }
   if (otherwise.node != nullptr) scratch_.push_back(otherwise);
-  return finish(tree_.make<Node>(NodeKind::Case), span, scratch_.data(), scratch_.size());
+  return finish(tree_.make<Node>(StatementKind::Case), span, scratch_.data(), scratch_.size());
 }
 
 Value TreeFactory::forStatement(Span span, Value start, Value end, Value step, Value body) {
   if (start.node == nullptr) return kNone;
-  return finish(tree_.make<Node>(NodeKind::For), span, {start, operand(end), operand(step), body});
+  return finish(tree_.make<Node>(StatementKind::For), span,
+                {start, operand(end), operand(step), body});
 }
 
-Value TreeFactory::loop(NodeKind kind, Span span, Value first, Value second) {
+Value TreeFactory::loop(StatementKind kind, Span span, Value first, Value second) {
   if (first.node == nullptr || second.node == nullptr) return kNone;
   return finish(tree_.make<Node>(kind), span, {operand(first), operand(second)});
 }

@@ -116,13 +116,13 @@ class TreeFactory {
   Value statementList(Span span, NodeList statements);
   Value assignment(Span span, Value target, Span sourceSpan, Value source);
   Value callStatement(Span span, Value call);
-  Value jump(NodeKind kind, Span span);
+  Value jump(StatementKind kind, Span span);
   Value ifStatement(Span span, Value condition, Value then, NodeList elsifs, Value otherwise);
   Value caseStatement(Span span, Value selector, NodeList list, Value otherwise);
   Value caseLabels(Span span, NodeList labels);
   Value range(Span span, Value low, Value high);
   Value forStatement(Span span, Value start, Value end, Value step, Value body);
-  Value loop(NodeKind kind, Span span, Value first, Value second);
+  Value loop(StatementKind kind, Span span, Value first, Value second);
 
  private:
   bool followsPragma(Span span, std::string_view pragma) const;

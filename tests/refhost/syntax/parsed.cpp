@@ -127,9 +127,12 @@ std::string show(const ASTNode* node) {
     case NodeKind::VarBlock:
       return showBlock(static_cast<const refhost::VarBlock&>(*node));
     default: {
-      constexpr const char* kNames[] = {
-          "decl", "",    "",      "",       ":=",   "call",     "if",     "case", "of",   "labels",
-          "..",   "for", "while", "repeat", "exit", "continue", "return", "type", "value"};
+      constexpr const char* kNames[] = {"decl", "", "", "", "of", "labels", "..", "type", "value"};
+      constexpr const char* kStatements[] = {":=",    "call",   "if",   "case",     "for",
+                                             "while", "repeat", "exit", "continue", "return"};
+      const int statement =
+          static_cast<int>(node->type()) - static_cast<int>(refhost::StatementKind::Assignment);
+      if (statement >= 0) return list(kStatements[statement], *node);
       const int index = static_cast<int>(node->type()) - static_cast<int>(NodeKind::VarDecl);
       return index >= 0 ? list(kNames[index], *node) : "?";
     }
