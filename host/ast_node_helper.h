@@ -21,8 +21,8 @@ class VEL_HOST_API AstNodeHelper {
   // Source text of a node.
   static std::string astText(vel::ASTNode* node);
 
-  // The type of an expression in the unit named `pouName`; none for null. May append
-  // messages of the host's own.
+  // The type of an expression in the unit named `pouName`; none for null, BOOL for a bit of
+  // device memory. May append messages of the host's own.
   static DataTypeInfo dataType(vel::InternalInterface* ii, vel::ASTNode* expression,
                                const std::string& pouName, std::vector<vel::VELMessage>& messages);
   // The symbol of an elementary type; null for a number without one.
