@@ -64,8 +64,8 @@ std::string Answers::variableText(vel::SymbolVar& variable, const std::string& /
 }
 
 std::string Answers::typeText(vel::SymbolDataType& type) {
-  const char* const elementary = cType(type.dataType());
-  return *elementary != 0 ? elementary : type.typeName();
+  const std::string elementary = AstNodeHelper::basicDataToCTypeText(type.dataType());
+  return elementary.empty() ? type.typeName() : elementary;
 }
 
 const std::string& Answers::translate(const std::string& format) { return format; }

@@ -82,8 +82,8 @@ class Answers {
   // A variable of `unit` as something whose address C can take. Here: its name, behind an
   // underscore where that begins with a digit, as the digests of edge states may.
   virtual std::string variableText(vel::SymbolVar& variable, const std::string& unit);
-  // A data type in C. Here: the runtime's name of an elementary type, `u8` to `f64`, and the
-  // name of every other.
+  // A data type in C. Here: AstNodeHelper::basicDataToCTypeText of an elementary type, which is
+  // the runtime's name of it, `u8` to `f64`, and the name of every other.
   virtual std::string typeText(vel::SymbolDataType& type);
 
   // The English `format` as messages show it, placeholders kept. What it refers to lives

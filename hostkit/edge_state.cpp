@@ -14,14 +14,24 @@ std::string edgeStateName(const vel::ASTNode& invocation) {
   return AstNodeHelper::opExpTextToMd5HexText(name, condition);
 }
 
-void declareEdgeState(SymbolTable& symbols, const std::string& unit,
+namespace {
+
+class PlacedVariable final : public vel::SymbolVar {
+ public:
+  PlacedVariable(const std::string& name, vel::SymbolDataType* type, vel::HeapRawAddr place)
+      : SymbolVar(name, type, 0) {
+    backendAddress_ = place;
+  }
+};
+
+}  // namespace
+
+void declareEdgeState(SymbolTable& symbols, DeviceMap& memory, const std::string& unit,
                       const vel::ASTNode& invocation) {
-  constexpr std::int32_t kNoParameter = 0;
   const std::string name = edgeStateName(invocation);
-  if (name.empty()) return;
-  // Refused where the same call has declared it before.
-  static_cast<void>(symbols.addVariable(
-      unit, std::make_unique<vel::SymbolVar>(name, symbols.type("BOOL"), kNoParameter)));
+  if (name.empty() || symbols.variable(name, unit) != nullptr) return;
+  symbols.addVariable(
+      unit, std::make_unique<PlacedVariable>(name, symbols.type("BOOL"), memory.allocateState()));
 }
 
 }  // namespace hostkit

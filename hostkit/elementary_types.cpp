@@ -33,7 +33,7 @@ constexpr std::array<ElementaryType, 23> kTypes{{
     {BasicDataType::DateAndTime, "DT",      "u32",   4},
     {BasicDataType::String,      "STRING",  "char*", 0},
     {BasicDataType::WString,     "WSTRING", "u16*",  0},
-    // A bit of device memory is read and written as a BOOL, but has no IEC name.
+    // The last one: a bit of device memory is read and written as a BOOL, but has no IEC name.
     {BasicDataType::BitAddress,  nullptr,   "u8",    1},
 }};
 // clang-format on
@@ -59,7 +59,7 @@ int valueBits(BasicDataType integer) {
 
 }  // namespace
 
-ElementaryTypes elementaryTypes() { return {kTypes.data(), kTypes.data() + kTypes.size()}; }
+ElementaryTypes elementaryTypes() { return {kTypes.data(), kTypes.data() + kTypes.size() - 1}; }
 
 const ElementaryType* elementaryType(BasicDataType type) {
   constexpr std::size_t kNumbers = number(BasicDataType::BitAddress) + 1;

@@ -14,12 +14,13 @@ using vel::BasicDataType;
 
 struct ElementaryType {
   BasicDataType type;
-  const char* name;   // IEC name
+  const char* name;   // IEC name; null for a bit of device memory
   const char* cType;  // in generated code; of a value for the string types
   int size;           // bytes; 0 without a fixed size
 };
 
-// All of them; a bit string follows the unsigned integer whose number it shares.
+// All that have an IEC name, once each; a bit string follows the unsigned integer whose number
+// it shares.
 struct ElementaryTypes {
   const ElementaryType* first;
   const ElementaryType* last;

@@ -1,6 +1,7 @@
 #include "hostkit/operator_calls.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/messages.h"
 #include "core/op_manager_api.h"
@@ -29,6 +30,11 @@ auto entered(Services& services, const std::string& name, vel::TextLocation wher
   return guarded(enter, [&](const std::string& reason) {
     report(&services, messages, kFailed, where, name, reason);
   });
+}
+
+void addOnce(std::vector<std::string>& texts, std::string text) {
+  if (text.empty() || std::find(texts.begin(), texts.end(), text) != texts.end()) return;
+  texts.push_back(std::move(text));
 }
 
 }  // namespace
@@ -62,7 +68,9 @@ std::string generateCall(Services& services, vel::Generator& generator, Invocati
   vel::STOperator* const op = services.operators->findOperator(name);
   const std::size_t before = messages.size();
   std::string text = entered(services, name, invocation.pos(), messages, [&] {
-    return op != nullptr ? op->generate(&generator, &invocation) : std::string();
+    if (op == nullptr) return std::string();
+    addOnce(services.staticCode, op->staticCode(&generator));
+    return op->generate(&generator, &invocation);
   });
   const bool isExplained = messages.size() != before;
   if (text.empty() && !isExplained) {

@@ -19,7 +19,8 @@ std::optional<DataTypeInfo> checkCall(Services& services, Invocation& invocation
                                       const std::string& unit,
                                       std::vector<vel::VELMessage>& messages);
 
-// The C that takes the place of a call that was accepted. Operators have none where the host
+// The C that takes the place of a call that was accepted; what it needs in front of the program
+// joins `services.staticCode`. Operators have none where the host
 // lacks what they look for, which is an error then: the text is empty, and a message says so.
 std::string generateCall(Services& services, vel::Generator& generator, Invocation& invocation,
                          std::vector<vel::VELMessage>& messages);

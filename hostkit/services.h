@@ -37,6 +37,9 @@ class Services : public vel::InternalInterface,
   const OperatorDescriptions* descriptions = nullptr;  // set by a host that takes add-ons
   int notation = 0;                                    // of device addresses: 0 IEC, 1 letters
   vel::ProjectSettings settings;
+  // The static code that the program generated so far needs in front, each text once:
+  // generateCall adds to it. A host clears it for the next program.
+  std::vector<std::string> staticCode;
 };
 
 // What generate is handed. Hosts whose C is more than a text for each node derive from

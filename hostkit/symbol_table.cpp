@@ -20,7 +20,6 @@ auto lookUp(const Map& map, std::string_view name) -> typename Map::mapped_type 
 
 SymbolTable::SymbolTable() {
   for (const ElementaryType& row : elementaryTypes()) {
-    if (row.name == nullptr) continue;
     ownedTypes_.push_back(std::make_unique<vel::SymbolDataType>(row.name, row.type));
     types_.emplace(row.name, ownedTypes_.back().get());
   }

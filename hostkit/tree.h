@@ -63,7 +63,8 @@ class Tree {
   Expression* literal(Span span);
   // `name(parameters)`, the parameters' list taking the span `list`.
   Invocation* invocation(Span span, vel::ASTText* name, Span list, Leaves parameters);
-  // The declaration of a program unit around `leaves`.
+  // The declaration of a program unit around `leaves`. Its `kind` is the number of its type: a
+  // program keeps the state of MEP and MEF in device memory, a function in static variables.
   POUDeclaration* unit(std::string_view name, vel::POUType type, Leaves leaves);
 
   // A copy that lives as long as the tree, zero-terminated.

@@ -9,12 +9,15 @@
 
 namespace hostkit {
 
-// Owns its parameters, and the data type of its instances when it is a function block.
+// Owns the data type of its instances when it is a function block.
 class Unit : public vel::SymbolPOU {
  public:
   Unit(vel::InternalInterface* ii, const std::string& name, vel::POUType type);
 
+  // Owned by the unit from here on.
   vel::SymbolVar* addParameter(std::unique_ptr<vel::SymbolVar> parameter);
+  // Not owned; outlives the unit.
+  void addParameter(vel::SymbolVar& parameter) { params_.push_back(&parameter); }
   // Of no type: that of an operator's input is the operator's own to check.
   void addInput(const std::string& name);
 

@@ -134,7 +134,7 @@ class Host final : public Answers {
     const auto type = known ? checkCall(services, call, kUnit, messages_) : std::nullopt;
     if (!type) return false;
     types_[&call] = *type;
-    declareEdgeState(symbols_, kUnit, call);
+    declareEdgeState(symbols_, memory_, kUnit, call);
     return true;
   }
 

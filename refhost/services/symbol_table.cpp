@@ -32,7 +32,6 @@ std::string accessKey(std::string_view scope, std::string_view text) {
 
 SymbolTable::SymbolTable() {
   for (const ElementaryType& row : elementaryTypes()) {
-    if (row.name == nullptr) continue;
     if (isText(row.type)) {
       ownedTypes_.push_back(std::make_unique<StringType>(row.type, StringType::kDefaultLength));
     } else {
