@@ -49,12 +49,6 @@ void recordFirmwareCall(Generator* gen, const std::string& callee) {
   if (calls != nullptr) calls->addFirmwareCaller(callee);
 }
 
-void recordOperatorCall(Generator* gen, const std::string& caller, const std::string& callee,
-                        TextLocation where) {
-  CallTree* calls = gen->ii->callTree();
-  if (calls != nullptr) calls->addOperatorCaller(caller, callee, where);
-}
-
 DataTypeInfo typeForText(Generator* gen, ASTNode* invocation, ASTNode* expression) {
   std::vector<VELMessage> discarded;
   return AstNodeHelper::dataType(gen->ii, expression, enclosingPouName(invocation), discarded);

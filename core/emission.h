@@ -27,11 +27,9 @@ std::string callText(Generator* gen, std::string_view function, ASTNode* paramet
 // The address of a byte of the device memory.
 std::string memoryByteText(std::uint32_t offset);
 
-// Enter calls in the host's call tree, if it keeps one: of the function `callee` by the unit
-// that code is generated for, or by the unit `caller`.
+// Enters a call of the function `callee`, by the unit that code is generated for, in the host's
+// call tree, if it keeps one.
 void recordFirmwareCall(Generator* gen, const std::string& callee);
-void recordOperatorCall(Generator* gen, const std::string& caller, const std::string& callee,
-                        TextLocation where);
 
 // The type of `expression` in the unit around `invocation`. What the host has to say of
 // it was said at the check and is dropped.

@@ -52,7 +52,7 @@ std::string nameOf(const POUDeclaration* unit);
 bool isKeptInDeviceMemory(const POUDeclaration& unit);
 // The name of the program unit around `invocation`, empty when there is none.
 std::string enclosingPouName(ASTNode* invocation);
-// The same, or `fallback` when it is empty: the scope of all type queries of a check.
+// The same, or `fallback` when it is empty: the scope of the type queries of most checks.
 std::string effectivePouName(ASTNode* invocation, const std::string& fallback);
 
 // The type recorded on an expression or invocation, `otherwise` on any other node.

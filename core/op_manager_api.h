@@ -39,5 +39,5 @@ class OpManagerAPI {
 
 // The plugin's only export: builds the registry for a host. The caller owns the
 // result and deletes it. `ii` is not owned and must outlive the registry. Null
-// when memory runs out.
+// when memory runs out, or when the host throws.
 extern "C" VEL_PLUGIN_EXPORT vel::OpManagerAPI* CreateOpManager(vel::InternalInterface* ii);

@@ -28,8 +28,9 @@ class STOperator {
   virtual std::string staticCode([[maybe_unused]] Generator* gen = nullptr) { return {}; }
 
   // May `invocation` stand as it is? Appends errors and warnings to `messages` and
-  // writes the IEC name of the result type to `resultType`, on success at the
-  // latest. `pouName` is the fallback for the name of the enclosing unit.
+  // writes the IEC name of the result type to `resultType`, on success at the latest, where
+  // the operator has one that it knows. `pouName` is the name of the enclosing unit for those
+  // that find none in the tree and do not insist on it.
   virtual bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
                      std::string& resultType, const std::string& pouName) = 0;
 

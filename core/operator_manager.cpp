@@ -44,7 +44,7 @@ bool OperatorManager::registerOperator(STOperator* op) {
   if (op == nullptr || findOperator(op->name) != nullptr) return false;
   // The host comes first: what it refuses has never been in the registry.
   if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) return false;
-  operators_.emplace(op->name, op);
+  operators_[op->name] = op;
   return true;
 }
 

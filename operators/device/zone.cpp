@@ -24,7 +24,6 @@ struct Bound {
   ASTNode* node;
   std::string text;
   HeapAddress address;
-  JapanComponent parts;
 };
 
 bool isOneOf(std::string_view text, std::initializer_list<std::string_view> kinds) {
@@ -32,12 +31,12 @@ bool isOneOf(std::string_view text, std::initializer_list<std::string_view> kind
                      [text](std::string_view kind) { return equalIgnoringCase(text, kind); });
 }
 
-bool isWritable(const Bound& bound, int notation) {
+bool isWritable(InternalInterface* ii, const std::string& text, int notation) {
   switch (notation) {
     case kIecNotation:
-      return isOneOf(iecKind(bound.text, 1), {"Q", "M"});
+      return isOneOf(iecKind(text, 1), {"Q", "M"});
     case kLetterNotation:
-      return isOneOf(bound.parts.device, {"Y", "M", "S", "B", "D", "R", "W"});
+      return isOneOf(addressParts(ii, text).device, {"Y", "M", "S", "B", "D", "R", "W"});
     default:
       return true;
   }
@@ -51,11 +50,13 @@ bool checkBound(InternalInterface* ii, std::vector<VELMessage>& messages, int no
     report(ii, messages, message::kAddressNotValid, bound.node->pos(), bound.text);
     return false;
   }
-  bound.parts = addressParts(ii, bound.text);
   const bool isBit = bound.address.isBitMode();
   // Words can be reset but not set in IEC notation.
   const bool settable = !sets || notation != kIecNotation || isBit || bound.address.unitSize == 1;
-  if (isWritable(bound, notation) && settable && (isBit || bound.parts.suffix.empty())) return true;
+  if (isWritable(ii, bound.text, notation) && settable &&
+      (isBit || addressParts(ii, bound.text).suffix.empty())) {
+    return true;
+  }
   report(ii, messages, message::kAddressNotSupported, bound.node->pos(), bound.text);
   return false;
 }
@@ -78,8 +79,8 @@ bool ZMemOperator::check(InternalInterface* ii, ASTNode* invocation,
 
   const bool sets = equalIgnoringCase(operatorText(invocation), kSetZone);
   const int notation = ii->addressNotation();
-  Bound start{list->leaf(0), {}, {}, {}};
-  Bound end{list->leaf(1), {}, {}, {}};
+  Bound start{list->leaf(0), {}, {}};
+  Bound end{list->leaf(1), {}, {}};
   const bool startHolds = checkBound(ii, messages, notation, sets, start);
   const bool endHolds = checkBound(ii, messages, notation, sets, end);
   if (!startHolds || !endHolds) return false;
@@ -88,7 +89,8 @@ bool ZMemOperator::check(InternalInterface* ii, ASTNode* invocation,
   if (!startParses || !endParses) return false;
 
   const bool sameDevice =
-      notation != kLetterNotation || equalIgnoringCase(start.parts.device, end.parts.device);
+      notation != kLetterNotation ||
+      equalIgnoringCase(addressParts(ii, start.text).device, addressParts(ii, end.text).device);
   if (!sameDevice || start.address.isBitMode() != end.address.isBitMode()) {
     report(ii, messages, message::kAddressMismatch, end.node->pos(), start.text, end.text);
     return false;
@@ -105,12 +107,13 @@ std::string ZMemOperator::generate(Generator* gen, ASTNode* invocation) {
 
   InternalInterface* ii = gen->ii;
   const HeapAddress start = addressOf(ii, list->leaf(0));
+  const std::uint32_t first = rawAddress(ii, start);
   const HeapAddress end = addressOf(ii, list->leaf(1));
+  const std::uint32_t last = rawAddress(ii, end);
   const bool endsInBit = hasBitIndex(end);
   if (!endsInBit && end.unitSize != 2 && ii->addressNotation() == kLetterNotation) return {};
 
-  const std::uint32_t first = rawAddress(ii, start);
-  const std::uint32_t count = (endsInBit ? 1 : end.unitSize) + rawAddress(ii, end) - first;
+  const std::uint32_t count = (endsInBit ? 1 : end.unitSize) + last - first;
   std::string out = emptyCallText();
   out += "mset(";
   out += std::to_string(first);

@@ -23,7 +23,9 @@ bool isReal(BasicDataType type) {
 
 bool checkNumericFunction(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType) {
-  if (!checkParams(ii, invocation, messages)) return false;
+  // A host may set its symbol table up on the first request.
+  ii->symbolManager();
+  if (isEmpty(invocation) || !checkParams(ii, invocation, messages)) return false;
   // A host may declare no inputs at all.
   ASTNode* list = checkShape(ii, invocation, kFirstParameter, messages);
   if (list == nullptr) return false;

@@ -83,11 +83,13 @@ class TypeText {
         const auto* typed = dynamic_cast<const SymbolTyped*>(symbol);
         return ofType(typed != nullptr ? typed->dataType() : nullptr);
       }
+      case Symbol::Pou:
+        if (const SymbolPOU* block = asFunctionBlock(symbol)) return ofType(block->fbType());
+        break;
       default:
         break;
     }
-    const SymbolPOU* block = asFunctionBlock(symbol);
-    return block != nullptr ? ofType(block->fbType()) : ofAddress(name);
+    return ofAddress(name);
   }
 
  private:
@@ -160,14 +162,13 @@ std::string SizeofOperator::generate(Generator* gen, ASTNode* invocation) {
   const std::string scope = enclosingPouName(invocation);
   ASTNode* list = leafOf(invocation, 1);
   if (scope.empty() || list == nullptr) return {};
-  auto* unit =
-      dynamic_cast<SymbolPOU*>(gen->ii->symbolManager()->symbol(scope.c_str(), "", Symbol::Pou));
+  Symbol* unit = gen->ii->symbolManager()->symbol(scope.c_str(), "", Symbol::Pou);
   if (unit == nullptr) return {};
 
   TypeText typeText(gen, invocation, scope);
   std::string type;
   if (isTypeSpec(list->type())) {
-    type = typeText.ofSpecification(unit, list);
+    type = typeText.ofSpecification(dynamic_cast<VarContainer*>(unit), list);
   } else if (list->type() == ASTType::ParameterList) {
     ASTNode* operand = leafOf(list, 0);
     if (operand == nullptr) return {};

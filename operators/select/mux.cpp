@@ -7,6 +7,7 @@
 #include "core/emission.h"
 #include "core/invocation.h"
 #include "core/messages.h"
+#include "host/call_tree.h"
 #include "host/expression.h"
 #include "operators/select/integer_parameters.h"
 
@@ -118,11 +119,15 @@ std::string MUXOperator::generate(Generator* gen, ASTNode* invocation) {
   const int count = list != nullptr ? list->leavesCount() : 0;
   if (count == 0) return {};
 
+  CallTree* calls = gen->ii->callTree();
   const std::string caller = enclosingPouName(invocation);
+  const auto record = [&](const char* callee) {
+    if (calls != nullptr) calls->addOperatorCaller(caller, callee, invocation->pos());
+  };
+  record("MUX");
   const BasicDataType result = recordedType(invocation, BasicDataType::UInt);
   const char* function = functionFor(result);
-  recordOperatorCall(gen, caller, "MUX", invocation->pos());
-  recordOperatorCall(gen, caller, function, invocation->pos());
+  record(function);
 
   GenClanAPI* api = clanApi(gen);
   const std::string cast = "(" + AstNodeHelper::basicDataToCTypeText(result) + ")";

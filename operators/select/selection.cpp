@@ -80,7 +80,8 @@ bool LimitOperator::check(InternalInterface* ii, ASTNode* invocation,
   // Any REAL or LREAL among the three is what all are compared with; LREAL wins.
   BasicDataType target = input.type;
   for (const Parameter& parameter : {minimum, input, maximum}) {
-    if (AstNodeHelper::isFloatType(parameter.type)) target = parameter.type;
+    if (!AstNodeHelper::isFloatType(parameter.type)) continue;
+    target = parameter.type;
     if (target == BasicDataType::LReal) break;
   }
 
