@@ -21,6 +21,9 @@ constexpr vel::ASTType kInvocationNode{101};
 constexpr vel::ASTType kUnitNode{102};
 constexpr vel::ASTType kStatementNode{103};
 
+// Of the form of a name: letters, digits and underscores, no digit first.
+bool isName(std::string_view text);
+
 // Owns every node that it makes, with its texts.
 class Tree {
  public:
@@ -61,6 +64,9 @@ class Tree {
   Expression* literal(Span span, vel::BasicDataType type, std::string_view typeName, bool fixed);
   // The same for the literal that the source is; null where it is none.
   Expression* literal(Span span);
+  // The variable or address that the source names, or the bit of a variable (`x.3`); null for
+  // a source of another form.
+  Expression* place(Span span);
   // `name(parameters)`, the parameters' list taking the span `list`.
   Invocation* invocation(Span span, vel::ASTText* name, Span list, Leaves parameters);
   // The declaration of a program unit around `leaves`. Its `kind` is the number of its type: a

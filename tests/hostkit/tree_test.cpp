@@ -52,14 +52,15 @@ TEST(Tree, NodesAreToldApart) {
   KitHost host;
   Tree tree;
   std::vector<vel::VELMessage> messages;
-  Expression* const word = tree.expression(at("w", 0), Expression::Variable);
-  word->setBasicType(BasicDataType::UInt);
-  Expression* const bit = tree.expression(at("w.15", 0), Expression::Typed, {word});
+  Expression* const bit = tree.place(at("w.15", 4));
+  auto* const word = dynamic_cast<Expression*>(bit->leaf(0));
+  EXPECT_EQ(AstNodeHelper::astText(word), "w");
+  EXPECT_EQ(word->pos().offset(), 4U);
   const auto isBit = [&] {
     return AstNodeHelper::checkBitAccessAst(&host, bit, "w.15", "Main", messages);
   };
   EXPECT_FALSE(isBit());
-  vel::TreeBuilder::setBitAccessOffset(*bit, 15);
+  word->setBasicType(BasicDataType::UInt);
   EXPECT_TRUE(isBit());
   vel::TreeBuilder::setBitAccessOffset(*bit, 16);
   EXPECT_FALSE(isBit());
@@ -67,7 +68,12 @@ TEST(Tree, NodesAreToldApart) {
   ASTNode* const five = tree.literal(at("5", 0), BasicDataType::SInt, "SINT", false);
   EXPECT_TRUE(AstNodeHelper::isConstant(five) && AstNodeHelper::isConstant(five->leaf(0)));
   EXPECT_FALSE(AstNodeHelper::isConstant(word) || AstNodeHelper::isConstant(nullptr));
-  ASTNode* const address = tree.expression(at("%MX1.9", 0), Expression::Variable);
+  for (const char* const text :
+       {"", ".3", "w.", "w.x", "w.3x", "w.-1", "w.256", "w.3.1", "3", "a b"}) {
+    EXPECT_EQ(tree.place(at(text, 0)), nullptr) << text;
+  }
+  Expression* const address = tree.place(at("%MX1.9", 0));
+  EXPECT_EQ(address->op(), Expression::Variable);
   EXPECT_TRUE(AstNodeHelper::isDirectAddressAst(&host, address));
   EXPECT_FALSE(AstNodeHelper::checkDirectAddressAst(&host, address, "Main", messages));
   EXPECT_TRUE(AstNodeHelper::stringCanConvertToBool("bool#1"));
