@@ -1,11 +1,10 @@
 // A line of input: `x : INT`, `{bitparam} p : WORD`, `y := LIMIT(0, x, 100)`, `ZSET(%QB0, %QB7)`.
-// Operands are literals, names, addresses and calls; `//` begins a comment.
+// Operands are literals, names, bits (`x.3`), addresses and calls; `//` begins a comment.
 #pragma once
 
 #include <algorithm>
-#include <cctype>
-#include <utility>
 
+#include "host/symbol.h"
 #include "hostkit/messages.h"
 #include "hostkit/tree.h"
 
@@ -22,9 +21,10 @@ class Line {
     take();
     if (std::count(source.begin(), source.end(), '(') > kMostCalls) fail(next_, "too many calls");
     if (next_.empty()) return;
-    isBitParameter = take("{bitparam}");
+    if (take("{bitparam}")) kind = vel::SymbolVar::kBitParameter;
     const std::string_view first = take();
-    if (next_ == ":" ? !isName(first) : isBitParameter) fail(first, "a declaration is expected");
+    if (next_ == ":" ? !hostkit::isName(first) : kind != vel::SymbolVar::kInput)
+      fail(first, "a declaration is expected");
     if (next_ == ":" || next_ == ":=") subject = place(first);
     type = take(":") ? take() : std::string_view();
     if (type.empty()) call = invocation(take(":=") ? take() : first);
@@ -34,18 +34,19 @@ class Line {
 
   Expression* subject = nullptr;  // declared, or assigned to; null when neither
   Invocation* call = nullptr;     // null in a declaration
-  std::string_view type;          // of a declaration
-  bool isBitParameter = false;
+  std::string_view type;          // in a declaration
+  std::int32_t kind = vel::SymbolVar::kInput;
 
  private:
   Invocation* invocation(std::string_view name) {
-    if (!isName(name) || !take("(")) fail(name, "a call is expected");
+    vel::ASTText* const word = tree_.word(from(name));
+    if (!hostkit::isName(name) || !take("(")) fail(name, "a call is expected");
     const std::string_view first = source_.substr(end_);
     hostkit::Tree::Leaves operands;
     while (next_ != ")" && (operands.empty() || take(","))) operands.push_back(operand());
     const hostkit::Tree::Span list = from(first);
     if (!take(")")) fail(next_, "',' or ')' is expected");
-    return tree_.invocation(from(name), tree_.word({name, where(name)}), list, std::move(operands));
+    return tree_.invocation(from(name), word, list, std::move(operands));
   }
 
   Expression* operand() {
@@ -58,20 +59,13 @@ class Line {
     return literal != nullptr ? literal : place(first);
   }
 
-  // Whatever it names.
   Expression* place(std::string_view name) {
-    if (name.substr(0, 1) != "%" && !isName(name)) fail(name, "an operand is expected");
-    return tree_.expression({name, where(name)}, Expression::Variable);
+    Expression* const made = tree_.place({name, where(name)});
+    if (made == nullptr) fail(name, "an operand is expected");
+    return made;
   }
 
-  static bool isName(std::string_view text) {
-    const auto isPart = [](unsigned char c) { return c == '_' || std::isalnum(c) != 0; };
-    return !text.empty() && std::isdigit(static_cast<unsigned char>(text[0])) == 0 &&
-           std::all_of(text.begin(), text.end(), isPart);
-  }
-
-  // Of the word that `text` begins with. Separators belong to a literal in quotation marks, and
-  // colons to one such as TOD#12:00:00.
+  // Of the first word. Literals hold separators in quotation marks, and colons behind a `#`.
   static std::size_t wordLength(std::string_view text) {
     if (text.substr(0, 2) == "//") return 0;
     if (text.substr(0, 2) == ":=") return 2;
