@@ -134,7 +134,7 @@ class Host : public hostkit::Answers {
         known ? hostkit::checkCall(services, call, unit_->name(), messages) : std::nullopt;
     if (!type) return false;
     results_[&call] = *type;
-    hostkit::declareEdgeState(symbols_, unit_->name(), call);
+    hostkit::declareEdgeState(symbols_, memory_, unit_->name(), call);
     return true;
   }
 
