@@ -48,7 +48,8 @@ class VEL_HOST_API GenClanAPI {
   virtual void reserved24() {}
   virtual void reserved25() {}
   // Slot 26: the C text of an expression, never null. The plugin puts it in parentheses,
-  // except in the calls of MUX, ROL and ROR, of direct I/O, and of the bits of parameters.
+  // except in the calls of MUX, ROL, ROR, MEP, MEF and ADR, of direct I/O, and of the bits of
+  // parameters.
   virtual std::string expressionText(ASTNode* expression) = 0;
   // Slot 27: told of a literal of MUX: `text`, the call as far as it is written, ends in
   // it, and `type` is its type. The result is discarded.

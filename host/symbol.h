@@ -1,5 +1,6 @@
 // Symbols: what the names of a program stand for. All symbols belong to the host,
-// except a SymbolPOU that the plugin has made and the host has not yet taken.
+// except a SymbolPOU that the plugin has made and the host has not yet taken. The plugin
+// calls no operation that is said to be the host's own.
 #pragma once
 
 #include <cstdint>
@@ -34,7 +35,7 @@ class VEL_HOST_API Symbol {
   Symbol(const Symbol&) = delete;
   Symbol& operator=(const Symbol&) = delete;
 
-  // As declared.
+  // As declared. The host's own.
   const std::string& name() const;
   Type symbolType() const;
 
@@ -85,6 +86,7 @@ class VEL_HOST_API SymbolMemUnit : public Symbol {
  public:
   ~SymbolMemUnit() override;
 
+  // Sizes in bytes, and the alignment: the host's own.
   int memByteSize() const;
   // Returns the size that was set before.
   int setMemByteSize(int bytes);
@@ -148,6 +150,7 @@ class VEL_HOST_API SymbolPOU : public VarContainer {
   SymbolPOU(InternalInterface* ii, const std::string& name, POUType type, SymbolVar* returnVar);
   ~SymbolPOU() override;
 
+  // The host's own.
   virtual bool resetLayout(int generation);
   virtual void setCompiled(int state);
   virtual Symbol* visitChild(const std::string& name, int* cursor);
@@ -156,7 +159,7 @@ class VEL_HOST_API SymbolPOU : public VarContainer {
   POUType type() const;
   // The data type of a function block; null for every other unit.
   SymbolFBType* fbType() const;
-  // As given to the constructor.
+  // As given to the constructor; the host's own.
   SymbolVar* returnVariable() const;
   InternalInterface* services() const;
 

@@ -175,6 +175,17 @@ void addressesHaveTheirTypes(HostUnderTest& host) {
          "address would give a wrong size.";
 }
 
+void bitsOfMemoryAreBool(HostUnderTest& host) {
+  if (!use(host, 0)) GTEST_SKIP() << "the host has no IEC notation";
+  Call call(host, "IRDBIT(%IX0.1, b)");
+  if (!call.isUsable()) GTEST_SKIP() << Call::why();
+  EXPECT_EQ(number(call.typeOf(0).type), number(BasicDataType::Bool))
+      << "AstNodeHelper::dataType (host/ast_node_helper.h) owes BOOL (9) for a bit of device "
+         "memory: "
+         "24 is the answer of iecAddressType only. SEL, MUX, MEP, IRDBIT and IWRBIT would refuse "
+         "it.";
+}
+
 void namesOfDevicesHaveTheirParts(HostUnderTest& host) {
   vel::DeviceMemory* const memory = host.services().deviceMemory();
   constexpr const char* kOwed =
@@ -203,6 +214,7 @@ Duties addressDuties() {
           {"PositionsOrderAddresses", positionsOrderAddresses},
           {"PlacesFollowEachOther", placesFollowEachOther},
           {"AddressesHaveTheirTypes", addressesHaveTheirTypes},
+          {"BitsOfMemoryAreBool", bitsOfMemoryAreBool},
           {"NamesOfDevicesHaveTheirParts", namesOfDevicesHaveTheirParts}};
 }
 

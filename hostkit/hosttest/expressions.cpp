@@ -195,6 +195,11 @@ void edgeStatesHaveAPlace(HostUnderTest& host) {
     if (outer == nullptr || inner == nullptr || declaration == nullptr) {
       GTEST_SKIP() << "see EdgeStatesAreFoundByTheirDigest and UnitsAreFoundFromTheirCalls";
     }
+    EXPECT_TRUE(outer->dataType() != nullptr &&
+                outer->dataType()->dataType() == vel::BasicDataType::Bool)
+        << "SymbolVar::dataType (host/symbol.h) owes BOOL for the state of an edge detection, "
+           "which "
+           "the C of MEP and MEF takes for one byte.";
     if (declaration->kind == 1) {
       EXPECT_NE(outer->backendAddress().address, inner->backendAddress().address)
           << "SymbolMemUnit::backendAddress (host/symbol.h) owes a byte of device memory for the "

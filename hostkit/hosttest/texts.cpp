@@ -115,16 +115,6 @@ void lettersBecomeUpperCase(HostUnderTest& /*host*/) {
          "Operators would not know their own name in lower case.";
 }
 
-void textsAreSplit(HostUnderTest& /*host*/) {
-  using Parts = std::vector<std::string>;
-  constexpr const char* kOwed =
-      "stringSplit (host/text.h) owes the parts between the separators, empty ones too, and the "
-      "whole of a text without any. Conversions read their types from their name by it.";
-  EXPECT_EQ(stringSplit("LREAL_TO_INT", "_"), (Parts{"LREAL", "TO", "INT"})) << kOwed;
-  EXPECT_EQ(stringSplit("_A__B", "_"), (Parts{"", "A", "", "B"})) << kOwed;
-  EXPECT_EQ(stringSplit("MOVE", "_"), (Parts{"MOVE"})) << kOwed;
-}
-
 void digestsNameTheirCall(HostUnderTest& /*host*/) {
   constexpr const char* kOwed =
       "AstNodeHelper::opExpTextToMd5HexText (host/ast_node_helper.h) owes 32 hexadecimal digits, "
@@ -147,7 +137,6 @@ Duties textDuties() {
           {"TranslationsHoldUntilTheMessageIsMade", translationsHoldUntilTheMessageIsMade},
           {"TextsStayWhileAnOperatorWorks", textsStayWhileAnOperatorWorks},
           {"LettersBecomeUpperCase", lettersBecomeUpperCase},
-          {"TextsAreSplit", textsAreSplit},
           {"DigestsNameTheirCall", digestsNameTheirCall}};
 }
 

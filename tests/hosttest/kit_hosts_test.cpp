@@ -131,6 +131,15 @@ struct WritesBeforeItParses : ExampleHost {
   }
 };
 
+struct TypesBitsByTheirAddress : ExampleHost {
+  DataTypeInfo typeOf(vel::ASTNode& node, const std::string& unit, Messages& told) override {
+    const bool isAddress = AstNodeHelper::astText(&node).rfind('%', 0) == 0;
+    const DataTypeInfo type = ExampleHost::typeOf(node, unit, told);
+    const bool isBit = isAddress && type.type == vel::BasicDataType::Bool;
+    return isBit ? DataTypeInfo{vel::BasicDataType::BitAddress, "BOOL"} : type;
+  }
+};
+
 struct GeneratesForAnother : ExampleHost {
   vel::Generator& generator() override {
     another_.operators = Host::services.operators;
@@ -174,6 +183,7 @@ std::vector<Row> rows() {
       {"ChangesOfSignConvert", "AstNodeHelper::compareDataType", make<RatesChangesOfSignAsFitting>},
       {"TranslationsKeepPlaceholders", "InternalInterface::translate", make<TranslatesWithoutPlaceholders>},
       {"FailedParsesLeaveTheAddress", "DeviceMemory::string2IecAddress", make<WritesBeforeItParses>},
+      {"BitsOfMemoryAreBool", "AstNodeHelper::dataType", make<TypesBitsByTheirAddress>},
       {"GeneratorHoldsTheServices", "Generator::ii", make<GeneratesForAnother>},
       {"EverythingHasACText", "GenClanAPI::typeText", make<KnowsNoCOfTimes>},
       {"EveryOperatorGivesC", "SETBITOFPARAM(bits, i, b) has no tree", make<HasNoTreeOfSetBit>},
