@@ -9,7 +9,6 @@
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/store.h"
 #include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
@@ -43,6 +42,11 @@ struct Session::Impl {
 
 namespace {
 
+void setPlace(ProgramVariable& variable, const Place& place) {
+  variable.reference = place.load();
+  if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.number;
+}
+
 void appendVariables(const UnitSymbol& unit, const std::string& program,
                      std::vector<ProgramVariable>& result) {
   for (const auto& variable : unit.variables()) {
@@ -57,7 +61,7 @@ void appendVariables(const UnitSymbol& unit, const std::string& program,
     entry.shape = shapeOf(type);
     entry.type = valueType(type);
     entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
-    entry.reference = CGenerator::globalReference(*variable);
+    setPlace(entry, CGenerator::globalPlace(*variable));
     entry.settable = entry.shape != nullptr && !variable->constant;
     result.push_back(std::move(entry));
   }
@@ -162,8 +166,7 @@ bool Session::addressVariable(const std::string& address, ProgramVariable& varia
   variable.typeName = name;
   variable.type = type.type;
   variable.byteSize = type.size;
-  variable.reference =
-      CGenerator::addressText(parsed, impl_->services.memory.raw(parsed), type.cType);
+  setPlace(variable, Place::ofAddress(parsed, impl_->services.memory.raw(parsed), type.cType));
   variable.settable = true;
   variable.shape = shapeOf(impl_->services.symbols.dataType(name));
   return true;
@@ -205,9 +208,9 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
   std::string literal;
   appendLiteral(value, BasicDataType::None, literal);
   const int unit = variable.type == BasicDataType::WString ? 2 : 1;
-  statement =
-      storeText(variable.type, variable.byteSize / unit, variable.reference, literal, value.type) +
-      ";";
+  const Place place = variable.memoryBit ? Place{Place::Kind::MemoryBit, {}, *variable.memoryBit}
+                                         : Place{Place::Kind::Object, variable.reference};
+  statement = storeText(variable.type, variable.byteSize / unit, place, literal, value.type) + ";";
   return true;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,9 @@ struct ProgramVariable {
   std::string name;      // as declared
   std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
   vel::BasicDataType type = vel::BasicDataType::None;
-  int byteSize = 0;       // of its value in the generated program
-  std::string reference;  // C expression of its value
+  int byteSize = 0;                        // of its value in the generated program
+  std::string reference;                   // C expression of its value
+  std::optional<std::uint32_t> memoryBit;  // of a bit of device memory: its number
   bool settable = false;  // is not a constant, and a part of it can be set if not all
   std::shared_ptr<const ValueShape> shape;  // null when it has no value to show
 };

@@ -11,6 +11,7 @@
 #include "host/generator.h"
 #include "host/message.h"
 #include "refhost/emit/names.h"
+#include "refhost/emit/place.h"
 #include "refhost/messages.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/bindings.h"
@@ -30,11 +31,7 @@ class CGenerator final : public vel::Generator {
   static std::string initName(const UnitSymbol& unit);
   static std::string scanName(const UnitSymbol& unit);
   // A variable of a PROGRAM as code behind the generated file sees it.
-  static std::string globalReference(const VarSymbol& variable);
-
-  // A place in device memory, as an expression.
-  static std::string addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
-                                 const char* cType);
+  static Place globalPlace(const VarSymbol& variable);
 
   const char* optionText(const char* name) override;
   std::string typeText(vel::SymbolDataType* type) override;
@@ -89,18 +86,17 @@ class CGenerator final : public vel::Generator {
   bool hasDefault(const Type* type);
   bool startsOtherThanZero(const VarSymbol& variable);
   // Statements that give a variable at `place` its initial value.
-  void initialise(const std::string& place, const VarSymbol& variable);
+  void initialise(const Place& place, const VarSymbol& variable);
   // The initial value of an array or structure that a call leaves out, as an expression.
   std::string initialText(const VarSymbol& input);
-  void setDefault(const std::string& place, const Type* type);
-  void setInitial(const std::string& place, const Type* type, const Expr& value);
-  void setElements(const std::string& place, const ArrayType& array, const Expr& list, int first,
+  void setDefault(const Place& place, const Type* type);
+  void setInitial(const Place& place, const Type* type, const Expr& value);
+  void setElements(const Place& place, const ArrayType& array, const Expr& list, int first,
                    std::int64_t& next);
-  void setRepeated(const std::string& place, const ArrayType& array, const Expr& repeat,
+  void setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
                    std::int64_t& next);
   template <typename Set>
-  void forElements(const std::string& place, const std::string& from, const std::string& end,
-                   Set set);
+  void forElements(const Place& place, const std::string& from, const std::string& end, Set set);
   std::string structureInits();
 
   // statements.cpp
@@ -117,7 +113,7 @@ class CGenerator final : public vel::Generator {
   void block(const std::string& head, const ASTNode* list);
   // The statement that gives `target` the value `value` of type `from`.
   std::string store(const Expr& target, const std::string& value, BasicDataType from);
-  std::string storeAs(const Type* type, const std::string& place, const std::string& value,
+  std::string storeAs(const Type* type, const Place& place, const std::string& value,
                       BasicDataType from);
 
   // expressions.cpp
@@ -132,12 +128,12 @@ class CGenerator final : public vel::Generator {
   void operation(const Expr& expr, std::string& out);
   void numbers(const Expr& expr, BasicDataType type, std::string& out);
   void times(const Expr& expr, const Meeting& meeting, std::string& out);
-  void place(const Expr& expr, std::string& out);
-  void appendOwner(const Expr& owner, std::string& out);
-  void elementPlace(const Expr& expr, std::string& out);
+  Place placeOf(const Expr& expr);
+  Place placeOf(const VarSymbol& variable);
+  Place namedPlace(const Expr& expr);
+  Place elementPlace(const Expr& expr);
   std::string indexText(const Expr& expr, const ArrayType& array);
   void pointers(const Expr& expr, const Meeting& meeting, std::string& out);
-  std::string reference(const VarSymbol& variable);
 
   // calls.cpp
   void callStatement(const Call& call);
@@ -158,7 +154,7 @@ class CGenerator final : public vel::Generator {
   std::string pointerTo(const Expr& value, const Type* type);
   // What a parameter of type `type` is given.
   std::string argumentText(const Expr& value, const Type* type);
-  std::string calledInstance(const Call& call);
+  Place calledInstance(const Call& call);
   std::string temporary(const Type* type);
 
   // enabling.cpp
@@ -208,6 +204,7 @@ class CGenerator final : public vel::Generator {
   bool usesSelf_ = false;
   bool returns_ = false;  // by a RETURN before the end
   std::unordered_set<const VarSymbol*> used_;
+  std::unordered_set<const vel::Symbol*> companions_;  // parameters whose bits are asked for
   std::unordered_set<const VarSymbol*> initialised_;
 };
 

@@ -4,7 +4,6 @@
 #include "core/operator.h"
 #include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/store.h"
 #include "refhost/operator_calls.h"
 
 namespace refhost {
@@ -36,6 +35,13 @@ bool meetsElsewhere(const Call& call) {
     if (row != nullptr && row->type != result && isNumber(row->type) && row->size >= 4) return true;
   }
   return false;
+}
+
+// By a subscript or a pointer, which costs time.
+bool isLookedFor(const vel::ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return false;
+  const Expr::Access access = static_cast<const Expr&>(node).access;
+  return access == Expr::Access::Element || access == Expr::Access::Dereference;
 }
 
 }  // namespace
@@ -78,6 +84,9 @@ std::string CGenerator::operatorText(const Call& call) {
     staticTexts_.push_back(enter([&] { return call.op->staticCode(this); }));
   }
   services_.calls.currentLocation = call.pos();
+  if (call.traits->family == OperatorFamily::BitOfParameter) {
+    companions_.insert(static_cast<const Expr&>(*call.leaf(1)->leaf(0)).symbol);
+  }
   const auto generate = [&] {
     return enter([&] { return call.op->generate(this, const_cast<Call*>(&call)); });
   };
@@ -100,30 +109,16 @@ std::string CGenerator::temporary(const Type* type) {
 }
 
 std::string CGenerator::pointerTo(const Expr& value, const Type* type) {
-  constexpr std::string_view kMemory = "VEL_MEM(";
-  std::string text;
-  place(value, text);
-  if (type != nullptr && isText(type->dataType())) return text;
-  // `(*p)` is what `p` points to.
-  if (text.compare(0, 2, "(*") == 0 && text.find(')') == text.size() - 1) {
-    return text.substr(2, text.size() - 3);
-  }
-  if (text.compare(0, kMemory.size(), kMemory) == 0) {
-    // Every unit lies at a multiple of its size.
-    return fmt::format("({}*)(void*)&{}", typeText(const_cast<Type*>(type)), text);
-  }
-  return "&" + text;
+  const Place place = placeOf(value);
+  const bool text = type != nullptr && isText(type->dataType());
+  return text ? place.load() : place.address(typeText(const_cast<Type*>(type)) + "*");
 }
 
 std::string CGenerator::companionOf(const Expr* value) {
   const bool variable =
       value != nullptr && value->dataType != nullptr &&
       (value->op() == Expression::Variable || value->access == Expr::Access::Member);
-  std::string none = "(vel_bit_param){0}";
-  if (!variable) return none;
-  std::string text;
-  place(*value, text);
-  if (text.compare(0, 5, "gbit(") == 0) return none;
+  if (!variable || placeOf(*value).isBit()) return "(vel_bit_param){0}";
   return fmt::format("(vel_bit_param){{{}, {}}}", pointerTo(*value, value->dataType),
                      bitCount(*value->dataType));
 }
@@ -225,33 +220,29 @@ void CGenerator::callStatement(const Call& call) {
   });
 }
 
-// A pointer to the instance; one that is not simply named is looked for once.
-std::string CGenerator::calledInstance(const Call& call) {
+// The instance; one that is looked for by a subscript or a pointer is looked for once.
+Place CGenerator::calledInstance(const Call& call) {
   const auto& callee = static_cast<const Expr&>(*call.leaf(0));
-  std::string text;
-  place(callee, text);
-  if (text.find_first_of("[(") == std::string::npos || callee.op() == Expression::Variable) {
-    return pointerTo(callee, callee.dataType);
-  }
+  Place instance = placeOf(callee);
+  if (!anyNode(callee, isLookedFor)) return instance;
   const std::string pointer = fmt::format("vel_t{}", ++temporaries_);
   declarations_ += fmt::format("  {}* {};\n", typeText(callee.dataType), pointer);
   line(fmt::format("{} = {};", pointer, pointerTo(callee, callee.dataType)));
-  return pointer;
+  return {Place::Kind::Pointed, pointer};
 }
 
 void CGenerator::instanceCall(const Call& call) {
   const auto& callee = static_cast<const Expr&>(*call.leaf(0));
   const UnitSymbol& block = *static_cast<const InstanceType*>(callee.dataType)->unit;
   recordCall(call, block);
-  const std::string instance = calledInstance(call);
-  const std::string members = instance[0] == '&' ? instance.substr(1) + "." : instance + "->";
+  const Place instance = calledInstance(call);
   const std::vector<Binding> bindings = bindArguments(call, block);
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role == Role::Output) continue;
-    const std::string member = members + parameter.cName;
+    const Place member = instance.member(parameter.cName);
     if (parameter.role == Role::InOut) {
-      line(fmt::format("{} = {};", member, pointerTo(*binding.value, parameter.dataType())));
+      line(member.store(pointerTo(*binding.value, parameter.dataType())) + ";");
       continue;
     }
     std::string value;
@@ -260,14 +251,14 @@ void CGenerator::instanceCall(const Call& call) {
   }
   for (const auto& parameter : block.variables()) {
     if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;
-    line(fmt::format("{}{} = {};", members, companion(*parameter),
-                     companionOf(valueOf(bindings, parameter.get()))));
+    const Place member = instance.member(companion(*parameter));
+    line(member.store(companionOf(valueOf(bindings, parameter.get()))) + ";");
   }
-  line(fmt::format("{}({});", block.cBody, instance));
+  line(fmt::format("{}({});", block.cBody, instance.address({})));
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
-    line(storeOutput(binding, members + parameter.cName) + ";");
+    line(storeOutput(binding, instance.member(parameter.cName).load()) + ";");
   }
 }
 

@@ -96,7 +96,7 @@ std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, boo
     std::string value;
     append(operand, value);
     const std::string name = temporary(operand.dataType);
-    held += storeAs(operand.dataType, name, value, typeOf(operand)) + ", ";
+    held += storeAs(operand.dataType, {Place::Kind::Object, name}, value, typeOf(operand)) + ", ";
     held_[*at] = name;
   }
   const std::string text = write();

@@ -146,7 +146,7 @@ void CGenerator::append(const Expr& expr, std::string& out) {
       break;
     case Expression::Variable:
     case Expression::Typed:
-      place(expr, out);
+      out += placeOf(expr).load();
       break;
     case op::kWrapper: {
       const auto& call = static_cast<const Call&>(*expr.leaf(0));

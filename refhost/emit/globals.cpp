@@ -30,7 +30,7 @@ void CGenerator::appendGlobals(std::string& out) {
 void CGenerator::initialiseOnce(const VarSymbol& variable) {
   if (!startsOtherThanZero(variable) || !initialised_.insert(&variable).second) return;
   if (variable.initial != nullptr) initialiseConstants(*variable.initial, variable);
-  initialise(reference(variable), variable);
+  initialise(placeOf(variable), variable);
 }
 
 void CGenerator::initialiseConstants(const vel::ASTNode& value, const VarSymbol& of) {

@@ -33,7 +33,7 @@ bool CGenerator::startsOtherThanZero(const VarSymbol& variable) {
 
 // Later initial values are those of a part, or override earlier ones: of the type, of its
 // declaration, of the variable.
-void CGenerator::initialise(const std::string& place, const VarSymbol& variable) {
+void CGenerator::initialise(const Place& place, const VarSymbol& variable) {
   const Type* const type = variable.dataType();
   const bool whole = variable.initial != nullptr && !isComposite(type);
   if (!whole) {
@@ -48,7 +48,7 @@ std::string CGenerator::initialText(const VarSymbol& input) {
   std::string before = std::exchange(body_, {});
   ++indent_;
   line(declaration(input.dataType(), name) + " = {0};");
-  initialise(name, input);
+  initialise({Place::Kind::Object, name}, input);
   line(name + ";");
   --indent_;
   line("})");
@@ -56,26 +56,26 @@ std::string CGenerator::initialText(const VarSymbol& input) {
   return "({\n" + std::exchange(body_, std::move(before));
 }
 
-void CGenerator::setDefault(const std::string& place, const Type* type) {
+void CGenerator::setDefault(const Place& place, const Type* type) {
   if (!hasDefault(type)) return;
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
-    forElements(place, "0", std::to_string(array->count()), [&](const std::string& element) {
+    forElements(place, "0", std::to_string(array->count()), [&](const Place& element) {
       setDefault(element, array->element);
       if (array->elementInitial == nullptr) return;
       setInitial(element, array->element, *array->elementInitial);
     });
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    line(fmt::format("{}(&{});", structure->cInit, place));
+    line(fmt::format("{}({});", structure->cInit, place.address({})));
   } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    line(fmt::format("{}(&{});", instance->unit->cInit, place));
+    line(fmt::format("{}({});", instance->unit->cInit, place.address({})));
   } else {
     std::string number;
     appendInteger(implicitInitial(type), number);
-    line(fmt::format("{} = {};", place, number));
+    line(place.store(number) + ";");
   }
 }
 
-void CGenerator::setInitial(const std::string& place, const Type* type, const Expr& value) {
+void CGenerator::setInitial(const Place& place, const Type* type, const Expr& value) {
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
     std::int64_t next = 0;
     if (value.op() == op::kArrayValue) {
@@ -91,7 +91,7 @@ void CGenerator::setInitial(const std::string& place, const Type* type, const Ex
     for (int i = 0; i < value.leavesCount(); ++i) {
       const ASTNode& field = *value.leaf(i);
       const VarSymbol& member = *memberOf(type, static_cast<const Text&>(*field.leaf(0)).text());
-      setInitial(place + "." + member.cName, member.dataType(),
+      setInitial(place.member(member.cName), member.dataType(),
                  static_cast<const Expr&>(*field.leaf(1)));
     }
     return;
@@ -107,7 +107,7 @@ void CGenerator::setInitial(const std::string& place, const Type* type, const Ex
 }
 
 // The items of `list` from leaf `first` on go to the elements from `next` on.
-void CGenerator::setElements(const std::string& place, const ArrayType& array, const Expr& list,
+void CGenerator::setElements(const Place& place, const ArrayType& array, const Expr& list,
                              int first, std::int64_t& next) {
   for (int i = first; i < list.leavesCount(); ++i) {
     const auto& item = static_cast<const Expr&>(*list.leaf(i));
@@ -116,13 +116,13 @@ void CGenerator::setElements(const std::string& place, const ArrayType& array, c
     } else if (isRow(array, item)) {
       setElements(place, array, item, 0, next);
     } else {
-      setInitial(fmt::format("{}.a[{}]", place, next++), array.element, item);
+      setInitial(place.member(fmt::format("a[{}]", next++)), array.element, item);
     }
   }
 }
 
 // One value many times is set in a loop, several values are set one by one.
-void CGenerator::setRepeated(const std::string& place, const ArrayType& array, const Expr& repeat,
+void CGenerator::setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
                              std::int64_t& next) {
   const std::int64_t times = constantInteger(*repeat.leaf(0)).value_or(0);
   const auto* const only =
@@ -134,7 +134,7 @@ void CGenerator::setRepeated(const std::string& place, const ArrayType& array, c
     next += times;
     if (constantInteger(*only) == 0 && !hasDefault(&array)) return;
     forElements(place, from, std::to_string(next),
-                [&](const std::string& element) { setInitial(element, array.element, *only); });
+                [&](const Place& element) { setInitial(element, array.element, *only); });
   } else {
     for (std::int64_t i = 0; i < times; ++i) setElements(place, array, repeat, 1, next);
   }
@@ -142,12 +142,12 @@ void CGenerator::setRepeated(const std::string& place, const ArrayType& array, c
 
 // `from` and `end` are C texts.
 template <typename Set>
-void CGenerator::forElements(const std::string& place, const std::string& from,
-                             const std::string& end, Set set) {
+void CGenerator::forElements(const Place& place, const std::string& from, const std::string& end,
+                             Set set) {
   const std::string index = fmt::format("vel_i{}", indent_);
   line(fmt::format("for (size_t {0} = {1}; {0} < {2}; ++{0}) {{", index, from, end));
   ++indent_;
-  set(fmt::format("{}.a[{}]", place, index));
+  set(place.member(fmt::format("a[{}]", index)));
   --indent_;
   line("}");
 }
@@ -161,7 +161,7 @@ std::string CGenerator::structureInits() {
     body_.clear();
     indent_ = 1;
     for (const auto& member : structure->members()) {
-      initialise("self->" + member->cName, *member);
+      initialise({Place::Kind::Object, "self->" + member->cName}, *member);
     }
     out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", structure->cInit,
                        structure->cName, body_);

@@ -10,78 +10,65 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-// What an assignment can name: a variable, a member, a bit or an address.
-void CGenerator::place(const Expr& expr, std::string& out) {
+// A variable, a member, an element, a bit, an address, or the value of a name.
+Place CGenerator::placeOf(const Expr& expr) {
+  using Kind = Place::Kind;
   const bool isTyped = expr.symbol != nullptr && expr.symbol->symbolType() == vel::Symbol::Typed;
   if (const auto* const named = isTyped ? dynamic_cast<const NamedValue*>(expr.symbol) : nullptr) {
-    if (valueType(expr.dataType) == BasicDataType::Pointer) {
-      out += "NULL";
-    } else {
-      appendInteger(named->value, out);
+    Place value{Kind::Object, "NULL"};
+    if (valueType(expr.dataType) != BasicDataType::Pointer) {
+      value.text.clear();
+      appendInteger(named->value, value.text);
     }
-    return;
+    return value;
   }
-  if (expr.op() == Expression::Variable) {
-    if (const auto* const variable = asVariable(expr.symbol)) {
-      // A default that names a constant of the function that is called.
-      if (variable->constant && variable->initial != nullptr && variable->owner != unit_ &&
-          variable->owner->type() == vel::POUType::Function) {
-        operand(*variable->initial, out);
-        return;
-      }
-      out += reference(*variable);
-      return;
+  const auto base = [&expr] { return static_cast<const Expr*>(expr.leaf(0)); };
+  switch (expr.access) {
+    case Expr::Access::None:
+      return namedPlace(expr);
+    case Expr::Access::Bit:
+      return {Kind::Bit, placeOf(*base()).load(),
+              static_cast<std::uint32_t>(expr.bitAccessOffset())};
+    case Expr::Access::Element:
+      return elementPlace(expr);
+    case Expr::Access::Dereference: {
+      // A text is its first character's address.
+      const bool text = isText(typeOf(expr));
+      return {text ? Kind::Object : Kind::Pointed, placeOf(*base()).load()};
     }
+    case Expr::Access::Member:
+    case Expr::Access::Part:
+      break;
+  }
+  const auto* const member = asVariable(expr.symbol);
+  return member != nullptr ? placeOf(*base()).member(member->cName) : Place();
+}
+
+Place CGenerator::namedPlace(const Expr& expr) {
+  const auto* const variable = asVariable(expr.symbol);
+  if (variable == nullptr) {
     vel::HeapAddress address;
     services_.memory.parse(TreeBuilder::source(expr), address);
-    out += addressText(address, services_.memory.raw(address), cType(typeOf(expr)));
-    return;
+    return Place::ofAddress(address, services_.memory.raw(address), cType(typeOf(expr)));
   }
-  if (expr.access == Expr::Access::Bit) {
-    out += "vgbit((";
-    place(static_cast<const Expr&>(*expr.leaf(0)), out);
-    out += fmt::format(", {}))", expr.bitAccessOffset());
-    return;
+  // A default that names a constant of the function that is called.
+  if (variable->constant && variable->initial != nullptr && variable->owner != unit_ &&
+      variable->owner->type() == vel::POUType::Function) {
+    Place value;
+    operand(*variable->initial, value.text);
+    return value;
   }
-  if (expr.access == Expr::Access::Element) {
-    elementPlace(expr, out);
-    return;
-  }
-  const auto& base = static_cast<const Expr&>(*expr.leaf(0));
-  if (expr.access == Expr::Access::Dereference) {
-    // A text is its first character's address.
-    const bool text = isText(typeOf(expr));
-    if (!text) out += "(*";
-    place(base, out);
-    if (!text) out += ')';
-    return;
-  }
-  if (const auto* const member = asVariable(expr.symbol)) {
-    appendOwner(base, out);
-    out += member->cName;
-  }
+  return placeOf(*variable);
 }
 
-// What has members, up to their names.
-void CGenerator::appendOwner(const Expr& owner, std::string& out) {
-  const bool pointed = owner.access == Expr::Access::Dereference;
-  place(pointed ? static_cast<const Expr&>(*owner.leaf(0)) : owner, out);
-  out += pointed ? "->" : ".";
-}
-
-void CGenerator::elementPlace(const Expr& expr, std::string& out) {
+Place CGenerator::elementPlace(const Expr& expr) {
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
-  if (array == nullptr) {  // a pointer to the first
-    const bool text = isText(typeOf(expr));
-    if (text) out += fmt::format("(({})", textPointer(*expr.dataType));
-    place(base, out);
-    if (text) out += ')';
-    out += '[' + expressionText(expr.leaf(1)) + ']';
-    return;
-  }
-  appendOwner(base, out);
-  out += "a[" + indexText(expr, *array) + ']';
+  if (array != nullptr) return placeOf(base).member("a[" + indexText(expr, *array) + "]");
+  // A pointer to the first.
+  std::string text = placeOf(base).load();
+  if (isText(typeOf(expr))) text = fmt::format("(({}){})", textPointer(*expr.dataType), text);
+  return {Place::Kind::Object, fmt::format("{}[{}]", text, expressionText(expr.leaf(1)))};
 }
 
 // The elements of all dimensions lie one after the other, those of the last one together.
@@ -109,16 +96,15 @@ std::string CGenerator::indexText(const Expr& expr, const ArrayType& array) {
   return known == 0 ? text : fmt::format("{} + {}", text, known);
 }
 
-std::string CGenerator::addressText(const vel::HeapAddress& address, vel::HeapRawAddr raw,
-                                    const char* cType) {
-  if (address.isBitMode()) return fmt::format("gbit({})", raw.address);
-  return fmt::format("VEL_MEM({}, {})", cType, raw.address);
-}
-
-std::string CGenerator::reference(const VarSymbol& variable) {
+Place CGenerator::placeOf(const VarSymbol& variable) {
+  using Kind = Place::Kind;
   const vel::HeapAddress address = variable.iecAddress();
   if (address.area != 0) {
-    return addressText(address, variable.backendAddress(), cType(valueType(variable.dataType())));
+    return Place::ofAddress(address, variable.backendAddress(),
+                            cType(valueType(variable.dataType())));
+  }
+  if (variable.owner == services_.symbols.globals()) {
+    return {Kind::Object, variable.owner->cData + "." + variable.cName};
   }
   const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
   const bool indirect =
@@ -126,9 +112,6 @@ std::string CGenerator::reference(const VarSymbol& variable) {
                                                  variable.owner->type() == vel::POUType::Function));
   const bool member =
       variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
-  if (variable.owner == services_.symbols.globals()) {
-    return variable.owner->cData + "." + variable.cName;
-  }
   std::string name;
   if (member) {
     usesSelf_ = true;
@@ -137,7 +120,7 @@ std::string CGenerator::reference(const VarSymbol& variable) {
     used_.insert(&variable);
   }
   name += variable.cName;
-  return indirect ? "(*" + name + ")" : std::move(name);
+  return {indirect ? Kind::Pointed : Kind::Object, std::move(name)};
 }
 
 std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {
@@ -148,7 +131,7 @@ std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::s
       symbol.role == Role::InOut || symbol.role == Role::Result ||
       (symbol.role == Role::Output && symbol.owner->type() == vel::POUType::Function);
   const bool pointed = pointer && isText(valueType(symbol.dataType()));
-  return pointed ? "*" + reference(symbol) : reference(symbol);
+  return (pointed ? "*" : "") + placeOf(symbol).load();
 }
 
 }  // namespace refhost

@@ -70,7 +70,7 @@ std::string CGenerator::runtimeText(const Call& call, const Expr* target) {
   if (makesText(function)) {
     int length = stringLength(*call.dataType);
     if (target != nullptr) {
-      place(*target, text);
+      text += placeOf(*target).load();
       length = std::min(length, stringLength(*target->dataType));
     } else {
       text += temporary(call.dataType);

@@ -4,7 +4,6 @@
 
 #include "hostkit/literal_text.h"
 #include "refhost/emit/c_generator.h"
-#include "refhost/emit/store.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {
@@ -135,25 +134,18 @@ void CGenerator::assignment(const ASTNode& node) {
 }
 
 std::string CGenerator::store(const Expr& target, const std::string& value, BasicDataType from) {
-  std::string text;
-  place(target, text);
-  if (target.access == Expr::Access::Bit) {
-    // vgbit((variable, bit)) is written as vsbit(variable, bit, value).
-    const std::string_view inner = std::string_view(text).substr(7, text.size() - 9);
-    return fmt::format("vsbit({}, {})", inner, value);
-  }
-  return storeAs(target.dataType, text, value, from);
+  return storeAs(target.dataType, placeOf(target), value, from);
 }
 
-std::string CGenerator::storeAs(const Type* type, const std::string& place,
-                                const std::string& value, BasicDataType from) {
-  if (type == nullptr) return place + " = " + value;
+std::string CGenerator::storeAs(const Type* type, const Place& place, const std::string& value,
+                                BasicDataType from) {
+  if (type == nullptr) return place.store(value);
   const BasicDataType to = valueType(type);
   if (to == BasicDataType::Pointer) {
     const std::string cast = fmt::format("({})", typeText(const_cast<Type*>(type)));
-    if (value.compare(0, cast.size(), cast) == 0) return fmt::format("{} = {}", place, value);
+    if (value.compare(0, cast.size(), cast) == 0) return place.store(value);
     const char* const number = isInteger(from) ? "(uintptr_t)" : "";
-    return fmt::format("{} = {}{}{}", place, cast, number, enclosed(value));
+    return place.store(cast + number + enclosed(value));
   }
   const int capacity = isText(to) ? stringLength(*type) + 1 : 0;
   return storeText(to, capacity, place, value, from);
@@ -234,8 +226,7 @@ bool CGenerator::countingLoop(const ASTNode& node) {
   const auto magnitude = static_cast<std::uint64_t>(beyond < 0 ? -beyond : beyond);
   if (!integerFits(beyond < 0, magnitude, row->type)) return false;
   assignment(*node.leaf(0));
-  std::string variable;
-  place(control, variable);
+  const std::string variable = placeOf(control).load();
   std::string bound;
   appendInteger(*end, bound);
   const std::string next = fmt::format("{0} = ({1})((u64){0} {2} {3}u)", variable, row->cType,
@@ -257,8 +248,7 @@ void CGenerator::forStatement(const ASTNode& node) {
       services_.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt);
   assignment(*node.leaf(0));
 
-  std::string variable;
-  place(control, variable);
+  const std::string variable = placeOf(control).load();
   const std::string last = temporary(bound);
   line(fmt::format("{} = {};", last, expressionText(node.leaf(1))));
   std::string step = "1";

@@ -115,11 +115,13 @@ std::string CGenerator::companion(const VarSymbol& parameter) {
 std::string CGenerator::initName(const UnitSymbol& unit) { return unit.cInit; }
 std::string CGenerator::scanName(const UnitSymbol& unit) { return unit.cScan; }
 
-std::string CGenerator::globalReference(const VarSymbol& variable) {
+Place CGenerator::globalPlace(const VarSymbol& variable) {
   const vel::HeapAddress address = variable.iecAddress();
-  if (address.area == 0) return variable.owner->cData + "." + variable.cName;
-  const ElementaryType* const row = elementaryType(variable.dataType()->dataType());
-  return addressText(address, variable.backendAddress(), row != nullptr ? row->cType : "");
+  if (address.area == 0) {
+    return {Place::Kind::Object, variable.owner->cData + "." + variable.cName};
+  }
+  return Place::ofAddress(address, variable.backendAddress(),
+                          cType(variable.dataType()->dataType()));
 }
 
 // C calls operators by their names, which no variable may hide.
@@ -249,6 +251,7 @@ void CGenerator::enter(UnitSymbol& unit) {
   closing_.clear();
   initialised_.clear();
   used_.clear();
+  companions_.clear();
   indent_ = 1;
   temporaries_ = 0;
   usesSelf_ = false;
@@ -275,15 +278,13 @@ std::string CGenerator::companionsText() {
     const Type* const type = variable->dataType();
     if (!variable->isBitParameter() || type == nullptr) continue;
     const std::string name = companion(*variable);
-    if (body_.find("(&" + name + ",") == std::string::npos) {
+    if (companions_.count(variable.get()) == 0) {
       if (function && keepsCompanion(*variable)) text += fmt::format("  (void){};\n", name);
       continue;
     }
-    const bool pointer = isText(type->dataType()) || variable->role == Role::InOut;
-    std::string own = reference(*variable);
-    if (!pointer) own.insert(0, 1, '&');
-    if (own.compare(0, 2, "(*") == 0) own = own.substr(2, own.size() - 3);
-    own = fmt::format("{{{}, {}}}", own, bitCount(*type));
+    const Place place = placeOf(*variable);
+    const std::string data = isText(type->dataType()) ? place.load() : place.address("void*");
+    const std::string own = fmt::format("{{{}, {}}}", data, bitCount(*type));
     if (variable->role == Role::InOut) {
       text += fmt::format("  vel_bit_param {} = {};\n", name, own);
       continue;
@@ -334,17 +335,18 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
     const Type* const type = variable->dataType();
     const Role role = variable->role;
     if (role == Role::Input && isTextType(type)) {
-      line(storeAs(type, reference(*variable), "vel_" + variable->cName, type->dataType()) + ";");
+      line(storeAs(type, placeOf(*variable), "vel_" + variable->cName, type->dataType()) + ";");
     } else if (role == Role::Result && isTextType(type)) {
       line(variable->cName + "[0] = 0;");
     } else if (role == Role::Output) {
-      const std::string place = reference(*variable);
+      const std::string place = placeOf(*variable).load();
       const std::string zero =
           isComposite(type) ? fmt::format("({}){{0}}", declaration(type, "")) : "0";
       line(fmt::format("{}{} = {};", place, isTextType(type) ? "[0]" : "", zero));
     }
     if (role != Role::Input && role != Role::InOut && startsOtherThanZero(*variable)) {
-      initialise(role == Role::Result ? variable->cName : reference(*variable), *variable);
+      const Place result{Place::Kind::Object, variable->cName};
+      initialise(role == Role::Result ? result : placeOf(*variable), *variable);
     }
   }
   used_.clear();  // a variable that is only set is not used
@@ -381,14 +383,13 @@ void CGenerator::appendInit(UnitSymbol& unit, std::string& out) {
 
 void CGenerator::detectEdge(const VarSymbol& input) {
   const std::string given = "vel_given_" + input.cName;
-  const std::string state = reference(*input.edgeState);
+  const std::string state = placeOf(*input.edgeState).load();
   const bool rising = input.edge == Edge::Rising;
-  line(fmt::format("const u8 {} = {};", given, reference(input)));
+  line(fmt::format("const u8 {} = {};", given, placeOf(input).load()));
   const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
-  line(storeAs(input.dataType(), reference(input), edge, BasicDataType::Bool) + ";");
+  line(storeAs(input.dataType(), placeOf(input), edge, BasicDataType::Bool) + ";");
   line(fmt::format("{} = {};", state, given));
-  closing_ +=
-      "  " + storeAs(input.dataType(), reference(input), given, BasicDataType::Bool) + ";\n";
+  closing_ += "  " + storeAs(input.dataType(), placeOf(input), given, BasicDataType::Bool) + ";\n";
 }
 
 void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {

@@ -1,0 +1,82 @@
+#include "refhost/emit/place.h"
+
+#include <fmt/format.h>
+
+namespace refhost {
+
+Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw,
+                       std::string_view cType) {
+  if (address.isBitMode()) return {Kind::MemoryBit, {}, raw.address};
+  return {Kind::Memory, std::string(cType), raw.address};
+}
+
+Place Place::member(std::string_view name) const {
+  std::string path = kind == Kind::Pointed ? text + "->" : load() + ".";
+  path += name;
+  return {Kind::Object, std::move(path)};
+}
+
+std::string Place::load() const {
+  switch (kind) {
+    case Kind::Object:
+      return text;
+    case Kind::Pointed:
+      return "(*" + text + ")";
+    case Kind::Bit:
+      return fmt::format("vgbit(({}, {}))", text, number);
+    case Kind::MemoryBit:
+      return fmt::format("gbit({})", number);
+    case Kind::Memory:
+      return fmt::format("VEL_MEM({}, {})", text, number);
+  }
+  return {};
+}
+
+std::string Place::store(std::string_view value) const {
+  if (kind == Kind::Bit) return fmt::format("vsbit({}, {}, {})", text, number, value);
+  if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", number, value);
+  std::string statement = load();
+  statement.reserve(statement.size() + 3 + value.size() + 1);  // and a ';'
+  statement += " = ";
+  statement += value;
+  return statement;
+}
+
+std::string Place::address(std::string_view pointer) const {
+  if (kind == Kind::Pointed) return text;
+  // Every unit lies at a multiple of its size.
+  if (kind == Kind::Memory) return fmt::format("({})(void*)&{}", pointer, load());
+  return "&" + load();
+}
+
+std::string enclosed(const std::string& text) {
+  int depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '(') ++depth;
+    if (text[i] == ')') --depth;
+    if (depth == 0 && i + 1 < text.size()) return "(" + text + ")";
+  }
+  return text;
+}
+
+std::string storeText(BasicDataType to, int capacity, const Place& place, const std::string& value,
+                      BasicDataType from) {
+  if (place.isBit()) return place.store(value);
+  if (isText(to)) {
+    const char* const function = to == BasicDataType::String ? "vel_string_set" : "vel_wstring_set";
+    return fmt::format("{}({}, {}, {})", function, place.load(), capacity, value);
+  }
+  if (to == BasicDataType::LTime && from == BasicDataType::Time) {
+    return place.store(fmt::format("(i64)({}) * 1000000", value));
+  }
+  if (isInteger(to) && from == BasicDataType::Pointer) {
+    return place.store(fmt::format("({})(uintptr_t){}", cType(to), enclosed(value)));
+  }
+  // The program has been warned of what is lost; C need not be.
+  if (isInteger(to) && isInteger(from) && !widens(from, to)) {
+    return place.store(fmt::format("({})({})", cType(to), value));
+  }
+  return place.store(value);
+}
+
+}  // namespace refhost
