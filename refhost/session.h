@@ -10,7 +10,7 @@
 
 #include "host/basic_data_type.h"
 #include "host/message.h"
-#include "refhost/services/calls.h"
+#include "refhost/services/call_graph.h"
 #include "refhost/syntax/source.h"
 #include "refhost/value_shape.h"
 

@@ -1,43 +1,16 @@
 // What names, members, elements and pointers give access to.
 #include <utility>
 
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-VarSymbol* Analyser::variableNamed(std::string_view name) const {
-  VarSymbol* const own = unit_ != nullptr ? unit_->variable(name) : nullptr;
-  if (own != nullptr) return own;
-  const auto ahead = constantsAhead_.find(name);
-  return ahead != constantsAhead_.end() && ahead->second != nullptr
-             ? ahead->second.get()
-             : services_.symbols.global(name);
-}
-
-// Variables hide the values of enumerations; a value may be named with its type, as
-// `Color#Red` or `Color.Red`.
-NamedValue* Analyser::valueNamed(const Expr& expr) {
-  const std::string_view text = TreeBuilder::source(expr);
-  const std::size_t mark = text.find_first_of("#.");
-  if (mark != std::string_view::npos) {
-    const auto* const type =
-        dynamic_cast<const EnumType*>(services_.symbols.dataType(text.substr(0, mark)));
-    return type != nullptr ? type->value(text.substr(mark + 1)) : nullptr;
-  }
-  if (unit_ != nullptr) {
-    const auto local = unit_->namedValues.find(text);
-    if (local != unit_->namedValues.end()) return local->second;
-  }
-  if (NamedValue* const value = services_.symbols.namedValue(text)) return value;
-  return equalIgnoringCase(text, "NULL") ? services_.symbols.null() : nullptr;
-}
-
-std::optional<std::int64_t> Analyser::requireConstant(ASTNode& parent, int index) {
+std::optional<std::int64_t> Expressions::requireConstant(ASTNode& parent, int index) {
   const std::size_t first = messages_.size();
   const Expr& value = analyseLeaf(parent, index);
   const auto constant = constantInteger(value);
@@ -47,24 +20,24 @@ std::optional<std::int64_t> Analyser::requireConstant(ASTNode& parent, int index
   return constant;
 }
 
-vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
+vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   const std::string_view name = TreeBuilder::source(expr);
-  if (VarSymbol* const variable = variableNamed(name)) {
+  if (VarSymbol* const variable = parts_.names.variableNamed(name)) {
     expr.symbol = variable;
     // A constant's value may be asked for before its declaration's turn comes.
     if (variable->constant && variable->initial != nullptr) {
-      UnitSymbol* const asking = std::exchange(unit_, variable->owner);
+      UnitSymbol* const asking = std::exchange(context_.unit, variable->owner);
       analyseLeaf(*variable->initial->parent(), VarDecl::kInitial);
-      unit_ = asking;
+      context_.unit = asking;
     }
     return variable->dataType();
   }
-  if (NamedValue* const value = valueNamed(expr)) {
+  if (NamedValue* const value = parts_.names.valueNamed(expr)) {
     expr.symbol = value;
     return value->dataType();
   }
   vel::HeapAddress address;
-  if (isAddress(name)) {
+  if (parts_.names.isAddress(name)) {
     services_.memory.parse(name, address);
     return services_.symbols.dataType(addressTypeName(address));
   }
@@ -79,7 +52,7 @@ vel::SymbolDataType* Analyser::typeVariable(Expr& expr) {
   return nullptr;
 }
 
-vel::SymbolDataType* Analyser::typeAccess(Expr& expr) {
+vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
   switch (expr.access) {
     case Expr::Access::Member:
       return typeMember(expr);
@@ -96,10 +69,11 @@ vel::SymbolDataType* Analyser::typeAccess(Expr& expr) {
   }
 }
 
-vel::SymbolDataType* Analyser::typeMember(Expr& expr) {
+vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   auto& first = static_cast<Expr&>(*expr.leaf(0));
-  if (first.op() == Expression::Variable && variableNamed(TreeBuilder::source(first)) == nullptr) {
-    if (NamedValue* const value = valueNamed(expr)) {
+  if (first.op() == Expression::Variable &&
+      parts_.names.variableNamed(TreeBuilder::source(first)) == nullptr) {
+    if (NamedValue* const value = parts_.names.valueNamed(expr)) {
       expr.symbol = value;
       return value->dataType();
     }
@@ -120,7 +94,7 @@ vel::SymbolDataType* Analyser::typeMember(Expr& expr) {
   return member->dataType();
 }
 
-vel::SymbolDataType* Analyser::typeBit(Expr& expr) {
+vel::SymbolDataType* Expressions::typeBit(Expr& expr) {
   const Expr& base = analyseLeaf(expr, 0);
   if (base.dataType == nullptr) return nullptr;
   const ElementaryType* const row = elementaryType(base.dataType->dataType());
@@ -132,7 +106,7 @@ vel::SymbolDataType* Analyser::typeBit(Expr& expr) {
 }
 
 // An element of an array, or of what a pointer points to the first of.
-vel::SymbolDataType* Analyser::typeElement(Expr& expr) {
+vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
   const Expr& base = analyseLeaf(expr, 0);
   for (int i = 1; i < expr.leavesCount(); ++i) {
     const Expr& subscript = analyseLeaf(expr, i);
@@ -167,7 +141,7 @@ vel::SymbolDataType* Analyser::typeElement(Expr& expr) {
   return array->element;
 }
 
-vel::SymbolDataType* Analyser::typeDereference(Expr& expr) {
+vel::SymbolDataType* Expressions::typeDereference(Expr& expr) {
   const Expr& base = analyseLeaf(expr, 0);
   if (base.dataType == nullptr) return nullptr;
   const auto* const pointer = dynamic_cast<const PointerType*>(base.dataType);
@@ -176,7 +150,7 @@ vel::SymbolDataType* Analyser::typeDereference(Expr& expr) {
   return nullptr;
 }
 
-bool Analyser::requireWritable(const Expr& target) {
+bool Expressions::requireWritable(const Expr& target) {
   const bool instance =
       target.dataType != nullptr && target.dataType->dataType() == BasicDataType::FunctionBlock;
   if (target.op() != Expression::Constant && target.dataType == nullptr) return true;

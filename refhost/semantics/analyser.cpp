@@ -2,44 +2,28 @@
 
 namespace refhost {
 
-Analyser::Analyser(Services& services, Tree& tree, Prelude& prelude,
-                   std::vector<vel::VELMessage>& messages)
-    : services_(services), tree_(tree), prelude_(prelude), messages_(messages) {}
-
 void Analyser::run() {
-  declareUnits();
+  Declarations& declarations = parts_.declarations;
+  SymbolTable& symbols = context_.services.symbols;
+  declarations.declareUnits();
   // What the program names of the prelude joins its units behind its own.
-  const std::vector<UnitSymbol*>& units = services_.symbols.units();
+  const std::vector<UnitSymbol*>& units = symbols.units();
   const std::size_t own = units.size();
-  makeGlobals();
-  declareTypes();
-  if (UnitSymbol* const globals = services_.symbols.globals()) declareVariables(*globals);
-  for (std::size_t i = 0; i < own; ++i) declareVariables(*units[i]);
-  refuseRecursiveTypes();
-  analyseTypeInitials();
-  if (UnitSymbol* const globals = services_.symbols.globals()) analyseUnit(*globals);
-  analyseConfigurations();
+  declarations.makeGlobals();
+  parts_.types.declareTypes();
+  if (UnitSymbol* const globals = symbols.globals()) declarations.declareVariables(*globals);
+  for (std::size_t i = 0; i < own; ++i) declarations.declareVariables(*units[i]);
+  parts_.types.refuseRecursiveTypes();
+  parts_.types.analyseTypeInitials();
+  if (UnitSymbol* const globals = symbols.globals()) analyseUnit(*globals);
+  parts_.configurations.analyseConfigurations();
   for (std::size_t i = 0; i < units.size(); ++i) analyseUnit(*units[i]);
 }
 
 void Analyser::analyseUnit(UnitSymbol& unit) {
-  unit_ = &unit;
-  unitName_ = unit.name();
-  unknown_.clear();
-  analyseInitials(unit);
-  analyseStatements(unit.node->leaf(Unit::kBody));
-}
-
-void Analyser::sayUnknown(const ASTNode& where, const MessageFormat& format,
-                          std::string_view name) {
-  if (unknown_.emplace(name, true).second) say(where, format, name);
-}
-
-bool Analyser::hasErrorFrom(std::size_t first) const {
-  for (std::size_t i = first; i < messages_.size(); ++i) {
-    if (messages_[i].severity == static_cast<int>(Severity::Error)) return true;
-  }
-  return false;
+  context_.enter(unit);
+  parts_.declarations.analyseInitials(unit);
+  parts_.statements.analyseStatements(unit.node->leaf(Unit::kBody));
 }
 
 }  // namespace refhost

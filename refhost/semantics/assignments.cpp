@@ -1,6 +1,6 @@
 #include "host/ast_node_helper.h"
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/parts.h"
 #include "refhost/services/types.h"
 
 namespace refhost {
@@ -50,8 +50,8 @@ bool isBoolConstant(const LiteralValue& literal) {
 
 }  // namespace
 
-void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
-                     const Call* call) {
+void Assignments::judge(const Type* to, const Type* from, const ASTNode& source,
+                        vel::TextLocation at, const Call* call) {
   if (to != nullptr && from == nullptr) judgeUntyped(*to, source, at);
   if (to == nullptr || from == nullptr || judgeDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
@@ -71,7 +71,7 @@ void Analyser::judge(const Type* to, const Type* from, const ASTNode& source, ve
 
 // An operator speaks of an assignment at the parameter that it would assign; what it
 // says at the call concerns its parameters only.
-bool Analyser::hasBeenSaid(const vel::VELMessage& message, const Call& call) const {
+bool Assignments::hasBeenSaid(const vel::VELMessage& message, const Call& call) const {
   if (checked_.call != &call) return false;
   for (std::size_t i = checked_.first; i < checked_.last; ++i) {
     const vel::VELMessage& said = messages_[i];
@@ -84,7 +84,7 @@ bool Analyser::hasBeenSaid(const vel::VELMessage& message, const Call& call) con
 }
 
 // Of a value without a type only this is known: a text goes to a text of its kind.
-void Analyser::judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at) {
+void Assignments::judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at) {
   const BasicDataType given = likelyType(source);
   const bool text = isText(given) || isText(to.dataType());
   if (given == BasicDataType::None || given == to.dataType() || !text) return;

@@ -6,8 +6,8 @@
 #include "hostkit/edge_state.h"
 #include "hostkit/operator_inputs.h"
 #include "refhost/operator_calls.h"
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/parts.h"
 #include "refhost/services/standard_functions.h"
 
 namespace refhost {
@@ -25,11 +25,11 @@ ASTNode* parameterList(const Call& call) {
 
 }  // namespace
 
-vel::SymbolDataType* Analyser::analyseCall(Call& call) {
+vel::SymbolDataType* Calls::analyseCall(Call& call) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
   const std::string name(TreeBuilder::source(*call.leaf(0)));
-  VarSymbol* const variable = variableNamed(name);
+  VarSymbol* const variable = parts_.names.variableNamed(name);
   if (variable != nullptr && isInstance(variable->dataType())) becomesAccess(call);
   if (call.leaf(0)->type() == vel::ASTType::Expression) return callInstance(call);
   call.op = services_.operators->findOperator(name);
@@ -38,7 +38,8 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   UnitSymbol* function = nullptr;
   if (call.op == nullptr) {
     // The prelude has none of these names, and need not be parsed for them.
-    function = standard != nullptr ? services_.symbols.unit(name) : unitNamed(name);
+    function =
+        standard != nullptr ? services_.symbols.unit(name) : parts_.declarations.unitNamed(name);
     if (function == nullptr && equalIgnoringCase(name, "REF")) return callReference(call);
   }
   if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
@@ -48,7 +49,7 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   }
   if (standard != nullptr) {
     call.standard = standard;
-    call.dataType = callStandard(call);
+    call.dataType = parts_.standardCalls.callStandard(call);
     call.accepted = call.dataType != nullptr;
     return call.dataType;
   }
@@ -60,7 +61,7 @@ vel::SymbolDataType* Analyser::analyseCall(Call& call) {
   return nullptr;
 }
 
-void Analyser::requireValue(const Call& call, const Type* type) {
+void Calls::requireValue(const Call& call, const Type* type) {
   const bool value = call.op != nullptr ? call.traits->givesValue() : type != nullptr;
   if (call.accepted && !value) {
     say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
@@ -69,13 +70,13 @@ void Analyser::requireValue(const Call& call, const Type* type) {
 
 // A refused call, or a place without a type: what is wrong with it has been said, maybe where
 // it stood before.
-bool Analyser::isInError(const Expr& expr) const {
+bool Calls::isInError(const Expr& expr) const {
   if (expr.op() == op::kWrapper) return !static_cast<const Call&>(*expr.leaf(0)).accepted;
   const bool place = expr.op() == Expression::Variable || expr.op() == Expression::Typed;
   return place && expr.dataType == nullptr && hasErrorFrom(0);
 }
 
-vel::SymbolDataType* Analyser::callOperator(Call& call) {
+vel::SymbolDataType* Calls::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
@@ -87,19 +88,19 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
   bool known = true;
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
     if (leavesNameToOperator(call, i)) continue;
-    const Expr& operand = analyseLeaf(*list, i);
+    const Expr& operand = parts_.expressions.analyseLeaf(*list, i);
     known = known && !isInError(operand);
     if (operand.op() != Expression::Typed || operand.dataType == nullptr) continue;
-    services_.symbols.addAccess(unitName_, std::string(TreeBuilder::source(operand)),
+    services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
                                 operand.dataType);
   }
   if (!known && !hasErrorFrom(first)) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.size();
   call.accepted = entered(*call.op, call.pos(), messages_, [&] {
-    return call.op->check(&services_, &call, messages_, resultType, unitName_);
+    return call.op->check(&services_, &call, messages_, resultType, context_.unitName);
   });
-  checked_ = {&call, before, messages_.size()};
+  parts_.assignments.hasChecked(call, before);
   if (!call.accepted) {
     if (!hasErrorFrom(first)) {
       say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
@@ -115,7 +116,7 @@ vel::SymbolDataType* Analyser::callOperator(Call& call) {
 
 // The type of an accepted call whose operator names `named`, null for none: operators know
 // of derived types only that their operands are none of the elementary ones.
-vel::SymbolDataType* Analyser::resultOf(Call& call, Type* named) {
+vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
   const ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() == 0) return named;
   const auto operand = [list](int index) { return static_cast<const Expr*>(list->leaf(index)); };
@@ -133,14 +134,14 @@ vel::SymbolDataType* Analyser::resultOf(Call& call, Type* named) {
 }
 
 // REF(x): a reference to the variable x.
-vel::SymbolDataType* Analyser::callReference(Call& call) {
+vel::SymbolDataType* Calls::callReference(Call& call) {
   ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() != 1 ||
       list->leaf(0)->type() != vel::ASTType::Expression) {
     say(call, message::kUnknownName, TreeBuilder::source(*call.leaf(0)));
     return nullptr;
   }
-  const Expr& operand = analyseLeaf(*list, 0);
+  const Expr& operand = parts_.expressions.analyseLeaf(*list, 0);
   if (operand.dataType == nullptr) return nullptr;
   if (operand.access == Expr::Access::Bit || !isWritable(operand)) {
     say(operand, message::kNoAddress, TreeBuilder::source(operand));
@@ -154,7 +155,7 @@ vel::SymbolDataType* Analyser::callReference(Call& call) {
 }
 
 // What the operator leaves to the host.
-void Analyser::judgeOperands(const Call& call) {
+void Calls::judgeOperands(const Call& call) {
   const ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() == 0) return;
   vel::HeapAddress address;
@@ -178,7 +179,7 @@ void Analyser::judgeOperands(const Call& call) {
 
 // A generic conversion takes whatever it is given, and names what it makes of it by the
 // operand's elementary type.
-void Analyser::judgeConverted(const Call& call, const Expr& operand) {
+void Calls::judgeConverted(const Call& call, const Expr& operand) {
   const OperatorTraits& traits = *call.traits;
   const bool compares = traits.result == OperatorTraits::Result::ComparedTo0;
   if (!compares && traits.result != OperatorTraits::Result::Converted) return;
@@ -195,7 +196,7 @@ void Analyser::judgeConverted(const Call& call, const Expr& operand) {
 
 // Values with parts and texts cannot be compared in C, and are chosen only among those of
 // one type.
-void Analyser::judgeChoice(const Call& call) {
+void Calls::judgeChoice(const Call& call) {
   if (!call.traits->chooses()) return;
   const ASTNode& list = *parameterList(call);
   const bool compares = call.traits->has(OperatorTraits::kCompares);
@@ -216,36 +217,38 @@ void Analyser::judgeChoice(const Call& call) {
 }
 
 // The length of a type given as operand.
-void Analyser::analyseOperandType(Call& call) {
+void Calls::analyseOperandType(Call& call) {
   ASTNode* const spec = call.leaf(1);
-  if (spec != nullptr && spec->type() != vel::ASTType::ParameterList) resolve(*spec);
+  if (spec != nullptr && spec->type() != vel::ASTType::ParameterList) parts_.types.resolve(*spec);
 }
 
 // Operators that take other things than variables judge the names of them themselves.
-bool Analyser::leavesNameToOperator(const Call& call, int index) const {
+bool Calls::leavesNameToOperator(const Call& call, int index) const {
   const ASTNode* const operand = parameterList(call)->leaf(index);
   if (index >= call.traits->namedOperands || operand->type() != vel::ASTType::Expression) {
     return false;
   }
   const auto& expr = static_cast<const Expr&>(*operand);
   const std::string_view name = TreeBuilder::source(expr);
-  return expr.op() == Expression::Variable && variableNamed(name) == nullptr && !isAddress(name);
+  return expr.op() == Expression::Variable && parts_.names.variableNamed(name) == nullptr &&
+         !parts_.names.isAddress(name);
 }
 
 // What an edge detection remembers between scans: one cell for each text of a call
 // in a unit, in device memory for programs.
-void Analyser::declareEdgeState(const Call& call) {
-  if (!call.traits->has(OperatorTraits::kRemembers) || unit_ == nullptr) return;
+void Calls::declareEdgeState(const Call& call) {
+  if (!call.traits->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
   const std::string name = edgeStateName(call);
-  if (unit_->variable(name) != nullptr) return;
+  if (context_.unit->variable(name) != nullptr) return;
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
-                                          Role::EdgeState, unit_);
-  if (unit_->type() == vel::POUType::Program) cell->keepAt(services_.memory.allocateState());
-  unit_->addVariable(std::move(cell));
+                                          Role::EdgeState, context_.unit);
+  if (context_.unit->type() == vel::POUType::Program)
+    cell->keepAt(services_.memory.allocateState());
+  context_.unit->addVariable(std::move(cell));
 }
 
 // Operators and standard functions know their parameters by position only.
-bool Analyser::orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf) {
+bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf) {
   ASTNode* const list = parameterList(call);
   const int count = list != nullptr ? list->leavesCount() : 0;
   const int named = list != nullptr ? namedArguments(*list) : 0;
@@ -275,7 +278,7 @@ bool Analyser::orderArguments(Call& call, const std::function<int(std::string_vi
   return true;
 }
 
-vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
+vel::SymbolDataType* Calls::callFunction(Call& call, UnitSymbol& function) {
   call.symbol = &function;
   // What is wrong with a result's type has been said.
   call.accepted = function.result == nullptr || function.result->dataType() != nullptr;
@@ -285,14 +288,14 @@ vel::SymbolDataType* Analyser::callFunction(Call& call, UnitSymbol& function) {
 }
 
 // The name of an instance is an access like any other that gives one.
-void Analyser::becomesAccess(Call& call) {
+void Calls::becomesAccess(Call& call) {
   Expr* const access = tree_.make<Expr>(Expression::Variable);
   TreeBuilder::setSpan(*access, call.leaf(0)->pos(), TreeBuilder::source(*call.leaf(0)));
   TreeBuilder::setLeaf(call, 0, access);
 }
 
-vel::SymbolDataType* Analyser::callInstance(Call& call) {
-  const Expr& callee = analyseLeaf(call, 0);
+vel::SymbolDataType* Calls::callInstance(Call& call) {
+  const Expr& callee = parts_.expressions.analyseLeaf(call, 0);
   const auto* const instance = dynamic_cast<const InstanceType*>(callee.dataType);
   if (instance != nullptr) {
     call.accepted = true;
@@ -304,7 +307,7 @@ vel::SymbolDataType* Analyser::callInstance(Call& call) {
   return nullptr;
 }
 
-void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
+void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   if (parameterList(call) == nullptr) {
     say(*call.leaf(1), message::kNotAValue, TreeBuilder::source(*call.leaf(1)));
     return;
@@ -313,9 +316,9 @@ void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
   const int count = list != nullptr ? list->leavesCount() : 0;
   for (int i = 0; i < count; ++i) {
     if (kindOf(*list->leaf(i)) == NodeKind::Argument) {
-      analyseLeaf(*list->leaf(i), 1);
+      parts_.expressions.analyseLeaf(*list->leaf(i), 1);
     } else {
-      analyseLeaf(*list, i);
+      parts_.expressions.analyseLeaf(*list, i);
     }
   }
   const std::vector<Binding> bindings = bindArguments(call, callee);
@@ -350,7 +353,7 @@ void Analyser::analyseArguments(Call& call, UnitSymbol& callee) {
   }
 }
 
-void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
+void Calls::checkArgument(const Binding& binding, const UnitSymbol& callee) {
   const VarSymbol& parameter = *binding.parameter;
   const bool output = parameter.role == Role::Output;
   if (binding.named != nullptr && binding.named->output != output) {
@@ -363,18 +366,18 @@ void Analyser::checkArgument(const Binding& binding, const UnitSymbol& callee) {
     if (binding.named->negated && type != BasicDataType::Bool && !isInteger(type)) {
       say(*binding.node, message::kOperandType, "NOT", displayName(parameter.dataType()));
     }
-    if (requireWritable(*binding.value)) {
-      judge(binding.value->dataType, parameter.dataType(), *binding.value);
+    if (parts_.expressions.requireWritable(*binding.value)) {
+      parts_.assignments.judge(binding.value->dataType, parameter.dataType(), *binding.value);
     }
   } else if (parameter.role == Role::InOut) {
     requirePassable(binding);
   } else {
-    judge(parameter.dataType(), binding.value->dataType, *binding.value);
+    parts_.assignments.judge(parameter.dataType(), binding.value->dataType, *binding.value);
   }
 }
 
 // The callee works on the caller's own variable, so it must be one, of the very type.
-void Analyser::requirePassable(const Binding& binding) {
+void Calls::requirePassable(const Binding& binding) {
   const Expr& value = *binding.value;
   const Type* const wanted = binding.parameter->dataType();
   if (value.dataType == nullptr || wanted == nullptr) return;

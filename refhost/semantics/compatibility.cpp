@@ -1,7 +1,7 @@
 // Which values of derived types may be given to which.
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
@@ -31,8 +31,8 @@ bool isAdrCall(const vel::ASTNode& source) {
 }  // namespace
 
 // False when both types are elementary: then nothing has been judged.
-bool Analyser::judgeDerived(const Type& to, const Type& from, const vel::ASTNode& source,
-                            vel::TextLocation at) {
+bool Assignments::judgeDerived(const Type& to, const Type& from, const vel::ASTNode& source,
+                               vel::TextLocation at) {
   judgeRange(to, source, at);
   const bool derived =
       elementaryType(to.dataType()) == nullptr || elementaryType(from.dataType()) == nullptr;
@@ -53,7 +53,7 @@ bool Analyser::judgeDerived(const Type& to, const Type& from, const vel::ASTNode
 }
 
 // A constant given to a subrange must lie in it; other values are the program's care.
-void Analyser::judgeRange(const Type& to, const vel::ASTNode& source, vel::TextLocation at) {
+void Assignments::judgeRange(const Type& to, const vel::ASTNode& source, vel::TextLocation at) {
   const auto* const subrange = dynamic_cast<const SubrangeType*>(&to);
   const auto value = subrange != nullptr ? constantInteger(source) : std::nullopt;
   if (!value || (*value >= subrange->range.low && *value <= subrange->range.high)) return;
@@ -63,8 +63,8 @@ void Analyser::judgeRange(const Type& to, const vel::ASTNode& source, vel::TextL
 }
 
 // A POINTER TO holds any address, a REF_TO only that of a variable of its target type.
-void Analyser::judgePointer(const Type& to, const Type& from, const vel::ASTNode& source,
-                            vel::TextLocation at) {
+void Assignments::judgePointer(const Type& to, const Type& from, const vel::ASTNode& source,
+                               vel::TextLocation at) {
   const auto* const target = dynamic_cast<const PointerType*>(&to);
   const auto* const value = dynamic_cast<const PointerType*>(&from);
   const bool strict = target != nullptr && target->isReference;

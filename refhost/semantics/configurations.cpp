@@ -2,7 +2,7 @@
 #include <array>
 
 #include "hostkit/folding.h"
-#include "refhost/semantics/analyser.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
@@ -21,7 +21,7 @@ constexpr TaskProperty kTaskProperties[] = {{"INTERVAL", BasicDataType::Time},
 
 }  // namespace
 
-void Analyser::analyseTask(const ASTNode& task) {
+void Configurations::analyseTask(const ASTNode& task) {
   ASTNode& properties = *task.leaf(1)->leaf(1);
   for (int i = 0; i < properties.leavesCount(); ++i) {
     ASTNode& property = *properties.leaf(i);
@@ -34,20 +34,20 @@ void Analyser::analyseTask(const ASTNode& task) {
       say(property, message::kTaskProperty, name);
       continue;
     }
-    const Expr& value = analyseLeaf(property, 1);
-    judge(services_.symbols.elementary(known->type), value.dataType, value);
+    const Expr& value = parts_.expressions.analyseLeaf(property, 1);
+    parts_.assignments.judge(services_.symbols.elementary(known->type), value.dataType, value);
   }
 }
 
 // What is connected is checked like a call of the PROGRAM.
-void Analyser::analyseInstance(const ASTNode& instance) {
+void Configurations::analyseInstance(const ASTNode& instance) {
   auto& connections = static_cast<Call&>(*instance.leaf(1));
   const std::string_view name = TreeBuilder::source(*connections.leaf(0));
   UnitSymbol* const program = services_.symbols.unit(name);
   if (program == nullptr || program->type() != vel::POUType::Program) {
     say(connections, message::kNotAProgram, name);
   } else {
-    analyseArguments(connections, *program);
+    parts_.calls.analyseArguments(connections, *program);
   }
   const ASTNode* const task = instance.leaf(2);
   const auto isNamed = [task](const Node* candidate) {
@@ -58,11 +58,11 @@ void Analyser::analyseInstance(const ASTNode& instance) {
   }
 }
 
-void Analyser::analyseConfigurations() {
+void Configurations::analyseConfigurations() {
   if (tree_.tasks.empty() && tree_.instances.empty()) return;
   UnitSymbol empty(&services_, tree_.make<Unit>("", vel::POUType::Program));
-  unit_ = &empty;
-  unitName_.clear();
+  context_.unit = &empty;
+  context_.unitName.clear();
   for (const Node* const task : tree_.tasks) analyseTask(*task);
   for (const Node* const instance : tree_.instances) analyseInstance(*instance);
 }

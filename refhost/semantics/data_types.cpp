@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "hostkit/literal.h"
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
 #include "refhost/syntax/left_out.h"
 
 namespace refhost {
@@ -37,7 +37,7 @@ bool fits(std::int64_t value, BasicDataType type) {
 
 // Structures are types before their members are known, and enumerations before all that
 // may count with their values: declarations may stand in any order.
-void Analyser::declareTypes() {
+void Types::declareTypes() {
   for (Node* const node : tree_.types) {
     const bool taken = services_.symbols.find(nameOf(*node), {}, Symbol::All) != nullptr;
     if (taken || !declaredTypes_.emplace(nameOf(*node), DeclaredType(node)).second) {
@@ -69,7 +69,7 @@ void Analyser::declareTypes() {
   }
 }
 
-Analyser::ResolvedType Analyser::resolveDeclared(DeclaredType& declared) {
+ResolvedType Types::resolveDeclared(DeclaredType& declared) {
   using State = DeclaredType::State;
   if (declared.state == State::Open) {
     say(*declared.node->leaf(0), message::kTypeContainsItself, nameOf(*declared.node));
@@ -89,7 +89,7 @@ Analyser::ResolvedType Analyser::resolveDeclared(DeclaredType& declared) {
 }
 
 // `name` is that of a declared type, empty for one that stands in place.
-Analyser::ResolvedType Analyser::resolve(ASTNode& node, const std::string& name) {
+ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
   auto& spec = static_cast<TypeSpec&>(node);
   switch (spec.type()) {
     case ASTType::StringTypeSpec:
@@ -127,11 +127,11 @@ Analyser::ResolvedType Analyser::resolve(ASTNode& node, const std::string& name)
   return {spec.dataType, nullptr};
 }
 
-Analyser::ResolvedType Analyser::resolveName(const TypeSpec& spec) {
+ResolvedType Types::resolveName(const TypeSpec& spec) {
   if (spec.name[0] == '\0') return {};  // the parser has said so
   const auto declared = declaredTypes_.find(spec.name);
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
-  unitNamed(spec.name);
+  parts_.declarations.unitNamed(spec.name);
   Type* const type = services_.symbols.dataType(spec.name);
   if (type == nullptr) {
     const bool standard = isLeftOutType(spec.name);
@@ -140,10 +140,10 @@ Analyser::ResolvedType Analyser::resolveName(const TypeSpec& spec) {
   return {type, nullptr};
 }
 
-vel::SymbolDataType* Analyser::resolveString(TypeSpec& spec) {
+vel::SymbolDataType* Types::resolveString(TypeSpec& spec) {
   Type* const type = services_.symbols.dataType(spec.name);
   if (spec.leaf(0) == nullptr) return type;
-  const Expr& length = analyseLeaf(spec, 0);
+  const Expr& length = parts_.expressions.analyseLeaf(spec, 0);
   if (length.dataType == nullptr) return type;
   const auto characters = constantInteger(length);
   if (!characters || *characters < 1 || *characters > StringType::kMaxLength) {
@@ -154,16 +154,16 @@ vel::SymbolDataType* Analyser::resolveString(TypeSpec& spec) {
 }
 
 // The bounds of a Range of constants; nothing, with an error appended, when it is none.
-std::optional<Bounds> Analyser::resolveRange(ASTNode& range) {
-  const auto low = requireConstant(range, 0);
-  const auto high = requireConstant(range, 1);
+std::optional<Bounds> Types::resolveRange(ASTNode& range) {
+  const auto low = parts_.expressions.requireConstant(range, 0);
+  const auto high = parts_.expressions.requireConstant(range, 1);
   if (!low || !high) return {};
   if (*low <= *high) return Bounds{*low, *high};
   say(range, message::kBounds, TreeBuilder::source(range));
   return {};
 }
 
-vel::SymbolDataType* Analyser::resolveSubrange(TypeSpec& spec, const std::string& name) {
+vel::SymbolDataType* Types::resolveSubrange(TypeSpec& spec, const std::string& name) {
   Type* const base = resolveName(spec).type;
   const auto range = resolveRange(*spec.leaf(0));
   if (base == nullptr || !range) return base;
@@ -178,7 +178,7 @@ vel::SymbolDataType* Analyser::resolveSubrange(TypeSpec& spec, const std::string
 
 // A value counts on from the one before. Without a base the values have the smallest of
 // INT, DINT and LINT that holds them.
-vel::SymbolDataType* Analyser::resolveEnumeration(TypeSpec& spec, const std::string& name) {
+vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string& name) {
   auto* const type = services_.symbols.addType(
       std::make_unique<EnumType>(name.empty() ? inPlaceName("ENUM") : name));
   const bool based = spec.name[0] != '\0';
@@ -192,7 +192,7 @@ vel::SymbolDataType* Analyser::resolveEnumeration(TypeSpec& spec, const std::str
   std::int64_t next = 0;
   for (int i = 0; i < spec.leavesCount(); ++i) {
     ASTNode& item = *spec.leaf(i);
-    if (item.leaf(1) != nullptr) next = requireConstant(item, 1).value_or(next);
+    if (item.leaf(1) != nullptr) next = parts_.expressions.requireConstant(item, 1).value_or(next);
     for (const BasicDataType wider : {BasicDataType::DInt, BasicDataType::LInt}) {
       if (based || fits(next, type->base->dataType())) break;
       type->base = services_.symbols.elementary(wider);
@@ -202,15 +202,15 @@ vel::SymbolDataType* Analyser::resolveEnumeration(TypeSpec& spec, const std::str
     }
     NamedValue* const value = type->addValue(nameOf(item), next++);
     const bool known =
-        value == nullptr ||
-        (unit_ != nullptr && !unit_->namedValues.emplace(value->name(), value).second);
+        value == nullptr || (context_.unit != nullptr &&
+                             !context_.unit->namedValues.emplace(value->name(), value).second);
     if (known) say(item, message::kRedeclared, nameOf(item));
-    if (value != nullptr && unit_ == nullptr) services_.symbols.addNamedValue(value);
+    if (value != nullptr && context_.unit == nullptr) services_.symbols.addNamedValue(value);
   }
   return type;
 }
 
-vel::SymbolDataType* Analyser::resolveArray(TypeSpec& spec) {
+vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {
   const ResolvedType element = resolve(*spec.leaf(0));
   std::vector<Bounds> bounds;
   std::int64_t count = 1;
@@ -230,7 +230,7 @@ vel::SymbolDataType* Analyser::resolveArray(TypeSpec& spec) {
   return services_.symbols.arrayType(element.type, element.initial, bounds);
 }
 
-void Analyser::declareMembers(StructType& structure, ASTNode& spec) {
+void Types::declareMembers(StructType& structure, ASTNode& spec) {
   for (int d = 0; d < spec.leavesCount(); ++d) {
     auto& declaration = static_cast<VarDecl&>(*spec.leaf(d));
     ASTNode* const type = declaration.leaf(VarDecl::kType);
@@ -245,30 +245,30 @@ void Analyser::declareMembers(StructType& structure, ASTNode& spec) {
       }
     }
     if (declaration.leaf(VarDecl::kInitial) == nullptr) continue;
-    memberInitials_.push_back({resolved.type, &declaration, unit_});
+    memberInitials_.push_back({resolved.type, &declaration, context_.unit});
   }
 }
 
 // What a type that has no name of its own is called in messages; no name of a program
 // is like it.
-std::string Analyser::inPlaceName(const std::string& kind) {
+std::string Types::inPlaceName(const std::string& kind) {
   return kind + "#" + std::to_string(services_.symbols.ownedTypes().size());
 }
 
 // Those that the declarations of types and of their members give.
-void Analyser::analyseTypeInitials() {
+void Types::analyseTypeInitials() {
   for (auto& [name, declared] : declaredTypes_) {
     if (declared.node->leaf(kDeclaredInitial) == nullptr) continue;
-    analyseInitial(declared.resolved.type, *declared.node, kDeclaredInitial);
+    parts_.initials.analyseInitial(declared.resolved.type, *declared.node, kDeclaredInitial);
   }
   for (const MemberInitial& member : memberInitials_) {
-    unit_ = member.unit;
-    analyseInitial(member.type, *member.declaration, VarDecl::kInitial);
+    context_.unit = member.unit;
+    parts_.initials.analyseInitial(member.type, *member.declaration, VarDecl::kInitial);
   }
 }
 
 // Depth first over what the types hold; a type met again on its own path contains itself.
-void Analyser::refuseRecursiveTypes() {
+void Types::refuseRecursiveTypes() {
   enum class Mark : std::uint8_t { Unseen, OnPath, Done };
   std::unordered_map<const Type*, Mark> marks;
   const auto visit = [&](const auto& self, const Type* type) -> void {

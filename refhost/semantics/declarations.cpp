@@ -3,7 +3,8 @@
 
 #include "core/op_manager_api.h"
 #include "host/ast_node_helper.h"
-#include "refhost/semantics/analyser.h"
+#include "refhost/prelude/prelude.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
@@ -43,7 +44,7 @@ void forEachDeclaration(const UnitSymbol& unit, Visit visit) {
 
 }  // namespace
 
-void Analyser::declareUnits() {
+void Declarations::declareUnits() {
   for (Unit* const node : tree_.units) {
     const std::string name = node->name();
     if (name.empty()) continue;  // the parser has said so
@@ -55,24 +56,24 @@ void Analyser::declareUnits() {
   }
 }
 
-UnitSymbol* Analyser::unitNamed(const std::string& name) {
+UnitSymbol* Declarations::unitNamed(const std::string& name) {
   if (services_.symbols.find(name, {}, Symbol::All) != nullptr) return services_.symbols.unit(name);
-  Unit* const node = prelude_.unit(name);
+  Unit* const node = context_.prelude.unit(name);
   if (node == nullptr) return nullptr;
   services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node));
   UnitSymbol* const added = services_.symbols.unit(name);
   added->standard = true;
-  UnitSymbol* const unit = std::exchange(unit_, nullptr);
-  const std::string unitName = std::exchange(unitName_, {});
+  UnitSymbol* const unit = std::exchange(context_.unit, nullptr);
+  const std::string unitName = std::exchange(context_.unitName, {});
   declareVariables(*added);
-  unit_ = unit;
-  unitName_ = unitName;
+  context_.unit = unit;
+  context_.unitName = unitName;
   return added;
 }
 
 // Constants of elementary types, which the lengths, bounds and types of whatever the
 // program declares may name before their own declarations come.
-void Analyser::constantsAhead(UnitSymbol& unit) {
+void Declarations::constantsAhead(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     if (!block.constant || block.section == VarSection::External) return;
     const auto* const spec = static_cast<const TypeSpec*>(declaration.leaf(VarDecl::kType));
@@ -84,12 +85,12 @@ void Analyser::constantsAhead(UnitSymbol& unit) {
       auto constant = std::make_unique<VarSymbol>(name, type, roleOf(block.section), &unit);
       constant->constant = true;
       constant->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
-      constantsAhead_.emplace(name, std::move(constant));
+      parts_.names.addAhead(std::move(constant));
     }
   });
 }
 
-void Analyser::makeGlobals() {
+void Declarations::makeGlobals() {
   if (tree_.globals.empty()) return;
   std::stable_partition(tree_.globals.begin(), tree_.globals.end(),
                         [](const VarBlock* block) { return block->constant; });
@@ -101,21 +102,19 @@ void Analyser::makeGlobals() {
   constantsAhead(*services_.symbols.globals());
 }
 
-void Analyser::declareVariables(UnitSymbol& unit) {
-  unit_ = &unit;
-  unitName_ = unit.name();
-  unknown_.clear();
+void Declarations::declareVariables(UnitSymbol& unit) {
+  context_.enter(unit);
   // Those of the program have been found for its types.
-  FoldedMap<std::unique_ptr<VarSymbol>> outer;
+  Names::ConstantsAhead outer;
   const bool own = &unit != services_.symbols.globals();
   if (own) {
-    outer = std::exchange(constantsAhead_, {});
+    outer = parts_.names.replaceAhead({});
     constantsAhead(unit);
   }
   declareResult(unit);
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     ASTNode* const spec = declaration.leaf(VarDecl::kType);
-    const ResolvedType type = spec != nullptr ? resolve(*spec) : ResolvedType();
+    const ResolvedType type = spec != nullptr ? parts_.types.resolve(*spec) : ResolvedType();
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       if (block.section == VarSection::External) {
@@ -126,23 +125,21 @@ void Analyser::declareVariables(UnitSymbol& unit) {
     }
   });
   // Expressions may refer to what has no place in the unit: its name is taken.
-  for (auto& [name, constant] : constantsAhead_) {
+  for (auto& [name, constant] : parts_.names.replaceAhead(std::move(outer))) {
     if (constant != nullptr) withoutPlace_.push_back(std::move(constant));
   }
-  constantsAhead_ = std::move(outer);
 }
 
-void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
-                               const Text& name, const ResolvedType& resolved) {
+void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
+                                   const Text& name, const ResolvedType& resolved) {
   Type* const type = resolved.type;
   const Role role = roleOf(block.section);
   const bool bits = declaration.bitParameter && (role == Role::Input || role == Role::InOut);
-  const auto ahead = block.constant ? constantsAhead_.find(name.text()) : constantsAhead_.end();
-  auto variable = ahead != constantsAhead_.end() && ahead->second != nullptr
-                      ? std::move(ahead->second)
-                      : std::make_unique<VarSymbol>(
-                            name.text(), type, role,
-                            bits ? vel::SymbolVar::kBitParameter : varKindOf(role), &unit);
+  auto variable = block.constant ? parts_.names.takeAhead(name.text()) : nullptr;
+  if (variable == nullptr) {
+    variable = std::make_unique<VarSymbol>(
+        name.text(), type, role, bits ? vel::SymbolVar::kBitParameter : varKindOf(role), &unit);
+  }
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->typeInitial = resolved.initial;
   variable->constant = block.constant;
@@ -162,7 +159,7 @@ void Analyser::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl&
   }
 }
 
-void Analyser::detectEdges(VarSymbol& input, const VarDecl& declaration) {
+void Declarations::detectEdges(VarSymbol& input, const VarDecl& declaration) {
   const ASTNode& spec = *declaration.leaf(VarDecl::kType);
   const Type* const type = input.dataType();
   const bool isBool = type == nullptr || type->dataType() == BasicDataType::Bool;
@@ -177,8 +174,8 @@ void Analyser::detectEdges(VarSymbol& input, const VarDecl& declaration) {
 }
 
 // What there is no global variable for is the unit's own, so that no more is said of it.
-void Analyser::checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name,
-                             const Type* type) {
+void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name,
+                                 const Type* type) {
   const VarSymbol* const global = services_.symbols.global(name.text());
   if (global == nullptr) {
     say(name, message::kNoGlobal, name.text());
@@ -191,17 +188,17 @@ void Analyser::checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text&
   }
 }
 
-void Analyser::declareResult(UnitSymbol& unit) {
+void Declarations::declareResult(UnitSymbol& unit) {
   if (unit.type() != vel::POUType::Function) return;
   const ASTNode* const spec = unit.node->leaf(Unit::kReturnType);
   if (spec == nullptr) return;
-  const ResolvedType type = resolve(*unit.node->leaf(Unit::kReturnType));
+  const ResolvedType type = parts_.types.resolve(*unit.node->leaf(Unit::kReturnType));
   auto result = std::make_unique<VarSymbol>(unit.name(), type.type, Role::Result, &unit);
   result->typeInitial = type.initial;
   unit.result = unit.addVariable(std::move(result));
 }
 
-void Analyser::place(VarSymbol& variable, const ASTNode& address, const Type* type) {
+void Declarations::place(VarSymbol& variable, const ASTNode& address, const Type* type) {
   const std::string_view text = vel::TreeBuilder::source(address);
   vel::HeapAddress parsed;
   if (!services_.memory.parse(text, parsed)) {
@@ -219,11 +216,11 @@ void Analyser::place(VarSymbol& variable, const ASTNode& address, const Type* ty
   variable.placeAt(parsed, services_.memory.raw(parsed));
 }
 
-void Analyser::analyseInitials(UnitSymbol& unit) {
+void Declarations::analyseInitials(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock&, VarDecl& declaration) {
     if (declaration.leaf(VarDecl::kInitial) == nullptr) return;
     const auto& spec = static_cast<const TypeSpec&>(*declaration.leaf(VarDecl::kType));
-    analyseInitial(spec.dataType, declaration, VarDecl::kInitial);
+    parts_.initials.analyseInitial(spec.dataType, declaration, VarDecl::kInitial);
     // The analysis may have put another node in its place.
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));

@@ -1,7 +1,7 @@
 // EN and ENO, which every call can have.
 #include "hostkit/folding.h"
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/bindings.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
@@ -9,7 +9,7 @@ using vel::ASTNode;
 
 // The place in `call` of an argument that is its EN or ENO, null for any other. A callee that
 // declares them itself takes them like its other parameters.
-Argument** Analyser::enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee) {
+Argument** Calls::enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee) {
   if (kindOf(node) != NodeKind::Argument) return nullptr;
   const auto& argument = static_cast<const Argument&>(node);
   const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
@@ -19,7 +19,7 @@ Argument** Analyser::enablingPlace(Call& call, const ASTNode& node, const UnitSy
   return argument.output ? &call.enabled : &call.enable;
 }
 
-void Analyser::takeEnabling(Call& call, const UnitSymbol* callee) {
+void Calls::takeEnabling(Call& call, const UnitSymbol* callee) {
   ASTNode* const list = call.leaf(1);
   if (list == nullptr || list->type() != vel::ASTType::ParameterList) return;
   if (namedArguments(*list) == 0) return;
@@ -38,13 +38,14 @@ void Analyser::takeEnabling(Call& call, const UnitSymbol* callee) {
   tree_.setLeaves(*list, others);
   const Type* const flag = services_.symbols.elementary(BasicDataType::Bool);
   if (call.enable != nullptr) {
-    const Expr& condition = analyseLeaf(*call.enable, 1);
-    judge(flag, condition.dataType, condition);
+    const Expr& condition = parts_.expressions.analyseLeaf(*call.enable, 1);
+    parts_.assignments.judge(flag, condition.dataType, condition);
   }
   if (call.enabled != nullptr) {
-    const Expr& target = analyseLeaf(*call.enabled, 1);
-    if (requireWritable(target)) judge(target.dataType, flag, target);
-    if (unit_ != nullptr) unit_->storesEnabled = true;
+    const Expr& target = parts_.expressions.analyseLeaf(*call.enabled, 1);
+    if (parts_.expressions.requireWritable(target))
+      parts_.assignments.judge(target.dataType, flag, target);
+    if (context_.unit != nullptr) context_.unit->storesEnabled = true;
   }
 }
 

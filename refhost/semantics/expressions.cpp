@@ -1,9 +1,9 @@
 #include <utility>
 
 #include "hostkit/literal.h"
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
@@ -46,7 +46,7 @@ bool areOfTwoEnumerations(const Expr& left, const Expr& right) {
 
 }  // namespace
 
-Expr& Analyser::analyseLeaf(ASTNode& parent, int index) {
+Expr& Expressions::analyseLeaf(ASTNode& parent, int index) {
   if (becomesAddress(parent, index)) {
     const ASTNode& access = *parent.leaf(index);
     Expr* const address = tree_.make<Expr>(Expression::Variable);
@@ -64,23 +64,17 @@ Expr& Analyser::analyseLeaf(ASTNode& parent, int index) {
 
 // A word's bit (`D10.3`) reads like a bit of a variable until no such variable is
 // found.
-bool Analyser::becomesAddress(ASTNode& parent, int index) {
+bool Expressions::becomesAddress(ASTNode& parent, int index) {
   const auto& expr = static_cast<const Expr&>(*parent.leaf(index));
   if (expr.access != Expr::Access::Bit || expr.analysed) return false;
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   vel::HeapAddress address;
   return base.op() == Expression::Variable && services_.usesDeviceLetters() &&
-         variableNamed(TreeBuilder::source(base)) == nullptr &&
+         parts_.names.variableNamed(TreeBuilder::source(base)) == nullptr &&
          services_.memory.parse(TreeBuilder::source(expr), address);
 }
 
-bool Analyser::isAddress(std::string_view text) const {
-  vel::HeapAddress address;
-  const bool iec = !text.empty() && text[0] == '%';
-  return (iec || services_.usesDeviceLetters()) && services_.memory.parse(text, address);
-}
-
-vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
+vel::SymbolDataType* Expressions::typeExpression(Expr& expr) {
   switch (static_cast<int>(expr.op())) {
     case Expression::Constant:
       return services_.symbols.dataType(literalOf(expr)->value.typeName);
@@ -90,8 +84,8 @@ vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
       return typeAccess(expr);
     case op::kWrapper: {
       auto& call = static_cast<Call&>(*expr.leaf(0));
-      Type* const type = analyseCall(call);
-      requireValue(call, type);
+      Type* const type = parts_.calls.analyseCall(call);
+      parts_.calls.requireValue(call, type);
       return type;
     }
     case op::kNegate:
@@ -106,7 +100,7 @@ vel::SymbolDataType* Analyser::typeExpression(Expr& expr) {
   }
 }
 
-vel::SymbolDataType* Analyser::typeUnary(Expr& expr) {
+vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
   const Expr& operand = analyseLeaf(expr, 0);
   const BasicDataType type = typeOf(operand);
   if (type == BasicDataType::None) return nullptr;
@@ -127,7 +121,7 @@ vel::SymbolDataType* Analyser::typeUnary(Expr& expr) {
 }
 
 // The left sides of a chain, which may be long, are typed before what they are the left sides of.
-void Analyser::analyseChain(Expr& whole) {
+void Expressions::analyseChain(Expr& whole) {
   std::vector<ASTNode*> waiting;
   for (ASTNode* at = &whole; isBinary(*at->leaf(0)); at = at->leaf(0)) {
     if (static_cast<const Expr*>(at->leaf(0))->analysed) break;
@@ -136,7 +130,7 @@ void Analyser::analyseChain(Expr& whole) {
   for (; !waiting.empty(); waiting.pop_back()) analyseLeaf(*waiting.back(), 0);
 }
 
-vel::SymbolDataType* Analyser::typeBinary(Expr& expr) {
+vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   analyseChain(expr);
   const Expr& left = analyseLeaf(expr, 0);
   const Expr& right = analyseLeaf(expr, 1);

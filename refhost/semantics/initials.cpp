@@ -1,14 +1,14 @@
 // Initial values: of what has parts, part by part.
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-void Analyser::analyseInitial(const Type* to, ASTNode& parent, int index) {
+void Initials::analyseInitial(const Type* to, ASTNode& parent, int index) {
   auto& given = static_cast<Expr&>(*parent.leaf(index));
   switch (static_cast<int>(given.op())) {
     case op::kArrayValue:
@@ -21,15 +21,15 @@ void Analyser::analyseInitial(const Type* to, ASTNode& parent, int index) {
     default:
       break;
   }
-  const Expr& value = analyseLeaf(parent, index);
+  const Expr& value = parts_.expressions.analyseLeaf(parent, index);
   if (to != nullptr && to->dataType() == BasicDataType::FunctionBlock) {
     say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
     return;
   }
-  judge(to, value.dataType, value);
+  parts_.assignments.judge(to, value.dataType, value);
 }
 
-void Analyser::analyseArrayValue(const Type* to, Expr& value) {
+void Initials::analyseArrayValue(const Type* to, Expr& value) {
   const auto* const array = dynamic_cast<const ArrayType*>(to);
   if (array == nullptr) {
     if (to != nullptr) {
@@ -46,7 +46,7 @@ void Analyser::analyseArrayValue(const Type* to, Expr& value) {
 
 // The elements that the leaves of `list` from `first` on give, each analysed; beyond what
 // any array has, some number beyond.
-std::int64_t Analyser::countElements(const ArrayType& array, Expr& list, int first) {
+std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int first) {
   std::int64_t count = 0;
   for (int i = first; i < list.leavesCount(); ++i) {
     repeatByName(list, i);
@@ -64,8 +64,8 @@ std::int64_t Analyser::countElements(const ArrayType& array, Expr& list, int fir
   return count;
 }
 
-std::int64_t Analyser::countRepeated(const ArrayType& array, Expr& repeat) {
-  const auto times = requireConstant(repeat, 0);
+std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
+  const auto times = parts_.expressions.requireConstant(repeat, 0);
   const std::int64_t each = repeat.leavesCount() > 1 ? countElements(array, repeat, 1) : 1;
   if (!times || *times < 0) return 0;
   return *times > ArrayType::kMaxCount || each > ArrayType::kMaxCount ? ArrayType::kMaxCount + 1
@@ -73,12 +73,12 @@ std::int64_t Analyser::countRepeated(const ArrayType& array, Expr& repeat) {
 }
 
 // `N(0)` reads like a call until N is found to be a constant.
-void Analyser::repeatByName(Expr& list, int index) {
+void Initials::repeatByName(Expr& list, int index) {
   auto& item = static_cast<Expr&>(*list.leaf(index));
   if (item.op() != op::kWrapper) return;
   const ASTNode& call = *item.leaf(0);
   const std::string_view name = TreeBuilder::source(*call.leaf(0));
-  const VarSymbol* const variable = variableNamed(name);
+  const VarSymbol* const variable = parts_.names.variableNamed(name);
   if (variable == nullptr || !variable->constant) return;
   Expr* const count = tree_.make<Expr>(Expression::Variable);
   TreeBuilder::setSpan(*count, call.leaf(0)->pos(), name);
@@ -90,7 +90,7 @@ void Analyser::repeatByName(Expr& list, int index) {
   TreeBuilder::setLeaf(list, index, repeat);
 }
 
-void Analyser::analyseStructValue(const Type* to, Expr& value) {
+void Initials::analyseStructValue(const Type* to, Expr& value) {
   if (to == nullptr) return;
   const bool hasMembers = isComposite(to) && to->dataType() != BasicDataType::Derived;
   if (!hasMembers) {

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "core/operator.h"
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/parts.h"
 #include "refhost/services/standard_functions.h"
 #include "refhost/syntax/parser.h"
 
@@ -43,16 +43,16 @@ bool containsCall(const ASTNode& whole) {
 
 }  // namespace
 
-vel::SymbolDataType* Analyser::callStandard(Call& call) {
+vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
   const StandardFunction& function = *call.standard;
   const ASTNode* const list = call.leaf(1);
   if (list->type() != vel::ASTType::ParameterList) {
     say(*list, message::kNotAValue, TreeBuilder::source(*list));
     return nullptr;
   }
-  takeEnabling(call, nullptr);
+  parts_.calls.takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) { return function.position(formal); };
-  if (!orderArguments(call, positionOf)) return nullptr;
+  if (!parts_.calls.orderArguments(call, positionOf)) return nullptr;
   const int count = list->leavesCount();
   if (count < function.inputs()) {
     say(call, message::kTooFewArguments, function.name);
@@ -76,7 +76,7 @@ vel::SymbolDataType* Analyser::callStandard(Call& call) {
 }
 
 // The call stands for an expression of its arguments, its third leaf.
-vel::SymbolDataType* Analyser::callOperation(Call& call) {
+vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
   const StandardFunction& function = *call.standard;
   const ASTNode& list = *call.leaf(1);
   const int count = list.leavesCount();
@@ -100,10 +100,10 @@ vel::SymbolDataType* Analyser::callOperation(Call& call) {
     whole = i == 1 ? pair : join(op::kAnd, whole, pair);
   }
   tree_.setLeaves(call, {call.leaf(0), call.leaf(1), whole});
-  return analyseLeaf(call, 2).dataType;
+  return parts_.expressions.analyseLeaf(call, 2).dataType;
 }
 
-vel::SymbolDataType* Analyser::callTextFunction(Call& call) {
+vel::SymbolDataType* StandardCalls::callTextFunction(Call& call) {
   const StandardFunction& function = *call.standard;
   ASTNode& list = *call.leaf(1);
   const std::size_t first = messages_.size();
@@ -111,9 +111,9 @@ vel::SymbolDataType* Analyser::callTextFunction(Call& call) {
   int length = 0;
   bool known = true;
   for (int i = 0; i < list.leavesCount(); ++i) {
-    const Expr& input = analyseLeaf(list, i);
+    const Expr& input = parts_.expressions.analyseLeaf(list, i);
     const BasicDataType type = likelyType(input);
-    known = known && !isInError(input);
+    known = known && !parts_.calls.isInError(input);
     if (!known || hasErrorFrom(first)) continue;
     if (function.takesText(i) ? !isText(type) : !isInteger(type)) {
       say(input, message::kOperandType, function.name, displayName(input.dataType));

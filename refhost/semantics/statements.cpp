@@ -1,27 +1,27 @@
 #include <algorithm>
 
-#include "refhost/semantics/analyser.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
 
 namespace refhost {
 
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-void Analyser::analyseStatements(ASTNode* list) {
+void Statements::analyseStatements(ASTNode* list) {
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
     if (list->leaf(i) != nullptr) analyseStatement(*list->leaf(i));
   }
 }
 
-void Analyser::analyseStatement(ASTNode& statement) {
+void Statements::analyseStatement(ASTNode& statement) {
   switch (statementKindOf(statement)) {
     case StatementKind::Assignment:
       analyseAssignment(statement);
       break;
     case StatementKind::Call:
-      analyseCall(static_cast<Call&>(*statement.leaf(0)));
+      parts_.calls.analyseCall(static_cast<Call&>(*statement.leaf(0)));
       break;
     case StatementKind::If:
       analyseIf(statement);
@@ -53,25 +53,26 @@ void Analyser::analyseStatement(ASTNode& statement) {
   }
 }
 
-void Analyser::analyseAssignment(ASTNode& statement) {
-  const Expr& target = analyseLeaf(statement, 0);
+void Statements::analyseAssignment(ASTNode& statement) {
+  const Expr& target = parts_.expressions.analyseLeaf(statement, 0);
   ASTNode& source = *statement.leaf(1);
   const Type* type = nullptr;
   const Call* operatorCall = nullptr;
   if (kindOf(source) == NodeKind::Invocation) {
     auto& call = static_cast<Call&>(source);
-    type = analyseCall(call);
-    requireValue(call, type);
+    type = parts_.calls.analyseCall(call);
+    parts_.calls.requireValue(call, type);
     if (!call.accepted) type = nullptr;
     if (call.op != nullptr) operatorCall = &call;
   } else {
-    type = analyseLeaf(statement, 1).dataType;
+    type = parts_.expressions.analyseLeaf(statement, 1).dataType;
   }
   const vel::TextLocation start = static_cast<const Assignment&>(statement).sourceStart;
-  if (requireWritable(target)) judge(target.dataType, type, source, start, operatorCall);
+  if (parts_.expressions.requireWritable(target))
+    parts_.assignments.judge(target.dataType, type, source, start, operatorCall);
 }
 
-void Analyser::analyseIf(ASTNode& statement) {
+void Statements::analyseIf(ASTNode& statement) {
   const int count = statement.leavesCount();
   for (int i = 0; i + 1 < count; i += 2) {
     analyseCondition(statement, i);
@@ -80,16 +81,16 @@ void Analyser::analyseIf(ASTNode& statement) {
   if (count % 2 == 1) analyseStatements(statement.leaf(count - 1));
 }
 
-void Analyser::analyseCondition(ASTNode& parent, int index) {
-  const Expr& condition = analyseLeaf(parent, index);
+void Statements::analyseCondition(ASTNode& parent, int index) {
+  const Expr& condition = parts_.expressions.analyseLeaf(parent, index);
   const BasicDataType type = typeOf(condition);
   if (type != BasicDataType::None && type != BasicDataType::Bool) {
     say(condition, message::kCondition, displayName(condition.dataType));
   }
 }
 
-void Analyser::analyseCase(ASTNode& statement) {
-  const Expr& selector = analyseLeaf(statement, 0);
+void Statements::analyseCase(ASTNode& statement) {
+  const Expr& selector = parts_.expressions.analyseLeaf(statement, 0);
   const BasicDataType type = typeOf(selector);
   if (type != BasicDataType::None && !isInteger(type)) {
     say(selector, message::kSelector, displayName(selector.dataType));
@@ -107,7 +108,7 @@ void Analyser::analyseCase(ASTNode& statement) {
   warnOfRepeated(labels);
 }
 
-void Analyser::analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found) {
+void Statements::analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found) {
   for (int i = 0; i < labels.leavesCount(); ++i) {
     ASTNode& label = *labels.leaf(i);
     const bool range = kindOf(label) == NodeKind::Range;
@@ -119,17 +120,17 @@ void Analyser::analyseLabels(ASTNode& labels, const Expr& selector, std::vector<
   }
 }
 
-std::optional<std::uint64_t> Analyser::labelValue(ASTNode& parent, int index,
-                                                  const Expr& selector) {
+std::optional<std::uint64_t> Statements::labelValue(ASTNode& parent, int index,
+                                                    const Expr& selector) {
   const bool wide = typeOf(selector) == BasicDataType::ULInt;
-  const Expr& label = analyseLeaf(parent, index);
+  const Expr& label = parts_.expressions.analyseLeaf(parent, index);
   if (const auto large = constantAboveLInt(label)) {
     if (wide) return large;
     say(label, message::kConstantTooLarge, TreeBuilder::source(label),
         displayName(selector.dataType));
     return {};
   }
-  const auto value = requireConstant(parent, index);
+  const auto value = parts_.expressions.requireConstant(parent, index);
   constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
   if (!value) return {};
   if (wide && *value < 0) {
@@ -139,7 +140,7 @@ std::optional<std::uint64_t> Analyser::labelValue(ASTNode& parent, int index,
   return static_cast<std::uint64_t>(*value) ^ (wide ? 0 : kSign);
 }
 
-void Analyser::warnOfRepeated(std::vector<Label>& labels) {
+void Statements::warnOfRepeated(std::vector<Label>& labels) {
   std::stable_sort(labels.begin(), labels.end(),
                    [](const Label& a, const Label& b) { return a.low < b.low; });
   const Label* widest = nullptr;
@@ -153,7 +154,7 @@ void Analyser::warnOfRepeated(std::vector<Label>& labels) {
   }
 }
 
-void Analyser::analyseFor(ASTNode& statement) {
+void Statements::analyseFor(ASTNode& statement) {
   ASTNode& start = *statement.leaf(0);
   analyseAssignment(start);
   const auto& control = static_cast<const Expr&>(*start.leaf(0));
@@ -161,10 +162,10 @@ void Analyser::analyseFor(ASTNode& statement) {
   if (type != BasicDataType::None && !isInteger(type)) {
     say(control, message::kControlVariable, TreeBuilder::source(control));
   }
-  const Expr& end = analyseLeaf(statement, 1);
-  judge(control.dataType, end.dataType, end);
+  const Expr& end = parts_.expressions.analyseLeaf(statement, 1);
+  parts_.assignments.judge(control.dataType, end.dataType, end);
   if (statement.leaf(2) != nullptr) {
-    const Expr& step = analyseLeaf(statement, 2);
+    const Expr& step = parts_.expressions.analyseLeaf(statement, 2);
     const BasicDataType stepType = typeOf(step);
     if (stepType != BasicDataType::None && !isInteger(stepType)) {
       say(step, message::kControlVariable, TreeBuilder::source(step));

@@ -8,7 +8,7 @@
 #include "hostkit/device_map.h"
 #include "hostkit/operator_traits.h"
 #include "hostkit/services.h"
-#include "refhost/services/calls.h"
+#include "refhost/services/call_graph.h"
 #include "refhost/services/symbol_table.h"
 
 namespace refhost {
@@ -43,7 +43,7 @@ class Services final : public hostkit::Answers, public hostkit::Services {
 
   SymbolTable symbols;
   DeviceMap memory;
-  Calls calls;
+  CallGraph calls;
 
  private:
   std::unordered_map<const vel::STOperator*, const OperatorTraits*> traits_;  // of those asked for

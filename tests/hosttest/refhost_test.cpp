@@ -9,6 +9,7 @@
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/c_generator.h"
+#include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/syntax/parser.h"
 

@@ -14,7 +14,7 @@ struct CallEdge {
   vel::TextLocation location;
 };
 
-struct Calls {
+struct CallGraph {
   // The unit and the place that code is being generated for.
   std::string currentUnit;
   vel::TextLocation currentLocation = vel::TextLocation();

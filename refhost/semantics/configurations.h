@@ -1,0 +1,19 @@
+// Tasks and the programs that they run.
+#pragma once
+
+#include "refhost/semantics/part.h"
+
+namespace refhost {
+
+class Configurations : public Part {
+ public:
+  using Part::Part;
+
+  void analyseConfigurations();
+
+ private:
+  void analyseTask(const ASTNode& task);
+  void analyseInstance(const ASTNode& instance);
+};
+
+}  // namespace refhost

@@ -1,0 +1,38 @@
+// Units and their variables.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "refhost/semantics/part.h"
+#include "refhost/semantics/types.h"
+
+namespace refhost {
+
+class Declarations : public Part {
+ public:
+  using Part::Part;
+
+  void declareUnits();
+  // The program's unit of this name, or the prelude's where nothing of the program has
+  // it, declared now; null when there is none.
+  UnitSymbol* unitNamed(const std::string& name);
+  void makeGlobals();
+  void declareVariables(UnitSymbol& unit);
+  void analyseInitials(UnitSymbol& unit);
+
+ private:
+  void constantsAhead(UnitSymbol& unit);
+  void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
+                       const Text& name, const ResolvedType& resolved);
+  void declareResult(UnitSymbol& unit);
+  // The body sees the changes of the input, not its value.
+  void detectEdges(VarSymbol& input, const VarDecl& declaration);
+  void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
+  void place(VarSymbol& variable, const ASTNode& address, const Type* type);
+
+  std::vector<std::unique_ptr<VarSymbol>> withoutPlace_;
+};
+
+}  // namespace refhost

@@ -1,0 +1,58 @@
+#include "refhost/semantics/names.h"
+
+#include <utility>
+
+#include "hostkit/folding.h"
+
+namespace refhost {
+
+using vel::TreeBuilder;
+
+VarSymbol* Names::variableNamed(std::string_view name) const {
+  VarSymbol* const own = context_.unit != nullptr ? context_.unit->variable(name) : nullptr;
+  if (own != nullptr) return own;
+  const auto ahead = constantsAhead_.find(name);
+  return ahead != constantsAhead_.end() && ahead->second != nullptr
+             ? ahead->second.get()
+             : services_.symbols.global(name);
+}
+
+// Variables hide the values of enumerations; a value may be named with its type, as
+// `Color#Red` or `Color.Red`.
+NamedValue* Names::valueNamed(const Expr& expr) const {
+  const std::string_view text = TreeBuilder::source(expr);
+  const std::size_t mark = text.find_first_of("#.");
+  if (mark != std::string_view::npos) {
+    const auto* const type =
+        dynamic_cast<const EnumType*>(services_.symbols.dataType(text.substr(0, mark)));
+    return type != nullptr ? type->value(text.substr(mark + 1)) : nullptr;
+  }
+  if (context_.unit != nullptr) {
+    const auto local = context_.unit->namedValues.find(text);
+    if (local != context_.unit->namedValues.end()) return local->second;
+  }
+  if (NamedValue* const value = services_.symbols.namedValue(text)) return value;
+  return equalIgnoringCase(text, "NULL") ? services_.symbols.null() : nullptr;
+}
+
+bool Names::isAddress(std::string_view text) const {
+  vel::HeapAddress address;
+  const bool iec = !text.empty() && text[0] == '%';
+  return (iec || services_.usesDeviceLetters()) && services_.memory.parse(text, address);
+}
+
+void Names::addAhead(std::unique_ptr<VarSymbol> constant) {
+  const std::string_view name = constant->name();
+  constantsAhead_.emplace(name, std::move(constant));
+}
+
+std::unique_ptr<VarSymbol> Names::takeAhead(std::string_view name) {
+  const auto found = constantsAhead_.find(name);
+  return found != constantsAhead_.end() ? std::move(found->second) : nullptr;
+}
+
+Names::ConstantsAhead Names::replaceAhead(ConstantsAhead constants) {
+  return std::exchange(constantsAhead_, std::move(constants));
+}
+
+}  // namespace refhost

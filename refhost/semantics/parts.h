@@ -1,0 +1,43 @@
+// The parts of the analysis, which call each other: an expression holds calls, a call's
+// operand may be a type, and a type holds expressions.
+#pragma once
+
+#include "refhost/semantics/assignments.h"
+#include "refhost/semantics/calls.h"
+#include "refhost/semantics/configurations.h"
+#include "refhost/semantics/declarations.h"
+#include "refhost/semantics/expressions.h"
+#include "refhost/semantics/initials.h"
+#include "refhost/semantics/names.h"
+#include "refhost/semantics/standard_calls.h"
+#include "refhost/semantics/statements.h"
+#include "refhost/semantics/types.h"
+
+namespace refhost {
+
+struct Parts {
+  explicit Parts(Context& context)
+      : names(context, *this),
+        types(context, *this),
+        declarations(context, *this),
+        initials(context, *this),
+        expressions(context, *this),
+        calls(context, *this),
+        standardCalls(context, *this),
+        assignments(context, *this),
+        statements(context, *this),
+        configurations(context, *this) {}
+
+  Names names;
+  Types types;
+  Declarations declarations;
+  Initials initials;
+  Expressions expressions;
+  Calls calls;
+  StandardCalls standardCalls;
+  Assignments assignments;
+  Statements statements;
+  Configurations configurations;
+};
+
+}  // namespace refhost

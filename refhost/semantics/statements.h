@@ -1,0 +1,40 @@
+// The statements of a body.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "refhost/semantics/part.h"
+
+namespace refhost {
+
+class Statements : public Part {
+ public:
+  using Part::Part;
+
+  // `list` is null for a body without statements.
+  void analyseStatements(ASTNode* list);
+
+ private:
+  // A label of a CASE with its values in the order of an unsigned scale.
+  struct Label {
+    std::uint64_t low;
+    std::uint64_t high;
+    const ASTNode* node;
+  };
+
+  void analyseStatement(ASTNode& statement);
+  void analyseAssignment(ASTNode& statement);
+  void analyseIf(ASTNode& statement);
+  void analyseCase(ASTNode& statement);
+  void analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found);
+  std::optional<std::uint64_t> labelValue(ASTNode& parent, int index, const Expr& selector);
+  void warnOfRepeated(std::vector<Label>& labels);
+  void analyseFor(ASTNode& statement);
+  void analyseCondition(ASTNode& parent, int index);
+
+  int loops_ = 0;  // around the statement being analysed
+};
+
+}  // namespace refhost

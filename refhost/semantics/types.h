@@ -1,0 +1,58 @@
+// What TYPE declarations and the types of variables stand for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "refhost/semantics/part.h"
+
+namespace refhost {
+
+// A type, null when it is not known, and the initial value that its declaration gives.
+struct ResolvedType {
+  vel::SymbolDataType* type = nullptr;
+  Expr* initial = nullptr;
+};
+
+class Types : public Part {
+ public:
+  using Part::Part;
+
+  void declareTypes();
+  // `name` is that of a declared type, empty for one that stands in place.
+  ResolvedType resolve(ASTNode& node, const std::string& name = {});
+  // Those that the declarations of types and of their members give, when all are known.
+  void analyseTypeInitials();
+  void refuseRecursiveTypes();
+
+ private:
+  struct DeclaredType {
+    enum class State : std::uint8_t { Waiting, Open, Known };
+    explicit DeclaredType(ASTNode* declaration) : node(declaration) {}
+    ASTNode* node;  // the TypeDecl
+    ResolvedType resolved;
+    State state = State::Waiting;
+  };
+  struct MemberInitial {
+    const Type* type = nullptr;
+    VarDecl* declaration = nullptr;
+    UnitSymbol* unit = nullptr;  // that the structure is declared in
+  };
+
+  ResolvedType resolveDeclared(DeclaredType& declared);
+  ResolvedType resolveName(const TypeSpec& spec);
+  Type* resolveString(TypeSpec& spec);
+  std::optional<Bounds> resolveRange(ASTNode& range);
+  Type* resolveSubrange(TypeSpec& spec, const std::string& name);
+  Type* resolveEnumeration(TypeSpec& spec, const std::string& name);
+  Type* resolveArray(TypeSpec& spec);
+  void declareMembers(StructType& structure, ASTNode& spec);
+  std::string inPlaceName(const std::string& kind);
+
+  FoldedMap<DeclaredType> declaredTypes_;
+  std::vector<MemberInitial> memberInitials_;
+};
+
+}  // namespace refhost
