@@ -25,6 +25,9 @@ struct Bounds {
 
   std::int64_t count() const { return high - low + 1; }
   bool operator==(const Bounds& other) const { return low == other.low && high == other.high; }
+  bool operator<(const Bounds& other) const {
+    return low != other.low ? low < other.low : high < other.high;
+  }
 };
 
 class ArrayType final : public vel::SymbolDataType {

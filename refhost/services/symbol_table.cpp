@@ -44,7 +44,9 @@ SymbolTable::SymbolTable() {
   null_ = std::make_unique<NamedValue>("NULL", pointerType(nullptr, false), 0);
 }
 
-void SymbolTable::keep() { kept_ = {types_, units_, ownedTypes_.size(), ownedUnits_.size()}; }
+void SymbolTable::keep() {
+  kept_ = {types_, units_, unnamed_, ownedTypes_.size(), ownedUnits_.size()};
+}
 
 void SymbolTable::forget() {
   types_ = kept_.types;
@@ -57,6 +59,7 @@ void SymbolTable::forget() {
   ownedUnits_.resize(kept_.ownedUnits);
   ownedTypes_.resize(kept_.ownedTypes);
   stringTypes_.clear();
+  unnamed_ = kept_.unnamed;
 }
 
 Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol::Type kind) const {
@@ -110,33 +113,24 @@ vel::SymbolDataType* SymbolTable::dataType(std::string_view name) const {
 }
 
 vel::SymbolDataType* SymbolTable::stringType(BasicDataType type, int length) {
-  for (const auto& known : stringTypes_) {
-    if (known->dataType() == type && known->length() == length) return known.get();
-  }
-  stringTypes_.push_back(std::make_unique<StringType>(type, length));
-  return stringTypes_.back().get();
+  std::unique_ptr<StringType>& known = stringTypes_[{type, length}];
+  if (known == nullptr) known = std::make_unique<StringType>(type, length);
+  return known.get();
 }
 
 ArrayType* SymbolTable::arrayType(vel::SymbolDataType* element, Expr* elementInitial,
                                   const std::vector<Bounds>& bounds) {
-  for (const auto& known : ownedTypes_) {
-    auto* const array = dynamic_cast<ArrayType*>(known.get());
-    if (array != nullptr && array->element == element && array->elementInitial == elementInitial &&
-        array->bounds == bounds) {
-      return array;
-    }
+  ArrayType*& known = unnamed_.arrays[{element, elementInitial, bounds}];
+  if (known == nullptr) {
+    known = addType(std::make_unique<ArrayType>(element, bounds, elementInitial));
   }
-  return addType(std::make_unique<ArrayType>(element, bounds, elementInitial));
+  return known;
 }
 
 PointerType* SymbolTable::pointerType(vel::SymbolDataType* target, bool isReference) {
-  for (const auto& known : ownedTypes_) {
-    auto* const pointer = dynamic_cast<PointerType*>(known.get());
-    if (pointer != nullptr && pointer->target == target && pointer->isReference == isReference) {
-      return pointer;
-    }
-  }
-  return addType(std::make_unique<PointerType>(target, isReference));
+  PointerType*& known = unnamed_.pointers[{target, isReference}];
+  if (known == nullptr) known = addType(std::make_unique<PointerType>(target, isReference));
+  return known;
 }
 
 NamedValue* SymbolTable::namedValue(std::string_view name) const {

@@ -1,10 +1,13 @@
 // The reference host's symbol table.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "hostkit/folding.h"
@@ -80,7 +83,13 @@ class SymbolTable final {
   std::unique_ptr<UnitSymbol> globals_;
   std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
   std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
-  std::vector<std::unique_ptr<StringType>> stringTypes_;
+  std::map<std::pair<BasicDataType, int>, std::unique_ptr<StringType>> stringTypes_;
+  // Types without a name, by what makes them the same.
+  struct Unnamed {
+    std::map<std::tuple<const vel::SymbolDataType*, const Expr*, std::vector<Bounds>>, ArrayType*>
+        arrays;
+    std::map<std::pair<const vel::SymbolDataType*, bool>, PointerType*> pointers;
+  } unnamed_;
   FoldedMap<NamedValue*> namedValues_;  // null: of several enumerations
   std::unique_ptr<NamedValue> null_;
   std::unordered_map<std::string, std::unique_ptr<vel::SymbolTyped>> accesses_;
@@ -88,6 +97,7 @@ class SymbolTable final {
   struct {
     FoldedMap<vel::SymbolDataType*> types;
     FoldedMap<vel::SymbolPOU*> units;
+    Unnamed unnamed;
     std::size_t ownedTypes = 0;
     std::size_t ownedUnits = 0;
   } kept_;
