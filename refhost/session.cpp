@@ -115,7 +115,7 @@ bool Session::analyse() {
 const std::vector<vel::VELMessage>& Session::messages() const { return impl_->messages; }
 
 std::string Session::translate() {
-  CGenerator generator(impl_->services, impl_->options.localIo, impl_->messages);
+  CGenerator generator(impl_->services, impl_->messages);
   std::string text = generator.program();
   if (impl_->hasErrors()) text.clear();
   return text;

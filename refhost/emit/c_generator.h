@@ -10,8 +10,11 @@
 
 #include "host/generator.h"
 #include "host/message.h"
+#include "refhost/emit/effects.h"
 #include "refhost/emit/names.h"
 #include "refhost/emit/place.h"
+#include "refhost/emit/start_values.h"
+#include "refhost/emit/type_text.h"
 #include "refhost/messages.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/bindings.h"
@@ -21,7 +24,8 @@ namespace refhost {
 
 class CGenerator final : public vel::Generator {
  public:
-  CGenerator(Services& services, std::string localIo, std::vector<vel::VELMessage>& messages);
+  // `services` know an analysed program.
+  CGenerator(Services& services, std::vector<vel::VELMessage>& messages);
 
   // The whole file. Appends an error for each call for which its operator generates
   // nothing.
@@ -34,7 +38,7 @@ class CGenerator final : public vel::Generator {
   static Place globalPlace(const VarSymbol& variable);
 
   const char* optionText(const char* name) override;
-  std::string typeText(vel::SymbolDataType* type) override;
+  std::string typeText(vel::SymbolDataType* type) override { return refhost::typeText(type); }
   std::string variableText(vel::SymbolVar* variable, int flag, const std::string& pouName) override;
   std::string expressionText(vel::ASTNode* expression) override;
   // Literals need no preparation in this host's C.
@@ -74,17 +78,10 @@ class CGenerator final : public vel::Generator {
 
   // data_types.cpp
   void nameTypes();
-  // The C type of a pointer to `target`.
-  std::string pointerText(Type* target);
-  // The C type of a pointer to a whole text, not to its first character.
-  static std::string textPointer(const Type& text);
-  std::string declaration(const Type* type, const std::string& name) const;
   std::string structures();
   void appendStructure(const StructType& structure, std::string& out) const;
 
   // initials.cpp
-  bool hasDefault(const Type* type);
-  bool startsOtherThanZero(const VarSymbol& variable);
   // Statements that give a variable at `place` its initial value.
   void initialise(const Place& place, const VarSymbol& variable);
   // The initial value of an array or structure that a call leaves out, as an expression.
@@ -113,8 +110,6 @@ class CGenerator final : public vel::Generator {
   void block(const std::string& head, const ASTNode* list);
   // The statement that gives `target` the value `value` of type `from`.
   std::string store(const Expr& target, const std::string& value, BasicDataType from);
-  std::string storeAs(const Type* type, const Place& place, const std::string& value,
-                      BasicDataType from);
 
   // expressions.cpp
   void append(const Expr& expr, std::string& out);
@@ -164,8 +159,6 @@ class CGenerator final : public vel::Generator {
   // In an expression: `value`, the call's text, or zero.
   std::string enabledText(const Call& call, const std::string& value);
   std::string storeEnabled(const Call& call, const std::string& flag);
-  // An empty text, an array or structure of zeros, 0.
-  std::string zeroText(const Type* type) const;
 
   // standard_calls.cpp
   std::string standardText(const Call& call);
@@ -174,7 +167,6 @@ class CGenerator final : public vel::Generator {
   std::string runtimeText(const Call& call, const Expr* target);
 
   // evaluation_order.cpp
-  void findEffects();
   // Of a call; none where a type stands as the operand.
   static std::vector<const vel::ASTNode*> parametersOf(const Call& call);
   // What `write` makes of the operands, in C that evaluates them from left to right, each
@@ -183,15 +175,13 @@ class CGenerator final : public vel::Generator {
                       const std::function<std::string()>& write);
 
   Services& services_;
-  std::string localIo_;
   std::vector<vel::VELMessage>& messages_;
 
   CNames fileNames_{CNames::Scope::File};
   std::vector<std::string> staticTexts_;  // in order of first use
   std::unordered_set<const vel::STOperator*> usedOperators_;
-  std::unordered_map<const Type*, bool> hasDefault_;
-  std::unordered_set<const vel::Symbol*> effects_;  // functions that reach beyond their inputs
-  bool ordered_ = false;                            // some operands have effects
+  StartValues startValues_;
+  Effects effects_;
 
   // Of the C function being written.
   UnitSymbol* unit_ = nullptr;

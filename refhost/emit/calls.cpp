@@ -90,7 +90,7 @@ std::string CGenerator::operatorText(const Call& call) {
   const auto generate = [&] {
     return enter([&] { return call.op->generate(this, const_cast<Call*>(&call)); });
   };
-  const bool anyOrder = !ordered_ || !call.traits->givesValue();
+  const bool anyOrder = !effects_.any() || !call.traits->givesValue();
   std::string text = anyOrder ? generate() : inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
     if (messages_.size() > before) return text;  // what failed has been said
@@ -183,7 +183,7 @@ std::string CGenerator::functionText(const Call& call, const std::vector<Binding
       arguments += given != nullptr ? pointerTo(*given, type) : "NULL";
     } else if (value != nullptr && value->op() < op::kArrayValue) {
       arguments += argumentText(*value, type);
-    } else if (isComposite(type) && startsOtherThanZero(*parameter)) {
+    } else if (isComposite(type) && startValues_.differFromZero(*parameter)) {
       arguments += initialText(*parameter);
     } else if (isComposite(type) || text) {
       arguments += zeroText(type);
@@ -247,7 +247,7 @@ void CGenerator::instanceCall(const Call& call) {
     }
     std::string value;
     append(*binding.value, value);
-    line(storeAs(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
+    line(storeText(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
   }
   for (const auto& parameter : block.variables()) {
     if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;

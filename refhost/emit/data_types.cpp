@@ -4,55 +4,6 @@
 #include "refhost/emit/c_generator.h"
 
 namespace refhost {
-namespace {
-
-const char* characterType(const vel::SymbolDataType& text) {
-  return text.dataType() == BasicDataType::String ? "char" : "u16";
-}
-
-bool isTextType(const vel::SymbolDataType* type) {
-  return type != nullptr && isText(type->dataType());
-}
-
-}  // namespace
-
-std::string CGenerator::typeText(Type* type) {
-  if (type == nullptr) return {};
-  if (isTextType(type)) {
-    return fmt::format("{}[{}]", characterType(*type), stringLength(*type) + 1);
-  }
-  if (const ElementaryType* const row = elementaryType(valueType(type))) return row->cType;
-  if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    return "struct " + instance->unit->cName;
-  }
-  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    return "struct " + structure->cName;
-  }
-  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
-    return "struct " + array->cName;
-  }
-  return pointerText(static_cast<const PointerType*>(type)->target);
-}
-
-// Programs look at a variable through pointers to other types than its own.
-std::string CGenerator::pointerText(Type* target) {
-  if (target == nullptr) return "void*";
-  if (isTextType(target)) return std::string(characterType(*target)) + "*";
-  const bool plain = elementaryType(valueType(target)) != nullptr;
-  return (plain ? "vel_any_" : "") + typeText(target) + "*";
-}
-
-std::string CGenerator::textPointer(const Type& text) {
-  return fmt::format("{}(*)[{}]", characterType(text), stringLength(text) + 1);
-}
-
-std::string CGenerator::declaration(const Type* type, const std::string& name) const {
-  if (isTextType(type)) {
-    return fmt::format("{} {}[{}]", characterType(*type), name, stringLength(*type) + 1);
-  }
-  return fmt::format("{} {}", const_cast<CGenerator*>(this)->typeText(const_cast<Type*>(type)),
-                     name);
-}
 
 // Arrays of as many elements of the same C type are one type in C.
 void CGenerator::nameTypes() {

@@ -42,19 +42,4 @@ std::string CGenerator::storeEnabled(const Call& call, const std::string& flag) 
   return store(target, call.enabled->negated ? "!" + flag : flag, BasicDataType::Bool);
 }
 
-std::string CGenerator::zeroText(const Type* type) const {
-  if (type == nullptr) return "0";
-  if (isComposite(type)) return fmt::format("({}){{0}}", declaration(type, ""));
-  switch (type->dataType()) {
-    case BasicDataType::String:
-      return "\"\"";
-    case BasicDataType::WString:
-      return "u\"\"";
-    case BasicDataType::Pointer:
-      return fmt::format("({})0", declaration(type, ""));
-    default:
-      return "0";
-  }
-}
-
 }  // namespace refhost

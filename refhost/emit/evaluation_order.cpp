@@ -12,63 +12,9 @@ using vel::ASTNode;
 
 namespace {
 
-using Functions = std::unordered_set<const vel::Symbol*>;
-
-// A call with effects, or one that stores its ENO.
-bool hasEffect(const ASTNode& node, const Functions& functions) {
-  if (kindOf(node) != NodeKind::Invocation) return false;
-  const auto& call = static_cast<const Call&>(node);
-  return call.enabled != nullptr || functions.count(call.symbol) != 0;
-}
-
-// Reads or writes what is not a variable of `function` itself.
-bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
-  return anyNode(whole, [&function](const ASTNode& node) {
-    if (kindOf(node) == NodeKind::Invocation) {
-      const OperatorTraits* const traits = static_cast<const Call&>(node).traits;
-      return traits != nullptr && (!traits->givesValue() || traits->countsCalls());
-    }
-    if (node.type() != vel::ASTType::Expression) return false;
-    const auto& expr = static_cast<const Expr&>(node);
-    if (expr.access == Expr::Access::Dereference) return true;
-    if (expr.op() != Expression::Variable ||
-        dynamic_cast<const NamedValue*>(expr.symbol) != nullptr) {
-      return false;
-    }
-    const auto* const variable = asVariable(expr.symbol);
-    return variable == nullptr || variable->owner != &function || variable->iecAddress().area != 0;
-  });
-}
-
 bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
 
 }  // namespace
-
-void CGenerator::findEffects() {
-  std::vector<const UnitSymbol*> others;
-  for (const UnitSymbol* const unit : services_.symbols.units()) {
-    ordered_ = ordered_ || unit->storesEnabled;
-    if (unit->type() != vel::POUType::Function) continue;
-    bool effects = reachesOutside(*unit->node->leaf(Unit::kBody), *unit);
-    for (const auto& variable : unit->variables()) {
-      effects = effects || variable->role == Role::InOut || variable->role == Role::Output;
-    }
-    if (effects) {
-      effects_.insert(unit);
-    } else {
-      others.push_back(unit);
-    }
-  }
-  const auto isEffect = [this](const ASTNode& node) { return hasEffect(node, effects_); };
-  // Effects are those of what is called, too.
-  for (std::size_t before = 0; before != effects_.size();) {
-    before = effects_.size();
-    for (const UnitSymbol* const unit : others) {
-      if (anyNode(*unit->node->leaf(Unit::kBody), isEffect)) effects_.insert(unit);
-    }
-  }
-  ordered_ = ordered_ || !effects_.empty();
-}
 
 std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
   std::vector<const ASTNode*> parameters;
@@ -80,10 +26,8 @@ std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
 
 std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
                                 const std::function<std::string()>& write) {
-  const auto hasEffects = [this](const ASTNode* operand) {
-    return anyNode(*operand, [this](const ASTNode& node) { return hasEffect(node, effects_); });
-  };
-  if (!ordered_) return write();
+  if (!effects_.any()) return write();
+  const auto hasEffects = [this](const ASTNode* operand) { return effects_.in(*operand); };
   const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
   if (last == operands.begin()) return write();
   // The last call with effects comes by itself after what stands before it; where
@@ -96,7 +40,7 @@ std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, boo
     std::string value;
     append(operand, value);
     const std::string name = temporary(operand.dataType);
-    held += storeAs(operand.dataType, {Place::Kind::Object, name}, value, typeOf(operand)) + ", ";
+    held += storeText(operand.dataType, {Place::Kind::Object, name}, value, typeOf(operand)) + ", ";
     held_[*at] = name;
   }
   const std::string text = write();

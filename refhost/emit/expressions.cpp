@@ -255,7 +255,7 @@ void CGenerator::binary(const Expr& expr, std::string& out) {
 }
 
 void CGenerator::binaryPiece(const Expr& expr, std::string& out) {
-  if (!ordered_) {
+  if (!effects_.any()) {
     operation(expr, out);
     return;
   }
@@ -413,7 +413,7 @@ void CGenerator::times(const Expr& expr, const Meeting& meeting, std::string& ou
 }
 
 const char* CGenerator::optionText(const char* name) {
-  return std::string_view(name) == "localio.addr" ? localIo_.c_str() : "";
+  return std::string_view(name) == "localio.addr" ? services_.settings.localIoAddress.c_str() : "";
 }
 
 }  // namespace refhost

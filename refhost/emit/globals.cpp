@@ -28,7 +28,7 @@ void CGenerator::appendGlobals(std::string& out) {
 }
 
 void CGenerator::initialiseOnce(const VarSymbol& variable) {
-  if (!startsOtherThanZero(variable) || !initialised_.insert(&variable).second) return;
+  if (!startValues_.differFromZero(variable) || !initialised_.insert(&variable).second) return;
   if (variable.initial != nullptr) initialiseConstants(*variable.initial, variable);
   initialise(placeOf(variable), variable);
 }

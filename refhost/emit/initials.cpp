@@ -9,28 +9,6 @@
 
 namespace refhost {
 
-// True when a variable of the type does not start as zero.
-bool CGenerator::hasDefault(const Type* type) {
-  if (type == nullptr) return false;
-  const auto known = hasDefault_.find(type);
-  if (known != hasDefault_.end()) return known->second;
-  bool result = isInstance(type) || implicitInitial(type) != 0;
-  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
-    result = array->elementInitial != nullptr || hasDefault(array->element);
-  }
-  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    for (const auto& member : structure->members()) {
-      result = result || startsOtherThanZero(*member);
-    }
-  }
-  return hasDefault_[type] = result;
-}
-
-bool CGenerator::startsOtherThanZero(const VarSymbol& variable) {
-  return variable.initial != nullptr || variable.typeInitial != nullptr ||
-         hasDefault(variable.dataType());
-}
-
 // Later initial values are those of a part, or override earlier ones: of the type, of its
 // declaration, of the variable.
 void CGenerator::initialise(const Place& place, const VarSymbol& variable) {
@@ -57,7 +35,7 @@ std::string CGenerator::initialText(const VarSymbol& input) {
 }
 
 void CGenerator::setDefault(const Place& place, const Type* type) {
-  if (!hasDefault(type)) return;
+  if (!startValues_.differFromZero(type)) return;
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
     forElements(place, "0", std::to_string(array->count()), [&](const Place& element) {
       setDefault(element, array->element);
@@ -103,7 +81,7 @@ void CGenerator::setInitial(const Place& place, const Type* type, const Expr& va
   } else {
     text = expressionText(const_cast<Expr*>(&value));
   }
-  line(storeAs(type, place, text, typeOf(value)) + ";");
+  line(storeText(type, place, text, typeOf(value)) + ";");
 }
 
 // The items of `list` from leaf `first` on go to the elements from `next` on.
@@ -132,7 +110,7 @@ void CGenerator::setRepeated(const Place& place, const ArrayType& array, const E
   } else if (only != nullptr && only->op() != op::kRepeat && !isRow(array, *only)) {
     const std::string from = std::to_string(next);
     next += times;
-    if (constantInteger(*only) == 0 && !hasDefault(&array)) return;
+    if (constantInteger(*only) == 0 && !startValues_.differFromZero(&array)) return;
     forElements(place, from, std::to_string(next),
                 [&](const Place& element) { setInitial(element, array.element, *only); });
   } else {
@@ -157,7 +135,7 @@ std::string CGenerator::structureInits() {
   std::string out;
   for (const auto& owned : services_.symbols.ownedTypes()) {
     const auto* const structure = dynamic_cast<const StructType*>(owned.get());
-    if (structure == nullptr || !hasDefault(structure)) continue;
+    if (structure == nullptr || !startValues_.differFromZero(structure)) continue;
     body_.clear();
     indent_ = 1;
     for (const auto& member : structure->members()) {

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "refhost/emit/type_text.h"
+
 namespace refhost {
 
 Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw,
@@ -77,6 +79,20 @@ std::string storeText(BasicDataType to, int capacity, const Place& place, const 
     return place.store(fmt::format("({})({})", cType(to), value));
   }
   return place.store(value);
+}
+
+std::string storeText(const vel::SymbolDataType* to, const Place& place, const std::string& value,
+                      BasicDataType from) {
+  if (to == nullptr) return place.store(value);
+  const BasicDataType kind = valueType(to);
+  if (kind == BasicDataType::Pointer) {
+    const std::string cast = fmt::format("({})", typeText(to));
+    if (value.compare(0, cast.size(), cast) == 0) return place.store(value);
+    const char* const number = isInteger(from) ? "(uintptr_t)" : "";
+    return place.store(cast + number + enclosed(value));
+  }
+  const int capacity = isText(kind) ? stringLength(*to) + 1 : 0;
+  return storeText(kind, capacity, place, value, from);
 }
 
 }  // namespace refhost

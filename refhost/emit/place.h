@@ -43,6 +43,9 @@ struct Place {
 // included.
 std::string storeText(BasicDataType to, int capacity, const Place& place, const std::string& value,
                       BasicDataType from);
+// The same for a place of any type, null for none.
+std::string storeText(const vel::SymbolDataType* to, const Place& place, const std::string& value,
+                      BasicDataType from);
 
 // `text` as the operand of a cast: in parentheses, if it is not already.
 std::string enclosed(const std::string& text);

@@ -67,7 +67,7 @@ Place CGenerator::elementPlace(const Expr& expr) {
   if (array != nullptr) return placeOf(base).member("a[" + indexText(expr, *array) + "]");
   // A pointer to the first.
   std::string text = placeOf(base).load();
-  if (isText(typeOf(expr))) text = fmt::format("(({}){})", textPointer(*expr.dataType), text);
+  if (isText(typeOf(expr))) text = fmt::format("(({}){})", arrayPointerText(*expr.dataType), text);
   return {Place::Kind::Object, fmt::format("{}[{}]", text, expressionText(expr.leaf(1)))};
 }
 

@@ -134,21 +134,7 @@ void CGenerator::assignment(const ASTNode& node) {
 }
 
 std::string CGenerator::store(const Expr& target, const std::string& value, BasicDataType from) {
-  return storeAs(target.dataType, placeOf(target), value, from);
-}
-
-std::string CGenerator::storeAs(const Type* type, const Place& place, const std::string& value,
-                                BasicDataType from) {
-  if (type == nullptr) return place.store(value);
-  const BasicDataType to = valueType(type);
-  if (to == BasicDataType::Pointer) {
-    const std::string cast = fmt::format("({})", typeText(const_cast<Type*>(type)));
-    if (value.compare(0, cast.size(), cast) == 0) return place.store(value);
-    const char* const number = isInteger(from) ? "(uintptr_t)" : "";
-    return place.store(cast + number + enclosed(value));
-  }
-  const int capacity = isText(to) ? stringLength(*type) + 1 : 0;
-  return storeText(to, capacity, place, value, from);
+  return storeText(target.dataType, placeOf(target), value, from);
 }
 
 void CGenerator::ifStatement(const ASTNode& node) {

@@ -24,10 +24,6 @@ void join(std::string& out, std::string text) {
   }
 }
 
-bool isTextType(const vel::SymbolDataType* type) {
-  return type != nullptr && isText(type->dataType());
-}
-
 // Comparisons that are always true, variables that nobody reads, and BOOL operators that
 // evaluate both sides, are the program's own.
 constexpr std::string_view kHead =
@@ -66,17 +62,12 @@ bool isMember(const VarSymbol& variable) {
 
 }  // namespace
 
-CGenerator::CGenerator(Services& services, std::string localIo,
-                       std::vector<vel::VELMessage>& messages)
-    : Generator(&services),
-      services_(services),
-      localIo_(std::move(localIo)),
-      messages_(messages) {}
+CGenerator::CGenerator(Services& services, std::vector<vel::VELMessage>& messages)
+    : Generator(&services), services_(services), messages_(messages), effects_(services.symbols) {}
 
 std::string CGenerator::program() {
   nameUnits();
   nameTypes();
-  findEffects();
   std::string bodies;
   appendGlobals(bodies);
   for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
@@ -218,7 +209,7 @@ std::string CGenerator::prototypes() {
   std::string out;
   for (const auto& owned : services_.symbols.ownedTypes()) {
     const auto* const structure = dynamic_cast<const StructType*>(owned.get());
-    if (structure == nullptr || !hasDefault(structure)) continue;
+    if (structure == nullptr || !startValues_.differFromZero(structure)) continue;
     out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
                        structure->cInit, structure->cName);
   }
@@ -335,7 +326,7 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
     const Type* const type = variable->dataType();
     const Role role = variable->role;
     if (role == Role::Input && isTextType(type)) {
-      line(storeAs(type, placeOf(*variable), "vel_" + variable->cName, type->dataType()) + ";");
+      line(storeText(type, placeOf(*variable), "vel_" + variable->cName, type->dataType()) + ";");
     } else if (role == Role::Result && isTextType(type)) {
       line(variable->cName + "[0] = 0;");
     } else if (role == Role::Output) {
@@ -344,7 +335,7 @@ void CGenerator::appendFunction(UnitSymbol& function, std::string& out) {
           isComposite(type) ? fmt::format("({}){{0}}", declaration(type, "")) : "0";
       line(fmt::format("{}{} = {};", place, isTextType(type) ? "[0]" : "", zero));
     }
-    if (role != Role::Input && role != Role::InOut && startsOtherThanZero(*variable)) {
+    if (role != Role::Input && role != Role::InOut && startValues_.differFromZero(*variable)) {
       const Place result{Place::Kind::Object, variable->cName};
       initialise(role == Role::Result ? result : placeOf(*variable), *variable);
     }
@@ -387,9 +378,10 @@ void CGenerator::detectEdge(const VarSymbol& input) {
   const bool rising = input.edge == Edge::Rising;
   line(fmt::format("const u8 {} = {};", given, placeOf(input).load()));
   const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
-  line(storeAs(input.dataType(), placeOf(input), edge, BasicDataType::Bool) + ";");
+  line(storeText(input.dataType(), placeOf(input), edge, BasicDataType::Bool) + ";");
   line(fmt::format("{} = {};", state, given));
-  closing_ += "  " + storeAs(input.dataType(), placeOf(input), given, BasicDataType::Bool) + ";\n";
+  closing_ +=
+      "  " + storeText(input.dataType(), placeOf(input), given, BasicDataType::Bool) + ";\n";
 }
 
 void CGenerator::appendStateful(UnitSymbol& unit, std::string& out) {

@@ -88,14 +88,12 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   }
   bool setLocalIo(const std::string& ranges) override {
     services_.settings.localIoAddress = ranges;
-    makeGenerator();
     return true;
   }
 
  private:
   void makeGenerator() {
-    generator_ = std::make_unique<refhost::CGenerator>(services_, services_.settings.localIoAddress,
-                                                       messages_);
+    generator_ = std::make_unique<refhost::CGenerator>(services_, messages_);
   }
 
   refhost::Services services_{0, {}};

@@ -1,0 +1,20 @@
+// Which variables start with another value than zero.
+#pragma once
+
+#include <unordered_map>
+
+#include "refhost/services/derived_types.h"
+
+namespace refhost {
+
+class StartValues {
+ public:
+  // False for no type.
+  bool differFromZero(const vel::SymbolDataType* type);
+  bool differFromZero(const VarSymbol& variable);
+
+ private:
+  std::unordered_map<const vel::SymbolDataType*, bool> known_;
+};
+
+}  // namespace refhost

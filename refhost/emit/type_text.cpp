@@ -1,0 +1,70 @@
+#include "refhost/emit/type_text.h"
+
+#include <fmt/format.h>
+
+namespace refhost {
+namespace {
+
+// Programs look at a variable through pointers to other types than its own.
+std::string pointerText(const vel::SymbolDataType* target) {
+  if (target == nullptr) return "void*";
+  if (isTextType(target)) return std::string(characterType(*target)) + "*";
+  const bool plain = elementaryType(valueType(target)) != nullptr;
+  return (plain ? "vel_any_" : "") + typeText(target) + "*";
+}
+
+}  // namespace
+
+bool isTextType(const vel::SymbolDataType* type) {
+  return type != nullptr && isText(type->dataType());
+}
+
+const char* characterType(const vel::SymbolDataType& text) {
+  return text.dataType() == BasicDataType::String ? "char" : "u16";
+}
+
+std::string typeText(const vel::SymbolDataType* type) {
+  if (type == nullptr) return {};
+  if (isTextType(type)) {
+    return fmt::format("{}[{}]", characterType(*type), stringLength(*type) + 1);
+  }
+  if (const ElementaryType* const row = elementaryType(valueType(type))) return row->cType;
+  if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
+    return "struct " + instance->unit->cName;
+  }
+  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+    return "struct " + structure->cName;
+  }
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+    return "struct " + array->cName;
+  }
+  return pointerText(static_cast<const PointerType*>(type)->target);
+}
+
+std::string arrayPointerText(const vel::SymbolDataType& text) {
+  return fmt::format("{}(*)[{}]", characterType(text), stringLength(text) + 1);
+}
+
+std::string declaration(const vel::SymbolDataType* type, const std::string& name) {
+  if (isTextType(type)) {
+    return fmt::format("{} {}[{}]", characterType(*type), name, stringLength(*type) + 1);
+  }
+  return fmt::format("{} {}", typeText(type), name);
+}
+
+std::string zeroText(const vel::SymbolDataType* type) {
+  if (type == nullptr) return "0";
+  if (isComposite(type)) return fmt::format("({}){{0}}", declaration(type, ""));
+  switch (type->dataType()) {
+    case BasicDataType::String:
+      return "\"\"";
+    case BasicDataType::WString:
+      return "u\"\"";
+    case BasicDataType::Pointer:
+      return fmt::format("({})0", declaration(type, ""));
+    default:
+      return "0";
+  }
+}
+
+}  // namespace refhost
