@@ -8,7 +8,7 @@
 #include "hostkit/literal_text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
-#include "refhost/emit/c_generator.h"
+#include "refhost/emit/file_writer.h"
 #include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
@@ -61,7 +61,7 @@ void appendVariables(const UnitSymbol& unit, const std::string& program,
     entry.shape = shapeOf(type);
     entry.type = valueType(type);
     entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
-    setPlace(entry, CGenerator::globalPlace(*variable));
+    setPlace(entry, globalPlace(*variable));
     entry.settable = entry.shape != nullptr && !variable->constant;
     result.push_back(std::move(entry));
   }
@@ -115,8 +115,7 @@ bool Session::analyse() {
 const std::vector<vel::VELMessage>& Session::messages() const { return impl_->messages; }
 
 std::string Session::translate() {
-  CGenerator generator(impl_->services, impl_->messages);
-  std::string text = generator.program();
+  std::string text = FileWriter(impl_->services, impl_->messages).text();
   if (impl_->hasErrors()) text.clear();
   return text;
 }
@@ -133,12 +132,12 @@ std::vector<std::string> Session::programs() const {
 
 std::string Session::programInit(const std::string& program) const {
   const UnitSymbol* const unit = impl_->services.symbols.unit(program);
-  return unit != nullptr ? CGenerator::initName(*unit) : std::string();
+  return unit != nullptr ? unit->cInit : std::string();
 }
 
 std::string Session::programScan(const std::string& program) const {
   const UnitSymbol* const unit = impl_->services.symbols.unit(program);
-  return unit != nullptr ? CGenerator::scanName(*unit) : std::string();
+  return unit != nullptr ? unit->cScan : std::string();
 }
 
 std::vector<ProgramVariable> Session::programVariables() const {

@@ -3,8 +3,7 @@
 // with effects are called.
 #include <algorithm>
 
-#include "core/operator.h"
-#include "refhost/emit/c_generator.h"
+#include "refhost/emit/expression_writer.h"
 
 namespace refhost {
 
@@ -16,18 +15,10 @@ bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
 
 }  // namespace
 
-std::vector<const ASTNode*> CGenerator::parametersOf(const Call& call) {
-  std::vector<const ASTNode*> parameters;
-  const ASTNode* const list = call.leaf(1);
-  if (list == nullptr || list->type() != vel::ASTType::ParameterList) return parameters;
-  for (int i = 0; i < list->leavesCount(); ++i) parameters.push_back(list->leaf(i));
-  return parameters;
-}
-
-std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
-                                const std::function<std::string()>& write) {
-  if (!effects_.any()) return write();
-  const auto hasEffects = [this](const ASTNode* operand) { return effects_.in(*operand); };
+std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
+                                      const std::function<std::string()>& write) {
+  if (!file_.effects.any()) return write();
+  const auto hasEffects = [this](const ASTNode* operand) { return file_.effects.in(*operand); };
   const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
   if (last == operands.begin()) return write();
   // The last call with effects comes by itself after what stands before it; where
@@ -39,12 +30,12 @@ std::string CGenerator::inOrder(const std::vector<const ASTNode*>& operands, boo
     if (isConstant(*at) || operand.dataType == nullptr) continue;
     std::string value;
     append(operand, value);
-    const std::string name = temporary(operand.dataType);
+    const std::string name = body_.temporary(operand.dataType);
     held += storeText(operand.dataType, {Place::Kind::Object, name}, value, typeOf(operand)) + ", ";
-    held_[*at] = name;
+    body_.held[*at] = name;
   }
   const std::string text = write();
-  for (const ASTNode* const operand : operands) held_.erase(operand);
+  for (const ASTNode* const operand : operands) body_.held.erase(operand);
   return held.empty() ? text : "(" + held + text + ")";
 }
 

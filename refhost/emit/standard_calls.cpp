@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "refhost/emit/c_generator.h"
+#include "refhost/emit/expression_writer.h"
 #include "refhost/services/standard_functions.h"
 
 namespace refhost {
@@ -38,31 +38,30 @@ bool isApart(const VarSymbol& target, const vel::ASTNode& value) {
 
 }  // namespace
 
-std::string CGenerator::standardText(const Call& call) {
+std::string CallWriter::standardText(const Call& call) {
   switch (call.standard->kind) {
     case Kind::Operation:
     case Kind::Comparison:
-      return "(" + expressionText(call.leaf(2)) + ")";
+      return "(" + expressions_.expressionText(call.leaf(2)) + ")";
     case Kind::Clock:
       return "((i32)vel_scan_time)";
     default:
-      return inOrder(parametersOf(call), false, [&] { return runtimeText(call, nullptr); });
+      return expressions_.inOrder(parametersOf(call), false,
+                                  [&] { return runtimeText(call, nullptr); });
   }
 }
 
-bool CGenerator::makeInPlace(const Call& call, const Expr& target) {
+std::string CallWriter::textMadeIn(const Call& call, const Expr& target) {
   const VarSymbol* const variable = variableOf(target);
   if (call.standard == nullptr || !makesText(*call.standard) || variable == nullptr ||
       !isApart(*variable, *call.leaf(1))) {
-    return false;
+    return {};
   }
-  const auto write = [&] { return runtimeText(call, &target); };
-  line(inOrder(parametersOf(call), false, write) + ";");
-  return true;
+  return expressions_.inOrder(parametersOf(call), false,
+                              [&] { return runtimeText(call, &target); });
 }
 
-// A text is made in `target` or, without one, in a buffer of the call's own.
-std::string CGenerator::runtimeText(const Call& call, const Expr* target) {
+std::string CallWriter::runtimeText(const Call& call, const Expr* target) {
   const StandardFunction& function = *call.standard;
   const vel::ASTNode& list = *call.leaf(1);
   const bool narrow = likelyType(*list.leaf(0)) == BasicDataType::String;
@@ -70,10 +69,10 @@ std::string CGenerator::runtimeText(const Call& call, const Expr* target) {
   if (makesText(function)) {
     int length = stringLength(*call.dataType);
     if (target != nullptr) {
-      text += placeOf(*target).load();
+      text += expressions_.places.of(*target).load();
       length = std::min(length, stringLength(*target->dataType));
     } else {
-      text += temporary(call.dataType);
+      text += body_.temporary(call.dataType);
     }
     text += fmt::format(", {}", length + 1);
   }
@@ -84,9 +83,9 @@ std::string CGenerator::runtimeText(const Call& call, const Expr* target) {
   for (int i = 0; i < list.leavesCount(); ++i) {
     if (text.back() != '(' && text.back() != '{') text += ", ";
     if (function.takesText(i)) {
-      text += expressionText(list.leaf(i));
+      text += expressions_.expressionText(list.leaf(i));
     } else {
-      converted(*list.leaf(i), BasicDataType::LInt, text);
+      expressions_.converted(*list.leaf(i), BasicDataType::LInt, text);
     }
   }
   return text + (counted ? "})" : ")");

@@ -3,12 +3,14 @@
 
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "core/op_manager_api.h"
 #include "hostkit/hosttest/host_under_test.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
-#include "refhost/emit/c_generator.h"
+#include "refhost/emit/file_writer.h"
+#include "refhost/emit/function_writer.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
 #include "refhost/syntax/parser.h"
@@ -45,12 +47,12 @@ class ReferenceHost final : public hosttest::HostUnderTest {
     services_.operators = library_.registry();
     hostkit::declareFunctionOperators(services_);
     services_.symbols.keep();
-    makeGenerator();
+    makeGenerator(nullptr);
     return true;
   }
 
   vel::InternalInterface& services() override { return services_; }
-  vel::Generator& generator() override { return *generator_; }
+  vel::Generator& generator() override { return function_->generator(); }
 
   // The analysis has the operators check all calls, and does all that stands between check and
   // generate.
@@ -69,8 +71,8 @@ class ReferenceHost final : public hosttest::HostUnderTest {
     refhost::parse(*sources_, static_cast<std::uint32_t>(file), *tree_, messages_);
     refhost::Prelude prelude(*sources_, *tree_);
     refhost::Analyser(services_, *tree_, prelude, messages_).run();
-    makeGenerator();
-    generator_->program();  // names what the operators ask for
+    refhost::FileWriter(services_, messages_).text();  // names what the operators ask for
+    makeGenerator(services_.symbols.unit(units.front().name));
 
     vel::ASTNode* first = nullptr;
     const auto isCall = [&first](const vel::ASTNode& node) {
@@ -92,8 +94,11 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   }
 
  private:
-  void makeGenerator() {
-    generator_ = std::make_unique<refhost::CGenerator>(services_, messages_);
+  // For a function of `unit`, null for none.
+  void makeGenerator(const refhost::UnitSymbol* unit) {
+    function_.reset();
+    file_.emplace(services_, messages_);
+    function_.emplace(*file_, unit);
   }
 
   refhost::Services services_{0, {}};
@@ -101,7 +106,8 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   std::vector<vel::VELMessage> messages_;
   std::unique_ptr<refhost::SourceManager> sources_;
   std::unique_ptr<refhost::Tree> tree_;
-  std::unique_ptr<refhost::CGenerator> generator_;
+  std::optional<refhost::FileContext> file_;
+  std::optional<refhost::FunctionWriter> function_;
 };
 
 }  // namespace

@@ -1,8 +1,9 @@
+#include "refhost/emit/expression_writer.h"
+
 #include <fmt/format.h>
 
 #include "core/operator.h"
 #include "hostkit/literal_text.h"
-#include "refhost/emit/c_generator.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {
@@ -108,10 +109,11 @@ bool isPrimary(const ASTNode& node) {
 
 }  // namespace
 
-std::string CGenerator::expressionText(ASTNode* expression) {
+std::string ExpressionWriter::expressionText(ASTNode* expression) {
   std::string text;
   if (expression == nullptr) return text;
-  if (kindOf(*expression) == NodeKind::Invocation) return callText(static_cast<Call&>(*expression));
+  if (kindOf(*expression) == NodeKind::Invocation)
+    return calls.callText(static_cast<Call&>(*expression));
   if (expression->type() == vel::ASTType::Expression) {
     append(static_cast<Expr&>(*expression), text);
     const OperatorTraits* const op = operatorOf(*expression);
@@ -134,9 +136,9 @@ std::string CGenerator::expressionText(ASTNode* expression) {
   return text;
 }
 
-void CGenerator::append(const Expr& expr, std::string& out) {
-  const auto held = held_.find(&expr);
-  if (held != held_.end()) {
+void ExpressionWriter::append(const Expr& expr, std::string& out) {
+  const auto held = body_.held.find(&expr);
+  if (held != body_.held.end()) {
     out += held->second;
     return;
   }
@@ -146,13 +148,11 @@ void CGenerator::append(const Expr& expr, std::string& out) {
       break;
     case Expression::Variable:
     case Expression::Typed:
-      out += placeOf(expr).load();
+      out += places.of(expr).load();
       break;
-    case op::kWrapper: {
-      const auto& call = static_cast<const Call&>(*expr.leaf(0));
-      out += enabledText(call, typedText(call));
+    case op::kWrapper:
+      out += calls.operandText(static_cast<const Call&>(*expr.leaf(0)));
       break;
-    }
     case op::kNegate:
     case op::kNot:
       unary(expr, out);
@@ -163,14 +163,14 @@ void CGenerator::append(const Expr& expr, std::string& out) {
   }
 }
 
-void CGenerator::operand(const ASTNode& node, std::string& out) {
+void ExpressionWriter::operand(const ASTNode& node, std::string& out) {
   const bool bare = isPrimary(node);
   if (!bare) out += '(';
   out += expressionText(const_cast<ASTNode*>(&node));
   if (!bare) out += ')';
 }
 
-void CGenerator::converted(const ASTNode& node, BasicDataType type, std::string& out) {
+void ExpressionWriter::converted(const ASTNode& node, BasicDataType type, std::string& out) {
   const BasicDataType own = typeOf(node);
   const Literal* const literal = literalOf(node);
   // A ULINT beside a LINT wraps as every value of it does; no LINT constant of C is so large.
@@ -196,7 +196,7 @@ void CGenerator::converted(const ASTNode& node, BasicDataType type, std::string&
   }
 }
 
-void CGenerator::unary(const Expr& expr, std::string& out) {
+void ExpressionWriter::unary(const Expr& expr, std::string& out) {
   const ASTNode& inner = *expr.leaf(0);
   const BasicDataType type = typeOf(expr);
   if (expr.op() == op::kNot) {
@@ -229,12 +229,12 @@ void CGenerator::unary(const Expr& expr, std::string& out) {
 
 // The pieces of a long chain are computed one after the other, since compilers limit how deep
 // parentheses nest.
-void CGenerator::binary(const Expr& expr, std::string& out) {
+void ExpressionWriter::binary(const Expr& expr, std::string& out) {
   std::vector<const Expr*> pieces;
   const Expr* at = &expr;
   while (at->chain > kChainPiece && !literalSum(*at)) {
     at = static_cast<const Expr*>(at->leaf(0));
-    if (held_.count(at) != 0) break;
+    if (body_.held.count(at) != 0) break;
     if (at->chain % kChainPiece == 0) pieces.push_back(at);
   }
   if (pieces.empty()) {
@@ -245,17 +245,17 @@ void CGenerator::binary(const Expr& expr, std::string& out) {
   for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
     std::string text;
     append(**piece, text);
-    const std::string name = fmt::format("vel_t{}", ++temporaries_);
+    const std::string name = body_.newName();
     out += fmt::format("__auto_type {} = {}; ", name, text);
-    held_[*piece] = name;
+    body_.held[*piece] = name;
   }
   binaryPiece(expr, out);
   out += "; })";
-  for (const Expr* const piece : pieces) held_.erase(piece);
+  for (const Expr* const piece : pieces) body_.held.erase(piece);
 }
 
-void CGenerator::binaryPiece(const Expr& expr, std::string& out) {
-  if (!effects_.any()) {
+void ExpressionWriter::binaryPiece(const Expr& expr, std::string& out) {
+  if (!file_.effects.any()) {
     operation(expr, out);
     return;
   }
@@ -266,7 +266,7 @@ void CGenerator::binaryPiece(const Expr& expr, std::string& out) {
   });
 }
 
-void CGenerator::operation(const Expr& expr, std::string& out) {
+void ExpressionWriter::operation(const Expr& expr, std::string& out) {
   using Kind = Meeting::Kind;
   const Meeting meeting = meet(expr);
   const Expression::Operator op = expr.op();
@@ -308,7 +308,7 @@ void CGenerator::operation(const Expr& expr, std::string& out) {
   converted(right, common, out);
 }
 
-void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out) {
+void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string& out) {
   const Expression::Operator op = expr.op();
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
@@ -350,7 +350,7 @@ void CGenerator::numbers(const Expr& expr, BasicDataType type, std::string& out)
   if (!plain) out += ')';
 }
 
-void CGenerator::pointers(const Expr& expr, const Meeting& meeting, std::string& out) {
+void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::string& out) {
   const auto number = [this](const ASTNode& node) {
     std::string text = typeOf(node) == BasicDataType::Pointer ? "(uintptr_t)" : "(uintptr_t)(i64)";
     operand(node, text);
@@ -371,7 +371,7 @@ void CGenerator::pointers(const Expr& expr, const Meeting& meeting, std::string&
   }
 }
 
-void CGenerator::times(const Expr& expr, const Meeting& meeting, std::string& out) {
+void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::string& out) {
   using Kind = Meeting::Kind;
   const Expression::Operator op = expr.op();
   const ASTNode& left = *expr.leaf(0);
@@ -412,8 +412,20 @@ void CGenerator::times(const Expr& expr, const Meeting& meeting, std::string& ou
   }
 }
 
-const char* CGenerator::optionText(const char* name) {
-  return std::string_view(name) == "localio.addr" ? services_.settings.localIoAddress.c_str() : "";
+std::string ExpressionWriter::variableText(vel::SymbolVar* variable, int, const std::string&) {
+  if (variable == nullptr) return {};
+  const auto& symbol = *static_cast<const VarSymbol*>(variable);
+  // These texts are reached through the pointers that they are.
+  const bool pointer =
+      symbol.role == Role::InOut || symbol.role == Role::Result ||
+      (symbol.role == Role::Output && symbol.owner->type() == vel::POUType::Function);
+  const bool pointed = pointer && isText(valueType(symbol.dataType()));
+  return (pointed ? "*" : "") + places.of(symbol).load();
+}
+
+const char* ExpressionWriter::optionText(const char* name) {
+  return std::string_view(name) == "localio.addr" ? file_.services.settings.localIoAddress.c_str()
+                                                  : "";
 }
 
 }  // namespace refhost

@@ -1,9 +1,10 @@
+#include "refhost/emit/statement_writer.h"
+
 #include <fmt/format.h>
 
 #include <limits>
 
 #include "hostkit/literal_text.h"
-#include "refhost/emit/c_generator.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {
@@ -51,131 +52,9 @@ BasicDataType selectorType(const ASTNode& node) {
   return promoted && allLabelsFit(node, own) ? own : BasicDataType::LInt;
 }
 
-}  // namespace
-
-void CGenerator::line(const std::string& text) {
-  body_.append(static_cast<std::size_t>(indent_) * 2, ' ');
-  body_ += text;
-  body_ += '\n';
-}
-
-void CGenerator::block(const std::string& head, const ASTNode* list) {
-  line(head + " {");
-  ++indent_;
-  statements(list);
-  --indent_;
-}
-
-void CGenerator::statements(const ASTNode* list) {
-  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
-    if (list->leaf(i) != nullptr) statement(*list->leaf(i));
-  }
-}
-
-void CGenerator::statement(const ASTNode& node) {
-  switch (statementKindOf(node)) {
-    case StatementKind::Assignment:
-      assignment(node);
-      break;
-    case StatementKind::Call:
-      callStatement(static_cast<const Call&>(*node.leaf(0)));
-      break;
-    case StatementKind::If:
-      ifStatement(node);
-      break;
-    case StatementKind::Case:
-      caseStatement(node);
-      break;
-    case StatementKind::For:
-      forStatement(node);
-      break;
-    case StatementKind::While:
-      block(fmt::format("while ({})", expressionText(node.leaf(0))), node.leaf(1));
-      line("}");
-      break;
-    case StatementKind::Repeat: {
-      block("do", node.leaf(0));
-      std::string condition;
-      operand(*node.leaf(1), condition);
-      line(fmt::format("}} while (!{});", condition));
-      break;
-    }
-    case StatementKind::Exit:
-      line("break;");
-      break;
-    case StatementKind::Continue:
-      line("continue;");
-      break;
-    case StatementKind::Return:
-      returns_ = true;
-      line("goto vel_return;");
-      break;
-  }
-}
-
-void CGenerator::assignment(const ASTNode& node) {
-  const ASTNode& source = *node.leaf(1);
-  BasicDataType from = typeOf(source);
-  if (kindOf(source) == NodeKind::Invocation) {
-    const Type* const type = static_cast<const Call&>(source).dataType;
-    if (type != nullptr) from = valueType(type);
-  }
-  const auto& target = static_cast<const Expr&>(*node.leaf(0));
-  if (kindOf(source) != NodeKind::Invocation) {
-    line(store(target, expressionText(node.leaf(1)), from) + ";");
-    return;
-  }
-  const auto& call = static_cast<const Call&>(source);
-  whenEnabled(call, [&] {
-    if (makeInPlace(call, target)) return;
-    const std::string value = typeOf(target) != from ? typedText(call) : callText(call);
-    line(store(target, value, from) + ";");
-  });
-}
-
-std::string CGenerator::store(const Expr& target, const std::string& value, BasicDataType from) {
-  return storeText(target.dataType, placeOf(target), value, from);
-}
-
-void CGenerator::ifStatement(const ASTNode& node) {
-  const int count = node.leavesCount();
-  for (int i = 0; i + 1 < count; i += 2) {
-    const std::string condition = expressionText(node.leaf(i));
-    block(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
-  }
-  if (count % 2 == 1) block("} else", node.leaf(count - 1));
-  line("}");
-}
-
-// A chain of conditions, so that EXIT inside a CASE leaves the loop around it.
-void CGenerator::caseStatement(const ASTNode& node) {
-  const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
-  if (!labelled) {
-    line(fmt::format("(void)({});", expressionText(node.leaf(0))));
-    if (node.leavesCount() > 1) statements(node.leaf(1));
-    return;
-  }
-  const BasicDataType type = selectorType(node);
-  const bool wide = type == BasicDataType::ULInt;
-  const std::string name = temporary(services_.symbols.elementary(type));
-  line(fmt::format("{} = {};", name, expressionText(node.leaf(0))));
-  for (int i = 1; i < node.leavesCount(); ++i) {
-    const ASTNode& element = *node.leaf(i);
-    const char* const before = i == 1 ? "" : "} else ";
-    if (kindOf(element) == NodeKind::CaseElement) {
-      const std::string condition = labelCondition(*element.leaf(0), name, wide);
-      block(fmt::format("{}if ({})", before, condition), element.leaf(1));
-    } else {
-      block("} else", &element);
-    }
-  }
-  line("}");
-}
-
 // An unsigned selector of 64 bits meets no negative label, which C would compare as a
 // large one.
-std::string CGenerator::labelCondition(const ASTNode& labels, const std::string& selector,
-                                       bool wide) {
+std::string labelCondition(const ASTNode& labels, const std::string& selector, bool wide) {
   const bool several = labels.leavesCount() > 1;
   std::string condition;
   for (int i = 0; i < labels.leavesCount(); ++i) {
@@ -197,8 +76,125 @@ std::string CGenerator::labelCondition(const ASTNode& labels, const std::string&
   return condition;
 }
 
+}  // namespace
+
+void StatementWriter::block(const std::string& head, const ASTNode* list) {
+  body_.line(head + " {");
+  body_.indent();
+  statements(list);
+  body_.outdent();
+}
+
+void StatementWriter::statements(const ASTNode* list) {
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    if (list->leaf(i) != nullptr) statement(*list->leaf(i));
+  }
+}
+
+void StatementWriter::statement(const ASTNode& node) {
+  switch (statementKindOf(node)) {
+    case StatementKind::Assignment:
+      assignment(node);
+      break;
+    case StatementKind::Call:
+      callStatement(static_cast<const Call&>(*node.leaf(0)));
+      break;
+    case StatementKind::If:
+      ifStatement(node);
+      break;
+    case StatementKind::Case:
+      caseStatement(node);
+      break;
+    case StatementKind::For:
+      forStatement(node);
+      break;
+    case StatementKind::While:
+      block(fmt::format("while ({})", expressions_.expressionText(node.leaf(0))), node.leaf(1));
+      body_.line("}");
+      break;
+    case StatementKind::Repeat: {
+      block("do", node.leaf(0));
+      std::string condition;
+      expressions_.operand(*node.leaf(1), condition);
+      body_.line(fmt::format("}} while (!{});", condition));
+      break;
+    }
+    case StatementKind::Exit:
+      body_.line("break;");
+      break;
+    case StatementKind::Continue:
+      body_.line("continue;");
+      break;
+    case StatementKind::Return:
+      body_.returns = true;
+      body_.line("goto vel_return;");
+      break;
+  }
+}
+
+void StatementWriter::assignment(const ASTNode& node) {
+  const ASTNode& source = *node.leaf(1);
+  BasicDataType from = typeOf(source);
+  if (kindOf(source) == NodeKind::Invocation) {
+    const vel::SymbolDataType* const type = static_cast<const Call&>(source).dataType;
+    if (type != nullptr) from = valueType(type);
+  }
+  const auto& target = static_cast<const Expr&>(*node.leaf(0));
+  if (kindOf(source) != NodeKind::Invocation) {
+    body_.line(expressions_.places.store(target, expressions_.expressionText(node.leaf(1)), from) +
+               ";");
+    return;
+  }
+  const auto& call = static_cast<const Call&>(source);
+  CallWriter& calls = expressions_.calls;
+  whenEnabled(call, [&] {
+    const std::string made = calls.textMadeIn(call, target);
+    if (!made.empty()) {
+      body_.line(made + ";");
+      return;
+    }
+    const std::string value = typeOf(target) != from ? calls.typedText(call) : calls.callText(call);
+    body_.line(expressions_.places.store(target, value, from) + ";");
+  });
+}
+
+void StatementWriter::ifStatement(const ASTNode& node) {
+  const int count = node.leavesCount();
+  for (int i = 0; i + 1 < count; i += 2) {
+    const std::string condition = expressions_.expressionText(node.leaf(i));
+    block(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
+  }
+  if (count % 2 == 1) block("} else", node.leaf(count - 1));
+  body_.line("}");
+}
+
+// A chain of conditions, so that EXIT inside a CASE leaves the loop around it.
+void StatementWriter::caseStatement(const ASTNode& node) {
+  const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
+  if (!labelled) {
+    body_.line(fmt::format("(void)({});", expressions_.expressionText(node.leaf(0))));
+    if (node.leavesCount() > 1) statements(node.leaf(1));
+    return;
+  }
+  const BasicDataType type = selectorType(node);
+  const bool wide = type == BasicDataType::ULInt;
+  const std::string name = body_.temporary(file_.services.symbols.elementary(type));
+  body_.line(fmt::format("{} = {};", name, expressions_.expressionText(node.leaf(0))));
+  for (int i = 1; i < node.leavesCount(); ++i) {
+    const ASTNode& element = *node.leaf(i);
+    const char* const before = i == 1 ? "" : "} else ";
+    if (kindOf(element) == NodeKind::CaseElement) {
+      const std::string condition = labelCondition(*element.leaf(0), name, wide);
+      block(fmt::format("{}if ({})", before, condition), element.leaf(1));
+    } else {
+      block("} else", &element);
+    }
+  }
+  body_.line("}");
+}
+
 // A loop between constants that ends within its variable's type needs no guard.
-bool CGenerator::countingLoop(const ASTNode& node) {
+bool StatementWriter::countingLoop(const ASTNode& node) {
   const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
   const ElementaryType* const row = elementaryType(typeOf(control));
   const auto end = constantInteger(*node.leaf(1));
@@ -212,31 +208,31 @@ bool CGenerator::countingLoop(const ASTNode& node) {
   const auto magnitude = static_cast<std::uint64_t>(beyond < 0 ? -beyond : beyond);
   if (!integerFits(beyond < 0, magnitude, row->type)) return false;
   assignment(*node.leaf(0));
-  const std::string variable = placeOf(control).load();
+  const std::string variable = expressions_.places.of(control).load();
   std::string bound;
   appendInteger(*end, bound);
   const std::string next = fmt::format("{0} = ({1})((u64){0} {2} {3}u)", variable, row->cType,
                                        *step < 0 ? '-' : '+', *step < 0 ? -*step : *step);
   block(fmt::format("for (; {} {} {}; {})", variable, *step < 0 ? ">=" : "<=", bound, next),
         node.leaf(3));
-  line("}");
+  body_.line("}");
   return true;
 }
 
 // The bounds are evaluated once, and the loop ends before its variable leaves its
 // type: FOR to the highest value of a type is no endless loop.
-void CGenerator::forStatement(const ASTNode& node) {
+void StatementWriter::forStatement(const ASTNode& node) {
   const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
   const BasicDataType type = typeOf(control);
   if (countingLoop(node)) return;
   const bool wide = type == BasicDataType::ULInt;
-  const Type* const bound =
-      services_.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt);
+  const vel::SymbolDataType* const bound =
+      file_.services.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt);
   assignment(*node.leaf(0));
 
-  const std::string variable = placeOf(control).load();
-  const std::string last = temporary(bound);
-  line(fmt::format("{} = {};", last, expressionText(node.leaf(1))));
+  const std::string variable = expressions_.places.of(control).load();
+  const std::string last = body_.temporary(bound);
+  body_.line(fmt::format("{} = {};", last, expressions_.expressionText(node.leaf(1))));
   std::string step = "1";
   std::string ascending = "1";
   if (node.leaf(2) != nullptr) {
@@ -244,13 +240,13 @@ void CGenerator::forStatement(const ASTNode& node) {
       step = std::to_string(*constant);
       ascending = *constant > 0 ? "1" : "0";
     } else {
-      step = temporary(services_.symbols.elementary(BasicDataType::LInt));
-      line(fmt::format("{} = {};", step, expressionText(node.leaf(2))));
+      step = body_.temporary(file_.services.symbols.elementary(BasicDataType::LInt));
+      body_.line(fmt::format("{} = {};", step, expressions_.expressionText(node.leaf(2))));
       ascending.clear();
     }
   }
   const char* const wideName = wide ? "u64" : "i64";
-  const std::string more = temporary(services_.symbols.elementary(BasicDataType::Bool));
+  const std::string more = body_.temporary(file_.services.symbols.elementary(BasicDataType::Bool));
   const std::string up = fmt::format("({}){} <= {}", wideName, variable, last);
   const std::string down = fmt::format("({}){} >= {}", wideName, variable, last);
   const std::string start = ascending == "1"   ? up
@@ -259,10 +255,10 @@ void CGenerator::forStatement(const ASTNode& node) {
   const std::string next =
       fmt::format("{} = vel_for_more_{}({}, {}, {})", more, wideName, variable, last, step);
   const char* const cName = elementaryType(type) != nullptr ? elementaryType(type)->cType : "i64";
-  const std::string advance =
-      store(control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);
+  const std::string advance = expressions_.places.store(
+      control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);
   block(fmt::format("for ({} = {}; {}; {}, {})", more, start, more, next, advance), node.leaf(3));
-  line("}");
+  body_.line("}");
 }
 
 }  // namespace refhost

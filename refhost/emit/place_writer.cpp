@@ -1,8 +1,9 @@
-// What an assignment can name, in C.
+#include "refhost/emit/place_writer.h"
+
 #include <fmt/format.h>
 
 #include "hostkit/literal_text.h"
-#include "refhost/emit/c_generator.h"
+#include "refhost/emit/expression_writer.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {
@@ -11,7 +12,7 @@ using vel::ASTNode;
 using vel::TreeBuilder;
 
 // A variable, a member, an element, a bit, an address, or the value of a name.
-Place CGenerator::placeOf(const Expr& expr) {
+Place PlaceWriter::of(const Expr& expr) {
   using Kind = Place::Kind;
   const bool isTyped = expr.symbol != nullptr && expr.symbol->symbolType() == vel::Symbol::Typed;
   if (const auto* const named = isTyped ? dynamic_cast<const NamedValue*>(expr.symbol) : nullptr) {
@@ -25,54 +26,54 @@ Place CGenerator::placeOf(const Expr& expr) {
   const auto base = [&expr] { return static_cast<const Expr*>(expr.leaf(0)); };
   switch (expr.access) {
     case Expr::Access::None:
-      return namedPlace(expr);
+      return named(expr);
     case Expr::Access::Bit:
-      return {Kind::Bit, placeOf(*base()).load(),
-              static_cast<std::uint32_t>(expr.bitAccessOffset())};
+      return {Kind::Bit, of(*base()).load(), static_cast<std::uint32_t>(expr.bitAccessOffset())};
     case Expr::Access::Element:
-      return elementPlace(expr);
+      return element(expr);
     case Expr::Access::Dereference: {
       // A text is its first character's address.
       const bool text = isText(typeOf(expr));
-      return {text ? Kind::Object : Kind::Pointed, placeOf(*base()).load()};
+      return {text ? Kind::Object : Kind::Pointed, of(*base()).load()};
     }
     case Expr::Access::Member:
     case Expr::Access::Part:
       break;
   }
   const auto* const member = asVariable(expr.symbol);
-  return member != nullptr ? placeOf(*base()).member(member->cName) : Place();
+  return member != nullptr ? of(*base()).member(member->cName) : Place();
 }
 
-Place CGenerator::namedPlace(const Expr& expr) {
+Place PlaceWriter::named(const Expr& expr) {
   const auto* const variable = asVariable(expr.symbol);
   if (variable == nullptr) {
     vel::HeapAddress address;
-    services_.memory.parse(TreeBuilder::source(expr), address);
-    return Place::ofAddress(address, services_.memory.raw(address), cType(typeOf(expr)));
+    file_.services.memory.parse(TreeBuilder::source(expr), address);
+    return Place::ofAddress(address, file_.services.memory.raw(address), cType(typeOf(expr)));
   }
   // A default that names a constant of the function that is called.
-  if (variable->constant && variable->initial != nullptr && variable->owner != unit_ &&
+  if (variable->constant && variable->initial != nullptr && variable->owner != body_.unit &&
       variable->owner->type() == vel::POUType::Function) {
     Place value;
-    operand(*variable->initial, value.text);
+    expressions_.operand(*variable->initial, value.text);
     return value;
   }
-  return placeOf(*variable);
+  return of(*variable);
 }
 
-Place CGenerator::elementPlace(const Expr& expr) {
+Place PlaceWriter::element(const Expr& expr) {
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
-  if (array != nullptr) return placeOf(base).member("a[" + indexText(expr, *array) + "]");
+  if (array != nullptr) return of(base).member("a[" + indexText(expr, *array) + "]");
   // A pointer to the first.
-  std::string text = placeOf(base).load();
+  std::string text = of(base).load();
   if (isText(typeOf(expr))) text = fmt::format("(({}){})", arrayPointerText(*expr.dataType), text);
-  return {Place::Kind::Object, fmt::format("{}[{}]", text, expressionText(expr.leaf(1)))};
+  return {Place::Kind::Object,
+          fmt::format("{}[{}]", text, expressions_.expressionText(expr.leaf(1)))};
 }
 
 // The elements of all dimensions lie one after the other, those of the last one together.
-std::string CGenerator::indexText(const Expr& expr, const ArrayType& array) {
+std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
   std::string text;
   std::int64_t known = 0;
   std::int64_t stride = array.count();
@@ -89,21 +90,21 @@ std::string CGenerator::indexText(const Expr& expr, const ArrayType& array) {
     std::string high;
     appendInteger(bounds.low, low);
     appendInteger(bounds.high, high);
-    text += fmt::format("vel_index({}, {}, {})", expressionText(subscript), low, high);
+    text += fmt::format("vel_index({}, {}, {})", expressions_.expressionText(subscript), low, high);
     if (stride != 1) text += fmt::format(" * {}", stride);
   }
   if (text.empty()) return std::to_string(known);
   return known == 0 ? text : fmt::format("{} + {}", text, known);
 }
 
-Place CGenerator::placeOf(const VarSymbol& variable) {
+Place PlaceWriter::of(const VarSymbol& variable) {
   using Kind = Place::Kind;
   const vel::HeapAddress address = variable.iecAddress();
   if (address.area != 0) {
     return Place::ofAddress(address, variable.backendAddress(),
                             cType(valueType(variable.dataType())));
   }
-  if (variable.owner == services_.symbols.globals()) {
+  if (variable.owner == file_.services.symbols.globals()) {
     return {Kind::Object, variable.owner->cData + "." + variable.cName};
   }
   const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
@@ -114,24 +115,22 @@ Place CGenerator::placeOf(const VarSymbol& variable) {
       variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
   std::string name;
   if (member) {
-    usesSelf_ = true;
+    body_.usesSelf = true;
     name = "self->";
   } else {
-    used_.insert(&variable);
+    body_.used.insert(&variable);
   }
   name += variable.cName;
   return {indirect ? Kind::Pointed : Kind::Object, std::move(name)};
 }
 
-std::string CGenerator::variableText(vel::SymbolVar* variable, int, const std::string&) {
-  if (variable == nullptr) return {};
-  const auto& symbol = *static_cast<const VarSymbol*>(variable);
-  // These texts are reached through the pointers that they are.
-  const bool pointer =
-      symbol.role == Role::InOut || symbol.role == Role::Result ||
-      (symbol.role == Role::Output && symbol.owner->type() == vel::POUType::Function);
-  const bool pointed = pointer && isText(valueType(symbol.dataType()));
-  return (pointed ? "*" : "") + placeOf(symbol).load();
+std::string PlaceWriter::pointerTo(const Expr& value, const vel::SymbolDataType* type) {
+  const Place place = of(value);
+  return isTextType(type) ? place.load() : place.address(typeText(type) + "*");
+}
+
+std::string PlaceWriter::store(const Expr& target, const std::string& value, BasicDataType from) {
+  return storeText(target.dataType, of(target), value, from);
 }
 
 }  // namespace refhost

@@ -1,0 +1,96 @@
+// Calls that are statements, and calls with EN and ENO.
+#include <fmt/format.h>
+
+#include "refhost/emit/declarations.h"
+#include "refhost/emit/statement_writer.h"
+
+namespace refhost {
+namespace {
+
+// By a subscript or a pointer, which costs time.
+bool isLookedFor(const vel::ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return false;
+  const Expr::Access access = static_cast<const Expr&>(node).access;
+  return access == Expr::Access::Element || access == Expr::Access::Dereference;
+}
+
+}  // namespace
+
+void StatementWriter::whenEnabled(const Call& call, const std::function<void()>& write) {
+  std::string flag = "1";
+  if (call.enable != nullptr) {
+    flag = expressions_.expressionText(call.enable->leaf(1));
+    if (call.enabled != nullptr) {
+      const std::string kept =
+          body_.temporary(file_.services.symbols.elementary(BasicDataType::Bool));
+      body_.line(fmt::format("{} = {};", kept, flag));
+      flag = kept;
+    }
+    body_.line(fmt::format("if ({}) {{", flag));
+    body_.indent();
+  }
+  write();
+  if (call.enable != nullptr) {
+    body_.outdent();
+    body_.line("}");
+  }
+  if (call.enabled != nullptr) body_.line(expressions_.calls.storeEnabled(call, flag) + ";");
+}
+
+void StatementWriter::callStatement(const Call& call) {
+  whenEnabled(call, [&] {
+    if (call.leaf(0)->type() == vel::ASTType::Expression) {
+      instanceCall(call);
+      return;
+    }
+    const std::string text = expressions_.calls.callText(call);
+    const bool value = call.dataType != nullptr;
+    body_.line(value ? "(void)(" + text + ");" : text + ";");
+  });
+}
+
+Place StatementWriter::calledInstance(const Call& call) {
+  const auto& callee = static_cast<const Expr&>(*call.leaf(0));
+  Place instance = expressions_.places.of(callee);
+  if (!anyNode(callee, isLookedFor)) return instance;
+  const std::string pointer = body_.temporaryPointer(callee.dataType);
+  body_.line(
+      fmt::format("{} = {};", pointer, expressions_.places.pointerTo(callee, callee.dataType)));
+  return {Place::Kind::Pointed, pointer};
+}
+
+void StatementWriter::instanceCall(const Call& call) {
+  const auto& callee = static_cast<const Expr&>(*call.leaf(0));
+  const UnitSymbol& block = *static_cast<const InstanceType*>(callee.dataType)->unit;
+  expressions_.calls.record(call, block);
+  const Place instance = calledInstance(call);
+  const std::vector<Binding> bindings = bindArguments(call, block);
+  for (const Binding& binding : bindings) {
+    const VarSymbol& parameter = *binding.parameter;
+    if (parameter.role == Role::Output) continue;
+    const Place member = instance.member(parameter.cName);
+    if (parameter.role == Role::InOut) {
+      body_.line(member.store(expressions_.places.pointerTo(*binding.value, parameter.dataType())) +
+                 ";");
+      continue;
+    }
+    std::string value;
+    expressions_.append(*binding.value, value);
+    body_.line(storeText(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
+  }
+  for (const auto& parameter : block.variables()) {
+    if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;
+    const Place member = instance.member(companion(*parameter));
+    body_.line(member.store(expressions_.calls.companionOf(valueOf(bindings, parameter.get()))) +
+               ";");
+  }
+  body_.line(fmt::format("{}({});", block.cBody, instance.address({})));
+  for (const Binding& binding : bindings) {
+    const VarSymbol& parameter = *binding.parameter;
+    if (parameter.role != Role::Output) continue;
+    body_.line(expressions_.calls.storeOutput(binding, instance.member(parameter.cName).load()) +
+               ";");
+  }
+}
+
+}  // namespace refhost

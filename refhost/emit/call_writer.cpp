@@ -1,0 +1,228 @@
+#include "refhost/emit/call_writer.h"
+
+#include <fmt/format.h>
+
+#include "core/op_manager_api.h"
+#include "core/operator.h"
+#include "hostkit/literal_text.h"
+#include "refhost/emit/initial_writer.h"
+#include "refhost/operator_calls.h"
+
+namespace refhost {
+
+using vel::TreeBuilder;
+
+namespace {
+
+// C gives what a macro chooses the type in which all its values meet: of a ULINT and a LINT
+// that is not the result's, by which the program compares and computes on.
+bool meetsElsewhere(const Call& call) {
+  const BasicDataType result = call.basicType();
+  if (!isInteger(result) || !call.traits->chooses() ||
+      call.traits->has(OperatorTraits::kCastsOperands)) {
+    return false;
+  }
+  const vel::ASTNode& list = *call.leaf(1);
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    const ElementaryType* const row = elementaryType(typeOf(*list.leaf(i)));
+    if (row != nullptr && row->type != result && isNumber(row->type) && row->size >= 4) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::vector<const vel::ASTNode*> parametersOf(const Call& call) {
+  std::vector<const vel::ASTNode*> parameters;
+  const vel::ASTNode* const list = call.leaf(1);
+  if (list == nullptr || list->type() != vel::ASTType::ParameterList) return parameters;
+  for (int i = 0; i < list->leavesCount(); ++i) parameters.push_back(list->leaf(i));
+  return parameters;
+}
+
+const Binding* bindingOf(const std::vector<Binding>& bindings, const VarSymbol* parameter) {
+  for (const Binding& binding : bindings) {
+    if (binding.parameter == parameter) return &binding;
+  }
+  return nullptr;
+}
+const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* parameter) {
+  const Binding* const binding = bindingOf(bindings, parameter);
+  return binding != nullptr ? binding->value : nullptr;
+}
+
+std::string CallWriter::callText(const Call& call) {
+  if (call.op != nullptr) return operatorText(call);
+  if (call.standard != nullptr) return standardText(call);
+  if (call.givesAddress) {
+    const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
+    return fmt::format("({})({})", typeText(call.dataType),
+                       expressions_.places.pointerTo(operand, operand.dataType));
+  }
+  return call.symbol != nullptr ? functionText(call) : std::string();
+}
+
+void CallWriter::record(const Call& call, const UnitSymbol& callee) {
+  file_.services.addCall(file_.services.calls.currentUnit, callee.name(), call.pos());
+}
+
+std::string CallWriter::typedText(const Call& call) {
+  std::string text = callText(call);
+  if (call.op == nullptr) return text;
+  if (call.traits->has(OperatorTraits::kGivesSize)) return "(u32)" + text;
+  if (meetsElsewhere(call)) {
+    return fmt::format("({})({})", elementaryType(call.basicType())->cType, text);
+  }
+  if (call.basicType() != BasicDataType::Real) return text;
+  // The runtime's functions compute in LREAL, and macros with literals do.
+  if (file_.services.operators->isFCOperator(call.op->name)) return "(f32)" + text;
+  return call.traits->chooses() ? "(f32)(" + text + ")" : text;
+}
+
+std::string CallWriter::operatorText(const Call& call) {
+  const std::size_t before = file_.messages.size();
+  const auto enter = [&](const auto& operation) {
+    return entered(*call.op, call.pos(), file_.messages, operation);
+  };
+  if (file_.usedOperators.insert(call.op).second) {
+    file_.staticTexts.push_back(enter([&] { return call.op->staticCode(&expressions_); }));
+  }
+  file_.services.calls.currentLocation = call.pos();
+  if (call.traits->family == OperatorFamily::BitOfParameter) {
+    body_.companions.insert(static_cast<const Expr&>(*call.leaf(1)->leaf(0)).symbol);
+  }
+  const auto generate = [&] {
+    return enter([&] { return call.op->generate(&expressions_, const_cast<Call*>(&call)); });
+  };
+  const bool anyOrder = !file_.effects.any() || !call.traits->givesValue();
+  std::string text =
+      anyOrder ? generate() : expressions_.inOrder(parametersOf(call), true, generate);
+  if (text.empty()) {
+    if (file_.messages.size() > before) return text;  // what failed has been said
+    report(file_.messages, call.pos(), message::kNothingGenerated,
+           {TreeBuilder::source(*call.leaf(0))});
+  } else if (call.givesAddress && call.basicType() != BasicDataType::Pointer) {
+    // The address of something that has no type.
+    text.insert(0, "(u32)(uintptr_t)");
+  }
+  return text;
+}
+
+std::string CallWriter::companionOf(const Expr* value) {
+  const bool variable =
+      value != nullptr && value->dataType != nullptr &&
+      (value->op() == Expression::Variable || value->access == Expr::Access::Member);
+  if (!variable || expressions_.places.of(*value).isBit()) return "(vel_bit_param){0}";
+  return fmt::format("(vel_bit_param){{{}, {}}}",
+                     expressions_.places.pointerTo(*value, value->dataType),
+                     bitCount(*value->dataType));
+}
+
+std::string CallWriter::storeOutput(const Binding& output, std::string value) {
+  const vel::SymbolDataType* const type = output.parameter->dataType();
+  if (output.named != nullptr && output.named->negated) {
+    value = valueType(type) == BasicDataType::Bool
+                ? "!" + value
+                : fmt::format("({})~{}", cType(valueType(type)), value);
+  }
+  return expressions_.places.store(*output.value, value, valueType(type));
+}
+
+std::string CallWriter::argumentText(const Expr& value, const vel::SymbolDataType* type) {
+  const BasicDataType to = valueType(type);
+  std::string text;
+  if (to == BasicDataType::LTime) {
+    expressions_.converted(value, to, text);
+    return text;
+  }
+  expressions_.append(value, text);
+  if (to == BasicDataType::Pointer) {
+    const char* const number = isInteger(typeOf(value)) ? "(uintptr_t)" : "";
+    return fmt::format("({}){}{}", typeText(type), number, enclosed(text));
+  }
+  return typeOf(value) == BasicDataType::Pointer ? "(uintptr_t)" + enclosed(text) : text;
+}
+
+std::string CallWriter::operandText(const Call& call) {
+  const std::string value = typedText(call);
+  if (call.enable == nullptr && call.enabled == nullptr) return value;
+  const std::string enable =
+      call.enable != nullptr ? expressions_.expressionText(call.enable->leaf(1)) : std::string("1");
+  const std::string zero = zeroText(call.dataType);
+  if (call.enabled == nullptr) return fmt::format("(({}) ? ({}) : {})", enable, value, zero);
+  const std::string flag = body_.newName();
+  const std::string result = body_.newName();
+  return fmt::format("({{ u8 {0} = {1}; __auto_type {2} = {0} ? ({3}) : {4}; {5}; {2}; }})", flag,
+                     enable, result, value, zero, storeEnabled(call, flag));
+}
+
+std::string CallWriter::storeEnabled(const Call& call, const std::string& flag) {
+  const auto& target = static_cast<const Expr&>(*call.enabled->leaf(1));
+  return expressions_.places.store(target, call.enabled->negated ? "!" + flag : flag,
+                                   BasicDataType::Bool);
+}
+
+// A call in an expression. What its outputs give is stored behind it, before the
+// result is used.
+std::string CallWriter::functionText(const Call& call) {
+  const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
+  record(call, function);
+  const std::vector<Binding> bindings = bindArguments(call, function);
+  std::vector<const vel::ASTNode*> inputs;
+  for (const Binding& binding : bindings) {
+    if (binding.parameter->role == Role::Input) inputs.push_back(binding.value);
+  }
+  return expressions_.inOrder(inputs, false, [&] { return functionText(call, bindings); });
+}
+
+std::string CallWriter::functionText(const Call& call, const std::vector<Binding>& bindings) {
+  const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
+  std::string arguments;
+  std::string stores;
+  for (int i = 0; i < function.paramsCount(); ++i) {
+    const auto* const parameter = static_cast<const VarSymbol*>(function.param(i));
+    const vel::SymbolDataType* const type = parameter->dataType();
+    const bool text = type != nullptr && isText(type->dataType());
+    const Expr* const given = valueOf(bindings, parameter);
+    const Expr* const value = given != nullptr                ? given
+                              : parameter->initial != nullptr ? parameter->initial
+                                                              : parameter->typeInitial;
+    if (!arguments.empty()) arguments += ", ";
+    if (parameter->role == Role::Output) {
+      const std::string output = body_.temporary(type);
+      arguments += text ? output : "&" + output;
+      if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), output);
+    } else if (parameter->role == Role::InOut) {
+      // The analysis lets no call pass that leaves one out.
+      arguments += given != nullptr ? expressions_.places.pointerTo(*given, type) : "NULL";
+    } else if (value != nullptr && value->op() < op::kArrayValue) {
+      arguments += argumentText(*value, type);
+    } else if (isComposite(type) && file_.startValues.differFromZero(*parameter)) {
+      arguments += InitialWriter(file_, body_, expressions_).text(*parameter);
+    } else if (isComposite(type) || text) {
+      arguments += zeroText(type);
+    } else {
+      appendInteger(implicitInitial(type), arguments);
+    }
+    if (parameter->isBitParameter() && parameter->role == Role::Input) {
+      arguments += ", " + companionOf(given);
+    }
+  }
+  const vel::SymbolDataType* const resultType =
+      function.result != nullptr ? function.result->dataType() : nullptr;
+  const bool textResult = resultType != nullptr && isText(resultType->dataType());
+  std::string result;
+  if (textResult) {
+    if (!arguments.empty()) arguments += ", ";
+    result = body_.temporary(resultType);
+    arguments += result;
+  }
+  std::string text = fmt::format("{}({})", function.cName, arguments);
+  if (stores.empty()) return text;
+  if (resultType == nullptr) return fmt::format("{}{}", text, stores);
+  if (textResult) return fmt::format("({}{}, {})", text, stores, result);
+  result = body_.temporary(resultType);
+  return fmt::format("({} = {}{}, {})", result, text, stores, result);
+}
+
+}  // namespace refhost

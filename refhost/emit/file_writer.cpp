@@ -1,0 +1,111 @@
+#include "refhost/emit/file_writer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "refhost/emit/declarations.h"
+#include "refhost/emit/file_names.h"
+#include "refhost/emit/function_writer.h"
+
+namespace refhost {
+
+using vel::POUType;
+
+namespace {
+
+// Comparisons that are always true, variables that nobody reads, and BOOL operators that
+// evaluate both sides, are the program's own.
+constexpr std::string_view kHead =
+    "#include \"velrt.h\"\n"
+    "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n"
+    "#pragma GCC diagnostic ignored \"-Wunused-but-set-variable\"\n"
+    "#ifdef __clang__\n"
+    "#pragma clang diagnostic ignored \"-Wunknown-warning-option\"\n"
+    "#pragma clang diagnostic ignored \"-Wbitwise-instead-of-logical\"\n"
+    "#endif\n";
+
+// What the runtime's header must know of device memory: sizes other than its own.
+std::string memoryDefinitions(const DeviceMap& memory) {
+  const DeviceMap::Sizes usual;
+  std::string text;
+  const auto define = [&text](const char* name, std::uint32_t size, std::uint32_t usualSize) {
+    if (size != usualSize) text += fmt::format("#define VEL_MEMORY_{} {}\n", name, size);
+  };
+  define("M", memory.sizes().m, usual.m);
+  define("I", memory.sizes().i, usual.i);
+  define("Q", memory.sizes().q, usual.q);
+  define("STATE", memory.stateBytes(), 0);
+  return text;
+}
+
+}  // namespace
+
+FileWriter::FileWriter(Services& services, std::vector<vel::VELMessage>& messages)
+    : file_(services, messages) {}
+
+std::string FileWriter::text() {
+  FileNames(file_.services).nameAll();
+  std::string units;
+  appendUnits(units);
+  std::string out = "// Translated from Structured Text by velc.\n";
+  out += memoryDefinitions(file_.services.memory);
+  out += kHead;
+  appendStaticTexts(out);
+  out += structures(file_.services.symbols);
+  out += prototypes(file_);
+  appendStructureInits(out);
+  join(out, std::move(units));
+  return out;
+}
+
+void FileWriter::appendUnits(std::string& out) {
+  const SymbolTable& symbols = file_.services.symbols;
+  if (symbols.globals() != nullptr) {
+    FunctionWriter(file_, symbols.globals()).appendGlobalsInitialisation(out);
+  }
+  for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
+    for (const UnitSymbol* const unit : symbols.units()) {
+      if (unit->type() != type) continue;
+      if (type == POUType::Function) {
+        FunctionWriter(file_, unit).appendFunction(out);
+      } else {
+        FunctionWriter(file_, unit).appendInitialisation(out);
+        FunctionWriter(file_, unit).appendBody(out);
+      }
+    }
+  }
+}
+
+// Operators share texts; each stands once.
+void FileWriter::appendStaticTexts(std::string& out) const {
+  std::vector<std::string_view> written;
+  for (const std::string& text : file_.staticTexts) {
+    if (text.empty() || std::find(written.begin(), written.end(), text) != written.end()) continue;
+    written.push_back(text);
+    out += '\n';
+    out += text;
+    if (text.back() != '\n') out += '\n';
+  }
+}
+
+void FileWriter::appendStructureInits(std::string& out) {
+  for (const auto& owned : file_.services.symbols.ownedTypes()) {
+    const auto* const structure = dynamic_cast<const StructType*>(owned.get());
+    if (structure == nullptr || !file_.startValues.differFromZero(structure)) continue;
+    FunctionWriter(file_, nullptr).appendInitialisation(*structure, out);
+  }
+}
+
+Place globalPlace(const VarSymbol& variable) {
+  const vel::HeapAddress address = variable.iecAddress();
+  if (address.area == 0) {
+    return {Place::Kind::Object, variable.owner->cData + "." + variable.cName};
+  }
+  return Place::ofAddress(address, variable.backendAddress(),
+                          cType(variable.dataType()->dataType()));
+}
+
+}  // namespace refhost

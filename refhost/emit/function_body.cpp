@@ -1,0 +1,59 @@
+#include "refhost/emit/function_body.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "hostkit/tree_builder.h"
+#include "refhost/emit/type_text.h"
+
+namespace refhost {
+
+FunctionBody::FunctionBody(const UnitSymbol* owner) : unit(owner) {
+  if (owner == nullptr) return;
+  // More than C takes for a statement. Memory that is not written to is never made.
+  constexpr std::size_t kGrowth = 3;
+  lines_.reserve(kGrowth * vel::TreeBuilder::source(*owner->node).size());
+}
+
+void FunctionBody::line(const std::string& text) {
+  lines_.append(static_cast<std::size_t>(depth_) * 2, ' ');
+  lines_ += text;
+  lines_ += '\n';
+}
+
+std::string FunctionBody::newName() { return fmt::format("vel_t{}", ++temporaries_); }
+
+std::string FunctionBody::temporary(const vel::SymbolDataType* type) {
+  std::string name = newName();
+  declarations_ += "  " + declaration(type, name) + ";\n";
+  return name;
+}
+
+std::string FunctionBody::temporaryPointer(const vel::SymbolDataType* type) {
+  std::string name = newName();
+  declarations_ += fmt::format("  {}* {};\n", typeText(type), name);
+  return name;
+}
+
+std::string FunctionBody::take(bool hasSelf, const std::string& front) {
+  std::string before = hasSelf && !usesSelf ? "  (void)self;\n" : "";
+  before += declarations_;
+  before += front;
+  std::string text = std::move(lines_);
+  text.insert(0, before);
+  if (returns) text += "vel_return:;\n";
+  text += closing_;
+  return text;
+}
+
+void join(std::string& out, std::string text) {
+  if (text.size() <= out.size()) {
+    out += text;
+  } else {
+    text.insert(0, out);
+    out = std::move(text);
+  }
+}
+
+}  // namespace refhost

@@ -1,0 +1,185 @@
+#include "refhost/emit/function_writer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "refhost/emit/declarations.h"
+
+namespace refhost {
+
+using vel::POUType;
+
+FunctionWriter::FunctionWriter(FileContext& file, const UnitSymbol* unit)
+    : file_(file),
+      body_(unit),
+      expressions_(file, body_),
+      statements_(file, body_, expressions_),
+      initials_(file, body_, expressions_) {
+  if (unit != nullptr) file.services.calls.currentUnit = unit->name();
+}
+
+std::string FunctionWriter::take(bool hasSelf) { return body_.take(hasSelf, companionsText()); }
+
+std::string FunctionWriter::companionsText() {
+  if (body_.unit == nullptr) return {};
+  const bool function = body_.unit->type() == POUType::Function;
+  std::string text;
+  for (const auto& variable : body_.unit->variables()) {
+    const vel::SymbolDataType* const type = variable->dataType();
+    if (!variable->isBitParameter() || type == nullptr) continue;
+    const std::string name = companion(*variable);
+    if (body_.companions.count(variable.get()) == 0) {
+      if (function && keepsCompanion(*variable)) text += fmt::format("  (void){};\n", name);
+      continue;
+    }
+    const Place place = expressions_.places.of(*variable);
+    const std::string data = isText(type->dataType()) ? place.load() : place.address("void*");
+    const std::string own = fmt::format("{{{}, {}}}", data, bitCount(*type));
+    if (variable->role == Role::InOut) {
+      text += fmt::format("  vel_bit_param {} = {};\n", name, own);
+      continue;
+    }
+    if (!function) text += fmt::format("  vel_bit_param {0} = self->{0};\n", name);
+    text += fmt::format("  if ({0}.data == NULL) {0} = (vel_bit_param){1};\n", name, own);
+  }
+  return text;
+}
+
+void FunctionWriter::appendLocals(const UnitSymbol& unit, std::string& out) {
+  const bool function = unit.type() == POUType::Function;
+  for (const auto& variable : unit.variables()) {
+    const bool result = variable.get() == unit.result;
+    const bool local = function ? variable->role == Role::Local || variable->role == Role::Temp
+                                : variable->role == Role::Temp;
+    const vel::SymbolDataType* const type = variable->dataType();
+    const bool copied = function && variable->role == Role::Input && isTextType(type);
+    if (variable->iecAddress().area != 0) continue;
+    if (function && variable->role == Role::EdgeState) {
+      out += fmt::format("  static u8 {};\n", variable->cName);
+    }
+    if (local || copied || (result && !isTextType(type))) {
+      const char* const zero = isTextType(type) || isComposite(type) ? "{0}" : "0";
+      out += fmt::format("  {} = {};\n", declaration(type, variable->cName), zero);
+    }
+    const bool named = function ? !result : local;
+    if (named && body_.used.count(variable.get()) == 0) {
+      out += fmt::format("  (void){};\n", variable->cName);
+    }
+  }
+}
+
+void FunctionWriter::appendFunction(std::string& out) {
+  const UnitSymbol& function = *body_.unit;
+  prepare(function);
+  statements_.statements(function.node->leaf(Unit::kBody));
+  const std::string text = take(false);
+  out += "\n" + functionHead(function) + " {\n";
+  appendLocals(function, out);
+  out += text;
+  if (function.result != nullptr) out += "  return vel_result;\n";
+  out += "}\n";
+}
+
+void FunctionWriter::prepare(const UnitSymbol& function) {
+  for (const auto& variable : function.variables()) {
+    const vel::SymbolDataType* const type = variable->dataType();
+    const Role role = variable->role;
+    if (role == Role::Input && isTextType(type)) {
+      body_.line(storeText(type, expressions_.places.of(*variable), "vel_" + variable->cName,
+                           type->dataType()) +
+                 ";");
+    } else if (role == Role::Result && isTextType(type)) {
+      body_.line(variable->cName + "[0] = 0;");
+    } else if (role == Role::Output) {
+      const std::string place = expressions_.places.of(*variable).load();
+      const std::string zero = isComposite(type) ? zeroText(type) : "0";
+      body_.line(fmt::format("{}{} = {};", place, isTextType(type) ? "[0]" : "", zero));
+    }
+    if (role != Role::Input && role != Role::InOut && file_.startValues.differFromZero(*variable)) {
+      const Place result{Place::Kind::Object, variable->cName};
+      initials_.initialise(role == Role::Result ? result : expressions_.places.of(*variable),
+                           *variable);
+    }
+  }
+  body_.used.clear();  // a variable that is only set is not used
+}
+
+void FunctionWriter::appendInitialisation(std::string& out) {
+  const UnitSymbol& unit = *body_.unit;
+  body_.usesSelf = true;
+  const UnitSymbol* const globals = file_.services.symbols.globals();
+  if (globals != nullptr && unit.type() == POUType::Program) body_.line(globals->cInit + "();");
+  const bool large =
+      std::any_of(unit.variables().begin(), unit.variables().end(),
+                  [](const auto& member) { return isComposite(member->dataType()); });
+  // Nothing large goes over the stack.
+  body_.line(large ? "__builtin_memset(self, 0, sizeof *self);"
+                   : fmt::format("*self = (struct {}){{0}};", unit.cName));
+  initials_.initialiseAll(unit, true);
+  const std::string text = take(true);
+  if (unit.type() == POUType::Program) {
+    out += programHead(unit, unit.cInit);
+  } else {
+    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cInit, unit.cName);
+  }
+  out += text + "}\n";
+}
+
+void FunctionWriter::detectEdge(const VarSymbol& input) {
+  const std::string given = "vel_given_" + input.cName;
+  const std::string state = expressions_.places.of(*input.edgeState).load();
+  const bool rising = input.edge == Edge::Rising;
+  body_.line(fmt::format("const u8 {} = {};", given, expressions_.places.of(input).load()));
+  const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
+  body_.line(storeText(input.dataType(), expressions_.places.of(input), edge, BasicDataType::Bool) +
+             ";");
+  body_.line(fmt::format("{} = {};", state, given));
+  body_.closingLine(
+      storeText(input.dataType(), expressions_.places.of(input), given, BasicDataType::Bool) + ";");
+}
+
+void FunctionWriter::appendBody(std::string& out) {
+  const UnitSymbol& unit = *body_.unit;
+  initials_.initialiseAll(unit, false);
+  for (const auto& variable : unit.variables()) {
+    if (variable->edge != Edge::None) detectEdge(*variable);
+  }
+  statements_.statements(unit.node->leaf(Unit::kBody));
+  std::string text = take(true);
+  text += "}\n";
+  if (unit.type() == POUType::Program) {
+    out += programHead(unit, unit.cScan);
+  } else {
+    // A block of the standard is small, and its inputs are often known where it is called.
+    out += fmt::format("\nstatic {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
+                       unit.cBody, unit.cName);
+  }
+  appendLocals(unit, out);
+  join(out, std::move(text));
+}
+
+void FunctionWriter::appendGlobalsInitialisation(std::string& out) {
+  initials_.initialiseAll(*body_.unit, true);
+  out += fmt::format(
+      "\nstatic void {}(void) {{\n  static u8 vel_done;\n  if (vel_done) return;\n"
+      "  vel_done = 1;\n",
+      body_.unit->cInit);
+  out += take(false) + "}\n";
+}
+
+void FunctionWriter::appendInitialisation(const StructType& structure, std::string& out) {
+  body_.usesSelf = true;
+  for (const auto& member : structure.members()) {
+    initials_.initialise({Place::Kind::Object, "self->" + member->cName}, *member);
+  }
+  out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", structure.cInit,
+                     structure.cName, take(true));
+}
+
+std::string FunctionWriter::programHead(const UnitSymbol& program, const std::string& name) {
+  return fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", name, program.cName,
+                     program.cData);
+}
+
+}  // namespace refhost

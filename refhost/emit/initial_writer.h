@@ -1,0 +1,48 @@
+// Initial values. Every variable's memory is zero before they are set.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_set>
+
+#include "refhost/emit/expression_writer.h"
+
+namespace refhost {
+
+class InitialWriter {
+ public:
+  InitialWriter(FileContext& file, FunctionBody& body, ExpressionWriter& expressions)
+      : file_(file), body_(body), expressions_(expressions) {}
+
+  // Statements that give a variable at `place` its initial value.
+  void initialise(const Place& place, const VarSymbol& variable);
+  // The same for the variables of `unit` that are kept between scans, or for its temporary
+  // ones; those that start as zero are left out. The constants that a value is computed from
+  // come before it.
+  void initialiseAll(const UnitSymbol& unit, bool kept);
+  // The initial value of an array or structure that a call leaves out, as an expression.
+  std::string text(const VarSymbol& input);
+
+ private:
+  using Type = vel::SymbolDataType;
+
+  void once(const VarSymbol& variable);
+  void constantsIn(const vel::ASTNode& value, const VarSymbol& of);
+  void setDefault(const Place& place, const Type* type);
+  void setInitial(const Place& place, const Type* type, const Expr& value);
+  // The items of `list` from leaf `first` on go to the elements from `next` on.
+  void setElements(const Place& place, const ArrayType& array, const Expr& list, int first,
+                   std::int64_t& next);
+  void setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
+                   std::int64_t& next);
+  // `from` and `end` are C texts.
+  template <typename Set>
+  void forElements(const Place& place, const std::string& from, const std::string& end, Set set);
+
+  FileContext& file_;
+  FunctionBody& body_;
+  ExpressionWriter& expressions_;
+  std::unordered_set<const VarSymbol*> initialised_;
+};
+
+}  // namespace refhost

@@ -1,0 +1,38 @@
+// The places that expressions and variables name.
+#pragma once
+
+#include <string>
+
+#include "refhost/emit/file_context.h"
+#include "refhost/emit/function_body.h"
+#include "refhost/emit/place.h"
+
+namespace refhost {
+
+class ExpressionWriter;
+
+class PlaceWriter {
+ public:
+  PlaceWriter(FileContext& file, FunctionBody& body, ExpressionWriter& expressions)
+      : file_(file), body_(body), expressions_(expressions) {}
+
+  // A variable, a member, an element, a bit, an address, or the value of a name.
+  Place of(const Expr& expr);
+  Place of(const VarSymbol& variable);
+
+  // A pointer to what `value` names, whose type is `type`; of a string to its first character.
+  std::string pointerTo(const Expr& value, const vel::SymbolDataType* type);
+  // The statement, without its semicolon, that gives `target` the value `value` of type `from`.
+  std::string store(const Expr& target, const std::string& value, BasicDataType from);
+
+ private:
+  Place named(const Expr& expr);
+  Place element(const Expr& expr);
+  std::string indexText(const Expr& expr, const ArrayType& array);
+
+  FileContext& file_;
+  FunctionBody& body_;
+  ExpressionWriter& expressions_;
+};
+
+}  // namespace refhost
