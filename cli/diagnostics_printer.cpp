@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "hostkit/encoding.h"
 #include "refhost/messages.h"
 
 namespace velc {
@@ -21,18 +22,22 @@ std::string printable(std::string_view text) {
   return result;
 }
 
-bool startsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
-
 // As wide as the `count` characters of `line` before the caret: tabs stay tabs.
 std::string indent(std::string_view line, std::uint32_t count) {
   std::string result;
-  for (const char c : line) {
-    if (!startsCharacter(c)) continue;
-    if (result.size() == count) break;
-    result += c == '\t' ? '\t' : ' ';
+  while (!line.empty() && result.size() < count) {
+    result += line.front() == '\t' ? '\t' : ' ';
+    hostkit::takeCharacter(line);
   }
   result.resize(count, ' ');
   return result;
+}
+
+// Bytes of the first `count` characters of `line`, which may have fewer.
+std::size_t bytesOf(std::string_view line, std::uint32_t count) {
+  std::string_view rest = line;
+  for (; count > 0 && !rest.empty(); --count) hostkit::takeCharacter(rest);
+  return line.size() - rest.size();
 }
 
 struct Excerpt {
@@ -45,19 +50,8 @@ Excerpt excerpt(std::string_view line, std::uint32_t caret) {
   constexpr std::uint32_t kAround = 70;
   constexpr std::string_view kCut = "...";
   const std::uint32_t first = caret > kAround ? caret - kAround : 0;
-  std::uint32_t characters = 0;
-  std::size_t begin = line.size();
-  std::size_t end = line.size();
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (!startsCharacter(line[i])) continue;
-    if (characters == first) begin = i;
-    if (characters == caret + kAround) {
-      end = i;
-      break;
-    }
-    ++characters;
-  }
-  if (begin > end) begin = end;
+  const std::size_t begin = bytesOf(line, first);
+  const std::size_t end = begin + bytesOf(line.substr(begin), caret + kAround - first);
   Excerpt result{std::string(line.substr(begin, end - begin)), caret - first};
   if (first != 0) {
     result.text.insert(0, kCut);

@@ -2,30 +2,12 @@
 #include <string>
 #include <system_error>
 
+#include "hostkit/encoding.h"
 #include "hostkit/literal_parts.h"
 
 namespace hostkit::literal {
 
 namespace {
-
-void appendUtf8(std::string& out, std::uint32_t code) {
-  const auto append = [&out](std::uint32_t byte) { out += static_cast<char>(byte); };
-  if (code < 0x80) {
-    append(code);
-  } else if (code < 0x800) {
-    append(0xC0U | code >> 6U);
-    append(0x80U | (code & 0x3FU));
-  } else if (code < 0x10000) {
-    append(0xE0U | code >> 12U);
-    append(0x80U | (code >> 6U & 0x3FU));
-    append(0x80U | (code & 0x3FU));
-  } else {
-    append(0xF0U | code >> 18U);
-    append(0x80U | (code >> 12U & 0x3FU));
-    append(0x80U | (code >> 6U & 0x3FU));
-    append(0x80U | (code & 0x3FU));
-  }
-}
 
 // Takes the hexadecimal digits of a character after its dollar sign.
 bool takeCode(std::string_view& text, std::size_t digits, std::uint32_t& code) {
@@ -55,12 +37,12 @@ bool takeEscape(std::string_view& text, bool wide, std::string& out) {
   // Two halves of a pair make one character.
   std::string_view next = text;
   std::uint32_t second = 0;
-  if (code >= 0xD800 && code <= 0xDBFF && takeIf(next, '$') && takeCode(next, 4, second) &&
-      second >= 0xDC00 && second <= 0xDFFF) {
-    code = 0x10000U + ((code - 0xD800U) << 10U) + (second - 0xDC00U);
+  if (isHighSurrogate(code) && takeIf(next, '$') && takeCode(next, 4, second) &&
+      isLowSurrogate(second)) {
+    code = combined(code, second);
     text = next;
   }
-  appendUtf8(out, code);
+  appendUtf8(code, out);
   return true;
 }
 

@@ -1,7 +1,8 @@
 #include "hostkit/literal_text.h"
 
 #include <limits>
-#include <vector>
+
+#include "hostkit/encoding.h"
 
 namespace hostkit {
 namespace {
@@ -27,27 +28,6 @@ void appendString(const std::string& bytes, std::string& out) {
   out += '"';
 }
 
-// UTF-16 code units of a UTF-8 text; bytes that are no UTF-8 stand for themselves.
-std::vector<std::uint16_t> codeUnits(const std::string& text) {
-  std::vector<std::uint16_t> units;
-  for (std::size_t i = 0; i < text.size();) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    const std::size_t length = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    std::uint32_t code = length == 1 ? lead : lead & (0x7FU >> length);
-    for (std::size_t k = 1; k < length && i + k < text.size(); ++k) {
-      code = code << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3FU);
-    }
-    i += length;
-    if (code >= 0x10000) {
-      units.push_back(static_cast<std::uint16_t>(0xD800 + ((code - 0x10000) >> 10)));
-      units.push_back(static_cast<std::uint16_t>(0xDC00 + (code & 0x3FF)));
-    } else {
-      units.push_back(static_cast<std::uint16_t>(code));
-    }
-  }
-  return units;
-}
-
 void appendWideString(const std::string& text, std::string& out) {
   bool plain = true;
   for (const char c : text) plain = plain && isPlain(static_cast<unsigned char>(c));
@@ -56,9 +36,7 @@ void appendWideString(const std::string& text, std::string& out) {
     return;
   }
   out += "(const u16[]){";
-  for (const std::uint16_t unit : codeUnits(text)) {
-    out += std::to_string(unit) + ", ";
-  }
+  for (const char16_t unit : utf16(text)) out += std::to_string(unit) + ", ";
   out += "0}";
 }
 

@@ -9,6 +9,8 @@
 #include <system_error>
 #include <utility>
 
+#include "hostkit/encoding.h"
+
 namespace refhost {
 
 namespace {
@@ -21,33 +23,7 @@ constexpr const char* kLineEnds = "\r\n";
 
 std::string systemReason(int code) { return std::generic_category().message(code); }
 
-bool isContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
-
-bool isUtf8(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t length = utf8Length(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
-
 }  // namespace
-
-std::size_t utf8Length(std::string_view text) {
-  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const std::size_t length = byte(0) < 0x80   ? 1
-                             : byte(0) < 0xC2 ? 0
-                             : byte(0) < 0xE0 ? 2
-                             : byte(0) < 0xF0 ? 3
-                             : byte(0) < 0xF5 ? 4
-                                              : 0;
-  if (length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return 0;
-  }
-  return length;
-}
 
 int SourceManager::load(const std::string& path, std::string& error) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
@@ -98,7 +74,7 @@ std::string_view SourceManager::text(std::uint32_t file) const { return files_[f
 
 const std::vector<std::uint32_t>& SourceManager::lineStarts(const File& file) const {
   if (file.lineStarts.empty()) {
-    file.isUtf8 = isUtf8(file.text);
+    file.isUtf8 = hostkit::isUtf8(file.text);
     file.lineStarts.push_back(0);
     for (std::size_t end = file.text.find_first_of(kLineEnds); end != std::string::npos;
          end = file.text.find_first_of(kLineEnds, end + 1)) {
@@ -116,11 +92,9 @@ LineColumn SourceManager::position(vel::TextLocation location) const {
   const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
   const auto start = *(next - 1);
   const std::string_view before = std::string_view(file.text).substr(start, offset - start);
-  const auto continuations =
-      file.isUtf8 ? std::count_if(before.begin(), before.end(), isContinuationByte) : 0;
-  return {
-      static_cast<std::uint32_t>(next - starts.begin()),
-      static_cast<std::uint32_t>(before.size()) - static_cast<std::uint32_t>(continuations) + 1};
+  const std::size_t characters = file.isUtf8 ? hostkit::countCharacters(before) : before.size();
+  return {static_cast<std::uint32_t>(next - starts.begin()),
+          static_cast<std::uint32_t>(characters) + 1};
 }
 
 std::string_view SourceManager::line(vel::TextLocation location) const {

@@ -16,10 +16,6 @@ struct LineColumn {
   std::uint32_t column = 1;  // from 1, in characters; in bytes where a file is not UTF-8
 };
 
-// Bytes of the UTF-8 character that `text`, not empty, begins with; 0 when it begins
-// with none.
-std::size_t utf8Length(std::string_view text);
-
 class SourceManager {
  public:
   // Reads a file; returns its index. On failure returns -1 and sets `error` to a

@@ -1,8 +1,10 @@
 #include "refhost/syntax/syntax_errors.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
+#include "hostkit/encoding.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/source.h"
 
@@ -17,26 +19,23 @@ constexpr std::size_t kShownLength = 60;
 std::string printable(std::string_view text) {
   std::string out;
   while (!text.empty()) {
-    const std::size_t length = utf8Length(text);
-    const bool shown = length > 1 || (length == 1 && text[0] >= ' ' && text[0] != 0x7F);
-    if (shown) {
-      out.append(text.substr(0, length));
-    } else {
-      out += '?';
-    }
-    text.remove_prefix(std::max<std::size_t>(length, 1));
+    const std::optional<char32_t> c = hostkit::takeCharacter(text);
+    const bool isShown = c >= U' ' && c != U'\x7F';
+    hostkit::appendUtf8(isShown ? *c : U'?', out);
   }
   return out;
 }
 
 // No more of a token than a message has room for.
 std::string shortened(std::string_view token) {
-  std::string_view shown = token.substr(0, kShownLength);
-  while (shown.size() < token.size() && !shown.empty() &&
-         (static_cast<unsigned char>(token[shown.size()]) & 0xC0U) == 0x80U) {
-    shown.remove_suffix(1);
+  std::string_view rest = token;
+  std::size_t shown = 0;
+  while (!rest.empty()) {
+    hostkit::takeCharacter(rest);
+    if (token.size() - rest.size() > kShownLength) return std::string(token, 0, shown) + "...";
+    shown = token.size() - rest.size();
   }
-  return std::string(shown).append(shown.size() < token.size() ? "..." : "");
+  return std::string(token);
 }
 
 }  // namespace

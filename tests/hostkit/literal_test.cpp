@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+
+#include "hostkit/literal_text.h"
 
 namespace {
 
@@ -131,6 +134,19 @@ TEST(Literal, HasAValueAndAType) {
       {"wstring#\"y\"", "WSTRING! y"},
   };
   for (const Row& row : rows) EXPECT_EQ(describe(row.source), row.expected) << row.source;
+}
+
+// Characters, halves of pairs, and bytes that are no UTF-8.
+TEST(Literal, OfWstringHasUnitsInC) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"\"abc\"", "u\"abc\""},
+      {"\"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\"", "(const u16[]){233, 8364, 55357, 56832, 0}"},
+      {"\"$D83D$DE00$DE00x$D800\"", "(const u16[]){55357, 56832, 56832, 120, 55296, 0}"},
+      {"\"\xE4\x80z\xED\xC3\"", "(const u16[]){228, 128, 122, 237, 195, 0}"},
+  };
+  for (const auto& [source, expected] : rows) {
+    EXPECT_EQ(hostkit::literalText(source), expected) << source;
+  }
 }
 
 TEST(Literal, IsMalformedOrNone) {

@@ -1,0 +1,65 @@
+#include "hostkit/encoding.h"
+
+#include <utf8.h>
+
+#include <iterator>
+
+namespace hostkit {
+
+bool isUtf8(std::string_view text) { return utf8::is_valid(text); }
+
+std::optional<char32_t> takeCharacter(std::string_view& text) {
+  constexpr std::size_t kLongest = 4;
+  if (utf8::find_invalid(text.substr(0, kLongest)) == 0) {
+    text.remove_prefix(1);
+    return std::nullopt;
+  }
+  const char* end = text.data();
+  const char32_t character = utf8::unchecked::next(end);
+  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  return character;
+}
+
+std::size_t countCharacters(std::string_view text) {
+  const char* const begin = text.data();
+  return static_cast<std::size_t>(utf8::unchecked::distance(begin, begin + text.size()));
+}
+
+void appendUtf8(char32_t character, std::string& out) {
+  utf8::unchecked::append(character, std::back_inserter(out));
+}
+
+namespace {
+
+// Half of a surrogate pair, which as a character of its own is no UTF-8.
+bool takeHalf(std::string_view& text, std::u16string& units) {
+  constexpr std::size_t kSize = 3;
+  if (text.size() < kSize || utf8::find_invalid(text.substr(0, kSize)) != 0) return false;
+  const char* at = text.data();
+  const char32_t half = utf8::unchecked::next(at);
+  std::string encoded;
+  appendUtf8(half, encoded);
+  if (!isHighSurrogate(half) && !isLowSurrogate(half)) return false;
+  if (text.substr(0, kSize) != encoded) return false;
+  units += static_cast<char16_t>(half);
+  text.remove_prefix(kSize);
+  return true;
+}
+
+}  // namespace
+
+std::u16string utf16(std::string_view text) {
+  std::u16string units;
+  while (!text.empty()) {
+    const char* const begin = text.data();
+    if (takeHalf(text, units)) continue;
+    if (takeCharacter(text)) {
+      utf8::unchecked::utf8to16(begin, text.data(), std::back_inserter(units));
+    } else {
+      units += static_cast<unsigned char>(*begin);
+    }
+  }
+  return units;
+}
+
+}  // namespace hostkit
