@@ -1,7 +1,6 @@
 #include "cli/program_driver.h"
 
 #include <fmt/format.h>
-#include <strings.h>
 
 #include <algorithm>
 #include <iterator>
@@ -9,11 +8,13 @@
 
 #include "cli/failure.h"
 #include "cli/value_parts.h"
+#include "hostkit/folding.h"
 
 namespace velc {
 
 namespace {
 
+using hostkit::equalIgnoringCase;
 using refhost::ProgramVariable;
 using refhost::Session;
 using vel::BasicDataType;
@@ -22,10 +23,6 @@ std::string_view trim(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-bool equalIgnoringCase(const std::string& a, const std::string& b) {
-  return strcasecmp(a.c_str(), b.c_str()) == 0;
 }
 
 std::string qualifiedName(const ProgramVariable& variable) {

@@ -44,10 +44,10 @@ vel::BasicDataType Answers::addressType(const vel::HeapAddress& address) {
 
 vel::JapanComponent Answers::components(const std::string& text) {
   const auto first = [&text](std::size_t from, auto isOf) {
-    while (from < text.size() && isOf(toUpper(text[from]))) ++from;
+    while (from < text.size() && isOf(text[from])) ++from;
     return from;
   };
-  const std::size_t number = first(0, [](char c) { return c >= 'A' && c <= 'Z'; });
+  const std::size_t number = first(0, isLetter);
   const std::size_t suffix = first(number, [](char c) { return c >= '0' && c <= '9'; });
   if (number == 0 || suffix == number) return {};
   return {text.substr(0, number), text.substr(number, suffix - number), text.substr(suffix)};

@@ -51,7 +51,7 @@ bool parseNumber(std::string_view text, std::uint64_t& value) {
 
 std::size_t countLetters(std::string_view text) {
   std::size_t n = 0;
-  while (n < text.size() && toUpper(text[n]) >= 'A' && toUpper(text[n]) <= 'Z') ++n;
+  while (n < text.size() && isLetter(text[n])) ++n;
   return n;
 }
 

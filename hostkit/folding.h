@@ -8,8 +8,10 @@
 
 namespace hostkit {
 
+constexpr char toLower(char c) { return static_cast<char>(vel::foldCase(c)); }
+constexpr bool isLetter(char c) { return toLower(c) >= 'a' && toLower(c) <= 'z'; }
 constexpr char toUpper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  return isLetter(c) ? static_cast<char>(toLower(c) - 'a' + 'A') : c;
 }
 
 using vel::equalIgnoringCase;

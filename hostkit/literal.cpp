@@ -12,7 +12,7 @@ LiteralError literal::takeDigits(std::string_view& text, unsigned base, std::uin
   bool overflow = false;
   bool afterDigit = false;
   while (!text.empty()) {
-    const char c = lower(text.front());
+    const char c = toLower(text.front());
     if (c == '_') {
       if (!afterDigit) return LiteralError::Malformed;
       afterDigit = false;
@@ -34,8 +34,6 @@ LiteralError literal::takeDigits(std::string_view& text, unsigned base, std::uin
 namespace {
 
 using literal::isDigit;
-using literal::isLetter;
-using literal::lower;
 using literal::takeDigits;
 using literal::takeIf;
 using vel::BasicDataType;
@@ -134,7 +132,7 @@ LiteralError parseInteger(std::string_view digits, const NamedType* type, Litera
 
 LiteralError parseBool(std::string_view text, LiteralValue& out) {
   if (equalIgnoringCase(text, "TRUE") || equalIgnoringCase(text, "FALSE")) {
-    out.magnitude = lower(text.front()) == 't' ? 1 : 0;
+    out.magnitude = toLower(text.front()) == 't' ? 1 : 0;
     return LiteralError::None;
   }
   bool based = false;
@@ -170,7 +168,7 @@ LiteralError parseReal(std::string_view text, const NamedType* type, LiteralValu
   } else if (text.empty()) {
     digits += ".0";
   }
-  if (!text.empty() && lower(text.front()) == 'e') {
+  if (!text.empty() && toLower(text.front()) == 'e') {
     text.remove_prefix(1);
     digits += 'e';
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
@@ -241,7 +239,7 @@ LiteralError parseLiteral(std::string_view text, LiteralValue& out) {
   if (isDigit(text.front())) {
     return looksReal(text) ? parseReal(text, nullptr, out) : parseInteger(text, nullptr, out);
   }
-  if (isLetter(text.front())) {
+  if (isLetter(text.front()) || text.front() == '_') {
     const std::size_t mark = text.find('#');
     if (mark != std::string_view::npos) {
       return parseTyped(text.substr(0, mark), text.substr(mark + 1), isSigned, out);

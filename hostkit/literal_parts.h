@@ -10,9 +10,7 @@
 
 namespace hostkit::literal {
 
-constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
-constexpr bool isLetter(char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || c == '_'; }
 
 inline bool takeIf(std::string_view& text, char c) {
   if (text.empty() || text.front() != c) return false;

@@ -22,7 +22,7 @@ bool takeEscape(std::string_view& text, bool wide, std::string& out) {
   if (text.empty()) return false;
   constexpr std::string_view kNames = "$'\"lnprt";
   constexpr std::string_view kValues = "$'\"\n\n\f\r\t";
-  const std::size_t known = kNames.find(lower(text.front()));
+  const std::size_t known = kNames.find(toLower(text.front()));
   if (known != std::string_view::npos) {
     out += kValues[known];
     text.remove_prefix(1);

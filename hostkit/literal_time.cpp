@@ -114,10 +114,8 @@ LiteralError parseDuration(std::string_view text, bool isLong, LiteralValue& out
       if (takeDigits(text, 10, ignored) == LiteralError::Malformed) return LiteralError::Malformed;
       fraction.remove_suffix(text.size());
     }
-    const std::size_t length = std::min(
-        text.size(), static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isLetter) -
-                                              text.begin()));
-    const std::string_view name = text.substr(0, std::min(length, text.find('_')));
+    const auto* const end = std::find_if_not(text.begin(), text.end(), isLetter);
+    const std::string_view name = text.substr(0, static_cast<std::size_t>(end - text.begin()));
     const auto* unit = std::find_if(
         std::begin(kUnits) + nextUnit, std::end(kUnits),
         [name](const DurationUnit& candidate) { return equalIgnoringCase(candidate.name, name); });

@@ -10,9 +10,7 @@ namespace hostkit {
 
 bool isName(std::string_view text) {
   const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  const auto isPart = [&](char c) {
-    return c == '_' || isDigit(c) || (toUpper(c) >= 'A' && toUpper(c) <= 'Z');
-  };
+  const auto isPart = [&](char c) { return c == '_' || isDigit(c) || isLetter(c); };
   return !text.empty() && !isDigit(text[0]) && std::all_of(text.begin(), text.end(), isPart);
 }
 

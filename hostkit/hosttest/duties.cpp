@@ -1,5 +1,6 @@
 #include "hostkit/hosttest/duties.h"
 
+#include "core/case_folding.h"
 #include "core/op_manager_api.h"
 #include "core/operator.h"
 
@@ -38,9 +39,7 @@ const std::vector<ElementaryType>& elementaryTypes() {
 }
 
 std::string toLower(std::string text) {
-  for (char& c : text) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
+  for (char& c : text) c = static_cast<char>(vel::foldCase(c));
   return text;
 }
 

@@ -12,7 +12,7 @@ constexpr std::string_view kText =
     ;
 
 bool occurs(std::string_view name) {
-  const auto same = [](char a, char b) { return toUpper(a) == toUpper(b); };
+  const auto same = [](char a, char b) { return toLower(a) == toLower(b); };
   return std::search(kText.begin(), kText.end(), name.begin(), name.end(), same) != kText.end();
 }
 

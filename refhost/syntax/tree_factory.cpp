@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <iterator>
 #include <string>
@@ -29,7 +28,7 @@ bool namesEnumValue(std::string_view text) {
   const std::size_t mark = text.find('#');
   if (mark == std::string_view::npos || text.find_first_of("'\"") < mark) return false;
   LiteralValue value;
-  return mark + 1 < text.size() && std::isalpha(static_cast<unsigned char>(text[mark + 1])) != 0 &&
+  return mark + 1 < text.size() && isLetter(text[mark + 1]) &&
          parseLiteral(text, value) == LiteralError::NotALiteral;
 }
 
