@@ -23,7 +23,7 @@ std::string printed(const Value& value) {
   const std::string& type = value.type->name;
   const Number x = value.number;
   if (type == "BOOL") return x != 0 ? "TRUE" : "FALSE";
-  // velc prints reals with the C++ library, not with the runtime.
+  // Digits are compared with those of the C++ library in tests/runtime.
   if (type == "REAL") return velc::valueText(vel::BasicDataType::Real, type, bytes(value));
   if (type == "LREAL") return velc::valueText(vel::BasicDataType::LReal, type, bytes(value));
   if (type == "TIME") return fmt::format("T#{:.0f}ms", x);
