@@ -23,7 +23,7 @@ void StatementWriter::whenEnabled(const Call& call, const std::function<void()>&
     if (call.enabled != nullptr) {
       const std::string kept =
           body_.temporary(file_.services.symbols.elementary(BasicDataType::Bool));
-      body_.line(fmt::format("{} = {};", kept, flag));
+      body_.statement(fmt::format("{} = {}", kept, flag));
       flag = kept;
     }
     body_.line(fmt::format("if ({}) {{", flag));
@@ -34,7 +34,7 @@ void StatementWriter::whenEnabled(const Call& call, const std::function<void()>&
     body_.outdent();
     body_.line("}");
   }
-  if (call.enabled != nullptr) body_.line(expressions_.calls.storeEnabled(call, flag) + ";");
+  if (call.enabled != nullptr) body_.statement(calls_.storeEnabled(call, flag));
 }
 
 void StatementWriter::callStatement(const Call& call) {
@@ -43,7 +43,7 @@ void StatementWriter::callStatement(const Call& call) {
       instanceCall(call);
       return;
     }
-    const std::string text = expressions_.calls.callText(call);
+    const std::string text = calls_.callText(call);
     const bool value = call.dataType != nullptr;
     body_.line(value ? "(void)(" + text + ");" : text + ";");
   });
@@ -51,18 +51,17 @@ void StatementWriter::callStatement(const Call& call) {
 
 Place StatementWriter::calledInstance(const Call& call) {
   const auto& callee = static_cast<const Expr&>(*call.leaf(0));
-  Place instance = expressions_.places.of(callee);
+  Place instance = places_.of(callee);
   if (!anyNode(callee, isLookedFor)) return instance;
   const std::string pointer = body_.temporaryPointer(callee.dataType);
-  body_.line(
-      fmt::format("{} = {};", pointer, expressions_.places.pointerTo(callee, callee.dataType)));
+  body_.statement(fmt::format("{} = {}", pointer, places_.pointerTo(callee, callee.dataType)));
   return {Place::Kind::Pointed, pointer};
 }
 
 void StatementWriter::instanceCall(const Call& call) {
   const auto& callee = static_cast<const Expr&>(*call.leaf(0));
   const UnitSymbol& block = *static_cast<const InstanceType*>(callee.dataType)->unit;
-  expressions_.calls.record(call, block);
+  calls_.record(call, block);
   const Place instance = calledInstance(call);
   const std::vector<Binding> bindings = bindArguments(call, block);
   for (const Binding& binding : bindings) {
@@ -70,26 +69,23 @@ void StatementWriter::instanceCall(const Call& call) {
     if (parameter.role == Role::Output) continue;
     const Place member = instance.member(parameter.cName);
     if (parameter.role == Role::InOut) {
-      body_.line(member.store(expressions_.places.pointerTo(*binding.value, parameter.dataType())) +
-                 ";");
+      body_.statement(member.store(places_.pointerTo(*binding.value, parameter.dataType())));
       continue;
     }
     std::string value;
     expressions_.append(*binding.value, value);
-    body_.line(storeText(parameter.dataType(), member, value, typeOf(*binding.value)) + ";");
+    body_.statement(storeText(parameter.dataType(), member, value, typeOf(*binding.value)));
   }
   for (const auto& parameter : block.variables()) {
     if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;
     const Place member = instance.member(companion(*parameter));
-    body_.line(member.store(expressions_.calls.companionOf(valueOf(bindings, parameter.get()))) +
-               ";");
+    body_.statement(member.store(calls_.companionOf(valueOf(bindings, parameter.get()))));
   }
-  body_.line(fmt::format("{}({});", block.cBody, instance.address({})));
+  body_.statement(fmt::format("{}({})", block.cBody, instance.address({})));
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
-    body_.line(expressions_.calls.storeOutput(binding, instance.member(parameter.cName).load()) +
-               ";");
+    body_.statement(calls_.storeOutput(binding, instance.member(parameter.cName).load()));
   }
 }
 

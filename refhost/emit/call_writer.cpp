@@ -57,7 +57,7 @@ std::string CallWriter::callText(const Call& call) {
   if (call.givesAddress) {
     const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
     return fmt::format("({})({})", typeText(call.dataType),
-                       expressions_.places.pointerTo(operand, operand.dataType));
+                       places_.pointerTo(operand, operand.dataType));
   }
   return call.symbol != nullptr ? functionText(call) : std::string();
 }
@@ -112,9 +112,8 @@ std::string CallWriter::companionOf(const Expr* value) {
   const bool variable =
       value != nullptr && value->dataType != nullptr &&
       (value->op() == Expression::Variable || value->access == Expr::Access::Member);
-  if (!variable || expressions_.places.of(*value).isBit()) return "(vel_bit_param){0}";
-  return fmt::format("(vel_bit_param){{{}, {}}}",
-                     expressions_.places.pointerTo(*value, value->dataType),
+  if (!variable || places_.of(*value).isBit()) return "(vel_bit_param){0}";
+  return fmt::format("(vel_bit_param){{{}, {}}}", places_.pointerTo(*value, value->dataType),
                      bitCount(*value->dataType));
 }
 
@@ -125,7 +124,7 @@ std::string CallWriter::storeOutput(const Binding& output, std::string value) {
                 ? "!" + value
                 : fmt::format("({})~{}", cType(valueType(type)), value);
   }
-  return expressions_.places.store(*output.value, value, valueType(type));
+  return places_.store(*output.value, value, valueType(type));
 }
 
 std::string CallWriter::argumentText(const Expr& value, const vel::SymbolDataType* type) {
@@ -158,8 +157,7 @@ std::string CallWriter::operandText(const Call& call) {
 
 std::string CallWriter::storeEnabled(const Call& call, const std::string& flag) {
   const auto& target = static_cast<const Expr&>(*call.enabled->leaf(1));
-  return expressions_.places.store(target, call.enabled->negated ? "!" + flag : flag,
-                                   BasicDataType::Bool);
+  return places_.store(target, call.enabled->negated ? "!" + flag : flag, BasicDataType::Bool);
 }
 
 // A call in an expression. What its outputs give is stored behind it, before the
@@ -194,7 +192,7 @@ std::string CallWriter::functionText(const Call& call, const std::vector<Binding
       if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), output);
     } else if (parameter->role == Role::InOut) {
       // The analysis lets no call pass that leaves one out.
-      arguments += given != nullptr ? expressions_.places.pointerTo(*given, type) : "NULL";
+      arguments += given != nullptr ? places_.pointerTo(*given, type) : "NULL";
     } else if (value != nullptr && value->op() < op::kArrayValue) {
       arguments += argumentText(*value, type);
     } else if (isComposite(type) && file_.startValues.differFromZero(*parameter)) {

@@ -12,11 +12,13 @@
 namespace refhost {
 
 class ExpressionWriter;
+class PlaceWriter;
 
 class CallWriter {
  public:
-  CallWriter(FileContext& file, FunctionBody& body, ExpressionWriter& expressions)
-      : file_(file), body_(body), expressions_(expressions) {}
+  CallWriter(FileContext& file, FunctionBody& body, PlaceWriter& places,
+             ExpressionWriter& expressions)
+      : file_(file), body_(body), places_(places), expressions_(expressions) {}
 
   // The call, whatever its EN.
   std::string callText(const Call& call);
@@ -52,6 +54,7 @@ class CallWriter {
 
   FileContext& file_;
   FunctionBody& body_;
+  PlaceWriter& places_;
   ExpressionWriter& expressions_;
 };
 

@@ -18,7 +18,7 @@ class ExpressionWriter final : public vel::Generator {
   ExpressionWriter(FileContext& file, FunctionBody& body)
       : Generator(&file.services),
         places(file, body, *this),
-        calls(file, body, *this),
+        calls(file, body, places, *this),
         file_(file),
         body_(body) {}
   ExpressionWriter(const ExpressionWriter&) = delete;

@@ -22,6 +22,12 @@ void FunctionBody::line(const std::string& text) {
   lines_ += '\n';
 }
 
+void FunctionBody::statement(const std::string& text) {
+  lines_.append(static_cast<std::size_t>(depth_) * 2, ' ');
+  lines_ += text;
+  lines_ += ";\n";
+}
+
 std::string FunctionBody::newName() { return fmt::format("vel_t{}", ++temporaries_); }
 
 std::string FunctionBody::temporary(const vel::SymbolDataType* type) {

@@ -16,6 +16,8 @@ class FunctionBody {
   explicit FunctionBody(const UnitSymbol* owner);
 
   void line(const std::string& text);
+  // A line that ends in a semicolon.
+  void statement(const std::string& text);
   void indent() { ++depth_; }
   void outdent() { --depth_; }
   int depth() const { return depth_; }
@@ -29,8 +31,8 @@ class FunctionBody {
     outdent();
     return std::exchange(lines_, std::move(before));
   }
-  // A line for the end of the function, which a RETURN does not skip.
-  void closingLine(const std::string& text) { closing_ += "  " + text + "\n"; }
+  // A statement for the end of the function, which a RETURN does not skip.
+  void closingStatement(const std::string& text) { closing_ += "  " + text + ";\n"; }
 
   // The name of a variable that the text declares where it needs it.
   std::string newName();

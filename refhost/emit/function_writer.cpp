@@ -86,15 +86,14 @@ void FunctionWriter::prepare(const UnitSymbol& function) {
     const vel::SymbolDataType* const type = variable->dataType();
     const Role role = variable->role;
     if (role == Role::Input && isTextType(type)) {
-      body_.line(storeText(type, expressions_.places.of(*variable), "vel_" + variable->cName,
-                           type->dataType()) +
-                 ";");
+      body_.statement(storeText(type, expressions_.places.of(*variable), "vel_" + variable->cName,
+                                type->dataType()));
     } else if (role == Role::Result && isTextType(type)) {
       body_.line(variable->cName + "[0] = 0;");
     } else if (role == Role::Output) {
       const std::string place = expressions_.places.of(*variable).load();
       const std::string zero = isComposite(type) ? zeroText(type) : "0";
-      body_.line(fmt::format("{}{} = {};", place, isTextType(type) ? "[0]" : "", zero));
+      body_.statement(fmt::format("{}{} = {}", place, isTextType(type) ? "[0]" : "", zero));
     }
     if (role != Role::Input && role != Role::InOut && file_.startValues.differFromZero(*variable)) {
       const Place result{Place::Kind::Object, variable->cName};
@@ -130,13 +129,13 @@ void FunctionWriter::detectEdge(const VarSymbol& input) {
   const std::string given = "vel_given_" + input.cName;
   const std::string state = expressions_.places.of(*input.edgeState).load();
   const bool rising = input.edge == Edge::Rising;
-  body_.line(fmt::format("const u8 {} = {};", given, expressions_.places.of(input).load()));
+  body_.statement(fmt::format("const u8 {} = {}", given, expressions_.places.of(input).load()));
   const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
-  body_.line(storeText(input.dataType(), expressions_.places.of(input), edge, BasicDataType::Bool) +
-             ";");
-  body_.line(fmt::format("{} = {};", state, given));
-  body_.closingLine(
-      storeText(input.dataType(), expressions_.places.of(input), given, BasicDataType::Bool) + ";");
+  body_.statement(
+      storeText(input.dataType(), expressions_.places.of(input), edge, BasicDataType::Bool));
+  body_.statement(fmt::format("{} = {}", state, given));
+  body_.closingStatement(
+      storeText(input.dataType(), expressions_.places.of(input), given, BasicDataType::Bool));
 }
 
 void FunctionWriter::appendBody(std::string& out) {

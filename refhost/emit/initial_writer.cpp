@@ -48,7 +48,7 @@ std::string InitialWriter::text(const VarSymbol& input) {
   const std::string lines = body_.apart([&] {
     body_.line(declaration(input.dataType(), name) + " = {0};");
     initialise({Place::Kind::Object, name}, input);
-    body_.line(name + ";");
+    body_.statement(name);
   });
   return "({\n" + lines + body_.indentation() + "})";
 }
@@ -62,13 +62,13 @@ void InitialWriter::setDefault(const Place& place, const Type* type) {
       setInitial(element, array->element, *array->elementInitial);
     });
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    body_.line(fmt::format("{}({});", structure->cInit, place.address({})));
+    body_.statement(fmt::format("{}({})", structure->cInit, place.address({})));
   } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    body_.line(fmt::format("{}({});", instance->unit->cInit, place.address({})));
+    body_.statement(fmt::format("{}({})", instance->unit->cInit, place.address({})));
   } else {
     std::string number;
     appendInteger(implicitInitial(type), number);
-    body_.line(place.store(number) + ";");
+    body_.statement(place.store(number));
   }
 }
 
@@ -100,7 +100,7 @@ void InitialWriter::setInitial(const Place& place, const Type* type, const Expr&
   } else {
     text = expressions_.expressionText(const_cast<Expr*>(&value));
   }
-  body_.line(storeText(type, place, text, typeOf(value)) + ";");
+  body_.statement(storeText(type, place, text, typeOf(value)));
 }
 
 void InitialWriter::setElements(const Place& place, const ArrayType& array, const Expr& list,

@@ -38,7 +38,7 @@ std::string Place::store(std::string_view value) const {
   if (kind == Kind::Bit) return fmt::format("vsbit({}, {}, {})", text, number, value);
   if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", number, value);
   std::string statement = load();
-  statement.reserve(statement.size() + 3 + value.size() + 1);  // and a ';'
+  statement.reserve(statement.size() + 3 + value.size());
   statement += " = ";
   statement += value;
   return statement;

@@ -69,7 +69,7 @@ std::string CallWriter::runtimeText(const Call& call, const Expr* target) {
   if (makesText(function)) {
     int length = stringLength(*call.dataType);
     if (target != nullptr) {
-      text += expressions_.places.of(*target).load();
+      text += places_.of(*target).load();
       length = std::min(length, stringLength(*target->dataType));
     } else {
       text += body_.temporary(call.dataType);

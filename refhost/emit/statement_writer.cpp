@@ -116,18 +116,18 @@ void StatementWriter::statement(const ASTNode& node) {
       block("do", node.leaf(0));
       std::string condition;
       expressions_.operand(*node.leaf(1), condition);
-      body_.line(fmt::format("}} while (!{});", condition));
+      body_.statement(fmt::format("}} while (!{})", condition));
       break;
     }
     case StatementKind::Exit:
-      body_.line("break;");
+      body_.statement("break");
       break;
     case StatementKind::Continue:
-      body_.line("continue;");
+      body_.statement("continue");
       break;
     case StatementKind::Return:
       body_.returns = true;
-      body_.line("goto vel_return;");
+      body_.statement("goto vel_return");
       break;
   }
 }
@@ -141,20 +141,19 @@ void StatementWriter::assignment(const ASTNode& node) {
   }
   const auto& target = static_cast<const Expr&>(*node.leaf(0));
   if (kindOf(source) != NodeKind::Invocation) {
-    body_.line(expressions_.places.store(target, expressions_.expressionText(node.leaf(1)), from) +
-               ";");
+    body_.statement(places_.store(target, expressions_.expressionText(node.leaf(1)), from));
     return;
   }
   const auto& call = static_cast<const Call&>(source);
-  CallWriter& calls = expressions_.calls;
   whenEnabled(call, [&] {
-    const std::string made = calls.textMadeIn(call, target);
+    const std::string made = calls_.textMadeIn(call, target);
     if (!made.empty()) {
-      body_.line(made + ";");
+      body_.statement(made);
       return;
     }
-    const std::string value = typeOf(target) != from ? calls.typedText(call) : calls.callText(call);
-    body_.line(expressions_.places.store(target, value, from) + ";");
+    const std::string value =
+        typeOf(target) != from ? calls_.typedText(call) : calls_.callText(call);
+    body_.statement(places_.store(target, value, from));
   });
 }
 
@@ -172,14 +171,14 @@ void StatementWriter::ifStatement(const ASTNode& node) {
 void StatementWriter::caseStatement(const ASTNode& node) {
   const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
   if (!labelled) {
-    body_.line(fmt::format("(void)({});", expressions_.expressionText(node.leaf(0))));
+    body_.statement(fmt::format("(void)({})", expressions_.expressionText(node.leaf(0))));
     if (node.leavesCount() > 1) statements(node.leaf(1));
     return;
   }
   const BasicDataType type = selectorType(node);
   const bool wide = type == BasicDataType::ULInt;
   const std::string name = body_.temporary(file_.services.symbols.elementary(type));
-  body_.line(fmt::format("{} = {};", name, expressions_.expressionText(node.leaf(0))));
+  body_.statement(fmt::format("{} = {}", name, expressions_.expressionText(node.leaf(0))));
   for (int i = 1; i < node.leavesCount(); ++i) {
     const ASTNode& element = *node.leaf(i);
     const char* const before = i == 1 ? "" : "} else ";
@@ -208,7 +207,7 @@ bool StatementWriter::countingLoop(const ASTNode& node) {
   const auto magnitude = static_cast<std::uint64_t>(beyond < 0 ? -beyond : beyond);
   if (!integerFits(beyond < 0, magnitude, row->type)) return false;
   assignment(*node.leaf(0));
-  const std::string variable = expressions_.places.of(control).load();
+  const std::string variable = places_.of(control).load();
   std::string bound;
   appendInteger(*end, bound);
   const std::string next = fmt::format("{0} = ({1})((u64){0} {2} {3}u)", variable, row->cType,
@@ -230,9 +229,9 @@ void StatementWriter::forStatement(const ASTNode& node) {
       file_.services.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt);
   assignment(*node.leaf(0));
 
-  const std::string variable = expressions_.places.of(control).load();
+  const std::string variable = places_.of(control).load();
   const std::string last = body_.temporary(bound);
-  body_.line(fmt::format("{} = {};", last, expressions_.expressionText(node.leaf(1))));
+  body_.statement(fmt::format("{} = {}", last, expressions_.expressionText(node.leaf(1))));
   std::string step = "1";
   std::string ascending = "1";
   if (node.leaf(2) != nullptr) {
@@ -241,7 +240,7 @@ void StatementWriter::forStatement(const ASTNode& node) {
       ascending = *constant > 0 ? "1" : "0";
     } else {
       step = body_.temporary(file_.services.symbols.elementary(BasicDataType::LInt));
-      body_.line(fmt::format("{} = {};", step, expressions_.expressionText(node.leaf(2))));
+      body_.statement(fmt::format("{} = {}", step, expressions_.expressionText(node.leaf(2))));
       ascending.clear();
     }
   }
@@ -255,8 +254,8 @@ void StatementWriter::forStatement(const ASTNode& node) {
   const std::string next =
       fmt::format("{} = vel_for_more_{}({}, {}, {})", more, wideName, variable, last, step);
   const char* const cName = elementaryType(type) != nullptr ? elementaryType(type)->cType : "i64";
-  const std::string advance = expressions_.places.store(
-      control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);
+  const std::string advance =
+      places_.store(control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);
   block(fmt::format("for ({} = {}; {}; {}, {})", more, start, more, next, advance), node.leaf(3));
   body_.line("}");
 }

@@ -11,7 +11,11 @@ namespace refhost {
 class StatementWriter {
  public:
   StatementWriter(FileContext& file, FunctionBody& body, ExpressionWriter& expressions)
-      : file_(file), body_(body), expressions_(expressions) {}
+      : file_(file),
+        body_(body),
+        expressions_(expressions),
+        places_(expressions.places),
+        calls_(expressions.calls) {}
 
   // All of a list; null for none.
   void statements(const vel::ASTNode* list);
@@ -39,6 +43,8 @@ class StatementWriter {
   FileContext& file_;
   FunctionBody& body_;
   ExpressionWriter& expressions_;
+  PlaceWriter& places_;
+  CallWriter& calls_;
 };
 
 }  // namespace refhost
