@@ -31,6 +31,7 @@ struct Session::Impl {
   Services services;
   PluginLibrary plugin;
   std::vector<vel::VELMessage> messages;
+  SymbolNames names;  // in the C text, once there is one
 
   bool hasErrors() const {
     for (const vel::VELMessage& message : messages) {
@@ -47,7 +48,7 @@ void setPlace(ProgramVariable& variable, const Place& place) {
   if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.number;
 }
 
-void appendVariables(const UnitSymbol& unit, const std::string& program,
+void appendVariables(const SymbolNames& names, const UnitSymbol& unit, const std::string& program,
                      std::vector<ProgramVariable>& result) {
   for (const auto& variable : unit.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
@@ -58,10 +59,10 @@ void appendVariables(const UnitSymbol& unit, const std::string& program,
     entry.program = program;
     entry.name = variable->name();
     entry.typeName = type->typeName();
-    entry.shape = shapeOf(type);
+    entry.shape = shapeOf(names, type);
     entry.type = valueType(type);
     entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
-    setPlace(entry, globalPlace(*variable));
+    setPlace(entry, globalPlace(names, *variable));
     entry.settable = entry.shape != nullptr && !variable->constant;
     result.push_back(std::move(entry));
   }
@@ -83,6 +84,7 @@ bool Session::start(std::string& error) {
 
 void Session::restart() {
   impl_->messages.clear();
+  impl_->names.clear();
   impl_->services.calls = {};
   impl_->services.memory.releaseState();
   impl_->services.symbols.forget();
@@ -115,7 +117,7 @@ bool Session::analyse() {
 const std::vector<vel::VELMessage>& Session::messages() const { return impl_->messages; }
 
 std::string Session::translate() {
-  std::string text = FileWriter(impl_->services, impl_->messages).text();
+  std::string text = FileWriter(impl_->services, impl_->names, impl_->messages).text();
   if (impl_->hasErrors()) text.clear();
   return text;
 }
@@ -132,18 +134,19 @@ std::vector<std::string> Session::programs() const {
 
 std::string Session::programInit(const std::string& program) const {
   const UnitSymbol* const unit = impl_->services.symbols.unit(program);
-  return unit != nullptr ? unit->cInit : std::string();
+  return unit != nullptr ? impl_->names.of(*unit).init : std::string();
 }
 
 std::string Session::programScan(const std::string& program) const {
   const UnitSymbol* const unit = impl_->services.symbols.unit(program);
-  return unit != nullptr ? unit->cScan : std::string();
+  return unit != nullptr ? impl_->names.of(*unit).scan : std::string();
 }
 
 std::vector<ProgramVariable> Session::programVariables() const {
   std::vector<ProgramVariable> result;
   for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
-    if (unit->type() == vel::POUType::Program) appendVariables(*unit, unit->name(), result);
+    if (unit->type() != vel::POUType::Program) continue;
+    appendVariables(impl_->names, *unit, unit->name(), result);
   }
   return result;
 }
@@ -151,7 +154,7 @@ std::vector<ProgramVariable> Session::programVariables() const {
 std::vector<ProgramVariable> Session::globalVariables() const {
   std::vector<ProgramVariable> result;
   const UnitSymbol* const globals = impl_->services.symbols.globals();
-  if (globals != nullptr) appendVariables(*globals, {}, result);
+  if (globals != nullptr) appendVariables(impl_->names, *globals, {}, result);
   return result;
 }
 
@@ -167,7 +170,7 @@ bool Session::addressVariable(const std::string& address, ProgramVariable& varia
   variable.byteSize = type.size;
   setPlace(variable, Place::ofAddress(parsed, impl_->services.memory.raw(parsed), type.cType));
   variable.settable = true;
-  variable.shape = shapeOf(impl_->services.symbols.dataType(name));
+  variable.shape = shapeOf(impl_->names, impl_->services.symbols.dataType(name));
   return true;
 }
 

@@ -1,6 +1,6 @@
 #include "refhost/value_shape.h"
 
-#include "refhost/services/derived_types.h"
+#include "refhost/emit/symbol_names.h"
 
 namespace refhost {
 
@@ -8,34 +8,35 @@ using Shape = std::shared_ptr<const ValueShape>;
 
 namespace {
 
-Shape arrayShape(const ArrayType& array) {
+Shape arrayShape(const SymbolNames& names, const ArrayType& array) {
   auto shape = std::make_shared<ValueShape>();
   shape->typeName = array.typeName();
-  shape->element = shapeOf(array.element);
+  shape->element = shapeOf(names, array.element);
   shape->count = array.count();
   for (const Bounds& bounds : array.bounds) shape->bounds.emplace_back(bounds.low, bounds.high);
   return shape->element != nullptr ? shape : nullptr;
 }
 
-Shape structureShape(const StructType& structure) {
+Shape structureShape(const SymbolNames& names, const StructType& structure) {
   auto shape = std::make_shared<ValueShape>();
   shape->typeName = structure.typeName();
   shape->isStructure = true;
   for (const auto& member : structure.members()) {
-    Shape part = shapeOf(member->dataType());
+    Shape part = shapeOf(names, member->dataType());
     if (part == nullptr) continue;
-    shape->members.push_back({member->name(), "." + member->cName, std::move(part)});
+    shape->members.push_back({member->name(), "." + names.of(*member), std::move(part)});
   }
   return shape->members.empty() ? nullptr : shape;
 }
 
 }  // namespace
 
-Shape shapeOf(const vel::SymbolDataType* type) {
+Shape shapeOf(const SymbolNames& names, const vel::SymbolDataType* type) {
   if (type == nullptr || isInstance(type)) return nullptr;
-  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) return arrayShape(*array);
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type))
+    return arrayShape(names, *array);
   if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    return structureShape(*structure);
+    return structureShape(names, *structure);
   }
   auto shape = std::make_shared<ValueShape>();
   shape->typeName = type->typeName();

@@ -11,6 +11,8 @@
 
 namespace refhost {
 
+class SymbolNames;
+
 struct ValueShape {
   struct Member {
     std::string name;
@@ -38,7 +40,8 @@ struct ValueShape {
 };
 
 // Null for a type without a value to show: an instance of a function block, and what
-// consists of such. The C names of the types must be known.
-std::shared_ptr<const ValueShape> shapeOf(const vel::SymbolDataType* type);
+// consists of such. Structures in C must have got their `names`.
+std::shared_ptr<const ValueShape> shapeOf(const SymbolNames& names,
+                                          const vel::SymbolDataType* type);
 
 }  // namespace refhost

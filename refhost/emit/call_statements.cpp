@@ -16,7 +16,7 @@ bool isLookedFor(const vel::ASTNode& node) {
 
 }  // namespace
 
-void StatementWriter::whenEnabled(const Call& call, const std::function<void()>& write) {
+std::string StatementWriter::beginEnabled(const Call& call) {
   std::string flag = "1";
   if (call.enable != nullptr) {
     flag = expressions_.expressionText(call.enable->leaf(1));
@@ -29,7 +29,10 @@ void StatementWriter::whenEnabled(const Call& call, const std::function<void()>&
     body_.line(fmt::format("if ({}) {{", flag));
     body_.indent();
   }
-  write();
+  return flag;
+}
+
+void StatementWriter::endEnabled(const Call& call, const std::string& flag) {
   if (call.enable != nullptr) {
     body_.outdent();
     body_.line("}");
@@ -38,15 +41,14 @@ void StatementWriter::whenEnabled(const Call& call, const std::function<void()>&
 }
 
 void StatementWriter::callStatement(const Call& call) {
-  whenEnabled(call, [&] {
-    if (call.leaf(0)->type() == vel::ASTType::Expression) {
-      instanceCall(call);
-      return;
-    }
+  const std::string flag = beginEnabled(call);
+  if (call.leaf(0)->type() == vel::ASTType::Expression) {
+    instanceCall(call);
+  } else {
     const std::string text = calls_.callText(call);
-    const bool value = call.dataType != nullptr;
-    body_.line(value ? "(void)(" + text + ");" : text + ";");
-  });
+    body_.statement(call.dataType != nullptr ? "(void)(" + text + ")" : text);
+  }
+  endEnabled(call, flag);
 }
 
 Place StatementWriter::calledInstance(const Call& call) {
@@ -67,25 +69,26 @@ void StatementWriter::instanceCall(const Call& call) {
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role == Role::Output) continue;
-    const Place member = instance.member(parameter.cName);
+    const Place member = instance.member(file_.names.of(parameter));
     if (parameter.role == Role::InOut) {
       body_.statement(member.store(places_.pointerTo(*binding.value, parameter.dataType())));
       continue;
     }
     std::string value;
     expressions_.append(*binding.value, value);
-    body_.statement(storeText(parameter.dataType(), member, value, typeOf(*binding.value)));
+    body_.statement(
+        storeText(file_.names, parameter.dataType(), member, value, typeOf(*binding.value)));
   }
   for (const auto& parameter : block.variables()) {
     if (!parameter->isBitParameter() || parameter->role != Role::Input) continue;
     const Place member = instance.member(companion(*parameter));
     body_.statement(member.store(calls_.companionOf(valueOf(bindings, parameter.get()))));
   }
-  body_.statement(fmt::format("{}({})", block.cBody, instance.address({})));
+  body_.statement(fmt::format("{}({})", file_.names.of(block).body, instance.address({})));
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
-    body_.statement(calls_.storeOutput(binding, instance.member(parameter.cName).load()));
+    body_.statement(calls_.storeOutput(binding, instance.member(file_.names.of(parameter)).load()));
   }
 }
 

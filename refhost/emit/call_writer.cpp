@@ -56,7 +56,7 @@ std::string CallWriter::callText(const Call& call) {
   if (call.standard != nullptr) return standardText(call);
   if (call.givesAddress) {
     const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
-    return fmt::format("({})({})", typeText(call.dataType),
+    return fmt::format("({})({})", typeText(file_.names, call.dataType),
                        places_.pointerTo(operand, operand.dataType));
   }
   return call.symbol != nullptr ? functionText(call) : std::string();
@@ -137,7 +137,7 @@ std::string CallWriter::argumentText(const Expr& value, const vel::SymbolDataTyp
   expressions_.append(value, text);
   if (to == BasicDataType::Pointer) {
     const char* const number = isInteger(typeOf(value)) ? "(uintptr_t)" : "";
-    return fmt::format("({}){}{}", typeText(type), number, enclosed(text));
+    return fmt::format("({}){}{}", typeText(file_.names, type), number, enclosed(text));
   }
   return typeOf(value) == BasicDataType::Pointer ? "(uintptr_t)" + enclosed(text) : text;
 }
@@ -147,7 +147,7 @@ std::string CallWriter::operandText(const Call& call) {
   if (call.enable == nullptr && call.enabled == nullptr) return value;
   const std::string enable =
       call.enable != nullptr ? expressions_.expressionText(call.enable->leaf(1)) : std::string("1");
-  const std::string zero = zeroText(call.dataType);
+  const std::string zero = zeroText(file_.names, call.dataType);
   if (call.enabled == nullptr) return fmt::format("(({}) ? ({}) : {})", enable, value, zero);
   const std::string flag = body_.newName();
   const std::string result = body_.newName();
@@ -198,7 +198,7 @@ std::string CallWriter::functionText(const Call& call, const std::vector<Binding
     } else if (isComposite(type) && file_.startValues.differFromZero(*parameter)) {
       arguments += InitialWriter(file_, body_, expressions_).text(*parameter);
     } else if (isComposite(type) || text) {
-      arguments += zeroText(type);
+      arguments += zeroText(file_.names, type);
     } else {
       appendInteger(implicitInitial(type), arguments);
     }
@@ -215,7 +215,7 @@ std::string CallWriter::functionText(const Call& call, const std::vector<Binding
     result = body_.temporary(resultType);
     arguments += result;
   }
-  std::string text = fmt::format("{}({})", function.cName, arguments);
+  std::string text = fmt::format("{}({})", file_.names.of(function).name, arguments);
   if (stores.empty()) return text;
   if (resultType == nullptr) return fmt::format("{}{}", text, stores);
   if (textResult) return fmt::format("({}{}, {})", text, stores, result);

@@ -19,17 +19,17 @@ bool isMember(const VarSymbol& variable) {
   return variable.role != Role::Temp && variable.iecAddress().area == 0 && !variable.inMemory;
 }
 
-void appendStructure(const StructType& structure, std::string& out) {
-  out += fmt::format("\nVEL_STRUCT {} {{\n", structure.cName);
+void appendStructure(const SymbolNames& names, const StructType& structure, std::string& out) {
+  out += fmt::format("\nVEL_STRUCT {} {{\n", names.of(structure).name);
   for (const auto& member : structure.members()) {
-    out += fmt::format("  {};\n", declaration(member->dataType(), member->cName));
+    out += fmt::format("  {};\n", declaration(names, member->dataType(), names.of(*member)));
   }
   if (structure.members().empty()) out += "  u8 vel_empty;\n";
   out += "};\n";
 }
 
-void appendStructure(const UnitSymbol& unit, std::string& out) {
-  out += fmt::format("\nstruct {} {{\n", unit.cName);
+void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::string& out) {
+  out += fmt::format("\nstruct {} {{\n", names.of(unit).name);
   bool empty = true;
   for (const auto& variable : unit.variables()) {
     if (!isMember(*variable)) continue;
@@ -37,10 +37,10 @@ void appendStructure(const UnitSymbol& unit, std::string& out) {
     const bool pointer = variable->role == Role::InOut;
     if (pointer && isTextType(variable->dataType())) {
       const bool narrow = variable->dataType()->dataType() == BasicDataType::String;
-      out += fmt::format("  {}* {};\n", narrow ? "char" : "u16", variable->cName);
+      out += fmt::format("  {}* {};\n", narrow ? "char" : "u16", names.of(*variable));
     } else {
-      out += fmt::format("  {};\n",
-                         declaration(variable->dataType(), (pointer ? "*" : "") + variable->cName));
+      out += fmt::format("  {};\n", declaration(names, variable->dataType(),
+                                                (pointer ? "*" : "") + names.of(*variable)));
     }
   }
   for (const auto& variable : unit.variables()) {
@@ -51,7 +51,8 @@ void appendStructure(const UnitSymbol& unit, std::string& out) {
   out += "};\n";
   if (unit.type() == POUType::Program) {
     // Nothing needs to use what only the platform sets or shows.
-    out += fmt::format("static struct {} {} __attribute__((unused));\n", unit.cName, unit.cData);
+    out += fmt::format("static struct {} {} __attribute__((unused));\n", names.of(unit).name,
+                       names.of(unit).data);
   }
 }
 
@@ -65,7 +66,7 @@ bool keepsCompanion(const VarSymbol& variable) {
   return variable.isBitParameter() && variable.role == Role::Input;
 }
 
-std::string structures(const SymbolTable& symbols) {
+std::string structures(const SymbolNames& names, const SymbolTable& symbols) {
   std::string out;
   std::unordered_set<const vel::SymbolDataType*> done;
   std::unordered_set<std::string> arrays;
@@ -73,32 +74,32 @@ std::string structures(const SymbolTable& symbols) {
     if (!isComposite(type) || !done.insert(type).second) return;
     if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
       self(self, array->element);
-      if (!arrays.insert(array->cName).second) return;
-      out += fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", array->cName,
-                         declaration(array->element, fmt::format("a[{}]", array->count())));
+      if (!arrays.insert(names.of(*array).name).second) return;
+      out += fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", names.of(*array).name,
+                         declaration(names, array->element, fmt::format("a[{}]", array->count())));
     } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
       for (const auto& member : structure->members()) self(self, member->dataType());
-      appendStructure(*structure, out);
+      appendStructure(names, *structure, out);
     } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
       const UnitSymbol& block = *instance->unit;
       for (const auto& variable : block.variables()) self(self, variable->dataType());
-      appendStructure(block, out);
+      appendStructure(names, block, out);
     }
   };
   for (const auto& owned : symbols.ownedTypes()) visit(visit, owned.get());
   for (const UnitSymbol* const unit : symbols.units()) {
     visit(visit, unit->fbType());
     for (const auto& variable : unit->variables()) visit(visit, variable->dataType());
-    if (unit->type() == vel::POUType::Program) appendStructure(*unit, out);
+    if (unit->type() == vel::POUType::Program) appendStructure(names, *unit, out);
   }
   if (const UnitSymbol* const globals = symbols.globals()) {
     for (const auto& variable : globals->variables()) visit(visit, variable->dataType());
-    appendStructure(*globals, out);
+    appendStructure(names, *globals, out);
   }
   return out;
 }
 
-std::string functionHead(const UnitSymbol& function) {
+std::string functionHead(const SymbolNames& names, const UnitSymbol& function) {
   std::string parameters;
   const auto add = [&parameters](const std::string& text) {
     if (!parameters.empty()) parameters += ", ";
@@ -110,45 +111,47 @@ std::string functionHead(const UnitSymbol& function) {
     const bool input = parameter.role == Role::Input;
     if (isTextType(type)) {
       const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
-      add(input ? fmt::format("const {}* vel_{}", unit, parameter.cName)
-                : fmt::format("{}* {}", unit, parameter.cName));
+      add(input ? fmt::format("const {}* vel_{}", unit, names.of(parameter))
+                : fmt::format("{}* {}", unit, names.of(parameter)));
     } else {
-      add(declaration(type, (input ? "" : "*") + parameter.cName));
+      add(declaration(names, type, (input ? "" : "*") + names.of(parameter)));
     }
     if (keepsCompanion(parameter)) add("vel_bit_param " + companion(parameter));
   }
   const vel::SymbolDataType* const result =
       function.result != nullptr ? function.result->dataType() : nullptr;
-  std::string resultText = result != nullptr ? typeText(result) : "void";
+  std::string resultText = result != nullptr ? typeText(names, result) : "void";
   if (isTextType(result)) {
     resultText = result->dataType() == BasicDataType::String ? "char*" : "u16*";
     add(resultText + " vel_result");
   }
-  return fmt::format("static {} {}({})", resultText, function.cName,
+  return fmt::format("static {} {}({})", resultText, names.of(function).name,
                      parameters.empty() ? "void" : parameters);
 }
 
 std::string prototypes(FileContext& file) {
+  const SymbolNames& names = file.names;
   std::string out;
   for (const auto& owned : file.services.symbols.ownedTypes()) {
     const auto* const structure = dynamic_cast<const StructType*>(owned.get());
     if (structure == nullptr || !file.startValues.differFromZero(structure)) continue;
     out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
-                       structure->cInit, structure->cName);
+                       names.of(*structure).init, names.of(*structure).name);
   }
   if (const UnitSymbol* const globals = file.services.symbols.globals()) {
-    out += fmt::format("static void {}(void);\n", globals->cInit);
+    out += fmt::format("static void {}(void);\n", names.of(*globals).init);
   }
   for (const UnitSymbol* const unit : file.services.symbols.units()) {
     if (unit->type() == POUType::Function) {
-      out += functionHead(*unit) + " __attribute__((unused));\n";
+      out += functionHead(names, *unit) + " __attribute__((unused));\n";
     } else if (unit->type() == POUType::FunctionBlock) {
-      for (const std::string& name : {unit->cInit, unit->cBody}) {
+      for (const std::string& name : {names.of(*unit).init, names.of(*unit).body}) {
         out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n", name,
-                           unit->cName);
+                           names.of(*unit).name);
       }
     } else {
-      out += fmt::format("void {}(void);\nvoid {}(void);\n", unit->cInit, unit->cScan);
+      out += fmt::format("void {}(void);\nvoid {}(void);\n", names.of(*unit).init,
+                         names.of(*unit).scan);
     }
   }
   return out.empty() ? out : "\n" + out;

@@ -9,11 +9,11 @@ namespace refhost {
 
 // Structures of the program's types, each behind those that it holds, and the data of its
 // programs and global variables.
-std::string structures(const SymbolTable& symbols);
+std::string structures(const SymbolNames& names, const SymbolTable& symbols);
 
 std::string prototypes(FileContext& file);
 // Of a FUNCTION, without a semicolon.
-std::string functionHead(const UnitSymbol& function);
+std::string functionHead(const SymbolNames& names, const UnitSymbol& function);
 
 // An input is a copy, so that what it was given is reached through a companion that the caller
 // fills in; an in-out parameter is a pointer already.

@@ -31,7 +31,9 @@ std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operand
     std::string value;
     append(operand, value);
     const std::string name = body_.temporary(operand.dataType);
-    held += storeText(operand.dataType, {Place::Kind::Object, name}, value, typeOf(operand)) + ", ";
+    held += storeText(file_.names, operand.dataType, {Place::Kind::Object, name}, value,
+                      typeOf(operand)) +
+            ", ";
     body_.held[*at] = name;
   }
   const std::string text = write();

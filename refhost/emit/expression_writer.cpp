@@ -137,10 +137,12 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
 }
 
 void ExpressionWriter::append(const Expr& expr, std::string& out) {
-  const auto held = body_.held.find(&expr);
-  if (held != body_.held.end()) {
-    out += held->second;
-    return;
+  if (!body_.held.empty()) {
+    const auto held = body_.held.find(&expr);
+    if (held != body_.held.end()) {
+      out += held->second;
+      return;
+    }
   }
   switch (static_cast<int>(expr.op())) {
     case Expression::Constant:

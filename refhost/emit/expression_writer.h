@@ -25,7 +25,9 @@ class ExpressionWriter final : public vel::Generator {
   ExpressionWriter& operator=(const ExpressionWriter&) = delete;
 
   const char* optionText(const char* name) override;
-  std::string typeText(vel::SymbolDataType* type) override { return refhost::typeText(type); }
+  std::string typeText(vel::SymbolDataType* type) override {
+    return refhost::typeText(file_.names, type);
+  }
   std::string variableText(vel::SymbolVar* variable, int flag, const std::string& pouName) override;
   // Of a parameter, as the operator needs it.
   std::string expressionText(vel::ASTNode* expression) override;

@@ -8,6 +8,7 @@
 #include "host/message.h"
 #include "refhost/emit/effects.h"
 #include "refhost/emit/start_values.h"
+#include "refhost/emit/symbol_names.h"
 #include "refhost/services/services.h"
 
 namespace refhost {
@@ -15,10 +16,15 @@ namespace refhost {
 struct FileContext {
   // The program must have been analysed. Calls for which an operator generates nothing are
   // reported to `reports`.
-  FileContext(Services& servicesOfProgram, std::vector<vel::VELMessage>& reports)
-      : services(servicesOfProgram), messages(reports), effects(services.symbols) {}
+  FileContext(Services& servicesOfProgram, const SymbolNames& namesInC,
+              std::vector<vel::VELMessage>& reports)
+      : services(servicesOfProgram),
+        names(namesInC),
+        messages(reports),
+        effects(services.symbols) {}
 
   Services& services;
+  const SymbolNames& names;
   std::vector<vel::VELMessage>& messages;
   const Effects effects;
   StartValues startValues;

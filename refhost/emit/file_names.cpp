@@ -27,51 +27,56 @@ std::string FileNames::unoperated(const std::string& name) const {
 
 void FileNames::nameUnits() {
   const auto& units = services_.symbols.units();
-  for (UnitSymbol* const unit : units) unit->cName = names_.allocate(unoperated(unit->name()));
+  for (const UnitSymbol* const unit : units) {
+    names_[*unit].name = file_.allocate(unoperated(unit->name()));
+  }
   nameGlobals();
-  for (UnitSymbol* const unit : units) {
+  for (const UnitSymbol* const unit : units) {
     nameVariables(*unit);
     if (unit->type() == POUType::Function) continue;
-    unit->cInit = names_.allocate(unit->cName + "_init");
-    unit->cBody = names_.allocate(unit->cName + "_body");
+    UnitNames& own = names_[*unit];
+    own.init = file_.allocate(own.name + "_init");
+    own.body = file_.allocate(own.name + "_body");
     if (unit->type() == POUType::Program) {
-      unit->cScan = names_.allocate(unit->cName + "_scan");
-      unit->cData = names_.allocate(unit->cName + "_data");
+      own.scan = file_.allocate(own.name + "_scan");
+      own.data = file_.allocate(own.name + "_data");
     }
   }
 }
 
-void FileNames::nameVariables(UnitSymbol& unit) {
-  CNames names(CNames::Scope::Block);
+void FileNames::nameVariables(const UnitSymbol& unit) {
+  CNames block(CNames::Scope::Block);
   // Inside a function its own name stays that of the C function.
-  if (unit.type() == POUType::Function) names.allocate(unit.cName);
+  if (unit.type() == POUType::Function) block.allocate(names_[unit].name);
   for (const auto& variable : unit.variables()) {
     const bool edge = variable->role == Role::EdgeState;
-    variable->cName = variable.get() == unit.result
-                          ? "vel_result"
-                          : names.allocate((edge ? "edge_" : "") + unoperated(variable->name()));
+    names_[*variable] = variable.get() == unit.result
+                            ? "vel_result"
+                            : block.allocate((edge ? "edge_" : "") + unoperated(variable->name()));
   }
 }
 
 void FileNames::nameGlobals() {
-  UnitSymbol* const globals = services_.symbols.globals();
+  const UnitSymbol* const globals = services_.symbols.globals();
   if (globals == nullptr) return;
-  globals->cName = names_.allocate("globals");
-  globals->cInit = names_.allocate("globals_init");
-  globals->cData = names_.allocate("globals_data");
+  UnitNames& own = names_[*globals];
+  own.name = file_.allocate("globals");
+  own.init = file_.allocate("globals_init");
+  own.data = file_.allocate("globals_data");
   nameVariables(*globals);
 }
 
 void FileNames::nameTypes() {
   for (const auto& owned : services_.symbols.ownedTypes()) {
-    auto* const structure = dynamic_cast<StructType*>(owned.get());
+    const auto* const structure = dynamic_cast<const StructType*>(owned.get());
     if (structure == nullptr) continue;
     const std::string& name = structure->name();
-    structure->cName = names_.allocate(unoperated(name.substr(0, name.find('#'))));
-    structure->cInit = names_.allocate(structure->cName + "_init");
-    CNames names(CNames::Scope::Block);
+    TypeNames& own = names_[*structure];
+    own.name = file_.allocate(unoperated(name.substr(0, name.find('#'))));
+    own.init = file_.allocate(own.name + "_init");
+    CNames block(CNames::Scope::Block);
     for (const auto& member : structure->members()) {
-      member->cName = names.allocate(unoperated(member->name()));
+      names_[*member] = block.allocate(unoperated(member->name()));
     }
   }
 }
@@ -81,22 +86,23 @@ void FileNames::nameArrays() {
   std::unordered_map<std::string, std::string> arrays;
   // An array's element has been added, and so named, before it.
   for (const auto& owned : services_.symbols.ownedTypes()) {
-    auto* const array = dynamic_cast<ArrayType*>(owned.get());
+    const auto* const array = dynamic_cast<const ArrayType*>(owned.get());
     if (array == nullptr) continue;
-    std::string element = declaration(array->element, "of");
+    std::string element = declaration(names_, array->element, "of");
     for (char& c : element) {
       const bool letter = std::isalnum(static_cast<unsigned char>(c)) != 0;
       if (!letter) c = c == '*' ? 'p' : '_';
     }
-    const std::string text = declaration(array->element, fmt::format("a[{}]", array->count()));
+    const std::string text =
+        declaration(names_, array->element, fmt::format("a[{}]", array->count()));
     std::string& name = arrays[text];
     if (name.empty()) {
       constexpr std::string_view kStruct = "struct_";
       if (element.compare(0, kStruct.size(), kStruct) == 0) element.erase(0, kStruct.size());
       element.erase(element.rfind("_of"), 3);
-      name = names_.allocate(fmt::format("array_{}_{}", array->count(), element));
+      name = file_.allocate(fmt::format("array_{}_{}", array->count(), element));
     }
-    array->cName = name;
+    names_[*array].name = name;
   }
 }
 

@@ -4,13 +4,15 @@
 #include <string>
 
 #include "refhost/emit/names.h"
+#include "refhost/emit/symbol_names.h"
 #include "refhost/services/services.h"
 
 namespace refhost {
 
 class FileNames {
  public:
-  explicit FileNames(Services& services) : services_(services) {}
+  // Sets `names`.
+  FileNames(Services& services, SymbolNames& names) : services_(services), names_(names) {}
 
   void nameAll();
 
@@ -19,12 +21,13 @@ class FileNames {
   void nameGlobals();
   void nameTypes();
   void nameArrays();
-  void nameVariables(UnitSymbol& unit);
+  void nameVariables(const UnitSymbol& unit);
   // C calls operators by their names, which no variable may hide.
   std::string unoperated(const std::string& name) const;
 
   Services& services_;
-  CNames names_{CNames::Scope::File};
+  SymbolNames& names_;
+  CNames file_{CNames::Scope::File};
 };
 
 }  // namespace refhost

@@ -43,18 +43,20 @@ std::string memoryDefinitions(const DeviceMap& memory) {
 
 }  // namespace
 
-FileWriter::FileWriter(Services& services, std::vector<vel::VELMessage>& messages)
-    : file_(services, messages) {}
+FileWriter::FileWriter(Services& services, SymbolNames& names,
+                       std::vector<vel::VELMessage>& messages)
+    : names_(names), file_(services, names, messages) {}
 
 std::string FileWriter::text() {
-  FileNames(file_.services).nameAll();
+  names_.clear();
+  FileNames(file_.services, names_).nameAll();
   std::string units;
   appendUnits(units);
   std::string out = "// Translated from Structured Text by velc.\n";
   out += memoryDefinitions(file_.services.memory);
   out += kHead;
   appendStaticTexts(out);
-  out += structures(file_.services.symbols);
+  out += structures(names_, file_.services.symbols);
   out += prototypes(file_);
   appendStructureInits(out);
   join(out, std::move(units));
@@ -99,10 +101,10 @@ void FileWriter::appendStructureInits(std::string& out) {
   }
 }
 
-Place globalPlace(const VarSymbol& variable) {
+Place globalPlace(const SymbolNames& names, const VarSymbol& variable) {
   const vel::HeapAddress address = variable.iecAddress();
   if (address.area == 0) {
-    return {Place::Kind::Object, variable.owner->cData + "." + variable.cName};
+    return {Place::Kind::Object, names.of(*variable.owner).data + "." + names.of(variable)};
   }
   return Place::ofAddress(address, variable.backendAddress(),
                           cType(variable.dataType()->dataType()));

@@ -11,10 +11,10 @@ namespace refhost {
 
 class FileWriter {
  public:
-  // `services` know the analysed program.
-  FileWriter(Services& services, std::vector<vel::VELMessage>& messages);
+  // `services` know the analysed program. `names` is set by text().
+  FileWriter(Services& services, SymbolNames& names, std::vector<vel::VELMessage>& messages);
 
-  // The whole file. Gives the symbols their C names, and appends an error to the messages for
+  // The whole file. Gives the symbols their C names and appends an error to the messages for
   // each call for which its operator generates nothing.
   std::string text();
 
@@ -23,10 +23,11 @@ class FileWriter {
   void appendStaticTexts(std::string& out) const;
   void appendStructureInits(std::string& out);
 
+  SymbolNames& names_;
   FileContext file_;
 };
 
 // A variable of a PROGRAM or a global one as code behind the generated file sees it.
-Place globalPlace(const VarSymbol& variable);
+Place globalPlace(const SymbolNames& names, const VarSymbol& variable);
 
 }  // namespace refhost

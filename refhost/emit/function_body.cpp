@@ -9,7 +9,8 @@
 
 namespace refhost {
 
-FunctionBody::FunctionBody(const UnitSymbol* owner) : unit(owner) {
+FunctionBody::FunctionBody(const SymbolNames& names, const UnitSymbol* owner)
+    : unit(owner), names_(names) {
   if (owner == nullptr) return;
   // More than C takes for a statement. Memory that is not written to is never made.
   constexpr std::size_t kGrowth = 3;
@@ -32,13 +33,13 @@ std::string FunctionBody::newName() { return fmt::format("vel_t{}", ++temporarie
 
 std::string FunctionBody::temporary(const vel::SymbolDataType* type) {
   std::string name = newName();
-  declarations_ += "  " + declaration(type, name) + ";\n";
+  declarations_ += "  " + declaration(names_, type, name) + ";\n";
   return name;
 }
 
 std::string FunctionBody::temporaryPointer(const vel::SymbolDataType* type) {
   std::string name = newName();
-  declarations_ += fmt::format("  {}* {};\n", typeText(type), name);
+  declarations_ += fmt::format("  {}* {};\n", typeText(names_, type), name);
   return name;
 }
 

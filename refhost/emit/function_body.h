@@ -6,14 +6,14 @@
 #include <unordered_set>
 #include <utility>
 
-#include "refhost/services/unit_symbol.h"
+#include "refhost/emit/symbol_names.h"
 
 namespace refhost {
 
 class FunctionBody {
  public:
   // `owner` is the unit that the function belongs to; null for a structure's.
-  explicit FunctionBody(const UnitSymbol* owner);
+  FunctionBody(const SymbolNames& names, const UnitSymbol* owner);
 
   void line(const std::string& text);
   // A line that ends in a semicolon.
@@ -52,6 +52,7 @@ class FunctionBody {
   std::unordered_set<const vel::Symbol*> companions;  // parameters whose bits are asked for
 
  private:
+  const SymbolNames& names_;
   std::string lines_;
   std::string declarations_;  // of the temporaries
   std::string closing_;

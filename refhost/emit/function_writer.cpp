@@ -12,7 +12,7 @@ using vel::POUType;
 
 FunctionWriter::FunctionWriter(FileContext& file, const UnitSymbol* unit)
     : file_(file),
-      body_(unit),
+      body_(file.names, unit),
       expressions_(file, body_),
       statements_(file, body_, expressions_),
       initials_(file, body_, expressions_) {
@@ -56,15 +56,16 @@ void FunctionWriter::appendLocals(const UnitSymbol& unit, std::string& out) {
     const bool copied = function && variable->role == Role::Input && isTextType(type);
     if (variable->iecAddress().area != 0) continue;
     if (function && variable->role == Role::EdgeState) {
-      out += fmt::format("  static u8 {};\n", variable->cName);
+      out += fmt::format("  static u8 {};\n", file_.names.of(*variable));
     }
     if (local || copied || (result && !isTextType(type))) {
       const char* const zero = isTextType(type) || isComposite(type) ? "{0}" : "0";
-      out += fmt::format("  {} = {};\n", declaration(type, variable->cName), zero);
+      out += fmt::format("  {} = {};\n", declaration(file_.names, type, file_.names.of(*variable)),
+                         zero);
     }
     const bool named = function ? !result : local;
     if (named && body_.used.count(variable.get()) == 0) {
-      out += fmt::format("  (void){};\n", variable->cName);
+      out += fmt::format("  (void){};\n", file_.names.of(*variable));
     }
   }
 }
@@ -74,7 +75,7 @@ void FunctionWriter::appendFunction(std::string& out) {
   prepare(function);
   statements_.statements(function.node->leaf(Unit::kBody));
   const std::string text = take(false);
-  out += "\n" + functionHead(function) + " {\n";
+  out += "\n" + functionHead(file_.names, function) + " {\n";
   appendLocals(function, out);
   out += text;
   if (function.result != nullptr) out += "  return vel_result;\n";
@@ -86,17 +87,17 @@ void FunctionWriter::prepare(const UnitSymbol& function) {
     const vel::SymbolDataType* const type = variable->dataType();
     const Role role = variable->role;
     if (role == Role::Input && isTextType(type)) {
-      body_.statement(storeText(type, expressions_.places.of(*variable), "vel_" + variable->cName,
-                                type->dataType()));
+      body_.statement(storeText(file_.names, type, expressions_.places.of(*variable),
+                                "vel_" + file_.names.of(*variable), type->dataType()));
     } else if (role == Role::Result && isTextType(type)) {
-      body_.line(variable->cName + "[0] = 0;");
+      body_.line(file_.names.of(*variable) + "[0] = 0;");
     } else if (role == Role::Output) {
       const std::string place = expressions_.places.of(*variable).load();
-      const std::string zero = isComposite(type) ? zeroText(type) : "0";
+      const std::string zero = isComposite(type) ? zeroText(file_.names, type) : "0";
       body_.statement(fmt::format("{}{} = {}", place, isTextType(type) ? "[0]" : "", zero));
     }
     if (role != Role::Input && role != Role::InOut && file_.startValues.differFromZero(*variable)) {
-      const Place result{Place::Kind::Object, variable->cName};
+      const Place result{Place::Kind::Object, file_.names.of(*variable)};
       initials_.initialise(role == Role::Result ? result : expressions_.places.of(*variable),
                            *variable);
     }
@@ -108,34 +109,36 @@ void FunctionWriter::appendInitialisation(std::string& out) {
   const UnitSymbol& unit = *body_.unit;
   body_.usesSelf = true;
   const UnitSymbol* const globals = file_.services.symbols.globals();
-  if (globals != nullptr && unit.type() == POUType::Program) body_.line(globals->cInit + "();");
+  if (globals != nullptr && unit.type() == POUType::Program)
+    body_.line(file_.names.of(*globals).init + "();");
   const bool large =
       std::any_of(unit.variables().begin(), unit.variables().end(),
                   [](const auto& member) { return isComposite(member->dataType()); });
   // Nothing large goes over the stack.
   body_.line(large ? "__builtin_memset(self, 0, sizeof *self);"
-                   : fmt::format("*self = (struct {}){{0}};", unit.cName));
+                   : fmt::format("*self = (struct {}){{0}};", file_.names.of(unit).name));
   initials_.initialiseAll(unit, true);
   const std::string text = take(true);
   if (unit.type() == POUType::Program) {
-    out += programHead(unit, unit.cInit);
+    out += programHead(unit, file_.names.of(unit).init);
   } else {
-    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", unit.cInit, unit.cName);
+    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", file_.names.of(unit).init,
+                       file_.names.of(unit).name);
   }
   out += text + "}\n";
 }
 
 void FunctionWriter::detectEdge(const VarSymbol& input) {
-  const std::string given = "vel_given_" + input.cName;
+  const std::string given = "vel_given_" + file_.names.of(input);
   const std::string state = expressions_.places.of(*input.edgeState).load();
   const bool rising = input.edge == Edge::Rising;
   body_.statement(fmt::format("const u8 {} = {}", given, expressions_.places.of(input).load()));
   const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
-  body_.statement(
-      storeText(input.dataType(), expressions_.places.of(input), edge, BasicDataType::Bool));
+  body_.statement(storeText(file_.names, input.dataType(), expressions_.places.of(input), edge,
+                            BasicDataType::Bool));
   body_.statement(fmt::format("{} = {}", state, given));
-  body_.closingStatement(
-      storeText(input.dataType(), expressions_.places.of(input), given, BasicDataType::Bool));
+  body_.closingStatement(storeText(file_.names, input.dataType(), expressions_.places.of(input),
+                                   given, BasicDataType::Bool));
 }
 
 void FunctionWriter::appendBody(std::string& out) {
@@ -148,11 +151,11 @@ void FunctionWriter::appendBody(std::string& out) {
   std::string text = take(true);
   text += "}\n";
   if (unit.type() == POUType::Program) {
-    out += programHead(unit, unit.cScan);
+    out += programHead(unit, file_.names.of(unit).scan);
   } else {
     // A block of the standard is small, and its inputs are often known where it is called.
     out += fmt::format("\nstatic {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
-                       unit.cBody, unit.cName);
+                       file_.names.of(unit).body, file_.names.of(unit).name);
   }
   appendLocals(unit, out);
   join(out, std::move(text));
@@ -163,22 +166,22 @@ void FunctionWriter::appendGlobalsInitialisation(std::string& out) {
   out += fmt::format(
       "\nstatic void {}(void) {{\n  static u8 vel_done;\n  if (vel_done) return;\n"
       "  vel_done = 1;\n",
-      body_.unit->cInit);
+      file_.names.of(*body_.unit).init);
   out += take(false) + "}\n";
 }
 
 void FunctionWriter::appendInitialisation(const StructType& structure, std::string& out) {
   body_.usesSelf = true;
   for (const auto& member : structure.members()) {
-    initials_.initialise({Place::Kind::Object, "self->" + member->cName}, *member);
+    initials_.initialise({Place::Kind::Object, "self->" + file_.names.of(*member)}, *member);
   }
-  out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", structure.cInit,
-                     structure.cName, take(true));
+  out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", file_.names.of(structure).init,
+                     file_.names.of(structure).name, take(true));
 }
 
-std::string FunctionWriter::programHead(const UnitSymbol& program, const std::string& name) {
-  return fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", name, program.cName,
-                     program.cData);
+std::string FunctionWriter::programHead(const UnitSymbol& program, const std::string& name) const {
+  return fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", name,
+                     file_.names.of(program).name, file_.names.of(program).data);
 }
 
 }  // namespace refhost

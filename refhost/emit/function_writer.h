@@ -30,7 +30,7 @@ class FunctionWriter {
   // Local variables, all of which start from zero.
   void appendLocals(const UnitSymbol& unit, std::string& out);
   // The head of the function that is the scan or the initialisation of a PROGRAM.
-  static std::string programHead(const UnitSymbol& program, const std::string& name);
+  std::string programHead(const UnitSymbol& program, const std::string& name) const;
   // Everything between the braces. Ends the writing.
   std::string take(bool hasSelf);
   // The companions of the bit parameters that the body names.

@@ -46,7 +46,7 @@ void InitialWriter::constantsIn(const vel::ASTNode& value, const VarSymbol& of) 
 std::string InitialWriter::text(const VarSymbol& input) {
   const std::string name = body_.newName();
   const std::string lines = body_.apart([&] {
-    body_.line(declaration(input.dataType(), name) + " = {0};");
+    body_.line(declaration(file_.names, input.dataType(), name) + " = {0};");
     initialise({Place::Kind::Object, name}, input);
     body_.statement(name);
   });
@@ -62,9 +62,9 @@ void InitialWriter::setDefault(const Place& place, const Type* type) {
       setInitial(element, array->element, *array->elementInitial);
     });
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    body_.statement(fmt::format("{}({})", structure->cInit, place.address({})));
+    body_.statement(fmt::format("{}({})", file_.names.of(*structure).init, place.address({})));
   } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    body_.statement(fmt::format("{}({})", instance->unit->cInit, place.address({})));
+    body_.statement(fmt::format("{}({})", file_.names.of(*instance->unit).init, place.address({})));
   } else {
     std::string number;
     appendInteger(implicitInitial(type), number);
@@ -88,7 +88,7 @@ void InitialWriter::setInitial(const Place& place, const Type* type, const Expr&
     for (int i = 0; i < value.leavesCount(); ++i) {
       const ASTNode& field = *value.leaf(i);
       const VarSymbol& member = *memberOf(type, static_cast<const Text&>(*field.leaf(0)).text());
-      setInitial(place.member(member.cName), member.dataType(),
+      setInitial(place.member(file_.names.of(member)), member.dataType(),
                  static_cast<const Expr&>(*field.leaf(1)));
     }
     return;
@@ -100,7 +100,7 @@ void InitialWriter::setInitial(const Place& place, const Type* type, const Expr&
   } else {
     text = expressions_.expressionText(const_cast<Expr*>(&value));
   }
-  body_.statement(storeText(type, place, text, typeOf(value)));
+  body_.statement(storeText(file_.names, type, place, text, typeOf(value)));
 }
 
 void InitialWriter::setElements(const Place& place, const ArrayType& array, const Expr& list,

@@ -37,10 +37,11 @@ std::string Place::load() const {
 std::string Place::store(std::string_view value) const {
   if (kind == Kind::Bit) return fmt::format("vsbit({}, {}, {})", text, number, value);
   if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", number, value);
-  std::string statement = load();
-  statement.reserve(statement.size() + 3 + value.size());
-  statement += " = ";
-  statement += value;
+  if (kind != Kind::Object) return load().append(" = ").append(value);
+  // Most are objects: one allocation for each.
+  std::string statement;
+  statement.reserve(text.size() + 3 + value.size());
+  statement.append(text).append(" = ").append(value);
   return statement;
 }
 
@@ -81,12 +82,12 @@ std::string storeText(BasicDataType to, int capacity, const Place& place, const 
   return place.store(value);
 }
 
-std::string storeText(const vel::SymbolDataType* to, const Place& place, const std::string& value,
-                      BasicDataType from) {
+std::string storeText(const SymbolNames& names, const vel::SymbolDataType* to, const Place& place,
+                      const std::string& value, BasicDataType from) {
   if (to == nullptr) return place.store(value);
   const BasicDataType kind = valueType(to);
   if (kind == BasicDataType::Pointer) {
-    const std::string cast = fmt::format("({})", typeText(to));
+    const std::string cast = fmt::format("({})", typeText(names, to));
     if (value.compare(0, cast.size(), cast) == 0) return place.store(value);
     const char* const number = isInteger(from) ? "(uintptr_t)" : "";
     return place.store(cast + number + enclosed(value));

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "host/device_memory.h"
-#include "refhost/services/types.h"
+#include "refhost/emit/symbol_names.h"
 
 namespace refhost {
 
@@ -44,8 +44,8 @@ struct Place {
 std::string storeText(BasicDataType to, int capacity, const Place& place, const std::string& value,
                       BasicDataType from);
 // The same for a place of any type, null for none.
-std::string storeText(const vel::SymbolDataType* to, const Place& place, const std::string& value,
-                      BasicDataType from);
+std::string storeText(const SymbolNames& names, const vel::SymbolDataType* to, const Place& place,
+                      const std::string& value, BasicDataType from);
 
 // `text` as the operand of a cast: in parentheses, if it is not already.
 std::string enclosed(const std::string& text);

@@ -41,7 +41,7 @@ Place PlaceWriter::of(const Expr& expr) {
       break;
   }
   const auto* const member = asVariable(expr.symbol);
-  return member != nullptr ? of(*base()).member(member->cName) : Place();
+  return member != nullptr ? of(*base()).member(file_.names.of(*member)) : Place();
 }
 
 Place PlaceWriter::named(const Expr& expr) {
@@ -105,7 +105,7 @@ Place PlaceWriter::of(const VarSymbol& variable) {
                             cType(valueType(variable.dataType())));
   }
   if (variable.owner == file_.services.symbols.globals()) {
-    return {Kind::Object, variable.owner->cData + "." + variable.cName};
+    return {Kind::Object, file_.names.of(*variable.owner).data + "." + file_.names.of(variable)};
   }
   const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
   const bool indirect =
@@ -120,17 +120,17 @@ Place PlaceWriter::of(const VarSymbol& variable) {
   } else {
     body_.used.insert(&variable);
   }
-  name += variable.cName;
+  name += file_.names.of(variable);
   return {indirect ? Kind::Pointed : Kind::Object, std::move(name)};
 }
 
 std::string PlaceWriter::pointerTo(const Expr& value, const vel::SymbolDataType* type) {
   const Place place = of(value);
-  return isTextType(type) ? place.load() : place.address(typeText(type) + "*");
+  return isTextType(type) ? place.load() : place.address(typeText(file_.names, type) + "*");
 }
 
 std::string PlaceWriter::store(const Expr& target, const std::string& value, BasicDataType from) {
-  return storeText(target.dataType, of(target), value, from);
+  return storeText(file_.names, target.dataType, of(target), value, from);
 }
 
 }  // namespace refhost

@@ -145,16 +145,16 @@ void StatementWriter::assignment(const ASTNode& node) {
     return;
   }
   const auto& call = static_cast<const Call&>(source);
-  whenEnabled(call, [&] {
-    const std::string made = calls_.textMadeIn(call, target);
-    if (!made.empty()) {
-      body_.statement(made);
-      return;
-    }
+  const std::string flag = beginEnabled(call);
+  const std::string made = calls_.textMadeIn(call, target);
+  if (!made.empty()) {
+    body_.statement(made);
+  } else {
     const std::string value =
         typeOf(target) != from ? calls_.typedText(call) : calls_.callText(call);
     body_.statement(places_.store(target, value, from));
-  });
+  }
+  endEnabled(call, flag);
 }
 
 void StatementWriter::ifStatement(const ASTNode& node) {

@@ -1,7 +1,6 @@
 // The statements of one C function.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "refhost/emit/expression_writer.h"
@@ -36,9 +35,10 @@ class StatementWriter {
   void instanceCall(const Call& call);
   // One that is found by a subscript or a pointer is looked up once.
   Place calledInstance(const Call& call);
-  // Writes the statement that `write` does, made only where EN of `call` is TRUE, and one that
-  // stores ENO.
-  void whenEnabled(const Call& call, const std::function<void()>& write);
+  // What is written between the two is done only where EN of `call` is TRUE; then its ENO is
+  // stored. The first returns EN as a C text, which the second is given.
+  std::string beginEnabled(const Call& call);
+  void endEnabled(const Call& call, const std::string& flag);
 
   FileContext& file_;
   FunctionBody& body_;

@@ -6,11 +6,11 @@ namespace refhost {
 namespace {
 
 // Programs look at a variable through pointers to other types than its own.
-std::string pointerText(const vel::SymbolDataType* target) {
+std::string pointerText(const SymbolNames& names, const vel::SymbolDataType* target) {
   if (target == nullptr) return "void*";
   if (isTextType(target)) return std::string(characterType(*target)) + "*";
   const bool plain = elementaryType(valueType(target)) != nullptr;
-  return (plain ? "vel_any_" : "") + typeText(target) + "*";
+  return (plain ? "vel_any_" : "") + typeText(names, target) + "*";
 }
 
 }  // namespace
@@ -23,45 +23,46 @@ const char* characterType(const vel::SymbolDataType& text) {
   return text.dataType() == BasicDataType::String ? "char" : "u16";
 }
 
-std::string typeText(const vel::SymbolDataType* type) {
+std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type) {
   if (type == nullptr) return {};
   if (isTextType(type)) {
     return fmt::format("{}[{}]", characterType(*type), stringLength(*type) + 1);
   }
   if (const ElementaryType* const row = elementaryType(valueType(type))) return row->cType;
   if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    return "struct " + instance->unit->cName;
+    return "struct " + names.of(*instance->unit).name;
   }
   if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    return "struct " + structure->cName;
+    return "struct " + names.of(*structure).name;
   }
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
-    return "struct " + array->cName;
+    return "struct " + names.of(*array).name;
   }
-  return pointerText(static_cast<const PointerType*>(type)->target);
+  return pointerText(names, static_cast<const PointerType*>(type)->target);
 }
 
 std::string arrayPointerText(const vel::SymbolDataType& text) {
   return fmt::format("{}(*)[{}]", characterType(text), stringLength(text) + 1);
 }
 
-std::string declaration(const vel::SymbolDataType* type, const std::string& name) {
+std::string declaration(const SymbolNames& names, const vel::SymbolDataType* type,
+                        const std::string& name) {
   if (isTextType(type)) {
     return fmt::format("{} {}[{}]", characterType(*type), name, stringLength(*type) + 1);
   }
-  return fmt::format("{} {}", typeText(type), name);
+  return fmt::format("{} {}", typeText(names, type), name);
 }
 
-std::string zeroText(const vel::SymbolDataType* type) {
+std::string zeroText(const SymbolNames& names, const vel::SymbolDataType* type) {
   if (type == nullptr) return "0";
-  if (isComposite(type)) return fmt::format("({}){{0}}", declaration(type, ""));
+  if (isComposite(type)) return fmt::format("({}){{0}}", declaration(names, type, ""));
   switch (type->dataType()) {
     case BasicDataType::String:
       return "\"\"";
     case BasicDataType::WString:
       return "u\"\"";
     case BasicDataType::Pointer:
-      return fmt::format("({})0", declaration(type, ""));
+      return fmt::format("({})0", declaration(names, type, ""));
     default:
       return "0";
   }

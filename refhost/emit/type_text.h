@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "refhost/services/derived_types.h"
+#include "refhost/emit/symbol_names.h"
 
 namespace refhost {
 
@@ -15,15 +15,16 @@ bool isTextType(const vel::SymbolDataType* type);
 const char* characterType(const vel::SymbolDataType& text);
 
 // The C type, of a string the array of its characters. Empty for no type.
-std::string typeText(const vel::SymbolDataType* type);
+std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type);
 
 // The C type of a pointer to the whole array of a string, not to its first character.
 std::string arrayPointerText(const vel::SymbolDataType& text);
 
 // `name` declared with the type, without a semicolon.
-std::string declaration(const vel::SymbolDataType* type, const std::string& name);
+std::string declaration(const SymbolNames& names, const vel::SymbolDataType* type,
+                        const std::string& name);
 
 // An empty string, an array or structure of zeros, or 0.
-std::string zeroText(const vel::SymbolDataType* type);
+std::string zeroText(const SymbolNames& names, const vel::SymbolDataType* type);
 
 }  // namespace refhost

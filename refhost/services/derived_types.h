@@ -43,7 +43,6 @@ class ArrayType final : public vel::SymbolDataType {
   vel::SymbolDataType* const element;
   const std::vector<Bounds> bounds;  // one for each dimension
   Expr* const elementInitial;        // that the element's type declares; may be null
-  std::string cName;                 // set by the emission
 };
 
 class StructType final : public vel::SymbolDataType {
@@ -55,9 +54,6 @@ class StructType final : public vel::SymbolDataType {
   VarSymbol* member(std::string_view name) const;
   // In order of declaration.
   const std::vector<std::unique_ptr<VarSymbol>>& members() const { return members_; }
-
-  std::string cName;  // set by the emission, with the function that sets initial values
-  std::string cInit;
 
  private:
   std::vector<std::unique_ptr<VarSymbol>> members_;

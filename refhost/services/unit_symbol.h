@@ -71,7 +71,6 @@ class VarSymbol final : public vel::SymbolVar {
   Edge edge = Edge::None;
   VarSymbol* edgeState = nullptr;  // with an edge: the value at the last run of the body
   bool inMemory = false;
-  std::string cName;  // set by the emission
 };
 
 // Null for what is no variable.
@@ -119,13 +118,6 @@ class UnitSymbol final : public vel::SymbolPOU {
   bool storesEnabled = false;          // a call in it gives its ENO to a variable
   bool standard = false;               // from the prelude
   FoldedMap<NamedValue*> namedValues;  // of enumerations that its declarations hold
-
-  // Set by the emission: the unit's function or structure, and what else it becomes.
-  std::string cName;
-  std::string cInit;
-  std::string cBody;  // of a function block
-  std::string cScan;  // of a program
-  std::string cData;  // of a program: its variables
 
  private:
   std::unique_ptr<InstanceType> instanceType_;

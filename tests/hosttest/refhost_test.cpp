@@ -71,7 +71,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
     refhost::parse(*sources_, static_cast<std::uint32_t>(file), *tree_, messages_);
     refhost::Prelude prelude(*sources_, *tree_);
     refhost::Analyser(services_, *tree_, prelude, messages_).run();
-    refhost::FileWriter(services_, messages_).text();  // names what the operators ask for
+    refhost::FileWriter(services_, names_, messages_).text();  // names what the operators ask for
     makeGenerator(services_.symbols.unit(units.front().name));
 
     vel::ASTNode* first = nullptr;
@@ -97,7 +97,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   // For a function of `unit`, null for none.
   void makeGenerator(const refhost::UnitSymbol* unit) {
     function_.reset();
-    file_.emplace(services_, messages_);
+    file_.emplace(services_, names_, messages_);
     function_.emplace(*file_, unit);
   }
 
@@ -106,6 +106,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   std::vector<vel::VELMessage> messages_;
   std::unique_ptr<refhost::SourceManager> sources_;
   std::unique_ptr<refhost::Tree> tree_;
+  refhost::SymbolNames names_;
   std::optional<refhost::FileContext> file_;
   std::optional<refhost::FunctionWriter> function_;
 };

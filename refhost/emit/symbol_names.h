@@ -1,0 +1,54 @@
+// The C names of a program's symbols, kept by the emission.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "refhost/services/derived_types.h"
+
+namespace refhost {
+
+// Of a function or of a unit's structure, and of what else the unit becomes.
+struct UnitNames {
+  std::string name;
+  std::string init;
+  std::string body;  // of a function block
+  std::string scan;  // of a program
+  std::string data;  // of a program: its variables
+};
+
+// Of a structure or an array.
+struct TypeNames {
+  std::string name;
+  std::string init;  // of a structure: the function that sets its initial values
+};
+
+class SymbolNames {
+ public:
+  // Empty for a symbol that has none.
+  const std::string& of(const VarSymbol& variable) const { return find(variables_, variable); }
+  const UnitNames& of(const UnitSymbol& unit) const { return find(units_, unit); }
+  const TypeNames& of(const vel::SymbolDataType& type) const { return find(types_, type); }
+
+  // To be set.
+  std::string& operator[](const VarSymbol& variable) { return variables_[&variable]; }
+  UnitNames& operator[](const UnitSymbol& unit) { return units_[&unit]; }
+  TypeNames& operator[](const vel::SymbolDataType& type) { return types_[&type]; }
+
+  void clear() { *this = {}; }
+
+ private:
+  template <typename Symbol, typename Names>
+  static const Names& find(const std::unordered_map<const Symbol*, Names>& map,
+                           const Symbol& symbol) {
+    static const Names kNone;
+    const auto found = map.find(&symbol);
+    return found != map.end() ? found->second : kNone;
+  }
+
+  std::unordered_map<const VarSymbol*, std::string> variables_;
+  std::unordered_map<const UnitSymbol*, UnitNames> units_;
+  std::unordered_map<const vel::SymbolDataType*, TypeNames> types_;
+};
+
+}  // namespace refhost
