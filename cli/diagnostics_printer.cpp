@@ -33,13 +33,6 @@ std::string indent(std::string_view line, std::uint32_t count) {
   return result;
 }
 
-// Bytes of the first `count` characters of `line`, which may have fewer.
-std::size_t bytesOf(std::string_view line, std::uint32_t count) {
-  std::string_view rest = line;
-  for (; count > 0 && !rest.empty(); --count) hostkit::takeCharacter(rest);
-  return line.size() - rest.size();
-}
-
 struct Excerpt {
   std::string text;
   std::uint32_t caret;  // characters before it
@@ -50,8 +43,8 @@ Excerpt excerpt(std::string_view line, std::uint32_t caret) {
   constexpr std::uint32_t kAround = 70;
   constexpr std::string_view kCut = "...";
   const std::uint32_t first = caret > kAround ? caret - kAround : 0;
-  const std::size_t begin = bytesOf(line, first);
-  const std::size_t end = begin + bytesOf(line.substr(begin), caret + kAround - first);
+  const std::size_t begin = hostkit::sizeOfFirst(first, line);
+  const std::size_t end = begin + hostkit::sizeOfFirst(caret + kAround - first, line.substr(begin));
   Excerpt result{std::string(line.substr(begin, end - begin)), caret - first};
   if (first != 0) {
     result.text.insert(0, kCut);

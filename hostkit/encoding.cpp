@@ -10,14 +10,21 @@ bool isUtf8(std::string_view text) { return utf8::is_valid(text); }
 
 std::optional<char32_t> takeCharacter(std::string_view& text) {
   constexpr std::size_t kLongest = 4;
-  if (utf8::find_invalid(text.substr(0, kLongest)) == 0) {
+  const char* end = text.data();
+  const bool isAscii = static_cast<unsigned char>(*end) < 0x80;
+  if (!isAscii && utf8::find_invalid(text.substr(0, kLongest)) == 0) {
     text.remove_prefix(1);
     return std::nullopt;
   }
-  const char* end = text.data();
   const char32_t character = utf8::unchecked::next(end);
   text.remove_prefix(static_cast<std::size_t>(end - text.data()));
   return character;
+}
+
+std::size_t sizeOfFirst(std::size_t count, std::string_view text) {
+  std::string_view rest = text;
+  for (; count > 0 && !rest.empty(); --count) takeCharacter(rest);
+  return text.size() - rest.size();
 }
 
 std::size_t countCharacters(std::string_view text) {

@@ -14,6 +14,10 @@ bool isUtf8(std::string_view text);
 // byte and has no value.
 std::optional<char32_t> takeCharacter(std::string_view& text);
 
+// Bytes of the first `count` characters of `text`, which may have fewer; a byte that is no
+// UTF-8 counts as one.
+std::size_t sizeOfFirst(std::size_t count, std::string_view text);
+
 // Characters of a text that is UTF-8.
 std::size_t countCharacters(std::string_view text);
 

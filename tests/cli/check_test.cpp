@@ -16,6 +16,11 @@ TEST_F(Velc, PointsAtTheFault) {
       "the IN_OUT in PRG 'LIMIT'; [0xC0040]\n"
       "\t(* \xC3\xA4 *)\tx := LIMIT(0, x, 9, 1);\n"
       "\t       \t     ^\n");
+  // Columns of a file that is not UTF-8 count bytes, and so does the place of the caret.
+  writeProgram("latin1.st", "x : INT;", "(* \xE4\x85 *) x := y;");
+  const std::string err = velc("check latin1.st").err;
+  EXPECT_EQ(err.substr(err.find('\n')),
+            "\n(* \xE4\x85 *) x := y;\n" + std::string(14, ' ') + "^\n");
 
   const Outcome json = velc("check --diagnostics=json p.st");
   EXPECT_EQ(json.code, 1);
