@@ -1,4 +1,3 @@
-// What TYPE declarations and the types of variables stand for.
 #include <algorithm>
 
 #include "hostkit/literal.h"
