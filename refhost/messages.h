@@ -62,6 +62,7 @@ constexpr MessageFormat kNotAValue         {0xF003A, Severity::Error, "'%s' is n
 constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "A positional parameter follows a named one in the call of '%s';"};
 constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
+constexpr MessageFormat kConstantCircle    {0xF003F, Severity::Error, "The value of the constant '%s' depends on itself: %s;"};
 constexpr MessageFormat kTooFewArguments   {0xF0060, Severity::Error, "Too few parameters in the call of '%s';"};
 constexpr MessageFormat kNoGlobal          {0xF0090, Severity::Error, "There is no global variable '%s';"};
 constexpr MessageFormat kExternalType      {0xF0091, Severity::Error, "The global variable '%s' is of type '%s';"};

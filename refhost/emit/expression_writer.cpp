@@ -77,7 +77,7 @@ bool wrapsByItself(BasicDataType type) {
 
 // Integer arithmetic that is written as a cast to its type, or as a call.
 bool isCastOrCall(const Expr& expr) {
-  if (!isArithmetic(expr.op()) || literalSum(expr)) return false;
+  if (!isArithmetic(expr.op()) || untypedNumber(expr)) return false;
   const Meeting meeting = meet(expr);
   if (meeting.kind != Meeting::Kind::Number || !isInteger(meeting.operands)) return false;
   const bool divides = expr.op() == op::kDivide || expr.op() == op::kModulo;
@@ -234,7 +234,7 @@ void ExpressionWriter::unary(const Expr& expr, std::string& out) {
 void ExpressionWriter::binary(const Expr& expr, std::string& out) {
   std::vector<const Expr*> pieces;
   const Expr* at = &expr;
-  while (at->chain > kChainPiece && !literalSum(*at)) {
+  while (at->chain > kChainPiece && !untypedNumber(*at)) {
     at = static_cast<const Expr*>(at->leaf(0));
     if (body_.held.count(at) != 0) break;
     if (at->chain % kChainPiece == 0) pieces.push_back(at);
@@ -314,7 +314,7 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
   const Expression::Operator op = expr.op();
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
-  if (const auto value = isInteger(type) ? literalSum(expr) : std::nullopt) {
+  if (const auto value = isInteger(type) ? untypedNumber(expr) : std::nullopt) {
     appendInteger(*value, out);
     return;
   }

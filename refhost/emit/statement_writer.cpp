@@ -15,7 +15,8 @@ namespace {
 
 // No value of a `wide` selector, ULINT, is below 0.
 std::string labelText(const ASTNode& label, bool wide) {
-  if (const auto large = constantAboveLInt(label)) return fmt::format("{}u", *large);
+  const auto constant = constantOf(label);
+  if (constant && !constant->asLInt()) return fmt::format("{}u", constant->bits());
   const std::int64_t value = constantInteger(label).value_or(0);
   std::string text;
   appendInteger(wide && value < 0 ? 0 : value, text);
@@ -27,9 +28,8 @@ bool labelFits(const ASTNode& label, BasicDataType type) {
   if (kindOf(label) == NodeKind::Range) {
     return labelFits(*label.leaf(0), type) && labelFits(*label.leaf(1), type);
   }
-  const std::int64_t value = constantInteger(label).value_or(0);
-  const auto bits = static_cast<std::uint64_t>(value);
-  return integerFits(value < 0, value < 0 ? 0 - bits : bits, type);
+  const auto constant = constantOf(label);
+  return constant && constant->fits(type);
 }
 
 bool allLabelsFit(const ASTNode& node, BasicDataType type) {

@@ -1,6 +1,4 @@
 // What names, members, elements and pointers give access to.
-#include <utility>
-
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
@@ -24,18 +22,12 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   const std::string_view name = TreeBuilder::source(expr);
   if (VarSymbol* const variable = parts_.names.variableNamed(name)) {
     expr.symbol = variable;
-    // A constant's value may be asked for before its declaration's turn comes.
-    if (variable->constant && variable->initial != nullptr) {
-      UnitSymbol* const asking = std::exchange(context_.unit, variable->owner);
-      analyseLeaf(*variable->initial->parent(), VarDecl::kInitial);
-      context_.unit = asking;
-    }
+    if (!variable->constant) return variable->dataType();
+    if (!parts_.constants.compute(*variable)) return nullptr;
+    expr.constant = variable->value;
     return variable->dataType();
   }
-  if (NamedValue* const value = parts_.names.valueNamed(expr)) {
-    expr.symbol = value;
-    return value->dataType();
-  }
+  if (NamedValue* const value = parts_.names.valueNamed(expr)) return typeValue(expr, *value);
   vel::HeapAddress address;
   if (parts_.names.isAddress(name)) {
     services_.memory.parse(name, address);
@@ -50,6 +42,15 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
     sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
   }
   return nullptr;
+}
+
+vel::SymbolDataType* Expressions::typeValue(Expr& expr, NamedValue& value) {
+  expr.symbol = &value;
+  const BasicDataType type = valueType(value.dataType());
+  if (isInteger(type)) {
+    expr.constant = tree_.make<TypedConstant>(static_cast<std::uint64_t>(value.value), type);
+  }
+  return value.dataType();
 }
 
 vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
@@ -73,10 +74,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   auto& first = static_cast<Expr&>(*expr.leaf(0));
   if (first.op() == Expression::Variable &&
       parts_.names.variableNamed(TreeBuilder::source(first)) == nullptr) {
-    if (NamedValue* const value = parts_.names.valueNamed(expr)) {
-      expr.symbol = value;
-      return value->dataType();
-    }
+    if (NamedValue* const value = parts_.names.valueNamed(expr)) return typeValue(expr, *value);
   }
   const Expr& base = analyseLeaf(expr, 0);
   if (base.dataType == nullptr) return nullptr;

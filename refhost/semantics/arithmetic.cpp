@@ -2,7 +2,6 @@
 
 #include "core/operator.h"
 #include "hostkit/literal.h"
-#include "refhost/semantics/constants.h"
 #include "refhost/services/derived_types.h"
 #include "refhost/syntax/parser.h"
 
@@ -121,16 +120,6 @@ const Literal* literalOf(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return nullptr;
   const auto& expr = static_cast<const Expr&>(node);
   return expr.op() == Expression::Constant ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
-}
-
-std::optional<std::int64_t> literalSum(const ASTNode& node) {
-  if (const Literal* const literal = literalOf(node)) {
-    const bool number = literal->value.form == LiteralForm::Integer && !literal->value.fixedType;
-    return number ? constantInteger(node) : std::nullopt;
-  }
-  if (node.type() != vel::ASTType::Expression) return {};
-  const auto& expr = static_cast<const Expr&>(node);
-  return expr.literalSum != nullptr ? std::optional(*expr.literalSum) : std::nullopt;
 }
 
 bool isComparison(Expression::Operator op) { return op >= op::kLess && op <= op::kNotEqual; }

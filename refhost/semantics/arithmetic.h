@@ -2,8 +2,6 @@
 // result has. The analysis judges by it and the emission computes by it.
 #pragma once
 
-#include <optional>
-
 #include "refhost/services/types.h"
 #include "refhost/syntax/tree.h"
 
@@ -46,11 +44,6 @@ bool isArithmetic(Expression::Operator op);
 
 // As it is written in the source: "+", "MOD", "NOT".
 const char* operatorText(Expression::Operator op);
-
-// The value of an expression of untyped integer literals only: it is the number that it computes,
-// and never wraps at the width of its literals. None for other expressions, and for a value that
-// no LINT holds.
-std::optional<std::int64_t> literalSum(const ASTNode& node);
 
 // The literal of an expression that is one, else null.
 const Literal* literalOf(const ASTNode& node);

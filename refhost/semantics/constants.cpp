@@ -3,79 +3,133 @@
 #include <limits>
 
 #include "hostkit/literal.h"
-#include "refhost/semantics/arithmetic.h"
-#include "refhost/services/derived_types.h"
 
 namespace refhost {
 namespace {
 
-using Value = std::optional<std::int64_t>;
+using Number = std::optional<std::int64_t>;
 
 constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
+constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
 
-Value literalInteger(const LiteralValue& literal) {
+std::optional<TypedConstant> literalConstant(const LiteralValue& literal) {
   if (literal.form != LiteralForm::Integer) return {};
-  constexpr std::uint64_t kLimit = std::uint64_t{1} << 63;
-  if (literal.negative) {
-    if (literal.magnitude > kLimit) return {};
-    return literal.magnitude == kLimit ? kLowest : -static_cast<std::int64_t>(literal.magnitude);
-  }
-  if (literal.magnitude >= kLimit) return {};
-  return static_cast<std::int64_t>(literal.magnitude);
+  const std::uint64_t bits = literal.negative ? 0 - literal.magnitude : literal.magnitude;
+  const bool holds = literal.negative ? literal.magnitude <= kSign : literal.magnitude < kSign;
+  if (literal.fixedType || !holds) return TypedConstant(bits, literal.type);
+  return TypedConstant::untyped(static_cast<std::int64_t>(bits), literal.type);
 }
 
-Value apply(Expression::Operator op, std::int64_t a, std::int64_t b) {
+// Without the width of a type; nothing where LINT does not hold the result.
+Number compute(Expression::Operator op, std::int64_t a, std::int64_t b) {
   std::int64_t result = 0;
   switch (static_cast<int>(op)) {
     case op::kAdd:
-      return __builtin_add_overflow(a, b, &result) ? Value() : result;
+      return __builtin_add_overflow(a, b, &result) ? Number() : result;
     case op::kSubtract:
-      return __builtin_sub_overflow(a, b, &result) ? Value() : result;
+      return __builtin_sub_overflow(a, b, &result) ? Number() : result;
     case op::kMultiply:
-      return __builtin_mul_overflow(a, b, &result) ? Value() : result;
+      return __builtin_mul_overflow(a, b, &result) ? Number() : result;
     case op::kDivide:
-      return b == 0 || (a == kLowest && b == -1) ? Value() : a / b;
+      return b == 0 || (a == kLowest && b == -1) ? Number() : a / b;
     case op::kModulo:
-      return b == 0 || (a == kLowest && b == -1) ? Value() : a % b;
+      return b == 0 || (a == kLowest && b == -1) ? Number() : a % b;
     default:
       return {};
   }
 }
 
-// CONSTANT variables may name each other, in a circle too.
-Value evaluate(const ASTNode& node, int depth) {
-  constexpr int kMaxDepth = 4000;
-  if (depth > kMaxDepth || node.type() != vel::ASTType::Expression) return {};
-  const auto& expr = static_cast<const Expr&>(node);
-  if (const Literal* const literal = literalOf(expr)) return literalInteger(literal->value);
-  if (expr.literalSum != nullptr) return *expr.literalSum;
-  if (const auto* const named = dynamic_cast<const NamedValue*>(expr.symbol)) return named->value;
-  if (expr.op() == Expression::Variable) {
-    const auto* const variable = asVariable(expr.symbol);
-    const bool known = variable != nullptr && variable->constant && variable->initial != nullptr;
-    return known ? evaluate(*variable->initial, depth + 1) : Value();
+// In `type`, to which both have been taken. What divides by -1 wraps like the runtime's
+// functions.
+std::optional<std::uint64_t> computeIn(BasicDataType type, Expression::Operator op, std::uint64_t a,
+                                       std::uint64_t b) {
+  const auto left = static_cast<std::int64_t>(a);
+  const auto right = static_cast<std::int64_t>(b);
+  const bool asSigned = isSigned(type);
+  switch (static_cast<int>(op)) {
+    case op::kAdd:
+      return a + b;
+    case op::kSubtract:
+      return a - b;
+    case op::kMultiply:
+      return a * b;
+    case op::kDivide:
+      if (b == 0) return {};
+      if (asSigned && right == -1) return 0 - a;
+      return asSigned ? static_cast<std::uint64_t>(left / right) : a / b;
+    case op::kModulo:
+      if (b == 0) return {};
+      if (asSigned && right == -1) return 0;
+      return asSigned ? static_cast<std::uint64_t>(left % right) : a % b;
+    case op::kAnd:
+      return a & b;
+    case op::kOr:
+      return a | b;
+    case op::kXor:
+      return a ^ b;
+    default:
+      return {};
   }
-  if (expr.op() == op::kNegate) {
-    const Value operand = evaluate(*expr.leaf(0), depth + 1);
-    return operand ? apply(op::kSubtract, 0, *operand) : operand;
+}
+
+// `wanted` where it holds the value, else the smallest signed type that does.
+BasicDataType typeThatHolds(std::int64_t value, BasicDataType wanted) {
+  const TypedConstant constant(static_cast<std::uint64_t>(value), BasicDataType::LInt);
+  for (const BasicDataType type :
+       {wanted, BasicDataType::SInt, BasicDataType::Int, BasicDataType::DInt}) {
+    if (constant.fits(type)) return type;
   }
-  if (!isArithmetic(expr.op())) return {};
-  const Value left = evaluate(*expr.leaf(0), depth + 1);
-  const Value right = left ? evaluate(*expr.leaf(1), depth + 1) : Value();
-  return right ? apply(expr.op(), *left, *right) : Value();
+  return BasicDataType::LInt;
 }
 
 }  // namespace
 
-std::optional<std::int64_t> constantInteger(const ASTNode& expression) {
-  return evaluate(expression, 0);
+std::optional<TypedConstant> constantOf(const ASTNode& expression) {
+  if (expression.type() != vel::ASTType::Expression) return {};
+  const auto& expr = static_cast<const Expr&>(expression);
+  if (const Literal* const literal = literalOf(expr)) return literalConstant(literal->value);
+  if (expr.constant != nullptr) return *expr.constant;
+  return {};
 }
 
-std::optional<std::uint64_t> constantAboveLInt(const ASTNode& expression) {
-  const Literal* const literal = literalOf(expression);
-  const bool above = literal != nullptr && literal->value.form == LiteralForm::Integer &&
-                     !literal->value.negative && literal->value.magnitude >> 63 != 0;
-  return above ? std::optional(literal->value.magnitude) : std::nullopt;
+std::optional<std::int64_t> constantInteger(const ASTNode& expression) {
+  const auto constant = constantOf(expression);
+  return constant ? constant->asLInt() : std::nullopt;
+}
+
+std::optional<std::int64_t> untypedNumber(const ASTNode& expression) {
+  const auto constant = constantOf(expression);
+  return constant && constant->isUntyped() ? constant->asLInt() : std::nullopt;
+}
+
+std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result) {
+  const auto operand = constantOf(*expr.leaf(0));
+  if (!operand || !isInteger(result)) return {};
+  if (expr.op() == op::kNot) return TypedConstant(~operand->bits(), result);
+  if (operand->isUntyped()) {
+    const Number number = compute(op::kSubtract, 0, static_cast<std::int64_t>(operand->bits()));
+    if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, result));
+  }
+  return TypedConstant(0 - operand->bits(), result);
+}
+
+std::optional<TypedConstant> foldBinary(const Expr& expr, const Meeting& meeting) {
+  using Kind = Meeting::Kind;
+  if ((meeting.kind != Kind::Number && meeting.kind != Kind::Bits) || !isInteger(meeting.result)) {
+    return {};
+  }
+  const auto left = constantOf(*expr.leaf(0));
+  const auto right = left ? constantOf(*expr.leaf(1)) : std::nullopt;
+  if (!right) return {};
+  if (left->isUntyped() && right->isUntyped()) {
+    const Number number = compute(expr.op(), static_cast<std::int64_t>(left->bits()),
+                                  static_cast<std::int64_t>(right->bits()));
+    if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, meeting.result));
+  }
+  const BasicDataType type = meeting.operands;
+  const auto bits = computeIn(type, expr.op(), TypedConstant(left->bits(), type).bits(),
+                              TypedConstant(right->bits(), type).bits());
+  return bits ? std::optional(TypedConstant(*bits, meeting.result)) : std::nullopt;
 }
 
 }  // namespace refhost

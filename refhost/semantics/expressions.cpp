@@ -17,17 +17,6 @@ BasicDataType negated(BasicDataType type) {
   return isUnsigned(type) ? commonNumber(type, BasicDataType::SInt) : type;
 }
 
-// `wanted` where it holds the value, else the smallest signed type that does.
-BasicDataType typeThatHolds(std::int64_t value, BasicDataType wanted) {
-  const auto bits = static_cast<std::uint64_t>(value);
-  const std::uint64_t magnitude = value < 0 ? 0 - bits : bits;
-  for (const BasicDataType type :
-       {wanted, BasicDataType::SInt, BasicDataType::Int, BasicDataType::DInt}) {
-    if (integerFits(value < 0, magnitude, type)) return type;
-  }
-  return BasicDataType::LInt;
-}
-
 // The type of what is computed from operands of `type`: ranges and named values are those
 // of variables.
 vel::SymbolDataType* computedType(vel::SymbolDataType* type) {
@@ -110,14 +99,14 @@ vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
     say(operand, message::kOperandType, operatorText(expr.op()), displayName(operand.dataType));
     return nullptr;
   }
-  if (expr.op() == op::kNegate && literalSum(operand)) {
-    if (const auto value = constantInteger(expr)) {
-      expr.literalSum = tree_.make<std::int64_t>(*value);
-    }
-  }
   const bool keeps = expr.op() == op::kNot || negated(type) == type;
+  keepConstant(expr, foldUnary(expr, keeps ? type : negated(type)));
   if (keeps && operand.dataType != nullptr) return computedType(operand.dataType);
   return services_.symbols.elementary(keeps ? type : negated(type));
+}
+
+void Expressions::keepConstant(Expr& expr, const std::optional<TypedConstant>& value) {
+  if (value) expr.constant = tree_.make<TypedConstant>(*value);
 }
 
 // The left sides of a chain, which may be long, are typed before what they are the left sides of.
@@ -140,12 +129,9 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
         displayName(right.dataType));
     return nullptr;
   }
-  if (isInteger(meeting.result) && literalSum(left) && literalSum(right)) {
-    if (const auto value = constantInteger(expr)) {
-      expr.literalSum = tree_.make<std::int64_t>(*value);
-      return services_.symbols.elementary(typeThatHolds(*value, meeting.result));
-    }
-  }
+  const auto constant = foldBinary(expr, meeting);
+  keepConstant(expr, constant);
+  if (constant && constant->isUntyped()) return services_.symbols.elementary(constant->type());
   // A side of the result's type keeps its name: BYTE AND BYTE is a BYTE.
   for (const Expr* const side : {&left, &right}) {
     const bool same = typeOf(*side) == meeting.result && literalOf(*side) == nullptr;

@@ -26,8 +26,10 @@ class Expressions : public Part {
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
   void analyseChain(Expr& whole);
+  void keepConstant(Expr& expr, const std::optional<TypedConstant>& value);
 
   // accesses.cpp
+  Type* typeValue(Expr& expr, NamedValue& value);
   Type* typeVariable(Expr& expr);
   Type* typeAccess(Expr& expr);
   Type* typeMember(Expr& expr);

@@ -5,6 +5,7 @@
 #include "refhost/semantics/assignments.h"
 #include "refhost/semantics/calls.h"
 #include "refhost/semantics/configurations.h"
+#include "refhost/semantics/constant_variables.h"
 #include "refhost/semantics/declarations.h"
 #include "refhost/semantics/expressions.h"
 #include "refhost/semantics/initials.h"
@@ -20,6 +21,7 @@ struct Parts {
       : names(context, *this),
         types(context, *this),
         declarations(context, *this),
+        constants(context, *this),
         initials(context, *this),
         expressions(context, *this),
         calls(context, *this),
@@ -31,6 +33,7 @@ struct Parts {
   Names names;
   Types types;
   Declarations declarations;
+  ConstantVariables constants;
   Initials initials;
   Expressions expressions;
   Calls calls;

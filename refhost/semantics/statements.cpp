@@ -124,8 +124,9 @@ std::optional<std::uint64_t> Statements::labelValue(ASTNode& parent, int index,
                                                     const Expr& selector) {
   const bool wide = typeOf(selector) == BasicDataType::ULInt;
   const Expr& label = parts_.expressions.analyseLeaf(parent, index);
-  if (const auto large = constantAboveLInt(label)) {
-    if (wide) return large;
+  const auto constant = constantOf(label);
+  if (constant && !constant->asLInt()) {
+    if (wide) return constant->bits();
     say(label, message::kConstantTooLarge, TreeBuilder::source(label),
         displayName(selector.dataType));
     return {};

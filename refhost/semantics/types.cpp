@@ -2,6 +2,7 @@
 
 #include "hostkit/literal.h"
 #include "refhost/semantics/constants.h"
+#include "refhost/semantics/dependency_order.h"
 #include "refhost/semantics/parts.h"
 #include "refhost/syntax/left_out.h"
 
@@ -27,9 +28,15 @@ bool isSpecOf(const ASTNode& declaration, ASTType kind) {
   return spec != nullptr && spec->type() == kind;
 }
 
+// A specification that is, or rests on, a type with a name.
+bool namesType(const ASTNode& node) {
+  const ASTType kind = node.type();
+  return kind == ASTType::NamedTypeSpec || kind == ASTType::SubrangeTypeSpec ||
+         kind == ASTType::EnumTypeSpec;
+}
+
 bool fits(std::int64_t value, BasicDataType type) {
-  const auto bits = static_cast<std::uint64_t>(value);
-  return integerFits(value < 0, value < 0 ? 0 - bits : bits, type);
+  return TypedConstant(static_cast<std::uint64_t>(value), BasicDataType::LInt).fits(type);
 }
 
 }  // namespace
@@ -54,7 +61,7 @@ void Types::declareTypes() {
     if (!isSpecOf(*type->node, ASTType::StructTypeSpec)) continue;
     type->resolved = {services_.symbols.addType(std::make_unique<StructType>(nameOf(*type->node))),
                       static_cast<Expr*>(type->node->leaf(kDeclaredInitial))};
-    type->state = DeclaredType::State::Known;
+    type->progress = Progress::Done;
   }
   for (DeclaredType* const type : declared) {
     if (isSpecOf(*type->node, ASTType::EnumTypeSpec)) resolveDeclared(*type);
@@ -69,22 +76,38 @@ void Types::declareTypes() {
 }
 
 ResolvedType Types::resolveDeclared(DeclaredType& declared) {
-  using State = DeclaredType::State;
-  if (declared.state == State::Open) {
-    say(*declared.node->leaf(0), message::kTypeContainsItself, nameOf(*declared.node));
-    declared.state = State::Known;
-  }
-  if (declared.state == State::Known) return declared.resolved;
-  if (declared.node->leaf(kDeclaredSpec) == nullptr) return {};
-  declared.state = State::Open;
+  visitDependencies(
+      declared, [this](const DeclaredType& item) { return neededBy(item); },
+      [this](const std::vector<DeclaredType*>& circle) {
+        const ASTNode& first = *circle.front()->node;
+        say(*first.leaf(0), message::kTypeContainsItself, nameOf(first));
+      },
+      [this](DeclaredType& item, const auto&) { resolveNow(item); });
+  return declared.resolved;
+}
+
+// The declared types that the specification names.
+std::vector<Types::DeclaredType*> Types::neededBy(const DeclaredType& declared) {
+  std::vector<DeclaredType*> needed;
+  const ASTNode* const whole = declared.node->leaf(kDeclaredSpec);
+  if (whole == nullptr) return needed;
+  anyNode(*whole, [&](const ASTNode& node) {
+    if (!namesType(node)) return false;
+    const auto found = declaredTypes_.find(static_cast<const TypeSpec&>(node).name);
+    if (found != declaredTypes_.end()) needed.push_back(&found->second);
+    return false;
+  });
+  return needed;
+}
+
+void Types::resolveNow(DeclaredType& declared) {
+  if (declared.node->leaf(kDeclaredSpec) == nullptr) return;
   ResolvedType resolved = resolve(*declared.node->leaf(kDeclaredSpec), nameOf(*declared.node));
   if (ASTNode* const initial = declared.node->leaf(kDeclaredInitial)) {
     resolved.initial = static_cast<Expr*>(initial);
   }
   if (resolved.type != nullptr) services_.symbols.addAlias(nameOf(*declared.node), resolved.type);
   declared.resolved = resolved;
-  declared.state = State::Known;
-  return resolved;
 }
 
 // `name` is that of a declared type, empty for one that stands in place.

@@ -29,11 +29,10 @@ class Types : public Part {
 
  private:
   struct DeclaredType {
-    enum class State : std::uint8_t { Waiting, Open, Known };
     explicit DeclaredType(ASTNode* declaration) : node(declaration) {}
     ASTNode* node;  // the TypeDecl
     ResolvedType resolved;
-    State state = State::Waiting;
+    Progress progress = Progress::Waiting;
   };
   struct MemberInitial {
     const Type* type = nullptr;
@@ -42,6 +41,8 @@ class Types : public Part {
   };
 
   ResolvedType resolveDeclared(DeclaredType& declared);
+  std::vector<DeclaredType*> neededBy(const DeclaredType& declared);
+  void resolveNow(DeclaredType& declared);
   ResolvedType resolveName(const TypeSpec& spec);
   Type* resolveString(TypeSpec& spec);
   std::optional<Bounds> resolveRange(ASTNode& range);

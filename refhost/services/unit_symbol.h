@@ -7,6 +7,8 @@
 
 #include "host/symbol.h"
 #include "hostkit/folding.h"
+#include "refhost/services/progress.h"
+#include "refhost/services/typed_constant.h"
 #include "refhost/services/types.h"
 #include "refhost/syntax/tree.h"
 
@@ -68,6 +70,10 @@ class VarSymbol final : public vel::SymbolVar {
   Expr* initial = nullptr;      // null when not given
   Expr* typeInitial = nullptr;  // that its type declares, null when it does not
   bool constant = false;
+  // Of a constant: its value when it is a known integer, and whether it depends on itself.
+  const TypedConstant* value = nullptr;
+  bool refused = false;
+  Progress progress = Progress::Waiting;
   Edge edge = Edge::None;
   VarSymbol* edgeState = nullptr;  // with an edge: the value at the last run of the body
   bool inMemory = false;

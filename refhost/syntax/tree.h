@@ -127,6 +127,8 @@ constexpr auto kRepeat = static_cast<Expression::Operator>(61);       // [count 
 constexpr auto kStructValue = static_cast<Expression::Operator>(62);  // [Argument...]
 }  // namespace op
 
+class TypedConstant;
+
 // Leaves by operator: Constant [Literal]; Variable none, its text is a name or a direct
 // address such as `%IX0.3`; Typed as `access` says; the others as in namespace op.
 class Expr final : public ::Expression {
@@ -149,7 +151,7 @@ class Expr final : public ::Expression {
   // Set by the analysis: the type (null: none) and what a Variable or a Member names.
   vel::SymbolDataType* dataType = nullptr;
   vel::Symbol* symbol = nullptr;
-  const std::int64_t* literalSum = nullptr;  // its value, of an operator where it is one
+  const TypedConstant* constant = nullptr;  // null for a literal, which is its own value, too
 };
 
 // Operators of a chain that are computed one inside the other; of a longer one the first so many
