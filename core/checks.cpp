@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/case_folding.h"
+#include "core/conversion_message.h"
 #include "core/invocation.h"
 #include "core/messages.h"
 #include "host/symbol.h"
@@ -24,18 +25,6 @@ bool isBitStringName(std::string_view name) {
 bool isComparedByName(BasicDataType type) {
   return type == BasicDataType::Structure || type == BasicDataType::Enumeration ||
          type == BasicDataType::FunctionBlock;
-}
-
-// What to warn of when the host accepts an assignment with a conversion only.
-const MessageFormat& conversionWarning(BasicDataType target, BasicDataType source) {
-  const bool toUnsigned = AstNodeHelper::isUIntegerType(target);
-  const bool fromUnsigned = AstNodeHelper::isUIntegerType(source);
-  if (toUnsigned && !fromUnsigned) return message::kToUnsigned;
-  if (!toUnsigned && fromUnsigned) return message::kToSigned;
-  if (AstNodeHelper::isFloatType(target) && AstNodeHelper::isIntegerType(source)) {
-    return message::kIntegerToFloat;
-  }
-  return message::kDoubtfulConversion;
 }
 
 }  // namespace
@@ -117,20 +106,18 @@ bool checkAssignType(InternalInterface* ii, ASTNode* source, const std::string& 
       AstNodeHelper::compareDataType(ii, target, sourceType, sourceText.c_str(), scope);
   if (rating >= 0) return true;
 
-  if (target == BasicDataType::Real && sourceType == BasicDataType::LReal) {
-    report(ii, messages, message::kInformationLoss, positionOf(source),
-           AstNodeHelper::basicDataTypeText(sourceType), AstNodeHelper::basicDataTypeText(target));
+  const MessageFormat& what = conversionMessage(rating, target, sourceType);
+  if (&what == &message::kInformationLoss) {
+    report(ii, messages, what, positionOf(source), AstNodeHelper::basicDataTypeText(sourceType),
+           AstNodeHelper::basicDataTypeText(target));
     return true;
   }
-
-  if (rating < -2) {
-    report(ii, messages, message::kConstantTooLarge, positionOf(source), sourceText, sourceName);
+  if (&what == &message::kConstantTooLarge) {
+    report(ii, messages, what, positionOf(source), sourceText, sourceName);
     return false;
   }
-  const MessageFormat& what =
-      rating == -1 ? conversionWarning(target, sourceType) : message::kCannotConvert;
   report(ii, messages, what, positionOf(source), sourceName, targetName);
-  return rating == -1 && what.code != message::kCannotConvert.code;
+  return what.code != message::kCannotConvert.code;
 }
 
 }  // namespace vel

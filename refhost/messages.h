@@ -1,23 +1,24 @@
-// The host's own messages: code, severity and format, each declared once.
+// The host's own messages, in the plugin's form. What both speak of has the plugin's words.
 #pragma once
 
 #include <initializer_list>
 #include <string_view>
 #include <vector>
 
+#include "core/messages.h"
 #include "host/message.h"
 
 namespace refhost {
 
-enum class Severity : int { Error = 1, Warning = 2 };
-
-struct MessageFormat {
-  unsigned int code;
-  Severity severity;
-  const char* format;  // placeholders "%s"
-};
+using vel::MessageFormat;
+using vel::Severity;
 
 namespace message {
+// The host judges assignments in the words of the operators' type check.
+using vel::message::kCannotConvert;
+using vel::message::kConstantTooLarge;
+using vel::message::kInformationLoss;
+
 // clang-format off
 constexpr MessageFormat kNotAccepted       {0xF0001, Severity::Error, "The call of '%s' is not accepted;"};
 constexpr MessageFormat kSyntax            {0xF0002, Severity::Error, "Syntax error: %s;"};
@@ -89,15 +90,6 @@ constexpr MessageFormat kPointerTarget     {0xF007E, Severity::Warning, "A '%s' 
 constexpr MessageFormat kPointerBits       {0xF007F, Severity::Warning, "A pointer has 64 bits, of which '%s' cannot hold all;"};
 constexpr MessageFormat kOperatorFailed    {0xF0097, Severity::Error, "Operator '%s' failed: %s;"};
 constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The label '%s' has values of another label: the first of them in the CASE holds;"};
-
-// Assignments are judged in the words of the operators' type check.
-constexpr MessageFormat kConstantTooLarge  {0xC0001, Severity::Error, "The constant '%s' is too large for data type '%s';"};
-constexpr MessageFormat kCannotConvert     {0xC0032, Severity::Error, "'%s' cannot convert to '%s' type;"};
-constexpr MessageFormat kMayNotConvert     {0xC0032, Severity::Warning, "'%s' cannot convert to '%s' type;"};
-constexpr MessageFormat kToUnsigned        {0xC0195, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
-constexpr MessageFormat kToSigned          {0xC0196, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
-constexpr MessageFormat kToFloat           {0xC0197, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : may change the symbol"};
-constexpr MessageFormat kLossOfInformation {0xC0197, Severity::Warning, "Implicit conversion from type '%s' to type '%s' : Possible loss of information;"};
 // clang-format on
 }  // namespace message
 

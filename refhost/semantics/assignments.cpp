@@ -1,3 +1,4 @@
+#include "core/conversion_message.h"
 #include "host/ast_node_helper.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/parts.h"
@@ -6,40 +7,9 @@
 namespace refhost {
 namespace {
 
-struct Judgement {
-  const MessageFormat* format = nullptr;  // null: nothing to say
-  std::string first;
-  std::string second;
-};
-
-// The rules of the operators' type check, but that narrowing an integer is only
-// warned of.
-Judgement judgeNumbers(int rated, const vel::SymbolDataType& to, const vel::SymbolDataType& from,
-                       const ASTNode& source) {
-  const BasicDataType target = to.dataType();
-  const BasicDataType value = from.dataType();
-  const bool narrows = rated == rating::kMismatch && isInteger(target) && isInteger(value);
-  if (narrows || (target == BasicDataType::Real && value == BasicDataType::LReal)) {
-    return {&message::kLossOfInformation, AstNodeHelper::basicDataTypeText(value),
-            AstNodeHelper::basicDataTypeText(target)};
-  }
-  if (rated < rating::kMismatch) {
-    return {&message::kConstantTooLarge, AstNodeHelper::astText(const_cast<ASTNode*>(&source)),
-            displayName(&from)};
-  }
-  const MessageFormat* format = &message::kCannotConvert;
-  if (rated == rating::kConverts) {
-    if (isUnsigned(target) && !isUnsigned(value)) {
-      format = &message::kToUnsigned;
-    } else if (!isUnsigned(target) && isUnsigned(value)) {
-      format = &message::kToSigned;
-    } else if (isFloat(target) && isInteger(value)) {
-      format = &message::kToFloat;
-    } else {
-      format = &message::kMayNotConvert;
-    }
-  }
-  return {format, displayName(&from), displayName(&to)};
+// Of integers the host only warns where the operators refuse.
+bool narrows(int rated, BasicDataType target, BasicDataType source) {
+  return rated == rating::kMismatch && isInteger(target) && isInteger(source);
 }
 
 // The standard writes the constants of BOOL as 0 and 1, too.
@@ -64,8 +34,19 @@ void Assignments::judge(const Type* to, const Type* from, const ASTNode& source,
   const int rated = rateConversion(to->dataType(), from->dataType(),
                                    literal != nullptr ? literalText.c_str() : nullptr);
   if (rated >= 0) return;
-  const Judgement judgement = judgeNumbers(rated, *to, *from, source);
-  report(messages_, at, *judgement.format, {judgement.first, judgement.second});
+  const MessageFormat& format =
+      narrows(rated, to->dataType(), from->dataType())
+          ? message::kInformationLoss
+          : vel::conversionMessage(rated, to->dataType(), from->dataType());
+  if (&format == &message::kInformationLoss) {
+    report(messages_, at, format,
+           {AstNodeHelper::basicDataTypeText(from->dataType()),
+            AstNodeHelper::basicDataTypeText(to->dataType())});
+  } else if (&format == &message::kConstantTooLarge) {
+    report(messages_, at, format, {literalText, displayName(from)});
+  } else {
+    report(messages_, at, format, {displayName(from), displayName(to)});
+  }
   if (call != nullptr && hasBeenSaid(messages_.back(), *call)) messages_.pop_back();
 }
 
