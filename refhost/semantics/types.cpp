@@ -4,7 +4,7 @@
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/dependency_order.h"
 #include "refhost/semantics/parts.h"
-#include "refhost/syntax/left_out.h"
+#include "refhost/syntax/unsupported.h"
 
 namespace refhost {
 
@@ -156,7 +156,7 @@ ResolvedType Types::resolveName(const TypeSpec& spec) {
   parts_.declarations.unitNamed(spec.name);
   Type* const type = services_.symbols.dataType(spec.name);
   if (type == nullptr) {
-    const bool standard = isLeftOutType(spec.name);
+    const bool standard = isUnsupportedType(spec.name);
     sayUnknown(spec, standard ? message::kTypeNotSupported : message::kUnknownType, spec.name);
   }
   return {type, nullptr};

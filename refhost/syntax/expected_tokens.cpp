@@ -4,12 +4,12 @@
 #include <cstddef>
 #include <iterator>
 
+#include "refhost/syntax/constructs.h"
+
 namespace refhost {
 
 namespace {
 
-constexpr std::string_view kStatementStarts[] = {"IF",   "CASE",     "FOR",    "WHILE", "REPEAT",
-                                                 "EXIT", "CONTINUE", "RETURN", "';'"};
 constexpr std::string_view kExpressionStarts[] = {
     "identifier", "direct address", "integer", "number", "literal", "'('", "'-'", "'+'", "NOT"};
 constexpr std::string_view kOperators[] = {"OR",   "OR_ELSE", "XOR", "AND",  "AND_THEN", "'='",
@@ -66,7 +66,12 @@ std::string ExpectedTokens::text() const {
     removeAll(words, kExpressionStarts);
     removeAll(words, kOperatorNames);
     removeAll(words, kAccesses);
-    if (statement) removeAll(words, kStatementStarts);
+    if (statement) {
+      const auto begins = [](std::string_view word) {
+        return word == "';'" || beginsStatement(word);
+      };
+      words.erase(std::remove_if(words.begin(), words.end(), begins), words.end());
+    }
     whole = statement ? "statement" : "expression";
   } else if (has("STRUCT")) {
     removeAll(words, kTypeStarts);

@@ -82,7 +82,7 @@ static constexpr Value kNone{nullptr, 0};
 %type <value> string_type unit_name return_type var_blocks var_block var_body var_decl address
 %type <value> type_spec simple_type plain_type part_type struct_type unnamed_type dimension
 %type <value> enum_value string_length initial initial_item aggregate element field type_declaration struct_declaration
-%type <value> member task statement_list statement block_statement
+%type <value> broken_decl broken_member member task statement_list statement block_statement
 %type <value> else_part condition
 %type <value> for_start step label label_line
 %type <value> variable access call expression operand atom signed argument
@@ -100,10 +100,16 @@ file: %empty | units;
 
 units:
   unit
-| error
+| mistake
 | units unit
-| units error
+| units mistake
 ;
+
+mistake: error  { tokens.goesOn(); };
+
+// Behind a mistake in a block the parser goes on at the next ';', which the stream puts in where
+// a block begins or ends first.
+mistake_end: ';'  { yyerrok; };
 
 unit:
   PROGRAM unit_name header_end var_blocks statement_list END_PROGRAM
@@ -114,9 +120,6 @@ unit:
     { make.unit(@$, vel::POUType::FunctionBlock, $2, kNone, $4, $5); }
 | TYPE type_declarations END_TYPE
 | TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
-| TYPE type_declarations error END_TYPE
-| TYPE type_declarations IDENTIFIER ':' error END_TYPE
-    { make.typeDeclaration(make.typeDecl(@3, @3, kNone, kNone)); }
 | global_block
 | CONFIGURATION unit_name configuration END_CONFIGURATION
 | ';'
@@ -124,7 +127,7 @@ unit:
 
 unit_name:
   IDENTIFIER  { $$ = make.name(@1); }
-| error       { $$ = kNone; }
+| error       { $$ = kNone; tokens.goesOn(); }
 ;
 
 return_type:
@@ -132,9 +135,13 @@ return_type:
 | ':' IDENTIFIER    { $$ = make.namedType(@2); }
 | ':' unnamed_type  { $$ = $2; }
 // The unit is known all the same.
-| ':' error          { $$ = make.namedType({@1.end, @1.end}); }
-| ':' error NO_TYPE  { $$ = make.namedType({@1.end, @1.end}); }
-| ':' error IDENTIFIER NO_TYPE  { $$ = make.namedType({@1.end, @1.end}); }
+| ':' mistaken_type  { $$ = make.namedType({@1.end, @1.end}); }
+;
+
+mistaken_type:
+  error                     { tokens.goesOn(); }
+| error NO_TYPE             { tokens.goesOn(); }
+| error IDENTIFIER NO_TYPE  { tokens.goesOn(); }
 ;
 
 header_end:
@@ -158,22 +165,6 @@ global_block: VAR_GLOBAL var_body  { make.globals($2); };
 
 var_body:
   qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2); }
-| qualifiers error END_VAR            { $$ = make.varBlock(@$, $1, make.list()); }
-| qualifiers var_decls error END_VAR  { $$ = make.varBlock(@$, $1, $2); }
-| qualifiers var_decls names error END_VAR
-    { $$ = make.varBlock(@$, $1, make.append($2, make.varDecl(@3, $3, kNone, kNone, kNone))); }
-| qualifiers var_decls names address ':' error END_VAR
-    { $$ = make.varBlock(@$, $1, make.append($2, make.varDecl(@3, $3, $4, kNone, kNone))); }
-| qualifiers var_decls names address ':' IDENTIFIER error END_VAR
-    {
-      const Value last = make.varDecl({@3.begin, @6.end}, $3, $4, make.namedType(@6), kNone);
-      $$ = make.varBlock(@$, $1, make.append($2, last));
-    }
-| qualifiers var_decls names address ':' type_spec ASSIGN error END_VAR
-    {
-      const Value last = make.varDecl({@3.begin, @6.end}, $3, $4, $6, kNone);
-      $$ = make.varBlock(@$, $1, make.append($2, last));
-    }
 ;
 
 var_keyword:
@@ -195,31 +186,23 @@ qualifiers:
 
 var_decls:
   %empty  %prec FIRST     { $$ = make.list(); }
-| error ';'               { $$ = make.list(); yyerrok; }
+| error mistake_end               { $$ = make.list(); }
 | var_decls var_decl ';'  { $$ = make.append($1, $2); }
 | var_decls ';'           { $$ = $1; }
-| var_decls error ';'     { $$ = $1; yyerrok; }
+| var_decls error mistake_end     { $$ = $1; }
+| var_decls broken_decl  { $$ = make.append($1, $2); }
+;
+
 // The names, and their type where it stands, are known all the same.
-| var_decls names error ';'
-    {
-      yyerrok;
-      $$ = make.append($1, make.varDecl(@2, $2, kNone, kNone, kNone));
-    }
-| var_decls names address ':' error ';'
-    {
-      yyerrok;
-      $$ = make.append($1, make.varDecl(@2, $2, $3, kNone, kNone));
-    }
-| var_decls names address ':' IDENTIFIER error ';'
-    {
-      yyerrok;
-      $$ = make.append($1, make.varDecl({@2.begin, @5.end}, $2, $3, make.namedType(@5), kNone));
-    }
-| var_decls names address ':' type_spec ASSIGN error ';'
-    {
-      yyerrok;
-      $$ = make.append($1, make.varDecl({@2.begin, @5.end}, $2, $3, $5, kNone));
-    }
+broken_decl:
+  names error mistake_end
+    { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
+| names address ':' error mistake_end
+    { $$ = make.varDecl(@1, $1, $2, kNone, kNone); }
+| names address ':' IDENTIFIER error mistake_end
+    { $$ = make.varDecl({@1.begin, @4.end}, $1, $2, make.namedType(@4), kNone); }
+| names address ':' type_spec ASSIGN error mistake_end
+    { $$ = make.varDecl({@1.begin, @4.end}, $1, $2, $4, kNone); }
 ;
 
 var_decl:
@@ -281,12 +264,7 @@ unnamed_type:
 part_type: plain_type | struct_type;
 
 struct_type:
-  STRUCT members END_STRUCT        { $$ = make.structType(@$, $2); }
-| STRUCT members error END_STRUCT  { $$ = make.structType(@$, $2); }
-| STRUCT members names ':' error END_STRUCT
-    {
-      $$ = make.structType(@$, make.append($2, make.varDecl(@3, $3, kNone, kNone, kNone)));
-    }
+  STRUCT members END_STRUCT  { $$ = make.structType(@$, $2); }
 ;
 
 // A ';' may be left out after END_STRUCT.
@@ -294,17 +272,13 @@ members:
   %empty                { $$ = make.list(); }
 | members member        { $$ = make.append($1, $2); }
 | members ';'           { $$ = $1; }
-| members error ';'     { $$ = $1; yyerrok; }
-| members names error ';'
-    {
-      yyerrok;
-      $$ = make.append($1, make.varDecl(@2, $2, kNone, kNone, kNone));
-    }
-| members names ':' error ';'
-    {
-      yyerrok;
-      $$ = make.append($1, make.varDecl(@2, $2, kNone, kNone, kNone));
-    }
+| members error mistake_end     { $$ = $1; }
+| members broken_member  { $$ = make.append($1, $2); }
+;
+
+broken_member:
+  names error mistake_end      { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
+| names ':' error mistake_end  { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
 ;
 
 member:
@@ -340,12 +314,9 @@ type_declarations:
 | type_declarations type_declaration ';'  { make.typeDeclaration($2); }
 | type_declarations struct_declaration    { make.typeDeclaration($2); }
 | type_declarations ';'
-| type_declarations error ';'             { yyerrok; }
-| type_declarations IDENTIFIER ':' error ';'
-    {
-      yyerrok;
-      make.typeDeclaration(make.typeDecl(@2, @2, kNone, kNone));
-    }
+| type_declarations error mistake_end             
+| type_declarations IDENTIFIER ':' error mistake_end
+    { make.typeDeclaration(make.typeDecl(@2, @2, kNone, kNone)); }
 ;
 
 type_declaration:
@@ -404,23 +375,19 @@ field: IDENTIFIER ASSIGN initial_item  { $$ = make.input(@$, @1, $3); };
 
 // --- Configurations ---
 
-configuration: configuration_items | configuration_items error;
-
-configuration_items:
+configuration:
   %empty
-| configuration_items configuration_item
-| configuration_items RESOURCE unit_name processor resource END_RESOURCE
-| configuration_items error ';'  { yyerrok; }
+| configuration configuration_item
+| configuration RESOURCE unit_name processor resource END_RESOURCE
+| configuration error mistake_end  
 ;
 
 processor: %empty | ON IDENTIFIER;
 
-resource: resource_items | resource_items error;
-
-resource_items:
+resource:
   %empty
-| resource_items configuration_item
-| resource_items error ';'  { yyerrok; }
+| resource configuration_item
+| resource error mistake_end  
 ;
 
 configuration_item:
@@ -455,16 +422,12 @@ task_of_block: IDENTIFIER WITH IDENTIFIER;
 
 // --- Statements ---
 
-statement_list:
-  statements        { $$ = make.statementList(@$, $1); }
-| statements error  { $$ = make.statementList(@$, $1); }
-;
+statement_list: statements  { $$ = make.statementList(@$, $1); };
 
 statements:
   %empty                            { $$ = make.list(); }
 | statements statement              { $$ = make.append($1, $2); }
-| statements error ';'              { $$ = $1; yyerrok; }
-| statements error block_statement  { $$ = make.append($1, $3); }
+| statements error mistake_end              { $$ = $1; }
 ;
 
 statement:
@@ -482,23 +445,19 @@ block_statement:
     { $$ = make.ifStatement(@$, $2, $4, $5, $6); }
 | CASE condition OF case_items else_part END_CASE
     { $$ = make.caseStatement(@$, $2, $4, $5); }
-| CASE condition OF case_items error else_part END_CASE
-    { $$ = make.caseStatement(@$, $2, $4, $6); }
 | FOR for_start TO expression step DO statement_list END_FOR
     { $$ = make.forStatement(@$, $2, $4, $5, $7); }
 | FOR error DO statement_list END_FOR
     { $$ = kNone; }
 | WHILE condition DO statement_list END_WHILE
     { $$ = make.loop(StatementKind::While, @$, $2, $4); }
-| REPEAT statement_list UNTIL condition until_end END_REPEAT
+| REPEAT statement_list UNTIL condition ';' END_REPEAT
     { $$ = make.loop(StatementKind::Repeat, @$, $2, $4); }
 ;
 
-until_end: %empty | ';';
-
 condition:
   expression  { $$ = make.operand($1); }
-| error       { $$ = kNone; }
+| error       { $$ = kNone; tokens.goesOn(); }
 ;
 
 elsifs:
@@ -516,8 +475,7 @@ case_items:
   %empty                            { $$ = make.list(); }
 | case_items statement              { $$ = make.append($1, $2); }
 | case_items label_line             { $$ = make.append($1, $2); }
-| case_items error ';'              { $$ = $1; yyerrok; }
-| case_items error block_statement  { $$ = make.append($1, $3); }
+| case_items error mistake_end              { $$ = $1; }
 ;
 
 label_line: labels ':'  { $$ = make.caseLabels(@1, $1); };

@@ -1,14 +1,11 @@
-// Words that cannot be what they are: keywords as names, and closers that are not written as one
-// word.
-#include <cstdint>
+#include "refhost/syntax/mistaken_words.h"
+
 #include <string_view>
 
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
-#include "refhost/syntax/blocks.h"
 #include "refhost/syntax/syntax_errors.h"
-#include "refhost/syntax/token_stream.h"
 
 namespace refhost {
 
@@ -22,63 +19,45 @@ bool beginsName(int kind) {
          (kind >= Kind::CONSTANT && kind <= Kind::PERSISTENT);
 }
 
-// An expression begins or goes on after the token.
-bool expectsOperand(int kind) {
-  switch (kind) {
-    case Kind::IF:
-    case Kind::ELSIF:
-    case Kind::CASE:
-    case Kind::FOR:
-    case Kind::TO:
-    case Kind::BY:
-    case Kind::WHILE:
-    case Kind::UNTIL:
-      return true;
-    default:
-      return !isStructural(kind) && !endsDeclaration(kind);
-  }
-}
-
 }  // namespace
 
 // A keyword of statements that is declared as a variable is reported there, and is a name
 // wherever no statement can begin or go on with it.
-void TokenStream::takeKeyword(Token& token) {
+void MistakenWords::correctKeyword(Token& token, int previous) {
+  static_assert(Kind::RETURN - Kind::IF < 32, "keywordNames_ has a bit for each");
   const std::uint32_t bit = std::uint32_t{1} << (token.kind - Kind::IF);
-  if (inUnit() && inDeclarations()) {
-    const int next = ahead(1).kind;
+  if (blocks_.inDeclarations()) {
+    const int next = queue_.ahead().kind;
     const bool declared = next == ':' || next == ',' || next == ')' || next == Kind::AT;
-    if (!declared || !beginsName(previous_)) return;
-    errors_.add(token.span, message::kKeywordName, textOf(token));
+    if (!declared || !beginsName(previous)) return;
+    errors_.add(token.span, message::kKeywordName, queue_.textOf(token));
     keywordNames_ |= bit;
     token.kind = Kind::IDENTIFIER;
   } else if ((keywordNames_ & bit) != 0) {
-    const int next = ahead(1).kind;
+    const int next = queue_.ahead().kind;
     const bool target = next == Kind::ASSIGN || next == '.' || next == '[' || next == '^';
-    if (target || expectsOperand(previous_)) token.kind = Kind::IDENTIFIER;
+    if (target || expectsOperand(previous)) token.kind = Kind::IDENTIFIER;
   }
 }
 
 // `END IF` and `ENDIF` are meant to be END_IF; a union ends as what it is taken for.
-void TokenStream::joinEnd(Token& token) {
-  if (token.kind != Kind::IDENTIFIER || !equalIgnoringCase(textOf(token).substr(0, 3), "END"))
-    return;
-  const std::string_view word = textOf(token);
-  if (equalIgnoringCase(word, "END_UNION") && isOpen(Kind::STRUCT)) {
+void MistakenWords::joinEnd(Token& token, int previous) {
+  const std::string_view word = queue_.textOf(token);
+  if (token.kind != Kind::IDENTIFIER || !equalIgnoringCase(word.substr(0, 3), "END")) return;
+  if (equalIgnoringCase(word, "END_UNION") && blocks_.isOpen(constructOf(Kind::STRUCT))) {
     token.kind = Kind::END_STRUCT;
     return;
   }
   const bool apart = word.size() == 3;
-  const int next = ahead(1).kind;
-  const int after = opensVariables(next) ? int{Kind::VAR} : next;
-  const int opener = apart ? after : openerOf(word.substr(3));
+  const int next = queue_.ahead().kind;
+  const Construct* const opened = roleOf(next) == TokenRole::Opener ? constructOf(next) : nullptr;
+  const Construct* const meant = apart ? opened : constructNamed(word.substr(3));
   const bool isName =
-      next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous_);
-  if ((isName && !apart) || !isOpen(opener)) return;
-  const BlockRule& rule = ruleOf(opener);
-  errors_.unexpected(token.span, rule.closerName);
-  if (apart) scan(token);
-  token.kind = rule.closer;
+      next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous);
+  if ((isName && !apart) || meant == nullptr || !blocks_.isOpen(meant)) return;
+  errors_.unexpected(token.span, meant->closerName);
+  if (apart) token = queue_.take();
+  token.kind = meant->closer;
 }
 
 }  // namespace refhost

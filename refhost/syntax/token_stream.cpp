@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
-#include "refhost/syntax/blocks.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
 
@@ -40,36 +40,27 @@ int kindOf(std::string_view text, const Word (&words)[N]) {
 }  // namespace
 
 TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
-    : text_(text), scanner_(text, errors), errors_(errors) {}
-
-void TokenStream::scan(Token& token) {
-  if (ahead_.empty()) {
-    token.kind = scanner_.next(token.span);
-  } else {
-    token = ahead_.front();
-    ahead_.pop_front();
-  }
-}
-
-const TokenStream::Token& TokenStream::ahead(std::size_t distance) {
-  while (ahead_.size() < distance) {
-    Token token;
-    token.kind = scanner_.next(token.span);
-    ahead_.push_back(token);
-  }
-  return ahead_[distance - 1];
-}
+    : queue_(text, errors),
+      errors_(errors),
+      mistakenWords_(queue_, blocks_, errors),
+      unsupported_(queue_, blocks_, errors) {}
 
 int TokenStream::next(Span& span) {
-  Token token = held_;
-  if (!holding_) scan(token);
-  holding_ = false;
+  if (std::exchange(discards_, false)) again_ = {{';', last_.span}, last_};
+  if (!again_.empty()) {
+    last_ = again_.front();
+    again_.pop_front();
+    recovering_ = recovering_ && last_.kind != ';';
+    span = last_.span;
+    return last_.kind;
+  }
+  Token token = std::exchange(holding_, false) ? held_ : queue_.take();
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
   if (token.kind == Kind::IDENTIFIER) {
     takeWord(token);
   } else if (token.kind >= Kind::IF && token.kind <= Kind::RETURN) {
-    takeKeyword(token);
+    mistakenWords_.correctKeyword(token, last_.kind);
   }
   int kind = missingBefore(token);
   if (kind != 0) {
@@ -79,104 +70,114 @@ int TokenStream::next(Span& span) {
     kind = accept(token);
   }
   span = token.span;
-  previous_ = kind;
+  if (recovering_ && resumes_) {
+    again_.push_back({kind, span});
+    kind = ';';
+  }
+  recovering_ = (recovering_ && kind != ';') || kind == Kind::YYerror;
+  last_ = {kind, span};
   return kind;
 }
 
 void TokenStream::takeWord(Token& token) {
-  skipLeftOut(token);
-  takeUnknownBlock(token);
-  takeUnknownType(token);
+  unsupported_.replace(token, last_.kind);
   token.kind = kindHere(token);
-  joinEnd(token);
+  mistakenWords_.joinEnd(token, last_.kind);
 }
 
+// Some words are keywords in a few places only.
 int TokenStream::kindHere(const Token& token) const {
   if (token.kind != Kind::IDENTIFIER) return token.kind;
-  const bool inVariables = inUnit() && blocks_.back().opener == Kind::VAR;
-  if (inConfiguration() && !inVariables) return kindOf(textOf(token), kConfigurationWords);
-  if (opensVariables(previous_) || previous_ == Kind::CONSTANT || previous_ == Kind::RETAIN) {
-    return kindOf(textOf(token), kQualifierWords);
+  const std::string_view text = queue_.textOf(token);
+  const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
+  if (inConfiguration() && !inVariables) return kindOf(text, kConfigurationWords);
+  if (opensVariables(last_.kind) || last_.kind == Kind::CONSTANT || last_.kind == Kind::RETAIN) {
+    return kindOf(text, kQualifierWords);
   }
-  if (inVariables && previous_ == Kind::IDENTIFIER) return kindOf(textOf(token), kEdgeWords);
+  if (inVariables && last_.kind == Kind::IDENTIFIER) return kindOf(text, kEdgeWords);
   return token.kind;
 }
 
-// The token that the source lacks in front of `token`; 0 for none. Reports it and
-// follows it in the state of the blocks.
+bool TokenStream::inConfiguration() const {
+  return blocks_.isUnit(constructOf(Kind::CONFIGURATION));
+}
+
+// A configuration names its programs with the keyword that begins a unit elsewhere.
+bool TokenStream::beginsInstance() {
+  if (queue_.ahead().kind != Kind::IDENTIFIER) return true;
+  const Token& next = queue_.ahead(2);
+  return next.kind == ':' || (next.kind == Kind::IDENTIFIER &&
+                              kindOf(queue_.textOf(next), kConfigurationWords) == Kind::WITH);
+}
+
 int TokenStream::missingBefore(const Token& token) {
-  if (!inUnit()) return 0;
-  switch (token.kind) {
-    case Kind::PROGRAM:
-      return inConfiguration() && beginsInstance() && !inDeclarations() ? 0 : closeTop(token);
-    case Kind::IDENTIFIER:
-      if (inHeader_ && previous_ == Kind::IDENTIFIER) return missingBeforeType(token);
-      return blocks_.back().opener == Kind::VAR ? missingBeforeName(token) : 0;
-    case Kind::YYEOF:
-    case Kind::FUNCTION:
-    case Kind::FUNCTION_BLOCK:
-    case Kind::TYPE:
-    case Kind::CONFIGURATION:
+  resumes_ = false;
+  if (!blocks_.any()) return 0;
+  switch (roleOf(token.kind)) {
+    case TokenRole::EndOfFile:
       return closeTop(token);
-    case Kind::RESOURCE:
-      return blocks_.size() > 1 ? closeTop(token) : 0;
-    case Kind::END_PROGRAM:
-    case Kind::END_FUNCTION:
-    case Kind::END_FUNCTION_BLOCK:
-    case Kind::END_TYPE:
-    case Kind::END_CONFIGURATION:
-      // The end of another kind of unit than the one at hand ends that one too.
-      return blocks_.size() > 1 || blocks_.back().opener != openerOf(token.kind) ? closeTop(token)
-                                                                                 : 0;
-    case Kind::VAR:
-    case Kind::VAR_INPUT:
-    case Kind::VAR_OUTPUT:
-    case Kind::VAR_IN_OUT:
-    case Kind::VAR_TEMP:
-    case Kind::VAR_GLOBAL:
-    case Kind::VAR_EXTERNAL:
-      return inDeclarations() ? closeTop(token) : 0;
-    case Kind::IF:
-    case Kind::CASE:
-    case Kind::FOR:
-    case Kind::WHILE:
-    case Kind::REPEAT:
-      return inDeclarations() ? closeTop(token) : missingHeaderEnd(token);
-    case Kind::EXIT:
-    case Kind::CONTINUE:
-    case Kind::RETURN:
-    case ';':
+    case TokenRole::Name:
+      if (inHeader_ && last_.kind == Kind::IDENTIFIER) return missingBeforeType(token);
+      return blocks_.isIn(Construct::Kind::Variables) ? missingBeforeName(token) : 0;
+    case TokenRole::Opener:
+      return missingBeforeOpener(token);
+    case TokenRole::Closer:
+      return missingBeforeCloser(token);
+    case TokenRole::Jump:
+    case TokenRole::Semicolon:
       return missingHeaderEnd(token);
-    case Kind::ELSE: {
-      const int top = blocks_.back().opener;
-      const int missing = missingHeaderEnd(token);
-      if (missing != 0 || top == Kind::IF || top == Kind::CASE) return missing;
-      return isOpen(Kind::IF) || isOpen(Kind::CASE) ? closeTop(token) : 0;
-    }
-    case Kind::ELSIF:
-      return closeUntil(Kind::IF, token);
-    case Kind::UNTIL:
-      return closeUntil(Kind::REPEAT, token);
-    case Kind::END_VAR:
-    case Kind::END_RESOURCE:
-    case Kind::END_STRUCT:
-    case Kind::END_IF:
-    case Kind::END_CASE:
-    case Kind::END_FOR:
-    case Kind::END_WHILE:
-    case Kind::END_REPEAT:
-      return closeUntil(openerOf(token.kind), token);
+    case TokenRole::Else:
+      return missingBeforeElse(token);
+    case TokenRole::Elsif:
+      return closeUntil(constructOf(Kind::IF), token);
+    case TokenRole::Until:
+      return closeUntil(constructOf(Kind::REPEAT), token);
     default:
       return 0;
   }
 }
 
-// The same in front of a name in a block of variables: the ';' of a declaration when the
-// name begins another one, or END_VAR when it begins a statement.
+int TokenStream::missingBeforeOpener(const Token& token) {
+  const bool declares = blocks_.inDeclarations();
+  switch (constructOf(token.kind)->kind) {
+    case Construct::Kind::Unit: {
+      const bool instance = token.kind == Kind::PROGRAM && inConfiguration() && !declares;
+      return instance && beginsInstance() ? 0 : closeTop(token);
+    }
+    case Construct::Kind::Resource:
+      return blocks_.count() > 1 ? closeTop(token) : 0;
+    case Construct::Kind::Variables:
+      return declares ? closeTop(token) : 0;
+    case Construct::Kind::Statement:
+      return declares ? closeTop(token) : missingHeaderEnd(token);
+    case Construct::Kind::Members:
+      break;
+  }
+  return 0;
+}
+
+// The end of another kind of unit than the one at hand ends that one too.
+int TokenStream::missingBeforeCloser(const Token& token) {
+  const Construct* const construct = constructOf(token.kind);
+  if (construct->kind != Construct::Kind::Unit) return closeUntil(construct, token);
+  return blocks_.count() > 1 || !blocks_.isTop(construct) ? closeTop(token) : 0;
+}
+
+int TokenStream::missingBeforeElse(const Token& token) {
+  const Construct* const branch = constructOf(Kind::IF);
+  const Construct* const choice = constructOf(Kind::CASE);
+  const bool isIn = blocks_.isTop(branch) || blocks_.isTop(choice);
+  const int missing = missingHeaderEnd(token);
+  if (missing != 0 || isIn) return missing;
+  return blocks_.isOpen(branch) || blocks_.isOpen(choice) ? closeTop(token) : 0;
+}
+
+// The ';' of a declaration when the name begins another one, or END_VAR when it begins a
+// statement.
 int TokenStream::missingBeforeName(const Token& token) {
-  const bool afterDeclaration = previous_ == ';' || opensVariables(previous_);
-  if (!afterDeclaration && !endsDeclaration(previous_)) return 0;
-  const int next = ahead(1).kind;
+  const bool afterDeclaration = last_.kind == ';' || opensVariables(last_.kind);
+  if (!afterDeclaration && !endsDeclaration(last_.kind)) return 0;
+  const int next = queue_.ahead().kind;
   if (!afterDeclaration) {
     if (next != ':' || brackets_ > 0) return 0;
     errors_.unexpected(token.span, "';'");
@@ -189,77 +190,96 @@ int TokenStream::missingBeforeName(const Token& token) {
 
 // The ':' between a FUNCTION and its type, when the name begins no statement.
 int TokenStream::missingBeforeType(const Token& token) {
-  const Span opener = wordBefore(wordBefore(token.span.begin).begin);
-  const int next = ahead(1).kind;
-  if (!equalIgnoringCase(textOf({0, opener}), "FUNCTION")) return 0;
+  const Span opener = queue_.wordBefore(queue_.wordBefore(token.span.begin).begin);
+  const int next = queue_.ahead().kind;
+  if (!equalIgnoringCase(queue_.textOf(opener), "FUNCTION")) return 0;
   if (next != Kind::IDENTIFIER && !isStructural(next)) return 0;
   errors_.unexpected(token.span, "':'");
   return ':';
 }
 
 int TokenStream::missingHeaderEnd(const Token& token) {
-  Block& top = blocks_.back();
+  OpenBlock& top = blocks_.top();
   if (!top.inHeader) return 0;
-  const BlockRule& rule = ruleOf(top.opener);
   // When the header is known to be wrong, this is no more than a consequence.
-  if (!errors_.reportedSince(top.begin)) errors_.unexpected(token.span, rule.headerEndName);
+  if (!errors_.reportedSince(top.begin)) {
+    errors_.unexpected(token.span, top.construct->headerEndName);
+  }
   top.inHeader = false;
   brackets_ = 0;
-  return rule.headerEnd;
+  return top.construct->headerEnd;
 }
 
-// The same at the end of a block; a REPEAT must have had its UNTIL by then.
+// A REPEAT must have had its UNTIL by its end, and a condition that ends there has its ';'.
 int TokenStream::missingBeforeEnd(const Token& token) {
-  Block& top = blocks_.back();
-  if (top.opener != Kind::REPEAT || top.hasUntil) return missingHeaderEnd(token);
+  OpenBlock& top = blocks_.top();
+  if (top.construct->opener != Kind::REPEAT) return missingHeaderEnd(token);
+  if (top.hasUntil) return last_.kind == ';' ? 0 : int{';'};
   errors_.unexpected(token.span, "UNTIL");
   top.hasUntil = true;
+  resumes_ = true;
   return Kind::UNTIL;
 }
 
 int TokenStream::closeTop(const Token& token) {
   if (const int missing = missingBeforeEnd(token); missing != 0) return missing;
-  const BlockRule& rule = ruleOf(blocks_.back().opener);
-  errors_.unexpected(token.span, rule.closerName);
-  blocks_.pop_back();
-  return rule.closer;
+  const Construct& construct = *blocks_.top().construct;
+  resumes_ = true;
+  errors_.unexpected(token.span, construct.closerName);
+  blocks_.close();
+  return construct.closer;
 }
 
-// Closes the innermost block until it is one that `opener` opens; leaves the
-// blocks alone when no such block is open, for the parser to complain.
-int TokenStream::closeUntil(int opener, const Token& token) {
-  if (blocks_.back().opener == opener) {
-    return token.kind == Kind::UNTIL ? 0 : missingBeforeEnd(token);
+// Closes the innermost block until it is one of the construct; leaves the blocks alone when no
+// such block is open, for the parser to complain.
+int TokenStream::closeUntil(const Construct* construct, const Token& token) {
+  if (blocks_.isTop(construct)) return token.kind == Kind::UNTIL ? 0 : missingBeforeEnd(token);
+  return blocks_.isOpen(construct) ? closeTop(token) : 0;
+}
+
+int TokenStream::accept(const Token& token) {
+  const TokenRole role = roleOf(token.kind);
+  if (role != TokenRole::Prefix) prefixes_ = 0;
+  resumes_ = false;
+  switch (role) {
+    case TokenRole::Opener:
+      return token.kind == Kind::PROGRAM && inConfiguration() ? token.kind : openBlock(token);
+    case TokenRole::Closer:
+      return closeBlock(token);
+    case TokenRole::HeaderEnd:
+      endHeader(token.kind);
+      break;
+    case TokenRole::Until:
+      resumes_ = blocks_.isTop(constructOf(Kind::REPEAT));
+      if (blocks_.any()) blocks_.top().hasUntil = true;
+      break;
+    case TokenRole::Else:
+      resumes_ = blocks_.isTop(constructOf(Kind::IF)) || blocks_.isTop(constructOf(Kind::CASE));
+      break;
+    case TokenRole::Elsif:
+      if (blocks_.isTop(constructOf(Kind::IF))) {
+        resumes_ = true;
+        blocks_.top().begin = token.span.begin;
+        blocks_.top().inHeader = true;
+      }
+      break;
+    case TokenRole::OpenBracket:
+      if (++brackets_ > kMaxNesting) return skipTooDeep(token, false);
+      break;
+    case TokenRole::CloseBracket:
+      brackets_ = std::max(brackets_ - 1, 0);
+      break;
+    case TokenRole::Semicolon:
+      brackets_ = 0;
+      inHeader_ = false;
+      break;
+    case TokenRole::Prefix:
+      if (++prefixes_ > kMaxNesting) return skipTooDeep(token, false);
+      break;
+    default:
+      break;
   }
-  return isOpen(opener) ? closeTop(token) : 0;
-}
-
-bool TokenStream::isOpen(int opener) const {
-  return std::any_of(blocks_.begin(), blocks_.end(),
-                     [opener](const Block& block) { return block.opener == opener; });
-}
-
-// In a block that no statement and no other block of variables can stand in.
-bool TokenStream::inDeclarations() const {
-  const int top = blocks_.back().opener;
-  return top == Kind::VAR || top == Kind::STRUCT || top == Kind::TYPE;
-}
-
-bool TokenStream::inConfiguration() const {
-  return inUnit() && blocks_.front().opener == Kind::CONFIGURATION;
-}
-
-// A configuration names its programs with the keyword that begins a unit elsewhere.
-bool TokenStream::beginsInstance() {
-  if (ahead(1).kind != Kind::IDENTIFIER) return true;
-  const Token& next = ahead(2);
-  return next.kind == ':' ||
-         (next.kind == Kind::IDENTIFIER && kindOf(textOf(next), kConfigurationWords) == Kind::WITH);
-}
-
-void TokenStream::endHeader(int opener) {
-  brackets_ = 0;
-  if (inUnit() && blocks_.back().opener == opener) blocks_.back().inHeader = false;
+  return token.kind;
 }
 
 int TokenStream::openBlock(const Token& token) {
@@ -267,101 +287,45 @@ int TokenStream::openBlock(const Token& token) {
   inHeader_ = token.kind == Kind::FUNCTION;
   if (opensUnit(token.kind)) {
     errors_.beginUnit();
-  } else if (!inUnit() && token.kind != Kind::VAR_GLOBAL) {
+  } else if (!blocks_.any() && token.kind != Kind::VAR_GLOBAL) {
     return token.kind;
   }
-  if (blocks_.size() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);
-  const int opener = opensVariables(token.kind) ? int{Kind::VAR} : token.kind;
-  blocks_.push_back({opener, token.span.begin, ruleOf(opener).headerEnd != 0, false});
+  if (blocks_.count() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);
+  const Construct& construct = *constructOf(token.kind);
+  resumes_ = construct.kind == Construct::Kind::Statement && !inConfiguration();
+  blocks_.open(construct, token.span.begin);
   return token.kind;
 }
 
 int TokenStream::closeBlock(const Token& token) {
   brackets_ = 0;
   inHeader_ = false;
-  if (inUnit() && blocks_.back().opener == openerOf(token.kind)) blocks_.pop_back();
+  if (!blocks_.isTop(constructOf(token.kind))) return token.kind;
+  resumes_ = true;
+  blocks_.close();
   return token.kind;
 }
 
-// Follows a token of the source in the state; returns it, or YYerror in place of
-// it and what is skipped.
-int TokenStream::accept(const Token& token) {
-  const int prefixes = prefixes_;
-  prefixes_ = 0;
-  switch (token.kind) {
-    case Kind::PROGRAM:
-      return inConfiguration() ? token.kind : openBlock(token);
-    case Kind::FUNCTION:
-    case Kind::FUNCTION_BLOCK:
-    case Kind::TYPE:
-    case Kind::CONFIGURATION:
-    case Kind::RESOURCE:
-    case Kind::STRUCT:
-    case Kind::VAR:
-    case Kind::VAR_INPUT:
-    case Kind::VAR_OUTPUT:
-    case Kind::VAR_IN_OUT:
-    case Kind::VAR_TEMP:
-    case Kind::VAR_GLOBAL:
-    case Kind::VAR_EXTERNAL:
-    case Kind::IF:
-    case Kind::CASE:
-    case Kind::FOR:
-    case Kind::WHILE:
-    case Kind::REPEAT:
-      return openBlock(token);
-    case Kind::END_PROGRAM:
-    case Kind::END_FUNCTION:
-    case Kind::END_FUNCTION_BLOCK:
-    case Kind::END_TYPE:
-    case Kind::END_CONFIGURATION:
-    case Kind::END_RESOURCE:
-    case Kind::END_STRUCT:
-    case Kind::END_VAR:
-    case Kind::END_IF:
-    case Kind::END_CASE:
-    case Kind::END_FOR:
-    case Kind::END_WHILE:
-    case Kind::END_REPEAT:
-      return closeBlock(token);
-    case Kind::THEN:
-      endHeader(Kind::IF);
-      return token.kind;
-    case Kind::OF:
-      endHeader(Kind::CASE);
-      return token.kind;
-    case Kind::DO:
-      endHeader(Kind::FOR);
-      endHeader(Kind::WHILE);
-      return token.kind;
-    case Kind::UNTIL:
-      if (inUnit()) blocks_.back().hasUntil = true;
-      return token.kind;
-    case Kind::ELSIF:
-      if (inUnit() && blocks_.back().opener == Kind::IF) {
-        blocks_.back().begin = token.span.begin;
-        blocks_.back().inHeader = true;
-      }
-      return token.kind;
-    case '(':
-    case '[':
-      return ++brackets_ > kMaxNesting ? skipTooDeep(token, false) : token.kind;
-    case ')':
-    case ']':
-      brackets_ = std::max(brackets_ - 1, 0);
-      return token.kind;
-    case ';':
-      brackets_ = 0;
-      inHeader_ = false;
-      return token.kind;
-    case Kind::NOT:
-    case '-':
-    case '+':
-      prefixes_ = prefixes + 1;
-      return prefixes_ > kMaxNesting ? skipTooDeep(token, false) : token.kind;
-    default:
-      return token.kind;
-  }
+void TokenStream::endHeader(int token) {
+  brackets_ = 0;
+  if (blocks_.any() && blocks_.top().construct->headerEnd == token) blocks_.top().inHeader = false;
+}
+
+bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
+  recovering_ = last_.kind != ';';
+  discards_ = std::exchange(resumes_, false);
+  if (inHeader_ && (!isStructural(last_.kind) || last_.kind == Kind::OF)) skipResultType();
+  return unsupported_.refuse(found, expected);
+}
+
+// What stands in the place of a FUNCTION's type could be taken for statements.
+void TokenStream::skipResultType() {
+  Token token;
+  do {
+    token = queue_.take();
+  } while (token.kind != Kind::YYEOF && (token.kind == Kind::OF || !isStructural(token.kind)));
+  queue_.putBack(token);
+  queue_.putBack({Kind::NO_TYPE, {token.span.begin, token.span.begin}});
 }
 
 int TokenStream::skipTooDeep(const Token& token, bool wholeUnit) {
@@ -369,7 +333,7 @@ int TokenStream::skipTooDeep(const Token& token, bool wholeUnit) {
   brackets_ = 0;
   prefixes_ = 0;
   do {
-    scan(held_);
+    held_ = queue_.take();
   } while (held_.kind != Kind::YYEOF && !opensUnit(held_.kind) && !closesUnit(held_.kind) &&
            (wholeUnit || !isStructural(held_.kind)));
   holding_ = true;

@@ -10,8 +10,8 @@
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
-#include "refhost/syntax/left_out.h"
 #include "refhost/syntax/parser.h"
+#include "refhost/syntax/unsupported.h"
 
 namespace refhost {
 
@@ -176,7 +176,7 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
   const LiteralError error = parseLiteral(text, value);
   if (error != LiteralError::None) {
     const std::string_view type = text.substr(0, text.find('#'));
-    if (isLeftOutType(type)) {
+    if (isUnsupportedType(type)) {
       errors_.add(span, message::kTypeNotSupported, type);
     } else {
       const bool isRange = error == LiteralError::OutOfRange;

@@ -1,0 +1,50 @@
+// The blocks that are open where the parser reads.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "refhost/syntax/constructs.h"
+
+namespace refhost {
+
+struct OpenBlock {
+  const Construct* construct;
+  std::uint32_t begin;
+  bool inHeader;          // the token that ends its header has yet to come
+  bool hasUntil = false;  // of a REPEAT
+};
+
+class OpenBlocks {
+ public:
+  void open(const Construct& construct, std::uint32_t begin) {
+    blocks_.push_back({&construct, begin, construct.headerEnd != 0});
+  }
+  void close() { blocks_.pop_back(); }
+
+  bool any() const { return !blocks_.empty(); }
+  std::size_t count() const { return blocks_.size(); }
+  // Only where there are any.
+  OpenBlock& top() { return blocks_.back(); }
+  const OpenBlock& top() const { return blocks_.back(); }
+  bool isTop(const Construct* construct) const {
+    return any() && blocks_.back().construct == construct;
+  }
+  bool isOpen(const Construct* construct) const {
+    return std::any_of(blocks_.begin(), blocks_.end(), [construct](const OpenBlock& block) {
+      return block.construct == construct;
+    });
+  }
+  bool isIn(Construct::Kind kind) const { return any() && top().construct->kind == kind; }
+  bool inDeclarations() const { return any() && top().construct->holdsDeclarations(); }
+  bool isUnit(const Construct* construct) const {
+    return any() && blocks_.front().construct == construct;
+  }
+
+ private:
+  std::vector<OpenBlock> blocks_;
+};
+
+}  // namespace refhost

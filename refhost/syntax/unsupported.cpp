@@ -1,0 +1,218 @@
+#include "refhost/syntax/unsupported.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <string>
+
+#include "grammar.h"
+#include "hostkit/folding.h"
+#include "hostkit/literal.h"
+#include "refhost/messages.h"
+#include "refhost/syntax/expected_tokens.h"
+#include "refhost/syntax/syntax_errors.h"
+
+namespace refhost {
+
+struct Unsupported::Construct {
+  enum class Extent : std::uint8_t {
+    Word,
+    Names,   // the word, and the names, dots and commas that follow
+    Closer,  // to the word `closer`
+    Unit,    // to the end of the unit
+  };
+
+  std::string_view opener;
+  Extent extent;
+  std::string_view closer;
+  const MessageFormat* format;  // null: nothing is said
+  const char* what;
+};
+
+namespace {
+
+using Kind = grammar::Parser::token;
+
+constexpr const MessageFormat* kRefused = &message::kNotSupported;
+constexpr const char* kChart = "Sequential function charts (SFC) are";
+constexpr const char* kInstructions = "Instruction lists (IL) are";
+constexpr const char* kModifiers = "Modifiers of units and variables are";
+
+constexpr std::string_view kTypes[] = {"CHAR",         "WCHAR", "LDATE",         "LTOD",
+                                       "LTIME_OF_DAY", "LDT",   "LDATE_AND_TIME"};
+
+// A statement, a declaration or a part of a header can begin after the token.
+bool endsPart(int kind) {
+  return kind == 0 || kind == Kind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
+}
+
+// No name is followed by such a token.
+bool beginsOperand(int kind) {
+  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
+         kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
+}
+
+}  // namespace
+
+bool isUnsupportedType(std::string_view name) {
+  return std::any_of(std::begin(kTypes), std::end(kTypes),
+                     [name](std::string_view type) { return equalIgnoringCase(type, name); });
+}
+
+// Null when no construct begins with the word.
+const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
+  using Extent = Construct::Extent;
+  static constexpr Construct kConstructs[] = {
+      {"CLASS", Extent::Closer, "END_CLASS", kRefused, "Classes (CLASS) are"},
+      {"INTERFACE", Extent::Closer, "END_INTERFACE", kRefused, "Interfaces (INTERFACE) are"},
+      {"METHOD", Extent::Closer, "END_METHOD", kRefused, "Methods (METHOD) are"},
+      {"PROPERTY", Extent::Closer, "END_PROPERTY", kRefused, "Properties (PROPERTY) are"},
+      {"ACTION", Extent::Closer, "END_ACTION", kRefused, "Actions (ACTION) are"},
+      {"NAMESPACE", Extent::Names, "", kRefused, "Namespaces (NAMESPACE) are"},
+      {"END_NAMESPACE", Extent::Word, "", nullptr, ""},
+      {"USING", Extent::Names, "", kRefused, "Namespaces (USING) are"},
+      {"EXTENDS", Extent::Names, "", kRefused, "Derived units (EXTENDS) are"},
+      {"IMPLEMENTS", Extent::Names, "", kRefused, "Interfaces (IMPLEMENTS) are"},
+      {"ABSTRACT", Extent::Word, "", kRefused, kModifiers},
+      {"FINAL", Extent::Word, "", kRefused, kModifiers},
+      {"PUBLIC", Extent::Word, "", kRefused, kModifiers},
+      {"PROTECTED", Extent::Word, "", kRefused, kModifiers},
+      {"PRIVATE", Extent::Word, "", kRefused, kModifiers},
+      {"INTERNAL", Extent::Word, "", kRefused, kModifiers},
+      {"INITIAL_STEP", Extent::Unit, "", kRefused, kChart},
+      {"STEP", Extent::Unit, "", kRefused, kChart},
+      {"TRANSITION", Extent::Unit, "", kRefused, kChart},
+      {"LD", Extent::Unit, "", kRefused, kInstructions},
+      {"LDN", Extent::Unit, "", kRefused, kInstructions},
+      {"CAL", Extent::Unit, "", kRefused, kInstructions},
+      {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
+      {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
+      // Of interest to others than the program.
+      {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
+      {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
+  };
+  const auto* const found =
+      std::find_if(std::begin(kConstructs), std::end(kConstructs),
+                   [word](const Construct& row) { return equalIgnoringCase(row.opener, word); });
+  return found != std::end(kConstructs) ? found : nullptr;
+}
+
+// The construct that `token` begins here and that is to be left out; null for none.
+const Unsupported::Construct* Unsupported::constructAt(const Token& token, int previous) {
+  if (token.kind != Kind::IDENTIFIER || !endsPart(previous)) return nullptr;
+  const Construct* const construct = constructOf(queue_.textOf(token));
+  if (construct == nullptr) return nullptr;
+  const int next = queue_.ahead().kind;
+  const bool bare = construct->format == nullptr && (next == Kind::YYEOF || isStructural(next));
+  return bare || beginsOperand(next) ? construct : nullptr;
+}
+
+void Unsupported::replace(Token& token, int previous) {
+  while (const Construct* const construct = constructAt(token, previous)) {
+    if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
+    skip(token, *construct);
+  }
+  replaceBlock(token, previous);
+  replaceType(token, previous);
+}
+
+// A block of variables of a kind that is not known: its variables are known all the same.
+void Unsupported::replaceBlock(Token& token, int previous) {
+  constexpr std::string_view kPrefix = "VAR_";
+  if (token.kind != Kind::IDENTIFIER || !blocks_.any() || !endsPart(previous)) return;
+  const std::string_view word = queue_.textOf(token);
+  if (!equalIgnoringCase(word.substr(0, kPrefix.size()), kPrefix)) return;
+  const int behind = queue_.ahead(2).kind;
+  if (queue_.ahead().kind != Kind::IDENTIFIER || (behind != ':' && behind != ',')) return;
+  errors_.add(token.span, message::kNotSupported, std::string(word) + " blocks are");
+  token.kind = Kind::VAR;
+}
+
+// A union is taken for a structure, and a reference for what it refers to: what they are used
+// for is checked all the same.
+void Unsupported::replaceType(Token& token, int previous) {
+  if (token.kind != Kind::IDENTIFIER || (previous != ':' && previous != Kind::OF)) return;
+  const std::string_view word = queue_.textOf(token);
+  if (equalIgnoringCase(word, "UNION") && queue_.ahead().kind == Kind::IDENTIFIER) {
+    errors_.add(token.span, *kRefused, "Unions (UNION) are");
+    token.kind = Kind::STRUCT;
+  } else if (equalIgnoringCase(word, "REFERENCE") && queue_.ahead().kind == Kind::TO) {
+    errors_.add(token.span, *kRefused, "References (REFERENCE TO) are");
+    queue_.take();
+    token = queue_.take();
+  }
+}
+
+// `name: statement`, rather than a declaration among the statements.
+bool Unsupported::beginsLabel(Span name) {
+  if (name.begin == name.end || queue_.isPrecededBy(name, '.')) return false;
+  const int next = queue_.ahead().kind;
+  if (next == Kind::IDENTIFIER) {
+    return queue_.ahead(2).kind != ';' && !namesLiteralType(queue_.textOf(queue_.ahead()));
+  }
+  const bool jumps = next == Kind::EXIT || next == Kind::CONTINUE || next == Kind::RETURN;
+  return jumps || (isStructural(next) && next != Kind::STRUCT);
+}
+
+bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
+  const std::string_view text = queue_.textOf(found);
+  const Span before = queue_.wordBefore(found.begin);
+  const bool assigns = queue_.isFollowedBy(found, '=');
+  const bool declares = blocks_.inDeclarations();
+  const bool inUntil = blocks_.any() && blocks_.top().hasUntil;
+  const char* what = nullptr;
+  if (text == ":=" && expected.has("';'") && expected.has("'*'") && !inUntil) {
+    what = "Chained assignments are";
+  } else if (assigns && expected.has("':='") &&
+             (equalIgnoringCase(text, "S") || equalIgnoringCase(text, "R"))) {
+    what = "Set and reset assignments (S=, R=) are";
+  } else if (assigns && expected.has("':='") && equalIgnoringCase(text, "REF")) {
+    what = "Reference assignments (REF=) are";
+  } else if (text == "*" && declares &&
+             (queue_.ahead().kind == ']' || queue_.ahead().kind == ',')) {
+    what = "Arrays of any bounds (ARRAY[*]) are";
+  } else if (equalIgnoringCase(text, "AT") && declares &&
+             blocks_.isIn(refhost::Construct::Kind::Members)) {
+    what = "Addresses of members (AT) are";
+  } else if (text == "(" && equalIgnoringCase(queue_.textOf(before), "RETURN")) {
+    what = "RETURN with a value is";
+  } else if (text == ":" && !declares && expected.has("':='") && beginsLabel(before)) {
+    found = before;
+    what = "Labels are";
+    // What is labelled is a statement of its own.
+    queue_.putBack({';', {found.end, found.end}});
+  }
+  if (what != nullptr) errors_.notSupported(found, what);
+  return what != nullptr;
+}
+
+void Unsupported::skip(Token& token, const Construct& construct) {
+  const auto endsUnit = [&token] {
+    return token.kind == Kind::YYEOF || opensUnit(token.kind) || closesUnit(token.kind);
+  };
+  const auto isName = [&token] {
+    return token.kind == Kind::IDENTIFIER || token.kind == '.' || token.kind == ',';
+  };
+  token = queue_.take();
+  switch (construct.extent) {
+    case Construct::Extent::Word:
+      break;
+    case Construct::Extent::Names:
+      while (isName() && constructOf(queue_.textOf(token)) == nullptr) token = queue_.take();
+      break;
+    case Construct::Extent::Unit:
+      while (!endsUnit()) token = queue_.take();
+      break;
+    case Construct::Extent::Closer:
+      while (!endsUnit() && !equalIgnoringCase(queue_.textOf(token), construct.closer))
+        token = queue_.take();
+      if (endsUnit()) {
+        errors_.unexpected(token.span, construct.closer);
+      } else {
+        token = queue_.take();
+      }
+      break;
+  }
+}
+
+}  // namespace refhost
