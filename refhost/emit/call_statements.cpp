@@ -42,7 +42,7 @@ void StatementWriter::endEnabled(const Call& call, const std::string& flag) {
 
 void StatementWriter::callStatement(const Call& call) {
   const std::string flag = beginEnabled(call);
-  if (call.leaf(0)->type() == vel::ASTType::Expression) {
+  if (call.instance != nullptr) {
     instanceCall(call);
   } else {
     const std::string text = calls_.callText(call);
@@ -52,7 +52,7 @@ void StatementWriter::callStatement(const Call& call) {
 }
 
 Place StatementWriter::calledInstance(const Call& call) {
-  const auto& callee = static_cast<const Expr&>(*call.leaf(0));
+  const auto& callee = *call.instance;
   Place instance = places_.of(callee);
   if (!anyNode(callee, isLookedFor)) return instance;
   const std::string pointer = body_.temporaryPointer(callee.dataType);
@@ -61,7 +61,7 @@ Place StatementWriter::calledInstance(const Call& call) {
 }
 
 void StatementWriter::instanceCall(const Call& call) {
-  const auto& callee = static_cast<const Expr&>(*call.leaf(0));
+  const auto& callee = *call.instance;
   const UnitSymbol& block = *static_cast<const InstanceType*>(callee.dataType)->unit;
   calls_.record(call, block);
   const Place instance = calledInstance(call);

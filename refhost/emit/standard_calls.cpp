@@ -42,7 +42,7 @@ std::string CallWriter::standardText(const Call& call) {
   switch (call.standard->kind) {
     case Kind::Operation:
     case Kind::Comparison:
-      return "(" + expressions_.expressionText(call.leaf(2)) + ")";
+      return "(" + expressions_.expressionText(call.operation) + ")";
     case Kind::Clock:
       return "((i32)vel_scan_time)";
     default:

@@ -30,8 +30,12 @@ vel::SymbolDataType* Calls::analyseCall(Call& call) {
   call.analysed = true;
   const std::string name(TreeBuilder::source(*call.leaf(0)));
   VarSymbol* const variable = parts_.names.variableNamed(name);
-  if (variable != nullptr && isInstance(variable->dataType())) becomesAccess(call);
-  if (call.leaf(0)->type() == vel::ASTType::Expression) return callInstance(call);
+  if (call.leaf(0)->type() == vel::ASTType::Expression) {
+    call.instance = static_cast<Expr*>(call.leaf(0));
+  } else if (variable != nullptr && isInstance(variable->dataType())) {
+    call.instance = nameOfInstance(call);
+  }
+  if (call.instance != nullptr) return callInstance(call);
   call.op = services_.operators->findOperator(name);
   if (call.op != nullptr) call.traits = &services_.traitsOf(*call.op);
   const StandardFunction* const standard = call.op == nullptr ? standardFunction(name) : nullptr;
@@ -288,14 +292,15 @@ vel::SymbolDataType* Calls::callFunction(Call& call, UnitSymbol& function) {
 }
 
 // The name of an instance is an access like any other that gives one.
-void Calls::becomesAccess(Call& call) {
+Expr* Calls::nameOfInstance(const Call& call) {
   Expr* const access = tree_.make<Expr>(Expression::Variable);
   TreeBuilder::setSpan(*access, call.leaf(0)->pos(), TreeBuilder::source(*call.leaf(0)));
-  TreeBuilder::setLeaf(call, 0, access);
+  return access;
 }
 
 vel::SymbolDataType* Calls::callInstance(Call& call) {
-  const Expr& callee = parts_.expressions.analyseLeaf(call, 0);
+  parts_.expressions.analyse(*call.instance);
+  const Expr& callee = *call.instance;
   const auto* const instance = dynamic_cast<const InstanceType*>(callee.dataType);
   if (instance != nullptr) {
     call.accepted = true;

@@ -29,7 +29,7 @@ class Calls : public Part {
  private:
   Type* callOperator(Call& call);
   Type* callFunction(Call& call, UnitSymbol& function);
-  void becomesAccess(Call& call);
+  Expr* nameOfInstance(const Call& call);
   Type* callInstance(Call& call);
   bool leavesNameToOperator(const Call& call, int index) const;
   void declareEdgeState(const Call& call);

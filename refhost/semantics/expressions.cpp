@@ -43,12 +43,15 @@ Expr& Expressions::analyseLeaf(ASTNode& parent, int index) {
     TreeBuilder::setLeaf(parent, index, address);
   }
   auto& expr = static_cast<Expr&>(*parent.leaf(index));
-  if (!expr.analysed) {
-    expr.analysed = true;
-    expr.dataType = typeExpression(expr);
-    expr.setBasicType(expr.dataType != nullptr ? expr.dataType->dataType() : BasicDataType::None);
-  }
+  analyse(expr);
   return expr;
+}
+
+void Expressions::analyse(Expr& expr) {
+  if (expr.analysed) return;
+  expr.analysed = true;
+  expr.dataType = typeExpression(expr);
+  expr.setBasicType(expr.dataType != nullptr ? expr.dataType->dataType() : BasicDataType::None);
 }
 
 // A word's bit (`D10.3`) reads like a bit of a variable until no such variable is

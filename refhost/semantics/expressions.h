@@ -14,6 +14,7 @@ class Expressions : public Part {
 
   // Analyses leaf `index` of `parent`, an Expr, and returns what stands there then.
   Expr& analyseLeaf(ASTNode& parent, int index);
+  void analyse(Expr& expr);
   // The value of leaf `index`, analysed; an error is appended when it is no constant.
   std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
   // Appends an error and returns false when the expression cannot be written.

@@ -75,7 +75,7 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
   return type;
 }
 
-// The call stands for an expression of its arguments, its third leaf.
+// The call stands for an operation on its arguments, to which they belong from now on.
 vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
   const StandardFunction& function = *call.standard;
   const ASTNode& list = *call.leaf(1);
@@ -85,7 +85,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
     TreeBuilder::setSpan(*expr, call.pos(), TreeBuilder::source(call));
     return expr;
   };
-  ASTNode* whole = list.leaf(0);
+  auto* whole = static_cast<Expr*>(list.leaf(0));
   for (int i = 1; i < count; ++i) {
     if (function.kind == Kind::Operation) {
       whole = join(function.operation, whole, list.leaf(i));
@@ -99,8 +99,9 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
     Expr* const pair = join(function.operation, list.leaf(i - 1), list.leaf(i));
     whole = i == 1 ? pair : join(op::kAnd, whole, pair);
   }
-  tree_.setLeaves(call, {call.leaf(0), call.leaf(1), whole});
-  return parts_.expressions.analyseLeaf(call, 2).dataType;
+  call.operation = whole;
+  parts_.expressions.analyse(*whole);
+  return whole->dataType;
 }
 
 vel::SymbolDataType* StandardCalls::callTextFunction(Call& call) {

@@ -39,8 +39,7 @@ enum class NodeKind : std::int32_t {
   VarBlock,         // VarBlock: [VarDecl...]
   VarDecl,          // VarDecl: [TypeSpec?, initial value Expr?, address Text?, name Text...]
   Invocation,       // Call: [callee: Text, or Expr for an access that is called;
-                    //        ParameterList or, for a type as operand, TypeSpec;
-                    //        of an operator in the form of a function, that Expr]
+                    //        ParameterList or, for a type as operand, TypeSpec]
   Argument,         // Argument: [formal name Text, Expr], in a ParameterList
   StatementList,    // [statement...], each of a StatementKind
   CaseElement,      // [CaseLabels, StatementList]
@@ -195,6 +194,8 @@ class Call final : public ::Invocation {
   const OperatorTraits* traits = nullptr;  // of the operator; null with it
   const StandardFunction* standard = nullptr;
   vel::Symbol* symbol = nullptr;
+  Expr* instance = nullptr;   // the access to the instance that is called
+  Expr* operation = nullptr;  // of a standard function that stands for an operation
   // `EN := condition` and `ENO => variable`, which the analysis takes out of the parameters;
   // null when not given.
   Argument* enable = nullptr;
@@ -258,8 +259,11 @@ bool anyNode(const ASTNode& root, const Matches& matches) {
     if (matches(*node)) return true;
     if (kindOf(*node) == NodeKind::Invocation) {
       const auto& call = static_cast<const Call&>(*node);
-      for (const Argument* const argument : {call.enable, call.enabled}) {
-        if (argument != nullptr && anyNode(*argument, matches)) return true;
+      for (const ASTNode* const part :
+           {static_cast<const ASTNode*>(call.instance), static_cast<const ASTNode*>(call.enable),
+            static_cast<const ASTNode*>(call.enabled)}) {
+        if (part == nullptr || part == call.leaf(0)) continue;
+        if (anyNode(*part, matches)) return true;
       }
     }
     for (int i = 1; i < node->leavesCount(); ++i) {
