@@ -10,8 +10,8 @@ namespace {
 // By a subscript or a pointer, which costs time.
 bool isLookedFor(const vel::ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
-  const Expr::Access access = static_cast<const Expr&>(node).access;
-  return access == Expr::Access::Element || access == Expr::Access::Dereference;
+  const ExprKind kind = static_cast<const Expr&>(node).kind;
+  return kind == ExprKind::Element || kind == ExprKind::Dereference;
 }
 
 }  // namespace

@@ -109,9 +109,8 @@ std::string CallWriter::operatorText(const Call& call) {
 }
 
 std::string CallWriter::companionOf(const Expr* value) {
-  const bool variable =
-      value != nullptr && value->dataType != nullptr &&
-      (value->op() == Expression::Variable || value->access == Expr::Access::Member);
+  const bool variable = value != nullptr && value->dataType != nullptr &&
+                        (value->kind == ExprKind::Variable || value->kind == ExprKind::Member);
   if (!variable || places_.of(*value).isBit()) return "(vel_bit_param){0}";
   return fmt::format("(vel_bit_param){{{}, {}}}", places_.pointerTo(*value, value->dataType),
                      bitCount(*value->dataType));
@@ -193,7 +192,7 @@ std::string CallWriter::functionText(const Call& call, const std::vector<Binding
     } else if (parameter->role == Role::InOut) {
       // The analysis lets no call pass that leaves one out.
       arguments += given != nullptr ? places_.pointerTo(*given, type) : "NULL";
-    } else if (value != nullptr && value->op() < op::kArrayValue) {
+    } else if (value != nullptr && value->kind < ExprKind::ArrayValue) {
       arguments += argumentText(*value, type);
     } else if (isComposite(type) && file_.startValues.differFromZero(*parameter)) {
       arguments += InitialWriter(file_, body_, expressions_).text(*parameter);

@@ -22,27 +22,6 @@ bool isSmall(BasicDataType type) {
   return row != nullptr && row->size < 4;
 }
 
-const char* cOperator(Expression::Operator op) {
-  switch (static_cast<int>(op)) {
-    case op::kEqual:
-      return "==";
-    case op::kNotEqual:
-      return "!=";
-    case op::kAnd:
-      return "&";
-    case op::kXor:
-      return "^";
-    case op::kOr:
-      return "|";
-    case op::kAndThen:
-      return "&&";
-    case op::kOrElse:
-      return "||";
-    default:
-      return operatorText(op);
-  }
-}
-
 // The operator of which `node` is a parameter; null when it is none's.
 const OperatorTraits* operatorOf(const ASTNode& node) {
   const ASTNode* const list = node.parent();
@@ -67,7 +46,7 @@ bool isPointerAsNumber(const ASTNode& node, const OperatorTraits& op) {
 
 // Its C text is the pointer itself.
 bool isPointedText(const ASTNode& node) {
-  return isText(typeOf(node)) && static_cast<const Expr&>(node).access == Expr::Access::Dereference;
+  return isText(typeOf(node)) && static_cast<const Expr&>(node).kind == ExprKind::Dereference;
 }
 
 // Unsigned arithmetic at these widths wraps by itself, and floats do not.
@@ -77,34 +56,28 @@ bool wrapsByItself(BasicDataType type) {
 
 // Integer arithmetic that is written as a cast to its type, or as a call.
 bool isCastOrCall(const Expr& expr) {
-  if (!isArithmetic(expr.op()) || untypedNumber(expr)) return false;
+  if (!isArithmetic(expr.kind) || untypedNumber(expr)) return false;
   const Meeting meeting = meet(expr);
   if (meeting.kind != Meeting::Kind::Number || !isInteger(meeting.operands)) return false;
-  const bool divides = expr.op() == op::kDivide || expr.op() == op::kModulo;
+  const bool divides = expr.kind == ExprKind::Divide || expr.kind == ExprKind::Modulo;
   return divides || !wrapsByItself(meeting.operands);
 }
 
 // C complements the small types as an int, and gcc warns where that is compared, cast or not.
 bool isComplementCall(const Expr& expr) {
   const BasicDataType type = typeOf(expr);
-  return expr.op() == op::kNot && (type == BasicDataType::USInt || type == BasicDataType::UInt);
+  return expr.kind == ExprKind::Not &&
+         (type == BasicDataType::USInt || type == BasicDataType::UInt);
 }
 
 // Its C text binds tighter than every binary operator.
 bool isPrimary(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(node);
-  switch (static_cast<int>(expr.op())) {
-    case Expression::Constant:
-      return !isNegative(literalOf(expr)->value);
-    case Expression::Variable:
-    case Expression::Typed:
-      return true;
-    case op::kWrapper:
-      return static_cast<const Call*>(expr.leaf(0))->op == nullptr;
-    default:
-      return isCastOrCall(expr) || isComplementCall(expr);
-  }
+  if (const Literal* const literal = literalOf(expr)) return !isNegative(literal->value);
+  if (expr.kind == ExprKind::Variable || isAccess(expr.kind)) return true;
+  if (expr.kind == ExprKind::Call) return static_cast<const Call*>(expr.leaf(0))->op == nullptr;
+  return isCastOrCall(expr) || isComplementCall(expr);
 }
 
 }  // namespace
@@ -144,23 +117,48 @@ void ExpressionWriter::append(const Expr& expr, std::string& out) {
       return;
     }
   }
-  switch (static_cast<int>(expr.op())) {
-    case Expression::Constant:
+  switch (expr.kind) {
+    case ExprKind::Literal:
       appendLiteral(literalOf(expr)->value, BasicDataType::None, out);
       break;
-    case Expression::Variable:
-    case Expression::Typed:
+    case ExprKind::Variable:
+    case ExprKind::Member:
+    case ExprKind::Bit:
+    case ExprKind::Element:
+    case ExprKind::Dereference:
+    case ExprKind::Part:
       out += places.of(expr).load();
       break;
-    case op::kWrapper:
+    case ExprKind::Call:
       out += calls.operandText(static_cast<const Call&>(*expr.leaf(0)));
       break;
-    case op::kNegate:
-    case op::kNot:
+    case ExprKind::Negate:
+    case ExprKind::Not:
       unary(expr, out);
       break;
-    default:
+    case ExprKind::Power:
+    case ExprKind::Multiply:
+    case ExprKind::Divide:
+    case ExprKind::Modulo:
+    case ExprKind::Add:
+    case ExprKind::Subtract:
+    case ExprKind::Less:
+    case ExprKind::Greater:
+    case ExprKind::LessEqual:
+    case ExprKind::GreaterEqual:
+    case ExprKind::Equal:
+    case ExprKind::NotEqual:
+    case ExprKind::And:
+    case ExprKind::Xor:
+    case ExprKind::Or:
+    case ExprKind::AndThen:
+    case ExprKind::OrElse:
       binary(expr, out);
+      break;
+    // InitialWriter writes their parts one by one.
+    case ExprKind::ArrayValue:
+    case ExprKind::Repeat:
+    case ExprKind::StructValue:
       break;
   }
 }
@@ -201,7 +199,7 @@ void ExpressionWriter::converted(const ASTNode& node, BasicDataType type, std::s
 void ExpressionWriter::unary(const Expr& expr, std::string& out) {
   const ASTNode& inner = *expr.leaf(0);
   const BasicDataType type = typeOf(expr);
-  if (expr.op() == op::kNot) {
+  if (expr.kind == ExprKind::Not) {
     if (isComplementCall(expr)) {
       out +=
           fmt::format("vel_not_{}({})", cType(type), expressionText(const_cast<ASTNode*>(&inner)));
@@ -271,7 +269,7 @@ void ExpressionWriter::binaryPiece(const Expr& expr, std::string& out) {
 void ExpressionWriter::operation(const Expr& expr, std::string& out) {
   using Kind = Meeting::Kind;
   const Meeting meeting = meet(expr);
-  const Expression::Operator op = expr.op();
+  const ExprKind op = expr.kind;
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
   if (meeting.kind == Kind::Text) {
@@ -292,7 +290,7 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
       numbers(expr, meeting.operands, out);
       return;
     }
-    if (op == op::kPower) {
+    if (op == ExprKind::Power) {
       numbers(expr, BasicDataType::LReal, out);
       return;
     }
@@ -306,12 +304,12 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
       meeting.kind == Kind::Number || meeting.kind == Kind::Bits || meeting.kind == Kind::Durations;
   const BasicDataType common = convert ? meeting.operands : BasicDataType::None;
   converted(left, common, out);
-  out += fmt::format(" {} ", op == op::kModulo ? "%" : cOperator(op));
+  out += fmt::format(" {} ", cOperator(op));
   converted(right, common, out);
 }
 
 void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string& out) {
-  const Expression::Operator op = expr.op();
+  const ExprKind op = expr.kind;
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
   if (const auto value = isInteger(type) ? untypedNumber(expr) : std::nullopt) {
@@ -319,7 +317,7 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
     return;
   }
   const char* const name = cType(type);
-  if (op == op::kPower) {
+  if (op == ExprKind::Power) {
     out += type == BasicDataType::Real ? "(f32)vel_pow(" : "vel_pow(";
     converted(left, BasicDataType::LReal, out);
     out += ", ";
@@ -327,9 +325,9 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
     out += ')';
     return;
   }
-  const bool divides = op == op::kDivide || op == op::kModulo;
+  const bool divides = op == ExprKind::Divide || op == ExprKind::Modulo;
   if (divides && !isFloat(type)) {
-    out += fmt::format("vel_{}_{}(", op == op::kDivide ? "div" : "mod", name);
+    out += fmt::format("vel_{}_{}(", op == ExprKind::Divide ? "div" : "mod", name);
     converted(left, type, out);
     out += ", ";
     converted(right, type, out);
@@ -340,7 +338,7 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
   // int, which holds them all but the product of two UINT.
   const bool plain = wrapsByItself(type);
   const bool widened =
-      !plain && (!isSmall(type) || (type == BasicDataType::UInt && op == op::kMultiply));
+      !plain && (!isSmall(type) || (type == BasicDataType::UInt && op == ExprKind::Multiply));
   const auto side = [&](const ASTNode& node) {
     if (widened) out += fmt::format("({})", wrappingType(type));
     converted(node, type, out);
@@ -359,7 +357,7 @@ void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::s
     return text;
   };
   const std::string text =
-      fmt::format("{} {} {}", number(*expr.leaf(0)), cOperator(expr.op()), number(*expr.leaf(1)));
+      fmt::format("{} {} {}", number(*expr.leaf(0)), cOperator(expr.kind), number(*expr.leaf(1)));
   switch (meeting.kind) {
     case Meeting::Kind::Step:
       out += fmt::format("({})({})", typeText(expr.dataType), text);
@@ -375,7 +373,7 @@ void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::s
 
 void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::string& out) {
   using Kind = Meeting::Kind;
-  const Expression::Operator op = expr.op();
+  const ExprKind op = expr.kind;
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
   const bool clock = meeting.operands == BasicDataType::TimeOfDay;
@@ -392,7 +390,7 @@ void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::stri
       const char* const type = cType(meeting.operands);
       if (real) {
         out += fmt::format("vel_truncate_{}((f64){} {} {})", type, duration, cOperator(op), number);
-      } else if (op == op::kDivide) {
+      } else if (op == ExprKind::Divide) {
         out += fmt::format("({})vel_div_i64({}, (i64){})", type, duration, number);
       } else {
         out += fmt::format("({})((u64){} * (u64){})", type, duration, number);
@@ -403,7 +401,7 @@ void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::stri
       const bool nanoseconds = typeOf(right) == BasicDataType::LTime;
       const char* const unit =
           clock ? (nanoseconds ? " / 1000000" : "") : (nanoseconds ? " / 1000000000" : " / 1000");
-      const char* const sign = op == op::kSubtract ? "-" : "";
+      const char* const sign = op == ExprKind::Subtract ? "-" : "";
       out += fmt::format("{}({}, {}((i64){}{}))", clock ? "vel_tod_shift" : "vel_dt_shift", a, sign,
                          b, unit);
       break;

@@ -75,16 +75,16 @@ void InitialWriter::setDefault(const Place& place, const Type* type) {
 void InitialWriter::setInitial(const Place& place, const Type* type, const Expr& value) {
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
     std::int64_t next = 0;
-    if (value.op() == op::kArrayValue) {
+    if (value.kind == ExprKind::ArrayValue) {
       setElements(place, *array, value, 0, next);
       return;
     }
-    if (value.op() == op::kRepeat) {
+    if (value.kind == ExprKind::Repeat) {
       setRepeated(place, *array, value, next);
       return;
     }
   }
-  if (value.op() == op::kStructValue) {
+  if (value.kind == ExprKind::StructValue) {
     for (int i = 0; i < value.leavesCount(); ++i) {
       const ASTNode& field = *value.leaf(i);
       const VarSymbol& member = *memberOf(type, static_cast<const Text&>(*field.leaf(0)).text());
@@ -107,7 +107,7 @@ void InitialWriter::setElements(const Place& place, const ArrayType& array, cons
                                 int first, std::int64_t& next) {
   for (int i = first; i < list.leavesCount(); ++i) {
     const auto& item = static_cast<const Expr&>(*list.leaf(i));
-    if (item.op() == op::kRepeat) {
+    if (item.kind == ExprKind::Repeat) {
       setRepeated(place, array, item, next);
     } else if (isRow(array, item)) {
       setElements(place, array, item, 0, next);
@@ -125,7 +125,7 @@ void InitialWriter::setRepeated(const Place& place, const ArrayType& array, cons
       repeat.leavesCount() == 2 ? static_cast<const Expr*>(repeat.leaf(1)) : nullptr;
   if (repeat.leavesCount() == 1) {
     next += times;
-  } else if (only != nullptr && only->op() != op::kRepeat && !isRow(array, *only)) {
+  } else if (only != nullptr && only->kind != ExprKind::Repeat && !isRow(array, *only)) {
     const std::string from = std::to_string(next);
     next += times;
     if (constantInteger(*only) == 0 && !file_.startValues.differFromZero(&array)) return;

@@ -23,25 +23,18 @@ Place PlaceWriter::of(const Expr& expr) {
     }
     return value;
   }
-  const auto base = [&expr] { return static_cast<const Expr*>(expr.leaf(0)); };
-  switch (expr.access) {
-    case Expr::Access::None:
-      return named(expr);
-    case Expr::Access::Bit:
-      return {Kind::Bit, of(*base()).load(), static_cast<std::uint32_t>(expr.bitAccessOffset())};
-    case Expr::Access::Element:
-      return element(expr);
-    case Expr::Access::Dereference: {
-      // A text is its first character's address.
-      const bool text = isText(typeOf(expr));
-      return {text ? Kind::Object : Kind::Pointed, of(*base()).load()};
-    }
-    case Expr::Access::Member:
-    case Expr::Access::Part:
-      break;
+  if (!isAccess(expr.kind)) return named(expr);
+  if (expr.kind == ExprKind::Element) return element(expr);
+  const auto& base = static_cast<const Expr&>(*expr.leaf(0));
+  if (expr.kind == ExprKind::Bit) {
+    return {Kind::Bit, of(base).load(), static_cast<std::uint32_t>(expr.bitAccessOffset())};
+  }
+  if (expr.kind == ExprKind::Dereference) {
+    // A text is its first character's address.
+    return {isText(typeOf(expr)) ? Kind::Object : Kind::Pointed, of(base).load()};
   }
   const auto* const member = asVariable(expr.symbol);
-  return member != nullptr ? of(*base()).member(file_.names.of(*member)) : Place();
+  return member != nullptr ? of(base).member(file_.names.of(*member)) : Place();
 }
 
 Place PlaceWriter::named(const Expr& expr) {

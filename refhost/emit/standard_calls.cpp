@@ -17,7 +17,7 @@ bool makesText(const StandardFunction& function) {
 }
 
 const VarSymbol* variableOf(const Expr& expr) {
-  return expr.op() == Expression::Variable ? asVariable(expr.symbol) : nullptr;
+  return expr.kind == ExprKind::Variable ? asVariable(expr.symbol) : nullptr;
 }
 
 // Nothing in `value` reads the memory of `target`, a text, nor may share it.

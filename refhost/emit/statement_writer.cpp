@@ -200,7 +200,7 @@ bool StatementWriter::countingLoop(const ASTNode& node) {
   const auto step = node.leaf(2) != nullptr ? constantInteger(*node.leaf(2)) : 1;
   constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
   if (!end || !step || *end == kLowest || *step == kLowest || row == nullptr ||
-      control.access == Expr::Access::Bit)
+      control.kind == ExprKind::Bit)
     return false;
   std::int64_t beyond = 0;
   if (__builtin_add_overflow(*end, *step, &beyond) || beyond == kLowest) return false;

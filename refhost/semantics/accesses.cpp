@@ -53,26 +53,9 @@ vel::SymbolDataType* Expressions::typeValue(Expr& expr, NamedValue& value) {
   return value.dataType();
 }
 
-vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
-  switch (expr.access) {
-    case Expr::Access::Member:
-      return typeMember(expr);
-    case Expr::Access::Bit:
-      return typeBit(expr);
-    case Expr::Access::Part:
-      analyseLeaf(expr, 0);
-      say(expr, message::kNotSupported, "Parts of a value other than its bits (%X) are");
-      return nullptr;
-    case Expr::Access::Element:
-      return typeElement(expr);
-    default:
-      return typeDereference(expr);
-  }
-}
-
 vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   auto& first = static_cast<Expr&>(*expr.leaf(0));
-  if (first.op() == Expression::Variable &&
+  if (first.kind == ExprKind::Variable &&
       parts_.names.variableNamed(TreeBuilder::source(first)) == nullptr) {
     if (NamedValue* const value = parts_.names.valueNamed(expr)) return typeValue(expr, *value);
   }
@@ -90,6 +73,12 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   }
   expr.symbol = member;
   return member->dataType();
+}
+
+vel::SymbolDataType* Expressions::typePart(Expr& expr) {
+  analyseLeaf(expr, 0);
+  say(expr, message::kNotSupported, "Parts of a value other than its bits (%X) are");
+  return nullptr;
 }
 
 vel::SymbolDataType* Expressions::typeBit(Expr& expr) {
@@ -151,7 +140,7 @@ vel::SymbolDataType* Expressions::typeDereference(Expr& expr) {
 bool Expressions::requireWritable(const Expr& target) {
   const bool instance =
       target.dataType != nullptr && target.dataType->dataType() == BasicDataType::FunctionBlock;
-  if (target.op() != Expression::Constant && target.dataType == nullptr) return true;
+  if (target.kind != ExprKind::Literal && target.dataType == nullptr) return true;
   if (isWritable(target) && !instance) return true;
   say(target, message::kNotWritable, TreeBuilder::source(target));
   return false;

@@ -54,33 +54,33 @@ BasicDataType chosenType(const Call& call) {
   return chosen;
 }
 
-Meeting meetTimes(Expression::Operator op, BasicDataType left, BasicDataType right) {
-  const bool sum = op == op::kAdd || op == op::kSubtract;
+Meeting meetTimes(ExprKind op, BasicDataType left, BasicDataType right) {
+  const bool sum = op == ExprKind::Add || op == ExprKind::Subtract;
   if (isDuration(left) && isDuration(right) && (sum || isComparison(op))) {
     const BasicDataType wider = widens(left, right) ? right : left;
     return {Kind::Durations, wider, wider};
   }
-  if (isDuration(left) && isNumber(right) && (op == op::kMultiply || op == op::kDivide)) {
+  if (isDuration(left) && isNumber(right) && (op == ExprKind::Multiply || op == ExprKind::Divide)) {
     return {Kind::Scale, left, left};
   }
-  if (isNumber(left) && isDuration(right) && op == op::kMultiply) {
+  if (isNumber(left) && isDuration(right) && op == ExprKind::Multiply) {
     return {Kind::Scale, right, right};
   }
   const bool clock = left == BasicDataType::TimeOfDay || left == BasicDataType::DateAndTime;
   if (clock && isDuration(right) && sum) return {Kind::Shift, left, left};
-  if (isPointInTime(left) && left == right && op == op::kSubtract) {
+  if (isPointInTime(left) && left == right && op == ExprKind::Subtract) {
     return {Kind::Difference, left, BasicDataType::Time};
   }
   return {};
 }
 
-Meeting meetPointers(Expression::Operator op, BasicDataType left, BasicDataType right) {
+Meeting meetPointers(ExprKind op, BasicDataType left, BasicDataType right) {
   constexpr BasicDataType kPointer = BasicDataType::Pointer;
   const bool two = left == kPointer && right == kPointer;
   if (!two && !isInteger(left == kPointer ? right : left)) return {};
   if (isComparison(op)) return {Kind::Pointers, kPointer, BasicDataType::Bool};
-  if (two && op == op::kSubtract) return {Kind::Distance, kPointer, BasicDataType::DInt};
-  const bool step = op == op::kAdd || (op == op::kSubtract && left == kPointer);
+  if (two && op == ExprKind::Subtract) return {Kind::Distance, kPointer, BasicDataType::DInt};
+  const bool step = op == ExprKind::Add || (op == ExprKind::Subtract && left == kPointer);
   return step && !two ? Meeting{Kind::Step, kPointer, kPointer} : Meeting{};
 }
 
@@ -104,7 +104,8 @@ BasicDataType likelyType(const ASTNode& value, int depth) {
   const BasicDataType known = knownType(value);
   if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;
   const auto& expr = static_cast<const Expr&>(value);
-  if (expr.op() != op::kWrapper && !isArithmetic(expr.op()) && expr.op() < op::kAnd) return known;
+  if (expr.kind != ExprKind::Call && !isArithmetic(expr.kind) && !isLogical(expr.kind))
+    return known;
   // A chain so long that has no type has none in its first operands either.
   if (depth > kMaxNesting) return BasicDataType::None;
   const BasicDataType first = likelyType(*expr.leaf(0), depth + 1);
@@ -119,63 +120,84 @@ BasicDataType likelyType(const ASTNode& value) { return likelyType(value, 0); }
 const Literal* literalOf(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return nullptr;
   const auto& expr = static_cast<const Expr&>(node);
-  return expr.op() == Expression::Constant ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
+  return expr.kind == ExprKind::Literal ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
 }
 
-bool isComparison(Expression::Operator op) { return op >= op::kLess && op <= op::kNotEqual; }
-bool isArithmetic(Expression::Operator op) { return op >= op::kPower && op <= op::kSubtract; }
+namespace {
 
-const char* operatorText(Expression::Operator op) {
-  switch (static_cast<int>(op)) {
-    case op::kNegate:
-    case op::kSubtract:
-      return "-";
-    case op::kNot:
-      return "NOT";
-    case op::kPower:
-      return "**";
-    case op::kMultiply:
-      return "*";
-    case op::kDivide:
-      return "/";
-    case op::kModulo:
-      return "MOD";
-    case op::kAdd:
-      return "+";
-    case op::kLess:
-      return "<";
-    case op::kGreater:
-      return ">";
-    case op::kLessEqual:
-      return "<=";
-    case op::kGreaterEqual:
-      return ">=";
-    case op::kEqual:
-      return "=";
-    case op::kNotEqual:
-      return "<>";
-    case op::kAnd:
-      return "AND";
-    case op::kXor:
-      return "XOR";
-    case op::kOr:
-      return "OR";
-    case op::kAndThen:
-      return "AND_THEN";
-    case op::kOrElse:
-      return "OR_ELSE";
-    default:
-      return "";
+struct OperatorText {
+  const char* source = "";
+  const char* c = "";
+};
+
+// Of an operator; both are empty for every other kind.
+OperatorText textOf(ExprKind kind) {
+  switch (kind) {
+    case ExprKind::Negate:
+    case ExprKind::Subtract:
+      return {"-", "-"};
+    case ExprKind::Not:
+      return {"NOT", "!"};
+    case ExprKind::Power:
+      return {"**", ""};  // a function of the runtime
+    case ExprKind::Multiply:
+      return {"*", "*"};
+    case ExprKind::Divide:
+      return {"/", "/"};
+    case ExprKind::Modulo:
+      return {"MOD", "%"};
+    case ExprKind::Add:
+      return {"+", "+"};
+    case ExprKind::Less:
+      return {"<", "<"};
+    case ExprKind::Greater:
+      return {">", ">"};
+    case ExprKind::LessEqual:
+      return {"<=", "<="};
+    case ExprKind::GreaterEqual:
+      return {">=", ">="};
+    case ExprKind::Equal:
+      return {"=", "=="};
+    case ExprKind::NotEqual:
+      return {"<>", "!="};
+    case ExprKind::And:
+      return {"AND", "&"};
+    case ExprKind::Xor:
+      return {"XOR", "^"};
+    case ExprKind::Or:
+      return {"OR", "|"};
+    case ExprKind::AndThen:
+      return {"AND_THEN", "&&"};
+    case ExprKind::OrElse:
+      return {"OR_ELSE", "||"};
+    case ExprKind::Literal:
+    case ExprKind::Variable:
+    case ExprKind::Member:
+    case ExprKind::Bit:
+    case ExprKind::Element:
+    case ExprKind::Dereference:
+    case ExprKind::Part:
+    case ExprKind::Call:
+    case ExprKind::ArrayValue:
+    case ExprKind::Repeat:
+    case ExprKind::StructValue:
+      break;
   }
+  return {};
 }
+
+}  // namespace
+
+const char* sourceOperator(ExprKind kind) { return textOf(kind).source; }
+const char* cOperator(ExprKind kind) { return textOf(kind).c; }
 
 Meeting meet(const Expr& binary) {
-  const Expression::Operator op = binary.op();
+  const ExprKind op = binary.kind;
   const ASTNode& leftNode = *binary.leaf(0);
   const ASTNode& rightNode = *binary.leaf(1);
   BasicDataType left = typeOf(leftNode);
   BasicDataType right = typeOf(rightNode);
-  const bool stopsEarly = op == op::kAndThen || op == op::kOrElse;
+  const bool stopsEarly = op == ExprKind::AndThen || op == ExprKind::OrElse;
   if (stopsEarly && !(canBeTruth(left) && canBeTruth(right))) return {};
   const auto result = [op](Kind kind, BasicDataType operands) {
     return Meeting{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
@@ -196,13 +218,13 @@ Meeting meet(const Expr& binary) {
     left = leftBeside;
     const BasicDataType common = commonNumber(left, right);
     if (isComparison(op)) return result(Kind::Number, common);
-    if (op == op::kPower) {
+    if (op == ExprKind::Power) {
       const BasicDataType power =
           left == BasicDataType::Real ? BasicDataType::Real : BasicDataType::LReal;
       return result(Kind::Number, power);
     }
     if (isArithmetic(op)) {
-      return op == op::kModulo && isFloat(common) ? Meeting{} : result(Kind::Number, common);
+      return op == ExprKind::Modulo && isFloat(common) ? Meeting{} : result(Kind::Number, common);
     }
     return isFloat(common) ? Meeting{} : result(Kind::Bits, common);
   }

@@ -75,8 +75,8 @@ void Calls::requireValue(const Call& call, const Type* type) {
 // A refused call, or a place without a type: what is wrong with it has been said, maybe where
 // it stood before.
 bool Calls::isInError(const Expr& expr) const {
-  if (expr.op() == op::kWrapper) return !static_cast<const Call&>(*expr.leaf(0)).accepted;
-  const bool place = expr.op() == Expression::Variable || expr.op() == Expression::Typed;
+  if (expr.kind == ExprKind::Call) return !static_cast<const Call&>(*expr.leaf(0)).accepted;
+  const bool place = expr.kind == ExprKind::Variable || isAccess(expr.kind);
   return place && expr.dataType == nullptr && hasErrorFrom(0);
 }
 
@@ -94,7 +94,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
     if (leavesNameToOperator(call, i)) continue;
     const Expr& operand = parts_.expressions.analyseLeaf(*list, i);
     known = known && !isInError(operand);
-    if (operand.op() != Expression::Typed || operand.dataType == nullptr) continue;
+    if (!isAccess(operand.kind) || operand.dataType == nullptr) continue;
     services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
                                 operand.dataType);
   }
@@ -147,7 +147,7 @@ vel::SymbolDataType* Calls::callReference(Call& call) {
   }
   const Expr& operand = parts_.expressions.analyseLeaf(*list, 0);
   if (operand.dataType == nullptr) return nullptr;
-  if (operand.access == Expr::Access::Bit || !isWritable(operand)) {
+  if (operand.kind == ExprKind::Bit || !isWritable(operand)) {
     say(operand, message::kNoAddress, TreeBuilder::source(operand));
     return nullptr;
   }
@@ -234,7 +234,7 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
   }
   const auto& expr = static_cast<const Expr&>(*operand);
   const std::string_view name = TreeBuilder::source(expr);
-  return expr.op() == Expression::Variable && parts_.names.variableNamed(name) == nullptr &&
+  return expr.kind == ExprKind::Variable && parts_.names.variableNamed(name) == nullptr &&
          !parts_.names.isAddress(name);
 }
 
@@ -293,7 +293,7 @@ vel::SymbolDataType* Calls::callFunction(Call& call, UnitSymbol& function) {
 
 // The name of an instance is an access like any other that gives one.
 Expr* Calls::nameOfInstance(const Call& call) {
-  Expr* const access = tree_.make<Expr>(Expression::Variable);
+  Expr* const access = tree_.make<Expr>(ExprKind::Variable);
   TreeBuilder::setSpan(*access, call.leaf(0)->pos(), TreeBuilder::source(*call.leaf(0)));
   return access;
 }
@@ -388,14 +388,14 @@ void Calls::requirePassable(const Binding& binding) {
   if (value.dataType == nullptr || wanted == nullptr) return;
   vel::HeapAddress address;
   const auto* const variable = asVariable(value.symbol);
-  bool passable = value.op() == Expression::Variable || value.op() == Expression::Typed;
+  bool passable = value.kind == ExprKind::Variable || isAccess(value.kind);
   if (variable != nullptr) {
     passable = passable && !variable->constant && !variable->iecAddress().isBitMode();
-  } else if (value.op() == Expression::Variable) {
+  } else if (value.kind == ExprKind::Variable) {
     passable = services_.memory.parse(TreeBuilder::source(value), address) && !address.isBitMode();
   } else {
     // An element or what a pointer points to; a bit has no address.
-    passable = passable && value.access != Expr::Access::Bit && value.access != Expr::Access::None;
+    passable = passable && value.kind != ExprKind::Bit;
   }
   if (!passable || !sameType(*value.dataType, *wanted)) {
     say(value, message::kNotPassable, TreeBuilder::source(value), binding.parameter->name(),

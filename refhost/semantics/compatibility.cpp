@@ -23,8 +23,8 @@ bool isAdrCall(const vel::ASTNode& source) {
   }
   if (source.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(source);
-  if (expr.op() == op::kWrapper) return isAdrCall(*expr.leaf(0));
-  const bool step = expr.op() == op::kAdd || expr.op() == op::kSubtract;
+  if (expr.kind == ExprKind::Call) return isAdrCall(*expr.leaf(0));
+  const bool step = expr.kind == ExprKind::Add || expr.kind == ExprKind::Subtract;
   return step && (isAdrCall(*expr.leaf(0)) || isAdrCall(*expr.leaf(1)));
 }
 

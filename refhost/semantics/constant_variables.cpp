@@ -40,7 +40,7 @@ std::vector<VarSymbol*> ConstantVariables::neededBy(const VarSymbol& constant) {
     std::string_view name;
     if (node.type() == vel::ASTType::Expression) {
       const auto& expr = static_cast<const Expr&>(node);
-      if (expr.op() == Expression::Variable) name = TreeBuilder::source(expr);
+      if (expr.kind == ExprKind::Variable) name = TreeBuilder::source(expr);
     } else if (kindOf(node) == NodeKind::Invocation) {
       // `N(0)`, a repetition in an initial value, reads like a call.
       name = TreeBuilder::source(*node.leaf(0));

@@ -21,55 +21,34 @@ std::optional<TypedConstant> literalConstant(const LiteralValue& literal) {
 }
 
 // Without the width of a type; nothing where LINT does not hold the result.
-Number compute(Expression::Operator op, std::int64_t a, std::int64_t b) {
+Number compute(ExprKind op, std::int64_t a, std::int64_t b) {
   std::int64_t result = 0;
-  switch (static_cast<int>(op)) {
-    case op::kAdd:
-      return __builtin_add_overflow(a, b, &result) ? Number() : result;
-    case op::kSubtract:
-      return __builtin_sub_overflow(a, b, &result) ? Number() : result;
-    case op::kMultiply:
-      return __builtin_mul_overflow(a, b, &result) ? Number() : result;
-    case op::kDivide:
-      return b == 0 || (a == kLowest && b == -1) ? Number() : a / b;
-    case op::kModulo:
-      return b == 0 || (a == kLowest && b == -1) ? Number() : a % b;
-    default:
-      return {};
-  }
+  if (op == ExprKind::Add) return __builtin_add_overflow(a, b, &result) ? Number() : result;
+  if (op == ExprKind::Subtract) return __builtin_sub_overflow(a, b, &result) ? Number() : result;
+  if (op == ExprKind::Multiply) return __builtin_mul_overflow(a, b, &result) ? Number() : result;
+  if (b == 0 || (a == kLowest && b == -1)) return {};
+  if (op == ExprKind::Divide) return a / b;
+  if (op == ExprKind::Modulo) return a % b;
+  return {};
 }
 
 // In `type`, to which both have been taken. What divides by -1 wraps like the runtime's
 // functions.
-std::optional<std::uint64_t> computeIn(BasicDataType type, Expression::Operator op, std::uint64_t a,
+std::optional<std::uint64_t> computeIn(BasicDataType type, ExprKind op, std::uint64_t a,
                                        std::uint64_t b) {
   const auto left = static_cast<std::int64_t>(a);
   const auto right = static_cast<std::int64_t>(b);
-  const bool asSigned = isSigned(type);
-  switch (static_cast<int>(op)) {
-    case op::kAdd:
-      return a + b;
-    case op::kSubtract:
-      return a - b;
-    case op::kMultiply:
-      return a * b;
-    case op::kDivide:
-      if (b == 0) return {};
-      if (asSigned && right == -1) return 0 - a;
-      return asSigned ? static_cast<std::uint64_t>(left / right) : a / b;
-    case op::kModulo:
-      if (b == 0) return {};
-      if (asSigned && right == -1) return 0;
-      return asSigned ? static_cast<std::uint64_t>(left % right) : a % b;
-    case op::kAnd:
-      return a & b;
-    case op::kOr:
-      return a | b;
-    case op::kXor:
-      return a ^ b;
-    default:
-      return {};
-  }
+  if (op == ExprKind::Add) return a + b;
+  if (op == ExprKind::Subtract) return a - b;
+  if (op == ExprKind::Multiply) return a * b;
+  if (op == ExprKind::And) return a & b;
+  if (op == ExprKind::Or) return a | b;
+  if (op == ExprKind::Xor) return a ^ b;
+  const bool divides = op == ExprKind::Divide;
+  if (b == 0 || (!divides && op != ExprKind::Modulo)) return {};
+  if (!isSigned(type)) return divides ? a / b : a % b;
+  if (right == -1) return divides ? 0 - a : 0;
+  return static_cast<std::uint64_t>(divides ? left / right : left % right);
 }
 
 // `wanted` where it holds the value, else the smallest signed type that does.
@@ -105,9 +84,10 @@ std::optional<std::int64_t> untypedNumber(const ASTNode& expression) {
 std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result) {
   const auto operand = constantOf(*expr.leaf(0));
   if (!operand || !isInteger(result)) return {};
-  if (expr.op() == op::kNot) return TypedConstant(~operand->bits(), result);
+  if (expr.kind == ExprKind::Not) return TypedConstant(~operand->bits(), result);
   if (operand->isUntyped()) {
-    const Number number = compute(op::kSubtract, 0, static_cast<std::int64_t>(operand->bits()));
+    const Number number =
+        compute(ExprKind::Subtract, 0, static_cast<std::int64_t>(operand->bits()));
     if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, result));
   }
   return TypedConstant(0 - operand->bits(), result);
@@ -122,12 +102,12 @@ std::optional<TypedConstant> foldBinary(const Expr& expr, const Meeting& meeting
   const auto right = left ? constantOf(*expr.leaf(1)) : std::nullopt;
   if (!right) return {};
   if (left->isUntyped() && right->isUntyped()) {
-    const Number number = compute(expr.op(), static_cast<std::int64_t>(left->bits()),
+    const Number number = compute(expr.kind, static_cast<std::int64_t>(left->bits()),
                                   static_cast<std::int64_t>(right->bits()));
     if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, meeting.result));
   }
   const BasicDataType type = meeting.operands;
-  const auto bits = computeIn(type, expr.op(), TypedConstant(left->bits(), type).bits(),
+  const auto bits = computeIn(type, expr.kind, TypedConstant(left->bits(), type).bits(),
                               TypedConstant(right->bits(), type).bits());
   return bits ? std::optional(TypedConstant(*bits, meeting.result)) : std::nullopt;
 }

@@ -38,7 +38,7 @@ bool areOfTwoEnumerations(const Expr& left, const Expr& right) {
 Expr& Expressions::analyseLeaf(ASTNode& parent, int index) {
   if (becomesAddress(parent, index)) {
     const ASTNode& access = *parent.leaf(index);
-    Expr* const address = tree_.make<Expr>(Expression::Variable);
+    Expr* const address = tree_.make<Expr>(ExprKind::Variable);
     TreeBuilder::setSpan(*address, access.pos(), TreeBuilder::source(access));
     TreeBuilder::setLeaf(parent, index, address);
   }
@@ -58,51 +58,79 @@ void Expressions::analyse(Expr& expr) {
 // found.
 bool Expressions::becomesAddress(ASTNode& parent, int index) {
   const auto& expr = static_cast<const Expr&>(*parent.leaf(index));
-  if (expr.access != Expr::Access::Bit || expr.analysed) return false;
+  if (expr.kind != ExprKind::Bit || expr.analysed) return false;
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   vel::HeapAddress address;
-  return base.op() == Expression::Variable && services_.usesDeviceLetters() &&
+  return base.kind == ExprKind::Variable && services_.usesDeviceLetters() &&
          parts_.names.variableNamed(TreeBuilder::source(base)) == nullptr &&
          services_.memory.parse(TreeBuilder::source(expr), address);
 }
 
 vel::SymbolDataType* Expressions::typeExpression(Expr& expr) {
-  switch (static_cast<int>(expr.op())) {
-    case Expression::Constant:
+  switch (expr.kind) {
+    case ExprKind::Literal:
       return services_.symbols.dataType(literalOf(expr)->value.typeName);
-    case Expression::Variable:
+    case ExprKind::Variable:
       return typeVariable(expr);
-    case Expression::Typed:
-      return typeAccess(expr);
-    case op::kWrapper: {
-      auto& call = static_cast<Call&>(*expr.leaf(0));
-      Type* const type = parts_.calls.analyseCall(call);
-      parts_.calls.requireValue(call, type);
-      return type;
-    }
-    case op::kNegate:
-    case op::kNot:
+    case ExprKind::Member:
+      return typeMember(expr);
+    case ExprKind::Bit:
+      return typeBit(expr);
+    case ExprKind::Element:
+      return typeElement(expr);
+    case ExprKind::Dereference:
+      return typeDereference(expr);
+    case ExprKind::Part:
+      return typePart(expr);
+    case ExprKind::Call:
+      return typeCall(expr);
+    case ExprKind::Negate:
+    case ExprKind::Not:
       return typeUnary(expr);
-    case op::kArrayValue:
-    case op::kRepeat:
-    case op::kStructValue:
-      return nullptr;
-    default:
+    case ExprKind::Power:
+    case ExprKind::Multiply:
+    case ExprKind::Divide:
+    case ExprKind::Modulo:
+    case ExprKind::Add:
+    case ExprKind::Subtract:
+    case ExprKind::Less:
+    case ExprKind::Greater:
+    case ExprKind::LessEqual:
+    case ExprKind::GreaterEqual:
+    case ExprKind::Equal:
+    case ExprKind::NotEqual:
+    case ExprKind::And:
+    case ExprKind::Xor:
+    case ExprKind::Or:
+    case ExprKind::AndThen:
+    case ExprKind::OrElse:
       return typeBinary(expr);
+    case ExprKind::ArrayValue:
+    case ExprKind::Repeat:
+    case ExprKind::StructValue:
+      break;
   }
+  return nullptr;
+}
+
+vel::SymbolDataType* Expressions::typeCall(Expr& expr) {
+  auto& call = static_cast<Call&>(*expr.leaf(0));
+  Type* const type = parts_.calls.analyseCall(call);
+  parts_.calls.requireValue(call, type);
+  return type;
 }
 
 vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
   const Expr& operand = analyseLeaf(expr, 0);
   const BasicDataType type = typeOf(operand);
   if (type == BasicDataType::None) return nullptr;
-  const bool fits = expr.op() == op::kNot ? type == BasicDataType::Bool || isInteger(type)
-                                          : isNumber(type) || isDuration(type);
+  const bool fits = expr.kind == ExprKind::Not ? type == BasicDataType::Bool || isInteger(type)
+                                               : isNumber(type) || isDuration(type);
   if (!fits) {
-    say(operand, message::kOperandType, operatorText(expr.op()), displayName(operand.dataType));
+    say(operand, message::kOperandType, sourceOperator(expr.kind), displayName(operand.dataType));
     return nullptr;
   }
-  const bool keeps = expr.op() == op::kNot || negated(type) == type;
+  const bool keeps = expr.kind == ExprKind::Not || negated(type) == type;
   keepConstant(expr, foldUnary(expr, keeps ? type : negated(type)));
   if (keeps && operand.dataType != nullptr) return computedType(operand.dataType);
   return services_.symbols.elementary(keeps ? type : negated(type));
@@ -128,7 +156,7 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   const Expr& right = analyseLeaf(expr, 1);
   const Meeting meeting = meet(expr);
   if (meeting.kind == Meeting::Kind::Invalid || areOfTwoEnumerations(left, right)) {
-    say(expr, message::kOperandTypes, operatorText(expr.op()), displayName(left.dataType),
+    say(expr, message::kOperandTypes, sourceOperator(expr.kind), displayName(left.dataType),
         displayName(right.dataType));
     return nullptr;
   }

@@ -24,6 +24,7 @@ class Expressions : public Part {
   // expressions.cpp
   bool becomesAddress(ASTNode& parent, int index);
   Type* typeExpression(Expr& expr);
+  Type* typeCall(Expr& expr);
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
   void analyseChain(Expr& whole);
@@ -32,8 +33,8 @@ class Expressions : public Part {
   // accesses.cpp
   Type* typeValue(Expr& expr, NamedValue& value);
   Type* typeVariable(Expr& expr);
-  Type* typeAccess(Expr& expr);
   Type* typeMember(Expr& expr);
+  Type* typePart(Expr& expr);
   Type* typeBit(Expr& expr);
   Type* typeElement(Expr& expr);
   Type* typeDereference(Expr& expr);

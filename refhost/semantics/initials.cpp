@@ -10,16 +10,13 @@ using vel::TreeBuilder;
 
 void Initials::analyseInitial(const Type* to, ASTNode& parent, int index) {
   auto& given = static_cast<Expr&>(*parent.leaf(index));
-  switch (static_cast<int>(given.op())) {
-    case op::kArrayValue:
-    case op::kRepeat:
-      analyseArrayValue(to, given);
-      return;
-    case op::kStructValue:
-      analyseStructValue(to, given);
-      return;
-    default:
-      break;
+  if (given.kind == ExprKind::ArrayValue || given.kind == ExprKind::Repeat) {
+    analyseArrayValue(to, given);
+    return;
+  }
+  if (given.kind == ExprKind::StructValue) {
+    analyseStructValue(to, given);
+    return;
   }
   const Expr& value = parts_.expressions.analyseLeaf(parent, index);
   if (to != nullptr && to->dataType() == BasicDataType::FunctionBlock) {
@@ -37,8 +34,8 @@ void Initials::analyseArrayValue(const Type* to, Expr& value) {
     }
     return;
   }
-  const std::int64_t count =
-      value.op() == op::kRepeat ? countRepeated(*array, value) : countElements(*array, value, 0);
+  const std::int64_t count = value.kind == ExprKind::Repeat ? countRepeated(*array, value)
+                                                            : countElements(*array, value, 0);
   if (count > array->count()) {
     say(value, message::kTooManyValues, std::to_string(array->count()));
   }
@@ -51,9 +48,9 @@ std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int fir
   for (int i = first; i < list.leavesCount(); ++i) {
     repeatByName(list, i);
     auto& item = static_cast<Expr&>(*list.leaf(i));
-    if (item.op() == op::kRepeat) {
+    if (item.kind == ExprKind::Repeat) {
       count += countRepeated(array, item);
-    } else if (item.op() == op::kArrayValue && isRow(array, item)) {
+    } else if (item.kind == ExprKind::ArrayValue && isRow(array, item)) {
       count += countElements(array, item, 0);
     } else {
       analyseInitial(array.element, list, i);
@@ -75,16 +72,16 @@ std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
 // `N(0)` reads like a call until N is found to be a constant.
 void Initials::repeatByName(Expr& list, int index) {
   auto& item = static_cast<Expr&>(*list.leaf(index));
-  if (item.op() != op::kWrapper) return;
+  if (item.kind != ExprKind::Call) return;
   const ASTNode& call = *item.leaf(0);
   const std::string_view name = TreeBuilder::source(*call.leaf(0));
   const VarSymbol* const variable = parts_.names.variableNamed(name);
   if (variable == nullptr || !variable->constant) return;
-  Expr* const count = tree_.make<Expr>(Expression::Variable);
+  Expr* const count = tree_.make<Expr>(ExprKind::Variable);
   TreeBuilder::setSpan(*count, call.leaf(0)->pos(), name);
   std::vector<ASTNode*> leaves{count};
   for (int i = 0; i < call.leaf(1)->leavesCount(); ++i) leaves.push_back(call.leaf(1)->leaf(i));
-  Expr* const repeat = tree_.make<Expr>(op::kRepeat);
+  Expr* const repeat = tree_.make<Expr>(ExprKind::Repeat);
   TreeBuilder::setSpan(*repeat, item.pos(), TreeBuilder::source(item));
   tree_.setLeaves(*repeat, leaves);
   TreeBuilder::setLeaf(list, index, repeat);

@@ -22,7 +22,7 @@ int textLength(const ASTNode& text) {
     return static_cast<int>(literal->value.text.size());
   }
   const auto& expr = static_cast<const Expr&>(text);
-  if (expr.op() == op::kWrapper) {
+  if (expr.kind == ExprKind::Call) {
     const auto& call = static_cast<const Call&>(*expr.leaf(0));
     const bool passesOn =
         call.op != nullptr &&
@@ -80,7 +80,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
   const StandardFunction& function = *call.standard;
   const ASTNode& list = *call.leaf(1);
   const int count = list.leavesCount();
-  const auto join = [&](Expression::Operator op, ASTNode* left, ASTNode* right) {
+  const auto join = [&](ExprKind op, ASTNode* left, ASTNode* right) {
     Expr* const expr = tree_.makeBinary(op, left, right);
     TreeBuilder::setSpan(*expr, call.pos(), TreeBuilder::source(call));
     return expr;
@@ -97,7 +97,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
       return nullptr;
     }
     Expr* const pair = join(function.operation, list.leaf(i - 1), list.leaf(i));
-    whole = i == 1 ? pair : join(op::kAnd, whole, pair);
+    whole = i == 1 ? pair : join(ExprKind::And, whole, pair);
   }
   call.operation = whole;
   parts_.expressions.analyse(*whole);

@@ -104,28 +104,23 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
 // What a pointer points to is writable, whatever the pointer is.
 bool isWritable(const Expr& place) {
   const auto* const variable = asVariable(place.symbol);
-  const auto base = [&place] { return static_cast<const Expr*>(place.leaf(0)); };
-  switch (place.access) {
-    case Expr::Access::None:
-      if (place.op() != Expression::Variable) return false;
-      // An address has no symbol.
-      return place.symbol == nullptr || (variable != nullptr && !variable->constant);
-    case Expr::Access::Member:
-      return variable != nullptr &&
-             (variable->role == Role::Member ? isWritable(*base()) : variable->role == Role::Input);
-    case Expr::Access::Element:
-      return valueType(base()->dataType) == BasicDataType::Pointer || isWritable(*base());
-    case Expr::Access::Bit:
-    case Expr::Access::Part:
-      return isWritable(*base());
-    case Expr::Access::Dereference:
-      return true;
+  if (place.kind == ExprKind::Variable) {
+    // An address has no symbol.
+    return place.symbol == nullptr || (variable != nullptr && !variable->constant);
   }
-  return false;
+  if (!isAccess(place.kind)) return false;
+  const auto& base = static_cast<const Expr&>(*place.leaf(0));
+  if (place.kind == ExprKind::Dereference) return true;
+  if (place.kind == ExprKind::Element && valueType(base.dataType) == BasicDataType::Pointer) {
+    return true;
+  }
+  if (place.kind != ExprKind::Member) return isWritable(base);
+  return variable != nullptr &&
+         (variable->role == Role::Member ? isWritable(base) : variable->role == Role::Input);
 }
 
 bool isRow(const ArrayType& array, const Expr& item) {
-  return array.bounds.size() > 1 && item.op() == op::kArrayValue &&
+  return array.bounds.size() > 1 && item.kind == ExprKind::ArrayValue &&
          dynamic_cast<const ArrayType*>(array.element) == nullptr;
 }
 

@@ -11,31 +11,31 @@ namespace {
 
 using Kind = StandardFunction::Kind;
 
-constexpr auto kNone = Expression::Constant;
+constexpr auto kNone = ExprKind::Literal;
 
 // clang-format off
 constexpr StandardFunction kFunctions[] = {
-    {"ADD", Kind::Operation,  op::kAdd,          {"IN1", "IN2"}, true},
-    {"SUB", Kind::Operation,  op::kSubtract,     {"IN1", "IN2"}, false},
-    {"MUL", Kind::Operation,  op::kMultiply,     {"IN1", "IN2"}, true},
-    {"DIV", Kind::Operation,  op::kDivide,       {"IN1", "IN2"}, false},
-    {"MOD", Kind::Operation,  op::kModulo,       {"IN1", "IN2"}, false},
-    {"AND", Kind::Operation,  op::kAnd,          {"IN1", "IN2"}, true},
-    {"OR",  Kind::Operation,  op::kOr,           {"IN1", "IN2"}, true},
-    {"XOR", Kind::Operation,  op::kXor,          {"IN1", "IN2"}, true},
-    {"GT",  Kind::Comparison, op::kGreater,      {"IN1", "IN2"}, true},
-    {"GE",  Kind::Comparison, op::kGreaterEqual, {"IN1", "IN2"}, true},
-    {"EQ",  Kind::Comparison, op::kEqual,        {"IN1", "IN2"}, true},
-    {"LE",  Kind::Comparison, op::kLessEqual,    {"IN1", "IN2"}, true},
-    {"LT",  Kind::Comparison, op::kLess,         {"IN1", "IN2"}, true},
-    {"NE",  Kind::Comparison, op::kNotEqual,     {"IN1", "IN2"}, false},
+    {"ADD", Kind::Operation,  ExprKind::Add,          {"IN1", "IN2"}, true},
+    {"SUB", Kind::Operation,  ExprKind::Subtract,     {"IN1", "IN2"}, false},
+    {"MUL", Kind::Operation,  ExprKind::Multiply,     {"IN1", "IN2"}, true},
+    {"DIV", Kind::Operation,  ExprKind::Divide,       {"IN1", "IN2"}, false},
+    {"MOD", Kind::Operation,  ExprKind::Modulo,       {"IN1", "IN2"}, false},
+    {"AND", Kind::Operation,  ExprKind::And,          {"IN1", "IN2"}, true},
+    {"OR",  Kind::Operation,  ExprKind::Or,           {"IN1", "IN2"}, true},
+    {"XOR", Kind::Operation,  ExprKind::Xor,          {"IN1", "IN2"}, true},
+    {"GT",  Kind::Comparison, ExprKind::Greater,      {"IN1", "IN2"}, true},
+    {"GE",  Kind::Comparison, ExprKind::GreaterEqual, {"IN1", "IN2"}, true},
+    {"EQ",  Kind::Comparison, ExprKind::Equal,        {"IN1", "IN2"}, true},
+    {"LE",  Kind::Comparison, ExprKind::LessEqual,    {"IN1", "IN2"}, true},
+    {"LT",  Kind::Comparison, ExprKind::Less,         {"IN1", "IN2"}, true},
+    {"NE",  Kind::Comparison, ExprKind::NotEqual,     {"IN1", "IN2"}, false},
 
-    {"MUL_TIME",  Kind::Operation, op::kMultiply, {"IN1", "IN2"}, false},
-    {"MUL_LTIME", Kind::Operation, op::kMultiply, {"IN1", "IN2"}, false},
-    {"MULTIME",   Kind::Operation, op::kMultiply, {"IN1", "IN2"}, false},
-    {"DIV_TIME",  Kind::Operation, op::kDivide,   {"IN1", "IN2"}, false},
-    {"DIV_LTIME", Kind::Operation, op::kDivide,   {"IN1", "IN2"}, false},
-    {"DIVTIME",   Kind::Operation, op::kDivide,   {"IN1", "IN2"}, false},
+    {"MUL_TIME",  Kind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
+    {"MUL_LTIME", Kind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
+    {"MULTIME",   Kind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
+    {"DIV_TIME",  Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
+    {"DIV_LTIME", Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
+    {"DIVTIME",   Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
     {"TIME",      Kind::Clock,     kNone,         {},             false},
 
     {"LEN",     Kind::Count, kNone, {"IN"},                   false, "length"},

@@ -22,7 +22,7 @@ struct StandardFunction {
 
   std::string_view name;
   Kind kind;
-  Expression::Operator operation;  // of an Operation or a Comparison
+  ExprKind operation;  // of an Operation or a Comparison
   // Names of the inputs. Of the runtime's functions, those that begin with IN are texts
   // and the others integers.
   std::array<std::string_view, 4> formals;

@@ -501,23 +501,23 @@ step:
 
 expression:
   operand
-| expression OR expression             { $$ = make.binary(op::kOr, @$, $1, $3); }
-| expression OR_ELSE expression        { $$ = make.binary(op::kOrElse, @$, $1, $3); }
-| expression XOR expression            { $$ = make.binary(op::kXor, @$, $1, $3); }
-| expression AND expression            { $$ = make.binary(op::kAnd, @$, $1, $3); }
-| expression AND_THEN expression       { $$ = make.binary(op::kAndThen, @$, $1, $3); }
-| expression '=' expression            { $$ = make.binary(op::kEqual, @$, $1, $3); }
-| expression NOT_EQUAL expression      { $$ = make.binary(op::kNotEqual, @$, $1, $3); }
-| expression '<' expression            { $$ = make.binary(op::kLess, @$, $1, $3); }
-| expression '>' expression            { $$ = make.binary(op::kGreater, @$, $1, $3); }
-| expression LESS_EQUAL expression     { $$ = make.binary(op::kLessEqual, @$, $1, $3); }
-| expression GREATER_EQUAL expression  { $$ = make.binary(op::kGreaterEqual, @$, $1, $3); }
-| expression '+' expression            { $$ = make.binary(op::kAdd, @$, $1, $3); }
-| expression '-' expression            { $$ = make.binary(op::kSubtract, @$, $1, $3); }
-| expression '*' expression            { $$ = make.binary(op::kMultiply, @$, $1, $3); }
-| expression '/' expression            { $$ = make.binary(op::kDivide, @$, $1, $3); }
-| expression MOD expression            { $$ = make.binary(op::kModulo, @$, $1, $3); }
-| expression POWER expression          { $$ = make.binary(op::kPower, @$, $1, $3); }
+| expression OR expression             { $$ = make.binary(ExprKind::Or, @$, $1, $3); }
+| expression OR_ELSE expression        { $$ = make.binary(ExprKind::OrElse, @$, $1, $3); }
+| expression XOR expression            { $$ = make.binary(ExprKind::Xor, @$, $1, $3); }
+| expression AND expression            { $$ = make.binary(ExprKind::And, @$, $1, $3); }
+| expression AND_THEN expression       { $$ = make.binary(ExprKind::AndThen, @$, $1, $3); }
+| expression '=' expression            { $$ = make.binary(ExprKind::Equal, @$, $1, $3); }
+| expression NOT_EQUAL expression      { $$ = make.binary(ExprKind::NotEqual, @$, $1, $3); }
+| expression '<' expression            { $$ = make.binary(ExprKind::Less, @$, $1, $3); }
+| expression '>' expression            { $$ = make.binary(ExprKind::Greater, @$, $1, $3); }
+| expression LESS_EQUAL expression     { $$ = make.binary(ExprKind::LessEqual, @$, $1, $3); }
+| expression GREATER_EQUAL expression  { $$ = make.binary(ExprKind::GreaterEqual, @$, $1, $3); }
+| expression '+' expression            { $$ = make.binary(ExprKind::Add, @$, $1, $3); }
+| expression '-' expression            { $$ = make.binary(ExprKind::Subtract, @$, $1, $3); }
+| expression '*' expression            { $$ = make.binary(ExprKind::Multiply, @$, $1, $3); }
+| expression '/' expression            { $$ = make.binary(ExprKind::Divide, @$, $1, $3); }
+| expression MOD expression            { $$ = make.binary(ExprKind::Modulo, @$, $1, $3); }
+| expression POWER expression          { $$ = make.binary(ExprKind::Power, @$, $1, $3); }
 ;
 
 operand:
@@ -530,11 +530,11 @@ operand:
 signed:
   '-' number   { $$ = make.signedNumber(@$, @2); }
 | '+' number   { $$ = make.signedNumber(@$, @2); }
-| '-' atom     { $$ = make.unary(op::kNegate, @$, $2); }
+| '-' atom     { $$ = make.unary(ExprKind::Negate, @$, $2); }
 | '+' atom     { $$ = $2; }
-| '-' signed   { $$ = make.unary(op::kNegate, @$, $2); }
+| '-' signed   { $$ = make.unary(ExprKind::Negate, @$, $2); }
 | '+' signed   { $$ = $2; }
-| NOT operand  { $$ = make.unary(op::kNot, @$, $2); }
+| NOT operand  { $$ = make.unary(ExprKind::Not, @$, $2); }
 ;
 
 atom:

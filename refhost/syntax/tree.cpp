@@ -37,8 +37,8 @@ const char* Tree::intern(std::string_view text) {
   return copy;
 }
 
-Expr* Tree::makeBinary(Expression::Operator op, ASTNode* left, ASTNode* right) {
-  Expr* const expr = make<Expr>(op);
+Expr* Tree::makeBinary(ExprKind kind, ASTNode* left, ASTNode* right) {
+  Expr* const expr = make<Expr>(kind);
   setLeaves(*expr, {left, right});
   expr->chain = isBinary(*left) ? static_cast<const Expr*>(left)->chain + 1 : 1;
   return expr;

@@ -97,53 +97,75 @@ class Text final : public vel::ASTText {
   explicit Text(const char* text) : ASTText(astType(NodeKind::Text), text) {}
 };
 
-// Operators of expressions beside those that the plugin knows (Expression::Operator).
-namespace op {
-constexpr auto kWrapper = static_cast<Expression::Operator>(2);  // [Call]
-constexpr auto kNegate = static_cast<Expression::Operator>(30);  // [operand]
-constexpr auto kNot = static_cast<Expression::Operator>(31);     // [operand]
-// Binary: [left, right].
-constexpr auto kPower = static_cast<Expression::Operator>(40);
-constexpr auto kMultiply = static_cast<Expression::Operator>(41);
-constexpr auto kDivide = static_cast<Expression::Operator>(42);
-constexpr auto kModulo = static_cast<Expression::Operator>(43);
-constexpr auto kAdd = static_cast<Expression::Operator>(44);
-constexpr auto kSubtract = static_cast<Expression::Operator>(45);
-constexpr auto kLess = static_cast<Expression::Operator>(46);
-constexpr auto kGreater = static_cast<Expression::Operator>(47);
-constexpr auto kLessEqual = static_cast<Expression::Operator>(48);
-constexpr auto kGreaterEqual = static_cast<Expression::Operator>(49);
-constexpr auto kEqual = static_cast<Expression::Operator>(50);
-constexpr auto kNotEqual = static_cast<Expression::Operator>(51);
-constexpr auto kAnd = static_cast<Expression::Operator>(52);
-constexpr auto kXor = static_cast<Expression::Operator>(53);
-constexpr auto kOr = static_cast<Expression::Operator>(54);
-constexpr auto kAndThen = static_cast<Expression::Operator>(55);
-constexpr auto kOrElse = static_cast<Expression::Operator>(56);
-// Initial values of several parts, whose type is that of what they are given to.
-constexpr auto kArrayValue = static_cast<Expression::Operator>(60);   // [Expr...]
-constexpr auto kRepeat = static_cast<Expression::Operator>(61);       // [count Expr, Expr...]
-constexpr auto kStructValue = static_cast<Expression::Operator>(62);  // [Argument...]
-}  // namespace op
+// Kinds of expressions, with their leaves. Every switch that must know a new kind names them all.
+enum class ExprKind : std::uint8_t {
+  Literal,   // [Literal]
+  Variable,  // none: its text is a name or a direct address such as `%IX0.3`
+  // Accesses: keep together.
+  Member,       // [base Expr, member Text]
+  Bit,          // [base Expr], the bit in bitAccessOffset()
+  Element,      // [base Expr, subscript Expr...]
+  Dereference,  // [base Expr]
+  Part,         // [base Expr]: bytes or words of it, which are not supported
+  Call,         // [Call]
+  // Operators of one operand: [operand].
+  Negate,
+  Not,
+  // Operators of two, arithmetic ones, comparisons and logical ones, each together: [left, right].
+  Power,
+  Multiply,
+  Divide,
+  Modulo,
+  Add,
+  Subtract,
+  Less,
+  Greater,
+  LessEqual,
+  GreaterEqual,
+  Equal,
+  NotEqual,
+  And,
+  Xor,
+  Or,
+  AndThen,
+  OrElse,
+  // Initial values of several parts, whose type is that of what they are given to.
+  ArrayValue,   // [Expr...]
+  Repeat,       // [count Expr, Expr...]
+  StructValue,  // [Argument...]
+};
+
+constexpr bool isAccess(ExprKind kind) {
+  return kind >= ExprKind::Member && kind <= ExprKind::Part;
+}
+constexpr bool isArithmetic(ExprKind kind) {
+  return kind >= ExprKind::Power && kind <= ExprKind::Subtract;
+}
+constexpr bool isComparison(ExprKind kind) {
+  return kind >= ExprKind::Less && kind <= ExprKind::NotEqual;
+}
+constexpr bool isLogical(ExprKind kind) {
+  return kind >= ExprKind::And && kind <= ExprKind::OrElse;
+}
+
+// What the plugin sees of a kind: it tells three of them apart.
+constexpr ::Expression::Operator operatorOf(ExprKind kind) {
+  if (kind == ExprKind::Literal) return ::Expression::Constant;
+  if (kind == ExprKind::Variable) return ::Expression::Variable;
+  if (isAccess(kind)) return ::Expression::Typed;
+  constexpr int kCall = 2;
+  return static_cast<::Expression::Operator>(kind == ExprKind::Call ? kCall
+                                                                    : 100 + static_cast<int>(kind));
+}
 
 class TypedConstant;
 
-// Leaves by operator: Constant [Literal]; Variable none, its text is a name or a direct
-// address such as `%IX0.3`; Typed as `access` says; the others as in namespace op.
 class Expr final : public ::Expression {
  public:
-  enum class Access : std::uint8_t {
-    None,
-    Member,       // [base Expr, member Text]
-    Bit,          // [base Expr], the bit in bitAccessOffset()
-    Element,      // [base Expr, subscript Expr...]
-    Dereference,  // [base Expr]
-    Part,         // [base Expr]: bytes or words of it, which are not supported
-  };
+  explicit Expr(ExprKind expressionKind)
+      : Expression(operatorOf(expressionKind)), kind(expressionKind) {}
 
-  explicit Expr(Operator op) : Expression(op) {}
-
-  Access access = Access::None;
+  const ExprKind kind;
   bool analysed = false;
   // Of a binary operator: those on its left side that are written one behind the other, and it.
   std::uint32_t chain = 0;
@@ -291,7 +313,7 @@ class Tree {
   // A zero-terminated copy that lives as long as the tree; equal texts share one.
   const char* intern(std::string_view text);
   // A binary operator, with its place in a chain.
-  Expr* makeBinary(Expression::Operator op, ASTNode* left, ASTNode* right);
+  Expr* makeBinary(ExprKind kind, ASTNode* left, ASTNode* right);
   // Keeps a value for a Literal to refer to.
   const LiteralValue& keep(LiteralValue value);
   // Room in the arena for the leaves of one node; null for none.

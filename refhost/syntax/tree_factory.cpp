@@ -117,16 +117,14 @@ Value TreeFactory::name(Span span) {
   return link(tree_.make<Text>(tree_.intern(textOf(span))), span, nullptr, 0);
 }
 
-Value TreeFactory::expression(Expression::Operator op, Span span,
-                              std::initializer_list<Value> leaves) {
-  return finish(tree_.make<Expr>(op), span, leaves);
+Value TreeFactory::expression(ExprKind kind, Span span, std::initializer_list<Value> leaves) {
+  return finish(tree_.make<Expr>(kind), span, leaves);
 }
 
-Value TreeFactory::variable(Span span) { return expression(Expression::Variable, span, {}); }
+Value TreeFactory::variable(Span span) { return expression(ExprKind::Variable, span, {}); }
 
 Value TreeFactory::member(Span span, Value base, Span memberSpan) {
-  auto* node = tree_.make<Expr>(Expression::Typed);
-  node->access = Expr::Access::Member;
+  auto* node = tree_.make<Expr>(ExprKind::Member);
   return finish(node, span, {base, name(memberSpan)});
 }
 
@@ -139,8 +137,7 @@ Value TreeFactory::bit(Span span, Value base, Span number) {
     errors_.add(number, message::kBadLiteral, digits);
     return base;
   }
-  auto* node = tree_.make<Expr>(Expression::Typed);
-  node->access = Expr::Access::Bit;
+  auto* node = tree_.make<Expr>(ExprKind::Bit);
   vel::TreeBuilder::setBitAccessOffset(*node, bit);
   return finish(node, span, {base});
 }
@@ -150,20 +147,17 @@ Value TreeFactory::part(Span span, Value base, Span address) {
   if (equalIgnoringCase(textOf(address).substr(0, kBit.size()), kBit)) {
     return bit(span, base, {address.begin + 2, address.end});
   }
-  auto* node = tree_.make<Expr>(Expression::Typed);
-  node->access = Expr::Access::Part;
+  auto* node = tree_.make<Expr>(ExprKind::Part);
   return finish(node, span, {base});
 }
 
 Value TreeFactory::element(Span span, Value base, NodeList subscripts) {
-  auto* node = tree_.make<Expr>(Expression::Typed);
-  node->access = Expr::Access::Element;
+  auto* node = tree_.make<Expr>(ExprKind::Element);
   return finishAll(node, span, base, subscripts);
 }
 
 Value TreeFactory::dereference(Span span, Value base) {
-  auto* node = tree_.make<Expr>(Expression::Typed);
-  node->access = Expr::Access::Dereference;
+  auto* node = tree_.make<Expr>(ExprKind::Dereference);
   return finish(node, span, {base});
 }
 
@@ -193,7 +187,7 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
 
 Value TreeFactory::constant(Span span, std::string_view text) {
   auto* node = tree_.make<Literal>(literalValue(span, text));
-  return expression(Expression::Constant, span, {link(node, span, nullptr, 0)});
+  return expression(ExprKind::Literal, span, {link(node, span, nullptr, 0)});
 }
 
 Value TreeFactory::literal(Span span) {
@@ -207,21 +201,21 @@ Value TreeFactory::signedNumber(Span span, Span number) {
 }
 
 Value TreeFactory::operand(Value value) {
-  return isCall(value) ? expression(op::kWrapper, spanOf(value), {value}) : value;
+  return isCall(value) ? expression(ExprKind::Call, spanOf(value), {value}) : value;
 }
 
 Value TreeFactory::parenthesised(Span span, Value value) {
   return {value.node, higher(span, value.height)};
 }
 
-Value TreeFactory::unary(Expression::Operator op, Span span, Value value) {
-  return expression(op, span, {operand(value)});
+Value TreeFactory::unary(ExprKind kind, Span span, Value value) {
+  return expression(kind, span, {operand(value)});
 }
 
-Value TreeFactory::binary(Expression::Operator op, Span span, Value left, Value right) {
+Value TreeFactory::binary(ExprKind kind, Span span, Value left, Value right) {
   left = operand(left);
   right = operand(right);
-  Expr* const node = tree_.makeBinary(op, left.node, right.node);
+  Expr* const node = tree_.makeBinary(kind, left.node, right.node);
   vel::TreeBuilder::setSpan(*node, vel::TextLocation(file_, span.begin), textOf(span));
   if (node->chain <= kChainPiece) return {node, higher(span, std::max(left.height, right.height))};
   // What stands in a piece behind the first is no deeper than the piece is long.
@@ -300,15 +294,15 @@ void TreeFactory::typeDeclaration(Value declaration) {
 }
 
 Value TreeFactory::arrayValue(Span span, NodeList elements) {
-  return finish(tree_.make<Expr>(op::kArrayValue), span, items(elements), elements.count);
+  return finish(tree_.make<Expr>(ExprKind::ArrayValue), span, items(elements), elements.count);
 }
 
 Value TreeFactory::structValue(Span span, NodeList fields) {
-  return finish(tree_.make<Expr>(op::kStructValue), span, items(fields), fields.count);
+  return finish(tree_.make<Expr>(ExprKind::StructValue), span, items(fields), fields.count);
 }
 
 Value TreeFactory::repeat(Span span, Span count, NodeList elements) {
-  return finishAll(tree_.make<Expr>(op::kRepeat), span, literal(count), elements);
+  return finishAll(tree_.make<Expr>(ExprKind::Repeat), span, literal(count), elements);
 }
 
 // Pragmas are no tokens; the few that mean something are looked for where they count.

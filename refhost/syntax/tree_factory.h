@@ -77,8 +77,8 @@ class TreeFactory {
   Value literal(Span span);  // or a value of an enumeration, `Color#Red`
   Value signedNumber(Span span, Span number);
   Value parenthesised(Span span, Value value);  // the value, a level higher
-  Value unary(Expression::Operator op, Span span, Value value);
-  Value binary(Expression::Operator op, Span span, Value left, Value right);
+  Value unary(ExprKind kind, Span span, Value value);
+  Value binary(ExprKind kind, Span span, Value left, Value right);
   Value call(Span span, Value callee, Span parameters, NodeList arguments);
   Value callOfType(Span span, Span callee, Value type);  // `SIZEOF(STRING[9])`
   Value operand(Value value);                            // a Call under its wrapper
@@ -135,7 +135,7 @@ class TreeFactory {
   Value link(ASTNode* node, Span span, const Value* leaves, std::size_t count);
   Value finish(ASTNode* node, Span span, const Value* leaves, std::size_t count);
   Value finish(ASTNode* node, Span span, std::initializer_list<Value> leaves);
-  Value expression(Expression::Operator op, Span span, std::initializer_list<Value> leaves);
+  Value expression(ExprKind kind, Span span, std::initializer_list<Value> leaves);
   const LiteralValue& literalValue(Span span, std::string_view text);
   Value constant(Span span, std::string_view text);
   Value argument(Argument* node, Span span, Span formalName, Value actual);

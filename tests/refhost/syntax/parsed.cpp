@@ -4,6 +4,7 @@
 
 using refhost::ASTNode;
 using refhost::Expr;
+using refhost::ExprKind;
 using refhost::kindOf;
 using refhost::NodeKind;
 
@@ -54,23 +55,18 @@ std::string list(const std::string& head, const ASTNode& node) {
 }
 
 std::string showExpression(const Expr& expr) {
-  if (expr.access == Expr::Access::Bit) {
+  if (expr.kind == ExprKind::Bit) {
     return list("bit " + std::to_string(expr.bitAccessOffset()), expr);
   }
-  constexpr const char* kAccesses[] = {"", ".", "", "[]", "^"};
-  const auto access = static_cast<std::size_t>(expr.access);
-  if (expr.access != Expr::Access::None) return list(kAccesses[access], expr);
-  if (expr.op() == Expression::Constant) return sourceOf(*expr.leaf(0));
-  if (expr.op() == Expression::Variable) return sourceOf(expr);
-  if (expr.op() == refhost::op::kWrapper) return "{" + leaves(expr) + "}";
-  constexpr const char* kUnary[] = {"neg", "not"};
-  constexpr const char* kBinary[] = {"**",  "*",   "/",  "mod",      "+",      "-",
-                                     "<",   ">",   "<=", ">=",       "=",      "<>",
-                                     "and", "xor", "or", "and_then", "or_else"};
-  constexpr const char* kValues[] = {"array", "repeat", "struct"};
-  const int number = expr.op();
-  if (number >= 60) return list(kValues[number - 60], expr);
-  return list(number < 40 ? kUnary[number - 30] : kBinary[number - 40], expr);
+  if (expr.kind == ExprKind::Literal) return sourceOf(*expr.leaf(0));
+  if (expr.kind == ExprKind::Variable) return sourceOf(expr);
+  if (expr.kind == ExprKind::Call) return "{" + leaves(expr) + "}";
+  constexpr const char* kNames[] = {"",     "",         ".",       "bit",   "[]",     "^",
+                                    "part", "",         "neg",     "not",   "**",     "*",
+                                    "/",    "mod",      "+",       "-",     "<",      ">",
+                                    "<=",   ">=",       "=",       "<>",    "and",    "xor",
+                                    "or",   "and_then", "or_else", "array", "repeat", "struct"};
+  return list(kNames[static_cast<std::size_t>(expr.kind)], expr);
 }
 
 std::string showUnit(const refhost::Unit& unit) {
