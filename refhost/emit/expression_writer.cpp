@@ -4,6 +4,7 @@
 
 #include "core/operator.h"
 #include "hostkit/literal_text.h"
+#include "refhost/emit/operations.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {
@@ -11,16 +12,6 @@ namespace refhost {
 using vel::ASTNode;
 
 namespace {
-
-// The unsigned partner, in which sums and products wrap.
-const char* wrappingType(BasicDataType type) {
-  return type == BasicDataType::LInt || type == BasicDataType::LTime ? "u64" : "u32";
-}
-
-bool isSmall(BasicDataType type) {
-  const ElementaryType* const row = elementaryType(type);
-  return row != nullptr && row->size < 4;
-}
 
 // The operator of which `node` is a parameter; null when it is none's.
 const OperatorTraits* operatorOf(const ASTNode& node) {
@@ -47,27 +38,6 @@ bool isPointerAsNumber(const ASTNode& node, const OperatorTraits& op) {
 // Its C text is the pointer itself.
 bool isPointedText(const ASTNode& node) {
   return isText(typeOf(node)) && static_cast<const Expr&>(node).kind == ExprKind::Dereference;
-}
-
-// Unsigned arithmetic at these widths wraps by itself, and floats do not.
-bool wrapsByItself(BasicDataType type) {
-  return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
-}
-
-// Integer arithmetic that is written as a cast to its type, or as a call.
-bool isCastOrCall(const Expr& expr) {
-  if (!isArithmetic(expr.kind) || untypedNumber(expr)) return false;
-  const Meeting meeting = meet(expr);
-  if (meeting.kind != Meeting::Kind::Number || !isInteger(meeting.operands)) return false;
-  const bool divides = expr.kind == ExprKind::Divide || expr.kind == ExprKind::Modulo;
-  return divides || !wrapsByItself(meeting.operands);
-}
-
-// C complements the small types as an int, and gcc warns where that is compared, cast or not.
-bool isComplementCall(const Expr& expr) {
-  const BasicDataType type = typeOf(expr);
-  return expr.kind == ExprKind::Not &&
-         (type == BasicDataType::USInt || type == BasicDataType::UInt);
 }
 
 // Its C text binds tighter than every binary operator.
@@ -193,222 +163,6 @@ void ExpressionWriter::converted(const ASTNode& node, BasicDataType type, std::s
   } else {
     out += fmt::format("({})", own == BasicDataType::Pointer ? "uintptr_t" : cType(type));
     operand(node, out);
-  }
-}
-
-void ExpressionWriter::unary(const Expr& expr, std::string& out) {
-  const ASTNode& inner = *expr.leaf(0);
-  const BasicDataType type = typeOf(expr);
-  if (expr.kind == ExprKind::Not) {
-    if (isComplementCall(expr)) {
-      out +=
-          fmt::format("vel_not_{}({})", cType(type), expressionText(const_cast<ASTNode*>(&inner)));
-      return;
-    }
-    if (type == BasicDataType::Bool || type == BasicDataType::None) {
-      out += '!';
-    } else {
-      out += fmt::format("({})~", cType(type));
-    }
-    operand(inner, out);
-    return;
-  }
-  if (isFloat(type) || type == BasicDataType::None) {
-    out += '-';
-    operand(inner, out);
-  } else if (isSmall(type)) {
-    out += fmt::format("({})-", cType(type));
-    operand(inner, out);
-  } else {
-    const char* const wrapping = wrappingType(type);
-    out += fmt::format("({})(0 - ({})", cType(type), wrapping);
-    operand(inner, out);
-    out += ')';
-  }
-}
-
-// The pieces of a long chain are computed one after the other, since compilers limit how deep
-// parentheses nest.
-void ExpressionWriter::binary(const Expr& expr, std::string& out) {
-  std::vector<const Expr*> pieces;
-  const Expr* at = &expr;
-  while (at->chain > kChainPiece && !untypedNumber(*at)) {
-    at = static_cast<const Expr*>(at->leaf(0));
-    if (body_.held.count(at) != 0) break;
-    if (at->chain % kChainPiece == 0) pieces.push_back(at);
-  }
-  if (pieces.empty()) {
-    binaryPiece(expr, out);
-    return;
-  }
-  out += "({ ";
-  for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
-    std::string text;
-    append(**piece, text);
-    const std::string name = body_.newName();
-    out += fmt::format("__auto_type {} = {}; ", name, text);
-    body_.held[*piece] = name;
-  }
-  binaryPiece(expr, out);
-  out += "; })";
-  for (const Expr* const piece : pieces) body_.held.erase(piece);
-}
-
-void ExpressionWriter::binaryPiece(const Expr& expr, std::string& out) {
-  if (!file_.effects.any()) {
-    operation(expr, out);
-    return;
-  }
-  out += inOrder({expr.leaf(0), expr.leaf(1)}, false, [&] {
-    std::string text;
-    operation(expr, text);
-    return text;
-  });
-}
-
-void ExpressionWriter::operation(const Expr& expr, std::string& out) {
-  using Kind = Meeting::Kind;
-  const Meeting meeting = meet(expr);
-  const ExprKind op = expr.kind;
-  const ASTNode& left = *expr.leaf(0);
-  const ASTNode& right = *expr.leaf(1);
-  if (meeting.kind == Kind::Text) {
-    out +=
-        meeting.operands == BasicDataType::String ? "vel_string_compare(" : "vel_wstring_compare(";
-    out += expressionText(const_cast<ASTNode*>(&left)) + ", ";
-    out += expressionText(const_cast<ASTNode*>(&right));
-    out += fmt::format(") {} 0", cOperator(op));
-    return;
-  }
-  if (meeting.kind == Kind::Pointers || meeting.kind == Kind::Step ||
-      meeting.kind == Kind::Distance) {
-    pointers(expr, meeting, out);
-    return;
-  }
-  if (isArithmetic(op)) {
-    if (meeting.kind == Kind::Number || meeting.kind == Kind::Durations) {
-      numbers(expr, meeting.operands, out);
-      return;
-    }
-    if (op == ExprKind::Power) {
-      numbers(expr, BasicDataType::LReal, out);
-      return;
-    }
-    if (meeting.kind != Kind::Untyped) {
-      times(expr, meeting, out);
-      return;
-    }
-  }
-  // No type is known of an untyped operand, so both stay as they are.
-  const bool convert =
-      meeting.kind == Kind::Number || meeting.kind == Kind::Bits || meeting.kind == Kind::Durations;
-  const BasicDataType common = convert ? meeting.operands : BasicDataType::None;
-  converted(left, common, out);
-  out += fmt::format(" {} ", cOperator(op));
-  converted(right, common, out);
-}
-
-void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string& out) {
-  const ExprKind op = expr.kind;
-  const ASTNode& left = *expr.leaf(0);
-  const ASTNode& right = *expr.leaf(1);
-  if (const auto value = isInteger(type) ? untypedNumber(expr) : std::nullopt) {
-    appendInteger(*value, out);
-    return;
-  }
-  const char* const name = cType(type);
-  if (op == ExprKind::Power) {
-    out += type == BasicDataType::Real ? "(f32)vel_pow(" : "vel_pow(";
-    converted(left, BasicDataType::LReal, out);
-    out += ", ";
-    converted(right, BasicDataType::LReal, out);
-    out += ')';
-    return;
-  }
-  const bool divides = op == ExprKind::Divide || op == ExprKind::Modulo;
-  if (divides && !isFloat(type)) {
-    out += fmt::format("vel_{}_{}(", op == ExprKind::Divide ? "div" : "mod", name);
-    converted(left, type, out);
-    out += ", ";
-    converted(right, type, out);
-    out += ')';
-    return;
-  }
-  // Sums and products wrap at the width of their type; C computes the small ones in
-  // int, which holds them all but the product of two UINT.
-  const bool plain = wrapsByItself(type);
-  const bool widened =
-      !plain && (!isSmall(type) || (type == BasicDataType::UInt && op == ExprKind::Multiply));
-  const auto side = [&](const ASTNode& node) {
-    if (widened) out += fmt::format("({})", wrappingType(type));
-    converted(node, type, out);
-  };
-  if (!plain) out += fmt::format("({})(", name);
-  side(left);
-  out += fmt::format(" {} ", cOperator(op));
-  side(right);
-  if (!plain) out += ')';
-}
-
-void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::string& out) {
-  const auto number = [this](const ASTNode& node) {
-    std::string text = typeOf(node) == BasicDataType::Pointer ? "(uintptr_t)" : "(uintptr_t)(i64)";
-    operand(node, text);
-    return text;
-  };
-  const std::string text =
-      fmt::format("{} {} {}", number(*expr.leaf(0)), cOperator(expr.kind), number(*expr.leaf(1)));
-  switch (meeting.kind) {
-    case Meeting::Kind::Step:
-      out += fmt::format("({})({})", typeText(expr.dataType), text);
-      break;
-    case Meeting::Kind::Distance:
-      out += fmt::format("(i32)({})", text);
-      break;
-    default:
-      out += text;
-      break;
-  }
-}
-
-void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::string& out) {
-  using Kind = Meeting::Kind;
-  const ExprKind op = expr.kind;
-  const ASTNode& left = *expr.leaf(0);
-  const ASTNode& right = *expr.leaf(1);
-  const bool clock = meeting.operands == BasicDataType::TimeOfDay;
-  std::string a;
-  std::string b;
-  operand(left, a);
-  operand(right, b);
-  switch (meeting.kind) {
-    case Kind::Scale: {
-      const bool durationLeft = isDuration(typeOf(left));
-      const std::string& duration = durationLeft ? a : b;
-      const std::string& number = durationLeft ? b : a;
-      const bool real = isFloat(typeOf(durationLeft ? right : left));
-      const char* const type = cType(meeting.operands);
-      if (real) {
-        out += fmt::format("vel_truncate_{}((f64){} {} {})", type, duration, cOperator(op), number);
-      } else if (op == ExprKind::Divide) {
-        out += fmt::format("({})vel_div_i64({}, (i64){})", type, duration, number);
-      } else {
-        out += fmt::format("({})((u64){} * (u64){})", type, duration, number);
-      }
-      break;
-    }
-    case Kind::Shift: {
-      const bool nanoseconds = typeOf(right) == BasicDataType::LTime;
-      const char* const unit =
-          clock ? (nanoseconds ? " / 1000000" : "") : (nanoseconds ? " / 1000000000" : " / 1000");
-      const char* const sign = op == ExprKind::Subtract ? "-" : "";
-      out += fmt::format("{}({}, {}((i64){}{}))", clock ? "vel_tod_shift" : "vel_dt_shift", a, sign,
-                         b, unit);
-      break;
-    }
-    default:  // a difference of two points in time, in milliseconds
-      out += fmt::format("(i32)(((i64){} - (i64){}) * {})", a, b, clock ? 1 : 1000);
-      break;
   }
 }
 
