@@ -18,8 +18,8 @@ namespace {
 // that is not the result's, by which the program compares and computes on.
 bool meetsElsewhere(const Call& call) {
   const BasicDataType result = call.basicType();
-  if (!isInteger(result) || !call.traits->chooses() ||
-      call.traits->has(OperatorTraits::kCastsOperands)) {
+  if (!isInteger(result) || !call.traits()->chooses() ||
+      call.traits()->has(OperatorTraits::kCastsOperands)) {
     return false;
   }
   const vel::ASTNode& list = *call.leaf(1);
@@ -52,14 +52,14 @@ const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* param
 }
 
 std::string CallWriter::callText(const Call& call) {
-  if (call.op != nullptr) return operatorText(call);
-  if (call.standard != nullptr) return standardText(call);
+  if (call.op() != nullptr) return operatorText(call);
+  if (call.standard() != nullptr) return standardText(call);
   if (call.givesAddress) {
     const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
     return fmt::format("({})({})", typeText(file_.names, call.dataType),
                        places_.pointerTo(operand, operand.dataType));
   }
-  return call.symbol != nullptr ? functionText(call) : std::string();
+  return call.function() != nullptr ? functionText(call) : std::string();
 }
 
 void CallWriter::record(const Call& call, const UnitSymbol& callee) {
@@ -68,33 +68,33 @@ void CallWriter::record(const Call& call, const UnitSymbol& callee) {
 
 std::string CallWriter::typedText(const Call& call) {
   std::string text = callText(call);
-  if (call.op == nullptr) return text;
-  if (call.traits->has(OperatorTraits::kGivesSize)) return "(u32)" + text;
+  if (call.op() == nullptr) return text;
+  if (call.traits()->has(OperatorTraits::kGivesSize)) return "(u32)" + text;
   if (meetsElsewhere(call)) {
     return fmt::format("({})({})", elementaryType(call.basicType())->cType, text);
   }
   if (call.basicType() != BasicDataType::Real) return text;
   // The runtime's functions compute in LREAL, and macros with literals do.
-  if (file_.services.operators->isFCOperator(call.op->name)) return "(f32)" + text;
-  return call.traits->chooses() ? "(f32)(" + text + ")" : text;
+  if (file_.services.operators->isFCOperator(call.op()->name)) return "(f32)" + text;
+  return call.traits()->chooses() ? "(f32)(" + text + ")" : text;
 }
 
 std::string CallWriter::operatorText(const Call& call) {
   const std::size_t before = file_.messages.size();
   const auto enter = [&](const auto& operation) {
-    return entered(*call.op, call.pos(), file_.messages, operation);
+    return entered(*call.op(), call.pos(), file_.messages, operation);
   };
-  if (file_.usedOperators.insert(call.op).second) {
-    file_.staticTexts.push_back(enter([&] { return call.op->staticCode(&expressions_); }));
+  if (file_.usedOperators.insert(call.op()).second) {
+    file_.staticTexts.push_back(enter([&] { return call.op()->staticCode(&expressions_); }));
   }
   file_.services.calls.currentLocation = call.pos();
-  if (call.traits->family == OperatorFamily::BitOfParameter) {
+  if (call.traits()->family == OperatorFamily::BitOfParameter) {
     body_.companions.insert(static_cast<const Expr&>(*call.leaf(1)->leaf(0)).symbol);
   }
   const auto generate = [&] {
-    return enter([&] { return call.op->generate(&expressions_, const_cast<Call*>(&call)); });
+    return enter([&] { return call.op()->generate(&expressions_, const_cast<Call*>(&call)); });
   };
-  const bool anyOrder = !file_.effects.any() || !call.traits->givesValue();
+  const bool anyOrder = !file_.effects.any() || !call.traits()->givesValue();
   std::string text =
       anyOrder ? generate() : expressions_.inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
@@ -162,7 +162,7 @@ std::string CallWriter::storeEnabled(const Call& call, const std::string& flag) 
 // A call in an expression. What its outputs give is stored behind it, before the
 // result is used.
 std::string CallWriter::functionText(const Call& call) {
-  const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
+  const auto& function = *call.function();
   record(call, function);
   const std::vector<Binding> bindings = bindArguments(call, function);
   std::vector<const vel::ASTNode*> inputs;
@@ -173,7 +173,7 @@ std::string CallWriter::functionText(const Call& call) {
 }
 
 std::string CallWriter::functionText(const Call& call, const std::vector<Binding>& bindings) {
-  const auto& function = static_cast<const UnitSymbol&>(*call.symbol);
+  const auto& function = *call.function();
   std::string arguments;
   std::string stores;
   for (int i = 0; i < function.paramsCount(); ++i) {

@@ -10,7 +10,7 @@ namespace {
 bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
   return anyNode(whole, [&function](const ASTNode& node) {
     if (kindOf(node) == NodeKind::Invocation) {
-      const OperatorTraits* const traits = static_cast<const Call&>(node).traits;
+      const OperatorTraits* const traits = static_cast<const Call&>(node).traits();
       return traits != nullptr && (!traits->givesValue() || traits->countsCalls());
     }
     if (node.type() != vel::ASTType::Expression) return false;
@@ -56,7 +56,7 @@ bool Effects::in(const ASTNode& whole) const {
   return anyNode(whole, [this](const ASTNode& node) {
     if (kindOf(node) != NodeKind::Invocation) return false;
     const auto& call = static_cast<const Call&>(node);
-    return call.enabled != nullptr || functions_.count(call.symbol) != 0;
+    return call.enabled != nullptr || functions_.count(call.function()) != 0;
   });
 }
 

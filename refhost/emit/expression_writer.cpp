@@ -17,7 +17,7 @@ namespace {
 const OperatorTraits* operatorOf(const ASTNode& node) {
   const ASTNode* const list = node.parent();
   if (list == nullptr || list->type() != vel::ASTType::ParameterList) return nullptr;
-  return static_cast<const Call&>(*list->parent()).traits;
+  return static_cast<const Call&>(*list->parent()).traits();
 }
 
 // A TIME where the operator takes an LTIME: as the source of a conversion, or among the
@@ -46,7 +46,7 @@ bool isPrimary(const ASTNode& node) {
   const auto& expr = static_cast<const Expr&>(node);
   if (const Literal* const literal = literalOf(expr)) return !isNegative(literal->value);
   if (expr.kind == ExprKind::Variable || isAccess(expr.kind)) return true;
-  if (expr.kind == ExprKind::Call) return static_cast<const Call*>(expr.leaf(0))->op == nullptr;
+  if (expr.kind == ExprKind::Call) return static_cast<const Call*>(expr.leaf(0))->op() == nullptr;
   return isCastOrCall(expr) || isComplementCall(expr);
 }
 

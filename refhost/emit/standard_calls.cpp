@@ -39,7 +39,7 @@ bool isApart(const VarSymbol& target, const vel::ASTNode& value) {
 }  // namespace
 
 std::string CallWriter::standardText(const Call& call) {
-  switch (call.standard->kind) {
+  switch (call.standard()->kind) {
     case Kind::Operation:
     case Kind::Comparison:
       return "(" + expressions_.expressionText(call.operation) + ")";
@@ -53,7 +53,7 @@ std::string CallWriter::standardText(const Call& call) {
 
 std::string CallWriter::textMadeIn(const Call& call, const Expr& target) {
   const VarSymbol* const variable = variableOf(target);
-  if (call.standard == nullptr || !makesText(*call.standard) || variable == nullptr ||
+  if (call.standard() == nullptr || !makesText(*call.standard()) || variable == nullptr ||
       !isApart(*variable, *call.leaf(1))) {
     return {};
   }
@@ -62,7 +62,7 @@ std::string CallWriter::textMadeIn(const Call& call, const Expr& target) {
 }
 
 std::string CallWriter::runtimeText(const Call& call, const Expr* target) {
-  const StandardFunction& function = *call.standard;
+  const StandardFunction& function = *call.standard();
   const vel::ASTNode& list = *call.leaf(1);
   const bool narrow = likelyType(*list.leaf(0)) == BasicDataType::String;
   std::string text = fmt::format("vel_{}_{}(", narrow ? "string" : "wstring", function.cName);

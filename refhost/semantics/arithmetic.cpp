@@ -39,9 +39,9 @@ BasicDataType knownType(const ASTNode& operand) {
 // Of an operator that names no result type: that in which the values meet among which it
 // chooses, or a bit.
 BasicDataType chosenType(const Call& call) {
-  if (!call.traits->chooses()) return BasicDataType::Bool;
+  if (!call.traits()->chooses()) return BasicDataType::Bool;
   const ASTNode& list = *call.leaf(1);
-  const int first = call.traits->firstChoice;
+  const int first = call.traits()->firstChoice;
   BasicDataType chosen = likelyType(*list.leaf(first));
   for (int i = first + 1; i < list.leavesCount(); ++i) {
     const BasicDataType other = likelyType(*list.leaf(i));
@@ -99,7 +99,7 @@ BasicDataType likelyType(const ASTNode& value, int depth) {
   if (kindOf(value) == NodeKind::Invocation) {
     const auto& call = static_cast<const Call&>(value);
     if (call.dataType != nullptr) return valueType(call.dataType);
-    return call.op != nullptr && call.accepted ? chosenType(call) : BasicDataType::None;
+    return call.op() != nullptr && call.accepted ? chosenType(call) : BasicDataType::None;
   }
   const BasicDataType known = knownType(value);
   if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;

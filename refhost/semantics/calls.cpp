@@ -28,7 +28,7 @@ ASTNode* parameterList(const Call& call) {
 vel::SymbolDataType* Calls::analyseCall(Call& call) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
-  const std::string name(TreeBuilder::source(*call.leaf(0)));
+  const std::string_view name = TreeBuilder::source(*call.leaf(0));
   VarSymbol* const variable = parts_.names.variableNamed(name);
   if (call.leaf(0)->type() == vel::ASTType::Expression) {
     call.instance = static_cast<Expr*>(call.leaf(0));
@@ -36,37 +36,52 @@ vel::SymbolDataType* Calls::analyseCall(Call& call) {
     call.instance = nameOfInstance(call);
   }
   if (call.instance != nullptr) return callInstance(call);
-  call.op = services_.operators->findOperator(name);
-  if (call.op != nullptr) call.traits = &services_.traitsOf(*call.op);
-  const StandardFunction* const standard = call.op == nullptr ? standardFunction(name) : nullptr;
-  UnitSymbol* function = nullptr;
-  if (call.op == nullptr) {
-    // The prelude has none of these names, and need not be parsed for them.
-    function =
-        standard != nullptr ? services_.symbols.unit(name) : parts_.declarations.unitNamed(name);
-    if (function == nullptr && equalIgnoringCase(name, "REF")) return callReference(call);
-  }
-  if (call.op != nullptr || (function != nullptr && function->type() == vel::POUType::Function)) {
-    call.dataType = call.op != nullptr ? callOperator(call) : callFunction(call, *function);
+  call.callee = &calleeNamed(static_cast<const Text&>(*call.leaf(0)).text());
+  if (call.op() != nullptr || call.function() != nullptr) {
+    call.dataType = call.op() != nullptr ? callOperator(call) : callFunction(call);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
     return call.dataType;
   }
-  if (standard != nullptr) {
-    call.standard = standard;
+  if (call.standard() != nullptr) {
     call.dataType = parts_.standardCalls.callStandard(call);
     call.accepted = call.dataType != nullptr;
     return call.dataType;
   }
+  if (equalIgnoringCase(name, "REF")) return callReference(call);
   const bool known =
-      variable != nullptr || services_.symbols.find(name, {}, Symbol::All) != nullptr;
+      variable != nullptr || services_.symbols.find(std::string(name), {}, Symbol::All) != nullptr;
   if (variable != nullptr && variable->dataType() == nullptr) return nullptr;
   sayUnknown(call, known ? message::kNotCallable : message::kUnknownName,
              TreeBuilder::source(*call.leaf(0)));
   return nullptr;
 }
 
+// `name` is interned. An operator goes before a function of the program, which goes before one of
+// the standard.
+const Callee& Calls::calleeNamed(const char* name) {
+  Callee*& known = callees_[name];
+  if (known != nullptr) return *known;
+  known = tree_.make<Callee>();
+  Callee& callee = *known;
+  callee.op = services_.operators->findOperator(name);
+  if (callee.op != nullptr) {
+    callee.traits = &hostkit::operatorTraits(callee.op->name);
+    return callee;
+  }
+  const StandardFunction* const standard = standardFunction(name);
+  // The prelude has none of these names, and need not be parsed for them.
+  UnitSymbol* const unit =
+      standard != nullptr ? services_.symbols.unit(name) : parts_.declarations.unitNamed(name);
+  if (unit != nullptr && unit->type() == vel::POUType::Function) {
+    callee.function = unit;
+  } else {
+    callee.standard = standard;
+  }
+  return callee;
+}
+
 void Calls::requireValue(const Call& call, const Type* type) {
-  const bool value = call.op != nullptr ? call.traits->givesValue() : type != nullptr;
+  const bool value = call.op() != nullptr ? call.traits()->givesValue() : type != nullptr;
   if (call.accepted && !value) {
     say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
   }
@@ -84,7 +99,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
-    return operatorInput(services_, call.op->name, formal);
+    return operatorInput(services_, call.op()->name, formal);
   };
   if (!orderArguments(call, positionOf)) return nullptr;
   ASTNode* const list = parameterList(call);
@@ -101,8 +116,8 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   if (!known && !hasErrorFrom(first)) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.size();
-  call.accepted = entered(*call.op, call.pos(), messages_, [&] {
-    return call.op->check(&services_, &call, messages_, resultType, context_.unitName);
+  call.accepted = entered(*call.op(), call.pos(), messages_, [&] {
+    return call.op()->check(&services_, &call, messages_, resultType, context_.unitName);
   });
   parts_.assignments.hasChecked(call, before);
   if (!call.accepted) {
@@ -124,7 +139,7 @@ vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
   const ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() == 0) return named;
   const auto operand = [list](int index) { return static_cast<const Expr*>(list->leaf(index)); };
-  const OperatorTraits& traits = *call.traits;
+  const OperatorTraits& traits = *call.traits();
   if (traits.has(OperatorTraits::kGivesAddress)) {
     call.givesAddress = true;
     Type* const target = operand(0)->dataType;
@@ -164,7 +179,7 @@ void Calls::judgeOperands(const Call& call) {
   if (list == nullptr || list->leavesCount() == 0) return;
   vel::HeapAddress address;
   const std::string_view name = TreeBuilder::source(*list->leaf(0));
-  if (call.traits->has(OperatorTraits::kGivesAddress) && leavesNameToOperator(call, 0) &&
+  if (call.traits()->has(OperatorTraits::kGivesAddress) && leavesNameToOperator(call, 0) &&
       !services_.memory.parse(name, address)) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
@@ -172,11 +187,12 @@ void Calls::judgeOperands(const Call& call) {
   judgeChoice(call);
   judgeConverted(call, static_cast<const Expr&>(*list->leaf(0)));
   // Numeric functions look at their first operand only.
-  for (int i = 1; call.traits->family == OperatorFamily::Numeric && i < list->leavesCount(); ++i) {
+  for (int i = 1; call.traits()->family == OperatorFamily::Numeric && i < list->leavesCount();
+       ++i) {
     const auto& operand = static_cast<const Expr&>(*list->leaf(i));
     const BasicDataType type = typeOf(operand);
     if (type != BasicDataType::None && !isNumber(type)) {
-      say(operand, message::kOperandType, call.op->name, displayName(operand.dataType));
+      say(operand, message::kOperandType, call.op()->name, displayName(operand.dataType));
     }
   }
 }
@@ -184,7 +200,7 @@ void Calls::judgeOperands(const Call& call) {
 // A generic conversion takes whatever it is given, and names what it makes of it by the
 // operand's elementary type.
 void Calls::judgeConverted(const Call& call, const Expr& operand) {
-  const OperatorTraits& traits = *call.traits;
+  const OperatorTraits& traits = *call.traits();
   const bool compares = traits.result == OperatorTraits::Result::ComparedTo0;
   if (!compares && traits.result != OperatorTraits::Result::Converted) return;
   const Type* const type = operand.dataType;
@@ -195,16 +211,16 @@ void Calls::judgeConverted(const Call& call, const Expr& operand) {
              type->dataType() == BasicDataType::Pointer) {
     converts = true;
   }
-  if (!converts) say(operand, message::kOperandType, call.op->name, displayName(type));
+  if (!converts) say(operand, message::kOperandType, call.op()->name, displayName(type));
 }
 
 // Values with parts and texts cannot be compared in C, and are chosen only among those of
 // one type.
 void Calls::judgeChoice(const Call& call) {
-  if (!call.traits->chooses()) return;
+  if (!call.traits()->chooses()) return;
   const ASTNode& list = *parameterList(call);
-  const bool compares = call.traits->has(OperatorTraits::kCompares);
-  const int firstChoice = call.traits->firstChoice;
+  const bool compares = call.traits()->has(OperatorTraits::kCompares);
+  const int firstChoice = call.traits()->firstChoice;
   const auto& first = static_cast<const Expr&>(*list.leaf(firstChoice));
   const BasicDataType kind = likelyType(first);
   for (int i = firstChoice; i < list.leavesCount(); ++i) {
@@ -215,7 +231,7 @@ void Calls::judgeChoice(const Call& call) {
     const bool text = known && (isText(own) || isText(kind));
     const bool same = derived ? value.dataType == first.dataType : own == kind;
     if ((!derived && !text) || (!compares && same)) continue;
-    say(value, message::kOperandType, call.op->name, displayName(value.dataType));
+    say(value, message::kOperandType, call.op()->name, displayName(value.dataType));
     return;
   }
 }
@@ -229,7 +245,7 @@ void Calls::analyseOperandType(Call& call) {
 // Operators that take other things than variables judge the names of them themselves.
 bool Calls::leavesNameToOperator(const Call& call, int index) const {
   const ASTNode* const operand = parameterList(call)->leaf(index);
-  if (index >= call.traits->namedOperands || operand->type() != vel::ASTType::Expression) {
+  if (index >= call.traits()->namedOperands || operand->type() != vel::ASTType::Expression) {
     return false;
   }
   const auto& expr = static_cast<const Expr&>(*operand);
@@ -241,7 +257,7 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
 // What an edge detection remembers between scans: one cell for each text of a call
 // in a unit, in device memory for programs.
 void Calls::declareEdgeState(const Call& call) {
-  if (!call.traits->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
+  if (!call.traits()->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
   const std::string name = edgeStateName(call);
   if (context_.unit->variable(name) != nullptr) return;
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
@@ -282,8 +298,8 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
   return true;
 }
 
-vel::SymbolDataType* Calls::callFunction(Call& call, UnitSymbol& function) {
-  call.symbol = &function;
+vel::SymbolDataType* Calls::callFunction(Call& call) {
+  UnitSymbol& function = *call.function();
   // What is wrong with a result's type has been said.
   call.accepted = function.result == nullptr || function.result->dataType() != nullptr;
   takeEnabling(call, &function);

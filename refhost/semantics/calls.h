@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string_view>
+#include <unordered_map>
 
 #include "refhost/semantics/bindings.h"
 #include "refhost/semantics/part.h"
@@ -28,7 +29,7 @@ class Calls : public Part {
 
  private:
   Type* callOperator(Call& call);
-  Type* callFunction(Call& call, UnitSymbol& function);
+  Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);
   Type* callInstance(Call& call);
   bool leavesNameToOperator(const Call& call, int index) const;
@@ -42,6 +43,9 @@ class Calls : public Part {
   void checkArgument(const Binding& binding, const UnitSymbol& callee);
   void requirePassable(const Binding& binding);
   static Argument** enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee);
+  const Callee& calleeNamed(const char* name);
+
+  std::unordered_map<const char*, Callee*> callees_;  // by name, which is interned; in the tree
 };
 
 }  // namespace refhost

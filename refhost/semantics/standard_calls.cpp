@@ -25,8 +25,8 @@ int textLength(const ASTNode& text) {
   if (expr.kind == ExprKind::Call) {
     const auto& call = static_cast<const Call&>(*expr.leaf(0));
     const bool passesOn =
-        call.op != nullptr &&
-        (call.traits->chooses() || call.traits->result == OperatorTraits::Result::Passed);
+        call.op() != nullptr &&
+        (call.traits()->chooses() || call.traits()->result == OperatorTraits::Result::Passed);
     int longest = 0;
     for (int i = 0; passesOn && i < call.leaf(1)->leavesCount(); ++i) {
       const ASTNode& value = *call.leaf(1)->leaf(i);
@@ -44,7 +44,7 @@ bool containsCall(const ASTNode& whole) {
 }  // namespace
 
 vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
-  const StandardFunction& function = *call.standard;
+  const StandardFunction& function = *call.standard();
   const ASTNode* const list = call.leaf(1);
   if (list->type() != vel::ASTType::ParameterList) {
     say(*list, message::kNotAValue, TreeBuilder::source(*list));
@@ -77,7 +77,7 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
 
 // The call stands for an operation on its arguments, to which they belong from now on.
 vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
-  const StandardFunction& function = *call.standard;
+  const StandardFunction& function = *call.standard();
   const ASTNode& list = *call.leaf(1);
   const int count = list.leavesCount();
   const auto join = [&](ExprKind op, ASTNode* left, ASTNode* right) {
@@ -105,7 +105,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
 }
 
 vel::SymbolDataType* StandardCalls::callTextFunction(Call& call) {
-  const StandardFunction& function = *call.standard;
+  const StandardFunction& function = *call.standard();
   ASTNode& list = *call.leaf(1);
   const std::size_t first = messages_.size();
   BasicDataType kind = BasicDataType::None;

@@ -63,7 +63,7 @@ void Statements::analyseAssignment(ASTNode& statement) {
     type = parts_.calls.analyseCall(call);
     parts_.calls.requireValue(call, type);
     if (!call.accepted) type = nullptr;
-    if (call.op != nullptr) operatorCall = &call;
+    if (call.op() != nullptr) operatorCall = &call;
   } else {
     type = parts_.expressions.analyseLeaf(statement, 1).dataType;
   }

@@ -59,12 +59,6 @@ vel::SymbolDataType* Services::resolve(vel::ASTNode& typeSpec, vel::VarContainer
   return spec != nullptr ? spec->dataType : nullptr;
 }
 
-const OperatorTraits& Services::traitsOf(const vel::STOperator& op) {
-  const OperatorTraits*& traits = traits_[&op];
-  if (traits == nullptr) traits = &operatorTraits(op.name);
-  return *traits;
-}
-
 void Services::addCall(const std::string& caller, const std::string& callee,
                        vel::TextLocation where) {
   if (caller.empty()) {

@@ -38,15 +38,9 @@ class Services final : public hostkit::Answers, public hostkit::Services {
   void addCall(const std::string& caller, const std::string& callee,
                vel::TextLocation where) override;
 
-  // What is known of an operator of the registry.
-  const OperatorTraits& traitsOf(const vel::STOperator& op);
-
   SymbolTable symbols;
   DeviceMap memory;
   CallGraph calls;
-
- private:
-  std::unordered_map<const vel::STOperator*, const OperatorTraits*> traits_;  // of those asked for
 };
 
 }  // namespace refhost

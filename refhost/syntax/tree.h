@@ -191,6 +191,7 @@ class Literal final : public ::ConstantValue {
 };
 
 struct StandardFunction;
+class UnitSymbol;
 
 class Argument final : public ASTNode {
  public:
@@ -201,6 +202,14 @@ class Argument final : public ASTNode {
   bool negated;  // `NOT name => variable`
 };
 
+// What the name of a call means: one of these at most.
+struct Callee {
+  vel::STOperator* op = nullptr;           // of the plugin
+  const OperatorTraits* traits = nullptr;  // of the operator; null with it
+  const StandardFunction* standard = nullptr;
+  UnitSymbol* function = nullptr;
+};
+
 class Call final : public ::Invocation {
  public:
   Call() : Invocation(astType(NodeKind::Invocation)) {}
@@ -208,20 +217,24 @@ class Call final : public ::Invocation {
   bool analysed = false;
   bool accepted = false;
   bool givesAddress = false;  // of ADR or REF: a pointer to its operand
-  // Set by the analysis: the result type (null: none) and what is called: an
-  // operator of the plugin, a function of the standard, or a function's or an
-  // instance's symbol.
+  // Set by the analysis: the result type (null: none) and what is called, by its name or by an
+  // access to an instance.
   vel::SymbolDataType* dataType = nullptr;
-  vel::STOperator* op = nullptr;
-  const OperatorTraits* traits = nullptr;  // of the operator; null with it
-  const StandardFunction* standard = nullptr;
-  vel::Symbol* symbol = nullptr;
+  const Callee* callee = nullptr;
   Expr* instance = nullptr;   // the access to the instance that is called
   Expr* operation = nullptr;  // of a standard function that stands for an operation
   // `EN := condition` and `ENO => variable`, which the analysis takes out of the parameters;
   // null when not given.
   Argument* enable = nullptr;
   Argument* enabled = nullptr;
+
+  // Each is null when something else is called.
+  vel::STOperator* op() const { return callee != nullptr ? callee->op : nullptr; }
+  const OperatorTraits* traits() const { return callee != nullptr ? callee->traits : nullptr; }
+  const StandardFunction* standard() const {
+    return callee != nullptr ? callee->standard : nullptr;
+  }
+  UnitSymbol* function() const { return callee != nullptr ? callee->function : nullptr; }
 };
 
 class TypeSpec final : public ASTNode {
