@@ -86,6 +86,15 @@ TEST(Emission, LoopsNeitherOverrunNorEvaluateTheirBoundsTwice) {
             counting);
 }
 
+TEST(Emission, BitsOfWordsAreAddressesInDeviceLetters) {
+  Options letters;
+  letters.notation = Notation::Letters;
+  const std::string variables = "b: BOOL; d1: INT;";
+  const auto session = analysed(program(variables, "D10.3 := b; b := D10.3; d1.3 := X3;"), letters);
+  EXPECT_EQ("sbit(24739, @b); @b = gbit(24739); vsbit(@d1, 3, gbit(131075));",
+            inOneLine(scanText(*session)));
+}
+
 TEST(Emission, LocalsAreNotCapturedByMacros) {
   const auto session = analysed(
       "FUNCTION F : INT VAR_INPUT v: INT; END_VAR VAR returnValue: INT := 3; END_VAR\n"

@@ -67,6 +67,9 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:73 Syntax error: found ';', expected expression;\n",
        "(:= ([] ([] a 1 i) {f[x]}) (bit 3 (^ (. (^ b) c))))\n(call (. c d)[1])\n"
        "(call ([] a 1)[e:=2])\n(call (^ p)[])\n(:= x Color#Red)\n(:= z 1)\n"},
+      {"a S 5; z := 1;", "2:3 Syntax error: found 'S', expected ':=';\n", "(:= z 1)\n"},
+      {"STEP s : b := 1; END_STEP z := 1;",
+       "2:1 Sequential function charts (SFC) are not supported;\n", ""},
       {"a S= b; c.3 R= d; e REF= f; g := h := 1; RETURN(x); y := CHAR#'a'; b : INT := 1;\n"
        "retry: a := 1; IF b THEN again: EXIT; done: END_IF; UNTIL a := b; z := 1;",
        "2:3 Set and reset assignments (S=, R=) are not supported;\n"

@@ -1,0 +1,190 @@
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+TEST(StatementsInC, OfEveryKind) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"c := Red; c := Blue; c := c; i := c; li := On; c := 5;",
+       "@c = 0; @c = 6; @c = @c; @i = @c; @li = 1; @c = 5;"},
+      {"lv := 3; lv := i; si := lv; pt := qt; pt.x := qt.y; a[1] := a[3]; a[i] := a[j + 1];",
+       "@lv = 3; @lv = @i; @si = (i8)(@lv); @pt = @qt; @pt.x = @qt.y; @a.a[0] = @a.a[2]; "
+       "@a.a[vel_index(@i, 1, 3)] = @a.a[vel_index((i16)(@j + 1), 1, 3)];"},
+      {"b := a2[1, -1]; a2[i, j] := b; a2[1, j] := a2[i, 1]; fa[i].i := 3;",
+       "@b = @a2.a[3]; @a2.a[vel_index(@i, 0, 1) * 3 + vel_index(@j, -1, 1)] = @b; "
+       "@a2.a[vel_index(@j, -1, 1) + 3] = @a2.a[vel_index(@i, 0, 1) * 3 + 2]; @fa.a[vel_index(@i, "
+       "0, 1)].i = 3;"},
+      {"ip := ADR(i); ip := ADR(r); rf := REF(pt.y); ip := NULL; ip := l; l := ip; ud := ip;",
+       "@ip = (vel_any_i16*)(&@i); @ip = (vel_any_i16*)(&@r); @rf = (vel_any_i16*)(&@pt.y); @ip = "
+       "(vel_any_i16*)(NULL); @ip = (vel_any_i16*)(uintptr_t)(@l); @l = (i64)(uintptr_t)(@ip); @ud "
+       "= (u32)(uintptr_t)(@ip);"},
+      {"ip^ := rf^; ip[1] := ip[i]; ip := ip + 2; ip := ADR(a2) - 1; d := rp - rp; b := ip < rp; b "
+       ":= ip = 0;",
+       "(*@ip) = (*@rf); @ip[1] = @ip[@i]; @ip = (vel_any_i16*)((uintptr_t)@ip + "
+       "(uintptr_t)(i64)2); @ip = (vel_any_i16*)((struct array_6_u8*)((uintptr_t)((&@a2)) - "
+       "(uintptr_t)(i64)1)); @d = (i32)((uintptr_t)@rp - (uintptr_t)@rp); @b = (uintptr_t)@ip < "
+       "(uintptr_t)@rp; @b = (uintptr_t)@ip == (uintptr_t)(i64)0;"},
+      {"ptx^ := s; s := ptx^; s := ptx[1]; i := ppt^.x; ppt^.y := 1; ptx := ADR(s); ppt := "
+       "ADR(pt); ip := ADR(%MW0); ud := ADR(%MW0);",
+       "vel_string_set(@ptx, 6, @s); vel_string_set(@s, 6, @ptx); vel_string_set(@s, 6, "
+       "((char(*)[6])@ptx)[1]); @i = @ppt->x; @ppt->y = 1; @ptx = (char*)(&@s); @ppt = (struct "
+       "Pt*)(&@pt); @ip = (vel_any_i16*)((u8*)(_m + 0)); @ud = (u32)(uintptr_t)((u8*)(_m + 0));"},
+      {"lt := lt - t; t := t * 2; t := 2 * t; t := t / 3; t := t / 1.5; lt := lt * 2; lt := 2.5 * "
+       "lt; b := t > lt; t := -t;",
+       "@lt = (i64)((u64)@lt - (u64)((i64)@t * 1000000)); @t = (i32)((u64)@t * (u64)2); @t = "
+       "(i32)((u64)@t * (u64)2); @t = (i32)vel_div_i64(@t, (i64)3); @t = vel_truncate_i32((f64)@t "
+       "/ 1.5); @lt = (i64)((u64)@lt * (u64)2); @lt = vel_truncate_i64((f64)@lt * 2.5); @b = "
+       "((i64)@t * 1000000) > @lt; @t = (i32)(0 - (u32)@t);"},
+      {"td := td + t; td := td - lt; dt1 := dt1 - t; dt1 := dt1 + lt; t := da - da; t := td - td; "
+       "b := da < da; b := td = td; lt := t;",
+       "@td = vel_tod_shift(@td, ((i64)@t)); @td = vel_tod_shift(@td, -((i64)@lt / 1000000)); @dt1 "
+       "= vel_dt_shift(@dt1, -((i64)@t / 1000)); @dt1 = vel_dt_shift(@dt1, ((i64)@lt / "
+       "1000000000)); @t = (i32)(((i64)@da - (i64)@da) * 1000); @t = (i32)(((i64)@td - (i64)@td) * "
+       "1); @b = @da < @da; @b = @td == @td; @lt = (i64)(@t) * 1000000;"},
+      {"lr := i ** 2; r := r ** 2; r := -r; r := r / i; lr := r * lr; d := i * u; ud := u * 2; u "
+       ":= u / 2; d := d MOD 3; l := l * d; i := i / 2; i := i MOD -1; ul := ul - 1; ud := ud / 3;",
+       "@lr = vel_pow((f64)@i, 2); @r = (f32)vel_pow((f64)@r, 2); @r = -@r; @r = @r / (f32)@i; @lr "
+       "= (f64)@r * @lr; @d = (i32)((u32)(i32)@i * (u32)(i32)@u); @ud = (u16)((u32)@u * (u32)2); "
+       "@u = vel_div_u16(@u, 2); @d = vel_mod_i32(@d, 3); @l = (i64)((u64)@l * (u64)(i64)@d); @i = "
+       "vel_div_i16(@i, 2); @i = vel_mod_i16(@i, (-1)); @ul = @ul - 1ULL; @ud = vel_div_u32(@ud, "
+       "3u);"},
+      {"bt := bt OR 3; bt := NOT bt; w := NOT w; ud := NOT ud; b := NOT b; b := b XOR b; i := NOT "
+       "i; l := i; d := u; r := i; w := w AND 16#FF; b := (b OR b) AND NOT (i < 3); l := l XOR i;",
+       "@bt = @bt | 3; @bt = vel_not_u8(@bt); @w = vel_not_u16(@w); @ud = (u32)~@ud; @b = !@b; @b "
+       "= @b ^ @b; @i = (i16)~@i; @l = @i; @d = @u; @r = @i; @w = @w & 255; @b = (@b | @b) & (!(@i "
+       "< 3)); @l = @l ^ (i64)@i;"},
+      {"b := s = 'a'; b := ws <> \"x\"; s := 'abc'; ws := \"y\"; s := s; b := s >= s; ",
+       "@b = vel_string_compare(@s, \"a\") == 0; @b = vel_wstring_compare(@ws, u\"x\") != 0; "
+       "vel_string_set(@s, 6, \"abc\"); vel_wstring_set(@ws, 81, u\"y\"); vel_string_set(@s, 6, "
+       "@s); @b = vel_string_compare(@s, @s) >= 0;"},
+      {"i := F(1); i := F(1, 2) + F(3); N(1); i := F(a := 1, q => j); i := F(b := 4, q => a[1]); "
+       "F(1); i := F(u, b := ud);",
+       "i16 vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t5; i16 vel_t6; i16 vel_t7; i16 "
+       "vel_t8; i16 vel_t9; i16 vel_t10; @i = F(1, 3, &vel_t1); @i = (vel_t3 = F(1, 2, &vel_t2), "
+       "(i16)(vel_t3 + F(3, 3, &vel_t4))); N(1); @i = (vel_t6 = F(1, 3, &vel_t5), @j = vel_t5, "
+       "vel_t6); @i = (vel_t8 = F(0, 4, &vel_t7), @a.a[0] = vel_t7, vel_t8); (void)(F(1, 3, "
+       "&vel_t9)); @i = F(@u, @ud, &vel_t10);"},
+      {"fb(io := i); fa[0](io := i, i := 4); fb(3, io := a[i], o => j); fa[i](io := pt.x, o => r); "
+       "pfb^(io := i); fb(io := ip^); i := fb.o; fb.i := fa[1].o;",
+       "struct B* vel_t1; struct B* vel_t2; struct B* vel_t3; @fb.io = &@i; B_body(&@fb); vel_t1 = "
+       "&@fa.a[0]; vel_t1->io = &@i; vel_t1->i = 4; B_body(vel_t1); @fb.i = 3; @fb.io = "
+       "&@a.a[vel_index(@i, 1, 3)]; B_body(&@fb); @j = @fb.o; vel_t2 = &@fa.a[vel_index(@i, 0, "
+       "1)]; vel_t2->io = &@pt.x; B_body(vel_t2); @r = vel_t2->o; vel_t3 = @pfb; vel_t3->io = &@i; "
+       "B_body(vel_t3); @fb.io = @ip; B_body(&@fb); @i = @fb.o; @fb.i = @fa.a[1].o;"},
+      {"b := i = j AND_THEN b; b := b OR_ELSE (b AND b); IF b THEN i := 1; ELSIF NOT b THEN "
+       "RETURN; ELSE i := 2; END_IF;",
+       "@b = (@i == @j) && @b; @b = @b || (@b & @b); if (@b) { @i = 1; } else if (!@b) { goto "
+       "vel_return; } else { @i = 2; } vel_return:;"},
+      {"WHILE i < 3 DO IF b THEN EXIT; END_IF; CONTINUE; END_WHILE; REPEAT i := i + 1; UNTIL i > 3 "
+       "OR b END_REPEAT; REPEAT UNTIL b END_REPEAT;",
+       "while (@i < 3) { if (@b) { break; } continue; } do { @i = (i16)(@i + 1); } while (!((@i > "
+       "3) | @b)); do { } while (!@b);"},
+      {"CASE i OF 1, 3: i := 1; 4..6: i := 2; 8, 10..12: ; ELSE i := 3; END_CASE; CASE j OF ELSE i "
+       ":= 1; END_CASE; CASE j OF END_CASE;",
+       "i16 vel_t1; vel_t1 = @i; if (vel_t1 == 1 || vel_t1 == 3) { @i = 1; } else if (vel_t1 >= 4 "
+       "&& vel_t1 <= 6) { @i = 2; } else if (vel_t1 == 8 || (vel_t1 >= 10 && vel_t1 <= 12)) { } "
+       "else { @i = 3; } (void)(@j); @i = 1; (void)(@j);"},
+      {"CASE c OF Red: i := 1; Green..Blue: i := 2; END_CASE; CASE bt OF 300: ; 1: ; END_CASE; "
+       "CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; END_CASE;",
+       "i16 vel_t1; i64 vel_t2; u64 vel_t3; vel_t1 = @c; if (vel_t1 == 0) { @i = 1; } else if "
+       "(vel_t1 >= 5 && vel_t1 <= 6) { @i = 2; } vel_t2 = @bt; if (vel_t2 == 300) { } else if "
+       "(vel_t2 == 1) { } vel_t3 = @ul; if (0) { } else if (vel_t3 == 18446744073709551615u) { } "
+       "else if (vel_t3 >= 0 && vel_t3 <= 3) { }"},
+      {"FOR i := 1 TO 10 BY 3 DO ; END_FOR; FOR i := 1 TO j BY -2 DO ; END_FOR; FOR ul := 1 TO ul "
+       "DO ; END_FOR;",
+       "i64 vel_t1; u8 vel_t2; u64 vel_t3; u8 vel_t4; @i = 1; for (; @i <= 10; @i = (i16)((u64)@i "
+       "+ 3u)) { } @i = 1; vel_t1 = @j; for (vel_t2 = (i64)@i >= vel_t1; vel_t2; vel_t2 = "
+       "vel_for_more_i64(@i, vel_t1, -2), @i = (i16)((u64)@i + (u64)(-2))) { } @ul = (u64)(1); "
+       "vel_t3 = @ul; for (vel_t4 = (u64)@ul <= vel_t3; vel_t4; vel_t4 = vel_for_more_u64(@ul, "
+       "vel_t3, 1), @ul = (u64)((u64)@ul + (u64)(1))) { }"},
+      {"FOR i := 10 TO j BY j DO ; END_FOR; FOR ip^ := 1 TO 3 DO ; END_FOR;",
+       "i64 vel_t1; i64 vel_t2; u8 vel_t3; @i = 10; vel_t1 = @j; vel_t2 = @j; for (vel_t3 = vel_t2 "
+       ">= 0 ? (i64)@i <= vel_t1 : (i64)@i >= vel_t1; vel_t3; vel_t3 = vel_for_more_i64(@i, "
+       "vel_t1, vel_t2), @i = (i16)((u64)@i + (u64)(vel_t2))) { } (*@ip) = 1; for (; (*@ip) <= 3; "
+       "(*@ip) = (i16)((u64)(*@ip) + 1u)) { }"},
+      {"FOR i := 32767 TO 32767 DO ; END_FOR;",
+       "i64 vel_t1; u8 vel_t2; @i = 32767; vel_t1 = 32767; for (vel_t2 = (i64)@i <= vel_t1; "
+       "vel_t2; vel_t2 = vel_for_more_i64(@i, vel_t1, 1), @i = (i16)((u64)@i + (u64)(1))) { }"},
+      {"i := ADD(i, j, 2); b := GT(3, i, j); b := GT(F(i), i, 1); t := MUL_TIME(t, 2); t := "
+       "TIME(); b := NE(i, 1); w := XOR(w, bt, 1); b := AND(b, i = 1, b);",
+       "i16 vel_t1; i16 vel_t2; u8 vel_t3; @i = ((i16)((i16)(@i + @j) + 2)); @b = ((3 > @i) & (@i "
+       "> @j)); @b = ((vel_t3 = (vel_t2 = F(@i, 3, &vel_t1), vel_t2 > @i), (vel_t3) & (@i > 1))); "
+       "@t = ((i32)((u64)@t * (u64)2)); @t = ((i32)vel_scan_time); @b = (@i != 1); @w = ((@w ^ "
+       "(u16)@bt) ^ 1); @b = ((@b & (@i == 1)) & @b);"},
+      {"i := LEN(s); s := LEFT(s, i); s := MID(IN := s, L := 1, P := j); s := CONCAT(s, 'a'); s := "
+       "CONCAT('a', x2, 'b'); x2 := REPLACE(s, 'a', 1, 2); s := INSERT('b', MOVE(x2), 1); i := "
+       "FIND(s, 'a'); s := LEFT(SEL(b, s, x2), 1); b := LEFT(s, 1) = 'x'; ws := RIGHT(ws, 2); s := "
+       "DELETE(ptx^, 1, 1);",
+       "char vel_t1[6]; char vel_t2[6]; char vel_t3[7]; char vel_t4[6]; char vel_t5[6]; u16 "
+       "vel_t6[81]; char vel_t7[6]; @i = vel_string_length(@s); vel_string_set(@s, 6, "
+       "vel_string_left(vel_t1, 6, @s, (i64)@i)); vel_string_set(@s, 6, vel_string_mid(vel_t2, 6, "
+       "@s, 1LL, (i64)@j)); vel_string_set(@s, 6, vel_string_concat(vel_t3, 7, 2, (const "
+       "char*[]){@s, \"a\"})); vel_string_concat(@s, 6, 3, (const char*[]){\"a\", @x2, \"b\"}); "
+       "vel_string_replace(@x2, 4, @s, \"a\", 1LL, 2LL); vel_string_insert(@s, 5, \"b\", ((@x2)), "
+       "1LL); @i = vel_string_find(@s, \"a\"); vel_string_set(@s, 6, vel_string_left(vel_t4, 6, "
+       "SEL((@b), (@s), (@x2)), 1LL)); @b = vel_string_compare(vel_string_left(vel_t5, 6, @s, "
+       "1LL), \"x\") == 0; vel_wstring_set(@ws, 81, vel_wstring_right(vel_t6, 81, @ws, 2LL)); "
+       "vel_string_set(@s, 6, vel_string_delete(vel_t7, 6, @ptx, 1LL, 1LL));"},
+      {"i := MUX(K := 1, IN0 := i, IN1 := 3); i := LIMIT(IN := j, MN := 0, MX := 1);",
+       "@i = ((i16)FC_MUX_INT(2, 1, (i16)@i, (i16)3)); @i = LIMIT((0), (@j), (1));"},
+      {"pt := SEL(b, pt, qt); c := SEL(b, c, c); ip := SEL(b, ip, ip); pt := MOVE(pt); r := MAX(r, "
+       "1); r := MAX(r, lr); l := MAX(l, i); ul := MAX(ud, ul); b := SEL(b, l, d) = 3; i := MUX(i, "
+       "j, 2);",
+       "@pt = SEL((@b), (@pt), (@qt)); @c = SEL((@b), (@c), (@c)); @ip = (vel_any_i16*)(SEL((@b), "
+       "(@ip), (@ip))); @pt = ((@pt)); @r = MAX((@r), (1)); @r = MAX((@r), (@lr)); @l = MAX((@l), "
+       "(@i)); @ul = (u64)((i64)(MAX((@ud), (@ul)))); @b = ((i64)(SEL((@b), (@l), (@d)))) == 3LL; "
+       "@i = ((i16)FC_MUX_INT(2, @i, (i16)@j, (i16)2));"},
+      {"ul := TO_ULINT(ip); b := TO_BOOL(ip); s := TO_STRING(i); i := TO_INT(r); i := "
+       "REAL_TO_INT(r + 1); lr := SQRT(r); r := SQRT(r); r := EXPT(r, 2.0); i := ABS(-i);",
+       "@ul = ((u64)((uintptr_t)(@ip))); @b = ((((uintptr_t)(@ip)))!=0); vel_string_set(@s, 6, "
+       "INT_TO_STRING((@i), _returnString)); @i = __real_to_integer((@r), i16); @i = "
+       "__real_to_integer((@r + 1), i16); @lr = (f32)SQRT((@r)); @r = SQRT((@r)); @r = EXPT((@r), "
+       "(2.0)); @i = ABS(((i16)-@i));"},
+      {"b := MEP(b); b := MEF(b) OR MEP(NOT b); ud := SIZEOF(Pt); ud := SIZEOF(a[1]); ud := "
+       "SIZEOF(INT); ud := SIZEOF(fb) + 1; i := ROL(i + 1, 2); w := SHL(w, 2 + i); u := SHR(u, 1);",
+       "@b = (_mep(@b,((u8*)(_m + 18432)))); @b = ((_mef(@b,((u8*)(_m + 18433))))) | "
+       "((_mep(!@b,((u8*)(_m + 18434))))); @ud = sizeof(struct Pt); @ud = sizeof(i16); @ud = "
+       "sizeof(i16); @ud = ((u32)sizeof(struct B)) + 1u; @i = ROL((i16)(@i + 1), 2, i16, u16); @w "
+       "= ((u16)(SHL((@w), ((i16)(2 + @i))))); @u = ((u16)(SHR((@u), (1))));"},
+      {"i := F(EN := b, a := 1);", "i16 vel_t1; if (@b) { @i = F(1, 3, &vel_t1); }"},
+      {"i := F(EN := b, a := 1, ENO => b); i := 1 + F(EN := b, a := 1); i := 1 + F(a := 1, NOT ENO "
+       "=> b); i := F(a := 1, ENO => b) + F(2);",
+       "u8 vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t7; i16 vel_t10; i16 vel_t11; "
+       "vel_t1 = @b; if (vel_t1) { @i = F(1, 3, &vel_t2); } @b = vel_t1; @i = (i16)(1 + ((@b) ? "
+       "(F(1, 3, &vel_t3)) : 0)); @i = (i16)(1 + ({ u8 vel_t5 = 1; __auto_type vel_t6 = vel_t5 ? "
+       "(F(1, 3, &vel_t4)) : 0; @b = !vel_t5; vel_t6; })); @i = (vel_t10 = ({ u8 vel_t8 = 1; "
+       "__auto_type vel_t9 = vel_t8 ? (F(1, 3, &vel_t7)) : 0; @b = vel_t8; vel_t9; }), "
+       "(i16)(vel_t10 + F(2, 3, &vel_t11)));"},
+      {"i := ADD(EN := b, IN1 := 1, IN2 := 2); i := LIMIT(EN := b, MN := 0, IN := 3, MX := 2, ENO "
+       "=> b); fb(EN := b, io := i, ENO => b); fb(EN := b, io := i); s := LEFT(EN := b, IN := s, L "
+       ":= 1);",
+       "u8 vel_t1; u8 vel_t2; char vel_t3[6]; if (@b) { @i = (3); } vel_t1 = @b; if (vel_t1) { @i "
+       "= LIMIT((0), (3), (2)); } @b = vel_t1; vel_t2 = @b; if (vel_t2) { @fb.io = &@i; "
+       "B_body(&@fb); } @b = vel_t2; if (@b) { @fb.io = &@i; B_body(&@fb); } if (@b) { "
+       "vel_string_set(@s, 6, vel_string_left(vel_t3, 6, @s, 1LL)); }"},
+      {"%MX0.0 := b; bt := %MB7; %MW2 := w; %MD3 := %ID0; b := %IX0.1; i.3 := b; b := w.15; %QX0.1 "
+       ":= %MX0.1; %MW0 := i; i := %MW0; IRDBIT(%IX0.0, b); IWRBIT(%QX0.0, b); ZRST(%MX0.0, "
+       "%MX0.3);",
+       "sbit(0, @b); @bt = VEL_MEM(u8, 7); VEL_MEM(u16, 4) = @w; VEL_MEM(u32, 12) = VEL_MEM(u32, "
+       "16384); @b = gbit(131073); vsbit(@i, 3, @b); @b = vgbit((@w, 15)); sbit(139265, gbit(1)); "
+       "VEL_MEM(u16, 0) = (u16)(@i); @i = (i16)(VEL_MEM(u16, 0)); @b = _READIDIRECT(131072); "
+       "_WRITEODIRECT(139264, @b); mset(0,4,1,0);"},
+      {"i := k; l := lo; l := -9223372036854775807; ul := 18446744073709551615; lr := 1.0e300; r "
+       ":= 0.1; bt := 16#FF; si := -128; i := INT#-5; t := T#1s; lt := LTIME#1us; td := TOD#1:0:0; "
+       "b := TRUE; b := 1; ws := \"a$0001\"; s := '$0a\"$'';",
+       "@i = @k; @l = @lo; @l = -9223372036854775807LL; @ul = 18446744073709551615ULL; @lr = "
+       "1.0e300; @r = 0.1; @bt = 255; @si = -128; @i = -5; @t = 1000; @lt = 1000LL; @td = "
+       "3600000u; @b = 1; @b = 1; vel_wstring_set(@ws, 81, (const u16[]){97, 1, 0}); "
+       "vel_string_set(@s, 6, \"\\012\\042'\");"},
+      {"i := 2 + 3 * 4; l := -(5) - 1; i := i + (2 - 3); r := 1 / 2; d := 10000000000 / 100000; i "
+       ":= F(3 - 4); i := - - 1; l := 9223372036854775807 + 1;",
+       "i16 vel_t1; @i = 14; @l = -6; @i = (i16)(@i + (i16)(-1)); @r = 0; @d = (i32)(100000); @i = "
+       "F(-1, 3, &vel_t1); @i = (i8)-(-1); @l = (i64)((u64)9223372036854775807LL + (u64)1LL);"},
+  };
+  for (const auto& [source, expected] : rows) {
+    EXPECT_EQ(expected, inOneLine(scanText(*analysed(withEverything(source))))) << source;
+  }
+}
+
+}  // namespace
+}  // namespace refhost

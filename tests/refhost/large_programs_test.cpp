@@ -1,0 +1,43 @@
+// Programs far larger than those of the other tests.
+#include <algorithm>
+#include <ctime>
+
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+std::string repeated(int count, const std::string& text) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+TEST(LargePrograms, LongSumsTakeNoStack) {
+  const auto session = analysed(program("i: INT;", "i := i" + repeated(100'000, " + i") + ";"));
+  EXPECT_EQ("", brief(*session));
+  EXPECT_LT(1'000'000U, session->translate().size());
+}
+
+// Processor time for `count` types of arrays, the least of two.
+std::clock_t timeOfTypes(int count) {
+  std::string variables;
+  for (int i = 1; i <= count; ++i) variables += fmt::format("a{0}: ARRAY[1..{0}] OF BYTE; ", i);
+  std::clock_t least = 0;
+  for (int run = 0; run < 2; ++run) {
+    const std::clock_t start = std::clock();
+    EXPECT_EQ("", brief(*analysed(program(variables, ""))));
+    const std::clock_t taken = std::clock() - start;
+    least = run == 0 ? taken : std::min(least, taken);
+  }
+  return least;
+}
+
+// Four times as many types take some four times as long; a search through those known took
+// twenty-seven times as long.
+TEST(LargePrograms, TypesAreFoundAtOnce) {
+  EXPECT_LT(timeOfTypes(16'000), 10 * timeOfTypes(4'000));
+}
+
+}  // namespace
+}  // namespace refhost

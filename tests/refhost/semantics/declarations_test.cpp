@@ -1,0 +1,111 @@
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+TEST(Declarations, AreJudged) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"TYPE A : INT; a : INT; B : C; C : B; INT : REAL; D : ARRAY[0..1] OF D; E : STRUCT e : E; "
+       "END_STRUCT; F : STRUCT f : POINTER TO F; END_STRUCT; G : STRUCT h : H; END_STRUCT; H : "
+       "STRUCT g : ARRAY[0..1] OF G; END_STRUCT; END_TYPE",
+       "1:15 F0021 a; 1:38 F0021 INT; 1:24 F0070 B; 1:50 F0070 D; 1:143 F0070 G; 1:72 F0070 E"},
+      {"TYPE A : INT(1..300); B : SINT(0..300); C : NOPE(1..5); D : REAL(1..2); E : INT(5..1); F : "
+       "INT(x..2); G : BYTE(-1..2); H : INT(1..2) := 3; END_TYPE PROGRAM P VAR a : A := 0; g : "
+       "NOPE(1..5); END_VAR END_PROGRAM",
+       "1:27 F0072 0..300, SINT; 1:45 F0022 NOPE; 1:61 F0072 1..2, REAL; 1:81 F0071 5..1; 1:96 "
+       "F0020 x; 1:107 F0072 -1..2, BYTE; 1:179 F0022 NOPE; 1:137 F007C 3; 1:172 F007C 0"},
+      {"TYPE A : (x, y, x); B : BYTE (p, q := 256); C : REAL (r); D : (s := 40000, t := "
+       "3000000000); E : (x2 := y2, y2); F : NOPE (n); G : (h := 1.5); I : (j := 32767, k); "
+       "END_TYPE PROGRAM P VAR a : (u, v, u); b : (v, w); END_VAR a := v; b := w; END_PROGRAM",
+       "1:17 F0021 x; 1:34 C0001 256, BYTE; 1:49 F002C enumeration, REAL; 1:105 F0020 y2; 1:118 "
+       "F0022 NOPE; 1:138 F002F 1.5; 1:199 F0021 u; 1:208 F0021 v"},
+      {"TYPE A : (on, off); B : (on, auto); END_TYPE PROGRAM P VAR a : A := on; b : B := B#on; c : "
+       "A := A.off; d : INT := TO_INT(auto); e : A := B.on; END_VAR END_PROGRAM",
+       "1:69 F0075 on; 1:99 F0024 A, off; 1:122 F002C TO_INT, B; 1:140 F0024 B, on"},
+      {"PROGRAM P VAR CONSTANT n : INT := 3; lo : LINT := -9223372036854775808; m : DINT := n * 2 "
+       "- 1; x : INT := y; y : INT := x; END_VAR VAR a : ARRAY[0..lo MOD -1] OF INT; b : "
+       "ARRAY[0..lo / -1] OF INT; c : ARRAY[1..n / 0] OF INT; d : ARRAY[n..m MOD 4] OF INT; e : "
+       "ARRAY[-lo..0] OF INT; f : ARRAY[1..x] OF INT; g : STRING[n]; h : STRING[32768]; i : "
+       "STRING[32767]; j : WSTRING[g]; k : ARRAY[lo - 1..0] OF INT; END_VAR END_PROGRAM",
+       "1:149 F002F lo MOD -1; 1:181 F002F lo / -1; 1:211 F002F n / 0; 1:236 F0071 n..m MOD 4; "
+       "1:266 F002F -lo; 1:295 F002F x; 1:332 F0036 32768; 1:371 F0036 g; 1:385 F002F lo - 1"},
+      {"PROGRAM P VAR a : ARRAY[1..0] OF INT; b : ARRAY[0..2147483647] OF BYTE; c : "
+       "ARRAY[0..2147483646] OF BYTE; d : ARRAY[0..65535, 0..65535] OF INT; e : ARRAY[0..1] OF "
+       "NOPE; f : POINTER TO NOPE; g : ARRAY[0..9223372036854775807] OF BYTE; h : "
+       "ARRAY[-9223372036854775807..9223372036854775807] OF BYTE; END_VAR END_PROGRAM",
+       "1:25 F0071 1..0; 1:127 F0071 0..65535; 1:164 F0022 NOPE; 1:201 F0071 "
+       "0..9223372036854775807; 1:244 F0071 -9223372036854775807..9223372036854775807"},
+      {"TYPE T : STRUCT a, b : INT; c : ARRAY[0..1] OF INT; A : REAL; d : INT := 'x'; END_STRUCT; "
+       "END_TYPE PROGRAM P VAR t : T := (a := 1, z := 2, c := [1, 2, 3]); u : T := [1]; v : T := "
+       "5; w : INT := (a := 1); x : ARRAY[1..2] OF INT := 3; y : ARRAY[1..2] OF T := [2((a := "
+       "'x')), (b := 1.5)]; z : ARRAY[1..2, 1..2] OF INT := [[1, 2], [3], 4, 5]; END_VAR "
+       "END_PROGRAM",
+       "1:53 F0021 A; 1:74 C0032 STRING, INT; 1:132 F0024 T, z; 1:145 F0074; 1:166 F0073 [1], T; "
+       "1:180 C0032 SINT, T; 1:194 F0073 (a := 1), INT; 1:230 C0032 SINT, ARRAY[1..2] OF INT; "
+       "1:266 C0032 STRING, INT; 1:279 C0032 REAL, INT; 1:257 F0074; 1:318 F0074"},
+      {"PROGRAM P VAR CONSTANT n : INT := 2; r : REAL := 1.5; END_VAR VAR a : ARRAY[1..4] OF INT "
+       ":= [n(0), n(1)]; b : ARRAY[1..4] OF INT := [r(0)]; c : ARRAY[1..4] OF INT := [3(1), 2(2)]; "
+       "d : ARRAY[1..4] OF INT := [-1(1)]; e : ARRAY[1..4] OF INT := 1, 3(n); f : ARRAY[1..4] OF "
+       "INT := [5000000000(5000000000(1))]; g : ARRAY[1..4] OF INT := [nope(1), F(1)]; h : INT := "
+       "[1]; i : INT := 2(1); END_VAR END_PROGRAM",
+       "1:210 F0002 (, ,, ]; 1:134 F002F r; 1:167 F0074; 1:277 F0074; 1:333 F0020 nope; 1:342 "
+       "F0025 F; 1:360 F0073 [1], INT; 1:376 F0073 2(1), INT"},
+      {"FUNCTION_BLOCK B VAR_INPUT i : INT := 'x'; END_VAR VAR_TEMP t : INT; END_VAR VAR_IN_OUT o "
+       ": INT; END_VAR VAR v : INT; END_VAR END_FUNCTION_BLOCK PROGRAM P VAR b : B := (i := 1, v "
+       ":= 2); c : B := (o := 1); d : B := (t := 1); e : B := 3; f : ARRAY[0..1] OF B := [(i := "
+       "3)]; g : B := (i := 'x'); END_VAR b.t := 1; END_PROGRAM",
+       "1:39 C0032 STRING, INT; 1:197 F0024 B, o; 1:216 F0024 B, t; 1:234 F0073 3, B; 1:288 C0032 "
+       "STRING, INT; 1:304 F0024 b, t"},
+      {"VAR_GLOBAL a : INT; b : REAL; a : INT; k AT %MX0.0 : INT; END_VAR PROGRAM P VAR_EXTERNAL a "
+       ": REAL; b : REAL; c : INT; d : NOPE; END_VAR VAR b : BOOL; END_VAR c := a; c := c; b := "
+       "TRUE; c.x := 1; END_PROGRAM PROGRAM Q VAR a : BOOL; END_VAR a := b; END_PROGRAM FUNCTION P "
+       ": INT END_FUNCTION",
+       "1:269 F0021 P; 1:31 F0021 a; 1:45 F0034 %MX0.0, INT; 1:94 F0091 a, INT; 1:110 F0090 c; "
+       "1:123 F0022 NOPE; 1:119 F0090 d; 1:188 F0024 c, x; 1:245 C0032 REAL, BOOL"},
+      {"CONFIGURATION C RESOURCE R ON S TASK t(INTERVAL := 5, SINGLE := 1, PRIORITY := T#1s, NOPE "
+       ":= 1); TASK u(3); PROGRAM a WITH t : P; PROGRAM b WITH v : P(x := 1, y => g, z := 2); "
+       "PROGRAM c : Q; PROGRAM d : F; END_RESOURCE VAR_GLOBAL g : REAL; END_VAR END_CONFIGURATION "
+       "PROGRAM P VAR_INPUT x : BOOL; END_VAR VAR_OUTPUT y : BOOL; END_VAR END_PROGRAM FUNCTION F "
+       ": INT END_FUNCTION",
+       "1:52 C0032 SINT, TIME; 1:80 C0032 TIME, UINT; 1:86 F0094 NOPE; 1:105 F0094 3; 1:165 C0032 "
+       "BOOL, REAL; 1:168 F0027 P, z; 1:146 F0093 v; 1:189 F0092 Q; 1:204 F0092 F"},
+      {"FUNCTION F : INT VAR_INPUT a : BOOL R_EDGE; END_VAR END_FUNCTION FUNCTION_BLOCK B "
+       "VAR_INPUT a : INT F_EDGE; b : BOOL R_EDGE; c : NOPE R_EDGE; END_VAR VAR_OUTPUT o : BOOL "
+       "R_EDGE; END_VAR VAR_INPUT d AT %IX0.0 : BOOL; END_VAR END_FUNCTION_BLOCK PROGRAM P "
+       "VAR_INPUT a : BOOL F_EDGE; d AT %IX0.0 : BOOL; END_VAR VAR e AT %IX0.0 : BYTE; f AT %MB0 : "
+       "BOOL; g AT %MW0 : REAL; h AT %MD0 : REAL; i AT %ML0 : LREAL; j AT %MW0 : STRING; k AT "
+       "%MX0.9 : BOOL; l AT %MD3 : ARRAY[0..1] OF INT; END_VAR END_PROGRAM",
+       "1:32 F0095 a; 1:97 F0095 a; 1:130 F0022 NOPE; 1:166 F0095 o; 1:202 F003E d; 1:318 F0034 "
+       "%IX0.0, BYTE; 1:338 F0034 %MB0, BOOL; 1:356 F0034 %MW0, REAL; 1:411 F0034 %MW0, STRING; "
+       "1:431 F0033 %MX0.9; 1:451 F0034 %MD3, ARRAY[0..1] OF INT"},
+      {"FUNCTION_BLOCK A VAR b : ARRAY[0..1] OF B; END_VAR END_FUNCTION_BLOCK FUNCTION_BLOCK B "
+       "VAR_IN_OUT a : A; END_VAR VAR c : STRUCT d : C; END_STRUCT; END_VAR END_FUNCTION_BLOCK "
+       "FUNCTION_BLOCK C VAR a : A; END_VAR END_FUNCTION_BLOCK FUNCTION_BLOCK D VAR_IN_OUT d : D; "
+       "END_VAR END_FUNCTION_BLOCK",
+       "1:16 F0035 A"},
+      {"FUNCTION F VAR f : INT; END_VAR END_FUNCTION FUNCTION G : INT VAR g : INT; END_VAR "
+       "END_FUNCTION FUNCTION H : INT VAR_INPUT EN : INT; END_VAR VAR_OUTPUT ENO : INT; END_VAR H "
+       ":= EN; ENO := 1; END_FUNCTION PROGRAM P VAR i : INT; b : BOOL; END_VAR i := H(EN := 3, ENO "
+       "=> i); i := H(EN := b); i := F(); F(EN := b); i := i + H(EN := 1, ENO => b); END_PROGRAM",
+       "1:67 F0021 g; 1:285 C0032 BOOL, INT; 1:294 F0026 F; 1:338 C0032 INT, BOOL"},
+      {"FUNCTION TON : INT END_FUNCTION TYPE CTU : INT; END_TYPE PROGRAM P VAR t : TON; c : CTU; d "
+       ": CTD; s : SR; END_VAR c := 3; d(CD := 1, X := 2); d.Q := TRUE; d.M := 1; s(S1 := TRUE, R "
+       ":= 5); i := TON(); END_PROGRAM PROGRAM LIMIT END_PROGRAM PROGRAM INT END_PROGRAM FUNCTION "
+       "LEN : INT VAR_INPUT a, b : INT; END_VAR LEN := a; END_FUNCTION PROGRAM Q VAR i : INT; "
+       "END_VAR i := LEN(1, 2); i := LEN('x'); END_PROGRAM",
+       "1:221 F0021 LIMIT; 1:247 F0021 INT; 1:76 F0022 TON; 1:134 F0027 CTD, X; 1:143 F0023 d.Q; "
+       "1:158 F0024 d, M; 1:185 C0032 SINT, BOOL; 1:189 F0020 i; 1:391 C0032 STRING, INT"},
+      {"PROGRAM P VAR_INPUT {bitparam} a : INT; END_VAR VAR {bitparam} b : INT; x : BOOL; s : "
+       "SINT; END_VAR x := GETBITOFPARAM(a, 3); x := GETBITOFPARAM(b, 3); SETBITOFPARAM(a, 1, 5); "
+       "s := SEL(x, 1, 2); s := SEL(x, 200, 3); s := MAX(s, a); x := MUX(1, x, TRUE) = s; "
+       "END_PROGRAM",
+       "1:132 C0131 B, GETBITOFPARAM; 1:153 C0131 5, P; 1:201 C0197 INT, SINT; 1:222 C0197 INT, "
+       "SINT; 1:238 F002B =, BOOL, SINT"},
+  };
+  for (const auto& [source, expected] : rows) {
+    EXPECT_EQ(expected, brief(*analysed(source))) << source;
+  }
+}
+
+}  // namespace
+}  // namespace refhost

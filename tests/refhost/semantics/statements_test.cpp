@@ -1,0 +1,146 @@
+#include "tests/refhost/translation.h"
+
+namespace refhost {
+namespace {
+
+TEST(Statements, AreJudgedInEveryPart) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"c := Red; c := Color#Blue; c := Color.Green; i := c; si := Red; lv := 10; lv := -10; lv := "
+       "i; pt := qt; a[1] := a[3]; i := a[i];",
+       ""},
+      {"c := 2; c := j;", "6 F007D Color; 14 F007D Color"},
+      {"c := Light#On;", "6 C0032 Light, Color"},
+      {"c := Color#On; c := Red.x;", "6 F0020 Color#On; 25 F0024 Red, x"},
+      {"si := c; r := c; u := c; s := c; i := pt;",
+       "7 C0197 INT, SINT; 23 C0195 INT, UINT; 31 C0032 Color, STRING; 39 C0032 Pt, INT"},
+      {"lv := 11; lv := -11; lv := c; lv := 5 + 6;", "7 F007C 11; 17 F007C -11; 37 F007C 11"},
+      {"i := pt.z; pt.x.y := 1; pt := i; i := Pt;",
+       "9 F0024 pt, z; 17 F0024 pt.x, y; 31 C0032 INT, Pt; 39 C0032 Pt, INT"},
+      {"a[4] := 1; a[0] := i; a[-1] := i; a2[0, 2] := b; a2[2, 1] := b; a2[0, -1] := b;",
+       "3 F0079 4; 14 F0079 0; 25 F0079 -1; 41 F0079 2; 53 F0079 2"},
+      {"a[1, 2] := i; a2[1] := b; a[r] := 1; a[b] := 1; i[1] := i; i^ := 1; ip[1, 2] := 1; rf[1] "
+       ":= 1; ip[j] := rf^;",
+       "1 F0077 a; 15 F0077 a2; 29 F0078 REAL; 40 F0078 BOOL; 49 F0076 i, INT; 60 F007A i, INT; 69 "
+       "F0076 ip, POINTER TO INT; 84 F0076 rf, REF_TO INT"},
+      {"ip := ADR(i); ip := ADR(r); ip := REF(i); ip := NULL; ip := 0; ip := l; ip := ul; l := ip; "
+       "ul := ip; ud := ADR(i); ip := ip + 2; ip := ADR(a2) - 1; ip := ADR(pt) + 8;",
+       ""},
+      {"ip := rp; ip := d; ip := 4; rf := 0; rf := ip; rf := REF(r); rf := ADR(i); i := ip; r := "
+       "ip; ip := r; b := ip; ud := ip; ud := ADR(i) + 1; ip := i; ip := t;",
+       "7 F007E POINTER TO REAL, POINTER TO INT; 17 F007E DINT, POINTER TO INT; 26 F007E SINT, "
+       "POINTER TO INT; 35 C0032 SINT, REF_TO INT; 54 C0032 REF_TO REAL, REF_TO INT; 81 C0032 "
+       "POINTER TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 C0032 REAL, POINTER TO INT; 108 "
+       "C0032 POINTER TO INT, BOOL; 118 F007F UDINT; 146 F007E INT, POINTER TO INT; 155 C0032 "
+       "TIME, POINTER TO INT"},
+      {"rf := REF(); rf := REF(i, i); rf := REF(1); rf := REF(k); rf := REF(i.3); rf := REF(i + "
+       "1); rf := REF(nope);",
+       "7 F0020 REF; 20 F0020 REF; 41 F007B 1; 55 F007B k; 69 F007B i.3; 85 F007B i + 1; 103 F0020 "
+       "nope"},
+      {"b := ip = rp; b := ip < 0; d := ip - rp; ip := 2 + ip; ip := 2 - ip; ip := ip + ip; ip := "
+       "ip * 2; b := ip = r; b := ip AND b;",
+       "62 F002B -, SINT, POINTER TO INT; 76 F002B +, POINTER TO INT, POINTER TO INT; 91 F002B *, "
+       "POINTER TO INT, SINT; 104 F002B =, POINTER TO INT, REAL; 117 F002B AND, POINTER TO INT, "
+       "BOOL"},
+      {"b := c = Red; b := c = 1; b := c = li; b := c AND 1; i := c + li; i := c + 1;",
+       "32 F002B =, Color, Light; 45 C0032 INT, BOOL; 59 F002B +, Color, Light"},
+      {"t := t + lt; lt := lt - t; t := t * 2; t := 2 * t; t := 2 / t; t := t / 1.5; t := t * t; b "
+       ":= t > lt; td := td + t; td := td - lt; td := t + td; da := da + t; t := da - da; t := td "
+       "- dt1; b := da = td; b := td = td; dt1 := dt1 - t; t := dt1 - dt1; i := t MOD 2;",
+       "6 C0032 LTIME, TIME; 57 F002B /, SINT, TIME; 83 F002B *, TIME, TIME; 138 F002B +, TIME, "
+       "TOD; 152 F002B +, DATE, TIME; 179 F002B -, TOD, DT; 194 F002B =, DATE, TOD; 254 F002B MOD, "
+       "TIME, SINT"},
+      {"i := i ** 2; lr := i ** 2; r := r ** 2; lr := lr MOD 2.0; r := r AND r; i := i AND 3; bt "
+       ":= bt OR w; bt := bt XOR bt; w := NOT bt; b := NOT c; i := -b; i := -u; d := -ud; t := -t; "
+       "r := -s;",
+       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, REAL; 64 F002B AND, REAL, REAL; 93 C0197 UINT, "
+       "USINT; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 C0197 DINT, INT; 167 C0197 LINT, DINT; "
+       "187 F002C -, STRING"},
+      {"b := s = ws; b := i <> s; b := i <= s; b := i >= s; b := r XOR i; b := s < 'a'; s := s + "
+       "'a'; b := ws = \"x\"; b := s AND b; b := s = 1;",
+       "6 F002B =, STRING, WSTRING; 19 F002B <>, INT, STRING; 32 F002B <=, INT, STRING; 45 F002B "
+       ">=, INT, STRING; 58 F002B XOR, REAL, INT; 86 F002B +, STRING, STRING; 115 F002B AND, "
+       "STRING, BOOL; 115 C0032 STRING, BOOL; 129 F002B =, STRING, SINT"},
+      {"i := F(1); i := F(1, 2); i := F(1, 2, 3); i := F(); i := F(a := 1, b := 2, q => j); N(1); "
+       "i := N(1); N(q => i);",
+       "39 F0029 F; 96 F0026 N; 104 F0027 N, q"},
+      {"fb(io := i); fa[0](io := i); fa[2](io := i); fb(1, 2); fb(1, i); fb.io := 1; i := fb.io; i "
+       ":= fb.o; fb.o := 1; fb := fa[0]; fa := fa; fb.i := 3;",
+       "33 F0079 2; 52 F0039 2, io, INT; 69 F0024 fb, io; 86 F0024 fb, io; 101 F0023 fb.o; 112 "
+       "F0023 fb"},
+      {"fb(io := i, NOT o => b); fb(io := i, o => 5); fb(io := k); fb(io := i + 1); fb(io := "
+       "a[1]); fb(io := pt.x); fb(io := ip^); fb(io := i.3); fb(io := lv); fb(io := %MW0); fb(io "
+       ":= %MX0.0); fb(io := P); fb(io := Red);",
+       "43 F0002 5; 22 C0032 INT, BOOL; 56 F0039 k, io, INT; 69 F0039 i + 1, io, INT; 133 F0039 "
+       "i.3, io, INT; 162 F0039 %MW0, io, INT; 178 F0039 %MX0.0, io, INT; 196 F003A P; 209 F0039 "
+       "Red, io, INT"},
+      {"IF r THEN ; ELSIF i THEN ; END_IF; WHILE i DO ; END_WHILE; REPEAT ; UNTIL i END_REPEAT;",
+       "4 F002D BOOL, REAL; 19 F002D BOOL, INT; 42 F002D BOOL, INT; 75 F002D BOOL, INT"},
+      {"FOR i := 1 TO 3 BY r DO ; END_FOR; FOR si := 1 TO 300 DO ; END_FOR; FOR k := 1 TO 2 DO ; "
+       "END_FOR; FOR i := r TO 2 DO EXIT; CONTINUE; END_FOR; FOR i := 1 TO 2 BY 1 - 1 DO ; "
+       "END_FOR;",
+       "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 162 F0031"},
+      {"CASE i OF 1, 2: ; 2..4, 9: ; 4: ; 7..8, 3: ; 0..20: ; ELSE EXIT; END_CASE;",
+       "60 F0032 EXIT; 46 F0096 0..20; 46 F0096 0..20; 46 F0096 0..20; 46 F0096 0..20; 46 F0096 "
+       "0..20; 46 F0096 0..20; 46 F0096 0..20"},
+      {"CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; 3: ; END_CASE; CASE l OF "
+       "18446744073709551615: ; END_CASE;",
+       "51 F0096 3; 76 C0001 18446744073709551615, LINT"},
+      {"CASE c OF Red: ; Blue..Green: ; END_CASE; CASE s OF 1: ; END_CASE; CASE nope OF 1: ; "
+       "END_CASE; CASE i OF k, lo: ; r: ; 1.5: ; END_CASE;",
+       "18 F003D Blue..Green; 48 F002E STRING; 73 F0020 nope; 115 F002F r; 120 F002F 1.5"},
+      {"i := ADD(i, j, 2); i := ADD(i); i := SUB(i, j, 2); b := GT(3, i, j); b := GT(3, F(i), 1); "
+       "b := GT(F(i), i, F(i)); b := GT(i, s); r := MUL_TIME(t, 2); t := TIME(); t := TIME(1); i "
+       ":= AND(i, r);",
+       "25 F0060 ADD; 48 F0029 SUB; 81 F0007; 120 F002B >, INT, STRING; 135 C0032 TIME, REAL; 174 "
+       "F0029 TIME; 183 F002B AND, INT, REAL"},
+      {"i := LEN(s, s); i := LEN(i); i := LEN(); s := LEFT(s, r); s := MID(s, 1); s := CONCAT(s, "
+       "ws); s := CONCAT(s); s := INSERT(s, 'a', s); i := FIND(s, nope); s := LEFT(L := 1, IN := "
+       "s); s := LEFT(M := 1, IN := s); s := LEFT(s, L := 1); s := LEFT(IN := s, IN := s); s := "
+       "LEFT(IN => s, L := 1); i := LEN(STRING);",
+       "13 F0029 LEN; 26 F002C LEN, INT; 35 F0060 LEN; 55 F002C LEFT, REAL; 64 F0060 MID; 90 F002B "
+       "CONCAT, STRING, WSTRING; 100 F0060 CONCAT; 131 F002C INSERT, STRING; 148 F0020 nope; 193 "
+       "F0027 LEFT, M; 216 F003B LEFT; 252 F002A IN; 272 F0027 LEFT, IN; 299 F003A STRING"},
+      {"i := MUX(K := 1, IN0 := i, IN1 := 3); i := MUX(IN1 := 3, IN0 := i, K := 0); i := MUX(K := "
+       "1, IN0 := i, IN2 := 3); i := LIMIT(IN => i, MN := 0, MX := 1); i := LIMIT(0, MX := 1, IN "
+       ":= 2); i := LIMIT(MN := 0, MN := 0, MX := 1);",
+       "104 F0027 MUX, IN2; 126 F0027 LIMIT, IN; 159 F003B LIMIT; 207 F002A MN"},
+      {"pt := SEL(b, pt, qt); pt := MAX(pt, qt); pt := SEL(b, pt, i); c := MAX(c, c); c := SEL(b, "
+       "c, li); i := MAX(c, li); ip := SEL(b, ip, ip); ip := MUX(i, ip, rp); pt := MOVE(pt); s := "
+       "MUX(i, s, s);",
+       "33 F002C MAX, Pt; 59 F002C SEL, INT; 108 C0032 INVALID, INT; 151 C0131 ip, MUX; 188 C0131 "
+       "s, MUX"},
+      {"ul := TO_ULINT(ip); ul := TO_ULINT(pt); s := TO_STRING(c); b := TO_BOOL(pt); b := "
+       "TO_BOOL(ip); i := ABS(c); r := SQRT(ip); r := EXPT(r, b); i := TO_INT(fb);",
+       "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 101 C0072 ABS, "
+       "INVALID; 114 C0072 SQRT, INVALID; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
+      {"b := MEP(b); b := MEP(i); b := MEF(b) OR MEP(NOT b); i := ADR(i); ip := ADR(nope); ud := "
+       "ADR(P); ud := ADR(%MW0); ud := SIZEOF(Pt); ud := SIZEOF(nope); ud := SIZEOF(a[1]); ud := "
+       "SIZEOF(INT);",
+       "19 C0131 i, MEP; 59 C0032 POINTER TO INT, INT; 77 F0020 nope; 94 F003A P; 139 C0046 nope"},
+      {"i := F(EN := b, a := 1, ENO => b); i := F(EN := i, a := 1); i := F(EN := b, EN := b, a := "
+       "1); i := F(a := 1, ENO => i); i := F(a := 1, ENO => k); i := ADD(EN := b, IN1 := 1, IN2 := "
+       "2); i := LIMIT(EN := b, MN := 0, IN := 3, MX := 2, ENO => b); i := LEN(EN := b, IN := s); "
+       "fb(EN := b, io := i);",
+       "49 C0032 INT, BOOL; 77 F002A EN; 117 C0032 BOOL, INT; 143 F0023 k"},
+      {"nope(1); i(1); Pt(1); Color(1); F := 1; P(1); i := P; i := F; i := nope; i := nope; "
+       "nope2.x := 1; %MX0.0 := b; %MB99999 := bt; %MW0 := i; %MD3 := d; %MD3 := i; %MX0.0.1 := b; "
+       "i.16 := b; r.1 := b; b.0 := b; bt.7 := b; bt.8 := b; pt.1 := b;",
+       "1 F0020 nope; 10 F0025 i; 16 F0025 Pt; 23 F0025 Color; 33 F003A F; 41 F0025 P; 85 F0020 "
+       "nope2; 112 F0033 %MB99999; 136 C0195 INT, WORD; 147 C0195 DINT, DWORD; 158 C0195 INT, "
+       "DWORD; 161 F0033 %MX0.0.1; 176 F0038 INT; 187 F0038 REAL; 197 F0038 BOOL; 218 F0038 BYTE; "
+       "229 F0038 Pt"},
+      {"i := lo; i := k; k := 1; i := 10000000000; si := 128; si := -129; u := -1; bt := 256; b := "
+       "2; b := 1; b := INT#1; r := 1; r := 16777217; lr := 1.0e300; r := 1.0e39; t := 1; i := "
+       "T#1s; s := 'toolong'; s := \"x\"; ws := 'x';",
+       "6 C0197 LINT, INT; 18 F0023 k; 31 C0001 10000000000, LINT; 50 C0001 128, INT; 61 C0001 "
+       "-129, INT; 72 C0001 -1, SINT; 82 C0001 256, INT; 92 C0032 SINT, BOOL; 108 C0032 INT, BOOL; "
+       "158 C0197 LREAL, REAL; 171 C0032 SINT, TIME; 179 C0032 TIME, INT; 206 C0032 WSTRING, "
+       "STRING; 217 C0032 STRING, WSTRING"},
+  };
+  for (const auto& [source, expected] : rows) {
+    EXPECT_EQ(expected, brief(*analysed(withEverything(source)))) << source;
+  }
+}
+
+}  // namespace
+}  // namespace refhost
