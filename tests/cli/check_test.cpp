@@ -46,6 +46,7 @@ TEST_F(Velc, WritesOneLogForCodeScanning) {
   EXPECT_EQ(results[1]["ruleId"], "0xC0197");
   EXPECT_EQ(results[1]["level"], "warning");
   EXPECT_EQ(results[2]["ruleIndex"], 0);
+  EXPECT_EQ(std::string(results[2]["message"]["text"]).substr(0, 20), "Too many parameters,");
   const auto& place = results[2]["locations"][0]["physicalLocation"];
   EXPECT_EQ(place["artifactLocation"]["uri"], "a%20b.st");
   EXPECT_EQ(place["region"], nlohmann::json({{"startLine", 3}, {"startColumn", 14}}));
@@ -64,11 +65,15 @@ TEST_F(Velc, WarnsWithoutFailing) {
 
 TEST_F(Velc, SurvivesSourcesThatAreNoText) {
   write("bytes.st", std::string("PROGRAM p \xFF\x1B[2J\0 x := 'a", 24));
-  for (const char* form : {"text", "json", "sarif"}) {
-    const Outcome outcome = velc(std::string("check bytes.st --diagnostics=") + form);
-    EXPECT_EQ(outcome.code, 1);
-    EXPECT_EQ(outcome.err.find('\x1B'), std::string::npos);
-  }
+  const std::string message = "Syntax error: the file is not a text from here on;";
+  EXPECT_EQ(velc("check bytes.st").err,
+            "bytes.st:1:11: error: " + message +
+                " [0xF0002]\nPROGRAM p \xFF [2J  x := 'a\n          ^\n");
+  const auto json = nlohmann::json::parse(velc("check bytes.st --diagnostics=json").err);
+  EXPECT_EQ(json["message"], message);
+  const auto log = nlohmann::json::parse(velc("check bytes.st --diagnostics=sarif").err);
+  EXPECT_EQ(log["runs"][0]["results"][0]["message"]["text"], message);
+  EXPECT_EQ(velc("check bytes.st").code, 1);
 }
 
 TEST_F(Velc, ChecksAndRunsTheFillingStation) {

@@ -8,7 +8,7 @@ namespace velc {
 namespace {
 
 TEST_F(Velc, RefusesBadUsage) {
-  writeProgram("p.st", "x : INT;", "x := 1;");
+  writeProgram("p.st", "x : INT; f : CTU;", "x := 1;");
   struct Row {
     const char* arguments;
     const char* reason;
@@ -32,6 +32,7 @@ TEST_F(Velc, RefusesBadUsage) {
            Row{"run p.st --set x", "'x' is not NAME=VALUE"},
            Row{"run p.st --set y=1", "no program has a variable 'y'"},
            Row{"run p.st --set x=TRUE", "'TRUE'"},
+           Row{"run p.st --set f=1", "--set: 'f' cannot be set"},
            Row{"run p.st --compiler no-cc", "cannot start 'no-cc': No such file or directory"},
            Row{"run p.st --compiler false", "the C compiler 'false' failed with status 1"},
        }) {

@@ -103,6 +103,8 @@ TEST_F(Checks, AssignedTypes) {
       {"dw", "s", -2, false, "E C0032 'STRING' cannot convert to 'DWORD' type;"},
       {"si", "300", -3, false, "E C0001 The constant '300' is too large for data type 'INT';"},
       {"st", "us", 0, false, "E C0032 'us' cannot convert to 'st' type;"},
+      {"en", "us", 0, false, "E C0032 'us' cannot convert to 'en' type;"},
+      {"fb", "us", 0, false, "E C0032 'us' cannot convert to 'fb' type;"},
       {"st", "ST", 0, true, ""},
       {"st", "ST", -2, false, "E C0032 'INVALID' cannot convert to 'INVALID' type;"},
   };

@@ -65,6 +65,8 @@ TEST(Literal, HasAValueAndAType) {
       {"-9223372036854775809", "out of range"},
       {"2#1010_1010", "USINT 170"},
       {"8#777", "UINT 511"},
+      {"5#4", "malformed"},
+      {"5#x", "malformed"},
       {"16#ff_ff", "UINT 65535"},
       {"16#100", "UINT 256"},
       {"16#1_0000", "UDINT 65536"},

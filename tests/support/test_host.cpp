@@ -43,6 +43,8 @@ DataTypeInfo TestHost::typeOf(const std::string& text) {
   if (word == "q") return {BasicDataType::Undetermined, ""};
   if (word == "p") return {BasicDataType::Pointer, ""};
   if (word == "st") return {BasicDataType::Structure, ""};
+  if (word == "en") return {BasicDataType::Enumeration, ""};
+  if (word == "fb") return {BasicDataType::FunctionBlock, ""};
   if (word == "n") return {BasicDataType::Derived, "DINT"};
   for (const auto& [variable, type] : kVariables) {
     if (word == variable) return {hostkit::elementaryType(type)->type, type};
