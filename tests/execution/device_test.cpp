@@ -31,7 +31,7 @@ class Machine {
   Row& take(const std::string& area, int index) {
     const std::string address = fmt::format("%{}L{}", area, index);
     Row& row = rows_[address] = Row(random());
-    program.presets[address] = value("LWORD", static_cast<Number>(row.to_ullong()));
+    program.presets[address] = value("LWORD", static_cast<Wide>(row.to_ullong()));
     return row;
   }
   void refreshed(const char* what, int offset, int count) {
@@ -41,7 +41,7 @@ class Machine {
   }
   void run() {
     for (const auto& [address, row] : rows_) {
-      program.expectAt(address, value("LWORD", static_cast<Number>(row.to_ullong())));
+      program.expectAt(address, value("LWORD", static_cast<Wide>(row.to_ullong())));
     }
     program.run();
   }
@@ -151,7 +151,7 @@ TEST_P(Devices, Bits) {
       machine.refreshed("OUTPUT", row * 64 + bit, 1);
     }
   }
-  program.expectVariable("target", value("WORD", static_cast<Number>(word.to_ulong())));
+  program.expectVariable("target", value("WORD", static_cast<Wide>(word.to_ulong())));
   machine.run();
 }
 
@@ -166,7 +166,7 @@ TEST(BitsOfParameters, OfEveryType) {
   program.proves("GETBITOFPARAM SETBITOFPARAM");
   int call = 0;
   for (const Type& type : types()) {
-    if (type.kind == Type::Text) continue;
+    if (type.text()) continue;
     program.units += fmt::format(
         "FUNCTION_BLOCK Of{0} VAR_IN_OUT {{bitparam}} p : {0}; END_VAR\n"
         "VAR_INPUT n : LINT; v : BOOL; END_VAR VAR_OUTPUT was : BOOL; END_VAR\n"
@@ -174,7 +174,7 @@ TEST(BitsOfParameters, OfEveryType) {
         type.name);
     program.variables += fmt::format("fb{0} : Of{0};\n", type.name);
     const Value start = samples(type).back();
-    const int width = type.kind == Type::Bool ? 1 : type.bits;
+    const int width = type.bits;
     std::vector<std::int64_t> places = {INT64_MIN, INT64_MAX, std::int64_t{1} << 32};
     for (int n = -1; n <= width; ++n) places.push_back(n);
     for (const std::int64_t n : places) {

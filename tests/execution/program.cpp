@@ -38,7 +38,7 @@ std::vector<std::string> operatorNames() {
 }
 
 std::string Program::input(const Value& value) {
-  std::string& name = names_[value.type->name + bytes(value)];
+  std::string& name = names_[std::string(value.type->name) + bytes(value)];
   if (name.empty()) {
     name = fmt::format("in{}", names_.size());
     inputs_[name] = value;
@@ -46,21 +46,21 @@ std::string Program::input(const Value& value) {
   return name;
 }
 
-void Program::expect(const std::string& expression, const Value& expected, Number tolerance) {
-  expectations_[fmt::format("out{}", calls_.size())] = {expected, tolerance, expression};
+void Program::expect(const std::string& expression, const Value& expected) {
+  expectations_[fmt::format("out{}", calls_.size())] = {expected, expression};
   calls_.push_back(expression);
   operators_.insert(expression.substr(0, expression.find('(')));
 }
 
 void Program::expect(const std::string& name, const std::vector<Value>& inputs,
-                     const Value& expected, Number tolerance) {
+                     const Value& expected) {
   std::string call;
   for (const Value& value : inputs) call += (call.empty() ? name + '(' : ", ") + input(value);
-  expect(call + ')', expected, tolerance);
+  expect(call + ')', expected);
 }
 
 void Program::expectVariable(const std::string& name, const Value& expected) {
-  expectations_[name] = {expected, 0, name};
+  expectations_[name] = {expected, name};
 }
 
 void Program::expectAt(const std::string& address, const Value& expected) {
@@ -177,9 +177,9 @@ void Program::compare(const std::vector<refhost::ProgramVariable>& printed,
     const auto found = expectations_.find(variable.name);
     if (found == expectations_.end()) continue;
     const Expectation& expected = found->second;
-    const Value actual = fromBytes(*expected.value.type, bytes);
-    EXPECT_TRUE(same(expected.value, actual, expected.tolerance))
-        << expected.source << " is " << describe(actual) << ", not " << describe(expected.value);
+    EXPECT_EQ(generated::printed(expected.value),
+              generated::printed(fromBytes(*expected.value.type, bytes)))
+        << expected.source;
     ++compared;
   }
   EXPECT_EQ(held.size(), at);

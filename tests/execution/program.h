@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "refhost/session.h"
-#include "tests/execution/values.h"
+#include "tests/execution/samples.h"
 
 namespace execution {
 
@@ -39,11 +39,11 @@ class Program {
 
   // A variable that holds the value, which the C compiler cannot know.
   std::string input(const Value& value);
-  // A call with inputs, given to a variable of the type of `expected`; see same().
-  void expect(const std::string& name, const std::vector<Value>& inputs, const Value& expected,
-              Number tolerance = 0);
+  // A call with inputs, given to a variable of the type of `expected`. What a NaN holds does not
+  // count.
+  void expect(const std::string& name, const std::vector<Value>& inputs, const Value& expected);
   // The same for any expression that begins with a call.
-  void expect(const std::string& expression, const Value& expected, Number tolerance = 0);
+  void expect(const std::string& expression, const Value& expected);
   // What a variable declared in `variables`, or a device address, holds after all scans.
   void expectVariable(const std::string& name, const Value& expected);
   void expectAt(const std::string& address, const Value& expected);
@@ -58,7 +58,6 @@ class Program {
  private:
   struct Expectation {
     Value value;
-    Number tolerance;
     std::string source;
   };
   std::string source() const;

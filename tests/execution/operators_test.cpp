@@ -1,0 +1,207 @@
+// The operators of the table of random programs, with the limits of all types.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/execution/program.h"
+
+namespace execution {
+namespace {
+
+using generated::Operator;
+using generated::Types;
+using generated::Values;
+
+// The types of operands that can give the result: all where there is one operand, else some.
+std::set<Types> signatures(const Operator& op, const Type& result) {
+  constexpr int kDraws = 1000;
+  constexpr std::size_t kOfSeveral = 8;
+  generated::Random random(1);
+  std::set<Types> found;
+  for (int i = 0; i < kDraws; ++i) {
+    Types operands = op.operands(random, result);
+    if (operands.empty() || (operands.size() > 1 && found.size() == kOfSeveral)) break;
+    found.insert(std::move(operands));
+  }
+  return found;
+}
+
+std::vector<Value> triedFor(const Operator& op, const Types& operands, const Type& result) {
+  const Type& type = *operands[0];
+  // The generic names become the same C, mostly.
+  const bool generic = op.name.compare(0, 3, "TO_") == 0;
+  std::vector<Value> tried = operands.size() == 1 && !generic ? samples(type) : few(type);
+  for (int i = 0; i < 256 && op.name.find("BCD") != std::string::npos; ++i) {
+    tried.push_back(generated::integer(type, i));
+  }
+  if (!type.text() || result.text()) return tried;
+  for (const Value& sample : samples(result)) {
+    tried.push_back(text(type.name, generated::printed(sample)));
+  }
+  return tried;
+}
+
+// Each of the first operand's values with a few of the second's and third's; of more operands
+// each has one value.
+std::vector<Values> combinations(const Operator& op, const Types& operands, const Type& result) {
+  std::vector<Values> all;
+  for (const Value& first : triedFor(op, operands, result)) all.push_back({first});
+  for (std::size_t i = 1; i < operands.size(); ++i) {
+    const std::vector<Value> next = few(*operands[i]);
+    std::vector<Values> longer;
+    for (const Values& values : all) {
+      for (const Value& value : operands.size() > 3 ? std::vector{next[i % next.size()]} : next) {
+        longer.push_back(values);
+        longer.back().push_back(value);
+      }
+    }
+    all = std::move(longer);
+  }
+  return all;
+}
+
+std::string nameOf(std::string name, const Type& first, const Type& result) {
+  for (const auto& [mark, type] : {std::pair("$0", &first), {"$r", &result}}) {
+    const std::size_t at = name.find(mark);
+    if (at != std::string::npos) name.replace(at, 2, type->name);
+  }
+  return name;
+}
+
+TEST(Operators, ComputeWhatTheirTableSays) {
+  const std::vector<std::string> names = operatorNames();
+  const std::set<std::string> registered(names.begin(), names.end());
+  Program program;
+  int calls = 0;
+  const auto run = [&] {
+    program.compileWith("-Wno-sign-compare", "MIN and MAX compare what they are given");
+    program.run();
+    program = Program();
+    calls = 0;
+  };
+  for (const Operator& op : generated::operators()) {
+    if (op.precedence > 0 || op.need == Operator::Shift) continue;
+    for (const Type& result : types()) {
+      for (const Types& operands : signatures(op, result)) {
+        const std::string name = nameOf(op.name, *operands[0], result);
+        if (registered.count(name) == 0) continue;
+        const bool reads = operands[0]->text() && !result.text() && result.kind != Type::Bool;
+        for (const Values& values : combinations(op, operands, result)) {
+          try {
+            const Value expected = op.evaluate(result, values);
+            program.expect(name, values, expected);
+            if (reads) program.expect("TO_" + std::string(result.name), values, expected);
+            ++calls;
+          } catch (const generated::Undefined&) {
+            continue;
+          }
+        }
+        if (calls > 1000) run();
+      }
+    }
+  }
+  run();
+}
+
+// The whole text is one number or it is 0; what is out of range takes the nearest value. Other
+// forms of other types are those of tests/runtime.
+TEST(Operators, ReadNumbersOfAllForms) {
+  const Wide most = Wide{1} << 100;
+  const std::pair<const char*, Wide> rows[] = {{"1_000", 1000},
+                                               {"+12", 12},
+                                               {" \t-12 ", -12},
+                                               {"2#1010_1010", 170},
+                                               {"8#777", 511},
+                                               {"16#fF", 255},
+                                               {"-16#80", -128},
+                                               {"0009", 9},
+                                               {"12abc", 0},
+                                               {"1__0", 0},
+                                               {"_1", 0},
+                                               {"99999999999999999999999", most},
+                                               {"1 2", 0},
+                                               {"2#2", 0},
+                                               {"-", 0},
+                                               {"-99999999999999999999999", -most},
+                                               {"1.0", 0},
+                                               {"", 0},
+                                               {"-9223372036854775809", -most},
+                                               {"16#FFFF_FFFF_FFFF_FFFF", UINT64_MAX},
+                                               {"18446744073709551616", most}};
+  Program program;
+  for (const Type& type : types()) {
+    if (!type.integer()) continue;
+    const Wide half = Wide{1} << (type.bits - 1);
+    const Wide lowest = type.kind == Type::Signed ? -half : 0;
+    for (const auto& [read, meant] : rows) {
+      const Value held{&type, std::clamp<Wide>(meant, lowest, lowest + 2 * half - 1)};
+      for (const char* const from : {"STRING", "WSTRING"}) {
+        program.expect("TO_" + std::string(type.name), {text(from, read)}, held);
+        program.expect(fmt::format("{}_TO_{}", from, type.name), {text(from, read)}, held);
+      }
+    }
+  }
+  program.run();
+}
+
+class BitMoves : public testing::TestWithParam<const char*> {};
+
+TEST_P(BitMoves, ByEveryCount) {
+  const std::string name = GetParam();
+  const bool left = name.back() == 'L';
+  Program program;
+  if (name == "SHL") {
+    program.compileWith("-fno-sanitize=shift-base", "SHL shifts signed numbers as they are");
+  }
+  for (const Type& type : types()) {
+    if (!type.integer()) continue;
+    const int width = type.bits;
+    for (const int count : {0, 1, 5, width - 1, width, width + 3, -1, -width - 1}) {
+      for (const std::string countType : {"INT", "SINT", "UDINT", "LINT"}) {
+        const Value by = value(countType, count);
+        if (by.number != count) continue;
+        for (const Value& in : countType == "INT" ? samples(type) : few(type)) {
+          const Wide bits = in.number & ((Wide{1} << width) - 1);
+          const int turn = ((left ? count : -count) + 2 * width) % width;
+          Wide result = 0;
+          if (name[0] == 'S') {
+            // C leaves a shift by the width or more open, and so do the macros.
+            if (count >= width) continue;
+            if (count >= 0) result = left ? bits << count : in.number >> count;
+          } else {
+            // By a multiple of the width the macros shift by the width, which C leaves open.
+            if (turn == 0 && width > 8) continue;
+            result = bits << turn | bits >> (width - turn);
+          }
+          program.expect(name, {in, by}, generated::integer(type, result));
+        }
+      }
+    }
+  }
+  program.run();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, BitMoves, testing::Values("SHL", "SHR", "ROL", "ROR"));
+
+TEST(Operators, SizesAndAddresses) {
+  Program program;
+  program.variables = "s : STRING[10]; w : WSTRING[10]; m1 AT %MW3 : WORD; m2 AT %MD5 : DWORD;\n";
+  for (const Type& type : types()) {
+    if (!type.text())
+      program.expect(fmt::format("SIZEOF({})", type.name), value("UDINT", (type.bits + 7) / 8));
+  }
+  const std::pair<const char*, int> rows[] = {
+      {"s", 11},   {"w", 22},     {"%MX7.3", 1}, {"%IB1", 1},      {"%QW1", 2}, {"%MD1", 4},
+      {"%ML1", 8}, {"LINT#5", 8}, {"BYTE#5", 1}, {"LREAL#1.0", 8}, {"T#5s", 4}, {"5", 4}};
+  for (const auto& [operand, size] : rows) {
+    program.expect(fmt::format("SIZEOF({})", operand), value("UDINT", size));
+  }
+  // Only differences of addresses are the same on every machine.
+  program.expect("ADR(m2) - ADR(m1)", value("UDINT", 14));
+  program.expect("ADR(%MB9) - ADR(%MB2)", value("UDINT", 7));
+  program.run();
+}
+
+}  // namespace
+}  // namespace execution
