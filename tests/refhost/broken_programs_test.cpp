@@ -48,8 +48,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"a := 1; *)\nb := 2;", "3:9"},
       {"IF c THEN a := 1 END_IF;\nb := 2;", "3:18"},
       {"goto x;\nb := 1;", "3:6"},
-      {")) a := 1;\nb := 2;", "3:1"},
-  };
+      {")) a := 1;\nb := 2;", "3:1"}};
   for (const Row& row : bodies) {
     const std::string variables = "VAR a, b, i : INT; c, d : BOOL; s : STRING; END_VAR\n";
     EXPECT_EQ(places("PROGRAM p\n" + variables + row.source + "\nEND_PROGRAM"), row.errors)

@@ -34,14 +34,15 @@ inline std::vector<std::string> said(const Session& session) {
   return lines;
 }
 
-// "column code arguments" of each message in line 2, with the line before it in all others: what a
-// message says is shown once, where each stands many times.
+// "column code arguments" of each message in line 2, with the line before it in all others and
+// with "~" before the code of a warning. The pages of the messages hold their whole texts.
 inline std::string brief(const Session& session) {
   std::string all;
   for (const vel::VELMessage& message : session.messages()) {
     const LineColumn at = const_cast<Session&>(session).sources().position(message.location);
-    all += fmt::format("{}{}{} {:X}", all.empty() ? "" : "; ",
-                       at.line == 2 ? "" : fmt::format("{}:", at.line), at.column, message.code);
+    all += fmt::format("{}{}{} {}{:X}", all.empty() ? "" : "; ",
+                       at.line == 2 ? "" : fmt::format("{}:", at.line), at.column,
+                       message.severity == 1 ? "" : "~", message.code);
     const char* before = " ";
     const std::string& text = message.text;
     for (std::size_t open = text.find('\''); open != std::string::npos;) {

@@ -180,6 +180,64 @@ TEST(StatementsInC, OfEveryKind) {
        ":= F(3 - 4); i := - - 1; l := 9223372036854775807 + 1;",
        "i16 vel_t1; @i = 14; @l = -6; @i = (i16)(@i + (i16)(-1)); @r = 0; @d = (i32)(100000); @i = "
        "F(-1, 3, &vel_t1); @i = (i8)-(-1); @l = (i64)((u64)9223372036854775807LL + (u64)1LL);"},
+      {"b := GE(i, j); b := EQ(s, 'a'); b := LE(1, i, i); b := LT(i, 3); i := SUB(IN2 := 1, IN1 := "
+       "i); i := DIV(17, j); i := MOD(i, 5); i := MUL(i, j); t := DIV_TIME(t, i); lt := "
+       "MUL_LTIME(lt, 3); w := OR(w, 1); w := AND(w, 2);",
+       "@b = (@i >= @j); @b = (vel_string_compare(@s, \"a\") == 0); @b = ((1 <= @i) & (@i <= @i)); "
+       "@b = (@i < 3); @i = ((i16)(@i - 1)); @i = (vel_div_i16(17, @j)); @i = (vel_mod_i16(@i, "
+       "5)); @i = ((i16)(@i * @j)); @t = ((i32)vel_div_i64(@t, (i64)@i)); @lt = ((i64)((u64)@lt * "
+       "(u64)3)); @w = (@w | 1); @w = (@w & 2);"},
+      {"l := LINT#1000000 * LINT#1000000; lt := LTIME#1ns - LTIME#2ns; b := ULINT#1 - ULINT#2 > "
+       "ULINT#5; lr := UDINT#0 - UDINT#1; b := 1 - UDINT#2 > 0; l := MAX(LINT#3 * LINT#3, LINT#0); "
+       "ul := SHL(ULINT#5, 32) + 1; lt := MAX(LTIME#1s, T#2s); d := LTIME_TO_DINT(T#5ms); t := "
+       "T#24d + T#24d;",
+       "@l = (i64)((u64)1000000LL * (u64)1000000LL); @lt = (i64)((u64)1LL - (u64)2LL); @b = (1ULL "
+       "- 2ULL) > 5ULL; @lr = 0u - 1u; @b = (1u - 2u) > 0u; @l = MAX(((i64)((u64)3LL * (u64)3LL)), "
+       "(0LL)); @ul = (((u64)(SHL((5ULL), (32))))) + 1ULL; @lt = MAX((1000000000LL), (((i64)(2000) "
+       "* 1000000))); @d = ((i32)(((i64)(5) * 1000000))); @t = (i32)((u32)2073600000 + "
+       "(u32)2073600000);"},
+      {"fb(io := i, NOT o => j); s := TO_STRING(SEL(b, i, j) + 1); i := SEL(b, i, j) / 2; l := "
+       "-SEL(b, i, l) * 2; w := NOT SEL(b, w, w); b := NOT SEL(b, i > 0, i < 0); lt := SEL(b, lt + "
+       "lt, t) + lt; b := SEL(b, t, t) > lt;",
+       "@fb.io = &@i; B_body(&@fb); @j = (i16)~@fb.o; vel_string_set(@s, 6, "
+       "INT_TO_STRING(((i16)((SEL((@b), (@i), (@j))) + 1)), _returnString)); @i = "
+       "vel_div_i16((SEL((@b), (@i), (@j))), 2); @l = (i16)(((i16)-((i16)(SEL((@b), (@i), (@l))))) "
+       "* 2); @w = vel_not_u16(SEL((@b), (@w), (@w))); @b = !(SEL((@b), (@i > 0), (@i < 0))); @lt "
+       "= (i64)((u64)(SEL((@b), ((i64)((u64)@lt + (u64)@lt)), (((i64)(@t) * 1000000)))) + "
+       "(u64)@lt); @b = ((i64)(SEL((@b), (@t), (@t))) * 1000000) > @lt;"},
+      {"d := d * 2 - i; l := -l; l := -9223372036854775808; i := -i; lt := lt + t; t := t + T#1s; "
+       "b := NOT bt = 16#F0 AND NOT i = 5; i.3 := i.4; i := j + limit(0, i, 100); i := MAX(MIN(i, "
+       "j), 3); si := i; u := u * u; i.%X3 := b AND_THEN b;",
+       "@d = (i32)((u32)(i32)((u32)@d * (u32)2) - (u32)(i32)@i); @l = (i64)(0 - (u64)@l); @l = "
+       "(-9223372036854775807LL - 1); @i = (i16)-@i; @lt = (i64)((u64)@lt + (u64)((i64)@t * "
+       "1000000)); @t = (i32)((u32)@t + (u32)1000); @b = (vel_not_u8(@bt) == 240) & (((i16)~@i) == "
+       "5); vsbit(@i, 3, vgbit((@i, 4))); @i = (i16)(@j + (LIMIT((0), (@i), (100)))); @i = "
+       "MAX((MIN((@i), (@j))), (3)); @si = (i8)(@i); @u = (u16)((u32)@u * (u32)@u); vsbit(@i, 3, "
+       "@b && @b);"},
+      {"s := 'a$'b$0A'; b := s < 'x'; ws := \"$00e4\"; s := LTIME_TO_STRING(t); s := CONCAT('x', "
+       "BOOL_TO_STRING(b)); ws := LEFT(\"xy\", i); b := MUX(i, i = j, FALSE); i := ROL(i, LIMIT(0, "
+       "i, 9)); ul := SIZEOF(i) - ud; ud := SIZEOF(STRING[9]) + SIZEOF(wstring);",
+       "vel_string_set(@s, 6, \"a'b\\012\"); @b = vel_string_compare(@s, \"x\") < 0; "
+       "vel_wstring_set(@ws, 81, (const u16[]){228, 0}); vel_string_set(@s, 6, "
+       "LTIME_TO_STRING((((i64)(@t) * 1000000)), _returnString)); vel_string_concat(@s, 6, 2, "
+       "(const char*[]){\"x\", BOOL_TO_STRING((@b), _returnString)}); vel_wstring_left(@ws, 3, "
+       "u\"xy\", (i64)@i); @b = ((u8)FC_MUX_INT(2, @i, (u8)(@i == @j), (u8)0)); @i = ROL(@i, "
+       "(LIMIT((0), (@i), (9))), i16, u16); @ul = ((u32)sizeof(i16)) - @ud; @ud = "
+       "((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
+      {"b := MIN(r, 0.1) = r; b := SEL(b, INT_TO_STRING(1), s) = 'x'; lr := SEL(b, i + 1, j) ** 2; "
+       "MAX(i, j); l := LIMIT(MIN(ul, ud), l, lo); l := lo / ULINT#18446744073709551614; d := "
+       "MAX(d, d) + LIMIT(0, i, j);",
+       "@b = ((f32)(MIN((@r), (0.1)))) == @r; @b = vel_string_compare(SEL((@b), "
+       "(INT_TO_STRING((1), _returnString)), (@s)), \"x\") == 0; @lr = vel_pow((f64)(SEL((@b), "
+       "((i16)(@i + 1)), (@j))), 2); (void)(MAX((@i), (@j))); @l = LIMIT(((i64)(MIN((@ul), "
+       "(@ud)))), (@l), (@lo)); @l = vel_div_i64(@lo, (i64)18446744073709551614ULL); @d = "
+       "(i32)((u32)(MAX((@d), (@d))) + (u32)(i32)(LIMIT((0), (@i), (@j))));"},
+      {"CASE bt OF 0..5, 200..255: ; END_CASE; CASE l OF -9223372036854775808: ; END_CASE; CASE bt "
+       "OF 0, 256: ; END_CASE; CASE ul OF -1: ; -2..3, -5..-4: ; END_CASE;",
+       "u8 vel_t1; i64 vel_t2; i64 vel_t3; u64 vel_t4; vel_t1 = @bt; if ((vel_t1 >= 0 && vel_t1 <= "
+       "5) || (vel_t1 >= 200 && vel_t1 <= 255)) { } vel_t2 = @l; if (vel_t2 == "
+       "(-9223372036854775807LL - 1)) { } vel_t3 = @bt; if (vel_t3 == 0 || vel_t3 == 256) { } "
+       "vel_t4 = @ul; if (0) { } else if ((vel_t4 >= 0 && vel_t4 <= 3) || 0) { }"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, inOneLine(scanText(*analysed(withEverything(source))))) << source;

@@ -99,8 +99,15 @@ TEST(Declarations, AreJudged) {
        "SINT; END_VAR x := GETBITOFPARAM(a, 3); x := GETBITOFPARAM(b, 3); SETBITOFPARAM(a, 1, 5); "
        "s := SEL(x, 1, 2); s := SEL(x, 200, 3); s := MAX(s, a); x := MUX(1, x, TRUE) = s; "
        "END_PROGRAM",
-       "1:132 C0131 B, GETBITOFPARAM; 1:153 C0131 5, P; 1:201 C0197 INT, SINT; 1:222 C0197 INT, "
+       "1:132 C0131 B, GETBITOFPARAM; 1:153 C0131 5, P; 1:201 ~C0197 INT, SINT; 1:222 ~C0197 INT, "
        "SINT; 1:238 F002B =, BOOL, SINT"},
+      {"PROGRAM P VAR a AT %MW0: DINT; a: INT; z: NoType; q: STRING[0]; b: LTOD; c: Ltod; END_VAR "
+       "b := c; END_PROGRAM FUNCTION F : INT VAR_INPUT a AT %MW0: INT; END_VAR F := a; "
+       "END_FUNCTION FUNCTION G : INTT END_FUNCTION PROGRAM Q VAR x: INT; END_VAR x := G() + "
+       "ABS(G()); END_PROGRAM FUNCTION MAX : INT MAX := 1; END_FUNCTION FUNCTION_BLOCK A VAR b: B; "
+       "END_VAR END_FUNCTION_BLOCK FUNCTION_BLOCK B VAR a: A; END_VAR END_FUNCTION_BLOCK",
+       "1:286 F0021 MAX; 1:20 F0034 %MW0, DINT; 1:32 F0021 a; 1:43 F0022 NoType; 1:61 F0036 0; "
+       "1:68 F0007 LTOD; 1:143 F003E a; 1:196 F0022 INTT; 1:334 F0035 A"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(source))) << source;

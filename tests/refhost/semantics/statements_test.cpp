@@ -8,11 +8,11 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"c := Red; c := Color#Blue; c := Color.Green; i := c; si := Red; lv := 10; lv := -10; lv := "
        "i; pt := qt; a[1] := a[3]; i := a[i];",
        ""},
-      {"c := 2; c := j;", "6 F007D Color; 14 F007D Color"},
+      {"c := 2; c := j;", "6 ~F007D Color; 14 ~F007D Color"},
       {"c := Light#On;", "6 C0032 Light, Color"},
       {"c := Color#On; c := Red.x;", "6 F0020 Color#On; 25 F0024 Red, x"},
       {"si := c; r := c; u := c; s := c; i := pt;",
-       "7 C0197 INT, SINT; 23 C0195 INT, UINT; 31 C0032 Color, STRING; 39 C0032 Pt, INT"},
+       "7 ~C0197 INT, SINT; 23 ~C0195 INT, UINT; 31 C0032 Color, STRING; 39 C0032 Pt, INT"},
       {"lv := 11; lv := -11; lv := c; lv := 5 + 6;", "7 F007C 11; 17 F007C -11; 37 F007C 11"},
       {"i := pt.z; pt.x.y := 1; pt := i; i := Pt;",
        "9 F0024 pt, z; 17 F0024 pt.x, y; 31 C0032 INT, Pt; 39 C0032 Pt, INT"},
@@ -27,10 +27,10 @@ TEST(Statements, AreJudgedInEveryPart) {
        ""},
       {"ip := rp; ip := d; ip := 4; rf := 0; rf := ip; rf := REF(r); rf := ADR(i); i := ip; r := "
        "ip; ip := r; b := ip; ud := ip; ud := ADR(i) + 1; ip := i; ip := t;",
-       "7 F007E POINTER TO REAL, POINTER TO INT; 17 F007E DINT, POINTER TO INT; 26 F007E SINT, "
+       "7 ~F007E POINTER TO REAL, POINTER TO INT; 17 ~F007E DINT, POINTER TO INT; 26 ~F007E SINT, "
        "POINTER TO INT; 35 C0032 SINT, REF_TO INT; 54 C0032 REF_TO REAL, REF_TO INT; 81 C0032 "
        "POINTER TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 C0032 REAL, POINTER TO INT; 108 "
-       "C0032 POINTER TO INT, BOOL; 118 F007F UDINT; 146 F007E INT, POINTER TO INT; 155 C0032 "
+       "C0032 POINTER TO INT, BOOL; 118 ~F007F UDINT; 146 ~F007E INT, POINTER TO INT; 155 C0032 "
        "TIME, POINTER TO INT"},
       {"rf := REF(); rf := REF(i, i); rf := REF(1); rf := REF(k); rf := REF(i.3); rf := REF(i + "
        "1); rf := REF(nope);",
@@ -52,9 +52,9 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"i := i ** 2; lr := i ** 2; r := r ** 2; lr := lr MOD 2.0; r := r AND r; i := i AND 3; bt "
        ":= bt OR w; bt := bt XOR bt; w := NOT bt; b := NOT c; i := -b; i := -u; d := -ud; t := -t; "
        "r := -s;",
-       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, REAL; 64 F002B AND, REAL, REAL; 93 C0197 UINT, "
-       "USINT; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 C0197 DINT, INT; 167 C0197 LINT, DINT; "
-       "187 F002C -, STRING"},
+       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, REAL; 64 F002B AND, REAL, REAL; 93 ~C0197 UINT, "
+       "USINT; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 ~C0197 DINT, INT; 167 ~C0197 LINT, "
+       "DINT; 187 F002C -, STRING"},
       {"b := s = ws; b := i <> s; b := i <= s; b := i >= s; b := r XOR i; b := s < 'a'; s := s + "
        "'a'; b := ws = \"x\"; b := s AND b; b := s = 1;",
        "6 F002B =, STRING, WSTRING; 19 F002B <>, INT, STRING; 32 F002B <=, INT, STRING; 45 F002B "
@@ -80,14 +80,14 @@ TEST(Statements, AreJudgedInEveryPart) {
        "END_FOR;",
        "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 162 F0031"},
       {"CASE i OF 1, 2: ; 2..4, 9: ; 4: ; 7..8, 3: ; 0..20: ; ELSE EXIT; END_CASE;",
-       "60 F0032 EXIT; 46 F0096 0..20; 46 F0096 0..20; 46 F0096 0..20; 46 F0096 0..20; 46 F0096 "
-       "0..20; 46 F0096 0..20; 46 F0096 0..20"},
+       "60 F0032 EXIT; 46 ~F0096 0..20; 46 ~F0096 0..20; 46 ~F0096 0..20; 46 ~F0096 0..20; 46 "
+       "~F0096 0..20; 46 ~F0096 0..20; 46 ~F0096 0..20"},
       {"CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; 3: ; END_CASE; CASE l OF "
        "18446744073709551615: ; END_CASE;",
-       "51 F0096 3; 76 C0001 18446744073709551615, LINT"},
+       "51 ~F0096 3; 76 C0001 18446744073709551615, LINT"},
       {"CASE c OF Red: ; Blue..Green: ; END_CASE; CASE s OF 1: ; END_CASE; CASE nope OF 1: ; "
        "END_CASE; CASE i OF k, lo: ; r: ; 1.5: ; END_CASE;",
-       "18 F003D Blue..Green; 48 F002E STRING; 73 F0020 nope; 115 F002F r; 120 F002F 1.5"},
+       "18 ~F003D Blue..Green; 48 F002E STRING; 73 F0020 nope; 115 F002F r; 120 F002F 1.5"},
       {"i := ADD(i, j, 2); i := ADD(i); i := SUB(i, j, 2); b := GT(3, i, j); b := GT(3, F(i), 1); "
        "b := GT(F(i), i, F(i)); b := GT(i, s); r := MUL_TIME(t, 2); t := TIME(); t := TIME(1); i "
        ":= AND(i, r);",
@@ -126,15 +126,15 @@ TEST(Statements, AreJudgedInEveryPart) {
        "nope2.x := 1; %MX0.0 := b; %MB99999 := bt; %MW0 := i; %MD3 := d; %MD3 := i; %MX0.0.1 := b; "
        "i.16 := b; r.1 := b; b.0 := b; bt.7 := b; bt.8 := b; pt.1 := b;",
        "1 F0020 nope; 10 F0025 i; 16 F0025 Pt; 23 F0025 Color; 33 F003A F; 41 F0025 P; 85 F0020 "
-       "nope2; 112 F0033 %MB99999; 136 C0195 INT, WORD; 147 C0195 DINT, DWORD; 158 C0195 INT, "
+       "nope2; 112 F0033 %MB99999; 136 ~C0195 INT, WORD; 147 ~C0195 DINT, DWORD; 158 ~C0195 INT, "
        "DWORD; 161 F0033 %MX0.0.1; 176 F0038 INT; 187 F0038 REAL; 197 F0038 BOOL; 218 F0038 BYTE; "
        "229 F0038 Pt"},
       {"i := lo; i := k; k := 1; i := 10000000000; si := 128; si := -129; u := -1; bt := 256; b := "
        "2; b := 1; b := INT#1; r := 1; r := 16777217; lr := 1.0e300; r := 1.0e39; t := 1; i := "
        "T#1s; s := 'toolong'; s := \"x\"; ws := 'x';",
-       "6 C0197 LINT, INT; 18 F0023 k; 31 C0001 10000000000, LINT; 50 C0001 128, INT; 61 C0001 "
+       "6 ~C0197 LINT, INT; 18 F0023 k; 31 C0001 10000000000, LINT; 50 C0001 128, INT; 61 C0001 "
        "-129, INT; 72 C0001 -1, SINT; 82 C0001 256, INT; 92 C0032 SINT, BOOL; 108 C0032 INT, BOOL; "
-       "158 C0197 LREAL, REAL; 171 C0032 SINT, TIME; 179 C0032 TIME, INT; 206 C0032 WSTRING, "
+       "158 ~C0197 LREAL, REAL; 171 C0032 SINT, TIME; 179 C0032 TIME, INT; 206 C0032 WSTRING, "
        "STRING; 217 C0032 STRING, WSTRING"},
   };
   for (const auto& [source, expected] : rows) {
