@@ -80,6 +80,12 @@ TEST_F(Velc, ChecksAndRunsTheFillingStation) {
   EXPECT_EQ(velc("check " EXAMPLES "/filling_station.st").err, "");
   EXPECT_NE(velc("run " EXAMPLES "/filling_station.st --scans 30").out.find("display = 'holding'"),
             std::string::npos);
+  // The other recipes than the one that the benchmarks run.
+  for (const auto& [recipe, count] : {std::pair("2", "[3, 31, 5, 0]"), {"3", "[3, 24, 3, 0]"}}) {
+    const std::string options = " --cycle T#100ms --scans 500 --set chosen=";
+    EXPECT_NE(velc("run " EXAMPLES "/filling_line.st" + options + recipe).out.find(count),
+              std::string::npos);
+  }
   const Outcome faulty = velc("check " EXAMPLES "/filling_station_faulty.st");
   EXPECT_EQ(faulty.code, 1);
   for (const char* code : {"12:13: error", "[0xC0040]", "13:11: error", "[0xC0032]", "[0xC0197]"}) {

@@ -30,20 +30,6 @@ TEST_F(Velc, RunsDirectIoInBothNotations) {
   EXPECT_NE(std::string::npos, opened.out.find("%QB0 = 16#2\n")) << opened.out;
 }
 
-TEST_F(Velc, BitsOfParametersAreThoseOfTheCaller) {
-  write(
-      "bits.st",
-      "FUNCTION_BLOCK B VAR_INPUT {bitparam} speed : WORD; n : INT; END_VAR\n"
-      "VAR_IN_OUT { BitParam } io : INT; END_VAR VAR_OUTPUT q : BOOL; END_VAR\n"
-      "q := GETBITOFPARAM(Speed, n); SETBITOFPARAM(IO, n + 1, q); SETBITOFPARAM(speed, 15, TRUE);\n"
-      "SETBITOFPARAM(io, 99, TRUE); END_FUNCTION_BLOCK\n"
-      "FUNCTION F : BOOL VAR_INPUT {bitparam} v : DINT; END_VAR F := GETBITOFPARAM(v, 31);\n"
-      "END_FUNCTION\n"
-      "PROGRAM P VAR x : WORD := 16#8; y : INT; own, neg, pos : BOOL; b : B; END_VAR\n"
-      "b(speed := x, n := 3, io := y); own := b.q; neg := F(-5); pos := F(y); END_PROGRAM\n");
-  EXPECT_EQ("x = 16#8008\ny = 16\nown = TRUE\nneg = TRUE\npos = FALSE\n", velc("run bits.st").out);
-}
-
 // What operators look for in a text, what a bit's value may change, and what has few bits.
 TEST_F(Velc, BitsGoWhereTheyBelong) {
   write("bits.st",

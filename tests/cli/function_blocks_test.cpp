@@ -119,6 +119,24 @@ TEST_F(FunctionBlocks, ACountStopsAtTheEndOfItsType) {
   EXPECT_EQ("i = 32771\nn = 32767\n", velc("run count.st").out);
 }
 
+TEST_F(FunctionBlocks, InstancesKeepWhatACallLeavesOut) {
+  write("p.st",
+        "FUNCTION_BLOCK B VAR_INPUT a : INT := 5; b : INT; END_VAR\n"
+        "VAR_OUTPUT o : INT; q : BOOL; w : BYTE; END_VAR VAR_IN_OUT io : INT; END_VAR\n"
+        "o := o + a + b; io := io + 1; q := b > 0; w := 16#0F; END_FUNCTION_BLOCK\n"
+        "FUNCTION Start VAR_IN_OUT t : TON; c : B; END_VAR VAR_INPUT n : INT; END_VAR\n"
+        "t(IN := TRUE, PT := T#1s); c.a := n; END_FUNCTION\n"
+        "FUNCTION_BLOCK Outer VAR_IN_OUT t : TON; END_VAR VAR_OUTPUT et : TIME; END_VAR\n"
+        "t(); et := t.ET; END_FUNCTION_BLOCK\n"
+        "PROGRAM P VAR c : B; i, j : INT; nq : BOOL; w : BYTE; t : TON; o : Outer; et : TIME; "
+        "END_VAR\n"
+        "c(b := 2, io := i, o => j, NOT q => nq, NOT w => w);\n"
+        "c(io := i); c.b := 7; c(3, io := i);\n"
+        "Start(t := t, c := c, n := 4); o(t := t); et := o.et;"
+        "END_PROGRAM\n");
+  EXPECT_EQ("i = 6\nj = 30\nnq = FALSE\nw = 16#F0\net = T#10ms\n", velc("run p.st --scans 2").out);
+}
+
 TEST_F(FunctionBlocks, APreludeUnitIsTranslatedWhereItIsUsed) {
   const char* const own =
       "FUNCTION_BLOCK ton VAR_INPUT in : BOOL; END_VAR VAR_OUTPUT mine : BOOL; END_VAR\n"

@@ -30,16 +30,5 @@ TEST_F(Velc, SharesGlobalVariablesBetweenFiles) {
             "velc: --show: 'shared' is no device address and no global variable\n");
 }
 
-TEST_F(Velc, ShowsBodiesTheEdgesOfTheirInputs) {
-  write("p.st",
-        "FUNCTION_BLOCK Counter VAR_INPUT up : BOOL R_EDGE; down : BOOL F_EDGE; END_VAR\n"
-        "VAR_OUTPUT n, m : INT; END_VAR\n"
-        "IF up THEN n := n + 1; RETURN; END_IF IF down THEN m := m + 1; END_IF\n"
-        "END_FUNCTION_BLOCK\n"
-        "PROGRAM P VAR k, n, m : INT; c : Counter; END_VAR k := k + 1;\n"
-        "c(up := k MOD 4 >= 2, down := c.up, n => n, m => m); c(); END_PROGRAM\n");
-  EXPECT_EQ(velc("run p.st --scans 10").out, "k = 10\nn = 3\nm = 2\n");
-}
-
 }  // namespace
 }  // namespace velc

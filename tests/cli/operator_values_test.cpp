@@ -55,29 +55,6 @@ TEST_F(OperatorValues, ResultsWithoutATypeCompute) {
       "w : ARRAY[0..1] OF WORD := [16#F0F0]; t : ARRAY[0..1] OF TIME := [T#5s, T#7s];");
 }
 
-TEST_F(OperatorValues, TypedLiteralsComputeInTheirType) {
-  expectValues({
-      {"LINT", "LINT#1000000 * LINT#1000000", "1000000000000"},
-      {"LTIME", "LTIME#1ns - LTIME#2ns", "LTIME#-1ns"},
-      {"ULINT", "ULINT#100000 * ULINT#100000", "10000000000"},
-      {"BOOL", "ULINT#1 - ULINT#2 > ULINT#5", "TRUE"},
-      {"ULINT", "UDINT#1 - UDINT#2", "4294967295"},
-      {"LREAL", "UDINT#0 - UDINT#1", "4294967295.0"},
-      {"BOOL", "1 - UDINT#2 > 0", "TRUE"},
-      {"LINT", "TO_LINT(UDINT#1 - UDINT#2)", "4294967295"},
-      {"BOOL", "UDINT#4000000000 + UDINT#1000000000 = UDINT#705032704", "TRUE"},
-      {"LINT", "MAX(LINT#3000000 * LINT#3000000, LINT#0)", "9000000000000"},
-      {"LWORD", "SHL(LWORD#1, 63)", "16#8000000000000000"},
-      {"ULINT", "SHL(ULINT#5, 32) + 1", "21474836481"},
-      {"LWORD", "SHL(LWORD#16#F0, 32) OR 1", "16#F000000001"},
-      {"STRING", "TO_STRING(LINT#1000000 * LINT#1000000)", "'1000000000000'"},
-      {"LTIME", "MAX(LTIME#1s, T#2s)", "LTIME#2000000000ns"},
-      {"DINT", "LTIME_TO_DINT(T#5ms)", "5000000"},
-      {"LINT", "LINT#-9223372036854775808 + LINT#-1", "9223372036854775807"},
-      {"TIME", "T#24d + T#24d", "T#-147767296ms"},
-  });
-}
-
 TEST_F(OperatorValues, StringFunctions) {
   expectValues(
       {
@@ -104,20 +81,6 @@ TEST_F(OperatorValues, StringFunctions) {
       "s : STRING := 'ABCDE'; k : INT := 2; w : WSTRING := \"äö\"; "
       "long : STRING[200] := '" +
           std::string(150, 'x') + "';");
-}
-
-TEST_F(OperatorValues, OperationsAsFunctions) {
-  expectValues(
-      {
-          {"DINT", "ADD(MUL(i, 2), SUB(IN2 := 1, IN1 := i), DIV(17, 5), MOD(17, 5))", "13"},
-          {"WORD", "OR(16#1, XOR(16#F0, 16#30), AND(WORD#16#FF00, 16#F000))", "16#F0C1"},
-          {"BOOL", "AND(GT(5, i, 1), NOT GT(5, i, 4), LE(1, i, i), NE(i, 4), EQ('a', 'a'))",
-           "TRUE"},
-          {"BOOL", "OR(GE(1, i), LT(i, 3), NOT(TRUE))", "FALSE"},
-          {"TIME", "ADD(MUL_TIME(T#1s, 2.5), DIV_TIME(T#1s, i))", "T#2833ms"},
-          {"LTIME", "MUL_LTIME(LTIME#1us, 3)", "LTIME#3000ns"},
-      },
-      "i : INT := 3;");
 }
 
 TEST_F(OperatorValues, FunctionsOfTimesAndDates) {

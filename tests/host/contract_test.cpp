@@ -54,40 +54,6 @@ TEST_F(Contract, RegistrySlots) {
   EXPECT_EQ(api->operatorCount(), 0);
 }
 
-TEST_F(Contract, ServiceSlots) {
-  constexpr int kDestructor = 37;
-  vel::InternalInterface* ii = &host;
-  host.notation = 1;
-  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 1), host.symbolManager());
-  EXPECT_EQ((callSlot<const std::string&, const std::string&>(ii, kDestructor, 9, "%s")), "%s");
-  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 10), host.deviceMemory());
-  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 15), host.callTree());
-  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 24), registry);
-  EXPECT_EQ(callSlot<int>(ii, kDestructor, 31), 1);
-  EXPECT_EQ(callSlot<void*>(ii, kDestructor, 36), &host.settings);
-}
-
-TEST_F(Contract, GeneratorSlots) {
-  vel::Generator* gen = &generator;
-  generator.options["option"] = "text";
-  vel::SymbolDataType type("INT", BasicDataType::Int);
-  vel::SymbolVar variable("x", &type, 0);
-  TestTree tree;
-  vel::ASTNode* node = tree.parse("F(a)");
-  EXPECT_STREQ(callSlot<const char*>(gen, 1, 7, static_cast<const char*>("option")), "text");
-  EXPECT_EQ(callSlot<std::string>(gen, 1, 21, &type), "INT_t");
-  EXPECT_EQ((callSlot<std::string, vel::SymbolVar*, int, const std::string&>(gen, 1, 22, &variable,
-                                                                             16, "P")),
-            "P.x/16");
-  EXPECT_EQ(callSlot<std::string>(gen, 1, 26, node), "F(a)'");
-  EXPECT_EQ((callSlot<std::string, const std::string&, BasicDataType>(gen, 1, 27, "5",
-                                                                      BasicDataType::Int)),
-            "discarded");
-  // The services are the first data member, right behind the table.
-  EXPECT_EQ(reinterpret_cast<void**>(gen)[1], static_cast<vel::InternalInterface*>(&host));
-  EXPECT_EQ(dynamic_cast<void*>(static_cast<vel::GenClanAPI*>(gen)), static_cast<void*>(gen));
-}
-
 TEST(Symbols, FourthSlotNamesAType) {
   vel::SymbolDataType type("BYTE", BasicDataType::USInt);
   vel::SymbolTyped typed("alias", &type);
