@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -41,91 +42,54 @@ std::string describe(const std::string& source) {
   }
 }
 
-struct Row {
-  std::string source;
-  std::string expected;
-};
-
 TEST(Literal, HasAValueAndAType) {
-  const Row rows[] = {
-      {"0", "SINT 0"},
-      {"127", "SINT 127"},
-      {"128", "INT 128"},
-      {"-128", "SINT -128"},
-      {"-129", "INT -129"},
+  // Of each type, fixed by the literal where it ends in `!`, literals and their values where these
+  // are written in another way; then those that have none.
+  const std::pair<std::string, const char*> types[] = {
+      {"SINT", "0 127 -128 +5=5 -0=0 -16#80=-128"},
+      {"INT", "128 -129"},
+      {"DINT", "32_768=32768"},
+      {"LINT", "2147483648 -9223372036854775808"},
+      {"ULINT",
+       "9223372036854775808 18446744073709551615 16#1_0000_0000=4294967296 "
+       "16#FFFFFFFFFFFFFFFF=18446744073709551615"},
+      {"out of range",
+       "18446744073709551616 -9223372036854775809 16#10000000000000000 INT#32768 BYTE#256 BYTE#-1 "
+       "BOOL#2 1e400 REAL#1e39 T#2147483648ms T#25d LT#106752d LT#99999999999999999999d "
+       "D#2106-02-08 D#1969-12-31"},
+      {"USINT", "2#1010_1010=170"},
+      {"UINT", "8#777=511 16#ff_ff=65535 16#100=256"},
+      {"malformed", "5#4 5#x"},
+      {"UDINT", "16#1_0000=65536"},
+      {"INT!", "INT#5=5 int#-5=-5 -INT#32768=-32768 INT#16#7F_FF=32767"},
+      {"BYTE!", "BYTE#2#101=5"},
+      {"LWORD!", "LWORD#16#FFFFFFFFFFFFFFFF=18446744073709551615"},
+      {"BOOL", "TRUE=1 false=0"},
+      {"BOOL!", "BOOL#1=1 BOOL#True=1"},
+      {"REAL", "1.5 -1_0.2_5E+3=-10.25e+3 1e5 3.4028235e38 1.4e-45"},
+      {"LREAL", "3.4028236e38 1e-46"},
+      {"REAL!", "REAL#5=5.0"},
+      {"LREAL!", "LREAL#-2.5e-3=-2.5e-3"},
+      {"TIME!",
+       "T#1500ms=1500 time#1d2h3m4s5ms=93784005 T#1h_30m=5400000 T#-5s=-5000 t#2.5s=2500 "
+       "T#90m=5400000 T#1ms999us=1 T#2147483647ms=2147483647 T#-2147483648ms=-2147483648"},
+      {"LTIME!",
+       "LTIME#20ns=20 LT#1.000_001us=1000 LT#0.000000001s=1 LT#106751d=9223286400000000000"},
+      {"DATE!",
+       "D#1970-01-01=0 DATE#2026-11-21=1795219200 D#2024-02-29=1709164800 D#2106-02-07=4294944000"},
+      {"TOD!", "TOD#12:30:15.250=45015250 TIME_OF_DAY#23:59=86340000"},
+      {"DT!", "DT#2026-11-21-12:30:15.9=1795264215 DATE_AND_TIME#1970-1-1-0:0:1=1"}};
+  for (const auto& [type, list] : types) {
+    std::istringstream literals(list);
+    for (std::string literal; literals >> literal;) {
+      const std::size_t mark = literal.find('=');
+      const std::string value = mark == std::string::npos ? literal : literal.substr(mark + 1);
+      const bool none = type == "malformed" || type == "out of range";
+      EXPECT_EQ(describe(literal.substr(0, mark)), none ? type : type + " " + value) << literal;
+    }
+  }
+  const std::pair<const char*, const char*> others[] = {
       {"- 1", "SINT -1"},
-      {"+5", "SINT 5"},
-      {"-0", "SINT 0"},
-      {"32_768", "DINT 32768"},
-      {"2147483648", "LINT 2147483648"},
-      {"-9223372036854775808", "LINT -9223372036854775808"},
-      {"9223372036854775808", "ULINT 9223372036854775808"},
-      {"18446744073709551615", "ULINT 18446744073709551615"},
-      {"18446744073709551616", "out of range"},
-      {"-9223372036854775809", "out of range"},
-      {"2#1010_1010", "USINT 170"},
-      {"8#777", "UINT 511"},
-      {"5#4", "malformed"},
-      {"5#x", "malformed"},
-      {"16#ff_ff", "UINT 65535"},
-      {"16#100", "UINT 256"},
-      {"16#1_0000", "UDINT 65536"},
-      {"16#1_0000_0000", "ULINT 4294967296"},
-      {"16#FFFFFFFFFFFFFFFF", "ULINT 18446744073709551615"},
-      {"-16#80", "SINT -128"},
-      {"16#10000000000000000", "out of range"},
-      {"INT#5", "INT! 5"},
-      {"int#-5", "INT! -5"},
-      {"-INT#32768", "INT! -32768"},
-      {"INT#32768", "out of range"},
-      {"INT#16#7F_FF", "INT! 32767"},
-      {"BYTE#2#101", "BYTE! 5"},
-      {"BYTE#256", "out of range"},
-      {"BYTE#-1", "out of range"},
-      {"LWORD#16#FFFFFFFFFFFFFFFF", "LWORD! 18446744073709551615"},
-      {"TRUE", "BOOL 1"},
-      {"false", "BOOL 0"},
-      {"BOOL#1", "BOOL! 1"},
-      {"BOOL#True", "BOOL! 1"},
-      {"BOOL#2", "out of range"},
-      {"1.5", "REAL 1.5"},
-      {"-1_0.2_5E+3", "REAL -10.25e+3"},
-      {"1e5", "REAL 1e5"},
-      {"3.4028235e38", "REAL 3.4028235e38"},
-      {"3.4028236e38", "LREAL 3.4028236e38"},
-      {"1.4e-45", "REAL 1.4e-45"},
-      {"1e-46", "LREAL 1e-46"},
-      {"1e400", "out of range"},
-      {"REAL#5", "REAL! 5.0"},
-      {"LREAL#-2.5e-3", "LREAL! -2.5e-3"},
-      {"REAL#1e39", "out of range"},
-      {"T#1500ms", "TIME! 1500"},
-      {"time#1d2h3m4s5ms", "TIME! 93784005"},
-      {"T#1h_30m", "TIME! 5400000"},
-      {"T#-5s", "TIME! -5000"},
-      {"t#2.5s", "TIME! 2500"},
-      {"T#90m", "TIME! 5400000"},
-      {"T#1ms999us", "TIME! 1"},
-      {"T#2147483647ms", "TIME! 2147483647"},
-      {"T#2147483648ms", "out of range"},
-      {"T#-2147483648ms", "TIME! -2147483648"},
-      {"T#25d", "out of range"},
-      {"LTIME#20ns", "LTIME! 20"},
-      {"LT#1.000_001us", "LTIME! 1000"},
-      {"LT#0.000000001s", "LTIME! 1"},
-      {"LT#106751d", "LTIME! 9223286400000000000"},
-      {"LT#106752d", "out of range"},
-      {"LT#99999999999999999999d", "out of range"},
-      {"D#1970-01-01", "DATE! 0"},
-      {"DATE#2026-11-21", "DATE! 1795219200"},
-      {"D#2024-02-29", "DATE! 1709164800"},
-      {"D#2106-02-07", "DATE! 4294944000"},
-      {"D#2106-02-08", "out of range"},
-      {"D#1969-12-31", "out of range"},
-      {"TOD#12:30:15.250", "TOD! 45015250"},
-      {"TIME_OF_DAY#23:59", "TOD! 86340000"},
-      {"DT#2026-11-21-12:30:15.9", "DT! 1795264215"},
-      {"DATE_AND_TIME#1970-1-1-0:0:1", "DT! 1"},
       {"'a$'b$$'", "STRING a'b$"},
       {"''", "STRING "},
       {"'$L$n$R$t$p$41'", "STRING \n\n\r\t\fA"},
@@ -133,9 +97,8 @@ TEST(Literal, HasAValueAndAType) {
       {R"("$"$00E9")", "WSTRING \"\xC3\xA9"},
       {R"("$20ac$D83D$de00")", "WSTRING \xE2\x82\xAC\xF0\x9F\x98\x80"},
       {"STRING#'x'", "STRING! x"},
-      {"wstring#\"y\"", "WSTRING! y"},
-  };
-  for (const Row& row : rows) EXPECT_EQ(describe(row.source), row.expected) << row.source;
+      {"wstring#\"y\"", "WSTRING! y"}};
+  for (const auto& [source, expected] : others) EXPECT_EQ(describe(source), expected) << source;
 }
 
 // Characters, halves of pairs, and bytes that are no UTF-8.
