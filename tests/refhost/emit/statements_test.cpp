@@ -180,13 +180,14 @@ TEST(StatementsInC, OfEveryKind) {
        ":= F(3 - 4); i := - - 1; l := 9223372036854775807 + 1;",
        "i16 vel_t1; @i = 14; @l = -6; @i = (i16)(@i + (i16)(-1)); @r = 0; @d = (i32)(100000); @i = "
        "F(-1, 3, &vel_t1); @i = (i8)-(-1); @l = (i64)((u64)9223372036854775807LL + (u64)1LL);"},
-      {"b := GE(i, j); b := EQ(s, 'a'); b := LE(1, i, i); b := LT(i, 3); i := SUB(IN2 := 1, IN1 := "
-       "i); i := DIV(17, j); i := MOD(i, 5); i := MUL(i, j); t := DIV_TIME(t, i); lt := "
-       "MUL_LTIME(lt, 3); w := OR(w, 1); w := AND(w, 2);",
-       "@b = (@i >= @j); @b = (vel_string_compare(@s, \"a\") == 0); @b = ((1 <= @i) & (@i <= @i)); "
-       "@b = (@i < 3); @i = ((i16)(@i - 1)); @i = (vel_div_i16(17, @j)); @i = (vel_mod_i16(@i, "
-       "5)); @i = ((i16)(@i * @j)); @t = ((i32)vel_div_i64(@t, (i64)@i)); @lt = ((i64)((u64)@lt * "
-       "(u64)3)); @w = (@w | 1); @w = (@w & 2);"},
+      {"b := GE(3, i, j); b := EQ(s, 'a', s); b := LE(1, i, i); b := LT(i, j, 3); i := SUB(IN2 := "
+       "1, IN1 := i); i := DIV(17, j); i := MOD(i, 5); i := MUL(i, j, 2); t := DIV_TIME(t, i); lt "
+       ":= MUL_LTIME(lt, 3); w := OR(w, 1, bt); w := AND(w, 2);",
+       "@b = ((3 >= @i) & (@i >= @j)); @b = ((vel_string_compare(@s, \"a\") == 0) & "
+       "(vel_string_compare(\"a\", @s) == 0)); @b = ((1 <= @i) & (@i <= @i)); @b = ((@i < @j) & "
+       "(@j < 3)); @i = ((i16)(@i - 1)); @i = (vel_div_i16(17, @j)); @i = (vel_mod_i16(@i, 5)); @i "
+       "= ((i16)((i16)(@i * @j) * 2)); @t = ((i32)vel_div_i64(@t, (i64)@i)); @lt = ((i64)((u64)@lt "
+       "* (u64)3)); @w = ((@w | 1) | (u16)@bt); @w = (@w & 2);"},
       {"l := LINT#1000000 * LINT#1000000; lt := LTIME#1ns - LTIME#2ns; b := ULINT#1 - ULINT#2 > "
        "ULINT#5; lr := UDINT#0 - UDINT#1; b := 1 - UDINT#2 > 0; l := MAX(LINT#3 * LINT#3, LINT#0); "
        "ul := SHL(ULINT#5, 32) + 1; lt := MAX(LTIME#1s, T#2s); d := LTIME_TO_DINT(T#5ms); t := "

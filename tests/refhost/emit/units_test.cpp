@@ -38,8 +38,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "STRING[4]; n : INT; a : ARRAY[0..1] OF INT; END_VAR VAR_IN_OUT x : STRING[5]; i : INT; "
        "END_VAR VAR t : STRING[2]; k : INT := 3; m : BOOL; u : ARRAY[0..1] OF INT; END_VAR "
        "VAR_TEMP v : INT := 4; END_VAR F := s; o := x; x := 'q'; i := i + k; a[0] := n; n := 2; m "
-       ":= MEP(m); u[1] := v; t := F; END_FUNCTION PROGRAM P VAR s : STRING[3]; t : STRING[5]; i : "
-       "INT; END_VAR s := F(x := t, i := i, o => s); F(s := 'x', x := t, i := i); END_PROGRAM",
+       ":= MEP(m); u[1] := v; t := F; END_FUNCTION PROGRAM P VAR s : STRING[3]; t : STRING[5]; i "
+       "AT %MW2 : INT; END_VAR s := F(x := t, i := i, o => s); F(s := 'x', x := t, i := i); "
+       "END_PROGRAM",
        "static char* F(const char* vel_s, const u16* vel_w, char* o, i16 *n, struct array_2_i16 "
        "*a, char* x, i16 *i, char* vel_result) { char s[4] = {0}; u16 w[3] = {0}; (void)w; char "
        "t[3] = {0}; i16 k = 0; u8 m = 0; struct array_2_i16 u = {0}; i16 v = 0; static u8 "
@@ -52,8 +53,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "*self = (struct P){0}; } void P_scan(void) { struct P* const self = &P_data; char "
        "vel_t1[5]; i16 vel_t2; struct array_2_i16 vel_t3; char vel_t4[4]; char vel_t5[5]; i16 "
        "vel_t6; struct array_2_i16 vel_t7; char vel_t8[4]; vel_string_set(@s, 4, (F(\"\", u\"\", "
-       "vel_t1, &vel_t2, &vel_t3, @t, &@i, vel_t4), vel_string_set(@s, 4, vel_t1), vel_t4)); "
-       "(void)(F(\"x\", u\"\", vel_t5, &vel_t6, &vel_t7, @t, &@i, vel_t8)); }"},
+       "vel_t1, &vel_t2, &vel_t3, @t, (i16*)(void*)&VEL_MEM(i16, 4), vel_t4), vel_string_set(@s, "
+       "4, vel_t1), vel_t4)); (void)(F(\"x\", u\"\", vel_t5, &vel_t6, &vel_t7, @t, "
+       "(i16*)(void*)&VEL_MEM(i16, 4), vel_t8)); }"},
       {"FUNCTION_BLOCK B VAR_INPUT e : BOOL R_EDGE; f : BOOL F_EDGE; i : INT := 2; END_VAR "
        "VAR_OUTPUT o : INT; END_VAR VAR_IN_OUT s : STRING[3]; w : WSTRING[3]; n : INT; END_VAR "
        "VAR_TEMP t, u : INT := 3; END_VAR VAR r : REAL := 1.5; m : BOOL; END_VAR IF e THEN RETURN; "
@@ -108,9 +110,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "{bitparam} s : STRING[3]; END_VAR IF GETBITOFPARAM(v, 3) THEN SETBITOFPARAM(io, 1, TRUE); "
        "v.1 := GETBITOFPARAM(s, 9); END_IF END_FUNCTION_BLOCK FUNCTION F : BOOL VAR_INPUT "
        "{bitparam} v : DINT; {bitparam} x : BYTE; END_VAR F := GETBITOFPARAM(v, 31); END_FUNCTION "
-       "PROGRAM P VAR w : WORD; i : INT; s : STRING[3]; b : B; d : DINT; END_VAR b(v := w, io := "
-       "i, s := s); b(io := i, s := s); s := SEL(F(d, 3), s, 'x'); IF F(-1) THEN END_IF "
-       "END_PROGRAM",
+       "PROGRAM P VAR w : WORD; i : INT; s : STRING[3]; b : B; t : STRUCT d : DINT; END_STRUCT; "
+       "END_VAR b(v := w, io := i, s := s); b(io := i, s := s); s := SEL(F(t.d, 3), s, 'x'); IF "
+       "F(-1) THEN END_IF END_PROGRAM",
        "static u8 F(i32 v, vel_bit_param offsetParam_V, u8 x, vel_bit_param offsetParam_X) { u8 "
        "vel_result = 0; (void)x; if (offsetParam_V.data == NULL) offsetParam_V = "
        "(vel_bit_param){&v, 32}; (void)offsetParam_X; vel_result = "
@@ -124,8 +126,8 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "*self); B_init(&@b); } void P_scan(void) { struct P* const self = &P_data; @b.v = @w; "
        "@b.io = &@i; @b.s = @s; @b.offsetParam_V = (vel_bit_param){&@w, 16}; B_body(&@b); @b.io = "
        "&@i; @b.s = @s; @b.offsetParam_V = (vel_bit_param){0}; B_body(&@b); vel_string_set(@s, 4, "
-       "SEL((F(@d, (vel_bit_param){&@d, 32}, 3, (vel_bit_param){0})), (@s), (\"x\"))); if (F(-1, "
-       "(vel_bit_param){0}, 0, (vel_bit_param){0})) { } }"},
+       "SEL((F(@t.d, (vel_bit_param){&@t.d, 32}, 3, (vel_bit_param){0})), (@s), (\"x\"))); if "
+       "(F(-1, (vel_bit_param){0}, 0, (vel_bit_param){0})) { } }"},
       {"VAR_GLOBAL g : INT := 3; h AT %MW2 : INT := 4; t : STRING[3]; f : B; END_VAR VAR_GLOBAL "
        "CONSTANT n : INT := m + 1; m : INT := 2; END_VAR FUNCTION_BLOCK B VAR a : INT; END_VAR a "
        ":= n; g := a; END_FUNCTION_BLOCK PROGRAM P VAR_EXTERNAL g : INT; END_VAR VAR x AT %QX0.0 : "

@@ -108,6 +108,10 @@ TEST(Declarations, AreJudged) {
        "END_VAR END_FUNCTION_BLOCK FUNCTION_BLOCK B VAR a: A; END_VAR END_FUNCTION_BLOCK",
        "1:286 F0021 MAX; 1:20 F0034 %MW0, DINT; 1:32 F0021 a; 1:43 F0022 NoType; 1:61 F0036 0; "
        "1:68 F0007 LTOD; 1:143 F003E a; 1:196 F0022 INTT; 1:334 F0035 A"},
+      {"PROGRAM P VAR a : ARRAY[0..n] OF INT := [4(n)]; s : STRING[m]; END_VAR VAR CONSTANT n : "
+       "INT := 3; m : INT := n + 1; END_VAR END_PROGRAM PROGRAM Q VAR a : ARRAY[0..n] OF INT; "
+       "END_VAR END_PROGRAM",
+       "1:164 F0020 n"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(source))) << source;
