@@ -38,23 +38,6 @@ class OperatorValues : public Velc {
   }
 };
 
-// An operator that names no type for its result gives what its values meet in.
-TEST_F(OperatorValues, ResultsWithoutATypeCompute) {
-  expectValues(
-      {
-          {"STRING", "TO_STRING(SEL(FALSE, i[0], i[1]) + 1)", "'1001'"},
-          {"INT", "SEL(TRUE, i[0], i[1]) / i[1]", "0"},
-          {"LINT", "-SEL(TRUE, i[0], l) * 2", "-10000000000"},
-          {"WORD", "NOT SEL(FALSE, w[0], w[1])", "16#F0F"},
-          {"BOOL", "NOT SEL(FALSE, i[0] > 0, i[0] < 0)", "FALSE"},
-          {"LTIME", "SEL(TRUE, t[0], t[1])", "LTIME#7000000000ns"},
-          {"LTIME", "SEL(TRUE, lt + lt, t[1]) + lt", "LTIME#8000000000ns"},
-          {"BOOL", "SEL(TRUE, t[0], t[1]) > lt", "TRUE"},
-      },
-      "i : ARRAY[0..1] OF INT := [1000]; l : LINT := 5000000000; lt : LTIME := LTIME#1s; "
-      "w : ARRAY[0..1] OF WORD := [16#F0F0]; t : ARRAY[0..1] OF TIME := [T#5s, T#7s];");
-}
-
 TEST_F(OperatorValues, StringFunctions) {
   expectValues(
       {

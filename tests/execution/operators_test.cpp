@@ -48,7 +48,10 @@ std::vector<Values> combinations(const Operator& op, const Types& operands, cons
   std::vector<Values> all;
   for (const Value& first : triedFor(op, operands, result)) all.push_back({first});
   for (std::size_t i = 1; i < operands.size(); ++i) {
-    const std::vector<Value> next = few(*operands[i]);
+    std::vector<Value> next = few(*operands[i]);
+    for (const int count : {5, 7, 15, 31, 63}) {
+      if (op.need == Operator::Shift) next.push_back(generated::integer(*operands[i], count));
+    }
     std::vector<Values> longer;
     for (const Values& values : all) {
       for (const Value& value : operands.size() > 3 ? std::vector{next[i % next.size()]} : next) {
@@ -81,7 +84,7 @@ TEST(Operators, ComputeWhatTheirTableSays) {
     calls = 0;
   };
   for (const Operator& op : generated::operators()) {
-    if (op.precedence > 0 || op.need == Operator::Shift) continue;
+    if (op.precedence > 0) continue;
     for (const Type& result : types()) {
       for (const Types& operands : signatures(op, result)) {
         const std::string name = nameOf(op.name, *operands[0], result);
@@ -144,45 +147,6 @@ TEST(Operators, ReadNumbersOfAllForms) {
   }
   program.run();
 }
-
-class BitMoves : public testing::TestWithParam<const char*> {};
-
-TEST_P(BitMoves, ByEveryCount) {
-  const std::string name = GetParam();
-  const bool left = name.back() == 'L';
-  Program program;
-  if (name == "SHL") {
-    program.compileWith("-fno-sanitize=shift-base", "SHL shifts signed numbers as they are");
-  }
-  for (const Type& type : types()) {
-    if (!type.integer()) continue;
-    const int width = type.bits;
-    for (const int count : {0, 1, 5, width - 1, width, width + 3, -1, -width - 1}) {
-      for (const std::string countType : {"INT", "SINT", "UDINT", "LINT"}) {
-        const Value by = value(countType, count);
-        if (by.number != count) continue;
-        for (const Value& in : countType == "INT" ? samples(type) : few(type)) {
-          const Wide bits = in.number & ((Wide{1} << width) - 1);
-          const int turn = ((left ? count : -count) + 2 * width) % width;
-          Wide result = 0;
-          if (name[0] == 'S') {
-            // C leaves a shift by the width or more open, and so do the macros.
-            if (count >= width) continue;
-            if (count >= 0) result = left ? bits << count : in.number >> count;
-          } else {
-            // By a multiple of the width the macros shift by the width, which C leaves open.
-            if (turn == 0 && width > 8) continue;
-            result = bits << turn | bits >> (width - turn);
-          }
-          program.expect(name, {in, by}, generated::integer(type, result));
-        }
-      }
-    }
-  }
-  program.run();
-}
-
-INSTANTIATE_TEST_SUITE_P(All, BitMoves, testing::Values("SHL", "SHR", "ROL", "ROR"));
 
 TEST(Operators, SizesAndAddresses) {
   Program program;

@@ -239,6 +239,12 @@ TEST(StatementsInC, OfEveryKind) {
        "5) || (vel_t1 >= 200 && vel_t1 <= 255)) { } vel_t2 = @l; if (vel_t2 == "
        "(-9223372036854775807LL - 1)) { } vel_t3 = @bt; if (vel_t3 == 0 || vel_t3 == 256) { } "
        "vel_t4 = @ul; if (0) { } else if ((vel_t4 >= 0 && vel_t4 <= 3) || 0) { }"},
+      {"s := TO_STRING(SEL(b, a[1], a[2]) + 1); i := SEL(b, a[1], a[2]) / a[1]; l := -SEL(b, a[1], "
+       "l) * 2; b := NOT SEL(b, a[1] > 0, a[2] < 0); b := SEL(b, a2[0, 0], b) = b;",
+       "vel_string_set(@s, 6, INT_TO_STRING(((i16)((SEL((@b), (@a.a[0]), (@a.a[1]))) + 1)), "
+       "_returnString)); @i = vel_div_i16((SEL((@b), (@a.a[0]), (@a.a[1]))), @a.a[0]); @l = "
+       "(i64)((u64)((i64)(0 - (u64)(SEL((@b), (@a.a[0]), (@l))))) * (u64)2LL); @b = !(SEL((@b), "
+       "(@a.a[0] > 0), (@a.a[1] < 0))); @b = (SEL((@b), (@a2.a[1]), (@b))) == @b;"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, inOneLine(scanText(*analysed(withEverything(source))))) << source;
