@@ -56,10 +56,10 @@ TEST(Statements, AreJudgedInEveryPart) {
        "USINT; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 ~C0197 DINT, INT; 167 ~C0197 LINT, "
        "DINT; 187 F002C -, STRING"},
       {"b := s = ws; b := i <> s; b := i <= s; b := i >= s; b := r XOR i; b := s < 'a'; s := s + "
-       "'a'; b := ws = \"x\"; b := s AND b; b := s = 1;",
+       "'a'; b := ws = \"x\"; b := b AND s; b := s = 1;",
        "6 F002B =, STRING, WSTRING; 19 F002B <>, INT, STRING; 32 F002B <=, INT, STRING; 45 F002B "
-       ">=, INT, STRING; 58 F002B XOR, REAL, INT; 86 F002B +, STRING, STRING; 115 F002B AND, "
-       "STRING, BOOL; 115 C0032 STRING, BOOL; 129 F002B =, STRING, SINT"},
+       ">=, INT, STRING; 58 F002B XOR, REAL, INT; 86 F002B +, STRING, STRING; 115 F002B AND, BOOL, "
+       "STRING; 129 F002B =, STRING, SINT"},
       {"i := F(1); i := F(1, 2); i := F(1, 2, 3); i := F(); i := F(a := 1, b := 2, q => j); N(1); "
        "i := N(1); N(q => i);",
        "39 F0029 F; 96 F0026 N; 104 F0027 N, q"},
@@ -79,9 +79,8 @@ TEST(Statements, AreJudgedInEveryPart) {
        "END_FOR; FOR i := r TO 2 DO EXIT; CONTINUE; END_FOR; FOR i := 1 TO 2 BY 1 - 1 DO ; "
        "END_FOR;",
        "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 162 F0031"},
-      {"CASE i OF 1, 2: ; 2..4, 9: ; 4: ; 7..8, 3: ; 0..20: ; ELSE EXIT; END_CASE;",
-       "60 F0032 EXIT; 46 ~F0096 0..20; 46 ~F0096 0..20; 46 ~F0096 0..20; 46 ~F0096 0..20; 46 "
-       "~F0096 0..20; 46 ~F0096 0..20; 46 ~F0096 0..20"},
+      {"CASE i OF 1, 2: ; 2..4, 9: ; 5..8: ; 7..8, 3: ; 0: ; ELSE EXIT; END_CASE;",
+       "59 F0032 EXIT; 19 ~F0096 2..4; 44 ~F0096 3; 38 ~F0096 7..8"},
       {"CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; 3: ; END_CASE; CASE l OF "
        "18446744073709551615: ; END_CASE;",
        "51 ~F0096 3; 76 C0001 18446744073709551615, LINT"},
