@@ -233,12 +233,14 @@ TEST(StatementsInC, OfEveryKind) {
        "((i16)(@i + 1)), (@j))), 2); (void)(MAX((@i), (@j))); @l = LIMIT(((i64)(MIN((@ul), "
        "(@ud)))), (@l), (@lo)); @l = vel_div_i64(@lo, (i64)18446744073709551614ULL); @d = "
        "(i32)((u32)(MAX((@d), (@d))) + (u32)(i32)(LIMIT((0), (@i), (@j))));"},
-      {"CASE bt OF 0..5, 200..255: ; END_CASE; CASE l OF -9223372036854775808: ; END_CASE; CASE bt "
-       "OF 0, 256: ; END_CASE; CASE ul OF -1: ; -2..3, -5..-4: ; END_CASE;",
-       "u8 vel_t1; i64 vel_t2; i64 vel_t3; u64 vel_t4; vel_t1 = @bt; if ((vel_t1 >= 0 && vel_t1 <= "
-       "5) || (vel_t1 >= 200 && vel_t1 <= 255)) { } vel_t2 = @l; if (vel_t2 == "
-       "(-9223372036854775807LL - 1)) { } vel_t3 = @bt; if (vel_t3 == 0 || vel_t3 == 256) { } "
-       "vel_t4 = @ul; if (0) { } else if ((vel_t4 >= 0 && vel_t4 <= 3) || 0) { }"},
+      {"CASE bt OF 0..5, 200..255: ; END_CASE; CASE si OF -128..-1: ; END_CASE; CASE si OF -129: ; "
+       "END_CASE; CASE l OF -9223372036854775808: ; END_CASE; CASE bt OF 0, 256: ; END_CASE; CASE "
+       "ul OF -1: ; -2..3, -5..-4: ; END_CASE;",
+       "u8 vel_t1; i8 vel_t2; i64 vel_t3; i64 vel_t4; i64 vel_t5; u64 vel_t6; vel_t1 = @bt; if "
+       "((vel_t1 >= 0 && vel_t1 <= 5) || (vel_t1 >= 200 && vel_t1 <= 255)) { } vel_t2 = @si; if "
+       "(vel_t2 >= -128 && vel_t2 <= -1) { } vel_t3 = @si; if (vel_t3 == -129) { } vel_t4 = @l; if "
+       "(vel_t4 == (-9223372036854775807LL - 1)) { } vel_t5 = @bt; if (vel_t5 == 0 || vel_t5 == "
+       "256) { } vel_t6 = @ul; if (0) { } else if ((vel_t6 >= 0 && vel_t6 <= 3) || 0) { }"},
       {"s := TO_STRING(SEL(b, a[1], a[2]) + 1); i := SEL(b, a[1], a[2]) / a[1]; l := -SEL(b, a[1], "
        "l) * 2; b := NOT SEL(b, a[1] > 0, a[2] < 0); b := SEL(b, a2[0, 0], b) = b;",
        "vel_string_set(@s, 6, INT_TO_STRING(((i16)((SEL((@b), (@a.a[0]), (@a.a[1]))) + 1)), "
