@@ -27,8 +27,8 @@ TEST(Declarations, AreJudged) {
        "ARRAY[0..lo / -1] OF INT; c : ARRAY[1..n / 0] OF INT; d : ARRAY[n..m MOD 4] OF INT; e : "
        "ARRAY[-lo..0] OF INT; f : ARRAY[1..x] OF INT; g : STRING[n]; h : STRING[32768]; i : "
        "STRING[32767]; j : WSTRING[g]; k : ARRAY[lo - 1..0] OF INT; END_VAR END_PROGRAM",
-       "1:149 F002F lo MOD -1; 1:181 F002F lo / -1; 1:211 F002F n / 0; 1:236 F0071 n..m MOD 4; "
-       "1:266 F002F -lo; 1:295 F002F x; 1:332 F0036 32768; 1:371 F0036 g; 1:385 F002F lo - 1"},
+       "1:178 F0071 0..lo / -1; 1:211 F002F n / 0; 1:236 F0071 n..m MOD 4; 1:266 F0071 -lo..0; "
+       "1:107 F003F x; 1:332 F0036 32768; 1:371 F0036 g; 1:385 F0071 lo - 1..0"},
       {"PROGRAM P VAR a : ARRAY[1..0] OF INT; b : ARRAY[0..2147483647] OF BYTE; c : "
        "ARRAY[0..2147483646] OF BYTE; d : ARRAY[0..65535, 0..65535] OF INT; e : ARRAY[0..1] OF "
        "NOPE; f : POINTER TO NOPE; g : ARRAY[0..9223372036854775807] OF BYTE; h : "
