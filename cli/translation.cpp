@@ -32,11 +32,7 @@ std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::si
 bool printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
   const std::string text = diagnostics(session, common.diagnostics, first);
   writeStandardError(text);
-  const auto& messages = session.messages();
-  return std::any_of(messages.begin() + static_cast<std::ptrdiff_t>(first), messages.end(),
-                     [](const vel::VELMessage& message) {
-                       return message.severity == static_cast<int>(refhost::Severity::Error);
-                     });
+  return refhost::hasErrors(session.messages(), first);
 }
 
 }  // namespace

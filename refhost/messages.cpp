@@ -1,8 +1,16 @@
 #include "refhost/messages.h"
 
+#include <algorithm>
 #include <string>
 
 namespace refhost {
+
+bool hasErrors(const std::vector<vel::VELMessage>& messages, std::size_t first) {
+  return std::any_of(messages.begin() + static_cast<std::ptrdiff_t>(first), messages.end(),
+                     [](const vel::VELMessage& message) {
+                       return message.severity == static_cast<int>(Severity::Error);
+                     });
+}
 
 void report(std::vector<vel::VELMessage>& messages, vel::TextLocation location,
             const MessageFormat& format, std::initializer_list<std::string_view> args) {

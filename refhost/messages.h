@@ -1,6 +1,7 @@
 // The host's own messages, in the plugin's form. What both speak of has the plugin's words.
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <string_view>
 #include <vector>
@@ -92,6 +93,9 @@ constexpr MessageFormat kOperatorFailed    {0xF0097, Severity::Error, "Operator 
 constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The label '%s' has values of another label: the first of them in the CASE holds;"};
 // clang-format on
 }  // namespace message
+
+// Whether an error stands among the messages from number `first` on.
+bool hasErrors(const std::vector<vel::VELMessage>& messages, std::size_t first = 0);
 
 // Appends a message whose placeholders are filled with `args` in order.
 void report(std::vector<vel::VELMessage>& messages, vel::TextLocation location,

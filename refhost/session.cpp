@@ -32,13 +32,6 @@ struct Session::Impl {
   PluginLibrary plugin;
   std::vector<vel::VELMessage> messages;
   SymbolNames names;  // in the C text, once there is one
-
-  bool hasErrors() const {
-    for (const vel::VELMessage& message : messages) {
-      if (message.severity == static_cast<int>(Severity::Error)) return true;
-    }
-    return false;
-  }
 };
 
 namespace {
@@ -111,14 +104,14 @@ bool Session::analyse() {
   }
   Prelude prelude(impl_->sources, *impl_->tree);
   Analyser(impl_->services, *impl_->tree, prelude, impl_->messages).run();
-  return !impl_->hasErrors();
+  return !hasErrors(impl_->messages);
 }
 
 const std::vector<vel::VELMessage>& Session::messages() const { return impl_->messages; }
 
 std::string Session::translate() {
   std::string text = FileWriter(impl_->services, impl_->names, impl_->messages).text();
-  if (impl_->hasErrors()) text.clear();
+  if (hasErrors(impl_->messages)) text.clear();
   return text;
 }
 

@@ -87,48 +87,26 @@ void ExpressionWriter::append(const Expr& expr, std::string& out) {
       return;
     }
   }
-  switch (expr.kind) {
-    case ExprKind::Literal:
+  switch (formOf(expr.kind)) {
+    case ExprForm::Literal:
       appendLiteral(literalOf(expr)->value, BasicDataType::None, out);
       break;
-    case ExprKind::Variable:
-    case ExprKind::Member:
-    case ExprKind::Bit:
-    case ExprKind::Element:
-    case ExprKind::Dereference:
-    case ExprKind::Part:
+    case ExprForm::Variable:
+    case ExprForm::Access:
       out += places.of(expr).load();
       break;
-    case ExprKind::Call:
+    case ExprForm::Call:
       out += calls.operandText(static_cast<const Call&>(*expr.leaf(0)));
       break;
-    case ExprKind::Negate:
-    case ExprKind::Not:
+    case ExprForm::Unary:
       unary(expr, out);
       break;
-    case ExprKind::Power:
-    case ExprKind::Multiply:
-    case ExprKind::Divide:
-    case ExprKind::Modulo:
-    case ExprKind::Add:
-    case ExprKind::Subtract:
-    case ExprKind::Less:
-    case ExprKind::Greater:
-    case ExprKind::LessEqual:
-    case ExprKind::GreaterEqual:
-    case ExprKind::Equal:
-    case ExprKind::NotEqual:
-    case ExprKind::And:
-    case ExprKind::Xor:
-    case ExprKind::Or:
-    case ExprKind::AndThen:
-    case ExprKind::OrElse:
+    case ExprForm::Arithmetic:
+    case ExprForm::Comparison:
+    case ExprForm::Logic:
       binary(expr, out);
       break;
-    // InitialWriter writes their parts one by one.
-    case ExprKind::ArrayValue:
-    case ExprKind::Repeat:
-    case ExprKind::StructValue:
+    case ExprForm::Parts:  // InitialWriter writes them one by one
       break;
   }
 }

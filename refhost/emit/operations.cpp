@@ -125,7 +125,7 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
         meeting.operands == BasicDataType::String ? "vel_string_compare(" : "vel_wstring_compare(";
     out += expressionText(const_cast<ASTNode*>(&left)) + ", ";
     out += expressionText(const_cast<ASTNode*>(&right));
-    out += fmt::format(") {} 0", cOperator(op));
+    out += fmt::format(") {} 0", traitsOf(op).c);
     return;
   }
   if (meeting.kind == Kind::Pointers || meeting.kind == Kind::Step ||
@@ -152,7 +152,7 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
       meeting.kind == Kind::Number || meeting.kind == Kind::Bits || meeting.kind == Kind::Durations;
   const BasicDataType common = convert ? meeting.operands : BasicDataType::None;
   converted(left, common, out);
-  out += fmt::format(" {} ", cOperator(op));
+  out += fmt::format(" {} ", traitsOf(op).c);
   converted(right, common, out);
 }
 
@@ -193,7 +193,7 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
   };
   if (!plain) out += fmt::format("({})(", name);
   side(left);
-  out += fmt::format(" {} ", cOperator(op));
+  out += fmt::format(" {} ", traitsOf(op).c);
   side(right);
   if (!plain) out += ')';
 }
@@ -205,7 +205,7 @@ void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::s
     return text;
   };
   const std::string text =
-      fmt::format("{} {} {}", number(*expr.leaf(0)), cOperator(expr.kind), number(*expr.leaf(1)));
+      fmt::format("{} {} {}", number(*expr.leaf(0)), traitsOf(expr.kind).c, number(*expr.leaf(1)));
   switch (meeting.kind) {
     case Meeting::Kind::Step:
       out += fmt::format("({})({})", typeText(expr.dataType), text);
@@ -237,7 +237,8 @@ void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::stri
       const bool real = isFloat(typeOf(durationLeft ? right : left));
       const char* const type = cType(meeting.operands);
       if (real) {
-        out += fmt::format("vel_truncate_{}((f64){} {} {})", type, duration, cOperator(op), number);
+        out +=
+            fmt::format("vel_truncate_{}((f64){} {} {})", type, duration, traitsOf(op).c, number);
       } else if (op == ExprKind::Divide) {
         out += fmt::format("({})vel_div_i64({}, (i64){})", type, duration, number);
       } else {

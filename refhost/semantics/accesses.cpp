@@ -53,6 +53,16 @@ vel::SymbolDataType* Expressions::typeValue(Expr& expr, NamedValue& value) {
   return value.dataType();
 }
 
+vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
+  if (expr.kind == ExprKind::Member) return typeMember(expr);
+  if (expr.kind == ExprKind::Bit) return typeBit(expr);
+  if (expr.kind == ExprKind::Element) return typeElement(expr);
+  if (expr.kind == ExprKind::Dereference) return typeDereference(expr);
+  analyseLeaf(expr, 0);
+  say(expr, message::kNotSupported, "Parts of a value other than its bits (%X) are");
+  return nullptr;
+}
+
 vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   auto& first = static_cast<Expr&>(*expr.leaf(0));
   if (first.kind == ExprKind::Variable &&
@@ -73,12 +83,6 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   }
   expr.symbol = member;
   return member->dataType();
-}
-
-vel::SymbolDataType* Expressions::typePart(Expr& expr) {
-  analyseLeaf(expr, 0);
-  say(expr, message::kNotSupported, "Parts of a value other than its bits (%X) are");
-  return nullptr;
 }
 
 vel::SymbolDataType* Expressions::typeBit(Expr& expr) {

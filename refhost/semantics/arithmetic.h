@@ -39,11 +39,6 @@ BasicDataType typeOf(const ASTNode& operand);
 // The type that a value will have, also where an operator names no type for its result.
 BasicDataType likelyType(const ASTNode& value);
 
-// The operator of an expression, as the source and as C writes it: "MOD" and "%". Empty where it
-// has none.
-const char* sourceOperator(ExprKind kind);
-const char* cOperator(ExprKind kind);
-
 // The literal of an expression that is one, else null.
 const Literal* literalOf(const ASTNode& node);
 

@@ -67,47 +67,22 @@ bool Expressions::becomesAddress(ASTNode& parent, int index) {
 }
 
 vel::SymbolDataType* Expressions::typeExpression(Expr& expr) {
-  switch (expr.kind) {
-    case ExprKind::Literal:
+  switch (formOf(expr.kind)) {
+    case ExprForm::Literal:
       return services_.symbols.dataType(literalOf(expr)->value.typeName);
-    case ExprKind::Variable:
+    case ExprForm::Variable:
       return typeVariable(expr);
-    case ExprKind::Member:
-      return typeMember(expr);
-    case ExprKind::Bit:
-      return typeBit(expr);
-    case ExprKind::Element:
-      return typeElement(expr);
-    case ExprKind::Dereference:
-      return typeDereference(expr);
-    case ExprKind::Part:
-      return typePart(expr);
-    case ExprKind::Call:
+    case ExprForm::Access:
+      return typeAccess(expr);
+    case ExprForm::Call:
       return typeCall(expr);
-    case ExprKind::Negate:
-    case ExprKind::Not:
+    case ExprForm::Unary:
       return typeUnary(expr);
-    case ExprKind::Power:
-    case ExprKind::Multiply:
-    case ExprKind::Divide:
-    case ExprKind::Modulo:
-    case ExprKind::Add:
-    case ExprKind::Subtract:
-    case ExprKind::Less:
-    case ExprKind::Greater:
-    case ExprKind::LessEqual:
-    case ExprKind::GreaterEqual:
-    case ExprKind::Equal:
-    case ExprKind::NotEqual:
-    case ExprKind::And:
-    case ExprKind::Xor:
-    case ExprKind::Or:
-    case ExprKind::AndThen:
-    case ExprKind::OrElse:
+    case ExprForm::Arithmetic:
+    case ExprForm::Comparison:
+    case ExprForm::Logic:
       return typeBinary(expr);
-    case ExprKind::ArrayValue:
-    case ExprKind::Repeat:
-    case ExprKind::StructValue:
+    case ExprForm::Parts:
       break;
   }
   return nullptr;
@@ -127,7 +102,7 @@ vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
   const bool fits = expr.kind == ExprKind::Not ? type == BasicDataType::Bool || isInteger(type)
                                                : isNumber(type) || isDuration(type);
   if (!fits) {
-    say(operand, message::kOperandType, sourceOperator(expr.kind), displayName(operand.dataType));
+    say(operand, message::kOperandType, traitsOf(expr.kind).source, displayName(operand.dataType));
     return nullptr;
   }
   const bool keeps = expr.kind == ExprKind::Not || negated(type) == type;
@@ -156,7 +131,7 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   const Expr& right = analyseLeaf(expr, 1);
   const Meeting meeting = meet(expr);
   if (meeting.kind == Meeting::Kind::Invalid || areOfTwoEnumerations(left, right)) {
-    say(expr, message::kOperandTypes, sourceOperator(expr.kind), displayName(left.dataType),
+    say(expr, message::kOperandTypes, traitsOf(expr.kind).source, displayName(left.dataType),
         displayName(right.dataType));
     return nullptr;
   }

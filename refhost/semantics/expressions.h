@@ -33,8 +33,8 @@ class Expressions : public Part {
   // accesses.cpp
   Type* typeValue(Expr& expr, NamedValue& value);
   Type* typeVariable(Expr& expr);
+  Type* typeAccess(Expr& expr);
   Type* typeMember(Expr& expr);
-  Type* typePart(Expr& expr);
   Type* typeBit(Expr& expr);
   Type* typeElement(Expr& expr);
   Type* typeDereference(Expr& expr);

@@ -64,13 +64,7 @@ class Part {
   void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
     if (context_.unknown.emplace(name, true).second) say(where, format, name);
   }
-  // Whether an error stands among the messages from number `first` on.
-  bool hasErrorFrom(std::size_t first) const {
-    for (std::size_t i = first; i < messages_.size(); ++i) {
-      if (messages_[i].severity == static_cast<int>(Severity::Error)) return true;
-    }
-    return false;
-  }
+  bool hasErrorFrom(std::size_t first) const { return hasErrors(messages_, first); }
 
   Context& context_;
   Parts& parts_;

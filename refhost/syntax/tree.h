@@ -21,6 +21,7 @@
 #include "hostkit/operator_traits.h"
 #include "hostkit/tree_builder.h"
 #include "refhost/kit.h"
+#include "refhost/syntax/expression_kinds.h"
 
 namespace vel {
 class STOperator;
@@ -96,67 +97,6 @@ class Text final : public vel::ASTText {
   // `text` is zero-terminated and lives as long as the tree.
   explicit Text(const char* text) : ASTText(astType(NodeKind::Text), text) {}
 };
-
-// Kinds of expressions, with their leaves. Every switch that must know a new kind names them all.
-enum class ExprKind : std::uint8_t {
-  Literal,   // [Literal]
-  Variable,  // none: its text is a name or a direct address such as `%IX0.3`
-  // Accesses: keep together.
-  Member,       // [base Expr, member Text]
-  Bit,          // [base Expr], the bit in bitAccessOffset()
-  Element,      // [base Expr, subscript Expr...]
-  Dereference,  // [base Expr]
-  Part,         // [base Expr]: bytes or words of it, which are not supported
-  Call,         // [Call]
-  // Operators of one operand: [operand].
-  Negate,
-  Not,
-  // Operators of two, arithmetic ones, comparisons and logical ones, each together: [left, right].
-  Power,
-  Multiply,
-  Divide,
-  Modulo,
-  Add,
-  Subtract,
-  Less,
-  Greater,
-  LessEqual,
-  GreaterEqual,
-  Equal,
-  NotEqual,
-  And,
-  Xor,
-  Or,
-  AndThen,
-  OrElse,
-  // Initial values of several parts, whose type is that of what they are given to.
-  ArrayValue,   // [Expr...]
-  Repeat,       // [count Expr, Expr...]
-  StructValue,  // [Argument...]
-};
-
-constexpr bool isAccess(ExprKind kind) {
-  return kind >= ExprKind::Member && kind <= ExprKind::Part;
-}
-constexpr bool isArithmetic(ExprKind kind) {
-  return kind >= ExprKind::Power && kind <= ExprKind::Subtract;
-}
-constexpr bool isComparison(ExprKind kind) {
-  return kind >= ExprKind::Less && kind <= ExprKind::NotEqual;
-}
-constexpr bool isLogical(ExprKind kind) {
-  return kind >= ExprKind::And && kind <= ExprKind::OrElse;
-}
-
-// What the plugin sees of a kind: it tells three of them apart.
-constexpr ::Expression::Operator operatorOf(ExprKind kind) {
-  if (kind == ExprKind::Literal) return ::Expression::Constant;
-  if (kind == ExprKind::Variable) return ::Expression::Variable;
-  if (isAccess(kind)) return ::Expression::Typed;
-  constexpr int kCall = 2;
-  return static_cast<::Expression::Operator>(kind == ExprKind::Call ? kCall
-                                                                    : 100 + static_cast<int>(kind));
-}
 
 class TypedConstant;
 

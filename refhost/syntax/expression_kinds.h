@@ -1,0 +1,121 @@
+// Kinds of expressions, and what they have in common.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+#include "host/expression.h"
+
+namespace refhost {
+
+// With their leaves. Each has a row of traits.
+enum class ExprKind : std::uint8_t {
+  Literal,   // [Literal]
+  Variable,  // none: its text is a name or a direct address such as `%IX0.3`
+  // Accesses.
+  Member,       // [base Expr, member Text]
+  Bit,          // [base Expr], the bit in bitAccessOffset()
+  Element,      // [base Expr, subscript Expr...]
+  Dereference,  // [base Expr]
+  Part,         // [base Expr]: bytes or words of it, which are not supported
+  Call,         // [Call]
+  // Operators of one operand: [operand].
+  Negate,
+  Not,
+  // Operators of two: [left, right].
+  Power,
+  Multiply,
+  Divide,
+  Modulo,
+  Add,
+  Subtract,
+  Less,
+  Greater,
+  LessEqual,
+  GreaterEqual,
+  Equal,
+  NotEqual,
+  And,
+  Xor,
+  Or,
+  AndThen,
+  OrElse,
+  // Initial values of several parts, whose type is that of what they are given to.
+  ArrayValue,   // [Expr...]
+  Repeat,       // [count Expr, Expr...]
+  StructValue,  // [Argument...]
+};
+
+// Every switch over forms names them all.
+enum class ExprForm : std::uint8_t {
+  Literal,
+  Variable,
+  Access,
+  Call,
+  Unary,
+  Arithmetic,
+  Comparison,
+  Logic,
+  Parts,
+};
+
+struct ExprTraits {
+  ExprForm form;
+  // Of an operator: as the source and as C writes it.
+  const char* source = "";
+  const char* c = "";
+};
+
+// By the number of the kind. The power is a function of the runtime in C.
+// clang-format off
+constexpr ExprTraits kExprTraits[] = {
+    {ExprForm::Literal},
+    {ExprForm::Variable},
+    {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access},
+    {ExprForm::Call},
+    {ExprForm::Unary, "-", "-"},
+    {ExprForm::Unary, "NOT", "!"},
+    {ExprForm::Arithmetic, "**"},
+    {ExprForm::Arithmetic, "*", "*"},
+    {ExprForm::Arithmetic, "/", "/"},
+    {ExprForm::Arithmetic, "MOD", "%"},
+    {ExprForm::Arithmetic, "+", "+"},
+    {ExprForm::Arithmetic, "-", "-"},
+    {ExprForm::Comparison, "<", "<"},
+    {ExprForm::Comparison, ">", ">"},
+    {ExprForm::Comparison, "<=", "<="},
+    {ExprForm::Comparison, ">=", ">="},
+    {ExprForm::Comparison, "=", "=="},
+    {ExprForm::Comparison, "<>", "!="},
+    {ExprForm::Logic, "AND", "&"},
+    {ExprForm::Logic, "XOR", "^"},
+    {ExprForm::Logic, "OR", "|"},
+    {ExprForm::Logic, "AND_THEN", "&&"},
+    {ExprForm::Logic, "OR_ELSE", "||"},
+    {ExprForm::Parts}, {ExprForm::Parts}, {ExprForm::Parts},
+};
+// clang-format on
+static_assert(std::size(kExprTraits) == static_cast<std::size_t>(ExprKind::StructValue) + 1,
+              "each kind has its row");
+
+constexpr const ExprTraits& traitsOf(ExprKind kind) {
+  return kExprTraits[static_cast<std::size_t>(kind)];
+}
+constexpr ExprForm formOf(ExprKind kind) { return traitsOf(kind).form; }
+constexpr bool isAccess(ExprKind kind) { return formOf(kind) == ExprForm::Access; }
+constexpr bool isArithmetic(ExprKind kind) { return formOf(kind) == ExprForm::Arithmetic; }
+constexpr bool isComparison(ExprKind kind) { return formOf(kind) == ExprForm::Comparison; }
+constexpr bool isLogical(ExprKind kind) { return formOf(kind) == ExprForm::Logic; }
+
+// What the plugin sees of a kind: it tells three of them apart.
+constexpr ::Expression::Operator operatorOf(ExprKind kind) {
+  if (kind == ExprKind::Literal) return ::Expression::Constant;
+  if (kind == ExprKind::Variable) return ::Expression::Variable;
+  if (isAccess(kind)) return ::Expression::Typed;
+  constexpr int kCall = 2;
+  return static_cast<::Expression::Operator>(kind == ExprKind::Call ? kCall
+                                                                    : 100 + static_cast<int>(kind));
+}
+
+}  // namespace refhost
