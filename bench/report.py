@@ -117,7 +117,7 @@ def operators(build):
         f" The best of {REPETITIONS} runs, interleaved; *spread* is how far the median of the whole"
         " operation is above its best. A difference of a few nanoseconds means nothing. Allocations are"
         " those of one call; a test keeps the plugin's from rising unnoticed.",
-        "### Registry of 519 operators, and look-ups",
+        "### Registry and look-ups",
         "By hand is a hash table of the C++ library that compares with `strcasecmp`, filled with the"
         " same names, and with program units handed to the host. Names match in any letter case.",
         beside(figures, "registry", "plugin", "by hand", AGAINST_HASH_TABLE),

@@ -18,8 +18,7 @@ namespace velc {
 
 namespace {
 
-// Names in the order of registration, which the registry does not keep; a few of
-// them are not registered.
+// Names in the order of registration, which the registry does not keep.
 constexpr std::string_view kOrder[] = {
 #include "operator_order.inc"
 };

@@ -1,18 +1,22 @@
-// Build tool: prints the names that the registration table stands for, in its order,
-// as C++ string literals. The registry itself keeps them sorted.
+// Build tool: prints the names that the registration table stands for, in its order, as C++
+// string literals. The registry itself keeps them sorted. Refuses an operator of which hosts
+// know nothing, for they would take it for one of an add-on.
 #include <cstdio>
 
 #include "core/registration.h"
+#include "hostkit/operator_traits.h"
 
 int main() {
+  int result = 0;
   for (const vel::Registration& row : vel::registrationTable()) {
-    std::string_view words = row.words;
-    do {
-      const std::string_view word = words.substr(0, words.find(' '));
-      words.remove_prefix(word.size() < words.size() ? word.size() + 1 : words.size());
-      std::string name(row.pattern);
-      if (const auto star = name.find('*'); star != std::string::npos) name.replace(star, 1, word);
+    vel::forEachName(row, [&result](const std::string& name) {
       std::printf("\"%s\",\n", name.c_str());
-    } while (!words.empty());
+      if (hostkit::operatorTraits(name).family != hostkit::OperatorFamily::Other) return;
+      std::fprintf(stderr,
+                   "operator %s has no row with its family in hostkit/operator_traits.cpp\n",
+                   name.c_str());
+      result = 1;
+    });
   }
+  return result;
 }

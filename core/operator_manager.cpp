@@ -11,15 +11,12 @@
 #include "host/symbol_manager.h"
 
 namespace vel {
-namespace {
 
 bool convertsToItself(std::string_view name) {
   constexpr std::string_view kSeparator = "_TO_";
   const std::size_t at = name.find(kSeparator);
   return at != std::string_view::npos && name.substr(0, at) == name.substr(at + kSeparator.size());
 }
-
-}  // namespace
 
 OperatorManager::OperatorManager(InternalInterface* ii, Empty /*empty*/) : ii_(ii) {
   constexpr std::size_t kExpected = 520;
@@ -82,21 +79,10 @@ bool OperatorManager::registerAllOperators() {
 }
 
 void OperatorManager::registerRow(const Registration& row) {
-  const std::size_t star = row.pattern.find('*');
-  std::string_view rest = row.words;
-  do {
-    const std::string_view word = rest.substr(0, rest.find(' '));
-    rest.remove_prefix(word.size() < rest.size() ? word.size() + 1 : rest.size());
-
-    std::string name(row.pattern);
-    if (star != std::string_view::npos) {
-      name.replace(star, 1, word);
-      if (convertsToItself(name)) continue;
-    }
-
+  forEachName(row, [this, &row](const std::string& name) {
     std::unique_ptr<STOperator> op = row.make(name);
     if (registerOperator(op.get())) static_cast<void>(op.release());
-  } while (!rest.empty());
+  });
 }
 
 }  // namespace vel

@@ -29,6 +29,22 @@ struct RegistrationTable {
   const Registration* end() const { return first + count; }
 };
 
+bool convertsToItself(std::string_view name);
+
+// Calls `use` with each name that the row stands for, a std::string, in order.
+template <class Use>
+void forEachName(const Registration& row, Use use) {
+  const std::size_t star = row.pattern.find('*');
+  std::string_view rest = row.words;
+  do {
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    rest.remove_prefix(word.size() < rest.size() ? word.size() + 1 : rest.size());
+    std::string name(row.pattern);
+    if (star != std::string_view::npos) name.replace(star, 1, word);
+    if (!convertsToItself(name)) use(name);
+  } while (!rest.empty());
+}
+
 // All operators in registration order; the operators provide it.
 RegistrationTable registrationTable();
 

@@ -38,6 +38,9 @@ struct ElementaryType {
 };
 const std::vector<ElementaryType>& elementaryTypes();
 
+// The names of the plugin's operators, whatever the host has made of its registry.
+const std::vector<std::string>& pluginOperators();
+
 inline int number(vel::BasicDataType type) { return static_cast<int>(type); }
 std::string toLower(std::string text);
 

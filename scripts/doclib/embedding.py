@@ -2,14 +2,25 @@
 import re
 
 from . import messages, operators
-from .pages import pages_in
+from .pages import ROOT, pages_in
 
 
 def registered_names(listing):
-    """The names in what the build tool operator_order prints, without those that would
-    convert a type to itself, which are not registered."""
-    names = re.findall(r'"(\w+)"', listing)
-    return [name for name in names if not re.fullmatch(r"(\w+)_TO_\1", name)]
+    """The names in what the build tool operator_order prints."""
+    return re.findall(r'"(\w+)"', listing)
+
+
+def unregistered_classes():
+    """The classes of operators that have no row and are no other's base."""
+    headers = {path: path.read_text() for path in (ROOT / "operators").rglob("*.h")}
+    used = set(re.findall(r"\bmake<(\w+)>", (ROOT / "operators/registration.cpp").read_text()))
+    for text in headers.values():
+        used.update(re.findall(r"public (?:vel::)?(\w+)", text))
+    for path, text in sorted(headers.items()):
+        for name in re.findall(r"^class (\w+)(?: final)? : public \w*Operator\b", text, re.M):
+            if name not in used:
+                yield (f"class {name} of {path.relative_to(ROOT)} has no row in "
+                       "operators/registration.cpp")
 
 
 def literal(text):
@@ -30,7 +41,8 @@ def embedded(listing):
     for section in sections:
         topics[section.code] = len(texts)
         texts.append((section.title, section.text.rstrip("\n") + "\n"))
-    problems = [*operators.coverage_problems(names, registered_names(listing)),
+    problems = [*unregistered_classes(),
+                *operators.coverage_problems(names, registered_names(listing)),
                 *messages.coverage_problems(sections)]
     rows = [f"{{{literal(title)}, {literal(text)}}},\n" for title, text in texts]
     keys = [f'{{"{topic}", &kTexts[{index}]}},\n' for topic, index in sorted(topics.items())]

@@ -53,14 +53,21 @@ def message_rows(text):
                       section(text, "Messages"), re.M)
 
 
-def check_page(path, text, index):
+def index(text, pages):
+    """The page about the pages, with the operators of each page beside its title."""
+    for name, page in pages.items():
+        row = re.compile(rf"^(\| \[.*\]\({re.escape(name)}\) \|).*$", re.M)
+        if not row.search(text):
+            raise Problem(f"it has no row for {name}; add one with its title")
+        names = ", ".join(f"`{name_of(signature)}`" for item in operator_items(page)
+                          for signature in item.signatures)
+        text = row.sub(rf"\1 {names} |", text)
+    return text
+
+
+def check_page(text):
     if re.findall(r"^## (.+)$", text, re.M) != HEADINGS:
         raise Problem(f"its headings are not {HEADINGS}")
-    row = next((line for line in index.splitlines() if f"]({path.name})" in line), "")
-    for item in operator_items(text):
-        for name in map(name_of, item.signatures):
-            if f"`{name}`" not in row:
-                raise Problem(f"README.md has no row for this page that names {name}")
     examples = "".join(body for mark, body in FENCE.findall(text) if mark.startswith("text"))
     for code, severity, form, when in message_rows(text):
         raised = re.escape(f"{severity}: {form} [{code}]").replace("%s", ".*")
@@ -70,7 +77,11 @@ def check_page(path, text, index):
 
 def coverage_problems(names, registered):
     """Operators that are on no page, on more than one, or not registered."""
-    for name in sorted(set(names) | set(registered)):
-        if names.count(name) != registered.count(name):
-            yield (f"operator {name} is on {names.count(name)} pages, "
-                   f"registered {registered.count(name)} times")
+    for name in sorted(set(registered) - set(names)):
+        yield f"operator {name} is on no page in docs/operators/"
+    for name in sorted(set(names) - set(registered)):
+        yield f"operator {name} is on a page, but has no row in operators/registration.cpp"
+    for of, where in ((names, "on the pages"), (registered, "registered")):
+        for name in sorted(set(of)):
+            if of.count(name) > 1:
+                yield f"operator {name} is {where} {of.count(name)} times"

@@ -1,4 +1,5 @@
 """docs/reference.html: all operators on one page, from the registry and the pages."""
+import functools
 import html
 import json
 import re
@@ -11,18 +12,11 @@ from . import messages, operators
 from .markdown import inline, rendered
 from .pages import ROOT, Problem, bodies_of, run_velc, static_code_of
 
-# The variables of the sample calls; operators not here are conversions, whose types their names
-# say. A parameter without a variable is given a device address.
+# The variables of sample calls, for operators that are neither conversions, whose types their
+# names say, nor take one type for everything. A parameter without a variable is given a device
+# address.
 VARIABLES = {
     "SEL": "G : BOOL; IN0, IN1, result : INT;",
-    "LIMIT": "MN, IN, MX, result : INT;",
-    "MIN MAX": "IN1, IN2, result : INT;",
-    "MUX": "K, IN0, IN1, result : INT;",
-    "SHL SHR ROL ROR": "IN, N, result : INT;",
-    "MEP MEF": "IN, result : BOOL;",
-    "MOVE ABS": "IN, result : INT;",
-    "SQRT LN LOG EXP SIN COS TAN ASIN ACOS ATAN": "IN, result : REAL;",
-    "EXPT": "IN1, IN2, result : REAL;",
     "TRUNC": "IN : REAL; result : DINT;",
     "SIZEOF ADR": "IN : INT; result : UDINT;",
     "BCD_TO_INT": "IN : BYTE; result : INT;",
@@ -47,27 +41,28 @@ class Operator(NamedTuple):
     does: str  # in a few words; may be empty
     pattern: str  # what its page calls it, its name or one with X and Y
     types: dict  # what X and Y stand for
+    variables: str  # declarations of the sample call's variables
 
-    def variables(self):
-        for names, declarations in VARIABLES.items():
-            if self.name in names.split():
-                return declarations
-        source, target = re.fullmatch(r"(?:(\w+)_)?TO_(\w+)", self.name).groups()
-        return f"IN : {source or 'REAL'}; result : {target};"
+    def parameters(self):
+        return re.findall(r"\w+", self.signature)[1:]
 
     def call(self):
-        variables = self.variables()
-        names = re.findall(r"\w+", self.signature)[1:]
-        given = [name if re.search(rf"\b{name}\b", variables) else ADDRESSES[name]
-                 for name in names]
-        return f"{self.name}({', '.join(given)})"
+        def given(name):
+            if re.search(rf"\b{name}\b", self.variables):
+                return name
+            if name not in ADDRESSES:
+                raise Problem(f"the sample call of {self.name} has no variable for {name}; see "
+                              "VARIABLES in scripts/doclib/reference.py")
+            return ADDRESSES[name]
+
+        return f"{self.name}({', '.join(map(given, self.parameters()))})"
 
     def unit(self, number):
         """A program unit with the sample call."""
-        variables = self.variables()
-        result = "result := " if "result" in variables else ""
-        kind, block = ("FUNCTION_BLOCK", "VAR_INPUT") if "{" in variables else ("PROGRAM", "VAR")
-        return (f"{kind} Unit{number}\n{block} {variables} END_VAR\n"
+        result = "result := " if "result" in self.variables else ""
+        kind, block = (("FUNCTION_BLOCK", "VAR_INPUT") if "{" in self.variables
+                       else ("PROGRAM", "VAR"))
+        return (f"{kind} Unit{number}\n{block} {self.variables} END_VAR\n"
                 f"{result}{self.call()};\nEND_{kind}\n")
 
 
@@ -77,14 +72,36 @@ def types_in(pattern, name):
             if part in ("X", "Y")}
 
 
-def operators_of(path, classes):
+def with_variables(operator, velc):
+    """The operator with the variables of its sample call."""
+    for names, declarations in VARIABLES.items():
+        if operator.name in names.split():
+            return operator._replace(variables=declarations)
+    conversion = re.fullmatch(r"(?:(\w+)_)?TO_(\w+)", operator.name)
+    if conversion:
+        source, target = conversion.groups()
+        return operator._replace(variables=f"IN : {source or 'REAL'}; result : {target};")
+    for one_type in ("INT", "REAL", "BOOL", "WORD", "DINT", "LREAL", "TIME", "STRING"):
+        names = ", ".join([*operator.parameters(), "result"])
+        candidate = operator._replace(variables=f"{names} : {one_type};")
+        said = run_velc(velc, "check", [], candidate.unit(0))
+        if not said.returncode and not said.stderr:
+            return candidate
+    raise Problem(f"operator {operator.name} does not take one type for everything; give the "
+                  "variables of its sample call in VARIABLES of scripts/doclib/reference.py")
+
+
+def operators_of(path, classes, velc):
     for signatures, types, does in operators.operator_items(path.read_text()):
         for signature in signatures:
             pattern = operators.name_of(signature)
             parameters = signature[len(pattern):] or "(IN)"
             for name in operators.expand(pattern, types):
-                yield Operator(name, classes[name], path.stem, name + parameters, does, pattern,
-                               types_in(pattern, name))
+                if name not in classes:
+                    raise Problem(f"{path.name} has operator {name}, which velc does not know")
+                operator = Operator(name, classes[name], path.stem, name + parameters, does,
+                                    pattern, types_in(pattern, name), "")
+                yield with_variables(operator, velc)
 
 
 def translated(velc, group):
@@ -207,7 +224,7 @@ def operator_row(operator, c, families):
     return (f'<details class="op" id="{operator.name}" data-page="{operator.page}" '
             f'data-class="{operator.class_name}"{types} data-does="{escaped(operator.does)}" '
             f'data-call="{escaped(operator.call())}" '
-            f'data-variables="{escaped(operator.variables())}">'
+            f'data-variables="{escaped(operator.variables)}">'
             f"<summary><code>{escaped(operator.signature)}</code>"
             f'<code class="c">{escaped(c)}</code>'
             f'<span class="family">{escaped(families[operator.page])}</span></summary></details>')
@@ -219,19 +236,60 @@ def message_row(section):
             f"<span>{inline(section.title)}</span></summary>{body}</details>")
 
 
-def page(velc):
-    """The text of docs/reference.html."""
+def families():
+    """The titles of the operators' pages by the stems of their names."""
+    return {Path(target).stem: title for title, target in re.findall(
+        r"^\| \[(.+?)\]\((.+?)\)", (ROOT / "docs/operators/README.md").read_text(), re.M)}
+
+
+@functools.lru_cache
+def all_operators(velc):
+    """The operators of all pages, in the order of the pages."""
     call = [velc, "operators", "--json"]
     listing = subprocess.run(call, capture_output=True, text=True, check=True)
     classes = {entry["name"]: entry["class"] for entry in json.loads(listing.stdout)}
-    families = {Path(target).stem: title for title, target in re.findall(
-        r"^\| \[(.+?)\]\((.+?)\)", (ROOT / "docs/operators/README.md").read_text(), re.M)}
-    paths = [ROOT / f"docs/operators/{stem}.md" for stem in families]
-    all_operators = [operator for path in paths for operator in operators_of(path, classes)]
+    return [operator for stem in families()
+            for operator in operators_of(ROOT / f"docs/operators/{stem}.md", classes, velc)]
+
+
+def sample_calls(velc):
+    """Declarations of variables, one of each type, and a call with them of each operator."""
+    declarations, calls = {}, []
+    for operator in all_operators(velc):
+        renamed = {}
+        for mark, names, type_name in re.findall(r"(\{\w+\} )?([\w, ]+) : (\w+);",
+                                                 operator.variables):
+            own = "bits" if mark else f"v_{type_name}"
+            declarations[own] = f"{mark}{own} : {type_name}"
+            renamed.update(dict.fromkeys(re.findall(r"\w+", names), own))
+        name, _, operands = operator.call().partition("(")
+        calls.append(f"{name}(" + re.sub(r"\w+", lambda word: renamed.get(word[0], word[0]),
+                                         operands))
+    return [*declarations.values(), *calls]
+
+
+def calls_problems(velc):
+    """Sample calls whose C the C compiler and the runtime do not take."""
+    listed = all_operators(velc)
+    said = run_velc(velc, "run", [], "".join(op.unit(i) for i, op in enumerate(listed))).stderr
+    unknown = set(re.findall(r"(?:implicit declaration of function|undefined reference to) "
+                             r"\W*(\w+)", said))
+    for name in sorted(unknown):
+        yield (f"the C of {name} calls {name}, which runtime/ does not have" if name in
+               [op.name for op in listed] else
+               f"the C of an operator calls {name}, which runtime/ does not have")
+    if said and not unknown:
+        yield f"the C of the operators' sample calls does not compile: {said}"
+
+
+def page(velc):
+    """The text of docs/reference.html."""
+    titles = families()
+    paths = [ROOT / f"docs/operators/{stem}.md" for stem in titles]
     # The many conversions come last: they would bury the others.
-    all_operators.sort(key=lambda operator: "TO_" in operator.name)
+    listed = sorted(all_operators(velc), key=lambda operator: "TO_" in operator.name)
     groups = {}
-    for operator in all_operators:
+    for operator in listed:
         groups.setdefault(operator.class_name, []).append(operator)
     c_of, statics = {}, []
     for class_name, group in groups.items():
@@ -244,9 +302,9 @@ def page(velc):
     sections = messages.sections_of((ROOT / "docs/messages/operators.md").read_text())
     template = string.Template((Path(__file__).parent / "reference.html").read_text())
     return template.substitute(
-        count=len(all_operators),
+        count=len(listed),
         families="\n".join(f'<option value="{stem}">{escaped(title)}</option>'
-                           for stem, title in families.items()),
-        operators="\n".join(operator_row(op, c_of[op.name], families) for op in all_operators),
+                           for stem, title in titles.items()),
+        operators="\n".join(operator_row(op, c_of[op.name], titles) for op in listed),
         messages="\n".join(message_row(section) for section in sections),
         templates="\n".join([*statics, *map(page_template, paths)]))

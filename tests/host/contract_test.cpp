@@ -43,10 +43,10 @@ TEST_F(Contract, RegistrySlots) {
   EXPECT_FALSE(callSlot<bool>(api, 1, 2, static_cast<vel::STOperator*>(nullptr)));
   EXPECT_EQ((callSlot<vel::STOperator*, Name>(api, 1, 3, "max")), find("MAX"));
   EXPECT_TRUE((callSlot<bool, Name>(api, 1, 4, "SQRT")));
-  EXPECT_EQ(callSlot<int>(api, 1, 5), 519);
   std::vector<std::string> names;
   callSlot<void, std::vector<std::string>&>(api, 1, 6, names);
-  ASSERT_EQ(names.size(), 519U);
+  EXPECT_EQ(callSlot<int>(api, 1, 5), static_cast<int>(names.size()));
+  ASSERT_GT(names.size(), 0U);
   std::vector<std::unique_ptr<vel::STOperator>> operators;
   operators.reserve(names.size());
   for (const std::string& name : names) operators.emplace_back(find(name));

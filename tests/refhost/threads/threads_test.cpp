@@ -65,8 +65,9 @@ TEST(Registries, AreIndependent) {
   EXPECT_EQ(std::vector<std::string>(), said(*first));
   EXPECT_EQ(std::vector<std::string>(), said(*second));
   EXPECT_NE(first->operators().findOperator("LIMIT"), second->operators().findOperator("limit"));
+  const int count = first->operators().operatorCount();
   first.reset();
-  EXPECT_EQ(519, second->operators().operatorCount());
+  EXPECT_EQ(count, second->operators().operatorCount());
   EXPECT_NE("", second->translate());
 }
 
