@@ -1,5 +1,6 @@
 // Runs all programs with one C compiler and tells which operators they have proven:
 //   execution_tests COMPILER SUMMARY
+// or, with "-" for both, translates them only and tells which operators have no case.
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
@@ -17,10 +18,10 @@ int main(int argc, char** argv) {
   bool complete = true;
   for (const std::string& name : operatorNames()) {
     if (proof().operators.count(name) != 0) continue;
-    fmt::print("no case has run for {}\n", name);
+    fmt::print("operator {} has no case in tests/execution/\n", name);
     complete = false;
   }
-  if (!complete) return 1;
+  if (!complete || compiler == "-") return complete ? 0 : 1;
   const std::string line = fmt::format("execution with {}: {} names, {} cases\n", compiler,
                                        proof().operators.size(), proof().cases);
   fmt::print("{}", line);

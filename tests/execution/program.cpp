@@ -198,6 +198,11 @@ void Program::run() {
     ASSERT_NE(1, message.severity) << velc::diagnosticText(session.sources(), message);
   }
 
+  if (compiler == "-") {
+    proof().operators.insert(operators_.begin(), operators_.end());
+    return;
+  }
+
   const std::vector<refhost::ProgramVariable> printed = velc::printedVariables(session, addresses_);
   std::vector<std::string> stores;
   for (const refhost::ProgramVariable& variable : printed) {

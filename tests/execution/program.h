@@ -12,7 +12,7 @@
 
 namespace execution {
 
-// The C compiler that this run of the tests proves.
+// The C compiler that this run of the tests proves; "-" for none.
 extern std::string compiler;
 
 // What has been run and held so far.
