@@ -1,4 +1,5 @@
-"""Links of the Markdown files: the files and the headings that they lead to."""
+"""Links of the Markdown files: the files and the headings that they lead to; and the files,
+scripts and commands of velc that they name."""
 import re
 from pathlib import Path
 
@@ -6,6 +7,11 @@ from .pages import ROOT
 
 LINK = re.compile(r"(?<!!)\[[^\]]*\]\(([^)\s]+)\)")
 CODE = re.compile(r"^ *```.*?^ *```$|`[^`\n]+`", re.M | re.S)
+# In code: a path below one of the folders, and a call of velc. The history may name what is gone.
+HISTORY = "CHANGELOG.md"
+NAMED = re.compile(r"(?:`|^\$ |^)((?:host|core|operators|hostkit|refhost|runtime|cli|tests|bench"
+                   r"|fuzz|examples|packaging|scripts|docs)/[^`\s<>]*)", re.M)
+CALL = re.compile(r"(?:^\$ |`)velc ([a-z]+)\b([^`\n|;]*)", re.M)
 HEADING = re.compile(r"^#+ +(.*?) *#*$", re.M)
 
 
@@ -42,8 +48,37 @@ def markdown_files():
             yield path
 
 
+def manual():
+    """Commands and options of velc, by its manual page."""
+    items = "".join(re.findall(r"^\.It .*\n", (ROOT / "docs/velc.1").read_text(), re.M))
+    return set(re.findall(r"Cm ([a-z]+)", items)), set(re.findall(r"Fl (-[a-z-]+)", items))
+
+
+def named_problems(path, text, commands, options):
+    """Files and commands that a page names in its code, and that there are not."""
+    for match in NAMED.finditer(text):
+        name = match[1]
+        places = (ROOT, path.parent, ROOT / path.relative_to(ROOT).parts[0])
+        pattern = name.rstrip("/.,")
+        if not any([*place.glob(pattern)] or [*place.glob(pattern + ".*")] for place in places):
+            yield match.start(), f"'{name}': there is no such file"
+    for match in CALL.finditer(text):
+        command, rest = match.groups()
+        if command not in commands:
+            yield match.start(), f"'velc {command}': velc has no such command"
+        for option in re.findall(r"(?<= -)-[a-z-]+", rest):
+            if option not in options:
+                yield match.start(), f"'velc {command} -{option}': velc has no such option"
+
+
 def problems():
+    commands, options = manual()
     for path in markdown_files():
+        whole = path.read_text()
+        named = [] if path.name == HISTORY else named_problems(path, whole, commands, options)
+        for at, problem in named:
+            line = whole.count("\n", 0, at) + 1
+            yield f"{path.relative_to(ROOT)}:{line}: {problem}"
         # Code keeps its length, so that a link keeps its line.
         text = CODE.sub(lambda code: re.sub(r"[^\n]", " ", code[0]), path.read_text())
         for match in LINK.finditer(text):
