@@ -342,8 +342,8 @@ class Generator {
       result.kind = Statement::For;
       const Wide start = wholeNumber(type);
       const bool down = type.kind == Type::Signed && random_.chance(40);
-      const Wide end = integer(type, start + (down ? -1 : 1) * random_.below(9)).number;
-      const Wide step = (1 + random_.below(3)) * (down ? -1 : 1);
+      const Wide end = integer(type, start + Wide{down ? -1 : 1} * random_.below(9)).number;
+      const Wide step = Wide{1 + random_.below(3)} * (down ? -1 : 1);
       result.exprs = {
           integerLiteral(type, start, Bare::Always),
           random_.chance(60) ? integerLiteral(type, end, Bare::Always)

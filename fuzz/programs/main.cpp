@@ -10,9 +10,8 @@
 #include "fuzz/programs/generator.h"
 #include "fuzz/programs/runner.h"
 
+namespace generated {
 namespace {
-
-using namespace generated;
 
 // Says what goes wrong with a program, and with the smallest that shares it.
 void report(const Units& units, std::uint64_t seed, const Toolchain& toolchain, bool shrink) {
@@ -70,10 +69,11 @@ int execute(int argc, char** argv) {
 }
 
 }  // namespace
+}  // namespace generated
 
 int main(int argc, char** argv) {
   try {
-    return execute(argc, argv);
+    return generated::execute(argc, argv);
   } catch (const velc::Terminated&) {
     return 2;
   } catch (const std::exception& error) {

@@ -199,7 +199,7 @@ TEST_F(Registry, DeletesInOrderOfNames) {
   }
   count = registry->operatorCount();
   registry.reset();
-  EXPECT_EQ(deaths, "_last alpha Beta zeta ");
+  EXPECT_EQ(deaths, "_last alpha Beta zeta ") << "of " << count;
 }
 
 TEST_F(Registry, RegistersClearsAndKeepsOwnership) {
