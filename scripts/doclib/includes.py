@@ -22,7 +22,7 @@ class Part(NamedTuple):
 
 C_PLUS_PLUS = r"[a-z_]+"
 C = r"(?:std(?:arg|bool|def|int|io|lib)|errno|float|inttypes|limits|math|string)\.h"
-INTERFACES = "op_manager_api|operator|add_on_api|messages|case_folding"
+INTERFACES = "op_manager_api|operator|add_on_api|messages|conversion_message|case_folding"
 
 PARTS = {
     # The plugin: operators -> core -> host, and nothing from anywhere else.
