@@ -54,8 +54,8 @@ class ExpressionWriter final : public vel::Generator {
   void binaryPiece(const Expr& expr, std::string& out);
   void operation(const Expr& expr, std::string& out);
   void numbers(const Expr& expr, BasicDataType type, std::string& out);
-  void times(const Expr& expr, const Meeting& meeting, std::string& out);
-  void pointers(const Expr& expr, const Meeting& meeting, std::string& out);
+  void times(const Expr& expr, const CommonType& common, std::string& out);
+  void pointers(const Expr& expr, const CommonType& common, std::string& out);
 
   FileContext& file_;
   FunctionBody& body_;

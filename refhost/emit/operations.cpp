@@ -32,10 +32,10 @@ bool wrapsByItself(BasicDataType type) {
 
 bool isCastOrCall(const Expr& expr) {
   if (!isArithmetic(expr.kind) || untypedNumber(expr)) return false;
-  const Meeting meeting = meet(expr);
-  if (meeting.kind != Meeting::Kind::Number || !isInteger(meeting.operands)) return false;
+  const CommonType common = commonType(expr);
+  if (common.kind != CommonType::Kind::Number || !isInteger(common.operands)) return false;
   const bool divides = expr.kind == ExprKind::Divide || expr.kind == ExprKind::Modulo;
-  return divides || !wrapsByItself(meeting.operands);
+  return divides || !wrapsByItself(common.operands);
 }
 
 bool isComplementCall(const Expr& expr) {
@@ -115,45 +115,44 @@ void ExpressionWriter::binaryPiece(const Expr& expr, std::string& out) {
 }
 
 void ExpressionWriter::operation(const Expr& expr, std::string& out) {
-  using Kind = Meeting::Kind;
-  const Meeting meeting = meet(expr);
+  using Kind = CommonType::Kind;
+  const CommonType common = commonType(expr);
   const ExprKind op = expr.kind;
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
-  if (meeting.kind == Kind::Text) {
+  if (common.kind == Kind::Strings) {
     out +=
-        meeting.operands == BasicDataType::String ? "vel_string_compare(" : "vel_wstring_compare(";
+        common.operands == BasicDataType::String ? "vel_string_compare(" : "vel_wstring_compare(";
     out += expressionText(const_cast<ASTNode*>(&left)) + ", ";
     out += expressionText(const_cast<ASTNode*>(&right));
     out += fmt::format(") {} 0", traitsOf(op).c);
     return;
   }
-  if (meeting.kind == Kind::Pointers || meeting.kind == Kind::Step ||
-      meeting.kind == Kind::Distance) {
-    pointers(expr, meeting, out);
+  if (common.kind == Kind::Pointers || common.kind == Kind::Step || common.kind == Kind::Distance) {
+    pointers(expr, common, out);
     return;
   }
   if (isArithmetic(op)) {
-    if (meeting.kind == Kind::Number || meeting.kind == Kind::Durations) {
-      numbers(expr, meeting.operands, out);
+    if (common.kind == Kind::Number || common.kind == Kind::Durations) {
+      numbers(expr, common.operands, out);
       return;
     }
     if (op == ExprKind::Power) {
       numbers(expr, BasicDataType::LReal, out);
       return;
     }
-    if (meeting.kind != Kind::Untyped) {
-      times(expr, meeting, out);
+    if (common.kind != Kind::Untyped) {
+      times(expr, common, out);
       return;
     }
   }
   // No type is known of an untyped operand, so both stay as they are.
   const bool convert =
-      meeting.kind == Kind::Number || meeting.kind == Kind::Bits || meeting.kind == Kind::Durations;
-  const BasicDataType common = convert ? meeting.operands : BasicDataType::None;
-  converted(left, common, out);
+      common.kind == Kind::Number || common.kind == Kind::Bits || common.kind == Kind::Durations;
+  const BasicDataType type = convert ? common.operands : BasicDataType::None;
+  converted(left, type, out);
   out += fmt::format(" {} ", traitsOf(op).c);
-  converted(right, common, out);
+  converted(right, type, out);
 }
 
 void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string& out) {
@@ -198,7 +197,7 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
   if (!plain) out += ')';
 }
 
-void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::string& out) {
+void ExpressionWriter::pointers(const Expr& expr, const CommonType& common, std::string& out) {
   const auto number = [this](const ASTNode& node) {
     std::string text = typeOf(node) == BasicDataType::Pointer ? "(uintptr_t)" : "(uintptr_t)(i64)";
     operand(node, text);
@@ -206,11 +205,11 @@ void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::s
   };
   const std::string text =
       fmt::format("{} {} {}", number(*expr.leaf(0)), traitsOf(expr.kind).c, number(*expr.leaf(1)));
-  switch (meeting.kind) {
-    case Meeting::Kind::Step:
+  switch (common.kind) {
+    case CommonType::Kind::Step:
       out += fmt::format("({})({})", typeText(expr.dataType), text);
       break;
-    case Meeting::Kind::Distance:
+    case CommonType::Kind::Distance:
       out += fmt::format("(i32)({})", text);
       break;
     default:
@@ -219,23 +218,23 @@ void ExpressionWriter::pointers(const Expr& expr, const Meeting& meeting, std::s
   }
 }
 
-void ExpressionWriter::times(const Expr& expr, const Meeting& meeting, std::string& out) {
-  using Kind = Meeting::Kind;
+void ExpressionWriter::times(const Expr& expr, const CommonType& common, std::string& out) {
+  using Kind = CommonType::Kind;
   const ExprKind op = expr.kind;
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
-  const bool clock = meeting.operands == BasicDataType::TimeOfDay;
+  const bool clock = common.operands == BasicDataType::TimeOfDay;
   std::string a;
   std::string b;
   operand(left, a);
   operand(right, b);
-  switch (meeting.kind) {
+  switch (common.kind) {
     case Kind::Scale: {
       const bool durationLeft = isDuration(typeOf(left));
       const std::string& duration = durationLeft ? a : b;
       const std::string& number = durationLeft ? b : a;
       const bool real = isFloat(typeOf(durationLeft ? right : left));
-      const char* const type = cType(meeting.operands);
+      const char* const type = cType(common.operands);
       if (real) {
         out +=
             fmt::format("vel_truncate_{}((f64){} {} {})", type, duration, traitsOf(op).c, number);

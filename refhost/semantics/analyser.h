@@ -1,5 +1,5 @@
-// Semantic analysis: declares what the units declare, gives every expression its
-// type, asks the operators to check their calls, and judges assignments.
+// Semantic analysis: enters declarations in the symbol table, gives every expression its type,
+// has the operators check their calls, and checks assignments.
 #pragma once
 
 #include <vector>
@@ -13,7 +13,6 @@ class Analyser {
   Analyser(Services& services, Tree& tree, Prelude& prelude, std::vector<vel::VELMessage>& messages)
       : context_(services, tree, prelude, messages), parts_(context_) {}
 
-  // Analyses every unit of the tree.
   void run();
 
  private:

@@ -8,7 +8,7 @@
 namespace refhost {
 namespace {
 
-using Kind = Meeting::Kind;
+using Kind = CommonType::Kind;
 
 bool isPointInTime(BasicDataType type) {
   return type == BasicDataType::Date || type == BasicDataType::TimeOfDay ||
@@ -17,7 +17,7 @@ bool isPointInTime(BasicDataType type) {
 
 // The type that a literal without one of its own takes beside an operand of type
 // `other`; its own type where it does not fit.
-BasicDataType besideType(const ASTNode& node, BasicDataType own, BasicDataType other) {
+BasicDataType literalTypeBeside(const ASTNode& node, BasicDataType own, BasicDataType other) {
   const Literal* const literal = literalOf(node);
   if (literal == nullptr || literal->value.fixedType || !isNumber(other)) return own;
   const LiteralValue& value = literal->value;
@@ -27,7 +27,7 @@ BasicDataType besideType(const ASTNode& node, BasicDataType own, BasicDataType o
   return widens(own, other) ? other : own;
 }
 
-bool canBeTruth(BasicDataType type) {
+bool canBeBool(BasicDataType type) {
   return type == BasicDataType::Bool || type == BasicDataType::None;
 }
 
@@ -54,7 +54,7 @@ BasicDataType chosenType(const Call& call) {
   return chosen;
 }
 
-Meeting meetTimes(ExprKind op, BasicDataType left, BasicDataType right) {
+CommonType commonTimeType(ExprKind op, BasicDataType left, BasicDataType right) {
   const bool sum = op == ExprKind::Add || op == ExprKind::Subtract;
   if (isDuration(left) && isDuration(right) && (sum || isComparison(op))) {
     const BasicDataType wider = widens(left, right) ? right : left;
@@ -74,14 +74,14 @@ Meeting meetTimes(ExprKind op, BasicDataType left, BasicDataType right) {
   return {};
 }
 
-Meeting meetPointers(ExprKind op, BasicDataType left, BasicDataType right) {
+CommonType commonPointerType(ExprKind op, BasicDataType left, BasicDataType right) {
   constexpr BasicDataType kPointer = BasicDataType::Pointer;
   const bool two = left == kPointer && right == kPointer;
   if (!two && !isInteger(left == kPointer ? right : left)) return {};
   if (isComparison(op)) return {Kind::Pointers, kPointer, BasicDataType::Bool};
   if (two && op == ExprKind::Subtract) return {Kind::Distance, kPointer, BasicDataType::DInt};
   const bool step = op == ExprKind::Add || (op == ExprKind::Subtract && left == kPointer);
-  return step && !two ? Meeting{Kind::Step, kPointer, kPointer} : Meeting{};
+  return step && !two ? CommonType{Kind::Step, kPointer, kPointer} : CommonType{};
 }
 
 }  // namespace
@@ -123,16 +123,16 @@ const Literal* literalOf(const ASTNode& node) {
   return expr.kind == ExprKind::Literal ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
 }
 
-Meeting meet(const Expr& binary) {
+CommonType commonType(const Expr& binary) {
   const ExprKind op = binary.kind;
   const ASTNode& leftNode = *binary.leaf(0);
   const ASTNode& rightNode = *binary.leaf(1);
   BasicDataType left = typeOf(leftNode);
   BasicDataType right = typeOf(rightNode);
   const bool stopsEarly = op == ExprKind::AndThen || op == ExprKind::OrElse;
-  if (stopsEarly && !(canBeTruth(left) && canBeTruth(right))) return {};
+  if (stopsEarly && !(canBeBool(left) && canBeBool(right))) return {};
   const auto result = [op](Kind kind, BasicDataType operands) {
-    return Meeting{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
+    return CommonType{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
   };
 
   if (left == BasicDataType::None || right == BasicDataType::None) {
@@ -140,13 +140,13 @@ Meeting meet(const Expr& binary) {
     const BasicDataType second = likelyType(rightNode);
     const bool known = first != BasicDataType::None && second != BasicDataType::None;
     if (known && (isText(first) || isText(second))) {
-      return first == second && isComparison(op) ? result(Kind::Text, first) : Meeting{};
+      return first == second && isComparison(op) ? result(Kind::Strings, first) : CommonType{};
     }
     return result(Kind::Untyped, left != BasicDataType::None ? left : right);
   }
   if (isNumber(left) && isNumber(right)) {
-    const BasicDataType leftBeside = besideType(leftNode, left, right);
-    right = besideType(rightNode, right, left);
+    const BasicDataType leftBeside = literalTypeBeside(leftNode, left, right);
+    right = literalTypeBeside(rightNode, right, left);
     left = leftBeside;
     const BasicDataType common = commonNumber(left, right);
     if (isComparison(op)) return result(Kind::Number, common);
@@ -156,25 +156,26 @@ Meeting meet(const Expr& binary) {
       return result(Kind::Number, power);
     }
     if (isArithmetic(op)) {
-      return op == ExprKind::Modulo && isFloat(common) ? Meeting{} : result(Kind::Number, common);
+      return op == ExprKind::Modulo && isFloat(common) ? CommonType{}
+                                                       : result(Kind::Number, common);
     }
-    return isFloat(common) ? Meeting{} : result(Kind::Bits, common);
+    return isFloat(common) ? CommonType{} : result(Kind::Bits, common);
   }
   if (left == BasicDataType::Bool && right == BasicDataType::Bool) {
-    return isArithmetic(op) ? Meeting{} : result(Kind::Logic, left);
+    return isArithmetic(op) ? CommonType{} : result(Kind::Logic, left);
   }
   if (isText(left) || isText(right)) {
-    return left == right && isComparison(op) ? result(Kind::Text, left) : Meeting{};
+    return left == right && isComparison(op) ? result(Kind::Strings, left) : CommonType{};
   }
   if (left == BasicDataType::Pointer || right == BasicDataType::Pointer) {
-    return meetPointers(op, left, right);
+    return commonPointerType(op, left, right);
   }
-  const Meeting times = meetTimes(op, left, right);
+  const CommonType times = commonTimeType(op, left, right);
   if (times.kind != Kind::Invalid) {
     return isComparison(op) ? result(times.kind, times.operands) : times;
   }
   const bool comparable = left == right && left < BasicDataType::Derived;
-  return comparable && isComparison(op) ? result(Kind::Same, left) : Meeting{};
+  return comparable && isComparison(op) ? result(Kind::Same, left) : CommonType{};
 }
 
 }  // namespace refhost

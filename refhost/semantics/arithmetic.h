@@ -1,5 +1,5 @@
-// In which type the operands of an expression's operator meet, and what type the
-// result has. The analysis judges by it and the emission computes by it.
+// The types of operands and results of the language's operators. The analysis checks by them and
+// the emission computes in them.
 #pragma once
 
 #include "refhost/services/types.h"
@@ -7,17 +7,17 @@
 
 namespace refhost {
 
-// What a binary operator does with its operands.
-struct Meeting {
+// The common type in which the operands of a binary operator are computed, and the result's type.
+struct CommonType {
   enum class Kind : std::uint8_t {
     Invalid,     // the operator cannot be applied to these types
-    Untyped,     // an operand has no type; the other's, if any, holds
-    Number,      // both are taken to `operands`
+    Untyped,     // an operand has no type; `operands` is that of the other, if it has one
+    Number,      // both are converted to `operands`
     Logic,       // BOOL
-    Bits,        // bitwise, both are taken to `operands`
+    Bits,        // bitwise, both are converted to `operands`
     Same,        // both have the type `operands` and are compared as they are
-    Text,        // both are STRING or both are WSTRING
-    Durations,   // both are taken to `operands`, TIME or LTIME
+    Strings,     // both are STRING or both are WSTRING
+    Durations,   // both are converted to `operands`, TIME or LTIME
     Scale,       // a duration multiplied or divided by a number
     Shift,       // a point in time plus or minus a duration
     Difference,  // of two points in time, a TIME
@@ -30,16 +30,17 @@ struct Meeting {
   BasicDataType result = BasicDataType::None;
 };
 
-Meeting meet(const Expr& binary);
+CommonType commonType(const Expr& binary);
 
-// The type in which an operand is computed: its own; where it has none, a likely one that
-// is neither BOOL nor a text; else None.
+// The type in which an operand is computed: its own, or without one likelyType() unless that is
+// BOOL or a string type; else None.
 BasicDataType typeOf(const ASTNode& operand);
 
-// The type that a value will have, also where an operator names no type for its result.
+// The type of a value. If its operator names no result type, the type is inferred from the
+// operands; None if they have none either.
 BasicDataType likelyType(const ASTNode& value);
 
-// The literal of an expression that is one, else null.
+// Null when the expression is not a literal.
 const Literal* literalOf(const ASTNode& node);
 
 }  // namespace refhost

@@ -7,12 +7,12 @@
 namespace refhost {
 namespace {
 
-// Of integers the host only warns where the operators refuse.
+// Operators refuse a narrowing integer conversion; in an assignment it is only a warning.
 bool narrows(int rated, BasicDataType target, BasicDataType source) {
   return rated == rating::kMismatch && isInteger(target) && isInteger(source);
 }
 
-// The standard writes the constants of BOOL as 0 and 1, too.
+// The standard allows 0 and 1 as BOOL literals.
 bool isBoolConstant(const LiteralValue& literal) {
   return literal.form == LiteralForm::Integer && !literal.fixedType && !literal.negative &&
          literal.magnitude <= 1;
@@ -20,10 +20,10 @@ bool isBoolConstant(const LiteralValue& literal) {
 
 }  // namespace
 
-void Assignments::judge(const Type* to, const Type* from, const ASTNode& source,
+void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
                         vel::TextLocation at, const Call* call) {
-  if (to != nullptr && from == nullptr) judgeUntyped(*to, source, at);
-  if (to == nullptr || from == nullptr || judgeDerived(*to, *from, source, at)) return;
+  if (to != nullptr && from == nullptr) checkUntyped(*to, source, at);
+  if (to == nullptr || from == nullptr || checkDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
   if (to->dataType() == BasicDataType::Bool && literal != nullptr &&
       isBoolConstant(literal->value)) {
@@ -47,12 +47,12 @@ void Assignments::judge(const Type* to, const Type* from, const ASTNode& source,
   } else {
     report(messages_, at, format, {displayName(from), displayName(to)});
   }
-  if (call != nullptr && hasBeenSaid(messages_.back(), *call)) messages_.pop_back();
+  if (call != nullptr && operatorHasReported(messages_.back(), *call)) messages_.pop_back();
 }
 
-// An operator speaks of an assignment at the parameter that it would assign; what it
-// says at the call concerns its parameters only.
-bool Assignments::hasBeenSaid(const vel::VELMessage& message, const Call& call) const {
+// An operator reports on the assignment at an operand; its messages at the call itself concern
+// only its own parameters.
+bool Assignments::operatorHasReported(const vel::VELMessage& message, const Call& call) const {
   if (checked_.call != &call) return false;
   for (std::size_t i = checked_.first; i < checked_.last; ++i) {
     const vel::VELMessage& said = messages_[i];
@@ -64,8 +64,8 @@ bool Assignments::hasBeenSaid(const vel::VELMessage& message, const Call& call) 
   return false;
 }
 
-// Of a value without a type only this is known: a text goes to a text of its kind.
-void Assignments::judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at) {
+// Without a type all that can be checked is that a string is assigned to a string of its kind.
+void Assignments::checkUntyped(const Type& to, const ASTNode& source, vel::TextLocation at) {
   const BasicDataType given = likelyType(source);
   const bool text = isText(given) || isText(to.dataType());
   if (given == BasicDataType::None || given == to.dataType() || !text) return;

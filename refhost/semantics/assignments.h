@@ -1,4 +1,4 @@
-// Judges which values may be given to which places.
+// Checks that a value may be assigned to its target.
 #pragma once
 
 #include <cstddef>
@@ -11,30 +11,30 @@ class Assignments : public Part {
  public:
   using Part::Part;
 
-  // Judges `source`, of type `from`, given to a place of type `to`; messages stand at
-  // `at`. `call` is the operator's call that `source` is, if it is one: what its check
-  // has said of the assignment is not said again.
-  void judge(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
+  // Checks the assignment of `source`, of type `from`, to a variable of type `to`; messages are
+  // reported at `at`. If `source` is the call of an operator, `call` is that call: a message that
+  // the operator's own check has reported is not repeated.
+  void check(const Type* to, const Type* from, const ASTNode& source, vel::TextLocation at,
              const Call* call = nullptr);
-  void judge(const Type* to, const Type* from, const ASTNode& source) {
-    judge(to, from, source, source.pos());
+  void check(const Type* to, const Type* from, const ASTNode& source) {
+    check(to, from, source, source.pos());
   }
-  // The operator's check of `call` has appended the messages from number `first` to the last.
-  void hasChecked(const Call& call, std::size_t first) {
+  // To be called after the operator has checked `call`: its messages are those from index `first`.
+  void noteOperatorCheck(const Call& call, std::size_t first) {
     checked_ = {&call, first, messages_.size()};
   }
 
  private:
   // assignments.cpp
-  void judgeUntyped(const Type& to, const ASTNode& source, vel::TextLocation at);
-  bool hasBeenSaid(const vel::VELMessage& message, const Call& call) const;
+  void checkUntyped(const Type& to, const ASTNode& source, vel::TextLocation at);
+  bool operatorHasReported(const vel::VELMessage& message, const Call& call) const;
 
   // compatibility.cpp
-  bool judgeDerived(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
-  void judgeRange(const Type& to, const ASTNode& source, vel::TextLocation at);
-  void judgePointer(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
+  bool checkDerived(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
+  void checkRange(const Type& to, const ASTNode& source, vel::TextLocation at);
+  void checkPointer(const Type& to, const Type& from, const ASTNode& source, vel::TextLocation at);
 
-  // The messages that the latest check of an operator has appended.
+  // The messages of the latest check of an operator, as a half-open range of indices.
   struct {
     const Call* call = nullptr;
     std::size_t first = 0;

@@ -1,4 +1,4 @@
-// Which argument of a call belongs to which parameter.
+// Binds the arguments of a call to the parameters of the callee.
 #pragma once
 
 #include <vector>
@@ -9,17 +9,17 @@
 namespace refhost {
 
 struct Binding {
-  VarSymbol* parameter = nullptr;   // null when there is none for the argument
-  ASTNode* node = nullptr;          // the argument as it stands in the list
-  Expr* value = nullptr;            // what it gives, or for an output where it goes
+  VarSymbol* parameter = nullptr;   // null when the argument matches no parameter
+  ASTNode* node = nullptr;          // the leaf of the parameter list
+  Expr* value = nullptr;            // the actual argument; of an output, the target
   const Argument* named = nullptr;  // null for a positional argument
 };
 
-// How many arguments of a parameter list are named.
+// The number of named arguments in a parameter list.
 int namedArguments(const ASTNode& list);
 
-// One binding for each argument, in source order. Positions count the inputs and
-// in-out parameters.
+// One binding for each argument, in source order. Positional arguments are bound to the inputs and
+// in-out parameters in order of declaration.
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit);
 
 }  // namespace refhost

@@ -17,7 +17,7 @@ using vel::TreeBuilder;
 
 namespace {
 
-// Null where a type stands as the operand.
+// Null when the operand is a type: `SIZEOF(INT)`.
 ASTNode* parameterList(const Call& call) {
   ASTNode* const list = call.leaf(1);
   return list != nullptr && list->type() == vel::ASTType::ParameterList ? list : nullptr;
@@ -56,8 +56,8 @@ vel::SymbolDataType* Calls::analyseCall(Call& call) {
   return nullptr;
 }
 
-// `name` is interned. An operator goes before a function of the program, which goes before one of
-// the standard.
+// Looks `name`, which is interned, up among the operators, then the program's functions, then the
+// standard functions.
 const Callee& Calls::calleeNamed(const char* name) {
   Callee*& known = callees_[name];
   if (known != nullptr) return *known;
@@ -69,7 +69,7 @@ const Callee& Calls::calleeNamed(const char* name) {
     return callee;
   }
   const StandardFunction* const standard = standardFunction(name);
-  // The prelude has none of these names, and need not be parsed for them.
+  // The prelude declares no standard function of the table, so it need not be parsed for one.
   UnitSymbol* const unit =
       standard != nullptr ? services_.symbols.unit(name) : parts_.declarations.unitNamed(name);
   if (unit != nullptr && unit->type() == vel::POUType::Function) {
@@ -87,8 +87,8 @@ void Calls::requireValue(const Call& call, const Type* type) {
   }
 }
 
-// A refused call, or a place without a type: what is wrong with it has been said, maybe where
-// it stood before.
+// True of a refused call and of a variable or access without a type. The error has been reported,
+// maybe at an earlier use of the same name.
 bool Calls::isInError(const Expr& expr) const {
   if (expr.kind == ExprKind::Call) return !static_cast<const Call&>(*expr.leaf(0)).accepted;
   const bool place = expr.kind == ExprKind::Variable || isAccess(expr.kind);
@@ -119,7 +119,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   call.accepted = entered(*call.op(), call.pos(), messages_, [&] {
     return call.op()->check(&services_, &call, messages_, resultType, context_.unitName);
   });
-  parts_.assignments.hasChecked(call, before);
+  parts_.assignments.noteOperatorCheck(call, before);
   if (!call.accepted) {
     if (!hasErrorFrom(first)) {
       say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
@@ -127,14 +127,14 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
     return nullptr;
   }
   declareEdgeState(call);
-  const std::size_t judged = messages_.size();
-  judgeOperands(call);
-  call.accepted = !hasErrorFrom(judged);
+  const std::size_t beforeOperands = messages_.size();
+  checkOperands(call);
+  call.accepted = !hasErrorFrom(beforeOperands);
   return resultOf(call, services_.symbols.dataType(resultType));
 }
 
-// The type of an accepted call whose operator names `named`, null for none: operators know
-// of derived types only that their operands are none of the elementary ones.
+// The type of an accepted call. `named` is the result type that the operator reports, null for
+// none: operators cannot name derived types, so the host infers those from the operands.
 vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
   const ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() == 0) return named;
@@ -152,7 +152,7 @@ vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
   return chosen != nullptr && elementaryType(chosen->dataType()) == nullptr ? chosen : nullptr;
 }
 
-// REF(x): a reference to the variable x.
+// REF(x), a reference to the variable x.
 vel::SymbolDataType* Calls::callReference(Call& call) {
   ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() != 1 ||
@@ -173,8 +173,8 @@ vel::SymbolDataType* Calls::callReference(Call& call) {
   return call.dataType;
 }
 
-// What the operator leaves to the host.
-void Calls::judgeOperands(const Call& call) {
+// The checks that operators leave to the host.
+void Calls::checkOperands(const Call& call) {
   const ASTNode* const list = parameterList(call);
   if (list == nullptr || list->leavesCount() == 0) return;
   vel::HeapAddress address;
@@ -184,9 +184,9 @@ void Calls::judgeOperands(const Call& call) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
-  judgeChoice(call);
-  judgeConverted(call, static_cast<const Expr&>(*list->leaf(0)));
-  // Numeric functions look at their first operand only.
+  checkChoice(call);
+  checkConverted(call, static_cast<const Expr&>(*list->leaf(0)));
+  // The check of a numeric function covers its first operand only.
   for (int i = 1; call.traits()->family == OperatorFamily::Numeric && i < list->leavesCount();
        ++i) {
     const auto& operand = static_cast<const Expr&>(*list->leaf(i));
@@ -197,9 +197,9 @@ void Calls::judgeOperands(const Call& call) {
   }
 }
 
-// A generic conversion takes whatever it is given, and names what it makes of it by the
-// operand's elementary type.
-void Calls::judgeConverted(const Call& call, const Expr& operand) {
+// A generic conversion accepts every operand, but chooses its C function by the elementary type of
+// the operand, so that it must have one.
+void Calls::checkConverted(const Call& call, const Expr& operand) {
   const OperatorTraits& traits = *call.traits();
   const bool compares = traits.result == OperatorTraits::Result::ComparedTo0;
   if (!compares && traits.result != OperatorTraits::Result::Converted) return;
@@ -214,9 +214,8 @@ void Calls::judgeConverted(const Call& call, const Expr& operand) {
   if (!converts) say(operand, message::kOperandType, call.op()->name, displayName(type));
 }
 
-// Values with parts and texts cannot be compared in C, and are chosen only among those of
-// one type.
-void Calls::judgeChoice(const Call& call) {
+// C cannot compare arrays, structures and strings, and can choose only among those of one type.
+void Calls::checkChoice(const Call& call) {
   if (!call.traits()->chooses()) return;
   const ASTNode& list = *parameterList(call);
   const bool compares = call.traits()->has(OperatorTraits::kCompares);
@@ -236,13 +235,14 @@ void Calls::judgeChoice(const Call& call) {
   }
 }
 
-// The length of a type given as operand.
+// `SIZEOF(STRING[n])`: resolves the type, and with it the length.
 void Calls::analyseOperandType(Call& call) {
   ASTNode* const spec = call.leaf(1);
   if (spec != nullptr && spec->type() != vel::ASTType::ParameterList) parts_.types.resolve(*spec);
 }
 
-// Operators that take other things than variables judge the names of them themselves.
+// True of an operand that the operator looks up itself, since it need not name a variable: SIZEOF
+// also takes the name of a type.
 bool Calls::leavesNameToOperator(const Call& call, int index) const {
   const ASTNode* const operand = parameterList(call)->leaf(index);
   if (index >= call.traits()->namedOperands || operand->type() != vel::ASTType::Expression) {
@@ -254,8 +254,8 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
          !parts_.names.isAddress(name);
 }
 
-// What an edge detection remembers between scans: one cell for each text of a call
-// in a unit, in device memory for programs.
+// Declares the hidden variable in which an edge detection keeps its operand between scans: one for
+// each distinct text of a call in a unit, in device memory for programs.
 void Calls::declareEdgeState(const Call& call) {
   if (!call.traits()->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
   const std::string name = edgeStateName(call);
@@ -267,7 +267,6 @@ void Calls::declareEdgeState(const Call& call) {
   context_.unit->addVariable(std::move(cell));
 }
 
-// Operators and standard functions know their parameters by position only.
 bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf) {
   ASTNode* const list = parameterList(call);
   const int count = list != nullptr ? list->leavesCount() : 0;
@@ -300,14 +299,14 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
 
 vel::SymbolDataType* Calls::callFunction(Call& call) {
   UnitSymbol& function = *call.function();
-  // What is wrong with a result's type has been said.
+  // An error in the result type has been reported at the declaration.
   call.accepted = function.result == nullptr || function.result->dataType() != nullptr;
   takeEnabling(call, &function);
   analyseArguments(call, function);
   return function.result != nullptr ? function.result->dataType() : nullptr;
 }
 
-// The name of an instance is an access like any other that gives one.
+// Makes a Variable of the name, so that callInstance() deals with expressions only.
 Expr* Calls::nameOfInstance(const Call& call) {
   Expr* const access = tree_.make<Expr>(ExprKind::Variable);
   TreeBuilder::setSpan(*access, call.leaf(0)->pos(), TreeBuilder::source(*call.leaf(0)));
@@ -388,16 +387,17 @@ void Calls::checkArgument(const Binding& binding, const UnitSymbol& callee) {
       say(*binding.node, message::kOperandType, "NOT", displayName(parameter.dataType()));
     }
     if (parts_.expressions.requireWritable(*binding.value)) {
-      parts_.assignments.judge(binding.value->dataType, parameter.dataType(), *binding.value);
+      parts_.assignments.check(binding.value->dataType, parameter.dataType(), *binding.value);
     }
   } else if (parameter.role == Role::InOut) {
     requirePassable(binding);
   } else {
-    parts_.assignments.judge(parameter.dataType(), binding.value->dataType, *binding.value);
+    parts_.assignments.check(parameter.dataType(), binding.value->dataType, *binding.value);
   }
 }
 
-// The callee works on the caller's own variable, so it must be one, of the very type.
+// An in-out parameter is passed by reference: its argument must be a writable variable of the same
+// type.
 void Calls::requirePassable(const Binding& binding) {
   const Expr& value = *binding.value;
   const Type* const wanted = binding.parameter->dataType();
@@ -410,7 +410,7 @@ void Calls::requirePassable(const Binding& binding) {
   } else if (value.kind == ExprKind::Variable) {
     passable = services_.memory.parse(TreeBuilder::source(value), address) && !address.isBitMode();
   } else {
-    // An element or what a pointer points to; a bit has no address.
+    // An element or a dereferenced pointer; a bit has no address.
     passable = passable && value.kind != ExprKind::Bit;
   }
   if (!passable || !sameType(*value.dataType, *wanted)) {

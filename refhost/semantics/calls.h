@@ -1,4 +1,4 @@
-// Calls of operators, functions and instances.
+// Calls of operators, functions and function block instances.
 #pragma once
 
 #include <functional>
@@ -14,17 +14,17 @@ class Calls : public Part {
  public:
   using Part::Part;
 
-  // The type of what the call gives, null when it gives nothing or is refused.
+  // The type of the result, null when there is none or the call is refused.
   Type* analyseCall(Call& call);
-  // Appends an error when what is called gives no value.
+  // Reports an error when the callee returns no value.
   void requireValue(const Call& call, const Type* type);
   bool isInError(const Expr& expr) const;
-  // Puts named arguments at the positions that `positionOf` gives their names. False, with an
-  // error appended, when one fits no parameter.
+  // Sorts named arguments by the positions that `positionOf` returns for their names. Reports an
+  // error and returns false when a name is not that of a parameter.
   bool orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf);
   void analyseArguments(Call& call, UnitSymbol& callee);
-  // Takes EN and ENO out of the arguments of a call of `callee`, null for one without
-  // declarations.
+  // Moves EN and ENO from the argument list into `call`. `callee` is null for operators and
+  // standard functions, which declare no parameters.
   void takeEnabling(Call& call, const UnitSymbol* callee);
 
  private:
@@ -36,9 +36,9 @@ class Calls : public Part {
   void declareEdgeState(const Call& call);
   Type* resultOf(Call& call, Type* named);
   Type* callReference(Call& call);
-  void judgeOperands(const Call& call);
-  void judgeChoice(const Call& call);
-  void judgeConverted(const Call& call, const Expr& operand);
+  void checkOperands(const Call& call);
+  void checkChoice(const Call& call);
+  void checkConverted(const Call& call, const Expr& operand);
   void analyseOperandType(Call& call);
   void checkArgument(const Binding& binding, const UnitSymbol& callee);
   void requirePassable(const Binding& binding);

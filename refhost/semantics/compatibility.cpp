@@ -1,4 +1,4 @@
-// Which values of derived types may be given to which.
+// Assignments between derived types.
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
@@ -11,12 +11,11 @@ bool isPointer(const vel::SymbolDataType& type) {
   return type.dataType() == BasicDataType::Pointer;
 }
 
-// Holds every pointer.
-bool isWide(BasicDataType type) {
+bool holdsPointer(BasicDataType type) {
   return type == BasicDataType::LInt || type == BasicDataType::ULInt;
 }
 
-// An address that ADR gives, or one some bytes from there.
+// A call of ADR, or a sum or difference with one.
 bool isAdrCall(const vel::ASTNode& source) {
   if (kindOf(source) == NodeKind::Invocation) {
     return static_cast<const Call&>(source).givesAddress;
@@ -30,30 +29,31 @@ bool isAdrCall(const vel::ASTNode& source) {
 
 }  // namespace
 
-// False when both types are elementary: then nothing has been judged.
-bool Assignments::judgeDerived(const Type& to, const Type& from, const vel::ASTNode& source,
+// Returns false when both types are elementary: then only the range has been checked.
+bool Assignments::checkDerived(const Type& to, const Type& from, const vel::ASTNode& source,
                                vel::TextLocation at) {
-  judgeRange(to, source, at);
+  checkRange(to, source, at);
   const bool derived =
       elementaryType(to.dataType()) == nullptr || elementaryType(from.dataType()) == nullptr;
   if (!derived) return false;
   if (&to == &from) return true;
   if (isPointer(to) || isPointer(from)) {
-    judgePointer(to, from, source, at);
+    checkPointer(to, from, source, at);
   } else if (dynamic_cast<const EnumType*>(&to) != nullptr && isInteger(from.dataType())) {
     report(messages_, at, message::kToEnumeration, {displayName(&to)});
   } else if (const auto* const value = dynamic_cast<const EnumType*>(&from);
              value != nullptr && isNumber(to.dataType())) {
     const bool constant = constantInteger(source).has_value();
-    if (!constant) judge(&to, value->base, source, at);
+    if (!constant) check(&to, value->base, source, at);
   } else {
     report(messages_, at, message::kCannotConvert, {displayName(&from), displayName(&to)});
   }
   return true;
 }
 
-// A constant given to a subrange must lie in it; other values are the program's care.
-void Assignments::judgeRange(const Type& to, const vel::ASTNode& source, vel::TextLocation at) {
+// A constant assigned to a subrange must lie in it. Other values are not checked, not even at run
+// time.
+void Assignments::checkRange(const Type& to, const vel::ASTNode& source, vel::TextLocation at) {
   const auto* const subrange = dynamic_cast<const SubrangeType*>(&to);
   const auto value = subrange != nullptr ? constantInteger(source) : std::nullopt;
   if (!value || (*value >= subrange->range.low && *value <= subrange->range.high)) return;
@@ -62,8 +62,8 @@ void Assignments::judgeRange(const Type& to, const vel::ASTNode& source, vel::Te
           std::to_string(subrange->range.high)});
 }
 
-// A POINTER TO holds any address, a REF_TO only that of a variable of its target type.
-void Assignments::judgePointer(const Type& to, const Type& from, const vel::ASTNode& source,
+// A POINTER TO may hold any address, a REF_TO only that of a variable of its target type.
+void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTNode& source,
                                vel::TextLocation at) {
   const auto* const target = dynamic_cast<const PointerType*>(&to);
   const auto* const value = dynamic_cast<const PointerType*>(&from);
@@ -74,12 +74,12 @@ void Assignments::judgePointer(const Type& to, const Type& from, const vel::ASTN
     if (!strict && isAdrCall(source)) return;
     if (!strict) format = &message::kPointerTarget;
   } else if (target != nullptr && isInteger(from.dataType()) && !strict) {
-    if (isWide(from.dataType()) || constantInteger(source) == 0) return;
+    if (holdsPointer(from.dataType()) || constantInteger(source) == 0) return;
     format = &message::kPointerTarget;
   } else if (value != nullptr && isInteger(to.dataType())) {
     const bool addressNumber = to.dataType() == BasicDataType::UDInt;
-    // The operator itself calls an address a UDINT.
-    if (isWide(to.dataType()) || (addressNumber && isAdrCall(source))) return;
+    // ADR names UDINT as the type of its result.
+    if (holdsPointer(to.dataType()) || (addressNumber && isAdrCall(source))) return;
     if (addressNumber) {
       report(messages_, at, message::kPointerBits, {displayName(&to)});
       return;

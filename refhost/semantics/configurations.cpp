@@ -35,11 +35,11 @@ void Configurations::analyseTask(const ASTNode& task) {
       continue;
     }
     const Expr& value = parts_.expressions.analyseLeaf(property, 1);
-    parts_.assignments.judge(services_.symbols.elementary(known->type), value.dataType, value);
+    parts_.assignments.check(services_.symbols.elementary(known->type), value.dataType, value);
   }
 }
 
-// What is connected is checked like a call of the PROGRAM.
+// The connections of an instance are checked like the arguments of a call of the PROGRAM.
 void Configurations::analyseInstance(const ASTNode& instance) {
   auto& connections = static_cast<Call&>(*instance.leaf(1));
   const std::string_view name = TreeBuilder::source(*connections.leaf(0));

@@ -1,4 +1,4 @@
-// Tasks and the programs that they run.
+// Tasks and program instances of configurations.
 #pragma once
 
 #include "refhost/semantics/part.h"

@@ -26,12 +26,11 @@ bool isBefore(const VarSymbol* a, const VarSymbol* b) {
 bool ConstantVariables::compute(VarSymbol& constant) {
   visitDependencies(
       constant, [this](const VarSymbol& item) { return neededBy(item); },
-      [this](std::vector<VarSymbol*>& circle) { refuseCircle(circle); },
+      [this](std::vector<VarSymbol*>& cycle) { refuseCycle(cycle); },
       [this](VarSymbol& item, const auto& needs) { computeNow(item, needs); });
   return !constant.refused;
 }
 
-// The CONSTANT variables that the initial value names.
 std::vector<VarSymbol*> ConstantVariables::neededBy(const VarSymbol& constant) {
   std::vector<VarSymbol*> needed;
   if (constant.initial == nullptr) return needed;
@@ -42,7 +41,7 @@ std::vector<VarSymbol*> ConstantVariables::neededBy(const VarSymbol& constant) {
       const auto& expr = static_cast<const Expr&>(node);
       if (expr.kind == ExprKind::Variable) name = TreeBuilder::source(expr);
     } else if (kindOf(node) == NodeKind::Invocation) {
-      // `N(0)`, a repetition in an initial value, reads like a call.
+      // `N(0)` in an initial value is parsed as a call, but may be a repetition.
       name = TreeBuilder::source(*node.leaf(0));
     }
     VarSymbol* const variable = name.empty() ? nullptr : parts_.names.variableNamed(name);
@@ -53,15 +52,14 @@ std::vector<VarSymbol*> ConstantVariables::neededBy(const VarSymbol& constant) {
   return needed;
 }
 
-void ConstantVariables::refuseCircle(std::vector<VarSymbol*>& circle) {
-  std::rotate(circle.begin(), std::min_element(circle.begin(), circle.end(), isBefore),
-              circle.end());
+void ConstantVariables::refuseCycle(std::vector<VarSymbol*>& cycle) {
+  std::rotate(cycle.begin(), std::min_element(cycle.begin(), cycle.end(), isBefore), cycle.end());
   std::string names;
-  for (VarSymbol* const constant : circle) {
+  for (VarSymbol* const constant : cycle) {
     constant->refused = true;
     names += constant->name() + ", ";
   }
-  const VarSymbol& first = *circle.front();
+  const VarSymbol& first = *cycle.front();
   say(*first.initial, message::kConstantCircle, first.name(), names + first.name());
 }
 

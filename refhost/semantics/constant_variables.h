@@ -1,4 +1,4 @@
-// The values of CONSTANT variables, which may be asked for before their declarations' turn.
+// The values of CONSTANT variables, which may be used before they are declared.
 #pragma once
 
 #include <vector>
@@ -12,12 +12,12 @@ class ConstantVariables : public Part {
   using Part::Part;
 
   // Computes the value of the CONSTANT variable and of those that it depends on. Returns false
-  // when it depends on itself, or on one that does; an error names the circle once.
+  // when it depends on a cycle; each cycle is reported once.
   bool compute(VarSymbol& constant);
 
  private:
   std::vector<VarSymbol*> neededBy(const VarSymbol& constant);
-  void refuseCircle(std::vector<VarSymbol*>& circle);
+  void refuseCycle(std::vector<VarSymbol*>& cycle);
   void computeNow(VarSymbol& constant, const std::vector<VarSymbol*>& needs);
 };
 

@@ -20,7 +20,7 @@ std::optional<TypedConstant> literalConstant(const LiteralValue& literal) {
   return TypedConstant::untyped(static_cast<std::int64_t>(bits), literal.type);
 }
 
-// Without the width of a type; nothing where LINT does not hold the result.
+// Computes untyped numbers; empty when the result exceeds LINT.
 Number compute(ExprKind op, std::int64_t a, std::int64_t b) {
   std::int64_t result = 0;
   if (op == ExprKind::Add) return __builtin_add_overflow(a, b, &result) ? Number() : result;
@@ -32,8 +32,8 @@ Number compute(ExprKind op, std::int64_t a, std::int64_t b) {
   return {};
 }
 
-// In `type`, to which both have been taken. What divides by -1 wraps like the runtime's
-// functions.
+// Computes in `type`, to which both operands have been converted. A division by -1 wraps as in the
+// runtime's functions.
 std::optional<std::uint64_t> computeIn(BasicDataType type, ExprKind op, std::uint64_t a,
                                        std::uint64_t b) {
   const auto left = static_cast<std::int64_t>(a);
@@ -51,7 +51,7 @@ std::optional<std::uint64_t> computeIn(BasicDataType type, ExprKind op, std::uin
   return static_cast<std::uint64_t>(divides ? left / right : left % right);
 }
 
-// `wanted` where it holds the value, else the smallest signed type that does.
+// `wanted` if it holds the value, else the smallest signed type that does.
 BasicDataType typeThatHolds(std::int64_t value, BasicDataType wanted) {
   const TypedConstant constant(static_cast<std::uint64_t>(value), BasicDataType::LInt);
   for (const BasicDataType type :
@@ -93,9 +93,9 @@ std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result) {
   return TypedConstant(0 - operand->bits(), result);
 }
 
-std::optional<TypedConstant> foldBinary(const Expr& expr, const Meeting& meeting) {
-  using Kind = Meeting::Kind;
-  if ((meeting.kind != Kind::Number && meeting.kind != Kind::Bits) || !isInteger(meeting.result)) {
+std::optional<TypedConstant> foldBinary(const Expr& expr, const CommonType& common) {
+  using Kind = CommonType::Kind;
+  if ((common.kind != Kind::Number && common.kind != Kind::Bits) || !isInteger(common.result)) {
     return {};
   }
   const auto left = constantOf(*expr.leaf(0));
@@ -104,12 +104,12 @@ std::optional<TypedConstant> foldBinary(const Expr& expr, const Meeting& meeting
   if (left->isUntyped() && right->isUntyped()) {
     const Number number = compute(expr.kind, static_cast<std::int64_t>(left->bits()),
                                   static_cast<std::int64_t>(right->bits()));
-    if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, meeting.result));
+    if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, common.result));
   }
-  const BasicDataType type = meeting.operands;
+  const BasicDataType type = common.operands;
   const auto bits = computeIn(type, expr.kind, TypedConstant(left->bits(), type).bits(),
                               TypedConstant(right->bits(), type).bits());
-  return bits ? std::optional(TypedConstant(*bits, meeting.result)) : std::nullopt;
+  return bits ? std::optional(TypedConstant(*bits, common.result)) : std::nullopt;
 }
 
 }  // namespace refhost

@@ -1,5 +1,5 @@
-// Constant integers: an expression has its value when it has been analysed, computed once, in
-// its type, as the program would compute it.
+// Constant folding of integers. An expression is folded once, when it is analysed, in its type and
+// with the wrapping that the program would have.
 #pragma once
 
 #include <cstdint>
@@ -11,20 +11,18 @@
 namespace refhost {
 
 // The value of an analysed expression of integer literals, values of enumerations, CONSTANT
-// variables and the operators + - * / MOD, AND, OR, XOR and NOT; nothing for any other, and for
-// a division by 0.
+// variables and the operators + - * / MOD, AND, OR, XOR and NOT. Empty for other expressions and
+// for a division by 0.
 std::optional<TypedConstant> constantOf(const ASTNode& expression);
-// The same as a LINT; nothing where none holds it.
+// The same as a LINT; also empty when the value exceeds LINT.
 std::optional<std::int64_t> constantInteger(const ASTNode& expression);
 
-// The value of an expression of untyped integer literals only: it is the number that it
-// computes, and never wraps at the width of its literals. Nothing for other expressions, and for
-// a value that no LINT holds.
+// The value of an expression of untyped integer literals only, which does not wrap at the width of
+// a type. Empty for other expressions and when the value exceeds LINT.
 std::optional<std::int64_t> untypedNumber(const ASTNode& expression);
 
-// What the operator of `expr` makes of its operands, which are constant; nothing where one of
-// them is not.
+// The operator of `expr` applied to its operands; empty when one of them is not constant.
 std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result);
-std::optional<TypedConstant> foldBinary(const Expr& expr, const Meeting& meeting);
+std::optional<TypedConstant> foldBinary(const Expr& expr, const CommonType& common);
 
 }  // namespace refhost

@@ -30,7 +30,6 @@ Role roleOf(VarSection section) {
   return Role::Local;
 }
 
-// Calls `visit(block, declaration)` for each declaration of a unit.
 template <typename Visit>
 void forEachDeclaration(const UnitSymbol& unit, Visit visit) {
   const ASTNode* const blocks = unit.node->leaf(Unit::kVarBlocks);
@@ -47,7 +46,7 @@ void forEachDeclaration(const UnitSymbol& unit, Visit visit) {
 void Declarations::declareUnits() {
   for (Unit* const node : tree_.units) {
     const std::string name = node->name();
-    if (name.empty()) continue;  // the parser has said so
+    if (name.empty()) continue;  // a syntax error, which has been reported
     const bool taken =
         services_.operators != nullptr && services_.operators->findOperator(name) != nullptr;
     if (taken || !services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node))) {
@@ -71,8 +70,8 @@ UnitSymbol* Declarations::unitNamed(const std::string& name) {
   return added;
 }
 
-// Constants of elementary types, which the lengths, bounds and types of whatever the
-// program declares may name before their own declarations come.
+// Declares the constants of elementary types first, since string lengths, array bounds and types
+// may name them before their declarations.
 void Declarations::constantsAhead(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     if (!block.constant || block.section == VarSection::External) return;
@@ -104,7 +103,7 @@ void Declarations::makeGlobals() {
 
 void Declarations::declareVariables(UnitSymbol& unit) {
   context_.enter(unit);
-  // Those of the program have been found for its types.
+  // The constants of the global variables are declared by makeGlobals(), because types name them.
   Names::ConstantsAhead outer;
   const bool own = &unit != services_.symbols.globals();
   if (own) {
@@ -124,7 +123,7 @@ void Declarations::declareVariables(UnitSymbol& unit) {
       }
     }
   });
-  // Expressions may refer to what has no place in the unit: its name is taken.
+  // Expressions may refer to a constant that was not added because its name is taken.
   for (auto& [name, constant] : parts_.names.replaceAhead(std::move(outer))) {
     if (constant != nullptr) withoutPlace_.push_back(std::move(constant));
   }
@@ -144,7 +143,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->typeInitial = resolved.initial;
   variable->constant = block.constant;
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
-    // Nobody calls a PROGRAM, so that its parameters may be anywhere.
+    // Nothing calls a PROGRAM, so its parameters may have fixed addresses.
     if (variable->isParameter() && unit.type() != vel::POUType::Program) {
       say(*address, message::kPlacedParameter, name.text());
     } else {
@@ -173,7 +172,7 @@ void Declarations::detectEdges(VarSymbol& input, const VarDecl& declaration) {
       services_.symbols.elementary(BasicDataType::Bool), Role::EdgeState, input.owner));
 }
 
-// What there is no global variable for is the unit's own, so that no more is said of it.
+// A variable without its global one is declared as a local, so that its uses are no errors too.
 void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name,
                                  const Type* type) {
   const VarSymbol* const global = services_.symbols.global(name.text());
@@ -221,7 +220,7 @@ void Declarations::analyseInitials(UnitSymbol& unit) {
     if (declaration.leaf(VarDecl::kInitial) == nullptr) return;
     const auto& spec = static_cast<const TypeSpec&>(*declaration.leaf(VarDecl::kType));
     parts_.initials.analyseInitial(spec.dataType, declaration, VarDecl::kInitial);
-    // The analysis may have put another node in its place.
+    // The analysis may have replaced the node.
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       VarSymbol* const variable = unit.variable(name.text());

@@ -1,4 +1,4 @@
-// Units and their variables.
+// Declarations of units and of their variables.
 #pragma once
 
 #include <memory>
@@ -15,8 +15,8 @@ class Declarations : public Part {
   using Part::Part;
 
   void declareUnits();
-  // The program's unit of this name, or the prelude's where nothing of the program has
-  // it, declared now; null when there is none.
+  // The program's unit of this name. If the program declares nothing of the name, the prelude's
+  // unit, which is declared by this call. Null when there is neither.
   UnitSymbol* unitNamed(const std::string& name);
   void makeGlobals();
   void declareVariables(UnitSymbol& unit);
@@ -27,7 +27,7 @@ class Declarations : public Part {
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                        const Text& name, const ResolvedType& resolved);
   void declareResult(UnitSymbol& unit);
-  // The body sees the changes of the input, not its value.
+  // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
   void place(VarSymbol& variable, const ASTNode& address, const Type* type);

@@ -1,5 +1,5 @@
-// Declarations that name each other, each after those that it names, without recursion: chains
-// of declarations may be long.
+// A topological sort of declarations that name each other. It does not recurse, since chains of
+// declarations may be long.
 #pragma once
 
 #include <algorithm>
@@ -11,12 +11,12 @@
 
 namespace refhost {
 
-// Calls `finish(item, needs)` for everything that `root` needs, directly or not, and for `root`
-// last. An Item has a member `progress`, which is Open while what it needs is visited. `needsOf`
-// gives pointers to what an item needs; `circle` gets those on a circle, each of which needs the
-// next and the last the first, and visits them no further.
-template <typename Item, typename NeedsOf, typename Circle, typename Finish>
-void visitDependencies(Item& root, const NeedsOf& needsOf, const Circle& circle,
+// Calls `finish(item, needs)` for each direct and indirect dependency of `root`, and for `root`
+// last. `needsOf` returns pointers to an item's dependencies. An Item has a member `progress`,
+// which is Open while its dependencies are visited. `cycle` is called with the items of each cycle,
+// in which each item needs the next and the last needs the first.
+template <typename Item, typename NeedsOf, typename Cycle, typename Finish>
+void visitDependencies(Item& root, const NeedsOf& needsOf, const Cycle& cycle,
                        const Finish& finish) {
   if (root.progress != Progress::Waiting) return;
   struct Step {
@@ -39,11 +39,11 @@ void visitDependencies(Item& root, const NeedsOf& needsOf, const Circle& circle,
       } else if (needed.progress == Progress::Open) {
         const auto first = std::find_if(path.begin(), path.end(),
                                         [&](const Step& step) { return step.item == &needed; });
-        // Opened by a visit that has not ended yet.
+        // It was opened by an enclosing visit.
         if (first == path.end()) continue;
         std::vector<Item*> items;
         for (auto at = first; at != path.end(); ++at) items.push_back(at->item);
-        circle(items);
+        cycle(items);
       }
       continue;
     }

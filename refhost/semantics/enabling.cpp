@@ -1,4 +1,4 @@
-// EN and ENO, which every call can have.
+// The arguments EN and ENO, which every call can have.
 #include "hostkit/folding.h"
 #include "refhost/semantics/bindings.h"
 #include "refhost/semantics/parts.h"
@@ -7,8 +7,8 @@ namespace refhost {
 
 using vel::ASTNode;
 
-// The place in `call` of an argument that is its EN or ENO, null for any other. A callee that
-// declares them itself takes them like its other parameters.
+// The member of `call` for an argument that is EN or ENO, null for any other argument. If the
+// callee declares EN or ENO itself, it is an ordinary parameter.
 Argument** Calls::enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee) {
   if (kindOf(node) != NodeKind::Argument) return nullptr;
   const auto& argument = static_cast<const Argument&>(node);
@@ -39,12 +39,12 @@ void Calls::takeEnabling(Call& call, const UnitSymbol* callee) {
   const Type* const flag = services_.symbols.elementary(BasicDataType::Bool);
   if (call.enable != nullptr) {
     const Expr& condition = parts_.expressions.analyseLeaf(*call.enable, 1);
-    parts_.assignments.judge(flag, condition.dataType, condition);
+    parts_.assignments.check(flag, condition.dataType, condition);
   }
   if (call.enabled != nullptr) {
     const Expr& target = parts_.expressions.analyseLeaf(*call.enabled, 1);
     if (parts_.expressions.requireWritable(target))
-      parts_.assignments.judge(target.dataType, flag, target);
+      parts_.assignments.check(target.dataType, flag, target);
     if (context_.unit != nullptr) context_.unit->storesEnabled = true;
   }
 }

@@ -12,13 +12,13 @@ using vel::TreeBuilder;
 
 namespace {
 
-// A signed type that holds the negative of an unsigned one.
-BasicDataType negated(BasicDataType type) {
+// The type of a negation: that of an unsigned operand is a signed type.
+BasicDataType negationType(BasicDataType type) {
   return isUnsigned(type) ? commonNumber(type, BasicDataType::SInt) : type;
 }
 
-// The type of what is computed from operands of `type`: ranges and named values are those
-// of variables.
+// The result type of an operator with operands of `type`: the base type of an enumeration or a
+// subrange, since the result may lie outside of it.
 vel::SymbolDataType* computedType(vel::SymbolDataType* type) {
   if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
     return enumeration->base;
@@ -54,8 +54,7 @@ void Expressions::analyse(Expr& expr) {
   expr.setBasicType(expr.dataType != nullptr ? expr.dataType->dataType() : BasicDataType::None);
 }
 
-// A word's bit (`D10.3`) reads like a bit of a variable until no such variable is
-// found.
+// `D10.3` is parsed as a bit of a variable. If no variable has that name, it is a device address.
 bool Expressions::becomesAddress(ASTNode& parent, int index) {
   const auto& expr = static_cast<const Expr&>(*parent.leaf(index));
   if (expr.kind != ExprKind::Bit || expr.analysed) return false;
@@ -105,17 +104,18 @@ vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
     say(operand, message::kOperandType, traitsOf(expr.kind).source, displayName(operand.dataType));
     return nullptr;
   }
-  const bool keeps = expr.kind == ExprKind::Not || negated(type) == type;
-  keepConstant(expr, foldUnary(expr, keeps ? type : negated(type)));
+  const bool keeps = expr.kind == ExprKind::Not || negationType(type) == type;
+  keepConstant(expr, foldUnary(expr, keeps ? type : negationType(type)));
   if (keeps && operand.dataType != nullptr) return computedType(operand.dataType);
-  return services_.symbols.elementary(keeps ? type : negated(type));
+  return services_.symbols.elementary(keeps ? type : negationType(type));
 }
 
 void Expressions::keepConstant(Expr& expr, const std::optional<TypedConstant>& value) {
   if (value) expr.constant = tree_.make<TypedConstant>(*value);
 }
 
-// The left sides of a chain, which may be long, are typed before what they are the left sides of.
+// Types the left operands of a chain from the inside out, since recursion on a long chain would
+// exhaust the stack.
 void Expressions::analyseChain(Expr& whole) {
   std::vector<ASTNode*> waiting;
   for (ASTNode* at = &whole; isBinary(*at->leaf(0)); at = at->leaf(0)) {
@@ -129,21 +129,21 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   analyseChain(expr);
   const Expr& left = analyseLeaf(expr, 0);
   const Expr& right = analyseLeaf(expr, 1);
-  const Meeting meeting = meet(expr);
-  if (meeting.kind == Meeting::Kind::Invalid || areOfTwoEnumerations(left, right)) {
+  const CommonType common = commonType(expr);
+  if (common.kind == CommonType::Kind::Invalid || areOfTwoEnumerations(left, right)) {
     say(expr, message::kOperandTypes, traitsOf(expr.kind).source, displayName(left.dataType),
         displayName(right.dataType));
     return nullptr;
   }
-  const auto constant = foldBinary(expr, meeting);
+  const auto constant = foldBinary(expr, common);
   keepConstant(expr, constant);
   if (constant && constant->isUntyped()) return services_.symbols.elementary(constant->type());
-  // A side of the result's type keeps its name: BYTE AND BYTE is a BYTE.
+  // An operand of the result's type passes its type name on: BYTE AND BYTE is a BYTE.
   for (const Expr* const side : {&left, &right}) {
-    const bool same = typeOf(*side) == meeting.result && literalOf(*side) == nullptr;
+    const bool same = typeOf(*side) == common.result && literalOf(*side) == nullptr;
     if (same && side->dataType != nullptr) return computedType(side->dataType);
   }
-  return services_.symbols.elementary(meeting.result);
+  return services_.symbols.elementary(common.result);
 }
 
 }  // namespace refhost

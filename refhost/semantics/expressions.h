@@ -1,4 +1,4 @@
-// Gives expressions their types.
+// Typing of expressions.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,12 @@ class Expressions : public Part {
  public:
   using Part::Part;
 
-  // Analyses leaf `index` of `parent`, an Expr, and returns what stands there then.
+  // Analyses leaf `index` of `parent`, an Expr. Returns the leaf, which the analysis may replace.
   Expr& analyseLeaf(ASTNode& parent, int index);
   void analyse(Expr& expr);
-  // The value of leaf `index`, analysed; an error is appended when it is no constant.
+  // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
-  // Appends an error and returns false when the expression cannot be written.
+  // Reports an error and returns false when the expression cannot be assigned to.
   bool requireWritable(const Expr& target);
 
  private:

@@ -1,4 +1,3 @@
-// Initial values: of what has parts, part by part.
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
@@ -23,7 +22,7 @@ void Initials::analyseInitial(const Type* to, ASTNode& parent, int index) {
     say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
     return;
   }
-  parts_.assignments.judge(to, value.dataType, value);
+  parts_.assignments.check(to, value.dataType, value);
 }
 
 void Initials::analyseArrayValue(const Type* to, Expr& value) {
@@ -41,8 +40,8 @@ void Initials::analyseArrayValue(const Type* to, Expr& value) {
   }
 }
 
-// The elements that the leaves of `list` from `first` on give, each analysed; beyond what
-// any array has, some number beyond.
+// Analyses the leaves of `list` from `first` on and returns the number of elements that they
+// initialise; kMaxCount + 1 for every larger number.
 std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int first) {
   std::int64_t count = 0;
   for (int i = first; i < list.leavesCount(); ++i) {
@@ -69,7 +68,7 @@ std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
                                                                       : *times * each;
 }
 
-// `N(0)` reads like a call until N is found to be a constant.
+// `N(0)` is parsed as a call. If N is a constant, it becomes a repetition.
 void Initials::repeatByName(Expr& list, int index) {
   auto& item = static_cast<Expr&>(*list.leaf(index));
   if (item.kind != ExprKind::Call) return;

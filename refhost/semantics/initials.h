@@ -1,4 +1,4 @@
-// Initial values: of what has parts, part by part.
+// Initial values.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@ class Initials : public Part {
  public:
   using Part::Part;
 
-  // Analyses leaf `index` of `parent`, given to a variable of type `to`, null when that is
-  // not known.
+  // Analyses leaf `index` of `parent`, the initial value of a variable of type `to`, which is null
+  // when the type is unknown.
   void analyseInitial(const Type* to, ASTNode& parent, int index);
 
  private:

@@ -17,8 +17,8 @@ VarSymbol* Names::variableNamed(std::string_view name) const {
              : services_.symbols.global(name);
 }
 
-// Variables hide the values of enumerations; a value may be named with its type, as
-// `Color#Red` or `Color.Red`.
+// Variables hide the values of enumerations. A value may be qualified with its type: `Color#Red`,
+// `Color.Red`.
 NamedValue* Names::valueNamed(const Expr& expr) const {
   const std::string_view text = TreeBuilder::source(expr);
   const std::size_t mark = text.find_first_of("#.");

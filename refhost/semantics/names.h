@@ -1,4 +1,4 @@
-// What a name of a variable or of a value means where it stands.
+// Lookup of the names of variables and of named values.
 #pragma once
 
 #include <memory>
@@ -13,20 +13,19 @@ class Names : public Part {
  public:
   using Part::Part;
 
-  // Null when the name is no variable's. All look-ups of variables by name go through here.
+  // Null when there is no such variable. Every lookup of a variable by name goes through here.
   VarSymbol* variableNamed(std::string_view name) const;
-  // Null when the expression is no value's name.
+  // Null when the expression is not the name of a value.
   NamedValue* valueNamed(const Expr& expr) const;
-  // A direct address in the project's notation.
+  // True for a direct address in the project's notation.
   bool isAddress(std::string_view text) const;
 
-  // Constants that are found before their declarations come. Null for one whose
-  // declaration has come.
+  // Constants that are found before their declarations are analysed; null once they have been.
   using ConstantsAhead = FoldedMap<std::unique_ptr<VarSymbol>>;
   void addAhead(std::unique_ptr<VarSymbol> constant);
-  // Hands over a constant to its declaration; null when it was not ahead.
+  // Passes a constant to its declaration; null when addAhead() was not called for it.
   std::unique_ptr<VarSymbol> takeAhead(std::string_view name);
-  // Returns those that were found until now.
+  // Returns the previous ones.
   ConstantsAhead replaceAhead(ConstantsAhead constants);
 
  private:

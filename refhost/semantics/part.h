@@ -1,5 +1,4 @@
-// What the parts of the analysis share: the program, the unit that is being analysed, and
-// the messages.
+// The base class of the parts of the analysis, and the context that they share.
 #pragma once
 
 #include <cstddef>
@@ -34,9 +33,9 @@ struct Context {
   Tree& tree;
   Prelude& prelude;
   std::vector<vel::VELMessage>& messages;
-  UnitSymbol* unit = nullptr;  // being analysed; null for what belongs to no unit
+  UnitSymbol* unit = nullptr;  // being analysed; null for declarations outside of units
   std::string unitName;
-  FoldedMap<bool> unknown;  // names that have been said to be unknown in the unit
+  FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
 };
 
 class Part {
@@ -60,7 +59,7 @@ class Part {
   void say(const ASTNode& where, const MessageFormat& format, const Args&... args) {
     report(messages_, where.pos(), format, {std::string_view(args)...});
   }
-  // Said once of each name in a unit. The name must outlive the analysis.
+  // Reports each name once in a unit. The name must outlive the analysis.
   void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
     if (context_.unknown.emplace(name, true).second) say(where, format, name);
   }

@@ -1,5 +1,5 @@
-// The parts of the analysis, which call each other: an expression holds calls, a call's
-// operand may be a type, and a type holds expressions.
+// The parts of the analysis. They call each other, since the constructs nest: an expression
+// contains calls, an operand may be a type, and a type contains expressions.
 #pragma once
 
 #include "refhost/semantics/assignments.h"

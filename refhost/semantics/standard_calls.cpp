@@ -1,4 +1,3 @@
-// Calls of the standard's functions.
 #include <algorithm>
 
 #include "core/operator.h"
@@ -16,8 +15,8 @@ namespace {
 
 using Kind = StandardFunction::Kind;
 
-// Code units that the text of an argument can have.
-int textLength(const ASTNode& text) {
+// The highest number of code units that the argument can have.
+int maxStringLength(const ASTNode& text) {
   if (const Literal* const literal = literalOf(text)) {
     return static_cast<int>(literal->value.text.size());
   }
@@ -30,7 +29,7 @@ int textLength(const ASTNode& text) {
     int longest = 0;
     for (int i = 0; passesOn && i < call.leaf(1)->leavesCount(); ++i) {
       const ASTNode& value = *call.leaf(1)->leaf(i);
-      if (isText(likelyType(value))) longest = std::max(longest, textLength(value));
+      if (isText(likelyType(value))) longest = std::max(longest, maxStringLength(value));
     }
     if (passesOn) return longest;
   }
@@ -63,19 +62,19 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
     return nullptr;
   }
   if (function.kind == Kind::Clock) return services_.symbols.elementary(BasicDataType::Time);
-  // Each input nests what the call becomes one level deeper.
+  // A call becomes a chain of binary operators, one level deeper for each input.
   if (count > kMaxNesting - nestedInputs_) {
     say(call, message::kNestingTooDeep, std::to_string(kMaxNesting));
     return nullptr;
   }
   nestedInputs_ += count;
   const bool text = function.kind != Kind::Operation && function.kind != Kind::Comparison;
-  Type* const type = text ? callTextFunction(call) : callOperation(call);
+  Type* const type = text ? callStringFunction(call) : callOperation(call);
   nestedInputs_ -= count;
   return type;
 }
 
-// The call stands for an operation on its arguments, to which they belong from now on.
+// Replaces the call by an expression of operators, which takes over the arguments as its leaves.
 vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
   const StandardFunction& function = *call.standard();
   const ASTNode& list = *call.leaf(1);
@@ -91,7 +90,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
       whole = join(function.operation, whole, list.leaf(i));
       continue;
     }
-    // An input between two others is read twice.
+    // GT(a, b, c) becomes a > b AND b > c, which evaluates b twice.
     if (i + 1 < count && containsCall(*list.leaf(i))) {
       say(*list.leaf(i), message::kNotSupported, "Calls between the inputs of a comparison are");
       return nullptr;
@@ -104,7 +103,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
   return whole->dataType;
 }
 
-vel::SymbolDataType* StandardCalls::callTextFunction(Call& call) {
+vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
   const StandardFunction& function = *call.standard();
   ASTNode& list = *call.leaf(1);
   const std::size_t first = messages_.size();
@@ -125,7 +124,7 @@ vel::SymbolDataType* StandardCalls::callTextFunction(Call& call) {
             displayName(services_.symbols.elementary(type)));
       }
       kind = type;
-      if (i == 0 || function.kind == Kind::Join) length += textLength(input);
+      if (i == 0 || function.kind == Kind::Join) length += maxStringLength(input);
     }
   }
   if (!known || hasErrorFrom(first)) return nullptr;

@@ -1,4 +1,4 @@
-// Calls of the standard's functions.
+// Calls of standard functions.
 #pragma once
 
 #include "refhost/semantics/part.h"
@@ -14,9 +14,9 @@ class StandardCalls : public Part {
 
  private:
   Type* callOperation(Call& call);
-  Type* callTextFunction(Call& call);
+  Type* callStringFunction(Call& call);
 
-  int nestedInputs_ = 0;  // of the standard functions around the expression being analysed
+  int nestedInputs_ = 0;  // of the calls around the expression that is being analysed
 };
 
 }  // namespace refhost

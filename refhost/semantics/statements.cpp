@@ -69,7 +69,7 @@ void Statements::analyseAssignment(ASTNode& statement) {
   }
   const vel::TextLocation start = static_cast<const Assignment&>(statement).sourceStart;
   if (parts_.expressions.requireWritable(target))
-    parts_.assignments.judge(target.dataType, type, source, start, operatorCall);
+    parts_.assignments.check(target.dataType, type, source, start, operatorCall);
 }
 
 void Statements::analyseIf(ASTNode& statement) {
@@ -164,7 +164,7 @@ void Statements::analyseFor(ASTNode& statement) {
     say(control, message::kControlVariable, TreeBuilder::source(control));
   }
   const Expr& end = parts_.expressions.analyseLeaf(statement, 1);
-  parts_.assignments.judge(control.dataType, end.dataType, end);
+  parts_.assignments.check(control.dataType, end.dataType, end);
   if (statement.leaf(2) != nullptr) {
     const Expr& step = parts_.expressions.analyseLeaf(statement, 2);
     const BasicDataType stepType = typeOf(step);

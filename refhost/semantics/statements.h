@@ -1,4 +1,3 @@
-// The statements of a body.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +16,8 @@ class Statements : public Part {
   void analyseStatements(ASTNode* list);
 
  private:
-  // A label of a CASE with its values in the order of an unsigned scale.
+  // The range of a CASE label. The values of a signed selector are mapped to unsigned ones that
+  // have the same order.
   struct Label {
     std::uint64_t low;
     std::uint64_t high;
@@ -34,7 +34,7 @@ class Statements : public Part {
   void analyseFor(ASTNode& statement);
   void analyseCondition(ASTNode& parent, int index);
 
-  int loops_ = 0;  // around the statement being analysed
+  int loops_ = 0;  // that enclose the statement being analysed
 };
 
 }  // namespace refhost

@@ -28,7 +28,7 @@ bool isSpecOf(const ASTNode& declaration, ASTType kind) {
   return spec != nullptr && spec->type() == kind;
 }
 
-// A specification that is, or rests on, a type with a name.
+// True of a specification that is a named type or has one as its base.
 bool namesType(const ASTNode& node) {
   const ASTType kind = node.type();
   return kind == ASTType::NamedTypeSpec || kind == ASTType::SubrangeTypeSpec ||
@@ -41,8 +41,8 @@ bool fits(std::int64_t value, BasicDataType type) {
 
 }  // namespace
 
-// Structures are types before their members are known, and enumerations before all that
-// may count with their values: declarations may stand in any order.
+// Declarations may name types that are declared later. So structures are added before their
+// members, and enumerations before the types whose bounds and lengths may use their values.
 void Types::declareTypes() {
   for (Node* const node : tree_.types) {
     const bool taken = services_.symbols.find(nameOf(*node), {}, Symbol::All) != nullptr;
@@ -78,15 +78,14 @@ void Types::declareTypes() {
 ResolvedType Types::resolveDeclared(DeclaredType& declared) {
   visitDependencies(
       declared, [this](const DeclaredType& item) { return neededBy(item); },
-      [this](const std::vector<DeclaredType*>& circle) {
-        const ASTNode& first = *circle.front()->node;
+      [this](const std::vector<DeclaredType*>& cycle) {
+        const ASTNode& first = *cycle.front()->node;
         say(*first.leaf(0), message::kTypeContainsItself, nameOf(first));
       },
       [this](DeclaredType& item, const auto&) { resolveNow(item); });
   return declared.resolved;
 }
 
-// The declared types that the specification names.
 std::vector<Types::DeclaredType*> Types::neededBy(const DeclaredType& declared) {
   std::vector<DeclaredType*> needed;
   const ASTNode* const whole = declared.node->leaf(kDeclaredSpec);
@@ -110,7 +109,6 @@ void Types::resolveNow(DeclaredType& declared) {
   declared.resolved = resolved;
 }
 
-// `name` is that of a declared type, empty for one that stands in place.
 ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
   auto& spec = static_cast<TypeSpec&>(node);
   switch (spec.type()) {
@@ -128,7 +126,7 @@ ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
       break;
     case ASTType::StructTypeSpec: {
       auto* const structure =
-          services_.symbols.addType(std::make_unique<StructType>(inPlaceName("STRUCT")));
+          services_.symbols.addType(std::make_unique<StructType>(anonymousName("STRUCT")));
       declareMembers(*structure, spec);
       spec.dataType = structure;
       break;
@@ -150,7 +148,7 @@ ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
 }
 
 ResolvedType Types::resolveName(const TypeSpec& spec) {
-  if (spec.name[0] == '\0') return {};  // the parser has said so
+  if (spec.name[0] == '\0') return {};  // a syntax error, which has been reported
   const auto declared = declaredTypes_.find(spec.name);
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
   parts_.declarations.unitNamed(spec.name);
@@ -175,7 +173,8 @@ vel::SymbolDataType* Types::resolveString(TypeSpec& spec) {
   return services_.symbols.stringType(type->dataType(), static_cast<int>(*characters));
 }
 
-// The bounds of a Range of constants; nothing, with an error appended, when it is none.
+// The bounds of a Range; reports an error and returns nothing when they are not constant or not in
+// ascending order.
 std::optional<Bounds> Types::resolveRange(ASTNode& range) {
   const auto low = parts_.expressions.requireConstant(range, 0);
   const auto high = parts_.expressions.requireConstant(range, 1);
@@ -195,14 +194,14 @@ vel::SymbolDataType* Types::resolveSubrange(TypeSpec& spec, const std::string& n
     return base;
   }
   return services_.symbols.addType(std::make_unique<SubrangeType>(
-      name.empty() ? inPlaceName(base->typeName()) : name, base, *range));
+      name.empty() ? anonymousName(base->typeName()) : name, base, *range));
 }
 
-// A value counts on from the one before. Without a base the values have the smallest of
-// INT, DINT and LINT that holds them.
+// A value without a number is the previous one plus 1. Without a base type the enumeration has the
+// smallest of INT, DINT and LINT that holds its values.
 vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string& name) {
   auto* const type = services_.symbols.addType(
-      std::make_unique<EnumType>(name.empty() ? inPlaceName("ENUM") : name));
+      std::make_unique<EnumType>(name.empty() ? anonymousName("ENUM") : name));
   const bool based = spec.name[0] != '\0';
   Type* base = based ? resolveName(spec).type : services_.symbols.elementary(BasicDataType::Int);
   if (base != nullptr && isInteger(base->dataType())) {
@@ -271,13 +270,11 @@ void Types::declareMembers(StructType& structure, ASTNode& spec) {
   }
 }
 
-// What a type that has no name of its own is called in messages; no name of a program
-// is like it.
-std::string Types::inPlaceName(const std::string& kind) {
+// The name of an anonymous type in messages. The '#' keeps it apart from the program's names.
+std::string Types::anonymousName(const std::string& kind) {
   return kind + "#" + std::to_string(services_.symbols.ownedTypes().size());
 }
 
-// Those that the declarations of types and of their members give.
 void Types::analyseTypeInitials() {
   for (auto& [name, declared] : declaredTypes_) {
     if (declared.node->leaf(kDeclaredInitial) == nullptr) continue;
@@ -289,7 +286,8 @@ void Types::analyseTypeInitials() {
   }
 }
 
-// Depth first over what the types hold; a type met again on its own path contains itself.
+// Searches the element and member types depth first; a type that is on the path already contains
+// itself.
 void Types::refuseRecursiveTypes() {
   enum class Mark : std::uint8_t { Unseen, OnPath, Done };
   std::unordered_map<const Type*, Mark> marks;

@@ -1,4 +1,4 @@
-// What TYPE declarations and the types of variables stand for.
+// TYPE declarations and the types of variables.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace refhost {
 
-// A type, null when it is not known, and the initial value that its declaration gives.
+// A type, null when it is unknown, and the initial value of its declaration, null for none.
 struct ResolvedType {
   vel::SymbolDataType* type = nullptr;
   Expr* initial = nullptr;
@@ -21,9 +21,9 @@ class Types : public Part {
   using Part::Part;
 
   void declareTypes();
-  // `name` is that of a declared type, empty for one that stands in place.
+  // `name` is that of the TYPE declaration, empty for an anonymous type.
   ResolvedType resolve(ASTNode& node, const std::string& name = {});
-  // Those that the declarations of types and of their members give, when all are known.
+  // The initial values of types and members; to be called once all types are declared.
   void analyseTypeInitials();
   void refuseRecursiveTypes();
 
@@ -37,7 +37,7 @@ class Types : public Part {
   struct MemberInitial {
     const Type* type = nullptr;
     VarDecl* declaration = nullptr;
-    UnitSymbol* unit = nullptr;  // that the structure is declared in
+    UnitSymbol* unit = nullptr;  // in which the structure is declared
   };
 
   ResolvedType resolveDeclared(DeclaredType& declared);
@@ -50,7 +50,7 @@ class Types : public Part {
   Type* resolveEnumeration(TypeSpec& spec, const std::string& name);
   Type* resolveArray(TypeSpec& spec);
   void declareMembers(StructType& structure, ASTNode& spec);
-  std::string inPlaceName(const std::string& kind);
+  std::string anonymousName(const std::string& kind);
 
   FoldedMap<DeclaredType> declaredTypes_;
   std::vector<MemberInitial> memberInitials_;
