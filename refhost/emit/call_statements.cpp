@@ -7,8 +7,7 @@
 namespace refhost {
 namespace {
 
-// By a subscript or a pointer, which costs time.
-bool isLookedFor(const vel::ASTNode& node) {
+bool isSubscriptOrDereference(const vel::ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
   const ExprKind kind = static_cast<const Expr&>(node).kind;
   return kind == ExprKind::Element || kind == ExprKind::Dereference;
@@ -45,7 +44,7 @@ void StatementWriter::callStatement(const Call& call) {
   if (call.instance != nullptr) {
     instanceCall(call);
   } else {
-    const std::string text = calls_.callText(call);
+    const std::string text = calls_.plainText(call);
     body_.statement(call.dataType != nullptr ? "(void)(" + text + ")" : text);
   }
   endEnabled(call, flag);
@@ -54,7 +53,7 @@ void StatementWriter::callStatement(const Call& call) {
 Place StatementWriter::calledInstance(const Call& call) {
   const auto& callee = *call.instance;
   Place instance = places_.of(callee);
-  if (!anyNode(callee, isLookedFor)) return instance;
+  if (!anyNode(callee, isSubscriptOrDereference)) return instance;
   const std::string pointer = body_.temporaryPointer(callee.dataType);
   body_.statement(fmt::format("{} = {}", pointer, places_.pointerTo(callee, callee.dataType)));
   return {Place::Kind::Pointed, pointer};

@@ -14,9 +14,9 @@ using vel::TreeBuilder;
 
 namespace {
 
-// C gives what a macro chooses the type in which all its values meet: of a ULINT and a LINT
-// that is not the result's, by which the program compares and computes on.
-bool meetsElsewhere(const Call& call) {
+// A macro that chooses among its arguments has their common type in C. For a ULINT and a LINT that
+// is not the type of the call, in which the program goes on to compare and compute.
+bool needsCastToResult(const Call& call) {
   const BasicDataType result = call.basicType();
   if (!isInteger(result) || !call.traits()->chooses() ||
       call.traits()->has(OperatorTraits::kCastsOperands)) {
@@ -51,15 +51,15 @@ const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* param
   return binding != nullptr ? binding->value : nullptr;
 }
 
-std::string CallWriter::callText(const Call& call) {
-  if (call.op() != nullptr) return operatorText(call);
-  if (call.standard() != nullptr) return standardText(call);
+std::string CallWriter::plainText(const Call& call) {
+  if (call.op() != nullptr) return operatorCallText(call);
+  if (call.standard() != nullptr) return standardCallText(call);
   if (call.givesAddress) {
     const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
     return fmt::format("({})({})", typeText(file_.names, call.dataType),
                        places_.pointerTo(operand, operand.dataType));
   }
-  return call.function() != nullptr ? functionText(call) : std::string();
+  return call.function() != nullptr ? functionCallText(call) : std::string();
 }
 
 void CallWriter::record(const Call& call, const UnitSymbol& callee) {
@@ -67,19 +67,19 @@ void CallWriter::record(const Call& call, const UnitSymbol& callee) {
 }
 
 std::string CallWriter::typedText(const Call& call) {
-  std::string text = callText(call);
+  std::string text = plainText(call);
   if (call.op() == nullptr) return text;
   if (call.traits()->has(OperatorTraits::kGivesSize)) return "(u32)" + text;
-  if (meetsElsewhere(call)) {
+  if (needsCastToResult(call)) {
     return fmt::format("({})({})", elementaryType(call.basicType())->cType, text);
   }
   if (call.basicType() != BasicDataType::Real) return text;
-  // The runtime's functions compute in LREAL, and macros with literals do.
+  // The runtime's functions compute in LREAL, and so do macros with literals.
   if (file_.services.operators->isFCOperator(call.op()->name)) return "(f32)" + text;
   return call.traits()->chooses() ? "(f32)(" + text + ")" : text;
 }
 
-std::string CallWriter::operatorText(const Call& call) {
+std::string CallWriter::operatorCallText(const Call& call) {
   const std::size_t before = file_.messages.size();
   const auto enter = [&](const auto& operation) {
     return entered(*call.op(), call.pos(), file_.messages, operation);
@@ -98,11 +98,11 @@ std::string CallWriter::operatorText(const Call& call) {
   std::string text =
       anyOrder ? generate() : expressions_.inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
-    if (file_.messages.size() > before) return text;  // what failed has been said
+    if (file_.messages.size() > before) return text;  // the operator's failure has been reported
     report(file_.messages, call.pos(), message::kNothingGenerated,
            {TreeBuilder::source(*call.leaf(0))});
   } else if (call.givesAddress && call.basicType() != BasicDataType::Pointer) {
-    // The address of something that has no type.
+    // The address of a device, which has no type.
     text.insert(0, "(u32)(uintptr_t)");
   }
   return text;
@@ -159,9 +159,8 @@ std::string CallWriter::storeEnabled(const Call& call, const std::string& flag) 
   return places_.store(target, call.enabled->negated ? "!" + flag : flag, BasicDataType::Bool);
 }
 
-// A call in an expression. What its outputs give is stored behind it, before the
-// result is used.
-std::string CallWriter::functionText(const Call& call) {
+// The outputs are stored behind the call in the same expression, before the result is used.
+std::string CallWriter::functionCallText(const Call& call) {
   const auto& function = *call.function();
   record(call, function);
   const std::vector<Binding> bindings = bindArguments(call, function);
@@ -169,10 +168,10 @@ std::string CallWriter::functionText(const Call& call) {
   for (const Binding& binding : bindings) {
     if (binding.parameter->role == Role::Input) inputs.push_back(binding.value);
   }
-  return expressions_.inOrder(inputs, false, [&] { return functionText(call, bindings); });
+  return expressions_.inOrder(inputs, false, [&] { return functionCallText(call, bindings); });
 }
 
-std::string CallWriter::functionText(const Call& call, const std::vector<Binding>& bindings) {
+std::string CallWriter::functionCallText(const Call& call, const std::vector<Binding>& bindings) {
   const auto& function = *call.function();
   std::string arguments;
   std::string stores;
@@ -190,7 +189,7 @@ std::string CallWriter::functionText(const Call& call, const std::vector<Binding
       arguments += text ? output : "&" + output;
       if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), output);
     } else if (parameter->role == Role::InOut) {
-      // The analysis lets no call pass that leaves one out.
+      // The analysis reports calls that omit an in-out parameter.
       arguments += given != nullptr ? places_.pointerTo(*given, type) : "NULL";
     } else if (value != nullptr && value->kind < ExprKind::ArrayValue) {
       arguments += argumentText(*value, type);

@@ -1,4 +1,4 @@
-// Calls of operators, of the standard's functions and of the program's.
+// Calls of operators, standard functions and the program's functions.
 #pragma once
 
 #include <functional>
@@ -20,37 +20,37 @@ class CallWriter {
              ExpressionWriter& expressions)
       : file_(file), body_(body), places_(places), expressions_(expressions) {}
 
-  // The call, whatever its EN.
-  std::string callText(const Call& call);
-  // callText(), cast to the result's type where the C of an operator has another one; an
-  // assignment to that type needs no cast.
+  // The call without EN and ENO.
+  std::string plainText(const Call& call);
+  // The same, cast to the call's type where the operator's C text has another one. An assignment to
+  // a variable of the call's type does not need the cast.
   std::string typedText(const Call& call);
-  // As an operand: typedText(), or zero where EN is FALSE.
+  // As an operand: typedText(), or zero if EN is FALSE.
   std::string operandText(const Call& call);
-  // The statement that makes the string that `call` gives in `target` itself; empty where it
-  // cannot.
-  std::string textMadeIn(const Call& call, const Expr& target);
+  // The statement that writes the string result of `call` into `target` without a temporary; empty
+  // if that is not possible.
+  std::string inPlaceText(const Call& call, const Expr& target);
 
-  // Operators record their own calls, the host those of the program's units.
+  // Adds the call to the call graph. Operators record their own calls.
   void record(const Call& call, const UnitSymbol& callee);
-  // The statement that stores what an output gives, `value`.
+  // The statement that stores `value`, which the callee has returned for an output.
   std::string storeOutput(const Binding& output, std::string value);
   // The statement that stores ENO, `flag`.
   std::string storeEnabled(const Call& call, const std::string& flag);
-  // What the companion of an input is given for the argument `value`, null for none.
+  // The argument for the companion of a bit parameter whose own argument is `value`, null for none.
   std::string companionOf(const Expr* value);
 
  private:
-  std::string operatorText(const Call& call);
-  std::string functionText(const Call& call);
-  std::string functionText(const Call& call, const std::vector<Binding>& bindings);
-  // What a parameter of type `type` is given.
+  std::string operatorCallText(const Call& call);
+  std::string functionCallText(const Call& call);
+  std::string functionCallText(const Call& call, const std::vector<Binding>& bindings);
+  // The argument `value` for a parameter of type `type`.
   std::string argumentText(const Expr& value, const vel::SymbolDataType* type);
 
   // standard_calls.cpp
-  std::string standardText(const Call& call);
-  // A string is made in `target` or, without one, in a buffer of the call's own.
-  std::string runtimeText(const Call& call, const Expr* target);
+  std::string standardCallText(const Call& call);
+  // A string is written into `target` or, if that is null, into a temporary.
+  std::string runtimeCallText(const Call& call, const Expr* target);
 
   FileContext& file_;
   FunctionBody& body_;
@@ -58,10 +58,10 @@ class CallWriter {
   ExpressionWriter& expressions_;
 };
 
-// The operands of a call; none where a type stands as the operand.
+// The operands of a call; empty when the operand is a type.
 std::vector<const vel::ASTNode*> parametersOf(const Call& call);
 
-// The argument for a parameter; null when the call leaves it out.
+// The argument for a parameter; null when the call omits it.
 const Binding* bindingOf(const std::vector<Binding>& bindings, const VarSymbol* parameter);
 const Expr* valueOf(const std::vector<Binding>& bindings, const VarSymbol* parameter);
 

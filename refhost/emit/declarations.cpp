@@ -14,7 +14,7 @@ using vel::POUType;
 
 namespace {
 
-// Kept between scans, as a member of the unit's structure.
+// True of variables that are kept between scans in the unit's structure.
 bool isMember(const VarSymbol& variable) {
   return variable.role != Role::Temp && variable.iecAddress().area == 0 && !variable.inMemory;
 }
@@ -50,7 +50,7 @@ void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::stri
   if (empty) out += "  u8 vel_empty;\n";
   out += "};\n";
   if (unit.type() == POUType::Program) {
-    // Nothing needs to use what only the platform sets or shows.
+    // Unused if nothing but the platform reads and writes the variables.
     out += fmt::format("static struct {} {} __attribute__((unused));\n", names.of(unit).name,
                        names.of(unit).data);
   }

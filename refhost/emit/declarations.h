@@ -7,18 +7,18 @@
 
 namespace refhost {
 
-// Structures of the program's types, each behind those that it holds, and the data of its
-// programs and global variables.
+// The structures of the program's types, each after those of its members, and the variables of
+// programs and the global ones.
 std::string structures(const SymbolNames& names, const SymbolTable& symbols);
 
 std::string prototypes(FileContext& file);
-// Of a FUNCTION, without a semicolon.
+// The prototype of a FUNCTION, without a semicolon.
 std::string functionHead(const SymbolNames& names, const UnitSymbol& function);
 
-// An input is a copy, so that what it was given is reached through a companion that the caller
-// fills in; an in-out parameter is a pointer already.
+// A bit parameter that is an input has a companion, a hidden parameter by which the operators of
+// its bits reach the argument: the input itself is a copy. An in-out parameter is a pointer.
 bool keepsCompanion(const VarSymbol& variable);
-// The plugin's name of it, which no variable of the program can have in C.
+// The name that the operators use for it, which no variable of the program can have in C.
 std::string companion(const VarSymbol& parameter);
 
 }  // namespace refhost

@@ -6,7 +6,7 @@ using vel::ASTNode;
 
 namespace {
 
-// Reads or writes what is not a variable of `function` itself.
+// True when the body reads or writes anything but variables of `function`.
 bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
   return anyNode(whole, [&function](const ASTNode& node) {
     if (kindOf(node) == NodeKind::Invocation) {
@@ -42,7 +42,7 @@ Effects::Effects(const SymbolTable& symbols) {
       others.push_back(unit);
     }
   }
-  // A function has the effects of those that it calls, too.
+  // A function also has the effects of the functions that it calls.
   for (std::size_t before = 0; before != functions_.size();) {
     before = functions_.size();
     for (const UnitSymbol* const unit : others) {

@@ -1,4 +1,4 @@
-// Functions that reach beyond their inputs: the order in which they are called shows.
+// Functions with side effects, for which the order of evaluation matters.
 #pragma once
 
 #include <unordered_set>
@@ -9,12 +9,12 @@ namespace refhost {
 
 class Effects {
  public:
-  // Finds them among the units of an analysed program.
+  // The program must have been analysed.
   explicit Effects(const SymbolTable& symbols);
 
-  // False when the order of evaluation shows nowhere in the program.
+  // False when no expression of the program depends on the order of evaluation.
   bool any() const { return any_; }
-  // True when a call in `whole` has effects or stores its ENO.
+  // True when a call in `whole` has side effects or stores its ENO.
   bool in(const vel::ASTNode& whole) const;
 
  private:

@@ -1,6 +1,5 @@
-// The order in which operands are evaluated: from left to right, each once. C leaves it
-// open and macros read their parameters several times, which shows only where functions
-// with effects are called.
+// Operands are evaluated from left to right, each once. C leaves the order unspecified and macros
+// evaluate arguments several times, which matters only for functions with side effects.
 #include <algorithm>
 
 #include "refhost/emit/expression_writer.h"
@@ -21,8 +20,8 @@ std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operand
   const auto hasEffects = [this](const ASTNode* operand) { return file_.effects.in(*operand); };
   const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
   if (last == operands.begin()) return write();
-  // The last call with effects comes by itself after what stands before it; where
-  // something else is read behind it, it must come first.
+  // The operands before the last one with effects are held in temporaries. That one needs a
+  // temporary only if it could be evaluated again, or after an operand behind it.
   const bool first = repeated || !std::all_of(last, operands.end(), isConstant);
   std::string held;
   for (auto at = operands.begin(); at != (first ? last : last - 1); ++at) {

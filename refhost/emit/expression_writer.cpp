@@ -13,16 +13,15 @@ using vel::ASTNode;
 
 namespace {
 
-// The operator of which `node` is a parameter; null when it is none's.
+// The operator of which `node` is an operand, null for none.
 const OperatorTraits* operatorOf(const ASTNode& node) {
   const ASTNode* const list = node.parent();
   if (list == nullptr || list->type() != vel::ASTType::ParameterList) return nullptr;
   return static_cast<const Call&>(*list->parent()).traits();
 }
 
-// A TIME where the operator takes an LTIME: as the source of a conversion, or among the
-// values from which it makes one. It is compared, chosen or converted as it stands, so
-// the host gives it in nanoseconds.
+// True of a TIME operand whose operator takes an LTIME. The operator's C text does not convert it,
+// so the host passes it in nanoseconds.
 bool isScaledParameter(const ASTNode& node, const OperatorTraits& op) {
   if (typeOf(node) != BasicDataType::Time) return false;
   if (op.has(OperatorTraits::kTakesLTime)) return true;
@@ -30,17 +29,17 @@ bool isScaledParameter(const ASTNode& node, const OperatorTraits& op) {
   return op.chooses() && likelyType(call) == BasicDataType::LTime;
 }
 
-// Operators take a pointer for an integer, save where they hand their parameters on.
+// Most operators take a pointer as an integer; the others pass it on.
 bool isPointerAsNumber(const ASTNode& node, const OperatorTraits& op) {
   return typeOf(node) == BasicDataType::Pointer && !op.keepsPointers();
 }
 
-// Its C text is the pointer itself.
+// True of a dereferenced string, whose C text is the pointer to its first character.
 bool isPointedText(const ASTNode& node) {
   return isText(typeOf(node)) && static_cast<const Expr&>(node).kind == ExprKind::Dereference;
 }
 
-// Its C text binds tighter than every binary operator.
+// True if its C text binds tighter than every binary operator.
 bool isPrimary(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(node);
@@ -56,7 +55,7 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
   std::string text;
   if (expression == nullptr) return text;
   if (kindOf(*expression) == NodeKind::Invocation)
-    return calls.callText(static_cast<Call&>(*expression));
+    return calls.plainText(static_cast<Call&>(*expression));
   if (expression->type() == vel::ASTType::Expression) {
     append(static_cast<Expr&>(*expression), text);
     const OperatorTraits* const op = operatorOf(*expression);
@@ -106,7 +105,7 @@ void ExpressionWriter::append(const Expr& expr, std::string& out) {
     case ExprForm::Logic:
       binary(expr, out);
       break;
-    case ExprForm::Parts:  // InitialWriter writes them one by one
+    case ExprForm::Parts:  // InitialWriter writes these
       break;
   }
 }
@@ -121,7 +120,7 @@ void ExpressionWriter::operand(const ASTNode& node, std::string& out) {
 void ExpressionWriter::converted(const ASTNode& node, BasicDataType type, std::string& out) {
   const BasicDataType own = typeOf(node);
   const Literal* const literal = literalOf(node);
-  // A ULINT beside a LINT wraps as every value of it does; no LINT constant of C is so large.
+  // A ULINT literal that exceeds LINT wraps by a cast, since C has no such constant of type LINT.
   const bool wraps = literal != nullptr && literal->value.form == LiteralForm::Integer &&
                      isInteger(type) &&
                      !integerFits(literal->value.negative, literal->value.magnitude, type);
@@ -147,7 +146,7 @@ void ExpressionWriter::converted(const ASTNode& node, BasicDataType type, std::s
 std::string ExpressionWriter::variableText(vel::SymbolVar* variable, int, const std::string&) {
   if (variable == nullptr) return {};
   const auto& symbol = *static_cast<const VarSymbol*>(variable);
-  // These texts are reached through the pointers that they are.
+  // In C such a string parameter is a pointer to its first character.
   const bool pointer =
       symbol.role == Role::InOut || symbol.role == Role::Result ||
       (symbol.role == Role::Output && symbol.owner->type() == vel::POUType::Function);

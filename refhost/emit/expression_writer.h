@@ -1,4 +1,4 @@
-// Expressions in one C function. It is the generator that operators are handed.
+// Expressions in one C function. This is also the generator that is passed to operators.
 #pragma once
 
 #include <functional>
@@ -29,19 +29,19 @@ class ExpressionWriter final : public vel::Generator {
     return refhost::typeText(file_.names, type);
   }
   std::string variableText(vel::SymbolVar* variable, int flag, const std::string& pouName) override;
-  // Of a parameter, as the operator needs it.
+  // The text of an operand is in the form that its operator needs.
   std::string expressionText(vel::ASTNode* expression) override;
-  // Literals need no preparation in this host's C.
+  // The literals of the generated C are valid as they are.
   std::string prepareConstant(const std::string& text, vel::BasicDataType) override { return text; }
 
   void append(const Expr& expr, std::string& out);
-  // Like append(), in parentheses where an operator next to it needs them.
+  // Like append(), in parentheses unless it is a primary expression.
   void operand(const vel::ASTNode& node, std::string& out);
-  // An operand taken to `type`.
+  // The operand converted to `type`.
   void converted(const vel::ASTNode& node, BasicDataType type, std::string& out);
 
-  // What `write` makes of the operands, in C that evaluates them from left to right, each
-  // once; `repeated` where the text may evaluate one again.
+  // The text that `write` returns for the operands, preceded by what it takes to evaluate them from
+  // left to right, each once. `repeated`: the text may evaluate an operand several times.
   std::string inOrder(const std::vector<const vel::ASTNode*>& operands, bool repeated,
                       const std::function<std::string()>& write);
 

@@ -1,4 +1,4 @@
-// Shared by the writers of one file.
+// The context that the writers of one file share.
 #pragma once
 
 #include <string>
@@ -14,8 +14,8 @@
 namespace refhost {
 
 struct FileContext {
-  // The program must have been analysed. Calls for which an operator generates nothing are
-  // reported to `reports`.
+  // The program must have been analysed. `reports` gets an error for each call for which its
+  // operator generates nothing.
   FileContext(Services& servicesOfProgram, const SymbolNames& namesInC,
               std::vector<vel::VELMessage>& reports)
       : services(servicesOfProgram),
@@ -28,9 +28,8 @@ struct FileContext {
   std::vector<vel::VELMessage>& messages;
   const Effects effects;
   StartValues startValues;
-  // Of the operators called so far, in order of their first calls.
   std::unordered_set<const vel::STOperator*> usedOperators;
-  std::vector<std::string> staticTexts;
+  std::vector<std::string> staticTexts;  // of the used operators, in order of their first calls
 };
 
 }  // namespace refhost

@@ -20,7 +20,7 @@ void FileNames::nameAll() {
   nameArrays();
 }
 
-std::string FileNames::unoperated(const std::string& name) const {
+std::string FileNames::avoidOperatorName(const std::string& name) const {
   const vel::STOperator* const op = services_.operators->findOperator(name);
   return op != nullptr && op->name == name ? name + "_" : name;
 }
@@ -28,7 +28,7 @@ std::string FileNames::unoperated(const std::string& name) const {
 void FileNames::nameUnits() {
   const auto& units = services_.symbols.units();
   for (const UnitSymbol* const unit : units) {
-    names_[*unit].name = file_.allocate(unoperated(unit->name()));
+    names_[*unit].name = file_.allocate(avoidOperatorName(unit->name()));
   }
   nameGlobals();
   for (const UnitSymbol* const unit : units) {
@@ -46,13 +46,14 @@ void FileNames::nameUnits() {
 
 void FileNames::nameVariables(const UnitSymbol& unit) {
   CNames block(CNames::Scope::Block);
-  // Inside a function its own name stays that of the C function.
+  // The result of a function must not hide the C function, which may be called recursively.
   if (unit.type() == POUType::Function) block.allocate(names_[unit].name);
   for (const auto& variable : unit.variables()) {
     const bool edge = variable->role == Role::EdgeState;
-    names_[*variable] = variable.get() == unit.result
-                            ? "vel_result"
-                            : block.allocate((edge ? "edge_" : "") + unoperated(variable->name()));
+    names_[*variable] =
+        variable.get() == unit.result
+            ? "vel_result"
+            : block.allocate((edge ? "edge_" : "") + avoidOperatorName(variable->name()));
   }
 }
 
@@ -72,19 +73,19 @@ void FileNames::nameTypes() {
     if (structure == nullptr) continue;
     const std::string& name = structure->name();
     TypeNames& own = names_[*structure];
-    own.name = file_.allocate(unoperated(name.substr(0, name.find('#'))));
+    own.name = file_.allocate(avoidOperatorName(name.substr(0, name.find('#'))));
     own.init = file_.allocate(own.name + "_init");
     CNames block(CNames::Scope::Block);
     for (const auto& member : structure->members()) {
-      names_[*member] = block.allocate(unoperated(member->name()));
+      names_[*member] = block.allocate(avoidOperatorName(member->name()));
     }
   }
 }
 
-// Arrays of as many elements of the same C type are one type in C.
+// Arrays with the same element type and count in C share one C type.
 void FileNames::nameArrays() {
   std::unordered_map<std::string, std::string> arrays;
-  // An array's element has been added, and so named, before it.
+  // The element type of an array has been added, and thus named, before the array.
   for (const auto& owned : services_.symbols.ownedTypes()) {
     const auto* const array = dynamic_cast<const ArrayType*>(owned.get());
     if (array == nullptr) continue;

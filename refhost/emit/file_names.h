@@ -1,4 +1,4 @@
-// Gives the units, types and variables of a program their C names.
+// Chooses the C names of a program's units, types and variables.
 #pragma once
 
 #include <string>
@@ -11,7 +11,6 @@ namespace refhost {
 
 class FileNames {
  public:
-  // Sets `names`.
   FileNames(Services& services, SymbolNames& names) : services_(services), names_(names) {}
 
   void nameAll();
@@ -22,8 +21,8 @@ class FileNames {
   void nameTypes();
   void nameArrays();
   void nameVariables(const UnitSymbol& unit);
-  // C calls operators by their names, which no variable may hide.
-  std::string unoperated(const std::string& name) const;
+  // `name`, changed if it is that of an operator: the C text calls operators by their names.
+  std::string avoidOperatorName(const std::string& name) const;
 
   Services& services_;
   SymbolNames& names_;

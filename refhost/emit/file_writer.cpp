@@ -16,8 +16,8 @@ using vel::POUType;
 
 namespace {
 
-// Comparisons that are always true, variables that nobody reads, and BOOL operators that
-// evaluate both sides, are the program's own.
+// These warnings would concern the program, not the translation: comparisons that are always true,
+// variables that are never read, and BOOL operators that evaluate both operands.
 constexpr std::string_view kHead =
     "#include \"velrt.h\"\n"
     "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n"
@@ -27,7 +27,7 @@ constexpr std::string_view kHead =
     "#pragma clang diagnostic ignored \"-Wbitwise-instead-of-logical\"\n"
     "#endif\n";
 
-// What the runtime's header must know of device memory: sizes other than its own.
+// The sizes of device memory that differ from those in the runtime's header.
 std::string memoryDefinitions(const DeviceMap& memory) {
   const DeviceMap::Sizes usual;
   std::string text;
@@ -81,7 +81,7 @@ void FileWriter::appendUnits(std::string& out) {
   }
 }
 
-// Operators share texts; each stands once.
+// Several operators may have the same static text, which is written once.
 void FileWriter::appendStaticTexts(std::string& out) const {
   std::vector<std::string_view> written;
   for (const std::string& text : file_.staticTexts) {

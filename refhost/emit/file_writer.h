@@ -1,4 +1,3 @@
-// The C file of a program.
 #pragma once
 
 #include <string>
@@ -11,11 +10,11 @@ namespace refhost {
 
 class FileWriter {
  public:
-  // `services` know the analysed program. `names` is set by text().
+  // The program of `services` must have been analysed. text() sets `names`.
   FileWriter(Services& services, SymbolNames& names, std::vector<vel::VELMessage>& messages);
 
-  // The whole file. Gives the symbols their C names and appends an error to the messages for
-  // each call for which its operator generates nothing.
+  // The C file of the program. Reports an error for each call for which its operator generates
+  // nothing.
   std::string text();
 
  private:
@@ -27,7 +26,7 @@ class FileWriter {
   FileContext file_;
 };
 
-// A variable of a PROGRAM or a global one as code behind the generated file sees it.
+// A variable of a PROGRAM or a global one, for C code that is appended to the file.
 Place globalPlace(const SymbolNames& names, const VarSymbol& variable);
 
 }  // namespace refhost

@@ -12,7 +12,7 @@ namespace refhost {
 FunctionBody::FunctionBody(const SymbolNames& names, const UnitSymbol* owner)
     : unit(owner), names_(names) {
   if (owner == nullptr) return;
-  // More than C takes for a statement. Memory that is not written to is never made.
+  // C is hardly ever longer than this. Memory that is reserved but not written costs nothing.
   constexpr std::size_t kGrowth = 3;
   lines_.reserve(kGrowth * vel::TreeBuilder::source(*owner->node).size());
 }

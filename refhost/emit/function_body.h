@@ -1,4 +1,4 @@
-// The body of one C function while it is written.
+// Collects the lines and temporaries of one C function.
 #pragma once
 
 #include <string>
@@ -12,44 +12,42 @@ namespace refhost {
 
 class FunctionBody {
  public:
-  // `owner` is the unit that the function belongs to; null for a structure's.
+  // `owner` is the unit that the function belongs to; null for the initialisation of a structure.
   FunctionBody(const SymbolNames& names, const UnitSymbol* owner);
 
   void line(const std::string& text);
-  // A line that ends in a semicolon.
-  void statement(const std::string& text);
+  void statement(const std::string& text);  // appends the semicolon
   void indent() { ++depth_; }
   void outdent() { --depth_; }
   int depth() const { return depth_; }
   std::string indentation() const { return std::string(static_cast<std::size_t>(depth_) * 2, ' '); }
-  // The lines that `write` adds, one level deeper, which go into an expression instead.
+  // The lines that `write` adds, one level deeper, which are not added to the body.
   template <typename Write>
-  std::string apart(Write write) {
+  std::string capture(Write write) {
     std::string before = std::exchange(lines_, {});
     indent();
     write();
     outdent();
     return std::exchange(lines_, std::move(before));
   }
-  // A statement for the end of the function, which a RETURN does not skip.
+  // Adds a statement to the end of the function, where it is executed after a RETURN, too.
   void closingStatement(const std::string& text) { closing_ += "  " + text + ";\n"; }
 
-  // The name of a variable that the text declares where it needs it.
+  // A new name, for a variable that the caller declares.
   std::string newName();
-  // A variable declared in front of the lines.
+  // Declares a variable at the start of the function and returns its name.
   std::string temporary(const vel::SymbolDataType* type);
-  // The same of a pointer to `type`.
   std::string temporaryPointer(const vel::SymbolDataType* type);
 
-  // Everything between the braces. `front` follows the declarations. Ends the writing.
+  // Everything between the braces; `front` follows the declarations. Nothing may be added after it.
   std::string take(bool hasSelf, const std::string& front);
 
   const UnitSymbol* const unit;
-  std::unordered_map<const vel::ASTNode*, std::string> held;  // operands in temporaries
+  std::unordered_map<const vel::ASTNode*, std::string> held;  // the temporaries of operands
   bool usesSelf = false;
-  bool returns = false;  // by a RETURN before the end
+  bool returns = false;  // contains a RETURN
   std::unordered_set<const VarSymbol*> used;
-  std::unordered_set<const vel::Symbol*> companions;  // parameters whose bits are asked for
+  std::unordered_set<const vel::Symbol*> companions;  // parameters whose companion is used
 
  private:
   const SymbolNames& names_;
@@ -60,7 +58,7 @@ class FunctionBody {
   int temporaries_ = 0;
 };
 
-// Appends `text` to `out`, and copies only the shorter of the two.
+// Appends `text` to `out`, copying only the shorter of the two.
 void join(std::string& out, std::string text);
 
 }  // namespace refhost

@@ -102,7 +102,7 @@ void FunctionWriter::prepare(const UnitSymbol& function) {
                            *variable);
     }
   }
-  body_.used.clear();  // a variable that is only set is not used
+  body_.used.clear();  // the initial value is not a use
 }
 
 void FunctionWriter::appendInitialisation(std::string& out) {
@@ -114,7 +114,7 @@ void FunctionWriter::appendInitialisation(std::string& out) {
   const bool large =
       std::any_of(unit.variables().begin(), unit.variables().end(),
                   [](const auto& member) { return isComposite(member->dataType()); });
-  // Nothing large goes over the stack.
+  // A compound literal of a large type would take as much stack.
   body_.line(large ? "__builtin_memset(self, 0, sizeof *self);"
                    : fmt::format("*self = (struct {}){{0}};", file_.names.of(unit).name));
   initials_.initialiseAll(unit, true);
@@ -153,7 +153,7 @@ void FunctionWriter::appendBody(std::string& out) {
   if (unit.type() == POUType::Program) {
     out += programHead(unit, file_.names.of(unit).scan);
   } else {
-    // A block of the standard is small, and its inputs are often known where it is called.
+    // Standard blocks are small, and their arguments are often constant, so inlining pays.
     out += fmt::format("\nstatic {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
                        file_.names.of(unit).body, file_.names.of(unit).name);
   }

@@ -1,4 +1,4 @@
-// One C function. Each has a writer of its own, so that nothing is left from another.
+// Writes one C function. Each function has its own writer, so that no state remains from another.
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@ namespace refhost {
 
 class FunctionWriter {
  public:
-  // `unit` is the one that the function belongs to; null for a structure's.
+  // `unit` is the one that the function belongs to; null for the initialisation of a structure.
   FunctionWriter(FileContext& file, const UnitSymbol* unit);
 
-  // Each appends one whole function. Only one may be called, and that once.
+  // Each appends a complete function. Only one of them may be called, and only once.
   void appendFunction(std::string& out);        // of a FUNCTION
   void appendInitialisation(std::string& out);  // of a FUNCTION_BLOCK or PROGRAM
   void appendBody(std::string& out);            // of the same
@@ -23,17 +23,16 @@ class FunctionWriter {
   vel::Generator& generator() { return expressions_; }
 
  private:
-  // Parameters, results and variables of a FUNCTION before its statements.
+  // Writes what precedes the statements of a FUNCTION: copies of strings and initial values.
   void prepare(const UnitSymbol& function);
-  // Shows the body the edge of an input in place of its value.
+  // Replaces the value of the input by its edge while the body runs.
   void detectEdge(const VarSymbol& input);
-  // Local variables, all of which start from zero.
+  // Declares the local variables as zero.
   void appendLocals(const UnitSymbol& unit, std::string& out);
-  // The head of the function that is the scan or the initialisation of a PROGRAM.
+  // The head of the C function for the scan or the initialisation of a PROGRAM.
   std::string programHead(const UnitSymbol& program, const std::string& name) const;
-  // Everything between the braces. Ends the writing.
   std::string take(bool hasSelf);
-  // The companions of the bit parameters that the body names.
+  // Declares or completes the companions of the bit parameters that the body uses.
   std::string companionsText();
 
   FileContext& file_;

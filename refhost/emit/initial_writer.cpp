@@ -7,8 +7,8 @@
 
 namespace refhost {
 
-// Later initial values are those of a part, or override earlier ones: of the type, of its
-// declaration, of the variable.
+// Sets the initial values of the type's parts, then of the type's declaration, then of the
+// variable: each may override parts of the previous one.
 void InitialWriter::initialise(const Place& place, const VarSymbol& variable) {
   const Type* const type = variable.dataType();
   const bool whole = variable.initial != nullptr && !isComposite(type);
@@ -45,7 +45,7 @@ void InitialWriter::constantsIn(const vel::ASTNode& value, const VarSymbol& of) 
 
 std::string InitialWriter::text(const VarSymbol& input) {
   const std::string name = body_.newName();
-  const std::string lines = body_.apart([&] {
+  const std::string lines = body_.capture([&] {
     body_.line(declaration(file_.names, input.dataType(), name) + " = {0};");
     initialise({Place::Kind::Object, name}, input);
     body_.statement(name);
@@ -117,7 +117,7 @@ void InitialWriter::setElements(const Place& place, const ArrayType& array, cons
   }
 }
 
-// One value many times is set in a loop, several values are set one by one.
+// A single repeated value is set in a loop, several are set one by one.
 void InitialWriter::setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
                                 std::int64_t& next) {
   const std::int64_t times = constantInteger(*repeat.leaf(0)).value_or(0);

@@ -1,4 +1,4 @@
-// Initial values. Every variable's memory is zero before they are set.
+// Initial values. All variables are zero before their initial values are set.
 #pragma once
 
 #include <cstdint>
@@ -14,13 +14,13 @@ class InitialWriter {
   InitialWriter(FileContext& file, FunctionBody& body, ExpressionWriter& expressions)
       : file_(file), body_(body), expressions_(expressions) {}
 
-  // Statements that give a variable at `place` its initial value.
+  // Writes the statements that initialise a variable at `place`.
   void initialise(const Place& place, const VarSymbol& variable);
-  // The same for the variables of `unit` that are kept between scans, or for its temporary
-  // ones; those that start as zero are left out. The constants that a value is computed from
-  // come before it.
+  // The same for the variables of `unit` that are kept between scans, or for its VAR_TEMP ones.
+  // Constants are initialised before the variables whose initial values name them.
   void initialiseAll(const UnitSymbol& unit, bool kept);
-  // The initial value of an array or structure that a call leaves out, as an expression.
+  // The initial value of an array or structure parameter as an expression, for a call that omits
+  // the argument.
   std::string text(const VarSymbol& input);
 
  private:
@@ -30,12 +30,12 @@ class InitialWriter {
   void constantsIn(const vel::ASTNode& value, const VarSymbol& of);
   void setDefault(const Place& place, const Type* type);
   void setInitial(const Place& place, const Type* type, const Expr& value);
-  // The items of `list` from leaf `first` on go to the elements from `next` on.
+  // Assigns the items of `list` from leaf `first` on to the elements from `next` on.
   void setElements(const Place& place, const ArrayType& array, const Expr& list, int first,
                    std::int64_t& next);
   void setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
                    std::int64_t& next);
-  // `from` and `end` are C texts.
+  // Writes a loop from `from` to before `end`, which are C expressions.
   template <typename Set>
   void forElements(const Place& place, const std::string& from, const std::string& end, Set set);
 

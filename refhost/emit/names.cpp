@@ -6,8 +6,8 @@
 namespace refhost {
 namespace {
 
-// Keywords of C, names that compilers predefine as macros or call by themselves, and
-// the short names of the runtime and of the operators' macros. Sorted.
+// Keywords of C, names that compilers predefine or call implicitly, and the short names of the
+// runtime and of the operators' macros. Sorted.
 constexpr std::array<std::string_view, 102> kReserved{"FABS",
                                                       "FC_MUX_INT",
                                                       "FC_MUX_LONGLONG",
@@ -111,12 +111,12 @@ constexpr std::array<std::string_view, 102> kReserved{"FABS",
                                                       "wchar_t",
                                                       "while"};
 
-// The runtime's long names, the temporaries of the emission and the companions of bit
-// parameters begin so, and what the implementation of C keeps for itself.
+// Prefixes of the runtime's long names, of temporaries, of the companions of bit parameters, and
+// of the names that the C standard reserves.
 constexpr std::array<std::string_view, 4> kReservedPrefixes{"__", "VEL_", "offsetParam_", "vel_"};
 
-// Functions that C compilers know, beside their variants for float and long double:
-// a function of the program that bore such a name could be taken for one. Sorted.
+// Built-in functions of C compilers without their variants for float and long double: compilers
+// make assumptions about functions of these names. Sorted.
 constexpr std::array<std::string_view, 159> kLibrary{
     "abort",       "abs",        "acos",        "acosh",   "alloca",     "asin",     "asinh",
     "atan",        "atan2",      "atanh",       "bcmp",    "bcopy",      "bzero",    "cabs",
@@ -177,7 +177,7 @@ bool hasReservedPrefix(std::string_view name) {
 std::string CNames::allocate(std::string_view wanted) {
   std::string name(wanted);
   if (hasReservedPrefix(name)) name.insert(0, "st_");
-  // Operators tell by these letters that a text reads a bit.
+  // Operators recognise the text of a bit access by these letters.
   for (std::size_t at = 0; (at = name.find("gbit", at)) != std::string::npos;) {
     name.insert(at + 1, 1, '_');
   }

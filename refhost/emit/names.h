@@ -1,4 +1,3 @@
-// Names of the generated C.
 #pragma once
 
 #include <cstdint>
@@ -8,15 +7,15 @@
 
 namespace refhost {
 
-// One C scope. Names stay as written in the source wherever C allows it; otherwise
-// underscores are appended.
+// The names of one C scope. A name stays as in the source if C allows it; otherwise underscores
+// are appended.
 class CNames {
  public:
   enum class Scope : std::uint8_t { File, Block };
 
   explicit CNames(Scope scope) : scope_(scope) {}
 
-  // A name that nothing else in this scope has.
+  // `wanted` or a variation of it that is unique in this scope.
   std::string allocate(std::string_view wanted);
 
  private:

@@ -1,4 +1,3 @@
-// The operators of the language in C.
 #include "refhost/emit/operations.h"
 
 #include <fmt/format.h>
@@ -13,7 +12,7 @@ using vel::ASTNode;
 
 namespace {
 
-// The unsigned partner, in which sums and products wrap.
+// The unsigned type in which sums and products wrap.
 const char* wrappingType(BasicDataType type) {
   return type == BasicDataType::LInt || type == BasicDataType::LTime ? "u64" : "u32";
 }
@@ -23,7 +22,7 @@ bool isSmall(BasicDataType type) {
   return row != nullptr && row->size < 4;
 }
 
-// Unsigned arithmetic at these widths wraps by itself, and floats do not.
+// C promotes the smaller unsigned types to int. Floats do not wrap at all.
 bool wrapsByItself(BasicDataType type) {
   return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
 }
@@ -75,8 +74,8 @@ void ExpressionWriter::unary(const Expr& expr, std::string& out) {
   }
 }
 
-// The pieces of a long chain are computed one after the other, since compilers limit how deep
-// parentheses nest.
+// A long chain is split into pieces that are computed one after the other, since compilers limit
+// the nesting of parentheses.
 void ExpressionWriter::binary(const Expr& expr, std::string& out) {
   std::vector<const Expr*> pieces;
   const Expr* at = &expr;
@@ -146,7 +145,7 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
       return;
     }
   }
-  // No type is known of an untyped operand, so both stay as they are.
+  // Without the type of both operands neither is converted.
   const bool convert =
       common.kind == Kind::Number || common.kind == Kind::Bits || common.kind == Kind::Durations;
   const BasicDataType type = convert ? common.operands : BasicDataType::None;
@@ -181,8 +180,8 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
     out += ')';
     return;
   }
-  // Sums and products wrap at the width of their type; C computes the small ones in
-  // int, which holds them all but the product of two UINT.
+  // Sums and products wrap at the width of their type. C computes small types in int, which holds
+  // every result except the product of two UINT.
   const bool plain = wrapsByItself(type);
   const bool widened =
       !plain && (!isSmall(type) || (type == BasicDataType::UInt && op == ExprKind::Multiply));

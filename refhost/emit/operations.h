@@ -1,4 +1,4 @@
-// How operators of the language are written in C, as far as their surroundings must know.
+// The C form of the language's operators, as far as their callers depend on it.
 #pragma once
 
 #include "refhost/syntax/tree.h"
@@ -9,7 +9,7 @@ namespace refhost {
 bool isCastOrCall(const Expr& expr);
 
 // A complement that is written as a call: C complements the small types as an int, and gcc warns
-// where that is compared, cast or not.
+// if the result is compared, even after a cast.
 bool isComplementCall(const Expr& expr);
 
 }  // namespace refhost

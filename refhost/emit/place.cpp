@@ -38,7 +38,7 @@ std::string Place::store(std::string_view value) const {
   if (kind == Kind::Bit) return fmt::format("vsbit({}, {}, {})", text, number, value);
   if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", number, value);
   if (kind != Kind::Object) return load().append(" = ").append(value);
-  // Most are objects: one allocation for each.
+  // Most places are objects, so this text is built with one allocation.
   std::string statement;
   statement.reserve(text.size() + 3 + value.size());
   statement.append(text).append(" = ").append(value);
@@ -47,7 +47,7 @@ std::string Place::store(std::string_view value) const {
 
 std::string Place::address(std::string_view pointer) const {
   if (kind == Kind::Pointed) return text;
-  // Every unit lies at a multiple of its size.
+  // The cast is safe: device memory is aligned, and each address is a multiple of its cell's size.
   if (kind == Kind::Memory) return fmt::format("({})(void*)&{}", pointer, load());
   return "&" + load();
 }
@@ -75,7 +75,7 @@ std::string storeText(BasicDataType to, int capacity, const Place& place, const 
   if (isInteger(to) && from == BasicDataType::Pointer) {
     return place.store(fmt::format("({})(uintptr_t){}", cType(to), enclosed(value)));
   }
-  // The program has been warned of what is lost; C need not be.
+  // The analysis has warned of the narrowing; the cast keeps the C compiler from warning again.
   if (isInteger(to) && isInteger(from) && !widens(from, to)) {
     return place.store(fmt::format("({})({})", cType(to), value));
   }

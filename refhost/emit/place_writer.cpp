@@ -11,7 +11,6 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-// A variable, a member, an element, a bit, an address, or the value of a name.
 Place PlaceWriter::of(const Expr& expr) {
   using Kind = Place::Kind;
   const bool isTyped = expr.symbol != nullptr && expr.symbol->symbolType() == vel::Symbol::Typed;
@@ -30,7 +29,7 @@ Place PlaceWriter::of(const Expr& expr) {
     return {Kind::Bit, of(base).load(), static_cast<std::uint32_t>(expr.bitAccessOffset())};
   }
   if (expr.kind == ExprKind::Dereference) {
-    // A text is its first character's address.
+    // The value of a string is the address of its first character.
     return {isText(typeOf(expr)) ? Kind::Object : Kind::Pointed, of(base).load()};
   }
   const auto* const member = asVariable(expr.symbol);
@@ -44,7 +43,7 @@ Place PlaceWriter::named(const Expr& expr) {
     file_.services.memory.parse(TreeBuilder::source(expr), address);
     return Place::ofAddress(address, file_.services.memory.raw(address), cType(typeOf(expr)));
   }
-  // A default that names a constant of the function that is called.
+  // A default argument may name a constant of the callee, which is not in scope here.
   if (variable->constant && variable->initial != nullptr && variable->owner != body_.unit &&
       variable->owner->type() == vel::POUType::Function) {
     Place value;
@@ -58,14 +57,14 @@ Place PlaceWriter::element(const Expr& expr) {
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
   if (array != nullptr) return of(base).member("a[" + indexText(expr, *array) + "]");
-  // A pointer to the first.
+  // Not an array, but a pointer to its first element.
   std::string text = of(base).load();
   if (isText(typeOf(expr))) text = fmt::format("(({}){})", arrayPointerText(*expr.dataType), text);
   return {Place::Kind::Object,
           fmt::format("{}[{}]", text, expressions_.expressionText(expr.leaf(1)))};
 }
 
-// The elements of all dimensions lie one after the other, those of the last one together.
+// The C array has one dimension, in row-major order.
 std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
   std::string text;
   std::int64_t known = 0;

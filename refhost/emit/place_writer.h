@@ -1,4 +1,4 @@
-// The places that expressions and variables name.
+// The places of lvalues.
 #pragma once
 
 #include <string>
@@ -16,13 +16,14 @@ class PlaceWriter {
   PlaceWriter(FileContext& file, FunctionBody& body, ExpressionWriter& expressions)
       : file_(file), body_(body), expressions_(expressions) {}
 
-  // A variable, a member, an element, a bit, an address, or the value of a name.
+  // The place of a variable, a member, an element, a bit or a device address. A named value is an
+  // Object, too, which can only be read.
   Place of(const Expr& expr);
   Place of(const VarSymbol& variable);
 
-  // A pointer to what `value` names, whose type is `type`; of a string to its first character.
+  // A pointer to the lvalue `value` of type `type`; for a string, to its first character.
   std::string pointerTo(const Expr& value, const vel::SymbolDataType* type);
-  // The statement, without its semicolon, that gives `target` the value `value` of type `from`.
+  // The statement, without its semicolon, that assigns `value` of type `from` to `target`.
   std::string store(const Expr& target, const std::string& value, BasicDataType from);
 
  private:

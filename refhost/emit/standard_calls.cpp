@@ -1,4 +1,3 @@
-// Calls of the standard's functions in C.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -20,8 +19,8 @@ const VarSymbol* variableOf(const Expr& expr) {
   return expr.kind == ExprKind::Variable ? asVariable(expr.symbol) : nullptr;
 }
 
-// Nothing in `value` reads the memory of `target`, a text, nor may share it.
-bool isApart(const VarSymbol& target, const vel::ASTNode& value) {
+// True if nothing in `value` can read the memory of the string `target`.
+bool sharesNoMemory(const VarSymbol& target, const vel::ASTNode& value) {
   if (target.role == Role::InOut) return false;
   const bool inInstance = target.owner->type() == vel::POUType::FunctionBlock;
   return !anyNode(value, [&](const vel::ASTNode& node) {
@@ -30,7 +29,7 @@ bool isApart(const VarSymbol& target, const vel::ASTNode& value) {
     if (typeOf(expr) == BasicDataType::Pointer) return true;
     const VarSymbol* const read = variableOf(expr);
     if (read == nullptr) return false;
-    // Another unit's variable may be the instance whose member the target is.
+    // A variable of another unit may be the instance that contains the target.
     const bool around = inInstance && read->owner != target.owner;
     return read == &target || read->role == Role::InOut || around;
   });
@@ -38,7 +37,7 @@ bool isApart(const VarSymbol& target, const vel::ASTNode& value) {
 
 }  // namespace
 
-std::string CallWriter::standardText(const Call& call) {
+std::string CallWriter::standardCallText(const Call& call) {
   switch (call.standard()->kind) {
     case Kind::Operation:
     case Kind::Comparison:
@@ -47,21 +46,21 @@ std::string CallWriter::standardText(const Call& call) {
       return "((i32)vel_scan_time)";
     default:
       return expressions_.inOrder(parametersOf(call), false,
-                                  [&] { return runtimeText(call, nullptr); });
+                                  [&] { return runtimeCallText(call, nullptr); });
   }
 }
 
-std::string CallWriter::textMadeIn(const Call& call, const Expr& target) {
+std::string CallWriter::inPlaceText(const Call& call, const Expr& target) {
   const VarSymbol* const variable = variableOf(target);
   if (call.standard() == nullptr || !makesText(*call.standard()) || variable == nullptr ||
-      !isApart(*variable, *call.leaf(1))) {
+      !sharesNoMemory(*variable, *call.leaf(1))) {
     return {};
   }
   return expressions_.inOrder(parametersOf(call), false,
-                              [&] { return runtimeText(call, &target); });
+                              [&] { return runtimeCallText(call, &target); });
 }
 
-std::string CallWriter::runtimeText(const Call& call, const Expr* target) {
+std::string CallWriter::runtimeCallText(const Call& call, const Expr* target) {
   const StandardFunction& function = *call.standard();
   const vel::ASTNode& list = *call.leaf(1);
   const bool narrow = likelyType(*list.leaf(0)) == BasicDataType::String;

@@ -1,4 +1,4 @@
-// Which variables start with another value than zero.
+// Tells which variables have an initial value other than zero.
 #pragma once
 
 #include <unordered_map>
@@ -9,7 +9,7 @@ namespace refhost {
 
 class StartValues {
  public:
-  // False for no type.
+  // False for null.
   bool differFromZero(const vel::SymbolDataType* type);
   bool differFromZero(const VarSymbol& variable);
 

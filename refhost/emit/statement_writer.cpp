@@ -13,7 +13,7 @@ using vel::ASTNode;
 
 namespace {
 
-// No value of a `wide` selector, ULINT, is below 0.
+// `wide`: the selector is a ULINT, so a negative lower bound of a range becomes 0.
 std::string labelText(const ASTNode& label, bool wide) {
   const auto constant = constantOf(label);
   if (constant && !constant->asLInt()) return fmt::format("{}u", constant->bits());
@@ -23,7 +23,6 @@ std::string labelText(const ASTNode& label, bool wide) {
   return text;
 }
 
-// Both ends of a range, or one label.
 bool labelFits(const ASTNode& label, BasicDataType type) {
   if (kindOf(label) == NodeKind::Range) {
     return labelFits(*label.leaf(0), type) && labelFits(*label.leaf(1), type);
@@ -43,8 +42,8 @@ bool allLabelsFit(const ASTNode& node, BasicDataType type) {
   return true;
 }
 
-// In which a CASE compares its selector with its labels: the selector's own type where
-// C compares it with them as signed numbers.
+// The type in which a CASE compares its selector with its labels: its own if C compares it with
+// them as signed numbers, else LINT or ULINT.
 BasicDataType selectorType(const ASTNode& node) {
   const BasicDataType own = typeOf(*node.leaf(0));
   if (own == BasicDataType::ULInt) return own;
@@ -52,8 +51,7 @@ BasicDataType selectorType(const ASTNode& node) {
   return promoted && allLabelsFit(node, own) ? own : BasicDataType::LInt;
 }
 
-// An unsigned selector of 64 bits meets no negative label, which C would compare as a
-// large one.
+// A ULINT selector never equals a negative label, which C would convert to a large number.
 std::string labelCondition(const ASTNode& labels, const std::string& selector, bool wide) {
   const bool several = labels.leavesCount() > 1;
   std::string condition;
@@ -146,12 +144,12 @@ void StatementWriter::assignment(const ASTNode& node) {
   }
   const auto& call = static_cast<const Call&>(source);
   const std::string flag = beginEnabled(call);
-  const std::string made = calls_.textMadeIn(call, target);
+  const std::string made = calls_.inPlaceText(call, target);
   if (!made.empty()) {
     body_.statement(made);
   } else {
     const std::string value =
-        typeOf(target) != from ? calls_.typedText(call) : calls_.callText(call);
+        typeOf(target) != from ? calls_.typedText(call) : calls_.plainText(call);
     body_.statement(places_.store(target, value, from));
   }
   endEnabled(call, flag);
@@ -167,7 +165,7 @@ void StatementWriter::ifStatement(const ASTNode& node) {
   body_.line("}");
 }
 
-// A chain of conditions, so that EXIT inside a CASE leaves the loop around it.
+// Written as if statements: in a C switch, EXIT would leave the switch and not the loop.
 void StatementWriter::caseStatement(const ASTNode& node) {
   const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
   if (!labelled) {
@@ -192,7 +190,7 @@ void StatementWriter::caseStatement(const ASTNode& node) {
   body_.line("}");
 }
 
-// A loop between constants that ends within its variable's type needs no guard.
+// Constant bounds whose end plus one step is within the type need no check against overflow.
 bool StatementWriter::countingLoop(const ASTNode& node) {
   const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
   const ElementaryType* const row = elementaryType(typeOf(control));
@@ -218,8 +216,8 @@ bool StatementWriter::countingLoop(const ASTNode& node) {
   return true;
 }
 
-// The bounds are evaluated once, and the loop ends before its variable leaves its
-// type: FOR to the highest value of a type is no endless loop.
+// The bounds are evaluated once. The loop ends before its variable would overflow, so that FOR to
+// the highest value of a type is no endless loop.
 void StatementWriter::forStatement(const ASTNode& node) {
   const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
   const BasicDataType type = typeOf(control);

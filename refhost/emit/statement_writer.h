@@ -1,4 +1,3 @@
-// The statements of one C function.
 #pragma once
 
 #include <string>
@@ -16,7 +15,7 @@ class StatementWriter {
         places_(expressions.places),
         calls_(expressions.calls) {}
 
-  // All of a list; null for none.
+  // `list` may be null.
   void statements(const vel::ASTNode* list);
 
  private:
@@ -25,18 +24,18 @@ class StatementWriter {
   void ifStatement(const vel::ASTNode& node);
   void caseStatement(const vel::ASTNode& node);
   void forStatement(const vel::ASTNode& node);
-  // Writes the loop and returns true when it is one between constants.
+  // Writes a loop with constant bounds; false, with nothing written, for any other loop.
   bool countingLoop(const vel::ASTNode& node);
-  // `head` with an opening brace, and the statements of `list`, without the closing one.
+  // Writes `head`, an opening brace and the statements of `list`, but no closing brace.
   void block(const std::string& head, const vel::ASTNode* list);
 
   // call_statements.cpp
   void callStatement(const Call& call);
   void instanceCall(const Call& call);
-  // One that is found by a subscript or a pointer is looked up once.
+  // Evaluates the subscripts and pointers of the instance once.
   Place calledInstance(const Call& call);
-  // What is written between the two is done only where EN of `call` is TRUE; then its ENO is
-  // stored. The first returns EN as a C text, which the second is given.
+  // The statements written between these calls are executed if EN of `call` is TRUE; after them
+  // ENO is stored. beginEnabled() returns EN as a C expression, which endEnabled() takes as `flag`.
   std::string beginEnabled(const Call& call);
   void endEnabled(const Call& call, const std::string& flag);
 

@@ -1,4 +1,4 @@
-// The C names of a program's symbols, kept by the emission.
+// The C names of a program's symbols.
 #pragma once
 
 #include <string>
@@ -8,29 +8,26 @@
 
 namespace refhost {
 
-// Of a function or of a unit's structure, and of what else the unit becomes.
 struct UnitNames {
-  std::string name;
+  std::string name;  // of the function or the unit's structure
   std::string init;
   std::string body;  // of a function block
   std::string scan;  // of a program
   std::string data;  // of a program: its variables
 };
 
-// Of a structure or an array.
-struct TypeNames {
+struct TypeNames {  // of a structure or an array
   std::string name;
   std::string init;  // of a structure: the function that sets its initial values
 };
 
 class SymbolNames {
  public:
-  // Empty for a symbol that has none.
+  // Empty for a symbol without a name.
   const std::string& of(const VarSymbol& variable) const { return find(variables_, variable); }
   const UnitNames& of(const UnitSymbol& unit) const { return find(units_, unit); }
   const TypeNames& of(const vel::SymbolDataType& type) const { return find(types_, type); }
 
-  // To be set.
   std::string& operator[](const VarSymbol& variable) { return variables_[&variable]; }
   UnitNames& operator[](const UnitSymbol& unit) { return units_[&unit]; }
   TypeNames& operator[](const vel::SymbolDataType& type) { return types_[&type]; }

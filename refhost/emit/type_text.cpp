@@ -5,7 +5,7 @@
 namespace refhost {
 namespace {
 
-// Programs look at a variable through pointers to other types than its own.
+// vel_any_ types may alias: programs read variables through pointers to other types.
 std::string pointerText(const SymbolNames& names, const vel::SymbolDataType* target) {
   if (target == nullptr) return "void*";
   if (isTextType(target)) return std::string(characterType(*target)) + "*";

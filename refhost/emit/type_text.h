@@ -1,5 +1,4 @@
-// The program's types as C spells them. Those that are structures in C must have been given
-// their names.
+// The C spelling of data types. The names of structures must have been chosen.
 #pragma once
 
 #include <string>
@@ -8,19 +7,19 @@
 
 namespace refhost {
 
-// STRING or WSTRING; false for no type.
+// STRING or WSTRING; false for null.
 bool isTextType(const vel::SymbolDataType* type);
 
 // The C type of one character of the string type `text`.
 const char* characterType(const vel::SymbolDataType& text);
 
-// The C type, of a string the array of its characters. Empty for no type.
+// The C type; an array of characters for a string, empty for null.
 std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type);
 
-// The C type of a pointer to the whole array of a string, not to its first character.
+// The C type of a pointer to a string's array, not to its first character.
 std::string arrayPointerText(const vel::SymbolDataType& text);
 
-// `name` declared with the type, without a semicolon.
+// The C declaration of `name`, without a semicolon.
 std::string declaration(const SymbolNames& names, const vel::SymbolDataType* type,
                         const std::string& name);
 
