@@ -59,7 +59,7 @@ struct Entry {
   const Construct* construct = nullptr;
 };
 
-// Behind the last token of the grammar.
+// Greater than the number of every token.
 constexpr std::size_t kTokens = 512;
 
 constexpr std::array<Entry, kTokens> makeEntries() {

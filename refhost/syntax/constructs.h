@@ -1,5 +1,5 @@
-// The constructs that tokens begin and end, in one table: by it the token stream keeps blocks
-// sound and the parser finds where to go on behind a mistake.
+// The table of constructs with a closing keyword. The token stream uses it to keep blocks balanced
+// and to find where the parser can resume after an error.
 #pragma once
 
 #include <cstdint>
@@ -12,17 +12,17 @@ struct Construct {
 
   int opener;  // all blocks of variables have VAR
   int closer;
-  int headerEnd;  // 0: none
+  int headerEnd;  // THEN, OF or DO; 0 for none
   Kind kind;
   std::string_view closerName;     // END_ and the name of the opener
-  std::string_view headerEndName;  // empty: none
+  std::string_view headerEndName;  // empty for none
 
   std::string_view openerName() const { return closerName.substr(4); }
-  // No statement and no other block of variables can stand in it.
+  // True if it contains neither statements nor blocks of variables.
   bool holdsDeclarations() const;
 };
 
-// What a token is to the construct that it stands in.
+// The role of a token in the block structure.
 enum class TokenRole : std::uint8_t {
   Other,
   EndOfFile,
@@ -33,7 +33,7 @@ enum class TokenRole : std::uint8_t {
   Elsif,
   Else,
   Until,
-  Jump,  // a statement of one word
+  Jump,  // EXIT, CONTINUE, RETURN
   Semicolon,
   OpenBracket,
   CloseBracket,
@@ -41,22 +41,22 @@ enum class TokenRole : std::uint8_t {
 };
 
 TokenRole roleOf(int token);
-// Of an opener or a closer; null for every other token.
+// Null for a token that is neither an opener nor a closer.
 const Construct* constructOf(int token);
-// That END_`name` closes; null for none.
+// The construct that END_`name` closes; null for none.
 const Construct* constructNamed(std::string_view name);
 
 bool opensUnit(int token);
 bool closesUnit(int token);
 bool opensVariables(int token);
 bool opensStatement(int token);
-// The token is part of the block structure or ends a statement.
+// True for a token of the block structure or one that ends a statement.
 bool isStructural(int token);
-// A type or an initial value can end with the token.
+// True if a type or an initial value can end with the token.
 bool endsDeclaration(int token);
-// An expression begins or goes on after the token.
+// True if an operand must follow the token.
 bool expectsOperand(int token);
-// A statement can begin with the word, which is no name.
+// True if `word` is a keyword that begins a statement.
 bool beginsStatement(std::string_view word);
 
 }  // namespace refhost

@@ -16,22 +16,21 @@ constexpr std::string_view kOperators[] = {"OR",   "OR_ELSE", "XOR", "AND",  "AN
                                            "'<>'", "'<'",     "'>'", "'<='", "'>='",     "'+'",
                                            "'-'",  "'*'",     "'/'", "MOD",  "'**'"};
 constexpr std::string_view kOperatorNames[] = {"AND", "OR", "XOR", "MOD"};
-// What can follow a variable beside an operator.
+// The tokens other than operators that can follow a variable.
 constexpr std::string_view kAccesses[] = {"'.'", "'['", "'^'", "'('"};
 constexpr std::string_view kTypeStarts[] = {"identifier", "STRING", "WSTRING", "ARRAY",
                                             "POINTER",    "REF_TO", "STRUCT",  "'('"};
-// Names only where nothing else can stand.
+// Keywords that are also names where only a name can stand; see name_keyword in the grammar.
 constexpr std::string_view kNameKeywords[] = {"CONSTANT",   "RETAIN", "NON_RETAIN",
                                               "PERSISTENT", "AT",     "ARRAY",
                                               "POINTER",    "STRING", "WSTRING"};
 constexpr std::string_view kSections[] = {"VAR",      "VAR_INPUT",  "VAR_OUTPUT",  "VAR_IN_OUT",
                                           "VAR_TEMP", "VAR_GLOBAL", "VAR_EXTERNAL"};
 
-// Right, but hardly ever what is meant.
+// Tokens that are possible, but hardly ever intended.
 constexpr std::string_view kRare[] = {"R_EDGE", "F_EDGE"};
 constexpr std::string_view kEnd[] = {"end of file"};
 
-// The words stay in the order of the grammar, and no list grows long.
 constexpr std::size_t kMaxWords = 6;
 
 template <std::size_t N>

@@ -1,4 +1,4 @@
-// The tokens that a syntax error names as expected, in the words of a user.
+// The expected tokens in the message of a syntax error.
 #pragma once
 
 #include <string>
@@ -9,9 +9,10 @@ namespace refhost {
 
 class ExpectedTokens {
  public:
-  // `name` as the grammar shows it; must live on.
+  // `name` is that of the grammar and must outlive the object.
   void add(std::string_view name);
-  // "a, b or c"; what many tokens can begin or go on with is named as a whole.
+  // "a, b or c". The tokens that begin an expression, a statement or a type are summed up by that
+  // word.
   std::string text() const;
   bool has(std::string_view name) const;
 

@@ -1,4 +1,4 @@
-// Kinds of expressions, and what they have in common.
+// Kinds of expressions and their traits.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace refhost {
 
-// With their leaves. Each has a row of traits.
+// Each kind with its leaves, and a row in kExprTraits.
 enum class ExprKind : std::uint8_t {
   Literal,   // [Literal]
   Variable,  // none: its text is a name or a direct address such as `%IX0.3`
@@ -18,12 +18,12 @@ enum class ExprKind : std::uint8_t {
   Bit,          // [base Expr], the bit in bitAccessOffset()
   Element,      // [base Expr, subscript Expr...]
   Dereference,  // [base Expr]
-  Part,         // [base Expr]: bytes or words of it, which are not supported
+  Part,         // [base Expr]: a byte or word of it, which is not supported
   Call,         // [Call]
-  // Operators of one operand: [operand].
+  // Unary operators: [operand].
   Negate,
   Not,
-  // Operators of two: [left, right].
+  // Binary operators: [left, right].
   Power,
   Multiply,
   Divide,
@@ -41,13 +41,13 @@ enum class ExprKind : std::uint8_t {
   Or,
   AndThen,
   OrElse,
-  // Initial values of several parts, whose type is that of what they are given to.
+  // Initial values of arrays and structures, which have the type of their variable.
   ArrayValue,   // [Expr...]
   Repeat,       // [count Expr, Expr...]
   StructValue,  // [Argument...]
 };
 
-// Every switch over forms names them all.
+// Every switch over forms names them all, so that a new form does not compile until it is handled.
 enum class ExprForm : std::uint8_t {
   Literal,
   Variable,
@@ -62,12 +62,11 @@ enum class ExprForm : std::uint8_t {
 
 struct ExprTraits {
   ExprForm form;
-  // Of an operator: as the source and as C writes it.
-  const char* source = "";
-  const char* c = "";
+  const char* source = "";  // of an operator: its token in Structured Text
+  const char* c = "";       // and in C
 };
 
-// By the number of the kind. The power is a function of the runtime in C.
+// Indexed by kind. Power has no C token, since it is a function of the runtime.
 // clang-format off
 constexpr ExprTraits kExprTraits[] = {
     {ExprForm::Literal},
@@ -108,7 +107,7 @@ constexpr bool isArithmetic(ExprKind kind) { return formOf(kind) == ExprForm::Ar
 constexpr bool isComparison(ExprKind kind) { return formOf(kind) == ExprForm::Comparison; }
 constexpr bool isLogical(ExprKind kind) { return formOf(kind) == ExprForm::Logic; }
 
-// What the plugin sees of a kind: it tells three of them apart.
+// The plugin distinguishes literals, variables and accesses only.
 constexpr ::Expression::Operator operatorOf(ExprKind kind) {
   if (kind == ExprKind::Literal) return ::Expression::Constant;
   if (kind == ExprKind::Variable) return ::Expression::Variable;

@@ -1,9 +1,8 @@
-// Structured Text. Actions hand what they recognise to the TreeFactory, one call
-// each; blocks reach the parser balanced (token_stream.h).
+// The grammar of Structured Text. Each action is one call of the TreeFactory. The token stream
+// delivers balanced blocks (token_stream.h).
 //
-// Tables are canonical and reduce by default only where nothing else can be done, so
-// that an error is found at the first token that cannot follow, and messages name
-// exactly what can.
+// The tables are canonical LR with default reductions in consistent states only, so that an error
+// is detected at the first invalid token and the list of expected tokens is exact.
 %skeleton "lalr1.cc"
 %require "3.8"
 %language "c++"
@@ -47,26 +46,26 @@ static constexpr Value kNone{nullptr, 0};
 
 %token YYEOF 0 "end of file"
 %token PROGRAM END_PROGRAM FUNCTION END_FUNCTION FUNCTION_BLOCK END_FUNCTION_BLOCK
-%token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP VAR_GLOBAL VAR_EXTERNAL  // keep together
+%token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP VAR_GLOBAL VAR_EXTERNAL  // must be consecutive
 %token END_VAR CONSTANT RETAIN NON_RETAIN PERSISTENT AT R_EDGE F_EDGE STRING WSTRING
-// Those of statements: keep together.
+// The keywords of statements must be consecutive.
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
-%token NO_TYPE  // put in behind what is wrong in the place of a result's type
+%token NO_TYPE  // inserted for an invalid result type
 %token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
-%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"  // behind the words of blocks
+%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"  // after the keywords of blocks
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
 %token NOT_EQUAL "'<>'" LESS_EQUAL "'<='" GREATER_EQUAL "'>='"
 
-// A ';' behind a unit's header belongs to it.
+// A ';' after the header of a unit is part of the header.
 %precedence HEADER
 %precedence ';'
-// A mistake in the first declaration of a block is one of the block: nothing is reduced before it.
+// An error in the first declaration of a block is shifted before anything is reduced.
 %precedence FIRST
 %precedence error
-// A name that is wrong in the place of a result's type begins no statement.
+// A name after an invalid result type does not begin a statement.
 %precedence IDENTIFIER
 
 %left OR OR_ELSE
@@ -105,10 +104,10 @@ units:
 | units mistake
 ;
 
-mistake: error  { tokens.goesOn(); };
+mistake: error  { tokens.resumeInPlace(); };
 
-// Behind a mistake in a block the parser goes on at the next ';', which the stream puts in where
-// a block begins or ends first.
+// After an error in a block the parser resumes at the next ';', which the token stream inserts if a
+// block begins or ends first.
 mistake_end: ';'  { yyerrok; };
 
 unit:
@@ -127,21 +126,21 @@ unit:
 
 unit_name:
   IDENTIFIER  { $$ = make.name(@1); }
-| error       { $$ = kNone; tokens.goesOn(); }
+| error       { $$ = kNone; tokens.resumeInPlace(); }
 ;
 
 return_type:
   %empty            { $$ = kNone; }
 | ':' IDENTIFIER    { $$ = make.namedType(@2); }
 | ':' unnamed_type  { $$ = $2; }
-// The unit is known all the same.
+// The FUNCTION is declared in spite of the error.
 | ':' mistaken_type  { $$ = make.namedType({@1.end, @1.end}); }
 ;
 
 mistaken_type:
-  error                     { tokens.goesOn(); }
-| error NO_TYPE             { tokens.goesOn(); }
-| error IDENTIFIER NO_TYPE  { tokens.goesOn(); }
+  error                     { tokens.resumeInPlace(); }
+| error NO_TYPE             { tokens.resumeInPlace(); }
+| error IDENTIFIER NO_TYPE  { tokens.resumeInPlace(); }
 ;
 
 header_end:
@@ -193,7 +192,7 @@ var_decls:
 | var_decls broken_decl  { $$ = make.append($1, $2); }
 ;
 
-// The names, and their type where it stands, are known all the same.
+// The variables are declared in spite of the error, with their type if it could be parsed.
 broken_decl:
   names error mistake_end
     { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
@@ -210,7 +209,7 @@ var_decl:
     { $$ = make.varDecl(@$, $1, $2, $4, $5); }
 | names address ':' IDENTIFIER edge initial
     { $$ = make.edgeDetecting(make.varDecl(@$, $1, $2, make.namedType(@4), $6), $5); }
-// Known by its address alone.
+// A variable without a name; its address serves as one.
 | AT DIRECT_ADDRESS ':' type_spec initial
     {
       const NodeList names = make.append(make.list(), make.name(@2));
@@ -251,7 +250,7 @@ plain_type:
 | IDENTIFIER '(' enum_values ')'  { $$ = make.enumType(@$, @1, $3); }
 ;
 
-// Types that can stand as the operand of an operator.
+// Types that can be the operand of an operator.
 unnamed_type:
   string_type
 | ARRAY '[' dimensions ']' OF part_type  { $$ = make.arrayType(@$, $3, $6); }
@@ -267,7 +266,7 @@ struct_type:
   STRUCT members END_STRUCT  { $$ = make.structType(@$, $2); }
 ;
 
-// A ';' may be left out after END_STRUCT.
+// The ';' after END_STRUCT is optional.
 members:
   %empty                { $$ = make.list(); }
 | members member        { $$ = make.append($1, $2); }
@@ -342,7 +341,7 @@ string_length:
 initial:
   %empty                            { $$ = kNone; }
 | ASSIGN initial_item               { $$ = make.operand($2); }
-// An array's values without brackets.
+// The values of an array without brackets.
 | ASSIGN initial_item ',' elements
     { $$ = make.arrayValue({@2.begin, @4.end}, make.prepend($2, $4)); }
 ;
@@ -417,7 +416,7 @@ connection_items:
 | connection_items ',' task_of_block
 ;
 
-// Every block runs with its program.
+// The tasks of function block instances have no effect: each runs with its program.
 task_of_block: IDENTIFIER WITH IDENTIFIER;
 
 // --- Statements ---
@@ -457,7 +456,7 @@ block_statement:
 
 condition:
   expression  { $$ = make.operand($1); }
-| error       { $$ = kNone; tokens.goesOn(); }
+| error       { $$ = kNone; tokens.resumeInPlace(); }
 ;
 
 elsifs:
@@ -470,7 +469,7 @@ else_part:
 | ELSE statement_list  { $$ = $2; }
 ;
 
-// Labels and statements in one list: which one an item is shows only after it.
+// Labels and statements are in one list, since one token of lookahead cannot tell them apart.
 case_items:
   %empty                            { $$ = make.list(); }
 | case_items statement              { $$ = make.append($1, $2); }
@@ -526,7 +525,7 @@ operand:
 | signed
 ;
 
-// A sign in front of a number belongs to it.
+// A sign before a number is part of the literal.
 signed:
   '-' number   { $$ = make.signedNumber(@$, @2); }
 | '+' number   { $$ = make.signedNumber(@$, @2); }
@@ -576,7 +575,7 @@ call:
     { $$ = make.call(@$, $1, {@2.begin, @4.end}, $3); }
 ;
 
-// Operators that have the form of a function too.
+// Operators that can also be called like functions.
 operator_name: AND | OR | XOR | MOD;
 
 arguments:
@@ -596,7 +595,7 @@ argument:
 | NOT formal_name ARROW variable  { $$ = make.output(@$, @2, $4, true); }
 ;
 
-// Keywords that can be nothing else in these places are names there.
+// Keywords that are names here, since nothing but a name is possible.
 formal_name: IDENTIFIER | name_keyword;
 member_name: IDENTIFIER | name_keyword;
 name_keyword: CONSTANT | RETAIN | NON_RETAIN | AT | ARRAY | POINTER | STRING | WSTRING;
@@ -606,7 +605,7 @@ name_keyword: CONSTANT | RETAIN | NON_RETAIN | AT | ARRAY | POINTER | STRING | W
 namespace refhost::grammar {
 
 void Parser::error(const Span& span, const std::string& text) {
-  // Without a text the error has been reported.
+  // The text is empty if the error has been reported already.
   if (!text.empty()) errors.syntax(span, text);
 }
 

@@ -18,7 +18,7 @@ class LargeBlocks final : public std::pmr::memory_resource {
   void* do_allocate(std::size_t size, std::size_t alignment) override {
     void* block = std::pmr::new_delete_resource()->allocate(size, alignmentFor(size, alignment));
 #ifdef MADV_HUGEPAGE
-    // Advice: where the system has no huge pages, its usual ones serve.
+    // This is only advice: a system without huge pages uses its normal ones.
     if (size >= kHugePage) static_cast<void>(madvise(block, size, MADV_HUGEPAGE));
 #endif
     return block;

@@ -13,7 +13,7 @@ namespace {
 
 using Kind = grammar::Parser::token;
 
-// A declaration or a value of an enumeration begins after the token.
+// True if a declaration or a value of an enumeration can begin after the token.
 bool beginsName(int kind) {
   return isStructural(kind) || kind == ',' || kind == '(' ||
          (kind >= Kind::CONSTANT && kind <= Kind::PERSISTENT);
@@ -21,8 +21,8 @@ bool beginsName(int kind) {
 
 }  // namespace
 
-// A keyword of statements that is declared as a variable is reported there, and is a name
-// wherever no statement can begin or go on with it.
+// A keyword of a statement that is declared as a variable is reported at the declaration. After
+// that it is a name wherever it cannot be the keyword.
 void MistakenWords::correctKeyword(Token& token, int previous) {
   static_assert(Kind::RETURN - Kind::IF < 32, "keywordNames_ has a bit for each");
   const std::uint32_t bit = std::uint32_t{1} << (token.kind - Kind::IF);
@@ -40,7 +40,8 @@ void MistakenWords::correctKeyword(Token& token, int previous) {
   }
 }
 
-// `END IF` and `ENDIF` are meant to be END_IF; a union ends as what it is taken for.
+// Takes `END IF` and `ENDIF` for END_IF, and END_UNION for END_STRUCT, since Unsupported replaces
+// UNION by STRUCT.
 void MistakenWords::joinEnd(Token& token, int previous) {
   const std::string_view word = queue_.textOf(token);
   if (token.kind != Kind::IDENTIFIER || !equalIgnoringCase(word.substr(0, 3), "END")) return;

@@ -1,5 +1,4 @@
-// Words that the source has in another form than is meant: keywords as names, and closers that are
-// not written as one word.
+// Corrects keywords that are used as names, and misspelt END_x.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +15,7 @@ class MistakenWords {
   MistakenWords(TokenQueue& queue, const OpenBlocks& blocks, SyntaxErrors& errors)
       : queue_(queue), blocks_(blocks), errors_(errors) {}
 
-  // Both make of `token`, behind one of kind `previous`, what it is meant to be.
+  // Both report the mistake and correct `token`, which follows a token of kind `previous`.
   void correctKeyword(Token& token, int previous);
   void joinEnd(Token& token, int previous);
 
@@ -24,7 +23,7 @@ class MistakenWords {
   TokenQueue& queue_;
   const OpenBlocks& blocks_;
   SyntaxErrors& errors_;
-  std::uint32_t keywordNames_ = 0;  // a bit for each keyword of statements that was declared
+  std::uint32_t keywordNames_ = 0;  // a bit for each keyword that was declared as a name
 };
 
 }  // namespace refhost

@@ -1,4 +1,4 @@
-// The blocks that are open where the parser reads.
+// The stack of open blocks at the current token.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace refhost {
 struct OpenBlock {
   const Construct* construct;
   std::uint32_t begin;
-  bool inHeader;          // the token that ends its header has yet to come
+  bool inHeader;          // the token that ends the header has not been read
   bool hasUntil = false;  // of a REPEAT
 };
 
@@ -26,7 +26,7 @@ class OpenBlocks {
 
   bool any() const { return !blocks_.empty(); }
   std::size_t count() const { return blocks_.size(); }
-  // Only where there are any.
+  // Requires any().
   OpenBlock& top() { return blocks_.back(); }
   const OpenBlock& top() const { return blocks_.back(); }
   bool isTop(const Construct* construct) const {

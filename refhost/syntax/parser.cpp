@@ -18,7 +18,7 @@ void parse(const SourceManager& sources, std::uint32_t file, Tree& tree,
   }
   TokenStream tokens(text, errors);
   TreeFactory make(text, file, tree, errors);
-  // The result says no more than the messages do.
+  // The result is ignored, since every error is among the messages.
   grammar::Parser(tokens, make, errors).parse();
 }
 

@@ -1,4 +1,3 @@
-// From source text to tree.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +9,14 @@
 
 namespace refhost {
 
-// Expressions and statements nested deeper than this are refused with an error, so
-// that no walk over a tree runs out of stack. Parentheses count; lists do not, nor do the left
-// sides of chains of operators, which walks follow without a call.
+// Expressions and statements that are nested deeper are reported as errors, so that recursion over
+// the tree cannot exhaust the stack. Parentheses count. Lists do not count, and neither do the left
+// operands in a chain of operators, which are visited by a loop.
 constexpr int kMaxNesting = 1000;
 
-// Parses file `file` of `sources`, appends its units to `tree` and its errors to
-// `messages`. After a syntax error it goes on at the next statement or the next
-// unit, so `tree` holds what could be understood.
+// Parses file `file` of `sources`, appends its units to `tree` and its errors to `messages`. After
+// a syntax error parsing resumes at the next statement or unit, so `tree` contains everything that
+// could be parsed.
 void parse(const SourceManager& sources, std::uint32_t file, Tree& tree,
            std::vector<vel::VELMessage>& messages);
 

@@ -1,4 +1,4 @@
-// The scanner: characters to tokens. Its rules are in lexer.l.
+// The scanner, which makes tokens of characters. Its rules are in lexer.l.
 #pragma once
 
 #include <cstddef>
@@ -18,28 +18,28 @@ class Scanner {
   Scanner(const Scanner&) = delete;
   Scanner& operator=(const Scanner&) = delete;
 
-  // The next token's number and place. After an error, which is reported here,
-  // the token is YYerror: the parser recovers without another word.
+  // Returns the next token and sets its span. After an error, which is reported here, the token is
+  // YYerror: the parser recovers without reporting another error.
   int next(Span& span);
 
-  // For the scanner's rules.
+  // Called by the rules of lexer.l.
   std::size_t read(char* buffer, std::size_t size);
   void advance(int length);
   void open() { opened_ = span_; }
-  int unterminated(std::string_view what, bool toEnd);  // to the end of the file
+  int unterminated(std::string_view what, bool toEnd);  // toEnd: skips the rest of the file
   bool isBinary() const;
   int badCharacter();
   int binary();
 
-  int commentDepth = 0;  // also of pragmas
+  int commentDepth = 0;  // of nested comments or pragmas
 
  private:
   std::string_view text_;
   SyntaxErrors& errors_;
   void* state_ = nullptr;
-  std::size_t read_ = 0;  // bytes given to the generated scanner
-  Span span_;             // of the token at hand
-  Span opened_;           // of the comment or pragma at hand
+  std::size_t read_ = 0;  // bytes copied to the generated scanner
+  Span span_;             // of the current token
+  Span opened_;           // of the opening of the current comment or pragma
 };
 
 }  // namespace refhost

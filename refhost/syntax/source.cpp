@@ -35,7 +35,7 @@ int SourceManager::load(const std::string& path, std::string& error) {
   std::string text;
   std::error_code unknown;
   const std::uintmax_t expected = std::filesystem::file_size(path, unknown);
-  // One more, to see the end of the file.
+  // One more byte, so that the read that detects the end of the file does not reallocate.
   if (!unknown && expected <= kMaxFileSize) text.reserve(static_cast<std::size_t>(expected) + 1);
   for (;;) {
     const std::size_t size = text.size();

@@ -18,15 +18,15 @@ struct LineColumn {
 
 class SourceManager {
  public:
-  // Reads a file; returns its index. On failure returns -1 and sets `error` to a
-  // reason without the path.
+  // Reads a file and returns its index. On failure returns -1 and sets `error` to the reason,
+  // without the path.
   int load(const std::string& path, std::string& error);
-  // Adds a text under a name; returns its index.
+  // Adds a text under a name and returns its index.
   int add(std::string name, std::string text);
 
   int count() const;
   const std::string& path(std::uint32_t file) const;
-  // Zero-terminated and stable: nodes point into it.
+  // Zero-terminated. It stays valid and in place, since nodes point into it.
   std::string_view text(std::uint32_t file) const;
 
   LineColumn position(vel::TextLocation location) const;
@@ -37,7 +37,7 @@ class SourceManager {
   struct File {
     std::string path;
     std::string text;
-    // Filled when first asked.
+    // Computed when first needed.
     mutable std::vector<std::uint32_t> lineStarts;
     mutable bool isUtf8 = false;
   };

@@ -14,8 +14,7 @@ namespace {
 
 constexpr std::size_t kShownLength = 60;
 
-// Source text as a message shows it: valid UTF-8 without control characters,
-// whatever the file holds.
+// Source text for a message: valid UTF-8 without control characters, whatever the file's encoding.
 std::string printable(std::string_view text) {
   std::string out;
   while (!text.empty()) {
@@ -26,7 +25,7 @@ std::string printable(std::string_view text) {
   return out;
 }
 
-// No more of a token than a message has room for.
+// At most kShownLength bytes of a token, cut between characters.
 std::string shortened(std::string_view token) {
   std::string_view rest = token;
   std::size_t shown = 0;

@@ -1,4 +1,4 @@
-// The errors of one file as the scanner, the token stream and the parser find them.
+// Reports the errors that scanner, token stream and parser find in one file.
 #pragma once
 
 #include <cstdint>
@@ -15,28 +15,28 @@ class SyntaxErrors {
  public:
   SyntaxErrors(std::string_view text, std::uint32_t file, std::vector<vel::VELMessage>& messages);
 
-  // What is wrong at a place, whatever else was said of it.
+  // Reports an error even if another one has been reported at the place.
   void add(Span at, const MessageFormat& format, std::string_view argument);
 
-  // A syntax error: `what` as part of a sentence. Nothing is said twice of one
-  // place, nor of a place before the last error, since recovery comes by again.
+  // Reports a syntax error; `what` completes the sentence. Nothing is reported at or before the
+  // place of the last error, since error recovery reads those tokens again.
   void syntax(Span at, std::string_view what);
-  // The same for a token that is not the `expected` one.
+  // The same for a token that is not among the `expected` ones.
   void unexpected(Span found, std::string_view expected);
 
-  // In place of a syntax error: a construct that is not supported.
+  // Reports, instead of a syntax error, that a construct is not supported.
   void notSupported(Span at, std::string_view construct);
 
-  // Said once until a unit begins.
+  // Reports nesting that is too deep, once for each unit.
   void tooDeep(Span at);
   void beginUnit() { tooDeepSaid_ = false; }
 
-  // No syntax error is reported before `offset` from now on.
+  // From now on no syntax error before `offset` is reported.
   void muteUntil(std::uint32_t offset);
-  // No syntax error is reported any more: the rest of the file was not understood.
+  // From now on no syntax error is reported.
   void mute() { muteUntil(std::numeric_limits<std::uint32_t>::max()); }
   bool reportedSince(std::uint32_t offset) const { return nextOffset_ > offset; }
-  // So many errors were found that the rest of the file is not worth reading.
+  // True after so many errors that the rest of the file is not parsed.
   bool exhausted() const { return count_ >= kMaxErrors; }
 
  private:
@@ -45,7 +45,7 @@ class SyntaxErrors {
   std::string_view text_;
   std::uint32_t file_;
   std::vector<vel::VELMessage>& messages_;
-  std::uint32_t nextOffset_ = 0;  // the first place of which an error may be reported
+  std::uint32_t nextOffset_ = 0;  // the first offset at which an error may be reported
   int count_ = 0;
   bool tooDeepSaid_ = false;
 };

@@ -16,7 +16,7 @@ namespace {
 
 using Kind = grammar::Parser::token;
 
-// Words that are keywords where they are asked for.
+// Words that are keywords in some places only, and names elsewhere.
 struct Word {
   std::string_view text;
   int kind;
@@ -85,7 +85,6 @@ void TokenStream::takeWord(Token& token) {
   mistakenWords_.joinEnd(token, last_.kind);
 }
 
-// Some words are keywords in a few places only.
 int TokenStream::kindHere(const Token& token) const {
   if (token.kind != Kind::IDENTIFIER) return token.kind;
   const std::string_view text = queue_.textOf(token);
@@ -102,7 +101,7 @@ bool TokenStream::inConfiguration() const {
   return blocks_.isUnit(constructOf(Kind::CONFIGURATION));
 }
 
-// A configuration names its programs with the keyword that begins a unit elsewhere.
+// In a configuration PROGRAM begins a program instance; elsewhere it begins a unit.
 bool TokenStream::beginsInstance() {
   if (queue_.ahead().kind != Kind::IDENTIFIER) return true;
   const Token& next = queue_.ahead(2);
@@ -156,7 +155,7 @@ int TokenStream::missingBeforeOpener(const Token& token) {
   return 0;
 }
 
-// The end of another kind of unit than the one at hand ends that one too.
+// The closer of any unit closes the open unit, even one of another kind.
 int TokenStream::missingBeforeCloser(const Token& token) {
   const Construct* const construct = constructOf(token.kind);
   if (construct->kind != Construct::Kind::Unit) return closeUntil(construct, token);
@@ -172,8 +171,7 @@ int TokenStream::missingBeforeElse(const Token& token) {
   return blocks_.isOpen(branch) || blocks_.isOpen(choice) ? closeTop(token) : 0;
 }
 
-// The ';' of a declaration when the name begins another one, or END_VAR when it begins a
-// statement.
+// A ';' is missing if the name begins another declaration, END_VAR if it begins a statement.
 int TokenStream::missingBeforeName(const Token& token) {
   const bool afterDeclaration = last_.kind == ';' || opensVariables(last_.kind);
   if (!afterDeclaration && !endsDeclaration(last_.kind)) return 0;
@@ -188,7 +186,7 @@ int TokenStream::missingBeforeName(const Token& token) {
   return statement ? closeTop(token) : 0;
 }
 
-// The ':' between a FUNCTION and its type, when the name begins no statement.
+// A ':' is missing between the name of a FUNCTION and its type, unless a statement begins here.
 int TokenStream::missingBeforeType(const Token& token) {
   const Span opener = queue_.wordBefore(queue_.wordBefore(token.span.begin).begin);
   const int next = queue_.ahead().kind;
@@ -201,7 +199,7 @@ int TokenStream::missingBeforeType(const Token& token) {
 int TokenStream::missingHeaderEnd(const Token& token) {
   OpenBlock& top = blocks_.top();
   if (!top.inHeader) return 0;
-  // When the header is known to be wrong, this is no more than a consequence.
+  // After an error in the header this would be a consequence of it.
   if (!errors_.reportedSince(top.begin)) {
     errors_.unexpected(token.span, top.construct->headerEndName);
   }
@@ -210,7 +208,7 @@ int TokenStream::missingHeaderEnd(const Token& token) {
   return top.construct->headerEnd;
 }
 
-// A REPEAT must have had its UNTIL by its end, and a condition that ends there has its ';'.
+// Before the END_REPEAT there must be an UNTIL, and a ';' after its condition.
 int TokenStream::missingBeforeEnd(const Token& token) {
   OpenBlock& top = blocks_.top();
   if (top.construct->opener != Kind::REPEAT) return missingHeaderEnd(token);
@@ -230,8 +228,8 @@ int TokenStream::closeTop(const Token& token) {
   return construct.closer;
 }
 
-// Closes the innermost block until it is one of the construct; leaves the blocks alone when no
-// such block is open, for the parser to complain.
+// Closes inner blocks until a block of `construct` is innermost. If none is open, the parser
+// reports the token.
 int TokenStream::closeUntil(const Construct* construct, const Token& token) {
   if (blocks_.isTop(construct)) return token.kind == Kind::UNTIL ? 0 : missingBeforeEnd(token);
   return blocks_.isOpen(construct) ? closeTop(token) : 0;
@@ -318,7 +316,7 @@ bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
   return unsupported_.refuse(found, expected);
 }
 
-// What stands in the place of a FUNCTION's type could be taken for statements.
+// Skips an invalid type of a FUNCTION, which could otherwise be parsed as statements.
 void TokenStream::skipResultType() {
   Token token;
   do {
@@ -337,7 +335,7 @@ int TokenStream::skipTooDeep(const Token& token, bool wholeUnit) {
   } while (held_.kind != Kind::YYEOF && !opensUnit(held_.kind) && !closesUnit(held_.kind) &&
            (wholeUnit || !isStructural(held_.kind)));
   holding_ = true;
-  // The blocks that are left open are no other error.
+  // The blocks that remain open are not reported again.
   if (wholeUnit) errors_.muteUntil(held_.span.end + 1);
   return Kind::YYerror;
 }

@@ -1,10 +1,10 @@
-// Between scanner and parser: keeps the block structure sound, so that one
-// forgotten END_IF costs one message and not the rest of the file.
+// Delivers the tokens to the parser and keeps the block structure balanced, so that a missing
+// END_IF costs one message and not the rest of the file.
 //
-// The parser sees every block closed and every header ended (THEN, OF, DO): where
-// the source forgets one, an error is reported and the token is put in. Behind a mistake
-// the parser goes on at the next ';'; where a block begins or ends before, a ';' is put in.
-// What is nested too deep is reported and left out before the parser's stack grows with it.
+// To the parser every block is closed and every header ended (THEN, OF, DO): a missing token is
+// reported and inserted. After a syntax error the parser resumes at the next ';', which is inserted
+// if a block begins or ends first. Nesting that is too deep is reported and skipped before the
+// parser's stack grows with it.
 #pragma once
 
 #include <cstdint>
@@ -28,21 +28,21 @@ class TokenStream {
 
   int next(Span& span);
 
-  // The parser could not go on at `found`, the token delivered last: reports a construct that is
-  // not supported, if it is part of one, and returns true. Leads the parser to where it can go on.
+  // To be called at a syntax error at `found`, the token delivered last. Prepares the recovery. If
+  // the token is part of a construct that is not supported, reports that and returns true.
   bool refuses(Span found, const ExpectedTokens& expected);
-  // Behind a mistake in a header the parser goes on with what it has found.
-  void goesOn() { discards_ = false; }
+  // To be called when the parser resumes at the token delivered last without looking for a ';'.
+  void resumeInPlace() { discards_ = false; }
 
  private:
-  // Words: what they are where they stand.
+  // Determines the kind of a word from its context.
   void takeWord(Token& token);
   int kindHere(const Token& token) const;
   bool inConfiguration() const;
   bool beginsInstance();
 
-  // The kind of the token that the source lacks in front of `token`; 0 for none. Each reports it
-  // and follows it in the state of the blocks.
+  // The kind of the token that is missing before `token`; 0 for none. Each function reports it and
+  // updates the state as if it had been read.
   int missingBefore(const Token& token);
   int missingBeforeOpener(const Token& token);
   int missingBeforeCloser(const Token& token);
@@ -54,8 +54,8 @@ class TokenStream {
   int closeTop(const Token& token);
   int closeUntil(const Construct* construct, const Token& token);
 
-  // Each follows a token of the source in the state; returns its kind, or YYerror in place of it
-  // and of what is skipped.
+  // Each updates the state by a token of the source and returns its kind, or YYerror for the token
+  // and all that is skipped after it.
   int accept(const Token& token);
   int openBlock(const Token& token);
   int closeBlock(const Token& token);
@@ -69,14 +69,14 @@ class TokenStream {
   MistakenWords mistakenWords_;
   Unsupported unsupported_;
   Token last_;               // delivered last
-  std::deque<Token> again_;  // delivered before, and to be delivered once more
-  bool recovering_ = false;  // behind a mistake, up to the next ';'
-  bool discards_ = false;    // the parser throws last_ away, for it looks for a ';'
-  Token held_;               // the token after those that were put in
-  bool holding_ = false;     // held_ is yet to be delivered
-  bool inHeader_ = false;    // of a FUNCTION, or in what its first statement begins with
-  bool resumes_ = false;     // last_ begins or ends a block: the parser can go on there
-  int brackets_ = 0;         // open in the statement at hand
+  std::deque<Token> again_;  // to be delivered a second time
+  bool recovering_ = false;  // from a syntax error to the next ';'
+  bool discards_ = false;    // the parser discards last_ while it looks for a ';'
+  Token held_;               // the token before which others are inserted
+  bool holding_ = false;     // held_ has not been delivered
+  bool inHeader_ = false;    // of a FUNCTION, up to its first block or ';'
+  bool resumes_ = false;     // last_ begins or ends a block, so the parser can resume there
+  int brackets_ = 0;         // open in the current statement
   int prefixes_ = 0;         // signs and NOTs in a row
 };
 

@@ -1,5 +1,5 @@
-// The reference host's syntax tree: what each kind of node holds and what its
-// leaves are. Nodes live in the arena of their Tree and are never freed singly.
+// The syntax tree: the kinds of nodes and their leaves. Nodes live in the arena of their Tree and
+// are freed with it.
 #pragma once
 
 #include <cstddef>
@@ -32,28 +32,29 @@ namespace refhost {
 using vel::ASTNode;
 using vel::BasicDataType;
 
-// Kinds of nodes beside those that the plugin knows (vel::ASTType).
+// Kinds of nodes in addition to vel::ASTType, which the plugin knows. In brackets are the leaves;
+// one marked "?" is null if the source omits it. An ELSE list that is omitted is no leaf at all.
 enum class NodeKind : std::int32_t {
   Text = 100,       // ASTText
   Unit,             // Unit: [name Text, return type spec?, VarBlocks, StatementList]
   VarBlocks,        // [VarBlock...]
   VarBlock,         // VarBlock: [VarDecl...]
   VarDecl,          // VarDecl: [TypeSpec?, initial value Expr?, address Text?, name Text...]
-  Invocation,       // Call: [callee: Text, or Expr for an access that is called;
-                    //        ParameterList or, for a type as operand, TypeSpec]
+  Invocation,       // Call: [callee: Text, or Expr for the access to an instance;
+                    //        ParameterList, or TypeSpec if the operand is a type]
   Argument,         // Argument: [formal name Text, Expr], in a ParameterList
-  StatementList,    // [statement...], each of a StatementKind
+  StatementList,    // [statement...], whose kinds are StatementKind
   CaseElement,      // [CaseLabels, StatementList]
   CaseLabels,       // [Expr or Range...]
   Range,            // [low Expr, high Expr]
   TypeDecl,         // [name Text, TypeSpec, initial value Expr?]
   EnumValue,        // [name Text, value Expr?], in an EnumTypeSpec
-  Task,             // [name Text, Call of its name]
+  Task,             // [name Text, Call of this name, whose arguments are the properties]
   ProgramInstance,  // [name Text, Call of the PROGRAM, task's name Text?]
 };
 
 // Kinds of statements, the nodes in a StatementList. Every switch over them names them all, so
-// that one which forgets a new kind does not compile.
+// that a new kind does not compile until it is handled.
 enum class StatementKind : std::int32_t {
   Assignment = 200,  // Assignment
   Call,              // [Call]
@@ -66,8 +67,6 @@ enum class StatementKind : std::int32_t {
   Continue,
   Return,
 };
-// A leaf marked "?" is null where the source leaves it out; an else list is simply
-// absent.
 
 constexpr vel::ASTType astType(NodeKind kind) { return static_cast<vel::ASTType>(kind); }
 constexpr vel::ASTType astType(StatementKind kind) { return static_cast<vel::ASTType>(kind); }
@@ -76,14 +75,14 @@ inline StatementKind statementKindOf(const ASTNode& statement) {
   return static_cast<StatementKind>(statement.type());
 }
 
-// A node that is its kind and its leaves.
+// A node without data other than its kind and leaves.
 class Node final : public ASTNode {
  public:
   explicit Node(NodeKind kind) : ASTNode(astType(kind)) {}
   explicit Node(StatementKind kind) : ASTNode(astType(kind)) {}
 };
 
-// [target Expr, source: Expr, or Call when that is the whole right side]
+// [target Expr, source: Expr, or Call if that is the whole right side]
 class Assignment final : public ASTNode {
  public:
   explicit Assignment(vel::TextLocation start)
@@ -107,16 +106,17 @@ class Expr final : public ::Expression {
 
   const ExprKind kind;
   bool analysed = false;
-  // Of a binary operator: those on its left side that are written one behind the other, and it.
+  // The number of binary operators in the left-recursive chain that ends here, this one included;
+  // 0 for other expressions.
   std::uint32_t chain = 0;
-  // Set by the analysis: the type (null: none) and what a Variable or a Member names.
+  // Set by the analysis: the type, null for none, and the symbol of a Variable or a Member.
   vel::SymbolDataType* dataType = nullptr;
   vel::Symbol* symbol = nullptr;
-  const TypedConstant* constant = nullptr;  // null for a literal, which is its own value, too
+  const TypedConstant* constant = nullptr;  // null for none, and for a literal
 };
 
-// Operators of a chain that are computed one inside the other; of a longer one the first so many
-// are computed before the next.
+// A longer chain is split into pieces of this many operators; each piece is computed before the
+// next, so that the nesting in C stays shallow.
 constexpr std::uint32_t kChainPiece = 32;
 
 inline bool isBinary(const ASTNode& node) {
@@ -142,10 +142,10 @@ class Argument final : public ASTNode {
   bool negated;  // `NOT name => variable`
 };
 
-// What the name of a call means: one of these at most.
+// The callee that a name refers to: at most one of operator, standard function and function.
 struct Callee {
   vel::STOperator* op = nullptr;           // of the plugin
-  const OperatorTraits* traits = nullptr;  // of the operator; null with it
+  const OperatorTraits* traits = nullptr;  // of the operator; null without one
   const StandardFunction* standard = nullptr;
   UnitSymbol* function = nullptr;
 };
@@ -156,19 +156,18 @@ class Call final : public ::Invocation {
 
   bool analysed = false;
   bool accepted = false;
-  bool givesAddress = false;  // of ADR or REF: a pointer to its operand
-  // Set by the analysis: the result type (null: none) and what is called, by its name or by an
-  // access to an instance.
+  bool givesAddress = false;  // a call of ADR or REF, which returns a pointer to its operand
+  // Set by the analysis: the result type, null for none, and the callee or the instance.
   vel::SymbolDataType* dataType = nullptr;
   const Callee* callee = nullptr;
-  Expr* instance = nullptr;   // the access to the instance that is called
-  Expr* operation = nullptr;  // of a standard function that stands for an operation
-  // `EN := condition` and `ENO => variable`, which the analysis takes out of the parameters;
-  // null when not given.
+  Expr* instance = nullptr;   // the access to the function block instance
+  Expr* operation = nullptr;  // the expression that replaces the call of a standard function
+  // `EN := condition` and `ENO => variable`, which the analysis removes from the parameter list;
+  // null if the call omits them.
   Argument* enable = nullptr;
   Argument* enabled = nullptr;
 
-  // Each is null when something else is called.
+  // Null for a callee of another kind.
   vel::STOperator* op() const { return callee != nullptr ? callee->op : nullptr; }
   const OperatorTraits* traits() const { return callee != nullptr ? callee->traits : nullptr; }
   const StandardFunction* standard() const {
@@ -182,13 +181,13 @@ class TypeSpec final : public ASTNode {
   TypeSpec(vel::ASTType kind, const char* typeName) : ASTNode(kind), name(typeName) {}
 
   const char* name;                         // as below; zero-terminated
-  vel::SymbolDataType* dataType = nullptr;  // set by the analysis; null: not known
+  vel::SymbolDataType* dataType = nullptr;  // set by the analysis; null if it is unknown
 };
-// Leaves by kind, and what its name is:
+// The leaves and the name by kind:
 //   NamedTypeSpec      none; the type's name as written
 //   StringTypeSpec     [length Expr?]; STRING or WSTRING as written
 //   SubrangeTypeSpec   [Range]; the base type's name
-//   EnumTypeSpec       [EnumValue...]; the base type's name, empty when not given
+//   EnumTypeSpec       [EnumValue...]; the base type's name, empty for none
 //   ArrayTypeSpec      [element TypeSpec, Range...]
 //   StructTypeSpec     [VarDecl...]
 //   PointerTypeSpec, ReferenceTypeSpec  [target TypeSpec]
@@ -204,7 +203,7 @@ class VarBlock final : public ASTNode {
   bool retain = false;
 };
 
-// Of an input: R_EDGE or F_EDGE, by which the body sees only the changes of its value.
+// R_EDGE or F_EDGE of an input: the body sees only the edges of its value.
 enum class Edge : std::uint8_t { None, Rising, Falling };
 
 class VarDecl final : public ::VarDeclaration {
@@ -214,7 +213,7 @@ class VarDecl final : public ::VarDeclaration {
 
   VarDecl() : VarDeclaration(astType(NodeKind::VarDecl)) {}
 
-  bool bitParameter = false;  // the pragma {bitparam} stands before it
+  bool bitParameter = false;  // preceded by the pragma {bitparam}
   Edge edge = Edge::None;
 };
 
@@ -225,8 +224,8 @@ class Unit final : public ::POUDeclaration {
   Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
 };
 
-// Whether `matches` is true of `root` or of something in it. Chains of operators, long on their
-// left sides, take no stack.
+// True if `matches` is true for `root` or one of its descendants. The first leaf is visited by a
+// loop, so that long chains of operators take no stack.
 template <typename Matches>
 bool anyNode(const ASTNode& root, const Matches& matches) {
   const ASTNode* node = &root;
@@ -249,7 +248,7 @@ bool anyNode(const ASTNode& root, const Matches& matches) {
   return false;
 }
 
-// The arena of one translation, and what the parser has found.
+// The nodes of one translation and their arena.
 class Tree {
  public:
   Tree();
@@ -263,13 +262,13 @@ class Tree {
   // Makes `leaves` the leaves of `node`.
   void setLeaves(ASTNode& node, const std::vector<ASTNode*>& leaves);
   void setLeaves(ASTNode& node, std::initializer_list<ASTNode*> leaves);
-  // A zero-terminated copy that lives as long as the tree; equal texts share one.
+  // A zero-terminated copy that lives as long as the tree. Equal texts share one copy.
   const char* intern(std::string_view text);
-  // A binary operator, with its place in a chain.
+  // Makes a binary operator and sets its `chain`.
   Expr* makeBinary(ExprKind kind, ASTNode* left, ASTNode* right);
   // Keeps a value for a Literal to refer to.
   const LiteralValue& keep(LiteralValue value);
-  // Room in the arena for the leaves of one node; null for none.
+  // Memory in the arena for the leaves of one node; null if `count` is 0.
   ASTNode** allocateLeaves(std::size_t count);
 
   // In source order.

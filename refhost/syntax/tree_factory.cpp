@@ -23,7 +23,7 @@ bool isCall(const Value& value) {
   return value.node != nullptr && kindOf(*value.node) == NodeKind::Invocation;
 }
 
-// `Color#Red` reads like a typed literal, but for its type.
+// `Color#Red` is a typed literal to the scanner, but not of an elementary type.
 bool namesEnumValue(std::string_view text) {
   const std::size_t mark = text.find('#');
   if (mark == std::string_view::npos || text.find_first_of("'\"") < mark) return false;
@@ -44,7 +44,7 @@ Span TreeFactory::spanOf(const Value& value) const {
   return {begin, begin + length};
 }
 
-// The height of what contains something of `height`, if it may be.
+// The height of a node above one of `height`; reports an error when it is too high.
 std::uint32_t TreeFactory::higher(Span span, std::uint32_t height) const {
   if (height >= std::uint32_t{kMaxNesting}) {
     errors_.tooDeep(span);
@@ -53,8 +53,8 @@ std::uint32_t TreeFactory::higher(Span span, std::uint32_t height) const {
   return height + 1;
 }
 
-// Gives a node its place and its leaves. Lists and declarations are made this way:
-// they add nothing to the height, so a unit can always be made of its parts.
+// Sets the span and the leaves of a node. Lists and declarations are made by this function: they do
+// not add to the height.
 Value TreeFactory::link(ASTNode* node, Span span, const Value* leaves, std::size_t count) {
   std::uint32_t height = 0;
   ASTNode** nodes = tree_.allocateLeaves(count);
@@ -67,7 +67,7 @@ Value TreeFactory::link(ASTNode* node, Span span, const Value* leaves, std::size
   return {node, height};
 }
 
-// The same for expressions and statements, refused when they are too high.
+// The same for expressions and statements, which add to the height and may exceed kMaxNesting.
 Value TreeFactory::finish(ASTNode* node, Span span, const Value* leaves, std::size_t count) {
   Value value = link(node, span, leaves, count);
   value.height = higher(span, value.height);
@@ -99,7 +99,7 @@ NodeList TreeFactory::prepend(Value value, NodeList list) {
   return {list.start, list.count + 1};
 }
 
-// A list's node covers its items; an empty one stands at `empty`.
+// The node of a list spans its items, or `empty` if it has none.
 Value TreeFactory::listNode(NodeKind kind, Span empty, const Value* items, std::size_t count) {
   const Span span = count == 0 ? empty : Span{spanOf(items[0]).begin, spanOf(items[count - 1]).end};
   return link(tree_.make<Node>(kind), span, items, count);
@@ -161,8 +161,8 @@ Value TreeFactory::dereference(Span span, Value base) {
   return finish(node, span, {base});
 }
 
-// `text` is that of the literal without white space after its sign. A literal that is
-// wrong has no type, so that nothing more is said of it.
+// `text` is that of the literal without white space after its sign. An invalid literal is reported
+// and gets no type, so that it causes no further errors.
 const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) {
   const auto known = literals_.find(text);
   if (known != literals_.end()) return *known->second;
@@ -218,7 +218,7 @@ Value TreeFactory::binary(ExprKind kind, Span span, Value left, Value right) {
   Expr* const node = tree_.makeBinary(kind, left.node, right.node);
   vel::TreeBuilder::setSpan(*node, vel::TextLocation(file_, span.begin), textOf(span));
   if (node->chain <= kChainPiece) return {node, higher(span, std::max(left.height, right.height))};
-  // What stands in a piece behind the first is no deeper than the piece is long.
+  // The height within a piece after the first is limited by the length of a piece.
   return {node, std::max(left.height, higher(span, right.height + kChainPiece))};
 }
 
@@ -305,7 +305,7 @@ Value TreeFactory::repeat(Span span, Span count, NodeList elements) {
   return finishAll(tree_.make<Expr>(ExprKind::Repeat), span, literal(count), elements);
 }
 
-// Pragmas are no tokens; the few that mean something are looked for where they count.
+// The scanner skips pragmas, so this looks for one in the text before the span.
 bool TreeFactory::followsPragma(Span span, std::string_view pragma) const {
   constexpr std::string_view kBlanks = " \t\r\n";
   std::string_view before = text_.substr(0, span.begin);
@@ -352,7 +352,7 @@ Value TreeFactory::varBlocks(Span span, NodeList blocks) {
 
 void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
                        Value body) {
-  // A unit whose name was not understood is known by none.
+  // A syntax error in the name of a unit: its name is empty.
   if (unitName.node == nullptr) unitName = name({span.begin, span.begin});
   const char* text = static_cast<const Text*>(unitName.node)->text();
   auto* node = tree_.make<Unit>(text, type);
@@ -420,7 +420,7 @@ Value TreeFactory::range(Span span, Value low, Value high) {
   return finish(tree_.make<Node>(NodeKind::Range), span, {operand(low), operand(high)});
 }
 
-// The items are labels and statements in the order of the source.
+// `list` contains labels and statements in source order.
 Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value otherwise) {
   if (selector.node == nullptr) return kNone;
   const auto isLabels = [](const Value& item) {

@@ -1,8 +1,8 @@
-// Makes the nodes of the tree as the parser recognises them.
+// Makes the nodes of the tree for the actions of the grammar.
 //
-// Values of the parser are small and trivial: a node and its height, or a list's
-// place on the factory's stack. An expression or a statement that would be higher
-// than kMaxNesting is not made: the error is reported, and the parser recovers.
+// The semantic values of the parser are small and trivial: a node and its height, or the position
+// of a list on the factory's stack. An expression or statement that would be higher than
+// kMaxNesting is not made, but reported as an error.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@
 namespace refhost {
 
 struct Value {
-  ASTNode* node;  // null for an element left out or not understood
+  ASTNode* node;  // null for an element that is omitted or has a syntax error
   std::uint32_t height;
 };
 
@@ -33,9 +33,9 @@ struct Qualifiers {
   bool retain;
 };
 
-// Copied by words: the parser copies what it has just written, and a read of both words at
-// once would have to wait until they are out of the processor's store buffer. The translation
-// of 100,000 calls takes 2 to 3 % longer with the copies that the compiler makes.
+// Copied word by word: the parser copies values right after it has written them, and a read of both
+// words at once would stall until they have left the processor's store buffer. With the compiler's
+// copy constructor the translation of 100,000 calls takes 2 to 3 % longer.
 union SemanticValue {
   SemanticValue() : words{} {}
   SemanticValue(const SemanticValue& other) : words{other.words[0], other.words[1]} {}
@@ -59,14 +59,15 @@ class TreeFactory {
  public:
   TreeFactory(std::string_view text, std::uint32_t file, Tree& tree, SyntaxErrors& errors);
 
-  // Lists. What is appended after an inner list was given up goes in its place.
+  // Lists. An item is appended at the list's own end, which drops an inner list that was abandoned
+  // after an error.
   NodeList list() const;
-  NodeList append(NodeList list, Value value);  // a value without a node is left out
+  NodeList append(NodeList list, Value value);  // ignores a value without a node
   NodeList append(NodeList list, Value first, Value second);
-  // The list on top of the stack, with `value` in front.
+  // Inserts `value` at the front of a list, which must be on top of the stack.
   NodeList prepend(Value value, NodeList list);
 
-  // Expressions. A call is a Call until it is part of something.
+  // Expressions. A call is a Call; operand() makes an Expr of it where it is part of an expression.
   Value name(Span span);
   Value variable(Span span);
   Value member(Span span, Value base, Span memberSpan);
@@ -74,14 +75,14 @@ class TreeFactory {
   Value part(Span span, Value base, Span address);  // `.%X3`, the bit 3, or `.%B1`
   Value element(Span span, Value base, NodeList subscripts);
   Value dereference(Span span, Value base);
-  Value literal(Span span);  // or a value of an enumeration, `Color#Red`
+  Value literal(Span span);  // also a value of an enumeration, `Color#Red`
   Value signedNumber(Span span, Span number);
-  Value parenthesised(Span span, Value value);  // the value, a level higher
+  Value parenthesised(Span span, Value value);  // the same node, one level higher
   Value unary(ExprKind kind, Span span, Value value);
   Value binary(ExprKind kind, Span span, Value left, Value right);
   Value call(Span span, Value callee, Span parameters, NodeList arguments);
   Value callOfType(Span span, Span callee, Value type);  // `SIZEOF(STRING[9])`
-  Value operand(Value value);                            // a Call under its wrapper
+  Value operand(Value value);
   Value input(Span span, Span formalName, Value actual);
   Value output(Span span, Span formalName, Value actual, bool negated);
 
@@ -113,7 +114,7 @@ class TreeFactory {
   void programInstance(Span span, Span instanceName, Value task, Span program, Span parameters,
                        NodeList arguments);
 
-  // Statements. Without a condition, a selector or bounds there is no statement.
+  // Statements. If a condition, selector or bound has a syntax error, no statement is made.
   Value statementList(Span span, NodeList statements);
   Value assignment(Span span, Value target, Span sourceSpan, Value source);
   Value callStatement(Span span, Value call);
@@ -140,7 +141,7 @@ class TreeFactory {
   Value constant(Span span, std::string_view text);
   Value argument(Argument* node, Span span, Span formalName, Value actual);
   Value listNode(NodeKind kind, Span empty, const Value* items, std::size_t count);
-  // A node of the value and the items of the list, in this order.
+  // Makes `first` and the items of `rest` the leaves of `node`.
   Value finishAll(ASTNode* node, Span span, Value first, NodeList rest);
   const Value* items(NodeList list) const { return stack_.data() + list.start; }
 
@@ -148,10 +149,10 @@ class TreeFactory {
   std::uint32_t file_;
   Tree& tree_;
   SyntaxErrors& errors_;
-  // By their text, since programs repeat them.
+  // By their text, since programs repeat the same literals.
   std::unordered_map<std::string_view, const LiteralValue*> literals_;
-  std::vector<Value> stack_;    // items of the lists that are not yet leaves
-  std::vector<Value> scratch_;  // leaves of the node being made
+  std::vector<Value> stack_;    // items of lists that are not leaves yet
+  std::vector<Value> scratch_;  // leaves of the current node
 };
 
 }  // namespace refhost

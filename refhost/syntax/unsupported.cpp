@@ -17,15 +17,15 @@ namespace refhost {
 struct Unsupported::Construct {
   enum class Extent : std::uint8_t {
     Word,
-    Names,   // the word, and the names, dots and commas that follow
-    Closer,  // to the word `closer`
-    Unit,    // to the end of the unit
+    Names,   // the word and the names, dots and commas after it
+    Closer,  // up to the word `closer`
+    Unit,    // up to the end of the unit
   };
 
   std::string_view opener;
   Extent extent;
   std::string_view closer;
-  const MessageFormat* format;  // null: nothing is said
+  const MessageFormat* format;  // null: skipped without a message
   const char* what;
 };
 
@@ -41,12 +41,12 @@ constexpr const char* kModifiers = "Modifiers of units and variables are";
 constexpr std::string_view kTypes[] = {"CHAR",         "WCHAR", "LDATE",         "LTOD",
                                        "LTIME_OF_DAY", "LDT",   "LDATE_AND_TIME"};
 
-// A statement, a declaration or a part of a header can begin after the token.
+// True if a statement, a declaration or a part of a header can begin after the token.
 bool endsPart(int kind) {
   return kind == 0 || kind == Kind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
 }
 
-// No name is followed by such a token.
+// True for a token that cannot follow a name, so that the word before it is no name.
 bool beginsOperand(int kind) {
   return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
          kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
@@ -59,7 +59,6 @@ bool isUnsupportedType(std::string_view name) {
                      [name](std::string_view type) { return equalIgnoringCase(type, name); });
 }
 
-// Null when no construct begins with the word.
 const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
   using Extent = Construct::Extent;
   static constexpr Construct kConstructs[] = {
@@ -87,7 +86,7 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
       {"CAL", Extent::Unit, "", kRefused, kInstructions},
       {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
       {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
-      // Of interest to others than the program.
+      // These concern the configuration of devices and not the translation.
       {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
       {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
   };
@@ -97,7 +96,7 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
   return found != std::end(kConstructs) ? found : nullptr;
 }
 
-// The construct that `token` begins here and that is to be left out; null for none.
+// The unsupported construct that begins at `token`; null for none.
 const Unsupported::Construct* Unsupported::constructAt(const Token& token, int previous) {
   if (token.kind != Kind::IDENTIFIER || !endsPart(previous)) return nullptr;
   const Construct* const construct = constructOf(queue_.textOf(token));
@@ -116,7 +115,7 @@ void Unsupported::replace(Token& token, int previous) {
   replaceType(token, previous);
 }
 
-// A block of variables of a kind that is not known: its variables are known all the same.
+// A block of an unknown kind, VAR_x, becomes a VAR block, so that its variables are declared.
 void Unsupported::replaceBlock(Token& token, int previous) {
   constexpr std::string_view kPrefix = "VAR_";
   if (token.kind != Kind::IDENTIFIER || !blocks_.any() || !endsPart(previous)) return;
@@ -128,8 +127,7 @@ void Unsupported::replaceBlock(Token& token, int previous) {
   token.kind = Kind::VAR;
 }
 
-// A union is taken for a structure, and a reference for what it refers to: what they are used
-// for is checked all the same.
+// A UNION becomes a STRUCT, and REFERENCE TO its target type, so that their uses are checked too.
 void Unsupported::replaceType(Token& token, int previous) {
   if (token.kind != Kind::IDENTIFIER || (previous != ':' && previous != Kind::OF)) return;
   const std::string_view word = queue_.textOf(token);
@@ -143,7 +141,7 @@ void Unsupported::replaceType(Token& token, int previous) {
   }
 }
 
-// `name: statement`, rather than a declaration among the statements.
+// True for `name: statement`, false for a declaration among the statements.
 bool Unsupported::beginsLabel(Span name) {
   if (name.begin == name.end || queue_.isPrecededBy(name, '.')) return false;
   const int next = queue_.ahead().kind;
@@ -179,7 +177,7 @@ bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
   } else if (text == ":" && !declares && expected.has("':='") && beginsLabel(before)) {
     found = before;
     what = "Labels are";
-    // What is labelled is a statement of its own.
+    // The labelled statement is parsed as a statement of its own.
     queue_.putBack({';', {found.end, found.end}});
   }
   if (what != nullptr) errors_.notSupported(found, what);

@@ -1,5 +1,5 @@
-// Constructs of the language that the reference host does not support, each named once. Most begin
-// with a word that is no keyword: elsewhere it is a name like any other.
+// Constructs of the language that the reference host does not support, each of which is reported by
+// name. Most begin with a word that is no keyword, and so may be a name elsewhere.
 #pragma once
 
 #include <string_view>
@@ -17,11 +17,11 @@ class Unsupported {
   Unsupported(TokenQueue& queue, const OpenBlocks& blocks, SyntaxErrors& errors)
       : queue_(queue), blocks_(blocks), errors_(errors) {}
 
-  // Moves `token`, behind one of kind `previous`, past the constructs that are left out, or makes
-  // of it the supported word that is most like it.
+  // Skips unsupported constructs that begin at `token`, which follows a token of kind `previous`,
+  // or replaces `token` by the most similar keyword that is supported.
   void replace(Token& token, int previous);
-  // The parser could not go on at `found`: reports the construct that is to blame and returns
-  // true; false when it is none of these.
+  // To be called at a syntax error at `found`. If an unsupported construct is the cause, reports it
+  // and returns true.
   bool refuse(Span found, const ExpectedTokens& expected);
 
  private:
@@ -39,7 +39,7 @@ class Unsupported {
   SyntaxErrors& errors_;
 };
 
-// A type of the standard that no variable can have; a program may declare one of its name.
+// A type of the standard that is not supported; a program may declare a type of its name.
 bool isUnsupportedType(std::string_view name);
 
 }  // namespace refhost
