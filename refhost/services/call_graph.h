@@ -1,4 +1,3 @@
-// The reference host's call graph.
 #pragma once
 
 #include <string>
@@ -15,7 +14,7 @@ struct CallEdge {
 };
 
 struct CallGraph {
-  // The unit and the place that code is being generated for.
+  // The unit and the call for which code is being generated.
   std::string currentUnit;
   vel::TextLocation currentLocation = vel::TextLocation();
 

@@ -101,7 +101,7 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
   return structure != nullptr ? structure->member(name) : nullptr;
 }
 
-// What a pointer points to is writable, whatever the pointer is.
+// The target of a pointer is writable even if the pointer is constant.
 bool isWritable(const Expr& place) {
   const auto* const variable = asVariable(place.symbol);
   if (place.kind == ExprKind::Variable) {

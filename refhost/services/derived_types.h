@@ -1,4 +1,4 @@
-// Data types that programs declare, by name or in place. The symbol table owns them.
+// Data types that programs declare, named or anonymous. The symbol table owns them.
 #pragma once
 
 #include <cstdint>
@@ -11,13 +11,13 @@
 
 namespace refhost {
 
-// The number of the type in which values are stored and computed: an enumeration's is
-// its base type's, that of every other type its own. None for no type.
+// The elementary type in which values are stored and computed: the base type of an enumeration,
+// the type itself for all others; None for null.
 BasicDataType valueType(const vel::SymbolDataType* type);
 
-// An array, a structure or an instance: what has parts.
+// An array, a structure or a function block instance.
 bool isComposite(const vel::SymbolDataType* type);
-bool isInstance(const vel::SymbolDataType* type);  // of a function block
+bool isInstance(const vel::SymbolDataType* type);
 
 struct Bounds {
   std::int64_t low;
@@ -32,7 +32,7 @@ struct Bounds {
 
 class ArrayType final : public vel::SymbolDataType {
  public:
-  // Elements of all dimensions together.
+  // The highest number of elements, all dimensions together.
   static constexpr std::int64_t kMaxCount = std::int64_t{1} << 31;
 
   ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimensions,
@@ -42,7 +42,7 @@ class ArrayType final : public vel::SymbolDataType {
 
   vel::SymbolDataType* const element;
   const std::vector<Bounds> bounds;  // one for each dimension
-  Expr* const elementInitial;        // that the element's type declares; may be null
+  Expr* const elementInitial;        // declared with the element type; null for none
 };
 
 class StructType final : public vel::SymbolDataType {
@@ -78,14 +78,14 @@ class EnumType final : public vel::SymbolDataType {
   NamedValue* value(std::string_view name) const;
   const std::vector<std::unique_ptr<NamedValue>>& values() const { return values_; }
 
-  vel::SymbolDataType* base = nullptr;  // an integer
+  vel::SymbolDataType* base = nullptr;  // an integer type
 
  private:
   std::vector<std::unique_ptr<NamedValue>> values_;
   FoldedMap<NamedValue*> byName_;
 };
 
-// Bears the number and the type name of its base: it is one of its integers.
+// To the plugin a subrange is its base type, so dataType() and typeName() are those of the base.
 class SubrangeType final : public vel::SymbolDataType {
  public:
   SubrangeType(const std::string& name, vel::SymbolDataType* baseType, Bounds bounds);
@@ -105,19 +105,17 @@ class PointerType final : public vel::SymbolDataType {
   const bool isReference;
 };
 
-// The member of a structure, or the variable of an instance; null when the type has none
-// of that name.
+// The member of a structure or the variable of an instance; null when there is none.
 VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
 
-// A program may write to this: a variable, an address, or a part of one.
+// True if the program may assign to the expression.
 bool isWritable(const Expr& place);
 
-// True for an item of the initial values of an array of several dimensions that is one of
-// its rows, and no element.
+// True if the item of an array's initial values is a row of several dimensions, not an element.
 bool isRow(const ArrayType& array, const Expr& item);
 
-// The number with which a variable of the type starts when nothing else is said: the
-// first value of an enumeration, the lowest of a subrange, 0 for all others.
+// The value of a variable that is not initialised: the first value of an enumeration, the lowest
+// of a subrange, 0 for all others.
 std::int64_t implicitInitial(const vel::SymbolDataType* type);
 
 }  // namespace refhost

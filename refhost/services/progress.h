@@ -1,4 +1,4 @@
-// How far the analysis of a declaration that others name has come.
+// The state of a declaration in visitDependencies(); see semantics/dependency_order.h.
 #pragma once
 
 #include <cstdint>

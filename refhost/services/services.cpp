@@ -9,7 +9,7 @@
 namespace refhost {
 namespace {
 
-// The parameter of `invocation` that is written like this; null for none.
+// The operand of `invocation` with this source text; null for none.
 const Expr* parameterNamed(const vel::ASTNode& invocation, std::string_view text) {
   const vel::ASTNode* const list = invocation.leaf(1);
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
@@ -53,7 +53,7 @@ bool Services::isWritable(vel::ASTNode& invocation, const std::string& text,
   return false;
 }
 
-// The analysis has resolved it.
+// The analysis has resolved all type specifications.
 vel::SymbolDataType* Services::resolve(vel::ASTNode& typeSpec, vel::VarContainer& /*unit*/) {
   const auto* const spec = dynamic_cast<const TypeSpec*>(&typeSpec);
   return spec != nullptr ? spec->dataType : nullptr;

@@ -1,4 +1,3 @@
-// The services object that the reference host hands to the plugin.
 #pragma once
 
 #include <string>
@@ -13,7 +12,8 @@
 
 namespace refhost {
 
-// Answers the plugin from what the analysis has found out.
+// The services that the reference host passes to the plugin. They answer from the symbol table and
+// from the results of the analysis in the tree.
 class Services final : public hostkit::Answers, public hostkit::Services {
  public:
   Services(int addressNotation, DeviceMap::Sizes sizes) : hostkit::Services(this), memory(sizes) {

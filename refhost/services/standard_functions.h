@@ -1,5 +1,5 @@
-// The standard's functions that are neither operators of the plugin nor written in
-// Structured Text: each is an operator of the language, or a function of the runtime.
+// The standard functions that are neither operators of the plugin nor part of the prelude. Each is
+// translated into an operator of the language or a function of the runtime.
 #pragma once
 
 #include <array>
@@ -13,25 +13,25 @@ namespace refhost {
 struct StandardFunction {
   enum class Kind : std::uint8_t {
     Operation,   // `operation`, applied from left to right
-    Comparison,  // `operation` between each two neighbours
+    Comparison,  // `operation` between each two adjacent inputs
     Count,       // of the runtime: a length or position, an INT
-    Part,        // of the runtime: a text no longer than the first input
-    Join,        // of the runtime: a text no longer than all inputs together
+    Part,        // of the runtime: a string no longer than the first input
+    Join,        // of the runtime: a string no longer than all inputs together
     Clock,       // the time of the scan
   };
 
   std::string_view name;
   Kind kind;
   ExprKind operation;  // of an Operation or a Comparison
-  // Names of the inputs. Of the runtime's functions, those that begin with IN are texts
+  // Names of the inputs. In functions of the runtime, inputs whose names begin with IN are strings
   // and the others integers.
   std::array<std::string_view, 4> formals;
   bool extensible;         // IN3, IN4 and so on may follow
   const char* cName = "";  // of the runtime, behind vel_string_ or vel_wstring_
 
-  // Inputs that a call must give.
+  // The number of inputs that a call must have.
   int inputs() const;
-  // The position of the input `formal`, -1 when there is none.
+  // The position of the input `formal`, -1 for none.
   int position(std::string_view formal) const;
   bool takesText(int index) const;
 };

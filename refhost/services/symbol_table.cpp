@@ -8,7 +8,7 @@ using vel::Symbol;
 
 namespace {
 
-// Also what a member access names: `timer.Q`.
+// Finds members too: `timer.Q`.
 VarSymbol* findVariable(const UnitSymbol* unit, std::string_view name) {
   std::size_t dot = name.find('.');
   VarSymbol* variable = unit != nullptr ? unit->variable(name.substr(0, dot)) : nullptr;
@@ -20,7 +20,7 @@ VarSymbol* findVariable(const UnitSymbol* unit, std::string_view name) {
   return variable;
 }
 
-// In folded letters; no name of a scope holds the character between the two.
+// The separator cannot be part of a scope's name. The lookup ignores letter case.
 std::string accessKey(std::string_view scope, std::string_view text) {
   std::string key(scope);
   key.append("\n").append(text);
@@ -64,7 +64,7 @@ void SymbolTable::forget() {
 
 Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol::Type kind) const {
   const auto wanted = [kind](Symbol::Type type) { return kind == Symbol::All || kind == type; };
-  // Whatever carries its own type is that type.
+  // An access carries its own type.
   const auto access =
       kind == Symbol::All ? accesses_.find(accessKey(scope, name)) : accesses_.end();
   if (access != accesses_.end()) return access->second.get();

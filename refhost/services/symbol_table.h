@@ -1,4 +1,3 @@
-// The reference host's symbol table.
 #pragma once
 
 #include <map>
@@ -19,25 +18,25 @@ class SymbolTable final {
  public:
   SymbolTable();
 
-  // Makes forget() keep what the table holds now.
+  // Marks the present entries, those of the operators, as ones that forget() keeps.
   void keep();
-  // Forgets all that a program has declared.
+  // Removes all entries of a program.
   void forget();
 
   vel::Symbol* find(std::string_view name, std::string_view scope, vel::Symbol::Type kind) const;
   bool add(std::unique_ptr<vel::SymbolPOU> unit);
 
-  // The data type of a number; null when there is none.
+  // Null when `type` is not elementary.
   vel::SymbolDataType* elementary(BasicDataType type) const;
-  // The data type of a name: elementary, or a function block's.
+  // The data type of this name; null for none.
   vel::SymbolDataType* dataType(std::string_view name) const;
   vel::SymbolDataType* stringType(BasicDataType type, int length);
 
-  // Types that are the same are one object; names of types are kept with them.
+  // Anonymous types that are the same are one object.
   ArrayType* arrayType(vel::SymbolDataType* element, Expr* elementInitial,
                        const std::vector<Bounds>& bounds);
   PointerType* pointerType(vel::SymbolDataType* target, bool isReference);
-  // Takes a type that no other is the same as, and makes its name known.
+  // Adds a type that is different from all others, under its name.
   template <typename T>
   T* addType(std::unique_ptr<T> type) {
     T* const added = type.get();
@@ -45,15 +44,15 @@ class SymbolTable final {
     ownedTypes_.push_back(std::move(type));
     return added;
   }
-  // Makes `name`, which must outlive the table, stand for `type` too.
+  // Adds another name, which must outlive the table.
   void addAlias(std::string_view name, vel::SymbolDataType* type) { types_.emplace(name, type); }
   // In the order in which they were added.
   const std::vector<std::unique_ptr<vel::SymbolDataType>>& ownedTypes() const {
     return ownedTypes_;
   }
 
-  // A value of a declared enumeration that the whole program can name. Null when there is
-  // none, and when several enumerations have one of that name.
+  // A value of a TYPE declaration. Null when there is none, and when several enumerations have a
+  // value of this name.
   NamedValue* namedValue(std::string_view name) const;
   void addNamedValue(NamedValue* value);
   bool isAmbiguous(std::string_view name) const {
@@ -61,16 +60,15 @@ class SymbolTable final {
   }
   NamedValue* null() const { return null_.get(); }
 
-  // Makes an access known by its source text, for operators that look operands up by it.
+  // Adds an access by its source text, by which operators look up their operands.
   void addAccess(const std::string& scope, const std::string& text, vel::SymbolDataType* type);
 
-  // Null when the name is no unit of the program.
+  // Null when there is no such unit in the program.
   UnitSymbol* unit(std::string_view name) const;
-  // The global variables, as those of a unit that no source declares; null when there are
-  // none.
+  // A unit that contains the global variables; null when there are none.
   UnitSymbol* globals() const { return globals_.get(); }
   void setGlobals(std::unique_ptr<UnitSymbol> globals) { globals_ = std::move(globals); }
-  // Null when there is no global variable of the name.
+  // Null when there is no such global variable.
   VarSymbol* global(std::string_view name) const;
   // The program's own units in order of declaration, without operators.
   const std::vector<UnitSymbol*>& units() const { return programUnits_; }
@@ -79,18 +77,18 @@ class SymbolTable final {
   FoldedMap<vel::SymbolDataType*> types_;
   FoldedMap<vel::SymbolPOU*> units_;
   std::vector<UnitSymbol*> programUnits_;
-  FoldedMap<UnitSymbol*> unitsByName_;  // the same
+  FoldedMap<UnitSymbol*> unitsByName_;  // those of programUnits_
   std::unique_ptr<UnitSymbol> globals_;
   std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
   std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
   std::map<std::pair<BasicDataType, int>, std::unique_ptr<StringType>> stringTypes_;
-  // Types without a name, by what makes them the same.
+  // Anonymous types by the properties that distinguish them.
   struct Unnamed {
     std::map<std::tuple<const vel::SymbolDataType*, const Expr*, std::vector<Bounds>>, ArrayType*>
         arrays;
     std::map<std::pair<const vel::SymbolDataType*, bool>, PointerType*> pointers;
   } unnamed_;
-  FoldedMap<NamedValue*> namedValues_;  // null: of several enumerations
+  FoldedMap<NamedValue*> namedValues_;  // null for a value of several enumerations
   std::unique_ptr<NamedValue> null_;
   std::unordered_map<std::string, std::unique_ptr<vel::SymbolTyped>> accesses_;
 

@@ -1,4 +1,4 @@
-// Types of strings, and what the analysis and the emission ask of any data type.
+// The string types, and properties of any data type.
 #pragma once
 
 #include <string>
@@ -25,17 +25,17 @@ class StringType final : public vel::SymbolDataType {
   int length_;
 };
 
-// Bits that a variable of the type has for the program: 1 for a BOOL.
+// The number of bits that a program can access in a variable of the type: 1 for a BOOL.
 int bitCount(const vel::SymbolDataType& type);
 
-// The name that messages give a type: a derived type's or a bit string's own, else the
-// IEC name of its number; "INVALID" for no type.
+// The name of a type in messages: the declared name of a derived type or a bit string, else that
+// of the elementary type; "INVALID" for null.
 std::string displayName(const vel::SymbolDataType* type);
 
-// Variables of the two types hold the same values in the same way.
+// True if variables of the two types hold the same values in the same representation.
 bool sameType(const vel::SymbolDataType& a, const vel::SymbolDataType& b);
 
-// The capacity of a string's variable in characters.
+// The capacity of a string variable in characters.
 int stringLength(const vel::SymbolDataType& type);
 
 }  // namespace refhost

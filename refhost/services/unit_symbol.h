@@ -17,7 +17,6 @@ namespace refhost {
 class NamedValue;
 class UnitSymbol;
 
-// What a variable is to its unit.
 enum class Role : std::uint8_t {
   Local,
   Input,
@@ -25,11 +24,12 @@ enum class Role : std::uint8_t {
   InOut,
   Temp,
   Member,     // of a structure
-  Result,     // of a function: the variable that bears its name
-  EdgeState,  // hidden: what an edge detection remembers
+  Result,     // the variable that has the name of its function
+  EdgeState,  // hidden: the operand of an edge detection at its last call
 };
 
-// The number that the plugin reads; those it does not tell apart are the host's own.
+// The kind that the plugin reads. It distinguishes no more than inputs and in-out parameters, so
+// the other numbers are free.
 constexpr std::int32_t varKindOf(Role role) {
   switch (role) {
     case Role::Input:
@@ -45,7 +45,7 @@ class VarSymbol final : public vel::SymbolVar {
  public:
   VarSymbol(const std::string& name, vel::SymbolDataType* type, Role variableRole, UnitSymbol* unit)
       : VarSymbol(name, type, variableRole, varKindOf(variableRole), unit) {}
-  // `kind` where the role alone does not tell it.
+  // For a `kind` that the role does not imply: a bit parameter.
   VarSymbol(const std::string& name, vel::SymbolDataType* type, Role variableRole,
             std::int32_t kind, UnitSymbol* unit)
       : SymbolVar(name, type, kind), role(variableRole), owner(unit) {}
@@ -66,20 +66,19 @@ class VarSymbol final : public vel::SymbolVar {
   }
 
   const Role role;
-  UnitSymbol* const owner;      // null for a structure's member
-  Expr* initial = nullptr;      // null when not given
-  Expr* typeInitial = nullptr;  // that its type declares, null when it does not
+  UnitSymbol* const owner;      // null for a member of a structure
+  Expr* initial = nullptr;      // null for none
+  Expr* typeInitial = nullptr;  // declared with its type; null for none
   bool constant = false;
-  // Of a constant: its value when it is a known integer, and whether it depends on itself.
-  const TypedConstant* value = nullptr;
-  bool refused = false;
+  const TypedConstant* value = nullptr;  // of a constant; null if it is not a known integer
+  bool refused = false;                  // a constant that depends on a cycle
   Progress progress = Progress::Waiting;
   Edge edge = Edge::None;
-  VarSymbol* edgeState = nullptr;  // with an edge: the value at the last run of the body
+  VarSymbol* edgeState = nullptr;  // holds the input's value at the previous call, for an edge
   bool inMemory = false;
 };
 
-// Null for what is no variable.
+// Null for a symbol that is not a variable.
 inline VarSymbol* asVariable(vel::Symbol* symbol) {
   const bool variable = symbol != nullptr && symbol->symbolType() == vel::Symbol::Variable;
   return variable ? static_cast<VarSymbol*>(symbol) : nullptr;
@@ -120,10 +119,10 @@ class UnitSymbol final : public vel::SymbolPOU {
   const std::vector<std::unique_ptr<VarSymbol>>& variables() const { return variables_; }
 
   Unit* const node;
-  VarSymbol* result = nullptr;         // of a function: the variable that bears its name
-  bool storesEnabled = false;          // a call in it gives its ENO to a variable
+  VarSymbol* result = nullptr;         // of a function, null if it returns no value
+  bool storesEnabled = false;          // contains a call that stores its ENO
   bool standard = false;               // from the prelude
-  FoldedMap<NamedValue*> namedValues;  // of enumerations that its declarations hold
+  FoldedMap<NamedValue*> namedValues;  // of anonymous enumerations in its declarations
 
  private:
   std::unique_ptr<InstanceType> instanceType_;
