@@ -19,7 +19,7 @@ bool occurs(std::string_view name) {
 }  // namespace
 
 Unit* Prelude::unit(std::string_view name) {
-  // Most names that a program does not declare are its own mistakes.
+  // Most undeclared names are mistakes of the program, for which nothing need be parsed.
   if (!parsed_ && !occurs(name)) return nullptr;
   if (!parsed_) parse();
   const auto found = units_.find(name);

@@ -1,5 +1,4 @@
-// The units of the standard that are written in Structured Text: function blocks, and
-// functions of times and dates.
+// The standard's function blocks and functions that are written in Structured Text.
 #pragma once
 
 #include "hostkit/folding.h"
@@ -10,11 +9,11 @@ namespace refhost {
 
 class Prelude {
  public:
-  // Its text becomes the last of `sources`, its units nodes of `tree`.
+  // The text is appended to `sources`, and its units become nodes of `tree`.
   Prelude(SourceManager& sources, Tree& tree) : sources_(sources), tree_(tree) {}
 
-  // The declaration of the unit of this name; null when there is none. The text is
-  // parsed when it is first asked.
+  // The declaration of the unit; null when there is none. The text is parsed when it is first
+  // needed.
   Unit* unit(std::string_view name);
 
  private:
