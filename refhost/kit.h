@@ -1,4 +1,4 @@
-// The reference host stands on the host kit throughout: what the kit names is known here too.
+// The reference host is built on the host kit, so it uses the kit's names without a qualifier.
 #pragma once
 
 namespace hostkit {}

@@ -1,4 +1,4 @@
-// The host's own messages, in the plugin's form. What both speak of has the plugin's words.
+// The host's own messages, in the plugin's format.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ using vel::MessageFormat;
 using vel::Severity;
 
 namespace message {
-// The host judges assignments in the words of the operators' type check.
+// Assignments are checked with the messages of the operators' type check.
 using vel::message::kCannotConvert;
 using vel::message::kConstantTooLarge;
 using vel::message::kInformationLoss;
@@ -94,7 +94,7 @@ constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The lab
 // clang-format on
 }  // namespace message
 
-// Whether an error stands among the messages from number `first` on.
+// True if there is an error among the messages from index `first` on.
 bool hasErrors(const std::vector<vel::VELMessage>& messages, std::size_t first = 0);
 
 // Appends a message whose placeholders are filled with `args` in order.

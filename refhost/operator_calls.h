@@ -1,4 +1,4 @@
-// How the host enters operators.
+// Calls into operators, which may throw.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace refhost {
 
-// What `enter` returns, which calls an operation of `op`. When that throws, a message at
-// `where` says so, and the result is false or an empty text.
-template <typename Enter>
-auto entered(const vel::STOperator& op, vel::TextLocation where,
-             std::vector<vel::VELMessage>& messages, const Enter& enter) {
-  return hostkit::guarded(enter, [&](const std::string& reason) {
+// Returns what `operation` returns, which calls an operation of `op`. If it throws, an error is
+// reported at `where` and the result is false or an empty string.
+template <typename Operation>
+auto callGuarded(const vel::STOperator& op, vel::TextLocation where,
+                 std::vector<vel::VELMessage>& messages, const Operation& operation) {
+  return hostkit::guarded(operation, [&](const std::string& reason) {
     report(messages, where, message::kOperatorFailed, {op.name, reason});
   });
 }

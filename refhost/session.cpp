@@ -27,11 +27,11 @@ struct Session::Impl {
   Options options;
   SourceManager sources;
   std::optional<Tree> tree{std::in_place};
-  // Before the library: the registry refers to the services.
+  // Declared before the plugin, since the operator registry refers to the services.
   Services services;
   PluginLibrary plugin;
   std::vector<vel::VELMessage> messages;
-  SymbolNames names;  // in the C text, once there is one
+  SymbolNames names;  // set by translate()
 };
 
 namespace {

@@ -1,5 +1,4 @@
-// One translation: loads the plugin, reads source files, checks them and writes C.
-// The command line and the tests use the reference host through this class.
+// The public class of the reference host, used by velc and the tests.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +21,7 @@ namespace refhost {
 
 enum class Notation : int { Iec = 0, Letters = 1 };
 
-// Bytes of the areas of device memory, multiples of 8.
+// Sizes of the areas of device memory in bytes, multiples of 8.
 struct MemorySizes {
   std::uint32_t markers = 16384;
   std::uint32_t inputs = 1024;
@@ -37,19 +36,20 @@ struct Options {
   MemorySizes memory;
 };
 
-// A variable of a PROGRAM, or a global one, as the one who runs it sees it.
+// A variable of a PROGRAM or a global one, for a front end that runs the program.
 struct ProgramVariable {
   std::string program;   // empty for a global variable
   std::string name;      // as declared
   std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
   vel::BasicDataType type = vel::BasicDataType::None;
-  int byteSize = 0;                        // of its value in the generated program
-  std::string reference;                   // C expression of its value
-  std::optional<std::uint32_t> memoryBit;  // of a bit of device memory: its number
-  bool settable = false;  // is not a constant, and a part of it can be set if not all
+  int byteSize = 0;                         // of its value in the generated program
+  std::string reference;                    // C expression of its value
+  std::optional<std::uint32_t> memoryBit;   // of a bit of device memory: its number
+  bool settable = false;                    // it is not constant and has parts that can be set
   std::shared_ptr<const ValueShape> shape;  // null when it has no value to show
 };
 
+// One translation: loads the plugin, reads source files, checks them and writes C.
 class Session {
  public:
   explicit Session(Options options);
@@ -57,32 +57,30 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  // Loads the plugin and the add-ons with the system's loader and builds the registry. On failure
-  // returns false and sets `error`; nothing else may be called then.
+  // Loads the plugin and the add-ons and builds the operator registry. On failure returns false and
+  // sets `error`; nothing else may be called then.
   bool start(std::string& error);
-  // Forgets sources, messages and translation, as if just started: for the next
-  // translation with the same plugin.
+  // Discards sources, messages and the translation, for another translation with the same plugin.
   void restart();
   vel::OpManagerAPI& operators();
   // The names of an operator's inputs in the order of its parameters.
   std::vector<std::string> operatorInputs(const std::string& name) const;
-  // What an add-on tells of its operator, in Markdown that ends in a line end; empty when it
-  // tells nothing.
+  // The documentation of an add-on's operator in Markdown, with a line end; empty for none.
   std::string operatorPage(const std::string& name) const;
 
   // Sources are loaded here before analyse().
   SourceManager& sources();
-  // Parses and checks every source loaded. Returns false when there are errors.
+  // Parses and checks all sources. Returns false when there are errors.
   bool analyse();
   // In the order in which they were found.
   const std::vector<vel::VELMessage>& messages() const;
 
-  // The C text. Call only after analyse() has returned true; the text is empty and
-  // messages() has grown by an error when an operator generates nothing.
+  // The C text. Call only after analyse() has returned true. When an operator generates nothing, an
+  // error is appended to messages() and the text is empty.
   std::string translate();
 
-  // Who calls what, once translate() has run: calls of the program's units and what
-  // the operators record.
+  // The call graph, once translate() has run: calls of the program's units and those that the
+  // operators record.
   const std::vector<CallEdge>& calls() const;
 
   // Names of the PROGRAM units in source order. The C text offers each as
@@ -90,16 +88,16 @@ class Session {
   std::vector<std::string> programs() const;
   std::string programInit(const std::string& program) const;  // C name
   std::string programScan(const std::string& program) const;  // C name
-  // Every variable of every PROGRAM in order of declaration. Like the C names above,
-  // their references are known once translate() has run.
+  // The variables of all PROGRAMs in order of declaration. These, like the C names above, are
+  // complete once translate() has run.
   std::vector<ProgramVariable> programVariables() const;
   // The same of the global variables.
   std::vector<ProgramVariable> globalVariables() const;
-  // A place in device memory as a variable, larger units as bit strings. False when
-  // `address` is no address in either notation.
+  // A device address as a variable; one of several bits is a bit string. False when `address` is
+  // not an address in either notation.
   bool addressVariable(const std::string& address, ProgramVariable& variable) const;
-  // The C statement that gives `variable` the value of the literal `text`. False,
-  // with `error` set, when the text is no literal that fits the variable.
+  // The C statement that assigns the literal `text` to `variable`. Sets `error` and returns false
+  // when the text is not a literal that fits the variable.
   bool assignmentText(const ProgramVariable& variable, const std::string& text,
                       std::string& statement, std::string& error) const;
 

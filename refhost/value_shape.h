@@ -1,4 +1,4 @@
-// How the value of a variable is made up, for those who print it or set it.
+// The structure of a variable's value, for printing and setting it.
 #pragma once
 
 #include <cstdint>
@@ -21,26 +21,26 @@ struct ValueShape {
   };
 
   std::string typeName;
-  // Of an elementary value, a pointer or an enumeration: what it is stored as, with its
-  // bytes in the generated program.
+  // Of an elementary value, a pointer or an enumeration: the elementary type and the size in bytes
+  // that it has in the generated program.
   vel::BasicDataType type = vel::BasicDataType::None;
   int byteSize = 0;
   std::vector<std::pair<std::int64_t, std::string>> names;  // of an enumeration's values
 
-  // Of an array. Elements of several dimensions lie one after the other.
+  // Of an array, in row-major order if it has several dimensions.
   std::shared_ptr<const ValueShape> element;
   std::int64_t count = 0;
   std::vector<std::pair<std::int64_t, std::int64_t>> bounds;
 
-  // Of a structure. What has no value to show is left out.
+  // Of a structure, without members that have no value.
   bool isStructure = false;
   std::vector<Member> members;
 
   bool hasParts() const { return element != nullptr || isStructure; }
 };
 
-// Null for a type without a value to show: an instance of a function block, and what
-// consists of such. Structures in C must have got their `names`.
+// Null for a type without a value: a function block instance, and arrays and structures of those.
+// The C `names` must have been chosen.
 std::shared_ptr<const ValueShape> shapeOf(const SymbolNames& names,
                                           const vel::SymbolDataType* type);
 

@@ -82,7 +82,7 @@ std::string CallWriter::typedText(const Call& call) {
 std::string CallWriter::operatorCallText(const Call& call) {
   const std::size_t before = file_.messages.size();
   const auto enter = [&](const auto& operation) {
-    return entered(*call.op(), call.pos(), file_.messages, operation);
+    return callGuarded(*call.op(), call.pos(), file_.messages, operation);
   };
   if (file_.usedOperators.insert(call.op()).second) {
     file_.staticTexts.push_back(enter([&] { return call.op()->staticCode(&expressions_); }));

@@ -116,7 +116,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   if (!known && !hasErrorFrom(first)) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.size();
-  call.accepted = entered(*call.op(), call.pos(), messages_, [&] {
+  call.accepted = callGuarded(*call.op(), call.pos(), messages_, [&] {
     return call.op()->check(&services_, &call, messages_, resultType, context_.unitName);
   });
   parts_.assignments.noteOperatorCheck(call, before);
