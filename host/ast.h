@@ -1,6 +1,6 @@
 // The syntax tree. Every node belongs to the host and outlives the call in which the
-// plugin sees it. The plugin makes no nodes, and writes nothing to them but the basic
-// types of expressions and invocations (host/expression.h).
+// plugin sees it. The plugin creates no nodes; all that it changes in one is the basic
+// type of an expression or an invocation (host/expression.h).
 #pragma once
 
 #include <cstdint>
@@ -12,9 +12,9 @@ class POUDeclaration;
 
 namespace vel {
 
-class TreeBuilder;  // the host's own: makes nodes and links them
+class TreeBuilder;  // defined by the host, which creates and links nodes with it
 
-// Node kinds that the plugin tells apart; all other numbers are the host's own.
+// Node kinds that the plugin distinguishes. The host is free to use all other numbers.
 enum class ASTType : std::int32_t {
   NamedTypeSpec = 14,
   StringTypeSpec = 18,
@@ -41,11 +41,11 @@ class VEL_HOST_API ASTNode {
   ASTType type() const;
   int leavesCount() const;
   // Leaf `i`, from 0 to leavesCount() - 1; may be null where the program leaves
-  // an optional element out. The plugin asks for no other.
+  // an optional element out. The plugin passes no other index.
   ASTNode* leaf(int i) const;
   // The enclosing node, null at the root.
   ASTNode* parent() const;
-  // The position that messages about the node are given.
+  // The position at which messages about the node are reported.
   TextLocation pos() const;
 
   // The declaration of the program unit that contains `node`, null when there is
@@ -65,15 +65,15 @@ class VEL_HOST_API ASTNode {
   ASTNode* parent_ = nullptr;
   TextLocation pos_;
   const char* source_ = "";    // source text from pos_ on, not owned
-  std::uint32_t length_ : 31;  // bytes of it
-  std::uint32_t isUnit_ : 1;   // it is a POUDeclaration
+  std::uint32_t length_ : 31;  // of that text, in bytes
+  std::uint32_t isUnit_ : 1;   // set for a POUDeclaration
 };
 
 // A leaf that is one token, such as the name of an operator.
 class VEL_HOST_API ASTText : public ASTNode {
  public:
-  // Zero-terminated, as written in the source. The plugin copies it at once; it takes
-  // null for a token that is missing.
+  // Zero-terminated, as written in the source; null for a missing token. The plugin copies
+  // the string before its next request to the host.
   const char* text() const;
   ~ASTText() override;
 

@@ -1,6 +1,6 @@
-// What the host knows about nodes and elementary types. All operations are static. The
-// plugin passes no null node but to `dataType`. Operations that it does not call are said to
-// be the host's own.
+// Queries about nodes and elementary types that the host answers. All operations are static.
+// The only one to which the plugin may pass a null node is `dataType`. The plugin does not call
+// the operations marked "for the host".
 #pragma once
 
 #include <string>
@@ -21,71 +21,71 @@ class VEL_HOST_API AstNodeHelper {
   // Source text of a node.
   static std::string astText(vel::ASTNode* node);
 
-  // The type of an expression in the unit named `pouName`; none for null, BOOL for a bit of
-  // device memory. May append messages of the host's own.
+  // The type of an expression in the unit named `pouName`: None for a null node, BOOL for a bit
+  // of device memory. The host may append messages of its own.
   static DataTypeInfo dataType(vel::InternalInterface* ii, vel::ASTNode* expression,
                                const std::string& pouName, std::vector<vel::VELMessage>& messages);
   // The symbol of an elementary type; null for a number without one.
   static vel::SymbolDataType* dataType(vel::InternalInterface* ii, vel::BasicDataType type);
 
-  // The IEC name in capitals ("INT"). The numbers that bit strings share give the
-  // unsigned integer's name. A number without a name, such as 0, has a text of the host's
-  // choice, which messages and result types then show.
+  // The IEC name in capitals ("INT"). For a number that a bit string and an unsigned integer
+  // share, it is the name of the integer. For a number without a type, such as 0, the host
+  // chooses the string, which then appears in messages and result types.
   static std::string basicDataTypeText(vel::BasicDataType type);
   // The C type in generated code.
   static std::string basicDataToCTypeText(vel::BasicDataType type);
-  // Size in bytes, by which MIN and MAX tell the larger of two types.
+  // Size in bytes, by which MIN and MAX decide which of two types is the larger.
   static int getBasicDataTypeSize(vel::InternalInterface* ii, vel::BasicDataType type);
 
-  // Signed or unsigned integer, unsigned integer, REAL or LREAL. Bit strings are unsigned
-  // integers, since they share their numbers.
+  // Signed or unsigned integer, unsigned integer, REAL or LREAL. A bit string is an unsigned
+  // integer here, because the two share a number.
   static bool isIntegerType(vel::BasicDataType type);
   static bool isUIntegerType(vel::BasicDataType type);
   static bool isFloatType(vel::BasicDataType type);
-  // The integer type that stands for a type when MIN and MAX compare numbers of different
-  // types. The host's choice, best a signed type that holds the values of an unsigned one.
+  // The integer type to which MIN and MAX promote an unsigned operand of type `type` when the
+  // types of their operands differ. Best is a signed type that holds all values of `type`.
   static vel::BasicDataType tranIntegerBasicType(vel::BasicDataType type);
 
-  // May a value of `source` be given where `target` is wanted? 0 or more yes, -1
-  // with a conversion to warn of, -2 no, less a constant out of range.
-  // `sourceText` is the source's text, null when it does not matter.
+  // Rates the assignment of a value of type `source` to a variable of type `target`: 0 or more
+  // allowed, -1 allowed with a conversion to warn of, -2 not allowed, below -2 a constant out
+  // of range. `sourceText` is the source text of the value, null where it does not matter.
   static int compareDataType(vel::InternalInterface* ii, vel::BasicDataType target,
                              vel::BasicDataType source, const char* sourceText,
                              const std::string& pouName);
 
-  // The text is a BOOL literal.
+  // True when `text` is a BOOL literal.
   static bool stringCanConvertToBool(std::string text);
-  // The node is a literal.
+  // True when `node` is a literal.
   static bool isConstant(vel::ASTNode* node);
-  // The text is a number. The host's own.
+  // True when `text` is a number. For the host.
   static bool isNumber(const std::string& text);
 
-  // The node is a direct address, one that begins with a percent sign. The host's own, as are
-  // the three operations that follow.
+  // True for a direct address, which begins with a percent sign. For the host, as are the next
+  // three operations.
   static bool isDirectAddressAst(vel::InternalInterface* ii, vel::ASTNode* node);
   // Validates a direct address and appends the host's messages.
   static bool checkDirectAddressAst(vel::InternalInterface* ii, vel::ASTNode* node,
                                     const std::string& pouName,
                                     std::vector<vel::VELMessage>& messages);
-  // The node, whose text is `text`, is a bit access (`x.3`); its number goes to `bit`.
+  // True when the node, whose text is `text`, is a bit access (`x.3`). Sets `bit` to its number.
   static bool isBitAccessAst(vel::InternalInterface* ii, vel::ASTNode* node,
                              const std::string& text, const std::string& pouName, int& bit,
                              std::vector<vel::VELMessage>& messages);
-  // The bit access is within the width of its operand.
+  // True when the bit number is within the width of the operand.
   static bool checkBitAccessAst(vel::InternalInterface* ii, vel::ASTNode* node,
                                 const std::string& text, const std::string& pouName,
                                 std::vector<vel::VELMessage>& messages);
-  // What `text` names may be written by the unit `pouName`; `node`, the invocation, gives
-  // the position of messages. The flags are reserved; the plugin passes false.
+  // True when the unit `pouName` may write to the variable or address named `text`. Messages
+  // are reported at `node`, the invocation. The flags are reserved; the plugin passes false.
   static bool checkAstWritable(vel::InternalInterface* ii, vel::ASTNode* node,
                                const std::string& text, const std::string& pouName,
                                std::vector<vel::VELMessage>& messages, bool flag1, bool flag2);
 
-  // Hexadecimal MD5 digest of an operator's text and an expression's text: the name
-  // of the variable in which the host keeps the state of MEP and MEF.
+  // Hexadecimal MD5 digest of an operator's name and the source text of an expression. It names
+  // the variable in which the host keeps the state of MEP and MEF.
   static std::string opExpTextToMd5HexText(const std::string& op, const std::string& expression);
 
-  // printf-like; only "%s" with const char* arguments is used. `format` is already
-  // translated. `code` is the message's.
+  // Formats as printf does; only "%s" with const char* arguments is used. `format` is already
+  // translated. `code` is the code of the message.
   static std::string stringFormat(unsigned int code, const char* format, ...);
 };

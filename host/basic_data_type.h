@@ -6,11 +6,10 @@
 
 namespace vel {
 
-// The plugin relies on the numbers -1 to 11, 18, 19, 21 to 23 and 24; on 13, by which MUX
-// takes its inputs for 64 bits wide; on 12 to 16 being the times and dates; and on 17 and
-// 20 in generic conversions. Elsewhere it tells types by their names. Bit strings carry the
-// numbers of their unsigned partners: a BYTE is told from a USINT by the name of its data
-// type only.
+// The plugin relies on the numbers -1 to 11, 18, 19, and 21 to 24; on 13, for which MUX calls
+// its 64-bit function; on 12 to 16 being the times and dates; and on 17 and 20 in generic
+// conversions. Elsewhere it recognizes types by their names. A bit string has the number of the
+// unsigned integer of its width: only the name of its data type tells a BYTE from a USINT.
 enum class BasicDataType : std::int32_t {
   Undetermined = -1,  // the host could not type the expression
   None = 0,           // no elementary type
@@ -33,7 +32,7 @@ enum class BasicDataType : std::int32_t {
   Pointer = 17,  // converts as a UDINT does
   String = 18,
   WString = 19,
-  Derived = 20,  // a named type; converts as the type that its name tells
+  Derived = 20,  // a named type; converts as the type of that name
   Structure = 21,
   Enumeration = 22,
   FunctionBlock = 23,

@@ -15,7 +15,7 @@ class VEL_HOST_API CallTree {
   // Unit `caller` calls the operator or library function `callee` at `location`.
   void addOperatorCaller(const std::string& caller, const std::string& callee,
                          TextLocation location);
-  // The unit being generated calls the runtime function `callee`.
+  // The unit for which code is being generated calls the runtime function `callee`.
   void addFirmwareCaller(const std::string& callee);
 };
 

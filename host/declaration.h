@@ -17,7 +17,7 @@ enum class POUType : std::int32_t {
   Program = 1,
   Function = 2,
   FunctionBlock = 3,
-  Operator = 4,  // made by the plugin, one for each operator that needs one
+  Operator = 4,  // created by the plugin, for each operator that needs a unit
 };
 
 }  // namespace vel
@@ -27,12 +27,12 @@ class VEL_HOST_API POUDeclaration : public vel::ASTNode {
   ~POUDeclaration() override;
 
   // Zero-terminated, as written; empty or null for a unit without a name. The plugin
-  // copies it at once.
+  // copies the string before its next request to the host.
   const char* name() const;
   vel::POUType type() const;
 
-  // Where the state of MEP and MEF in this unit lies: 1 in device memory, 2 in static
-  // variables; 3 in the instance, when type() is a function block.
+  // Where this unit keeps the state of MEP and MEF: 1 in device memory, 2 in static
+  // variables, 3 in the instance (when type() is FunctionBlock).
   int kind;
 
  protected:
@@ -47,8 +47,8 @@ class VEL_HOST_API VarDeclaration : public vel::ASTNode {
  public:
   ~VarDeclaration() override;
 
-  // The data type that a type-specification node stands for in `scope`; owned by
-  // the host. Null, and `*ok` false, when it names no type.
+  // The data type that a type specification denotes in `scope`; owned by the host. Null, with
+  // `*ok` set to false, when it names no type.
   static vel::SymbolDataType* astSpec2SymbolDataType(vel::InternalInterface* ii,
                                                      vel::VarContainer* scope,
                                                      vel::ASTNode* typeSpec, bool* ok);

@@ -11,18 +11,18 @@ namespace vel {
 
 // A parsed device address.
 struct VEL_HOST_API HeapAddress {
-  HeapAddress();  // the empty address: 0, all ones three times, 0
+  HeapAddress();  // the empty address: the first and last field 0, all bits of the others set
   // True for the address of a single bit.
   bool isBitMode() const;
 
-  std::uint32_t area;      // 0 none; otherwise the host's number of the area
+  std::uint32_t area;      // number that the host gives to the memory area; 0 for none
   std::uint32_t unitSize;  // bytes of the unit addressed; 1 for bits
   std::uint32_t position;  // orders the addresses of one area
-  std::uint32_t bitIndex;  // bit within its unit; all ones when not a bit
-  std::uint32_t extra;     // the host's own
+  std::uint32_t bitIndex;  // bit within its unit; all bits set when not a bit
+  std::uint32_t extra;     // for the host; the plugin does not use it
 };
 
-// The place of an address in the memory image `_m` of the generated program, in the units
+// The offset of an address in the memory image `_m` of the generated program, in the units
 // of the option "localio.addr".
 struct HeapRawAddr {
   std::uint32_t address = 0;  // bit number of a bit, byte number of a larger unit
@@ -41,15 +41,15 @@ class VEL_HOST_API DeviceMemory {
  public:
   virtual ~DeviceMemory();
 
-  // Parses an address in either notation into `*out`, which is the empty address before.
-  // False for any other text. The plugin may look at `*out` then too, so it should be left
-  // alone. `strict` is reserved; the plugin passes false.
+  // Parses an address in either notation into `*out`, which holds the empty address on entry.
+  // Returns false for any other string and should then leave `*out` as it is, since the plugin
+  // may read it all the same. `strict` is reserved; the plugin passes false.
   bool string2IecAddress(const std::string& text, HeapAddress* out, bool strict);
   // The type of the unit at `address`; BitAddress for a bit.
   BasicDataType iecAddressType(const HeapAddress& address);
-  // Also asked of the empty address, when generated code holds one that does not parse.
+  // The plugin passes the empty address too, for an operand that is no valid address.
   HeapRawAddr HeapAddress2HeapRawAddr(const HeapAddress& address);
-  // Splits a device-letter name; all texts are empty where `text` is none.
+  // Splits a name in device letters. All parts are empty for any other string.
   JapanComponent parseComponent(const std::string& text);
 };
 

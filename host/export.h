@@ -1,6 +1,5 @@
-// Symbol visibility of the two libraries that meet here: the host compiler's
-// library, whose operations the plugin imports, and the plugin, which exports
-// its entry point only.
+// Symbol visibility. The plugin imports the operations of the host compiler's library
+// (VEL_HOST_API) and exports only its entry point (VEL_PLUGIN_EXPORT).
 #pragma once
 
 #if defined(_WIN32)

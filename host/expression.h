@@ -8,26 +8,26 @@
 #include "host/basic_data_type.h"
 #include "host/export.h"
 
-// A node of kind 63. Not an Invocation, and no Invocation is an Expression.
+// A node of kind 63. An Invocation is not an Expression.
 class VEL_HOST_API Expression : public vel::ASTNode {
  public:
-  // Operators that the plugin tells apart; all other numbers are the host's own.
+  // Operators that the plugin distinguishes. The host is free to use all other numbers.
   enum Operator : std::int32_t {
     Constant = 0,  // leaf 0 is the ConstantValue
     Variable = 1,  // a variable or a direct address
-    Typed = 20,    // carries its own type: access to a member, an element, a bit
+    Typed = 20,    // access to a member, an element or a bit
   };
 
   ~Expression() override;
 
   Operator op() const;
   // The bit number of a bit access (`x.3`), negative for every other expression. The
-  // plugin asks expressions of the operator Typed only.
+  // plugin reads it only where op() is Typed.
   int bitAccessOffset() const;
 
-  // The elementary type recorded on the node. The host records one on literals before
-  // the check of the invocation that they stand in, on every other expression at the latest
-  // before code is generated. MUX records those of its inputs.
+  // The elementary type recorded on the node. The host records it on a literal before it
+  // checks the invocation that contains the literal, and on every other expression before it
+  // generates code. MUX records the types of its inputs itself.
   vel::BasicDataType basicType() const;
   void setBasicType(vel::BasicDataType type);
 
@@ -42,7 +42,7 @@ class VEL_HOST_API Expression : public vel::ASTNode {
   vel::BasicDataType basicType_ = vel::BasicDataType::None;
 };
 
-// A call: of an operator, a function or a function block's instance.
+// A call of an operator, a function or an instance of a function block.
 class VEL_HOST_API Invocation : public vel::ASTNode {
  public:
   ~Invocation() override;
@@ -60,7 +60,7 @@ class VEL_HOST_API Invocation : public vel::ASTNode {
 
 namespace vel {
 
-// The value of a literal, of which the plugin reads the type.
+// The value of a literal. The plugin reads its type only.
 class VEL_HOST_API BasicData {
  public:
   explicit BasicData(BasicDataType type = BasicDataType::None);

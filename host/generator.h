@@ -1,4 +1,4 @@
-// The code generator as it is handed to an operator's `generate`.
+// The code generator that the host passes to `generate` of an operator.
 #pragma once
 
 #include <string>
@@ -13,8 +13,8 @@ class InternalInterface;
 class SymbolDataType;
 class SymbolVar;
 
-// Positions of operations are part of the contract: the comments count the slots,
-// and unnamed ones are reserved for the host.
+// The positions of the virtual operations are part of the contract. Comments give the slot
+// numbers; the operations named reservedN belong to the host.
 class VEL_HOST_API GenClanAPI {
  public:
   virtual ~GenClanAPI();  // slot 1
@@ -23,8 +23,8 @@ class VEL_HOST_API GenClanAPI {
   virtual void reserved4() {}
   virtual void reserved5() {}
   virtual void reserved6() {}
-  // Slot 7: the value of a generator option; the plugin asks for "localio.addr".
-  // Zero-terminated, valid until the host is asked again, empty when unset, never null.
+  // Slot 7: the value of a generator option; the plugin asks for "localio.addr" only.
+  // Zero-terminated, valid until the next request to the host; empty when unset, never null.
   virtual const char* optionText(const char* name) = 0;
   virtual void reserved8() {}
   virtual void reserved9() {}
@@ -42,17 +42,17 @@ class VEL_HOST_API GenClanAPI {
   // Slot 21: the C spelling of a data type, never null.
   virtual std::string typeText(SymbolDataType* type) = 0;
   // Slot 22: the C lvalue of a variable, never null, in the unit `pouName`. Flag 16, the
-  // only one that the plugin passes, asks for a text whose address can be taken.
+  // only one that the plugin passes, asks for an lvalue whose address can be taken.
   virtual std::string variableText(SymbolVar* variable, int flag, const std::string& pouName) = 0;
   virtual void reserved23() {}
   virtual void reserved24() {}
   virtual void reserved25() {}
   // Slot 26: the C text of an expression, never null. The plugin puts it in parentheses,
-  // except in the calls of MUX, ROL, ROR, MEP, MEF and ADR, of direct I/O, and of the bits of
-  // parameters.
+  // except in the calls of MUX, ROL, ROR, MEP, MEF, ADR, GETBITOFPARAM, SETBITOFPARAM and
+  // direct I/O.
   virtual std::string expressionText(ASTNode* expression) = 0;
-  // Slot 27: told of a literal of MUX: `text`, the call as far as it is written, ends in
-  // it, and `type` is its type. The result is discarded.
+  // Slot 27: called after each literal among the arguments of MUX. `text` is the call as
+  // generated up to and including the literal, `type` its type. The result is discarded.
   virtual std::string prepareConstant(const std::string& text, BasicDataType type) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The host's services, handed to the plugin at its start and to every check.
+// The host's services, passed to the plugin when it starts and to every check.
 #pragma once
 
 #include <string>
@@ -13,9 +13,9 @@ class OpManagerAPI;
 class SymbolManager;
 struct ProjectSettings;
 
-// Positions of operations are part of the contract: the comments count the slots,
-// and unnamed ones are reserved for the host. Every object returned belongs to the host.
-// All calls come from and go to one thread.
+// The positions of the virtual operations are part of the contract. Comments give the slot
+// numbers; the operations named reservedN belong to the host. The host owns every object that
+// it returns. Host and plugin call each other on one thread.
 class VEL_HOST_API InternalInterface {
  public:
   virtual SymbolManager* symbolManager() = 0;  // slot 1; never null
@@ -26,10 +26,10 @@ class VEL_HOST_API InternalInterface {
   virtual void reserved6() {}
   virtual void reserved7() {}
   virtual void reserved8() {}
-  // Slot 9: the text to display for an English message format, placeholders kept. It may
-  // be `format` itself, and need be valid only until the message's text is made of it.
+  // Slot 9: the translation of an English message format, with the same placeholders. It may
+  // be `format` itself. It has to stay valid only until the message is formatted.
   virtual const std::string& translate(const std::string& format) = 0;
-  // Slot 10: null when the host has none; no text is a device address then.
+  // Slot 10: null when the host has none. No operand is a device address then.
   virtual DeviceMemory* deviceMemory() = 0;
   virtual void reserved11() {}
   virtual void reserved12() {}
@@ -44,7 +44,7 @@ class VEL_HOST_API InternalInterface {
   virtual void reserved21() {}
   virtual void reserved22() {}
   virtual void reserved23() {}
-  // Slot 24: the registry that the plugin gave to the host; null before it has.
+  // Slot 24: the registry that CreateOpManager returned; null until it has returned.
   virtual OpManagerAPI* operatorManager() = 0;
   virtual void reserved25() {}
   virtual void reserved26() {}
@@ -52,8 +52,8 @@ class VEL_HOST_API InternalInterface {
   virtual void reserved28() {}
   virtual void reserved29() {}
   virtual void reserved30() {}
-  // Slot 31: 0 IEC addresses (`%IX0.1`), 1 device letters (`X1`), any other value
-  // enforces neither.
+  // Slot 31: 0 for IEC addresses (`%IX0.1`), 1 for device letters (`X1`); any other value
+  // enforces neither notation.
   virtual int addressNotation() = 0;
   virtual void reserved32() {}
   virtual void reserved33() {}

@@ -1,5 +1,5 @@
-// Diagnostics: one record each, appended by value to a list that the host owns. The plugin
-// leaves the fields that are the host's own as they are here.
+// Diagnostics. The plugin appends each record by value to a list that the host owns. It leaves
+// the fields marked "for the host" at the values given here.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@
 namespace vel {
 
 struct VELMessage {
-  TextLocation location;       // of the invocation or of the parameter at fault
-  std::int64_t reserved = -1;  // the host's own
+  TextLocation location;       // of the invocation or of the faulty parameter
+  std::int64_t reserved = -1;  // for the host
   int severity = 0;            // 1 error, 2 warning
   unsigned int code = 0;       // e.g. 0xC0040
   std::string text;            // translated and formatted
-  std::string extra1;          // the host's own
-  std::string extra2;          // the host's own
+  std::string extra1;          // for the host
+  std::string extra2;          // for the host
 };
 
 }  // namespace vel

@@ -1,6 +1,6 @@
-// Symbols: what the names of a program stand for. All symbols belong to the host,
-// except a SymbolPOU that the plugin has made and the host has not yet taken. The plugin
-// calls no operation that is said to be the host's own.
+// Symbols: the declared names of a program. All symbols belong to the host, except a SymbolPOU
+// that the plugin has created and the host has not yet taken. The plugin does not call the
+// operations marked "for the host".
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ class SymbolFBType;
 
 class VEL_HOST_API Symbol {
  public:
-  // Kinds of symbols; as an argument of a lookup, what to look for.
+  // Kinds of symbols. A lookup takes one to restrict what it finds.
   enum Type : std::int32_t {
     All = -1,
     None = 0,
@@ -35,7 +35,7 @@ class VEL_HOST_API Symbol {
   Symbol(const Symbol&) = delete;
   Symbol& operator=(const Symbol&) = delete;
 
-  // As declared. The host's own.
+  // As declared. For the host.
   const std::string& name() const;
   Type symbolType() const;
 
@@ -74,7 +74,7 @@ class VEL_HOST_API SymbolTyped : public Symbol {
   SymbolTyped(const std::string& name, SymbolDataType* type);
   ~SymbolTyped() override;
 
-  // Slot 4: null when it is not known.
+  // Slot 4: null when the type is not known.
   virtual SymbolDataType* dataType() const;
 
  private:
@@ -86,17 +86,17 @@ class VEL_HOST_API SymbolMemUnit : public Symbol {
  public:
   ~SymbolMemUnit() override;
 
-  // Sizes in bytes, and the alignment: the host's own.
+  // Size and alignment in bytes. For the host.
   int memByteSize() const;
   // Returns the size that was set before.
   int setMemByteSize(int bytes);
   int effectiveAlignByteSize() const;
-  // The device address given to the variable (AT), the empty one otherwise.
+  // The device address at which the variable is declared (AT); the empty address otherwise.
   HeapAddress iecAddress() const;
-  // True when the program fixes the address.
+  // True when the declaration gives the address.
   bool isFixedAddress() const;
-  // The place in the memory image: of a variable at a fixed address, and of the state of
-  // MEP and MEF in a unit that keeps it there, its byte. 0 for every other.
+  // The offset in the memory image: of a variable at a fixed address, and in bytes of the
+  // state of MEP and MEF where the unit keeps it there. 0 for all other variables.
   HeapRawAddr backendAddress() const;
 
  protected:
@@ -111,7 +111,7 @@ class VEL_HOST_API SymbolMemUnit : public Symbol {
 
 class VEL_HOST_API SymbolVar : public SymbolMemUnit {
  public:
-  // Kinds of variables that the plugin tells apart.
+  // Kinds of variables that the plugin distinguishes.
   static constexpr std::int32_t kInOut = 4;
   static constexpr std::int32_t kBitParameter = 8;
   static constexpr std::int32_t kInput = 12;
@@ -135,7 +135,7 @@ class VEL_HOST_API VarContainer : public SymbolMemUnit {
   int paramsCount() const;
   // Parameter `i` in order of declaration, from 0 to paramsCount() - 1; may be null.
   SymbolVar* param(int i) const;
-  // The parameter of that name in any letter case, null when there is none.
+  // The parameter of that name, regardless of letter case; null when there is none.
   SymbolVar* param(const std::string& name) const;
 
  protected:
@@ -150,7 +150,7 @@ class VEL_HOST_API SymbolPOU : public VarContainer {
   SymbolPOU(InternalInterface* ii, const std::string& name, POUType type, SymbolVar* returnVar);
   ~SymbolPOU() override;
 
-  // The host's own.
+  // For the host.
   virtual bool resetLayout(int generation);
   virtual void setCompiled(int state);
   virtual Symbol* visitChild(const std::string& name, int* cursor);
@@ -159,7 +159,7 @@ class VEL_HOST_API SymbolPOU : public VarContainer {
   POUType type() const;
   // The data type of a function block; null for every other unit.
   SymbolFBType* fbType() const;
-  // As given to the constructor; the host's own.
+  // As passed to the constructor. For the host.
   SymbolVar* returnVariable() const;
   InternalInterface* services() const;
 

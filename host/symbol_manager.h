@@ -10,11 +10,11 @@ class VEL_HOST_API SymbolManager {
  public:
   virtual ~SymbolManager();
 
-  // The symbol of that name and kind, in any letter case. `scope` is the name of a
-  // program unit, or empty for the names that every unit sees. Null when absent.
+  // Looks up a symbol by name, regardless of letter case, and kind. `scope` is the name of a
+  // program unit, or empty for the global scope. Null when there is none.
   Symbol* symbol(const char* name, const char* scope, Symbol::Type kind);
-  // Takes `pou` on success. On false, for instance when the name is taken, the
-  // caller keeps it. The plugin always passes -1.
+  // Takes ownership of `pou` when it returns true. When it returns false, for instance because
+  // the name is already declared, the caller keeps it. The plugin passes -1 as `index`.
   bool addPOU(SymbolPOU* pou, int index);
 };
 

@@ -1,4 +1,4 @@
-// Text functions of the host's library.
+// String functions of the host's library.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 #include "host/export.h"
 
-// Splits at every character of `separators`; empty parts are kept. The host's own: the plugin
-// does not call it.
+// Splits at every character of `separators` and keeps empty parts. For the host: the plugin does
+// not call it.
 VEL_HOST_API std::vector<std::string> stringSplit(const std::string& text,
                                                   const std::string& separators);
-// `a` to `z` become `A` to `Z`; every other byte stays.
+// Replaces `a` to `z` by `A` to `Z` and keeps every other byte.
 VEL_HOST_API std::string stringToUpper(const std::string& text);
 
 namespace vel {

@@ -1,4 +1,4 @@
-// A source position, opaque to the plugin, which only copies it into messages.
+// A source position. The plugin does not interpret it, it only copies it into messages.
 #pragma once
 
 #include <cstdint>
