@@ -1,4 +1,4 @@
-// The entry points of an add-on: a library with operators for the registry of the plugin.
+// The entry points of an add-on, which is a library of operators for the plugin's registry.
 #pragma once
 
 #include <cstddef>
@@ -7,33 +7,34 @@
 
 namespace vel {
 
-// What an add-on tells of one of its operators. A later version may append members, never
-// change those that are there: a host reads only those that lie within `size`. The texts are
-// the add-on's, in UTF-8, end in a zero and live as long as the library is loaded; null says
-// nothing.
+// Describes an operator of an add-on. Later versions may append members but never change the
+// existing ones: a host reads only the members that lie within `size`. The add-on owns the
+// strings, which are zero-terminated UTF-8 and live as long as the library is loaded. A null
+// pointer means that the add-on does not describe this aspect.
 struct OperatorDescription {
   std::size_t size;  // sizeof(OperatorDescription) where the add-on was compiled
   // The names of the inputs in the order of the parameters, separated by single blanks, for
   // calls such as `DEADBAND(IN := x, WIDTH := 0.1)`; empty for an operator without inputs.
   const char* inputs;
-  // What `velc explain` shows of the operator, in Markdown.
+  // The page that `velc explain` shows for the operator, in Markdown.
   const char* page;
 };
 
-// The codes of messages that are free for add-ons. Those of the plugin begin with 0xC, those
-// of a host with 0xF.
+// The message codes reserved for add-ons. Those of the plugin begin with 0xC, those of a host
+// with 0xF.
 inline constexpr unsigned int kFirstAddOnCode = 0xA0000;
 inline constexpr unsigned int kLastAddOnCode = 0xAFFFF;
 
 }  // namespace vel
 
 // An add-on exports this function, and leaves the operations of host/ undefined as the
-// plugin does. It hands each of its operators, made with new, to
-// registry->registerOperator() and keeps those that are refused. The host calls it once and
-// unloads the library after the registry. False when the add-on cannot be used.
+// plugin does. The function creates each operator with new and passes it to
+// registry->registerOperator(); the add-on remains the owner of those that are refused. The
+// host calls it once, and unloads the library after it has deleted the registry. Returns false
+// when the add-on cannot be used.
 extern "C" VEL_PLUGIN_EXPORT bool RegisterOperators(vel::OpManagerAPI* registry);
 
-// An add-on may export this one too. The host calls it, once RegisterOperators has returned
-// true, for each operator that was taken; `name` is as registered. Null for names of which
-// the add-on has nothing to tell. What it returns lives as long as the library is loaded.
+// An add-on may export this function too. After RegisterOperators has returned true, the host
+// calls it for each registered operator, with `name` as registered. Returns null for a name
+// without a description. The result lives as long as the library is loaded.
 extern "C" VEL_PLUGIN_EXPORT const vel::OperatorDescription* DescribeOperator(const char* name);

@@ -9,7 +9,7 @@
 
 namespace vel {
 
-// Only A to Z fold, onto a to z: "_" sorts before every letter.
+// Only A to Z are folded, to a to z rather than the reverse so that "_" sorts before letters.
 inline constexpr std::array<unsigned char, 256> kFolded = [] {
   std::array<unsigned char, 256> folded{};
   for (std::size_t c = 0; c < folded.size(); ++c) {

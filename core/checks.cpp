@@ -21,7 +21,7 @@ bool isBitStringName(std::string_view name) {
                      [name](std::string_view known) { return equalIgnoringCase(name, known); });
 }
 
-// Types that are the same when their names are.
+// Two types of these kinds are the same when their names are equal.
 bool isComparedByName(BasicDataType type) {
   return type == BasicDataType::Structure || type == BasicDataType::Enumeration ||
          type == BasicDataType::FunctionBlock;
@@ -59,7 +59,7 @@ ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const Invocation
 }
 
 bool checkParams(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages) {
-  // A host may set its symbol table up on the first request.
+  // Requested for its side effect: a host may create its symbol table on the first request.
   ii->symbolManager();
   if (isEmpty(invocation)) return false;
   const int inputs = hasParameterList(*invocation) ? countInputs(ii, operatorText(invocation)) : 0;

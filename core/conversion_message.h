@@ -1,4 +1,4 @@
-// How an assignment is spoken of that the host accepts with a conversion only, or not at all.
+// Chooses the message for an assignment that needs an implicit conversion or is not allowed.
 #pragma once
 
 #include "core/messages.h"
@@ -7,7 +7,7 @@
 
 namespace vel {
 
-// Of a conversion that is accepted.
+// The warning for an implicit conversion that is allowed.
 inline const MessageFormat& conversionWarning(BasicDataType target, BasicDataType source) {
   const bool toUnsigned = AstNodeHelper::isUIntegerType(target);
   const bool fromUnsigned = AstNodeHelper::isUIntegerType(source);
@@ -19,7 +19,7 @@ inline const MessageFormat& conversionWarning(BasicDataType target, BasicDataTyp
   return message::kDoubtfulConversion;
 }
 
-// `rating` is the host's, below 0 (AstNodeHelper::compareDataType).
+// `rating` is a negative result of AstNodeHelper::compareDataType.
 inline const MessageFormat& conversionMessage(int rating, BasicDataType target,
                                               BasicDataType source) {
   if (target == BasicDataType::Real && source == BasicDataType::LReal) {

@@ -1,5 +1,5 @@
-// Device addresses among the operands of an invocation. A host without device memory has
-// none: no text is an address then.
+// Device addresses as operands of an invocation. With a host that has no device memory, no
+// operand is an address.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@ namespace vel {
 
 class InternalInterface;
 
-// `text` is an address, in either notation, and parsed into `out`, which is the empty address
-// before.
+// Parses `text` into `out`, which has to be the empty address. Returns false when `text` is no
+// address in either notation.
 bool parseAddress(InternalInterface* ii, const std::string& text, HeapAddress& out);
 
-// The place of an address in the memory image of the generated program.
+// The offset of an address in the memory image of the generated program.
 std::uint32_t rawAddress(InternalInterface* ii, const HeapAddress& address);
 
-// A device name in its parts.
+// Splits a device name into letters, number and suffix.
 JapanComponent addressParts(InternalInterface* ii, const std::string& text);
 
 }  // namespace vel

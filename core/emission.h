@@ -1,4 +1,4 @@
-// What operators share when they write C text.
+// Helpers with which operators generate C.
 #pragma once
 
 #include <cstdint>
@@ -11,28 +11,28 @@
 
 namespace vel {
 
-// The text operations of a generator.
+// The interface of `gen` that returns C text; null when `gen` is null.
 GenClanAPI* clanApi(Generator* gen);
 
-// An empty text, with memory reserved so that a usual call is allocated once.
+// An empty string with enough capacity that generating a usual call allocates only once.
 std::string emptyCallText();
 
 // Appends the leaves of `parameterList` to `out`, each in parentheses: `(a), (b)`.
-// Nothing for a list that is empty or missing.
+// Appends nothing for an empty list or null.
 void genArgs(Generator* gen, ASTNode* parameterList, std::string& out);
 
 // A call of a C function: `function((a), (b))`.
 std::string callText(Generator* gen, std::string_view function, ASTNode* parameterList);
 
-// The address of a byte of the device memory.
+// A C expression for the address of a byte of the device memory.
 std::string memoryByteText(std::uint32_t offset);
 
-// Enters a call of the function `callee`, by the unit that code is generated for, in the host's
-// call tree, if it keeps one.
+// Records in the host's call tree, if it has one, that the unit being generated calls the
+// runtime function `callee`.
 void recordFirmwareCall(Generator* gen, const std::string& callee);
 
-// The type of `expression` in the unit around `invocation`. What the host has to say of
-// it was said at the check and is dropped.
+// The type of `expression` in the unit that contains `invocation`. Discards the host's
+// messages, since the check has already reported them.
 DataTypeInfo typeForText(Generator* gen, ASTNode* invocation, ASTNode* expression);
 
 }  // namespace vel

@@ -1,4 +1,4 @@
-// The base of the function-call style operators.
+// The base class of the function-call style operators.
 #pragma once
 
 #include <string>
@@ -7,13 +7,13 @@
 
 namespace vel {
 
-// An operator whose C text is a call of the C function of its name. The host itself
-// declares these functions, so the registry adds no program unit for them.
+// An operator that generates a call of the C function of its name. The registry adds no program
+// unit for such an operator, because the host itself declares the functions.
 class FCOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
-  // The name in capitals and the arguments: `SQRT((x))`.
+  // The call, with the name in capitals: `SQRT((x))`.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

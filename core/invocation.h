@@ -1,5 +1,5 @@
-// Reading an invocation's nodes and the names around it. Every operation accepts
-// what a faulty program can leave in the tree: missing nodes and wrong kinds.
+// Reads the nodes of an invocation and finds the unit that contains it. All functions tolerate
+// the tree of a faulty program, in which nodes are missing or of an unexpected kind.
 #pragma once
 
 #include <limits>
@@ -14,51 +14,50 @@ namespace vel {
 
 class InternalInterface;
 
-// There is no invocation, or nothing in it: a check refuses such without a message, before
-// it asks the host anything.
+// True when `invocation` is null or has no leaves. A check refuses such an invocation without
+// a message and without any request to the host.
 bool isEmpty(const ASTNode* invocation);
 
-// Leaf `i` of `node`, null when either is missing.
+// Leaf `i` of `node`; null when `node` is null or has no such leaf.
 ASTNode* leafOf(const ASTNode* node, int i);
-// The source text of `node`, empty when it is missing.
+// The source text of `node`; empty for null.
 std::string textOf(ASTNode* node);
-// The start of the file when `node` is missing.
+// The position of `node`; the start of the file for null.
 TextLocation positionOf(const ASTNode* node);
 
-// The source text of the operator's name as written; for checks.
+// The operator's name as written, by its source text; for checks.
 std::string operatorText(const ASTNode* invocation);
-// The token of the operator's name as written, nothing when it is missing; for
+// The operator's name as written, by its token; nullopt when the token is missing. For code
 // generation.
 std::optional<std::string> nameToken(const ASTNode* invocation);
 
-// `invocation` has a parameter list.
 bool hasParameterList(const ASTNode& invocation);
-// The parameter list of an invocation to generate; null when the list or one of its
-// first `touched` parameters is missing.
+// The parameter list, for code generation; null when the list or one of its first `touched`
+// parameters is missing.
 constexpr int kEveryParameter = std::numeric_limits<int>::max();
 ASTNode* argumentList(const ASTNode* invocation, int touched = kEveryParameter);
-// The first `count` leaves of `list` are there, as far as it has so many.
+// True when none of the first `count` leaves of `list` is null. The list may be shorter.
 bool hasLeaves(const ASTNode& list, int count);
 
-// `invocation` is the right side of an assignment, whose target is the first leaf of
-// the parent: a parent with several leaves is taken for an assignment.
+// True when `invocation` is the right-hand side of an assignment, whose target is then the first
+// leaf of the parent. Every parent with several leaves is taken for an assignment.
 bool isAssigned(const ASTNode& invocation);
 
-// The program unit around `invocation`, null when there is none.
+// The program unit that contains `invocation`; null when there is none.
 const POUDeclaration* enclosingPou(ASTNode* invocation);
-// The name of `unit`; empty when either is missing.
+// The name of `unit`; empty for null and for a unit without a name.
 std::string nameOf(const POUDeclaration* unit);
-// What it keeps between scans is in device memory.
+// True when the unit keeps the state of its edge operators in device memory.
 bool isKeptInDeviceMemory(const POUDeclaration& unit);
-// The name of the program unit around `invocation`, empty when there is none.
+// The name of the program unit that contains `invocation`; empty when there is none.
 std::string enclosingPouName(ASTNode* invocation);
-// The same, or `fallback` when it is empty: the scope of the type queries of most checks.
+// The same, or `fallback` when that is empty. Most checks query types in this scope.
 std::string effectivePouName(ASTNode* invocation, const std::string& fallback);
 
-// The type recorded on an expression or invocation, `otherwise` on any other node.
+// The type recorded on an expression or invocation; `otherwise` for any other node.
 BasicDataType recordedType(const ASTNode* node, BasicDataType otherwise);
 
-// The data type of that name, null when there is none.
+// Looks a data type up by its name; null when there is none.
 SymbolDataType* findDataType(InternalInterface* ii, const char* name);
 
 }  // namespace vel

@@ -1,5 +1,5 @@
-// Every message of the plugin, and the one way to raise it, for add-ons too. The plugin's codes
-// begin with 0xC; core/add_on_api.h has those of add-ons.
+// The messages of the plugin, and the function with which the plugin and add-ons report
+// messages. The plugin's codes begin with 0xC; core/add_on_api.h defines those of add-ons.
 #pragma once
 
 #include <string>
@@ -17,18 +17,18 @@ enum class Severity : int { Error = 1, Warning = 2 };
 struct MessageFormat {
   unsigned int code;
   Severity severity;
-  const char* format;      // English, a "%s" for each text
-  bool translated = true;  // through the host's translation
+  const char* format;      // English, with a "%s" for each argument
+  bool translated = true;  // false: shown in English always
 };
 
-// The texts are part of the contract with the host, final semicolons included.
+// The formats are part of the contract with the host, including their final semicolons.
 namespace message {
 
 inline constexpr MessageFormat kConstantTooLarge{
     0xC0001, Severity::Error, "The constant '%s' is too large for data type '%s';"};
 inline constexpr MessageFormat kCannotConvert{0xC0032, Severity::Error,
                                               "'%s' cannot convert to '%s' type;"};
-// A warning, yet the check that raises it fails.
+// A warning, although the check that reports it fails.
 inline constexpr MessageFormat kDoubtfulConversion{0xC0032, Severity::Warning,
                                                    kCannotConvert.format};
 inline constexpr MessageFormat kExpectBool{0xC0032, Severity::Error, "'%s' expect 'BOOL' type;",
@@ -39,7 +39,7 @@ inline constexpr MessageFormat kTypeMismatch{0xC0032, Severity::Error,
                                              "'%s' invocation '%s':'%s' type mismatch;"};
 inline constexpr MessageFormat kNotAssignable{0xC0037, Severity::Error,
                                               "'%s' are not allowed to be assigned values;"};
-// Names the operator where the text speaks of a program.
+// The argument is the name of the operator, although the format says "PRG".
 inline constexpr MessageFormat kParameterCount{
     0xC0040, Severity::Error,
     "Too many parameters, too few parameters, or no variables assigned to the IN_OUT in PRG "
@@ -75,11 +75,11 @@ inline constexpr MessageFormat kAddressOrder{
 
 }  // namespace message
 
-// Translates and formats `what` with `texts` and appends it at `where`.
+// Translates and formats `what` with the arguments `texts`, and appends the message.
 template <typename... Texts>
 void report(InternalInterface* ii, std::vector<VELMessage>& messages, const MessageFormat& what,
             TextLocation where, const Texts&... texts) {
-  // The translation may be this very text, which therefore lives until it is filled in.
+  // The host may return a reference to this string, so it has to live until it is formatted.
   const std::string english(what.format);
   const std::string& format = what.translated ? ii->translate(english) : english;
   VELMessage record;

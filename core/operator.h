@@ -1,4 +1,4 @@
-// The base of every operator.
+// The base class of every operator.
 #pragma once
 
 #include <string>
@@ -12,9 +12,9 @@ class ASTNode;
 class Generator;
 class InternalInterface;
 
-// An operator is its class and its name; it keeps no state between calls. The
-// order of the virtual operations is part of the contract with the host. Nothing here
-// needs the plugin to be linked: a host may call operators and add its own.
+// An operator has no state besides its name. The order of the virtual operations is part of the
+// contract with the host. All members are defined inline, so that a host or an add-on can derive
+// from this class without linking the plugin.
 class STOperator {
  public:
   explicit STOperator(const std::string& operatorName) : name(operatorName) {}
@@ -22,20 +22,20 @@ class STOperator {
   STOperator(const STOperator&) = delete;
   STOperator& operator=(const STOperator&) = delete;
 
-  // C text (macros, inline functions) that a generated program needs once when it
-  // uses the operator; empty when it needs none. `gen` may be null, which means
-  // that no generator option is set.
+  // The C macros and inline functions that a generated program has to contain once when it
+  // uses the operator; empty when there are none. A null `gen` means that no generator
+  // option is set.
   virtual std::string staticCode([[maybe_unused]] Generator* gen = nullptr) { return {}; }
 
-  // May `invocation` stand as it is? Appends errors and warnings to `messages` and
-  // writes the IEC name of the result type to `resultType`, on success at the latest, where
-  // the operator has one that it knows. `pouName` is the name of the enclosing unit for those
-  // that find none in the tree and do not insist on it.
+  // Checks `invocation`, appends errors and warnings to `messages`, and returns false when it is
+  // faulty. An operator with a result sets `resultType` to the IEC name of its type; after a
+  // failure `resultType` means nothing. `pouName` is the name of the enclosing unit; most
+  // operators use it only where the tree gives none.
   virtual bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
                      std::string& resultType, const std::string& pouName) = 0;
 
-  // The C expression that replaces an invocation which `check` has accepted; empty
-  // when there is none.
+  // The C code that replaces an invocation which `check` has accepted; empty when the operator
+  // cannot generate any.
   virtual std::string generate(Generator* gen, ASTNode* invocation) = 0;
 
   // As registered.

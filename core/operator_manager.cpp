@@ -24,8 +24,8 @@ OperatorManager::OperatorManager(InternalInterface* ii, Empty /*empty*/) : ii_(i
   operators_.reserve(kExpected);
 }
 
-// An exception of the host's, thrown while the registry is filled, finds it constructed, so
-// that the operators registered before are deleted.
+// Delegates, so that the object counts as constructed while the operators are registered: when
+// the host throws meanwhile, the destructor runs and deletes those registered so far.
 OperatorManager::OperatorManager(InternalInterface* ii) : OperatorManager(ii, Empty()) {
   registerAllOperators();
 }
@@ -39,7 +39,7 @@ OperatorManager::~OperatorManager() {
 
 bool OperatorManager::registerOperator(STOperator* op) {
   if (op == nullptr || findOperator(op->name) != nullptr) return false;
-  // The host comes first: what it refuses has never been in the registry.
+  // Ask the host first, so that an operator which it refuses is never registered.
   if (dynamic_cast<FCOperator*>(op) == nullptr && !addProgramUnit(op->name)) return false;
   operators_[op->name] = op;
   return true;
@@ -48,7 +48,7 @@ bool OperatorManager::registerOperator(STOperator* op) {
 bool OperatorManager::addProgramUnit(const std::string& name) {
   auto unit = std::make_unique<SymbolPOU>(ii_, name, POUType::Operator, nullptr);
   if (!ii_->symbolManager()->addPOU(unit.get(), -1)) return false;
-  static_cast<void>(unit.release());  // the symbol table's from here on
+  static_cast<void>(unit.release());  // the symbol table owns it now
   return true;
 }
 

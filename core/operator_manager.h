@@ -15,10 +15,10 @@ struct Registration;
 
 class OperatorManager final : public OpManagerAPI {
  public:
-  // Registers every operator of the registration table that the host accepts.
+  // Registers every operator of the registration table, except those that the host refuses.
   explicit OperatorManager(InternalInterface* ii);
-  // Deletes the operators in the order of their names; until the last is deleted, every
-  // name is still known.
+  // Deletes the operators in the order of their names. Removes no name before all operators
+  // are deleted.
   ~OperatorManager() override;
 
   bool registerOperator(STOperator* op) override;
@@ -29,7 +29,7 @@ class OperatorManager final : public OpManagerAPI {
   void clearOperators() override;
 
  private:
-  // Tells the constructor of an empty registry from the other.
+  // Tag of the constructor that leaves the registry empty.
   struct Empty {};
   OperatorManager(InternalInterface* ii, Empty empty);
 
@@ -39,7 +39,7 @@ class OperatorManager final : public OpManagerAPI {
   bool addProgramUnit(const std::string& name);
 
   InternalInterface* ii_;
-  // Owned. Looked up for every call of a program; put in order only for `operatorNames`.
+  // Owned. A hash table, because hosts look up every call but seldom ask for sorted names.
   std::unordered_map<std::string, STOperator*, HashIgnoringCase, EqualIgnoringCase> operators_;
 };
 

@@ -1,4 +1,4 @@
-// What the registry reads to fill itself.
+// The table from which the registry creates the operators.
 #pragma once
 
 #include <cstddef>
@@ -12,9 +12,9 @@ namespace vel {
 
 using OperatorFactory = std::unique_ptr<STOperator> (*)(const std::string& name);
 
-// One row of the registration table: a name, or a pattern whose "*" stands for each
-// of `words` (separated by single blanks) in turn. A name that would convert a type
-// to itself (`INT_TO_INT`) is left out.
+// One row of the registration table: a name, or a pattern whose "*" is replaced by each of
+// `words` (separated by single blanks) in turn. Names that would convert a type to itself
+// (`INT_TO_INT`) are skipped.
 struct Registration {
   std::string_view pattern;
   OperatorFactory make;
@@ -31,7 +31,7 @@ struct RegistrationTable {
 
 bool convertsToItself(std::string_view name);
 
-// Calls `use` with each name that the row stands for, a std::string, in order.
+// Calls `use` with each name of the row, a std::string, in order.
 template <class Use>
 void forEachName(const Registration& row, Use use) {
   const std::size_t star = row.pattern.find('*');
@@ -45,7 +45,7 @@ void forEachName(const Registration& row, Use use) {
   } while (!rest.empty());
 }
 
-// All operators in registration order; the operators provide it.
+// All operators in registration order. Defined in operators/registration.cpp.
 RegistrationTable registrationTable();
 
 }  // namespace vel
