@@ -1,4 +1,4 @@
-// The operators by name and class.
+// The table of operators: their names and classes.
 #include "core/registration.h"
 
 #include "operators/convert/bcd.h"
@@ -29,8 +29,8 @@ std::unique_ptr<STOperator> make(const std::string& name) {
   return std::make_unique<Operator>(name);
 }
 
-// The lists differ in the order of their last members, which is the order of
-// registration.
+// The order of these lists is the order of registration. They differ only in the order of their
+// last members.
 constexpr std::string_view kFromString =
     "BOOL BYTE WORD DWORD LWORD SINT USINT INT UINT DINT UDINT LINT ULINT REAL LREAL TIME TOD DATE "
     "DT";

@@ -12,16 +12,16 @@
 namespace vel {
 namespace {
 
-// What the argument must be where the name's integer side is `named`.
+// The argument types accepted by conversions whose name has `named` on the side that is not BCD.
 struct Rule {
   std::string_view named;
   std::string_view resultType;
   std::array<BasicDataType, 4> accepted;  // none of them None
-  std::string_view wanted;                // in the message
+  std::string_view wanted;                // the type that the message names
 };
 using Rules = std::array<Rule, 4>;
 
-// `Byte` is spelled so on purpose.
+// Not "BYTE" as in kToBcd: messages are part of the contract, down to this spelling.
 constexpr Rules kFromBcd = {{
     {"INT", "INT", {{BasicDataType::USInt}}, "Byte"},
     {"BYTE", "BYTE", {{BasicDataType::USInt}}, "Byte"},
@@ -38,7 +38,7 @@ constexpr Rules kToBcd = {{
     {"DWORD", "DWORD", {{BasicDataType::UDInt}}, "DWORD"},
 }};
 
-// `side` is the part of the name that is not BCD.
+// `side` is the type in the operator's name that is not BCD.
 bool checkBcd(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
               std::string& resultType, const std::string& pouName,
               std::string_view ConversionEnds::*side, const Rules& rules) {

@@ -1,4 +1,4 @@
-// Binary-coded decimal: `BCD_TO_INT`, `INT_TO_BCD`.
+// Conversions from and to binary-coded decimal: `BCD_TO_INT`, `INT_TO_BCD`.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace vel {
 
-// Both write the result type before they look at the argument.
+// Both classes set the result type before they check the argument.
 class BCDToOperator : public FCOperator {
  public:
   using FCOperator::FCOperator;

@@ -14,21 +14,21 @@ namespace vel {
 
 class InternalInterface;
 
-// STRING or WSTRING.
+// True for STRING and WSTRING.
 bool isText(BasicDataType type);
 
-// The check of one invocation. Messages are placed at the invocation and call the
-// operator by its name in capitals.
+// The check of one invocation. Messages are reported at the invocation and name the operator
+// in capitals.
 class ConversionCheck {
  public:
-  // What a conversion takes. Those from and to strings call a missing list "not
-  // allowed", all others "abnormal".
+  // The shapes of a conversion's invocation. Conversions from and to strings report anything but
+  // a parameter list as "not allowed", all others as "abnormal".
   static constexpr InvocationShape kStringShape{1, 1, InvocationShape::NameForm::UpperCase,
                                                 InvocationShape::ListFault::NotAllowed};
   static constexpr InvocationShape kShape{1, 1, InvocationShape::NameForm::UpperCase,
                                           InvocationShape::ListFault::Abnormal};
 
-  // `invocation` is not empty.
+  // `invocation` must not be empty, in the sense of isEmpty().
   ConversionCheck(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages);
   ConversionCheck(const ConversionCheck&) = delete;
   ConversionCheck& operator=(const ConversionCheck&) = delete;
@@ -36,19 +36,19 @@ class ConversionCheck {
   // The operator's name in capitals.
   const std::string& name() const { return name_; }
 
-  // The invocation has `shape`, which is one of a single argument. What follows
-  // needs that.
+  // Checks that the invocation has `shape`, that of a single argument. All operations below
+  // require that this has returned true.
   bool hasArgument(const InvocationShape& shape, const std::string& pouName);
 
   BasicDataType argumentType() const { return argumentType_; }
   std::string argumentText() const;
-  // No conversion is needed.
+  // True when the argument has this type; false for None, which marks an unknown type.
   bool argumentIs(BasicDataType type) const;
-  // The host converts the argument to `target`, perhaps with a loss to warn of.
+  // True when the host can convert the argument to `target`. Warns of a loss of information.
   bool argumentConverts(BasicDataType target);
 
-  // Refusals of the argument's type; both return false. `what` is what the message
-  // says was passed.
+  // Report that the argument's type is not accepted; both return false. `what` is the operand
+  // that the message names.
   bool mismatch(const std::string& what);
   bool cannotConvert(std::string_view wanted);
 

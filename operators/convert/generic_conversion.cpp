@@ -30,7 +30,7 @@ std::string GeneralConvertOperator::generate(Generator* gen, ASTNode* invocation
   if (!parts.isGeneric()) return {};
   const SymbolDataType* target = findDataType(gen->ii, parts.target().data());
   if (target == nullptr) return {};
-  // The list may be of any kind when it has a single leaf.
+  // A node of another kind than a parameter list is accepted when it has a single leaf.
   if (list->type() != ASTType::ParameterList && list->leavesCount() != 1) return {};
 
   const BasicDataType source = typeForText(gen, invocation, list->leaf(0)).type;

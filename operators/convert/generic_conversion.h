@@ -1,4 +1,4 @@
-// Conversions that name the target only: `TO_INT`.
+// Conversions whose names give only the target: `TO_INT`.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace vel {
 
-// Lends its name to the conversion that suits the argument's type.
+// Passes its name to the conversion class that fits the type of the argument.
 class GeneralConvertOperator : public STOperator {
  public:
   using STOperator::STOperator;
@@ -16,7 +16,7 @@ class GeneralConvertOperator : public STOperator {
   std::string staticCode(Generator* gen = nullptr) override;
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // Empty when the name is not made of "TO_" and a known type.
+  // Empty unless the name consists of "TO_" and a known type.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

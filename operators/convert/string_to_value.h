@@ -8,16 +8,16 @@
 
 namespace vel {
 
-// Takes either kind of string, whichever the name says.
+// Accepts a STRING as well as a WSTRING, whichever of them the name gives.
 class StrToOperator : public FCOperator {
  public:
   using FCOperator::FCOperator;
 
-  // Writes the result type before it looks at the argument.
+  // Sets the result type before it checks the argument.
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
 
-  // A call of `function` with the arguments of `invocation`, entered in the call tree.
+  // A call of `function` with the arguments of `invocation`, recorded in the call tree.
   std::string generateNamedCall(Generator* gen, ASTNode* invocation, const std::string& function);
 };
 

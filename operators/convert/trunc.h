@@ -1,4 +1,4 @@
-// `TRUNC`.
+// The conversion `TRUNC`.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace vel {
 
-// A number without its fraction, as a DINT.
+// Converts a number to DINT by discarding its fraction.
 class TruncOperator : public STOperator {
  public:
   using STOperator::STOperator;

@@ -13,11 +13,11 @@
 namespace vel {
 namespace {
 
-// The name of the type that a conversion without a named source converts from.
+// The name of the argument's type, which is the source type where the operator's name gives none.
 std::string argumentTypeName(Generator* gen, ASTNode* invocation, ASTNode* argument) {
   DataTypeInfo info = typeForText(gen, invocation, argument);
   if (info.type == BasicDataType::Derived) return std::move(info.name);
-  // An address is a number of 32 bits.
+  // Addresses are 32-bit numbers.
   if (info.type == BasicDataType::Pointer) info.type = BasicDataType::UDInt;
   return AstNodeHelper::basicDataTypeText(info.type);
 }
@@ -101,7 +101,7 @@ std::string RealToIntegerOperator::generate(Generator* gen, ASTNode* invocation)
   ASTNode* list = argumentList(invocation);
   if (!written || list == nullptr) return {};
 
-  // As written: looking types up ignores letter case.
+  // No need for capitals: the lookup of a type ignores letter case.
   const ConversionName parts(*written);
   if (!parts.isTyped() && !parts.isGeneric()) return {};
   SymbolDataType* target = findDataType(gen->ii, parts.target().data());

@@ -1,4 +1,4 @@
-// Conversions that name source and target: `INT_TO_REAL`, and `TO_BOOL`.
+// Conversions whose names give source and target, such as `INT_TO_REAL`, and `TO_BOOL`.
 #pragma once
 
 #include <string>
@@ -8,19 +8,19 @@
 
 namespace vel {
 
-// A cast to the C type of the target. Its operations also serve names that state the
-// target only (`TO_INT`), for which the source is the argument's type.
+// Casts to the C type of the target. Its operations also accept names that give only the
+// target (`TO_INT`); the source is then the type of the argument.
 class ConvertOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // Empty when the name is not made of known types.
+  // Empty unless both types are known.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 
-// From REAL or LREAL to anything that C keeps in an integer: rounds half away from 0.
+// From REAL or LREAL to a type that is an integer in C: rounds to nearest, ties away from 0.
 class RealToIntegerOperator : public ConvertOperator {
  public:
   using ConvertOperator::ConvertOperator;
@@ -29,7 +29,7 @@ class RealToIntegerOperator : public ConvertOperator {
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 
-// To BOOL: a comparison with 0, whatever the source.
+// To BOOL: compares with 0, whatever the source type.
 class ToBoolOperator : public ConvertOperator {
  public:
   using ConvertOperator::ConvertOperator;

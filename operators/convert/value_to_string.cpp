@@ -12,8 +12,8 @@
 namespace vel {
 namespace {
 
-// The runtime function for the argument of `invocation`, entered in the call tree when
-// an operator bears its name.
+// The name of the runtime function for the type of `argument`. Records the call in the call
+// tree when there is an operator of that name.
 std::string functionFor(Generator* gen, ASTNode* invocation, ASTNode* argument,
                         const std::string& written) {
   std::string function =
@@ -37,7 +37,7 @@ bool ToStrOperator::check(InternalInterface* ii, ASTNode* invocation,
   const std::string& written = conversion.name();
   InvocationShape shape = ConversionCheck::kStringShape;
   const bool isGeneric = written == "TO_STRING" || written == "TO_WSTRING";
-  // Where the host declares another number of inputs than one, no number will do.
+  // Unless the host declares exactly one input, no number of arguments is accepted.
   if (!isGeneric && hasParameterList(*invocation) && countInputs(ii, written) != 1) shape.most = 0;
   if (!conversion.hasArgument(shape, pouName)) return false;
 

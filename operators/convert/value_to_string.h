@@ -9,8 +9,8 @@
 
 namespace vel {
 
-// Names the source. The text is written to the caller's buffer `_returnString`. Its
-// operations also serve names that state the target only.
+// Converts the type that its name gives (`INT_TO_STRING`). The C function writes to the buffer
+// `_returnString` of the caller. The operations also accept names without a source.
 class ToStrOperator : public FCOperator {
  public:
   using FCOperator::FCOperator;
@@ -20,7 +20,7 @@ class ToStrOperator : public FCOperator {
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 
-// Takes the source from the argument.
+// Converts the type of its argument (`TO_STRING`).
 class ToStrUniversalOperator : public STOperator {
  public:
   using STOperator::STOperator;

@@ -1,4 +1,4 @@
-// Notations of device addresses, and the addresses that parameters name.
+// Notations of device addresses, and parameters that are addresses.
 #pragma once
 
 #include <string_view>
@@ -10,14 +10,14 @@ namespace vel {
 
 class InternalInterface;
 
-// Notations of addresses as the host numbers them; any other number enforces neither.
+// Results of InternalInterface::addressNotation; any other number enforces neither notation.
 inline constexpr int kIecNotation = 0;
 inline constexpr int kLetterNotation = 1;
 
-// The address that the text of `parameter` names; the empty one when it names none.
+// Parses the source text of `parameter`; the empty address when it is no address.
 HeapAddress addressOf(InternalInterface* ii, ASTNode* parameter);
 
-// What stands behind the percent sign of an IEC address, at most `count` characters.
+// The first `count` characters after the percent sign of an IEC address: "QX" of `%QX0.1`.
 std::string_view iecKind(std::string_view text, std::size_t count);
 
 }  // namespace vel

@@ -1,4 +1,4 @@
-// Validation of the device addresses that direct I/O operators take.
+// Validation of the device addresses passed to direct I/O operators.
 #pragma once
 
 #include <cstddef>
@@ -13,19 +13,19 @@ namespace vel {
 
 class InternalInterface;
 
-// What the addresses of one invocation have in common.
+// Shared by the validations of all addresses of one invocation.
 struct DirectAddressContext {
-  bool isInput;  // the kind wanted: input bits or output bits
+  bool isInput;  // the required kind: true for input bits, false for output bits
   InternalInterface* ii;
   LocalIoRanges localIo;
-  // How many messages may be in the list without the check failing: those that were
-  // there before, and the warnings of the validation.
+  // The check fails when the list has more messages than this: those that were there before,
+  // and the warnings of the validation.
   std::size_t acceptedMessages;
 };
 
-// `parameter` is a device address of the kind wanted or, with `rejectKind`, anything
-// but that. Fills `address`, which the caller hands over empty, when the text is an
-// address at all. One that is outside the local range draws a warning only.
+// Checks that `parameter` is a device address of the required kind or, with `rejectKind`, that
+// it is not. Parses any address into `address`, which has to be the empty address. An address
+// outside the local range gets only a warning.
 bool validateDirectAddress(DirectAddressContext& context, ASTNode* parameter, HeapAddress& address,
                            std::vector<VELMessage>& messages, bool rejectKind);
 

@@ -27,7 +27,7 @@ constexpr InvocationShape parameters(int count) {
           InvocationShape::Leaves::NameAndList};
 }
 
-// What an input bit is read into may be written and is no input bit itself.
+// Checks that the operand that receives an input bit is writable and is not itself an input bit.
 bool checkDestination(DirectAddressContext& context, ASTNode* invocation, ASTNode* destination,
                       std::vector<VELMessage>& messages, const std::string& scope) {
   const auto* expression = dynamic_cast<const Expression*>(destination);
@@ -43,7 +43,7 @@ bool checkDestination(DirectAddressContext& context, ASTNode* invocation, ASTNod
          validateDirectAddress(context, destination, unused, messages, true);
 }
 
-// Takes `word` out where it first stands.
+// Removes the first occurrence of `word`; false when there is none.
 bool removeFirst(std::string& text, std::string_view word) {
   const std::size_t at = text.find(word);
   if (at == std::string::npos) return false;
@@ -51,7 +51,7 @@ bool removeFirst(std::string& text, std::string_view word) {
   return true;
 }
 
-// Trims once, then takes every pair of outer parentheses away.
+// Trims blanks once, then removes every outer pair of parentheses.
 std::string_view withoutParentheses(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n\v\f";
   text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
@@ -62,7 +62,7 @@ std::string_view withoutParentheses(std::string_view text) {
   return text;
 }
 
-// `destination` is the C text that reads the bit to be written.
+// `destination` is C that reads the destination (`gbit(...)`) and is turned into a write here.
 std::string readBitText(std::string destination, const std::string& place) {
   std::string_view setter;
   std::string_view bit = destination;
@@ -109,8 +109,8 @@ std::string zoneText(Generator* gen, std::uint32_t first, std::uint32_t last,
   return out;
 }
 
-// Appends the C statement that refreshes a bit of a local range by `call`, which ends
-// before the number of the bit within the range.
+// Appends the C statement that refreshes `addr` when it is in the local range. `call` is the C
+// text from the condition's ")" up to the offset of the bit within the range.
 void addRefresh(std::string& out, std::string_view start, std::string_view end,
                 std::string_view call) {
   out += "  if(";
@@ -167,7 +167,7 @@ bool DirectIOOperator::check(InternalInterface* ii, ASTNode* invocation,
   if (equalIgnoringCase(written, kSetZone) || equalIgnoringCase(written, kResetZone)) {
     HeapAddress lastAddress;
     validateDirectAddress(context, second, lastAddress, messages, false);
-    // Addresses that are not valid take part too: theirs is the highest position.
+    // An invalid address, which was reported above, is compared as the highest position.
     if (lastAddress.position < firstAddress.position) {
       report(ii, messages, message::kAddressOrder, second->pos(), AstNodeHelper::astText(first),
              AstNodeHelper::astText(second));

@@ -1,4 +1,4 @@
-// Immediate access to process images: `IRDBIT`, `IWRBIT`, `_READIDIRECT`,
+// Immediate access to inputs and outputs: `IRDBIT`, `IWRBIT`, `_READIDIRECT`,
 // `_WRITEODIRECT`, `IZSET`, `IZRST`.
 #pragma once
 
@@ -9,19 +9,19 @@
 
 namespace vel {
 
-// Serves all six names and tells them apart by the name in the invocation: in any
-// letter case when it checks, in capitals only when it generates. A name in other
-// letters generates as `_WRITEODIRECT` does.
+// The class of all six operators, which it distinguishes by the name in the invocation. `check`
+// ignores its letter case but `generate` does not: it generates `_WRITEODIRECT` for a name that
+// is not in capitals.
 class DirectIOOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
-  // Functions that refresh the local input or output they touch; macros for plain
-  // access where the controller has none; nothing where a bound is left out.
+  // Functions that refresh a local input before reading it and a local output after writing it;
+  // macros without a refresh when the controller has no local I/O; empty when a bound is missing.
   std::string staticCode(Generator* gen = nullptr) override;
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // For a zone, a sequence of two statements when it begins among the local outputs.
+  // Generates two statements for a zone that begins in the range of local outputs.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

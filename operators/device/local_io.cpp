@@ -31,7 +31,7 @@ bool parseLocalIoRanges(std::string_view text, LocalIoBounds& bounds) {
   constexpr std::size_t kNone = std::string_view::npos;
   const std::size_t inDash = text.find('-');
   if (inDash == kNone) return false;
-  // A dash within the tag leaves all that follows the tag.
+  // If the dash is inside the tag, the start is the rest of the text after the tag.
   bounds.inStart = text.substr(kTagLength, inDash < kTagLength ? kNone : inDash - kTagLength);
 
   const std::size_t inStop = text.find(';', inDash + 1);
@@ -62,7 +62,7 @@ LocalIoRanges projectLocalIo(InternalInterface* ii) {
   if (settings == nullptr || settings->localIoAddress.empty()) return {};
   const std::string_view text = settings->localIoAddress;
   LocalIoBounds bounds;
-  // A part that is not found counts as 0, so that a faulty text is noticed by its warnings.
+  // A missing bound is 0, so that a faulty text shows by warnings for every address.
   readLocalIoRanges(text, bounds);
   return {{leadingInt(bounds.inStart), leadingInt(bounds.inEnd)},
           {leadingInt(bounds.outStart), leadingInt(bounds.outEnd)}};

@@ -1,5 +1,5 @@
-// The local inputs and outputs of the controller, as the option "localio.addr" gives
-// them: `I:0-16;Q:0-16;`.
+// The ranges of the controller's local inputs and outputs, from the option "localio.addr":
+// `I:0-16;Q:0-16;`.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@ namespace vel {
 class Generator;
 class InternalInterface;
 
-// The four bounds as they are written, parts of the option's text.
+// The four bounds as substrings of the option's text.
 struct LocalIoBounds {
   std::string_view inStart;
   std::string_view inEnd;
@@ -18,11 +18,11 @@ struct LocalIoBounds {
   std::string_view outEnd;
 };
 
-// The raw addresses from `start` up to, but not including, `end`. A range whose start
-// is negative is not configured.
+// The raw addresses from `start` up to, but not including, `end`. A negative start means that
+// the range is not configured.
 struct LocalIoRange {
   bool isConfigured() const { return start >= 0; }
-  // Compares as unsigned numbers.
+  // Compares the bounds as unsigned numbers.
   bool contains(std::uint32_t address) const;
 
   std::int32_t start = -1;
@@ -34,23 +34,22 @@ struct LocalIoRanges {
   LocalIoRange output;
 };
 
-// Splits `text`: two characters to skip, start, "-", end, ";", and the same again for
-// the outputs. On false the bounds found before the fault are set and the others left.
-// The bounds need not be numbers. Throws std::out_of_range for "-", and for that only.
+// Splits `text`: a tag of two characters, start, "-", end, ";", and the same again for the
+// outputs. The bounds need not be numbers. On a syntax error it returns false, with the bounds
+// before the error set and the others unchanged. Throws std::out_of_range for the text "-" only.
 bool parseLocalIoRanges(std::string_view text, LocalIoBounds& bounds);
 
-// The same for callers that let no exception through: "-" is false.
+// The same without the exception: returns false for "-".
 bool readLocalIoRanges(std::string_view text, LocalIoBounds& bounds);
 
-// The ranges of the project. A faulty text makes ranges that contain less than was
-// meant, down to nothing at all.
+// The ranges of the project. A faulty text gives smaller or empty ranges.
 LocalIoRanges projectLocalIo(InternalInterface* ii);
 
-// The option's text for code generation; empty when it is unset or `gen` is null.
+// The option's value for code generation; empty when it is not set or `gen` is null.
 std::string_view localIoOption(Generator* gen);
 
-// The decimal number that `text` begins with, after blanks, as atoll reads it: 0 when
-// there is none. A number too large or too small gives the nearest there is.
+// The decimal number at the start of `text`, after blanks, as strtoll reads it: 0 when there is
+// none, the nearest limit when the number is out of range.
 std::int64_t leadingNumber(std::string_view text);
 
 }  // namespace vel

@@ -42,7 +42,7 @@ bool isWritable(InternalInterface* ii, const std::string& text, int notation) {
   }
 }
 
-// A zone may begin or end at `bound`, whose node is given; fills in the rest.
+// Checks that a zone may begin or end at `bound.node`, and sets the other members of `bound`.
 bool checkBound(InternalInterface* ii, std::vector<VELMessage>& messages, int notation, bool sets,
                 Bound& bound) {
   bound.text = AstNodeHelper::astText(bound.node);
@@ -61,7 +61,7 @@ bool checkBound(InternalInterface* ii, std::vector<VELMessage>& messages, int no
   return false;
 }
 
-// The host has the last word on an address before two of them are compared.
+// The contract has the host parse both bounds once more before they are compared.
 bool parseAgain(InternalInterface* ii, Bound& bound) {
   bound.address = HeapAddress();
   return parseAddress(ii, bound.text, bound.address);

@@ -1,4 +1,4 @@
-// Zones of device memory: `ZSET`, `ZRST`.
+// Setting and resetting zones of device memory: `ZSET`, `ZRST`.
 #pragma once
 
 #include <string>
@@ -8,16 +8,16 @@
 
 namespace vel {
 
-// Fills all units from a first to a last address, bits as well as words.
+// Fills all bits or words from a first to a last address.
 class ZMemOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
-  // Writes no result type.
+  // Does not set the result type.
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // Empty, on purpose, for a zone of device letters that ends in neither a bit nor a
-  // word.
+  // Empty for a zone in device letters that ends in neither a bit nor a word of two bytes, since
+  // devices have no other units.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

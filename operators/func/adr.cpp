@@ -14,12 +14,12 @@ namespace {
 
 constexpr InvocationShape kOneParameter{1, 1};
 
-// A member or an element.
+// True for access to a member, an element or a bit.
 bool isPart(const Expression* operand) {
   return operand != nullptr && operand->op() == Expression::Typed;
 }
 
-// Bits of a variable have no address in C.
+// False for a bit of a variable, which has no address in C.
 bool isAddressable(const Expression* operand) {
   if (isPart(operand)) return operand->bitAccessOffset() < 0;
   return operand != nullptr && operand->op() == Expression::Variable;
@@ -29,7 +29,7 @@ std::string memoryText(std::uint32_t raw, const HeapAddress& address) {
   return memoryByteText(address.isBitMode() ? raw / 8 : raw);
 }
 
-// Kept in the device memory: declared at an address, or placed there by the host.
+// True when the variable is declared at a device address or the host has placed it there.
 bool isInDeviceMemory(const SymbolVar& variable, const POUDeclaration* unit) {
   return variable.isFixedAddress() ||
          (unit != nullptr && isKeptInDeviceMemory(*unit) && variable.backendAddress().address != 0);
@@ -65,7 +65,7 @@ std::string ADROperator::generate(Generator* gen, ASTNode* invocation) {
   const std::string text = AstNodeHelper::astText(operand);
   const std::string scope = enclosingPouName(invocation);
   std::string place;
-  // A variable hides a device of the same name.
+  // A variable hides a device address of the same name, so it is looked up first.
   Symbol* symbol =
       part ? nullptr
            : gen->ii->symbolManager()->symbol(text.c_str(), scope.c_str(), Symbol::Variable);

@@ -1,4 +1,4 @@
-// `ADR`, the address of a variable.
+// `ADR`, which takes the address of a variable.
 #pragma once
 
 #include <string>
@@ -8,16 +8,16 @@
 
 namespace vel {
 
-// Of a variable, a member or an element, or of a device address; bits within a
-// variable have none. The result is a UDINT.
+// The operand is a variable, a member, an element or a device address. A bit of a variable is
+// refused because it has no address. The result is a UDINT.
 class ADROperator : public STOperator {
  public:
   using STOperator::STOperator;
 
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // A place in device memory, or a reference to the variable; empty when the operand
-  // is neither known.
+  // The address of a byte of device memory or of a C variable; empty when the operand is
+  // neither.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

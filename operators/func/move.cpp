@@ -16,7 +16,7 @@ constexpr InvocationShape kOneParameter{1, 1};
 bool MoveOperator::check(InternalInterface* ii, ASTNode* invocation,
                          std::vector<VELMessage>& messages, std::string& resultType,
                          const std::string& pouName) {
-  // A host may set its symbol table up on the first request.
+  // Requested for its side effect: a host may create its symbol table on the first request.
   ii->symbolManager();
   ASTNode* list = checkShape(ii, invocation, kOneParameter, messages);
   if (list == nullptr) return false;

@@ -8,7 +8,7 @@
 
 namespace vel {
 
-// The result always has the type of the input, whatever the assignment's target.
+// The result has the type of the input, whatever the type of the assignment's target.
 class MoveOperator : public STOperator {
  public:
   using STOperator::STOperator;

@@ -11,7 +11,7 @@ namespace vel {
 
 namespace {
 
-// The others are only counted.
+// checkParams has counted the parameters; only the first is read.
 constexpr InvocationShape kFirstParameter =
     InvocationShape{1, InvocationShape::kNoLimit}.touching(1);
 
@@ -23,10 +23,10 @@ bool isReal(BasicDataType type) {
 
 bool checkNumericFunction(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType) {
-  // A host may set its symbol table up on the first request.
+  // Requested for its side effect: a host may create its symbol table on the first request.
   ii->symbolManager();
   if (isEmpty(invocation) || !checkParams(ii, invocation, messages)) return false;
-  // A host may declare no inputs at all.
+  // If the host declares no inputs, checkParams has accepted an empty list.
   ASTNode* list = checkShape(ii, invocation, kFirstParameter, messages);
   if (list == nullptr) return false;
 

@@ -1,4 +1,4 @@
-// Numeric functions: `ABS`, `SQRT`, `SIN` and their like.
+// Numeric functions such as `ABS`, `SQRT` and `SIN`.
 #pragma once
 
 #include <string>
@@ -9,13 +9,13 @@
 
 namespace vel {
 
-// The first parameter is a number. The result is a REAL for a REAL and an LREAL for all
-// else, except that `ABS` keeps its parameter's type. Written before the conversion is
-// checked.
+// Checks that the first parameter is a number. The result is a REAL for a REAL and an LREAL for
+// any other number, except that `ABS` keeps the type of its parameter. `resultType` is set
+// before the conversion to it is checked.
 bool checkNumericFunction(InternalInterface* ii, ASTNode* invocation,
                           std::vector<VELMessage>& messages, std::string& resultType);
 
-// The base of all of them.
+// The base class of the numeric functions.
 class NumericOperator : public FCOperator {
  public:
   using FCOperator::FCOperator;
@@ -24,7 +24,7 @@ class NumericOperator : public FCOperator {
              std::string& resultType, const std::string& pouName) override;
 };
 
-// C has one function for integers and one for floating-point numbers.
+// Calls `ABS` for an integer and `FABS` for a floating-point number.
 class ABSOperator : public NumericOperator {
  public:
   using NumericOperator::NumericOperator;

@@ -12,11 +12,11 @@
 namespace vel {
 namespace {
 
-// Further ones are ignored.
+// Parameters after the first are ignored.
 constexpr InvocationShape kFirstParameter =
     InvocationShape{1, InvocationShape::kNoLimit}.touching(1);
 
-// Judges by the fields, whatever the host says of the text.
+// Decides by the fields of the address, and ignores whether the host could parse the text.
 bool isAddress(InternalInterface* ii, const std::string& text, HeapAddress& out) {
   constexpr std::uint32_t kNone = ~0U;
   parseAddress(ii, text, out);
@@ -39,7 +39,7 @@ bool isTypeSpec(ASTType kind) {
   }
 }
 
-// Null for every symbol but a function block.
+// Null unless `symbol` is a function block.
 const SymbolPOU* asFunctionBlock(const Symbol* symbol) {
   const auto* unit = dynamic_cast<const SymbolPOU*>(symbol);
   return unit != nullptr && unit->type() == POUType::FunctionBlock ? unit : nullptr;
@@ -52,7 +52,7 @@ bool refuseUndefined(InternalInterface* ii, ASTNode* invocation, const std::stri
   return false;
 }
 
-// The C type that an operand names; empty when it names none.
+// Finds the C type of an operand; the results are empty when it has none.
 class TypeText {
  public:
   TypeText(Generator* gen, ASTNode* invocation, const std::string& scope)
@@ -63,7 +63,7 @@ class TypeText {
     return ofType(VarDeclaration::astSpec2SymbolDataType(gen_->ii, unit, specification, &known));
   }
 
-  // Empty unless the source fixes the literal's type.
+  // Empty for a literal without a type prefix (`INT#5`), since its type is not fixed.
   std::string ofLiteral(ASTNode* operand) {
     ASTNode* node = operand->type() == ASTType::Expression ? leafOf(operand, 0) : operand;
     const auto* literal = dynamic_cast<const ConstantValue*>(node);
@@ -123,7 +123,7 @@ class TypeText {
 bool SizeofOperator::check(InternalInterface* ii, ASTNode* invocation,
                            std::vector<VELMessage>& messages, std::string& resultType,
                            const std::string& pouName) {
-  // A host may set its symbol table up on the first request.
+  // Requested for its side effect: a host may create its symbol table on the first request.
   ii->symbolManager();
   ASTNode* list = leafOf(invocation, 1);
   if (list != nullptr) {

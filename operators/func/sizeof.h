@@ -1,4 +1,4 @@
-// `SIZEOF`.
+// The operator `SIZEOF`.
 #pragma once
 
 #include <string>
@@ -8,17 +8,17 @@
 
 namespace vel {
 
-// The size of a variable, a data type, a literal or a device address. The operand may
-// be a type specification in the place of the parameter list. Parameters after the
-// first are ignored.
+// The size of a variable, a data type, a literal or a device address in bytes. Instead of a
+// parameter list the invocation may have a type specification. Parameters after the first are
+// ignored.
 class SizeofOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
-  // Writes the result type first; INVALID for an operand that has no size.
+  // Sets the result type before it checks the operand; INVALID for an operand without a size.
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // Leaves the size to the C compiler.
+  // Generates C's `sizeof`, because only the C compiler knows the size.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

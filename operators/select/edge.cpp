@@ -13,7 +13,7 @@ namespace {
 constexpr InvocationShape kOneParameter{1, 1, InvocationShape::NameForm::AsWritten,
                                         InvocationShape::ListFault::Abnormal};
 
-// The address of the hidden variable; empty in units that keep none.
+// The address of the hidden variable `state` in C; empty when the unit keeps none.
 std::string stateText(Generator* gen, SymbolVar* state, const POUDeclaration& unit) {
   constexpr int kInStaticVariables = 2;
   if (isKeptInDeviceMemory(unit)) return memoryByteText(state->backendAddress().address);

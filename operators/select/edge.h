@@ -8,9 +8,9 @@
 
 namespace vel {
 
-// True for one scan when the condition rises (MEP) or falls (MEF). The previous value
-// is in a hidden variable of the unit, which the host makes and names after the texts
-// of the operator and of the condition.
+// True for one scan when the condition rises (MEP) or falls (MEF). The host declares a hidden
+// variable in the unit for the previous value, and names it by a digest of the operator's name
+// and the source text of the condition.
 class MepMefOperator : public StaticOperator {
  public:
   explicit MepMefOperator(const std::string& operatorName);
@@ -20,7 +20,7 @@ class MepMefOperator : public StaticOperator {
   // Empty when there is no hidden variable.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 
-  // The name in capitals, which decides between rising and falling.
+  // The registered name in capitals. It decides between rising and falling edges.
   std::string upperName;
 };
 

@@ -1,4 +1,4 @@
-// Parameters that must be integers.
+// Checks for parameters that must be integers.
 #pragma once
 
 #include <optional>
@@ -14,14 +14,14 @@ namespace vel {
 class InternalInterface;
 struct MessageFormat;
 
-// The type of `parameter` when it is an integer; else raises `fault` at `invocation`.
+// The type of `parameter` when it is an integer; otherwise reports `fault` at `invocation`.
 std::optional<BasicDataType> checkInteger(InternalInterface* ii, ASTNode* invocation,
                                           ASTNode* parameter, const MessageFormat& fault,
                                           const std::string& scope,
                                           std::vector<VELMessage>& messages);
 
-// IN and N of a shift or rotation are integers. The result has IN's type, also when N
-// is refused. Gives the type of IN.
+// Checks that IN and N of a shift or rotation are integers. Returns the type of IN, which is
+// also the result type; `resultType` is set even if N is refused.
 std::optional<BasicDataType> checkMovedBits(InternalInterface* ii, ASTNode* invocation,
                                             const ASTNode& list, const MessageFormat& fault,
                                             const std::string& scope,

@@ -1,4 +1,4 @@
-// The base of the operators that expand to a C macro of their own name.
+// The base class of the operators that expand to a C macro of the same name.
 #pragma once
 
 #include <string>
@@ -12,11 +12,11 @@ class StaticOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
-  // Accepts everything: the operators that are registered have checks of their own.
+  // Accepts every invocation. All registered operators override it.
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // `MAX((a), (b))`. A shift is cast to the type of what it shifts, lest C's integer
-  // promotion show: `((u8)(SHL((x), (n))))`.
+  // `MAX((a), (b))`. A shift is cast to the type of its operand to undo C's integer promotion:
+  // `((u8)(SHL((x), (n))))`.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

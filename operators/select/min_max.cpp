@@ -20,7 +20,7 @@ struct Operand {
   bool isUnsigned() const { return AstNodeHelper::isUIntegerType(info.type); }
 };
 
-// Everything after the shape of one invocation is known.
+// The type rules for an invocation whose shape is correct.
 class MinMaxCheck {
  public:
   MinMaxCheck(InternalInterface* ii, std::vector<VELMessage>& messages, std::string& resultType,
@@ -31,18 +31,18 @@ class MinMaxCheck {
     return {node, AstNodeHelper::dataType(ii_, node, scope_, messages_)};
   }
 
-  // The result has `winner`'s type, to which `other` must convert.
+  // The result has the type of `winner`, to which `other` must be assignable.
   bool convert(const Operand& other, const Operand& winner) {
     resultType_ = winner.typeText();
     return assignable(other, winner);
   }
 
   bool assignable(const Operand& source, const Operand& target) {
-    // The target of an assignment may be missing.
+    // textOf(), because the target of an assignment may be missing in a faulty program.
     return assignable(source, textOf(target.node), target.type());
   }
 
-  // The result has the integer type that stands for that of `unsignedOperand`.
+  // The result has the integer type to which the host promotes `unsignedOperand`.
   bool promote(const Operand& unsignedOperand) {
     const BasicDataType promoted = AstNodeHelper::tranIntegerBasicType(unsignedOperand.type());
     resultType_ = AstNodeHelper::basicDataTypeText(promoted);

@@ -1,4 +1,4 @@
-// `MIN` and `MAX`.
+// The operators `MIN` and `MAX`.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace vel {
 
-// The result has the type to which the smaller parameter converts; where both have
-// the same, an assignment's target decides.
+// The result has the type of the larger operand. If both operands have the same type and the
+// invocation is assigned, it has the type of the assignment's target.
 class MinMaxOperator : public StaticOperator {
  public:
   using StaticOperator::StaticOperator;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr InvocationShape kSelectorAndInputs{3, InvocationShape::kNoLimit};
 
-// What one invocation's checks share.
+// Shared by the checks of one invocation.
 struct Context {
   InternalInterface* ii;
   ASTNode* invocation;
@@ -33,7 +33,7 @@ struct Context {
   }
 };
 
-// The type of the result; nothing when an input can have none.
+// The type of the result; nullopt when an input has an unsuitable type.
 std::optional<BasicDataType> resultOf(const Context& context, const ASTNode& list) {
   constexpr BasicDataType kFirstTime = BasicDataType::Time;
   constexpr BasicDataType kLastTime = BasicDataType::DateAndTime;
@@ -49,7 +49,7 @@ std::optional<BasicDataType> resultOf(const Context& context, const ASTNode& lis
     }
     if (type > kLastTime) return context.refuse(input, input->pos());
     if (type == BasicDataType::Bool) return type;
-    // A time or date decides as the first input only.
+    // A time or date determines the result type only if it is the first input.
     if (type < kFirstTime) {
       result = std::max(result, type);
     } else if (i == 1) {
@@ -78,7 +78,7 @@ const char* functionFor(BasicDataType result) {
   }
 }
 
-// The literal that `parameter` is, null for every other parameter.
+// The literal of `parameter`; null when it is another expression.
 ConstantValue* literalOf(const ASTNode* parameter) {
   const auto* expression = dynamic_cast<const Expression*>(parameter);
   const bool isLiteral = expression != nullptr && expression->op() == Expression::Constant;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr InvocationShape kTwoParameters{2, 2};
 
-// The symbols of the types that rotate, and of their unsigned partners.
+// The types that can be rotated, with their names and those of the unsigned types of equal width.
 struct Rotatable {
   BasicDataType type;
   const char* symbol;
@@ -38,7 +38,7 @@ SymbolDataType* findType(Generator* gen, const char* name) {
   return dynamic_cast<SymbolDataType*>(gen->ii->symbolManager()->symbol(name, "", Symbol::All));
 }
 
-// The pieces of the macros are joined by the preprocessor, so that each is one literal.
+// Macros, because the preprocessor joins their pieces so that each rotation is one literal.
 #define BLOCK_LEFT                                                \
   "uVarType lmvalue = uVarParam << validMoveBit;\\\n"             \
   "uVarType rmvalue = uVarParam >> (totalBit- validMoveBit);\\\n" \
@@ -49,7 +49,7 @@ SymbolDataType* findType(Generator* gen, const char* name) {
   "uVarType rmvalue = uVarParam >> validMoveBit;\\\n"             \
   "returnValue = (varType)(lmvalue | rmvalue);\\\n"               \
   "}\\\n"
-// A statement expression: a block whose value is its last expression.
+// A GNU C statement expression: a block whose value is its last expression.
 #define ROTATION(forward, backward)                         \
   "(varParam, movebitParam, varType, uVarType) \\\n"        \
   "({\\\n"                                                  \

@@ -8,15 +8,15 @@
 
 namespace vel {
 
-// ROL(IN, N) has the type of IN; a negative N rotates the other way. The C macro takes
-// the C names of IN's type and of its unsigned partner.
+// ROL(IN, N) has the type of IN; a negative N rotates the other way. The last two arguments of
+// the C macro are the C types of IN and of the unsigned integer of that width.
 class RotateOperator : public STOperator {
  public:
   using STOperator::STOperator;
 
   bool check(InternalInterface* ii, ASTNode* invocation, std::vector<VELMessage>& messages,
              std::string& resultType, const std::string& pouName) override;
-  // Empty unless IN is recorded as one of the eight integer types.
+  // Empty unless the type recorded for IN is one of the eight integer types.
   std::string generate(Generator* gen, ASTNode* invocation) override;
 };
 

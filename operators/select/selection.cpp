@@ -11,7 +11,7 @@ namespace vel {
 namespace {
 
 constexpr InvocationShape kThreeParameters{3, 3};
-// The last one is neither typed nor compared.
+// The third parameter is not read: neither its type nor its value is checked.
 constexpr InvocationShape kConditionAndTwo = kThreeParameters.touching(2);
 
 struct Parameter {
@@ -36,7 +36,7 @@ bool SelectOperator::check(InternalInterface* ii, ASTNode* invocation,
   if (list == nullptr) return false;
   const std::string scope = effectivePouName(invocation, pouName);
 
-  // A condition that is no expression is asked for as null, and so has no type.
+  // For a condition that is no Expression the host is asked for the type of null, which is None.
   auto* condition = dynamic_cast<Expression*>(list->leaf(0));
   const BasicDataType conditionType =
       isLiteral(condition) ? condition->basicType()
@@ -56,7 +56,7 @@ bool SelectOperator::check(InternalInterface* ii, ASTNode* invocation,
   return true;
 }
 
-// Without outer parentheses on purpose; the result is `mx` when the limits are crossed.
+// Without outer parentheses, because the contract fixes this text. The value is `mx` if mn > mx.
 std::string LimitOperator::staticCode(Generator* /*gen*/) {
   return "#define LIMIT(mn, in, mx) (mn <= mx) ? ((((in) < (mn)) ? (mn) : ((in) > (mx)) ? (mx) : "
          "(in))) : mx";
@@ -77,7 +77,7 @@ bool LimitOperator::check(InternalInterface* ii, ASTNode* invocation,
   const Parameter minimum = typed(0);
   const Parameter maximum = typed(2);
 
-  // Any REAL or LREAL among the three is what all are compared with; LREAL wins.
+  // If one of the three is a REAL or LREAL, all have to convert to that; LREAL takes precedence.
   BasicDataType target = input.type;
   for (const Parameter& parameter : {minimum, input, maximum}) {
     if (!AstNodeHelper::isFloatType(parameter.type)) continue;

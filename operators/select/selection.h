@@ -1,4 +1,4 @@
-// Selection by a condition and by limits: `SEL`, `LIMIT`.
+// Selection by a condition (`SEL`) and by limits (`LIMIT`).
 #pragma once
 
 #include <string>
@@ -18,8 +18,8 @@ class SelectOperator : public StaticOperator {
              std::string& resultType, const std::string& pouName) override;
 };
 
-// LIMIT(MN, IN, MX) has the type of IN. A conversion that fails is reported and still
-// accepted.
+// LIMIT(MN, IN, MX) has the type of IN. `check` succeeds even when it reports that a parameter
+// cannot be converted.
 class LimitOperator : public StaticOperator {
  public:
   using StaticOperator::StaticOperator;
