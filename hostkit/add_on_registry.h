@@ -1,4 +1,4 @@
-// The plugin's registry as an add-on sees it.
+// The registry that an add-on is given.
 #pragma once
 
 #include <string>
@@ -9,13 +9,13 @@
 
 namespace hostkit {
 
-// Passes everything on, and keeps the names of the operators that are taken and what to say
-// of the first that is refused.
+// Forwards to the plugin's registry. Records the names of the operators that are registered and
+// the reason why the first refused one is refused.
 class AddOnRegistry final : public vel::OpManagerAPI {
  public:
   explicit AddOnRegistry(vel::OpManagerAPI& registry) : registry_(registry) {}
 
-  // Empty when every operator was taken.
+  // Empty when no operator was refused.
   const std::string& refusal() const { return refusal_; }
   const std::vector<std::string>& taken() const { return taken_; }
 

@@ -24,8 +24,8 @@ struct Device {
   char letter;
   std::uint32_t number;
   bool words;
-  // Sixteenths of the memory behind M where the area starts and ends; the inputs and
-  // outputs have areas of their own.
+  // Start and end of the area, in sixteenths of Sizes::m. X and Y lie in the areas of the
+  // inputs and outputs instead.
   std::uint32_t from;
   std::uint32_t to;
 };
@@ -78,7 +78,7 @@ DeviceMap::Area DeviceMap::area(std::uint32_t number) const {
   }
   for (const Device& device : kDevices) {
     if (device.number != number) continue;
-    // Whole words, so that every area starts aligned.
+    // Rounded down to multiples of 8 bytes, so that every area starts aligned.
     const std::uint32_t start = sizes_.m / 16 * device.from & ~7U;
     return {start, (sizes_.m / 16 * device.to & ~7U) - start};
   }
@@ -138,7 +138,7 @@ bool DeviceMap::parseIec(std::string_view text, HeapAddress& out) const {
   std::uint64_t bit = 0;
   const std::size_t dot = rest.find('.');
   if (dot == std::string_view::npos) {
-    // A bit counted from the start of its area.
+    // The number counts bits from the start of the area.
     return parseNumber(rest, bit) &&
            place(areaNumber, 1, bit / 8, static_cast<std::uint32_t>(bit % 8), out);
   }

@@ -1,4 +1,4 @@
-// A device memory: its areas, their addresses, and their places in `_m`.
+// A device memory: its areas, their addresses, and their offsets in `_m`.
 #pragma once
 
 #include <string>
@@ -8,12 +8,12 @@
 
 namespace hostkit {
 
-// Both notations are understood whatever the project's own is. Areas lie one after
-// the other: in IEC notation M, I, Q; in device letters M, S, B, D, R, W, X, Y.
+// Parses both notations, whichever of them the project uses. The areas follow each other in the
+// order M, I, Q in IEC notation and M, S, B, D, R, W, X, Y in device letters.
 class DeviceMap {
  public:
-  // Of IEC notation, in bytes. The areas of device letters share them out: the
-  // inputs and outputs take those of I and Q, the others that of M.
+  // Sizes of the IEC areas in bytes. The device areas lie inside them: X in I, Y in Q, and all
+  // others in M.
   struct Sizes {
     std::uint32_t m = 16384;
     std::uint32_t i = 1024;
@@ -25,15 +25,15 @@ class DeviceMap {
   bool parse(std::string_view text, vel::HeapAddress& out) const;
   vel::HeapRawAddr raw(const vel::HeapAddress& address) const;
 
-  // As C reads and writes it with the runtime: `gbit(131072)`, `VEL_MEM(u16, 0)`.
+  // C text that reads the address with the runtime: `gbit(131072)`, `VEL_MEM(u16, 0)`.
   std::string text(const vel::HeapAddress& address) const;
 
-  // A byte behind the areas for hidden state.
+  // Allocates one byte after the areas, for hidden state.
   vel::HeapRawAddr allocateState();
   void releaseState() { stateBytes_ = 0; }
   const Sizes& sizes() const { return sizes_; }
   std::uint32_t stateBytes() const { return stateBytes_; }
-  // Bytes of the whole image, hidden state included.
+  // Size of the whole memory image in bytes, including hidden state.
   std::uint32_t byteSize() const { return sizes_.m + sizes_.i + sizes_.q + stateBytes_; }
 
  private:
@@ -51,8 +51,7 @@ class DeviceMap {
   std::uint32_t stateBytes_ = 0;
 };
 
-// The IEC name of the type that a program reads at an address: BOOL for a bit, else
-// the bit string of its size.
+// The IEC name of the type at an address: BOOL for a bit, else the bit string of its size.
 const char* addressTypeName(const vel::HeapAddress& address);
 
 }  // namespace hostkit

@@ -1,4 +1,4 @@
-// The name of the variable that an edge detection remembers its condition in.
+// The digest that names the hidden variable of an edge detection.
 #include <md5.h>
 
 #include <array>

@@ -1,4 +1,4 @@
-// The memory of the edge operators, MEP and MEF.
+// The hidden variables in which the edge operators MEP and MEF store their condition.
 #pragma once
 
 #include <string>
@@ -9,14 +9,14 @@
 
 namespace hostkit {
 
-// The name of the variable in which a call of MEP or MEF keeps its condition until the next
-// scan; empty for calls of other operators. Calls of the same text share it.
+// The name of the variable in which a call of MEP or MEF stores its condition until the next
+// scan; empty for calls of other operators. Calls with the same source text share it.
 std::string edgeStateName(const vel::ASTNode& invocation);
 
-// Declares that variable as a BOOL of `unit`, with a byte of `memory` behind its areas for units
-// that keep their state there; to be called between check and generate, which looks it up. Does
-// nothing for calls of other operators. Hosts with a symbol table of their own declare a variable
-// of that name themselves.
+// Declares that variable as a BOOL of `unit` and allocates a byte of `memory` for it, which units
+// with their state in device memory use. To be called between check and generate, which looks the
+// variable up. Does nothing for calls of other operators. A host with its own symbol table declares
+// a variable of that name itself.
 void declareEdgeState(SymbolTable& symbols, DeviceMap& memory, const std::string& unit,
                       const vel::ASTNode& invocation);
 

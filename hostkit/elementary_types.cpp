@@ -33,7 +33,7 @@ constexpr std::array<ElementaryType, 23> kTypes{{
     {BasicDataType::DateAndTime, "DT",      "u32",   4},
     {BasicDataType::String,      "STRING",  "char*", 0},
     {BasicDataType::WString,     "WSTRING", "u16*",  0},
-    // The last one: a bit of device memory is read and written as a BOOL, but has no IEC name.
+    // Has to be the last row: a bit of device memory is accessed as a BOOL but has no IEC name.
     {BasicDataType::BitAddress,  nullptr,   "u8",    1},
 }};
 // clang-format on
@@ -47,10 +47,10 @@ constexpr std::array<Alias, 2> kAliases{
 
 constexpr int number(BasicDataType type) { return static_cast<int>(type); }
 
-// Of integers: SINT and USINT 0, LINT and ULINT 3.
+// Binary logarithm of an integer's size in bytes: 0 for SINT and USINT, 3 for LINT and ULINT.
 int width(BasicDataType type) { return (number(type) - 1) % 4; }
 
-// Bits of the mantissa, so that integers of fewer bits lose nothing.
+// Integers of up to this many bits are converted without loss.
 int mantissaBits(BasicDataType type) { return type == BasicDataType::Real ? 24 : 53; }
 int valueBits(BasicDataType integer) {
   const int bits = 8 << width(integer);
@@ -63,7 +63,7 @@ ElementaryTypes elementaryTypes() { return {kTypes.data(), kTypes.data() + kType
 
 const ElementaryType* elementaryType(BasicDataType type) {
   constexpr std::size_t kNumbers = number(BasicDataType::BitAddress) + 1;
-  // The first row of each number; behind the last one where there is none.
+  // The first row of each number; kTypes.size() for a number without a row.
   static constexpr auto kRows = [] {
     std::array<std::size_t, kNumbers> rows{};
     for (std::size_t& row : rows) row = kTypes.size();
@@ -136,7 +136,7 @@ BasicDataType commonNumber(BasicDataType a, BasicDataType b) {
   if (widens(b, a)) return a;
   if (isFloat(a)) return a;
   if (isFloat(b)) return b;
-  // A signed and an unsigned integer: the signed type that holds both.
+  // One is signed and the other unsigned: use the signed type that holds the values of both.
   const int wider = width(a) > width(b) ? width(a) : width(b);
   const int unsignedWidth = isUnsigned(a) ? width(a) : width(b);
   const int needed = wider > unsignedWidth ? wider : unsignedWidth + 1;
@@ -155,7 +155,7 @@ int rateConversion(BasicDataType target, BasicDataType source, const char* sourc
     }
   }
   if (widens(source, target)) return rating::kFits;
-  // As an operand an address is the number that operators take it for.
+  // Operators treat an address as an unsigned integer.
   const bool address = target == BasicDataType::UDInt || target == BasicDataType::ULInt;
   if (source == BasicDataType::Pointer && address) return rating::kFits;
   if (isInteger(source) && isInteger(target)) {

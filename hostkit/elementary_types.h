@@ -15,12 +15,12 @@ using vel::BasicDataType;
 struct ElementaryType {
   BasicDataType type;
   const char* name;   // IEC name; null for a bit of device memory
-  const char* cType;  // in generated code; of a value for the string types
+  const char* cType;  // in generated code; for a string type, the type of an expression
   int size;           // bytes; 0 without a fixed size
 };
 
-// All that have an IEC name, once each; a bit string follows the unsigned integer whose number
-// it shares.
+// All elementary types with an IEC name. A bit string follows the unsigned integer whose number it
+// shares.
 struct ElementaryTypes {
   const ElementaryType* first;
   const ElementaryType* last;
@@ -29,15 +29,15 @@ struct ElementaryTypes {
 };
 ElementaryTypes elementaryTypes();
 
-// The row of a number, the integer's for a number that it shares with a bit
-// string; null when there is none.
+// The row of a number; null when there is none. For a number that an integer and a bit string
+// share, the row of the integer.
 const ElementaryType* elementaryType(BasicDataType type);
-// The row of a name in any letter case, aliases such as TIME_OF_DAY included.
+// The row of a name or an alias such as TIME_OF_DAY, regardless of letter case.
 const ElementaryType* elementaryType(std::string_view name);
-// What an expression of the type of that name has as its type: none for a name that is no
-// elementary type's, such as the INVALID of operators without a result.
+// The type of an expression, by the name of an elementary type. BasicDataType::None for any other
+// name, such as INVALID, which operators without a result give.
 DataTypeInfo typeInfo(const std::string& name);
-// The C type of an elementary type, empty for all others.
+// The C type of an elementary type; empty for any other number.
 const char* cType(BasicDataType type);
 
 bool isSigned(BasicDataType type);
@@ -49,12 +49,12 @@ bool isDuration(BasicDataType type);  // TIME, LTIME
 bool isText(BasicDataType type);      // STRING, WSTRING
 bool isBitStringName(std::string_view name);
 
-// Every value of `from` is a value of `to`.
+// True when every value of `from` is a value of `to`.
 bool widens(BasicDataType from, BasicDataType to);
-// The type in which two numbers meet in arithmetic; None when there is none.
+// The type to which arithmetic converts two numbers; None when there is none.
 BasicDataType commonNumber(BasicDataType a, BasicDataType b);
 
-// Ratings of AstNodeHelper::compareDataType: rateConversion gives these.
+// Results of rateConversion, as AstNodeHelper::compareDataType defines them.
 namespace rating {
 constexpr int kFits = 0;
 constexpr int kConverts = -1;

@@ -38,7 +38,7 @@ void appendUtf8(char32_t character, std::string& out) {
 
 namespace {
 
-// Half of a surrogate pair, which as a character of its own is no UTF-8.
+// Decodes half of a surrogate pair in three bytes, which is not valid UTF-8.
 bool takeHalf(std::string_view& text, std::u16string& units) {
   constexpr std::size_t kSize = 3;
   if (text.size() < kSize || utf8::find_invalid(text.substr(0, kSize)) != 0) return false;

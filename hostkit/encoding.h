@@ -1,4 +1,4 @@
-// Texts in UTF-8 and UTF-16.
+// Strings in UTF-8 and UTF-16.
 #pragma once
 
 #include <cstddef>
@@ -10,22 +10,22 @@ namespace hostkit {
 
 bool isUtf8(std::string_view text);
 
-// Takes the first character of `text`, which is not empty. Where that is no UTF-8, takes one
-// byte and has no value.
+// Removes the first character from `text`, which must not be empty, and returns it. If `text`
+// does not begin with valid UTF-8, removes one byte and returns nullopt.
 std::optional<char32_t> takeCharacter(std::string_view& text);
 
-// Bytes of the first `count` characters of `text`, which may have fewer; a byte that is no
-// UTF-8 counts as one.
+// The size in bytes of the first `count` characters of `text`, or of `text` if it has fewer. An
+// invalid byte counts as a character.
 std::size_t sizeOfFirst(std::size_t count, std::string_view text);
 
-// Characters of a text that is UTF-8.
+// The number of characters of `text`, which must be valid UTF-8.
 std::size_t countCharacters(std::string_view text);
 
-// Appends the character in UTF-8; half of a surrogate pair in three bytes, as if it were one.
+// Appends the character in UTF-8. Half of a surrogate pair becomes three bytes.
 void appendUtf8(char32_t character, std::string& out);
 
-// The code units of a text that appendUtf8 made, the halves of pairs included. A byte that is
-// no UTF-8 stands for the character of its number.
+// The UTF-16 code units of a string made by appendUtf8, which may contain half surrogate pairs.
+// An invalid byte becomes the code unit of the same value.
 std::u16string utf16(std::string_view text);
 
 constexpr bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }

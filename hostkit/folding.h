@@ -1,4 +1,4 @@
-// Names of the language match in any letter case (ASCII).
+// Lookup of names regardless of letter case (ASCII).
 #pragma once
 
 #include <string_view>

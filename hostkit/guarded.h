@@ -1,15 +1,15 @@
-// Calls of what others wrote, which ought not to throw and may.
+// Catches exceptions of code in plugins and add-ons, which should not throw any.
 #pragma once
 
 #include <string>
 
 namespace hostkit {
 
-// The reason that the exception being handled gives. To be called in a catch clause.
+// The message of the exception being handled. To be called in a catch clause.
 std::string reasonOfException();
 
-// What `enter` returns. When it throws, `fail` is told the reason, and the result is the
-// empty one of its type: false, no text, null.
+// Calls `enter` and returns its result. If it throws, calls `fail` with the reason and returns a
+// value-initialized result: false, an empty string or null.
 template <typename Enter, typename Fail>
 auto guarded(const Enter& enter, const Fail& fail) -> decltype(enter()) {
   try {

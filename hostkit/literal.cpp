@@ -74,7 +74,7 @@ constexpr NamedType kTypes[] = {
     {"STRING", LiteralForm::String, BasicDataType::String, "STRING"},
     {"WSTRING", LiteralForm::String, BasicDataType::WString, "WSTRING"},
 };
-// Where the source names no type: the first that holds the value.
+// An untyped literal has the first of these types that holds its value.
 constexpr const NamedType* kDecimalTypes[] = {&kTypes[0], &kTypes[1], &kTypes[2], &kTypes[3],
                                               &kTypes[7]};
 constexpr const NamedType* kBasedTypes[] = {&kTypes[4], &kTypes[5], &kTypes[6], &kTypes[7]};
@@ -86,7 +86,7 @@ const NamedType* findType(std::string_view prefix) {
   return nullptr;
 }
 
-// The whole of `text` is decimal, or based with 2, 8 or 16.
+// Parses the whole of `text`, a decimal number or one with the base 2, 8 or 16 (`16#FF`).
 LiteralError parseMagnitude(std::string_view text, std::uint64_t& magnitude, bool& based) {
   LiteralError error = takeDigits(text, 10, magnitude);
   based = error == LiteralError::None && takeIf(text, '#');
@@ -108,7 +108,7 @@ void setType(LiteralValue& out, const NamedType& type) {
   out.typeName = type.typeName;
 }
 
-// `type` is null where the source names none.
+// `type` is null for an untyped literal.
 LiteralError parseInteger(std::string_view digits, const NamedType* type, LiteralValue& out) {
   bool based = false;
   const LiteralError error = parseMagnitude(digits, out.magnitude, based);
@@ -141,7 +141,7 @@ LiteralError parseBool(std::string_view text, LiteralValue& out) {
   return out.magnitude <= 1 ? LiteralError::None : LiteralError::OutOfRange;
 }
 
-// Appends digits, underscores left out, to `out`.
+// Moves leading digits from `text` to `out`, without their underscores.
 bool appendDigits(std::string_view& text, std::string& out) {
   bool afterDigit = false;
   while (!text.empty() && (isDigit(text.front()) || (afterDigit && text.front() == '_'))) {
@@ -152,7 +152,7 @@ bool appendDigits(std::string_view& text, std::string& out) {
   return afterDigit;
 }
 
-// Rounds to a finite REAL, and to zero only when it is zero.
+// True when `value`, rounded to a REAL, is finite and, unless it is 0, not 0.
 bool inRangeOfReal(double value) {
   const double magnitude = value < 0 ? -value : value;
   return magnitude < 0x1.ffffffp127 && (magnitude == 0 || magnitude > 0x1p-150);
@@ -189,7 +189,7 @@ LiteralError parseReal(std::string_view text, const NamedType* type, LiteralValu
                                                                        : LiteralError::OutOfRange;
 }
 
-// A sign, if there is one, and the white space after it.
+// Removes a sign and the white space after it; false when there is no sign.
 bool takeSign(std::string_view& text, bool& negative) {
   negative = takeIf(text, '-');
   if (!negative && !takeIf(text, '+')) return false;
@@ -259,7 +259,7 @@ LiteralError parseLiteral(std::string_view text, LiteralValue& out) {
 bool namesLiteralType(std::string_view name) { return findType(name) != nullptr; }
 
 bool parseIntegerLiteral(std::string_view text, bool& negative, std::uint64_t& magnitude) {
-  // Most texts asked about are names or calls, which need no closer look.
+  // A quick test first, because most of these texts are names or calls.
   if (text.empty() || looksReal(text) || text.find_first_of("('\"") != std::string_view::npos) {
     return false;
   }

@@ -1,5 +1,5 @@
-// What the parsers of the forms of literals share. Each parser of a form takes the
-// text after the '#', to its end, and sets the value in `out` but not its type.
+// The parsers of the forms of literals. Each of them parses the text after the '#' to its
+// end, and sets the value in `out` but not the type.
 #pragma once
 
 #include <cstdint>
@@ -18,12 +18,12 @@ inline bool takeIf(std::string_view& text, char c) {
   return true;
 }
 
-// Takes digits of `base` with single underscores between them.
+// Removes leading digits of `base` from `text`, which may have single underscores between them.
 LiteralError takeDigits(std::string_view& text, unsigned base, std::uint64_t& value);
 
 // TIME, or LTIME when `isLong`.
 LiteralError parseDuration(std::string_view text, bool isLong, LiteralValue& out);
-// DATE, TOD and DT, as out.form says.
+// DATE, TOD or DT, whichever out.form says.
 LiteralError parseCalendar(std::string_view text, LiteralValue& out);
 // STRING in single quotes, or WSTRING in double quotes when `isWide`.
 LiteralError parseString(std::string_view text, bool isWide, LiteralValue& out);

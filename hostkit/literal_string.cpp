@@ -9,7 +9,7 @@ namespace hostkit::literal {
 
 namespace {
 
-// Takes the hexadecimal digits of a character after its dollar sign.
+// Removes the hexadecimal digits that follow a dollar sign and returns the character in `code`.
 bool takeCode(std::string_view& text, std::size_t digits, std::uint32_t& code) {
   if (text.size() < digits) return false;
   const char* end = text.data() + digits;
@@ -34,7 +34,7 @@ bool takeEscape(std::string_view& text, bool wide, std::string& out) {
     out += static_cast<char>(code);
     return true;
   }
-  // Two halves of a pair make one character.
+  // Combine a surrogate pair into one character.
   std::string_view next = text;
   std::uint32_t second = 0;
   if (isHighSurrogate(code) && takeIf(next, '$') && takeCode(next, 4, second) &&

@@ -45,7 +45,7 @@ void appendWideString(const std::string& text, std::string& out) {
 void appendInteger(bool negative, std::uint64_t magnitude, std::string& out) {
   constexpr std::uint64_t kMaxInt = std::numeric_limits<std::int32_t>::max();
   constexpr std::uint64_t kMaxLong = std::numeric_limits<std::int64_t>::max();
-  // The lowest values have no literal of their own in C.
+  // C has no literal for the lowest values: `-2147483648` negates a number that is no int.
   if (negative && magnitude == kMaxInt + 1) {
     out += "(-2147483647 - 1)";
   } else if (negative && magnitude == kMaxLong + 1) {
@@ -64,7 +64,7 @@ void appendInteger(std::int64_t value, std::string& out) {
 
 namespace {
 
-// Types beyond C's int compute in their own width only when the literal has it.
+// The suffix of types wider than C's int: without it C would compute with the literal as int.
 const char* suffixOf(BasicDataType type) {
   switch (type) {
     case BasicDataType::UDInt:
@@ -79,7 +79,7 @@ const char* suffixOf(BasicDataType type) {
   }
 }
 
-// In place of the suffix that the number's size alone asks for.
+// Replaces the suffix that appendInteger has chosen by the size of the number.
 void suffix(BasicDataType type, std::string& out) {
   const std::string_view wanted = suffixOf(type);
   if (wanted.empty() || out.back() == ')') return;
@@ -99,7 +99,7 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
       suffix(type == BasicDataType::None && value.fixedType ? value.type : type, out);
       break;
     case LiteralForm::Real:
-      // A REAL operand is compared as a REAL holds it.
+      // Rounded to REAL, so that a comparison with a REAL variable can be true.
       if (type == BasicDataType::Real) out += "(f32)";
       out += value.text;
       if (value.text.find_first_of(".eE") == std::string::npos) out += ".0";

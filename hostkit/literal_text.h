@@ -1,4 +1,4 @@
-// Literals in C, for hosts whose trees keep them as hostkit::parseLiteral gives them.
+// Writes literals in C, from the results of hostkit::parseLiteral.
 #pragma once
 
 #include <cstdint>
@@ -9,15 +9,15 @@
 
 namespace hostkit {
 
-// These append to `out`. An integer has the suffix that its size asks for.
+// These append to `out`. An integer has the suffix that its size requires.
 void appendInteger(bool negative, std::uint64_t magnitude, std::string& out);
 void appendInteger(std::int64_t value, std::string& out);
-// A literal's value as an operand of type `type`, which it can be given to; with None
-// as it stands, a typed literal with its own type.
+// A literal as an operand of type `type`, to which it must be assignable. With None, a typed
+// literal has its own type and an untyped one has none.
 void appendLiteral(const LiteralValue& value, vel::BasicDataType type, std::string& out);
-// A literal as it stands in the source; empty for every text that is none.
+// Translates a literal of the source; empty when `source` is not a literal.
 std::string literalText(std::string_view source);
-// True when the text needs parentheses as an operand.
+// True for a negative number, whose C text needs parentheses as an operand.
 bool isNegative(const LiteralValue& value);
 
 }  // namespace hostkit

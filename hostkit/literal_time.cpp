@@ -14,7 +14,7 @@ struct DurationUnit {
   std::uint64_t nanoseconds;
 };
 
-// From large to small, the order in which a literal gives them.
+// From large to small, because a literal must give its units in this order.
 constexpr DurationUnit kUnits[] = {
     {"d", 86'400'000'000'000},
     {"h", 3'600'000'000'000},
@@ -25,8 +25,8 @@ constexpr DurationUnit kUnits[] = {
     {"ns", 1},
 };
 
-// Nanoseconds of the digits after a point, `unit` nanoseconds each whole; what is
-// below a nanosecond is dropped.
+// Converts the digits after a decimal point, in units of `unit` nanoseconds, to nanoseconds.
+// Rounds down.
 std::uint64_t fractionOf(std::string_view digits, std::uint64_t unit) {
   std::uint64_t sum = 0;
   for (const char c : digits) {
@@ -37,7 +37,7 @@ std::uint64_t fractionOf(std::string_view digits, std::uint64_t unit) {
   return sum;
 }
 
-// Takes a number within the limits that `separator` (0: none) leads to.
+// Removes `separator`, unless it is 0, and a number within the limits; false if they do not follow.
 bool takeField(std::string_view& text, char separator, std::uint64_t low, std::uint64_t high,
                std::int64_t& field) {
   if (separator != 0 && !takeIf(text, separator)) return false;
@@ -48,8 +48,8 @@ bool takeField(std::string_view& text, char separator, std::uint64_t low, std::u
   return true;
 }
 
-// Days from 1970-01-01 in the Gregorian calendar. Years begin in March here, so
-// that the day added in a leap year is the last.
+// Days from 1970-01-01 in the Gregorian calendar. Computes with years that begin in March, so
+// that a leap day is the last day of its year.
 std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std::int64_t day) {
   const std::int64_t y = month <= 2 ? year - 1 : year;
   const std::int64_t era = y / 400;
@@ -73,7 +73,7 @@ bool takeDate(std::string_view& text, std::int64_t& seconds) {
   return days < firstOfNext;
 }
 
-// "12:30:15.25"; the seconds may be left out.
+// Parses "12:30:15.25"; the seconds are optional.
 bool takeClock(std::string_view& text, std::int64_t& milliseconds) {
   std::int64_t hour = 0;
   std::int64_t minute = 0;
@@ -101,7 +101,7 @@ LiteralError parseDuration(std::string_view text, bool isLong, LiteralValue& out
   std::size_t nextUnit = 0;
   bool last = false;
   do {
-    // Digits would take the underscore in front of a unit for one of their own.
+    // takeDigits fails at an underscore before a unit, since it expects a digit after it.
     std::uint64_t count = 0;
     const LiteralError error = takeDigits(text, 10, count);
     if (last || error == LiteralError::Malformed) return LiteralError::Malformed;

@@ -8,9 +8,9 @@
 namespace hostkit {
 
 bool isError(const vel::VELMessage& message);
-// An error of the host's own, which has no code.
+// An error that the host itself reports. It has no code.
 vel::VELMessage errorAt(vel::TextLocation where, std::string text);
-// For people: `error: TEXT [0xC0040]`, without the code where there is none.
+// The message as users see it: `error: TEXT [0xC0040]`, without the brackets if it has no code.
 std::string messageText(const vel::VELMessage& message);
 
 }  // namespace hostkit

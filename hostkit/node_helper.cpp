@@ -1,4 +1,4 @@
-// What the contract asks about nodes and types: the plain part here, the rest of the answers.
+// AstNodeHelper: answers what needs no compiler, and passes the rest to Answers.
 #include <string_view>
 
 #include "host/ast_node_helper.h"

@@ -13,20 +13,20 @@
 namespace hostkit {
 namespace {
 
-// Messages of the kit have no code.
+// The kit's own messages have no code.
 constexpr vel::MessageFormat kNoOperator{0, vel::Severity::Error, "There is no operator '%s';"};
 constexpr vel::MessageFormat kNotAccepted{0, vel::Severity::Error,
                                           "The call of '%s' is not accepted;"};
 constexpr vel::MessageFormat kNothingGenerated{
     0, vel::Severity::Error, "The operator '%s' generates nothing for this call;"};
-// Those of the plugin never throw; those of an add-on ought not to.
+// For an add-on whose operator throws. Operators of the plugin never do.
 constexpr vel::MessageFormat kFailed{0, vel::Severity::Error, "Operator '%s' failed: %s;"};
 
-// What `enter` returns, which calls an operation of the operator `name`; when that throws, a
-// message says so.
+// Calls `enter`, which calls the operator `name`, and returns its result. Reports an exception as
+// a message.
 template <typename Enter>
-auto entered(Services& services, const std::string& name, vel::TextLocation where,
-             std::vector<vel::VELMessage>& messages, const Enter& enter) {
+auto guardedCall(Services& services, const std::string& name, vel::TextLocation where,
+                 std::vector<vel::VELMessage>& messages, const Enter& enter) {
   return guarded(enter, [&](const std::string& reason) {
     report(&services, messages, kFailed, where, name, reason);
   });
@@ -52,7 +52,7 @@ std::optional<DataTypeInfo> checkCall(Services& services, Invocation& invocation
 
   const auto before = static_cast<std::ptrdiff_t>(messages.size());
   std::string result;
-  const bool accepted = entered(services, name, invocation.pos(), messages, [&] {
+  const bool accepted = guardedCall(services, name, invocation.pos(), messages, [&] {
     return op->check(&services, &invocation, messages, result, unit);
   });
   if (std::any_of(messages.begin() + before, messages.end(), isError)) return std::nullopt;
@@ -67,7 +67,7 @@ std::string generateCall(Services& services, vel::Generator& generator, Invocati
   const std::string name = AstNodeHelper::astText(invocation.leaf(0));
   vel::STOperator* const op = services.operators->findOperator(name);
   const std::size_t before = messages.size();
-  std::string text = entered(services, name, invocation.pos(), messages, [&] {
+  std::string text = guardedCall(services, name, invocation.pos(), messages, [&] {
     if (op == nullptr) return std::string();
     addOnce(services.staticCode, op->staticCode(&generator));
     return op->generate(&generator, &invocation);

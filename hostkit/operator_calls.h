@@ -1,4 +1,4 @@
-// The plugin's two operations on a call, by the rules that every host follows.
+// `check` and `generate` of a call, with the steps around them that every host takes.
 #pragma once
 
 #include <optional>
@@ -10,18 +10,18 @@
 
 namespace hostkit {
 
-// Finds the operator that the call names in the registry of `services`, and has it check the
-// call, whose parameters have their types recorded. Nothing when there is no such operator or
-// the call is refused: by the operator, or by an error among its messages, since LIMIT reports
-// some and returns true. A message says why even where the operator has none. Else the type of
-// the result, without a name where the call has no type; it is recorded on the node too.
+// Looks up the operator in the registry of `services` and lets it check the call, on whose
+// parameters the types must be recorded. Returns the type of the result, which has no name if the
+// call has no value, and records it on the node. Returns nullopt, always with a message, if there
+// is no such operator, if its check fails, or if it reports an error although it succeeds (as
+// LIMIT does).
 std::optional<DataTypeInfo> checkCall(Services& services, Invocation& invocation,
                                       const std::string& unit,
                                       std::vector<vel::VELMessage>& messages);
 
-// The C that takes the place of a call that was accepted; what it needs in front of the program
-// joins `services.staticCode`. Operators have none where the host
-// lacks what they look for, which is an error then: the text is empty, and a message says so.
+// Returns the C of a call that checkCall has accepted, and adds the operator's static code to
+// `services.staticCode`. An operator generates nothing if the host lacks a symbol that it looks up;
+// the result is then empty, and a message reports this as an error.
 std::string generateCall(Services& services, vel::Generator& generator, Invocation& invocation,
                          std::vector<vel::VELMessage>& messages);
 

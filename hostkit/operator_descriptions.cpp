@@ -8,7 +8,7 @@
 namespace hostkit {
 namespace {
 
-// Of the first version, below which there is none.
+// The size of the first version of the structure.
 constexpr std::size_t kSmallest =
     offsetof(vel::OperatorDescription, page) + sizeof(vel::OperatorDescription::page);
 
@@ -21,7 +21,7 @@ bool isName(std::string_view text) {
                      [&](char c) { return isIn(kLetters, c) || isIn(kDigits, c); });
 }
 
-// False, with the fault in `error`, when the names are not as the contract has them.
+// Splits `names` at single blanks. False, with the reason in `error`, if one is not a name.
 bool split(std::string_view names, std::vector<std::string>& inputs, std::string& error) {
   while (!names.empty()) {
     const std::string name(names.substr(0, names.find(' ')));

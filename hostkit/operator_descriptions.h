@@ -1,4 +1,4 @@
-// What add-ons tell of their operators.
+// The descriptions that add-ons give of their operators.
 #pragma once
 
 #include <map>
@@ -14,17 +14,17 @@ namespace hostkit {
 class OperatorDescriptions {
  public:
   struct Entry {
-    bool namesInputs = false;         // false: `inputs` says nothing
+    bool namesInputs = false;         // false: the add-on does not name the inputs
     std::vector<std::string> inputs;  // in the order of the parameters
-    std::string page;                 // Markdown that ends in a line end, or empty
+    std::string page;                 // Markdown that ends in a newline, or empty
   };
 
-  // Copies what is told of the operator `name`. False, with the fault in `error`, when the
-  // description breaks its contract.
+  // Copies the description of the operator `name`. False, with the reason in `error`, when the
+  // description violates the contract.
   bool add(const std::string& name, const vel::OperatorDescription& description,
            std::string& error);
 
-  // By the operator's name in any letter case; null for those of which nothing is told.
+  // Looks up by operator name, regardless of letter case; null for one without a description.
   const Entry* find(std::string_view name) const;
 
  private:

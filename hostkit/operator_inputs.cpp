@@ -10,7 +10,7 @@
 namespace hostkit {
 namespace {
 
-// What an add-on tells of the operator's inputs; null when it tells nothing.
+// The inputs that an add-on gives for its operator; null when it gives none.
 const std::vector<std::string>* describedInputs(const Services& services, std::string_view name) {
   if (services.descriptions == nullptr) return nullptr;
   const OperatorDescriptions::Entry* const entry = services.descriptions->find(name);

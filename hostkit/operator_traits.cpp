@@ -12,7 +12,7 @@ using Family = OperatorFamily;
 using T = OperatorTraits;
 using Result = OperatorTraits::Result;
 
-// The first row that fits a name is its row.
+// A name belongs to the first row that it matches.
 // clang-format off
 constexpr OperatorTraits kRows[] = {
     {"SEL",           Family::Selection,  {"G", "IN0", "IN1"},  Result::Chosen, 1},

@@ -1,5 +1,5 @@
-// What a host knows of an operator beside what the operator itself checks and writes: one row
-// for each operator or pattern of names.
+// Properties of operators that a host needs besides `check` and `generate`: one row for each
+// operator or pattern of names.
 #pragma once
 
 #include <array>
@@ -24,67 +24,67 @@ enum class OperatorFamily : std::uint8_t {
   DirectIo,
   Zone,
   BitOfParameter,
-  Other,  // of add-ons
+  Other,  // operators of add-ons
 };
 const char* familyName(OperatorFamily family);
 
 struct OperatorTraits {
-  // What the result has to do with the operands.
+  // How the result depends on the operands.
   enum class Result : std::uint8_t {
-    Computed,    // of their values
-    Chosen,      // one of them as it stands, from `firstChoice` on
-    Passed,      // the first as it stands
-    Located,     // of where they lie or how large they are, whatever their values
-    Converted,   // the first, of whatever type, as another type
-    ComparedTo0  // whether the first, of whatever type, is not 0
+    Computed,    // computed from their values
+    Chosen,      // one of the operands from `firstChoice` on, unchanged
+    Passed,      // the first operand, unchanged
+    Located,     // depends on their addresses or sizes only
+    Converted,   // the first operand, of any type, converted to another type
+    ComparedTo0  // whether the first operand, of any type, is not 0
   };
   static constexpr std::size_t kMostInputs = 3;
 
-  std::string_view names;  // the operator's, or a pattern in which "*" stands for some characters
+  std::string_view names;  // a name, or a pattern in which "*" matches any characters
   OperatorFamily family = OperatorFamily::Other;
-  // By name, in the order of the parameters. The last one of an extensible operator ends in the
-  // number of the first of its kind, after which others may follow.
+  // Names in the order of the parameters. In an extensible operator the last name ends in a
+  // number (`IN0`), from which the names of further inputs count on (`IN1`, `IN2`).
   std::array<std::string_view, kMostInputs> inputs = {{"IN", {}, {}}};
   Result result = Result::Computed;
   std::uint8_t firstChoice = 0;
-  // Number of leading operands that may be names of other things than values.
+  // Number of leading operands that may be names of something without a value, such as a type.
   std::uint8_t namedOperands = 0;
   std::uint16_t marks = 0;
 
   enum Mark : std::uint16_t {
     kExtensible = 1,          // takes any number of inputs
-    kCompares = 2,            // compares the operands that it chooses among, in C
-    kCastsOperands = 4,       // to the type of the result, in C
-    kWritesOperandsBare = 8,  // beside casts or operators, without parentheses of its own
-    kRemembers = 16,          // its operand, in a hidden variable, from one scan to the next
-    kReadsDevices = 32,       // so that the same call may give another value
+    kCompares = 2,            // its C compares the operands from which it selects
+    kCastsOperands = 4,       // its C casts the operands to the type of the result
+    kWritesOperandsBare = 8,  // its C has operands next to casts or operators, unparenthesized
+    kRemembers = 16,          // stores its operand in a hidden variable until the next scan
+    kReadsDevices = 32,       // reads devices, so that equal calls may give different values
     kGivesNoValue = 64,       // is a statement in C
-    kGivesAddress = 128,      // of its operand
-    kGivesSize = 256,         // a size_t of C
-    kTakesLTime = 512,        // its operand is an LTIME; a TIME must be made one
-    kGivesText = 1024,        // of the elementary type of its operand
+    kGivesAddress = 128,      // gives the address of its operand
+    kGivesSize = 256,         // gives a size_t of C
+    kTakesLTime = 512,        // its operand is an LTIME, to which a TIME must be converted
+    kGivesText = 1024,        // formats a value of the elementary type of its operand
   };
   constexpr bool has(Mark mark) const { return (marks & mark) != 0; }
 
   bool chooses() const { return result == Result::Chosen; }
   bool givesValue() const { return !has(kGivesNoValue); }
-  // Makes a call worth what it reads or remembers, not only what it is given.
+  // True when the value of a call depends on more than its operands.
   bool countsCalls() const { return has(kRemembers) || has(kReadsDevices); }
-  // Its operands reach the result, or are not computed with at all: a pointer stays one.
+  // True when the operator does not compute with its operands, so that a pointer stays one.
   bool keepsPointers() const {
     return chooses() || result == Result::Passed || result == Result::Located;
   }
-  // The position of the input `formal` among the parameters, -1 when there is none.
+  // The position of the input `formal` among the parameters; -1 when there is none.
   int position(std::string_view formal) const;
-  // Number of inputs; the least of an extensible operator.
+  // Number of inputs; of an extensible operator, of the required ones.
   int inputCount() const;
 };
 
-// The row of an operator, in any letter case; for names that no operator of the plugin bears,
-// the row of an operator of which nothing is known.
+// The row of an operator, regardless of letter case. A name that is no operator of the plugin has
+// the default row.
 const OperatorTraits& operatorTraits(std::string_view name);
 
-// `IN3` is 3; -1 for a text that is not the prefix and a number.
+// The number after the prefix: 3 for `IN3`. -1 unless `formal` is the prefix and a number.
 int numberedInput(std::string_view formal, std::string_view prefix);
 
 }  // namespace hostkit

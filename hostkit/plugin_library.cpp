@@ -10,12 +10,12 @@
 namespace hostkit {
 
 PluginLibrary::~PluginLibrary() {
-  registry_.reset();  // its operators' code is in the libraries
+  registry_.reset();  // before the libraries, which contain the code of its operators
   for (void* const handle : handles_) dlclose(handle);
 }
 
 void* PluginLibrary::entry(const std::string& path, const char* name, std::string& error) {
-  // A name without a slash would be searched for in the system's folders.
+  // Without a slash, dlopen would search the system's folders.
   const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
   void* const handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) {

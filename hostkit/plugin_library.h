@@ -1,4 +1,4 @@
-// The plugin and its add-ons as the system's dynamic loader gives them.
+// Loads the plugin and its add-ons as shared libraries.
 #pragma once
 
 #include <memory>
@@ -12,8 +12,8 @@ namespace hostkit {
 
 class Services;
 
-// The operations return false, with the reason in `error`, when a library cannot be loaded, is
-// of the other sort, is refused, or throws. Nothing else may be called then.
+// The operations return false, with the reason in `error`, when a library cannot be loaded, is an
+// add-on instead of a plugin or the reverse, is refused, or throws. Do not use the object then.
 class PluginLibrary {
  public:
   PluginLibrary() = default;
@@ -21,15 +21,15 @@ class PluginLibrary {
   PluginLibrary(const PluginLibrary&) = delete;
   PluginLibrary& operator=(const PluginLibrary&) = delete;
 
-  // All that a host does before the first call: loads the plugin and then the add-ons, hands
-  // the registry to `services`, and declares the function-call operators there.
+  // Does all that a host has to do before the first call: loads the plugin and then the add-ons,
+  // sets the registry in `services`, and declares the function-call operators there.
   bool start(Services& services, const std::string& plugin, const std::vector<std::string>& addOns,
              std::string& error);
 
-  // The steps of it. Loads the plugin at `path` and builds its registry for `services`.
+  // Loads the plugin at `path` and creates its registry for `services`. A step of start().
   bool load(const std::string& path, vel::InternalInterface* services, std::string& error);
-  // Adds the operators of the add-on at `path` to the registry, and what it tells of them to
-  // the descriptions. After load() only.
+  // Adds the operators of the add-on at `path` to the registry, and its descriptions to
+  // descriptions(). A step of start(), after load().
   bool extend(const std::string& path, std::string& error);
 
   // Null before load().
@@ -37,9 +37,9 @@ class PluginLibrary {
   const OperatorDescriptions& descriptions() const { return descriptions_; }
 
  private:
-  // The function `name` of the library at `path`, null when there is none.
+  // The function `name` of the library at `path`; null when there is none.
   void* entry(const std::string& path, const char* name, std::string& error);
-  // Asks the library loaded last what it tells of its operators `names`.
+  // Asks the library loaded last for the descriptions of its operators `names`.
   bool describe(const std::vector<std::string>& names, std::string& fault);
 
   std::vector<void*> handles_;

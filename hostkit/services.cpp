@@ -40,7 +40,7 @@ Generator::~Generator() = default;
 
 namespace {
 
-// Of the object that hostkit::Services made one with the rest.
+// Downcasts a class of the contract, all of which are bases of the one Services object.
 template <class Part>
 Answers& answersOf(Part* part) {
   return static_cast<Services*>(part)->answers;

@@ -1,4 +1,4 @@
-// The contract's services and generator, answered by one hostkit::Answers.
+// The services and the generator of the contract, implemented with a hostkit::Answers.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@
 
 namespace hostkit {
 
-// All services in one object. It must outlive the registry that the plugin makes for it, and
-// the answers must outlive both. With the kit every InternalInterface is one of these.
+// All services in one object. It must outlive the registry that the plugin creates for it, and
+// the answers must outlive both. The kit requires every InternalInterface to be a Services.
 class Services : public vel::InternalInterface,
                  public vel::SymbolManager,
                  public vel::DeviceMemory,
@@ -34,27 +34,27 @@ class Services : public vel::InternalInterface,
 
   Answers& answers;
   vel::OpManagerAPI* operators = nullptr;              // set by the host once it has the registry
-  const OperatorDescriptions* descriptions = nullptr;  // set by a host that takes add-ons
+  const OperatorDescriptions* descriptions = nullptr;  // set by a host that loads add-ons
   int notation = 0;                                    // of device addresses: 0 IEC, 1 letters
   vel::ProjectSettings settings;
-  // The static code that the program generated so far needs in front, each text once:
-  // generateCall adds to it. A host clears it for the next program.
+  // The static code that has to precede the program generated so far, without duplicates.
+  // generateCall adds to it, and the host clears it before the next program.
   std::vector<std::string> staticCode;
 };
 
-// What generate is handed. Hosts whose C is more than a text for each node derive from
-// vel::Generator themselves.
+// The generator that is passed to generate. Hosts that need more than a C text for each node
+// derive from vel::Generator themselves.
 class TextGenerator : public vel::Generator {
  public:
   explicit TextGenerator(Services& services) : Generator(&services), services_(services) {}
 
-  // Of the options, the local I/O ranges of the project are known.
+  // Knows one option, the local I/O ranges of the project.
   const char* optionText(const char* name) override;
-  // Empty for null, as are the other texts.
+  // These return an empty string for null.
   std::string typeText(vel::SymbolDataType* type) override;
   std::string variableText(vel::SymbolVar* variable, int flag, const std::string& unit) override;
   std::string expressionText(vel::ASTNode* expression) override;
-  // A literal needs no preparation.
+  // Does nothing, because a literal needs no preparation.
   std::string prepareConstant(const std::string& text, vel::BasicDataType type) override;
 
  private:

@@ -1,5 +1,5 @@
-// For tests of the plugin: with HOSTKIT_STRICT a request that the contract does not allow ends
-// the program.
+// For tests of the plugin: with HOSTKIT_STRICT, a request that the contract does not allow
+// aborts the program.
 #pragma once
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// A symbol table for hosts that have none of their own.
+// A symbol table, for hosts that do not have one.
 #pragma once
 
 #include <memory>
@@ -11,21 +11,21 @@
 
 namespace hostkit {
 
-// Knows the elementary types, and takes units and variables. Owns its symbols. Names match in
-// any letter case.
+// Contains the elementary types from the start; units and variables are added. Owns its symbols.
+// Lookup ignores letter case.
 class SymbolTable {
  public:
   SymbolTable();
 
-  // As Answers::find asks. A variable is looked up in its unit, whose parameters belong to it,
-  // then among those of all units.
+  // Implements Answers::find. A variable is looked up in its unit, parameters included, and then
+  // among the global variables.
   vel::Symbol* find(const char* name, const char* unit, vel::Symbol::Type kind) const;
-  // The variable or parameter of the unit, or the variable of all units when that is empty.
+  // A variable or parameter of `unit`, or a global variable when `unit` is empty.
   vel::SymbolVar* variable(std::string_view name, std::string_view unit) const;
   vel::SymbolDataType* type(std::string_view name) const;
-  // As Answers::addUnit asks: false when a unit or a data type has the name.
+  // Implements Answers::addUnit: false when a unit or a data type has the name already.
   bool addUnit(vel::SymbolPOU* unit);
-  // Adds a variable of `unit`, or of all units when that is empty. Null when the name is taken.
+  // Adds a variable of `unit`, or a global one when `unit` is empty. Null when the name is taken.
   vel::SymbolVar* addVariable(const std::string& unit, std::unique_ptr<vel::SymbolVar> variable);
 
  private:
@@ -36,7 +36,7 @@ class SymbolTable {
   FoldedMap<vel::SymbolPOU*> units_;
   std::unordered_map<std::string, FoldedMap<vel::SymbolVar*>, vel::HashIgnoringCase,
                      vel::EqualIgnoringCase>
-      variables_;  // by unit
+      variables_;  // by name of the unit
 };
 
 }  // namespace hostkit

@@ -1,4 +1,4 @@
-// Operations of symbols and addresses: what every host keeps of them.
+// The operations of symbols and addresses that are the same in every host.
 #include "host/symbol.h"
 #include "hostkit/folding.h"
 
@@ -70,8 +70,8 @@ SymbolPOU::SymbolPOU(InternalInterface* ii, const std::string& name, POUType typ
                      SymbolVar* returnVar)
     : VarContainer(Symbol::Pou, name), ii_(ii), type_(type), returnVar_(returnVar) {}
 SymbolPOU::~SymbolPOU() = default;
-// The kit lays no memory out and compiles nothing: there is no layout to reset,
-// no state of compilation to keep and no children beside the parameters.
+// The kit neither lays out memory nor compiles: there is no layout to reset, no state of
+// compilation, and no children besides the parameters.
 bool SymbolPOU::resetLayout(int) { return false; }
 void SymbolPOU::setCompiled(int) {}
 Symbol* SymbolPOU::visitChild(const std::string& name, int* cursor) {

@@ -1,4 +1,4 @@
-// Text functions of the contract.
+// String functions of the contract.
 #include "host/text.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Syntax trees for hosts that have none of their own.
+// Syntax trees, for hosts that do not have any.
 #pragma once
 
 #include <cstdint>
@@ -15,22 +15,21 @@
 
 namespace hostkit {
 
-// Node kinds of the kit's own, beside those of vel::ASTType.
+// Node kinds that the kit adds to those of vel::ASTType.
 constexpr vel::ASTType kWordNode{100};
 constexpr vel::ASTType kInvocationNode{101};
 constexpr vel::ASTType kUnitNode{102};
 constexpr vel::ASTType kStatementNode{103};
 
-// Of the form of a name: letters, digits and underscores, no digit first.
+// True for letters, digits and underscores that do not begin with a digit.
 bool isName(std::string_view text);
 
-// Owns every node that it makes, with its texts.
+// Creates nodes, and owns them and their strings.
 class Tree {
  public:
   using Leaves = std::vector<vel::ASTNode*>;
 
-  // Where a node stands: its source text, which is copied, and the position of the first
-  // character of that.
+  // The source text of a node, which is copied, and the position of its first character.
   struct Span {
     std::string_view source;
     vel::TextLocation start = vel::TextLocation();
@@ -40,7 +39,7 @@ class Tree {
   Tree(const Tree&) = delete;
   Tree& operator=(const Tree&) = delete;
 
-  // A node of any class, of which `arguments` are the constructor's. Leaves may be null.
+  // Creates a node of any class with `arguments` for its constructor. Leaves may be null.
   template <class Node, class... Arguments>
   Node* make(Span span, Leaves leaves, Arguments&&... arguments) {
     auto made = std::make_unique<Made<Node>>(std::forward<Arguments>(arguments)...);
@@ -52,32 +51,32 @@ class Tree {
     return node;
   }
 
-  // A leaf that is one word, such as the name of an operator.
+  // A leaf that is one token, such as the name of an operator.
   vel::ASTText* word(Span span) {
     return make<vel::ASTText>(span, {}, kWordNode, keep(span.source));
   }
   Expression* expression(Span span, Expression::Operator op, Leaves leaves = {}) {
     return make<Expression>(span, std::move(leaves), op);
   }
-  // An expression that is a literal, of the type of that name; `fixed` when the source names
-  // it. The type is recorded on both nodes.
+  // An expression for a literal of the given type; `fixed` for a typed literal (`INT#5`). The
+  // type is recorded on the expression and on the ConstantValue.
   Expression* literal(Span span, vel::BasicDataType type, std::string_view typeName, bool fixed);
-  // The same for the literal that the source is; null where it is none.
+  // The same by parsing the source text; null when it is not a literal.
   Expression* literal(Span span);
-  // The variable or address that the source names, or the bit of a variable (`x.3`); null for
-  // a source of another form.
+  // An expression for a variable, an address, or a bit of a variable (`x.3`); null for any other
+  // source text.
   Expression* place(Span span);
-  // `name(parameters)`, the parameters' list taking the span `list`.
+  // `name(parameters)`, with a parameter list at the span `list`.
   Invocation* invocation(Span span, vel::ASTText* name, Span list, Leaves parameters);
-  // The declaration of a program unit around `leaves`. Its `kind` is the number of its type: a
-  // program keeps the state of MEP and MEF in device memory, a function in static variables.
+  // The declaration of a program unit with `leaves`. Its `kind` is the number of its type, so that
+  // programs keep the state of MEP and MEF in device memory, and functions in static variables.
   POUDeclaration* unit(std::string_view name, vel::POUType type, Leaves leaves);
 
-  // A copy that lives as long as the tree, zero-terminated.
+  // A zero-terminated copy that lives as long as the tree.
   const char* keep(std::string_view text) { return texts_.emplace_back(text).c_str(); }
 
  private:
-  // The constructors of nodes are for classes derived from them.
+  // Gives access to the constructors of nodes, which are protected.
   template <class Node>
   struct Made final : Node {
     template <class... Arguments>

@@ -1,5 +1,5 @@
-// What makes nodes. Classes derived from those of host/ast.h, host/expression.h and
-// host/declaration.h construct them; this links them.
+// Sets the data of nodes. Hosts construct nodes as classes derived from those of host/ast.h,
+// host/expression.h and host/declaration.h.
 #pragma once
 
 #include <cstdint>
@@ -9,17 +9,17 @@
 
 namespace vel {
 
-// The only code that writes what nodes store.
+// The only class with write access to the data of nodes.
 class TreeBuilder {
  public:
-  // `source` begins at `start`; it is not copied and must outlive the node.
+  // `start` is the position of `source`, which is not copied and must outlive the node.
   static void setSpan(ASTNode& node, TextLocation start, std::string_view source) {
     node.pos_ = start;
     node.source_ = source.data();
     node.length_ = static_cast<std::uint32_t>(source.size()) & 0x7FFFFFFFU;
   }
-  // `leaves` is not copied and must outlive the node. Makes `node` the parent of each
-  // that is not null.
+  // `leaves` is not copied and must outlive the node. Sets the parent of each leaf that is not
+  // null.
   static void setLeaves(ASTNode& node, ASTNode** leaves, std::int32_t count) {
     node.leaves_ = leaves;
     node.leavesCount_ = count;
@@ -34,7 +34,7 @@ class TreeBuilder {
   static void setBitAccessOffset(::Expression& node, std::int32_t bit) {
     node.bitAccessOffset_ = bit;
   }
-  // Source text of a node, without a copy.
+  // The source text of a node, not copied.
   static std::string_view source(const ASTNode& node) { return {node.source_, node.length_}; }
 };
 

@@ -1,4 +1,4 @@
-// Program units that a host makes itself.
+// Program units that a host creates itself.
 #pragma once
 
 #include <memory>
@@ -9,16 +9,16 @@
 
 namespace hostkit {
 
-// Owns the data type of its instances when it is a function block.
+// Owns the data type of its instances if it is a function block.
 class Unit : public vel::SymbolPOU {
  public:
   Unit(vel::InternalInterface* ii, const std::string& name, vel::POUType type);
 
-  // Owned by the unit from here on.
+  // Takes ownership.
   vel::SymbolVar* addParameter(std::unique_ptr<vel::SymbolVar> parameter);
   // Not owned; outlives the unit.
   void addParameter(vel::SymbolVar& parameter) { params_.push_back(&parameter); }
-  // Of no type: that of an operator's input is the operator's own to check.
+  // Adds an input without a type, for an operator, since operators check the types themselves.
   void addInput(const std::string& name);
 
  private:

@@ -11,13 +11,13 @@ using vel::HeapAddress;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 struct Row {
-  int notation;  // as InternalInterface::addressNotation
+  int notation;  // as InternalInterface::addressNotation returns it
   const char* text;
   std::uint32_t unitSize;  // bytes; 0 for a bit
   BasicDataType type;
 };
 
-// In pairs of neighbours.
+// Pairs of adjacent addresses.
 const std::vector<Row>& addresses() {
   using T = BasicDataType;
   static const std::vector<Row> rows = {
@@ -34,13 +34,13 @@ const std::vector<Row>& addresses() {
   return rows;
 }
 
-// Makes the host use a notation; false where it has no such choice.
+// Makes the host use a notation; false when the host does not have it.
 bool use(HostUnderTest& host, int notation) {
   if (host.services().deviceMemory() == nullptr) return false;
   return host.setNotation(notation) || host.services().addressNotation() == notation;
 }
 
-// The rows of all notations that the host has.
+// The rows of the notations that the host has.
 std::vector<Row> usable(HostUnderTest& host) {
   std::vector<Row> rows;
   for (const Row& row : addresses()) {
@@ -120,7 +120,7 @@ void addressesTellTheirUnits(HostUnderTest& host) {
          "fill a wrong number of units.";
 }
 
-// Calls `judge` with each pair of neighbouring addresses.
+// Collects the faults that `judge` finds in the pairs of adjacent addresses.
 template <class Judge>
 std::string faultsOfNeighbours(HostUnderTest& host, Judge judge) {
   Faults wrong;
@@ -147,7 +147,7 @@ void positionsOrderAddresses(HostUnderTest& host) {
 
 void placesFollowEachOther(HostUnderTest& host) {
   vel::DeviceMemory* const memory = host.services().deviceMemory();
-  // Of an address that does not parse, operators ask the place of the empty one.
+  // For an operand that is no valid address, operators pass the empty address.
   static_cast<void>(memory->HeapAddress2HeapRawAddr(HeapAddress()));
   const auto follows = [memory](const Row& row, const HeapAddress& first,
                                 const HeapAddress& second) {

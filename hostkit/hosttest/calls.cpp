@@ -1,4 +1,4 @@
-// Whole calls through the plugin: everything that the other tests ask, put together.
+// Whole calls through the plugin, which depend on all duties that the other tests check.
 #include <algorithm>
 
 #include "core/op_manager_api.h"
@@ -7,8 +7,8 @@
 namespace hosttest {
 namespace {
 
-// Replaces @I, @Q, @R and @M by a bit of the inputs, the first and the last of a zone of outputs
-// and a bit of memory, in the notation that the host uses.
+// Replaces @I by an input bit, @Q and @R by the first and last bit of a zone of outputs, and @M by
+// a bit of memory, in the notation that the host uses.
 std::string withAddresses(HostUnderTest& host, std::string statement) {
   const bool letters = host.services().addressNotation() == 1;
   const std::pair<const char*, const char*> places[] = {{"@I", letters ? "X0" : "%IX0.0"},
@@ -24,7 +24,7 @@ std::string withAddresses(HostUnderTest& host, std::string statement) {
   return statement;
 }
 
-// The function block "Main", in which every call of the samples may stand.
+// The function block "Main", which declares the variables of all sample calls.
 Unit sampleUnit() {
   Unit unit = mainUnit();
   unit.type = vel::POUType::FunctionBlock;
@@ -36,8 +36,8 @@ Unit sampleUnit() {
   return unit;
 }
 
-// A sound call of an operator: from the table, by the types in the name of a conversion, or with
-// a REAL, as numeric functions take it.
+// A correct call of an operator: from the table, with the types in the name of a conversion, or
+// with a REAL for numeric functions.
 std::string sampleCall(const std::string& name) {
   static const std::pair<const char*, const char*> kCalls[] = {
       {"IRDBIT", "IRDBIT(@I, b)"},
@@ -79,7 +79,7 @@ std::string sampleCall(const std::string& name) {
   return "of" + target + " := " + name + "(of" + source + ")";
 }
 
-// The first of some messages, for a verdict that surprises.
+// The first message, to explain an unexpected result of a check.
 std::string firstOf(const std::vector<vel::VELMessage>& messages) {
   return messages.empty() ? "without a message" : "\"" + messages.front().text + "\"";
 }

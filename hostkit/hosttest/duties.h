@@ -1,4 +1,4 @@
-// What the tests of duties share.
+// Helpers of the tests of duties.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 
 namespace hosttest {
 
-// A test, and the duty of a host that it is named after.
+// A test, named after a duty of a host.
 struct Duty {
   const char* name;
   void (*test)(HostUnderTest& host);
@@ -28,27 +28,27 @@ Duties ratingDuties();
 Duties textDuties();
 Duties addressDuties();
 Duties serviceDuties();
-Duties callDuties();  // of whole calls: they need the others
+Duties callDuties();  // whole calls, which depend on the other duties
 
 struct ElementaryType {
   const char* name;
   vel::BasicDataType number;
-  const char* numberName;  // that of the integer whose number a bit string shares
-  int size;                // bytes; 0 where no operator asks
+  const char* numberName;  // for a bit string, the integer whose number it shares
+  int size;                // bytes; 0 where no operator asks for it
 };
 const std::vector<ElementaryType>& elementaryTypes();
 
-// The names of the plugin's operators, whatever the host has made of its registry.
+// The names of the plugin's operators, independent of the host's registry.
 const std::vector<std::string>& pluginOperators();
 
 inline int number(vel::BasicDataType type) { return static_cast<int>(type); }
 std::string toLower(std::string text);
 
-// Null for none.
+// Looks a symbol up in the host's symbol table; null when there is none.
 vel::Symbol* find(HostUnderTest& host, const std::string& name, const std::string& scope,
                   vel::Symbol::Type kind);
 
-// Collects what is wrong with rows of one test.
+// Collects the failing rows of one test.
 class Faults {
  public:
   void addIf(bool wrong, const std::string& what) {
@@ -56,7 +56,7 @@ class Faults {
     ++count_;
     if (count_ <= kShown) text_ += (text_.empty() ? "" : ", ") + what;
   }
-  // Empty when nothing is wrong.
+  // Empty when no row has failed.
   std::string text() const {
     return count_ > kShown ? text_ + ", ... (" + std::to_string(count_) + " in all)" : text_;
   }
@@ -67,17 +67,17 @@ class Faults {
   std::string text_;
 };
 
-// A program unit "Main" with a variable of each sort that the tests need.
+// A program unit "Main" with a variable of each kind that the tests need.
 Unit mainUnit();
 
-// A call in the first of some units.
+// A call in the first of several units.
 class Call {
  public:
   Call(HostUnderTest& host, std::vector<Unit> units, const std::string& statement);
   Call(HostUnderTest& host, const std::string& statement) : Call(host, {mainUnit()}, statement) {}
 
-  // False for a tree without the shape that all tests but those of the shape rely on; these
-  // skip themselves with why().
+  // False when the tree of the call does not have the contract's shape, on which most tests
+  // rely. Those tests are then skipped with why() as the reason.
   bool isUsable() const { return list_ != nullptr; }
   static const char* why() {
     return "the call has no tree of the contract's shape; see CallsHaveTheirShape";
@@ -85,13 +85,13 @@ class Call {
 
   vel::ASTNode* invocation() const { return invocation_; }
   int parameters() const { return list_->leavesCount(); }
-  // Null where there is none.
+  // Null when there is no such parameter.
   vel::ASTNode* parameter(int i) const;
   const std::string& unit() const { return unit_; }
-  // The type of a parameter as an operator asks for it; the host's messages are kept below.
+  // The type of a parameter, requested as an operator does; appends to `messages`.
   DataTypeInfo typeOf(int parameter);
 
-  // The verdict of the operator, whose messages and result type are kept below.
+  // Calls the operator's check, and sets `messages` and `resultType`.
   bool check();
   // To be called when check() has accepted the call.
   void accept() { host_.accepted(*invocation_, resultType); }

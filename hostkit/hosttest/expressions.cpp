@@ -1,4 +1,4 @@
-// Kinds and types of expressions, literals, what may be written, and the state of edges.
+// Kinds and types of expressions, literals, writable operands, and the state of edge operators.
 #include "host/text.h"
 #include "hostkit/hosttest/duties.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 using vel::BasicDataType;
 
-// The type recorded on a parameter; none where it is no Expression.
+// The type recorded on a parameter; None when it is not an Expression.
 BasicDataType recorded(const Call& call, int parameter) {
   const auto* const expression = dynamic_cast<Expression*>(call.parameter(parameter));
   return expression != nullptr ? expression->basicType() : BasicDataType::None;
@@ -160,7 +160,7 @@ void constantsAreNotWritten(HostUnderTest& host) {
   EXPECT_FALSE(call.messages.empty()) << kOwed;
 }
 
-// The state of the edge detection `op(condition)` in the unit Main, null for none.
+// The hidden variable of the edge detection `op(condition)` in the unit Main; null for none.
 vel::SymbolVar* edgeState(HostUnderTest& host, const char* op, const char* condition) {
   const std::string name = AstNodeHelper::opExpTextToMd5HexText(op, condition);
   return dynamic_cast<vel::SymbolVar*>(find(host, name, "Main", vel::Symbol::Variable));

@@ -15,10 +15,11 @@
 
 namespace hosttest {
 
-// Where a variable is declared. That of a parameter is the SymbolVar::varKind that it must have.
+// The section in which a variable is declared. The numbers for parameters are the values of
+// SymbolVar::varKind that they must have.
 enum class Section : std::int32_t {
   Local,
-  Constant,  // a variable that a program may not write; any initial value will do
+  Constant,  // a variable that a program may not write; its initial value does not matter
   InOut = vel::SymbolVar::kInOut,
   BitParameter = vel::SymbolVar::kBitParameter,  // whose bits GETBITOFPARAM reaches
   Input = vel::SymbolVar::kInput,
@@ -30,59 +31,58 @@ struct Variable {
   Section section = Section::Local;
 };
 
-// A program unit, of which the statement that is parsed is the whole body.
+// A program unit.
 struct Unit {
   std::string name;
   vel::POUType type = vel::POUType::Program;
   std::vector<Variable> variables;
 };
 
-// A host that has loaded the plugin. Everything that it returns stays its own and lives as long as
-// it does, except where said otherwise.
+// A host that has loaded the plugin. It owns everything that it returns, which lives as long as the
+// host unless stated otherwise.
 class HostUnderTest {
  public:
   virtual ~HostUnderTest() = default;
 
-  // As CreateOpManager has been given them. Their operatorManager() is the plugin's registry, with
-  // all that the host adds to it once it has it.
+  // The services that were passed to CreateOpManager. Their operatorManager() is the plugin's
+  // registry, with all operators that the host adds to it.
   virtual vel::InternalInterface& services() = 0;
 
-  // As `generate` of an operator is given it, for calls of the program parsed last. Lives until
-  // the next call of parse or setLocalIo.
+  // The generator to be passed to `generate`, for calls of the program that was parsed last. Lives
+  // until the next call of parse or setLocalIo.
   virtual vel::Generator& generator() = 0;
 
-  // Makes the units known and parses `statement` as the body of the first of them; the others have
-  // no body. Returns the invocation of the operator whose call is written first in it, ready for
-  // that operator's `check`: calls among its parameters have been checked, accepted and typed. The
-  // program may be wrong: a count or a type, or a name that nothing declares. Null only where the
-  // host has no tree for such a statement. The nodes, and the units' symbols, live until the next
-  // call of parse.
+  // Declares the units and parses `statement` as the body of the first; the others have no body.
+  // Returns the invocation of the first operator in the statement, ready for its `check`: nested
+  // calls have been checked and accepted, and have their types. The program may have a wrong number
+  // or type of parameters, or an undeclared name. Returns null only if the host cannot represent
+  // such a statement. The nodes and the symbols of the units live until the next call of parse.
   //
   // Statements are `CALL` or `variable := CALL`. Parameters are names of variables and elementary
   // types, literals (`TRUE`, `100`, `INT#5`), bits of variables (`w.3`), device addresses, calls,
   // and for SIZEOF the type specification `STRING[20]`.
   virtual vel::ASTNode* parse(const std::vector<Unit>& units, const std::string& statement) = 0;
 
-  // `invocation`, of the tree parsed last, has been accepted by `check` with the type
-  // `resultType`. The host does what it does between check and generate: it records types on the
-  // nodes and declares the state of edge detections. A host that has done it in parse does nothing.
+  // Called when `check` has accepted `invocation`, a node of the tree parsed last, with the type
+  // `resultType`. The host takes its steps between check and generate here, unless parse has taken
+  // them: it records types on the nodes and declares the state of edge operators.
   virtual void accepted(vel::ASTNode& /*invocation*/, const std::string& /*resultType*/) {}
 
-  // Makes the project use a notation of device addresses (InternalInterface::addressNotation).
-  // False where the host has no such choice; tests of the other notation are skipped then.
+  // Sets the notation of device addresses (InternalInterface::addressNotation). Returns false when
+  // the host has no choice; the tests of the other notation are then skipped.
   virtual bool setNotation(int /*notation*/) { return false; }
 
-  // Makes `ranges` the local I/O ranges of the project (option "localio.addr"). False where the
-  // host has no such setting.
+  // Sets the local I/O ranges of the project (option "localio.addr"). Returns false when the host
+  // has no such setting.
   virtual bool setLocalIo(const std::string& /*ranges*/) { return false; }
 };
 
-// Makes a fresh host for each test; null fails the test.
+// Creates a new host for each test. A test fails if it returns null.
 using HostFactory = std::function<std::unique_ptr<HostUnderTest>()>;
 
-// Registers the tests with GoogleTest as those of `suite`, before RUN_ALL_TESTS. Each is named
-// after the duty that it tests. The tests of whole calls, which need all duties, come last and are
-// skipped when one of the others has failed.
+// Registers the tests with GoogleTest under the name `suite`. To be called before RUN_ALL_TESTS.
+// Each test is named after the duty that it checks. The tests of whole calls, which depend on all
+// duties, come last and are skipped when another test has failed.
 void registerTests(const std::string& suite, HostFactory factory);
 
 }  // namespace hosttest

@@ -11,7 +11,7 @@ struct Row {
   T target;
 };
 
-// The ratings of `rows`, with no text of the source, lie within the limits.
+// Expects the ratings of `rows`, without a source text, to lie between `least` and `most`.
 void expectRatings(HostUnderTest& host, const std::vector<Row>& rows, int least, int most,
                    const char* owed) {
   Faults wrong;

@@ -1,4 +1,4 @@
-// The services object and the generator: slots, what they lead to, and C texts.
+// The services object and the generator: slots, their results, and C texts.
 #include "core/op_manager_api.h"
 #include "host/project_settings.h"
 #include "hostkit/hosttest/duties.h"
@@ -6,8 +6,8 @@
 namespace hosttest {
 namespace {
 
-// Calls the virtual operation in slot `slot`, from 1, of `object`. The destructor, in slot
-// `destructor`, takes two entries of the table.
+// Calls the virtual operation in slot `slot`, counted from 1, of `object`. The destructor, in slot
+// `destructor`, has two entries in the virtual table.
 template <class Result, class... Arguments>
 #if defined(__clang__)
 __attribute__((no_sanitize("undefined")))

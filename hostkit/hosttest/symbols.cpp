@@ -1,4 +1,4 @@
-// Names: variables of units, units, operators as units.
+// Symbols: variables, program units, and the units of operators.
 #include <memory>
 
 #include "core/op_manager_api.h"

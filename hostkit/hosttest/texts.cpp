@@ -1,4 +1,4 @@
-// Texts: formats, translations, letters, digests, and how long texts live.
+// Strings: formats, translations, upper case, digests, and lifetimes.
 #include "host/text.h"
 #include "hostkit/hosttest/duties.h"
 
@@ -24,7 +24,7 @@ void formatsTakeTexts(HostUnderTest& /*host*/) {
       << kOwed;
 }
 
-// Every format of the plugin.
+// The message formats of the plugin.
 const char* const kFormats[] = {
     "The constant '%s' is too large for data type '%s';",
     "'%s' cannot convert to '%s' type;",
@@ -46,7 +46,7 @@ const char* const kFormats[] = {
     "The start address(%s) is greater than the end address(%s);",
 };
 
-// How often "%s" stands in a text; -1 for a text with another conversion.
+// The number of "%s" in a format; -1 for a format with another conversion.
 int placeholders(const std::string& text) {
   int count = 0;
   for (std::size_t at = text.find('%'); at != std::string::npos; at = text.find('%', at + 2)) {
@@ -72,7 +72,7 @@ void translationsKeepPlaceholders(HostUnderTest& host) {
 void translationsHoldUntilTheMessageIsMade(HostUnderTest& host) {
   Faults wrong;
   for (const char* const english : kFormats) {
-    const std::string format(english);  // lives until the message is made
+    const std::string format(english);  // lives until the message is formatted
     std::string expected = host.services().translate(format);
     for (const char* const text : {"one", "two", "three"}) {
       const std::size_t at = expected.find("%s");

@@ -1,4 +1,4 @@
-// Shape of calls: leaves, parents, units, positions, texts.
+// The trees of calls: leaves, parents, units, positions, source texts.
 #include "host/text.h"
 #include "hostkit/hosttest/duties.h"
 
@@ -8,7 +8,7 @@ namespace {
 using vel::ASTNode;
 using vel::ASTType;
 
-// The call that a parameter consists of, null when it is none.
+// The call that is the whole of a parameter; null when it is another expression.
 Invocation* callIn(ASTNode* parameter) {
   auto* const expression = dynamic_cast<Expression*>(parameter);
   if (expression != nullptr && expression->leavesCount() == 1) parameter = expression->leaf(0);

@@ -8,7 +8,7 @@ namespace {
 using vel::BasicDataType;
 using vel::Symbol;
 
-// Upper case, lower case, and both.
+// In upper case, lower case, and mixed case.
 std::vector<std::string> spellings(const std::string& name) {
   return {name, toLower(name), name.substr(0, 1) + toLower(name.substr(1))};
 }
