@@ -1,8 +1,10 @@
 #include "refhost/semantics/constant_variables.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
+#include "hostkit/operator_traits.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/dependency_order.h"
 #include "refhost/semantics/parts.h"
@@ -21,6 +23,26 @@ bool isBefore(const VarSymbol* a, const VarSymbol* b) {
                                        : first.offset() < second.offset();
 }
 
+// The name that `node` reads the value of; empty for none. `N(0)` among the values of an array is
+// parsed as a call, but may be a repetition.
+std::string_view nameIn(const ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return {};
+  const auto& expr = static_cast<const Expr&>(node);
+  if (expr.kind == ExprKind::Variable) return TreeBuilder::source(expr);
+  const auto* const list = static_cast<const Expr*>(expr.parent());
+  const bool value = list != nullptr && list->type() == vel::ASTType::Expression &&
+                     (list->kind == ExprKind::ArrayValue || list->kind == ExprKind::Repeat);
+  return value && expr.kind == ExprKind::Call ? TreeBuilder::source(*expr.leaf(0)->leaf(0))
+                                              : std::string_view();
+}
+
+// A call that depends on the type or the place of its operand, whatever its value.
+bool isSizeOrAddress(const ASTNode& node) {
+  return kindOf(node) == NodeKind::Invocation &&
+         hostkit::operatorTraits(TreeBuilder::source(*node.leaf(0))).result ==
+             OperatorTraits::Result::Located;
+}
+
 }  // namespace
 
 bool ConstantVariables::compute(VarSymbol& constant) {
@@ -35,32 +57,36 @@ std::vector<VarSymbol*> ConstantVariables::neededBy(const VarSymbol& constant) {
   std::vector<VarSymbol*> needed;
   if (constant.initial == nullptr) return needed;
   UnitSymbol* const asking = std::exchange(context_.unit, constant.owner);
-  anyNode(*constant.initial, [&](const ASTNode& node) {
-    std::string_view name;
-    if (node.type() == vel::ASTType::Expression) {
-      const auto& expr = static_cast<const Expr&>(node);
-      if (expr.kind == ExprKind::Variable) name = TreeBuilder::source(expr);
-    } else if (kindOf(node) == NodeKind::Invocation) {
-      // `N(0)` in an initial value is parsed as a call, but may be a repetition.
-      name = TreeBuilder::source(*node.leaf(0));
+  std::vector<const ASTNode*> waiting{constant.initial};
+  while (!waiting.empty()) {
+    const ASTNode& node = *waiting.back();
+    waiting.pop_back();
+    if (const std::string_view name = nameIn(node); !name.empty()) {
+      VarSymbol* const variable = parts_.names.variableNamed(name);
+      if (variable != nullptr && variable->constant) needed.push_back(variable);
     }
-    VarSymbol* const variable = name.empty() ? nullptr : parts_.names.variableNamed(name);
-    if (variable != nullptr && variable->constant) needed.push_back(variable);
-    return false;
-  });
+    for (int i = 0; !isSizeOrAddress(node) && i < node.leavesCount(); ++i) {
+      if (node.leaf(i) != nullptr) waiting.push_back(node.leaf(i));
+    }
+  }
   context_.unit = asking;
   return needed;
 }
 
+// A cycle that shares a constant with one that has been reported is not reported again.
 void ConstantVariables::refuseCycle(std::vector<VarSymbol*>& cycle) {
+  constexpr std::size_t kMostNames = 10;
   std::rotate(cycle.begin(), std::min_element(cycle.begin(), cycle.end(), isBefore), cycle.end());
   std::string names;
-  for (VarSymbol* const constant : cycle) {
-    constant->refused = true;
-    names += constant->name() + ", ";
+  bool reported = false;
+  for (std::size_t i = 0; i < cycle.size(); ++i) {
+    reported = reported || cycle[i]->refused;
+    cycle[i]->refused = true;
+    if (i < kMostNames) names += cycle[i]->name() + ", ";
   }
+  if (cycle.size() > kMostNames) names += "..., ";
   const VarSymbol& first = *cycle.front();
-  say(*first.initial, message::kConstantCircle, first.name(), names + first.name());
+  if (!reported) say(*first.initial, message::kConstantCircle, first.name(), names + first.name());
 }
 
 void ConstantVariables::computeNow(VarSymbol& constant, const std::vector<VarSymbol*>& needs) {

@@ -63,7 +63,12 @@ std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int fir
 std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
   const auto times = parts_.expressions.requireConstant(repeat, 0);
   const std::int64_t each = repeat.leavesCount() > 1 ? countElements(array, repeat, 1) : 1;
-  if (!times || *times < 0) return 0;
+  if (!times) return 0;
+  if (*times < 0) {
+    const ASTNode& number = *repeat.leaf(0);
+    say(number, message::kRepetitions, TreeBuilder::source(number), std::to_string(*times));
+    return 0;
+  }
   return *times > ArrayType::kMaxCount || each > ArrayType::kMaxCount ? ArrayType::kMaxCount + 1
                                                                       : *times * each;
 }

@@ -52,6 +52,7 @@ static constexpr Value kNone{nullptr, 0};
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
+%token MISTAKE_END  // put in where a block begins or ends before the next ';'
 %token NO_TYPE  // inserted for an invalid result type
 %token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"  // after the keywords of blocks
@@ -108,7 +109,10 @@ mistake: error  { tokens.resumeInPlace(); };
 
 // After an error in a block the parser resumes at the next ';', which the token stream inserts if a
 // block begins or ends first.
-mistake_end: ';'  { yyerrok; };
+mistake_end:
+  ';'          { yyerrok; }
+| MISTAKE_END
+;
 
 unit:
   PROGRAM unit_name header_end var_blocks statement_list END_PROGRAM
@@ -446,13 +450,17 @@ block_statement:
     { $$ = make.caseStatement(@$, $2, $4, $5); }
 | FOR for_start TO expression step DO statement_list END_FOR
     { $$ = make.forStatement(@$, $2, $4, $5, $7); }
-| FOR error DO statement_list END_FOR
+| FOR mistaken_start statement_list END_FOR
     { $$ = kNone; }
 | WHILE condition DO statement_list END_WHILE
     { $$ = make.loop(StatementKind::While, @$, $2, $4); }
-| REPEAT statement_list UNTIL condition ';' END_REPEAT
+| REPEAT statement_list UNTIL condition until_end END_REPEAT
     { $$ = make.loop(StatementKind::Repeat, @$, $2, $4); }
 ;
+
+mistaken_start: error DO  { tokens.resumeInPlace(); };
+
+until_end: %empty | ';';
 
 condition:
   expression  { $$ = make.operand($1); }

@@ -46,13 +46,13 @@ TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
       unsupported_(queue_, blocks_, errors) {}
 
 int TokenStream::next(Span& span) {
-  if (std::exchange(discards_, false)) again_ = {{';', last_.span}, last_};
+  if (std::exchange(discards_, false)) {
+    again_ = {{mistakeEnd(), last_.span}, last_};
+  }
   if (!again_.empty()) {
-    last_ = again_.front();
+    const Token token = again_.front();
     again_.pop_front();
-    recovering_ = recovering_ && last_.kind != ';';
-    span = last_.span;
-    return last_.kind;
+    return deliver(token, span);
   }
   Token token = std::exchange(holding_, false) ? held_ : queue_.take();
   span = token.span;
@@ -69,14 +69,37 @@ int TokenStream::next(Span& span) {
   } else {
     kind = accept(token);
   }
-  span = token.span;
-  if (recovering_ && resumes_) {
-    again_.push_back({kind, span});
-    kind = ';';
+  if (recovery_ != Recovery::None && resumes_) {
+    again_.push_back({kind, token.span});
+    kind = mistakeEnd();
   }
-  recovering_ = (recovering_ && kind != ';') || kind == Kind::YYerror;
-  last_ = {kind, span};
-  return kind;
+  return deliver({kind, token.span}, span);
+}
+
+int TokenStream::deliver(const Token& token, Span& span) {
+  if (quiet_ > 0) --quiet_;
+  if (token.kind == Kind::YYerror) {
+    recovery_ = Recovery::Certain;
+  } else if (token.kind == ';' && quiet_ == 0) {
+    recovery_ = Recovery::None;
+  }
+  last_ = token;
+  span = token.span;
+  return token.kind;
+}
+
+// The token that ends a mistake in front of one at which the parser can resume. Where there may be
+// no mistake it is an empty statement.
+int TokenStream::mistakeEnd() {
+  if (recovery_ != Recovery::Certain) return ';';
+  resumeInPlace();
+  return Kind::MISTAKE_END;
+}
+
+void TokenStream::resumeInPlace() {
+  discards_ = false;
+  recovery_ = Recovery::Possible;
+  quiet_ = kQuietTokens;
 }
 
 void TokenStream::takeWord(Token& token) {
@@ -212,7 +235,7 @@ int TokenStream::missingHeaderEnd(const Token& token) {
 int TokenStream::missingBeforeEnd(const Token& token) {
   OpenBlock& top = blocks_.top();
   if (top.construct->opener != Kind::REPEAT) return missingHeaderEnd(token);
-  if (top.hasUntil) return last_.kind == ';' ? 0 : int{';'};
+  if (top.hasUntil) return 0;
   errors_.unexpected(token.span, "UNTIL");
   top.hasUntil = true;
   resumes_ = true;
@@ -310,7 +333,7 @@ void TokenStream::endHeader(int token) {
 }
 
 bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
-  recovering_ = last_.kind != ';';
+  recovery_ = last_.kind == ';' ? Recovery::None : Recovery::Certain;
   discards_ = std::exchange(resumes_, false);
   if (inHeader_ && (!isStructural(last_.kind) || last_.kind == Kind::OF)) skipResultType();
   return unsupported_.refuse(found, expected);

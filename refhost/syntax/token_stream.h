@@ -32,9 +32,18 @@ class TokenStream {
   // the token is part of a construct that is not supported, reports that and returns true.
   bool refuses(Span found, const ExpectedTokens& expected);
   // To be called when the parser resumes at the token delivered last without looking for a ';'.
-  void resumeInPlace() { discards_ = false; }
+  void resumeInPlace();
 
  private:
+  // What is known of a syntax error since which no ';' has been delivered. Behind a mistake in a
+  // header the parser resumes at once, but may meet another one without a word.
+  enum class Recovery : std::uint8_t { None, Certain, Possible };
+  // The parser reports no error in so many tokens behind one.
+  static constexpr int kQuietTokens = 3;
+
+  int deliver(const Token& token, Span& span);
+  int mistakeEnd();
+
   // Determines the kind of a word from its context.
   void takeWord(Token& token);
   int kindHere(const Token& token) const;
@@ -70,14 +79,15 @@ class TokenStream {
   Unsupported unsupported_;
   Token last_;               // delivered last
   std::deque<Token> again_;  // to be delivered a second time
-  bool recovering_ = false;  // from a syntax error to the next ';'
-  bool discards_ = false;    // the parser discards last_ while it looks for a ';'
-  Token held_;               // the token before which others are inserted
-  bool holding_ = false;     // held_ has not been delivered
-  bool inHeader_ = false;    // of a FUNCTION, up to its first block or ';'
-  bool resumes_ = false;     // last_ begins or ends a block, so the parser can resume there
-  int brackets_ = 0;         // open in the current statement
-  int prefixes_ = 0;         // signs and NOTs in a row
+  Recovery recovery_ = Recovery::None;
+  int quiet_ = 0;          // tokens before the parser reports errors again
+  bool discards_ = false;  // the parser discards last_ while it looks for a ';'
+  Token held_;             // the token before which others are inserted
+  bool holding_ = false;   // held_ has not been delivered
+  bool inHeader_ = false;  // of a FUNCTION, up to its first block or ';'
+  bool resumes_ = false;   // last_ begins or ends a block, so the parser can resume there
+  int brackets_ = 0;       // open in the current statement
+  int prefixes_ = 0;       // signs and NOTs in a row
 };
 
 }  // namespace refhost

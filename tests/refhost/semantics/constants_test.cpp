@@ -60,6 +60,18 @@ TEST(Constants, AreComputedOnceWithoutRecursion) {
             fmt::format("{}", fmt::join(said(*session), "\n")));
 }
 
+// Sizes and addresses depend on no value, and a call is not the variable of its name.
+TEST(Constants, NeedOnlyWhatTheyRead) {
+  const auto session = analysed(
+      "VAR_GLOBAL CONSTANT MAX: INT := MAX(1, 2); s: UDINT := SIZEOF(s); p: UDINT := ADR(p); n: "
+      "INT "
+      ":= 2; END_VAR\n" +
+      program(
+          "x: ARRAY[0..3] OF UDINT := [n(SIZEOF(x)), n(1)]; y: ARRAY[0..1] OF INT := [(n - 5)];",
+          ""));
+  EXPECT_EQ("", fmt::format("{}", fmt::join(said(*session), "\n")));
+}
+
 TEST(Constants, NameTheCircleInWhichTheyDependOnEachOther) {
   const auto session = analysed(
       "VAR_GLOBAL CONSTANT\na: INT := b + 1; b: INT := 2 * c;\nc: INT := a; d: INT := d; e: INT := "

@@ -22,6 +22,11 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:6 Syntax error: found ';', expected expression;\n"
        "2:13 Syntax error: found ';', expected expression;\n",
        "(:= z 1)\n"},
+      {"IF a AND ; THEN\nIF a THEN y := 1; END_IF; z := 1; ELSE y := 2; END_IF; z := 2;",
+       "2:10 Syntax error: found ';', expected THEN;\n", "(:= z 2)\n"},
+      {"y := f(IF a THEN x := 1; END_IF; z := 1;",
+       "2:8 Syntax error: found 'IF', expected expression, REF_TO or ')';\n",
+       "(if a [(:= x 1)])\n(:= z 1)\n"},
       {"x = 5; y;",
        "2:3 Syntax error: found '=', expected ':=';\n2:9 Syntax error: found ';', expected ':=';\n",
        ""},
