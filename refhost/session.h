@@ -46,7 +46,7 @@ struct ProgramVariable {
   std::string reference;                    // C expression of its value
   std::optional<std::uint32_t> memoryBit;   // of a bit of device memory: its number
   bool settable = false;                    // it is not constant and has parts that can be set
-  std::shared_ptr<const ValueShape> shape;  // null when it has no value to show
+  std::shared_ptr<const ValueShape> shape;  // null when it has no value
 };
 
 // One translation: loads the plugin, reads source files, checks them and writes C.
@@ -63,12 +63,12 @@ class Session {
   // Discards sources, messages and the translation, for another translation with the same plugin.
   void restart();
   vel::OpManagerAPI& operators();
-  // The names of an operator's inputs in the order of its parameters.
+  // The names of an operator's inputs in order.
   std::vector<std::string> operatorInputs(const std::string& name) const;
   // The documentation of an add-on's operator in Markdown, with a line end; empty for none.
   std::string operatorPage(const std::string& name) const;
 
-  // Sources are loaded here before analyse().
+  // Sources must be loaded here before analyse() is called.
   SourceManager& sources();
   // Parses and checks all sources. Returns false when there are errors.
   bool analyse();
@@ -83,15 +83,15 @@ class Session {
   // operators record.
   const std::vector<CallEdge>& calls() const;
 
-  // Names of the PROGRAM units in source order. The C text offers each as
-  // `void NAME_init(void)` and `void NAME_scan(void)`; see programInit/programScan.
+  // The names of the PROGRAMs in source order. The C text defines `void NAME_init(void)` and
+  // `void NAME_scan(void)` for each; programInit() and programScan() return these names.
   std::vector<std::string> programs() const;
   std::string programInit(const std::string& program) const;  // C name
   std::string programScan(const std::string& program) const;  // C name
   // The variables of all PROGRAMs in order of declaration. These, like the C names above, are
   // complete once translate() has run.
   std::vector<ProgramVariable> programVariables() const;
-  // The same of the global variables.
+  // The same for the global variables.
   std::vector<ProgramVariable> globalVariables() const;
   // A device address as a variable; one of several bits is a bit string. False when `address` is
   // not an address in either notation.

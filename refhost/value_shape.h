@@ -21,18 +21,18 @@ struct ValueShape {
   };
 
   std::string typeName;
-  // Of an elementary value, a pointer or an enumeration: the elementary type and the size in bytes
-  // that it has in the generated program.
+  // For an elementary value, a pointer or an enumeration: the type and the size in bytes with which
+  // the generated program stores it.
   vel::BasicDataType type = vel::BasicDataType::None;
   int byteSize = 0;
   std::vector<std::pair<std::int64_t, std::string>> names;  // of an enumeration's values
 
-  // Of an array, in row-major order if it has several dimensions.
+  // For an array, whose elements lie in row-major order.
   std::shared_ptr<const ValueShape> element;
   std::int64_t count = 0;
   std::vector<std::pair<std::int64_t, std::int64_t>> bounds;
 
-  // Of a structure, without members that have no value.
+  // For a structure, without members that have no value.
   bool isStructure = false;
   std::vector<Member> members;
 

@@ -16,7 +16,7 @@ class FunctionWriter {
   // Each appends a complete function. Only one of them may be called, and only once.
   void appendFunction(std::string& out);        // of a FUNCTION
   void appendInitialisation(std::string& out);  // of a FUNCTION_BLOCK or PROGRAM
-  void appendBody(std::string& out);            // of the same
+  void appendBody(std::string& out);            // of a FUNCTION_BLOCK or PROGRAM
   void appendGlobalsInitialisation(std::string& out);
   void appendInitialisation(const StructType& structure, std::string& out);
 

@@ -153,7 +153,7 @@ bool isLibraryFunction(std::string_view name) {
   return variant && contains(kLibrary, name.substr(0, name.size() - 1));
 }
 
-// The limits that <stdint.h> defines as macros: INT32_MAX, SIZE_MAX and their like.
+// The macros of <stdint.h> for limits: INT32_MAX, SIZE_MAX and so on.
 bool isLimit(std::string_view name) {
   const std::string_view end = name.size() < 4 ? std::string_view() : name.substr(name.size() - 4);
   if (end != "_MAX" && end != "_MIN") return false;

@@ -253,7 +253,7 @@ void ExpressionWriter::times(const Expr& expr, const CommonType& common, std::st
                          b, unit);
       break;
     }
-    default:  // a difference of two points in time, in milliseconds
+    default:  // the difference of two points in time, in milliseconds
       out += fmt::format("(i32)(((i64){} - (i64){}) * {})", a, b, clock ? 1 : 1000);
       break;
   }

@@ -5,7 +5,7 @@
 
 namespace refhost {
 
-// Integer arithmetic that is written as a cast to its type, or as a call.
+// Integer arithmetic that is written as a cast or as a call, so that it needs no parentheses.
 bool isCastOrCall(const Expr& expr);
 
 // A complement that is written as a call: C complements the small types as an int, and gcc warns

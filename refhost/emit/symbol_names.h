@@ -13,7 +13,7 @@ struct UnitNames {
   std::string init;
   std::string body;  // of a function block
   std::string scan;  // of a program
-  std::string data;  // of a program: its variables
+  std::string data;  // of a program: the object that contains its variables
 };
 
 struct TypeNames {  // of a structure or an array

@@ -1,4 +1,4 @@
-// What names, members, elements and pointers give access to.
+// Typing of variables and accesses: members, bits, elements and dereferences.
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
@@ -73,7 +73,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   if (base.dataType == nullptr) return nullptr;
   const char* const name = static_cast<const Text&>(*expr.leaf(1)).text();
   VarSymbol* const member = memberOf(base.dataType, name);
-  // In-out parameters hold another unit's variable, and only during a call.
+  // An in-out parameter refers to a variable of the caller, which is valid during the call only.
   const bool visible =
       member != nullptr &&
       (member->role == Role::Member || (member->isParameter() && member->role != Role::InOut));
@@ -96,7 +96,7 @@ vel::SymbolDataType* Expressions::typeBit(Expr& expr) {
   return services_.symbols.elementary(BasicDataType::Bool);
 }
 
-// An element of an array, or of what a pointer points to the first of.
+// An element of an array, or of the memory from the target of a pointer on.
 vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
   const Expr& base = analyseLeaf(expr, 0);
   for (int i = 1; i < expr.leavesCount(); ++i) {

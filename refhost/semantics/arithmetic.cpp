@@ -15,8 +15,8 @@ bool isPointInTime(BasicDataType type) {
          type == BasicDataType::DateAndTime;
 }
 
-// The type that a literal without one of its own takes beside an operand of type
-// `other`; its own type where it does not fit.
+// The type of an untyped literal as an operand beside one of type `other`: `other` if that type
+// holds it, else `own`.
 BasicDataType literalTypeBeside(const ASTNode& node, BasicDataType own, BasicDataType other) {
   const Literal* const literal = literalOf(node);
   if (literal == nullptr || literal->value.fixedType || !isNumber(other)) return own;
@@ -36,8 +36,8 @@ BasicDataType knownType(const ASTNode& operand) {
   return valueType(static_cast<const Expr&>(operand).dataType);
 }
 
-// Of an operator that names no result type: that in which the values meet among which it
-// chooses, or a bit.
+// The result type of an operator that names none: the common type of the values among which it
+// chooses, else BOOL.
 BasicDataType chosenType(const Call& call) {
   if (!call.traits()->chooses()) return BasicDataType::Bool;
   const ASTNode& list = *call.leaf(1);
@@ -106,7 +106,7 @@ BasicDataType likelyType(const ASTNode& value, int depth) {
   const auto& expr = static_cast<const Expr&>(value);
   if (expr.kind != ExprKind::Call && !isArithmetic(expr.kind) && !isLogical(expr.kind))
     return known;
-  // A chain so long that has no type has none in its first operands either.
+  // The search ends here, since the operands at the start of so long a chain add nothing.
   if (depth > kMaxNesting) return BasicDataType::None;
   const BasicDataType first = likelyType(*expr.leaf(0), depth + 1);
   const bool second = first == BasicDataType::None && expr.leavesCount() > 1;

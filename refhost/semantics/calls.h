@@ -45,7 +45,7 @@ class Calls : public Part {
   static Argument** enablingPlace(Call& call, const ASTNode& node, const UnitSymbol* callee);
   const Callee& calleeNamed(const char* name);
 
-  std::unordered_map<const char*, Callee*> callees_;  // by name, which is interned; in the tree
+  std::unordered_map<const char*, Callee*> callees_;  // by interned name; the tree owns them
 };
 
 }  // namespace refhost

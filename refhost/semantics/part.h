@@ -17,7 +17,7 @@ namespace refhost {
 class Prelude;
 struct Parts;
 
-// Outlives the parts.
+// Must outlive the parts.
 struct Context {
   Context(Services& hostServices, Tree& program, Prelude& library,
           std::vector<vel::VELMessage>& found)

@@ -22,7 +22,7 @@ const char* nameOf(const ASTNode& declaration) {
   return static_cast<const Text&>(*declaration.leaf(0)).text();
 }
 
-// A declaration with a syntax error has no specification.
+// False also for a declaration with a syntax error, which has no specification.
 bool isSpecOf(const ASTNode& declaration, ASTType kind) {
   const ASTNode* const spec = declaration.leaf(kDeclaredSpec);
   return spec != nullptr && spec->type() == kind;

@@ -105,7 +105,7 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
 bool isWritable(const Expr& place) {
   const auto* const variable = asVariable(place.symbol);
   if (place.kind == ExprKind::Variable) {
-    // An address has no symbol.
+    // A device address has no symbol and is writable.
     return place.symbol == nullptr || (variable != nullptr && !variable->constant);
   }
   if (!isAccess(place.kind)) return false;

@@ -60,7 +60,7 @@ class StructType final : public vel::SymbolDataType {
   FoldedMap<VarSymbol*> byName_;
 };
 
-// A name that stands for an integer: a value of an enumeration, or NULL.
+// A named integer: a value of an enumeration, or NULL.
 class NamedValue final : public vel::SymbolTyped {
  public:
   NamedValue(const std::string& name, vel::SymbolDataType* type, std::int64_t number)
@@ -111,7 +111,7 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
 // True if the program may assign to the expression.
 bool isWritable(const Expr& place);
 
-// True if the item of an array's initial values is a row of several dimensions, not an element.
+// True if the item of a multi-dimensional array's initial values is a row and not an element.
 bool isRow(const ArrayType& array, const Expr& item);
 
 // The value of a variable that is not initialised: the first value of an enumeration, the lowest

@@ -27,7 +27,7 @@ struct StandardFunction {
   // and the others integers.
   std::array<std::string_view, 4> formals;
   bool extensible;         // IN3, IN4 and so on may follow
-  const char* cName = "";  // of the runtime, behind vel_string_ or vel_wstring_
+  const char* cName = "";  // of the runtime, without vel_string_ or vel_wstring_
 
   // The number of inputs that a call must have.
   int inputs() const;
@@ -36,7 +36,7 @@ struct StandardFunction {
   bool takesText(int index) const;
 };
 
-// Null when there is none of this name; letter case does not matter.
+// Null when there is no such function. The lookup ignores letter case.
 const StandardFunction* standardFunction(std::string_view name);
 
 }  // namespace refhost

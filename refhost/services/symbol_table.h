@@ -18,7 +18,7 @@ class SymbolTable final {
  public:
   SymbolTable();
 
-  // Marks the present entries, those of the operators, as ones that forget() keeps.
+  // Makes forget() keep the present entries: the elementary types and the operators.
   void keep();
   // Removes all entries of a program.
   void forget();

@@ -18,7 +18,7 @@ class StringType final : public vel::SymbolDataType {
   StringType(BasicDataType type, int characters);
 
   int length() const { return length_; }
-  // Bytes of the C array, its terminator included.
+  // The size of the C array in bytes, its terminator included.
   int byteSize() const;
 
  private:

@@ -55,7 +55,7 @@ class VarSymbol final : public vel::SymbolVar {
     iecAddress_ = address;
     backendAddress_ = raw;
   }
-  // Keeps the variable in the memory image without an address of its own.
+  // Keeps the variable in device memory without an address that the program could name.
   void keepAt(vel::HeapRawAddr raw) {
     inMemory = true;
     backendAddress_ = raw;

@@ -10,7 +10,7 @@ namespace refhost {
 struct Construct {
   enum class Kind : std::uint8_t { Unit, Variables, Members, Resource, Statement };
 
-  int opener;  // all blocks of variables have VAR
+  int opener;  // VAR for every block of variables
   int closer;
   int headerEnd;  // THEN, OF or DO; 0 for none
   Kind kind;

@@ -15,7 +15,7 @@ namespace refhost {
 
 namespace {
 
-// Locations count bytes in 32 bits.
+// A vel::TextLocation has 32 bits for the offset in bytes.
 constexpr std::size_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max() - 1;
 constexpr std::size_t kReadSize = std::size_t{1} << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";

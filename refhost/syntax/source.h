@@ -13,7 +13,7 @@ namespace refhost {
 
 struct LineColumn {
   std::uint32_t line = 1;    // from 1
-  std::uint32_t column = 1;  // from 1, in characters; in bytes where a file is not UTF-8
+  std::uint32_t column = 1;  // from 1, in characters; in bytes if the file is not UTF-8
 };
 
 class SourceManager {

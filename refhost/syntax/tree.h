@@ -259,14 +259,13 @@ class Tree {
   T* make(Args&&... args) {
     return new (arena_.allocate(sizeof(T), alignof(T))) T(std::forward<Args>(args)...);
   }
-  // Makes `leaves` the leaves of `node`.
   void setLeaves(ASTNode& node, const std::vector<ASTNode*>& leaves);
   void setLeaves(ASTNode& node, std::initializer_list<ASTNode*> leaves);
   // A zero-terminated copy that lives as long as the tree. Equal texts share one copy.
   const char* intern(std::string_view text);
   // Makes a binary operator and sets its `chain`.
   Expr* makeBinary(ExprKind kind, ASTNode* left, ASTNode* right);
-  // Keeps a value for a Literal to refer to.
+  // Stores the value of a Literal, which refers to it.
   const LiteralValue& keep(LiteralValue value);
   // Memory in the arena for the leaves of one node; null if `count` is 0.
   ASTNode** allocateLeaves(std::size_t count);

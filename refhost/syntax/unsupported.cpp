@@ -86,7 +86,7 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
       {"CAL", Extent::Unit, "", kRefused, kInstructions},
       {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
       {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
-      // These concern the configuration of devices and not the translation.
+      // Access paths and the configuration of instances do not concern the translation.
       {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
       {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
   };
