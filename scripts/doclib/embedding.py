@@ -1,4 +1,4 @@
-"""What `velc explain` has of the pages: C++ tables of texts and of their topics."""
+"""The pages as `velc explain` has them: C++ tables of texts and of their topics."""
 import re
 
 from . import messages, operators
@@ -6,12 +6,12 @@ from .pages import ROOT, pages_in
 
 
 def registered_names(listing):
-    """The names in what the build tool operator_order prints."""
+    """The names in the output of the build tool operator_order."""
     return re.findall(r'"(\w+)"', listing)
 
 
 def unregistered_classes():
-    """The classes of operators that have no row and are no other's base."""
+    """The classes of operators that have no row and are not the base of another class."""
     headers = {path: path.read_text() for path in (ROOT / "operators").rglob("*.h")}
     used = set(re.findall(r"\bmake<(\w+)>", (ROOT / "operators/registration.cpp").read_text()))
     for text in headers.values():
@@ -28,7 +28,7 @@ def literal(text):
 
 
 def embedded(listing):
-    """The tables, and what is missing."""
+    """The tables, and a list of the topics that are missing."""
     texts, topics, names, sections = [], {}, [], []
     for path in pages_in("operators"):
         text = path.read_text()

@@ -13,7 +13,7 @@ END = "<!-- end of the drawing -->\n"
 
 
 class Part(NamedTuple):
-    """A folder, or some files of one."""
+    """A folder, or some of its files."""
 
     files: str  # a pattern of names; the first part that fits a file is its part
     includes: str = ""  # names of the parts whose files it may include, beside its own
@@ -35,7 +35,7 @@ PARTS = {
     "operators/select": Part(r"operators/select/.*", "core core/interfaces host", C_PLUS_PLUS),
     "operators": Part(r"operators/registration\.cpp", "core operators/convert operators/device "
                       "operators/func operators/select", C_PLUS_PLUS),
-    # Hosts see the interfaces of the plugin alone, and their tests nothing of the kit.
+    # Hosts include only the interfaces of the plugin, and the test kit does not include the host kit.
     "hostkit/hosttest": Part(r"hostkit/hosttest/.*", "core/interfaces host"),
     "hostkit": Part(r"hostkit/.*", "core/interfaces host"),
     # The reference host, in the order in which a program goes through it.
@@ -67,7 +67,7 @@ def part_of(name):
 
 
 def resolved(path, target):
-    """The file of this project that an include names, or nothing."""
+    """The file of this project that an include names, or None."""
     for folder in (ROOT, path.parent, ROOT / "runtime", ROOT / "cli/harness"):
         if (folder / target).is_file():
             return (folder / target).relative_to(ROOT).as_posix()
@@ -75,7 +75,7 @@ def resolved(path, target):
 
 
 def problem_of(name, own, path, quote, target):
-    """What is wrong with an include, or nothing; and the part that it leads to."""
+    """The fault of an include, or None; and the part that it leads to."""
     there = resolved(path, target)
     if there is None:
         if quote == '"' and target not in GENERATED:
@@ -91,7 +91,7 @@ def problem_of(name, own, path, quote, target):
 
 
 def read():
-    """The parts that each part includes, and what is wrong."""
+    """The parts that each part includes, and the faults."""
     used, problems = {part: set() for part in PARTS}, []
     tops = sorted({part.split("/")[0] for part in PARTS})
     for path in sorted(path for top in tops for path in (ROOT / top).rglob("*")):
@@ -126,7 +126,7 @@ def reachable(used, part):
 
 
 def drawing(used):
-    """The diagram in Mermaid, without the arrows that follow from others."""
+    """The diagram in Mermaid, without arrows that follow from others."""
     lines = ["```mermaid", "flowchart TD"]
     for top in dict.fromkeys(part.split("/")[0] for part in PARTS):
         rooms = [part for part in PARTS if part.split("/")[0] == top]
@@ -142,6 +142,6 @@ def drawing(used):
 
 
 def drawn(text, used):
-    """The page with the diagram made anew."""
+    """The page with a new diagram."""
     before, _, rest = text.partition(BEGIN)
     return before + BEGIN + drawing(used) + END + rest.partition(END)[2]

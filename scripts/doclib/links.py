@@ -7,7 +7,7 @@ from .pages import ROOT
 
 LINK = re.compile(r"(?<!!)\[[^\]]*\]\(([^)\s]+)\)")
 CODE = re.compile(r"^ *```.*?^ *```$|`[^`\n]+`", re.M | re.S)
-# In code: a path below one of the folders, and a call of velc. The history may name what is gone.
+# In code: a path in one of the folders, and a call of velc. The history may name files that are gone.
 HISTORY = "CHANGELOG.md"
 NAMED = re.compile(r"(?:`|^\$ |^)((?:host|core|operators|hostkit|refhost|runtime|cli|tests|bench"
                    r"|fuzz|examples|packaging|scripts|docs)/[^`\s<>]*)", re.M)
@@ -31,7 +31,7 @@ def anchors_of(path):
 
 
 def problem_of(path, target):
-    """What is wrong with a link, or nothing."""
+    """The fault of a link, or None."""
     name, _, anchor = target.partition("#")
     there = (path.parent / name).resolve() if name else path
     if not there.exists():
@@ -49,13 +49,13 @@ def markdown_files():
 
 
 def manual():
-    """Commands and options of velc, by its manual page."""
+    """The commands and options of velc, from its manual page."""
     items = "".join(re.findall(r"^\.It .*\n", (ROOT / "docs/velc.1").read_text(), re.M))
     return set(re.findall(r"Cm ([a-z]+)", items)), set(re.findall(r"Fl (-[a-z-]+)", items))
 
 
 def named_problems(path, text, commands, options):
-    """Files and commands that a page names in its code, and that there are not."""
+    """The files and commands in the code of a page that do not exist."""
     for match in NAMED.finditer(text):
         name = match[1]
         places = (ROOT, path.parent, ROOT / path.relative_to(ROOT).parts[0])

@@ -14,7 +14,7 @@ class Table(NamedTuple):
 
 
 def inline(text, link=lambda text, target: None):
-    """The HTML of a text; `link` gives the address for a link, or nothing when it leads away."""
+    """The HTML of a text; `link` returns the address for a link, or None for a link to elsewhere."""
     def replaced(match):
         code, label, target = match.groups()
         if code:

@@ -19,14 +19,14 @@ TABLES = {"plugin": "core/messages.h", "host": "refhost/messages.h"}
 
 
 class Section(NamedTuple):
-    """What a page says of one code."""
+    """The section of a code."""
 
     code: str
     title: str
     text: str  # with its heading
 
     def formats(self):
-        """Severity and format of each message, and what is said of it."""
+        """Severity and format of each message of the code, and the note to it."""
         return re.findall(r"^- (error|warning): `(.*?)`(.*(?:\n  .*)*)", self.text, re.M)
 
 
@@ -48,7 +48,7 @@ def sections_of(text):
 
 
 def coverage_problems(sections):
-    """Messages that no section has, sections of no message, and codes with two sections."""
+    """Messages without a section, sections without a message, and codes with two sections."""
     listed = [(section.code, *row[:2]) for section in sections for row in section.formats()]
     everything = declared("plugin") | declared("host")
     for row in sorted(everything - set(listed)):
@@ -60,7 +60,7 @@ def coverage_problems(sections):
 
 
 def check_section(section, velc):
-    """The examples raise every message of the code, or nothing at all."""
+    """Checks that the examples raise every message of the code, or none."""
     blocks = [*FENCE.findall(section.text), ("", "")]
     raised, silent = "", False
     for (mark, body), (next_mark, _) in zip(blocks, blocks[1:]):

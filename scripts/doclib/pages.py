@@ -1,4 +1,4 @@
-"""Markdown pages whose blocks show what velc gives.
+"""Markdown pages whose blocks show the output of velc.
 
 A block marked ```st holds a whole program, or statements after a comment with their
 declarations. The blocks after it are made from it:
@@ -21,7 +21,7 @@ FENCE = re.compile(r"^```(\w.*)\n((?:.*\n)*?)```$", re.M)
 
 
 class Problem(Exception):
-    """What is wrong with a page."""
+    """A fault of a page."""
 
 
 def as_program(source):
@@ -60,8 +60,8 @@ def last_of(diagnostics):
     return "".join(diagnostics.splitlines(keepends=True)[-3:])
 
 
-# Of each kind of block the command and what of its output is shown. Those of `check` show
-# standard error, whether there are errors or not.
+# For each kind of block, the command and the part of its output that the block shows. Blocks of
+# `check` show standard error, with or without errors.
 KINDS = {
     "c static": ("translate", static_code_of),
     "c": ("translate", statements_of),
@@ -72,7 +72,7 @@ KINDS = {
 
 
 def run_velc(velc, command, options, source):
-    """What velc says of the source: exit code, standard output and standard error."""
+    """The result of velc for the source: exit code, standard output and standard error."""
     with tempfile.TemporaryDirectory() as folder:
         Path(folder, "example.st").write_text(as_program(source))
         call = [velc, command, *options, "example.st"]
@@ -80,7 +80,7 @@ def run_velc(velc, command, options, source):
 
 
 def shown(velc, mark, source):
-    """What a block with this mark has to say of the source."""
+    """The text that a block with this mark must show for the source."""
     kind = next((kind for kind in KINDS if f"{mark} ".startswith(f"{kind} ")), None)
     if kind is None or source is None:
         raise Problem("a block of no known kind, or before any ```st")
@@ -94,7 +94,7 @@ def shown(velc, mark, source):
 
 
 def refresh(text, velc):
-    """The text of a page with its blocks made anew."""
+    """The text of a page with new blocks."""
     source = None
 
     def block(match):
@@ -113,6 +113,6 @@ def refresh(text, velc):
 
 
 def pages_in(folder):
-    """The pages of a folder of docs/, but for the one about the others."""
+    """The pages of a folder of docs/ except its README."""
     paths = (ROOT / "docs" / folder).glob("*.md")
     return sorted(path for path in paths if path.name != "README.md")

@@ -12,9 +12,8 @@ from . import messages, operators
 from .markdown import inline, rendered
 from .pages import ROOT, Problem, bodies_of, run_velc, static_code_of
 
-# The variables of sample calls, for operators that are neither conversions, whose types their
-# names say, nor take one type for everything. A parameter without a variable is given a device
-# address.
+# The variables of sample calls. Operators are left out if they are conversions, whose names tell the
+# types, or have one type for all parameters. A parameter without a variable gets a device address.
 VARIABLES = {
     "SEL": "G : BOOL; IN0, IN1, result : INT;",
     "TRUNC": "IN : REAL; result : DINT;",
@@ -67,7 +66,7 @@ class Operator(NamedTuple):
 
 
 def types_in(pattern, name):
-    """What X and Y of a pattern stand for in a name."""
+    """The values of X and Y of a pattern in a name."""
     return {part.lower(): own for part, own in zip(pattern.split("_"), name.split("_"))
             if part in ("X", "Y")}
 
@@ -105,7 +104,7 @@ def operators_of(path, classes, velc):
 
 
 def translated(velc, group):
-    """The C of the sample calls of operators that share a class, and what it relies on."""
+    """The C of the sample calls of operators that share a class, and their static code."""
     done = run_velc(velc, "translate", [], "".join(op.unit(i) for i, op in enumerate(group)))
     bodies = list(bodies_of(done.stdout))
     if done.returncode or len(bodies) != len(group):
@@ -118,7 +117,7 @@ def translated(velc, group):
 
 
 def expression_of(body):
-    """The C of the call alone: without the host's assignment and its way to the variables."""
+    """The C of the call alone, without the host's assignment and its access to the variables."""
     statement = body.rstrip("\n").split("\n")[-1].replace("self->", "")
     of_string = re.fullmatch(r"vel_w?string_set\(result, \d+, (.*)\);", statement)
     return of_string[1] if of_string else statement.removeprefix("result = ").removesuffix(";")
@@ -178,7 +177,7 @@ def message_item(names, code, severity, form, when):
 
 
 def page_template(path):
-    """What the operators of a page have in common, to be filled in for each."""
+    """The template of a page, with the parts that its operators have in common."""
     text = path.read_text()
 
     has_patterns = re.search(r"\b[XY]_|_[XY]\b", operators.section(text, "Operators"))
@@ -269,7 +268,7 @@ def sample_calls(velc):
 
 
 def calls_problems(velc):
-    """Sample calls whose C the C compiler and the runtime do not take."""
+    """The sample calls whose C does not compile with the runtime."""
     listed = all_operators(velc)
     said = run_velc(velc, "run", [], "".join(op.unit(i) for i, op in enumerate(listed))).stderr
     unknown = set(re.findall(r"(?:implicit declaration of function|undefined reference to) "
@@ -286,7 +285,7 @@ def page(velc):
     """The text of docs/reference.html."""
     titles = families()
     paths = [ROOT / f"docs/operators/{stem}.md" for stem in titles]
-    # The many conversions come last: they would bury the others.
+    # The conversions come last, since there are so many that the others would be hard to find.
     listed = sorted(all_operators(velc), key=lambda operator: "TO_" in operator.name)
     groups = {}
     for operator in listed:
