@@ -1,9 +1,9 @@
-/* Runtime of generated programs: the names that the generated C relies on.
+/* Runtime of generated programs: the names that the generated C uses.
  *
- * C11 with the GNU extensions of gcc and clang. All values wrap unless a function says
- * otherwise; nothing here has undefined behaviour whatever it is given, save null or
- * dangling pointers. Only <stddef.h> and <stdint.h> come with it, so a program's own
- * names stay free. Nothing depends on the locale.
+ * C11 with the GNU extensions of gcc and clang. All values wrap on overflow unless a
+ * function says otherwise. No argument causes undefined behaviour, except null or dangling
+ * pointers. Nothing depends on the locale. The only headers included are <stddef.h> and
+ * <stdint.h>, so that other names of the C library stay free for the program.
  *
  * Most names that generated calls use are macros with parameters, so that a variable
  * may have such a name too. Each evaluates its arguments once. */

@@ -19,8 +19,8 @@ void vel_fill_bits(u8* memory, u32 bytes, u32 a, u32 n, int set) {
   const u64 bits = (u64)bytes * 8;
   const u64 end = (u64)a + n < bits ? (u64)a + n : bits;
   if (a >= end) return;
-  const u32 head = 0xFFu << (a % 8);      /* of the first byte */
-  const u32 tail = (1u << (end % 8)) - 1; /* of the byte at the end, maybe none */
+  const u32 head = 0xFFu << (a % 8);      /* mask for the first byte */
+  const u32 tail = (1u << (end % 8)) - 1; /* mask for the byte after the last whole one; may be 0 */
   u8* const first = memory + a / 8;
   u8* const last = memory + end / 8;
   if (first == last) {

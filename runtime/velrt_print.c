@@ -4,14 +4,14 @@
 
 /* ---- Parts of texts --------------------------------------------------------- */
 
-/* Each writes at `to`, without a terminator, and gives the end of what it wrote. */
+/* Each writes to `to`, without a terminator, and returns the end of its output. */
 
 static char* put_text(char* to, const char* text) {
   while (*text != 0) *to++ = *text++;
   return to;
 }
 
-/* With at least `width` digits. */
+/* Writes at least `width` digits. */
 static char* put_number(char* to, u64 value, int width) {
   char digits[20];
   int count = 0;
@@ -26,8 +26,8 @@ static char* put_signed(char* to, i64 value) {
   return put_number(to, 0 - (u64)value, 1);
 }
 
-/* The calendar of four hundred years, which begin in March, so that the day that a leap
- * year adds is its last. */
+/* Computes with eras of 400 years, which begin in March so that a leap day is the last day of
+ * its year. */
 static char* put_date(char* to, u32 seconds) {
   const u32 days = seconds / 86400 + 719468; /* from 0000-03-01 on */
   const u32 era = days / 146097;
@@ -102,7 +102,7 @@ char* vel_print_tod(u32 milliseconds, void* to) {
 u16* vel_widen(void* to) {
   const unsigned char* const narrow = to;
   u16* const wide = to;
-  /* From the end on, so that no unit is written over a byte that is still to be read. */
+  /* Backwards, so that no unit overwrites a byte that has yet to be read. */
   for (size_t i = strlen(to) + 1; i-- > 0;) wide[i] = narrow[i];
   return wide;
 }

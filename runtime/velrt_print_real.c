@@ -12,11 +12,11 @@ typedef struct {
   int exponent; /* of the last digit */
 } decimal;
 
-/* What tells REAL and LREAL apart here. */
+/* The differences between REAL and LREAL. */
 typedef struct {
   f64 smallest_normal;
-  int kept_digits;    /* that survive on every normal number */
-  int telling_digits; /* that tell every number from its neighbours */
+  int kept_digits;    /* decimal digits that every normal number preserves */
+  int telling_digits; /* decimal digits that distinguish every number from its neighbours */
   f64 (*parse)(const char* text);
 } format;
 
@@ -26,7 +26,7 @@ static f64 parse_lreal(const char* text) { return strtod(text, NULL); }
 static const format real_format = {FLT_MIN, FLT_DIG, FLT_DECIMAL_DIG, parse_real};
 static const format lreal_format = {DBL_MIN, DBL_DIG, DBL_DECIMAL_DIG, parse_lreal};
 
-/* `value` rounded to `count` digits. The decimal point is the locale's and passed over. */
+/* `value` rounded to `count` digits. Skips the decimal point, which depends on the locale. */
 static decimal rounded(f64 value, int count) {
   char text[48];
   decimal result = {0, 0};
@@ -45,16 +45,16 @@ static int reads_as(decimal number, f64 value, const format* f) {
   return f->parse(text) == value;
 }
 
-/* The fewest digits that read as `value`, which is above 0, and of those the nearest. A
- * normal number that needs fewer digits than survive has zeros behind them. */
+/* The fewest digits that read as `value`, which is above 0; of several such numbers the nearest.
+ * A normal number starts with kept_digits: if it needs fewer, they end in zeros. */
 static decimal shortest(f64 value, const format* f) {
   decimal number = {0, 0};
   int count = value >= f->smallest_normal ? f->kept_digits : 1;
   for (; count <= f->telling_digits; ++count) {
     number = rounded(value, count);
     if (reads_as(number, value, f)) break;
-    /* Above a power of two the next number is twice as far as below it, so that the
-     * second nearest may do where the nearest does not. */
+    /* At a power of two the spacing of numbers above is twice that below, so that the second
+     * nearest decimal may read as `value` although the nearest does not. */
     ++number.digits;
     if (reads_as(number, value, f)) break;
   }
@@ -72,11 +72,11 @@ static char* put_zeros(char* to, int count) {
   return to + count;
 }
 
-/* At least one digit stands on each side of the point. */
+/* Writes at least one digit on each side of the point. */
 static void put_decimal(char* to, decimal number) {
   char digits[24];
   const int count = snprintf(digits, sizeof digits, "%" PRIu64, number.digits);
-  const int exponent = number.exponent + count - 1; /* of the first digit */
+  const int exponent = number.exponent + count - 1; /* that of the first digit */
   const int plain = exponent >= -4 && exponent <= 15;
   const int whole = !plain ? 1 : exponent < 0 ? 0 : exponent + 1;
   const int given = whole < count ? whole : count;

@@ -6,21 +6,20 @@
 #include "velrt/read.h"
 #include "velrt_cursor.h"
 
-/* A text is brought into a form that strtod and strtof round correctly and read alike in
- * every locale: without the decimal point, which is the locale's, and without what is
- * too long to matter. */
+/* Converts a string to a form that strtod and strtof read and round correctly in every locale:
+ * without a decimal point, which depends on the locale, and without digits too far back to
+ * matter. */
 
-/* More than any two neighbours and their middle have in common. */
+/* More digits than it takes to distinguish two adjacent numbers and their midpoint. */
 enum { MAX_DIGITS = 800 };
 
 typedef struct {
   char text[MAX_DIGITS + 40]; /* for strtod; starts with the sign */
   int length;
-  int infinite; /* as written, not by its size */
+  int infinite; /* written as infinity, not too large */
 } c_number;
 
-/* What does not fit into the digits that are kept is put into the exponent; `sticky`
- * tells whether it had any part that is not zero. */
+/* The exponent of the digits that are kept; `sticky` is set when a dropped digit is not zero. */
 typedef struct {
   i64 exponent;
   int sticky;
@@ -29,15 +28,15 @@ typedef struct {
 static void put(c_number* out, char unit) { out->text[out->length++] = unit; }
 
 static void put_exponent(c_number* out, char mark, i64 exponent) {
-  const i64 limit = 1000000; /* far beyond both ends of the range */
+  const i64 limit = 1000000; /* far outside the range of exponents */
   if (exponent > limit) exponent = limit;
   if (exponent < -limit) exponent = -limit;
   snprintf(out->text + out->length, sizeof out->text - (size_t)out->length, "%c%d", mark,
            (int)exponent);
 }
 
-/* Digits of a decimal number; leading zeros are left out. `scale` is what each of them
- * changes the exponent by. */
+/* Accepts the digits of a decimal number and drops leading zeros. `scale` is the change of the
+ * exponent for each digit. */
 static int take_decimals(vel_cursor* c, c_number* out, i64 scale, dropped* rest) {
   int digit = vel_take_digit(c, 10, 0);
   if (digit < 0) return 0;
@@ -99,7 +98,7 @@ static int take_prefix(vel_cursor* c) {
   return vel_take_word(c, "REAL#") || vel_take_word(c, "LREAL#");
 }
 
-/* False where `text` is no number. */
+/* False when `text` is not a number. */
 static int read_number(const void* text, int wide, c_number* out) {
   vel_cursor c = vel_start(text, wide);
   int sign = vel_take_sign(&c);

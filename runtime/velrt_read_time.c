@@ -3,7 +3,7 @@
 
 /* ---- Fractions -------------------------------------------------------------- */
 
-/* Digits behind a point; more are below every unit. */
+/* Digits after a decimal point. Further digits would be smaller than every unit. */
 typedef struct {
   int count;
   u8 digits[32];
@@ -19,8 +19,8 @@ static int take_fraction(vel_cursor* c, fraction* out) {
   return 1;
 }
 
-/* That part of `unit`, without what is below 1. Rounding down from the last digit on
- * gives what rounding down once would. */
+/* The fraction `f` of `unit`, rounded down. Rounding down at each digit, from the last on, has
+ * the same result as rounding down once. */
 static u64 part_of(u64 unit, const fraction* f) {
   u64 part = 0;
   for (int i = f->count - 1; i >= 0; --i) part = (f->digits[i] * unit + part) / 10;
@@ -38,7 +38,7 @@ static const struct {
 };
 enum { UNIT_COUNT = sizeof units / sizeof *units };
 
-/* The first unit from `first` on whose whole name is there; UNIT_COUNT when none is. */
+/* Accepts the name of a unit from `first` on; UNIT_COUNT when there is none. */
 static size_t take_unit(vel_cursor* c, size_t first) {
   for (size_t i = first; i < UNIT_COUNT; ++i) {
     vel_cursor probe = *c;
@@ -50,7 +50,7 @@ static size_t take_unit(vel_cursor* c, size_t first) {
   return UNIT_COUNT;
 }
 
-/* In nanoseconds; what is more than `total` holds is UINT64_MAX. */
+/* Accepts a duration, in nanoseconds. Saturates at UINT64_MAX. */
 static int take_duration(vel_cursor* c, u64* total) {
   size_t next = 0;
   fraction part = {0};
@@ -69,7 +69,7 @@ static int take_duration(vel_cursor* c, u64* total) {
   return 1;
 }
 
-/* In units of `unit` nanoseconds, cut to -highest - 1 to `highest`. */
+/* Reads a duration in units of `unit` nanoseconds, limited to -highest - 1 to `highest`. */
 static i64 read_duration(const void* text, int wide, u64 unit, u64 highest) {
   vel_cursor c = vel_start(text, wide);
   if (!vel_take_word(&c, "T#") && !vel_take_word(&c, "TIME#") && !vel_take_word(&c, "LT#")) {
@@ -93,7 +93,7 @@ i64 vel_read_ltime(const void* text, int wide) { return read_duration(text, wide
 
 static const u32 seconds_of_day = 86400;
 
-/* A number from `lowest` to `highest`. */
+/* Accepts a number from `lowest` to `highest`. */
 static int take_field(vel_cursor* c, u64 lowest, u64 highest, i64* field) {
   u64 value = 0;
   if (!vel_take_digits(c, 10, &value) || value < lowest || value > highest) return 0;
@@ -107,15 +107,15 @@ static int days_of_month(i64 year, i64 month) {
   return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
-/* Days from 1970-01-01 on. Years begin in March here, so that the day that a leap year
- * adds is its last. */
+/* Days from 1970-01-01 on. Computes with years that begin in March, so that a leap day is the
+ * last day of its year. */
 static i64 days_from_date(i64 year, i64 month, i64 day) {
   const i64 y = month <= 2 ? year - 1 : year;
   const i64 day_of_year = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
   return y * 365 + y / 4 - y / 100 + y / 400 + day_of_year - 719468;
 }
 
-/* In seconds from 1970-01-01 on. */
+/* Accepts a date, in seconds from 1970-01-01 on. */
 static int take_date(vel_cursor* c, i64* seconds) {
   i64 year = 0;
   i64 month = 0;
@@ -128,7 +128,7 @@ static int take_date(vel_cursor* c, i64* seconds) {
   return 1;
 }
 
-/* In milliseconds from midnight on. */
+/* Accepts a time of day, in milliseconds from midnight on. */
 static int take_clock(vel_cursor* c, i64* milliseconds) {
   i64 hour = 0;
   i64 minute = 0;

@@ -2,7 +2,7 @@
 
 #include "velrt/strings.h"
 
-/* Units compare as unsigned numbers. */
+/* Code units as unsigned numbers, for comparisons. */
 static inline int vel_string_unit(char unit) { return (unsigned char)unit; }
 static inline int vel_wstring_unit(u16 unit) { return unit; }
 

@@ -1,5 +1,5 @@
-/* The functions of texts for one kind of code unit: define UNIT, its type, and TEXT(name), the
- * name of a function, and include this. */
+/* The string functions for one type of code unit. Before including this, define UNIT, the type,
+ * and TEXT(name), the name of a function. */
 
 static size_t TEXT(units)(const UNIT* in) {
   size_t units = 0;
@@ -7,8 +7,8 @@ static size_t TEXT(units)(const UNIT* in) {
   return units;
 }
 
-/* Writes `count` units to `to`, behind the `used` ones that stand there; gives how many
- * stand there then. What does not fit is cut. */
+/* Appends `count` units to the `used` units in `to`, truncates them if necessary, and returns the
+ * new number of units. */
 static size_t TEXT(add)(UNIT* to, size_t size, size_t used, const UNIT* in, size_t count) {
   if (count > size - 1 - used) count = size - 1 - used;
   memmove(to + used, in, count * sizeof *to);
@@ -16,7 +16,7 @@ static size_t TEXT(add)(UNIT* to, size_t size, size_t used, const UNIT* in, size
   return used + count;
 }
 
-/* `a` with `count` units from index `start` on replaced by `b`. */
+/* `a` with `count` units from index `start` (from 0) on replaced by `b`. */
 static UNIT* TEXT(splice)(UNIT* to, size_t size, const UNIT* a, const UNIT* b, size_t start,
                           i64 count) {
   const size_t rest = TEXT(units)(a) - start;
@@ -27,7 +27,7 @@ static UNIT* TEXT(splice)(UNIT* to, size_t size, const UNIT* a, const UNIT* b, s
   return to;
 }
 
-/* Is `position`, from 1, that of a unit of `in`? */
+/* True when `in` has a unit at `position`, counted from 1. */
 static int TEXT(has)(const UNIT* in, i64 position) {
   return position >= 1 && (u64)position <= TEXT(units)(in);
 }

@@ -1,4 +1,4 @@
-/* What the arithmetic and the loops of Structured Text become. */
+/* The arithmetic and the loops of Structured Text. */
 #ifndef VELRT_ARITHMETIC_H
 #define VELRT_ARITHMETIC_H
 
@@ -37,20 +37,20 @@ static inline u64 vel_mod_u64(u64 a, u64 b) { return b == 0 ? 0 : a % b; }
 
 /* ---- Complement ------------------------------------------------------------- */
 
-/* All bits of `x` the other way round. */
+/* The bitwise complement of `x`. */
 static inline u8 vel_not_u8(u8 x) { return (u8)~x; }
 static inline u16 vel_not_u16(u16 x) { return (u16)~x; }
 
 /* ---- Power ------------------------------------------------------------------ */
 
 /* `base` to the power of `exponent`. Anything to the power of 0 is 1; a negative
- * base with a fractional exponent gives NaN; what is too large gives an infinity. */
+ * base with a fractional exponent gives NaN; overflow gives an infinity. */
 f64 vel_pow(f64 base, f64 exponent);
 
 /* ---- Times ------------------------------------------------------------------ */
 
-/* A duration computed as a real number: its fraction is dropped, what is out of range
- * takes the nearest value of the type, and NaN is 0. */
+/* Converts a duration computed as a real number to the integer of a TIME or LTIME: truncates,
+ * saturates when out of range, and converts NaN to 0. */
 static inline i32 vel_truncate_i32(f64 x) {
   if (!(x > -2147483648.0)) return x != x ? 0 : INT32_MIN;
   return x < 2147483647.0 ? (i32)x : INT32_MAX;
@@ -60,20 +60,20 @@ static inline i64 vel_truncate_i64(f64 x) {
   return x < 9223372036854775808.0 ? (i64)x : INT64_MAX;
 }
 
-/* A time of day moved by `milliseconds`, round the clock. */
+/* A time of day plus `milliseconds`; wraps at midnight. */
 static inline u32 vel_tod_shift(u32 tod, i64 milliseconds) {
   const i64 day = 86400000;
   const i64 moved = ((i64)tod + milliseconds % day) % day;
   return (u32)(moved < 0 ? moved + day : moved);
 }
 
-/* A date and time moved by `seconds`; wraps. */
+/* A date and time plus `seconds`; wraps. */
 static inline u32 vel_dt_shift(u32 dt, i64 seconds) { return (u32)((u64)dt + (u64)seconds); }
 
 /* ---- FOR loops -------------------------------------------------------------- */
 
-/* May a loop at `x` take one more step of `by` without passing `to`? 1 or 0; with
- * a step of 0 always 0. Never computes x + by, so nothing overflows. */
+/* 1 when a loop at `x` can take another step of `by` without passing `to`, else 0; always 0 for
+ * a step of 0. Does not compute x + by, which could overflow. */
 static inline int vel_for_more_i64(i64 x, i64 to, i64 by) {
   if (by > 0) return x <= to && (u64)to - (u64)x >= (u64)by;
   return by < 0 && x >= to && (u64)x - (u64)to >= (u64)0 - (u64)by;

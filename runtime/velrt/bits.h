@@ -1,4 +1,4 @@
-/* Bits of variables, of parameters and of memory. */
+/* Access to bits of variables and parameters, and filling of memory. */
 #ifndef VELRT_BITS_H
 #define VELRT_BITS_H
 
@@ -14,8 +14,7 @@ extern "C" {
 static inline u8 vel_bit(u64 bits, size_t width, i64 n) {
   return n >= 0 && (u64)n < width && (bits >> n & 1) != 0;
 }
-/* `bits` with bit `n` of the lowest `width` made `d`; as they are when there is no such
- * bit. */
+/* `bits` with bit `n` of the lowest `width` set to `d`; unchanged when there is no such bit. */
 static inline u64 vel_with_bit(u64 bits, size_t width, i64 n, int d) {
   if (n < 0 || (u64)n >= width) return bits;
   return d ? bits | (u64)1 << n : bits & ~((u64)1 << n);
@@ -25,11 +24,11 @@ static inline u64 vel_with_bit(u64 bits, size_t width, i64 n, int d) {
  * has no such bit. */
 #define vgbit(variable_and_bit) vel_bit_of variable_and_bit
 #define vel_bit_of(x, n) vel_bit((u64)(x), sizeof(x) * 8, (n))
-/* Sets bit `n` of the integer variable `x` when `d` is not 0, else clears it. When `x`
- * has no such bit it keeps its value. */
+/* Sets bit `n` of the integer variable `x` when `d` is not 0, else clears it. Does nothing
+ * when `x` has no such bit. */
 #define vsbit(x, n, d)                                                                       \
   __extension__({                                                                            \
-    const int vel_d = (d) != 0; /* first: it may change `x` */                               \
+    const int vel_d = (d) != 0; /* first, because evaluating it may change `x` */            \
     const i64 vel_n = (n);                                                                   \
     __auto_type vel_x = &(x);                                                                \
     *vel_x = (__typeof__(*vel_x))vel_with_bit((u64)*vel_x, sizeof *vel_x * 8, vel_n, vel_d); \
@@ -37,24 +36,24 @@ static inline u64 vel_with_bit(u64 bits, size_t width, i64 n, int d) {
 
 /* ---- Bits of parameters ----------------------------------------------------- */
 
-/* An actual parameter whose bits are numbered from the lowest of its first byte on. */
+/* An actual parameter. Its bit 0 is the lowest bit of its first byte. */
 typedef struct {
   void* data;
-  u32 bits; /* how many it has */
+  u32 bits; /* number of its bits */
 } vel_bit_param;
 
 /* Bit `bit` of the parameter, 0 or 1; 0 when it has no such bit. */
 u8 getBitOfParam(const vel_bit_param* param, i64 bit);
-/* Sets that bit when `value` is not 0, else clears it. When the parameter has no such
- * bit nothing is written. */
+/* Sets that bit when `value` is not 0, else clears it. Does nothing when the parameter has no
+ * such bit. */
 void setBitOfParam(const vel_bit_param* param, i64 bit, u8 value);
 
 /* ---- Zones ------------------------------------------------------------------ */
 
 /* Fills `n` bits of the `bytes` bytes at `memory`, from bit `a` on, with 1 when `set` is
- * not 0, else with 0. What lies outside is left out. */
+ * not 0, else with 0. Ignores bits outside. */
 void vel_fill_bits(u8* memory, u32 bytes, u32 a, u32 n, int set);
-/* Fills `n` bytes, from byte `a` on, with `value`. What lies outside is left out. */
+/* Fills `n` bytes, from byte `a` on, with `value`. Ignores bytes outside. */
 void vel_fill_bytes(u8* memory, u32 bytes, u32 a, u32 n, u8 value);
 
 #ifdef __cplusplus

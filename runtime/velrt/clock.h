@@ -1,4 +1,4 @@
-/* The time that programs see. */
+/* The clock of programs. */
 #ifndef VELRT_CLOCK_H
 #define VELRT_CLOCK_H
 
@@ -8,9 +8,9 @@
 extern "C" {
 #endif
 
-/* Milliseconds at the start of the scan, from any point in time on; wraps. The platform
- * sets it before each scan and leaves it alone during the scan, so that all timers of a
- * scan see one time. Two scans lie less than 24 days apart. 0 at start. */
+/* The time at the start of the scan in milliseconds, from any origin; wraps. The platform
+ * sets it before each scan and does not change it during the scan, so that all timers of a
+ * scan see the same time. Two scans must be less than 24 days apart. Initially 0. */
 extern u32 vel_scan_time;
 
 #ifdef __cplusplus

@@ -9,9 +9,9 @@
 extern "C" {
 #endif
 
-/* Bytes of the areas, which lie one after the other in `_m`: markers, inputs, outputs,
- * and hidden state that no address reaches. Every source file of one program must see
- * the same sizes. */
+/* Sizes in bytes of the areas, which follow each other in `_m`: markers, inputs, outputs,
+ * and hidden state, which has no addresses. All source files of a program must be compiled
+ * with the same sizes. */
 #ifndef VEL_MEMORY_M
 #define VEL_MEMORY_M 16384
 #endif
@@ -30,25 +30,24 @@ extern "C" {
 #error "device memory is little-endian, and so must the machine be"
 #endif
 
-/* The memory image, all zero at start. Weak: the program defines it, in the sizes
- * that it was compiled with, and its source files share one. */
+/* The memory image, initially zero. Weak, so that every source file of a program can define
+ * it, in the sizes with which it is compiled, and all of them share one. */
 u8 _m[VEL_MEMORY_BYTES] __attribute__((weak, aligned(8)));
 
-/* Bit `a` of `_m`, 0 or 1; bit 0 is the lowest of byte 0. Outside `_m` 0. */
+/* Bit `a` of `_m`, 0 or 1; bit 0 is the lowest of byte 0. 0 outside `_m`. */
 static inline u8 gbit(u32 a) {
   return a / 8 < VEL_MEMORY_BYTES && (_m[a / 8] & (1u << (a % 8))) != 0;
 }
 
-/* Sets bit `a` of `_m` when `d` is not 0, else clears it. Outside `_m` nothing is
- * written. */
+/* Sets bit `a` of `_m` when `d` is not 0, else clears it. Does nothing outside `_m`. */
 static inline void sbit(u32 a, u8 d) {
   u8 mask = (u8)(1u << (a % 8));
   if (a / 8 >= VEL_MEMORY_BYTES) return;
   _m[a / 8] = (u8)(d != 0 ? _m[a / 8] | mask : _m[a / 8] & ~mask);
 }
 
-/* `size` bytes (at most 8) of `_m` from `offset` on. Where they are not all inside
- * `_m`, the address of 8 zero bytes that are nobody's. */
+/* The address of `size` bytes (at most 8) of `_m` at `offset`. Unless all of them are inside
+ * `_m`, the address of 8 zero bytes that have no other use. */
 static inline u8* vel_memory_at(u32 offset, u32 size) {
   static union {
     u64 zero;
@@ -59,7 +58,7 @@ static inline u8* vel_memory_at(u32 offset, u32 size) {
   return outside.bytes;
 }
 
-/* Units of `_m`: may lie at any byte and share their bytes with other units. */
+/* Types for access to `_m`, where units may be unaligned and overlap each other. */
 typedef u8 vel_unit_u8 __attribute__((may_alias, aligned(1)));
 typedef i8 vel_unit_i8 __attribute__((may_alias, aligned(1)));
 typedef u16 vel_unit_u16 __attribute__((may_alias, aligned(1)));
@@ -71,13 +70,13 @@ typedef i64 vel_unit_i64 __attribute__((may_alias, aligned(1)));
 typedef f32 vel_unit_f32 __attribute__((may_alias, aligned(1)));
 typedef f64 vel_unit_f64 __attribute__((may_alias, aligned(1)));
 
-/* Lvalue: the unit of `type`, one of the names above, at byte `offset` of `_m`. A
- * unit that is not whole inside `_m` reads 0, and writing it changes nothing. */
+/* An lvalue: the unit of `type` (`u16` for vel_unit_u16) at byte `offset` of `_m`. A unit that
+ * is not completely inside `_m` reads as 0, and writing to it has no effect. */
 #define VEL_MEM(type, offset) (*(vel_unit_##type*)(void*)vel_memory_at((offset), sizeof(type)))
 
-/* Fills a zone of `_m`. With `bitUnits` 1 its `n` bits from bit `a` on, which are set when
- * `v` is not 0, else cleared; with 0 its `n` bytes from byte `a` on, with the low byte of
- * `v`. The part of the zone that is outside `_m` is left out. */
+/* Fills a zone of `_m`. If `bitUnits` is 1, sets the `n` bits from bit `a` on when `v` is not 0
+ * and else clears them; if it is 0, sets the `n` bytes from byte `a` on to the low byte of
+ * `v`. Ignores the part of the zone that is outside `_m`. */
 static inline void mset(u32 a, u32 n, u32 bitUnits, u32 v) {
   if (bitUnits != 0) {
     vel_fill_bits(_m, VEL_MEMORY_BYTES, a, n, v != 0);

@@ -11,7 +11,7 @@ extern "C" {
 
 /* ---- Real functions --------------------------------------------------------- */
 
-/* Computed as LREAL. A NaN gives NaN, what is too large an infinity.
+/* Computed as LREAL. A NaN gives NaN, and overflow gives an infinity.
  *
  *            range of x    outside it
  *   SQRT     x >= 0        NaN
@@ -52,8 +52,8 @@ f64 vel_atan(f64 x);
 
 /* ---- Absolute value --------------------------------------------------------- */
 
-/* The absolute value of an integer, in its own type. The lowest value of a signed type
- * has no partner and stays as it is. */
+/* The absolute value of an integer, in its own type. The lowest value of a signed type has
+ * no positive counterpart and is returned unchanged. */
 #define ABS(x)                                                            \
   __extension__({                                                         \
     __auto_type vel_x = (x);                                              \
@@ -63,9 +63,9 @@ f64 vel_atan(f64 x);
 
 /* ---- BCD -------------------------------------------------------------------- */
 
-/* The number of two BCD digits, 0 to 99. A half byte above 9 counts as 0. */
+/* Decodes two BCD digits to 0 to 99. A half byte above 9 counts as 0. */
 #define BCD_TO_INT(bcd) vel_bcd_to_int(bcd)
-/* The two BCD digits of a number. Above 99 they are 99, below 0 they are 0. */
+/* Encodes a number as two BCD digits. Saturates at 0 and 99. */
 #define INT_TO_BCD(number) vel_int_to_bcd(number)
 
 static inline i16 vel_bcd_to_int(u8 bcd) {

@@ -1,4 +1,4 @@
-/* Texts of values. */
+/* Conversion of values to strings. */
 #ifndef VELRT_PRINT_H
 #define VELRT_PRINT_H
 
@@ -8,26 +8,26 @@
 extern "C" {
 #endif
 
-/* Code units of the longest text of a value, with its terminator, rounded up. */
+/* The number of code units of the longest string, including its terminator, rounded up. */
 #define VEL_PRINTED_UNITS 32
 
-/* A buffer for the text of a value. Each place where it is named has one of its own, so
- * that several texts can be used in one expression; it lives until the end of the
- * enclosing block. */
+/* A buffer for the string of a value. Every use of the name makes a new buffer, so that one
+ * expression can contain several conversions. It lives until the end of the enclosing
+ * block. */
 #define _returnString ((void*)(u16[VEL_PRINTED_UNITS]){0})
 
-/* x_TO_STRING and x_TO_WSTRING write the text of `value` to `to`, which has room for
- * VEL_PRINTED_UNITS code units, and give it as char* or u16*. They cannot fail, and
- * STRING_TO_x of the text gives the value again:
+/* x_TO_STRING and x_TO_WSTRING write `value` to `to`, which has room for VEL_PRINTED_UNITS
+ * code units, and return it as char* or u16*. They cannot fail, and STRING_TO_x converts the
+ * string back to the same value:
  *   BOOL                    TRUE, FALSE
  *   integers, bit strings   decimal, -12
- *   REAL, LREAL             the fewest digits that only this value has: 0.1, 100.0, and
- *                           beyond 0.0001 to 1E16 1.5e+20; NaN, Inf, -Inf
+ *   REAL, LREAL             the fewest digits that identify the value: 0.1, 100.0; with an
+ *                           exponent outside of 0.0001 to 1E16: 1.5e+20; NaN, Inf, -Inf
  *   TIME, LTIME             T#1500ms, LTIME#-20ns
- *   DATE, DT                D#2026-11-21, DT#2026-11-21-12:30:15; of a DATE that is not
- *                           at midnight its day
- *   TOD                     TOD#12:30:15, TOD#12:30:15.250; of a day or more, which no
- *                           TOD is, the hours count on */
+ *   DATE, DT                D#2026-11-21, DT#2026-11-21-12:30:15; a DATE that is not at
+ *                           midnight is rounded down to its day
+ *   TOD                     TOD#12:30:15, TOD#12:30:15.250; the hours of an invalid TOD of
+ *                           24 hours or more exceed 23 */
 #define BOOL_TO_STRING(value, to) vel_print_bool((value) != 0, (to))
 #define BYTE_TO_STRING(value, to) vel_print_unsigned((u8)(value), (to))
 #define WORD_TO_STRING(value, to) vel_print_unsigned((u16)(value), (to))
@@ -70,7 +70,7 @@ extern "C" {
 #define DT_TO_WSTRING(value, to) vel_widen(DT_TO_STRING(value, to))
 #define TOD_TO_WSTRING(value, to) vel_widen(TOD_TO_STRING(value, to))
 
-/* Each gives `to`. */
+/* All of them return `to`. */
 char* vel_print_bool(int value, void* to);
 char* vel_print_signed(i64 value, void* to);
 char* vel_print_unsigned(u64 value, void* to);
@@ -81,7 +81,7 @@ char* vel_print_ltime(i64 nanoseconds, void* to);
 char* vel_print_date(u32 seconds, void* to);
 char* vel_print_dt(u32 seconds, void* to);
 char* vel_print_tod(u32 milliseconds, void* to);
-/* Makes the ASCII text at `to` a WSTRING, in place; `to` is aligned for one. */
+/* Converts the ASCII string at `to` to a WSTRING in place; `to` has to be aligned for that. */
 u16* vel_widen(void* to);
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-/* Values from texts. */
+/* Conversion of strings to values. */
 #ifndef VELRT_READ_H
 #define VELRT_READ_H
 
@@ -8,11 +8,11 @@
 extern "C" {
 #endif
 
-/* STRING_TO_x and WSTRING_TO_x both take a STRING (char*) or a WSTRING (u16*).
+/* STRING_TO_x and WSTRING_TO_x both accept a STRING (char*) or a WSTRING (u16*).
  *
- * The whole text must be one value, in capitals or not, with or without spaces and tabs
- * around it; any other text gives 0, FALSE or the start of the calendar. A value outside
- * the type's range gives the nearest that the type has.
+ * The whole string must be one value, in any letter case; spaces and tabs around it are
+ * ignored. Any other string gives 0, FALSE or the start of the calendar. A value outside
+ * the type's range gives the nearest value of the type.
  *
  * Numbers may have a sign and single underscores between digits:
  *   integers, bit strings   12, -12, 1_000, 2#1010, 8#17, 16#1F, -16#1F
@@ -21,15 +21,14 @@ extern "C" {
  *   BOOL                    TRUE, FALSE, 1, 0
  *   TIME, LTIME             1d2h3m4s5ms6us7ns, each unit at most once and in this order,
  *                           1h_30m, the last with a fraction 1.5s; before it a sign, and
- *                           before that T#, TIME#, LT# or LTIME#. What is below the
- *                           type's unit is dropped
+ *                           before that T#, TIME#, LT# or LTIME#. Truncated to the unit
+ *                           of the type
  *   DATE                    2026-11-21; before it D# or DATE#
  *   TOD                     12:30, 12:30:15, 12:30:15.250; before it TOD# or
  *                           TIME_OF_DAY#
  *   DT                      2026-11-21-12:30:15, as DATE and TOD; before it DT# or
  *                           DATE_AND_TIME#
- * A date that the calendar does not have, or an hour, minute or second that the clock
- * does not have, is no value. */
+ * A date, hour, minute or second that does not exist is not a value. */
 #define STRING_TO_BOOL(text) VEL_READ(vel_read_bool, text)
 #define STRING_TO_BYTE(text) VEL_READ_INTEGER(u8, text, 0, UINT8_MAX)
 #define STRING_TO_WORD(text) VEL_READ_INTEGER(u16, text, 0, UINT16_MAX)
@@ -74,7 +73,7 @@ extern "C" {
 
 /* 1 for a WSTRING, 0 for a STRING. */
 #define VEL_IS_WIDE(text) _Generic((text), char* : 0, const char* : 0, u16* : 1, const u16* : 1)
-/* Both have the text in their expansion once, so that nested calls stay short. */
+/* Both expand `text` only once, so that nested calls do not grow exponentially. */
 #define VEL_READ(read, text)               \
   __extension__({                          \
     __auto_type vel_text = (text);         \
@@ -88,7 +87,7 @@ extern "C" {
 
 /* `text` is a u16* when `wide` is not 0, else a char*. */
 u8 vel_read_bool(const void* text, int wide);
-/* `lowest` is 0 or below. A negative value is given modulo 2 to the power of 64. */
+/* `lowest` is 0 or below. A negative value is returned modulo 2 to the power of 64. */
 u64 vel_read_integer(const void* text, int wide, i64 lowest, u64 highest);
 f32 vel_read_real(const void* text, int wide);
 f64 vel_read_lreal(const void* text, int wide);

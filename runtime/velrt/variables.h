@@ -4,7 +4,7 @@
 
 #include "velrt/types.h"
 
-/* What a pointer of a program points to may be a variable of any other type. */
+/* Types for access through pointers of a program, which may point to variables of other types. */
 typedef u8 vel_any_u8 __attribute__((may_alias));
 typedef i8 vel_any_i8 __attribute__((may_alias));
 typedef u16 vel_any_u16 __attribute__((may_alias));
@@ -17,8 +17,8 @@ typedef f32 vel_any_f32 __attribute__((may_alias));
 typedef f64 vel_any_f64 __attribute__((may_alias));
 #define VEL_STRUCT struct __attribute__((may_alias))
 
-/* The place of subscript `i` among those from `low` to `high`: a subscript outside of
- * them means the nearest that there is. */
+/* The index from 0 of subscript `i` in an array with the bounds `low` and `high`. A subscript
+ * outside of the bounds is replaced by the nearest bound. */
 static inline size_t vel_index(i64 i, i64 low, i64 high) {
   return i <= low ? 0 : (size_t)((u64)(i < high ? i : high) - (u64)low);
 }
