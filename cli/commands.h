@@ -1,5 +1,4 @@
-// The commands and what the command line gives them. Each returns an ExitCode and
-// may throw Failure.
+// The commands and their options. Each command returns an ExitCode and may throw Failure.
 #pragma once
 
 #include <chrono>
@@ -11,11 +10,11 @@
 
 namespace velc {
 
-// Sarif is one document for all diagnostics, so only for commands that print them once.
+// Sarif is one document for all diagnostics, so only commands that print them once accept it.
 enum class DiagnosticsForm { Text, Json, Sarif };
 
 struct CommonOptions {
-  // The plugin and its add-ons; empty: the plugin that came with velc.
+  // The plugin and its add-ons; when empty, the plugin installed with velc.
   std::vector<std::string> plugins;
   std::string localIo;
   refhost::Notation notation = refhost::Notation::Iec;
@@ -32,7 +31,7 @@ struct OperatorsOptions {
 struct TranslateOptions {
   std::vector<std::string> files;
   std::string output = "-";  // "-": standard output
-  bool callTree = false;     // who calls what instead of the C on standard output
+  bool callTree = false;     // print the call tree instead of the C to standard output
 };
 
 struct RunOptions {
@@ -50,8 +49,8 @@ int listOperators(const CommonOptions& common, const OperatorsOptions& options);
 int check(const CommonOptions& common, const std::vector<std::string>& files);
 int translate(const CommonOptions& common, const TranslateOptions& options);
 int run(const CommonOptions& common, const RunOptions& options);
-// `topics` are codes of messages and names of operators; when empty, the codes are listed.
-// Libraries are loaded for the names only that velc itself does not know.
+// `topics` are message codes and operator names; when empty, lists the codes. Loads libraries
+// only for names that velc itself does not know.
 int explain(const CommonOptions& common, const std::vector<std::string>& topics);
 
 }  // namespace velc

@@ -12,7 +12,8 @@ namespace velc {
 
 namespace {
 
-// One line whatever the source holds, and nothing that a terminal would act on.
+// Replaces control characters by blanks, so that the text is one line and contains no commands
+// to a terminal.
 std::string printable(std::string_view text) {
   std::string result(text);
   for (char& c : result) {
@@ -22,7 +23,7 @@ std::string printable(std::string_view text) {
   return result;
 }
 
-// As wide as the `count` characters of `line` before the caret: tabs stay tabs.
+// White space as wide as the first `count` characters of `line`. Keeps tabs, whose width varies.
 std::string indent(std::string_view line, std::uint32_t count) {
   std::string result;
   while (!line.empty() && result.size() < count) {
@@ -35,10 +36,10 @@ std::string indent(std::string_view line, std::uint32_t count) {
 
 struct Excerpt {
   std::string text;
-  std::uint32_t caret;  // characters before it
+  std::uint32_t caret;  // number of characters before the caret
 };
 
-// Long lines are cut to what surrounds the caret.
+// Shortens a long line to the characters around the caret.
 Excerpt excerpt(std::string_view line, std::uint32_t caret) {
   constexpr std::uint32_t kAround = 70;
   constexpr std::string_view kCut = "...";
@@ -81,7 +82,7 @@ std::string diagnosticJson(const refhost::SourceManager& sources, const vel::VEL
       {"code", codeText(message)},
       {"message", message.text},
   };
-  // Sources need not be valid UTF-8, JSON must be.
+  // Replaces invalid UTF-8, which sources may contain but JSON must not.
   return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
 }
 

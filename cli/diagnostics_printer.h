@@ -1,4 +1,4 @@
-// Diagnostics as the user reads them.
+// Formats diagnostics for users.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ const char* severityText(const vel::VELMessage& message);
 std::string codeText(const vel::VELMessage& message);
 
 // `FILE:LINE:COL: error: TEXT [0xC0040]`, the source line, and a caret under the
-// column; each line ends in a line end.
+// column. Each line ends in a newline.
 std::string diagnosticText(const refhost::SourceManager& sources, const vel::VELMessage& message);
 
 // The same as one JSON object on one line: file, line, column, severity, code,

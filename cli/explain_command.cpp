@@ -14,7 +14,7 @@ namespace velc {
 
 namespace {
 
-// `0xA0001`, in any letter case; 0 for anything else.
+// The number of a message code of add-ons such as `0xA0001`; 0 for anything else.
 unsigned int addOnCode(const std::string& topic) {
   char* end = nullptr;
   const unsigned long code = std::strtoul(topic.c_str(), &end, 16);
@@ -24,7 +24,7 @@ unsigned int addOnCode(const std::string& topic) {
   return spelt && free ? static_cast<unsigned int>(code) : 0;
 }
 
-// What add-ons tell of the operators and messages that velc has no pages of.
+// Pages of operators and messages that velc itself does not have. Loads the add-ons on demand.
 class AddOnPages {
  public:
   explicit AddOnPages(const CommonOptions& common) : common_(common) {}

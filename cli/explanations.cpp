@@ -9,7 +9,7 @@ namespace velc {
 
 namespace {
 
-// kTexts and kTopics, made from the pages.
+// Defines kTexts and kTopics. The build generates it from the pages.
 #include "explanations.inc"
 
 }  // namespace

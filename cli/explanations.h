@@ -1,4 +1,4 @@
-// The pages of docs/ that velc carries with it.
+// The pages of docs/ that are built into velc.
 #pragma once
 
 #include <string_view>
@@ -8,11 +8,11 @@ namespace velc {
 
 struct Explanation {
   std::string_view title;
-  std::string_view text;  // Markdown, ends in a line end
+  std::string_view text;  // Markdown, ends in a newline
 };
 
-// What a message means, or what an operator does. `topic` is a code as messages show
-// it ("0xC0032") or an operator's name, in any letter case. Null when it is neither.
+// The explanation of a message or an operator. `topic` is a code ("0xC0032") or the name of an
+// operator, in any letter case. Null when it is neither.
 const Explanation* explanationOf(std::string_view topic);
 
 struct Topic {
@@ -20,7 +20,7 @@ struct Topic {
   const Explanation* explanation;
 };
 
-// The codes of all messages, in their order.
+// All messages, in the order of their codes.
 std::vector<Topic> explainedMessages();
 
 }  // namespace velc

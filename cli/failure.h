@@ -1,4 +1,4 @@
-// How a command ends.
+// Exit codes, and the exception that ends a command.
 #pragma once
 
 #include <stdexcept>
@@ -8,7 +8,7 @@ namespace velc {
 
 enum ExitCode : int {
   kSuccess = 0,
-  kProgramErrors = 1,  // in the Structured Text, or the program did not run to its end
+  kProgramErrors = 1,  // errors in the Structured Text, or the program did not run to its end
   kFailure = 2,        // bad usage, unreadable or unwritable files, a missing tool
 };
 

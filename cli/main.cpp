@@ -23,7 +23,7 @@ namespace velc {
 
 namespace {
 
-// Every command takes this; so does velc before the command.
+// All commands have this option, and so has velc itself, before the command.
 void addPluginOption(CLI::App& app, CommonOptions& common) {
   app.add_option_function<std::vector<std::string>>(
          "--plugin",
@@ -36,7 +36,7 @@ void addPluginOption(CLI::App& app, CommonOptions& common) {
       ->allow_extra_args(false);
 }
 
-// Every command but `explain` takes these; so does velc before the command.
+// All commands but `explain` have these options, and so has velc itself, before the command.
 void addCommonOptions(CLI::App& app, CommonOptions& common) {
   addPluginOption(app, common);
   app.add_option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
@@ -49,7 +49,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& common) {
          },
          "Notation of device addresses: iec (%IX0.3) or letters (X3)")
       ->check(CLI::IsMember({"iec", "letters"}));
-  // Multiples of 8, and few enough that every bit has a number of 32 bits.
+  // Multiples of 8, and small enough that 32 bits can number every bit.
   const auto area =
       CLI::Range(8U, 16U << 20) & CLI::Validator(
                                       [](std::string& text) {
@@ -90,7 +90,7 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
       ->check(CLI::IsMember(&forms));
 }
 
-// Milliseconds of a TIME literal.
+// Parses a TIME literal into milliseconds.
 std::int64_t durationOf(const std::string& text) {
   hostkit::LiteralValue value;
   const bool time = hostkit::parseLiteral(text, value) == hostkit::LiteralError::None &&
@@ -197,8 +197,8 @@ int execute(int argc, char** argv) {
   return action();
 }
 
-// So that no file that is opened later gets the number of a standard stream that is closed.
-// Writing to the stream remains an error.
+// Opens closed standard streams, so that no file that is opened later gets their descriptors.
+// Writing to such a stream remains an error.
 void occupyStandardStreams() {
   int descriptor = 0;
   while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
@@ -213,7 +213,7 @@ void occupyStandardStreams() {
 
 int main(int argc, char** argv) {
   velc::occupyStandardStreams();
-  // A reader that goes away and a file that grows too large are errors like any other.
+  // A closed pipe and the limit of the file size are to be errors of write(), not signals.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   try {
@@ -224,7 +224,7 @@ int main(int argc, char** argv) {
     std::fputs("velc: out of memory\n", stderr);
     return velc::kFailure;
   } catch (const std::exception& error) {
-    // Which throws nothing when it cannot be written either.
+    // fputs, because it does not throw when standard error cannot be written to either.
     std::fputs(fmt::format("velc: {}\n", error.what()).c_str(), stderr);
     return velc::kFailure;
   }

@@ -18,7 +18,7 @@ namespace velc {
 
 namespace {
 
-// Names in the order of registration, which the registry does not keep.
+// The names in order of registration, which the registry does not preserve.
 constexpr std::string_view kOrder[] = {
 #include "operator_order.inc"
 };
@@ -40,7 +40,7 @@ void describe(const refhost::Session& session, const std::string& name, Operator
   entry.inputs = session.operatorInputs(name);
 }
 
-// Every name that the registry holds, in order of registration.
+// All names in the registry, in order of registration.
 std::vector<std::string> orderedNames(vel::OpManagerAPI& registry) {
   std::vector<std::string> registered;
   registry.operatorNames(registered);

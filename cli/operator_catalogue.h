@@ -1,4 +1,4 @@
-// What there is to say of the plugin's operators.
+// The properties of operators that `velc operators` lists.
 #pragma once
 
 #include <string>
@@ -13,12 +13,12 @@ struct OperatorEntry {
   std::string className;  // without its namespace
   const char* family = "";
   bool isFunctionCall = false;
-  std::vector<std::string> inputs;  // by name, in the order of the parameters
-  bool isExtensible = false;        // takes more inputs of the last one's kind
+  std::vector<std::string> inputs;  // names, in the order of the parameters
+  bool isExtensible = false;        // the last input may be repeated
 };
 
-// The operators named, or all when none is, in the order of registration. Throws
-// Failure for a name that is no operator.
+// The operators in `names`, or all when that is empty, in order of registration. Throws Failure
+// for a name that is not an operator.
 std::vector<OperatorEntry> operatorCatalogue(refhost::Session& session,
                                              const std::vector<std::string>& names);
 

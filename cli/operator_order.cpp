@@ -1,6 +1,6 @@
-// Build tool: prints the names that the registration table stands for, in its order, as C++
-// string literals. The registry itself keeps them sorted. Refuses an operator of which hosts
-// know nothing, for they would take it for one of an add-on.
+// Build tool: prints the names in the registration table as C++ string literals. They are in
+// order of registration, whereas the registry sorts them. Fails for an operator that has no row in
+// hostkit/operator_traits.cpp, since hosts would take it for an operator of an add-on.
 #include <cstdio>
 
 #include "core/registration.h"

@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
   throw Failure(fmt::format("cannot write {}: {}", what, std::strerror(error)));
 }
 
-// 0, or the error number.
+// Returns 0 or the value of errno.
 int writeAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
     const ssize_t count = write(descriptor, text.data(), text.size());
@@ -77,7 +77,7 @@ void writeFile(const std::string& path, std::string_view text) {
   if (stat(path.c_str(), &status) != 0) {
     replaceFile(path, defaultMode(), text);
   } else if (S_ISREG(status.st_mode)) {
-    // Through a symbolic link: the link stays, what it names is replaced.
+    // For a symbolic link, replaces its target and keeps the link.
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
     replaceFile(error ? path : target.native(), status.st_mode & 07777, text);

@@ -1,4 +1,4 @@
-// Results that are written whole or not at all.
+// Writes results completely or not at all.
 #pragma once
 
 #include <string>
@@ -6,13 +6,13 @@
 
 namespace velc {
 
-// Both throw Failure when not all of the text could be written.
+// Both throw Failure when they cannot write the whole text.
 void writeStandardOutput(std::string_view text);
 void writeStandardError(std::string_view text);
 
-// Replaces the file `path` by `text` in one step: when it throws Failure, the file
-// is as it was and nothing else is left behind; so it is when velc is asked to end. A path that
-// names something other than a regular file (a device, a pipe) is written to directly.
+// Replaces the contents of the file `path` by `text` atomically. When it throws Failure, or a
+// signal terminates velc, the file is unchanged and no temporary file remains. Writes directly to
+// anything other than a regular file (a device, a pipe).
 void writeFile(const std::string& path, std::string_view text);
 
 }  // namespace velc

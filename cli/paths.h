@@ -1,16 +1,16 @@
-// Where the files that come with velc lie, seen from its executable: the same
-// places in the build tree and once installed.
+// Paths of the files that are installed with velc. They are relative to its executable, and the
+// same in the build tree.
 #pragma once
 
 #include <filesystem>
 
 namespace velc {
 
-// Each throws Failure when the file is not there.
+// Each throws Failure when the file does not exist.
 std::filesystem::path pluginPath();
-// `name` is a static library of generated programs, such as "libvelrt.a".
+// `name` is a static library for generated programs, such as "libvelrt.a".
 std::filesystem::path libraryPath(const char* name);
-// The folder of the headers of generated programs.
+// The folder of the headers that generated programs include.
 std::filesystem::path includeFolder();
 
 }  // namespace velc

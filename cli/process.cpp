@@ -54,7 +54,7 @@ class Child {
     posix_spawnattr_init(&attributes);
     sigset_t defaults;
     sigemptyset(&defaults);
-    for (const int ignored : {SIGPIPE, SIGXFSZ}) sigaddset(&defaults, ignored);  // by velc
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) sigaddset(&defaults, ignored);  // see main()
     posix_spawnattr_setsigdefault(&attributes, &defaults);
     posix_spawnattr_setsigmask(&attributes, &mask);
     posix_spawnattr_setpgroup(&attributes, 0);
@@ -105,8 +105,8 @@ int pollTimeout(std::optional<Clock::time_point> deadline) {
   return static_cast<int>(std::clamp<std::int64_t>(left, 0, 60'000));
 }
 
-// Reads until the child, which holds the other end of the pipe, has ended. False
-// when the deadline comes first.
+// Reads until all writers of the pipe have closed it, as the child does when it ends. False when
+// the deadline comes first.
 bool readOutput(int pipe, int terminationSignal, std::optional<Clock::time_point> deadline,
                 std::string& output) {
   std::array<char, 4096> buffer;

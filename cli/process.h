@@ -14,15 +14,15 @@ struct ProcessResult {
   enum class End { Exited, Signalled, TimedOut };
 
   End end = End::Exited;
-  int code = 0;        // exit status, or the number of the signal
-  std::string output;  // what it wrote to standard output and standard error, cut if very long
+  int code = 0;        // exit status, or the number of the signal that ended it
+  std::string output;  // standard output and standard error, truncated if very long
 
   bool succeeded() const { return end == End::Exited && code == 0; }
 };
 
-// Runs `arguments[0]`, looked up in PATH, with no standard input, to its end or for
-// `timeout` at most; then it is ended with all that it started. Throws Failure when
-// it cannot be started, Terminated when velc is asked to end meanwhile.
+// Runs `arguments[0]`, looked up in PATH, with empty standard input. After `timeout` kills it
+// together with the processes that it has started. Throws Failure when it cannot be started, and
+// Terminated when a signal asks velc to terminate meanwhile.
 ProcessResult runProcess(const std::vector<std::string>& arguments, const TerminationGuard& guard,
                          std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 

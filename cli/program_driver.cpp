@@ -52,9 +52,9 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
   return found[0];
 }
 
-// Names that begin with "vel_" are never those of the program.
+// Local names begin with "vel_", which names of the program never do.
 std::string valueStatement(const ProgramVariable& variable) {
-  if (variable.shape->hasParts()) return puttingStatements(*variable.shape, variable.reference);
+  if (variable.shape->hasParts()) return outputStatements(*variable.shape, variable.reference);
   if (variable.type == BasicDataType::String || variable.type == BasicDataType::WString) {
     return fmt::format("  vel_put_((const void*)({}), {});\n", variable.reference,
                        variable.byteSize);

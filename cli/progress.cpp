@@ -18,7 +18,7 @@ const Clock::time_point kBegin = Clock::now();
 
 Progress::Progress(std::string phase) : phase_(std::move(phase)) {
   if (isatty(STDERR_FILENO) == 0) return;
-  // Signals stay with the thread that works.
+  // Block all signals in the new thread, so that the main thread gets them.
   sigset_t all;
   sigset_t before;
   sigfillset(&all);

@@ -1,4 +1,4 @@
-// What `velc` is at, for who waits for it.
+// Progress line on a terminal.
 #pragma once
 
 #include <condition_variable>
@@ -8,8 +8,8 @@
 
 namespace velc {
 
-// While it lives, standard error shows `phase` and the seconds since velc began, where that
-// is a terminal and as soon as it is longer than one. Clears what it has shown.
+// While the object lives, standard error shows `phase` and the seconds since velc started, if it
+// is a terminal and after the first second. The destructor clears the line.
 class Progress {
  public:
   explicit Progress(std::string phase);

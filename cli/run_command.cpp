@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// "" or the output on lines of its own.
+// Formats output of a program for the end of a message.
 std::string quoted(const std::string& output) {
   return output.empty() ? "" : ":\n" + output.substr(0, output.find_last_not_of('\n') + 1);
 }
@@ -50,7 +50,7 @@ void compile(const fs::path& folder, const std::string& compiler, const Terminat
                             quoted(result.output)));
 }
 
-// True when the program came to its end; says so when it did not.
+// Runs the program. False, with a message, when it did not run to its end.
 bool execute(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
   std::optional<Progress> progress("running");
   const ProcessResult result =
@@ -93,7 +93,7 @@ int run(const CommonOptions& common, const RunOptions& options) {
 
   const TerminationGuard guard;
   const TemporaryFolder folder;
-  // What a compiler that is ended early leaves of its own goes with the folder.
+  // Temporary files that a killed compiler leaves behind are deleted with the folder.
   setenv("TMPDIR", folder.path().c_str(), 1);
   writeFile(folder.path() / "program.c", *text);
   writeFile(folder.path() / "driver.c",

@@ -17,7 +17,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A relative path stays one: services take it from the root of the repository.
+// Keeps relative paths, which services resolve against the root of the repository.
 std::string uriOf(const std::string& path) {
   const std::filesystem::path normal = std::filesystem::path(path).lexically_normal();
   std::string uri = normal.is_absolute() ? "file://" : "";
@@ -32,7 +32,7 @@ std::string uriOf(const std::string& path) {
 Json ruleOf(const vel::VELMessage& message) {
   const std::string code = codeText(message);
   Json rule = {{"id", code}, {"defaultConfiguration", {{"level", severityText(message)}}}};
-  // A plugin of others may have codes that no page explains.
+  // Codes of other plugins and add-ons may have no page.
   if (const Explanation* explanation = explanationOf(code)) {
     rule["shortDescription"] = {{"text", explanation->title}};
     rule["help"] = {{"text", explanation->text}, {"markdown", explanation->text}};
@@ -72,7 +72,7 @@ std::string sarifLog(const refhost::SourceManager& sources,
   const Json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                     {"version", "2.1.0"},
                     {"runs", Json::array({run})}};
-  // Sources need not be valid UTF-8, JSON must be.
+  // Replaces invalid UTF-8, which sources may contain but JSON must not.
   return log.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 

@@ -9,8 +9,8 @@
 
 namespace velc {
 
-// One run of velc with these messages as a log in the Static Analysis Results
-// Interchange Format, SARIF 2.1.0. Each code is a rule, explained by its page.
+// A log in the Static Analysis Results Interchange Format, SARIF 2.1.0, with one run of velc and
+// its messages. Each message code is a rule, with its page as explanation.
 std::string sarifLog(const refhost::SourceManager& sources,
                      const std::vector<vel::VELMessage>& messages);
 

@@ -12,8 +12,7 @@ namespace velc {
 
 namespace {
 
-// The escape of a character that may not stand in a string literal as it is; empty
-// for all others.
+// The escape sequence of a character that a string literal cannot contain; empty for all others.
 std::string escape(char32_t c, char quote, int width) {
   switch (c) {
     case '$':
@@ -72,7 +71,7 @@ std::string wideStringLiteral(std::string_view bytes) {
     if (hostkit::isHighSurrogate(c) && hostkit::isLowSurrogate(unit(i + 1))) {
       c = hostkit::combined(c, unit(++i));
     }
-    if (hostkit::isHighSurrogate(c) || hostkit::isLowSurrogate(c)) {  // half of a pair
+    if (hostkit::isHighSurrogate(c) || hostkit::isLowSurrogate(c)) {  // unpaired
       result += fmt::format("${:04X}", static_cast<std::uint32_t>(c));
     } else if (const std::string escaped = escape(c, '"', 4); !escaped.empty()) {
       result += escaped;

@@ -1,4 +1,4 @@
-// The literals of STRING and WSTRING values.
+// Formats STRING and WSTRING values as literals.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace velc {
 
-// `bytes` are the value's memory; it ends at the first zero, or with the memory.
-// The result is UTF-8; what does not print stands as `$` and its number.
+// `bytes` is the memory of the value, which ends at the first zero or the end of the memory. The
+// result is UTF-8, with `$` and the number for a character that is not printable.
 std::string stringLiteral(std::string_view bytes);      // a STRING: bytes, UTF-8 by custom
 std::string wideStringLiteral(std::string_view bytes);  // a WSTRING: UTF-16 code units
 

@@ -21,7 +21,7 @@ TemporaryFolder::TemporaryFolder() {
     throw Failure(
         fmt::format("cannot make a folder in {}: {}", parent.native(), std::strerror(errno)));
   }
-  // Compilers would take a path that begins with "-" or "@" for something else.
+  // Absolute, because compilers do not take a path that begins with "-" or "@" for a file.
   path_ = fs::absolute(name);
 }
 

@@ -4,7 +4,7 @@
 
 namespace velc {
 
-// A private folder that goes, with all in it, when this object does.
+// A private folder, which the destructor deletes with its contents.
 class TemporaryFolder {
  public:
   TemporaryFolder();  // throws Failure

@@ -1,12 +1,12 @@
-// Holds back the signals that ask velc to end, while there is something to clear up.
+// Defers signals that ask velc to terminate, so that it can clean up first.
 #pragma once
 
 #include <csignal>
 
 namespace velc {
 
-// While it lives, SIGINT, SIGTERM, SIGHUP and SIGQUIT wait; what arrived meanwhile takes its
-// usual effect when it goes. Signals that are ignored anyway stay so.
+// While the object lives, SIGINT, SIGTERM, SIGHUP and SIGQUIT are blocked. Those that arrive
+// meanwhile take effect after its destruction. Signals that velc ignores stay ignored.
 class TerminationGuard {
  public:
   TerminationGuard();
@@ -14,9 +14,9 @@ class TerminationGuard {
   TerminationGuard(const TerminationGuard&) = delete;
   TerminationGuard& operator=(const TerminationGuard&) = delete;
 
-  // Readable as soon as such a signal waits.
+  // Readable when such a signal is pending.
   int descriptor() const { return descriptor_; }
-  // The signal mask outside, which child processes get.
+  // The signal mask before construction, to be set in child processes.
   const sigset_t& outerMask() const { return outerMask_; }
 
  private:
@@ -24,7 +24,8 @@ class TerminationGuard {
   int descriptor_;
 };
 
-// Thrown to unwind when such a signal waits; the guard then ends the process.
+// Thrown when such a signal is pending, to unwind up to the guard, whose destruction lets the
+// signal end the process.
 struct Terminated {};
 
 }  // namespace velc

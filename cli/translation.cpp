@@ -16,7 +16,7 @@ namespace velc {
 
 namespace {
 
-// The messages from number `first` on in the form asked for.
+// Formats the messages from index `first` on; in SARIF, all messages.
 std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::size_t first) {
   const auto& messages = session.messages();
   if (form == DiagnosticsForm::Sarif) return sarifLog(session.sources(), messages);
@@ -28,7 +28,7 @@ std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::si
   return text;
 }
 
-// Prints the messages from number `first` on. True when an error is among them.
+// Prints the messages from index `first` on. True when there is an error among them.
 bool printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
   const std::string text = diagnostics(session, common.diagnostics, first);
   writeStandardError(text);

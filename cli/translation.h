@@ -1,4 +1,4 @@
-// What check, translate and run have in common: sources in, diagnostics out.
+// The steps that check, translate and run share: reading sources and printing diagnostics.
 #pragma once
 
 #include <memory>
@@ -19,8 +19,8 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common);
 bool analyse(refhost::Session& session, const CommonOptions& common,
              const std::vector<std::string>& files);
 
-// The C text of what analyse() has accepted; prints what else is to be said. Nothing
-// when there are errors.
+// Translates the files that analyse() has accepted, and prints further diagnostics. Returns
+// nullopt when there are errors.
 std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common);
 
 }  // namespace velc

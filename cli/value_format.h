@@ -1,4 +1,4 @@
-// Values of variables as the user reads them, in the forms that `--set` takes.
+// Formats values of variables for users, in the syntax that `--set` accepts.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace velc {
 
-// The value of an elementary type or a pointer; `bytes` are the value as it lies in the memory of
-// the generated program. `typeName` tells a BYTE from a USINT.
+// A value of an elementary type or a pointer. `bytes` is the value in the memory of the generated
+// program. `typeName` distinguishes a BYTE from a USINT.
 std::string valueText(vel::BasicDataType type, std::string_view typeName, std::string_view bytes);
 
 }  // namespace velc

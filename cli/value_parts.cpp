@@ -24,7 +24,7 @@ std::string enumerationText(const ValueShape& shape, const std::string& number) 
   return number;
 }
 
-// Many equal elements are written once, as in an initial value.
+// Writes equal elements once with their number, as an initial value can: `3(0)`.
 class ElementList {
  public:
   void add(std::string text) {
@@ -58,18 +58,19 @@ class ElementList {
   }
 
   std::string list_;
-  std::string text_;  // of the elements that have yet to be written
+  std::string text_;  // the element that has yet to be written
   std::int64_t count_ = 0;
 };
 
-// The text up to one of `ends`, which `path` is left with.
+// Removes and returns the part of `path` before the first character of `ends`.
 std::string_view takeUntil(std::string_view& path, std::string_view ends) {
   const std::string_view taken = path.substr(0, path.find_first_of(ends));
   path.remove_prefix(taken.size());
   return taken;
 }
 
-// Takes `[1, 2]` from the path; the place of that element, -1 when there is none.
+// Removes subscripts such as `[1, 2]` from `path` and returns the index of the element; -1 when
+// there is no such element.
 std::int64_t takeSubscripts(const ValueShape& array, std::string_view& path) {
   std::int64_t place = 0;
   for (const auto& [low, high] : array.bounds) {
@@ -90,7 +91,7 @@ std::int64_t takeSubscripts(const ValueShape& array, std::string_view& path) {
 
 }  // namespace
 
-std::string puttingStatements(const ValueShape& shape, const std::string& reference) {
+std::string outputStatements(const ValueShape& shape, const std::string& reference) {
   if (shape.element != nullptr && !shape.element->hasParts()) {
     return fmt::format("  vel_put_((const void*){}.a, {});\n", reference,
                        shape.element->byteSize * shape.count);
@@ -98,14 +99,14 @@ std::string puttingStatements(const ValueShape& shape, const std::string& refere
   if (shape.element != nullptr) {
     const std::string index = fmt::format("vel_i{}_", reference.size());
     return fmt::format("  for (size_t {0} = 0; {0} < {1}; ++{0}) {{\n{2}  }}\n", index, shape.count,
-                       puttingStatements(*shape.element, reference + ".a[" + index + "]"));
+                       outputStatements(*shape.element, reference + ".a[" + index + "]"));
   }
   if (!shape.isStructure) {
     return fmt::format("  vel_put_((const void*)&{}, {});\n", reference, shape.byteSize);
   }
   std::string text;
   for (const ValueShape::Member& member : shape.members) {
-    text += puttingStatements(*member.shape, reference + member.reference);
+    text += outputStatements(*member.shape, reference + member.reference);
   }
   return text;
 }

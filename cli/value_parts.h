@@ -1,4 +1,4 @@
-// Values with parts: arrays and structures, down to their elementary values.
+// Values of arrays and structures.
 #pragma once
 
 #include <optional>
@@ -9,16 +9,15 @@
 
 namespace velc {
 
-// C statements that hand out the elementary values of `reference`, in order.
-std::string puttingStatements(const refhost::ValueShape& shape, const std::string& reference);
+// C statements that write all elementary values of `reference` in order.
+std::string outputStatements(const refhost::ValueShape& shape, const std::string& reference);
 
-// The value as the user reads it, in the form of an initial value; `bytes` begin with what
-// the statements above hand out, and are shortened by it. Throws Failure when they end
-// before.
+// Formats a value in the syntax of an initial value. `bytes` begins with the output of the
+// statements above, which is removed from it. Throws Failure when `bytes` is too short.
 std::string partsText(const refhost::ValueShape& shape, std::string_view& bytes);
 
-// The part of `variable` that `path` leads to: `[2].x`, `.names[1, 3]`; nothing when there
-// is none, all of it for an empty path.
+// The part of `variable` at `path`, such as `[2].x` or `.names[1, 3]`; the whole variable for an
+// empty path. nullopt when there is no such part.
 std::optional<refhost::ProgramVariable> partOf(const refhost::ProgramVariable& variable,
                                                std::string_view path);
 

@@ -1,14 +1,14 @@
-# Bash completion for velc. What it offers, velc itself says: commands, options and their
-# choices come from its help, operators and messages from its lists.
+# Bash completion for velc. It reads commands, options and their choices from the help of velc,
+# and operators and messages from the lists that velc prints.
 
-# Help of a command's options: lines "  -o,--output OUT.c ..." and "  --notation TEXT:{iec,letters}".
+# These parse lines of the help: "  -o,--output OUT.c ..." and "  --notation TEXT:{iec,letters}".
 _velc_options() { sed -nE 's/^  (-[a-z],)?(--[a-z-]+).*/\2/p'; }
 _velc_choices() { sed -nE "s/^  (-[a-z],)?$1 [A-Z]+:\{([^}]*)\}.*/\2/p" | tr , ' '; }
 
 _velc() {
   local velc=$1 word command='' offered=''
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  # "--notation=iec" is three words here.
+  # Bash splits "--notation=iec" into three words.
   if [[ $current == = ]]; then
     current=''
   elif [[ $previous == = ]]; then
@@ -35,7 +35,7 @@ _velc() {
       explain) offered=$("$velc" operators 2>/dev/null; "$velc" explain 2>/dev/null | cut -d' ' -f1) ;;
     esac
   fi
-  # Nothing to offer: bash completes names of files.
+  # If COMPREPLY is empty, bash completes file names.
   mapfile -t COMPREPLY < <(compgen -W "$offered" -- "$current")
 }
 

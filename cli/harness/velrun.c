@@ -1,6 +1,6 @@
-/* The main program of `velc run`: PROGRAM VALUES TRACE SCANS CYCLE runs the scans and leaves
- * the bytes of all values in the file VALUES, what is traced in the file TRACE. Status 1 when that
- * could not be done. */
+/* The main function of programs that `velc run` runs. Usage: PROGRAM VALUES TRACE SCANS CYCLE.
+ * Runs the scans, and writes the bytes of all values to the file VALUES and the trace to the file
+ * TRACE. Exits with status 1 when it cannot write them. */
 #include "velrun.h"
 
 #include <inttypes.h>
