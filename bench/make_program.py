@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Prints a PROGRAM of as many operator calls as wanted, of twenty kinds mixed evenly."""
+"""Prints a PROGRAM with a given number of operator calls, an even mix of twenty kinds."""
 
 import itertools
 import sys
 
-# A statement of one call each; `{i}` is the number of a variable.
+# Statements with one call each; `{i}` is the number of a variable.
 STATEMENTS = [
     "y{i} := LIMIT(0, x{i}, 100);",
     "y{i} := MAX(x{i}, y{i});",

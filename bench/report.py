@@ -18,7 +18,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PAGE = ROOT / "docs/benchmarks.md"
 REPETITIONS = 9
-SCANS = 6400  # of a run, in programs/scan_bench.cpp
+SCANS = 6400  # number of scans in a run of programs/scan_bench.cpp
 EXAMPLES = "valve filling_station gate_iec gate_letters filling_line temperature_control lift".split()
 
 Figure = collections.namedtuple("Figure", "best spread allocations")

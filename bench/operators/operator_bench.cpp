@@ -1,4 +1,4 @@
-// Times the plugin's operations, what they ask of their host alone, and the registry.
+// Times the plugin's operations, their requests to the host alone, and the registry.
 #include <benchmark/benchmark.h>
 #include <strings.h>
 
@@ -11,8 +11,8 @@
 
 namespace {
 
-// Times `step` as `name|part` and counts what one takes from the heap. What the first
-// allocates once and for all is left out.
+// Times `step` under the name `name|part` and counts the allocations of one step. The first step
+// is not counted, since it may allocate memory that is kept.
 template <class Step>
 void add(const std::string& name, const char* part, Step step) {
   benchmark::RegisterBenchmark((name + "|" + part).c_str(), [step](benchmark::State& state) {
@@ -24,7 +24,7 @@ void add(const std::string& name, const char* part, Step step) {
   });
 }
 
-// The registry by hand: a hash table of the C++ library over names of ASCII letters.
+// A registry written by hand for comparison: a std::unordered_map of names.
 struct NameHash {
   std::size_t operator()(const std::string& name) const {
     std::size_t hash = 0xCBF29CE484222325;
@@ -37,7 +37,7 @@ struct SameName {
     return strcasecmp(a.c_str(), b.c_str()) == 0;
   }
 };
-// Its objects have nothing but their names, as the operators.
+// The objects consist of a name only, as operators do.
 using Objects = std::unordered_map<std::string, std::unique_ptr<std::string>, NameHash, SameName>;
 
 Objects registryByHand(hostkit::Services& services, const std::vector<std::string>& names,

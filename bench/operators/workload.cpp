@@ -9,7 +9,7 @@ namespace {
 // Indices into kOperations.
 enum : std::size_t { kCheckAccepted, kCheckRefused, kGenerate };
 
-// `name(operands)` in a program, assigned to `target` when that has a source.
+// Creates the call `name(operands)` in a program, assigned to `target` unless its source is empty.
 vel::ASTNode* makeCall(hostkit::Tree& tree, const std::string& unitName, const char* name,
                        const std::vector<Operand>& operands, const Operand& target) {
   const auto variable = [&tree](const Operand& operand) {
@@ -39,7 +39,7 @@ Symbols::Symbols()
 }
 
 std::vector<Workload> workloads(Symbols& symbols) {
-  // Most texts are too long for a string's own room, so that no copy of them goes unseen.
+  // Names are too long for the small-string optimization, so that copies of them are counted.
   const Operand integer{"conveyor_speed_setpoint", BasicDataType::Int};
   const Operand limit{"conveyor_speed_maximum", BasicDataType::Int};
   const Operand real{"boiler_temperature_mean", BasicDataType::Real};

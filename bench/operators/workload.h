@@ -1,4 +1,4 @@
-// One call of an operator of every family, and the operations of the plugin on it.
+// A call of one operator of every family, and the plugin's operations on it.
 #pragma once
 
 #include <array>
@@ -19,50 +19,50 @@ struct Operand {
   vel::BasicDataType type = vel::BasicDataType::None;
 };
 
-// The symbols that the workloads' hosts know.
+// The symbols in the hosts of the workloads.
 struct Symbols {
   Symbols();
 
   vel::SymbolDataType intType{"INT", vel::BasicDataType::Int};
   vel::SymbolDataType realType{"REAL", vel::BasicDataType::Real};
   vel::SymbolVar variable{"conveyor_speed", &intType, 0};
-  hostkit::Unit function;  // of one input
-  hostkit::Unit program;   // of the bit parameter "valve_positions"
+  hostkit::Unit function;  // with one input
+  hostkit::Unit program;   // with the bit parameter "valve_positions"
 };
 
 struct Workload {
   const char* family;
   const char* name;
   std::vector<Operand> operands;
-  Operand target;            // without a source where the call is not assigned
-  std::size_t refusedCount;  // a number of parameters that the operator does not take
+  Operand target;            // with an empty source if the call is not assigned
+  std::size_t refusedCount;  // a number of parameters that the operator refuses
   ReadyAnswers::Ready answers;
 };
 
 // `symbols` must outlive the result.
 std::vector<Workload> workloads(Symbols& symbols);
 
-// On the call, on a call with a wrong number of parameters, on the call again, and on the
-// operator. Elsewhere an operation is its index in here.
+// The second is performed on a call with a wrong number of parameters. An index into this array
+// denotes an operation.
 constexpr std::array<const char*, 4> kOperations = {"check, accepted", "check, refused", "generate",
                                                     "staticCode"};
 
-// A workload with all that it works on.
+// A workload with its host, trees and recorded requests.
 class Bench {
  public:
-  // Performs each operation once. std::logic_error when one does not do what its name says.
+  // Performs each operation once. Throws std::logic_error when its result is unexpected.
   // `registry` must outlive this object.
   Bench(vel::OpManagerAPI& registry, const Workload& workload);
 
-  // Whatever the operation before has left is cleared.
+  // Discards the results of the previous operation first.
   void run(std::size_t operation) { perform(operation, services_, generator_); }
-  // Asks the host directly what the operation asks it.
+  // Makes the requests of the operation to the host, without the plugin.
   void askHost(std::size_t operation) {
     for (const Request& ask : requests_[operation]) ask(answers_);
   }
 
  private:
-  // Did the operation do what its name says?
+  // False when the result is not the one that the name of the operation promises.
   bool perform(std::size_t operation, hostkit::Services& services, vel::Generator& generator);
 
   const std::string unitName_{"filling_station_control"};

@@ -1,4 +1,4 @@
-/* Function blocks of the standard. */
+/* Function blocks of the standard, written by hand. */
 #ifndef BLOCKS_H
 #define BLOCKS_H
 
@@ -13,7 +13,7 @@ struct on_delay {
   i32 last;
 };
 
-/* Has `in` been set for `delay` milliseconds? */
+/* 1 when `in` has been set for `delay` milliseconds. */
 static inline u8 run_on_delay(struct on_delay* timer, u8 in, i32 delay) {
   timer->in = in;
   timer->delay = delay;
@@ -40,7 +40,7 @@ struct up_counter {
   u8 was_up;
 };
 
-/* Counts where `up` rises; has it counted to `limit`? */
+/* Counts rising edges of `up`. 1 when the count has reached `limit`. */
 static inline u8 run_up_counter(struct up_counter* counter, u8 up, u8 reset, i16 limit) {
   counter->up = up;
   counter->reset = reset;

@@ -39,12 +39,12 @@ struct basket {
   struct bottle* bottle;
   i16 filled;
   struct bottle ring[KEPT];
-  i16 next; /* from 1 on */
+  i16 next; /* counted from 1 */
 };
 
 static struct {
   struct recipe recipes[RECIPES];
-  i16 chosen; /* from 1 on */
+  i16 chosen; /* counted from 1 */
   struct bottle carousel[STATIONS];
   struct bottle fresh;
   u8 turning;

@@ -1,16 +1,16 @@
-/* examples/gate_iec.st and examples/gate_letters.st by hand. The latter, with GATE_LAMP,
+/* examples/gate_iec.st by hand and, with GATE_LAMP, examples/gate_letters.st, which also
  * shows in a bit of D11 that the motor runs. */
 #include "bench/programs/local_io.h"
 #include "bench/programs/scan_pair.h"
 #include "velrt.h"
 
-/* The byte of %MW10 or D10. */
+/* Byte offset of %MW10 or D10. */
 #ifdef GATE_LAMP
 enum { RUNS = 3092 };
 #else
 enum { RUNS = 20 };
 #endif
-enum { LAMPS = 8 }; /* the first of the four */
+enum { LAMPS = 8 }; /* the first of the four lamps */
 
 static struct {
   u8 opened;

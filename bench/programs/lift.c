@@ -11,7 +11,7 @@ enum { DOWN, NOWHERE, UP };
 enum { FLOORS = 4, SCANS_BETWEEN = 30, BOARDING_TIME = 3000, DOOR_TIME = 1000 };
 enum { STOP = 4, BARRIER = 5 };                        /* inputs */
 enum { MOTOR_UP, MOTOR_DOWN, DOOR };                   /* outputs */
-enum { SWITCHES = 0, BUTTONS = 16384, LAMPS = 17409 }; /* bytes of the memory */
+enum { SWITCHES = 0, BUTTONS = 16384, LAMPS = 17409 }; /* byte offsets in the memory */
 
 static struct {
   i16 state;

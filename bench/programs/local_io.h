@@ -1,10 +1,10 @@
-/* Local inputs and outputs, refreshed at once. */
+/* Access to local inputs and outputs with immediate refresh. */
 #ifndef LOCAL_IO_H
 #define LOCAL_IO_H
 
 #include "velrt.h"
 
-/* Their first bits. */
+/* The raw addresses of the first input bit and the first output bit. */
 enum { INPUTS = 131072, OUTPUTS = 139264 };
 
 static inline u8 read_now(u32 input) {

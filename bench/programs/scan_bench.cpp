@@ -1,4 +1,4 @@
-// A scan of a program as velc translates it, beside the same program written by hand.
+// Times a scan of a program as translated by velc and of the same program written by hand.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -14,10 +14,10 @@
 namespace {
 
 constexpr int kScans = 6400;
-constexpr int kScansOfInputs = 50;  // with the same inputs
+constexpr int kScansOfInputs = 50;  // number of scans with the same inputs
 constexpr std::uint32_t kCycle = 100;
 
-// From the start on, with inputs that come and go at random. `after` is called behind each scan.
+// Runs a program from its start with random changes of the inputs. Calls `after` after each scan.
 template <typename After>
 void run(const scan_program& program, After after) {
   std::memset(_m, 0, VEL_MEMORY_BYTES);
@@ -34,7 +34,7 @@ void run(const scan_program& program, After after) {
   }
 }
 
-// In it a program's pointers to variables of its own are the variables' places.
+// The bytes of `variables`, with pointers into them made comparable by replacing them by offsets.
 std::string bytes(const scan_variables& variables) {
   std::string text(static_cast<const char*>(variables.at), variables.size);
   const auto first = reinterpret_cast<std::uintptr_t>(variables.at);
@@ -53,8 +53,8 @@ void note(char what, std::uint32_t offset, std::uint32_t count) {
   *refreshed += what + std::to_string(offset) + '-' + std::to_string(count);
 }
 
-// What a program leaves behind after each scan: its variables, the memory, and which inputs and
-// outputs it has refreshed.
+// Hashes of the state after each scan: the variables, the memory, and the refreshed inputs and
+// outputs.
 std::vector<std::size_t> outcomes(const scan_program& program) {
   const vel_platform_api idle = __platform_api;
   std::string left;
@@ -82,7 +82,7 @@ void measure(benchmark::State& state, const scan_program& program) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // For those who count instructions: one run of each, and nothing else.
+  // Runs each program once and nothing else, to count instructions.
   if (argc == 2 && std::string_view(argv[1]) == "--once") {
     for (const scan_program* program : {&translated, &by_hand}) run(*program, [] {});
     return 0;

@@ -1,5 +1,5 @@
-/* A program twice: as velc translates it and as it is written by hand. Both keep their
- * variables in the same order and types. */
+/* A program in two versions: translated by velc and written by hand. Both must have the same
+ * variables in the same order. */
 #ifndef SCAN_PAIR_H
 #define SCAN_PAIR_H
 
@@ -9,7 +9,7 @@
 extern "C" {
 #endif
 
-/* Of the object that holds a program's variables. */
+/* An attribute of the object that contains the variables of a program. */
 #define VARIABLES __attribute__((aligned(64)))
 
 struct scan_variables {
@@ -20,7 +20,7 @@ struct scan_variables {
 struct scan_program {
   void (*init)(void);
   void (*scan)(void);
-  struct scan_variables variables[2]; /* of a second PROGRAM too, if there is one */
+  struct scan_variables variables[2]; /* the second one for a second PROGRAM, if any */
 };
 
 extern const struct scan_program translated;

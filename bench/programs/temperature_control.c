@@ -33,7 +33,7 @@ struct pid {
 struct oven {
   u8 heater;
   f64 sensor;
-  i16 delay; /* DELAY, AMBIENT: they are shown */
+  i16 delay; /* DELAY, AMBIENT: constants that are shown */
   f64 ambient;
   f64 inside;
   f64 past[DELAY];

@@ -1,5 +1,5 @@
-/* The translation VEL_TRANSLATION of the program VEL_PROGRAM, and of VEL_SECOND where each scan
- * runs another one behind it. */
+/* Includes VEL_TRANSLATION, the translation of the program VEL_PROGRAM. If VEL_SECOND is defined,
+ * each scan runs that program too. */
 #include VEL_TRANSLATION
 
 #include "bench/programs/scan_pair.h"
@@ -7,7 +7,7 @@
 #define NAME(program, part) PASTE(program, part)
 #define PASTE(program, part) program##part
 
-/* Where the variables lie is no difference between the two programs. */
+/* Aligned as in the program written by hand, so that the addresses do not favour one of the two. */
 #define DATA(program) static struct program NAME(program, _data) VARIABLES
 #define DATA_OF(program) \
   { &NAME(program, _data), sizeof NAME(program, _data) }

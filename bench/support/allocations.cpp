@@ -5,7 +5,7 @@
 
 namespace {
 
-// The operators have no object to keep it in. One thread allocates.
+// Global, because operator new has no object that could hold it. Only one thread allocates.
 std::size_t taken = 0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 }  // namespace

@@ -1,8 +1,8 @@
-// Counts what is taken from the heap.
+// Counts heap allocations.
 #pragma once
 
 #include <cstddef>
 
-// How often `operator new` has been called since the program began, in this program and in
-// every library that it has loaded.
+// The number of calls of `operator new` since the program started, including those in the
+// libraries that it has loaded.
 std::size_t allocations();

@@ -10,22 +10,22 @@
 #include "host/expression.h"
 #include "hostkit/answers.h"
 
-// Answers that are ready before they are asked for, whatever the text asked about, so that
-// little of what is measured is the host's own.
+// Returns answers prepared in advance, whatever the question, so that the host takes little of
+// the measured time.
 class ReadyAnswers final : public hostkit::Answers {
  public:
   struct Ready {
-    vel::Symbol* dataType = nullptr;  // to a look-up of that kind; not owned
+    vel::Symbol* dataType = nullptr;  // result of a lookup of that kind; not owned
     vel::Symbol* variable = nullptr;
     vel::Symbol* unit = nullptr;
     vel::Symbol* any = nullptr;
-    vel::HeapAddress address;  // the empty one where no text is an address
+    vel::HeapAddress address;  // the empty address if no operand is an address
   };
 
   ReadyAnswers() = default;
   explicit ReadyAnswers(const Ready& ready) : ready_(ready) {}
 
-  // The type recorded on the expression.
+  // Returns the type recorded on the expression.
   DataTypeInfo typeOf(vel::ASTNode& expression, const std::string& /*unit*/,
                       std::vector<vel::VELMessage>& /*messages*/) override {
     if (expression.type() != vel::ASTType::Expression) return {};
@@ -37,7 +37,7 @@ class ReadyAnswers final : public hostkit::Answers {
     if (kind == vel::Symbol::Variable) return ready_.variable;
     return kind == vel::Symbol::Pou ? ready_.unit : ready_.any;
   }
-  // Takes the unit, and has no use for it.
+  // Deletes the unit, since nothing looks it up.
   bool addUnit(vel::SymbolPOU* unit) override {
     delete unit;
     return true;
@@ -52,10 +52,10 @@ class ReadyAnswers final : public hostkit::Answers {
   Ready ready_;
 };
 
-// A question with copies of its texts. Nodes and symbols in it are not owned.
+// A question with copies of its strings. Does not own its nodes and symbols.
 using Request = std::function<void(hostkit::Answers&)>;
 
-// Passes every question on, and keeps it in `requests`. Neither is owned.
+// Forwards every question to `answers` and appends it to `requests`. Owns neither.
 class RecordingAnswers final : public hostkit::Answers {
  public:
   RecordingAnswers(hostkit::Answers& answers, std::vector<Request>& requests)
