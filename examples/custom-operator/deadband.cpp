@@ -1,4 +1,4 @@
-// An add-on with one operator, DEADBAND. The page at the end of the file tells what it does.
+// An add-on with one operator, DEADBAND. The page at the end of the file describes it.
 #include <memory>
 #include <string_view>
 
@@ -51,7 +51,7 @@ class DeadbandOperator final : public vel::STOperator {
   }
 
  private:
-  // Null unless there are two.
+  // The parameter list; null unless it has two parameters.
   static const vel::ASTNode* parameters(const vel::ASTNode* invocation) {
     if (invocation->leavesCount() < 2) return nullptr;
     const vel::ASTNode* const list = invocation->leaf(1);
@@ -85,7 +85,7 @@ are of type REAL, and so is the result.
 bool RegisterOperators(vel::OpManagerAPI* registry) {
   auto deadband = std::make_unique<DeadbandOperator>("DEADBAND");
   if (!registry->registerOperator(deadband.get())) return false;
-  static_cast<void>(deadband.release());  // the registry's from here on
+  static_cast<void>(deadband.release());  // the registry owns it now
   return true;
 }
 

@@ -1,4 +1,4 @@
-// A host on the kit: has the plugin check calls, and gives their C.
+// A host built on the kit: lets the plugin check calls and generate their C.
 #pragma once
 
 #include <unordered_map>
@@ -16,9 +16,9 @@ class Host : public hostkit::Answers {
   Host() { symbols_.addUnit(unit_); }
 
   hostkit::Services services{this};
-  std::vector<vel::VELMessage> messages;  // on the line compiled last
+  std::vector<vel::VELMessage> messages;  // about the line compiled last
 
-  // `TYPE: C` of the call in a line, or just its C; empty without a call, or with an error in it.
+  // `TYPE: C` of the call in a line, or its C if it has no type; empty without a call or on errors.
   std::string compile(const std::string& text, std::uint32_t number) {
     messages.clear();
     try {
@@ -34,7 +34,7 @@ class Host : public hostkit::Answers {
     }
   }
 
-  // Names have the types that they are declared with, calls those that their checks gave.
+  // A name has the type of its declaration, and a call the type that its check has returned.
   DataTypeInfo typeOf(vel::ASTNode& node, const std::string& unit,
                       std::vector<vel::VELMessage>& told) override {
     if (node.type() == hostkit::kInvocationNode) return results_[&node];
@@ -51,19 +51,19 @@ class Host : public hostkit::Answers {
     if (memory_.parse(text, address)) return hostkit::typeInfo(hostkit::addressTypeName(address));
     return {};
   }
-  // The table holds the elementary types, all units, and what lines declare.
+  // The symbol table contains the elementary types, all units, and the declared variables.
   vel::Symbol* find(const char* name, const char* unit, vel::Symbol::Type kind) override {
     return symbols_.find(name, unit, kind);
   }
-  // The names of operators are taken for all other units.
+  // Keeps the units of operators, so that no other unit can have their names.
   bool addUnit(vel::SymbolPOU* unit) override { return symbols_.addUnit(unit); }
-  // The device has the memory that the map describes.
+  // The map describes the memory of the device.
   bool parseAddress(const std::string& text, vel::HeapAddress& out) override {
     return memory_.parse(text, out);
   }
-  // The runtime lays its `_m` out like the map.
+  // The runtime's `_m` has the same layout as the map.
   vel::HeapRawAddr place(const vel::HeapAddress& address) override { return memory_.raw(address); }
-  // C has other literals, minds the letter case of names, and knows no bits and no addresses.
+  // Translates literals, the letter case of names, bits and addresses, which differ in C.
   std::string expressionText(vel::ASTNode& node) override {
     auto& operand = static_cast<Expression&>(node);
     const std::string text = AstNodeHelper::astText(&node);
@@ -78,10 +78,10 @@ class Host : public hostkit::Answers {
   }
 
  protected:
-  // Types a call and checks it, and those among its operands; false when one is refused.
+  // Checks a call and the calls among its operands, and records types; false when one is refused.
   bool analyse(const Line& line) {
     results_.clear();
-    // Operators take the first of two leaves around a call for what the result is assigned to.
+    // If the parent of a call has two leaves, operators take the first for an assignment's target.
     hostkit::Tree::Leaves leaves{line.call};
     if (line.subject != nullptr) leaves.insert(leaves.begin(), line.subject);
     auto* const body = tree_->make<vel::ASTNode>({}, std::move(leaves), hostkit::kStatementNode);
@@ -99,8 +99,8 @@ class Host : public hostkit::Answers {
     return static_cast<vel::SymbolVar*>(find(name.c_str(), unit.c_str(), vel::Symbol::Variable));
   }
 
-  std::optional<hostkit::Tree> tree_;  // of the line
-  // Around all calls; the table's. A function, whose hidden variables are static in C.
+  std::optional<hostkit::Tree> tree_;  // tree of the current line
+  // Contains all calls. A function, so that hidden variables are static in C. The table owns it.
   hostkit::Unit* unit_ = new hostkit::Unit(&services, "Calls", vel::POUType::Function);
   hostkit::TextGenerator generator_{services};
 
@@ -118,7 +118,7 @@ class Host : public hostkit::Answers {
     if (operand.op() == kCall && !analyse(static_cast<Invocation&>(*operand.leaf(0)))) return false;
     const std::string text = AstNodeHelper::astText(&operand);
     const DataTypeInfo type = typeOf(operand, unit_->name(), messages);
-    // Calls may have none, operators tell what is wrong with an address, and SIZEOF takes types.
+    // Calls may have no type, operators report invalid addresses, and SIZEOF accepts types.
     if (type.name.empty() && operand.op() != kCall && text[0] != '%' && !symbols_.type(text))
       return refuse(operand, "is not declared");
     operand.setBasicType(type.type);
@@ -149,5 +149,5 @@ class Host : public hostkit::Answers {
 
   hostkit::SymbolTable symbols_;
   hostkit::DeviceMap memory_{hostkit::DeviceMap::Sizes()};
-  std::unordered_map<const vel::ASTNode*, DataTypeInfo> results_;  // of the line's calls
+  std::unordered_map<const vel::ASTNode*, DataTypeInfo> results_;  // types of the line's calls
 };

@@ -8,14 +8,14 @@
 #include "hostkit/messages.h"
 #include "hostkit/tree.h"
 
-// An operand that is a call, its leaf 0. Numbers that the contract does not name are the host's.
+// An operand that is a call, its leaf 0. A host may use any number that the contract does not name.
 constexpr Expression::Operator kCall{100};
-constexpr int kMostCalls = 1000;  // in a line, lest their nesting exhaust the stack
+constexpr int kMostCalls = 1000;  // in a line, because deeper nesting could exhaust the stack
 
 class Line {
  public:
-  // Makes the nodes in `tree`, and throws a vel::VELMessage for what it cannot read. The plugin
-  // only hands positions back: here they are the line's `number` and a column, from 1.
+  // Creates the nodes in `tree`. Throws a vel::VELMessage for a syntax error. The plugin only
+  // copies positions, so that here they can be the `number` of the line and a column, from 1.
   Line(std::string_view source, std::uint32_t number, hostkit::Tree& tree)
       : source_(source), number_(number), tree_(tree) {
     take();
@@ -32,7 +32,7 @@ class Line {
     if (!next_.empty()) fail(next_, "the end of the line is expected");
   }
 
-  Expression* subject = nullptr;  // declared, or assigned to; null when neither
+  Expression* subject = nullptr;  // the name declared or assigned to; null when there is none
   Invocation* call = nullptr;     // null in a declaration
   std::string_view type;          // in a declaration
   std::int32_t kind = vel::SymbolVar::kInput;
@@ -65,7 +65,7 @@ class Line {
     return made;
   }
 
-  // Of the first word. Literals hold separators in quotation marks, and colons behind a `#`.
+  // Length of the first token. Literals contain separators in quotes, and colons after a `#`.
   static std::size_t wordLength(std::string_view text) {
     if (text.substr(0, 2) == "//") return 0;
     if (text.substr(0, 2) == ":=") return 2;
@@ -81,7 +81,7 @@ class Line {
     return text.size();
   }
 
-  // The next word, empty at the end; reads the one behind it.
+  // Returns the next token, which is empty at the end, and reads the one after it.
   std::string_view take() {
     const std::string_view taken = next_;
     end_ = offset(taken) + taken.size();
@@ -97,7 +97,7 @@ class Line {
   vel::TextLocation where(std::string_view word) const {
     return vel::TextLocation(number_, static_cast<std::uint32_t>(offset(word) + 1));
   }
-  // Up to the last word taken.
+  // The span from `first` to the last token taken.
   hostkit::Tree::Span from(std::string_view first) const {
     return {source_.substr(offset(first), end_ - offset(first)), where(first)};
   }

@@ -1,4 +1,4 @@
-// Has the plugin check the calls on standard input, and prints their C.
+// Lets the plugin check the calls on standard input, and prints their C.
 #include <iostream>
 
 #include "host.h"
@@ -6,7 +6,7 @@
 
 int main(int count, char** arguments) {
   Host host;
-  hostkit::PluginLibrary library;  // ends before the services that its registry uses
+  hostkit::PluginLibrary library;  // destroyed before the services, which its registry uses
   std::string error = "usage: host PLUGIN [ADD-ON...] < calls.txt";
   if (count < 2 ||
       !library.start(host.services, arguments[1], {arguments + 2, arguments + count}, error)) {
