@@ -47,8 +47,8 @@ class ConversionCheck {
   // True when the host can convert the argument to `target`. Warns of a loss of information.
   bool argumentConverts(BasicDataType target);
 
-  // Report that the argument's type is not accepted; both return false. `what` is the operand
-  // that the message names.
+  // Report that the argument's type is not accepted; both return false. The message names `what`
+  // in the place of the argument.
   bool mismatch(const std::string& what);
   bool cannotConvert(std::string_view wanted);
 

@@ -16,11 +16,11 @@ std::optional<BasicDataType> checkInteger(InternalInterface* ii, ASTNode* invoca
   return std::nullopt;
 }
 
-std::optional<BasicDataType> checkMovedBits(InternalInterface* ii, ASTNode* invocation,
-                                            const ASTNode& list, const MessageFormat& fault,
-                                            const std::string& scope,
-                                            std::vector<VELMessage>& messages,
-                                            std::string& resultType) {
+std::optional<BasicDataType> checkShiftOperands(InternalInterface* ii, ASTNode* invocation,
+                                                const ASTNode& list, const MessageFormat& fault,
+                                                const std::string& scope,
+                                                std::vector<VELMessage>& messages,
+                                                std::string& resultType) {
   const auto moved = checkInteger(ii, invocation, list.leaf(0), fault, scope, messages);
   if (!moved) return std::nullopt;
   resultType = AstNodeHelper::basicDataTypeText(*moved);

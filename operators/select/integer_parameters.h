@@ -22,10 +22,10 @@ std::optional<BasicDataType> checkInteger(InternalInterface* ii, ASTNode* invoca
 
 // Checks that IN and N of a shift or rotation are integers. Returns the type of IN, which is
 // also the result type; `resultType` is set even if N is refused.
-std::optional<BasicDataType> checkMovedBits(InternalInterface* ii, ASTNode* invocation,
-                                            const ASTNode& list, const MessageFormat& fault,
-                                            const std::string& scope,
-                                            std::vector<VELMessage>& messages,
-                                            std::string& resultType);
+std::optional<BasicDataType> checkShiftOperands(InternalInterface* ii, ASTNode* invocation,
+                                                const ASTNode& list, const MessageFormat& fault,
+                                                const std::string& scope,
+                                                std::vector<VELMessage>& messages,
+                                                std::string& resultType);
 
 }  // namespace vel

@@ -8,8 +8,9 @@
 
 namespace vel {
 
-// The result has the type of the larger operand. If both operands have the same type and the
-// invocation is assigned, it has the type of the assignment's target.
+// The result has the type to which the other operand converts: a floating-point type or the
+// larger integer type. If both operands have the same type and the invocation is assigned, it has
+// the type of the assignment's target.
 class MinMaxOperator : public StaticOperator {
  public:
   using StaticOperator::StaticOperator;

@@ -91,7 +91,7 @@ bool RotateOperator::check(InternalInterface* ii, ASTNode* invocation,
 
   const std::string scope = effectivePouName(invocation, pouName);
   const auto rotated =
-      checkMovedBits(ii, invocation, *list, message::kNotInteger, scope, messages, resultType);
+      checkShiftOperands(ii, invocation, *list, message::kNotInteger, scope, messages, resultType);
   if (!rotated) return false;
   if (!isAssigned(*invocation)) return true;
 

@@ -17,8 +17,8 @@ bool ShiftOperator::check(InternalInterface* ii, ASTNode* invocation,
                           const std::string& pouName) {
   const ASTNode* list = checkShape(ii, invocation, kTwoParameters, messages);
   if (list == nullptr) return false;
-  return checkMovedBits(ii, invocation, *list, message::kNotShiftable,
-                        effectivePouName(invocation, pouName), messages, resultType)
+  return checkShiftOperands(ii, invocation, *list, message::kNotShiftable,
+                            effectivePouName(invocation, pouName), messages, resultType)
       .has_value();
 }
 
