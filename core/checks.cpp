@@ -51,7 +51,7 @@ ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const Invocation
     return nullptr;
   }
   if (list == nullptr || list->leavesCount() < shape.least || list->leavesCount() > shape.most ||
-      !hasLeaves(*list, shape.touched)) {
+      !hasLeaves(*list, shape.readCount)) {
     report(ii, messages, message::kParameterCount, invocation->pos(), operatorName());
     return nullptr;
   }
@@ -64,7 +64,7 @@ bool checkParams(InternalInterface* ii, ASTNode* invocation, std::vector<VELMess
   if (isEmpty(invocation)) return false;
   const int inputs = hasParameterList(*invocation) ? countInputs(ii, operatorText(invocation)) : 0;
   const InvocationShape counted{inputs, inputs};
-  return checkShape(ii, invocation, counted.touching(0), messages) != nullptr;
+  return checkShape(ii, invocation, counted.readingFirst(0), messages) != nullptr;
 }
 
 int countInputs(InternalInterface* ii, const std::string& operatorName) {

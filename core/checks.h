@@ -25,12 +25,12 @@ struct InvocationShape {
   ListFault listFault = ListFault::NotAllowed;  // message where leaf 1 is no parameter list
   Leaves leaves = Leaves::NameAndMore;          // of the invocation itself
   // Number of leading parameters that the operator reads; the nodes of the others may be null.
-  int touched = kEveryParameter;
+  int readCount = kEveryParameter;
 
   // The same shape for an operator that reads only the first `count` parameters.
-  constexpr InvocationShape touching(int count) const {
+  constexpr InvocationShape readingFirst(int count) const {
     InvocationShape shape = *this;
-    shape.touched = count;
+    shape.readCount = count;
     return shape;
   }
 };
@@ -40,7 +40,7 @@ struct InvocationShape {
 //   invocation without leaves gets the message on the number of parameters);
 // - with the message of `listFault` when leaf 1 is of another kind than a parameter list;
 // - with the message on the number of parameters when there is no list, when its length is
-//   not within `least` and `most`, or when one of the first `touched` parameters is null.
+//   not within `least` and `most`, or when one of the first `readCount` parameters is null.
 ASTNode* checkShape(InternalInterface* ii, ASTNode* invocation, const InvocationShape& shape,
                     std::vector<VELMessage>& messages);
 

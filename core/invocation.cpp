@@ -39,9 +39,9 @@ bool hasParameterList(const ASTNode& invocation) {
   return list != nullptr && list->type() == ASTType::ParameterList;
 }
 
-ASTNode* argumentList(const ASTNode* invocation, int touched) {
+ASTNode* argumentList(const ASTNode* invocation, int readCount) {
   ASTNode* list = leafOf(invocation, 1);
-  return list != nullptr && hasLeaves(*list, touched) ? list : nullptr;
+  return list != nullptr && hasLeaves(*list, readCount) ? list : nullptr;
 }
 
 bool hasLeaves(const ASTNode& list, int count) {

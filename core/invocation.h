@@ -32,10 +32,10 @@ std::string operatorText(const ASTNode* invocation);
 std::optional<std::string> nameToken(const ASTNode* invocation);
 
 bool hasParameterList(const ASTNode& invocation);
-// The parameter list, for code generation; null when the list or one of its first `touched`
+// The parameter list, for code generation; null when the list or one of its first `readCount`
 // parameters is missing.
 constexpr int kEveryParameter = std::numeric_limits<int>::max();
-ASTNode* argumentList(const ASTNode* invocation, int touched = kEveryParameter);
+ASTNode* argumentList(const ASTNode* invocation, int readCount = kEveryParameter);
 // True when none of the first `count` leaves of `list` is null. The list may be shorter.
 bool hasLeaves(const ASTNode& list, int count);
 

@@ -13,7 +13,7 @@ namespace {
 
 // checkParams has counted the parameters; only the first is read.
 constexpr InvocationShape kFirstParameter =
-    InvocationShape{1, InvocationShape::kNoLimit}.touching(1);
+    InvocationShape{1, InvocationShape::kNoLimit}.readingFirst(1);
 
 bool isReal(BasicDataType type) {
   return type == BasicDataType::Real || type == BasicDataType::LReal;

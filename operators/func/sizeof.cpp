@@ -14,7 +14,7 @@ namespace {
 
 // Parameters after the first are ignored.
 constexpr InvocationShape kFirstParameter =
-    InvocationShape{1, InvocationShape::kNoLimit}.touching(1);
+    InvocationShape{1, InvocationShape::kNoLimit}.readingFirst(1);
 
 // Decides by the fields of the address, and ignores whether the host could parse the text.
 bool isAddress(InternalInterface* ii, const std::string& text, HeapAddress& out) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr InvocationShape kThreeParameters{3, 3};
 // The third parameter is not read: neither its type nor its value is checked.
-constexpr InvocationShape kConditionAndTwo = kThreeParameters.touching(2);
+constexpr InvocationShape kConditionAndTwo = kThreeParameters.readingFirst(2);
 
 struct Parameter {
   ASTNode* node;
