@@ -443,13 +443,12 @@ Units generate(std::uint64_t seed, const std::string& suffix) {
   Units units = Generator(seed, suffix).units();
   // What the operands' needs do not keep from being undefined is left out.
   for (;;) {
-    Machine machine(units);
     try {
-      machine.run(kScans);
+      evaluated(units);
       return units;
-    } catch (const Undefined&) {
+    } catch (const Stuck& stuck) {
       for (Unit& unit : units) {
-        if (erase(unit.body, machine.current())) break;
+        if (erase(unit.body, stuck.statement)) break;
       }
     }
   }

@@ -13,23 +13,12 @@
 namespace generated {
 namespace {
 
-// Says what goes wrong with a program, and with the smallest that shares it.
-void report(const Units& units, std::uint64_t seed, const Toolchain& toolchain, bool shrink) {
-  fmt::print("seed {} fails:\n{}\n", seed, run({units}, toolchain).text);
-  std::fflush(stdout);
-  if (!shrink) return;
-  const Units small = shrunk(units, toolchain);
-  fmt::print("It is down to\n\n{}\n{}\n", text(small), run({small}, toolchain).text);
-  std::fflush(stdout);
-}
-
 int execute(int argc, char** argv) {
   std::uint64_t count = 100;
   std::uint64_t seed = 1;
   std::uint64_t batch = 50;
   std::string summary;
   bool print = false;
-  bool shrink = true;
   Toolchain toolchain;
   CLI::App app("Runs random programs and compares what they give with what they should.");
   app.add_option("--count", count, "how many")->capture_default_str();
@@ -39,7 +28,6 @@ int execute(int argc, char** argv) {
   app.add_option("--summary", summary, "a file for the closing line");
   app.add_flag("--sanitize", toolchain.sanitize, "with address and undefined-behaviour sanitizers");
   app.add_flag("--print", print, "print the programs only");
-  app.add_flag("!--no-shrink", shrink, "only tell which fail");
   CLI11_PARSE(app, argc, argv);
 
   std::uint64_t failed = 0;
@@ -50,10 +38,12 @@ int execute(int argc, char** argv) {
       programs.push_back(generate(seed + done + i, fmt::format("_{}", seed + done + i)));
       if (print) fmt::print("{}\n", text(programs.back()));
     }
-    if (!print && run(programs, toolchain).kind != Outcome::Right) {
+    if (!print && !run(programs, toolchain).empty()) {
       for (std::uint64_t i = 0; i < size; ++i) {
-        if (run({programs[i]}, toolchain).kind == Outcome::Right) continue;
-        report(programs[i], seed + done + i, toolchain, shrink);
+        const std::string wrong = run({programs[i]}, toolchain);
+        if (wrong.empty()) continue;
+        fmt::print("seed {} fails:\n{}\n{}\n", seed + done + i, wrong, text(programs[i]));
+        std::fflush(stdout);
         ++failed;
       }
     }

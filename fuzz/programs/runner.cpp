@@ -2,39 +2,15 @@
 
 #include <fmt/format.h>
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
-#include "cli/diagnostics_printer.h"
-#include "cli/output_file.h"
 #include "cli/paths.h"
-#include "cli/process.h"
 #include "cli/program_driver.h"
-#include "cli/temporary_folder.h"
+#include "fuzz/programs/execution.h"
 #include "fuzz/programs/machine.h"
 
 namespace generated {
 namespace {
-
-std::vector<std::string> compileCommand(const std::string& folder, const Toolchain& toolchain) {
-  // Without contraction every operation rounds, as it does here.
-  std::vector<std::string> command = {toolchain.compiler,
-                                      "-std=gnu11",
-                                      "-O1",
-                                      "-w",
-                                      "-ffp-contract=off",
-                                      "-I" + velc::includeFolder().native(),
-                                      "-o",
-                                      folder + "program",
-                                      folder + "driver.c"};
-  if (toolchain.sanitize) {
-    command.insert(command.end(), {"-fsanitize=address,undefined", "-fno-sanitize-recover=all"});
-  }
-  command.insert(command.end(),
-                 {velc::libraryPath("libvelrun.a"), velc::libraryPath("libvelrt.a"), "-lm"});
-  return command;
-}
 
 // The lines that differ, each as it is and as it should be.
 std::string differences(const std::string& actual, const std::string& expected) {
@@ -51,49 +27,33 @@ std::string differences(const std::string& actual, const std::string& expected) 
 
 }  // namespace
 
-Outcome run(const std::vector<Units>& programs, const Toolchain& toolchain) {
-  refhost::Options options;
-  options.pluginPath = velc::pluginPath();
-  refhost::Session session(options);
-  std::string said;
-  if (!session.start(said)) return {Outcome::Refused, said};
+std::string run(const std::vector<Units>& programs, const Toolchain& toolchain) {
   std::string source;
   for (const Units& units : programs) source += text(units);
-  session.sources().add("random.st", source);
-  const std::string c = session.analyse() ? session.translate() : "";
-  for (const vel::VELMessage& message : session.messages()) {
-    if (message.severity != 1) continue;
-    return {Outcome::Refused, velc::diagnosticText(session.sources(), message)};
+  Execution execution;
+  std::string said = execution.translate(source);
+  if (!said.empty()) return said;
+  // Without contraction every operation rounds, as it does here.
+  Words command = {toolchain.compiler, "-w", "-ffp-contract=off", velc::libraryPath("libvelrt.a")};
+  if (toolchain.sanitize) {
+    command.insert(command.end(), {"-fsanitize=address,undefined", "-fno-sanitize-recover=all"});
   }
-
-  const velc::TemporaryFolder temporary;
-  const velc::TerminationGuard guard;
-  const std::string folder = temporary.path().native() + '/';
-  const auto variables = velc::printedVariables(session, {});
-  velc::writeFile(folder + "program.c", c);
-  velc::writeFile(folder + "driver.c", velc::driverText(session, {}, variables, false));
-  velc::ProcessResult result = velc::runProcess(compileCommand(folder, toolchain), guard);
-  if (!result.succeeded()) return {Outcome::NotCompiled, "the compiler fails\n" + result.output};
-  result = velc::runProcess(
-      {folder + "program", folder + "values", folder + "trace", std::to_string(kScans), "10"},
-      guard, std::chrono::minutes(1));
-  if (!result.succeeded()) return {Outcome::Crashed, "the program fails\n" + result.output};
+  said = execution.run(command, {}, kScans);
+  if (!said.empty()) return said;
 
   std::string expected;
-  std::size_t next = 0;
+  auto variable = execution.variables.begin();
   for (const Units& units : programs) {
-    Machine machine(units);
-    machine.run(kScans);
-    for (; next < variables.size() && variables[next].program == units.back().name; ++next) {
-      expected += bytes(machine.value(variables[next].name),
-                        static_cast<std::size_t>(variables[next].byteSize));
+    const std::map<std::string, Value> held = evaluated(units);
+    for (; variable != execution.variables.end() && variable->program == units.back().name;
+         ++variable) {
+      expected += bytes(held.at(variable->name), static_cast<std::size_t>(variable->byteSize));
     }
   }
-  std::ifstream file(folder + "values", std::ios::binary);
-  const std::string actual(std::istreambuf_iterator<char>(file), {});
-  const std::string wrong = differences(velc::valueLines(session, variables, actual),
-                                        velc::valueLines(session, variables, expected));
-  return {wrong.empty() ? Outcome::Right : Outcome::Wrong, wrong};
+  const auto lines = [&](const std::string& values) {
+    return velc::valueLines(execution.session, execution.variables, values);
+  };
+  return differences(lines(execution.values), lines(expected));
 }
 
 }  // namespace generated

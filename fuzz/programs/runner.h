@@ -1,4 +1,4 @@
-// Random programs through plugin, reference host, C compiler and runtime.
+// Runs random programs and compares what they give with what they should.
 #pragma once
 
 #include <string>
@@ -13,16 +13,7 @@ struct Toolchain {
   bool sanitize = false;  // address and undefined behaviour of programs, not of the runtime
 };
 
-struct Outcome {
-  enum Kind { Right, Refused, NotCompiled, Crashed, Wrong };
-  Kind kind = Right;
-  std::string text;  // what was said, or the values that are not as expected
-};
-
-// Runs the programs as one; their names differ.
-Outcome run(const std::vector<Units>& programs, const Toolchain& toolchain);
-
-// The smallest program found that fails as `units` does.
-Units shrunk(Units units, const Toolchain& toolchain);
+// What is wrong with the programs, run as one; an empty text for nothing. Their names differ.
+std::string run(const std::vector<Units>& programs, const Toolchain& toolchain);
 
 }  // namespace generated

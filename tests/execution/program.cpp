@@ -5,19 +5,18 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <regex>
 #include <sstream>
 
-#include "cli/diagnostics_printer.h"
 #include "cli/paths.h"
-#include "cli/process.h"
-#include "cli/program_driver.h"
 #include "cli/temporary_folder.h"
 #include "core/op_manager_api.h"
 
 namespace execution {
+
+using generated::Execution;
+using generated::Words;
 
 std::string compiler;
 
@@ -27,13 +26,8 @@ Proof& proof() {
 }
 
 std::vector<std::string> operatorNames() {
-  refhost::Options options;
-  options.pluginPath = velc::pluginPath();
-  refhost::Session session(options);
-  std::string error;
-  EXPECT_TRUE(session.start(error)) << error;
   std::vector<std::string> names;
-  session.operators().operatorNames(names);
+  Execution().session.operators().operatorNames(names);
   return names;
 }
 
@@ -49,7 +43,8 @@ std::string Program::input(const Value& value) {
 void Program::expect(const std::string& expression, const Value& expected) {
   expectations_[fmt::format("out{}", calls_.size())] = {expected, expression};
   calls_.push_back(expression);
-  operators_.insert(expression.substr(0, expression.find('(')));
+  const std::size_t open = expression.find('(');
+  if (open != std::string::npos) operators_.insert(expression.substr(0, open));
 }
 
 void Program::expect(const std::string& name, const std::vector<Value>& inputs,
@@ -73,21 +68,7 @@ void Program::proves(const std::string& operators) {
   operators_.insert(std::istream_iterator<std::string>(names), {});
 }
 
-void Program::compileWith(const char* flag, const char* reason) {
-  ASSERT_STRNE("", reason);
-  flags_.emplace_back(flag);
-}
-
 namespace {
-
-std::string readFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeFile(const std::string& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
-}
 
 // C that makes `variable` hold the bytes.
 std::string storeStatement(const refhost::ProgramVariable& variable, const std::string& bytes) {
@@ -97,44 +78,28 @@ std::string storeStatement(const refhost::ProgramVariable& variable, const std::
                      bytes.size());
 }
 
-using Arguments = std::vector<std::string>;
-
-// What a command says when it fails.
-std::string failure(const Arguments& command) {
-  const velc::TerminationGuard guard;
-  const velc::ProcessResult result = velc::runProcess(command, guard, std::chrono::minutes(2));
-  return result.succeeded() ? "" : fmt::format("{} failed:\n{}", command[0], result.output);
-}
-
-Arguments compileCommand(const Arguments& more) {
+Words compileCommand(const Words& more) {
   std::istringstream flags(
-      "-std=gnu11 -O1 -Wall -Wextra -Werror -fno-sanitize-recover=all "
+      "-Wall -Wextra -Werror -fno-sanitize-recover=all "
       "-fsanitize=address,undefined,float-cast-overflow");
-  Arguments command = {compiler, "-I" + velc::includeFolder().native()};
+  Words command = {compiler, "-O1", "-I" + velc::includeFolder().native()};
   command.insert(command.end(), std::istream_iterator<std::string>(flags), {});
   command.insert(command.end(), more.begin(), more.end());
   return command;
 }
 
 // The runtime, compiled with the sanitizers too, once for all programs.
-class Runtime {
- public:
-  Runtime() {
-    for (const auto& file : std::filesystem::directory_iterator(RUNTIME)) {
-      if (file.path().extension() != ".c") continue;
-      objects_.push_back(folder_.path() / file.path().stem().concat(".o"));
-      EXPECT_EQ("", failure(compileCommand({"-c", "-o", objects_.back(), file.path()})));
-    }
+std::string runtimeObject() {
+  static const velc::TemporaryFolder folder;
+  std::string object = folder.path() / "runtime.o";
+  if (std::filesystem::exists(object)) return object;
+  Words files = {"-std=gnu11", "-r", "-o", object};
+  for (const auto& file : std::filesystem::directory_iterator(RUNTIME)) {
+    if (file.path().extension() == ".c") files.push_back(file.path());
   }
-  static const Arguments& objects() {
-    static const Runtime runtime;
-    return runtime.objects_;
-  }
-
- private:
-  velc::TemporaryFolder folder_;
-  Arguments objects_;
-};
+  EXPECT_EQ("", generated::failure(compileCommand(files)));
+  return object;
+}
 
 }  // namespace
 
@@ -166,68 +131,47 @@ std::string Program::source() const {
   return text;
 }
 
-void Program::compare(const std::vector<refhost::ProgramVariable>& printed,
-                      const std::string& held) const {
+void Program::compare(const Execution& execution) const {
   std::size_t at = 0;
   std::size_t compared = 0;
-  for (const refhost::ProgramVariable& variable : printed) {
+  for (const refhost::ProgramVariable& variable : execution.variables) {
     const auto size = static_cast<std::size_t>(variable.byteSize);
-    const std::string bytes = held.substr(at, size);
-    at += size;
     const auto found = expectations_.find(variable.name);
-    if (found == expectations_.end()) continue;
-    const Expectation& expected = found->second;
-    EXPECT_EQ(generated::printed(expected.value),
-              generated::printed(fromBytes(*expected.value.type, bytes)))
-        << expected.source;
-    ++compared;
+    if (found != expectations_.end()) {
+      const auto& [value, source] = found->second;
+      EXPECT_EQ(generated::printed(value),
+                generated::printed(fromBytes(*value.type, execution.values.substr(at, size))))
+          << source;
+      ++compared;
+    }
+    at += size;
   }
-  EXPECT_EQ(held.size(), at);
+  EXPECT_EQ(execution.values.size(), at);
   EXPECT_EQ(expectations_.size(), compared);
 }
 
 void Program::run() {
-  options.pluginPath = velc::pluginPath();
-  refhost::Session session(options);
-  std::string error;
-  ASSERT_TRUE(session.start(error)) << error;
-  session.sources().add("program.st", source());
-  session.analyse();
-  const std::string text = session.translate();
-  for (const vel::VELMessage& message : session.messages()) {
-    ASSERT_NE(1, message.severity) << velc::diagnosticText(session.sources(), message);
-  }
-
+  Execution execution(options);
+  ASSERT_EQ("", execution.translate(source(), addresses_));
   if (compiler == "-") {
     proof().operators.insert(operators_.begin(), operators_.end());
     return;
   }
-
-  const std::vector<refhost::ProgramVariable> printed = velc::printedVariables(session, addresses_);
-  std::vector<std::string> stores;
-  for (const refhost::ProgramVariable& variable : printed) {
+  Words stores;
+  for (const refhost::ProgramVariable& variable : execution.variables) {
     const auto input = inputs_.find(variable.name);
     if (input != inputs_.end()) stores.push_back(storeStatement(variable, bytes(input->second)));
   }
   for (const auto& [address, value] : presets) {
     refhost::ProgramVariable place;
-    ASSERT_TRUE(session.addressVariable(address, place)) << address;
+    ASSERT_TRUE(execution.session.addressVariable(address, place)) << address;
     stores.push_back(storeStatement(place, bytes(value)));
   }
-
-  const velc::TemporaryFolder temporary;
-  const std::string folder = temporary.path().native() + '/';
-  writeFile(folder + "program.c", text);
-  writeFile(folder + "driver.c", velc::driverText(session, stores, printed, true));
-  Arguments arguments = {"-o", folder + "program", folder + "driver.c"};
-  arguments.insert(arguments.end(), flags_.begin(), flags_.end());
-  arguments.insert(arguments.end(), Runtime::objects().begin(), Runtime::objects().end());
-  arguments.insert(arguments.end(), {velc::libraryPath("libvelrun.a"), "-lm"});
-  ASSERT_EQ("", failure(compileCommand(arguments)));
-  ASSERT_EQ("", failure({folder + "program", folder + "values", folder + "trace",
-                         std::to_string(scans), "0"}));
-  EXPECT_EQ(refreshes, readFile(folder + "trace"));
-  compare(printed, readFile(folder + "values"));
+  Words more = flags;
+  more.push_back(runtimeObject());
+  ASSERT_EQ("", execution.run(compileCommand(more), stores, scans));
+  EXPECT_EQ(refreshes, execution.trace);
+  compare(execution);
   if (testing::Test::HasFailure()) return;
   proof().operators.insert(operators_.begin(), operators_.end());
   proof().cases += static_cast<int>(expectations_.size());

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "refhost/session.h"
+#include "fuzz/programs/execution.h"
 #include "tests/execution/samples.h"
 
 namespace execution {
@@ -35,22 +35,21 @@ class Program {
   std::string refreshes;  // of local I/O that are expected, as `velc run --trace-io` has them
   refhost::Options options;
   std::map<std::string, Value> presets;  // of device addresses before the first scan
+  std::vector<std::string> flags;        // for the C compiler, that texts of operators need
   int scans = 1;
 
   // A variable that holds the value, which the C compiler cannot know.
   std::string input(const Value& value);
-  // A call with inputs, given to a variable of the type of `expected`. What a NaN holds does not
-  // count.
+  // A call with inputs, given to a variable of the type of
+  // `expected`. What a NaN holds does not count.
   void expect(const std::string& name, const std::vector<Value>& inputs, const Value& expected);
-  // The same for any expression that begins with a call.
+  // The same for any expression.
   void expect(const std::string& expression, const Value& expected);
   // What a variable declared in `variables`, or a device address, holds after all scans.
   void expectVariable(const std::string& name, const Value& expected);
   void expectAt(const std::string& address, const Value& expected);
   // Counts operators that statements in `units` and `body` call as proven by this program.
   void proves(const std::string& operators);
-  // A flag for the C compiler, needed for a text that an operator has to emit.
-  void compileWith(const char* flag, const char* reason);
 
   // Runs it and compares.
   void run();
@@ -61,7 +60,7 @@ class Program {
     std::string source;
   };
   std::string source() const;
-  void compare(const std::vector<refhost::ProgramVariable>& printed, const std::string& held) const;
+  void compare(const generated::Execution& execution) const;
 
   std::map<std::string, std::string> names_;  // of inputs, by type and bytes
   std::map<std::string, Value> inputs_;       // by name
@@ -69,7 +68,6 @@ class Program {
   std::map<std::string, Expectation> expectations_;
   std::vector<std::string> addresses_;
   std::set<std::string> operators_;
-  std::vector<std::string> flags_;
 };
 
 }  // namespace execution
