@@ -169,7 +169,7 @@ std::string printed(const Value& value) {
 }
 
 Value parsed(const Type& type, const std::string& text) {
-  static const std::regex number(R"(-?\d{1,18})");
+  static const std::regex number(R"(-?\d{1,30})");
   static const std::regex decimal(R"(-?\d+\.\d+(e[-+]\d+)?)");
   static const std::regex nothing(R"(TRUE|FALSE|[g-zG-Z!$ ]*)");
   if (std::regex_match(text, nothing))
@@ -177,7 +177,10 @@ Value parsed(const Type& type, const std::string& text) {
   if (type.integer() && std::regex_match(text, number)) {
     const Wide half = Wide{1} << (type.bits - 1);
     const Wide lowest = type.kind == Type::Signed ? -half : 0;
-    return {&type, std::clamp<Wide>(std::stoll(text), lowest, lowest + 2 * half - 1)};
+    Wide whole = 0;
+    for (const char c : text) whole = c == '-' ? 0 : whole * 10 + (c - '0');
+    if (text[0] == '-') whole = -whole;
+    return {&type, std::clamp<Wide>(whole, lowest, lowest + 2 * half - 1)};
   }
   if (type.kind == Type::Real && std::regex_match(text, decimal)) {
     return type.bits == 32 ? real(type, std::strtof(text.c_str(), nullptr))

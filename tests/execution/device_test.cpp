@@ -160,7 +160,8 @@ INSTANTIATE_TEST_SUITE_P(Both, Devices, testing::Values(Notation::Iec, Notation:
                            return test.param == Notation::Iec ? "Iec" : "Letters";
                          });
 
-// Every bit of every type is read, then written; what is no bit reads 0 and stays.
+// Every bit of every type is read, then written; what is no bit reads 0 and stays. The bits of
+// integers have names, too.
 TEST(BitsOfParameters, OfEveryType) {
   Program program;
   program.proves("GETBITOFPARAM SETBITOFPARAM");
@@ -193,6 +194,13 @@ TEST(BitsOfParameters, OfEveryType) {
                       call, program.input(start), type.name, n, sets ? "TRUE" : "FALSE");
       program.expectVariable(fmt::format("p{}", call), fromBytes(type, held));
       program.expectVariable(fmt::format("was{}", call), value("BOOL", was));
+      if (type.integer() && n >= 0 && n < width) {
+        program.variables += fmt::format("x{0} : {1}; had{0} : BOOL;\n", call, type.name);
+        program.body += fmt::format("x{0} := {1}; had{0} := x{0}.{2}; x{0}.{2} := {3};\n", call,
+                                    program.input(start), n, sets ? "TRUE" : "FALSE");
+        program.expectVariable(fmt::format("x{}", call), fromBytes(type, held));
+        program.expectVariable(fmt::format("had{}", call), value("BOOL", was));
+      }
       ++call;
     }
   }

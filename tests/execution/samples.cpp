@@ -30,27 +30,12 @@ std::vector<Value> samples(const Type& type) {
   if (type.kind == Type::Real) {
     using Single = std::numeric_limits<float>;
     using Double = std::numeric_limits<double>;
-    const bool single = type.bits == 32;
-    for (const double x : {std::nan(""),
-                           2.5,
-                           HUGE_VAL,
-                           0.0,
-                           1.0,
-                           0.5,
-                           0.49,
-                           0.49999999999999994,
-                           1.5,
-                           127.5,
-                           254.4,
-                           255.5,
-                           32767.49,
-                           2147483647.4,
-                           0.1,
-                           3.25e-5,
-                           1e16,
-                           2.5e17,
-                           single ? double{Single::max()} : Double::max(),
-                           single ? double{Single::denorm_min()} : Double::denorm_min()}) {
+    const double greatest = type.bits == 32 ? double{Single::max()} : Double::max();
+    const double least = type.bits == 32 ? double{Single::denorm_min()} : Double::denorm_min();
+    for (const double x :
+         {std::nan(""), 2.5,    HUGE_VAL, 0.0,   1.0,      0.5,          0.49, 0.49999999999999994,
+          1.5,          127.5,  254.4,    255.5, 32767.49, 2147483647.4, 0.1,  3.25e-5,
+          1e16,         2.5e17, greatest, least}) {
       add(generated::real(type, x));
       if (!std::isnan(x)) add(generated::real(type, -x));
     }

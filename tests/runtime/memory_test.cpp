@@ -13,23 +13,6 @@ class DeviceMemory : public testing::Test {
   void SetUp() override { std::memset(_m, 0, sizeof _m); }
 };
 
-TEST_F(DeviceMemory, LaysTheAreasOneAfterTheOther) {
-  EXPECT_EQ(sizeof _m, 16384u + 1024u + 1024u);
-  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(_m) % 8, 0u);
-}
-
-TEST_F(DeviceMemory, BitsCountFromTheLowestOfEachByte) {
-  sbit(0, 1);
-  sbit(11, 7);
-  EXPECT_EQ(_m[0], 0x01);
-  EXPECT_EQ(_m[1], 0x08);
-  EXPECT_EQ(gbit(0), 1);
-  EXPECT_EQ(gbit(10), 0);
-  EXPECT_EQ(gbit(11), 1);
-  sbit(11, 0);
-  EXPECT_EQ(_m[1], 0);
-}
-
 TEST_F(DeviceMemory, UnitsAreLittleEndianAndMayLieAnywhere) {
   VEL_MEM(u16, 3) = 0x1234;
   EXPECT_EQ(_m[3], 0x34);
@@ -80,10 +63,8 @@ TEST_F(DeviceMemory, ZonesOfBytesTakeTheValue) {
   mset(VEL_MEMORY_BYTES - 1, UINT32_MAX, 0, 0x5A);
   mset(VEL_MEMORY_BYTES, 1, 0, 1);
   mset(UINT32_MAX, UINT32_MAX, 0, 1);
-  EXPECT_EQ(_m[1], 0);
-  EXPECT_EQ(_m[2], 0xFF);
-  EXPECT_EQ(_m[3], 0xFF);
-  EXPECT_EQ(_m[4], 0);
+  const u32 around = VEL_MEM(u32, 1);
+  EXPECT_EQ(around, 0xFFFF00u);
   EXPECT_EQ(_m[VEL_MEMORY_BYTES - 1], 0x5A);
 }
 
