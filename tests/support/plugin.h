@@ -101,6 +101,10 @@ class PluginTest : public ::testing::Test {
     }
   }
 
+  void expectRows(const std::vector<CallRow>& rows, const std::string& registered = "") {
+    for (const CallRow& row : rows) expectRow(row, registered);
+  }
+
   // What check asks the host of the program, in order.
   std::string questions(const std::string& source) {
     TestTree tree;

@@ -77,7 +77,7 @@ void TestHost::record(const std::string& call) {
   asked.push_back(call);
 }
 
-std::string TestHost::describe(const std::vector<vel::VELMessage>& messages) {
+std::string TestHost::describe(const Messages& messages) {
   std::string all;
   for (const vel::VELMessage& each : messages) {
     EXPECT_EQ(each.reserved, -1);
@@ -88,24 +88,6 @@ std::string TestHost::describe(const std::vector<vel::VELMessage>& messages) {
     all += AstNodeHelper::stringFormat(each.code, "%X ", each.code) + each.text;
   }
   return all;
-}
-
-vel::SymbolManager* TestHost::symbolManager() {
-  asked.emplace_back("symbols");
-  return Services::symbolManager();
-}
-vel::ProjectSettings* TestHost::projectSettings() {
-  return hasSettings ? Services::projectSettings() : nullptr;
-}
-
-DataTypeInfo TestHost::typeOf(vel::ASTNode& expression, const std::string& unit,
-                              std::vector<vel::VELMessage>& messages) {
-  const std::string text = TestTree::text(&expression);
-  asked.push_back("type " + text + " in " + unit);
-  if (complaints.count(text) != 0) {
-    messages.push_back({expression.pos(), -1, 1, 0xF0002, text + " in " + unit, "", ""});
-  }
-  return typeOf(text);
 }
 
 Symbol* TestHost::find(const char* name, const char* unit, Symbol::Type kind) {
@@ -139,27 +121,6 @@ bool TestHost::addUnit(vel::SymbolPOU* unit) {
   return true;
 }
 
-int TestHost::rate(BasicDataType target, BasicDataType source, const char* sourceText,
-                   const std::string& unit) {
-  record(AstNodeHelper::basicDataTypeText(target) +
-         " := " + AstNodeHelper::basicDataTypeText(source) + " " +
-         (sourceText != nullptr ? sourceText : "-") + " in " + unit);
-  return rating;
-}
-
-bool TestHost::isWritable(vel::ASTNode& invocation, const std::string& text,
-                          const std::string& unit, std::vector<vel::VELMessage>& messages) {
-  record("write " + text + " in " + unit);
-  const bool writable = readOnly.count(text) == 0;
-  if (!writable) messages.push_back({invocation.pos(), -1, 1, 0xF0003, text, "", ""});
-  return writable;
-}
-
-vel::SymbolDataType* TestHost::resolve(vel::ASTNode& typeSpec, vel::VarContainer& unit) {
-  record("spec " + TestTree::text(&typeSpec) + " in " + unit.name());
-  return Answers::resolve(typeSpec, unit);
-}
-
 TestAddress TestHost::known(const vel::HeapAddress& address) const {
   const auto key = [](const vel::HeapAddress& a) {
     return std::tuple(a.area, a.unitSize, a.position, a.bitIndex, a.extra);
@@ -168,47 +129,4 @@ TestAddress TestHost::known(const vel::HeapAddress& address) const {
     if (key(each.address) == key(address)) return each;
   }
   return {{}, kNoPlace, BasicDataType::None, {}};
-}
-
-bool TestHost::parseAddress(const std::string& text, vel::HeapAddress& out) {
-  asked.push_back("address " + text);
-  const auto found = addresses.find(text);
-  if (found != addresses.end()) out = found->second.address;
-  return found != addresses.end();
-}
-vel::HeapRawAddr TestHost::place(const vel::HeapAddress& address) { return {known(address).raw}; }
-BasicDataType TestHost::addressType(const vel::HeapAddress& address) { return known(address).type; }
-vel::JapanComponent TestHost::components(const std::string& text) {
-  const auto found = addresses.find(text);
-  return found != addresses.end() ? found->second.parts : vel::JapanComponent();
-}
-
-std::string TestHost::typeText(vel::SymbolDataType& type) { return type.typeName() + "_t"; }
-
-const std::string& TestHost::translate(const std::string& format) {
-  asked.emplace_back("translate");
-  if (!translates) return format;
-  translation_ = "~" + format;
-  return translation_;
-}
-
-void TestHost::addCall(const std::string& caller, const std::string& callee,
-                       vel::TextLocation where) {
-  record(caller.empty() ? "firmware " + callee
-                        : caller + " -> " + callee + " @" + std::to_string(where.offset()));
-}
-
-const char* TestGenerator::optionText(const char* name) { return options[name].c_str(); }
-std::string TestGenerator::variableText(vel::SymbolVar* variable, int flag,
-                                        const std::string& unit) {
-  return unit + "." + variable->name() + "/" + std::to_string(flag);
-}
-std::string TestGenerator::expressionText(vel::ASTNode* expression) {
-  const std::string source = TextGenerator::expressionText(expression);
-  const auto other = texts.find(source);
-  return other != texts.end() ? other->second : source + "'";
-}
-std::string TestGenerator::prepareConstant(const std::string& text, BasicDataType type) {
-  host_.record("constant " + text + " " + AstNodeHelper::basicDataTypeText(type));
-  return "discarded";
 }

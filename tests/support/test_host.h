@@ -9,6 +9,9 @@
 
 #include "hostkit/services.h"
 #include "hostkit/symbol_table.h"
+#include "support/test_tree.h"
+
+using Messages = std::vector<vel::VELMessage>;
 
 // A device address that the host knows; `raw` is its place in memory, `type` that of its unit.
 struct TestAddress {
@@ -57,28 +60,69 @@ class TestHost : public hostkit::Answers, public hostkit::Services {
 
   // Every message as `@OFFSET E C0040 TEXT` (W for a warning), one per line; fails the test
   // when a record is not of the agreed form.
-  static std::string describe(const std::vector<vel::VELMessage>& messages);
+  static std::string describe(const Messages& messages);
 
-  vel::SymbolManager* symbolManager() override;
-  vel::ProjectSettings* projectSettings() override;
-
+  vel::SymbolManager* symbolManager() override {
+    asked.emplace_back("symbols");
+    return Services::symbolManager();
+  }
+  vel::ProjectSettings* projectSettings() override {
+    return hasSettings ? Services::projectSettings() : nullptr;
+  }
   DataTypeInfo typeOf(vel::ASTNode& expression, const std::string& unit,
-                      std::vector<vel::VELMessage>& messages) override;
+                      Messages& messages) override {
+    const std::string text = TestTree::text(&expression);
+    asked.push_back("type " + text + " in " + unit);
+    if (complaints.count(text) != 0) {
+      messages.push_back({expression.pos(), -1, 1, 0xF0002, text + " in " + unit, "", ""});
+    }
+    return typeOf(text);
+  }
   vel::Symbol* find(const char* name, const char* unit, vel::Symbol::Type kind) override;
   bool addUnit(vel::SymbolPOU* unit) override;
   int rate(vel::BasicDataType target, vel::BasicDataType source, const char* sourceText,
-           const std::string& unit) override;
+           const std::string& unit) override {
+    record(AstNodeHelper::basicDataTypeText(target) +
+           " := " + AstNodeHelper::basicDataTypeText(source) + " " +
+           (sourceText != nullptr ? sourceText : "-") + " in " + unit);
+    return rating;
+  }
   bool isWritable(vel::ASTNode& invocation, const std::string& text, const std::string& unit,
-                  std::vector<vel::VELMessage>& messages) override;
-  vel::SymbolDataType* resolve(vel::ASTNode& typeSpec, vel::VarContainer& unit) override;
-  bool parseAddress(const std::string& text, vel::HeapAddress& out) override;
-  vel::HeapRawAddr place(const vel::HeapAddress& address) override;
-  vel::BasicDataType addressType(const vel::HeapAddress& address) override;
-  vel::JapanComponent components(const std::string& text) override;
-  std::string typeText(vel::SymbolDataType& type) override;
-  const std::string& translate(const std::string& format) override;
+                  Messages& messages) override {
+    record("write " + text + " in " + unit);
+    const bool writable = readOnly.count(text) == 0;
+    if (!writable) messages.push_back({invocation.pos(), -1, 1, 0xF0003, text, "", ""});
+    return writable;
+  }
+  vel::SymbolDataType* resolve(vel::ASTNode& typeSpec, vel::VarContainer& unit) override {
+    record("spec " + TestTree::text(&typeSpec) + " in " + unit.name());
+    return Answers::resolve(typeSpec, unit);
+  }
+  bool parseAddress(const std::string& text, vel::HeapAddress& out) override {
+    asked.push_back("address " + text);
+    const auto found = addresses.find(text);
+    if (found != addresses.end()) out = found->second.address;
+    return found != addresses.end();
+  }
+  vel::HeapRawAddr place(const vel::HeapAddress& address) override { return {known(address).raw}; }
+  vel::BasicDataType addressType(const vel::HeapAddress& address) override {
+    return known(address).type;
+  }
+  vel::JapanComponent components(const std::string& text) override {
+    const auto found = addresses.find(text);
+    return found != addresses.end() ? found->second.parts : vel::JapanComponent();
+  }
+  std::string typeText(vel::SymbolDataType& type) override { return type.typeName() + "_t"; }
+  const std::string& translate(const std::string& format) override {
+    asked.emplace_back("translate");
+    translation_ = "~" + format;
+    return translates ? translation_ : format;
+  }
   void addCall(const std::string& caller, const std::string& callee,
-               vel::TextLocation where) override;
+               vel::TextLocation where) override {
+    record(caller.empty() ? "firmware " + callee
+                          : caller + " -> " + callee + " @" + std::to_string(where.offset()));
+  }
 
  private:
   TestAddress known(const vel::HeapAddress& address) const;
@@ -96,10 +140,19 @@ class TestGenerator : public hostkit::TextGenerator {
   std::map<std::string, std::string> options;  // not those of the host's settings
   std::map<std::string, std::string> texts;    // of expressions that have another
 
-  const char* optionText(const char* name) override;
-  std::string variableText(vel::SymbolVar* variable, int flag, const std::string& unit) override;
-  std::string expressionText(vel::ASTNode* expression) override;
-  std::string prepareConstant(const std::string& text, vel::BasicDataType type) override;
+  const char* optionText(const char* name) override { return options[name].c_str(); }
+  std::string variableText(vel::SymbolVar* variable, int flag, const std::string& unit) override {
+    return unit + "." + variable->name() + "/" + std::to_string(flag);
+  }
+  std::string expressionText(vel::ASTNode* expression) override {
+    const std::string source = TextGenerator::expressionText(expression);
+    const auto other = texts.find(source);
+    return other != texts.end() ? other->second : source + "'";
+  }
+  std::string prepareConstant(const std::string& text, vel::BasicDataType type) override {
+    host_.record("constant " + text + " " + AstNodeHelper::basicDataTypeText(type));
+    return "discarded";
+  }
 
  private:
   TestHost& host_;

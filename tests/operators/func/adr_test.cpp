@@ -25,7 +25,7 @@ class Adr : public PluginTest {
 };
 
 TEST_F(Adr, Calls) {
-  const CallRow rows[] = {
+  expectRows({
       {"ADR(i)", -2, true, "UDINT", "", "(&P.i/16)", ""},
       {"adr(st.x)", -2, true, "UDINT", "", "(&st.x')", ""},
       {"ADR(%MW10)", -2, true, "UDINT", "", "((u8*)(_m + 20))", ""},
@@ -43,8 +43,7 @@ TEST_F(Adr, Calls) {
       {"ADR(i.3)", 0, false, "old", notAllowed(4, "i.3", "ADR")},
       {"adr(i, i)", 0, false, "old", countMessage(0, "adr")},
       {"adr{i}", 0, false, "old", notAllowed(0, "i", "adr")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 // A bit access is a part of something.

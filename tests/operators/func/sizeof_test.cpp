@@ -31,7 +31,7 @@ std::string undefined(const std::string& text) {
 }
 
 TEST_F(Sizeof, Calls) {
-  const CallRow rows[] = {
+  expectRows({
       {"SIZEOF(by)", 0, true, "UDINT", "", "sizeof(BYTE_t)", ""},
       // Parameters behind the first are looked at only where they are written.
       {"sizeof(by, u, )", 0, true, "UDINT", "", "sizeof(BYTE_t)", ""},
@@ -56,8 +56,7 @@ TEST_F(Sizeof, Calls) {
       {"SIZEOF(Fun)", 0, false, "INVALID", ""},
       {"y := sizeof", 0, false, "old", countMessage(5, "sizeof")},
       {"sizeof()", 0, false, "UDINT", countMessage(0, "sizeof")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Sizeof, OtherTrees) {

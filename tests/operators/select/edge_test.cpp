@@ -18,7 +18,7 @@ TEST_F(Edge, Calls) {
   remember("MEP", "TRUE", 0);
   remember("MEP", "true", 1);
   remember("mep", "true", 2);
-  const CallRow rows[] = {
+  expectRows({
       {"MEP(b)", -2, true, "BOOL", "", "(_mep(b',((u8*)(_m + 12))))", ""},
       {"mef(b + 1)", -2, true, "BOOL", "", "(_mef(b + 1',((u8*)(_m + 4000000000))))", ""},
       {"MEP(TRUE)", -2, true, "BOOL", "", "(_mep(TRUE',((u8*)(_m + 0))))", ""},
@@ -30,8 +30,7 @@ TEST_F(Edge, Calls) {
       {"mef()", 0, false, "old", countMessage(0, "mef")},
       {"mef(b, b)", 0, false, "old", countMessage(0, "mef")},
       {"Mef{b}", 0, false, "old", abnormal(0, "Mef")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Edge, StateOfEveryKindOfUnit) {

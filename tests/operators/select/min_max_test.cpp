@@ -7,7 +7,7 @@ using MinMax = PluginTest;
 // A rating of -2 makes every comparison fail, of 0 every one succeed; the calls tell
 // which parameter was compared with what.
 TEST_F(MinMax, Categories) {
-  const CallRow rows[] = {
+  expectRows({
       {"MAX(r, r)", -2, true, "REAL", "", "MAX((r'), (r'))", ""},
       {"MAX(r, i)", 0, true, "REAL", "", "MAX((r'), (i'))", "REAL := INT i in P"},
       {"MAX(r, i)", -2, false, "REAL", cannotConvert(7, "INT", "REAL")},
@@ -38,12 +38,11 @@ TEST_F(MinMax, Categories) {
       {"MIN(i, u)", 0, false, "INVALID", ""},
       {"min(i)", 0, false, "old", countMessage(0, "min")},
       {"MAX(i, i, i)", 0, false, "old", countMessage(0, "MAX")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(MinMax, AssignmentDecidesForEqualTypes) {
-  const CallRow rows[] = {
+  expectRows({
       {"di := MAX(i, i1)", 0, true, "DINT", "", "MAX((i'), (i1'))", "DINT := INT i in P"},
       {"si := MAX(i, i1)", -2, false, "SINT", cannotConvert(10, "INT", "SINT")},
       {"by := MAX(i, i1)", -2, false, "USINT", cannotConvert(10, "INT", "BYTE")},
@@ -52,8 +51,7 @@ TEST_F(MinMax, AssignmentDecidesForEqualTypes) {
       {"si := MAX(u, u)", 0, false, "INVALID", "", "", ""},
       // Without a target there is no type to compare with.
       {" := MAX(i, i1)", 0, true, "INVALID", "", "MAX((i'), (i1'))", "INVALID := INT i in P"},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
   host.complaints = {"di"};
   expectRow({"di := MAX(i, si)", 0, true, "INT", "@0 E F0002 di in P", "MAX((i'), (si'))"});
 }

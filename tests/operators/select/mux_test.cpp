@@ -5,7 +5,7 @@ namespace {
 using Mux = PluginTest;
 
 TEST_F(Mux, ResultTypes) {
-  const CallRow rows[] = {
+  expectRows({
       {"mux(i, by, by1)", 0, true, "USINT", "", "((u8)FC_MUX_INT(2, i', (u8)by', (u8)by1'))",
        "USINT := USINT USINT in P\nUSINT := USINT USINT in P\nP -> MUX @0\nP -> FC_MUX_INT @0"},
       {"y := MUX(us, i, us, b + 1)", 0, true, "BOOL", "",
@@ -29,12 +29,11 @@ TEST_F(Mux, ResultTypes) {
        "INT := INT INT in P\nINT := INT INT in P\nP -> MUX @0\nP -> FC_MUX_INT @0\n"
        "constant ((i16)FC_MUX_INT(2, 1' SINT\n"
        "constant ((i16)FC_MUX_INT(2, 1', (i16)200' INT"},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Mux, Failures) {
-  const CallRow rows[] = {
+  expectRows({
       {"mux(i, i)", 0, false, "old", countMessage(0, "mux")},
       {"Mux{i, i, i}", 0, false, "old", notAllowed(0, "i, i, i", "Mux")},
       {"mux(r, i, i)", 0, false, "old", notInteger("E C0131", "mux", "r")},
@@ -43,8 +42,7 @@ TEST_F(Mux, Failures) {
       // Every input is compared, whatever has failed before.
       {"MUX(i, i, di)", -2, false, "DINT",
        cannotConvert(7, "INT", "DINT") + "\n" + cannotConvert(10, "DINT", "DINT")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Mux, RecordsTypesOnTheTree) {

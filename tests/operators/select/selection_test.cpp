@@ -5,7 +5,7 @@ namespace {
 using Selection = PluginTest;
 
 TEST_F(Selection, Sel) {
-  const CallRow rows[] = {
+  expectRows({
       {"SEL(b, by, s)", -2, true, "BYTE", "", "SEL((b'), (by'), (s'))", ""},
       {"sel(TRUE, 5, r)", -2, true, "SINT", "", "SEL((TRUE'), (5'), (r'))", ""},
       {"SEL(b + b, i + 1, i)", 0, true, "old", "", "SEL((b + b'), (i + 1'), (i'))"},
@@ -19,12 +19,11 @@ TEST_F(Selection, Sel) {
       {"SEL(b, x, y, z)", 0, false, "old", countMessage(0, "SEL")},
       {"y := Sel", 0, false, "old", countMessage(5, "Sel")},
       {"Sel{b, x, y}", 0, false, "old", notAllowed(0, "b, x, y", "Sel")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Selection, Limit) {
-  const CallRow rows[] = {
+  expectRows({
       {"y := limit(0, by, 100)", 0, true, "USINT", "", "LIMIT((0'), (by'), (100'))",
        "USINT := SINT SINT in P\nUSINT := USINT USINT in P\nUSINT := SINT SINT in P"},
       {"LIMIT(0, i, 1.5)", 0, true, "INT", "", "LIMIT((0'), (i'), (1.5'))",
@@ -42,8 +41,7 @@ TEST_F(Selection, Limit) {
       {"limit(0, 1)", 0, false, "old", countMessage(0, "limit")},
       {"limit(0, 1, )", 0, false, "old", countMessage(0, "limit")},
       {"LIMIT{0, 1, 2}", 0, false, "old", notAllowed(0, "0, 1, 2", "LIMIT")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Selection, NothingIsWrittenForNoParameters) {

@@ -2,10 +2,29 @@
 
 namespace {
 
-using Rotate = PluginTest;
+using Shift = PluginTest;
 
-TEST_F(Rotate, Calls) {
-  const CallRow rows[] = {
+TEST_F(Shift, Calls) {
+  expectRows({
+      {"SHL(by, 3)", -2, true, "USINT", "", "((u8)(SHL((by'), (3'))))", ""},
+      {"i := shr(li, us)", -2, true, "LINT", "", "((i64)(SHR((li'), (us'))))", ""},
+      {"shr(r, 1)", 0, false, "old", notInteger("E C0032", "shr", "r")},
+      {"SHL(i, b)", 0, false, "INT", notInteger("E C0032", "SHL", "b")},
+      // Without a type there is no cast.
+      {"SHL(q, 1)", 0, false, "old", notInteger("E C0032", "SHL", "q"), "SHL((q'), (1'))"},
+      {"shl(i)", 0, false, "old", countMessage(0, "shl")},
+      {"SHR(i, 1, 2)", 0, false, "old", countMessage(0, "SHR")},
+      {"shl{i, 1}", 0, false, "old", notAllowed(0, "i, 1", "shl")},
+  });
+}
+
+TEST_F(Shift, StaticCode) {
+  EXPECT_EQ(find("SHL")->staticCode(), "#define SHL(x, s) ((s) < 0 ? 0 : ((x) << (s)))");
+  EXPECT_EQ(find("SHR")->staticCode(), "#define SHR(x, s) ((s) < 0 ? 0 : ((x) >> (s)))");
+}
+
+TEST_F(Shift, RotateCalls) {
+  expectRows({
       {"ROL(si, 1)", -2, true, "SINT", "", "ROL(si', 1', SINT_t, USINT_t)", ""},
       {"rol(i, n1 + 1)", -2, false, "INT", notInteger("E C0131", "rol", "n1 + 1")},
       {"ror(i, us)", -2, true, "INT", "", "ROR(i', us', INT_t, UINT_t)", ""},
@@ -22,12 +41,11 @@ TEST_F(Rotate, Calls) {
       {"ROL(r, 1)", 0, false, "old", notInteger("E C0131", "ROL", "r"), "", ""},
       {"ROL(i, 1, 2)", 0, false, "old", countMessage(0, "ROL")},
       {"ror{i, 1}", 0, false, "old", notAllowed(0, "i, 1", "ror")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 // The type comes from the record on the tree, not from a query.
-TEST_F(Rotate, RecordedType) {
+TEST_F(Shift, RotateRecordedType) {
   TestTree tree;
   Invocation* call = tree.parse("ROL(f(x), 1)");
   for (const auto& [type, text] : {std::pair(vel::BasicDataType::None, ""),
@@ -39,7 +57,7 @@ TEST_F(Rotate, RecordedType) {
   EXPECT_EQ(find("ROL")->generate(&generator, tree.parse("ROL(i)")), "");
 }
 
-TEST_F(Rotate, StaticCode) {
+TEST_F(Shift, RotateStaticCode) {
   const auto block = [](const std::string& left, const std::string& right) {
     return "uVarType lmvalue = uVarParam << " + left + ";\\\nuVarType rmvalue = uVarParam >> " +
            right + ";\\\nreturnValue = (varType)(lmvalue | rmvalue);\\\n}\\\n";

@@ -12,7 +12,7 @@ TEST_F(Numeric, Calls) {
   for (const char* name : {"ABS", "SQRT", "SIN"}) declare(name, 1);
   declare("EXPT", 2);
   declare("LN", 0);
-  const CallRow rows[] = {
+  expectRows({
       {"sqrt(r)", 0, true, "REAL", "", "SQRT((r'))", "REAL := REAL REAL in P"},
       {"SQRT(i)", 0, true, "LREAL", "", "SQRT((i'))", "LREAL := INT INT in P"},
       {"y := SIN(li)", -1, true, "LREAL",
@@ -33,8 +33,7 @@ TEST_F(Numeric, Calls) {
       {"COS(r)", 0, false, "old", countMessage(0, "COS")},
       // Declared without inputs.
       {"ln()", 0, false, "old", countMessage(0, "ln")},
-  };
-  for (const CallRow& row : rows) expectRow(row);
+  });
 }
 
 TEST_F(Numeric, Scopes) {
@@ -51,6 +50,23 @@ TEST_F(Numeric, Scopes) {
   EXPECT_EQ(find("ABS")->generate(&generator, call), "FABS((i'))");
   EXPECT_EQ(find("ABS")->generate(&generator, tree.parse("ABS(r(1))")), "ABS((r(1)'))");
   EXPECT_EQ(find("ABS")->generate(&generator, tree.parse("r(i(1))")), "FABS((i(1)'))");
+}
+
+TEST_F(Numeric, MoveCalls) {
+  expectRows({
+      {"MOVE(i + 1)", -2, true, "INT", "", "((i + 1'))", ""},
+      {"MOVE(by)", -2, true, "USINT", "", "((by'))", ""},
+      {"r := MOVE(lr)", -1, true, "LREAL", loss(10, "LREAL", "REAL"), "((lr'))",
+       "REAL := LREAL LREAL in P"},
+      {"i := move(s)", -2, false, "STRING", cannotConvert(10, "STRING", "INT")},
+      {"i := MOVE(u)", -2, false, "INVALID", "", "", ""},
+      {" := MOVE(i)", 0, true, "INT", "", "((i'))", "INVALID := INT INT in P"},
+      {"i := MOVE(q)", 0, true, "INVALID", "", "((q'))"},
+      {"move()", 0, false, "old", countMessage(0, "move")},
+      {"MOVE(a, b)", 0, false, "old", countMessage(0, "MOVE")},
+      {"i := MOVE", 0, false, "old", countMessage(5, "MOVE")},
+      {"move{a}", 0, false, "old", notAllowed(0, "a", "move")},
+  });
 }
 
 }  // namespace
