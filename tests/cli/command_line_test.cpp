@@ -7,42 +7,6 @@
 namespace velc {
 namespace {
 
-TEST_F(Velc, RefusesBadUsage) {
-  writeProgram("p.st", "x : INT; f : CTU;", "x := 1;");
-  struct Row {
-    const char* arguments;
-    const char* reason;
-  };
-  for (const Row& row : {
-           Row{"", "A command is required"},
-           Row{"frob", "not expected: frob"},
-           Row{"check", "FILE is required"},
-           Row{"check p.st --diagnostics=xml", "xml not in {json,sarif,text}"},
-           Row{"run p.st --diagnostics=sarif", "sarif not in {json,text}"},
-           Row{"check p.st --notation=x", "x not in {iec,letters}"},
-           Row{"check missing.st", "cannot read missing.st: No such file or directory"},
-           Row{"check .", "cannot read ."},
-           Row{"check p.st --plugin ./no.so", "no.so"},
-           Row{"operators NO_OPERATOR", "'NO_OPERATOR' is no operator"},
-           Row{"explain NO_OPERATOR", "'NO_OPERATOR' is neither an operator nor the code"},
-           Row{"operators >/dev/full", "cannot write standard output: No space left on device"},
-           Row{"translate p.st -o p.st", "p.st is a source"},
-           Row{"translate p.st -o no/out.c", "cannot write no/out.c: No such file or directory"},
-           Row{"run p.st --scans=-1", "--scans: Value -1 not in range"},
-           Row{"run p.st --set x", "'x' is not NAME=VALUE"},
-           Row{"run p.st --set y=1", "no program has a variable 'y'"},
-           Row{"run p.st --set x=TRUE", "'TRUE'"},
-           Row{"run p.st --set f=1", "--set: 'f' cannot be set"},
-           Row{"run p.st --compiler no-cc", "cannot start 'no-cc': No such file or directory"},
-           Row{"run p.st --compiler false", "the C compiler 'false' failed with status 1"},
-       }) {
-    const Outcome outcome = velc(row.arguments);
-    EXPECT_EQ(outcome.code, 2) << row.arguments;
-    EXPECT_EQ(outcome.out, "") << row.arguments;
-    EXPECT_NE(outcome.err.find(row.reason), std::string::npos) << row.arguments << outcome.err;
-  }
-}
-
 TEST_F(Velc, ListsTheOperatorsInOrderOfRegistration) {
   const std::string all = velc("operators").out;
   EXPECT_EQ(all.substr(0, 28), "IRDBIT\nIWRBIT\n_READIDIRECT\n_");

@@ -1,10 +1,12 @@
 // What programs do with data types of their own.
+#include <fmt/format.h>
+
 #include "velc_fixture.h"
 
 namespace velc {
 namespace {
 
-// Each row is a PROGRAM with all the variables; only its `v` is looked at.
+// Each row is a PROGRAM with all the variables.
 TEST_F(Velc, ComputesWithDataTypes) {
   const char* const types =
       "TYPE Table : ARRAY[0..Last, -1..1] OF INT := [1, 2, 3, 2(9)];\n"
@@ -21,7 +23,8 @@ TEST_F(Velc, ComputesWithDataTypes) {
       "FUNCTION ends : STRING[5] VAR_INPUT s : STRING[5]; END_VAR VAR_OUTPUT tail : STRING[5];\n"
       "END_VAR VAR p : POINTER TO BYTE; END_VAR ends := 'xb'; p := ADR(ends); p^ := 65;\n"
       "tail := s; p := ADR(tail); p^ := 90; tail := CONCAT(tail, s); END_FUNCTION\n"
-      "VAR_GLOBAL CONSTANT Top : INT := 3; END_VAR\n";
+      "VAR_GLOBAL CONSTANT Top : INT := 3; END_VAR VAR_GLOBAL values : ARRAY[1..16] OF INT; "
+      "END_VAR\n";
   const char* const variables =
       "VAR a : ARRAY[1..N] OF INT := [1, 2(5), 8];\n"
       "old : ARRAY[1..3] OF INT := 1, 2(4); t : Table; l : Line := (a := (y := 2), n := [1(6)]);\n"
@@ -33,11 +36,8 @@ TEST_F(Velc, ComputesWithDataTypes) {
       "anon : STRUCT q : ARRAY[0..1] OF STRUCT z : INT := N; END_STRUCT; END_STRUCT;\n"
       "big : ARRAY[1..2000] OF INT := [1000(7), 1000(0)]; rs : ARRAY[0..1] OF Line;\n"
       "END_VAR VAR CONSTANT N : INT := 4; END_VAR VAR_OUTPUT ";
-  struct Row {
-    const char* statements;
-    const char* value;  // that `v` has after them
-  };
-  const Row rows[] = {
+  // Statements, and the value that `v` has after them.
+  const std::pair<const char*, const char*> rows[] = {
       {"m.tag := ends(texts[0], tail => texts[1]);\n"
        "IF m.tag = 'Ab' AND texts[1] = 'Za' THEN v := 1; END_IF",
        "1"},
@@ -65,24 +65,16 @@ TEST_F(Velc, ComputesWithDataTypes) {
   std::string text = types;
   std::string expected;
   int number = 0;
-  for (const Row& row : rows) {
-    const std::string name = "R" + std::to_string(++number);
-    text += "PROGRAM " + name + " " + variables + "v : INT; END_VAR\n" + row.statements +
-            "\nEND_PROGRAM\n";
-    expected += name + ".v = " + row.value + "\n";
+  for (const auto& [statements, value] : rows) {
+    text += fmt::format("PROGRAM R{0} {1}v : INT; END_VAR\n{2}\nvalues[{0}] := v; END_PROGRAM\n",
+                        ++number, variables, statements);
+    expected += (expected.empty() ? "values = [" : ", ") + std::string(value);
   }
   write("types.st", text);
-  for (const char* compiler : {"gcc", "clang"}) {
-    const Outcome outcome = velc("run types.st --compiler " + std::string(compiler));
+  for (const char* const compiler : {"gcc", "clang"}) {
+    const Outcome outcome = velc(fmt::format("run types.st --show values --compiler {}", compiler));
     ASSERT_EQ(outcome.code, 0) << outcome.err;
-    std::string values;
-    for (std::size_t end = 0, at = outcome.out.find(".v = "); at != std::string::npos;
-         at = outcome.out.find(".v = ", end)) {
-      const std::size_t start = outcome.out.rfind('\n', at) + 1;
-      end = outcome.out.find('\n', at) + 1;
-      values += outcome.out.substr(start, end - start);
-    }
-    EXPECT_EQ(values, expected) << compiler;
+    EXPECT_EQ(outcome.out.substr(outcome.out.rfind("values = ")), expected + "]\n") << compiler;
   }
 }
 

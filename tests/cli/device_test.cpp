@@ -30,7 +30,8 @@ TEST_F(Velc, RunsDirectIoInBothNotations) {
   EXPECT_NE(std::string::npos, opened.out.find("%QB0 = 16#2\n")) << opened.out;
 }
 
-// What operators look for in a text, what a bit's value may change, and what has few bits.
+// What operators look for in a text, what a bit's value may change, what has few bits, and what
+// is evaluated once.
 TEST_F(Velc, BitsGoWhereTheyBelong) {
   write("bits.st",
         "FUNCTION F : BOOL VAR_IN_OUT w : WORD; END_VAR w := w OR 16#F0; F := TRUE; END_FUNCTION\n"
@@ -38,11 +39,15 @@ TEST_F(Velc, BitsGoWhereTheyBelong) {
         "VAR _WRITEODIRECT : BOOL; END_VAR SETBITOFPARAM(b, 3, TRUE); SETBITOFPARAM(b, 0, TRUE);\n"
         "IWRBIT(%QX0.0, b); G := b = TRUE AND GETBITOFPARAM(ab, 72) AND NOT _WRITEODIRECT;\n"
         "END_FUNCTION\n"
-        "PROGRAM P VAR gbitx, g, b : BOOL; x : WORD; s : STRING[20] := 'AAAAAAAAAAAAAAA'; END_VAR\n"
+        "FUNCTION Step : INT VAR_IN_OUT n : INT; END_VAR n := n + 1; Step := n; END_FUNCTION\n"
+        "PROGRAM P VAR n, m : INT; a : ARRAY[1..3] OF WORD; gbitx, g, b : BOOL; x : WORD; s : "
+        "STRING[20] := 'AAAAAAAAAAAAAAA'; END_VAR\n"
+        "a[Step(n)].2 := TRUE; m := MUX(1, ABS(Step(n)), 7);\n"
         "IRDBIT(%IX0.0, gbitx); x.3 := F(x); g := G(b, s); END_PROGRAM\n");
   for (const char* const compiler : {"gcc", "clang"}) {
     EXPECT_EQ(
-        "gbitx = TRUE\ng = TRUE\nb = TRUE\nx = 16#F8\ns = 'AAAAAAAAAAAAAAA'\n%QX0.0 = TRUE\n",
+        "n = 2\nm = 7\na = [16#4, 16#0, 16#0]\ngbitx = TRUE\ng = TRUE\nb = TRUE\nx = 16#F8\ns = "
+        "'AAAAAAAAAAAAAAA'\n%QX0.0 = TRUE\n",
         velc(std::string("run bits.st --set %IX0.0=TRUE --show %QX0.0 --compiler ") + compiler)
             .out);
   }

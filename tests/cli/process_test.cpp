@@ -1,29 +1,15 @@
+// How processes end is seen by robustness_test and run_test.
 #include "cli/process.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <csignal>
-
-#include "cli/failure.h"
 
 namespace velc {
 namespace {
 
 using namespace std::chrono_literals;
 using End = ProcessResult::End;
-
-TEST(Process, TellsHowItEnded) {
-  const TerminationGuard guard;
-  EXPECT_TRUE(runProcess({"true"}, guard).succeeded());
-  EXPECT_EQ(runProcess({"sh", "-c", "exit 7"}, guard).code, 7);
-
-  const ProcessResult killed = runProcess({"sh", "-c", "kill -SEGV $$"}, guard);
-  EXPECT_EQ(killed.end, End::Signalled);
-  EXPECT_EQ(killed.code, SIGSEGV);
-
-  EXPECT_THROW(runProcess({"no-such-program"}, guard), Failure);
-}
 
 TEST(Process, KeepsBothOutputsAndGivesNoInput) {
   const TerminationGuard guard;
@@ -40,15 +26,6 @@ TEST(Process, EndsWithAllItStartedWhenTimeIsUp) {
   EXPECT_EQ(runProcess({"sh", "-c", "sleep 30 & sleep 30"}, guard, 50ms).end, End::TimedOut);
   EXPECT_EQ(runProcess({"sh", "-c", "while :; do echo x; done"}, guard, 50ms).end, End::TimedOut);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
-}
-
-TEST(Process, StopsWhenThisProcessIsAskedToEnd) {
-  const auto terminated = [] {
-    const TerminationGuard guard;
-    std::raise(SIGTERM);
-    EXPECT_THROW(runProcess({"sleep", "30"}, guard), Terminated);
-  };
-  EXPECT_EXIT(terminated(), testing::KilledBySignal(SIGTERM), "");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Bad inputs and surroundings: a clear message, the right exit code, nothing left behind.
+// Bad usage, inputs and surroundings: a clear message, the right exit code, nothing left behind.
 #include <csignal>
 #include <filesystem>
 #include <set>
@@ -17,6 +17,26 @@ struct Row {
 
 // clang-format off
 constexpr Row kRows[] = {
+    {"", "", 2, "A command is required"},
+    {"", "frob", 2, "not expected: frob"},
+    {"", "check", 2, "FILE is required"},
+    {"", "check p.st --diagnostics=xml", 2, "xml not in {json,sarif,text}"},
+    {"", "run p.st --diagnostics=sarif", 2, "sarif not in {json,text}"},
+    {"", "check p.st --notation=x", 2, "x not in {iec,letters}"},
+    {"", "check missing.st", 2, "cannot read missing.st: No such file or directory"},
+    {"", "check p.st --plugin ./no.so", 2, "no.so"},
+    {"", "operators NO_OPERATOR", 2, "'NO_OPERATOR' is no operator"},
+    {"", "explain NO_OPERATOR", 2, "'NO_OPERATOR' is neither an operator nor the code"},
+    {"", "operators >/dev/full", 2, "cannot write standard output: No space left on device"},
+    {"", "translate p.st -o p.st", 2, "p.st is a source"},
+    {"", "translate p.st -o no/out.c", 2, "cannot write no/out.c: No such file or directory"},
+    {"", "run p.st --scans=-1", 2, "--scans: Value -1 not in range"},
+    {"", "run p.st --set x", 2, "'x' is not NAME=VALUE"},
+    {"", "run p.st --set y=1", 2, "no program has a variable 'y'"},
+    {"", "run p.st --set x=TRUE", 2, "'TRUE'"},
+    {"", "run p.st --set f=1", 2, "--set: 'f' cannot be set"},
+    {"", "run p.st --compiler no-cc", 2, "cannot start 'no-cc': No such file or directory"},
+    {"", "run p.st --compiler false", 2, "the C compiler 'false' failed with status 1"},
     {"", "check .", 2, "velc: cannot read .: Is a directory\n"},
     {"", "translate empty.st", 0, ""},
     {"", "run empty.st", 2, "velc: there is no PROGRAM to run\n"},
@@ -51,11 +71,12 @@ std::set<std::filesystem::path> everythingIn(const std::filesystem::path& folder
   return {begin(Entries(folder)), end(Entries())};
 }
 
-TEST_F(Velc, WithstandsBadInputsAndSurroundings) {
+TEST_F(Velc, WithstandsBadUsageInputsAndSurroundings) {
   write("stderr", "");
   write("empty.st", "");
   write("noise.st", std::string("\xFF\x80\0\x1B\xC3", 5) + repeated(9999, "\xA7;"));
   const std::string variables = "x : INT; s : STRING;";
+  writeProgram("p.st", "x : INT; f : CTU;", "x := 1;");
   writeProgram("deep.st", variables, "x := " + repeated(100000, "(") + '1' + repeated(100000, ")"));
   writeProgram("ifs.st", variables, repeated(10000, "IF x = 0 THEN ") + repeated(10000, "END_IF;"));
   writeProgram("long.st", variables, repeated(6000, "x := x + 1;\n"));
@@ -69,6 +90,7 @@ TEST_F(Velc, WithstandsBadInputsAndSurroundings) {
   for (const Row& row : kRows) {
     const Outcome outcome = velc(row.arguments, row.before);
     EXPECT_EQ(row.code, outcome.code) << row.arguments << outcome.err;
+    EXPECT_TRUE(row.code != 2 || outcome.out.empty()) << row.arguments << outcome.out;
     EXPECT_NE(std::string::npos, outcome.err.find(row.said)) << row.arguments << outcome.err;
     EXPECT_EQ(entries, everythingIn(folder.path())) << row.arguments;
   }
