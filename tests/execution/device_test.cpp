@@ -2,157 +2,123 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <bitset>
-#include <map>
-#include <random>
-
 #include "tests/execution/program.h"
 
 namespace execution {
 namespace {
 
-using Row = std::bitset<64>;
+using refhost::Notation;
 
 // The bits of local I/O, from the first of the area on, and where the areas are in memory.
 constexpr int kLocalBits = 100;
 constexpr int kFirstInput = 16384 * 8;
 constexpr int kFirstOutput = kFirstInput + 1024 * 8;
 
-// A program whose memory consists of rows of 8 bytes, of which each is used by one statement.
-class Machine {
- public:
-  explicit Machine(refhost::Notation notation) {
-    program.options.notation = notation;
+class Devices : public testing::TestWithParam<Notation> {
+ protected:
+  Devices() {
+    program.options.notation = GetParam();
     program.options.localIo = fmt::format("X:{}-{};Y:{}-{};", kFirstInput, kFirstInput + kLocalBits,
                                           kFirstOutput, kFirstOutput + kLocalBits);
   }
-  // Takes row number `index` of an area, "M", "I" or "Q", with random bits in it.
-  Row& take(const std::string& area, int index) {
-    const std::string address = fmt::format("%{}L{}", area, index);
-    Row& row = rows_[address] = Row(random());
-    program.presets[address] = value("LWORD", static_cast<Wide>(row.to_ullong()));
-    return row;
-  }
-  void refreshed(const char* what, int offset, int count) {
-    if (offset >= kLocalBits) return;
-    program.refreshes +=
-        fmt::format("UPDATE{} = {}, {}\n", what, offset, std::min(count, kLocalBits - offset));
-  }
-  void run() {
-    for (const auto& [address, row] : rows_) {
-      program.expectAt(address, value("LWORD", static_cast<Wide>(row.to_ullong())));
-    }
-    program.run();
+  // What the 8 bytes at an address hold before and after.
+  void hold(const std::string& address, std::uint64_t before, std::uint64_t after) {
+    program.presets[address] = value("LWORD", static_cast<Wide>(before));
+    program.expectAt(address, value("LWORD", static_cast<Wide>(after)));
   }
 
   Program program;
-  std::mt19937_64 random{1};
-
- private:
-  std::map<std::string, Row> rows_;
 };
 
-// Devices of which zones can be made. The units of a device letter are counted through.
-struct Device {
-  const char* letters;
-  int unit;  // bits
-  const char* area;
-  int firstRow;
-  const char* operators;
+// A call, and which bits of the 8 bytes at an address it sets or resets.
+struct Zone {
+  const char* call;
+  const char* address;
+  std::uint64_t bits;
+  const char* refreshed = nullptr;
 };
-std::string address(const Device& device, int row, int unit) {
-  const int number = row * 64 / device.unit + unit;
-  const std::string letters = device.letters;
-  if (letters != "%MX" && letters != "%IX" && letters != "%QX") {
-    return fmt::format("{}{}", letters, number);
-  }
-  return fmt::format("{}{}.{}", letters, number / 8, number % 8);
-}
 
-class Devices : public testing::TestWithParam<refhost::Notation> {};
-using refhost::Notation;
+// clang-format off
+constexpr Zone kIec[] = {
+    {"ZSET(%MX0.3, %MX1.2)", "%ML0", 0x7F8},
+    {"ZRST(%MX8.0, %MX15.7)", "%ML1", ~0ULL},
+    {"ZSET(%MX16.5, %MX16.5)", "%ML2", 0x20},
+    {"IZSET(%QX0.4, %QX2.1)", "%QL0", 0x3FFF0, "4, 14"},
+    {"IZRST(%QX12.0, %QX13.7)", "%QL1", 0xFFFF00000000, "96, 4"},
+    {"IZRST(%QX16.0, %QX17.3)", "%QL2", 0xFFF},
+    {"ZRST(%QX24.1, %QX24.6)", "%QL3", 0x7E},
+    {"ZSET(%QX39.7, %QX39.7)", "%QL4", 1ULL << 63},
+    {"ZSET(%MB200, %MB204)", "%ML25", 0xFFFFFFFFFF},
+    {"ZRST(%MB209, %MB209)", "%ML26", 0xFF00},
+    {"ZSET(%QB42, %QB43)", "%QL5", 0xFFFF0000},
+    {"ZRST(%MW400, %MW402)", "%ML100", 0xFFFFFFFFFFFF},
+    {"ZRST(%MD401, %MD401)", "%ML200", 0xFFFFFFFF00000000},
+    {"ZRST(%ML800, %ML800)", "%ML800", ~0ULL}};
+constexpr Zone kLetters[] = {
+    {"ZSET(M3, M10)", "%ML0", 0x7F8},
+    {"ZRST(M64, M127)", "%ML1", ~0ULL},
+    {"IZSET(Y4, Y17)", "%QL0", 0x3FFF0, "4, 14"},
+    {"IZRST(Y96, Y111)", "%QL1", 0xFFFF00000000, "96, 4"},
+    {"ZSET(Y128, Y129)", "%QL2", 3},
+    {"ZRST(Y255, Y255)", "%QL3", 1ULL << 63},
+    {"ZSET(D1, D2)", "%ML384", 0xFFFFFFFF0000},
+    {"ZRST(D7, D7)", "%ML385", 0xFFFF000000000000},
+    {"ZSET(D8.3, D8.12)", "%ML386", 0x1FF8},
+    {"ZSET(W0, W1)", "%ML1920", 0xFFFFFFFF},
+    {"ZRST(W6, W7)", "%ML1921", 0xFFFFFFFF00000000}};
+// clang-format on
 
 TEST_P(Devices, Zones) {
-  // IZSET and IZRST know outputs, ZSET of IEC addresses bits and bytes.
-  const std::map<Notation, std::vector<Device>> devices = {
-      {Notation::Iec,
-       {{"%MX", 1, "M", 0, "ZSET ZRST"},
-        {"%QX", 1, "Q", 0, "IZSET IZRST ZSET ZRST"},
-        {"%MB", 8, "M", 200, "ZSET ZRST"},
-        {"%QB", 8, "Q", 64, "ZSET ZRST"},
-        {"%MW", 16, "M", 400, "ZRST"},
-        {"%MD", 32, "M", 600, "ZRST"},
-        {"%ML", 64, "M", 800, "ZRST"}}},
-      {Notation::Letters,
-       {{"M", 1, "M", 0, "ZSET ZRST"},
-        {"Y", 1, "Q", 0, "IZSET IZRST ZSET ZRST"},
-        {"D", 16, "M", 384, "ZSET ZRST"},
-        {"W", 16, "M", 1920, "ZSET ZRST"}}}};
-  Machine machine(GetParam());
-  machine.program.proves("IZSET IZRST ZSET ZRST");
-  for (const Device& device : devices.at(GetParam())) {
-    const bool counted = GetParam() == Notation::Letters;
-    int row = counted ? 0 : device.firstRow;
-    std::istringstream operators(device.operators);
-    for (std::string name; operators >> name;) {
-      for (int zone = 0; zone < 12; ++zone, ++row) {
-        const int units = 64 / device.unit;
-        int from = static_cast<int>(machine.random() % static_cast<unsigned>(units));
-        int to =
-            zone == 0 ? from : static_cast<int>(machine.random() % static_cast<unsigned>(units));
-        if (from > to) std::swap(from, to);
-        Row& bits = machine.take(device.area, counted ? device.firstRow + row : row);
-        for (int bit = from * device.unit; bit < (to + 1) * device.unit; ++bit) {
-          bits[static_cast<std::size_t>(bit)] = name.find("SET") != std::string::npos;
-        }
-        machine.program.body += fmt::format("{}({}, {});\n", name, address(device, row, from),
-                                            address(device, row, to));
-        if (name[0] == 'I') machine.refreshed("OUTPUT", row * 64 + from, to - from + 1);
-      }
+  program.proves("IZSET IZRST ZSET ZRST");
+  const auto add = [&](const Zone& zone) {
+    const std::uint64_t before = 0xA5C3'96E1'5A3C'691E;
+    const bool sets = std::string(zone.call).find("SET") != std::string::npos;
+    hold(zone.address, before, sets ? before | zone.bits : before & ~zone.bits);
+    program.body += fmt::format("{};\n", zone.call);
+    if (zone.refreshed != nullptr) {
+      program.refreshes += fmt::format("UPDATEOUTPUT = {}\n", zone.refreshed);
     }
-  }
-  machine.run();
+  };
+  if (GetParam() == Notation::Iec) std::for_each(std::begin(kIec), std::end(kIec), add);
+  if (GetParam() != Notation::Iec) std::for_each(std::begin(kLetters), std::end(kLetters), add);
+  program.run();
 }
 
 TEST_P(Devices, Bits) {
-  const bool counted = GetParam() == Notation::Letters;
-  const Device in{counted ? "X" : "%IX", 1, "I", 0, ""};
-  const Device out{counted ? "Y" : "%QX", 1, "Q", 0, ""};
-  const Device marker{counted ? "M" : "%MX", 1, "M", 0, ""};
-  Machine machine(GetParam());
-  Program& program = machine.program;
+  const auto at = [](char area, char device, int n) {
+    return GetParam() == Notation::Iec ? fmt::format("%{}X{}.{}", area, n / 8, n % 8)
+                                       : fmt::format("{}{}", device, n);
+  };
+  const auto refreshed = [&](const char* what, int n, int times) {
+    for (; n < kLocalBits && times > 0; --times) {
+      program.refreshes += fmt::format("UPDATE{} = {}, 1\n", what, n);
+    }
+  };
   program.proves("_READIDIRECT IRDBIT IWRBIT _WRITEODIRECT");
   program.variables = "target : WORD;\n";
-  Row word;
-  for (int row = 0; row < 3; ++row) {
-    const Row inputs = machine.take("I", row);
-    Row& outputs = machine.take("Q", row);
-    Row& markers = machine.take("M", row);
-    for (int bit = 0; bit < 64; bit += 3) {
-      const auto at = static_cast<std::size_t>(bit);
-      const std::string input = address(in, row, bit);
-      const int number = row * 64 + bit;
-      program.variables += fmt::format("got{0}, read{0} : BOOL;\n", number);
-      program.body +=
-          fmt::format("got{0} := _READIDIRECT({1}); IRDBIT({1}, read{0});\n", number, input);
-      program.expectVariable(fmt::format("got{}", number), value("BOOL", inputs[at]));
-      program.expectVariable(fmt::format("read{}", number), value("BOOL", inputs[at]));
-      program.body += fmt::format("IRDBIT({0}, {1}); IRDBIT({0}, target.{2});\n", input,
-                                  address(marker, row, bit), bit % 16);
-      markers[at] = inputs[at];
-      word[at % 16] = inputs[at];
-      for (int read = 0; read < 4; ++read) machine.refreshed("INPUT", row * 64 + bit, 1);
-
-      const bool sets = machine.random() % 2 != 0;
-      program.body += fmt::format("{}({}, {});\n", bit % 2 == 0 ? "IWRBIT" : "_WRITEODIRECT",
-                                  address(out, row, bit), program.input(value("BOOL", sets)));
-      outputs[at] = sets;
-      machine.refreshed("OUTPUT", row * 64 + bit, 1);
-    }
+  const std::uint64_t inputs = 0x9A5C'3E17'D2B4'6F08;
+  const std::uint64_t outputs = 0x3B96'C5A1'E870'4D2F;
+  std::uint64_t target = 0;
+  for (int bit = 0; bit < 64; ++bit) {
+    const bool in = (inputs >> bit) % 2 != 0;
+    const int n = 64 + bit;  // some of the local ones, and some that are not
+    program.variables += fmt::format("got{0}, read{0} : BOOL;\n", n);
+    program.body += fmt::format(
+        "got{0} := _READIDIRECT({1}); IRDBIT({1}, read{0}); IRDBIT({1}, {2});\n"
+        "IRDBIT({1}, target.{3}); {4}({5}, {6});\n",
+        n, at('I', 'X', n), at('M', 'M', n), bit % 16, bit % 3 == 0 ? "IWRBIT" : "_WRITEODIRECT",
+        at('Q', 'Y', n), program.input(value("BOOL", (outputs >> bit) % 2)));
+    program.expectVariable(fmt::format("got{}", n), value("BOOL", in));
+    program.expectVariable(fmt::format("read{}", n), value("BOOL", in));
+    target = (target & ~(1ULL << bit % 16)) | (in ? 1ULL << bit % 16 : 0);
+    refreshed("INPUT", n, 4);
+    refreshed("OUTPUT", n, 1);
   }
-  program.expectVariable("target", value("WORD", static_cast<Wide>(word.to_ulong())));
-  machine.run();
+  hold("%IL1", inputs, inputs);
+  hold("%ML1", ~inputs, inputs);
+  hold("%QL1", ~outputs, outputs);
+  program.expectVariable("target", value("WORD", static_cast<Wide>(target)));
+  program.run();
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, Devices, testing::Values(Notation::Iec, Notation::Letters),
