@@ -25,22 +25,15 @@ std::string describe(const std::string& text) {
 
 // Markers have bytes 0 to 16383, inputs and outputs 1024 each behind them; D begins at 3072.
 TEST(DeviceMap, AddressesHaveTheirPlace) {
-  const char* const rows[][2] = {{"%MX0.0", "1.0 0 24 BOOL"},
-                                 {"%mx2.7", "1.7 23 24 BOOL"},
-                                 {"%M9", "1.1 9 24 BOOL"},
-                                 {"%IX0.3", "1.3 131075 24 BOOL"},
-                                 {"%QX1023.7", "1.7 147455 24 BOOL"},
-                                 {"%MB5", "1.- 5 5 BYTE"},
-                                 {"%MW2", "2.- 4 6 WORD"},
-                                 {"%QD1", "4.- 17412 7 DWORD"},
-                                 {"%ML2047", "8.- 16376 8 LWORD"},
-                                 {"X3", "1.3 131075 24 BOOL"},
-                                 {"y8", "1.0 139272 24 BOOL"},
-                                 {"M0", "1.0 0 24 BOOL"},
-                                 {"D0", "2.- 3072 6 WORD"},
-                                 {"D10.3", "1.3 24739 24 BOOL"},
-                                 {"D10.15", "1.15 24751 24 BOOL"}};
-  for (const auto& [text, expected] : rows) EXPECT_EQ(expected, describe(text)) << text;
+  std::istringstream rows(
+      "%MX0.0=1.0 0 24 BOOL|%mx2.7=1.7 23 24 BOOL|%M9=1.1 9 24 BOOL|%IX0.3=1.3 131075 24 BOOL|"
+      "%QX1023.7=1.7 147455 24 BOOL|%MB5=1.- 5 5 BYTE|%MW2=2.- 4 6 WORD|%QD1=4.- 17412 7 DWORD|"
+      "%ML2047=8.- 16376 8 LWORD|X3=1.3 131075 24 BOOL|y8=1.0 139272 24 BOOL|M0=1.0 0 24 BOOL|"
+      "D0=2.- 3072 6 WORD|D10.3=1.3 24739 24 BOOL|D10.15=1.15 24751 24 BOOL");
+  for (std::string row; std::getline(rows, row, '|');) {
+    const std::size_t mark = row.find('=');
+    EXPECT_EQ(row.substr(mark + 1), describe(row.substr(0, mark))) << row;
+  }
 }
 
 TEST(DeviceMap, OtherTextsLeaveTheAddressUntouched) {
