@@ -41,7 +41,7 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
 
 TEST_F(Velc, PrintsAndSetsPartsOfValues) {
   writeProgram("p.st",
-               "a : ARRAY[1..2, -1..1] OF INT := [1, 2, 3, 4]; big : ARRAY[0..99999] OF BYTE;"
+               "n : ARRAY[1..5] OF INT; a : ARRAY[1..2, -1..1] OF INT := [1, 2, 3, 4]; big : ARRAY[0..99999] OF BYTE;"
                "s : STRUCT x : REAL; t : ARRAY[0..1] OF STRING[3] := ['u']; inner : STRUCT e :"
                "(Off, On := 5) := On; f : R; END_STRUCT; END_STRUCT; l : ARRAY[3..4] OF STRUCT"
                " b : BOOL; c : SINT; END_STRUCT; e : (Red, Green); p : POINTER TO INT; f : R;",
@@ -50,7 +50,7 @@ TEST_F(Velc, PrintsAndSetsPartsOfValues) {
   EXPECT_EQ(velc("run q.st --set e=green --set 'A[2, 0]=9' --set p.L[4].c=-1 --set s.T[1]=\\'ab\\'"
                  " --set s.inner.e=Off --set big[7]=16#FF")
                 .out,
-            "a = [1, 2, 3, 4, 9, 0]\nbig = [7(16#0), 16#FF, 99992(16#0)]\n"
+            "n = [5(0)]\na = [1, 2, 3, 4, 9, 0]\nbig = [7(16#0), 16#FF, 99992(16#0)]\n"
             "s = (x := 0.0, t := ['u', 'ab'], inner := (e := Off))\n"
             "l = [(b := FALSE, c := 0), (b := FALSE, c := -1)]\ne = Green\np = NULL\n");
   for (const char* const setting :

@@ -38,6 +38,12 @@ TEST(IntegerBits, AreThoseOfTheWidth) {
     EXPECT_EQ(vel_with_bit(5, 8, n, 0), 5u) << n;
   }
   EXPECT_EQ(vel_with_bit(5, 8, 7, 256), 0x85u);
+  u8 bytes[2] = {0, 0xF0};
+  const vel_bit_param param = {bytes, 12};
+  setBitOfParam(&param, 11, 1);
+  setBitOfParam(&param, 12, 0);
+  EXPECT_EQ(bytes[1], 0xF8);
+  EXPECT_EQ(getBitOfParam(&param, 12), 0);
 }
 
 }  // namespace

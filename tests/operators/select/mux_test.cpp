@@ -25,6 +25,7 @@ TEST_F(Mux, ResultTypes) {
       {"MUX(i, dt, lr)", 0, true, "DT", "", "((u32)FC_MUX_INT(2, i', (u32)dt', (u32)lr'))"},
       // The scan ends at what reads as a BOOL.
       {"MUX(i, true, s)", 0, true, "BOOL", "", "((u8)FC_MUX_INT(2, i', (u8)true', (u8)s'))"},
+      {"MUX(i, b, s)", 0, true, "BOOL", "", "((u8)FC_MUX_INT(2, i', (u8)b', (u8)s'))"},
       {"MUX(1, 200, i)", 0, true, "INT", "", "((i16)FC_MUX_INT(2, 1', (i16)200', (i16)i'))",
        "INT := INT INT in P\nINT := INT INT in P\nP -> MUX @0\nP -> FC_MUX_INT @0\n"
        "constant ((i16)FC_MUX_INT(2, 1' SINT\n"
