@@ -5,18 +5,71 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 
+#include "cli/paths.h"
+#include "cli/program_driver.h"
 #include "cli/termination_guard.h"
+#include "fuzz/programs/execution.h"
 #include "fuzz/programs/generator.h"
-#include "fuzz/programs/runner.h"
+#include "fuzz/programs/machine.h"
 
 namespace generated {
 namespace {
 
+struct Toolchain {
+  std::string compiler = "cc";
+  bool sanitize = false;  // address and undefined behaviour of programs, not of the runtime
+};
+
+// The lines that differ, each as it is and as it should be.
+std::string differences(const std::string& actual, const std::string& expected) {
+  std::istringstream have(actual);
+  std::istringstream want(expected);
+  std::string result;
+  for (std::string is, should; std::getline(want, should);) {
+    if (!std::getline(have, is)) is = "nothing";
+    if (is != should)
+      result += fmt::format("{}, expected {}\n", is, should.substr(should.find('=') + 2));
+  }
+  return result;
+}
+
+// What is wrong with the programs, run as one; an empty text for nothing. Their names differ.
+std::string run(const std::vector<Units>& programs, const Toolchain& toolchain) {
+  std::string source;
+  for (const Units& units : programs) source += text(units);
+  Execution execution;
+  std::string said = execution.translate(source);
+  if (!said.empty()) return said;
+  // Without contraction every operation rounds, as it does here.
+  Words command = {toolchain.compiler, "-w", "-ffp-contract=off", velc::libraryPath("libvelrt.a")};
+  if (toolchain.sanitize) {
+    command.insert(command.end(), {"-fsanitize=address,undefined", "-fno-sanitize-recover=all"});
+  }
+  said = execution.run(command, {}, kScans);
+  if (!said.empty()) return said;
+
+  std::string expected;
+  auto variable = execution.variables.begin();
+  for (const Units& units : programs) {
+    const std::map<std::string, Value> held = evaluated(units);
+    for (; variable != execution.variables.end() && variable->program == units.back().name;
+         ++variable) {
+      expected += bytes(held.at(variable->name), static_cast<std::size_t>(variable->byteSize));
+    }
+  }
+  const auto lines = [&](const std::string& values) {
+    return velc::valueLines(execution.session, execution.variables, values);
+  };
+  return differences(lines(execution.values), lines(expected));
+}
+
+constexpr std::uint64_t kBatch = 50;  // programs in one source file
+
 int execute(int argc, char** argv) {
   std::uint64_t count = 100;
   std::uint64_t seed = 1;
-  std::uint64_t batch = 50;
   std::string summary;
   bool print = false;
   Toolchain toolchain;
@@ -24,7 +77,6 @@ int execute(int argc, char** argv) {
   app.add_option("--count", count, "how many")->capture_default_str();
   app.add_option("--seed", seed, "of the first; the others follow")->capture_default_str();
   app.add_option("--compiler", toolchain.compiler, "the C compiler")->capture_default_str();
-  app.add_option("--batch", batch, "programs in one source file")->capture_default_str();
   app.add_option("--summary", summary, "a file for the closing line");
   app.add_flag("--sanitize", toolchain.sanitize, "with address and undefined-behaviour sanitizers");
   app.add_flag("--print", print, "print the programs only");
@@ -33,7 +85,7 @@ int execute(int argc, char** argv) {
   std::uint64_t failed = 0;
   for (std::uint64_t done = 0; done < count;) {
     std::vector<Units> programs;
-    const std::uint64_t size = std::min(batch, count - done);
+    const std::uint64_t size = std::min(kBatch, count - done);
     for (std::uint64_t i = 0; i < size; ++i) {
       programs.push_back(generate(seed + done + i, fmt::format("_{}", seed + done + i)));
       if (print) fmt::print("{}\n", text(programs.back()));

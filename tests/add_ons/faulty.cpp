@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/add_on_api.h"
 #include "core/checks.h"
@@ -106,20 +107,18 @@ const vel::OperatorDescription* DescribeOperator(const char* name) {
     vel::OperatorDescription known;
     const char* more;
   } later = {{sizeof later, "IN FACTOR", "# SCALED\n\nThe number IN times FACTOR."}, "more"};
-  static const vel::OperatorDescription halved{sizeof halved, "VALUE TIMES", nullptr};
-  static const vel::OperatorDescription none{sizeof none, "", nullptr};
-  static const vel::OperatorDescription small{sizeof(std::size_t), nullptr, nullptr};
-  static const vel::OperatorDescription comma{sizeof comma, "IN,FACTOR", nullptr};
-  static const vel::OperatorDescription blanks{sizeof blanks, "IN  FACTOR", nullptr};
-  static const vel::OperatorDescription twice{sizeof twice, "IN FACTOR in", nullptr};
-  const std::string_view op = name;
-  if (op == "HALVED") return &halved;
-  if (op == "REFUSES") return &none;
-  if (op != "SCALED") return nullptr;
-  if (faultIs("describe")) throw 7;
-  if (faultIs("small")) return &small;
-  if (faultIs("comma")) return &comma;
-  if (faultIs("blanks")) return &blanks;
-  return faultIs("twice") ? &twice : &later.known;
+  static const std::pair<std::string_view, vel::OperatorDescription> others[] = {
+      {"HALVED", {sizeof later.known, "VALUE TIMES", nullptr}},
+      {"REFUSES", {sizeof later.known, "", nullptr}},
+      {"small", {sizeof(std::size_t), nullptr, nullptr}},
+      {"comma", {sizeof later.known, "IN,FACTOR", nullptr}},
+      {"blanks", {sizeof later.known, "IN  FACTOR", nullptr}},
+      {"twice", {sizeof later.known, "IN FACTOR in", nullptr}}};
+  const bool scaled = std::string_view(name) == "SCALED";
+  if (scaled && faultIs("describe")) throw 7;
+  for (const auto& [what, description] : others) {
+    if (what == name || (scaled && faultIs(what))) return &description;
+  }
+  return scaled ? &later.known : nullptr;
 }
 #endif

@@ -2,7 +2,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "velc_fixture.h"
+#include "tests/cli/velc_fixture.h"
 
 namespace velc {
 namespace {
@@ -41,7 +41,8 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
 
 TEST_F(Velc, PrintsAndSetsPartsOfValues) {
   writeProgram("p.st",
-               "n : ARRAY[1..5] OF INT; a : ARRAY[1..2, -1..1] OF INT := [1, 2, 3, 4]; big : ARRAY[0..99999] OF BYTE;"
+               "n : ARRAY[1..5] OF INT; a : ARRAY[1..2, -1..1] OF INT := [1, 2, 3, 4]; big : "
+               "ARRAY[0..99999] OF BYTE;"
                "s : STRUCT x : REAL; t : ARRAY[0..1] OF STRING[3] := ['u']; inner : STRUCT e :"
                "(Off, On := 5) := On; f : R; END_STRUCT; END_STRUCT; l : ARRAY[3..4] OF STRUCT"
                " b : BOOL; c : SINT; END_STRUCT; e : (Red, Green); p : POINTER TO INT; f : R;",
@@ -77,6 +78,98 @@ TEST_F(Velc, EndsProgramsThatDoNotAndClearsUp) {
   for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
     EXPECT_FALSE(entry.is_directory()) << entry.path();
   }
+}
+
+TEST_F(Velc, SharesGlobalVariablesBetweenFiles) {
+  write("use.st",
+        "PROGRAM A VAR_EXTERNAL total : INT; name : Name; END_VAR\n"
+        "VAR t : STRING[N + 1]; END_VAR\n"
+        "total := total + Step(); shared(d := N); t := name; %QB5 := %QB5 + 1; END_PROGRAM;\n"
+        "PROGRAM B VAR total : INT := 5; END_VAR VAR_OUTPUT sum : INT; END_VAR\n"
+        "total := total + 1; sum := shared.sum; END_PROGRAM\n"
+        "FUNCTION Step : INT; Step := N; END_FUNCTION\n"
+        "FUNCTION_BLOCK Acc VAR_INPUT d : INT; END_VAR VAR_OUTPUT sum : INT := N; END_VAR\n"
+        "sum := sum + d; END_FUNCTION_BLOCK\n");
+  write(
+      "declare.st",
+      "VAR_GLOBAL RETAIN shared : Acc; total AT %MW3 : INT := 10; AT %QB5 : USINT := 7; END_VAR\n"
+      "CONFIGURATION Plant RESOURCE Cpu ON Soft VAR_GLOBAL name : STRING[N] := 'abcdef'; END_VAR\n"
+      "TASK fast(INTERVAL := T#10ms, PRIORITY := 1); PROGRAM first WITH fast : A;\n"
+      "PROGRAM second : B(sum => total, x WITH fast); END_RESOURCE\n"
+      "VAR_ACCESS a : Cpu.total : INT READ_ONLY; END_VAR END_CONFIGURATION\n"
+      "TYPE Name : STRING[N]; END_TYPE\n"
+      "VAR_GLOBAL CONSTANT N : INT := M + 1; M : INT := 2; END_VAR\n");
+  const std::string shown = " --scans 2 --show TOTAL --show n --show %QB5";
+  const std::string values = "B.total = 7\nB.sum = 9\ntotal = 16\nN = 3\n%QB5 = 9\n";
+  EXPECT_EQ(velc("run use.st declare.st" + shown).out, "A.t = 'abc'\n" + values);
+  EXPECT_EQ(velc("run declare.st use.st --set name=\"'xy'\"" + shown).out, "A.t = 'xy'\n" + values);
+  EXPECT_EQ(velc("run use.st declare.st --show shared").err,
+            "velc: --show: 'shared' is no device address and no global variable\n");
+}
+
+// Device memory and direct I/O, run in both notations.
+
+constexpr const char* kRefreshes =
+    "UPDATEINPUT = 1, 1\nUPDATEINPUT = 2, 1\nUPDATEINPUT = 2, 1\n"
+    "UPDATEOUTPUT = 1, 1\nUPDATEOUTPUT = 0, 1\nUPDATEOUTPUT = 8, 4\n";
+constexpr const char* kLocalIo = " --localio 'X:131072-131088;Y:139264-139280;' --trace-io ";
+
+TEST_F(Velc, RunsDirectIoInBothNotations) {
+  const std::string values =
+      "open_button = TRUE\nopened = FALSE\nclosed = FALSE\nmotor_up = TRUE\nmotor_down = FALSE\n"
+      "runs = 1\n";
+  const Outcome iec = velc("run " EXAMPLES
+                           "/gate_iec.st --set %IX0.0=TRUE --show %QB1 --show "
+                           "%mx0.0" +
+                           std::string(kLocalIo));
+  EXPECT_EQ(kRefreshes + values + "%QB1 = 16#F\n%mx0.0 = FALSE\n", iec.out) << iec.err;
+  const Outcome letters = velc("run " EXAMPLES
+                               "/gate_letters.st --notation letters --set X0=TRUE "
+                               "--show D10 --show D11.0" +
+                               std::string(kLocalIo));
+  EXPECT_EQ(kRefreshes + values + "D10 = 16#1\nD11.0 = TRUE\n", letters.out) << letters.err;
+  // Without local I/O nothing is refreshed, and opened is read through the macro.
+  const Outcome opened =
+      velc("run " EXAMPLES "/gate_iec.st --trace-io --set %IX0.1=TRUE --show %QB0");
+  EXPECT_EQ(0U, opened.out.find("open_button = FALSE\nopened = TRUE\n")) << opened.out;
+  EXPECT_NE(std::string::npos, opened.out.find("%QB0 = 16#2\n")) << opened.out;
+}
+
+// What operators look for in a text, what a bit's value may change, what has few bits, and what
+// is evaluated once.
+TEST_F(Velc, BitsGoWhereTheyBelong) {
+  write("bits.st",
+        "FUNCTION F : BOOL VAR_IN_OUT w : WORD; END_VAR w := w OR 16#F0; F := TRUE; END_FUNCTION\n"
+        "FUNCTION G : BOOL VAR_IN_OUT {bitparam} b : BOOL; {bitparam} ab : STRING[20]; END_VAR\n"
+        "VAR _WRITEODIRECT : BOOL; END_VAR SETBITOFPARAM(b, 3, TRUE); SETBITOFPARAM(b, 0, TRUE);\n"
+        "IWRBIT(%QX0.0, b); G := b = TRUE AND GETBITOFPARAM(ab, 72) AND NOT _WRITEODIRECT;\n"
+        "END_FUNCTION\n"
+        "FUNCTION Step : INT VAR_IN_OUT n : INT; END_VAR n := n + 1; Step := n; END_FUNCTION\n"
+        "PROGRAM P VAR n, m : INT; a : ARRAY[1..3] OF WORD; gbitx, g, b : BOOL; x : WORD; s : "
+        "STRING[20] := 'AAAAAAAAAAAAAAA'; END_VAR\n"
+        "a[Step(n)].2 := TRUE; m := MUX(1, ABS(Step(n)), 7);\n"
+        "IRDBIT(%IX0.0, gbitx); x.3 := F(x); g := G(b, s); END_PROGRAM\n");
+  for (const char* const compiler : {"gcc", "clang"}) {
+    EXPECT_EQ(
+        "n = 2\nm = 7\na = [16#4, 16#0, 16#0]\ngbitx = TRUE\ng = TRUE\nb = TRUE\nx = 16#F8\ns = "
+        "'AAAAAAAAAAAAAAA'\n%QX0.0 = TRUE\n",
+        velc(std::string("run bits.st --set %IX0.0=TRUE --show %QX0.0 --compiler ") + compiler)
+            .out);
+  }
+}
+
+TEST_F(Velc, AddressesOfEveryTypeShareTheMemory) {
+  writeProgram(
+      "types.st",
+      "r AT %MD0 : REAL := 1.5; d AT %MD0 : DINT; lr AT %ML1 : LREAL := -2.0; si AT %MB15 : "
+      "SINT; w AT %MW100 : WORD; t AT %MD51 : TIME; x : WORD;",
+      "%MW101 := 16#1234; w.3 := %MX202.4; t := T#5s; x := 0; x.15 := w.3; %MX300.0 := x.15;");
+  EXPECT_EQ(
+      "r = 1.5\nd = 1069547520\nlr = -2.0\nsi = -64\nw = 16#8\nt = T#5000ms\nx = 16#8000\n"
+      "%MB300 = 16#1\n",
+      velc("run types.st --show %MB300").out);
+  EXPECT_EQ(2, velc("run types.st --show %MB16384").code);
+  EXPECT_EQ(0, velc("run types.st --show %MB16384 --memory-markers 16392").code);
 }
 
 }  // namespace

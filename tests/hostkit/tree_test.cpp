@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
+#include "host/ast_node_helper.h"
 #include "hostkit/kit_host.h"
+#include "hostkit/operator_inputs.h"
 
 // A host's own definition of an operation takes the place of the kit's.
 bool AstNodeHelper::isNumber(const std::string& text) { return text == "many"; }
@@ -79,6 +83,33 @@ TEST(Tree, NodesAreToldApart) {
   EXPECT_TRUE(AstNodeHelper::stringCanConvertToBool("bool#1"));
   EXPECT_FALSE(AstNodeHelper::stringCanConvertToBool("1"));
   EXPECT_TRUE(AstNodeHelper::isNumber("many"));
+}
+
+TEST(Text, FormatsTakeArgumentsInOrder) {
+  const std::string text(3000, 'x');
+  EXPECT_EQ(
+      AstNodeHelper::stringFormat(7, "%s: '%s' is 100 %% of '%s'%s;", "a", text.c_str(), "", "%s"),
+      "a: '" + text + "' is 100 % of ''%s;");
+  EXPECT_EQ(AstNodeHelper::stringFormat(7, ""), "");
+}
+
+TEST(Text, DigestNamesAConditionOfAnOperator) {
+  EXPECT_EQ(AstNodeHelper::opExpTextToMd5HexText("MEP", "a AND b"),
+            "abe60a2afc3e4d66158c88c37bab5964");
+}
+
+TEST(OperatorInputs, HaveAPosition) {
+  const std::tuple<const char*, const char*, int> rows[] = {
+      {"sel", "in1", 2},    {"SEL", "IN", -1},        {"LIMIT", "mx", 2},
+      {"EXPT", "IN2", 1},   {"EXPT", "IN", -1},       {"SQRT", "in", 0},
+      {"SQRT", "IN1", -1},  {"INT_TO_REAL", "IN", 0}, {"MUX", "k", 0},
+      {"MUX", "IN0", 1},    {"mux", "in12", 13},      {"MUX", "IN", -1},
+      {"MUX", "IN-1", -1},  {"MUX", "IN1x", -1},      {"MIN", "IN1", 0},
+      {"max", "IN2", 1},    {"MIN", "IN0", -1},       {"IWRBIT", "OUT", 0},
+      {"IRDBIT", "OUT", 1}, {"SHL", "N", 1},          {"MUX", "IN99999999999999999999", -1}};
+  for (const auto& [name, formal, position] : rows) {
+    EXPECT_EQ(hostkit::operatorInput(name, formal), position) << name << " " << formal;
+  }
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
-#include "tests/execution/samples.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
+
+#include "tests/execution/program.h"
 
 namespace execution {
 

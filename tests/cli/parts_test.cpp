@@ -1,0 +1,107 @@
+// The parts of velc; how processes end is seen by robustness_test and run_test.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+
+#include "cli/failure.h"
+#include "cli/output_file.h"
+#include "cli/process.h"
+#include "cli/temporary_folder.h"
+#include "cli/value_format.h"
+
+namespace velc {
+namespace {
+
+using namespace std::chrono_literals;
+
+namespace fs = std::filesystem;
+
+class OutputFile : public testing::Test {
+ protected:
+  auto entries() const {
+    return std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator());
+  }
+
+  TemporaryFolder folder;
+  const std::string path = folder.path() / "out.c";
+};
+
+TEST_F(OutputFile, HasTheModeAndLinkOfTheFileItReplacesOrTheUsualMode) {
+  const mode_t mask = umask(022);
+  writeFile(path, "old");
+  umask(mask);
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms(0644));
+  fs::permissions(path, fs::perms(0640));
+  const fs::path link = folder.path() / "link";
+  fs::create_symlink("out.c", link);
+  writeFile(link, "new");
+  EXPECT_TRUE(fs::is_symlink(link));
+  std::string text;
+  std::ifstream(path) >> text;
+  EXPECT_EQ(text, "new");
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+  EXPECT_EQ(entries(), 2);
+}
+
+TEST_F(OutputFile, LeavesNothingBehindWhenItFails) {
+  EXPECT_THROW(writeFile(folder.path() / "missing" / "out.c", "x"), Failure);
+  EXPECT_THROW(writeFile(folder.path(), "x"), Failure);
+  EXPECT_EQ(entries(), 0);
+  EXPECT_THROW(writeFile("/dev/full", "x"), Failure);
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+// How processes end is seen by robustness_test and run_test.
+
+using End = ProcessResult::End;
+
+TEST(Process, KeepsBothOutputsAndGivesNoInput) {
+  const TerminationGuard guard;
+  EXPECT_EQ(runProcess({"sh", "-c", "echo a; echo b >&2; cat"}, guard).output, "a\nb\n");
+  EXPECT_EQ(runProcess({"printf", "%s", "$(echo x);*"}, guard).output, "$(echo x);*");
+  const ProcessResult longOutput = runProcess({"head", "-c", "1000000", "/dev/zero"}, guard);
+  EXPECT_TRUE(longOutput.succeeded());
+  EXPECT_EQ(longOutput.output.size(), 65536u);
+}
+
+TEST(Process, EndsWithAllItStartedWhenTimeIsUp) {
+  const TerminationGuard guard;
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(runProcess({"sh", "-c", "sleep 30 & sleep 30"}, guard, 50ms).end, End::TimedOut);
+  EXPECT_EQ(runProcess({"sh", "-c", "while :; do echo x; done"}, guard, 50ms).end, End::TimedOut);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+}
+
+// The runtime prints all other values; run_test.cpp has one of every type.
+
+std::string wide(std::u16string_view units) {
+  return valueText(vel::BasicDataType::WString, "WSTRING",
+                   {reinterpret_cast<const char*>(units.data()), units.size() * sizeof units[0]});
+}
+
+TEST(ValueFormat, StringsEscapeWhatTheirLiteralsNeedEscaped) {
+  const auto narrow = [](std::string_view bytes) {
+    return valueText(vel::BasicDataType::String, "STRING", bytes);
+  };
+  EXPECT_EQ(narrow(""), "''");
+  EXPECT_EQ(narrow(std::string_view("ab\0cd", 5)), "'ab'");
+  EXPECT_EQ(narrow("it's $5 \"x\""), "'it$'s $$5 \"x\"'");
+  EXPECT_EQ(narrow("\t\n\f\r\x01\x7F"), "'$T$L$P$R$01$7F'");
+  EXPECT_EQ(narrow("\xC3\xA4\xE2\x82\xAC"), "'\xC3\xA4\xE2\x82\xAC'");
+  EXPECT_EQ(narrow("\xE4 \xC3"), "'$E4 $C3'");
+  EXPECT_EQ(narrow("\xED\x9F\xBF\xEE\x80\x80"), "'\xED\x9F\xBF\xEE\x80\x80'");
+  EXPECT_EQ(narrow("\xC0\x80\xED\xA0\x80"), "'$C0$80$ED$A0$80'");
+
+  EXPECT_EQ(wide(u"it's \"x\""), "\"it's $\"x$\"\"");
+  EXPECT_EQ(wide(u"\u00E4\u20AC\U0001F600\x01"), "\"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80$0001\"");
+  constexpr char16_t halves[] = {0xD83D, 'x', 0xDE00, 0xD7FF, 0xD800, 0xDFFF, 0xE000, 0xDFFF, 0};
+  EXPECT_EQ(wide(halves), "\"$D83Dx$DE00\xED\x9F\xBF\xF0\x90\x8F\xBF\xEE\x80\x80$DFFF\"");
+}
+
+}  // namespace
+}  // namespace velc
