@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -105,27 +104,12 @@ namespace {
 std::string realText(const Value& value) {
   if (std::isnan(value.real)) return "NaN";
   if (std::isinf(value.real)) return value.real < 0 ? "-Inf" : "Inf";
-  char text[32];
-  const std::to_chars_result end =
-      value.type->bits == 32
-          ? std::to_chars(text, text + sizeof text, static_cast<float>(value.real),
-                          std::chars_format::scientific)
-          : std::to_chars(text, text + sizeof text, value.real, std::chars_format::scientific);
-  const std::string whole(text, end.ptr);
-  const std::size_t mark = whole.find('e');
-  const int exponent = std::stoi(whole.substr(mark + 1));
-  const std::string sign = whole[0] == '-' ? "-" : "";
-  std::string digits = whole.substr(sign.size(), mark - sign.size());
-  if (exponent < -4 || exponent > 15) {
-    if (digits.size() == 1) digits += ".0";
-    return fmt::format("{}{}e{}{:02}", sign, digits, exponent < 0 ? '-' : '+', std::abs(exponent));
-  }
-  if (digits.size() > 1) digits.erase(1, 1);
-  std::size_t before = 1;
-  if (exponent < 0) digits.insert(0, static_cast<std::size_t>(-exponent), '0');
-  if (exponent > 0) before += static_cast<std::size_t>(exponent);
-  if (digits.size() <= before) digits.append(before + 1 - digits.size(), '0');
-  return sign + digits.insert(before, ".");
+  // The fewest digits that tell a REAL, written as an LREAL is.
+  const bool single = value.type->bits == 32;
+  std::string text = fmt::format(
+      "{}", single ? std::stod(fmt::format("{}", static_cast<float>(value.real))) : value.real);
+  if (text.find('.') == std::string::npos) text.insert(std::min(text.find('e'), text.size()), ".0");
+  return text;
 }
 
 std::string clockText(const Value& value) {
