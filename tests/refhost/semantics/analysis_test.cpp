@@ -57,23 +57,6 @@ TEST(Analysis, OperatorCallsAreChecked) {
         "F0001 MOVE"}});
 }
 
-TEST(Analysis, TheHostNamesWhatItRefuses) {
-  expectBrief(
-      "PROGRAM P VAR b: BOOL; x: INT; r: REAL; t: TIME; s: STRING; END_VAR VAR CONSTANT k: INT := "
-      "5; END_VAR",
-      {{"nope := 1; k := 1; x := b + 1; x := x MOD r; b := s = x; b := NOT t; IF x THEN END_IF; "
-        "CASE r OF 1: ; END_CASE; CASE x OF x: ; k + 1, 9..3: ; END_CASE; FOR r := 1 TO 2 DO "
-        "END_FOR;",
-        "1 F0020 nope; 12 F0023 k; 25 F002B +, BOOL, SINT; 37 F002B MOD, INT, REAL; 51 F002B =, "
-        "STRING, INT; 67 F002C NOT, TIME; 73 F002D BOOL, INT; 93 F002E REAL; 123 F002F x; 135 "
-        "~F003D 9..3; 157 F0030 r"},
-       {"FOR x := 1 TO 2 BY 0 DO END_FOR; EXIT; WHILE b DO EXIT; END_WHILE; CONTINUE; b := x.%X3 "
-        "AND_THEN b OR_ELSE x; x.%B1 := x.%W0; x.16 := TRUE; b := x.15; nope(1); x(1); x := P; "
-        "%MX99999.0 := b;",
-        "20 F0031; 34 F0032 EXIT; 68 F0032 CONTINUE; 83 F002B OR_ELSE, BOOL, INT; 111 F0007; 120 "
-        "F0007; 127 F0038 INT; 152 F0020 nope; 161 F0025 x; 172 F003A P; 175 F0033 %MX99999.0"}});
-}
-
 TEST(Analysis, CallsOfUnitsAreChecked) {
   expectBrief(
       "FUNCTION F : INT VAR_INPUT a, b: INT; END_VAR VAR_IN_OUT io: INT; END_VAR VAR_OUTPUT q: "
