@@ -35,8 +35,9 @@ class FuzzTree {
                                      ? add<vel::ASTNode>(siblings, hostkit::kStatementNode)
                                      : add<Expression>(siblings, Expression::Operator{2});
     if (host_.chance()) {
+      const char* const unitName = textOrNull();
       const auto type = static_cast<vel::POUType>(input_.ConsumeIntegralInRange(0, 5));
-      auto* const unit = add<POUDeclaration>({parent}, hostkit::kUnitNode, textOrNull(), type);
+      auto* const unit = add<POUDeclaration>({parent}, hostkit::kUnitNode, unitName, type);
       unit->kind = input_.ConsumeIntegralInRange(-1, 4);
     }
     return made;
