@@ -89,16 +89,17 @@ Words compileCommand(const Words& more) {
 }
 
 // The runtime, compiled with the sanitizers too, once for all programs.
-std::string runtimeObject() {
+const Words& runtimeObjects() {
   static const velc::TemporaryFolder folder;
-  std::string object = folder.path() / "runtime.o";
-  if (std::filesystem::exists(object)) return object;
-  Words files = {"-std=gnu11", "-r", "-o", object};
+  static Words objects;
+  if (!objects.empty()) return objects;
   for (const auto& file : std::filesystem::directory_iterator(RUNTIME)) {
-    if (file.path().extension() == ".c") files.push_back(file.path());
+    if (file.path().extension() != ".c") continue;
+    objects.push_back(folder.path() / file.path().stem().concat(".o"));
+    EXPECT_EQ("", generated::failure(
+                      compileCommand({"-std=gnu11", "-c", "-o", objects.back(), file.path()})));
   }
-  EXPECT_EQ("", generated::failure(compileCommand(files)));
-  return object;
+  return objects;
 }
 
 }  // namespace
@@ -168,7 +169,7 @@ void Program::run() {
     stores.push_back(storeStatement(place, bytes(value)));
   }
   Words more = flags;
-  more.push_back(runtimeObject());
+  more.insert(more.end(), runtimeObjects().begin(), runtimeObjects().end());
   ASSERT_EQ("", execution.run(compileCommand(more), stores, scans));
   EXPECT_EQ(refreshes, execution.trace);
   compare(execution);
