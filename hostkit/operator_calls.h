@@ -1,4 +1,5 @@
-// `check` and `generate` of a call, with the steps around them that every host takes.
+// `check` and `generate` of a call, with the steps around them that every host takes. The
+// reference host does more with a call, and has its own steps (`refhost/semantics/calls.cpp`).
 #pragma once
 
 #include <optional>

@@ -20,6 +20,7 @@ using vel::message::kCannotConvert;
 using vel::message::kConstantTooLarge;
 using vel::message::kInformationLoss;
 
+// A new message takes the next free code of its group.
 // clang-format off
 constexpr MessageFormat kNotAccepted       {0xF0001, Severity::Error, "The call of '%s' is not accepted;"};
 constexpr MessageFormat kSyntax            {0xF0002, Severity::Error, "Syntax error: %s;"};

@@ -37,6 +37,8 @@ class FunctionBody {
   std::string newName();
   // Declares a variable at the start of the function and returns its name.
   std::string temporary(const vel::SymbolDataType* type);
+  // The same for a pointer to a variable of the type, which must be no string. Not for storing
+  // through a POINTER TO, whose targets may alias.
   std::string temporaryPointer(const vel::SymbolDataType* type);
 
   // Everything between the braces; `front` follows the declarations. Nothing may be added after it.

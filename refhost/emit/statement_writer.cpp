@@ -76,7 +76,7 @@ std::string labelCondition(const ASTNode& labels, const std::string& selector, b
 
 }  // namespace
 
-void StatementWriter::block(const std::string& head, const ASTNode* list) {
+void StatementWriter::openBlock(const std::string& head, const ASTNode* list) {
   body_.line(head + " {");
   body_.indent();
   statements(list);
@@ -107,11 +107,11 @@ void StatementWriter::statement(const ASTNode& node) {
       forStatement(node);
       break;
     case StatementKind::While:
-      block(fmt::format("while ({})", expressions_.expressionText(node.leaf(0))), node.leaf(1));
+      openBlock(fmt::format("while ({})", expressions_.expressionText(node.leaf(0))), node.leaf(1));
       body_.line("}");
       break;
     case StatementKind::Repeat: {
-      block("do", node.leaf(0));
+      openBlock("do", node.leaf(0));
       std::string condition;
       expressions_.operand(*node.leaf(1), condition);
       body_.statement(fmt::format("}} while (!{})", condition));
@@ -159,9 +159,9 @@ void StatementWriter::ifStatement(const ASTNode& node) {
   const int count = node.leavesCount();
   for (int i = 0; i + 1 < count; i += 2) {
     const std::string condition = expressions_.expressionText(node.leaf(i));
-    block(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
+    openBlock(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
   }
-  if (count % 2 == 1) block("} else", node.leaf(count - 1));
+  if (count % 2 == 1) openBlock("} else", node.leaf(count - 1));
   body_.line("}");
 }
 
@@ -182,9 +182,9 @@ void StatementWriter::caseStatement(const ASTNode& node) {
     const char* const before = i == 1 ? "" : "} else ";
     if (kindOf(element) == NodeKind::CaseElement) {
       const std::string condition = labelCondition(*element.leaf(0), name, wide);
-      block(fmt::format("{}if ({})", before, condition), element.leaf(1));
+      openBlock(fmt::format("{}if ({})", before, condition), element.leaf(1));
     } else {
-      block("} else", &element);
+      openBlock("} else", &element);
     }
   }
   body_.line("}");
@@ -210,8 +210,8 @@ bool StatementWriter::countingLoop(const ASTNode& node) {
   appendInteger(*end, bound);
   const std::string next = fmt::format("{0} = ({1})((u64){0} {2} {3}u)", variable, row->cType,
                                        *step < 0 ? '-' : '+', *step < 0 ? -*step : *step);
-  block(fmt::format("for (; {} {} {}; {})", variable, *step < 0 ? ">=" : "<=", bound, next),
-        node.leaf(3));
+  openBlock(fmt::format("for (; {} {} {}; {})", variable, *step < 0 ? ">=" : "<=", bound, next),
+            node.leaf(3));
   body_.line("}");
   return true;
 }
@@ -254,7 +254,8 @@ void StatementWriter::forStatement(const ASTNode& node) {
   const char* const cName = elementaryType(type) != nullptr ? elementaryType(type)->cType : "i64";
   const std::string advance =
       places_.store(control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);
-  block(fmt::format("for ({} = {}; {}; {}, {})", more, start, more, next, advance), node.leaf(3));
+  openBlock(fmt::format("for ({} = {}; {}; {}, {})", more, start, more, next, advance),
+            node.leaf(3));
   body_.line("}");
 }
 

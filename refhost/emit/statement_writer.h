@@ -27,7 +27,7 @@ class StatementWriter {
   // Writes a loop with constant bounds; false, with nothing written, for any other loop.
   bool countingLoop(const vel::ASTNode& node);
   // Writes `head`, an opening brace and the statements of `list`, but no closing brace.
-  void block(const std::string& head, const vel::ASTNode* list);
+  void openBlock(const std::string& head, const vel::ASTNode* list);
 
   // call_statements.cpp
   void callStatement(const Call& call);

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "refhost/services/progress.h"
+#include "refhost/services/unit_symbol.h"
 
 namespace refhost {
 

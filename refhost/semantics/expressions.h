@@ -17,7 +17,8 @@ class Expressions : public Part {
   void analyse(Expr& expr);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
-  // Reports an error and returns false when the expression cannot be assigned to.
+  // Reports an error and returns false when the expression cannot be assigned to. True also for
+  // one without a type, which has been reported.
   bool requireWritable(const Expr& target);
 
  private:

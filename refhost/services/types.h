@@ -32,7 +32,8 @@ int bitCount(const vel::SymbolDataType& type);
 // of the elementary type; "INVALID" for null.
 std::string displayName(const vel::SymbolDataType* type);
 
-// True if variables of the two types hold the same values in the same representation.
+// True if the two types have one representation. A subrange counts as its base type, BYTE as
+// USINT; derived types must be the very same.
 bool sameType(const vel::SymbolDataType& a, const vel::SymbolDataType& b);
 
 // The capacity of a string variable in characters.

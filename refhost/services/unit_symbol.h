@@ -7,12 +7,14 @@
 
 #include "host/symbol.h"
 #include "hostkit/folding.h"
-#include "refhost/services/progress.h"
 #include "refhost/services/typed_constant.h"
 #include "refhost/services/types.h"
 #include "refhost/syntax/tree.h"
 
 namespace refhost {
+
+// How far the analysis of a declaration that others name has come.
+enum class Progress : std::uint8_t { Waiting, Open, Done };
 
 class NamedValue;
 class UnitSymbol;

@@ -33,7 +33,8 @@ constexpr Construct kConstructs[] = {
 constexpr struct {
   int token;
   std::string_view name;
-} kJumps[] = {{Token::EXIT, "EXIT"}, {Token::CONTINUE, "CONTINUE"}, {Token::RETURN, "RETURN"}};
+} kStatementWords[] = {
+    {Token::EXIT, "EXIT"}, {Token::CONTINUE, "CONTINUE"}, {Token::RETURN, "RETURN"}};
 
 constexpr struct {
   int token;
@@ -68,7 +69,7 @@ constexpr std::array<Entry, kTokens> makeEntries() {
     return entries[static_cast<std::size_t>(token)];
   };
   for (const auto& other : kOthers) at(other.token).role = other.role;
-  for (const auto& jump : kJumps) at(jump.token).role = TokenRole::Jump;
+  for (const auto& row : kStatementWords) at(row.token).role = TokenRole::StatementWord;
   for (const Construct& construct : kConstructs) {
     at(construct.opener) = {TokenRole::Opener, &construct};
     at(construct.closer) = {TokenRole::Closer, &construct};
@@ -143,8 +144,8 @@ bool expectsOperand(int token) {
 }
 
 bool beginsStatement(std::string_view word) {
-  const auto jumps = [word](const auto& jump) { return jump.name == word; };
-  if (std::any_of(std::begin(kJumps), std::end(kJumps), jumps)) return true;
+  const auto isWord = [word](const auto& row) { return row.name == word; };
+  if (std::any_of(std::begin(kStatementWords), std::end(kStatementWords), isWord)) return true;
   const auto opens = [word](const Construct& row) {
     return row.kind == Kind::Statement && row.openerName() == word;
   };

@@ -33,7 +33,7 @@ enum class TokenRole : std::uint8_t {
   Elsif,
   Else,
   Until,
-  Jump,  // EXIT, CONTINUE, RETURN
+  StatementWord,  // begins a statement without a block: EXIT, CONTINUE, RETURN
   Semicolon,
   OpenBracket,
   CloseBracket,
@@ -50,7 +50,7 @@ bool opensUnit(int token);
 bool closesUnit(int token);
 bool opensVariables(int token);
 bool opensStatement(int token);
-// True for a token of the block structure or one that ends a statement.
+// True for a token of the block structure, or a ';'.
 bool isStructural(int token);
 // True if a type or an initial value can end with the token.
 bool endsDeclaration(int token);

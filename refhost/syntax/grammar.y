@@ -47,15 +47,16 @@ static constexpr Value kNone{nullptr, 0};
 %token YYEOF 0 "end of file"
 %token PROGRAM END_PROGRAM FUNCTION END_FUNCTION FUNCTION_BLOCK END_FUNCTION_BLOCK
 %token VAR VAR_INPUT VAR_OUTPUT VAR_IN_OUT VAR_TEMP VAR_GLOBAL VAR_EXTERNAL  // must be consecutive
-%token END_VAR CONSTANT RETAIN NON_RETAIN PERSISTENT AT R_EDGE F_EDGE STRING WSTRING
-// The keywords of statements must be consecutive.
+%token END_VAR CONSTANT RETAIN NON_RETAIN PERSISTENT  // these four must be consecutive
+%token AT R_EDGE F_EDGE STRING WSTRING
+// IF must be the first keyword of statements and RETURN the last.
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
 %token MISTAKE_END  // put in where a block begins or ends before the next ';'
 %token NO_TYPE  // inserted for an invalid result type
 %token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
-%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"  // after the keywords of blocks
+%token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
 %token NOT_EQUAL "'<>'" LESS_EQUAL "'<='" GREATER_EQUAL "'>='"
@@ -189,10 +190,10 @@ qualifiers:
 
 var_decls:
   %empty  %prec FIRST     { $$ = make.list(); }
-| error mistake_end               { $$ = make.list(); }
+| error mistake_end  { $$ = make.list(); }
 | var_decls var_decl ';'  { $$ = make.append($1, $2); }
 | var_decls ';'           { $$ = $1; }
-| var_decls error mistake_end     { $$ = $1; }
+| var_decls error mistake_end  { $$ = $1; }
 | var_decls broken_decl  { $$ = make.append($1, $2); }
 ;
 
@@ -275,12 +276,12 @@ members:
   %empty                { $$ = make.list(); }
 | members member        { $$ = make.append($1, $2); }
 | members ';'           { $$ = $1; }
-| members error mistake_end     { $$ = $1; }
+| members error mistake_end  { $$ = $1; }
 | members broken_member  { $$ = make.append($1, $2); }
 ;
 
 broken_member:
-  names error mistake_end      { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
+  names error mistake_end  { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
 | names ':' error mistake_end  { $$ = make.varDecl(@1, $1, kNone, kNone, kNone); }
 ;
 
@@ -317,7 +318,7 @@ type_declarations:
 | type_declarations type_declaration ';'  { make.typeDeclaration($2); }
 | type_declarations struct_declaration    { make.typeDeclaration($2); }
 | type_declarations ';'
-| type_declarations error mistake_end             
+| type_declarations error mistake_end
 | type_declarations IDENTIFIER ':' error mistake_end
     { make.typeDeclaration(make.typeDecl(@2, @2, kNone, kNone)); }
 ;
@@ -382,7 +383,7 @@ configuration:
   %empty
 | configuration configuration_item
 | configuration RESOURCE unit_name processor resource END_RESOURCE
-| configuration error mistake_end  
+| configuration error mistake_end
 ;
 
 processor: %empty | ON IDENTIFIER;
@@ -390,7 +391,7 @@ processor: %empty | ON IDENTIFIER;
 resource:
   %empty
 | resource configuration_item
-| resource error mistake_end  
+| resource error mistake_end
 ;
 
 configuration_item:
@@ -430,7 +431,7 @@ statement_list: statements  { $$ = make.statementList(@$, $1); };
 statements:
   %empty                            { $$ = make.list(); }
 | statements statement              { $$ = make.append($1, $2); }
-| statements error mistake_end              { $$ = $1; }
+| statements error mistake_end  { $$ = $1; }
 ;
 
 statement:
@@ -482,7 +483,7 @@ case_items:
   %empty                            { $$ = make.list(); }
 | case_items statement              { $$ = make.append($1, $2); }
 | case_items label_line             { $$ = make.append($1, $2); }
-| case_items error mistake_end              { $$ = $1; }
+| case_items error mistake_end  { $$ = $1; }
 ;
 
 label_line: labels ':'  { $$ = make.caseLabels(@1, $1); };

@@ -145,7 +145,7 @@ int TokenStream::missingBefore(const Token& token) {
       return missingBeforeOpener(token);
     case TokenRole::Closer:
       return missingBeforeCloser(token);
-    case TokenRole::Jump:
+    case TokenRole::StatementWord:
     case TokenRole::Semicolon:
       return missingHeaderEnd(token);
     case TokenRole::Else:

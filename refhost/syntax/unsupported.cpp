@@ -148,8 +148,7 @@ bool Unsupported::beginsLabel(Span name) {
   if (next == Kind::IDENTIFIER) {
     return queue_.ahead(2).kind != ';' && !namesLiteralType(queue_.textOf(queue_.ahead()));
   }
-  const bool jumps = next == Kind::EXIT || next == Kind::CONTINUE || next == Kind::RETURN;
-  return jumps || (isStructural(next) && next != Kind::STRUCT);
+  return roleOf(next) == TokenRole::StatementWord || (isStructural(next) && next != Kind::STRUCT);
 }
 
 bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {

@@ -126,6 +126,9 @@ std::string show(const ASTNode* node) {
       constexpr const char* kNames[] = {"decl", "", "", "", "of", "labels", "..", "type", "value"};
       constexpr const char* kStatements[] = {":=",    "call",   "if",   "case",     "for",
                                              "while", "repeat", "exit", "continue", "return"};
+      static_assert(std::size(kStatements) ==
+                    static_cast<std::size_t>(refhost::StatementKind::Return) -
+                        static_cast<std::size_t>(refhost::StatementKind::Assignment) + 1);
       const int statement =
           static_cast<int>(node->type()) - static_cast<int>(refhost::StatementKind::Assignment);
       if (statement >= 0) return list(kStatements[statement], *node);
