@@ -4,7 +4,6 @@
 
 #include "core/operator.h"
 #include "hostkit/literal_text.h"
-#include "refhost/emit/operations.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {

@@ -13,6 +13,13 @@
 
 namespace refhost {
 
+// Integer arithmetic that is written as a cast or as a call, so that it needs no parentheses.
+bool isCastOrCall(const Expr& expr);
+
+// A complement that is written as a call: C complements the small types as an int, and gcc warns
+// if the result is compared, even after a cast.
+bool isComplementCall(const Expr& expr);
+
 class ExpressionWriter final : public vel::Generator {
  public:
   ExpressionWriter(FileContext& file, FunctionBody& body)

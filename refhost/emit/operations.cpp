@@ -1,5 +1,3 @@
-#include "refhost/emit/operations.h"
-
 #include <fmt/format.h>
 
 #include "hostkit/literal_text.h"

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "hostkit/device_map.h"
-#include "hostkit/operator_traits.h"
 #include "hostkit/services.h"
 #include "refhost/services/call_graph.h"
 #include "refhost/services/symbol_table.h"

@@ -113,21 +113,10 @@ const Construct* constructNamed(std::string_view name) {
 bool opensUnit(int token) { return isOf(token, TokenRole::Opener, Kind::Unit); }
 bool closesUnit(int token) { return isOf(token, TokenRole::Closer, Kind::Unit); }
 bool opensVariables(int token) { return isOf(token, TokenRole::Opener, Kind::Variables); }
-bool opensStatement(int token) { return isOf(token, TokenRole::Opener, Kind::Statement); }
 
 bool isStructural(int token) {
-  switch (roleOf(token)) {
-    case TokenRole::Opener:
-    case TokenRole::Closer:
-    case TokenRole::HeaderEnd:
-    case TokenRole::Elsif:
-    case TokenRole::Else:
-    case TokenRole::Until:
-    case TokenRole::Semicolon:
-      return true;
-    default:
-      return false;
-  }
+  const TokenRole role = roleOf(token);
+  return role >= TokenRole::Opener && role <= TokenRole::Semicolon;
 }
 
 bool endsDeclaration(int token) {

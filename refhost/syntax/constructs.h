@@ -27,14 +27,15 @@ enum class TokenRole : std::uint8_t {
   Other,
   EndOfFile,
   Name,
+  // Structural tokens: isStructural() asks for this range.
   Opener,
   Closer,
   HeaderEnd,
   Elsif,
   Else,
   Until,
-  StatementWord,  // begins a statement without a block: EXIT, CONTINUE, RETURN
   Semicolon,
+  StatementWord,  // begins a statement without a block: EXIT, CONTINUE, RETURN
   OpenBracket,
   CloseBracket,
   Prefix,  // a sign or NOT
@@ -49,7 +50,6 @@ const Construct* constructNamed(std::string_view name);
 bool opensUnit(int token);
 bool closesUnit(int token);
 bool opensVariables(int token);
-bool opensStatement(int token);
 // True for a token of the block structure, or a ';'.
 bool isStructural(int token);
 // True if a type or an initial value can end with the token.

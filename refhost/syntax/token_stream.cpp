@@ -46,9 +46,7 @@ TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
       unsupported_(queue_, blocks_, errors) {}
 
 int TokenStream::next(Span& span) {
-  if (std::exchange(discards_, false)) {
-    again_ = {{mistakeEnd(), last_.span}, last_};
-  }
+  if (std::exchange(discards_, false)) again_ = {{mistakeEnd(), last_.span}, last_};
   if (!again_.empty()) {
     const Token token = again_.front();
     again_.pop_front();
