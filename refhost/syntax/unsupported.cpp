@@ -1,6 +1,7 @@
 #include "refhost/syntax/unsupported.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 #include <string>
@@ -90,6 +91,14 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
       {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
       {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
   };
+  // Most names differ from all of these in their first letter or their length.
+  static constexpr auto kLengths = [] {
+    std::array<std::uint32_t, 32> lengths{};
+    for (const Construct& row : kConstructs) lengths[row.opener[0] & 31] |= 1U << row.opener.size();
+    return lengths;
+  }();
+  const std::size_t length = std::min<std::size_t>(word.size(), 31);
+  if ((kLengths[word[0] & 31] >> length & 1U) == 0) return nullptr;
   const auto* const found =
       std::find_if(std::begin(kConstructs), std::end(kConstructs),
                    [word](const Construct& row) { return equalIgnoringCase(row.opener, word); });
