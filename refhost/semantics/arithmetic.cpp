@@ -104,7 +104,8 @@ BasicDataType likelyType(const ASTNode& value, int depth) {
   const BasicDataType known = knownType(value);
   if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;
   const auto& expr = static_cast<const Expr&>(value);
-  if (expr.kind != ExprKind::Call && !isArithmetic(expr.kind) && !isLogical(expr.kind))
+  if (expr.kind != ExprKind::Call && !isArithmetic(expr.kind) &&
+      formOf(expr.kind) != ExprForm::Logic)
     return known;
   // The search ends here, since the operands at the start of so long a chain add nothing.
   if (depth > kMaxNesting) return BasicDataType::None;

@@ -2,7 +2,6 @@
 // with the wrapping that the program would have.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include "refhost/semantics/arithmetic.h"

@@ -1,7 +1,6 @@
 // Typing of expressions.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include "refhost/semantics/part.h"

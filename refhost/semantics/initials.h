@@ -1,7 +1,6 @@
 // Initial values.
 #pragma once
 
-#include <cstdint>
 
 #include "refhost/semantics/part.h"
 

@@ -1,7 +1,6 @@
 // TYPE declarations and the types of variables.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>

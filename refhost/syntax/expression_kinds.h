@@ -105,15 +105,13 @@ constexpr ExprForm formOf(ExprKind kind) { return traitsOf(kind).form; }
 constexpr bool isAccess(ExprKind kind) { return formOf(kind) == ExprForm::Access; }
 constexpr bool isArithmetic(ExprKind kind) { return formOf(kind) == ExprForm::Arithmetic; }
 constexpr bool isComparison(ExprKind kind) { return formOf(kind) == ExprForm::Comparison; }
-constexpr bool isLogical(ExprKind kind) { return formOf(kind) == ExprForm::Logic; }
 
 // The plugin distinguishes literals, variables and accesses only.
 constexpr ::Expression::Operator operatorOf(ExprKind kind) {
   if (kind == ExprKind::Literal) return ::Expression::Constant;
   if (kind == ExprKind::Variable) return ::Expression::Variable;
   if (isAccess(kind)) return ::Expression::Typed;
-  constexpr int kCall = 2;
-  return static_cast<::Expression::Operator>(kind == ExprKind::Call ? kCall
+  return static_cast<::Expression::Operator>(kind == ExprKind::Call ? 2
                                                                     : 100 + static_cast<int>(kind));
 }
 

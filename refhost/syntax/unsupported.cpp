@@ -97,8 +97,7 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
     for (const Construct& row : kConstructs) lengths[row.opener[0] & 31] |= 1U << row.opener.size();
     return lengths;
   }();
-  const std::size_t length = std::min<std::size_t>(word.size(), 31);
-  if ((kLengths[word[0] & 31] >> length & 1U) == 0) return nullptr;
+  if ((kLengths[word[0] & 31] >> std::min<std::size_t>(word.size(), 31) & 1U) == 0) return nullptr;
   const auto* const found =
       std::find_if(std::begin(kConstructs), std::end(kConstructs),
                    [word](const Construct& row) { return equalIgnoringCase(row.opener, word); });
