@@ -29,11 +29,11 @@ std::string_view nameIn(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return {};
   const auto& expr = static_cast<const Expr&>(node);
   if (expr.kind == ExprKind::Variable) return TreeBuilder::source(expr);
-  const auto* const list = static_cast<const Expr*>(expr.parent());
-  const bool value = list != nullptr && list->type() == vel::ASTType::Expression &&
-                     (list->kind == ExprKind::ArrayValue || list->kind == ExprKind::Repeat);
-  return value && expr.kind == ExprKind::Call ? TreeBuilder::source(*expr.leaf(0)->leaf(0))
-                                              : std::string_view();
+  const ASTNode* const parent = expr.kind == ExprKind::Call ? expr.parent() : nullptr;
+  if (parent == nullptr || parent->type() != vel::ASTType::Expression) return {};
+  const ExprKind list = static_cast<const Expr*>(parent)->kind;
+  const bool value = list == ExprKind::ArrayValue || list == ExprKind::Repeat;
+  return value ? TreeBuilder::source(*expr.leaf(0)->leaf(0)) : std::string_view();
 }
 
 // A call that depends on the type or the place of its operand, whatever its value.
