@@ -1,7 +1,6 @@
 // Initial values.
 #pragma once
 
-
 #include "refhost/semantics/part.h"
 
 namespace refhost {
