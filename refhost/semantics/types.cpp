@@ -238,8 +238,9 @@ vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {
   for (int i = 1; i < spec.leavesCount(); ++i) {
     const auto range = resolveRange(*spec.leaf(i));
     if (!range) return nullptr;
-    const bool small = range->high - range->low < ArrayType::kMaxCount &&
-                       (range->low >= 0 || range->high < range->low + ArrayType::kMaxCount) &&
+    const auto distance =
+        static_cast<std::uint64_t>(range->high) - static_cast<std::uint64_t>(range->low);
+    const bool small = distance < static_cast<std::uint64_t>(ArrayType::kMaxCount) &&
                        (count *= range->count()) <= ArrayType::kMaxCount;
     if (!small) {
       say(*spec.leaf(i), message::kBounds, TreeBuilder::source(*spec.leaf(i)));
