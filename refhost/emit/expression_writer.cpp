@@ -25,7 +25,7 @@ bool isScaledParameter(const ASTNode& node, const OperatorTraits& op) {
   if (typeOf(node) != BasicDataType::Time) return false;
   if (op.has(OperatorTraits::kTakesLTime)) return true;
   const auto& call = static_cast<const Call&>(*node.parent()->parent());
-  return op.chooses() && likelyType(call) == BasicDataType::LTime;
+  return op.chooses() && typeOf(call) == BasicDataType::LTime;
 }
 
 // Most operators take a pointer as an integer; the others pass it on.

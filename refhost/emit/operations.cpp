@@ -138,12 +138,9 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
       numbers(expr, BasicDataType::LReal, out);
       return;
     }
-    if (common.kind != Kind::Untyped) {
-      times(expr, common, out);
-      return;
-    }
+    times(expr, common, out);
+    return;
   }
-  // Without the type of both operands neither is converted.
   const bool convert =
       common.kind == Kind::Number || common.kind == Kind::Bits || common.kind == Kind::Durations;
   const BasicDataType type = convert ? common.operands : BasicDataType::None;

@@ -63,7 +63,7 @@ std::string CallWriter::inPlaceText(const Call& call, const Expr& target) {
 std::string CallWriter::runtimeCallText(const Call& call, const Expr* target) {
   const StandardFunction& function = *call.standard();
   const vel::ASTNode& list = *call.leaf(1);
-  const bool narrow = likelyType(*list.leaf(0)) == BasicDataType::String;
+  const bool narrow = typeOf(*list.leaf(0)) == BasicDataType::String;
   std::string text = fmt::format("vel_{}_{}(", narrow ? "string" : "wstring", function.cName);
   if (makesText(function)) {
     int length = stringLength(*call.dataType);

@@ -27,33 +27,6 @@ BasicDataType literalTypeBeside(const ASTNode& node, BasicDataType own, BasicDat
   return widens(own, other) ? other : own;
 }
 
-bool canBeBool(BasicDataType type) {
-  return type == BasicDataType::Bool || type == BasicDataType::None;
-}
-
-BasicDataType knownType(const ASTNode& operand) {
-  if (operand.type() != vel::ASTType::Expression) return BasicDataType::None;
-  return valueType(static_cast<const Expr&>(operand).dataType);
-}
-
-// The result type of an operator that names none: the common type of the values among which it
-// chooses, else BOOL.
-BasicDataType chosenType(const Call& call) {
-  if (!call.traits()->chooses()) return BasicDataType::Bool;
-  const ASTNode& list = *call.leaf(1);
-  const int first = call.traits()->firstChoice;
-  BasicDataType chosen = likelyType(*list.leaf(first));
-  for (int i = first + 1; i < list.leavesCount(); ++i) {
-    const BasicDataType other = likelyType(*list.leaf(i));
-    if (isNumber(chosen) && isNumber(other)) {
-      chosen = commonNumber(chosen, other);
-    } else if (!widens(other, chosen)) {
-      chosen = other;
-    }
-  }
-  return chosen;
-}
-
 CommonType commonTimeType(ExprKind op, BasicDataType left, BasicDataType right) {
   const bool sum = op == ExprKind::Add || op == ExprKind::Subtract;
   if (isDuration(left) && isDuration(right) && (sum || isComparison(op))) {
@@ -86,37 +59,13 @@ CommonType commonPointerType(ExprKind op, BasicDataType left, BasicDataType righ
 
 }  // namespace
 
-BasicDataType typeOf(const ASTNode& operand) {
-  const BasicDataType known = knownType(operand);
-  if (known != BasicDataType::None) return known;
-  const BasicDataType likely = likelyType(operand);
-  return likely == BasicDataType::Bool || isText(likely) ? known : likely;
-}
-
-namespace {
-
-BasicDataType likelyType(const ASTNode& value, int depth) {
-  if (kindOf(value) == NodeKind::Invocation) {
-    const auto& call = static_cast<const Call&>(value);
-    if (call.dataType != nullptr) return valueType(call.dataType);
-    return call.op() != nullptr && call.accepted ? chosenType(call) : BasicDataType::None;
+BasicDataType typeOf(const ASTNode& value) {
+  if (value.type() == vel::ASTType::Expression) {
+    return valueType(static_cast<const Expr&>(value).dataType);
   }
-  const BasicDataType known = knownType(value);
-  if (known != BasicDataType::None || value.type() != vel::ASTType::Expression) return known;
-  const auto& expr = static_cast<const Expr&>(value);
-  if (expr.kind != ExprKind::Call && !isArithmetic(expr.kind) &&
-      formOf(expr.kind) != ExprForm::Logic)
-    return known;
-  // The search ends here, since the operands at the start of so long a chain add nothing.
-  if (depth > kMaxNesting) return BasicDataType::None;
-  const BasicDataType first = likelyType(*expr.leaf(0), depth + 1);
-  const bool second = first == BasicDataType::None && expr.leavesCount() > 1;
-  return second ? likelyType(*expr.leaf(1), depth + 1) : first;
+  const bool call = kindOf(value) == NodeKind::Invocation;
+  return call ? valueType(static_cast<const Call&>(value).dataType) : BasicDataType::None;
 }
-
-}  // namespace
-
-BasicDataType likelyType(const ASTNode& value) { return likelyType(value, 0); }
 
 const Literal* literalOf(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return nullptr;
@@ -130,21 +79,12 @@ CommonType commonType(const Expr& binary) {
   const ASTNode& rightNode = *binary.leaf(1);
   BasicDataType left = typeOf(leftNode);
   BasicDataType right = typeOf(rightNode);
+  if (left == BasicDataType::None || right == BasicDataType::None) return {Kind::Unknown};
   const bool stopsEarly = op == ExprKind::AndThen || op == ExprKind::OrElse;
-  if (stopsEarly && !(canBeBool(left) && canBeBool(right))) return {};
+  if (stopsEarly && !(left == BasicDataType::Bool && right == BasicDataType::Bool)) return {};
   const auto result = [op](Kind kind, BasicDataType operands) {
     return CommonType{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
   };
-
-  if (left == BasicDataType::None || right == BasicDataType::None) {
-    const BasicDataType first = likelyType(leftNode);
-    const BasicDataType second = likelyType(rightNode);
-    const bool known = first != BasicDataType::None && second != BasicDataType::None;
-    if (known && (isText(first) || isText(second))) {
-      return first == second && isComparison(op) ? result(Kind::Strings, first) : CommonType{};
-    }
-    return result(Kind::Untyped, left != BasicDataType::None ? left : right);
-  }
   if (isNumber(left) && isNumber(right)) {
     const BasicDataType leftBeside = literalTypeBeside(leftNode, left, right);
     right = literalTypeBeside(rightNode, right, left);

@@ -11,7 +11,7 @@ namespace refhost {
 struct CommonType {
   enum class Kind : std::uint8_t {
     Invalid,     // the operator cannot be applied to these types
-    Untyped,     // an operand has no type; `operands` is that of the other, if it has one
+    Unknown,     // an operand is refused, and so has no type
     Number,      // both are converted to `operands`
     Logic,       // BOOL
     Bits,        // bitwise, both are converted to `operands`
@@ -32,13 +32,8 @@ struct CommonType {
 
 CommonType commonType(const Expr& binary);
 
-// The type in which an operand is computed: its own, or without one likelyType() unless that is
-// BOOL or a string type; else None.
-BasicDataType typeOf(const ASTNode& operand);
-
-// The type of a value. If its operator names no result type, the type is inferred from the
-// operands; None if they have none either.
-BasicDataType likelyType(const ASTNode& value);
+// The type in which a value is stored and computed; None for one that is refused.
+BasicDataType typeOf(const ASTNode& value);
 
 // Null when the expression is not a literal.
 const Literal* literalOf(const ASTNode& node);

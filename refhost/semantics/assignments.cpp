@@ -22,7 +22,6 @@ bool isBoolConstant(const LiteralValue& literal) {
 
 void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
                         vel::TextLocation at, const Call* call) {
-  if (to != nullptr && from == nullptr) checkUntyped(*to, source, at);
   if (to == nullptr || from == nullptr || checkDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
   if (to->dataType() == BasicDataType::Bool && literal != nullptr &&
@@ -62,15 +61,6 @@ bool Assignments::operatorHasReported(const vel::VELMessage& message, const Call
     }
   }
   return false;
-}
-
-// Without a type all that can be checked is that a string is assigned to a string of its kind.
-void Assignments::checkUntyped(const Type& to, const ASTNode& source, vel::TextLocation at) {
-  const BasicDataType given = likelyType(source);
-  const bool text = isText(given) || isText(to.dataType());
-  if (given == BasicDataType::None || given == to.dataType() || !text) return;
-  report(messages_, at, message::kCannotConvert,
-         {AstNodeHelper::basicDataTypeText(given), displayName(&to)});
 }
 
 }  // namespace refhost

@@ -26,7 +26,6 @@ class Assignments : public Part {
 
  private:
   // assignments.cpp
-  void checkUntyped(const Type& to, const ASTNode& source, vel::TextLocation at);
   bool operatorHasReported(const vel::VELMessage& message, const Call& call) const;
 
   // compatibility.cpp

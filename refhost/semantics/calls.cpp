@@ -87,14 +87,6 @@ void Calls::requireValue(const Call& call, const Type* type) {
   }
 }
 
-// True of a refused call and of a variable or access without a type. The error has been reported,
-// maybe at an earlier use of the same name.
-bool Calls::isInError(const Expr& expr) const {
-  if (expr.kind == ExprKind::Call) return !static_cast<const Call&>(*expr.leaf(0)).accepted;
-  const bool place = expr.kind == ExprKind::Variable || isAccess(expr.kind);
-  return place && expr.dataType == nullptr && hasErrorFrom(0);
-}
-
 vel::SymbolDataType* Calls::callOperator(Call& call) {
   const std::size_t first = messages_.size();
   takeEnabling(call, nullptr);
@@ -108,12 +100,16 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
     if (leavesNameToOperator(call, i)) continue;
     const Expr& operand = parts_.expressions.analyseLeaf(*list, i);
-    known = known && !isInError(operand);
+    known = known && operand.dataType != nullptr;
     if (!isAccess(operand.kind) || operand.dataType == nullptr) continue;
     services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
                                 operand.dataType);
   }
-  if (!known && !hasErrorFrom(first)) return nullptr;
+  if (!known) {
+    // The error in the operand has been reported, maybe at an earlier use of it.
+    if (!hasErrorFrom(0)) say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
+    return nullptr;
+  }
   std::string resultType;
   const std::size_t before = messages_.size();
   call.accepted = callGuarded(*call.op(), call.pos(), messages_, [&] {
@@ -147,9 +143,28 @@ vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
   }
   if (named != nullptr) return named;
   if (traits.result == OperatorTraits::Result::Passed) return operand(0)->dataType;
-  if (!traits.chooses()) return nullptr;
-  Type* const chosen = operand(1)->dataType;
-  return chosen != nullptr && elementaryType(chosen->dataType()) == nullptr ? chosen : nullptr;
+  if (!traits.givesValue()) return nullptr;
+  return traits.chooses() ? chosenType(call) : services_.symbols.elementary(BasicDataType::Bool);
+}
+
+// The type that holds each of the values among which the operator chooses.
+vel::SymbolDataType* Calls::chosenType(const Call& call) {
+  const ASTNode& list = *parameterList(call);
+  const int first = call.traits()->firstChoice;
+  Type* chosen = static_cast<const Expr*>(list.leaf(first))->dataType;
+  for (int i = first + 1; i < list.leavesCount(); ++i) {
+    Type* const other = static_cast<const Expr*>(list.leaf(i))->dataType;
+    const BasicDataType left = valueType(chosen);
+    const BasicDataType right = valueType(other);
+    if (isNumber(left) && isNumber(right)) {
+      const BasicDataType common = commonNumber(left, right);
+      if (common == right && common != left) chosen = other;
+      if (common != right && common != left) chosen = services_.symbols.elementary(common);
+    } else if (isText(left) ? stringLength(*other) > stringLength(*chosen) : !widens(right, left)) {
+      chosen = other;
+    }
+  }
+  return chosen;
 }
 
 // REF(x), a reference to the variable x.
@@ -221,15 +236,16 @@ void Calls::checkChoice(const Call& call) {
   const bool compares = call.traits()->has(OperatorTraits::kCompares);
   const int firstChoice = call.traits()->firstChoice;
   const auto& first = static_cast<const Expr&>(*list.leaf(firstChoice));
-  const BasicDataType kind = likelyType(first);
+  const BasicDataType kind = typeOf(first);
   for (int i = firstChoice; i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
+    const BasicDataType own = typeOf(value);
     const bool derived = isComposite(value.dataType) || isComposite(first.dataType);
-    const BasicDataType own = likelyType(value);
-    const bool known = kind != BasicDataType::None && own != BasicDataType::None;
-    const bool text = known && (isText(own) || isText(kind));
     const bool same = derived ? value.dataType == first.dataType : own == kind;
-    if ((!derived && !text) || (!compares && same)) continue;
+    const bool onlySame = derived || isText(own) || isText(kind);
+    const bool pointer = own == BasicDataType::Pointer;
+    const bool refused = onlySame ? compares || !same : pointer != (kind == BasicDataType::Pointer);
+    if (!refused) continue;
     say(value, message::kOperandType, call.op()->name, displayName(value.dataType));
     return;
   }

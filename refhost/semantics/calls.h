@@ -18,7 +18,6 @@ class Calls : public Part {
   Type* analyseCall(Call& call);
   // Reports an error when the callee returns no value.
   void requireValue(const Call& call, const Type* type);
-  bool isInError(const Expr& expr) const;
   // Sorts named arguments by the positions that `positionOf` returns for their names. Reports an
   // error and returns false when a name is not that of a parameter.
   bool orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf);
@@ -35,6 +34,7 @@ class Calls : public Part {
   bool leavesNameToOperator(const Call& call, int index) const;
   void declareEdgeState(const Call& call);
   Type* resultOf(Call& call, Type* named);
+  Type* chosenType(const Call& call);
   Type* callReference(Call& call);
   void checkOperands(const Call& call);
   void checkChoice(const Call& call);

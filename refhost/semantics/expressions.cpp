@@ -135,6 +135,7 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
         displayName(right.dataType));
     return nullptr;
   }
+  if (common.kind == CommonType::Kind::Unknown) return nullptr;
   const auto constant = foldBinary(expr, common);
   keepConstant(expr, constant);
   if (constant && constant->isUntyped()) return services_.symbols.elementary(constant->type());

@@ -29,7 +29,7 @@ int maxStringLength(const ASTNode& text) {
     int longest = 0;
     for (int i = 0; passesOn && i < call.leaf(1)->leavesCount(); ++i) {
       const ASTNode& value = *call.leaf(1)->leaf(i);
-      if (isText(likelyType(value))) longest = std::max(longest, maxStringLength(value));
+      if (isText(typeOf(value))) longest = std::max(longest, maxStringLength(value));
     }
     if (passesOn) return longest;
   }
@@ -112,8 +112,8 @@ vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
   bool known = true;
   for (int i = 0; i < list.leavesCount(); ++i) {
     const Expr& input = parts_.expressions.analyseLeaf(list, i);
-    const BasicDataType type = likelyType(input);
-    known = known && !parts_.calls.isInError(input);
+    const BasicDataType type = typeOf(input);
+    known = known && input.dataType != nullptr;
     if (!known || hasErrorFrom(first)) continue;
     if (function.takesText(i) ? !isText(type) : !isInteger(type)) {
       say(input, message::kOperandType, function.name, displayName(input.dataType));
