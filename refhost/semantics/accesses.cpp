@@ -35,7 +35,7 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   }
   if (name[0] == '%') {
     say(expr, message::kBadAddress, name);
-  } else if (services_.symbols.isAmbiguous(name)) {
+  } else if (parts_.names.isAmbiguous(expr)) {
     say(expr, message::kAmbiguousValue, name, name);
   } else {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
@@ -65,13 +65,16 @@ vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
 
 vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   auto& first = static_cast<Expr&>(*expr.leaf(0));
-  if (first.kind == ExprKind::Variable &&
-      parts_.names.variableNamed(TreeBuilder::source(first)) == nullptr) {
-    if (NamedValue* const value = parts_.names.valueNamed(expr)) return typeValue(expr, *value);
+  const char* const name = static_cast<const Text&>(*expr.leaf(1)).text();
+  if (first.kind == ExprKind::Variable) {
+    // A variable may be named like its type.
+    const VarSymbol* const variable = parts_.names.variableNamed(TreeBuilder::source(first));
+    const bool hidden = variable != nullptr && memberOf(variable->dataType(), name) != nullptr;
+    NamedValue* const value = hidden ? nullptr : parts_.names.valueNamed(expr);
+    if (value != nullptr) return typeValue(expr, *value);
   }
   const Expr& base = analyseLeaf(expr, 0);
   if (base.dataType == nullptr) return nullptr;
-  const char* const name = static_cast<const Text&>(*expr.leaf(1)).text();
   VarSymbol* const member = memberOf(base.dataType, name);
   // An in-out parameter refers to a variable of the caller, which is valid during the call only.
   const bool visible =

@@ -23,6 +23,7 @@ std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
   const int count = given ? list->leavesCount() : 0;
   for (int i = 0; i < count; ++i) {
     Binding binding;
+    binding.index = i;
     binding.node = list->leaf(i);
     if (kindOf(*binding.node) == NodeKind::Argument) {
       binding.named = static_cast<const Argument*>(binding.node);

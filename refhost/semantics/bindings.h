@@ -10,6 +10,7 @@ namespace refhost {
 
 struct Binding {
   VarSymbol* parameter = nullptr;   // null when the argument matches no parameter
+  int index = 0;                    // of the argument in the list
   ASTNode* node = nullptr;          // the leaf of the parameter list
   Expr* value = nullptr;            // the actual argument; of an output, the target
   const Argument* named = nullptr;  // null for a positional argument

@@ -349,12 +349,13 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     return;
   }
   ASTNode* const list = parameterList(call);
-  const int count = list != nullptr ? list->leavesCount() : 0;
-  for (int i = 0; i < count; ++i) {
-    if (kindOf(*list->leaf(i)) == NodeKind::Argument) {
-      parts_.expressions.analyseLeaf(*list->leaf(i), 1);
+  for (const Binding& binding : bindArguments(call, callee)) {
+    const Type* const wanted =
+        binding.parameter != nullptr ? binding.parameter->dataType() : nullptr;
+    if (binding.named != nullptr) {
+      parts_.expressions.analyseLeaf(*binding.node, 1, wanted);
     } else {
-      parts_.expressions.analyseLeaf(*list, i);
+      parts_.expressions.analyseLeaf(*list, binding.index, wanted);
     }
   }
   const std::vector<Binding> bindings = bindArguments(call, callee);

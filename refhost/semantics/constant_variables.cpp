@@ -95,8 +95,8 @@ void ConstantVariables::computeNow(VarSymbol& constant, const std::vector<VarSym
     constant.refused = constant.refused || needed->refused;
   }
   UnitSymbol* const asking = std::exchange(context_.unit, constant.owner);
-  const Expr& initial =
-      parts_.expressions.analyseLeaf(*constant.initial->parent(), VarDecl::kInitial);
+  const Expr& initial = parts_.expressions.analyseLeaf(*constant.initial->parent(),
+                                                       VarDecl::kInitial, constant.dataType());
   context_.unit = asking;
   const BasicDataType type = valueType(constant.dataType());
   const auto value = constantOf(initial);

@@ -35,7 +35,7 @@ bool areOfTwoEnumerations(const Expr& left, const Expr& right) {
 
 }  // namespace
 
-Expr& Expressions::analyseLeaf(ASTNode& parent, int index) {
+Expr& Expressions::analyseLeaf(ASTNode& parent, int index, const Type* wanted) {
   if (becomesAddress(parent, index)) {
     const ASTNode& access = *parent.leaf(index);
     Expr* const address = tree_.make<Expr>(ExprKind::Variable);
@@ -43,8 +43,20 @@ Expr& Expressions::analyseLeaf(ASTNode& parent, int index) {
     TreeBuilder::setLeaf(parent, index, address);
   }
   auto& expr = static_cast<Expr&>(*parent.leaf(index));
+  if (wanted != nullptr && expr.kind == ExprKind::Variable && !expr.analysed) prefer(expr, *wanted);
   analyse(expr);
   return expr;
+}
+
+void Expressions::prefer(Expr& expr, const Type& wanted) {
+  const auto* const enumeration = dynamic_cast<const EnumType*>(&wanted);
+  if (enumeration == nullptr) return;
+  const std::string_view name = TreeBuilder::source(expr);
+  NamedValue* const value = enumeration->value(name);
+  if (value == nullptr || parts_.names.variableNamed(name) != nullptr) return;
+  expr.analysed = true;
+  expr.dataType = typeValue(expr, *value);
+  expr.setBasicType(expr.dataType->dataType());
 }
 
 void Expressions::analyse(Expr& expr) {
@@ -127,8 +139,10 @@ void Expressions::analyseChain(Expr& whole) {
 
 vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   analyseChain(expr);
+  // The other operand may tell which of several values is meant.
+  if (parts_.names.isAmbiguous(*expr.leaf(0))) analyseLeaf(expr, 0, analyseLeaf(expr, 1).dataType);
   const Expr& left = analyseLeaf(expr, 0);
-  const Expr& right = analyseLeaf(expr, 1);
+  const Expr& right = analyseLeaf(expr, 1, left.dataType);
   const CommonType common = commonType(expr);
   if (common.kind == CommonType::Kind::Invalid || areOfTwoEnumerations(left, right)) {
     say(expr, message::kOperandTypes, traitsOf(expr.kind).source, displayName(left.dataType),

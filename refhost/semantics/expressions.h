@@ -12,7 +12,8 @@ class Expressions : public Part {
   using Part::Part;
 
   // Analyses leaf `index` of `parent`, an Expr. Returns the leaf, which the analysis may replace.
-  Expr& analyseLeaf(ASTNode& parent, int index);
+  // A value of the enumeration `wanted` goes before those of other enumerations.
+  Expr& analyseLeaf(ASTNode& parent, int index, const Type* wanted = nullptr);
   void analyse(Expr& expr);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
@@ -23,6 +24,7 @@ class Expressions : public Part {
  private:
   // expressions.cpp
   bool becomesAddress(ASTNode& parent, int index);
+  void prefer(Expr& expr, const Type& wanted);
   Type* typeExpression(Expr& expr);
   Type* typeCall(Expr& expr);
   Type* typeUnary(Expr& expr);

@@ -17,7 +17,7 @@ void Initials::analyseInitial(const Type* to, ASTNode& parent, int index) {
     analyseStructValue(to, given);
     return;
   }
-  const Expr& value = parts_.expressions.analyseLeaf(parent, index);
+  const Expr& value = parts_.expressions.analyseLeaf(parent, index, to);
   if (to != nullptr && to->dataType() == BasicDataType::FunctionBlock) {
     say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
     return;

@@ -35,6 +35,18 @@ NamedValue* Names::valueNamed(const Expr& expr) const {
   return equalIgnoringCase(text, "NULL") ? services_.symbols.null() : nullptr;
 }
 
+bool Names::isAmbiguous(const vel::ASTNode& node) const {
+  if (node.type() != vel::ASTType::Expression) return false;
+  if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
+  const std::string_view name = TreeBuilder::source(node);
+  if (variableNamed(name) != nullptr) return false;
+  if (context_.unit != nullptr) {
+    const auto local = context_.unit->namedValues.find(name);
+    if (local != context_.unit->namedValues.end()) return local->second == nullptr;
+  }
+  return services_.symbols.isAmbiguous(name);
+}
+
 bool Names::isAddress(std::string_view text) const {
   vel::HeapAddress address;
   const bool iec = !text.empty() && text[0] == '%';

@@ -18,6 +18,8 @@ class Names : public Part {
   // Null when the expression is not the name of a value.
   NamedValue* valueNamed(const Expr& expr) const;
   // True for a direct address in the project's notation.
+  // True of a name that several enumerations have a value of, and that is no variable's.
+  bool isAmbiguous(const vel::ASTNode& node) const;
   bool isAddress(std::string_view text) const;
 
   // Constants that are found before their declarations are analysed; null once they have been.

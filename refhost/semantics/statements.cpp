@@ -65,7 +65,7 @@ void Statements::analyseAssignment(ASTNode& statement) {
     if (!call.accepted) type = nullptr;
     if (call.op() != nullptr) operatorCall = &call;
   } else {
-    type = parts_.expressions.analyseLeaf(statement, 1).dataType;
+    type = parts_.expressions.analyseLeaf(statement, 1, target.dataType).dataType;
   }
   const vel::TextLocation start = static_cast<const Assignment&>(statement).sourceStart;
   if (parts_.expressions.requireWritable(target))
@@ -123,7 +123,7 @@ void Statements::analyseLabels(ASTNode& labels, const Expr& selector, std::vecto
 std::optional<std::uint64_t> Statements::labelValue(ASTNode& parent, int index,
                                                     const Expr& selector) {
   const bool wide = typeOf(selector) == BasicDataType::ULInt;
-  const Expr& label = parts_.expressions.analyseLeaf(parent, index);
+  const Expr& label = parts_.expressions.analyseLeaf(parent, index, selector.dataType);
   const auto constant = constantOf(label);
   if (constant && !constant->asLInt()) {
     if (wide) return constant->bits();
@@ -163,7 +163,7 @@ void Statements::analyseFor(ASTNode& statement) {
   if (type != BasicDataType::None && !isInteger(type)) {
     say(control, message::kControlVariable, TreeBuilder::source(control));
   }
-  const Expr& end = parts_.expressions.analyseLeaf(statement, 1);
+  const Expr& end = parts_.expressions.analyseLeaf(statement, 1, control.dataType);
   parts_.assignments.check(control.dataType, end.dataType, end);
   if (statement.leaf(2) != nullptr) {
     const Expr& step = parts_.expressions.analyseLeaf(statement, 2);

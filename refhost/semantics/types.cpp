@@ -222,11 +222,13 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
       say(item, message::kConstantTooLarge, std::to_string(next), displayName(type->base));
     }
     NamedValue* const value = type->addValue(nameOf(item), next++);
-    const bool known =
-        value == nullptr || (context_.unit != nullptr &&
-                             !context_.unit->namedValues.emplace(value->name(), value).second);
-    if (known) say(item, message::kRedeclared, nameOf(item));
-    if (value != nullptr && context_.unit == nullptr) services_.symbols.addNamedValue(value);
+    if (value == nullptr) {
+      say(item, message::kRedeclared, nameOf(item));
+    } else if (context_.unit == nullptr) {
+      services_.symbols.addNamedValue(value);
+    } else if (!context_.unit->namedValues.emplace(value->name(), value).second) {
+      context_.unit->namedValues[value->name()] = nullptr;
+    }
   }
   return type;
 }

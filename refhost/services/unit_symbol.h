@@ -121,10 +121,11 @@ class UnitSymbol final : public vel::SymbolPOU {
   const std::vector<std::unique_ptr<VarSymbol>>& variables() const { return variables_; }
 
   Unit* const node;
-  VarSymbol* result = nullptr;         // of a function, null if it returns no value
-  bool storesEnabled = false;          // contains a call that stores its ENO
-  bool standard = false;               // from the prelude
-  FoldedMap<NamedValue*> namedValues;  // of anonymous enumerations in its declarations
+  VarSymbol* result = nullptr;  // of a function, null if it returns no value
+  bool storesEnabled = false;   // contains a call that stores its ENO
+  bool standard = false;        // from the prelude
+  // Of anonymous enumerations in its declarations; null for a value of several.
+  FoldedMap<NamedValue*> namedValues;
 
  private:
   std::unique_ptr<InstanceType> instanceType_;
