@@ -31,8 +31,8 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
        {"s := SEL(b, i + 1, i) * 2; s := SEL(b, MOVE(w), w); b := SEL(b, i + 1, i) = 'x'; s := "
         "TO_STRING(SEL(b, i + 1, i)); i := SEL(b, MOVE(s), s); si := LIMIT(0, d, 100); si := "
         "SEL(b, d + 1, l);",
-        "6 C0032 INT, STRING; 33 C0032 WSTRING, STRING; 58 F002B =, INVALID, STRING; 97 F002C "
-        "TO_STRING, INVALID; 121 C0032 STRING, INT; 147 ~C0197 DINT, SINT"}});
+        "6 C0032 INT, STRING; 33 C0032 WSTRING, STRING; 58 F002B =, INT, STRING; 121 C0032 STRING, "
+        "INT; 147 ~C0197 DINT, SINT; 171 ~C0197 LINT, SINT"}});
 }
 
 TEST(Analysis, OperatorCallsAreChecked) {
@@ -49,12 +49,11 @@ TEST(Analysis, OperatorCallsAreChecked) {
         "a[1]); g := TO_BOOL(a); x := TO_INT(SEL(g, a[0], g)); x := TO_INT(a); s := TO_STRING(pt); "
         "IRDBIT(%IX0.0, c[1]);",
         "10 F003A P; 19 C0046 nowhere; 49 F002C EXPT, STRING; 107 F002C TO_BOOL, ARRAY[0..1] OF "
-        "BOOL; 123 F002C TO_INT, INVALID; 153 F002C TO_INT, ARRAY[0..1] OF BOOL; 172 F002C "
+        "BOOL; 153 F002C TO_INT, ARRAY[0..1] OF BOOL; 172 F002C "
         "TO_STRING, POINTER TO INT; 177 F0023 c[1]"},
        {"g := _READIDIRECT(nowhere); ZRST(%MX99999.0, M0); g := IWRBIT(%QX0.0, g); IF ZSET(%MX0.0, "
         "%MX0.1) THEN END_IF; d := MOVE(SEL(g, x + 1, y));",
-        "19 C0221 nowhere; 34 C0221 %MX99999.0; 46 C0220; 56 F0026 IWRBIT; 78 F0026 ZSET; 117 "
-        "F0001 MOVE"}});
+        "19 C0221 nowhere; 34 C0221 %MX99999.0; 46 C0220; 56 F0026 IWRBIT; 78 F0026 ZSET"}});
 }
 
 TEST(Analysis, CallsOfUnitsAreChecked) {
@@ -63,7 +62,10 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
       "DINT; END_VAR F := a; END_FUNCTION FUNCTION_BLOCK B VAR_INPUT i: INT; END_VAR VAR_OUTPUT o: "
       "INT; END_VAR VAR v: INT; END_VAR END_FUNCTION_BLOCK PROGRAM P VAR x: INT; d: DINT; fb: B; "
       "END_VAR",
-      {{"x := F(1, 2, x); x := F(a := 1, io := x, q => d); fb(i := 3, o => x); x := fb.o; x := "
+      {{"x := ABS(SEL(x > 1, -x, x)); x := MIN(SEL(x > 1, x - 1, x), 3) + MOVE(MUX(x, x + 1, d)); "
+        "IF SEL(x > 1, x, 2) THEN END_IF; x := ABS(nosuch) + MAX(x, nosuch + 1);",
+        "35 ~C0197 DINT, INT; 93 F002D BOOL, INT; 132 F0020 nosuch"},
+       {"x := F(1, 2, x); x := F(a := 1, io := x, q => d); fb(i := 3, o => x); x := fb.o; x := "
         "F(1, 2, x, 4); x := F(a := 1, a := 2, io := x); x := F(1, io := x, 2); x := F(1, 2); x := "
         "F(1, 2, d);",
         "98 F0029 F; 117 F002A a; 154 F003B F; 163 F0028 io, F; 185 F0039 d, io, INT"},

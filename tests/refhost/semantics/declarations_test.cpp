@@ -18,10 +18,10 @@ TEST(Declarations, AreJudged) {
        "3000000000); E : (x2 := y2, y2); F : NOPE (n); G : (h := 1.5); I : (j := 32767, k); "
        "END_TYPE PROGRAM P VAR a : (u, v, u); b : (v, w); END_VAR a := v; b := w; END_PROGRAM",
        "1:17 F0021 x; 1:34 C0001 256, BYTE; 1:49 F002C enumeration, REAL; 1:105 F0020 y2; 1:118 "
-       "F0022 NOPE; 1:138 F002F 1.5; 1:199 F0021 u; 1:208 F0021 v"},
+       "F0022 NOPE; 1:138 F002F 1.5; 1:199 F0021 u"},
       {"TYPE A : (on, off); B : (on, auto); END_TYPE PROGRAM P VAR a : A := on; b : B := B#on; c : "
        "A := A.off; d : INT := TO_INT(auto); e : A := B.on; END_VAR END_PROGRAM",
-       "1:69 F0075 on; 1:99 F0024 A, off; 1:122 F002C TO_INT, B; 1:140 F0024 B, on"},
+       "1:122 F002C TO_INT, B; 1:138 C0032 B, A"},
       {"PROGRAM P VAR CONSTANT n : INT := 3; lo : LINT := -9223372036854775808; m : DINT := n * 2 "
        "- 1; x : INT := y; y : INT := x; END_VAR VAR a : ARRAY[0..lo MOD -1] OF INT; b : "
        "ARRAY[0..lo / -1] OF INT; c : ARRAY[1..n / 0] OF INT; d : ARRAY[n..m MOD 4] OF INT; e : "
@@ -112,6 +112,13 @@ TEST(Declarations, AreJudged) {
        "INT := 3; m : INT := n + 1; END_VAR END_PROGRAM PROGRAM Q VAR a : ARRAY[0..n] OF INT; "
        "END_VAR END_PROGRAM",
        "1:164 F0020 n"},
+      {"TYPE C1 : (Red, Green); C2 : (Blue, Red); Mode : (Off, On); END_TYPE FUNCTION F : INT "
+       "VAR_INPUT c : C2; END_VAR F := c; END_FUNCTION PROGRAM P VAR CONSTANT k : C2 := Red; "
+       "END_VAR VAR c : C2 := Red; mode : Mode := Mode.On; n : INT; x : (One, Two); y : (Two, "
+       "Three); z : ARRAY[0..1] OF C2 := [Red, Blue]; END_VAR c := Red; CASE c OF Red: n := 1; "
+       "END_CASE; IF Red = c THEN n := F(Red) + F(c := Red); END_IF; y := Two; n := Red; "
+       "END_PROGRAM",
+       "1:421 F0075 Red"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(source))) << source;
