@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 #include "cli/diagnostics_printer.h"
 #include "cli/failure.h"
 #include "cli/output_file.h"

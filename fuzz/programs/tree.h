@@ -1,4 +1,4 @@
-// The syntax tree of a random program: what is generated, evaluated, shrunk, and written
+// The syntax tree of a random program: what is generated, evaluated and written
 // as Structured Text.
 #pragma once
 
