@@ -10,17 +10,29 @@ int namedArguments(const ASTNode& list) {
   return named;
 }
 
-std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
-  std::vector<VarSymbol*> positions;
+namespace {
+
+// The parameters to which `count` positional arguments are bound in turn.
+std::vector<VarSymbol*> positionsOf(const UnitSymbol& unit, int count) {
+  std::vector<VarSymbol*> all;
+  std::vector<VarSymbol*> taken;
   for (const auto& variable : unit.variables()) {
-    if (variable->role == Role::Input || variable->role == Role::InOut) {
-      positions.push_back(variable.get());
-    }
+    if (!variable->isParameter()) continue;
+    all.push_back(variable.get());
+    if (variable->role != Role::Output) taken.push_back(variable.get());
   }
+  return static_cast<std::size_t>(count) > taken.size() ? all : taken;
+}
+
+}  // namespace
+
+std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
   std::vector<Binding> bindings;
   const ASTNode* const list = call.leaf(1);
   const bool given = list != nullptr && list->type() == vel::ASTType::ParameterList;
   const int count = given ? list->leavesCount() : 0;
+  const int positional = given ? count - namedArguments(*list) : 0;
+  const std::vector<VarSymbol*> positions = positionsOf(unit, positional);
   for (int i = 0; i < count; ++i) {
     Binding binding;
     binding.index = i;

@@ -20,7 +20,8 @@ struct Binding {
 int namedArguments(const ASTNode& list);
 
 // One binding for each argument, in source order. Positional arguments are bound to the inputs and
-// in-out parameters in order of declaration.
+// in-out parameters in order of declaration, or to all parameters, outputs included, if there are
+// more of them than inputs and in-out parameters.
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit);
 
 }  // namespace refhost

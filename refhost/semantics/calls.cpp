@@ -400,7 +400,8 @@ void Calls::checkArgument(const Binding& binding, const UnitSymbol& callee) {
   if (output) {
     const BasicDataType type =
         parameter.dataType() != nullptr ? parameter.dataType()->dataType() : BasicDataType::None;
-    if (binding.named->negated && type != BasicDataType::Bool && !isInteger(type)) {
+    const bool negated = binding.named != nullptr && binding.named->negated;
+    if (negated && type != BasicDataType::Bool && !isInteger(type)) {
       say(*binding.node, message::kOperandType, "NOT", displayName(parameter.dataType()));
     }
     if (parts_.expressions.requireWritable(*binding.value)) {

@@ -178,7 +178,7 @@ TEST_F(Velc, EveryDaySplitsIntoItsParts) {
   }
   writeProgram("days.st", counters + "n, i : DINT; d : DATE; y, m, day, hour, minute, s, ms : INT;",
                "FOR i := 0 TO 49709 DO d := UDINT_TO_DATE(DINT_TO_UDINT(i) * 86400);\n"
-               "SPLIT_DATE(d, YEAR => y, MONTH => m, DAY => day);\n"
+               "SPLIT_DATE(d, y, m, day);\n"
                "IF CONCAT_DATE(y, m, day) = d AND day <= 31 THEN n := n + 1; END_IF; END_FOR;\n"
                "SPLIT_TOD(TOD#12:30:15.25, hour => hour, MINUTE => minute, SECOND => s,\n"
                "MILLISECOND => ms);");

@@ -64,6 +64,9 @@ TEST(StatementsInC, OfEveryKind) {
        "(i16)(vel_t3 + F(3, 3, &vel_t4))); N(1); @i = (vel_t6 = F(1, 3, &vel_t5), @j = vel_t5, "
        "vel_t6); @i = (vel_t8 = F(0, 4, &vel_t7), @a.a[0] = vel_t7, vel_t8); (void)(F(1, 3, "
        "&vel_t9)); @i = F(@u, @ud, &vel_t10);"},
+      {"i := F(1, 2, j); fb(3, r, i);",
+       "i16 vel_t1; i16 vel_t2; @i = (vel_t2 = F(1, 2, &vel_t1), @j = vel_t1, vel_t2); @fb.i = 3; "
+       "@fb.io = &@i; B_body(&@fb); @r = @fb.o;"},
       {"fb(io := i); fa[0](io := i, i := 4); fb(3, io := a[i], o => j); fa[i](io := pt.x, o => r); "
        "pfb^(io := i); fb(io := ip^); i := fb.o; fb.i := fa[1].o;",
        "struct B* vel_t1; struct B* vel_t2; struct B* vel_t3; @fb.io = &@i; B_body(&@fb); vel_t1 = "

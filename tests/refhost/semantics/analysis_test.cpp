@@ -68,7 +68,7 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
        {"x := F(1, 2, x); x := F(a := 1, io := x, q => d); fb(i := 3, o => x); x := fb.o; x := "
         "F(1, 2, x, 4); x := F(a := 1, a := 2, io := x); x := F(1, io := x, 2); x := F(1, 2); x := "
         "F(1, 2, d);",
-        "98 F0029 F; 117 F002A a; 154 F003B F; 163 F0028 io, F; 185 F0039 d, io, INT"},
+        "98 F0023 4; 117 F002A a; 154 F003B F; 163 F0028 io, F; 185 F0039 d, io, INT"},
        {"x := F(1, 2, 3); x := F(a := 1, q := d, io := x); x := F(d, 2, x) + d; x := F(1.5, 2, x); "
         "x := fb(i := 1); x := fb.v; fb.o := 1;",
         "14 F0039 3, io, INT; 33 F0027 F, q; 58 ~C0197 DINT, INT; 56 ~C0197 DINT, INT; 79 C0032 "

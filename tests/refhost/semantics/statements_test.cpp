@@ -61,8 +61,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        ">=, INT, STRING; 58 F002B XOR, REAL, INT; 86 F002B +, STRING, STRING; 115 F002B AND, BOOL, "
        "STRING; 129 F002B =, STRING, SINT"},
       {"i := F(1); i := F(1, 2); i := F(1, 2, 3); i := F(); i := F(a := 1, b := 2, q => j); N(1); "
-       "i := N(1); N(q => i);",
-       "39 F0029 F; 96 F0026 N; 104 F0027 N, q"},
+       "i := N(1); N(q => i); i := F(1, 2, s, 4); fb(1, s, i);",
+       "39 F0023 3; 96 F0026 N; 104 F0027 N, q; 126 C0032 INT, STRING; 129 F0029 F; 139 C0032 INT, "
+       "STRING"},
       {"fb(io := i); fa[0](io := i); fa[2](io := i); fb(1, 2); fb(1, i); fb.io := 1; i := fb.io; i "
        ":= fb.o; fb.o := 1; fb := fa[0]; fa := fa; fb.i := 3;",
        "33 F0079 2; 52 F0039 2, io, INT; 69 F0024 fb, io; 86 F0024 fb, io; 101 F0023 fb.o; 112 "
