@@ -42,7 +42,7 @@ struct RunOptions {
   std::string compiler = "cc";
   std::int64_t scans = 1;
   std::int64_t cycle = 10;  // milliseconds from one scan to the next
-  std::chrono::seconds timeout{60};
+  std::chrono::seconds timeout{60};  // of compiling, and of the program
 };
 
 int listOperators(const CommonOptions& common, const OperatorsOptions& options);

@@ -169,7 +169,7 @@ int execute(int argc, char** argv) {
   runCommand
       .add_option_function<int>(
           "--timeout", [&running](int seconds) { running.timeout = std::chrono::seconds(seconds); },
-          "Seconds that the program may run (default: 60)")
+          "Seconds that compiling may take, and then the program (default: 60)")
       ->type_name("SECONDS")
       ->check(CLI::Range(1, 1'000'000));
   runCommand.callback([&] { action = [&] { return run(common, running); }; });

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,6 +23,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kMaxOutput = 65536;
+constexpr int kMostLeftInPipe = 1 << 20;  // bytes: the usual greatest capacity of a pipe
 
 class Descriptor {
  public:
@@ -40,7 +42,7 @@ class Descriptor {
   int descriptor_;
 };
 
-// A child process in a process group of its own.
+// A child process in a process group of its own, which ends with it.
 class Child {
  public:
   Child(const std::vector<std::string>& arguments, int output, const sigset_t& mask) {
@@ -73,15 +75,27 @@ class Child {
     if (error != 0) {
       throw Failure(fmt::format("cannot start '{}': {}", arguments[0], std::strerror(error)));
     }
+    end_ = static_cast<int>(syscall(SYS_pidfd_open, id_, 0));
+    if (end_ >= 0) return;
+    const int reason = errno;
+    wait();
+    throw Failure(fmt::format("cannot watch '{}': {}", arguments[0], std::strerror(reason)));
   }
 
   ~Child() {
-    if (!waited_) kill();
+    if (!waited_) wait();
+    if (end_ >= 0) ::close(end_);
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
+  // Readable when the child has ended, whatever the processes do that it has started.
+  int end() const { return end_; }
+
+  // Kills what is left of the group, and returns the status of the child. The child is collected
+  // last: until then no other group can have its number.
   int wait() {
+    ::kill(-id_, SIGKILL);
     int status = 0;
     while (waitpid(id_, &status, 0) < 0 && errno == EINTR) {
     }
@@ -89,13 +103,9 @@ class Child {
     return status;
   }
 
-  void kill() {
-    ::kill(-id_, SIGKILL);
-    wait();
-  }
-
  private:
   pid_t id_ = -1;
+  int end_ = -1;
   bool waited_ = false;
 };
 
@@ -105,22 +115,48 @@ int pollTimeout(std::optional<Clock::time_point> deadline) {
   return static_cast<int>(std::clamp<std::int64_t>(left, 0, 60'000));
 }
 
-// Reads until all writers of the pipe have closed it, as the child does when it ends. False when
-// the deadline comes first.
-bool readOutput(int pipe, int terminationSignal, std::optional<Clock::time_point> deadline,
-                std::string& output) {
-  std::array<char, 4096> buffer;
+// The output of a child: all of it is read, and the beginning kept.
+class Output {
+ public:
+  explicit Output(int pipe) : pipe_(pipe) { fcntl(pipe, F_SETFL, O_NONBLOCK); }
+
+  // -1, which poll() ignores, once no process holds the other end.
+  int pipe() const { return pipe_; }
+
+  // The number of bytes that were there, up to the size of the buffer.
+  int read() {
+    const ssize_t count = pipe_ < 0 ? 0 : ::read(pipe_, buffer_.data(), buffer_.size());
+    if (count == 0) pipe_ = -1;
+    if (count <= 0) return 0;
+    text_.append(buffer_.data(),
+                 std::min(static_cast<std::size_t>(count), kMaxOutput - text_.size()));
+    return static_cast<int>(count);
+  }
+
+  // Another process may still hold the pipe, and write.
+  std::string rest() {
+    int left = kMostLeftInPipe;
+    for (int count = read(); count > 0 && left > 0; count = read()) left -= count;
+    return std::move(text_);
+  }
+
+ private:
+  int pipe_;
+  std::array<char, 4096> buffer_;
+  std::string text_;
+};
+
+// Reads until the child has ended. False when the deadline comes first.
+bool awaitEnd(const Child& child, Output& output, int terminationSignal,
+              std::optional<Clock::time_point> deadline) {
   for (;;) {
-    std::array<pollfd, 2> events{{{pipe, POLLIN, 0}, {terminationSignal, POLLIN, 0}}};
-    const int ready = poll(events.data(), events.size(), pollTimeout(deadline));
+    std::array<pollfd, 3> events{
+        {{child.end(), POLLIN, 0}, {terminationSignal, POLLIN, 0}, {output.pipe(), POLLIN, 0}}};
+    poll(events.data(), events.size(), pollTimeout(deadline));
     if (events[1].revents != 0) throw Terminated{};
+    if (events[0].revents != 0) return true;
     if (deadline && Clock::now() >= *deadline) return false;
-    if (ready <= 0) continue;
-    const ssize_t count = read(pipe, buffer.data(), buffer.size());
-    if (count == 0) return true;
-    if (count < 0) continue;
-    const std::size_t room = kMaxOutput - output.size();
-    output.append(buffer.data(), std::min(static_cast<std::size_t>(count), room));
+    if (events[2].revents != 0) output.read();
   }
 }
 
@@ -137,18 +173,21 @@ ProcessResult runProcess(const std::vector<std::string>& arguments, const Termin
   Child child(arguments, writeEnd.get(), guard.outerMask());
   writeEnd.close();
 
-  ProcessResult result;
+  Output output(readEnd.get());
   std::optional<Clock::time_point> deadline;
   if (timeout) deadline = Clock::now() + *timeout;
-  if (!readOutput(readEnd.get(), guard.descriptor(), deadline, result.output)) {
-    child.kill();
-    result.end = ProcessResult::End::TimedOut;
-    return result;
-  }
+  const bool ended = awaitEnd(child, output, guard.descriptor(), deadline);
   const int status = child.wait();
-  const bool signalled = WIFSIGNALED(status);
-  result.end = signalled ? ProcessResult::End::Signalled : ProcessResult::End::Exited;
-  result.code = signalled ? WTERMSIG(status) : WEXITSTATUS(status);
+  ProcessResult result;
+  result.output = output.rest();
+  if (!ended) {
+    result.end = ProcessResult::End::TimedOut;
+  } else if (WIFSIGNALED(status)) {
+    result.end = ProcessResult::End::Signalled;
+    result.code = WTERMSIG(status);
+  } else {
+    result.code = WEXITSTATUS(status);
+  }
   return result;
 }
 

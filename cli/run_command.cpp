@@ -33,15 +33,23 @@ std::string signalText(int signal) {
   return fmt::format("signal {} ({})", signal, strsignal(signal));
 }
 
-void compile(const fs::path& folder, const std::string& compiler, const TerminationGuard& guard) {
+std::string lateText(const RunOptions& options) {
+  return fmt::format("did not end within {} s (--timeout)", options.timeout.count());
+}
+
+void compile(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
+  const std::string& compiler = options.compiler;
   const Progress progress("compiling");
   const ProcessResult result = runProcess(
       {compiler, "-std=gnu11", "-O1", "-I" + includeFolder().native(), "-o", folder / "program",
        folder / "driver.c", libraryPath("libvelrun.a"), libraryPath("libvelrt.a"), "-lm"},
-      guard);
+      guard, options.timeout);
   if (result.succeeded()) {
     if (fs::exists(folder / "program")) return;
     throw Failure(fmt::format("the C compiler '{}' made no program", compiler));
+  }
+  if (result.end == ProcessResult::End::TimedOut) {
+    throw Failure(fmt::format("the C compiler '{}' {}", compiler, lateText(options)));
   }
   throw Failure(fmt::format("the C compiler '{}' failed with {}{}", compiler,
                             result.end == ProcessResult::End::Signalled
@@ -61,7 +69,7 @@ bool execute(const fs::path& folder, const RunOptions& options, const Terminatio
   if (result.succeeded()) return true;
   std::string reason;
   if (result.end == ProcessResult::End::TimedOut) {
-    reason = fmt::format("did not end within {} s", options.timeout.count());
+    reason = lateText(options);
   } else if (result.end == ProcessResult::End::Signalled) {
     reason = "was ended by " + signalText(result.code);
   } else {
@@ -98,7 +106,7 @@ int run(const CommonOptions& common, const RunOptions& options) {
   writeFile(folder.path() / "program.c", *text);
   writeFile(folder.path() / "driver.c",
             driverText(*session, statements, variables, options.traceIo));
-  compile(folder.path(), options.compiler, guard);
+  compile(folder.path(), options, guard);
   if (!execute(folder.path(), options, guard)) return kProgramErrors;
   writeStandardOutput(readFile(folder.path() / "trace") +
                       valueLines(*session, variables, readFile(folder.path() / "values")));

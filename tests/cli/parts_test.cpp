@@ -69,12 +69,30 @@ TEST(Process, KeepsBothOutputsAndGivesNoInput) {
   EXPECT_EQ(longOutput.output.size(), 65536u);
 }
 
-TEST(Process, EndsWithAllItStartedWhenTimeIsUp) {
+TEST(Process, EndsWithAllItStarted) {
+  struct Row {
+    const char* script;
+    End end;
+    const char* output;
+  };
   const TerminationGuard guard;
+  const TemporaryFolder folder;
+  const std::string left = folder.path() / "left";
   const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(runProcess({"sh", "-c", "sleep 30 & sleep 30"}, guard, 50ms).end, End::TimedOut);
+  for (const Row& row : {Row{"(sleep 1; : >$0) & echo x", End::Exited, "x\n"},
+                         {"(sleep 1; : >$0) & sleep 30", End::TimedOut, ""},
+                         {"exec >&- 2>&-; sleep 30", End::TimedOut, ""},
+                         {"while :; do echo; done & kill -9 $$", End::Signalled, nullptr}}) {
+    const ProcessResult result = runProcess({"sh", "-c", row.script, left}, guard, 200ms);
+    EXPECT_EQ(result.end, row.end) << row.script;
+    if (row.output != nullptr) {
+      EXPECT_EQ(result.output, row.output) << row.script;
+    }
+  }
   EXPECT_EQ(runProcess({"sh", "-c", "while :; do echo x; done"}, guard, 50ms).end, End::TimedOut);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+  runProcess({"sleep", "1.2"}, guard);
+  EXPECT_FALSE(fs::exists(left));
 }
 
 // The runtime prints all other values; run_test.cpp has one of every type.

@@ -52,6 +52,8 @@ constexpr Row kRows[] = {
      "cannot write standard output: Broken pipe"},
     {"(", "check noise.st 2>/dev/full)", 2, ""},
     {"", "run long.st --compiler true", 2, "the C compiler 'true' made no program"},
+    {"", "run p.st --timeout 1 --compiler ./slow", 2,
+     "velc: the C compiler './slow' did not end within 1 s (--timeout)\n"},
     {"ulimit -c 0; ", "run crash.st", 1, "velc: the program was ended by signal 11 (Seg"},
     {"", "check '\x1B[2J;$(touch left).st'", 1, " [2J;$(touch left).st:1:11: error: Unknown"},
     {"TMPDIR='-;$(touch left)' ", "run './;$(touch left).st'", 0, ""},
@@ -77,6 +79,8 @@ TEST_F(Velc, WithstandsBadUsageInputsAndSurroundings) {
   write("noise.st", std::string("\xFF\x80\0\x1B\xC3", 5) + repeated(9999, "\xA7;"));
   const std::string variables = "x : INT; s : STRING;";
   writeProgram("p.st", "x : INT; f : CTU;", "x := 1;");
+  write("slow", "#!/bin/sh\nsleep 30 & sleep 30\n");
+  std::filesystem::permissions(folder.path() / "slow", std::filesystem::perms::owner_all);
   writeProgram("deep.st", variables, "x := " + repeated(100000, "(") + '1' + repeated(100000, ")"));
   writeProgram("ifs.st", variables, repeated(10000, "IF x = 0 THEN ") + repeated(10000, "END_IF;"));
   writeProgram("long.st", variables, repeated(6000, "x := x + 1;\n"));
