@@ -51,7 +51,7 @@ constexpr MessageFormat kOperandType       {0xF002C, Severity::Error, "The opera
 constexpr MessageFormat kCondition         {0xF002D, Severity::Error, "A condition must be of type 'BOOL', not '%s';"};
 constexpr MessageFormat kSelector          {0xF002E, Severity::Error, "A CASE selector must be of an integer type, not '%s';"};
 constexpr MessageFormat kNotConstant       {0xF002F, Severity::Error, "'%s' is not a constant integer;"};
-constexpr MessageFormat kControlVariable   {0xF0030, Severity::Error, "The control variable '%s' must be of an integer type;"};
+constexpr MessageFormat kControlVariable   {0xF0030, Severity::Error, "The control variable '%s' must be a variable of an integer type;"};
 constexpr MessageFormat kStepZero          {0xF0031, Severity::Error, "The step of a FOR loop must not be 0;"};
 constexpr MessageFormat kOutsideLoop       {0xF0032, Severity::Error, "'%s' outside of a loop;"};
 constexpr MessageFormat kBadAddress        {0xF0033, Severity::Error, "Address '%s' is not valid;"};
@@ -72,6 +72,7 @@ constexpr MessageFormat kExternalType      {0xF0091, Severity::Error, "The globa
 constexpr MessageFormat kNotAProgram       {0xF0092, Severity::Error, "'%s' is not a PROGRAM;"};
 constexpr MessageFormat kUnknownTask       {0xF0093, Severity::Error, "There is no task '%s';"};
 constexpr MessageFormat kTaskProperty      {0xF0094, Severity::Error, "A task has no property '%s': it has INTERVAL, SINGLE and PRIORITY;"};
+constexpr MessageFormat kPartOutOfRange    {0xF00A0, Severity::Error, "'%s' is outside of type '%s';"};
 constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};
 
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};

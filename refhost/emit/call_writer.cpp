@@ -111,7 +111,7 @@ std::string CallWriter::operatorCallText(const Call& call) {
 std::string CallWriter::companionOf(const Expr* value) {
   const bool variable = value != nullptr && value->dataType != nullptr &&
                         (value->kind == ExprKind::Variable || value->kind == ExprKind::Member);
-  if (!variable || places_.of(*value).isBit()) return "(vel_bit_param){0}";
+  if (!variable || !places_.of(*value).hasAddress()) return "(vel_bit_param){0}";
   return fmt::format("(vel_bit_param){{{}, {}}}", places_.pointerTo(*value, value->dataType),
                      bitCount(*value->dataType));
 }

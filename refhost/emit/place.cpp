@@ -18,13 +18,20 @@ Place Place::member(std::string_view name) const {
   return {Kind::Object, std::move(path)};
 }
 
+Place Place::part(std::uint32_t first, BasicDataType type) const {
+  const char* const own = type == BasicDataType::Bool ? nullptr : cType(type);
+  if (kind == Kind::Part) return {kind, text, number + first, own};
+  return {Kind::Part, load(), first, own};
+}
+
 std::string Place::load() const {
   switch (kind) {
     case Kind::Object:
       return text;
     case Kind::Pointed:
       return "(*" + text + ")";
-    case Kind::Bit:
+    case Kind::Part:
+      if (partType != nullptr) return fmt::format("VEL_PART({}, {}, {})", partType, text, number);
       return fmt::format("vgbit(({}, {}))", text, number);
     case Kind::MemoryBit:
       return fmt::format("gbit({})", number);
@@ -35,7 +42,11 @@ std::string Place::load() const {
 }
 
 std::string Place::store(std::string_view value) const {
-  if (kind == Kind::Bit) return fmt::format("vsbit({}, {}, {})", text, number, value);
+  if (kind == Kind::Part) {
+    return partType == nullptr
+               ? fmt::format("vsbit({}, {}, {})", text, number, value)
+               : fmt::format("VEL_SET_PART({}, {}, {}, {})", partType, text, number, value);
+  }
   if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", number, value);
   if (kind != Kind::Object) return load().append(" = ").append(value);
   // Most places are objects, so this text is built with one allocation.
@@ -64,7 +75,6 @@ std::string enclosed(const std::string& text) {
 
 std::string storeText(BasicDataType to, int capacity, const Place& place, const std::string& value,
                       BasicDataType from) {
-  if (place.isBit()) return place.store(value);
   if (isText(to)) {
     const char* const function = to == BasicDataType::String ? "vel_string_set" : "vel_wstring_set";
     return fmt::format("{}({}, {}, {})", function, place.load(), capacity, value);

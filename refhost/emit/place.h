@@ -14,13 +14,14 @@ struct Place {
   enum class Kind : std::uint8_t {
     Object,     // `text` is an lvalue
     Pointed,    // `text` is a pointer to it
-    Bit,        // bit `number` of the object `text`
+    Part,       // the bits of the object `text` from bit `number` on, of the C type `partType`
     MemoryBit,  // bit `number` of device memory
     Memory,     // a cell of the C type `text` at byte `number` of device memory
   };
   Kind kind = Kind::Object;
   std::string text;
   std::uint32_t number = 0;
+  const char* partType = nullptr;  // null for a single bit
 
   // The place of a device address whose cell has the type `cType`.
   static Place ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw,
@@ -28,13 +29,17 @@ struct Place {
   // The member `name` of the structure at this place.
   Place member(std::string_view name) const;
 
+  // The bits of the integer at this place from bit `first` on: as many as `type` has, one of a
+  // BOOL.
+  Place part(std::uint32_t first, BasicDataType type) const;
+
   // The expression that reads it.
   std::string load() const;
   // The expression that assigns `value`, which must have the C type of the place.
   std::string store(std::string_view value) const;
-  // A pointer to it, of the type `pointer`. Not for bits.
+  // A pointer to it, of the type `pointer`. Only if it has one.
   std::string address(std::string_view pointer) const;
-  bool isBit() const { return kind == Kind::Bit || kind == Kind::MemoryBit; }
+  bool hasAddress() const { return kind != Kind::Part && kind != Kind::MemoryBit; }
 };
 
 // The C statement, without its semicolon, that assigns `value` of type `from` to `place` of type

@@ -25,8 +25,8 @@ Place PlaceWriter::of(const Expr& expr) {
   if (!isAccess(expr.kind)) return named(expr);
   if (expr.kind == ExprKind::Element) return element(expr);
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
-  if (expr.kind == ExprKind::Bit) {
-    return {Kind::Bit, of(base).load(), static_cast<std::uint32_t>(expr.bitAccessOffset())};
+  if (expr.kind == ExprKind::Part) {
+    return of(base).part(static_cast<std::uint32_t>(expr.bitAccessOffset()), typeOf(expr));
   }
   if (expr.kind == ExprKind::Dereference) {
     // The value of a string is the address of its first character.

@@ -197,9 +197,9 @@ bool StatementWriter::countingLoop(const ASTNode& node) {
   const auto end = constantInteger(*node.leaf(1));
   const auto step = node.leaf(2) != nullptr ? constantInteger(*node.leaf(2)) : 1;
   constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
-  if (!end || !step || *end == kLowest || *step == kLowest || row == nullptr ||
-      control.kind == ExprKind::Bit)
+  if (!end || !step || *end == kLowest || *step == kLowest || row == nullptr) {
     return false;
+  }
   std::int64_t beyond = 0;
   if (__builtin_add_overflow(*end, *step, &beyond) || beyond == kLowest) return false;
   const auto magnitude = static_cast<std::uint64_t>(beyond < 0 ? -beyond : beyond);

@@ -1,7 +1,8 @@
-// Typing of variables and accesses: members, bits, elements and dereferences.
+// Typing of variables and accesses: members, parts, elements and dereferences.
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
+#include "refhost/syntax/part_sizes.h"
 
 namespace refhost {
 
@@ -55,12 +56,9 @@ vel::SymbolDataType* Expressions::typeValue(Expr& expr, NamedValue& value) {
 
 vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
   if (expr.kind == ExprKind::Member) return typeMember(expr);
-  if (expr.kind == ExprKind::Bit) return typeBit(expr);
   if (expr.kind == ExprKind::Element) return typeElement(expr);
   if (expr.kind == ExprKind::Dereference) return typeDereference(expr);
-  analyseLeaf(expr, 0);
-  say(expr, message::kNotSupported, "Parts of a value other than its bits (%X) are");
-  return nullptr;
+  return typePart(expr);
 }
 
 vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
@@ -88,15 +86,22 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   return member->dataType();
 }
 
-vel::SymbolDataType* Expressions::typeBit(Expr& expr) {
+vel::SymbolDataType* Expressions::typePart(Expr& expr) {
   const Expr& base = analyseLeaf(expr, 0);
   if (base.dataType == nullptr) return nullptr;
+  const PartSize& size = partSizeOf(expr.partBits);
   const ElementaryType* const row = elementaryType(base.dataType->dataType());
-  if (!isInteger(base.dataType->dataType()) || expr.bitAccessOffset() >= 8 * row->size) {
-    say(expr, message::kBitOutOfRange, std::to_string(expr.bitAccessOffset()),
-        base.dataType->typeName());
+  if (!isInteger(base.dataType->dataType()) ||
+      expr.bitAccessOffset() > 8 * row->size - expr.partBits) {
+    const std::string number = std::to_string(expr.bitAccessOffset() / expr.partBits);
+    if (expr.partBits == 1) {
+      say(expr, message::kBitOutOfRange, number, base.dataType->typeName());
+    } else {
+      say(expr, message::kPartOutOfRange, std::string("%") + size.letter + number,
+          base.dataType->typeName());
+    }
   }
-  return services_.symbols.elementary(BasicDataType::Bool);
+  return services_.symbols.dataType(size.typeName);
 }
 
 // An element of an array, or of the memory from the target of a pointer on.
@@ -142,6 +147,15 @@ vel::SymbolDataType* Expressions::typeDereference(Expr& expr) {
   if (pointer != nullptr && pointer->target != nullptr) return pointer->target;
   say(expr, message::kNotAPointer, TreeBuilder::source(base), displayName(base.dataType));
   return nullptr;
+}
+
+bool Expressions::hasAddress(const Expr& value) const {
+  if (value.kind != ExprKind::Variable) return isAccess(value.kind) && value.kind != ExprKind::Part;
+  if (const auto* const variable = asVariable(value.symbol)) {
+    return !variable->iecAddress().isBitMode();
+  }
+  vel::HeapAddress address;
+  return services_.memory.parse(TreeBuilder::source(value), address) && !address.isBitMode();
 }
 
 bool Expressions::requireWritable(const Expr& target) {

@@ -177,7 +177,7 @@ vel::SymbolDataType* Calls::callReference(Call& call) {
   }
   const Expr& operand = parts_.expressions.analyseLeaf(*list, 0);
   if (operand.dataType == nullptr) return nullptr;
-  if (operand.kind == ExprKind::Bit || !isWritable(operand)) {
+  if (!parts_.expressions.hasAddress(operand) || !isWritable(operand)) {
     say(operand, message::kNoAddress, TreeBuilder::source(operand));
     return nullptr;
   }
@@ -420,18 +420,9 @@ void Calls::requirePassable(const Binding& binding) {
   const Expr& value = *binding.value;
   const Type* const wanted = binding.parameter->dataType();
   if (value.dataType == nullptr || wanted == nullptr) return;
-  vel::HeapAddress address;
   const auto* const variable = asVariable(value.symbol);
-  bool passable = value.kind == ExprKind::Variable || isAccess(value.kind);
-  if (variable != nullptr) {
-    passable = passable && !variable->constant && !variable->iecAddress().isBitMode();
-  } else if (value.kind == ExprKind::Variable) {
-    passable = services_.memory.parse(TreeBuilder::source(value), address) && !address.isBitMode();
-  } else {
-    // An element or a dereferenced pointer; a bit has no address.
-    passable = passable && value.kind != ExprKind::Bit;
-  }
-  if (!passable || !sameType(*value.dataType, *wanted)) {
+  const bool constant = variable != nullptr && variable->constant;
+  if (constant || !parts_.expressions.hasAddress(value) || !sameType(*value.dataType, *wanted)) {
     say(value, message::kNotPassable, TreeBuilder::source(value), binding.parameter->name(),
         displayName(wanted));
   }

@@ -69,7 +69,7 @@ void Expressions::analyse(Expr& expr) {
 // `D10.3` is parsed as a bit of a variable. If no variable has that name, it is a device address.
 bool Expressions::becomesAddress(ASTNode& parent, int index) {
   const auto& expr = static_cast<const Expr&>(*parent.leaf(index));
-  if (expr.kind != ExprKind::Bit || expr.analysed) return false;
+  if (expr.kind != ExprKind::Part || expr.analysed) return false;
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   vel::HeapAddress address;
   return base.kind == ExprKind::Variable && services_.usesDeviceLetters() &&

@@ -17,6 +17,9 @@ class Expressions : public Part {
   void analyse(Expr& expr);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
+  // True of a place in memory that a pointer or an in-out parameter can refer to: no part of a
+  // value, and no bit of device memory.
+  bool hasAddress(const Expr& value) const;
   // Reports an error and returns false when the expression cannot be assigned to. True also for
   // one without a type, which has been reported.
   bool requireWritable(const Expr& target);
@@ -37,9 +40,9 @@ class Expressions : public Part {
   Type* typeVariable(Expr& expr);
   Type* typeAccess(Expr& expr);
   Type* typeMember(Expr& expr);
-  Type* typeBit(Expr& expr);
   Type* typeElement(Expr& expr);
   Type* typeDereference(Expr& expr);
+  Type* typePart(Expr& expr);
 };
 
 }  // namespace refhost

@@ -160,7 +160,7 @@ void Statements::analyseFor(ASTNode& statement) {
   analyseAssignment(start);
   const auto& control = static_cast<const Expr&>(*start.leaf(0));
   const BasicDataType type = typeOf(control);
-  if (type != BasicDataType::None && !isInteger(type)) {
+  if (type != BasicDataType::None && (!isInteger(type) || control.kind == ExprKind::Part)) {
     say(control, message::kControlVariable, TreeBuilder::source(control));
   }
   const Expr& end = parts_.expressions.analyseLeaf(statement, 1, control.dataType);

@@ -15,10 +15,9 @@ enum class ExprKind : std::uint8_t {
   Variable,  // none: its text is a name or a direct address such as `%IX0.3`
   // Accesses.
   Member,       // [base Expr, member Text]
-  Bit,          // [base Expr], the bit in bitAccessOffset()
   Element,      // [base Expr, subscript Expr...]
   Dereference,  // [base Expr]
-  Part,         // [base Expr]: a byte or word of it, which is not supported
+  Part,         // [base Expr]: its `partBits` bits from bit bitAccessOffset() on
   Call,         // [Call]
   // Unary operators: [operand].
   Negate,
@@ -71,7 +70,7 @@ struct ExprTraits {
 constexpr ExprTraits kExprTraits[] = {
     {ExprForm::Literal},
     {ExprForm::Variable},
-    {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access},
+    {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access}, {ExprForm::Access},
     {ExprForm::Call},
     {ExprForm::Unary, "-", "-"},
     {ExprForm::Unary, "NOT", "!"},

@@ -106,6 +106,7 @@ class Expr final : public ::Expression {
 
   const ExprKind kind;
   bool analysed = false;
+  std::uint8_t partBits = 0;  // of a Part: 1, 8, 16, 32 or 64
   // The number of binary operators in the left-recursive chain that ends here, this one included;
   // 0 for other expressions.
   std::uint32_t chain = 0;

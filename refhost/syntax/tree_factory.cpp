@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <iterator>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
 #include "refhost/syntax/parser.h"
+#include "refhost/syntax/part_sizes.h"
 #include "refhost/syntax/unsupported.h"
 
 namespace refhost {
@@ -128,26 +130,40 @@ Value TreeFactory::member(Span span, Value base, Span memberSpan) {
   return finish(node, span, {base, name(memberSpan)});
 }
 
-Value TreeFactory::bit(Span span, Value base, Span number) {
-  std::int32_t bit = 0;
+Value TreeFactory::bit(Span span, Value base, Span number) { return part(span, base, number, 1); }
+
+Value TreeFactory::part(Span span, Value base, Span address) {
+  const std::string_view text = textOf(address);
+  // `.%B1.3` is the bit 3 of a byte, but a single address to the scanner.
+  const std::size_t dot = text.rfind('.');
+  if (dot != std::string_view::npos) {
+    const std::uint32_t end = address.begin + static_cast<std::uint32_t>(dot);
+    base = part({span.begin, end}, base, {address.begin, end});
+    return bit(span, base, {end + 1, address.end});
+  }
+  for (const PartSize& size : kPartSizes) {
+    if (toUpper(text[1]) != size.letter || isLetter(text[2])) continue;
+    return part(span, base, {address.begin + 2, address.end}, size.bits);
+  }
+  errors_.syntax(address, std::string("'").append(text).append(
+                              "' is no part of a value: %X, %B, %W, %D and %L are"));
+  return base;
+}
+
+// The part of `bits` bits that has this number: 0 for the least significant one.
+Value TreeFactory::part(Span span, Value base, Span number, std::uint8_t bits) {
+  std::int32_t index = 0;
   const std::string_view digits = textOf(number);
   const char* end = digits.data() + digits.size();
-  const auto result = std::from_chars(digits.data(), end, bit);
-  if (result.ec != std::errc() || result.ptr != end) {
+  const auto result = std::from_chars(digits.data(), end, index);
+  if (result.ec != std::errc() || result.ptr != end ||
+      index > std::numeric_limits<std::int32_t>::max() / bits) {
     errors_.add(number, message::kBadLiteral, digits);
     return base;
   }
-  auto* node = tree_.make<Expr>(ExprKind::Bit);
-  vel::TreeBuilder::setBitAccessOffset(*node, bit);
-  return finish(node, span, {base});
-}
-
-Value TreeFactory::part(Span span, Value base, Span address) {
-  constexpr std::string_view kBit = "%X";
-  if (equalIgnoringCase(textOf(address).substr(0, kBit.size()), kBit)) {
-    return bit(span, base, {address.begin + 2, address.end});
-  }
   auto* node = tree_.make<Expr>(ExprKind::Part);
+  node->partBits = bits;
+  vel::TreeBuilder::setBitAccessOffset(*node, index * bits);
   return finish(node, span, {base});
 }
 

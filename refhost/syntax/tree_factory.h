@@ -73,6 +73,7 @@ class TreeFactory {
   Value member(Span span, Value base, Span memberSpan);
   Value bit(Span span, Value base, Span number);
   Value part(Span span, Value base, Span address);  // `.%X3`, the bit 3, or `.%B1`
+  Value part(Span span, Value base, Span number, std::uint8_t bits);
   Value element(Span span, Value base, NodeList subscripts);
   Value dereference(Span span, Value base);
   Value literal(Span span);  // also a value of an enumeration, `Color#Red`

@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(Both, Devices, testing::Values(Notation::Iec, Notation:
                          });
 
 // Every bit of every type is read, then written; what is no bit reads 0 and stays. The bits of
-// integers have names, too.
+// integers have names, too, and so have their bytes, words and double words.
 TEST(BitsOfParameters, OfEveryType) {
   Program program;
   program.proves("GETBITOFPARAM SETBITOFPARAM");
@@ -168,6 +168,28 @@ TEST(BitsOfParameters, OfEveryType) {
         program.expectVariable(fmt::format("had{}", call), value("BOOL", was));
       }
       ++call;
+    }
+  }
+  constexpr std::pair<char, const char*> kParts[] = {
+      {'B', "BYTE"}, {'W', "WORD"}, {'D', "DWORD"}, {'L', "LWORD"}};
+  for (const Type& type : types()) {
+    for (const auto& [letter, name] : kParts) {
+      const int width = typeOf(name).bits;
+      const auto mask = ~std::uint64_t{0} >> (64 - width);
+      for (int n = 0; type.integer() && (n + 1) * width <= type.bits; ++n, ++call) {
+        const Value start = samples(type).back();
+        const auto held = static_cast<std::uint64_t>(start.number);
+        const Value given = value(name, 0x8F1E'2D3C'4B5A'6978);
+        const auto put = static_cast<std::uint64_t>(given.number);
+        program.variables += fmt::format("x{0} : {1}; had{0} : {2};\n", call, type.name, name);
+        program.body += fmt::format("x{0} := {1}; had{0} := x{0}.%{2}{3}; x{0}.%{2}{3} := {4};\n",
+                                    call, program.input(start), letter, n, program.input(given));
+        program.expectVariable(fmt::format("had{}", call),
+                               value(name, static_cast<Wide>(held >> n * width & mask)));
+        program.expectVariable(
+            fmt::format("x{}", call),
+            value(type.name, static_cast<Wide>((held & ~(mask << n * width)) | put << n * width)));
+      }
     }
   }
   program.run();

@@ -211,13 +211,17 @@ TEST(StatementsInC, OfEveryKind) {
        "(u64)@lt); @b = ((i64)(SEL((@b), (@t), (@t))) * 1000000) > @lt;"},
       {"d := d * 2 - i; l := -l; l := -9223372036854775808; i := -i; lt := lt + t; t := t + T#1s; "
        "b := NOT bt = 16#F0 AND NOT i = 5; i.3 := i.4; i := j + limit(0, i, 100); i := MAX(MIN(i, "
-       "j), 3); si := i; u := u * u; i.%X3 := b AND_THEN b;",
+       "j), 3); si := i; u := u * u; i.%X3 := b AND_THEN b; "
+       "l.%D1.%B2 := w.%W0.%B1; %MW3.%B1 := a[1].%B0; b := ul.%D1.%W1.7; l.%L0 := SHL(ul.%D1, "
+       "1);",
        "@d = (i32)((u32)(i32)((u32)@d * (u32)2) - (u32)(i32)@i); @l = (i64)(0 - (u64)@l); @l = "
        "(-9223372036854775807LL - 1); @i = (i16)-@i; @lt = (i64)((u64)@lt + (u64)((i64)@t * "
        "1000000)); @t = (i32)((u32)@t + (u32)1000); @b = (vel_not_u8(@bt) == 240) & (((i16)~@i) == "
        "5); vsbit(@i, 3, vgbit((@i, 4))); @i = (i16)(@j + (LIMIT((0), (@i), (100)))); @i = "
        "MAX((MIN((@i), (@j))), (3)); @si = (i8)(@i); @u = (u16)((u32)@u * (u32)@u); vsbit(@i, 3, "
-       "@b && @b);"},
+       "@b && @b); VEL_SET_PART(u8, @l, 48, VEL_PART(u8, @w, 8)); VEL_SET_PART(u8, VEL_MEM(u16, "
+       "6), 8, VEL_PART(u8, @a.a[0], 0)); @b = vgbit((@ul, 55)); VEL_SET_PART(u64, @l, 0, "
+       "((u32)(SHL((VEL_PART(u32, @ul, 32)), (1)))));"},
       {"s := 'a$'b$0A'; b := s < 'x'; ws := \"$00e4\"; s := LTIME_TO_STRING(t); s := CONCAT('x', "
        "BOOL_TO_STRING(b)); ws := LEFT(\"xy\", i); b := MUX(i, i = j, FALSE); i := ROL(i, LIMIT(0, "
        "i, 9)); ul := SIZEOF(i) - ud; ud := SIZEOF(STRING[9]) + SIZEOF(wstring);",

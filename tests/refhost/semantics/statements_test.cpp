@@ -122,8 +122,13 @@ TEST(Statements, AreJudgedInEveryPart) {
        "2); i := LIMIT(EN := b, MN := 0, IN := 3, MX := 2, ENO => b); i := LEN(EN := b, IN := s); "
        "fb(EN := b, io := i);",
        "49 C0032 INT, BOOL; 77 F002A EN; 117 C0032 BOOL, INT; 143 F0023 k"},
-      {"b := NOT t; CONTINUE; b := i.%X3 AND_THEN b OR_ELSE i; i.%B1 := i.%W0;",
-       "10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 56 F0007; 65 F0007"},
+      {"b := NOT t; CONTINUE; b := i.%X3 AND_THEN b OR_ELSE i; i.%B1 := i.%W0; si := "
+       "i.%B2.1 OR r.%B0 OR l.%D2; i.%Q0 := 1; FOR w.%B0 := 1 TO 2 DO ; END_FOR; ip := REF(i.%W0); "
+       "fb(io := w.%W0); ud := ADR(w.%B1); k.%B0 := 3; ip := REF(%MX0.1);",
+       "107 F0002 %Q0; 10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 "
+       "~C0197 UINT, USINT; 78 F00A0 %B2, INT; 89 F00A0 %B0, REAL; 78 F002B OR, BOOL, BYTE; 98 "
+       "F00A0 %D2, LINT; 121 F0030 w.%B0; 161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 "
+       "w.%B1, ADR; 204 F0023 k.%B0; 226 F007B %MX0.1"},
       {"nope(1); i(1); Pt(1); Color(1); F := 1; P(1); i := P; i := F; i := nope; i := nope; "
        "nope2.x := 1; %MX0.0 := b; %MB99999 := bt; %MW0 := i; %MD3 := d; %MD3 := i; %MX0.0.1 := b; "
        "i.16 := b; r.1 := b; b.0 := b; bt.7 := b; bt.8 := b; pt.1 := b;",

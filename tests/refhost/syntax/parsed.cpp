@@ -55,17 +55,17 @@ std::string list(const std::string& head, const ASTNode& node) {
 }
 
 std::string showExpression(const Expr& expr) {
-  if (expr.kind == ExprKind::Bit) {
-    return list("bit " + std::to_string(expr.bitAccessOffset()), expr);
+  if (expr.kind == ExprKind::Part) {
+    const std::string bits = expr.partBits == 1 ? "bit" : "bits:" + std::to_string(expr.partBits);
+    return list(bits + " " + std::to_string(expr.bitAccessOffset()), expr);
   }
   if (expr.kind == ExprKind::Literal) return sourceOf(*expr.leaf(0));
   if (expr.kind == ExprKind::Variable) return sourceOf(expr);
   if (expr.kind == ExprKind::Call) return "{" + leaves(expr) + "}";
-  constexpr const char* kNames[] = {"",     "",         ".",       "bit",   "[]",     "^",
-                                    "part", "",         "neg",     "not",   "**",     "*",
-                                    "/",    "mod",      "+",       "-",     "<",      ">",
-                                    "<=",   ">=",       "=",       "<>",    "and",    "xor",
-                                    "or",   "and_then", "or_else", "array", "repeat", "struct"};
+  constexpr const char* kNames[] = {
+      "",   "",    ".",   "[]", "^",        "",        "",      "neg",    "not",   "**",
+      "*",  "/",   "mod", "+",  "-",        "<",       ">",     "<=",     ">=",    "=",
+      "<>", "and", "xor", "or", "and_then", "or_else", "array", "repeat", "struct"};
   return list(kNames[static_cast<std::size_t>(expr.kind)], expr);
 }
 
