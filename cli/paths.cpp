@@ -41,4 +41,10 @@ fs::path includeFolder() {
   return find({VELC_INCLUDEDIR "/velops", "include/velops"}, "velrt.h", "").parent_path();
 }
 
+fs::path messagesPage() {
+  const fs::path page = installationFolder() / VELC_DOCDIR / "docs/reference.html";
+  std::error_code error;
+  return fs::exists(page, error) ? page : fs::path();
+}
+
 }  // namespace velc

@@ -13,4 +13,7 @@ std::filesystem::path libraryPath(const char* name);
 // The folder of the headers that generated programs include.
 std::filesystem::path includeFolder();
 
+// The page that explains all messages, for a browser; empty if the documents are not installed.
+std::filesystem::path messagesPage();
+
 }  // namespace velc

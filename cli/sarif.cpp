@@ -2,14 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 
 #include "cli/diagnostics_printer.h"
 #include "cli/explanations.h"
+#include "host/ast_node_helper.h"
 
 namespace velc {
 
@@ -29,42 +32,93 @@ std::string uriOf(const std::string& path) {
   return uri;
 }
 
-Json ruleOf(const vel::VELMessage& message) {
+Json ruleOf(const refhost::Diagnostic& message, const std::string& pages) {
   const std::string code = codeText(message);
   Json rule = {{"id", code}, {"defaultConfiguration", {{"level", severityText(message)}}}};
   // Codes of other plugins and add-ons may have no page.
   if (const Explanation* explanation = explanationOf(code)) {
     rule["shortDescription"] = {{"text", explanation->title}};
     rule["help"] = {{"text", explanation->text}, {"markdown", explanation->text}};
+    if (!pages.empty()) rule["helpUri"] = uriOf(pages) + "#" + code;
   }
   return rule;
 }
 
-Json resultOf(const refhost::SourceManager& sources, const vel::VELMessage& message,
-              std::size_t rule) {
-  const refhost::LineColumn at = sources.position(message.location);
-  const Json location = {
+Json artifactOf(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
+  return {{"uri", uriOf(sources.path(range.begin.file()))}};
+}
+
+Json regionJson(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
+  const Region region = regionOf(sources, range);
+  return {{"startLine", region.begin.line},
+          {"startColumn", region.begin.column},
+          {"endLine", region.end.line},
+          {"endColumn", region.end.column}};
+}
+
+Json locationOf(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
+  return {
       {"physicalLocation",
-       {{"artifactLocation", {{"uri", uriOf(sources.path(message.location.file()))}}},
-        {"region", {{"startLine", at.line}, {"startColumn", at.column}}}}}};
-  return {{"ruleId", codeText(message)},
-          {"ruleIndex", rule},
-          {"level", severityText(message)},
-          {"message", {{"text", message.text}}},
-          {"locations", Json::array({location})}};
+       {{"artifactLocation", artifactOf(sources, range)}, {"region", regionJson(sources, range)}}}};
+}
+
+Json fixOf(const refhost::SourceManager& sources, const refhost::Fix& fix) {
+  const Json replacement = {{"deletedRegion", regionJson(sources, fix.range)},
+                            {"insertedContent", {{"text", fix.replacement}}}};
+  const Json change = {{"artifactLocation", artifactOf(sources, fix.range)},
+                       {"replacements", Json::array({replacement})}};
+  return {{"description", {{"text", fmt::format("Write '{}'", fix.replacement)}}},
+          {"artifactChanges", Json::array({change})}};
+}
+
+// Recognises a message in other versions of its file: made from its line without white space, and
+// counted among those that are alike.
+class Fingerprints {
+ public:
+  std::string next(std::string_view path, std::string_view line, unsigned int code) {
+    std::string key = fmt::format("{}\n{:X}\n", path, code);
+    std::copy_if(line.begin(), line.end(), std::back_inserter(key),
+                 [](char c) { return c != ' ' && c != '\t'; });
+    const std::string digest = AstNodeHelper::opExpTextToMd5HexText("line", key);
+    return fmt::format("{}:{}", digest, ++seen_[digest]);
+  }
+
+ private:
+  std::map<std::string, int> seen_;
+};
+
+Json resultOf(const refhost::SourceManager& sources, const refhost::Diagnostic& message,
+              std::size_t rule, Fingerprints& fingerprints) {
+  const vel::TextLocation begin = message.range.begin;
+  Json result = {
+      {"ruleId", codeText(message)},
+      {"ruleIndex", rule},
+      {"level", severityText(message)},
+      {"message", {{"text", message.text}}},
+      {"locations", Json::array({locationOf(sources, message.range)})},
+      {"partialFingerprints",
+       {{"primaryLocationLineHash",
+         fingerprints.next(sources.path(begin.file()), sources.line(begin), message.code)}}}};
+  for (const refhost::Note& note : message.notes) {
+    Json& added = result["relatedLocations"].emplace_back(locationOf(sources, note.range));
+    added["message"] = {{"text", note.text}};
+  }
+  for (const refhost::Fix& fix : message.fixes) result["fixes"].push_back(fixOf(sources, fix));
+  return result;
 }
 
 }  // namespace
 
 std::string sarifLog(const refhost::SourceManager& sources,
-                     const std::vector<vel::VELMessage>& messages) {
+                     const std::vector<refhost::Diagnostic>& messages, const std::string& pages) {
+  Fingerprints fingerprints;
   Json rules = Json::array();
   Json results = Json::array();
   std::map<unsigned int, std::size_t> ruleNumbers;
-  for (const vel::VELMessage& message : messages) {
+  for (const refhost::Diagnostic& message : messages) {
     const auto [number, isNew] = ruleNumbers.try_emplace(message.code, rules.size());
-    if (isNew) rules.push_back(ruleOf(message));
-    results.push_back(resultOf(sources, message, number->second));
+    if (isNew) rules.push_back(ruleOf(message, pages));
+    results.push_back(resultOf(sources, message, number->second, fingerprints));
   }
   const Json driver = {{"name", "velc"}, {"version", VELC_VERSION}, {"rules", rules}};
   const Json run = {

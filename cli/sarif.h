@@ -4,14 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "host/message.h"
+#include "refhost/diagnostic.h"
 #include "refhost/syntax/source.h"
 
 namespace velc {
 
 // A log in the Static Analysis Results Interchange Format, SARIF 2.1.0, with one run of velc and
-// its messages. Each message code is a rule, with its page as explanation.
+// its messages. Each message code is a rule, with its page as explanation; `pages` is the place of
+// the page of all messages, empty for none.
 std::string sarifLog(const refhost::SourceManager& sources,
-                     const std::vector<vel::VELMessage>& messages);
+                     const std::vector<refhost::Diagnostic>& messages, const std::string& pages);
 
 }  // namespace velc

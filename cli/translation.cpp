@@ -8,7 +8,6 @@
 #include "cli/paths.h"
 #include "cli/progress.h"
 #include "cli/sarif.h"
-#include "refhost/messages.h"
 
 namespace velc {
 
@@ -17,7 +16,9 @@ namespace {
 // Formats the messages from index `first` on; in SARIF, all messages.
 std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::size_t first) {
   const auto& messages = session.messages();
-  if (form == DiagnosticsForm::Sarif) return sarifLog(session.sources(), messages);
+  if (form == DiagnosticsForm::Sarif) {
+    return sarifLog(session.sources(), messages, messagesPage());
+  }
   const auto one = form == DiagnosticsForm::Json ? diagnosticJson : diagnosticText;
   std::string text;
   for (std::size_t i = first; i < messages.size(); ++i) {
@@ -26,11 +27,9 @@ std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::si
   return text;
 }
 
-// Prints the messages from index `first` on. True when there is an error among them.
-bool printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
-  const std::string text = diagnostics(session, common.diagnostics, first);
-  writeStandardError(text);
-  return refhost::hasErrors(session.messages(), first);
+// Prints the messages from index `first` on.
+void printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
+  writeStandardError(diagnostics(session, common.diagnostics, first));
 }
 
 }  // namespace
@@ -63,7 +62,8 @@ bool analyse(refhost::Session& session, const CommonOptions& common,
   }
   const bool accepted = session.analyse();
   progress.reset();
-  return !printMessages(session, common, 0) && accepted;
+  printMessages(session, common, 0);
+  return accepted;
 }
 
 std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common) {
@@ -71,7 +71,8 @@ std::optional<std::string> translateToC(refhost::Session& session, const CommonO
   std::optional<Progress> progress("translating");
   std::string text = session.translate();
   progress.reset();
-  if (printMessages(session, common, known)) return std::nullopt;
+  printMessages(session, common, known);
+  if (text.empty()) return std::nullopt;
   return text;
 }
 

@@ -1,6 +1,7 @@
 // Any text as a source file: parsed, checked and, when it has no errors, translated.
 #include <cstdlib>
 
+#include "cli/diagnostics_printer.h"
 #include "refhost/session.h"
 
 namespace {
@@ -23,10 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   session->restart();
   session->sources().add("fuzz.st", std::string(reinterpret_cast<const char*>(bytes), size));
   const bool accepted = session->analyse();
-  for (const vel::VELMessage& message : session->messages()) {
+  for (const refhost::Diagnostic& message : session->messages()) {
     if (message.text.empty()) std::abort();
-    static_cast<void>(session->sources().position(message.location));
-    static_cast<void>(session->sources().line(message.location));
+    static_cast<void>(velc::diagnosticText(session->sources(), message));
+    static_cast<void>(velc::diagnosticJson(session->sources(), message));
   }
   if (accepted && session->translate().empty()) std::abort();
   return 0;

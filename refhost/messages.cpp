@@ -1,15 +1,20 @@
 #include "refhost/messages.h"
 
-#include <algorithm>
-#include <string>
+#include <cstddef>
+#include <utility>
 
 namespace refhost {
 
-bool hasErrors(const std::vector<vel::VELMessage>& messages, std::size_t first) {
-  return std::any_of(messages.begin() + static_cast<std::ptrdiff_t>(first), messages.end(),
-                     [](const vel::VELMessage& message) {
-                       return message.severity == static_cast<int>(Severity::Error);
-                     });
+std::string filledIn(const MessageFormat& format, std::initializer_list<std::string_view> args) {
+  std::string text;
+  std::string_view rest = format.format;
+  for (std::string_view arg : args) {
+    const std::size_t placeholder = rest.find("%s");
+    if (placeholder == std::string_view::npos) break;
+    text.append(rest.substr(0, placeholder)).append(arg);
+    rest.remove_prefix(placeholder + 2);
+  }
+  return text.append(rest);
 }
 
 void report(std::vector<vel::VELMessage>& messages, vel::TextLocation location,
@@ -18,14 +23,7 @@ void report(std::vector<vel::VELMessage>& messages, vel::TextLocation location,
   message.location = location;
   message.severity = static_cast<int>(format.severity);
   message.code = format.code;
-  std::string_view rest = format.format;
-  for (std::string_view arg : args) {
-    const std::size_t placeholder = rest.find("%s");
-    if (placeholder == std::string_view::npos) break;
-    message.text.append(rest.substr(0, placeholder)).append(arg);
-    rest.remove_prefix(placeholder + 2);
-  }
-  message.text.append(rest);
+  message.text = filledIn(format, args);
   messages.push_back(std::move(message));
 }
 

@@ -1,8 +1,8 @@
 // The host's own messages, in the plugin's format.
 #pragma once
 
-#include <cstddef>
 #include <initializer_list>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -63,6 +63,7 @@ constexpr MessageFormat kBitOutOfRange     {0xF0038, Severity::Error, "Bit %s is
 constexpr MessageFormat kNotPassable       {0xF0039, Severity::Error, "'%s' cannot be passed to the in-out parameter '%s' of type '%s';"};
 constexpr MessageFormat kNotAValue         {0xF003A, Severity::Error, "'%s' is not a value;"};
 constexpr MessageFormat kMixedArguments    {0xF003B, Severity::Error, "A positional parameter follows a named one in the call of '%s';"};
+constexpr MessageFormat kOperatorName      {0xF003C, Severity::Error, "'%s' is the name of an operator and cannot be that of a unit;"};
 constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The range '%s' is empty;"};
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
 constexpr MessageFormat kConstantCircle    {0xF003F, Severity::Error, "The value of the constant '%s' depends on itself: %s;"};
@@ -97,10 +98,10 @@ constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The lab
 // clang-format on
 }  // namespace message
 
-// True if there is an error among the messages from index `first` on.
-bool hasErrors(const std::vector<vel::VELMessage>& messages, std::size_t first = 0);
+// The format with its placeholders filled with `args` in order.
+std::string filledIn(const MessageFormat& format, std::initializer_list<std::string_view> args);
 
-// Appends a message whose placeholders are filled with `args` in order.
+// Appends a message to a list that the contract passes. Elsewhere Diagnostics::report() is used.
 void report(std::vector<vel::VELMessage>& messages, vel::TextLocation location,
             const MessageFormat& format, std::initializer_list<std::string_view> args);
 

@@ -30,7 +30,13 @@ struct Session::Impl {
   // Declared before the plugin, since the operator registry refers to the services.
   Services services;
   PluginLibrary plugin;
-  std::vector<vel::VELMessage> messages;
+  Diagnostics found;
+  std::vector<Diagnostic> messages;
+
+  // Every message of the session passes through here on its way out.
+  void publish(std::size_t first) {
+    for (Diagnostic& message : found.inOrder(first)) messages.push_back(std::move(message));
+  }
   SymbolNames names;  // set by translate()
 };
 
@@ -76,6 +82,7 @@ bool Session::start(std::string& error) {
 }
 
 void Session::restart() {
+  impl_->found = {};
   impl_->messages.clear();
   impl_->names.clear();
   impl_->services.calls = {};
@@ -100,18 +107,21 @@ SourceManager& Session::sources() { return impl_->sources; }
 
 bool Session::analyse() {
   for (int file = 0; file < impl_->sources.count(); ++file) {
-    parse(impl_->sources, static_cast<std::uint32_t>(file), *impl_->tree, impl_->messages);
+    parse(impl_->sources, static_cast<std::uint32_t>(file), *impl_->tree, impl_->found);
   }
   Prelude prelude(impl_->sources, *impl_->tree);
-  Analyser(impl_->services, *impl_->tree, prelude, impl_->messages).run();
-  return !hasErrors(impl_->messages);
+  Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run();
+  impl_->publish(0);
+  return !impl_->found.hasErrors();
 }
 
-const std::vector<vel::VELMessage>& Session::messages() const { return impl_->messages; }
+const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
 
 std::string Session::translate() {
-  std::string text = FileWriter(impl_->services, impl_->names, impl_->messages).text();
-  if (hasErrors(impl_->messages)) text.clear();
+  const std::size_t first = impl_->found.count();
+  std::string text = FileWriter(impl_->services, impl_->names, impl_->found).text();
+  impl_->publish(first);
+  if (impl_->found.hasErrors()) text.clear();
   return text;
 }
 

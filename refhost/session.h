@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/basic_data_type.h"
-#include "host/message.h"
+#include "refhost/diagnostic.h"
 #include "refhost/services/call_graph.h"
 #include "refhost/syntax/source.h"
 #include "refhost/value_shape.h"
@@ -72,8 +72,8 @@ class Session {
   SourceManager& sources();
   // Parses and checks all sources. Returns false when there are errors.
   bool analyse();
-  // In the order in which they were found.
-  const std::vector<vel::VELMessage>& messages() const;
+  // Those of analyse() by file, line and column, then those of translate(). None is there twice.
+  const std::vector<Diagnostic>& messages() const;
 
   // The C text. Call only after analyse() has returned true. When an operator generates nothing, an
   // error is appended to messages() and the text is empty.

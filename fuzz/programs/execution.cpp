@@ -40,8 +40,9 @@ Execution::Execution(refhost::Options options) : session(withPlugin(std::move(op
 std::string Execution::translate(const std::string& source, const Words& places) {
   session.sources().add("program.st", source);
   if (session.analyse()) c_ = session.translate();
-  for (const vel::VELMessage& message : session.messages()) {
-    if (message.severity == 1) return velc::diagnosticText(session.sources(), message);
+  for (const refhost::Diagnostic& message : session.messages()) {
+    if (message.severity == refhost::Severity::Error)
+      return velc::diagnosticText(session.sources(), message);
   }
   variables = velc::printedVariables(session, places);
   return "";

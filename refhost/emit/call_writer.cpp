@@ -80,9 +80,9 @@ std::string CallWriter::typedText(const Call& call) {
 }
 
 std::string CallWriter::operatorCallText(const Call& call) {
-  const std::size_t before = file_.messages.size();
+  const std::size_t before = file_.messages.count();
   const auto enter = [&](const auto& operation) {
-    return callGuarded(*call.op(), call.pos(), file_.messages, operation);
+    return callGuarded(*call.op(), call, file_.messages, operation);
   };
   if (file_.usedOperators.insert(call.op()).second) {
     file_.staticTexts.push_back(enter([&] { return call.op()->staticCode(&expressions_); }));
@@ -98,9 +98,9 @@ std::string CallWriter::operatorCallText(const Call& call) {
   std::string text =
       anyOrder ? generate() : expressions_.inOrder(parametersOf(call), true, generate);
   if (text.empty()) {
-    if (file_.messages.size() > before) return text;  // the operator's failure has been reported
-    report(file_.messages, call.pos(), message::kNothingGenerated,
-           {TreeBuilder::source(*call.leaf(0))});
+    if (file_.messages.count() > before) return text;  // the operator's failure has been reported
+    file_.messages.report(rangeOf(call), message::kNothingGenerated,
+                          {TreeBuilder::source(*call.leaf(0))});
   } else if (call.givesAddress && call.basicType() != BasicDataType::Pointer) {
     // The address of a device, which has no type.
     text.insert(0, "(u32)(uintptr_t)");

@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "host/message.h"
+#include "refhost/diagnostics.h"
 #include "refhost/emit/effects.h"
 #include "refhost/emit/start_values.h"
 #include "refhost/emit/symbol_names.h"
@@ -16,8 +16,7 @@ namespace refhost {
 struct FileContext {
   // The program must have been analysed. `reports` gets an error for each call for which its
   // operator generates nothing.
-  FileContext(Services& servicesOfProgram, const SymbolNames& namesInC,
-              std::vector<vel::VELMessage>& reports)
+  FileContext(Services& servicesOfProgram, const SymbolNames& namesInC, Diagnostics& reports)
       : services(servicesOfProgram),
         names(namesInC),
         messages(reports),
@@ -25,7 +24,7 @@ struct FileContext {
 
   Services& services;
   const SymbolNames& names;
-  std::vector<vel::VELMessage>& messages;
+  Diagnostics& messages;
   const Effects effects;
   StartValues startValues;
   std::unordered_set<const vel::STOperator*> usedOperators;

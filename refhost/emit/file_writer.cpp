@@ -43,8 +43,7 @@ std::string memoryDefinitions(const DeviceMap& memory) {
 
 }  // namespace
 
-FileWriter::FileWriter(Services& services, SymbolNames& names,
-                       std::vector<vel::VELMessage>& messages)
+FileWriter::FileWriter(Services& services, SymbolNames& names, Diagnostics& messages)
     : names_(names), file_(services, names, messages) {}
 
 std::string FileWriter::text() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "refhost/emit/file_context.h"
 #include "refhost/emit/place.h"
@@ -11,7 +10,7 @@ namespace refhost {
 class FileWriter {
  public:
   // The program of `services` must have been analysed. text() sets `names`.
-  FileWriter(Services& services, SymbolNames& names, std::vector<vel::VELMessage>& messages);
+  FileWriter(Services& services, SymbolNames& names, Diagnostics& messages);
 
   // The C file of the program. Reports an error for each call for which its operator generates
   // nothing.

@@ -29,7 +29,7 @@ Unit* Prelude::unit(std::string_view name) {
 void Prelude::parse() {
   parsed_ = true;
   const std::size_t before = tree_.units.size();
-  std::vector<vel::VELMessage> messages;
+  Diagnostics messages;
   const int file = sources_.add("prelude", std::string(kText));
   refhost::parse(sources_, static_cast<std::uint32_t>(file), tree_, messages);
   for (std::size_t i = before; i < tree_.units.size(); ++i) {

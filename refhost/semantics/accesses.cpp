@@ -10,7 +10,7 @@ using vel::ASTNode;
 using vel::TreeBuilder;
 
 std::optional<std::int64_t> Expressions::requireConstant(ASTNode& parent, int index) {
-  const std::size_t first = messages_.size();
+  const std::size_t first = messages_.count();
   const Expr& value = analyseLeaf(parent, index);
   const auto constant = constantInteger(value);
   if (!constant && value.dataType != nullptr && !hasErrorFrom(first)) {

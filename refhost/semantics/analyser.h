@@ -2,15 +2,13 @@
 // has the operators check their calls, and checks assignments.
 #pragma once
 
-#include <vector>
-
 #include "refhost/semantics/parts.h"
 
 namespace refhost {
 
 class Analyser {
  public:
-  Analyser(Services& services, Tree& tree, Prelude& prelude, std::vector<vel::VELMessage>& messages)
+  Analyser(Services& services, Tree& tree, Prelude& prelude, Diagnostics& messages)
       : context_(services, tree, prelude, messages), parts_(context_) {}
 
   void run();

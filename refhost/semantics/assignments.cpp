@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "core/conversion_message.h"
 #include "host/ast_node_helper.h"
 #include "refhost/semantics/arithmetic.h"
@@ -21,7 +23,7 @@ bool isBoolConstant(const LiteralValue& literal) {
 }  // namespace
 
 void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
-                        vel::TextLocation at, const Call* call) {
+                        const SourceRange& at, const Call* call) {
   if (to == nullptr || from == nullptr || checkDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
   if (to->dataType() == BasicDataType::Bool && literal != nullptr &&
@@ -37,26 +39,29 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
       narrows(rated, to->dataType(), from->dataType())
           ? message::kInformationLoss
           : vel::conversionMessage(rated, to->dataType(), from->dataType());
+  std::string first = displayName(from);
+  std::string second = displayName(to);
   if (&format == &message::kInformationLoss) {
-    report(messages_, at, format,
-           {AstNodeHelper::basicDataTypeText(from->dataType()),
-            AstNodeHelper::basicDataTypeText(to->dataType())});
+    first = AstNodeHelper::basicDataTypeText(from->dataType());
+    second = AstNodeHelper::basicDataTypeText(to->dataType());
   } else if (&format == &message::kConstantTooLarge) {
-    report(messages_, at, format, {literalText, displayName(from)});
-  } else {
-    report(messages_, at, format, {displayName(from), displayName(to)});
+    second = std::exchange(first, literalText);
   }
-  if (call != nullptr && operatorHasReported(messages_.back(), *call)) messages_.pop_back();
+  if (call != nullptr && operatorHasReported(format, filledIn(format, {first, second}), *call)) {
+    return;
+  }
+  messages_.report(at, format, {first, second});
 }
 
 // An operator reports on the assignment at an operand; its messages at the call itself concern
 // only its own parameters.
-bool Assignments::operatorHasReported(const vel::VELMessage& message, const Call& call) const {
+bool Assignments::operatorHasReported(const MessageFormat& format, std::string_view text,
+                                      const Call& call) const {
   if (checked_.call != &call) return false;
   for (std::size_t i = checked_.first; i < checked_.last; ++i) {
-    const vel::VELMessage& said = messages_[i];
-    if (said.location.offset() != call.pos().offset() && said.code == message.code &&
-        said.text == message.text) {
+    const vel::VELMessage& said = messages_.records()[i];
+    if (said.location.offset() != call.pos().offset() && said.code == format.code &&
+        said.text == text) {
       return true;
     }
   }

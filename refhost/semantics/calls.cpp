@@ -37,6 +37,8 @@ vel::SymbolDataType* Calls::analyseCall(Call& call) {
   }
   if (call.instance != nullptr) return callInstance(call);
   call.callee = &calleeNamed(static_cast<const Text&>(*call.leaf(0)).text());
+  // The program means its own unit, which has been refused.
+  if (call.op() != nullptr && context_.hidden.count(name) != 0) return nullptr;
   if (call.op() != nullptr || call.function() != nullptr) {
     call.dataType = call.op() != nullptr ? callOperator(call) : callFunction(call);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
@@ -88,7 +90,7 @@ void Calls::requireValue(const Call& call, const Type* type) {
 }
 
 vel::SymbolDataType* Calls::callOperator(Call& call) {
-  const std::size_t first = messages_.size();
+  const std::size_t first = messages_.count();
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
     return operatorInput(services_, call.op()->name, formal);
@@ -111,10 +113,11 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
     return nullptr;
   }
   std::string resultType;
-  const std::size_t before = messages_.size();
-  call.accepted = callGuarded(*call.op(), call.pos(), messages_, [&] {
-    return call.op()->check(&services_, &call, messages_, resultType, context_.unitName);
+  const std::size_t before = messages_.count();
+  call.accepted = callGuarded(*call.op(), call, messages_, [&] {
+    return call.op()->check(&services_, &call, messages_.records(), resultType, context_.unitName);
   });
+  messages_.setRanges(before, call);
   parts_.assignments.noteOperatorCheck(call, before);
   if (!call.accepted) {
     if (!hasErrorFrom(first)) {
@@ -123,7 +126,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
     return nullptr;
   }
   declareEdgeState(call);
-  const std::size_t beforeOperands = messages_.size();
+  const std::size_t beforeOperands = messages_.count();
   checkOperands(call);
   call.accepted = !hasErrorFrom(beforeOperands);
   return resultOf(call, services_.symbols.dataType(resultType));
@@ -381,12 +384,19 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
       continue;
     }
     given.push_back(binding.parameter);
+    const std::size_t first = messages_.count();
     checkArgument(binding, callee);
+    if (!callee.standard && binding.parameter->declared != nullptr) {
+      messages_.note(first, rangeOf(*binding.parameter->declared),
+                     "the parameter is declared here");
+    }
   }
   for (const auto& variable : callee.variables()) {
     const bool missing = variable->role == Role::InOut &&
                          std::find(given.begin(), given.end(), variable.get()) == given.end();
-    if (missing) say(call, message::kInOutMissing, variable->name(), callee.name());
+    if (!missing) continue;
+    Remarks& said = say(call, message::kInOutMissing, variable->name(), callee.name());
+    if (!callee.standard) said.note(rangeOf(*variable->declared), "the parameter is declared here");
   }
 }
 

@@ -31,7 +31,7 @@ bool isAdrCall(const vel::ASTNode& source) {
 
 // Returns false when both types are elementary: then only the range has been checked.
 bool Assignments::checkDerived(const Type& to, const Type& from, const vel::ASTNode& source,
-                               vel::TextLocation at) {
+                               const SourceRange& at) {
   checkRange(to, source, at);
   const bool derived =
       elementaryType(to.dataType()) == nullptr || elementaryType(from.dataType()) == nullptr;
@@ -40,31 +40,31 @@ bool Assignments::checkDerived(const Type& to, const Type& from, const vel::ASTN
   if (isPointer(to) || isPointer(from)) {
     checkPointer(to, from, source, at);
   } else if (dynamic_cast<const EnumType*>(&to) != nullptr && isInteger(from.dataType())) {
-    report(messages_, at, message::kToEnumeration, {displayName(&to)});
+    messages_.report(at, message::kToEnumeration, {displayName(&to)});
   } else if (const auto* const value = dynamic_cast<const EnumType*>(&from);
              value != nullptr && isNumber(to.dataType())) {
     const bool constant = constantInteger(source).has_value();
     if (!constant) check(&to, value->base, source, at);
   } else {
-    report(messages_, at, message::kCannotConvert, {displayName(&from), displayName(&to)});
+    messages_.report(at, message::kCannotConvert, {displayName(&from), displayName(&to)});
   }
   return true;
 }
 
 // A constant assigned to a subrange must lie in it. Other values are not checked, not even at run
 // time.
-void Assignments::checkRange(const Type& to, const vel::ASTNode& source, vel::TextLocation at) {
+void Assignments::checkRange(const Type& to, const vel::ASTNode& source, const SourceRange& at) {
   const auto* const subrange = dynamic_cast<const SubrangeType*>(&to);
   const auto value = subrange != nullptr ? constantInteger(source) : std::nullopt;
   if (!value || (*value >= subrange->range.low && *value <= subrange->range.high)) return;
-  report(messages_, at, message::kOutOfSubrange,
-         {std::to_string(*value), std::to_string(subrange->range.low),
-          std::to_string(subrange->range.high)});
+  messages_.report(at, message::kOutOfSubrange,
+                   {std::to_string(*value), std::to_string(subrange->range.low),
+                    std::to_string(subrange->range.high)});
 }
 
 // A POINTER TO may hold any address, a REF_TO only that of a variable of its target type.
 void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTNode& source,
-                               vel::TextLocation at) {
+                               const SourceRange& at) {
   const auto* const target = dynamic_cast<const PointerType*>(&to);
   const auto* const value = dynamic_cast<const PointerType*>(&from);
   const bool strict = target != nullptr && target->isReference;
@@ -81,11 +81,11 @@ void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTN
     // ADR names UDINT as the type of its result.
     if (holdsPointer(to.dataType()) || (addressNumber && isAdrCall(source))) return;
     if (addressNumber) {
-      report(messages_, at, message::kPointerBits, {displayName(&to)});
+      messages_.report(at, message::kPointerBits, {displayName(&to)});
       return;
     }
   }
-  report(messages_, at, *format, {displayName(&from), displayName(&to)});
+  messages_.report(at, *format, {displayName(&from), displayName(&to)});
 }
 
 }  // namespace refhost

@@ -49,8 +49,13 @@ void Declarations::declareUnits() {
     if (name.empty()) continue;  // a syntax error, which has been reported
     const bool taken =
         services_.operators != nullptr && services_.operators->findOperator(name) != nullptr;
-    if (taken || !services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node))) {
-      say(*node->leaf(Unit::kName), message::kRedeclared, name);
+    if (taken) {
+      say(*node->leaf(Unit::kName), message::kOperatorName, name);
+      context_.hidden.emplace(node->name(), true);
+    } else if (!services_.symbols.add(std::make_unique<UnitSymbol>(&services_, node))) {
+      const UnitSymbol* const first = services_.symbols.unit(name);
+      sayRedeclared(*node->leaf(Unit::kName), name,
+                    first != nullptr ? first->node->leaf(Unit::kName) : nullptr);
     }
   }
 }
@@ -150,9 +155,10 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
       place(*variable, *address, type);
     }
   }
+  variable->declared = &name;
   VarSymbol* const declared = unit.addVariable(std::move(variable));
   if (declared == nullptr) {
-    say(name, message::kRedeclared, name.text());
+    sayRedeclared(name, name.text(), unit.variable(name.text())->declared);
   } else if (declaration.edge != Edge::None) {
     detectEdges(*declared, declaration);
   }
@@ -183,7 +189,8 @@ void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const T
   } else if (type != nullptr && global->dataType() != nullptr &&
              !sameType(*type, *global->dataType())) {
     say(*declaration.leaf(VarDecl::kType), message::kExternalType, name.text(),
-        displayName(global->dataType()));
+        displayName(global->dataType()))
+        .note(rangeOf(*global->declared), "the global variable is declared here");
   }
 }
 
@@ -194,6 +201,7 @@ void Declarations::declareResult(UnitSymbol& unit) {
   const ResolvedType type = parts_.types.resolve(*unit.node->leaf(Unit::kReturnType));
   auto result = std::make_unique<VarSymbol>(unit.name(), type.type, Role::Result, &unit);
   result->typeInitial = type.initial;
+  result->declared = unit.node->leaf(Unit::kName);
   unit.result = unit.addVariable(std::move(result));
 }
 

@@ -4,10 +4,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "host/message.h"
-#include "refhost/messages.h"
+#include "refhost/diagnostics.h"
 #include "refhost/services/services.h"
 #include "refhost/services/unit_symbol.h"
 #include "refhost/syntax/tree.h"
@@ -19,8 +17,7 @@ struct Parts;
 
 // Must outlive the parts.
 struct Context {
-  Context(Services& hostServices, Tree& program, Prelude& library,
-          std::vector<vel::VELMessage>& found)
+  Context(Services& hostServices, Tree& program, Prelude& library, Diagnostics& found)
       : services(hostServices), tree(program), prelude(library), messages(found) {}
 
   void enter(UnitSymbol& entered) {
@@ -32,10 +29,11 @@ struct Context {
   Services& services;
   Tree& tree;
   Prelude& prelude;
-  std::vector<vel::VELMessage>& messages;
+  Diagnostics& messages;
   UnitSymbol* unit = nullptr;  // being analysed; null for declarations outside of units
   std::string unitName;
   FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
+  FoldedMap<bool> hidden;   // names of units that operators have
 };
 
 class Part {
@@ -56,20 +54,25 @@ class Part {
   ~Part() = default;
 
   template <typename... Args>
-  void say(const ASTNode& where, const MessageFormat& format, const Args&... args) {
-    report(messages_, where.pos(), format, {std::string_view(args)...});
+  Remarks& say(const ASTNode& where, const MessageFormat& format, const Args&... args) {
+    return messages_.report(rangeOf(where), format, {std::string_view(args)...});
+  }
+  // `first` is the name in the first declaration, null for one that is not the program's.
+  void sayRedeclared(const ASTNode& again, std::string_view name, const ASTNode* first) {
+    Remarks& said = say(again, message::kRedeclared, name);
+    if (first != nullptr) said.note(rangeOf(*first), "first declared here");
   }
   // Reports each name once in a unit. The name must outlive the analysis.
   void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
     if (context_.unknown.emplace(name, true).second) say(where, format, name);
   }
-  bool hasErrorFrom(std::size_t first) const { return hasErrors(messages_, first); }
+  bool hasErrorFrom(std::size_t first) const { return messages_.hasErrors(first); }
 
   Context& context_;
   Parts& parts_;
   Services& services_;
   Tree& tree_;
-  std::vector<vel::VELMessage>& messages_;
+  Diagnostics& messages_;
 };
 
 }  // namespace refhost

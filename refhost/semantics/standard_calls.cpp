@@ -106,7 +106,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
 vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
   const StandardFunction& function = *call.standard();
   ASTNode& list = *call.leaf(1);
-  const std::size_t first = messages_.size();
+  const std::size_t first = messages_.count();
   BasicDataType kind = BasicDataType::None;
   int length = 0;
   bool known = true;

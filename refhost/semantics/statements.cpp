@@ -67,9 +67,9 @@ void Statements::analyseAssignment(ASTNode& statement) {
   } else {
     type = parts_.expressions.analyseLeaf(statement, 1, target.dataType).dataType;
   }
-  const vel::TextLocation start = static_cast<const Assignment&>(statement).sourceStart;
+  const SourceRange& whole = static_cast<const Assignment&>(statement).sourceRange;
   if (parts_.expressions.requireWritable(target))
-    parts_.assignments.check(target.dataType, type, source, start, operatorCall);
+    parts_.assignments.check(target.dataType, type, source, whole, operatorCall);
 }
 
 void Statements::analyseIf(ASTNode& statement) {

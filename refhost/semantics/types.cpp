@@ -45,10 +45,15 @@ bool fits(std::int64_t value, BasicDataType type) {
 // members, and enumerations before the types whose bounds and lengths may use their values.
 void Types::declareTypes() {
   for (Node* const node : tree_.types) {
-    const bool taken = services_.symbols.find(nameOf(*node), {}, Symbol::All) != nullptr;
-    if (taken || !declaredTypes_.emplace(nameOf(*node), DeclaredType(node)).second) {
-      say(*node->leaf(0), message::kRedeclared, nameOf(*node));
+    const char* const name = nameOf(*node);
+    if (services_.symbols.find(name, {}, Symbol::All) != nullptr) {
+      const UnitSymbol* const unit = services_.symbols.unit(name);
+      sayRedeclared(*node->leaf(0), name,
+                    unit != nullptr ? unit->node->leaf(Unit::kName) : nullptr);
+      continue;
     }
+    const auto [known, isNew] = declaredTypes_.emplace(name, DeclaredType(node));
+    if (!isNew) sayRedeclared(*node->leaf(0), name, known->second.node->leaf(0));
   }
   std::vector<DeclaredType*> declared;
   for (const Node* const node : tree_.types) {
@@ -222,8 +227,9 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
       say(item, message::kConstantTooLarge, std::to_string(next), displayName(type->base));
     }
     NamedValue* const value = type->addValue(nameOf(item), next++);
+    if (value != nullptr) value->declared = item.leaf(0);
     if (value == nullptr) {
-      say(item, message::kRedeclared, nameOf(item));
+      sayRedeclared(*item.leaf(0), nameOf(item), type->value(nameOf(item))->declared);
     } else if (context_.unit == nullptr) {
       services_.symbols.addNamedValue(value);
     } else if (!context_.unit->namedValues.emplace(value->name(), value).second) {
@@ -264,8 +270,9 @@ void Types::declareMembers(StructType& structure, ASTNode& spec) {
       auto member = std::make_unique<VarSymbol>(name.text(), resolved.type, Role::Member, nullptr);
       member->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
       member->typeInitial = resolved.initial;
+      member->declared = &name;
       if (!structure.addMember(std::move(member))) {
-        say(name, message::kRedeclared, name.text());
+        sayRedeclared(name, name.text(), structure.member(name.text())->declared);
       }
     }
     if (declaration.leaf(VarDecl::kInitial) == nullptr) continue;

@@ -67,6 +67,7 @@ class NamedValue final : public vel::SymbolTyped {
       : SymbolTyped(name, type), value(number) {}
 
   const std::int64_t value;
+  const ASTNode* declared = nullptr;  // its name in the declaration; null for NULL
 };
 
 class EnumType final : public vel::SymbolDataType {

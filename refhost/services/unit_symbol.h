@@ -68,9 +68,10 @@ class VarSymbol final : public vel::SymbolVar {
   }
 
   const Role role;
-  UnitSymbol* const owner;      // null for a member of a structure
-  Expr* initial = nullptr;      // null for none
-  Expr* typeInitial = nullptr;  // declared with its type; null for none
+  UnitSymbol* const owner;            // null for a member of a structure
+  const ASTNode* declared = nullptr;  // its name in the declaration; null for a hidden variable
+  Expr* initial = nullptr;            // null for none
+  Expr* typeInitial = nullptr;        // declared with its type; null for none
   bool constant = false;
   const TypedConstant* value = nullptr;  // of a constant; null if it is not a known integer
   bool refused = false;                  // a constant that depends on a cycle

@@ -7,20 +7,22 @@
 #include <vector>
 
 #include "refhost/syntax/constructs.h"
+#include "refhost/syntax/span.h"
 
 namespace refhost {
 
 struct OpenBlock {
   const Construct* construct;
-  std::uint32_t begin;
+  Span opener;
+  std::uint32_t begin;    // of the opener, or of the ELSIF behind it
   bool inHeader;          // the token that ends the header has not been read
   bool hasUntil = false;  // of a REPEAT
 };
 
 class OpenBlocks {
  public:
-  void open(const Construct& construct, std::uint32_t begin) {
-    blocks_.push_back({&construct, begin, construct.headerEnd != 0});
+  void open(const Construct& construct, Span opener) {
+    blocks_.push_back({&construct, opener, opener.begin, construct.headerEnd != 0});
   }
   void close() { blocks_.pop_back(); }
 

@@ -7,8 +7,7 @@
 
 namespace refhost {
 
-void parse(const SourceManager& sources, std::uint32_t file, Tree& tree,
-           std::vector<vel::VELMessage>& messages) {
+void parse(const SourceManager& sources, std::uint32_t file, Tree& tree, Diagnostics& messages) {
   const std::string_view text = sources.text(file);
   SyntaxErrors errors(text, file, messages);
   const std::string_view mark = text.substr(0, 2);

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
-#include "host/message.h"
+#include "refhost/diagnostics.h"
 #include "refhost/syntax/source.h"
 #include "refhost/syntax/tree.h"
 
@@ -17,7 +16,6 @@ constexpr int kMaxNesting = 1000;
 // Parses file `file` of `sources`, appends its units to `tree` and its errors to `messages`. After
 // a syntax error parsing resumes at the next statement or unit, so `tree` contains everything that
 // could be parsed.
-void parse(const SourceManager& sources, std::uint32_t file, Tree& tree,
-           std::vector<vel::VELMessage>& messages);
+void parse(const SourceManager& sources, std::uint32_t file, Tree& tree, Diagnostics& messages);
 
 }  // namespace refhost

@@ -97,6 +97,11 @@ LineColumn SourceManager::position(vel::TextLocation location) const {
           static_cast<std::uint32_t>(characters) + 1};
 }
 
+std::uint32_t SourceManager::offsetInLine(vel::TextLocation location) const {
+  const auto& starts = lineStarts(files_[location.file()]);
+  return location.offset() - starts[position(location).line - 1];
+}
+
 std::string_view SourceManager::line(vel::TextLocation location) const {
   const File& file = files_[location.file()];
   const auto& starts = lineStarts(file);

@@ -30,6 +30,8 @@ class SourceManager {
   std::string_view text(std::uint32_t file) const;
 
   LineColumn position(vel::TextLocation location) const;
+  // Bytes from the start of the line to the location.
+  std::uint32_t offsetInLine(vel::TextLocation location) const;
   // The line that contains the location, without its line end.
   std::string_view line(vel::TextLocation location) const;
 

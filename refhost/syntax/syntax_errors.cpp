@@ -39,32 +39,36 @@ std::string shortened(std::string_view token) {
 
 }  // namespace
 
-SyntaxErrors::SyntaxErrors(std::string_view text, std::uint32_t file,
-                           std::vector<vel::VELMessage>& messages)
+SyntaxErrors::SyntaxErrors(std::string_view text, std::uint32_t file, Diagnostics& messages)
     : text_(text), file_(file), messages_(messages) {}
 
-void SyntaxErrors::add(Span at, const MessageFormat& format, std::string_view argument) {
-  if (exhausted()) return;
-  report(messages_, vel::TextLocation(file_, at.begin), format, {printable(argument)});
-  if (++count_ == kMaxErrors) {
-    report(messages_, vel::TextLocation(file_, at.begin), message::kTooManyErrors, {});
-  }
+Remarks* SyntaxErrors::add(Span at, const MessageFormat& format, std::string_view argument) {
+  if (exhausted()) return nullptr;
+  Remarks& remarks = messages_.report(rangeOf(at), format, {printable(argument)});
+  if (++count_ < kMaxErrors) return &remarks;
+  messages_.report(rangeOf({at.begin, at.begin}), message::kTooManyErrors, {});
+  return nullptr;
 }
 
-void SyntaxErrors::syntax(Span at, std::string_view what) {
-  if (at.begin < nextOffset_) return;
+Remarks* SyntaxErrors::syntax(Span at, std::string_view what) {
+  if (at.begin < nextOffset_) return nullptr;
   nextOffset_ = at.begin + 1;
-  add(at, message::kSyntax, what);
+  return add(at, message::kSyntax, what);
 }
 
-void SyntaxErrors::unexpected(Span found, std::string_view expected) {
-  if (found.begin < nextOffset_) return;
+SourceRange SyntaxErrors::rangeOf(Span span) const {
+  const std::uint32_t end = std::min(span.end, static_cast<std::uint32_t>(text_.size()));
+  return {vel::TextLocation(file_, span.begin), std::max(end, span.begin) - span.begin};
+}
+
+Remarks* SyntaxErrors::unexpected(Span found, std::string_view expected) {
+  if (found.begin < nextOffset_) return nullptr;
   std::string what = "found ";
   what.append(found.begin >= text_.size()
                   ? "end of file"
                   : "'" + shortened(text_.substr(found.begin, found.end - found.begin)) + "'");
   if (!expected.empty()) what.append(", expected ").append(expected);
-  syntax(found, what);
+  return syntax(found, what);
 }
 
 void SyntaxErrors::notSupported(Span at, std::string_view construct) {

@@ -4,28 +4,32 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
-#include <vector>
 
-#include "refhost/messages.h"
+#include "refhost/diagnostics.h"
 #include "refhost/syntax/span.h"
 
 namespace refhost {
 
 class SyntaxErrors {
  public:
-  SyntaxErrors(std::string_view text, std::uint32_t file, std::vector<vel::VELMessage>& messages);
+  SyntaxErrors(std::string_view text, std::uint32_t file, Diagnostics& messages);
+
+  // These return what can be added to the message, null if it was not reported.
 
   // Reports an error even if another one has been reported at the place.
-  void add(Span at, const MessageFormat& format, std::string_view argument);
+  Remarks* add(Span at, const MessageFormat& format, std::string_view argument);
 
   // Reports a syntax error; `what` completes the sentence. Nothing is reported at or before the
   // place of the last error, since error recovery reads those tokens again.
-  void syntax(Span at, std::string_view what);
+  Remarks* syntax(Span at, std::string_view what);
   // The same for a token that is not among the `expected` ones.
-  void unexpected(Span found, std::string_view expected);
+  Remarks* unexpected(Span found, std::string_view expected);
 
   // Reports, instead of a syntax error, that a construct is not supported.
   void notSupported(Span at, std::string_view construct);
+
+  // The range of the file, for a note.
+  SourceRange rangeOf(Span span) const;
 
   // Reports nesting that is too deep, once for each unit.
   void tooDeep(Span at);
@@ -44,7 +48,7 @@ class SyntaxErrors {
 
   std::string_view text_;
   std::uint32_t file_;
-  std::vector<vel::VELMessage>& messages_;
+  Diagnostics& messages_;
   std::uint32_t nextOffset_ = 0;  // the first offset at which an error may be reported
   int count_ = 0;
   bool tooDeepSaid_ = false;

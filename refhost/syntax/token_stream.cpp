@@ -244,9 +244,16 @@ int TokenStream::closeTop(const Token& token) {
   if (const int missing = missingBeforeEnd(token); missing != 0) return missing;
   const Construct& construct = *blocks_.top().construct;
   resumes_ = true;
-  errors_.unexpected(token.span, construct.closerName);
+  if (Remarks* const said = errors_.unexpected(token.span, construct.closerName)) {
+    noteOpener(*said);
+  }
   blocks_.close();
   return construct.closer;
+}
+
+void TokenStream::noteOpener(Remarks& said) const {
+  const Span opener = blocks_.top().opener;
+  said.note(errors_.rangeOf(opener), "the " + std::string(queue_.textOf(opener)) + " stands here");
 }
 
 // Closes inner blocks until a block of `construct` is innermost. If none is open, the parser
@@ -312,7 +319,7 @@ int TokenStream::openBlock(const Token& token) {
   if (blocks_.count() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);
   const Construct& construct = *constructOf(token.kind);
   resumes_ = construct.kind == Construct::Kind::Statement && !inConfiguration();
-  blocks_.open(construct, token.span.begin);
+  blocks_.open(construct, token.span);
   return token.kind;
 }
 

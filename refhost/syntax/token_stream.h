@@ -20,6 +20,7 @@
 namespace refhost {
 
 class ExpectedTokens;
+struct Remarks;
 class SyntaxErrors;
 
 class TokenStream {
@@ -61,6 +62,7 @@ class TokenStream {
   int missingHeaderEnd(const Token& token);
   int missingBeforeEnd(const Token& token);
   int closeTop(const Token& token);
+  void noteOpener(Remarks& said) const;
   int closeUntil(const Construct* construct, const Token& token);
 
   // Each updates the state by a token of the source and returns its kind, or YYerror for the token

@@ -20,6 +20,7 @@
 #include "hostkit/literal.h"
 #include "hostkit/operator_traits.h"
 #include "hostkit/tree_builder.h"
+#include "refhost/diagnostic.h"
 #include "refhost/kit.h"
 #include "refhost/syntax/expression_kinds.h"
 
@@ -85,10 +86,10 @@ class Node final : public ASTNode {
 // [target Expr, source: Expr, or Call if that is the whole right side]
 class Assignment final : public ASTNode {
  public:
-  explicit Assignment(vel::TextLocation start)
-      : ASTNode(astType(StatementKind::Assignment)), sourceStart(start) {}
+  explicit Assignment(const SourceRange& source)
+      : ASTNode(astType(StatementKind::Assignment)), sourceRange(source) {}
 
-  vel::TextLocation sourceStart;  // of the right side, its parentheses included
+  SourceRange sourceRange;  // of the right side, its parentheses included
 };
 
 class Text final : public vel::ASTText {

@@ -406,7 +406,8 @@ Value TreeFactory::statementList(Span span, NodeList statements) {
 }
 
 Value TreeFactory::assignment(Span span, Value target, Span sourceSpan, Value source) {
-  auto* node = tree_.make<Assignment>(vel::TextLocation(file_, sourceSpan.begin));
+  auto* node = tree_.make<Assignment>(
+      SourceRange{vel::TextLocation(file_, sourceSpan.begin), sourceSpan.end - sourceSpan.begin});
   return finish(node, span, {target, source});
 }
 

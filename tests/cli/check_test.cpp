@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "velc_fixture.h"
 
@@ -15,7 +16,7 @@ TEST_F(Velc, PointsAtTheFault) {
       "p.st:5:15: error: Too many parameters, too few parameters, or no variables assigned to "
       "the IN_OUT in PRG 'LIMIT'; [0xC0040]\n"
       "\t(* \xC3\xA4 *)\tx := LIMIT(0, x, 9, 1);\n"
-      "\t       \t     ^\n");
+      "\t       \t     ^~~~~~~~~~~~~~~~~\n");
   // Columns of a file that is not UTF-8 count bytes, and so does the place of the caret.
   writeProgram("latin1.st", "x : INT;", "(* \xE4\x85 *) x := y;");
   const std::string err = velc("check latin1.st").err;
@@ -28,8 +29,29 @@ TEST_F(Velc, PointsAtTheFault) {
   EXPECT_EQ(object["file"], "p.st");
   EXPECT_EQ(object["line"], 5);
   EXPECT_EQ(object["column"], 15);
+  EXPECT_EQ(object["endColumn"], 32);
   EXPECT_EQ(object["severity"], "error");
   EXPECT_EQ(object["code"], "0xC0040");
+}
+
+// Wide, combining and joined characters, tabs, ranges of two lines, and notes.
+TEST_F(Velc, UnderlinesTheRangeAtFault) {
+  const std::string family = "\xF0\x9F\x91\xA8\xE2\x80\x8D\xF0\x9F\x91\xA9";
+  const std::string lines[] = {"(* \xE6\x97\xA5\xE6\x9C\xAC *) x := '\xE6\x97\xA5\x65\xCC\x81';",
+                               "(* e\xCC\x81 " + family + " *)\tx := ABS(x,", "\t1);",
+                               "IF x > 0 THEN x := 1;"};
+  writeProgram("p.st", "x : INT;", lines[0] + '\n' + lines[1] + '\n' + lines[2] + '\n' + lines[3]);
+  std::string shown;
+  std::istringstream err(velc("check p.st").err);
+  for (std::string line; std::getline(err, line);) {
+    const std::size_t text = line.find(": error");
+    shown += (text == std::string::npos ? line : line.substr(0, text)) + '\n';
+  }
+  EXPECT_EQ(shown, "p.st:5:15\n" + lines[0] + "\n                ^~~~~\n" +  //
+                       "p.st:6:19\n" + lines[1] + "\n          \t     ^~~~~~\n" +
+                       "p.st:9:1\nEND_PROGRAM\n^~~~~~~~~~~\n"
+                       "p.st:8:1: note: the IF stands here\n" +
+                       lines[3] + "\n^~\n");
 }
 
 TEST_F(Velc, WritesOneLogForCodeScanning) {
@@ -49,7 +71,12 @@ TEST_F(Velc, WritesOneLogForCodeScanning) {
   EXPECT_EQ(std::string(results[2]["message"]["text"]).substr(0, 20), "Too many parameters,");
   const auto& place = results[2]["locations"][0]["physicalLocation"];
   EXPECT_EQ(place["artifactLocation"]["uri"], "a%20b.st");
-  EXPECT_EQ(place["region"], nlohmann::json({{"startLine", 3}, {"startColumn", 14}}));
+  EXPECT_EQ(
+      place["region"],
+      nlohmann::json({{"startLine", 3}, {"startColumn", 14}, {"endLine", 3}, {"endColumn", 19}}));
+  const std::string help = rules[1]["helpUri"];
+  EXPECT_EQ(help.substr(help.rfind('/')), "/reference.html#0xC0197");
+  EXPECT_NE(results[0]["partialFingerprints"], results[2]["partialFingerprints"]);
   const auto none = nlohmann::json::parse(velc("check --diagnostics=sarif good.st").err);
   EXPECT_EQ(none["runs"][0]["results"], nlohmann::json::array());
 }

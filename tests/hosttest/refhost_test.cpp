@@ -58,7 +58,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   // generate.
   vel::ASTNode* parse(const std::vector<hosttest::Unit>& units,
                       const std::string& statement) override {
-    messages_.clear();
+    messages_ = {};
     services_.memory.releaseState();
     services_.symbols.forget();
     tree_ = std::make_unique<refhost::Tree>();
@@ -103,7 +103,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
 
   refhost::Services services_{0, {}};
   hostkit::PluginLibrary library_;
-  std::vector<vel::VELMessage> messages_;
+  refhost::Diagnostics messages_;
   std::unique_ptr<refhost::SourceManager> sources_;
   std::unique_ptr<refhost::Tree> tree_;
   refhost::SymbolNames names_;

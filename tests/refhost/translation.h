@@ -25,11 +25,11 @@ inline std::unique_ptr<Session> analysed(const std::string& source, Options opti
 // "line:column severity code text" of each message.
 inline std::vector<std::string> said(const Session& session) {
   std::vector<std::string> lines;
-  for (const vel::VELMessage& message : session.messages()) {
-    const LineColumn at = const_cast<Session&>(session).sources().position(message.location);
+  for (const Diagnostic& message : session.messages()) {
+    const LineColumn at = const_cast<Session&>(session).sources().position(message.range.begin);
     lines.push_back(fmt::format("{}:{} {} {:X} {}", at.line, at.column,
-                                message.severity == 1 ? "error" : "warning", message.code,
-                                message.text));
+                                message.severity == Severity::Error ? "error" : "warning",
+                                message.code, message.text));
   }
   return lines;
 }
@@ -38,11 +38,11 @@ inline std::vector<std::string> said(const Session& session) {
 // with "~" before the code of a warning. The pages of the messages hold their whole texts.
 inline std::string brief(const Session& session) {
   std::string all;
-  for (const vel::VELMessage& message : session.messages()) {
-    const LineColumn at = const_cast<Session&>(session).sources().position(message.location);
+  for (const Diagnostic& message : session.messages()) {
+    const LineColumn at = const_cast<Session&>(session).sources().position(message.range.begin);
     all += fmt::format("{}{}{} {}{:X}", all.empty() ? "" : "; ",
                        at.line == 2 ? "" : fmt::format("{}:", at.line), at.column,
-                       message.severity == 1 ? "" : "~", message.code);
+                       message.severity == Severity::Error ? "" : "~", message.code);
     const char* before = " ";
     const std::string& text = message.text;
     for (std::size_t open = text.find('\''); open != std::string::npos;) {

@@ -26,8 +26,7 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
         "REAL_TO_LREAL(lr); si := ((i)); i := 32767 + 1; si := 100 + 20; i := 100 + 100; s := "
         "SEL(b, i + 1, i);",
         "16 F002C SEL, WSTRING; 56 F0020 x; 65 C0032 LTIME, TIME; 79 ~C0197 LREAL, REAL; 89 ~C0197 "
-        "LREAL, REAL; 89 ~C0197 LREAL, REAL; 114 ~C0197 INT, SINT; 126 ~C0197 DINT, INT; 174 C0032 "
-        "INT, STRING"},
+        "LREAL, REAL; 114 ~C0197 INT, SINT; 126 ~C0197 DINT, INT; 174 C0032 INT, STRING"},
        {"s := SEL(b, i + 1, i) * 2; s := SEL(b, MOVE(w), w); b := SEL(b, i + 1, i) = 'x'; s := "
         "TO_STRING(SEL(b, i + 1, i)); i := SEL(b, MOVE(s), s); si := LIMIT(0, d, 100); si := "
         "SEL(b, d + 1, l);",
@@ -71,11 +70,11 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
         "98 F0023 4; 117 F002A a; 154 F003B F; 163 F0028 io, F; 185 F0039 d, io, INT"},
        {"x := F(1, 2, 3); x := F(a := 1, q := d, io := x); x := F(d, 2, x) + d; x := F(1.5, 2, x); "
         "x := fb(i := 1); x := fb.v; fb.o := 1;",
-        "14 F0039 3, io, INT; 33 F0027 F, q; 58 ~C0197 DINT, INT; 56 ~C0197 DINT, INT; 79 C0032 "
+        "14 F0039 3, io, INT; 33 F0027 F, q; 56 ~C0197 DINT, INT; 58 ~C0197 DINT, INT; 79 C0032 "
         "REAL, INT; 96 F0026 fb; 116 F0024 fb, v; 119 F0023 fb.o"},
        {"x := UDINT_TO_INT(SIZEOF(fb.o) + SIZEOF(B) + ADR(fb.o) + SIZEOF(STRING[3])); d := "
         "SIZEOF(WSTRING[0]); x := F(STRING); B(i := 1);",
-        "98 F0036 0; 83 ~C0196 UDINT, DINT; 110 F003A STRING; 119 F0025 B"}});
+        "83 ~C0196 UDINT, DINT; 98 F0036 0; 110 F003A STRING; 119 F0025 B"}});
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"fb(io := i, NOT o => b); fb(io := i, o => 5); fb(io := k); fb(io := i + 1); fb(io := "
        "a[1]); fb(io := pt.x); fb(io := ip^); fb(io := i.3); fb(io := lv); fb(io := %MW0); fb(io "
        ":= %MX0.0); fb(io := P); fb(io := Red);",
-       "43 F0002 5; 22 C0032 INT, BOOL; 56 F0039 k, io, INT; 69 F0039 i + 1, io, INT; 133 F0039 "
+       "22 C0032 INT, BOOL; 43 F0002 5; 56 F0039 k, io, INT; 69 F0039 i + 1, io, INT; 133 F0039 "
        "i.3, io, INT; 162 F0039 %MW0, io, INT; 178 F0039 %MX0.0, io, INT; 196 F003A P; 209 F0039 "
        "Red, io, INT"},
       {"IF r THEN ; ELSIF i THEN ; END_IF; WHILE i DO ; END_WHILE; REPEAT ; UNTIL i END_REPEAT;",
@@ -81,7 +81,7 @@ TEST(Statements, AreJudgedInEveryPart) {
        "END_FOR;",
        "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 162 F0031"},
       {"CASE i OF 1, 2: ; 2..4, 9: ; 5..8: ; 7..8, 3: ; 0: ; ELSE EXIT; END_CASE;",
-       "59 F0032 EXIT; 19 ~F0096 2..4; 44 ~F0096 3; 38 ~F0096 7..8"},
+       "19 ~F0096 2..4; 38 ~F0096 7..8; 44 ~F0096 3; 59 F0032 EXIT"},
       {"CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; 3: ; END_CASE; CASE l OF "
        "18446744073709551615: ; END_CASE;",
        "51 ~F0096 3; 76 C0001 18446744073709551615, LINT"},
@@ -125,10 +125,10 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"b := NOT t; CONTINUE; b := i.%X3 AND_THEN b OR_ELSE i; i.%B1 := i.%W0; si := "
        "i.%B2.1 OR r.%B0 OR l.%D2; i.%Q0 := 1; FOR w.%B0 := 1 TO 2 DO ; END_FOR; ip := REF(i.%W0); "
        "fb(io := w.%W0); ud := ADR(w.%B1); k.%B0 := 3; ip := REF(%MX0.1);",
-       "107 F0002 %Q0; 10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 "
-       "~C0197 UINT, USINT; 78 F00A0 %B2, INT; 89 F00A0 %B0, REAL; 78 F002B OR, BOOL, BYTE; 98 "
-       "F00A0 %D2, LINT; 121 F0030 w.%B0; 161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 "
-       "w.%B1, ADR; 204 F0023 k.%B0; 226 F007B %MX0.1"},
+       "10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 ~C0197 UINT, USINT; "
+       "78 F00A0 %B2, INT; 78 F002B OR, BOOL, BYTE; 89 F00A0 %B0, REAL; 98 F00A0 %D2, LINT; 107 "
+       "F0002 %Q0; 121 F0030 w.%B0; 161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 w.%B1, "
+       "ADR; 204 F0023 k.%B0; 226 F007B %MX0.1"},
       {"nope(1); i(1); Pt(1); Color(1); F := 1; P(1); i := P; i := F; i := nope; i := nope; "
        "nope2.x := 1; %MX0.0 := b; %MB99999 := bt; %MW0 := i; %MD3 := d; %MD3 := i; %MX0.0.1 := b; "
        "i.16 := b; r.1 := b; b.0 := b; bt.7 := b; bt.8 := b; pt.1 := b;",

@@ -10,13 +10,15 @@ using refhost::NodeKind;
 
 Parsed::Parsed(std::string source) {
   sources.add("test.st", std::move(source));
-  refhost::parse(sources, 0, tree, messages);
+  refhost::Diagnostics found;
+  refhost::parse(sources, 0, tree, found);
+  messages = found.inOrder(0);
 }
 
 std::string Parsed::errors() const {
   std::string text;
   for (const auto& message : messages) {
-    const auto [line, column] = sources.position(message.location);
+    const auto [line, column] = sources.position(message.range.begin);
     text += std::to_string(line) + ":" + std::to_string(column) + " " + message.text + "\n";
   }
   return text;

@@ -18,7 +18,7 @@ struct Parsed {
 
   refhost::SourceManager sources;
   refhost::Tree tree;
-  std::vector<vel::VELMessage> messages;
+  std::vector<refhost::Diagnostic> messages;
 };
 
 // A node as text: `(+ a 1)` for an operator, `f[a 1]` for a call, `{f[a]}` for one under

@@ -1,0 +1,20 @@
+// Source lines in messages, with the part that a message is about underlined.
+#pragma once
+
+#include <string>
+
+#include "refhost/diagnostic.h"
+#include "refhost/syntax/source.h"
+
+namespace velc {
+
+// Replaces control characters by blanks, so that the text is one line and contains no commands to a
+// terminal.
+std::string printable(std::string_view text);
+
+// The first source line of the range, and below it `^~~~` up to the end of the range or of the
+// line; each ends in a newline. A long line is shortened to the characters around the range's
+// begin.
+std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range);
+
+}  // namespace velc

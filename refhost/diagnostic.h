@@ -1,0 +1,42 @@
+// A message as a front end shows it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/messages.h"
+#include "host/text_location.h"
+
+namespace refhost {
+
+using vel::Severity;
+
+// A part of one source text.
+struct SourceRange {
+  vel::TextLocation begin;
+  std::uint32_t length = 0;  // in bytes; 0 for a place, such as the end of a file
+};
+
+// A place that belongs to a message, and what there is to say about it.
+struct Note {
+  SourceRange range;
+  std::string text;
+};
+
+// A change of the source that probably mends the fault.
+struct Fix {
+  SourceRange range;
+  std::string replacement;
+};
+
+struct Diagnostic {
+  SourceRange range;
+  Severity severity = Severity::Error;
+  unsigned int code = 0;  // e.g. 0xC0040
+  std::string text;
+  std::vector<Note> notes;
+  std::vector<Fix> fixes;
+};
+
+}  // namespace refhost

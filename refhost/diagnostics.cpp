@@ -1,0 +1,98 @@
+#include "refhost/diagnostics.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace refhost {
+namespace {
+
+bool isSamePlace(vel::TextLocation a, vel::TextLocation b) {
+  return a.file() == b.file() && a.offset() == b.offset();
+}
+
+const vel::ASTNode* leafWith(const vel::ASTNode& node, vel::TextLocation place) {
+  for (int i = 0; i < node.leavesCount(); ++i) {
+    const vel::ASTNode* const leaf = node.leaf(i);
+    if (leaf == nullptr || place.offset() < leaf->pos().offset()) continue;
+    if (place.offset() - leaf->pos().offset() < rangeOf(*leaf).length) return leaf;
+  }
+  return nullptr;
+}
+
+// The outermost node at or below `node` that begins at `place`; null for none.
+const vel::ASTNode* nodeAt(const vel::ASTNode& node, vel::TextLocation place) {
+  const vel::ASTNode* found = &node;
+  while (found != nullptr && !isSamePlace(found->pos(), place)) found = leafWith(*found, place);
+  return found;
+}
+
+Diagnostic diagnosticOf(const vel::VELMessage& record, const Remarks& remarks) {
+  return {{record.location, remarks.length},
+          static_cast<Severity>(record.severity),
+          record.code,
+          record.text,
+          remarks.notes,
+          remarks.fixes};
+}
+
+bool isRepeated(const Diagnostic& message, const std::vector<Diagnostic>& before) {
+  for (auto other = before.rbegin(); other != before.rend(); ++other) {
+    if (!isSamePlace(other->range.begin, message.range.begin)) return false;
+    if (other->code == message.code && other->text == message.text) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Remarks& Diagnostics::report(const SourceRange& range, const MessageFormat& format,
+                             std::initializer_list<std::string_view> args) {
+  refhost::report(records_, range.begin, format, args);
+  Remarks& remarks = remarksOn(records_.size() - 1);
+  remarks.length = range.length;
+  return remarks;
+}
+
+void Diagnostics::setRanges(std::size_t first, const vel::ASTNode& call) {
+  for (std::size_t i = first; i < records_.size(); ++i) {
+    const vel::ASTNode* const node = nodeAt(call, records_[i].location);
+    if (node != nullptr) remarksOn(i).length = rangeOf(*node).length;
+  }
+}
+
+void Diagnostics::note(std::size_t first, const SourceRange& where, const std::string& text) {
+  for (std::size_t i = first; i < records_.size(); ++i) remarksOn(i).note(where, text);
+}
+
+bool Diagnostics::hasErrors(std::size_t first) const {
+  return std::any_of(records_.begin() + static_cast<std::ptrdiff_t>(first), records_.end(),
+                     [](const vel::VELMessage& record) {
+                       return record.severity == static_cast<int>(Severity::Error);
+                     });
+}
+
+std::vector<Diagnostic> Diagnostics::inOrder(std::size_t first) const {
+  std::vector<Diagnostic> all;
+  const Remarks none;
+  for (std::size_t i = first; i < records_.size(); ++i) {
+    all.push_back(diagnosticOf(records_[i], i < remarks_.size() ? remarks_[i] : none));
+  }
+  const auto place = [](const Diagnostic& message) {
+    return std::tuple(message.range.begin.file(), message.range.begin.offset());
+  };
+  std::stable_sort(all.begin(), all.end(), [&place](const Diagnostic& a, const Diagnostic& b) {
+    return place(a) < place(b);
+  });
+  std::vector<Diagnostic> kept;
+  for (Diagnostic& message : all) {
+    if (!isRepeated(message, kept)) kept.push_back(std::move(message));
+  }
+  return kept;
+}
+
+Remarks& Diagnostics::remarksOn(std::size_t index) {
+  if (remarks_.size() <= index) remarks_.resize(index + 1);
+  return remarks_[index];
+}
+
+}  // namespace refhost

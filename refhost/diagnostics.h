@@ -1,0 +1,69 @@
+// The messages of one translation, in the order in which they are found.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "hostkit/tree_builder.h"
+#include "refhost/diagnostic.h"
+#include "refhost/messages.h"
+
+namespace refhost {
+
+inline SourceRange rangeOf(const vel::ASTNode& node) {
+  return {node.pos(), static_cast<std::uint32_t>(vel::TreeBuilder::source(node).size())};
+}
+
+// Everything that a message tells beyond its record in the contract.
+struct Remarks {
+  Remarks& note(const SourceRange& where, std::string text) {
+    notes.push_back({where, std::move(text)});
+    return *this;
+  }
+  Remarks& fix(const SourceRange& where, std::string replacement) {
+    fixes.push_back({where, std::move(replacement)});
+    return *this;
+  }
+
+  std::uint32_t length = 0;
+  std::vector<Note> notes;
+  std::vector<Fix> fixes;
+};
+
+class Diagnostics {
+ public:
+  // Reports a message whose placeholders are filled with `args` in order. The result is valid until
+  // the next message is reported.
+  Remarks& report(const SourceRange& range, const MessageFormat& format,
+                  std::initializer_list<std::string_view> args);
+
+  // The list that operators append their messages to.
+  std::vector<vel::VELMessage>& records() { return records_; }
+  const std::vector<vel::VELMessage>& records() const { return records_; }
+  // Gives those from index `first` on the ranges of the nodes of `call` at which they stand.
+  void setRanges(std::size_t first, const vel::ASTNode& call);
+
+  // Adds a note to each message from index `first` on.
+  void note(std::size_t first, const SourceRange& where, const std::string& text);
+
+  std::size_t count() const { return records_.size(); }
+  // True if there is an error among the messages from index `first` on.
+  bool hasErrors(std::size_t first = 0) const;
+
+  // The messages from index `first` on, by file and place; those at one place keep their order. A
+  // message with the place, code and text of another one is left out.
+  std::vector<Diagnostic> inOrder(std::size_t first) const;
+
+ private:
+  Remarks& remarksOn(std::size_t index);
+
+  std::vector<vel::VELMessage> records_;
+  std::vector<Remarks> remarks_;  // by index of the record; those at the end may be missing
+};
+
+}  // namespace refhost
