@@ -112,7 +112,8 @@ std::string settingStatement(const Session& session, const std::string& setting)
 
 std::string driverText(const Session& session, const std::vector<std::string>& settingStatements,
                        const std::vector<ProgramVariable>& printed, bool traceIo) {
-  const std::vector<std::string> programs = session.programs();
+  const std::vector<Session::Program> programs = session.programs();
+  const std::string tasks = session.taskTable();
   std::string text =
       "#include \"program.c\"\n\n#include <velrun.h>\n\nvoid vel_run_prepare(void) {\n";
   if (traceIo) {
@@ -120,13 +121,19 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
         "  __platform_api.UPDATEINPUT = vel_run_trace_input;\n"
         "  __platform_api.UPDATEOUTPUT = vel_run_trace_output;\n";
   }
-  for (const std::string& program : programs) {
-    text += fmt::format("  {}();\n", session.programInit(program));
-  }
+  for (const Session::Program& program : programs) text += fmt::format("  {}();\n", program.init);
   for (const std::string& statement : settingStatements) text += "  " + statement + '\n';
-  text += "}\n\nvoid vel_run_step(void) {\n";
-  for (const std::string& program : programs) {
-    text += fmt::format("  {}();\n", session.programScan(program));
+  text += "}\n\nvoid vel_run_step(uint64_t now) {\n";
+  if (tasks.empty()) {
+    text += "  (void)now;\n";
+    for (const Session::Program& program : programs) {
+      text += fmt::format("  {}();\n", program.scan);
+    }
+  } else {
+    text += fmt::format(
+        "  static vel_task_state vel_states_[sizeof {0} / sizeof *{0}];\n"
+        "  vel_tasks_run({0}, vel_states_, now);\n",
+        tasks);
   }
   text += "}\n\nvoid vel_run_values(vel_run_sink vel_put_) {\n  (void)vel_put_;\n";
   for (const ProgramVariable& variable : printed) text += valueStatement(variable);
@@ -135,7 +142,7 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
 
 std::string valueLines(const Session& session, const std::vector<ProgramVariable>& printed,
                        const std::string& bytes) {
-  const bool qualified = session.programs().size() > 1;
+  const bool qualified = !session.taskTable().empty() || session.programs().size() > 1;
   std::string text;
   std::string_view rest = bytes;
   for (const ProgramVariable& variable : printed) {

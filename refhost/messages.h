@@ -75,6 +75,11 @@ constexpr MessageFormat kUnknownTask       {0xF0093, Severity::Error, "There is 
 constexpr MessageFormat kTaskProperty      {0xF0094, Severity::Error, "A task has no property '%s': it has INTERVAL, SINGLE and PRIORITY;"};
 constexpr MessageFormat kPartOutOfRange    {0xF00A0, Severity::Error, "'%s' is outside of type '%s';"};
 constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};
+constexpr MessageFormat kTaskInterval      {0xF00A0, Severity::Error, "The INTERVAL of a task must be a constant greater than 0, not '%s';"};
+constexpr MessageFormat kTaskPriority      {0xF00A1, Severity::Error, "The PRIORITY of a task must be a constant from 0 to 65535, not '%s';"};
+constexpr MessageFormat kTaskNeverDue      {0xF00A2, Severity::Error, "The task '%s' has neither INTERVAL nor SINGLE and would never run;"};
+constexpr MessageFormat kSecondConfiguration{0xF00A3, Severity::Error, "The configuration '%s' already has program instances: there can be no others beside it;"};
+constexpr MessageFormat kNoInstance        {0xF00A4, Severity::Warning, "The PROGRAM '%s' does not run: the configuration has no instance of it;"};
 
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
 constexpr MessageFormat kBounds            {0xF0071, Severity::Error, "'%s' are not the bounds of a range;"};

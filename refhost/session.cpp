@@ -47,8 +47,9 @@ void setPlace(ProgramVariable& variable, const Place& place) {
   if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.number;
 }
 
+// `data` is the object that contains the variables.
 void appendVariables(const SymbolNames& names, const UnitSymbol& unit, const std::string& program,
-                     std::vector<ProgramVariable>& result) {
+                     const std::string& data, std::vector<ProgramVariable>& result) {
   for (const auto& variable : unit.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
     const bool kept = variable->role != Role::Temp && variable->role != Role::InOut &&
@@ -61,7 +62,7 @@ void appendVariables(const SymbolNames& names, const UnitSymbol& unit, const std
     entry.shape = shapeOf(names, type);
     entry.type = valueType(type);
     entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
-    setPlace(entry, globalPlace(names, *variable));
+    setPlace(entry, globalPlace(names, data, *variable));
     entry.settable = entry.shape != nullptr && !variable->constant;
     result.push_back(std::move(entry));
   }
@@ -86,6 +87,7 @@ void Session::restart() {
   impl_->messages.clear();
   impl_->names.clear();
   impl_->services.calls = {};
+  impl_->services.configuration = {};
   impl_->services.memory.releaseState();
   impl_->services.symbols.forget();
   impl_->tree.emplace();
@@ -127,29 +129,36 @@ std::string Session::translate() {
 
 const std::vector<CallEdge>& Session::calls() const { return impl_->services.calls.edges; }
 
-std::vector<std::string> Session::programs() const {
-  std::vector<std::string> names;
-  for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
-    if (unit->type() == vel::POUType::Program) names.push_back(unit->name());
+std::vector<Session::Program> Session::programs() const {
+  std::vector<Program> result;
+  const Configuration& configuration = impl_->services.configuration;
+  const auto add = [&](const std::string& name, const UnitNames& names) {
+    result.push_back({name, names.init, names.scan});
+  };
+  for (const ProgramInstance& instance : configuration.instances) {
+    add(configuration.displayName(instance), impl_->names.of(instance));
   }
-  return names;
+  if (!result.empty()) return result;
+  for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
+    if (unit->type() == vel::POUType::Program) add(unit->name(), impl_->names.of(*unit));
+  }
+  return result;
 }
 
-std::string Session::programInit(const std::string& program) const {
-  const UnitSymbol* const unit = impl_->services.symbols.unit(program);
-  return unit != nullptr ? impl_->names.of(*unit).init : std::string();
-}
-
-std::string Session::programScan(const std::string& program) const {
-  const UnitSymbol* const unit = impl_->services.symbols.unit(program);
-  return unit != nullptr ? impl_->names.of(*unit).scan : std::string();
-}
+std::string Session::taskTable() const { return impl_->names.configuration.tasks; }
 
 std::vector<ProgramVariable> Session::programVariables() const {
   std::vector<ProgramVariable> result;
+  const Configuration& configuration = impl_->services.configuration;
+  const SymbolNames& names = impl_->names;
+  for (const ProgramInstance& instance : configuration.instances) {
+    appendVariables(names, *instance.program, configuration.displayName(instance),
+                    names.of(instance).data, result);
+  }
+  if (!configuration.instances.empty()) return result;
   for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
     if (unit->type() != vel::POUType::Program) continue;
-    appendVariables(impl_->names, *unit, unit->name(), result);
+    appendVariables(names, *unit, unit->name(), names.of(*unit).data, result);
   }
   return result;
 }
@@ -157,7 +166,8 @@ std::vector<ProgramVariable> Session::programVariables() const {
 std::vector<ProgramVariable> Session::globalVariables() const {
   std::vector<ProgramVariable> result;
   const UnitSymbol* const globals = impl_->services.symbols.globals();
-  if (globals != nullptr) appendVariables(impl_->names, *globals, {}, result);
+  const SymbolNames& names = impl_->names;
+  if (globals != nullptr) appendVariables(names, *globals, {}, names.of(*globals).data, result);
   return result;
 }
 

@@ -36,9 +36,9 @@ struct Options {
   MemorySizes memory;
 };
 
-// A variable of a PROGRAM or a global one, for a front end that runs the program.
+// A variable of a program or a global one, for a front end that runs the program.
 struct ProgramVariable {
-  std::string program;   // empty for a global variable
+  std::string program;   // PROGRAM, instance or RESOURCE.INSTANCE; empty for a global variable
   std::string name;      // as declared
   std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
   vel::BasicDataType type = vel::BasicDataType::None;
@@ -52,6 +52,12 @@ struct ProgramVariable {
 // One translation: loads the plugin, reads source files, checks them and writes C.
 class Session {
  public:
+  struct Program {
+    std::string name;  // as in ProgramVariable
+    std::string init;  // `void init(void)`, to be called once
+    std::string scan;  // `void scan(void)`, to be called for each scan unless there are tasks
+  };
+
   explicit Session(Options options);
   ~Session();
   Session(const Session&) = delete;
@@ -83,12 +89,12 @@ class Session {
   // operators record.
   const std::vector<CallEdge>& calls() const;
 
-  // The names of the PROGRAMs in source order. The C text defines `void NAME_init(void)` and
-  // `void NAME_scan(void)` for each; programInit() and programScan() return these names.
-  std::vector<std::string> programs() const;
-  std::string programInit(const std::string& program) const;  // C name
-  std::string programScan(const std::string& program) const;  // C name
-  // The variables of all PROGRAMs in order of declaration. These, like the C names above, are
+  // The programs to run: the instances of a configuration or, if there are none, the PROGRAMs, in
+  // source order. The C names are set by translate().
+  std::vector<Program> programs() const;
+  // The C name of the `vel_task` table by which the instances run; empty when there are none.
+  std::string taskTable() const;
+  // The variables of all programs in order of declaration. These, like the C names above, are
   // complete once translate() has run.
   std::vector<ProgramVariable> programVariables() const;
   // The same for the global variables.

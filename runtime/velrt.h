@@ -19,6 +19,7 @@
 #include "velrt/print.h"
 #include "velrt/read.h"
 #include "velrt/strings.h"
+#include "velrt/tasks.h"
 #include "velrt/types.h"
 #include "velrt/variables.h"
 

@@ -38,14 +38,16 @@ static int finish(FILE* file, const char* path) {
 int main(int argc, char** argv) {
   if (argc != 5) return EXIT_FAILURE;
   unsigned long long scans = strtoull(argv[3], NULL, 10);
-  const uint32_t cycle = (uint32_t)strtoull(argv[4], NULL, 10);
+  const uint64_t cycle = strtoull(argv[4], NULL, 10);
+  uint64_t now = 0;
   trace = create(argv[2]);
   if (trace == NULL) return EXIT_FAILURE;
 
   vel_run_prepare();
   for (; scans > 0; --scans) {
-    vel_run_step();
-    vel_scan_time += cycle;
+    vel_scan_time = (uint32_t)now;
+    vel_run_step(now);
+    now += cycle;
   }
   if (finish(trace, argv[2]) != EXIT_SUCCESS) return EXIT_FAILURE;
 

@@ -10,8 +10,9 @@ typedef void (*vel_run_sink)(const void* bytes, size_t size);
 
 /* Initializes all variables, before the first scan. */
 void vel_run_prepare(void);
-/* Runs one scan of every program. */
-void vel_run_step(void);
+/* Runs one scan: every program, or the tasks that are due at `now`, the time in milliseconds since
+ * the start. */
+void vel_run_step(uint64_t now);
 /* Passes the value of every variable to `sink`, in order of declaration. */
 void vel_run_values(vel_run_sink sink);
 

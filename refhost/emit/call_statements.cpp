@@ -63,12 +63,20 @@ void StatementWriter::instanceCall(const Call& call) {
   const auto& callee = *call.instance;
   const UnitSymbol& block = *static_cast<const InstanceType*>(callee.dataType)->unit;
   calls_.record(call, block);
-  const Place instance = calledInstance(call);
+  runInstance(call, block, calledInstance(call));
+}
+
+void StatementWriter::runInstance(const Call& call, const UnitSymbol& block,
+                                  const Place& instance) {
   const std::vector<Binding> bindings = bindArguments(call, block);
+  const auto placeOf = [&](const VarSymbol& parameter) {
+    return parameter.iecAddress().area != 0 ? places_.of(parameter)
+                                            : instance.member(file_.names.of(parameter));
+  };
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role == Role::Output) continue;
-    const Place member = instance.member(file_.names.of(parameter));
+    const Place member = placeOf(parameter);
     if (parameter.role == Role::InOut) {
       body_.statement(member.store(places_.pointerTo(*binding.value, parameter.dataType())));
       continue;
@@ -87,7 +95,7 @@ void StatementWriter::instanceCall(const Call& call) {
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role != Role::Output) continue;
-    body_.statement(calls_.storeOutput(binding, instance.member(file_.names.of(parameter)).load()));
+    body_.statement(calls_.storeOutput(binding, placeOf(parameter).load()));
   }
 }
 

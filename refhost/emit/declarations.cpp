@@ -49,7 +49,7 @@ void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::stri
   }
   if (empty) out += "  u8 vel_empty;\n";
   out += "};\n";
-  if (unit.type() == POUType::Program) {
+  if (unit.type() == POUType::Program && !unit.instantiated) {
     // Unused if nothing but the platform reads and writes the variables.
     out += fmt::format("static struct {} {} __attribute__((unused));\n", names.of(unit).name,
                        names.of(unit).data);
@@ -66,7 +66,8 @@ bool keepsCompanion(const VarSymbol& variable) {
   return variable.isBitParameter() && variable.role == Role::Input;
 }
 
-std::string structures(const SymbolNames& names, const SymbolTable& symbols) {
+std::string structures(const SymbolNames& names, const Services& services) {
+  const SymbolTable& symbols = services.symbols;
   std::string out;
   std::unordered_set<const vel::SymbolDataType*> done;
   std::unordered_set<std::string> arrays;
@@ -95,6 +96,10 @@ std::string structures(const SymbolNames& names, const SymbolTable& symbols) {
   if (const UnitSymbol* const globals = symbols.globals()) {
     for (const auto& variable : globals->variables()) visit(visit, variable->dataType());
     appendStructure(names, *globals, out);
+  }
+  for (const ProgramInstance& instance : services.configuration.instances) {
+    out += fmt::format("static struct {} {} __attribute__((unused));\n",
+                       names.of(*instance.program).name, names.of(instance).data);
   }
   return out;
 }
@@ -144,7 +149,7 @@ std::string prototypes(FileContext& file) {
   for (const UnitSymbol* const unit : file.services.symbols.units()) {
     if (unit->type() == POUType::Function) {
       out += functionHead(names, *unit) + " __attribute__((unused));\n";
-    } else if (unit->type() == POUType::FunctionBlock) {
+    } else if (unit->type() == POUType::FunctionBlock || unit->instantiated) {
       for (const std::string& name : {names.of(*unit).init, names.of(*unit).body}) {
         out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n", name,
                            names.of(*unit).name);
@@ -153,6 +158,14 @@ std::string prototypes(FileContext& file) {
       out += fmt::format("void {}(void);\nvoid {}(void);\n", names.of(*unit).init,
                          names.of(*unit).scan);
     }
+  }
+  for (const ProgramInstance& instance : file.services.configuration.instances) {
+    out += fmt::format("void {}(void);\nvoid {}(void);\n", names.of(instance).init,
+                       names.of(instance).scan);
+  }
+  if (!names.configuration.init.empty()) {
+    out += fmt::format("void {}(void);\nextern const vel_task {}[];\n", names.configuration.init,
+                       names.configuration.tasks);
   }
   return out.empty() ? out : "\n" + out;
 }

@@ -9,7 +9,7 @@ namespace refhost {
 
 // The structures of the program's types, each after those of its members, and the variables of
 // programs and the global ones.
-std::string structures(const SymbolNames& names, const SymbolTable& symbols);
+std::string structures(const SymbolNames& names, const Services& services);
 
 std::string prototypes(FileContext& file);
 // The prototype of a FUNCTION, without a semicolon.

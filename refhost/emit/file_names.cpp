@@ -16,6 +16,7 @@ using vel::POUType;
 
 void FileNames::nameAll() {
   nameUnits();
+  nameConfiguration();
   nameTypes();
   nameArrays();
 }
@@ -37,11 +38,32 @@ void FileNames::nameUnits() {
     UnitNames& own = names_[*unit];
     own.init = file_.allocate(own.name + "_init");
     own.body = file_.allocate(own.name + "_body");
-    if (unit->type() == POUType::Program) {
+    if (unit->type() == POUType::Program && !unit->instantiated) {
       own.scan = file_.allocate(own.name + "_scan");
       own.data = file_.allocate(own.name + "_data");
     }
   }
+}
+
+void FileNames::nameConfiguration() {
+  const Configuration& configuration = services_.configuration;
+  if (configuration.instances.empty()) return;
+  for (const ProgramInstance& instance : configuration.instances) {
+    UnitNames& own = names_[instance];
+    own.name = instance.name;
+    own.init = file_.allocate(own.name + "_init");
+    own.scan = file_.allocate(own.name + "_scan");
+    own.data = file_.allocate(own.name + "_data");
+  }
+  for (const TaskRow& row : configuration.schedule()) {
+    std::string name = row.resource.empty() ? configuration.name : row.resource;
+    if (row.task != nullptr) name = row.task->name;
+    const bool edges = row.task != nullptr && row.task->single != nullptr;
+    names_.configuration.rows.push_back(
+        {file_.allocate(name + "_run"), edges ? file_.allocate(name + "_single") : ""});
+  }
+  names_.configuration.init = file_.allocate(configuration.name + "_init");
+  names_.configuration.tasks = file_.allocate(configuration.name + "_tasks");
 }
 
 void FileNames::nameVariables(const UnitSymbol& unit) {

@@ -17,6 +17,7 @@ class FileNames {
 
  private:
   void nameUnits();
+  void nameConfiguration();
   void nameGlobals();
   void nameTypes();
   void nameArrays();

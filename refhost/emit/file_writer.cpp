@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "refhost/emit/configuration_writer.h"
 #include "refhost/emit/declarations.h"
 #include "refhost/emit/file_names.h"
 #include "refhost/emit/function_writer.h"
@@ -51,11 +52,12 @@ std::string FileWriter::text() {
   FileNames(file_.services, names_).nameAll();
   std::string units;
   appendUnits(units);
+  ConfigurationWriter(file_).append(units);
   std::string out = "// Translated from Structured Text by velc.\n";
   out += memoryDefinitions(file_.services.memory);
   out += kHead;
   appendStaticTexts(out);
-  out += structures(names_, file_.services.symbols);
+  out += structures(names_, file_.services);
   out += prototypes(file_);
   appendStructureInits(out);
   join(out, std::move(units));
@@ -100,11 +102,9 @@ void FileWriter::appendStructureInits(std::string& out) {
   }
 }
 
-Place globalPlace(const SymbolNames& names, const VarSymbol& variable) {
+Place globalPlace(const SymbolNames& names, const std::string& data, const VarSymbol& variable) {
   const vel::HeapAddress address = variable.iecAddress();
-  if (address.area == 0) {
-    return {Place::Kind::Object, names.of(*variable.owner).data + "." + names.of(variable)};
-  }
+  if (address.area == 0) return {Place::Kind::Object, data + "." + names.of(variable)};
   return Place::ofAddress(address, variable.backendAddress(),
                           cType(variable.dataType()->dataType()));
 }

@@ -25,7 +25,8 @@ class FileWriter {
   FileContext file_;
 };
 
-// A variable of a PROGRAM or a global one, for C code that is appended to the file.
-Place globalPlace(const SymbolNames& names, const VarSymbol& variable);
+// A variable of a PROGRAM or a global one, for C code that is appended to the file. `data` is the
+// object that contains it unless it has an address.
+Place globalPlace(const SymbolNames& names, const std::string& data, const VarSymbol& variable);
 
 }  // namespace refhost

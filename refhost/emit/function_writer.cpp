@@ -10,6 +10,15 @@ namespace refhost {
 
 using vel::POUType;
 
+namespace {
+
+// True of a PROGRAM that no configuration instantiates: its functions take no pointer.
+bool hasOneInstance(const UnitSymbol& unit) {
+  return unit.type() == POUType::Program && !unit.instantiated;
+}
+
+}  // namespace
+
 FunctionWriter::FunctionWriter(FileContext& file, const UnitSymbol* unit)
     : file_(file),
       body_(file.names, unit),
@@ -109,8 +118,8 @@ void FunctionWriter::appendInitialisation(std::string& out) {
   const UnitSymbol& unit = *body_.unit;
   body_.usesSelf = true;
   const UnitSymbol* const globals = file_.services.symbols.globals();
-  if (globals != nullptr && unit.type() == POUType::Program)
-    body_.line(file_.names.of(*globals).init + "();");
+  const bool alone = hasOneInstance(unit);
+  if (globals != nullptr && alone) body_.line(file_.names.of(*globals).init + "();");
   const bool large =
       std::any_of(unit.variables().begin(), unit.variables().end(),
                   [](const auto& member) { return isComposite(member->dataType()); });
@@ -119,7 +128,7 @@ void FunctionWriter::appendInitialisation(std::string& out) {
                    : fmt::format("*self = (struct {}){{0}};", file_.names.of(unit).name));
   initials_.initialiseAll(unit, true);
   const std::string text = take(true);
-  if (unit.type() == POUType::Program) {
+  if (alone) {
     out += programHead(unit, file_.names.of(unit).init);
   } else {
     out += fmt::format("\nstatic void {}(struct {}* self) {{\n", file_.names.of(unit).init,
@@ -150,7 +159,7 @@ void FunctionWriter::appendBody(std::string& out) {
   statements_.statements(unit.node->leaf(Unit::kBody));
   std::string text = take(true);
   text += "}\n";
-  if (unit.type() == POUType::Program) {
+  if (hasOneInstance(unit)) {
     out += programHead(unit, file_.names.of(unit).scan);
   } else {
     // Standard blocks are small, and their arguments are often constant, so inlining pays.
@@ -177,6 +186,20 @@ void FunctionWriter::appendInitialisation(const StructType& structure, std::stri
   }
   out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", file_.names.of(structure).init,
                      file_.names.of(structure).name, take(true));
+}
+
+void FunctionWriter::appendScan(const ProgramInstance& instance, std::string& out) {
+  file_.services.calls.currentUnit = instance.name;
+  const Place data{Place::Kind::Object, file_.names.of(instance).data};
+  expressions_.calls.record(*instance.connections, *instance.program);
+  statements_.runInstance(*instance.connections, *instance.program, data);
+  out += fmt::format("\nvoid {}(void) {{\n{}}}\n", file_.names.of(instance).scan, take(false));
+}
+
+void FunctionWriter::appendCondition(const Task& task, const std::string& name, std::string& out) {
+  file_.services.calls.currentUnit = task.name;
+  body_.statement("return " + expressions_.expressionText(task.single));
+  out += fmt::format("\nstatic u8 {}(void) {{\n{}}}\n", name, take(false));
 }
 
 std::string FunctionWriter::programHead(const UnitSymbol& program, const std::string& name) const {

@@ -10,7 +10,8 @@ namespace refhost {
 
 class FunctionWriter {
  public:
-  // `unit` is the one that the function belongs to; null for the initialisation of a structure.
+  // `unit` is the one that the function belongs to; null for the initialisation of a structure and
+  // the functions of a configuration.
   FunctionWriter(FileContext& file, const UnitSymbol* unit);
 
   // Each appends a complete function. Only one of them may be called, and only once.
@@ -19,6 +20,9 @@ class FunctionWriter {
   void appendBody(std::string& out);            // of a FUNCTION_BLOCK or PROGRAM
   void appendGlobalsInitialisation(std::string& out);
   void appendInitialisation(const StructType& structure, std::string& out);
+  void appendScan(const ProgramInstance& instance, std::string& out);
+  // The function `name`, which returns the value of SINGLE.
+  void appendCondition(const Task& task, const std::string& name, std::string& out);
 
   vel::Generator& generator() { return expressions_; }
 

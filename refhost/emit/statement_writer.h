@@ -17,6 +17,9 @@ class StatementWriter {
 
   // `list` may be null.
   void statements(const vel::ASTNode* list);
+  // Copies the inputs of `call` to `instance`, runs the body of `block`, a function block or a
+  // PROGRAM with instances, and copies the outputs.
+  void runInstance(const Call& call, const UnitSymbol& block, const Place& instance);
 
  private:
   void statement(const vel::ASTNode& node);

@@ -3,7 +3,9 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
+#include "refhost/services/configuration.h"
 #include "refhost/services/derived_types.h"
 
 namespace refhost {
@@ -14,6 +16,16 @@ struct UnitNames {
   std::string body;  // of a function block
   std::string scan;  // of a program
   std::string data;  // of a program: the object that contains its variables
+};
+
+struct ConfigurationNames {
+  std::string init;
+  std::string tasks;  // the table
+  struct Row {
+    std::string run;
+    std::string single;  // empty for none
+  };
+  std::vector<Row> rows;  // of the schedule
 };
 
 struct TypeNames {  // of a structure or an array
@@ -27,10 +39,15 @@ class SymbolNames {
   const std::string& of(const VarSymbol& variable) const { return find(variables_, variable); }
   const UnitNames& of(const UnitSymbol& unit) const { return find(units_, unit); }
   const TypeNames& of(const vel::SymbolDataType& type) const { return find(types_, type); }
+  // `init`, `scan` and `data`.
+  const UnitNames& of(const ProgramInstance& instance) const { return find(instances_, instance); }
 
   std::string& operator[](const VarSymbol& variable) { return variables_[&variable]; }
   UnitNames& operator[](const UnitSymbol& unit) { return units_[&unit]; }
   TypeNames& operator[](const vel::SymbolDataType& type) { return types_[&type]; }
+  UnitNames& operator[](const ProgramInstance& instance) { return instances_[&instance]; }
+
+  ConfigurationNames configuration;  // empty without program instances
 
   void clear() { *this = {}; }
 
@@ -46,6 +63,7 @@ class SymbolNames {
   std::unordered_map<const VarSymbol*, std::string> variables_;
   std::unordered_map<const UnitSymbol*, UnitNames> units_;
   std::unordered_map<const vel::SymbolDataType*, TypeNames> types_;
+  std::unordered_map<const ProgramInstance*, UnitNames> instances_;
 };
 
 }  // namespace refhost

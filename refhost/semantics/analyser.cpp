@@ -6,6 +6,7 @@ void Analyser::run() {
   Declarations& declarations = parts_.declarations;
   SymbolTable& symbols = context_.services.symbols;
   declarations.declareUnits();
+  parts_.configurations.declare();
   // A unit of the prelude that the program names is appended to the units while they are analysed.
   const std::vector<UnitSymbol*>& units = symbols.units();
   const std::size_t own = units.size();

@@ -274,15 +274,16 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
 }
 
 // Declares the hidden variable in which an edge detection keeps its operand between scans: one for
-// each distinct text of a call in a unit, in device memory for programs.
+// each distinct text of a call in a unit, in device memory for programs that have no instances.
 void Calls::declareEdgeState(const Call& call) {
   if (!call.traits()->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
   const std::string name = edgeStateName(call);
   if (context_.unit->variable(name) != nullptr) return;
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
                                           Role::EdgeState, context_.unit);
-  if (context_.unit->type() == vel::POUType::Program)
+  if (context_.unit->type() == vel::POUType::Program && !context_.unit->instantiated) {
     cell->keepAt(services_.memory.allocateState());
+  }
   context_.unit->addVariable(std::move(cell));
 }
 

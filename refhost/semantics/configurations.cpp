@@ -1,7 +1,13 @@
+#include "refhost/semantics/configurations.h"
+
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <optional>
 
 #include "hostkit/folding.h"
+#include "hostkit/literal.h"
+#include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
 
 namespace refhost {
@@ -15,56 +21,162 @@ struct TaskProperty {
   std::string_view name;
   BasicDataType type;
 };
-constexpr TaskProperty kTaskProperties[] = {{"INTERVAL", BasicDataType::Time},
-                                            {"SINGLE", BasicDataType::Bool},
-                                            {"PRIORITY", BasicDataType::UInt}};
+constexpr std::array<TaskProperty, 3> kTaskProperties{{{"INTERVAL", BasicDataType::Time},
+                                                       {"SINGLE", BasicDataType::Bool},
+                                                       {"PRIORITY", BasicDataType::UInt}}};
+
+// Has the operators that remember their operand take a hidden variable of the instance for it
+// rather than a byte of device memory: see the table of questions in docs/hosts.md.
+constexpr int kKindOfInstances = 2;
+
+std::string nameOf(const Text* text) { return text != nullptr ? text->text() : ""; }
+std::string nameOf(const ASTNode& item) { return static_cast<const Text&>(*item.leaf(0)).text(); }
+
+// The milliseconds of a literal or a constant; empty for other expressions.
+std::optional<std::int64_t> constantTime(const Expr& value) {
+  const Expr* expr = &value;
+  // A constant that depends on itself has been reported.
+  for (int depth = 0; expr != nullptr && depth < 1000; ++depth) {
+    if (const Literal* const literal = literalOf(*expr)) return literal->value.ticks;
+    const VarSymbol* const variable = asVariable(expr->symbol);
+    expr = variable != nullptr && variable->constant ? variable->initial : nullptr;
+  }
+  return {};
+}
 
 }  // namespace
 
-void Configurations::analyseTask(const ASTNode& task) {
-  ASTNode& properties = *task.leaf(1)->leaf(1);
+void Configurations::declare() {
+  FoldedMap<const Text*> resources;
+  for (const Text* const resource : tree_.resources) {
+    const auto [known, added] = resources.emplace(resource->text(), resource);
+    if (!added) sayRedeclared(*resource, resource->text(), known->second);
+  }
+  for (const ConfigurationItem* const node : tree_.tasks) declareTask(*node);
+  for (const ConfigurationItem* const node : tree_.instances) declareInstance(*node);
+}
+
+void Configurations::declareTask(const ConfigurationItem& node) {
+  Configuration& configuration = services_.configuration;
+  Task task;
+  task.resource = nameOf(node.resource);
+  task.name = nameOf(node);
+  task.node = &node;
+  if (const Task* const known = configuration.task(task.resource, task.name)) {
+    sayRedeclared(*node.leaf(0), task.name, known->node->leaf(0));
+    return;
+  }
+  configuration.tasks.push_back(std::move(task));
+}
+
+const Task* Configurations::taskOf(const ConfigurationItem& instance) {
+  const ASTNode* const name = instance.leaf(2);
+  if (name == nullptr) return nullptr;
+  const std::string_view wanted = TreeBuilder::source(*name);
+  for (const std::string& resource : {nameOf(instance.resource), std::string()}) {
+    const Task* const task = services_.configuration.task(resource, wanted);
+    if (task != nullptr) return task;
+  }
+  say(*name, message::kUnknownTask, wanted);
+  return nullptr;
+}
+
+void Configurations::declareInstance(const ConfigurationItem& node) {
+  Configuration& configuration = services_.configuration;
+  const std::string owner = nameOf(node.configuration);
+  if (configuration.instances.empty()) {
+    configuration.name = owner;
+  } else if (!equalIgnoringCase(configuration.name, owner)) {
+    say(*node.leaf(0), message::kSecondConfiguration, configuration.name)
+        .note(rangeOf(*configuration.instances.front().node), "its first instance is here");
+    return;
+  }
+  ProgramInstance instance;
+  instance.resource = nameOf(node.resource);
+  instance.name = nameOf(node);
+  instance.retention = node.retention;
+  instance.task = taskOf(node);
+  instance.connections = static_cast<Call*>(node.leaf(1));
+  const std::string_view type = TreeBuilder::source(*instance.connections->leaf(0));
+  instance.program = services_.symbols.unit(type);
+  if (instance.program == nullptr || instance.program->type() != vel::POUType::Program) {
+    say(*instance.connections, message::kNotAProgram, type);
+    return;
+  }
+  instance.node = &node;
+  if (const auto* const known = configuration.instance(instance.resource, instance.name)) {
+    sayRedeclared(*node.leaf(0), instance.name, known->node->leaf(0));
+    return;
+  }
+  instance.program->instantiated = true;
+  instance.program->node->kind = kKindOfInstances;
+  configuration.instances.push_back(std::move(instance));
+}
+
+void Configurations::setProperty(Task& task, BasicDataType type, const Expr& value) {
+  if (type == BasicDataType::Bool) {
+    task.single = const_cast<Expr*>(&value);
+  } else if (type == BasicDataType::Time) {
+    task.interval = constantTime(value).value_or(-1);
+    if (task.interval < 0) say(value, message::kTaskInterval, TreeBuilder::source(value));
+  } else {
+    const std::int64_t priority = constantInteger(value).value_or(-1);
+    const bool fits = priority >= 0 && priority <= std::numeric_limits<std::uint16_t>::max();
+    if (!fits) say(value, message::kTaskPriority, TreeBuilder::source(value));
+    task.priority = priority;
+  }
+}
+
+void Configurations::analyseTask(Task& task) {
+  ASTNode& properties = *task.node->leaf(1)->leaf(1);
+  std::array<const Expr*, kTaskProperties.size()> given{};
+  const std::size_t before = messages_.count();
   for (int i = 0; i < properties.leavesCount(); ++i) {
     ASTNode& property = *properties.leaf(i);
     const bool named = kindOf(property) == NodeKind::Argument;
     const std::string_view name = TreeBuilder::source(named ? *property.leaf(0) : property);
     const auto* const known =
-        std::find_if(std::begin(kTaskProperties), std::end(kTaskProperties),
+        std::find_if(kTaskProperties.begin(), kTaskProperties.end(),
                      [name](const TaskProperty& row) { return equalIgnoringCase(row.name, name); });
-    if (!named || known == std::end(kTaskProperties)) {
+    if (!named || known == kTaskProperties.end()) {
       say(property, message::kTaskProperty, name);
       continue;
     }
-    const Expr& value = parts_.expressions.analyseLeaf(property, 1);
-    parts_.assignments.check(services_.symbols.elementary(known->type), value.dataType, value);
+    const Expr*& value = given[static_cast<std::size_t>(known - kTaskProperties.begin())];
+    if (value != nullptr) {
+      say(property, message::kArgumentTwice, name);
+      continue;
+    }
+    const std::size_t first = messages_.count();
+    value = &parts_.expressions.analyseLeaf(property, 1);
+    parts_.assignments.check(services_.symbols.elementary(known->type), value->dataType, *value);
+    if (!hasErrorFrom(first)) setProperty(task, known->type, *value);
+  }
+  if (hasErrorFrom(before)) return;
+  const auto& [interval, single, priority] = given;
+  if (single != nullptr || task.interval != 0) return;
+  if (interval != nullptr) {
+    say(*interval, message::kTaskInterval, TreeBuilder::source(*interval));
+  } else {
+    say(*task.node->leaf(0), message::kTaskNeverDue, task.name);
   }
 }
 
 // The connections of an instance are checked like the arguments of a call of the PROGRAM.
-void Configurations::analyseInstance(const ASTNode& instance) {
-  auto& connections = static_cast<Call&>(*instance.leaf(1));
-  const std::string_view name = TreeBuilder::source(*connections.leaf(0));
-  UnitSymbol* const program = services_.symbols.unit(name);
-  if (program == nullptr || program->type() != vel::POUType::Program) {
-    say(connections, message::kNotAProgram, name);
-  } else {
-    parts_.calls.analyseArguments(connections, *program);
-  }
-  const ASTNode* const task = instance.leaf(2);
-  const auto isNamed = [task](const Node* candidate) {
-    return equalIgnoringCase(TreeBuilder::source(*candidate->leaf(0)), TreeBuilder::source(*task));
-  };
-  if (task != nullptr && std::none_of(tree_.tasks.begin(), tree_.tasks.end(), isNamed)) {
-    say(*task, message::kUnknownTask, TreeBuilder::source(*task));
-  }
-}
-
 void Configurations::analyseConfigurations() {
-  if (tree_.tasks.empty() && tree_.instances.empty()) return;
+  Configuration& configuration = services_.configuration;
+  if (configuration.tasks.empty() && configuration.instances.empty()) return;
   UnitSymbol empty(&services_, tree_.make<Unit>("", vel::POUType::Program));
-  context_.unit = &empty;
-  context_.unitName.clear();
-  for (const Node* const task : tree_.tasks) analyseTask(*task);
-  for (const Node* const instance : tree_.instances) analyseInstance(*instance);
+  context_.enter(empty);
+  for (Task& task : configuration.tasks) analyseTask(task);
+  for (const ProgramInstance& instance : configuration.instances) {
+    parts_.calls.analyseArguments(*instance.connections, *instance.program);
+  }
+  if (configuration.instances.empty()) return;
+  for (const UnitSymbol* const unit : services_.symbols.units()) {
+    if (unit->type() != vel::POUType::Program || unit->instantiated) continue;
+    say(*unit->node->leaf(Unit::kName), message::kNoInstance, unit->name());
+  }
 }
 
 }  // namespace refhost

@@ -9,11 +9,18 @@ class Configurations : public Part {
  public:
   using Part::Part;
 
+  // Enters tasks and instances in the configuration of the services; the units must have been
+  // declared, but none analysed. The instance `Resource.Instance` is found there from now on.
+  void declare();
+  // Analyses the properties of tasks and the connections of instances.
   void analyseConfigurations();
 
  private:
-  void analyseTask(const ASTNode& task);
-  void analyseInstance(const ASTNode& instance);
+  void declareTask(const ConfigurationItem& node);
+  void declareInstance(const ConfigurationItem& node);
+  const Task* taskOf(const ConfigurationItem& instance);
+  void analyseTask(Task& task);
+  void setProperty(Task& task, BasicDataType type, const Expr& value);
 };
 
 }  // namespace refhost

@@ -147,6 +147,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->typeInitial = resolved.initial;
   variable->constant = block.constant;
+  variable->retention = block.retention;
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
     // Nothing calls a PROGRAM, so its parameters may have fixed addresses.
     if (variable->isParameter() && unit.type() != vel::POUType::Program) {

@@ -6,6 +6,7 @@
 #include "hostkit/device_map.h"
 #include "hostkit/services.h"
 #include "refhost/services/call_graph.h"
+#include "refhost/services/configuration.h"
 #include "refhost/services/symbol_table.h"
 
 namespace refhost {
@@ -39,6 +40,7 @@ class Services final : public hostkit::Answers, public hostkit::Services {
   SymbolTable symbols;
   DeviceMap memory;
   CallGraph calls;
+  Configuration configuration;
 };
 
 }  // namespace refhost

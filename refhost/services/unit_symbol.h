@@ -73,6 +73,7 @@ class VarSymbol final : public vel::SymbolVar {
   Expr* initial = nullptr;            // null for none
   Expr* typeInitial = nullptr;        // declared with its type; null for none
   bool constant = false;
+  Retention retention = Retention::Unsaid;
   const TypedConstant* value = nullptr;  // of a constant; null if it is not a known integer
   bool refused = false;                  // a constant that depends on a cycle
   Progress progress = Progress::Waiting;
@@ -125,6 +126,7 @@ class UnitSymbol final : public vel::SymbolPOU {
   VarSymbol* result = nullptr;  // of a function, null if it returns no value
   bool storesEnabled = false;   // contains a call that stores its ENO
   bool standard = false;        // from the prelude
+  bool instantiated = false;    // a PROGRAM of which a configuration has instances
   // Of anonymous enumerations in its declarations; null for a value of several.
   FoldedMap<NamedValue*> namedValues;
 

@@ -125,7 +125,7 @@ unit:
 | TYPE type_declarations END_TYPE
 | TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
 | global_block
-| CONFIGURATION unit_name configuration END_CONFIGURATION
+| CONFIGURATION unit_name { make.beginConfiguration($2); } configuration END_CONFIGURATION
 | ';'
 ;
 
@@ -181,11 +181,11 @@ var_keyword:
 ;
 
 qualifiers:
-  %empty                 { $$ = Qualifiers{false, false}; }
-| qualifiers CONSTANT    { $$ = Qualifiers{true, $1.retain}; }
-| qualifiers RETAIN      { $$ = Qualifiers{$1.constant, true}; }
-| qualifiers PERSISTENT  { $$ = Qualifiers{$1.constant, true}; }
-| qualifiers NON_RETAIN  { $$ = Qualifiers{$1.constant, false}; }
+  %empty                 { $$ = Qualifiers{false, Retention::Unsaid}; }
+| qualifiers CONSTANT    { $$ = Qualifiers{true, $1.retention}; }
+| qualifiers RETAIN      { $$ = Qualifiers{$1.constant, Retention::Retain}; }
+| qualifiers PERSISTENT  { $$ = Qualifiers{$1.constant, Retention::Retain}; }
+| qualifiers NON_RETAIN  { $$ = Qualifiers{$1.constant, Retention::NonRetain}; }
 ;
 
 var_decls:
@@ -382,7 +382,8 @@ field: IDENTIFIER ASSIGN initial_item  { $$ = make.input(@$, @1, $3); };
 configuration:
   %empty
 | configuration configuration_item
-| configuration RESOURCE unit_name processor resource END_RESOURCE
+| configuration RESOURCE unit_name processor { make.beginResource($3); } resource END_RESOURCE
+    { make.endResource(); }
 | configuration error mistake_end
 ;
 
@@ -399,7 +400,7 @@ configuration_item:
 | TASK IDENTIFIER '(' arguments ')' ';'
     { make.task(@$, @2, {@3.begin, @5.end}, $4); }
 | PROGRAM qualifiers IDENTIFIER task ':' IDENTIFIER connections ';'
-    { make.programInstance(@$, @3, $4, @6, @7, $7); }
+    { make.programInstance(@$, $2, @3, $4, @6, @7, $7); }
 | ';'
 ;
 

@@ -50,8 +50,8 @@ enum class NodeKind : std::int32_t {
   Range,            // [low Expr, high Expr]
   TypeDecl,         // [name Text, TypeSpec, initial value Expr?]
   EnumValue,        // [name Text, value Expr?], in an EnumTypeSpec
-  Task,             // [name Text, Call of this name, whose arguments are the properties]
-  ProgramInstance,  // [name Text, Call of the PROGRAM, task's name Text?]
+  Task,             // ConfigurationItem: [name Text, Call of this name with the properties]
+  ProgramInstance,  // ConfigurationItem: [name Text, Call of the PROGRAM, task's name Text?]
 };
 
 // Kinds of statements, the nodes in a StatementList. Every switch over them names them all, so
@@ -196,13 +196,17 @@ class TypeSpec final : public ASTNode {
 
 enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp, Global, External };
 
+// Whether a variable keeps its value without power. `Unsaid` leaves it to the instance's own
+// declaration.
+enum class Retention : std::uint8_t { Unsaid, Retain, NonRetain };
+
 class VarBlock final : public ASTNode {
  public:
   VarBlock() : ASTNode(astType(NodeKind::VarBlock)) {}
 
   VarSection section = VarSection::Var;
   bool constant = false;
-  bool retain = false;
+  Retention retention = Retention::Unsaid;
 };
 
 // R_EDGE or F_EDGE of an input: the body sees only the edges of its value.
@@ -224,6 +228,17 @@ class Unit final : public ::POUDeclaration {
   static constexpr int kName = 0, kReturnType = 1, kVarBlocks = 2, kBody = 3;
 
   Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
+};
+
+// A task or a program instance.
+class ConfigurationItem final : public ASTNode {
+ public:
+  explicit ConfigurationItem(NodeKind kind) : ASTNode(astType(kind)) {}
+
+  // Names; null for none.
+  const Text* configuration = nullptr;
+  const Text* resource = nullptr;
+  Retention retention = Retention::Unsaid;  // of an instance
 };
 
 // True if `matches` is true for `root` or one of its descendants. The first leaf is visited by a
@@ -276,8 +291,9 @@ class Tree {
   std::vector<Unit*> units;
   std::vector<Node*> types;  // TypeDecl nodes
   std::vector<VarBlock*> globals;
-  std::vector<Node*> tasks;
-  std::vector<Node*> instances;  // of PROGRAMs, in configurations
+  std::vector<const Text*> resources;  // the names of RESOURCEs
+  std::vector<ConfigurationItem*> tasks;
+  std::vector<ConfigurationItem*> instances;  // of PROGRAMs, in configurations
 
  private:
   std::pmr::monotonic_buffer_resource arena_;

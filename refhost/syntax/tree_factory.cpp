@@ -353,7 +353,7 @@ Value TreeFactory::edgeDetecting(Value declaration, Edge edge) {
 Value TreeFactory::varBlock(Span span, Qualifiers qualifiers, NodeList declarations) {
   auto* block = tree_.make<VarBlock>();
   block->constant = qualifiers.constant;
-  block->retain = qualifiers.retain;
+  block->retention = qualifiers.retention;
   return link(block, span, items(declarations), declarations.count);
 }
 
@@ -383,18 +383,36 @@ void TreeFactory::globals(Value block) {
 
 // --- Configurations ---
 
+void TreeFactory::beginConfiguration(Value configurationName) {
+  configuration_ = static_cast<const Text*>(configurationName.node);
+  resource_ = nullptr;
+}
+
+void TreeFactory::beginResource(Value resourceName) {
+  resource_ = static_cast<const Text*>(resourceName.node);
+  if (resource_ != nullptr) tree_.resources.push_back(resource_);
+}
+
+ConfigurationItem* TreeFactory::configurationItem(NodeKind kind) {
+  auto* node = tree_.make<ConfigurationItem>(kind);
+  node->configuration = configuration_;
+  node->resource = resource_;
+  return node;
+}
+
 void TreeFactory::task(Span span, Span taskName, Span parameters, NodeList arguments) {
   const Value properties = call(span, name(taskName), parameters, arguments);
-  auto* node = tree_.make<Node>(NodeKind::Task);
+  ConfigurationItem* const node = configurationItem(NodeKind::Task);
   link(node, span, std::array{name(taskName), properties}.data(), 2);
   tree_.tasks.push_back(node);
 }
 
-void TreeFactory::programInstance(Span span, Span instanceName, Value task, Span program,
-                                  Span parameters, NodeList arguments) {
+void TreeFactory::programInstance(Span span, Qualifiers qualifiers, Span instanceName, Value task,
+                                  Span program, Span parameters, NodeList arguments) {
   const Value connections =
       call({program.begin, parameters.end}, name(program), parameters, arguments);
-  auto* node = tree_.make<Node>(NodeKind::ProgramInstance);
+  ConfigurationItem* const node = configurationItem(NodeKind::ProgramInstance);
+  node->retention = qualifiers.retention;
   link(node, span, std::array{name(instanceName), connections, task}.data(), 3);
   tree_.instances.push_back(node);
 }

@@ -30,7 +30,7 @@ struct NodeList {
 
 struct Qualifiers {
   bool constant;
-  bool retain;
+  Retention retention;
 };
 
 // Copied word by word: the parser copies values right after it has written them, and a read of both
@@ -111,9 +111,12 @@ class TreeFactory {
             Value body);
 
   // Configurations.
+  void beginConfiguration(Value configurationName);
+  void beginResource(Value resourceName);
+  void endResource() { resource_ = nullptr; }
   void task(Span span, Span taskName, Span parameters, NodeList arguments);
-  void programInstance(Span span, Span instanceName, Value task, Span program, Span parameters,
-                       NodeList arguments);
+  void programInstance(Span span, Qualifiers qualifiers, Span instanceName, Value task,
+                       Span program, Span parameters, NodeList arguments);
 
   // Statements. If a condition, selector or bound has a syntax error, no statement is made.
   Value statementList(Span span, NodeList statements);
@@ -138,6 +141,7 @@ class TreeFactory {
   Value finish(ASTNode* node, Span span, const Value* leaves, std::size_t count);
   Value finish(ASTNode* node, Span span, std::initializer_list<Value> leaves);
   Value expression(ExprKind kind, Span span, std::initializer_list<Value> leaves);
+  ConfigurationItem* configurationItem(NodeKind kind);
   const LiteralValue& literalValue(Span span, std::string_view text);
   Value constant(Span span, std::string_view text);
   Value argument(Argument* node, Span span, Span formalName, Value actual);
@@ -150,6 +154,8 @@ class TreeFactory {
   std::uint32_t file_;
   Tree& tree_;
   SyntaxErrors& errors_;
+  const Text* configuration_ = nullptr;  // the names of those that are open; null for none
+  const Text* resource_ = nullptr;
   // By their text, since programs repeat the same literals.
   std::unordered_map<std::string_view, const LiteralValue*> literals_;
   std::vector<Value> stack_;    // items of lists that are not leaves yet

@@ -100,11 +100,53 @@ TEST_F(Velc, SharesGlobalVariablesBetweenFiles) {
       "TYPE Name : STRING[N]; END_TYPE\n"
       "VAR_GLOBAL CONSTANT N : INT := M + 1; M : INT := 2; END_VAR\n");
   const std::string shown = " --scans 2 --show TOTAL --show n --show %QB5";
-  const std::string values = "B.total = 7\nB.sum = 9\ntotal = 16\nN = 3\n%QB5 = 9\n";
-  EXPECT_EQ(velc("run use.st declare.st" + shown).out, "A.t = 'abc'\n" + values);
-  EXPECT_EQ(velc("run declare.st use.st --set name=\"'xy'\"" + shown).out, "A.t = 'xy'\n" + values);
+  const std::string values = "second.total = 7\nsecond.sum = 9\ntotal = 9\nN = 3\n%QB5 = 9\n";
+  EXPECT_EQ(velc("run use.st declare.st" + shown).out, "first.t = 'abc'\n" + values);
+  EXPECT_EQ(velc("run declare.st use.st --set name=\"'xy'\"" + shown).out,
+            "first.t = 'xy'\n" + values);
   EXPECT_EQ(velc("run use.st declare.st --show shared").err,
             "velc: --show: 'shared' is no device address and no global variable\n");
+}
+
+// Two instances of one PROGRAM share addresses and global variables only. Tasks are due by the
+// simulated time: `slow` in the scans at 0, 30 and 50 ms, `edge` in every second one.
+TEST_F(Velc, RunsTheInstancesOfAConfiguration) {
+  write(
+      "plant.st",
+      "FUNCTION_BLOCK Count VAR_INPUT u : BOOL R_EDGE; END_VAR VAR_OUTPUT n : INT; END_VAR\n"
+      "IF u THEN n := n + 1; END_IF END_FUNCTION_BLOCK\n"
+      "PROGRAM Line VAR_INPUT go : BOOL R_EDGE; {bitparam} w : WORD; k : INT := 9; z AT %IW4 :\n"
+      "INT; END_VAR VAR_OUTPUT sum : INT; END_VAR VAR c : Count; n, o : INT; here AT %MW6 : INT;\n"
+      "END_VAR n := n + 1; here := here + 1; c(u := flip); o := c.n;\n"
+      "IF go THEN n := n + 100; END_IF IF MEP(flip) OR GETBITOFPARAM(w, 2) THEN sum := sum + 1;\n"
+      "END_IF order := order * 10 + k; END_PROGRAM\n"
+      "PROGRAM Toggle VAR_IN_OUT what : BOOL; END_VAR what := NOT what; END_PROGRAM\n"
+      "CONFIGURATION Plant\n"
+      "  VAR_GLOBAL flip, lit : BOOL; order : LINT; first : LREAL; bits : WORD; END_VAR\n"
+      "  RESOURCE Cpu ON Soft\n"
+      "    TASK slow(INTERVAL := T#25ms, PRIORITY := 2); TASK edge(SINGLE := flip, PRIORITY := "
+      "3);\n"
+      "    TASK fast(INTERVAL := T#5ms, PRIORITY := 1);\n"
+      "    PROGRAM a WITH slow : Line(go := lit, k := 1, w := bits, sum => first);\n"
+      "    PROGRAM b WITH fast : Line(k := 2, z := 77);\n"
+      "    PROGRAM e WITH edge : Line;\n"
+      "    PROGRAM t : Toggle(flip);\n"
+      "  END_RESOURCE\nEND_CONFIGURATION\n");
+  EXPECT_EQ(
+      velc("run plant.st --scans 7 --set lit=TRUE --set bits=4 --show first --show order").out,
+      "a.go = TRUE\na.w = 16#4\na.k = 1\na.z = 77\na.sum = 3\na.n = 103\na.o = 1\n"
+      "a.here = 13\nb.go = FALSE\nb.w = 16#0\nb.k = 2\nb.z = 77\nb.sum = 3\nb.n = 7\n"
+      "b.o = 3\nb.here = 13\ne.go = FALSE\ne.w = 16#0\ne.k = 9\ne.z = 77\ne.sum = 1\n"
+      "e.n = 3\ne.o = 1\ne.here = 13\nfirst = 3.0\norder = 2129221922192\n");
+  write("two.st",
+        "PROGRAM P VAR n : INT; END_VAR n := n + 1; g := g * 10 + n; END_PROGRAM\n"
+        "VAR_GLOBAL g : LINT; f : BOOL; END_VAR\n"
+        "CONFIGURATION C RESOURCE A ON X TASK t(INTERVAL := T#10ms, SINGLE := f, PRIORITY := 9);\n"
+        "PROGRAM p WITH t : P; END_RESOURCE RESOURCE B ON X TASK t(INTERVAL := T#20ms);\n"
+        "PROGRAM p WITH t : P; END_RESOURCE END_CONFIGURATION");
+  EXPECT_EQ(velc("run two.st --cycle T#7ms --scans 5 --set b.p.n=5 --show g").out,
+            "A.p.n = 3\nB.p.n = 7\ng = 16237\n");
+  EXPECT_EQ(velc("run two.st --scans 5 --set f=TRUE --set a.p.n=2").out, "A.p.n = 3\nB.p.n = 3\n");
 }
 
 // Device memory and direct I/O, run in both notations.

@@ -79,7 +79,8 @@ std::string showUnit(const refhost::Unit& unit) {
 std::string showBlock(const refhost::VarBlock& block) {
   constexpr const char* kSections[] = {"var", "input", "output", "in_out", "temp"};
   return list(std::string(kSections[static_cast<int>(block.section)]) +
-                  (block.constant ? " constant" : "") + (block.retain ? " retain" : ""),
+                  (block.constant ? " constant" : "") +
+                  (block.retention == refhost::Retention::Retain ? " retain" : ""),
               block);
 }
 
