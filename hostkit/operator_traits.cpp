@@ -16,19 +16,22 @@ using Result = OperatorTraits::Result;
 // clang-format off
 constexpr OperatorTraits kRows[] = {
     {"SEL",           Family::Selection,  {"G", "IN0", "IN1"},  Result::Chosen, 1},
-    {"LIMIT",         Family::Selection,  {"MN", "IN", "MX"},   Result::Chosen, 0, 0, T::kCompares},
+    {"LIMIT",         Family::Selection,  {"MN", "IN", "MX"},   Result::Chosen, 0, 0,
+     T::kCompares | T::kRepeatsOperands},
     {"MIN",           Family::Selection,  {"IN1", {}, {}},      Result::Chosen, 0, 0,
-     T::kCompares | T::kExtensible},
+     T::kCompares | T::kExtensible | T::kRepeatsOperands},
     {"MAX",           Family::Selection,  {"IN1", {}, {}},      Result::Chosen, 0, 0,
-     T::kCompares | T::kExtensible},
+     T::kCompares | T::kExtensible | T::kRepeatsOperands},
     {"MUX",           Family::Selection,  {"K", "IN0", {}},     Result::Chosen, 1, 0,
      T::kExtensible | T::kCastsOperands | T::kWritesOperandsBare},
-    {"SHL",           Family::Shift,      {"IN", "N", {}}},
-    {"SHR",           Family::Shift,      {"IN", "N", {}}},
+    {"SHL",           Family::Shift,      {"IN", "N", {}},      Result::Computed, 0, 0,
+     T::kRepeatsOperands},
+    {"SHR",           Family::Shift,      {"IN", "N", {}},      Result::Computed, 0, 0,
+     T::kRepeatsOperands},
     {"ROL",           Family::Rotation,   {"IN", "N", {}},      Result::Computed, 0, 0,
-     T::kWritesOperandsBare},
+     T::kWritesOperandsBare | T::kRepeatsOperands},
     {"ROR",           Family::Rotation,   {"IN", "N", {}},      Result::Computed, 0, 0,
-     T::kWritesOperandsBare},
+     T::kWritesOperandsBare | T::kRepeatsOperands},
     {"MEP",           Family::Edge,       {"IN", {}, {}},       Result::Computed, 0, 0, T::kRemembers},
     {"MEF",           Family::Edge,       {"IN", {}, {}},       Result::Computed, 0, 0, T::kRemembers},
     {"MOVE",          Family::Assignment, {"IN", {}, {}},       Result::Passed},
@@ -63,7 +66,7 @@ constexpr OperatorTraits kRows[] = {
     {"TO_STRING",     Family::StringConversion, {"IN", {}, {}}, Result::Converted, 0, 0, T::kGivesText},
     {"TO_WSTRING",    Family::StringConversion, {"IN", {}, {}}, Result::Converted, 0, 0, T::kGivesText},
     {"TO_BOOL",       Family::Conversion, {"IN", {}, {}},       Result::ComparedTo0},
-    {"TO_*",          Family::GenericConversion, {"IN", {}, {}}, Result::Converted},
+    {"TO_*",          Family::GenericConversion, {"IN", {}, {}}, Result::Converted, 0, 0, T::kRepeatsReals},
     {"STRING_TO_*",   Family::StringConversion},
     {"WSTRING_TO_*",  Family::StringConversion},
     {"LTIME_TO_STRING",  Family::StringConversion, {"IN", {}, {}}, Result::Computed, 0, 0, T::kTakesLTime},
@@ -71,10 +74,11 @@ constexpr OperatorTraits kRows[] = {
     {"*_TO_STRING",   Family::StringConversion},
     {"*_TO_WSTRING",  Family::StringConversion},
     {"LTIME_TO_*",    Family::Conversion, {"IN", {}, {}},       Result::Computed, 0, 0, T::kTakesLTime},
-    {"*_TO_*",        Family::Conversion},
+    {"*_TO_*",        Family::Conversion, {"IN", {}, {}},       Result::Computed, 0, 0, T::kRepeatsReals},
 };
 // clang-format on
-constexpr OperatorTraits kUnknown{"*"};
+constexpr OperatorTraits kUnknown{"*", Family::Other,      {"IN", {}, {}}, Result::Computed, 0,
+                                  0,   T::kRepeatsOperands};
 
 bool matches(std::string_view pattern, std::string_view name) {
   const std::size_t star = pattern.find('*');

@@ -63,6 +63,8 @@ struct OperatorTraits {
     kGivesSize = 256,         // gives a size_t of C
     kTakesLTime = 512,        // its operand is an LTIME, to which a TIME must be converted
     kGivesText = 1024,        // formats a value of the elementary type of its operand
+    kRepeatsOperands = 2048,  // its C evaluates operands more than once
+    kRepeatsReals = 4096,     // the same, but only of a floating-point type
   };
   constexpr bool has(Mark mark) const { return (marks & mark) != 0; }
 
@@ -81,7 +83,7 @@ struct OperatorTraits {
 };
 
 // The row of an operator, regardless of letter case. A name that is no operator of the plugin has
-// the default row.
+// the row of add-ons, whose C may evaluate operands more than once.
 const OperatorTraits& operatorTraits(std::string_view name);
 
 // The number after the prefix: 3 for `IN3`. -1 unless `formal` is the prefix and a number.

@@ -30,6 +30,17 @@ bool needsCastToResult(const Call& call) {
   return false;
 }
 
+using Uses = ExpressionWriter::Uses;
+
+Uses usesOfOperands(const Call& call) {
+  const OperatorTraits& traits = *call.traits();
+  const bool repeated = traits.has(OperatorTraits::kRepeatsReals)
+                            ? isFloat(typeOf(*call.leaf(1)->leaf(0)))
+                            : traits.has(OperatorTraits::kRepeatsOperands);
+  if (repeated) return Uses::Repeated;
+  return traits.chooses() ? Uses::AtMostOnce : Uses::Once;
+}
+
 }  // namespace
 
 std::vector<const vel::ASTNode*> parametersOf(const Call& call) {
@@ -94,9 +105,11 @@ std::string CallWriter::operatorCallText(const Call& call) {
   const auto generate = [&] {
     return enter([&] { return call.op()->generate(&expressions_, const_cast<Call*>(&call)); });
   };
-  const bool anyOrder = !file_.effects.any() || !call.traits()->givesValue();
+  const Uses uses = usesOfOperands(call);
+  const bool ordered =
+      uses == Uses::Repeated || (file_.effects.any() && call.traits()->givesValue());
   std::string text =
-      anyOrder ? generate() : expressions_.inOrder(parametersOf(call), true, generate);
+      ordered ? expressions_.inOrder(parametersOf(call), uses, generate) : generate();
   if (text.empty()) {
     if (file_.messages.count() > before) return text;  // the operator's failure has been reported
     file_.messages.report(rangeOf(call), message::kNothingGenerated,
@@ -168,7 +181,8 @@ std::string CallWriter::functionCallText(const Call& call) {
   for (const Binding& binding : bindings) {
     if (binding.parameter->role == Role::Input) inputs.push_back(binding.value);
   }
-  return expressions_.inOrder(inputs, false, [&] { return functionCallText(call, bindings); });
+  return expressions_.inOrder(inputs, ExpressionWriter::Uses::Once,
+                              [&] { return functionCallText(call, bindings); });
 }
 
 std::string CallWriter::functionCallText(const Call& call, const std::vector<Binding>& bindings) {

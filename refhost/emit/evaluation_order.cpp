@@ -1,8 +1,10 @@
-// Operands are evaluated from left to right, each once. C leaves the order unspecified and macros
-// evaluate arguments several times, which matters only for functions with side effects.
+// Operands are evaluated from left to right, each once. C leaves the order unspecified, which
+// matters only for functions with side effects, and macros evaluate arguments several times, so
+// that nested ones would be evaluated, and expanded by the preprocessor, exponentially often.
 #include <algorithm>
 
 #include "refhost/emit/expression_writer.h"
+#include "refhost/semantics/constants.h"
 
 namespace refhost {
 
@@ -12,32 +14,46 @@ namespace {
 
 bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
 
+// False if repeating its C costs nothing: a constant, a variable or a member of one.
+bool isCompound(const ASTNode* node) {
+  const auto* operand = static_cast<const Expr*>(node);
+  if (constantInteger(*operand)) return false;
+  while (operand->kind == ExprKind::Member) operand = static_cast<const Expr*>(operand->leaf(0));
+  return operand->kind != ExprKind::Variable && literalOf(*operand) == nullptr;
+}
+
 }  // namespace
 
-std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operands, bool repeated,
+std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operands, Uses uses,
                                       const std::function<std::string()>& write) {
-  if (!file_.effects.any()) return write();
   const auto hasEffects = [this](const ASTNode* operand) { return file_.effects.in(*operand); };
-  const auto last = std::find_if(operands.rbegin(), operands.rend(), hasEffects).base();
-  if (last == operands.begin()) return write();
   // The operands before the last one with effects are held in temporaries. That one needs a
-  // temporary only if it could be evaluated again, or after an operand behind it.
-  const bool first = repeated || !std::all_of(last, operands.end(), isConstant);
+  // temporary only if it could be evaluated again, not at all, or after an operand behind it.
+  auto ordered = file_.effects.any()
+                     ? std::find_if(operands.rbegin(), operands.rend(), hasEffects).base()
+                     : operands.begin();
+  const bool lastIsHeld = uses != Uses::Once || !std::all_of(ordered, operands.end(), isConstant);
+  if (ordered != operands.begin() && !lastIsHeld) --ordered;
   std::string held;
-  for (auto at = operands.begin(); at != (first ? last : last - 1); ++at) {
+  for (auto at = operands.begin(); at != operands.end(); ++at) {
     const auto& operand = static_cast<const Expr&>(**at);
     if (isConstant(*at) || operand.dataType == nullptr) continue;
+    if (at >= ordered && !(uses == Uses::Repeated && isCompound(*at))) continue;
     std::string value;
     append(operand, value);
-    const std::string name = body_.temporary(operand.dataType);
+    // A string stays in scope: the value of a statement expression may be a pointer to it.
+    const bool text = isTextType(operand.dataType);
+    const std::string name = text ? body_.temporary(operand.dataType) : body_.newName();
+    if (!text) held += typeText(operand.dataType) + ' ';
     held += storeText(file_.names, operand.dataType, {Place::Kind::Object, name}, value,
                       typeOf(operand)) +
-            ", ";
+            "; ";
     body_.held[*at] = name;
   }
   const std::string text = write();
+  if (held.empty()) return text;
   for (const ASTNode* const operand : operands) body_.held.erase(operand);
-  return held.empty() ? text : "(" + held + text + ")";
+  return "({ " + held + text + "; })";
 }
 
 }  // namespace refhost

@@ -48,8 +48,9 @@ class ExpressionWriter final : public vel::Generator {
   void converted(const vel::ASTNode& node, BasicDataType type, std::string& out);
 
   // The text that `write` returns for the operands, preceded by what it takes to evaluate them from
-  // left to right, each once. `repeated`: the text may evaluate an operand several times.
-  std::string inOrder(const std::vector<const vel::ASTNode*>& operands, bool repeated,
+  // left to right, each once. `uses` tells how often the text evaluates an operand.
+  enum class Uses : std::uint8_t { Once, AtMostOnce, Repeated };
+  std::string inOrder(const std::vector<const vel::ASTNode*>& operands, Uses uses,
                       const std::function<std::string()>& write);
 
   PlaceWriter places;

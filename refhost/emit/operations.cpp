@@ -104,7 +104,7 @@ void ExpressionWriter::binaryPiece(const Expr& expr, std::string& out) {
     operation(expr, out);
     return;
   }
-  out += inOrder({expr.leaf(0), expr.leaf(1)}, false, [&] {
+  out += inOrder({expr.leaf(0), expr.leaf(1)}, Uses::Once, [&] {
     std::string text;
     operation(expr, text);
     return text;

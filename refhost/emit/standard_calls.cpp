@@ -45,7 +45,7 @@ std::string CallWriter::standardCallText(const Call& call) {
     case Kind::Clock:
       return "((i32)vel_scan_time)";
     default:
-      return expressions_.inOrder(parametersOf(call), false,
+      return expressions_.inOrder(parametersOf(call), ExpressionWriter::Uses::Once,
                                   [&] { return runtimeCallText(call, nullptr); });
   }
 }
@@ -56,7 +56,7 @@ std::string CallWriter::inPlaceText(const Call& call, const Expr& target) {
       !sharesNoMemory(*variable, *call.leaf(1))) {
     return {};
   }
-  return expressions_.inOrder(parametersOf(call), false,
+  return expressions_.inOrder(parametersOf(call), ExpressionWriter::Uses::Once,
                               [&] { return runtimeCallText(call, &target); });
 }
 

@@ -59,9 +59,9 @@ TEST(StatementsInC, OfEveryKind) {
        "@s); @b = vel_string_compare(@s, @s) >= 0;"},
       {"i := F(1); i := F(1, 2) + F(3); N(1); i := F(a := 1, q => j); i := F(b := 4, q => a[1]); "
        "F(1); i := F(u, b := ud);",
-       "i16 vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t5; i16 vel_t6; i16 vel_t7; i16 "
-       "vel_t8; i16 vel_t9; i16 vel_t10; @i = F(1, 3, &vel_t1); @i = (vel_t3 = F(1, 2, &vel_t2), "
-       "(i16)(vel_t3 + F(3, 3, &vel_t4))); N(1); @i = (vel_t6 = F(1, 3, &vel_t5), @j = vel_t5, "
+       "i16 vel_t1; i16 vel_t2; i16 vel_t4; i16 vel_t5; i16 vel_t6; i16 vel_t7; i16 vel_t8; i16 "
+       "vel_t9; i16 vel_t10; @i = F(1, 3, &vel_t1); @i = ({ i16 vel_t3 = F(1, 2, &vel_t2); "
+       "(i16)(vel_t3 + F(3, 3, &vel_t4)); }); N(1); @i = (vel_t6 = F(1, 3, &vel_t5), @j = vel_t5, "
        "vel_t6); @i = (vel_t8 = F(0, 4, &vel_t7), @a.a[0] = vel_t7, vel_t8); (void)(F(1, 3, "
        "&vel_t9)); @i = F(@u, @ud, &vel_t10);"},
       {"i := F(1, 2, j); fb(3, r, i);",
@@ -110,9 +110,9 @@ TEST(StatementsInC, OfEveryKind) {
        "vel_t2; vel_t2 = vel_for_more_i64(@i, vel_t1, 1), @i = (i16)((u64)@i + (u64)(1))) { }"},
       {"i := ADD(i, j, 2); b := GT(3, i, j); b := GT(F(i), i, 1); t := MUL_TIME(t, 2); t := "
        "TIME(); b := NE(i, 1); w := XOR(w, bt, 1); b := AND(b, i = 1, b);",
-       "i16 vel_t1; i16 vel_t2; u8 vel_t3; @i = ((i16)((i16)(@i + @j) + 2)); @b = ((3 > @i) & (@i "
-       "> @j)); @b = ((vel_t3 = (vel_t2 = F(@i, 3, &vel_t1), vel_t2 > @i), (vel_t3) & (@i > 1))); "
-       "@t = ((i32)((u64)@t * (u64)2)); @t = ((i32)vel_scan_time); @b = (@i != 1); @w = ((@w ^ "
+       "i16 vel_t1; @i = ((i16)((i16)(@i + @j) + 2)); @b = ((3 > @i) & (@i > @j)); @b = (({ u8 "
+       "vel_t3 = ({ i16 vel_t2 = F(@i, 3, &vel_t1); vel_t2 > @i; }); (vel_t3) & (@i > 1); })); @t "
+       "= ((i32)((u64)@t * (u64)2)); @t = ((i32)vel_scan_time); @b = (@i != 1); @w = ((@w ^ "
        "(u16)@bt) ^ 1); @b = ((@b & (@i == 1)) & @b);"},
       {"i := LEN(s); s := LEFT(s, i); s := MID(IN := s, L := 1, P := j); s := CONCAT(s, 'a'); s := "
        "CONCAT('a', x2, 'b'); x2 := REPLACE(s, 'a', 1, 2); s := INSERT('b', MOVE(x2), 1); i := "
@@ -140,24 +140,25 @@ TEST(StatementsInC, OfEveryKind) {
       {"ul := TO_ULINT(ip); b := TO_BOOL(ip); s := TO_STRING(i); i := TO_INT(r); i := "
        "REAL_TO_INT(r + 1); lr := SQRT(r); r := SQRT(r); r := EXPT(r, 2.0); i := ABS(-i);",
        "@ul = ((u64)((uintptr_t)(@ip))); @b = ((((uintptr_t)(@ip)))!=0); vel_string_set(@s, 6, "
-       "INT_TO_STRING((@i), _returnString)); @i = __real_to_integer((@r), i16); @i = "
-       "__real_to_integer((@r + 1), i16); @lr = (f32)SQRT((@r)); @r = SQRT((@r)); @r = EXPT((@r), "
-       "(2.0)); @i = ABS(((i16)-@i));"},
+       "INT_TO_STRING((@i), _returnString)); @i = __real_to_integer((@r), i16); @i = ({ f32 vel_t1 "
+       "= @r + 1; __real_to_integer((vel_t1), i16); }); @lr = (f32)SQRT((@r)); @r = SQRT((@r)); @r "
+       "= EXPT((@r), (2.0)); @i = ABS(((i16)-@i));"},
       {"b := MEP(b); b := MEF(b) OR MEP(NOT b); ud := SIZEOF(Pt); ud := SIZEOF(a[1]); ud := "
        "SIZEOF(INT); ud := SIZEOF(fb) + 1; i := ROL(i + 1, 2); w := SHL(w, 2 + i); u := SHR(u, 1);",
        "@b = (_mep(@b,((u8*)(_m + 18432)))); @b = ((_mef(@b,((u8*)(_m + 18433))))) | "
        "((_mep(!@b,((u8*)(_m + 18434))))); @ud = sizeof(struct Pt); @ud = sizeof(i16); @ud = "
-       "sizeof(i16); @ud = ((u32)sizeof(struct B)) + 1u; @i = ROL((i16)(@i + 1), 2, i16, u16); @w "
-       "= ((u16)(SHL((@w), ((i16)(2 + @i))))); @u = ((u16)(SHR((@u), (1))));"},
+       "sizeof(i16); @ud = ((u32)sizeof(struct B)) + 1u; @i = ({ i16 vel_t1 = (i16)(@i + 1); "
+       "ROL(vel_t1, 2, i16, u16); }); @w = ({ i16 vel_t2 = (i16)(2 + @i); ((u16)(SHL((@w), "
+       "(vel_t2)))); }); @u = ((u16)(SHR((@u), (1))));"},
       {"i := F(EN := b, a := 1);", "i16 vel_t1; if (@b) { @i = F(1, 3, &vel_t1); }"},
       {"i := F(EN := b, a := 1, ENO => b); i := 1 + F(EN := b, a := 1); i := 1 + F(a := 1, NOT ENO "
        "=> b); i := F(a := 1, ENO => b) + F(2);",
-       "u8 vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t7; i16 vel_t10; i16 vel_t11; "
-       "vel_t1 = @b; if (vel_t1) { @i = F(1, 3, &vel_t2); } @b = vel_t1; @i = (i16)(1 + ((@b) ? "
-       "(F(1, 3, &vel_t3)) : 0)); @i = (i16)(1 + ({ u8 vel_t5 = 1; __auto_type vel_t6 = vel_t5 ? "
-       "(F(1, 3, &vel_t4)) : 0; @b = !vel_t5; vel_t6; })); @i = (vel_t10 = ({ u8 vel_t8 = 1; "
-       "__auto_type vel_t9 = vel_t8 ? (F(1, 3, &vel_t7)) : 0; @b = vel_t8; vel_t9; }), "
-       "(i16)(vel_t10 + F(2, 3, &vel_t11)));"},
+       "u8 vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t7; i16 vel_t11; vel_t1 = @b; if "
+       "(vel_t1) { @i = F(1, 3, &vel_t2); } @b = vel_t1; @i = (i16)(1 + ((@b) ? (F(1, 3, &vel_t3)) "
+       ": 0)); @i = (i16)(1 + ({ u8 vel_t5 = 1; __auto_type vel_t6 = vel_t5 ? (F(1, 3, &vel_t4)) : "
+       "0; @b = !vel_t5; vel_t6; })); @i = ({ i16 vel_t10 = ({ u8 vel_t8 = 1; __auto_type vel_t9 = "
+       "vel_t8 ? (F(1, 3, &vel_t7)) : 0; @b = vel_t8; vel_t9; }); (i16)(vel_t10 + F(2, 3, "
+       "&vel_t11)); });"},
       {"i := ADD(EN := b, IN1 := 1, IN2 := 2); i := LIMIT(EN := b, MN := 0, IN := 3, MX := 2, ENO "
        "=> b); fb(EN := b, io := i, ENO => b); fb(EN := b, io := i); s := LEFT(EN := b, IN := s, L "
        ":= 1);",
@@ -229,17 +230,18 @@ TEST(StatementsInC, OfEveryKind) {
        "vel_wstring_set(@ws, 81, (const u16[]){228, 0}); vel_string_set(@s, 6, "
        "LTIME_TO_STRING((((i64)(@t) * 1000000)), _returnString)); vel_string_concat(@s, 6, 2, "
        "(const char*[]){\"x\", BOOL_TO_STRING((@b), _returnString)}); vel_wstring_left(@ws, 3, "
-       "u\"xy\", (i64)@i); @b = ((u8)FC_MUX_INT(2, @i, (u8)(@i == @j), (u8)0)); @i = ROL(@i, "
-       "(LIMIT((0), (@i), (9))), i16, u16); @ul = ((u32)sizeof(i16)) - @ud; @ud = "
-       "((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
+       "u\"xy\", (i64)@i); @b = ((u8)FC_MUX_INT(2, @i, (u8)(@i == @j), (u8)0)); @i = ({ i16 vel_t1 "
+       "= LIMIT((0), (@i), (9)); ROL(@i, (vel_t1), i16, u16); }); @ul = ((u32)sizeof(i16)) - @ud; "
+       "@ud = ((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
       {"b := MIN(r, 0.1) = r; b := SEL(b, INT_TO_STRING(1), s) = 'x'; lr := SEL(b, i + 1, j) ** 2; "
        "MAX(i, j); l := LIMIT(MIN(ul, ud), l, lo); l := lo / ULINT#18446744073709551614; d := "
        "MAX(d, d) + LIMIT(0, i, j);",
        "@b = ((f32)(MIN((@r), (0.1)))) == @r; @b = vel_string_compare(SEL((@b), "
        "(INT_TO_STRING((1), _returnString)), (@s)), \"x\") == 0; @lr = vel_pow((f64)(SEL((@b), "
-       "((i16)(@i + 1)), (@j))), 2); (void)(MAX((@i), (@j))); @l = LIMIT(((i64)(MIN((@ul), "
-       "(@ud)))), (@l), (@lo)); @l = vel_div_i64(@lo, (i64)18446744073709551614ULL); @d = "
-       "(i32)((u32)(MAX((@d), (@d))) + (u32)(i32)(LIMIT((0), (@i), (@j))));"},
+       "((i16)(@i + 1)), (@j))), 2); (void)(MAX((@i), (@j))); @l = ({ i64 vel_t1 = "
+       "(i64)(MIN((@ul), (@ud))); LIMIT((vel_t1), (@l), (@lo)); }); @l = vel_div_i64(@lo, "
+       "(i64)18446744073709551614ULL); @d = (i32)((u32)(MAX((@d), (@d))) + (u32)(i32)(LIMIT((0), "
+       "(@i), (@j))));"},
       {"CASE bt OF 0..5, 200..255: ; END_CASE; CASE si OF -128..-1: ; END_CASE; CASE si OF -129: ; "
        "END_CASE; CASE l OF -9223372036854775808: ; END_CASE; CASE bt OF 0, 256: ; END_CASE; CASE "
        "ul OF -1: ; -2..3, -5..-4: ; END_CASE;",

@@ -87,9 +87,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "(_mep(b,&edge_20c3c1de90fdfe10162e6d8a123a2181)); vel_result = "
        "((i16)(_READIDIRECT(131072))); return vel_result; } void P_init(void) { struct P* const "
        "self = &P_data; *self = (struct P){0}; } void P_scan(void) { struct P* const self = "
-       "&P_data; i16 vel_t1; u8 vel_t2; u8 vel_t3; i16 vel_t4; u8 vel_t5; @i = (vel_t1 = @i, "
-       "(i16)(vel_t1 + M())); @x = (vel_t2 = @y, vel_t3 = @x, vel_t5 = (vel_t4 = @i, vel_t4 == "
-       "M()), SEL((vel_t2), (vel_t3), (vel_t5))); _WRITEODIRECT(139264, @y); }"},
+       "&P_data; @i = ({ i16 vel_t1 = @i; (i16)(vel_t1 + M()); }); @x = ({ u8 vel_t2 = @y; u8 "
+       "vel_t3 = @x; u8 vel_t5 = ({ i16 vel_t4 = @i; vel_t4 == M(); }); SEL((vel_t2), (vel_t3), "
+       "(vel_t5)); }); _WRITEODIRECT(139264, @y); }"},
       {"TYPE M : ARRAY[0..1, 0..2] OF INT := [[1, 2, 3], 2(4), 5]; L : INT(3..9); E : (A := 2, B); "
        "D : INT := 6; N : STRUCT END_STRUCT; END_TYPE PROGRAM P VAR m1 : M; m2 : M := [2([1, 0, "
        "3])]; l : L; e : E; e2 : E := B; d : ARRAY[0..1] OF D; n : N; z : ARRAY[1..9] OF INT := "
@@ -186,25 +186,25 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "* n; i := C(E(n)) + D(ADR(n)); i := LIMIT(n, E(n), 3); i := MAX(i, C(1)); i := MUX(E(n), "
        "1, n); b := n = 1 AND_THEN E(n) = 2 OR_ELSE b; s := CONCAT(s, INT_TO_STRING(E(n)), s); i "
        ":= 3 + E(n) * 2; i := E(n) * 2 + 3; i := E(n) + n; END_PROGRAM",
-       "static i16 A(void) { i16 vel_result = 0; vel_result = (i16)(VEL_MEM(u16, 0)); return "
-       "vel_result; } static i16 B(void) { i16 vel_result = 0; vel_result = (i16)(A() + 1); return "
-       "vel_result; } static i16 C(i16 n) { i16 vel_result = 0; vel_result = (i16)(n + 0); return "
-       "vel_result; } static i16 D(vel_any_i16* p) { i16 vel_result = 0; vel_result = (*p); return "
-       "vel_result; } static i16 E(i16 *n) { i16 vel_result = 0; (*n) = (i16)((*n) + 1); "
-       "vel_result = (*n); return vel_result; } void P_init(void) { struct P* const self = "
-       "&P_data; *self = (struct P){0}; } void P_scan(void) { struct P* const self = &P_data; i16 "
-       "vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t5; i16 vel_t6; i16 vel_t7; u8 vel_t8; "
-       "u8 vel_t9; char vel_t10[4]; i16 vel_t11; char vel_t12[81]; char vel_t13[87]; i16 vel_t14; "
-       "@i = (i16)(@n + C(@n)); @i = (vel_t1 = @n, (i16)(vel_t1 + A())); @i = (vel_t2 = @n, "
-       "(i16)(vel_t2 + (vel_t3 = B(), (i16)(vel_t3 * @n)))); @i = (vel_t4 = C(E(&@n)), "
-       "(i16)(vel_t4 + D((vel_any_i16*)(&@n)))); @i = (vel_t5 = @n, vel_t6 = E(&@n), "
-       "LIMIT((vel_t5), (vel_t6), (3))); @i = MAX((@i), (C(1))); @i = (vel_t7 = E(&@n), "
-       "((i16)FC_MUX_INT(2, vel_t7, (i16)1, (i16)@n))); @b = (vel_t9 = (vel_t8 = @n == 1, (vel_t8) "
-       "&& (E(&@n) == 2)), (vel_t9) || @b); vel_string_set(@s, 4, (vel_string_set(vel_t10, 4, @s), "
-       "vel_string_set(vel_t12, 81, (vel_t11 = E(&@n), INT_TO_STRING((vel_t11), _returnString))), "
-       "vel_string_concat(vel_t13, 87, 3, (const char*[]){vel_t10, vel_t12, @s}))); @i = (i16)(3 + "
-       "(i16)(E(&@n) * 2)); @i = (i16)((i16)(E(&@n) * 2) + 3); @i = (vel_t14 = E(&@n), "
-       "(i16)(vel_t14 + @n)); }"},
+       "static i16 A(void) { i16 vel_result = 0; vel_result = "
+       "(i16)(VEL_MEM(u16, 0)); return vel_result; } static i16 B(void) { i16 vel_result = 0; "
+       "vel_result = (i16)(A() + 1); return vel_result; } static i16 C(i16 n) { i16 vel_result = "
+       "0; vel_result = (i16)(n + 0); return vel_result; } static i16 D(vel_any_i16* p) { i16 "
+       "vel_result = 0; vel_result = (*p); return vel_result; } static i16 E(i16 *n) { i16 "
+       "vel_result = 0; (*n) = (i16)((*n) + 1); vel_result = (*n); return vel_result; } void "
+       "P_init(void) { struct P* const self = &P_data; *self = (struct P){0}; } void P_scan(void) "
+       "{ struct P* const self = &P_data; char vel_t11[4]; char vel_t12[81]; char vel_t13[87]; @i "
+       "= (i16)(@n + C(@n)); @i = ({ i16 vel_t1 = @n; (i16)(vel_t1 + A()); }); @i = ({ i16 vel_t2 "
+       "= @n; (i16)(vel_t2 + ({ i16 vel_t3 = B(); (i16)(vel_t3 * @n); })); }); @i = ({ i16 vel_t4 "
+       "= C(E(&@n)); (i16)(vel_t4 + D((vel_any_i16*)(&@n))); }); @i = ({ i16 vel_t5 = @n; i16 "
+       "vel_t6 = E(&@n); LIMIT((vel_t5), (vel_t6), (3)); }); @i = ({ i16 vel_t7 = C(1); MAX((@i), "
+       "(vel_t7)); }); @i = ({ i16 vel_t8 = E(&@n); ((i16)FC_MUX_INT(2, vel_t8, (i16)1, (i16)@n)); "
+       "}); @b = ({ u8 vel_t10 = ({ u8 vel_t9 = @n == 1; (vel_t9) && (E(&@n) == 2); }); (vel_t10) "
+       "|| @b; }); vel_string_set(@s, 4, ({ vel_string_set(vel_t11, 4, @s); "
+       "vel_string_set(vel_t12, 81, INT_TO_STRING((E(&@n)), _returnString)); "
+       "vel_string_concat(vel_t13, 87, 3, (const char*[]){vel_t11, vel_t12, @s}); })); @i = "
+       "(i16)(3 + (i16)(E(&@n) * 2)); @i = (i16)((i16)(E(&@n) * 2) + 3); @i = ({ i16 vel_t14 = "
+       "E(&@n); (i16)(vel_t14 + @n); }); }"},
       {"PROGRAM P VAR r : R_TRIG; b : BOOL; END_VAR r(CLK := b, Q => b); END_PROGRAM",
        "struct R_TRIG { u8 CLK; u8 Q; u8 M; }; struct P { struct R_TRIG r; u8 b; }; static struct "
        "P P_data __attribute__((unused)); void P_init(void); void P_scan(void); static void "
@@ -224,9 +224,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
       {"FUNCTION O : INT VAR_INPUT a : INT; b : BOOL := TRUE OR_ELSE FALSE; END_VAR O := a; "
        "END_FUNCTION PROGRAM P VAR f, g : BOOL; i : INT; END_VAR i := O(EN := f, a := 1, ENO => g) "
        "+ SEL(g, 1, i); END_PROGRAM",
-       "void P_scan(void) { struct P* const self = &P_data; i16 vel_t3; @i = (vel_t3 = ({ u8 "
-       "vel_t1 = @f; __auto_type vel_t2 = vel_t1 ? (O(1, 1 || 0)) : 0; @g = vel_t1; vel_t2; }), "
-       "(i16)(vel_t3 + (i16)(SEL((@g), (1), (@i))))); }"},
+       "void P_scan(void) { struct P* const self = &P_data; @i = ({ i16 vel_t3 = ({ u8 vel_t1 = "
+       "@f; __auto_type vel_t2 = vel_t1 ? (O(1, 1 || 0)) : 0; @g = vel_t1; vel_t2; }); "
+       "(i16)(vel_t3 + (i16)(SEL((@g), (1), (@i)))); }); }"},
   };
   // Each row begins with some part of the file and goes on to its end.
   for (const auto& [source, expected] : rows) {
