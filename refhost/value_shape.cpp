@@ -13,7 +13,10 @@ Shape arrayShape(const SymbolNames& names, const ArrayType& array) {
   shape->typeName = array.typeName();
   shape->element = shapeOf(names, array.element);
   shape->count = array.count();
-  for (const Bounds& bounds : array.bounds) shape->bounds.emplace_back(bounds.low, bounds.high);
+  for (const Bounds& bounds : array.bounds) {
+    shape->bounds.emplace_back(static_cast<std::int64_t>(bounds.low),
+                               static_cast<std::int64_t>(bounds.high));
+  }
   return shape->element != nullptr ? shape : nullptr;
 }
 

@@ -123,6 +123,9 @@ void FileNames::nameArrays() {
       constexpr std::string_view kStruct = "struct_";
       if (element.compare(0, kStruct.size(), kStruct) == 0) element.erase(0, kStruct.size());
       element.erase(element.rfind("_of"), 3);
+      // Lest a chain of n nested arrays have names of n * n characters.
+      constexpr std::size_t kLongest = 100;
+      if (element.size() > kLongest) element = fmt::format("nested_{}", arrays.size());
       name = file_.allocate(fmt::format("array_{}_{}", array->count(), element));
     }
     names_[*array].name = name;

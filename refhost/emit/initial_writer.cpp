@@ -120,7 +120,7 @@ void InitialWriter::setElements(const Place& place, const ArrayType& array, cons
 // A single repeated value is set in a loop, several are set one by one.
 void InitialWriter::setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
                                 std::int64_t& next) {
-  const std::int64_t times = constantInteger(*repeat.leaf(0)).value_or(0);
+  const auto times = static_cast<std::int64_t>(constantInteger(*repeat.leaf(0)).value_or(0));
   const auto* const only =
       repeat.leavesCount() == 2 ? static_cast<const Expr*>(repeat.leaf(1)) : nullptr;
   if (repeat.leavesCount() == 1) {

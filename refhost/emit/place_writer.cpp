@@ -67,8 +67,8 @@ Place PlaceWriter::element(const Expr& expr) {
 // The C array has one dimension, in row-major order.
 std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
   std::string text;
-  std::int64_t known = 0;
-  std::int64_t stride = array.count();
+  Integer known = 0;
+  Integer stride = array.count();
   for (std::size_t i = 0; i < array.bounds.size(); ++i) {
     const Bounds& bounds = array.bounds[i];
     ASTNode* const subscript = expr.leaf(static_cast<int>(i) + 1);
@@ -82,10 +82,13 @@ std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
     std::string high;
     appendInteger(bounds.low, low);
     appendInteger(bounds.high, high);
-    text += fmt::format("vel_index({}, {}, {})", expressions_.expressionText(subscript), low, high);
+    const char* const function =
+        typeOf(*subscript) == BasicDataType::ULInt ? "vel_index_u64" : "vel_index";
+    text +=
+        fmt::format("{}({}, {}, {})", function, expressions_.expressionText(subscript), low, high);
     if (stride != 1) text += fmt::format(" * {}", stride);
   }
-  if (text.empty()) return std::to_string(known);
+  if (text.empty()) return textOf(known);
   return known == 0 ? text : fmt::format("{} + {}", text, known);
 }
 

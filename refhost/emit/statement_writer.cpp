@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <limits>
-
 #include "hostkit/literal_text.h"
 #include "refhost/semantics/constants.h"
 
@@ -15,9 +13,7 @@ namespace {
 
 // `wide`: the selector is a ULINT, so a negative lower bound of a range becomes 0.
 std::string labelText(const ASTNode& label, bool wide) {
-  const auto constant = constantOf(label);
-  if (constant && !constant->asLInt()) return fmt::format("{}u", constant->bits());
-  const std::int64_t value = constantInteger(label).value_or(0);
+  const Integer value = constantInteger(label).value_or(0);
   std::string text;
   appendInteger(wide && value < 0 ? 0 : value, text);
   return text;
@@ -58,7 +54,7 @@ std::string labelCondition(const ASTNode& labels, const std::string& selector, b
   for (int i = 0; i < labels.leavesCount(); ++i) {
     const ASTNode& label = *labels.leaf(i);
     const bool isRange = kindOf(label) == NodeKind::Range;
-    const std::int64_t last = constantInteger(isRange ? *label.leaf(1) : label).value_or(0);
+    const Integer last = constantInteger(isRange ? *label.leaf(1) : label).value_or(0);
     if (i > 0) condition += " || ";
     if (wide && last < 0) {
       condition += '0';
@@ -195,15 +191,10 @@ bool StatementWriter::countingLoop(const ASTNode& node) {
   const auto& control = static_cast<const Expr&>(*node.leaf(0)->leaf(0));
   const ElementaryType* const row = elementaryType(typeOf(control));
   const auto end = constantInteger(*node.leaf(1));
-  const auto step = node.leaf(2) != nullptr ? constantInteger(*node.leaf(2)) : 1;
-  constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
-  if (!end || !step || *end == kLowest || *step == kLowest || row == nullptr) {
-    return false;
-  }
-  std::int64_t beyond = 0;
-  if (__builtin_add_overflow(*end, *step, &beyond) || beyond == kLowest) return false;
-  const auto magnitude = static_cast<std::uint64_t>(beyond < 0 ? -beyond : beyond);
-  if (!integerFits(beyond < 0, magnitude, row->type)) return false;
+  const auto step =
+      node.leaf(2) != nullptr ? constantInteger(*node.leaf(2)) : std::optional<Integer>(1);
+  if (!end || !step || row == nullptr) return false;
+  if (!fits(*end, row->type) || !fits(*end + *step, row->type)) return false;
   assignment(*node.leaf(0));
   const std::string variable = places_.of(control).load();
   std::string bound;
@@ -232,14 +223,18 @@ void StatementWriter::forStatement(const ASTNode& node) {
   body_.statement(fmt::format("{} = {}", last, expressions_.expressionText(node.leaf(1))));
   std::string step = "1";
   std::string ascending = "1";
+  // A step of more than LINT holds can only count up.
+  const bool wideStep = node.leaf(2) != nullptr && typeOf(*node.leaf(2)) == BasicDataType::ULInt;
   if (node.leaf(2) != nullptr) {
     if (const auto constant = constantInteger(*node.leaf(2))) {
-      step = std::to_string(*constant);
+      step.clear();
+      appendInteger(*constant, step);
       ascending = *constant > 0 ? "1" : "0";
     } else {
-      step = body_.temporary(file_.services.symbols.elementary(BasicDataType::LInt));
+      step = body_.temporary(
+          file_.services.symbols.elementary(wideStep ? BasicDataType::ULInt : BasicDataType::LInt));
       body_.statement(fmt::format("{} = {}", step, expressions_.expressionText(node.leaf(2))));
-      ascending.clear();
+      if (!wideStep) ascending.clear();
     }
   }
   const char* const wideName = wide ? "u64" : "i64";
@@ -249,8 +244,8 @@ void StatementWriter::forStatement(const ASTNode& node) {
   const std::string start = ascending == "1"   ? up
                             : ascending == "0" ? down
                                                : fmt::format("{} >= 0 ? {} : {}", step, up, down);
-  const std::string next =
-      fmt::format("{} = vel_for_more_{}({}, {}, {})", more, wideName, variable, last, step);
+  const std::string next = fmt::format("{} = vel_for_{}_{}({}, {}, {})", more,
+                                       wideStep ? "up" : "more", wideName, variable, last, step);
   const char* const cName = elementaryType(type) != nullptr ? elementaryType(type)->cType : "i64";
   const std::string advance =
       places_.store(control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "hostkit/literal_text.h"
+
 namespace refhost {
 namespace {
 
@@ -21,6 +23,10 @@ bool isTextType(const vel::SymbolDataType* type) {
 
 const char* characterType(const vel::SymbolDataType& text) {
   return text.dataType() == BasicDataType::String ? "char" : "u16";
+}
+
+void appendInteger(Integer value, std::string& out) {
+  hostkit::appendInteger(value < 0, static_cast<std::uint64_t>(value < 0 ? -value : value), out);
 }
 
 std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type) {

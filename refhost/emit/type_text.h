@@ -13,6 +13,9 @@ bool isTextType(const vel::SymbolDataType* type);
 // The C type of one character of the string type `text`.
 const char* characterType(const vel::SymbolDataType& text);
 
+// Appends a constant, with the suffix that its size requires.
+void appendInteger(Integer value, std::string& out);
+
 // The C type; an array of characters for a string, empty for null.
 std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type);
 

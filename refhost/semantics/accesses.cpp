@@ -9,7 +9,7 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-std::optional<std::int64_t> Expressions::requireConstant(ASTNode& parent, int index) {
+std::optional<Integer> Expressions::requireConstant(ASTNode& parent, int index) {
   const std::size_t first = messages_.count();
   const Expr& value = analyseLeaf(parent, index);
   const auto constant = constantInteger(value);
@@ -134,8 +134,8 @@ vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
     const Bounds& bounds = array->bounds[static_cast<std::size_t>(i)];
     const auto constant = constantInteger(subscript);
     if (!constant || (*constant >= bounds.low && *constant <= bounds.high)) continue;
-    say(subscript, message::kSubscriptRange, TreeBuilder::source(subscript),
-        std::to_string(bounds.low), std::to_string(bounds.high));
+    say(subscript, message::kSubscriptRange, TreeBuilder::source(subscript), textOf(bounds.low),
+        textOf(bounds.high));
   }
   return array->element;
 }

@@ -58,8 +58,7 @@ void Assignments::checkRange(const Type& to, const vel::ASTNode& source, const S
   const auto value = subrange != nullptr ? constantInteger(source) : std::nullopt;
   if (!value || (*value >= subrange->range.low && *value <= subrange->range.high)) return;
   messages_.report(at, message::kOutOfSubrange,
-                   {std::to_string(*value), std::to_string(subrange->range.low),
-                    std::to_string(subrange->range.high)});
+                   {textOf(*value), textOf(subrange->range.low), textOf(subrange->range.high)});
 }
 
 // A POINTER TO may hold any address, a REF_TO only that of a variable of its target type.

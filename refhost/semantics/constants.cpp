@@ -1,15 +1,10 @@
 #include "refhost/semantics/constants.h"
 
-#include <limits>
-
 #include "hostkit/literal.h"
 
 namespace refhost {
 namespace {
 
-using Number = std::optional<std::int64_t>;
-
-constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
 constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
 
 std::optional<TypedConstant> literalConstant(const LiteralValue& literal) {
@@ -20,16 +15,24 @@ std::optional<TypedConstant> literalConstant(const LiteralValue& literal) {
   return TypedConstant::untyped(static_cast<std::int64_t>(bits), literal.type);
 }
 
-// Computes untyped numbers; empty when the result exceeds LINT.
-Number compute(ExprKind op, std::int64_t a, std::int64_t b) {
-  std::int64_t result = 0;
-  if (op == ExprKind::Add) return __builtin_add_overflow(a, b, &result) ? Number() : result;
-  if (op == ExprKind::Subtract) return __builtin_sub_overflow(a, b, &result) ? Number() : result;
-  if (op == ExprKind::Multiply) return __builtin_mul_overflow(a, b, &result) ? Number() : result;
-  if (b == 0 || (a == kLowest && b == -1)) return {};
-  if (op == ExprKind::Divide) return a / b;
-  if (op == ExprKind::Modulo) return a % b;
-  return {};
+// Computes untyped numbers of type LINT; empty when the result exceeds LINT.
+std::optional<std::int64_t> compute(ExprKind op, Integer a, Integer b) {
+  Integer result = 0;
+  if (op == ExprKind::Add) {
+    result = a + b;
+  } else if (op == ExprKind::Subtract) {
+    result = a - b;
+  } else if (op == ExprKind::Multiply) {
+    result = a * b;
+  } else if (b != 0 && op == ExprKind::Divide) {
+    result = a / b;
+  } else if (b != 0 && op == ExprKind::Modulo) {
+    result = a % b;
+  } else {
+    return {};
+  }
+  return fits(result, BasicDataType::LInt) ? std::optional(static_cast<std::int64_t>(result))
+                                           : std::nullopt;
 }
 
 // Computes in `type`, to which both operands have been converted. A division by -1 wraps as in the
@@ -52,11 +55,10 @@ std::optional<std::uint64_t> computeIn(BasicDataType type, ExprKind op, std::uin
 }
 
 // `wanted` if it holds the value, else the smallest signed type that does.
-BasicDataType typeThatHolds(std::int64_t value, BasicDataType wanted) {
-  const TypedConstant constant(static_cast<std::uint64_t>(value), BasicDataType::LInt);
+BasicDataType typeThatHolds(Integer value, BasicDataType wanted) {
   for (const BasicDataType type :
        {wanted, BasicDataType::SInt, BasicDataType::Int, BasicDataType::DInt}) {
-    if (constant.fits(type)) return type;
+    if (fits(value, type)) return type;
   }
   return BasicDataType::LInt;
 }
@@ -71,14 +73,15 @@ std::optional<TypedConstant> constantOf(const ASTNode& expression) {
   return {};
 }
 
-std::optional<std::int64_t> constantInteger(const ASTNode& expression) {
+std::optional<Integer> constantInteger(const ASTNode& expression) {
   const auto constant = constantOf(expression);
-  return constant ? constant->asLInt() : std::nullopt;
+  return constant ? std::optional(constant->value()) : std::nullopt;
 }
 
 std::optional<std::int64_t> untypedNumber(const ASTNode& expression) {
   const auto constant = constantOf(expression);
-  return constant && constant->isUntyped() ? constant->asLInt() : std::nullopt;
+  if (!constant || !constant->isUntyped()) return {};
+  return static_cast<std::int64_t>(constant->bits());
 }
 
 std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result) {
@@ -86,8 +89,7 @@ std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result) {
   if (!operand || !isInteger(result)) return {};
   if (expr.kind == ExprKind::Not) return TypedConstant(~operand->bits(), result);
   if (operand->isUntyped()) {
-    const Number number =
-        compute(ExprKind::Subtract, 0, static_cast<std::int64_t>(operand->bits()));
+    const auto number = compute(ExprKind::Subtract, 0, operand->value());
     if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, result));
   }
   return TypedConstant(0 - operand->bits(), result);
@@ -102,8 +104,7 @@ std::optional<TypedConstant> foldBinary(const Expr& expr, const CommonType& comm
   const auto right = left ? constantOf(*expr.leaf(1)) : std::nullopt;
   if (!right) return {};
   if (left->isUntyped() && right->isUntyped()) {
-    const Number number = compute(expr.kind, static_cast<std::int64_t>(left->bits()),
-                                  static_cast<std::int64_t>(right->bits()));
+    const auto number = compute(expr.kind, left->value(), right->value());
     if (number) return TypedConstant::untyped(*number, typeThatHolds(*number, common.result));
   }
   const BasicDataType type = common.operands;

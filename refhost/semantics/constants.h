@@ -13,8 +13,8 @@ namespace refhost {
 // variables and the operators + - * / MOD, AND, OR, XOR and NOT. Empty for other expressions and
 // for a division by 0.
 std::optional<TypedConstant> constantOf(const ASTNode& expression);
-// The same as a LINT; also empty when the value exceeds LINT.
-std::optional<std::int64_t> constantInteger(const ASTNode& expression);
+// The same without its type.
+std::optional<Integer> constantInteger(const ASTNode& expression);
 
 // The value of an expression of untyped integer literals only, which does not wrap at the width of
 // a type. Empty for other expressions and when the value exceeds LINT.

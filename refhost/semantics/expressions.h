@@ -16,7 +16,7 @@ class Expressions : public Part {
   Expr& analyseLeaf(ASTNode& parent, int index, const Type* wanted = nullptr);
   void analyse(Expr& expr);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
-  std::optional<std::int64_t> requireConstant(ASTNode& parent, int index);
+  std::optional<Integer> requireConstant(ASTNode& parent, int index);
   // True of a place in memory that a pointer or an in-out parameter can refer to: no part of a
   // value, and no bit of device memory.
   bool hasAddress(const Expr& value) const;

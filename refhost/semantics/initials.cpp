@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
@@ -66,11 +68,11 @@ std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
   if (!times) return 0;
   if (*times < 0) {
     const ASTNode& number = *repeat.leaf(0);
-    say(number, message::kRepetitions, TreeBuilder::source(number), std::to_string(*times));
+    say(number, message::kRepetitions, TreeBuilder::source(number), textOf(*times));
     return 0;
   }
-  return *times > ArrayType::kMaxCount || each > ArrayType::kMaxCount ? ArrayType::kMaxCount + 1
-                                                                      : *times * each;
+  const Integer count = *times * each;
+  return static_cast<std::int64_t>(std::min<Integer>(count, ArrayType::kMaxCount + 1));
 }
 
 // `N(0)` is parsed as a call. If N is a constant, it becomes a repetition.

@@ -116,29 +116,22 @@ void Statements::analyseLabels(ASTNode& labels, const Expr& selector, std::vecto
     const auto high = range ? labelValue(label, 1, selector) : low;
     if (!low || !high) continue;
     if (*low > *high) say(label, message::kEmptyRange, TreeBuilder::source(label));
-    if (*low <= *high) found.push_back({*low, *high, labels.leaf(i)});
+    // A negative number is no value of the selector.
+    const Integer first =
+        typeOf(selector) == BasicDataType::ULInt ? std::max<Integer>(*low, 0) : *low;
+    if (first <= *high) found.push_back({first, *high, labels.leaf(i)});
   }
 }
 
-std::optional<std::uint64_t> Statements::labelValue(ASTNode& parent, int index,
-                                                    const Expr& selector) {
-  const bool wide = typeOf(selector) == BasicDataType::ULInt;
+std::optional<Integer> Statements::labelValue(ASTNode& parent, int index, const Expr& selector) {
   const Expr& label = parts_.expressions.analyseLeaf(parent, index, selector.dataType);
-  const auto constant = constantOf(label);
-  if (constant && !constant->asLInt()) {
-    if (wide) return constant->bits();
-    say(label, message::kConstantTooLarge, TreeBuilder::source(label),
-        displayName(selector.dataType));
-    return {};
-  }
   const auto value = parts_.expressions.requireConstant(parent, index);
-  constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
-  if (!value) return {};
-  if (wide && *value < 0) {
-    const bool beginsRange = kindOf(parent) == NodeKind::Range && index == 0;
-    return beginsRange ? std::optional<std::uint64_t>(0) : std::nullopt;
-  }
-  return static_cast<std::uint64_t>(*value) ^ (wide ? 0 : kSign);
+  const bool comparable =
+      !value || typeOf(selector) == BasicDataType::ULInt || fits(*value, BasicDataType::LInt);
+  if (comparable) return value;
+  say(label, message::kConstantTooLarge, TreeBuilder::source(label),
+      displayName(selector.dataType));
+  return {};
 }
 
 void Statements::warnOfRepeated(std::vector<Label>& labels) {

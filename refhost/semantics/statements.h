@@ -18,8 +18,8 @@ class Statements : public Part {
   // The range of a CASE label. The values of a signed selector are mapped to unsigned ones that
   // have the same order.
   struct Label {
-    std::uint64_t low;
-    std::uint64_t high;
+    Integer low;
+    Integer high;
     const ASTNode* node;
   };
 
@@ -28,7 +28,7 @@ class Statements : public Part {
   void analyseIf(ASTNode& statement);
   void analyseCase(ASTNode& statement);
   void analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found);
-  std::optional<std::uint64_t> labelValue(ASTNode& parent, int index, const Expr& selector);
+  std::optional<Integer> labelValue(ASTNode& parent, int index, const Expr& selector);
   void warnOfRepeated(std::vector<Label>& labels);
   void analyseFor(ASTNode& statement);
   void analyseCondition(ASTNode& parent, int index);

@@ -35,10 +35,6 @@ bool namesType(const ASTNode& node) {
          kind == ASTType::EnumTypeSpec;
 }
 
-bool fits(std::int64_t value, BasicDataType type) {
-  return TypedConstant(static_cast<std::uint64_t>(value), BasicDataType::LInt).fits(type);
-}
-
 }  // namespace
 
 // Declarations may name types that are declared later. So structures are added before their
@@ -215,7 +211,7 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
     if (base != nullptr) say(spec, message::kOperandType, "enumeration", displayName(base));
     type->base = services_.symbols.elementary(BasicDataType::Int);
   }
-  std::int64_t next = 0;
+  Integer next = 0;
   for (int i = 0; i < spec.leavesCount(); ++i) {
     ASTNode& item = *spec.leaf(i);
     if (item.leaf(1) != nullptr) next = parts_.expressions.requireConstant(item, 1).value_or(next);
@@ -224,7 +220,7 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
       type->base = services_.symbols.elementary(wider);
     }
     if (!fits(next, type->base->dataType())) {
-      say(item, message::kConstantTooLarge, std::to_string(next), displayName(type->base));
+      say(item, message::kConstantTooLarge, textOf(next), displayName(type->base));
     }
     NamedValue* const value = type->addValue(nameOf(item), next++);
     if (value != nullptr) value->declared = item.leaf(0);
@@ -242,15 +238,16 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
 vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {
   const ResolvedType element = resolve(*spec.leaf(0));
   std::vector<Bounds> bounds;
-  std::int64_t count = 1;
+  Integer count = 1;
   for (int i = 1; i < spec.leavesCount(); ++i) {
     const auto range = resolveRange(*spec.leaf(i));
     if (!range) return nullptr;
-    const auto distance =
-        static_cast<std::uint64_t>(range->high) - static_cast<std::uint64_t>(range->low);
-    const bool small = distance < static_cast<std::uint64_t>(ArrayType::kMaxCount) &&
-                       (count *= range->count()) <= ArrayType::kMaxCount;
-    if (!small) {
+    if (!fits(range->high, BasicDataType::LInt)) {
+      say(*spec.leaf(i), message::kSubrange, TreeBuilder::source(*spec.leaf(i)), "LINT");
+      return nullptr;
+    }
+    count *= range->count();
+    if (count > ArrayType::kMaxCount) {
       say(*spec.leaf(i), message::kBounds, TreeBuilder::source(*spec.leaf(i)));
       return nullptr;
     }

@@ -3,18 +3,26 @@
 namespace refhost {
 namespace {
 
+// The name within that of another type. It is cut when types are nested so deeply that no reader
+// needs it, lest a chain of n types have names of n * n characters.
+std::string nestedName(const vel::SymbolDataType& type) {
+  constexpr std::size_t kLongest = 200;
+  std::string name = displayName(&type);
+  return name.size() <= kLongest ? name : "...";
+}
+
 std::string arrayName(const vel::SymbolDataType& element, const std::vector<Bounds>& bounds) {
   std::string name = "ARRAY[";
   for (const Bounds& dimension : bounds) {
     if (name.back() != '[') name += ", ";
-    name += std::to_string(dimension.low) + ".." + std::to_string(dimension.high);
+    name += textOf(dimension.low) + ".." + textOf(dimension.high);
   }
-  return name + "] OF " + displayName(&element);
+  return name + "] OF " + nestedName(element);
 }
 
 std::string pointerName(const vel::SymbolDataType* target, bool reference) {
   if (target == nullptr) return "NULL";
-  return (reference ? "REF_TO " : "POINTER TO ") + displayName(target);
+  return (reference ? "REF_TO " : "POINTER TO ") + nestedName(*target);
 }
 
 }  // namespace
@@ -55,9 +63,9 @@ ArrayType::ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimen
       elementInitial(initialOfElements) {}
 
 std::int64_t ArrayType::count() const {
-  std::int64_t product = 1;
+  Integer product = 1;
   for (const Bounds& dimension : bounds) product *= dimension.count();
-  return product;
+  return static_cast<std::int64_t>(product);
 }
 
 StructType::StructType(const std::string& name) : SymbolDataType(name, BasicDataType::Structure) {}
@@ -73,7 +81,7 @@ VarSymbol* StructType::member(std::string_view name) const {
   return found != byName_.end() ? found->second : nullptr;
 }
 
-NamedValue* EnumType::addValue(const std::string& name, std::int64_t number) {
+NamedValue* EnumType::addValue(const std::string& name, Integer number) {
   auto value = std::make_unique<NamedValue>(name, this, number);
   if (!byName_.emplace(value->name(), value.get()).second) return nullptr;
   values_.push_back(std::move(value));
@@ -124,7 +132,7 @@ bool isRow(const ArrayType& array, const Expr& item) {
          dynamic_cast<const ArrayType*>(array.element) == nullptr;
 }
 
-std::int64_t implicitInitial(const vel::SymbolDataType* type) {
+Integer implicitInitial(const vel::SymbolDataType* type) {
   if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
     return enumeration->values().empty() ? 0 : enumeration->values().front()->value;
   }

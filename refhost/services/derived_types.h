@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "refhost/services/typed_constant.h"
 #include "refhost/services/unit_symbol.h"
 
 namespace refhost {
@@ -20,10 +21,10 @@ bool isComposite(const vel::SymbolDataType* type);
 bool isInstance(const vel::SymbolDataType* type);
 
 struct Bounds {
-  std::int64_t low;
-  std::int64_t high;
+  Integer low;
+  Integer high;
 
-  std::int64_t count() const { return high - low + 1; }
+  Integer count() const { return high - low + 1; }
   bool operator==(const Bounds& other) const { return low == other.low && high == other.high; }
   bool operator<(const Bounds& other) const {
     return low != other.low ? low < other.low : high < other.high;
@@ -63,10 +64,10 @@ class StructType final : public vel::SymbolDataType {
 // A named integer: a value of an enumeration, or NULL.
 class NamedValue final : public vel::SymbolTyped {
  public:
-  NamedValue(const std::string& name, vel::SymbolDataType* type, std::int64_t number)
+  NamedValue(const std::string& name, vel::SymbolDataType* type, Integer number)
       : SymbolTyped(name, type), value(number) {}
 
-  const std::int64_t value;
+  const Integer value;
   const ASTNode* declared = nullptr;  // its name in the declaration; null for NULL
 };
 
@@ -75,7 +76,7 @@ class EnumType final : public vel::SymbolDataType {
   explicit EnumType(const std::string& name) : SymbolDataType(name, BasicDataType::Enumeration) {}
 
   // Null when the name is taken.
-  NamedValue* addValue(const std::string& name, std::int64_t number);
+  NamedValue* addValue(const std::string& name, Integer number);
   NamedValue* value(std::string_view name) const;
   const std::vector<std::unique_ptr<NamedValue>>& values() const { return values_; }
 
@@ -117,6 +118,6 @@ bool isRow(const ArrayType& array, const Expr& item);
 
 // The value of a variable that is not initialised: the first value of an enumeration, the lowest
 // of a subrange, 0 for all others.
-std::int64_t implicitInitial(const vel::SymbolDataType* type);
+Integer implicitInitial(const vel::SymbolDataType* type);
 
 }  // namespace refhost

@@ -1,11 +1,11 @@
 #include "refhost/services/typed_constant.h"
 
+#include <fmt/format.h>
+
 #include "hostkit/literal.h"
 
 namespace refhost {
 namespace {
-
-constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
 
 std::uint64_t wrapped(std::uint64_t bits, BasicDataType type) {
   const ElementaryType* const row = elementaryType(type);
@@ -26,13 +26,17 @@ TypedConstant TypedConstant::untyped(std::int64_t number, BasicDataType type) {
   return result;
 }
 
-bool TypedConstant::fits(BasicDataType type) const {
-  return integerFits(isNegative(), isNegative() ? 0 - bits_ : bits_, type);
+Integer TypedConstant::value() const {
+  return type_ == BasicDataType::ULInt ? static_cast<Integer>(bits_)
+                                       : static_cast<Integer>(static_cast<std::int64_t>(bits_));
 }
 
-std::optional<std::int64_t> TypedConstant::asLInt() const {
-  if (!isNegative() && bits_ >= kSign) return {};
-  return static_cast<std::int64_t>(bits_);
+std::string textOf(Integer number) { return fmt::format("{}", number); }
+
+bool fits(Integer number, BasicDataType type) {
+  if (number >> 64 > 0) return false;
+  const auto magnitude = static_cast<std::uint64_t>(number < 0 ? -number : number);
+  return integerFits(number < 0, magnitude, type);
 }
 
 }  // namespace refhost

@@ -1,8 +1,8 @@
-// A constant integer with its type.
+// Constant integers.
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <string>
 
 #include "hostkit/elementary_types.h"
 #include "refhost/kit.h"
@@ -11,6 +11,14 @@ namespace refhost {
 
 using vel::BasicDataType;
 
+// Every value of every integer type, with room for sums and products of two of them up to LINT.
+__extension__ typedef __int128 Integer;
+
+// In decimal.
+std::string textOf(Integer number);
+bool fits(Integer number, BasicDataType type);
+
+// An integer with its type.
 class TypedConstant {
  public:
   // `bits` converted to the integer type `type` as in an assignment.
@@ -20,12 +28,10 @@ class TypedConstant {
 
   BasicDataType type() const { return type_; }
   bool isUntyped() const { return untyped_; }
+  Integer value() const;
   // The value modulo 2 to the power of 64.
   std::uint64_t bits() const { return bits_; }
-  bool isNegative() const { return type_ != BasicDataType::ULInt && bits_ >> 63 != 0; }
-  bool fits(BasicDataType type) const;
-  // Empty for a value that only ULINT holds.
-  std::optional<std::int64_t> asLInt() const;
+  bool fits(BasicDataType type) const { return refhost::fits(value(), type); }
 
  private:
   std::uint64_t bits_;

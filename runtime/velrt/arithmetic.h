@@ -82,6 +82,12 @@ static inline int vel_for_more_u64(u64 x, u64 to, i64 by) {
   if (by > 0) return x <= to && to - x >= (u64)by;
   return by < 0 && x >= to && x - to >= (u64)0 - (u64)by;
 }
+static inline int vel_for_up_i64(i64 x, i64 to, u64 by) {
+  return by > 0 && x <= to && (u64)to - (u64)x >= by;
+}
+static inline int vel_for_up_u64(u64 x, u64 to, u64 by) {
+  return by > 0 && x <= to && to - x >= by;
+}
 
 #ifdef __cplusplus
 }

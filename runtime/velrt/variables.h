@@ -22,5 +22,9 @@ typedef f64 vel_any_f64 __attribute__((may_alias));
 static inline size_t vel_index(i64 i, i64 low, i64 high) {
   return i <= low ? 0 : (size_t)((u64)(i < high ? i : high) - (u64)low);
 }
+/* The same for a subscript of type ULINT, which may exceed every bound. */
+static inline size_t vel_index_u64(u64 i, i64 low, i64 high) {
+  return vel_index(i <= INT64_MAX ? (i64)i : INT64_MAX, low, high);
+}
 
 #endif

@@ -91,7 +91,7 @@ TEST(StatementsInC, OfEveryKind) {
        "CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; END_CASE;",
        "i16 vel_t1; i64 vel_t2; u64 vel_t3; vel_t1 = @c; if (vel_t1 == 0) { @i = 1; } else if "
        "(vel_t1 >= 5 && vel_t1 <= 6) { @i = 2; } vel_t2 = @bt; if (vel_t2 == 300) { } else if "
-       "(vel_t2 == 1) { } vel_t3 = @ul; if (0) { } else if (vel_t3 == 18446744073709551615u) { } "
+       "(vel_t2 == 1) { } vel_t3 = @ul; if (0) { } else if (vel_t3 == 18446744073709551615ULL) { } "
        "else if (vel_t3 >= 0 && vel_t3 <= 3) { }"},
       {"FOR i := 1 TO 10 BY 3 DO ; END_FOR; FOR i := 1 TO j BY -2 DO ; END_FOR; FOR ul := 1 TO ul "
        "DO ; END_FOR;",
@@ -105,6 +105,12 @@ TEST(StatementsInC, OfEveryKind) {
        ">= 0 ? (i64)@i <= vel_t1 : (i64)@i >= vel_t1; vel_t3; vel_t3 = vel_for_more_i64(@i, "
        "vel_t1, vel_t2), @i = (i16)((u64)@i + (u64)(vel_t2))) { } (*@ip) = 1; for (; (*@ip) <= 3; "
        "(*@ip) = (i16)((u64)(*@ip) + 1u)) { }"},
+      {"FOR ul := 0 TO ul BY ul DO ; END_FOR; FOR l := l TO 0 BY -9223372036854775808 DO ; "
+       "END_FOR; i := a[ul];",
+       "u64 vel_t1; u64 vel_t2; u8 vel_t3; @ul = (u64)(0); vel_t1 = @ul; vel_t2 = @ul; for (vel_t3 "
+       "= (u64)@ul <= vel_t1; vel_t3; vel_t3 = vel_for_up_u64(@ul, vel_t1, vel_t2), @ul = "
+       "(u64)((u64)@ul + (u64)(vel_t2))) { } @l = @l; for (; @l >= 0; @l = (i64)((u64)@l - "
+       "9223372036854775808u)) { } @i = @a.a[vel_index_u64(@ul, 1, 3)];"},
       {"FOR i := 32767 TO 32767 DO ; END_FOR;",
        "i64 vel_t1; u8 vel_t2; @i = 32767; vel_t1 = 32767; for (vel_t2 = (i64)@i <= vel_t1; "
        "vel_t2; vel_t2 = vel_for_more_i64(@i, vel_t1, 1), @i = (i16)((u64)@i + (u64)(1))) { }"},
@@ -218,11 +224,12 @@ TEST(StatementsInC, OfEveryKind) {
        "@d = (i32)((u32)(i32)((u32)@d * (u32)2) - (u32)(i32)@i); @l = (i64)(0 - (u64)@l); @l = "
        "(-9223372036854775807LL - 1); @i = (i16)-@i; @lt = (i64)((u64)@lt + (u64)((i64)@t * "
        "1000000)); @t = (i32)((u32)@t + (u32)1000); @b = (vel_not_u8(@bt) == 240) & (((i16)~@i) == "
-       "5); vsbit(@i, 3, vgbit((@i, 4))); @i = (i16)(@j + (LIMIT((0), (@i), (100)))); @i = "
-       "MAX((MIN((@i), (@j))), (3)); @si = (i8)(@i); @u = (u16)((u32)@u * (u32)@u); vsbit(@i, 3, "
-       "@b && @b); VEL_SET_PART(u8, @l, 48, VEL_PART(u8, @w, 8)); VEL_SET_PART(u8, VEL_MEM(u16, "
-       "6), 8, VEL_PART(u8, @a.a[0], 0)); @b = vgbit((@ul, 55)); VEL_SET_PART(u64, @l, 0, "
-       "((u32)(SHL((VEL_PART(u32, @ul, 32)), (1)))));"},
+       "5); vsbit(@i, 3, vgbit((@i, 4))); @i = (i16)(@j + (LIMIT((0), (@i), (100)))); @i = ({ i16 "
+       "vel_t1 = MIN((@i), (@j)); MAX((vel_t1), (3)); }); @si = (i8)(@i); @u = (u16)((u32)@u * "
+       "(u32)@u); vsbit(@i, 3, @b && @b); VEL_SET_PART(u8, @l, 48, VEL_PART(u8, @w, 8)); "
+       "VEL_SET_PART(u8, VEL_MEM(u16, 6), 8, VEL_PART(u8, @a.a[0], 0)); @b = vgbit((@ul, 55)); "
+       "VEL_SET_PART(u64, @l, 0, ({ u32 vel_t2 = VEL_PART(u32, @ul, 32); ((u32)(SHL((vel_t2), "
+       "(1)))); }));"},
       {"s := 'a$'b$0A'; b := s < 'x'; ws := \"$00e4\"; s := LTIME_TO_STRING(t); s := CONCAT('x', "
        "BOOL_TO_STRING(b)); ws := LEFT(\"xy\", i); b := MUX(i, i = j, FALSE); i := ROL(i, LIMIT(0, "
        "i, 9)); ul := SIZEOF(i) - ud; ud := SIZEOF(STRING[9]) + SIZEOF(wstring);",
