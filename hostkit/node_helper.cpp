@@ -47,6 +47,12 @@ vel::SymbolDataType* AstNodeHelper::dataType(InternalInterface* ii, BasicDataTyp
 }
 
 std::string AstNodeHelper::basicDataTypeText(BasicDataType type) {
+  // No program can name a type like these.
+  if (type == BasicDataType::Enumeration) return "an enumeration";
+  if (type == BasicDataType::Structure) return "a structure";
+  if (type == BasicDataType::Derived) return "an array";
+  if (type == BasicDataType::FunctionBlock) return "a function block";
+  if (type == BasicDataType::Pointer) return "a pointer";
   const hostkit::ElementaryType* const row = hostkit::elementaryType(type);
   return row != nullptr && row->name != nullptr ? row->name : "INVALID";
 }

@@ -68,6 +68,7 @@ constexpr MessageFormat kEmptyRange        {0xF003D, Severity::Warning, "The ran
 constexpr MessageFormat kPlacedParameter   {0xF003E, Severity::Error, "The parameter '%s' cannot have an address: it stands for what a call gives it;"};
 constexpr MessageFormat kConstantCircle    {0xF003F, Severity::Error, "The value of the constant '%s' depends on itself: %s;"};
 constexpr MessageFormat kTooFewArguments   {0xF0060, Severity::Error, "Too few parameters in the call of '%s';"};
+constexpr MessageFormat kEnumerationBase   {0xF0061, Severity::Error, "'%s' cannot be the base type of an enumeration, which is an integer type;"};
 constexpr MessageFormat kNoGlobal          {0xF0090, Severity::Error, "There is no global variable '%s';"};
 constexpr MessageFormat kExternalType      {0xF0091, Severity::Error, "The global variable '%s' is of type '%s';"};
 constexpr MessageFormat kNotAProgram       {0xF0092, Severity::Error, "'%s' is not a PROGRAM;"};

@@ -23,6 +23,7 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   const std::string_view name = TreeBuilder::source(expr);
   if (VarSymbol* const variable = parts_.names.variableNamed(name)) {
     expr.symbol = variable;
+    if (variable->doubtful) return nullptr;
     if (!variable->constant) return variable->dataType();
     if (!parts_.constants.compute(*variable)) return nullptr;
     expr.constant = variable->value;
@@ -79,6 +80,8 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
       member != nullptr &&
       (member->role == Role::Member || (member->isParameter() && member->role != Role::InOut));
   if (!visible) {
+    const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
+    if (instance != nullptr && instance->unit->node->incomplete) return nullptr;
     say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
     return nullptr;
   }
@@ -95,11 +98,12 @@ vel::SymbolDataType* Expressions::typePart(Expr& expr) {
       expr.bitAccessOffset() > 8 * row->size - expr.partBits) {
     const std::string number = std::to_string(expr.bitAccessOffset() / expr.partBits);
     if (expr.partBits == 1) {
-      say(expr, message::kBitOutOfRange, number, base.dataType->typeName());
+      say(expr, message::kBitOutOfRange, number, displayName(base.dataType));
     } else {
       say(expr, message::kPartOutOfRange, std::string("%") + size.letter + number,
-          base.dataType->typeName());
+          displayName(base.dataType));
     }
+    return nullptr;
   }
   return services_.symbols.dataType(size.typeName);
 }
@@ -110,7 +114,7 @@ vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
   for (int i = 1; i < expr.leavesCount(); ++i) {
     const Expr& subscript = analyseLeaf(expr, i);
     if (subscript.dataType == nullptr || isInteger(typeOf(subscript))) continue;
-    say(subscript, message::kSubscriptType, displayName(subscript.dataType));
+    say(subscript, message::kSubscriptType, describe(subscript));
   }
   if (base.dataType == nullptr) return nullptr;
   const int given = expr.leavesCount() - 1;

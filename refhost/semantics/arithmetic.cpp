@@ -73,6 +73,13 @@ const Literal* literalOf(const ASTNode& node) {
   return expr.kind == ExprKind::Literal ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
 }
 
+std::string describe(const ASTNode& value, const vel::SymbolDataType* type) {
+  const Literal* const literal = literalOf(value);
+  const bool number =
+      literal != nullptr && !literal->value.fixedType && isNumber(literal->value.type);
+  return number ? std::string(vel::TreeBuilder::source(value)) : displayName(type);
+}
+
 CommonType commonType(const Expr& binary) {
   const ExprKind op = binary.kind;
   const ASTNode& leftNode = *binary.leaf(0);

@@ -38,4 +38,8 @@ BasicDataType typeOf(const ASTNode& value);
 // Null when the expression is not a literal.
 const Literal* literalOf(const ASTNode& node);
 
+// A value in messages: an untyped number as it is written, for any other value its type.
+std::string describe(const ASTNode& value, const vel::SymbolDataType* type);
+inline std::string describe(const Expr& value) { return describe(value, value.dataType); }
+
 }  // namespace refhost

@@ -39,13 +39,14 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
       narrows(rated, to->dataType(), from->dataType())
           ? message::kInformationLoss
           : vel::conversionMessage(rated, to->dataType(), from->dataType());
-  std::string first = displayName(from);
+  std::string first = describe(source, from);
   std::string second = displayName(to);
   if (&format == &message::kInformationLoss) {
     first = AstNodeHelper::basicDataTypeText(from->dataType());
     second = AstNodeHelper::basicDataTypeText(to->dataType());
   } else if (&format == &message::kConstantTooLarge) {
-    second = std::exchange(first, literalText);
+    first = literalText;
+    second = displayName(from);
   }
   if (call != nullptr && operatorHasReported(format, filledIn(format, {first, second}), *call)) {
     return;

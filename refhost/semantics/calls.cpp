@@ -210,7 +210,7 @@ void Calls::checkOperands(const Call& call) {
     const auto& operand = static_cast<const Expr&>(*list->leaf(i));
     const BasicDataType type = typeOf(operand);
     if (type != BasicDataType::None && !isNumber(type)) {
-      say(operand, message::kOperandType, call.op()->name, displayName(operand.dataType));
+      say(operand, message::kOperandType, call.op()->name, describe(operand));
     }
   }
 }
@@ -249,7 +249,7 @@ void Calls::checkChoice(const Call& call) {
     const bool pointer = own == BasicDataType::Pointer;
     const bool refused = onlySame ? compares || !same : pointer != (kind == BasicDataType::Pointer);
     if (!refused) continue;
-    say(value, message::kOperandType, call.op()->name, displayName(value.dataType));
+    say(value, message::kOperandType, call.op()->name, describe(value));
     return;
   }
 }
@@ -293,12 +293,16 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
   const int named = list != nullptr ? namedArguments(*list) : 0;
   if (named == 0) return true;
   const std::string_view name = TreeBuilder::source(*call.leaf(0));
-  if (named != count) {
-    say(call, message::kMixedArguments, name);
-    return false;
-  }
   std::vector<ASTNode*> ordered(static_cast<std::size_t>(count), nullptr);
   for (int i = 0; i < count; ++i) {
+    const bool isNamed = kindOf(*list->leaf(i)) == NodeKind::Argument;
+    if (!isNamed && i >= count - named) {
+      say(*list->leaf(i), message::kMixedArguments, name);
+      return false;
+    }
+    if (!isNamed) ordered[static_cast<std::size_t>(i)] = list->leaf(i);
+  }
+  for (int i = count - named; i < count; ++i) {
     const auto& argument = static_cast<const Argument&>(*list->leaf(i));
     const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
     const int position = argument.output ? -1 : positionOf(formal);
@@ -363,6 +367,14 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     }
   }
   const std::vector<Binding> bindings = bindArguments(call, callee);
+  const auto isTooMuch = [](const Binding& binding) {
+    return binding.parameter == nullptr && binding.named == nullptr;
+  };
+  const auto tooMuch = std::find_if(bindings.begin(), bindings.end(), isTooMuch);
+  if (tooMuch != bindings.end()) {
+    say(*tooMuch->node, message::kTooManyArguments, callee.name());
+    return;
+  }
   std::vector<const VarSymbol*> given;
   bool named = false;
   for (const Binding& binding : bindings) {
@@ -372,10 +384,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     }
     named = binding.named != nullptr;
     if (binding.parameter == nullptr) {
-      if (binding.named == nullptr) {
-        say(*binding.node, message::kTooManyArguments, callee.name());
-        break;
-      }
+      if (callee.node->incomplete) continue;
       say(*binding.node, message::kUnknownParameter, callee.name(),
           TreeBuilder::source(*binding.node->leaf(0)));
       continue;

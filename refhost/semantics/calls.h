@@ -18,8 +18,9 @@ class Calls : public Part {
   Type* analyseCall(Call& call);
   // Reports an error when the callee returns no value.
   void requireValue(const Call& call, const Type* type);
-  // Sorts named arguments by the positions that `positionOf` returns for their names. Reports an
-  // error and returns false when a name is not that of a parameter.
+  // Sorts the named arguments, behind the positional ones, by the positions that `positionOf`
+  // returns for their names. Reports an error and returns false when a name is not that of a
+  // parameter.
   bool orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf);
   void analyseArguments(Call& call, UnitSymbol& callee);
   // Moves EN and ENO from the argument list into `call`. `callee` is null for operators and

@@ -46,7 +46,7 @@ bool Assignments::checkDerived(const Type& to, const Type& from, const vel::ASTN
     const bool constant = constantInteger(source).has_value();
     if (!constant) check(&to, value->base, source, at);
   } else {
-    messages_.report(at, message::kCannotConvert, {displayName(&from), displayName(&to)});
+    messages_.report(at, message::kCannotConvert, {describe(source, &from), displayName(&to)});
   }
   return true;
 }
@@ -84,7 +84,7 @@ void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTN
       return;
     }
   }
-  messages_.report(at, *format, {displayName(&from), displayName(&to)});
+  messages_.report(at, *format, {describe(source, &from), displayName(&to)});
 }
 
 }  // namespace refhost

@@ -99,6 +99,9 @@ void ConstantVariables::computeNow(VarSymbol& constant, const std::vector<VarSym
                                                        VarDecl::kInitial, constant.dataType());
   context_.unit = asking;
   const BasicDataType type = valueType(constant.dataType());
+  const bool wrongType = isInteger(type) && !isInteger(typeOf(initial));
+  const bool unknown = initial.dataType == nullptr && formOf(initial.kind) != ExprForm::Parts;
+  constant.refused = constant.refused || unknown || wrongType;
   const auto value = constantOf(initial);
   if (value && isInteger(type)) constant.value = tree_.make<TypedConstant>(value->bits(), type);
 }

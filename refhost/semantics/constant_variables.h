@@ -12,7 +12,7 @@ class ConstantVariables : public Part {
   using Part::Part;
 
   // Computes the value of the CONSTANT variable and of those that it depends on. Returns false
-  // when it depends on a cycle; each cycle is reported once.
+  // when its initial value is refused, or depends on itself, which is reported once.
   bool compute(VarSymbol& constant);
 
  private:

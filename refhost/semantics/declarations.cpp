@@ -159,7 +159,9 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->declared = &name;
   VarSymbol* const declared = unit.addVariable(std::move(variable));
   if (declared == nullptr) {
-    sayRedeclared(name, name.text(), unit.variable(name.text())->declared);
+    VarSymbol& first = *unit.variable(name.text());
+    sayRedeclared(name, name.text(), first.declared);
+    first.doubtful = first.dataType() != type;
   } else if (declaration.edge != Edge::None) {
     detectEdges(*declared, declaration);
   }
@@ -224,9 +226,19 @@ void Declarations::place(VarSymbol& variable, const ASTNode& address, const Type
   variable.placeAt(parsed, services_.memory.raw(parsed));
 }
 
+// Before the initial value is analysed, which may ask for the constant itself: `SIZEOF(c)`.
+void Declarations::computeConstants(const UnitSymbol& unit, const VarDecl& declaration) {
+  for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
+    const auto& name = static_cast<const Text&>(*declaration.leaf(n));
+    VarSymbol* const constant = unit.variable(name.text());
+    if (constant != nullptr && constant->constant) parts_.constants.compute(*constant);
+  }
+}
+
 void Declarations::analyseInitials(UnitSymbol& unit) {
-  forEachDeclaration(unit, [&](const VarBlock&, VarDecl& declaration) {
+  forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     if (declaration.leaf(VarDecl::kInitial) == nullptr) return;
+    if (block.constant) computeConstants(unit, declaration);
     const auto& spec = static_cast<const TypeSpec&>(*declaration.leaf(VarDecl::kType));
     parts_.initials.analyseInitial(spec.dataType, declaration, VarDecl::kInitial);
     // The analysis may have replaced the node.

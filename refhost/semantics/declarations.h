@@ -28,6 +28,7 @@ class Declarations : public Part {
                        const Text& name, const ResolvedType& resolved);
   void declareResult(UnitSymbol& unit);
   // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
+  void computeConstants(const UnitSymbol& unit, const VarDecl& declaration);
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
   void place(VarSymbol& variable, const ASTNode& address, const Type* type);

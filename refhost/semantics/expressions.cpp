@@ -113,7 +113,7 @@ vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
   const bool fits = expr.kind == ExprKind::Not ? type == BasicDataType::Bool || isInteger(type)
                                                : isNumber(type) || isDuration(type);
   if (!fits) {
-    say(operand, message::kOperandType, traitsOf(expr.kind).source, displayName(operand.dataType));
+    say(operand, message::kOperandType, traitsOf(expr.kind).source, describe(operand));
     return nullptr;
   }
   const bool keeps = expr.kind == ExprKind::Not || negationType(type) == type;
@@ -145,8 +145,7 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   const Expr& right = analyseLeaf(expr, 1, left.dataType);
   const CommonType common = commonType(expr);
   if (common.kind == CommonType::Kind::Invalid || areOfTwoEnumerations(left, right)) {
-    say(expr, message::kOperandTypes, traitsOf(expr.kind).source, displayName(left.dataType),
-        displayName(right.dataType));
+    say(expr, message::kOperandTypes, traitsOf(expr.kind).source, describe(left), describe(right));
     return nullptr;
   }
   if (common.kind == CommonType::Kind::Unknown) return nullptr;

@@ -26,6 +26,11 @@ struct Context {
     unknown.clear();
   }
 
+  // True of a name that a part of the program may declare which is not supported.
+  bool isExcused(std::string_view name) const {
+    return (unit != nullptr && unit->node->incomplete) || tree.refused.count(name) != 0;
+  }
+
   Services& services;
   Tree& tree;
   Prelude& prelude;
@@ -64,6 +69,7 @@ class Part {
   }
   // Reports each name once in a unit. The name must outlive the analysis.
   void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
+    if (context_.isExcused(name)) return;
     if (context_.unknown.emplace(name, true).second) say(where, format, name);
   }
   bool hasErrorFrom(std::size_t first) const { return messages_.hasErrors(first); }

@@ -116,7 +116,7 @@ vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
     known = known && input.dataType != nullptr;
     if (!known || hasErrorFrom(first)) continue;
     if (function.takesText(i) ? !isText(type) : !isInteger(type)) {
-      say(input, message::kOperandType, function.name, displayName(input.dataType));
+      say(input, message::kOperandType, function.name, describe(input));
     } else if (function.takesText(i)) {
       if (kind != BasicDataType::None && type != kind) {
         say(input, message::kOperandTypes, function.name,

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
@@ -53,7 +54,7 @@ void Statements::analyseStatement(ASTNode& statement) {
   }
 }
 
-void Statements::analyseAssignment(ASTNode& statement) {
+void Statements::analyseAssignment(ASTNode& statement, bool checks) {
   const Expr& target = parts_.expressions.analyseLeaf(statement, 0);
   ASTNode& source = *statement.leaf(1);
   const Type* type = nullptr;
@@ -68,7 +69,7 @@ void Statements::analyseAssignment(ASTNode& statement) {
     type = parts_.expressions.analyseLeaf(statement, 1, target.dataType).dataType;
   }
   const SourceRange& whole = static_cast<const Assignment&>(statement).sourceRange;
-  if (parts_.expressions.requireWritable(target))
+  if (checks && parts_.expressions.requireWritable(target))
     parts_.assignments.check(target.dataType, type, source, whole, operatorCall);
 }
 
@@ -85,21 +86,22 @@ void Statements::analyseCondition(ASTNode& parent, int index) {
   const Expr& condition = parts_.expressions.analyseLeaf(parent, index);
   const BasicDataType type = typeOf(condition);
   if (type != BasicDataType::None && type != BasicDataType::Bool) {
-    say(condition, message::kCondition, displayName(condition.dataType));
+    say(condition, message::kCondition, describe(condition));
   }
 }
 
 void Statements::analyseCase(ASTNode& statement) {
   const Expr& selector = parts_.expressions.analyseLeaf(statement, 0);
   const BasicDataType type = typeOf(selector);
-  if (type != BasicDataType::None && !isInteger(type)) {
-    say(selector, message::kSelector, displayName(selector.dataType));
+  const bool chooses = isInteger(type);
+  if (type != BasicDataType::None && !chooses) {
+    say(selector, message::kSelector, describe(selector));
   }
   std::vector<Label> labels;
   for (int i = 1; i < statement.leavesCount(); ++i) {
     ASTNode& element = *statement.leaf(i);
     if (kindOf(element) == NodeKind::CaseElement) {
-      analyseLabels(*element.leaf(0), selector, labels);
+      if (chooses) analyseLabels(*element.leaf(0), selector, labels);
       analyseStatements(element.leaf(1));
     } else {
       analyseStatements(&element);
@@ -138,26 +140,32 @@ void Statements::warnOfRepeated(std::vector<Label>& labels) {
   std::stable_sort(labels.begin(), labels.end(),
                    [](const Label& a, const Label& b) { return a.low < b.low; });
   const Label* widest = nullptr;
+  bool reported = false;  // of the values of `widest`
   for (const Label& label : labels) {
-    if (widest != nullptr && label.low <= widest->high) {
+    if (widest != nullptr && label.low <= widest->high && !std::exchange(reported, true)) {
       const bool later = label.node->pos().offset() > widest->node->pos().offset();
       const ASTNode& again = later ? *label.node : *widest->node;
-      say(again, message::kRepeatedLabel, TreeBuilder::source(again));
+      const ASTNode& first = later ? *widest->node : *label.node;
+      say(again, message::kRepeatedLabel, TreeBuilder::source(again))
+          .note(rangeOf(first), "the other label stands here");
     }
-    if (widest == nullptr || label.high > widest->high) widest = &label;
+    if (widest != nullptr && label.high <= widest->high) continue;
+    widest = &label;
+    reported = false;
   }
 }
 
 void Statements::analyseFor(ASTNode& statement) {
   ASTNode& start = *statement.leaf(0);
-  analyseAssignment(start);
-  const auto& control = static_cast<const Expr&>(*start.leaf(0));
+  const Expr& control = parts_.expressions.analyseLeaf(start, 0);
   const BasicDataType type = typeOf(control);
-  if (type != BasicDataType::None && (!isInteger(type) || control.kind == ExprKind::Part)) {
+  const bool counts = isInteger(type) && control.kind != ExprKind::Part;
+  if (type != BasicDataType::None && !counts) {
     say(control, message::kControlVariable, TreeBuilder::source(control));
   }
+  analyseAssignment(start, counts);
   const Expr& end = parts_.expressions.analyseLeaf(statement, 1, control.dataType);
-  parts_.assignments.check(control.dataType, end.dataType, end);
+  if (counts) parts_.assignments.check(control.dataType, end.dataType, end);
   if (statement.leaf(2) != nullptr) {
     const Expr& step = parts_.expressions.analyseLeaf(statement, 2);
     const BasicDataType stepType = typeOf(step);

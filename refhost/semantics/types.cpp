@@ -205,16 +205,17 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
       std::make_unique<EnumType>(name.empty() ? anonymousName("ENUM") : name));
   const bool based = spec.name[0] != '\0';
   Type* base = based ? resolveName(spec).type : services_.symbols.elementary(BasicDataType::Int);
-  if (base != nullptr && isInteger(base->dataType())) {
+  const bool valid = base != nullptr && isInteger(base->dataType());
+  if (valid) {
     type->base = base;
   } else {
-    if (base != nullptr) say(spec, message::kOperandType, "enumeration", displayName(base));
+    if (base != nullptr) say(spec, message::kEnumerationBase, displayName(base));
     type->base = services_.symbols.elementary(BasicDataType::Int);
   }
   Integer next = 0;
   for (int i = 0; i < spec.leavesCount(); ++i) {
     ASTNode& item = *spec.leaf(i);
-    if (item.leaf(1) != nullptr) next = parts_.expressions.requireConstant(item, 1).value_or(next);
+    if (valid && item.leaf(1) != nullptr) next = parts_.expressions.requireConstant(item, 1).value_or(next);
     for (const BasicDataType wider : {BasicDataType::DInt, BasicDataType::LInt}) {
       if (based || fits(next, type->base->dataType())) break;
       type->base = services_.symbols.elementary(wider);
@@ -277,7 +278,7 @@ void Types::declareMembers(StructType& structure, ASTNode& spec) {
   }
 }
 
-// The name of an anonymous type in messages. The '#' keeps it apart from the program's names.
+// The name of an anonymous type. The '#' keeps it apart from the program's names.
 std::string Types::anonymousName(const std::string& kind) {
   return kind + "#" + std::to_string(services_.symbols.ownedTypes().size());
 }

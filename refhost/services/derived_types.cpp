@@ -25,10 +25,29 @@ std::string pointerName(const vel::SymbolDataType* target, bool reference) {
   return (reference ? "REF_TO " : "POINTER TO ") + nestedName(*target);
 }
 
+// For the description of a type without a name.
+template <typename Symbols>
+std::string firstNames(const Symbols& symbols) {
+  constexpr std::size_t kMost = 4;
+  std::string names;
+  for (std::size_t i = 0; i < symbols.size() && i < kMost; ++i) {
+    names += (i == 0 ? "" : ", ") + symbols[i]->name();
+  }
+  return symbols.size() > kMost ? names + ", ..." : names;
+}
+
 }  // namespace
 
 std::string displayName(const vel::SymbolDataType* type) {
-  if (type == nullptr) return "INVALID";
+  if (type == nullptr) return "unknown";
+  if (type->name().find('#') != std::string::npos) {
+    if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
+      return "enumeration (" + firstNames(enumeration->values()) + ")";
+    }
+    if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+      return "structure (" + firstNames(structure->members()) + ")";
+    }
+  }
   if (const auto* const text = dynamic_cast<const StringType*>(type)) {
     return elementaryType(text->dataType())->name;
   }

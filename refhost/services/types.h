@@ -29,7 +29,7 @@ class StringType final : public vel::SymbolDataType {
 int bitCount(const vel::SymbolDataType& type);
 
 // The name of a type in messages: the declared name of a derived type or a bit string, else that
-// of the elementary type; "INVALID" for null.
+// of the elementary type. An enumeration or a structure without a name is described by its parts.
 std::string displayName(const vel::SymbolDataType* type);
 
 // True if the two types have one representation. A subrange counts as its base type, BYTE as

@@ -75,7 +75,8 @@ class VarSymbol final : public vel::SymbolVar {
   bool constant = false;
   Retention retention = Retention::Unsaid;
   const TypedConstant* value = nullptr;  // of a constant; null if it is not a known integer
-  bool refused = false;                  // a constant that depends on a cycle
+  bool refused = false;                  // a constant without a valid value
+  bool doubtful = false;                 // declared a second time with another type
   Progress progress = Progress::Waiting;
   Edge edge = Edge::None;
   VarSymbol* edgeState = nullptr;  // holds the input's value at the previous call, for an edge

@@ -19,6 +19,9 @@ void parse(const SourceManager& sources, std::uint32_t file, Tree& tree, Diagnos
   TreeFactory make(text, file, tree, errors);
   // The result is ignored, since every error is among the messages.
   grammar::Parser(tokens, make, errors).parse();
+  for (const std::string_view name : errors.refusedUnits()) {
+    tree.refused.emplace(tree.intern(name), true);
+  }
 }
 
 }  // namespace refhost

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <vector>
 
 #include "refhost/diagnostics.h"
 #include "refhost/syntax/span.h"
@@ -33,7 +34,16 @@ class SyntaxErrors {
 
   // Reports nesting that is too deep, once for each unit.
   void tooDeep(Span at);
-  void beginUnit() { tooDeepSaid_ = false; }
+  void beginUnit() {
+    tooDeepSaid_ = false;
+    incomplete_ = false;
+  }
+
+  // A part of the unit, or the whole unit `name`, is not supported.
+  void refusePart() { incomplete_ = true; }
+  void refuseUnit(std::string_view name) { refused_.push_back(name); }
+  bool isIncomplete() const { return incomplete_; }
+  const std::vector<std::string_view>& refusedUnits() const { return refused_; }
 
   // From now on no syntax error before `offset` is reported.
   void muteUntil(std::uint32_t offset);
@@ -52,6 +62,8 @@ class SyntaxErrors {
   std::uint32_t nextOffset_ = 0;  // the first offset at which an error may be reported
   int count_ = 0;
   bool tooDeepSaid_ = false;
+  bool incomplete_ = false;
+  std::vector<std::string_view> refused_;
 };
 
 }  // namespace refhost

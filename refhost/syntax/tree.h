@@ -17,6 +17,7 @@
 #include "host/declaration.h"
 #include "host/expression.h"
 #include "host/symbol.h"
+#include "hostkit/folding.h"
 #include "hostkit/literal.h"
 #include "hostkit/operator_traits.h"
 #include "hostkit/tree_builder.h"
@@ -228,6 +229,8 @@ class Unit final : public ::POUDeclaration {
   static constexpr int kName = 0, kReturnType = 1, kVarBlocks = 2, kBody = 3;
 
   Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
+
+  bool incomplete = false;  // it has parts that are not supported, which may declare names
 };
 
 // A task or a program instance.
@@ -294,6 +297,8 @@ class Tree {
   std::vector<const Text*> resources;  // the names of RESOURCEs
   std::vector<ConfigurationItem*> tasks;
   std::vector<ConfigurationItem*> instances;  // of PROGRAMs, in configurations
+  // Names of declarations that are not supported.
+  FoldedMap<bool> refused;
 
  private:
   std::pmr::monotonic_buffer_resource arena_;

@@ -372,6 +372,7 @@ void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value retur
   if (unitName.node == nullptr) unitName = name({span.begin, span.begin});
   const char* text = static_cast<const Text*>(unitName.node)->text();
   auto* node = tree_.make<Unit>(text, type);
+  node->incomplete = errors_.isIncomplete();
   const Value leaves[] = {unitName, returnType, blocks, body};
   link(node, span, leaves, std::size(leaves));
   tree_.units.push_back(node);

@@ -117,6 +117,11 @@ const Unsupported::Construct* Unsupported::constructAt(const Token& token, int p
 void Unsupported::replace(Token& token, int previous) {
   while (const Construct* const construct = constructAt(token, previous)) {
     if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
+    if (blocks_.any()) {
+      errors_.refusePart();
+    } else if (queue_.ahead().kind == Kind::IDENTIFIER) {
+      errors_.refuseUnit(queue_.textOf(queue_.ahead()));
+    }
     skip(token, *construct);
   }
   replaceBlock(token, previous);

@@ -71,7 +71,7 @@ TEST_F(Checks, BitStringsKeepTheirNames) {
   EXPECT_EQ(vel::resolveTypeText(&host, "P", BasicDataType::USInt, "us"), "USINT");
   EXPECT_EQ(vel::resolveTypeText(&host, "P", BasicDataType::UInt, "word"), "word");
   EXPECT_EQ(vel::resolveTypeText(&host, "P", BasicDataType::UInt, "5"), "UINT");
-  EXPECT_EQ(vel::resolveTypeText(&host, "P", BasicDataType::Pointer, "p"), "INVALID");
+  EXPECT_EQ(vel::resolveTypeText(&host, "P", BasicDataType::Pointer, "p"), "a pointer");
 }
 
 TEST_F(Checks, AssignedTypes) {
@@ -106,7 +106,7 @@ TEST_F(Checks, AssignedTypes) {
       {"en", "us", 0, false, "E C0032 'us' cannot convert to 'en' type;"},
       {"fb", "us", 0, false, "E C0032 'us' cannot convert to 'fb' type;"},
       {"st", "ST", 0, true, ""},
-      {"st", "ST", -2, false, "E C0032 'INVALID' cannot convert to 'INVALID' type;"},
+      {"st", "ST", -2, false, "E C0032 'INVALID' cannot convert to 'a structure' type;"},
   };
   vel::ASTNode* source = tree.node(vel::ASTType{9}, {}, "", 7);
   for (const Row& row : rows) {

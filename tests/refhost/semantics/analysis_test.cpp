@@ -21,7 +21,7 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
         "s := MAX(s, 'a');",
         "82 ~C0195 INT, UINT; 90 ~C0196 UINT, INT; 98 ~C0197 DINT, REAL; 106 ~C0197 LREAL, REAL; "
         "115 ~C0197 DINT, INT; 124 ~C0196 BYTE, SINT; 134 C0001 300, INT; 144 C0032 REAL, INT; 168 "
-        "C0032 SINT, BOOL; 176 C0032 WSTRING, STRING; 188 F002C MAX, STRING"},
+        "C0032 2, BOOL; 176 C0032 WSTRING, STRING; 188 F002C MAX, STRING"},
        {"s := SEL(b, s, w); s := SEL(b, 'a', s); s := SEL(b, s, x); t := lt; r := MOVE(lr); r := "
         "REAL_TO_LREAL(lr); si := ((i)); i := 32767 + 1; si := 100 + 20; i := 100 + 100; s := "
         "SEL(b, i + 1, i);",
@@ -48,8 +48,8 @@ TEST(Analysis, OperatorCallsAreChecked) {
         "a[1]); g := TO_BOOL(a); x := TO_INT(SEL(g, a[0], g)); x := TO_INT(a); s := TO_STRING(pt); "
         "IRDBIT(%IX0.0, c[1]);",
         "10 F003A P; 19 C0046 nowhere; 49 F002C EXPT, STRING; 107 F002C TO_BOOL, ARRAY[0..1] OF "
-        "BOOL; 153 F002C TO_INT, ARRAY[0..1] OF BOOL; 172 F002C "
-        "TO_STRING, POINTER TO INT; 177 F0023 c[1]"},
+        "BOOL; 153 F002C TO_INT, ARRAY[0..1] OF BOOL; 172 F002C TO_STRING, POINTER TO INT; 177 "
+        "F0023 c[1]"},
        {"g := _READIDIRECT(nowhere); ZRST(%MX99999.0, M0); g := IWRBIT(%QX0.0, g); IF ZSET(%MX0.0, "
         "%MX0.1) THEN END_IF; d := MOVE(SEL(g, x + 1, y));",
         "19 C0221 nowhere; 34 C0221 %MX99999.0; 46 C0220; 56 F0026 IWRBIT; 78 F0026 ZSET"}});
@@ -71,7 +71,7 @@ TEST(Analysis, CallsOfUnitsAreChecked) {
        {"x := F(1, 2, 3); x := F(a := 1, q := d, io := x); x := F(d, 2, x) + d; x := F(1.5, 2, x); "
         "x := fb(i := 1); x := fb.v; fb.o := 1;",
         "14 F0039 3, io, INT; 33 F0027 F, q; 56 ~C0197 DINT, INT; 58 ~C0197 DINT, INT; 79 C0032 "
-        "REAL, INT; 96 F0026 fb; 116 F0024 fb, v; 119 F0023 fb.o"},
+        "1.5, INT; 96 F0026 fb; 116 F0024 fb, v; 119 F0023 fb.o"},
        {"x := UDINT_TO_INT(SIZEOF(fb.o) + SIZEOF(B) + ADR(fb.o) + SIZEOF(STRING[3])); d := "
         "SIZEOF(WSTRING[0]); x := F(STRING); B(i := 1);",
         "83 ~C0196 UDINT, DINT; 98 F0036 0; 110 F003A STRING; 119 F0025 B"}});

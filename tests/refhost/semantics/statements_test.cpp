@@ -27,43 +27,41 @@ TEST(Statements, AreJudgedInEveryPart) {
        ""},
       {"ip := rp; ip := d; ip := 4; rf := 0; rf := ip; rf := REF(r); rf := ADR(i); i := ip; r := "
        "ip; ip := r; b := ip; ud := ip; ud := ADR(i) + 1; ip := i; ip := t;",
-       "7 ~F007E POINTER TO REAL, POINTER TO INT; 17 ~F007E DINT, POINTER TO INT; 26 ~F007E SINT, "
-       "POINTER TO INT; 35 C0032 SINT, REF_TO INT; 54 C0032 REF_TO REAL, REF_TO INT; 81 C0032 "
-       "POINTER TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 C0032 REAL, POINTER TO INT; 108 "
-       "C0032 POINTER TO INT, BOOL; 118 ~F007F UDINT; 146 ~F007E INT, POINTER TO INT; 155 C0032 "
-       "TIME, POINTER TO INT"},
+       "7 ~F007E POINTER TO REAL, POINTER TO INT; 17 ~F007E DINT, POINTER TO INT; 26 ~F007E 4, "
+       "POINTER TO INT; 35 C0032 0, REF_TO INT; 54 C0032 REF_TO REAL, REF_TO INT; 81 C0032 POINTER "
+       "TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 C0032 REAL, POINTER TO INT; 108 C0032 "
+       "POINTER TO INT, BOOL; 118 ~F007F UDINT; 146 ~F007E INT, POINTER TO INT; 155 C0032 TIME, "
+       "POINTER TO INT"},
       {"rf := REF(); rf := REF(i, i); rf := REF(1); rf := REF(k); rf := REF(i.3); rf := REF(i + "
        "1); rf := REF(nope);",
        "7 F0020 REF; 20 F0020 REF; 41 F007B 1; 55 F007B k; 69 F007B i.3; 85 F007B i + 1; 103 F0020 "
        "nope"},
       {"b := ip = rp; b := ip < 0; d := ip - rp; ip := 2 + ip; ip := 2 - ip; ip := ip + ip; ip := "
        "ip * 2; b := ip = r; b := ip AND b;",
-       "62 F002B -, SINT, POINTER TO INT; 76 F002B +, POINTER TO INT, POINTER TO INT; 91 F002B *, "
-       "POINTER TO INT, SINT; 104 F002B =, POINTER TO INT, REAL; 117 F002B AND, POINTER TO INT, "
-       "BOOL"},
+       "62 F002B -, 2, POINTER TO INT; 76 F002B +, POINTER TO INT, POINTER TO INT; 91 F002B *, "
+       "POINTER TO INT, 2; 104 F002B =, POINTER TO INT, REAL; 117 F002B AND, POINTER TO INT, BOOL"},
       {"b := c = Red; b := c = 1; b := c = li; b := c AND 1; i := c + li; i := c + 1;",
        "32 F002B =, Color, Light; 45 C0032 INT, BOOL; 59 F002B +, Color, Light"},
       {"t := t + lt; lt := lt - t; t := t * 2; t := 2 * t; t := 2 / t; t := t / 1.5; t := t * t; b "
        ":= t > lt; td := td + t; td := td - lt; td := t + td; da := da + t; t := da - da; t := td "
        "- dt1; b := da = td; b := td = td; dt1 := dt1 - t; t := dt1 - dt1; i := t MOD 2;",
-       "6 C0032 LTIME, TIME; 57 F002B /, SINT, TIME; 83 F002B *, TIME, TIME; 138 F002B +, TIME, "
-       "TOD; 152 F002B +, DATE, TIME; 179 F002B -, TOD, DT; 194 F002B =, DATE, TOD; 254 F002B MOD, "
-       "TIME, SINT"},
+       "6 C0032 LTIME, TIME; 57 F002B /, 2, TIME; 83 F002B *, TIME, TIME; 138 F002B +, TIME, TOD; "
+       "152 F002B +, DATE, TIME; 179 F002B -, TOD, DT; 194 F002B =, DATE, TOD; 254 F002B MOD, "
+       "TIME, 2"},
       {"i := i ** 2; lr := i ** 2; r := r ** 2; lr := lr MOD 2.0; r := r AND r; i := i AND 3; bt "
        ":= bt OR w; bt := bt XOR bt; w := NOT bt; b := NOT c; i := -b; i := -u; d := -ud; t := -t; "
        "r := -s;",
-       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, REAL; 64 F002B AND, REAL, REAL; 93 ~C0197 UINT, "
+       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, 2.0; 64 F002B AND, REAL, REAL; 93 ~C0197 UINT, "
        "USINT; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 ~C0197 DINT, INT; 167 ~C0197 LINT, "
        "DINT; 187 F002C -, STRING"},
       {"b := s = ws; b := i <> s; b := i <= s; b := i >= s; b := r XOR i; b := s < 'a'; s := s + "
        "'a'; b := ws = \"x\"; b := b AND s; b := s = 1;",
        "6 F002B =, STRING, WSTRING; 19 F002B <>, INT, STRING; 32 F002B <=, INT, STRING; 45 F002B "
        ">=, INT, STRING; 58 F002B XOR, REAL, INT; 86 F002B +, STRING, STRING; 115 F002B AND, BOOL, "
-       "STRING; 129 F002B =, STRING, SINT"},
+       "STRING; 129 F002B =, STRING, 1"},
       {"i := F(1); i := F(1, 2); i := F(1, 2, 3); i := F(); i := F(a := 1, b := 2, q => j); N(1); "
        "i := N(1); N(q => i); i := F(1, 2, s, 4); fb(1, s, i);",
-       "39 F0023 3; 96 F0026 N; 104 F0027 N, q; 126 C0032 INT, STRING; 129 F0029 F; 139 C0032 INT, "
-       "STRING"},
+       "39 F0023 3; 96 F0026 N; 104 F0027 N, q; 129 F0029 F; 139 C0032 INT, STRING"},
       {"fb(io := i); fa[0](io := i); fa[2](io := i); fb(1, 2); fb(1, i); fb.io := 1; i := fb.io; i "
        ":= fb.o; fb.o := 1; fb := fa[0]; fa := fa; fb.i := 3;",
        "33 F0079 2; 52 F0039 2, io, INT; 69 F0024 fb, io; 86 F0024 fb, io; 101 F0023 fb.o; 112 "
@@ -99,20 +97,20 @@ TEST(Statements, AreJudgedInEveryPart) {
        "LEFT(IN => s, L := 1); i := LEN(STRING);",
        "13 F0029 LEN; 26 F002C LEN, INT; 35 F0060 LEN; 55 F002C LEFT, REAL; 64 F0060 MID; 90 F002B "
        "CONCAT, STRING, WSTRING; 100 F0060 CONCAT; 131 F002C INSERT, STRING; 148 F0020 nope; 193 "
-       "F0027 LEFT, M; 216 F003B LEFT; 252 F002A IN; 272 F0027 LEFT, IN; 299 F003A STRING"},
+       "F0027 LEFT, M; 252 F002A IN; 272 F0027 LEFT, IN; 299 F003A STRING"},
       {"i := MUX(K := 1, IN0 := i, IN1 := 3); i := MUX(IN1 := 3, IN0 := i, K := 0); i := MUX(K := "
        "1, IN0 := i, IN2 := 3); i := LIMIT(IN => i, MN := 0, MX := 1); i := LIMIT(0, MX := 1, IN "
        ":= 2); i := LIMIT(MN := 0, MN := 0, MX := 1);",
-       "104 F0027 MUX, IN2; 126 F0027 LIMIT, IN; 159 F003B LIMIT; 207 F002A MN"},
+       "104 F0027 MUX, IN2; 126 F0027 LIMIT, IN; 207 F002A MN"},
       {"pt := SEL(b, pt, qt); pt := MAX(pt, qt); pt := SEL(b, pt, i); c := MAX(c, c); c := SEL(b, "
        "c, li); i := MAX(c, li); ip := SEL(b, ip, ip); ip := MUX(i, ip, rp); pt := MOVE(pt); s := "
        "MUX(i, s, s);",
-       "33 F002C MAX, Pt; 59 F002C SEL, INT; 108 C0032 INVALID, INT; 151 C0131 ip, MUX; 188 C0131 "
-       "s, MUX"},
+       "33 F002C MAX, Pt; 59 F002C SEL, INT; 108 C0032 an enumeration, INT; 151 C0131 ip, MUX; 188 "
+       "C0131 s, MUX"},
       {"ul := TO_ULINT(ip); ul := TO_ULINT(pt); s := TO_STRING(c); b := TO_BOOL(pt); b := "
        "TO_BOOL(ip); i := ABS(c); r := SQRT(ip); r := EXPT(r, b); i := TO_INT(fb);",
-       "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 101 C0072 ABS, "
-       "INVALID; 114 C0072 SQRT, INVALID; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
+       "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 101 C0072 ABS, an "
+       "enumeration; 114 C0072 SQRT, a pointer; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
       {"b := MEP(b); b := MEP(i); b := MEF(b) OR MEP(NOT b); i := ADR(i); ip := ADR(nope); ud := "
        "ADR(P); ud := ADR(%MW0); ud := SIZEOF(Pt); ud := SIZEOF(nope); ud := SIZEOF(a[1]); ud := "
        "SIZEOF(INT);",
@@ -126,9 +124,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        "i.%B2.1 OR r.%B0 OR l.%D2; i.%Q0 := 1; FOR w.%B0 := 1 TO 2 DO ; END_FOR; ip := REF(i.%W0); "
        "fb(io := w.%W0); ud := ADR(w.%B1); k.%B0 := 3; ip := REF(%MX0.1);",
        "10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 ~C0197 UINT, USINT; "
-       "78 F00A0 %B2, INT; 78 F002B OR, BOOL, BYTE; 89 F00A0 %B0, REAL; 98 F00A0 %D2, LINT; 107 "
-       "F0002 %Q0; 121 F0030 w.%B0; 161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 w.%B1, "
-       "ADR; 204 F0023 k.%B0; 226 F007B %MX0.1"},
+       "78 F00A0 %B2, INT; 89 F00A0 %B0, REAL; 98 F00A0 %D2, LINT; 107 F0002 %Q0; 121 F0030 w.%B0; "
+       "161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 w.%B1, ADR; 204 F0023 k.%B0; 226 "
+       "F007B %MX0.1"},
       {"nope(1); i(1); Pt(1); Color(1); F := 1; P(1); i := P; i := F; i := nope; i := nope; "
        "nope2.x := 1; %MX0.0 := b; %MB99999 := bt; %MW0 := i; %MD3 := d; %MD3 := i; %MX0.0.1 := b; "
        "i.16 := b; r.1 := b; b.0 := b; bt.7 := b; bt.8 := b; pt.1 := b;",
@@ -140,9 +138,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        "2; b := 1; b := INT#1; r := 1; r := 16777217; lr := 1.0e300; r := 1.0e39; t := 1; i := "
        "T#1s; s := 'toolong'; s := \"x\"; ws := 'x';",
        "6 ~C0197 LINT, INT; 18 F0023 k; 31 C0001 10000000000, LINT; 50 C0001 128, INT; 61 C0001 "
-       "-129, INT; 72 C0001 -1, SINT; 82 C0001 256, INT; 92 C0032 SINT, BOOL; 108 C0032 INT, BOOL; "
-       "158 ~C0197 LREAL, REAL; 171 C0032 SINT, TIME; 179 C0032 TIME, INT; 206 C0032 WSTRING, "
-       "STRING; 217 C0032 STRING, WSTRING"},
+       "-129, INT; 72 C0001 -1, SINT; 82 C0001 256, INT; 92 C0032 2, BOOL; 108 C0032 INT, BOOL; "
+       "158 ~C0197 LREAL, REAL; 171 C0032 1, TIME; 179 C0032 TIME, INT; 206 C0032 WSTRING, STRING; "
+       "217 C0032 STRING, WSTRING"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(withEverything(source)))) << source;
