@@ -213,7 +213,8 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
   const bool fits = value.form == LiteralForm::Integer && isNumber(variable.type)
                         ? integerFits(value.negative, value.magnitude, variable.type)
                         : widens(value.type, variable.type) ||
-                              (value.form == LiteralForm::Real && isFloat(variable.type));
+                              (value.form == LiteralForm::Real && isFloat(variable.type)) ||
+                              (variable.type == BasicDataType::Bool && isBoolNumber(value));
   const bool infinite = variable.type == BasicDataType::Real && value.form == LiteralForm::Real &&
                         std::isinf(static_cast<float>(value.real));
   if (!fits || infinite) {

@@ -8,7 +8,7 @@ namespace {
 
 // Keywords of C, names that compilers predefine or call implicitly, and the short names of the
 // runtime and of the operators' macros. Sorted.
-constexpr std::array<std::string_view, 102> kReserved{"FABS",
+constexpr std::array<std::string_view, 108> kReserved{"FABS",
                                                       "FC_MUX_INT",
                                                       "FC_MUX_LONGLONG",
                                                       "FC_MUX_LONGREAL",
@@ -29,6 +29,7 @@ constexpr std::array<std::string_view, 102> kReserved{"FABS",
                                                       "case",
                                                       "char",
                                                       "const",
+                                                      "constexpr",
                                                       "continue",
                                                       "default",
                                                       "do",
@@ -67,7 +68,9 @@ constexpr std::array<std::string_view, 102> kReserved{"FABS",
                                                       "memcpy",
                                                       "memmove",
                                                       "memset",
+                                                      "mips",
                                                       "mset",
+                                                      "nullptr",
                                                       "offsetof",
                                                       "ptrdiff_t",
                                                       "register",
@@ -82,9 +85,12 @@ constexpr std::array<std::string_view, 102> kReserved{"FABS",
                                                       "signed",
                                                       "size_t",
                                                       "sizeof",
+                                                      "sparc",
                                                       "static",
+                                                      "static_assert",
                                                       "struct",
                                                       "switch",
+                                                      "thread_local",
                                                       "totalBit",
                                                       "true",
                                                       "typedef",
@@ -112,7 +118,7 @@ constexpr std::array<std::string_view, 102> kReserved{"FABS",
                                                       "while"};
 
 // Prefixes of the runtime's long names, of temporaries, of the companions of bit parameters, and
-// of the names that the C standard reserves.
+// of names that the C standard reserves.
 constexpr std::array<std::string_view, 4> kReservedPrefixes{"__", "VEL_", "offsetParam_", "vel_"};
 
 // Built-in functions of C compilers without their variants for float and long double: compilers
@@ -166,7 +172,9 @@ bool isLimit(std::string_view name) {
 
 bool isReserved(std::string_view name) { return contains(kReserved, name) || isLimit(name); }
 
+// True also of _Bool and all names of its form, which the C standard reserves.
 bool hasReservedPrefix(std::string_view name) {
+  if (name.size() > 1 && name[0] == '_' && name[1] >= 'A' && name[1] <= 'Z') return true;
   return std::any_of(
       kReservedPrefixes.begin(), kReservedPrefixes.end(),
       [name](std::string_view prefix) { return name.substr(0, prefix.size()) == prefix; });

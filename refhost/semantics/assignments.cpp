@@ -14,22 +14,12 @@ bool narrows(int rated, BasicDataType target, BasicDataType source) {
   return rated == rating::kMismatch && isInteger(target) && isInteger(source);
 }
 
-// The standard allows 0 and 1 as BOOL literals.
-bool isBoolConstant(const LiteralValue& literal) {
-  return literal.form == LiteralForm::Integer && !literal.fixedType && !literal.negative &&
-         literal.magnitude <= 1;
-}
-
 }  // namespace
 
 void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
                         const SourceRange& at, const Call* call) {
   if (to == nullptr || from == nullptr || checkDerived(*to, *from, source, at)) return;
   const Literal* const literal = literalOf(source);
-  if (to->dataType() == BasicDataType::Bool && literal != nullptr &&
-      isBoolConstant(literal->value)) {
-    return;
-  }
   const std::string literalText =
       literal != nullptr ? AstNodeHelper::astText(const_cast<ASTNode*>(&source)) : std::string();
   const int rated = rateConversion(to->dataType(), from->dataType(),

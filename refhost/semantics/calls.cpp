@@ -25,7 +25,7 @@ ASTNode* parameterList(const Call& call) {
 
 }  // namespace
 
-vel::SymbolDataType* Calls::analyseCall(Call& call) {
+vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
   const std::string_view name = TreeBuilder::source(*call.leaf(0));
@@ -40,7 +40,7 @@ vel::SymbolDataType* Calls::analyseCall(Call& call) {
   // The program means its own unit, which has been refused.
   if (call.op() != nullptr && context_.hidden.count(name) != 0) return nullptr;
   if (call.op() != nullptr || call.function() != nullptr) {
-    call.dataType = call.op() != nullptr ? callOperator(call) : callFunction(call);
+    call.dataType = call.op() != nullptr ? callOperator(call, wanted) : callFunction(call);
     call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
     return call.dataType;
   }
@@ -89,7 +89,7 @@ void Calls::requireValue(const Call& call, const Type* type) {
   }
 }
 
-vel::SymbolDataType* Calls::callOperator(Call& call) {
+vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   const std::size_t first = messages_.count();
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
@@ -98,16 +98,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   if (!orderArguments(call, positionOf)) return nullptr;
   ASTNode* const list = parameterList(call);
   if (list == nullptr) analyseOperandType(call);
-  bool known = true;
-  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
-    if (leavesNameToOperator(call, i)) continue;
-    const Expr& operand = parts_.expressions.analyseLeaf(*list, i);
-    known = known && operand.dataType != nullptr;
-    if (!isAccess(operand.kind) || operand.dataType == nullptr) continue;
-    services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
-                                operand.dataType);
-  }
-  if (!known) {
+  if (list != nullptr && !analyseOperands(call, *list, wanted)) {
     // The error in the operand has been reported, maybe at an earlier use of it.
     if (!hasErrorFrom(0)) say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
     return nullptr;
@@ -130,6 +121,35 @@ vel::SymbolDataType* Calls::callOperator(Call& call) {
   checkOperands(call);
   call.accepted = !hasErrorFrom(beforeOperands);
   return resultOf(call, services_.symbols.dataType(resultType));
+}
+
+// False when an operand has no type. What an operator passes on may have the type that is wanted of
+// the result, and it has that of the other values among which the operator chooses.
+bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted) {
+  bool known = true;
+  const OperatorTraits& traits = *call.traits();
+  const bool passes = traits.chooses() || traits.result == OperatorTraits::Result::Passed;
+  const auto analyse = [&](int i) {
+    const bool passed = passes && i >= traits.firstChoice;
+    const Expr& operand = parts_.expressions.analyseLeaf(list, i, passed ? wanted : nullptr);
+    known = known && operand.dataType != nullptr;
+    if (operand.dataType == nullptr) return;
+    if (passed) wanted = operand.dataType;
+    if (!isAccess(operand.kind)) return;
+    services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
+                                operand.dataType);
+  };
+  std::vector<int> open;
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    if (leavesNameToOperator(call, i)) continue;
+    if (passes && i >= traits.firstChoice && parts_.names.isOpen(*list.leaf(i))) {
+      open.push_back(i);
+    } else {
+      analyse(i);
+    }
+  }
+  for (const int i : open) analyse(i);
+  return known;
 }
 
 // The type of an accepted call. `named` is the result type that the operator reports, null for

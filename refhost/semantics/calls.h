@@ -15,7 +15,8 @@ class Calls : public Part {
   using Part::Part;
 
   // The type of the result, null when there is none or the call is refused.
-  Type* analyseCall(Call& call);
+  // `wanted` is the type that the context expects, null for none.
+  Type* analyseCall(Call& call, const Type* wanted = nullptr);
   // Reports an error when the callee returns no value.
   void requireValue(const Call& call, const Type* type);
   // Sorts the named arguments, behind the positional ones, by the positions that `positionOf`
@@ -28,7 +29,8 @@ class Calls : public Part {
   void takeEnabling(Call& call, const UnitSymbol* callee);
 
  private:
-  Type* callOperator(Call& call);
+  Type* callOperator(Call& call, const Type* wanted);
+  bool analyseOperands(const Call& call, ASTNode& list, const Type* wanted);
   Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);
   Type* callInstance(Call& call);

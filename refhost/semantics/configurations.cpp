@@ -120,10 +120,10 @@ void Configurations::setProperty(Task& task, BasicDataType type, const Expr& val
     task.interval = constantTime(value).value_or(-1);
     if (task.interval < 0) say(value, message::kTaskInterval, TreeBuilder::source(value));
   } else {
-    const std::int64_t priority = constantInteger(value).value_or(-1);
-    const bool fits = priority >= 0 && priority <= std::numeric_limits<std::uint16_t>::max();
-    if (!fits) say(value, message::kTaskPriority, TreeBuilder::source(value));
-    task.priority = priority;
+    const Integer priority = constantInteger(value).value_or(-1);
+    const bool known = fits(priority, BasicDataType::UInt);
+    if (!known) say(value, message::kTaskPriority, TreeBuilder::source(value));
+    task.priority = known ? static_cast<std::int64_t>(priority) : 0;
   }
 }
 
@@ -148,8 +148,9 @@ void Configurations::analyseTask(Task& task) {
       continue;
     }
     const std::size_t first = messages_.count();
-    value = &parts_.expressions.analyseLeaf(property, 1);
-    parts_.assignments.check(services_.symbols.elementary(known->type), value->dataType, *value);
+    const Type* const type = services_.symbols.elementary(known->type);
+    value = &parts_.expressions.analyseLeaf(property, 1, type);
+    parts_.assignments.check(type, value->dataType, *value);
     if (!hasErrorFrom(first)) setProperty(task, known->type, *value);
   }
   if (hasErrorFrom(before)) return;

@@ -38,7 +38,7 @@ void Calls::takeEnabling(Call& call, const UnitSymbol* callee) {
   tree_.setLeaves(*list, others);
   const Type* const flag = services_.symbols.elementary(BasicDataType::Bool);
   if (call.enable != nullptr) {
-    const Expr& condition = parts_.expressions.analyseLeaf(*call.enable, 1);
+    const Expr& condition = parts_.expressions.analyseLeaf(*call.enable, 1, flag);
     parts_.assignments.check(flag, condition.dataType, condition);
   }
   if (call.enabled != nullptr) {

@@ -43,26 +43,30 @@ Expr& Expressions::analyseLeaf(ASTNode& parent, int index, const Type* wanted) {
     TreeBuilder::setLeaf(parent, index, address);
   }
   auto& expr = static_cast<Expr&>(*parent.leaf(index));
-  if (wanted != nullptr && expr.kind == ExprKind::Variable && !expr.analysed) prefer(expr, *wanted);
-  analyse(expr);
+  analyse(expr, wanted);
   return expr;
 }
 
-void Expressions::prefer(Expr& expr, const Type& wanted) {
-  const auto* const enumeration = dynamic_cast<const EnumType*>(&wanted);
-  if (enumeration == nullptr) return;
+// The type of an expression that is of the type `wanted` because of its context; null for others.
+vel::SymbolDataType* Expressions::typeAs(Expr& expr, const Type& wanted) {
+  if (const Literal* const literal = literalOf(expr)) {
+    const bool flag = wanted.dataType() == BasicDataType::Bool && isBoolNumber(literal->value);
+    return flag ? services_.symbols.elementary(BasicDataType::Bool) : nullptr;
+  }
+  const auto* const enumeration =
+      expr.kind == ExprKind::Variable ? dynamic_cast<const EnumType*>(&wanted) : nullptr;
+  if (enumeration == nullptr) return nullptr;
   const std::string_view name = TreeBuilder::source(expr);
   NamedValue* const value = enumeration->value(name);
-  if (value == nullptr || parts_.names.variableNamed(name) != nullptr) return;
-  expr.analysed = true;
-  expr.dataType = typeValue(expr, *value);
-  expr.setBasicType(expr.dataType->dataType());
+  if (value == nullptr || parts_.names.variableNamed(name) != nullptr) return nullptr;
+  return typeValue(expr, *value);
 }
 
-void Expressions::analyse(Expr& expr) {
+void Expressions::analyse(Expr& expr, const Type* wanted) {
   if (expr.analysed) return;
   expr.analysed = true;
-  expr.dataType = typeExpression(expr);
+  if (wanted != nullptr) expr.dataType = typeAs(expr, *wanted);
+  if (expr.dataType == nullptr) expr.dataType = typeExpression(expr, wanted);
   expr.setBasicType(expr.dataType != nullptr ? expr.dataType->dataType() : BasicDataType::None);
 }
 
@@ -77,7 +81,7 @@ bool Expressions::becomesAddress(ASTNode& parent, int index) {
          services_.memory.parse(TreeBuilder::source(expr), address);
 }
 
-vel::SymbolDataType* Expressions::typeExpression(Expr& expr) {
+vel::SymbolDataType* Expressions::typeExpression(Expr& expr, const Type* wanted) {
   switch (formOf(expr.kind)) {
     case ExprForm::Literal:
       return services_.symbols.dataType(literalOf(expr)->value.typeName);
@@ -86,7 +90,7 @@ vel::SymbolDataType* Expressions::typeExpression(Expr& expr) {
     case ExprForm::Access:
       return typeAccess(expr);
     case ExprForm::Call:
-      return typeCall(expr);
+      return typeCall(expr, wanted);
     case ExprForm::Unary:
       return typeUnary(expr);
     case ExprForm::Arithmetic:
@@ -99,9 +103,9 @@ vel::SymbolDataType* Expressions::typeExpression(Expr& expr) {
   return nullptr;
 }
 
-vel::SymbolDataType* Expressions::typeCall(Expr& expr) {
+vel::SymbolDataType* Expressions::typeCall(Expr& expr, const Type* wanted) {
   auto& call = static_cast<Call&>(*expr.leaf(0));
-  Type* const type = parts_.calls.analyseCall(call);
+  Type* const type = parts_.calls.analyseCall(call, wanted);
   parts_.calls.requireValue(call, type);
   return type;
 }
@@ -139,8 +143,7 @@ void Expressions::analyseChain(Expr& whole) {
 
 vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   analyseChain(expr);
-  // The other operand may tell which of several values is meant.
-  if (parts_.names.isAmbiguous(*expr.leaf(0))) analyseLeaf(expr, 0, analyseLeaf(expr, 1).dataType);
+  if (parts_.names.isOpen(*expr.leaf(0))) analyseLeaf(expr, 0, analyseLeaf(expr, 1).dataType);
   const Expr& left = analyseLeaf(expr, 0);
   const Expr& right = analyseLeaf(expr, 1, left.dataType);
   const CommonType common = commonType(expr);

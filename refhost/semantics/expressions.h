@@ -12,9 +12,10 @@ class Expressions : public Part {
   using Part::Part;
 
   // Analyses leaf `index` of `parent`, an Expr. Returns the leaf, which the analysis may replace.
-  // A value of the enumeration `wanted` goes before those of other enumerations.
+  // `wanted` is the type that the context expects, null for none: a value of this enumeration goes
+  // before those of others, and an untyped 0 or 1 is a BOOL where that is expected.
   Expr& analyseLeaf(ASTNode& parent, int index, const Type* wanted = nullptr);
-  void analyse(Expr& expr);
+  void analyse(Expr& expr, const Type* wanted = nullptr);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<Integer> requireConstant(ASTNode& parent, int index);
   // True of a place in memory that a pointer or an in-out parameter can refer to: no part of a
@@ -27,9 +28,9 @@ class Expressions : public Part {
  private:
   // expressions.cpp
   bool becomesAddress(ASTNode& parent, int index);
-  void prefer(Expr& expr, const Type& wanted);
-  Type* typeExpression(Expr& expr);
-  Type* typeCall(Expr& expr);
+  Type* typeAs(Expr& expr, const Type& wanted);
+  Type* typeExpression(Expr& expr, const Type* wanted);
+  Type* typeCall(Expr& expr, const Type* wanted);
   Type* typeUnary(Expr& expr);
   Type* typeBinary(Expr& expr);
   void analyseChain(Expr& whole);

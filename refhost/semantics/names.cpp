@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "hostkit/folding.h"
+#include "refhost/semantics/arithmetic.h"
 
 namespace refhost {
 
@@ -45,6 +46,11 @@ bool Names::isAmbiguous(const vel::ASTNode& node) const {
     if (local != context_.unit->namedValues.end()) return local->second == nullptr;
   }
   return services_.symbols.isAmbiguous(name);
+}
+
+bool Names::isOpen(const vel::ASTNode& node) const {
+  const Literal* const literal = literalOf(node);
+  return literal != nullptr ? isBoolNumber(literal->value) : isAmbiguous(node);
 }
 
 bool Names::isAddress(std::string_view text) const {

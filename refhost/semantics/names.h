@@ -17,9 +17,12 @@ class Names : public Part {
   VarSymbol* variableNamed(std::string_view name) const;
   // Null when the expression is not the name of a value.
   NamedValue* valueNamed(const Expr& expr) const;
-  // True for a direct address in the project's notation.
   // True of a name that several enumerations have a value of, and that is no variable's.
   bool isAmbiguous(const vel::ASTNode& node) const;
+  // True of an expression whose type depends on the type that is wanted: an ambiguous name, and an
+  // untyped 0 or 1.
+  bool isOpen(const vel::ASTNode& node) const;
+  // True for a direct address in the project's notation.
   bool isAddress(std::string_view text) const;
 
   // Constants that are found before their declarations are analysed; null once they have been.

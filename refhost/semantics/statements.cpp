@@ -61,7 +61,7 @@ void Statements::analyseAssignment(ASTNode& statement, bool checks) {
   const Call* operatorCall = nullptr;
   if (kindOf(source) == NodeKind::Invocation) {
     auto& call = static_cast<Call&>(source);
-    type = parts_.calls.analyseCall(call);
+    type = parts_.calls.analyseCall(call, target.dataType);
     parts_.calls.requireValue(call, type);
     if (!call.accepted) type = nullptr;
     if (call.op() != nullptr) operatorCall = &call;
@@ -83,7 +83,8 @@ void Statements::analyseIf(ASTNode& statement) {
 }
 
 void Statements::analyseCondition(ASTNode& parent, int index) {
-  const Expr& condition = parts_.expressions.analyseLeaf(parent, index);
+  const Type* const wanted = services_.symbols.elementary(BasicDataType::Bool);
+  const Expr& condition = parts_.expressions.analyseLeaf(parent, index, wanted);
   const BasicDataType type = typeOf(condition);
   if (type != BasicDataType::None && type != BasicDataType::Bool) {
     say(condition, message::kCondition, describe(condition));

@@ -10,6 +10,11 @@ int StringType::byteSize() const {
   return (length_ + 1) * (dataType() == BasicDataType::String ? 1 : 2);
 }
 
+bool isBoolNumber(const LiteralValue& literal) {
+  return literal.form == LiteralForm::Integer && !literal.fixedType && !literal.negative &&
+         literal.magnitude <= 1;
+}
+
 int bitCount(const vel::SymbolDataType& type) {
   if (type.dataType() == BasicDataType::Bool) return 1;
   if (const auto* const text = dynamic_cast<const StringType*>(&type)) return 8 * text->byteSize();

@@ -5,6 +5,7 @@
 
 #include "host/symbol.h"
 #include "hostkit/elementary_types.h"
+#include "hostkit/literal.h"
 #include "refhost/kit.h"
 
 namespace refhost {
@@ -24,6 +25,9 @@ class StringType final : public vel::SymbolDataType {
  private:
   int length_;
 };
+
+// True of an untyped 0 or 1, which is FALSE or TRUE where a BOOL is expected.
+bool isBoolNumber(const LiteralValue& literal);
 
 // The number of bits that a program can access in a variable of the type: 1 for a BOOL.
 int bitCount(const vel::SymbolDataType& type);

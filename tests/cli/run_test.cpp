@@ -39,6 +39,35 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
             "us = 255\ni = -5\ny = 16#F\nr = 1000.0\nt = T#62500ms\nlt = LTIME#1000ns\n");
 }
 
+TEST_F(Velc, TakesNamesThatAreReservedInC) {
+  const char* const names =
+      "_Bool _Complex _Imaginary _Atomic _Generic _Noreturn _Static_assert _Thread_local _Pragma "
+      "_Alignas auto char const inline restrict signed static typedef union unsigned "
+      "volatile bool true1 nullptr constexpr thread_local typeof asm unix linux i386 errno NULL1 "
+      "u8 f32 _m gbit vgbit self vel_t1 VEL_MEM main malloc sqrtf INT32_MAX size_t __LINE__ "
+      "uVarParam edge_0 _x int1 longs";
+  std::string units;
+  std::string variables;
+  std::string calls;
+  std::istringstream list(names);
+  for (std::string name; list >> name;) {
+    units += "FUNCTION F" + name + " : INT VAR_INPUT " + name + " : INT; END_VAR F" + name +
+             " := " + name + "; END_FUNCTION TYPE T" + name + " : STRUCT " + name +
+             " : INT; END_STRUCT END_TYPE FUNCTION " + name + "_ : INT " + name +
+             "_ := 1; END_FUNCTION\n";
+    variables += name + " : T" + name + "; ";
+    calls +=
+        name + '.' + name + " := " + name + "." + name + " + F" + name + "(1) + " + name + "_();";
+  }
+  writeProgram("p.st", variables, calls);
+  write("p.st", units + read("p.st"));
+  for (const char* compiler : {"gcc", "clang"}) {
+    const Outcome outcome = velc("run p.st --compiler " + std::string(compiler));
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(outcome.out.find(":= 1)"), std::string::npos) << outcome.out;
+  }
+}
+
 TEST_F(Velc, PrintsAndSetsPartsOfValues) {
   writeProgram("p.st",
                "n : ARRAY[1..5] OF INT; a : ARRAY[1..2, -1..1] OF INT := [1, 2, 3, 4]; big : "

@@ -55,7 +55,8 @@ TEST(Session, VariablesAreListedAndSet) {
   EXPECT_EQ("VEL_MEM(i16, 4) = 7;", assigned("m", "INT#7"));
   EXPECT_EQ("'1e39' is not a value of type REAL", assigned("r", "1e39"));
   EXPECT_EQ("'300' is not a value of type SINT", assigned("si", "300"));
-  EXPECT_EQ("'1' is not a value of type BOOL", assigned("b", "1"));
+  EXPECT_EQ("P_data.b = 1;", assigned("b", "1"));
+  EXPECT_EQ("'2' is not a value of type BOOL", assigned("b", "2"));
   EXPECT_EQ("'); abort(' is not a literal", assigned("i", "); abort("));
 }
 

@@ -137,9 +137,10 @@ TEST(Declarations, AreJudged) {
        "VAR_INPUT c : C2; END_VAR F := c; END_FUNCTION PROGRAM P VAR CONSTANT k : C2 := Red; "
        "END_VAR VAR c : C2 := Red; mode : Mode := Mode.On; n : INT; x : (One, Two); y : (Two, "
        "Three); z : ARRAY[0..1] OF C2 := [Red, Blue]; END_VAR c := Red; CASE c OF Red: n := 1; "
-       "END_CASE; IF Red = c THEN n := F(Red) + F(c := Red); END_IF; y := Two; n := Red; "
+       "END_CASE; IF Red = c THEN n := F(Red) + F(c := Red); END_IF; y := Two; c := SEL(n = 1, "
+       "Red, MOVE(Red)); n := Red; "
        "END_PROGRAM",
-       "1:421 F0075 Red"},
+       "1:454 F0075 Red"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(source))) << source;

@@ -8,6 +8,15 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"c := Red; c := Color#Blue; c := Color.Green; i := c; si := Red; lv := 10; lv := -10; lv := "
        "i; pt := qt; a[1] := a[3]; i := a[i];",
        ""},
+      {"b := 16#1; b := 1 = b; b := 0 <> b XOR 1; b := MOVE(1); b := SEL(b, 0, 1); b := MUX(i, b, "
+       "0); i.3 := 1; IF 1 THEN ; END_IF; fb(io := i, EN := 0); %MX0.0 := 1; b := GT(b, 0); b := "
+       "((0)); b := MOVE(SEL(b, 1, MOVE(0)));",
+       ""},
+      {"b := 2; b := INT#1; b := k; b := 1 - 1; b := NOT 1; b := SEL(1, b, b); b := b <> 2; b := "
+       "i; i := b; b := BOOL_TO_INT(1) = 1;",
+       "6 C0032 2, BOOL; 14 C0032 INT, BOOL; 26 C0032 INT, BOOL; 34 C0032 SINT, BOOL; 46 C0032 "
+       "SINT, BOOL; 58 C0032 1, BOOL; 77 F002B <>, BOOL, 2; 90 C0032 INT, BOOL; 98 C0032 BOOL, "
+       "INT; 106 C0032 BOOL_TO_INT, 1, SINT"},
       {"c := 2; c := j;", "6 ~F007D Color; 14 ~F007D Color"},
       {"c := Light#On;", "6 C0032 Light, Color"},
       {"c := Color#On; c := Red.x;", "6 F0020 Color#On; 25 F0024 Red, x"},
