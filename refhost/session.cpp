@@ -52,8 +52,8 @@ void appendVariables(const SymbolNames& names, const UnitSymbol& unit, const std
                      const std::string& data, std::vector<ProgramVariable>& result) {
   for (const auto& variable : unit.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
-    const bool kept = variable->role != Role::Temp && variable->role != Role::InOut &&
-                      variable->role != Role::EdgeState;
+    const bool kept =
+        variable->role != Role::Temp && variable->role != Role::EdgeState && !variable->indirect;
     if (!kept || type == nullptr) continue;
     ProgramVariable entry;
     entry.program = program;

@@ -25,6 +25,7 @@ Shape structureShape(const SymbolNames& names, const StructType& structure) {
   shape->typeName = structure.typeName();
   shape->isStructure = true;
   for (const auto& member : structure.members()) {
+    if (member->indirect) continue;
     Shape part = shapeOf(names, member->dataType());
     if (part == nullptr) continue;
     shape->members.push_back({member->name(), "." + names.of(*member), std::move(part)});

@@ -10,7 +10,8 @@ namespace {
 bool isSubscriptOrDereference(const vel::ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
   const ExprKind kind = static_cast<const Expr&>(node).kind;
-  return kind == ExprKind::Element || kind == ExprKind::Dereference;
+  return kind == ExprKind::Element || kind == ExprKind::Dereference ||
+         referenceNamed(node) != nullptr;
 }
 
 }  // namespace
@@ -79,6 +80,10 @@ void StatementWriter::runInstance(const Call& call, const UnitSymbol& block,
     const Place member = placeOf(parameter);
     if (parameter.role == Role::InOut) {
       body_.statement(member.store(places_.pointerTo(*binding.value, parameter.dataType())));
+      continue;
+    }
+    if (parameter.reference) {
+      body_.statement(places_.bind(member, parameter.dataType(), *binding.value));
       continue;
     }
     std::string value;

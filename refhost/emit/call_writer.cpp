@@ -179,7 +179,8 @@ std::string CallWriter::functionCallText(const Call& call) {
   const std::vector<Binding> bindings = bindArguments(call, function);
   std::vector<const vel::ASTNode*> inputs;
   for (const Binding& binding : bindings) {
-    if (binding.parameter->role == Role::Input) inputs.push_back(binding.value);
+    if (binding.parameter->role == Role::Input && !binding.parameter->indirect)
+      inputs.push_back(binding.value);
   }
   return expressions_.inOrder(inputs, ExpressionWriter::Uses::Once,
                               [&] { return functionCallText(call, bindings); });
@@ -205,6 +206,8 @@ std::string CallWriter::functionCallText(const Call& call, const std::vector<Bin
     } else if (parameter->role == Role::InOut) {
       // The analysis reports calls that omit an in-out parameter.
       arguments += given != nullptr ? places_.pointerTo(*given, type) : "NULL";
+    } else if (parameter->reference) {
+      arguments += value != nullptr ? places_.boundText(*value, type) : "NULL";
     } else if (value != nullptr && value->kind < ExprKind::ArrayValue) {
       arguments += argumentText(*value, type);
     } else if (isComposite(type) && file_.startValues.differFromZero(*parameter)) {

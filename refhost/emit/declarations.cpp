@@ -22,7 +22,7 @@ bool isMember(const VarSymbol& variable) {
 void appendStructure(const SymbolNames& names, const StructType& structure, std::string& out) {
   out += fmt::format("\nVEL_STRUCT {} {{\n", names.of(structure).name);
   for (const auto& member : structure.members()) {
-    out += fmt::format("  {};\n", declaration(names, member->dataType(), names.of(*member)));
+    out += fmt::format("  {};\n", declaration(names, *member));
   }
   if (structure.members().empty()) out += "  u8 vel_empty;\n";
   out += "};\n";
@@ -34,14 +34,7 @@ void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::stri
   for (const auto& variable : unit.variables()) {
     if (!isMember(*variable)) continue;
     empty = false;
-    const bool pointer = variable->role == Role::InOut;
-    if (pointer && isTextType(variable->dataType())) {
-      const bool narrow = variable->dataType()->dataType() == BasicDataType::String;
-      out += fmt::format("  {}* {};\n", narrow ? "char" : "u16", names.of(*variable));
-    } else {
-      out += fmt::format("  {};\n", declaration(names, variable->dataType(),
-                                                (pointer ? "*" : "") + names.of(*variable)));
-    }
+    out += fmt::format("  {};\n", declaration(names, *variable));
   }
   for (const auto& variable : unit.variables()) {
     if (keepsCompanion(*variable))
@@ -71,6 +64,7 @@ std::string structures(const SymbolNames& names, const Services& services) {
   std::string out;
   std::unordered_set<const vel::SymbolDataType*> done;
   std::unordered_set<std::string> arrays;
+  // A structure need not precede those with pointers to it.
   const auto visit = [&](const auto& self, const vel::SymbolDataType* type) -> void {
     if (!isComposite(type) || !done.insert(type).second) return;
     if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
@@ -79,11 +73,15 @@ std::string structures(const SymbolNames& names, const Services& services) {
       out += fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", names.of(*array).name,
                          declaration(names, array->element, fmt::format("a[{}]", array->count())));
     } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-      for (const auto& member : structure->members()) self(self, member->dataType());
+      for (const auto& member : structure->members()) {
+        if (!member->indirect) self(self, member->dataType());
+      }
       appendStructure(names, *structure, out);
     } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
       const UnitSymbol& block = *instance->unit;
-      for (const auto& variable : block.variables()) self(self, variable->dataType());
+      for (const auto& variable : block.variables()) {
+        if (!variable->indirect) self(self, variable->dataType());
+      }
       appendStructure(names, block, out);
     }
   };
@@ -113,13 +111,14 @@ std::string functionHead(const SymbolNames& names, const UnitSymbol& function) {
   for (int i = 0; i < function.paramsCount(); ++i) {
     const auto& parameter = *static_cast<const VarSymbol*>(function.param(i));
     const vel::SymbolDataType* const type = parameter.dataType();
-    const bool input = parameter.role == Role::Input;
-    if (isTextType(type)) {
-      const char* const unit = type->dataType() == BasicDataType::String ? "char" : "u16";
-      add(input ? fmt::format("const {}* vel_{}", unit, names.of(parameter))
-                : fmt::format("{}* {}", unit, names.of(parameter)));
+    const std::string& name = names.of(parameter);
+    if (parameter.role == Role::Output) {
+      add(isTextType(type) ? fmt::format("{}* {}", characterType(*type), name)
+                           : declaration(names, type, "*" + name));
+    } else if (isTextType(type) && !parameter.indirect) {
+      add(fmt::format("const {}* vel_{}", characterType(*type), name));
     } else {
-      add(declaration(names, type, (input ? "" : "*") + names.of(parameter)));
+      add(declaration(names, parameter));
     }
     if (keepsCompanion(parameter)) add("vel_bit_param " + companion(parameter));
   }

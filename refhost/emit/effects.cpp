@@ -15,7 +15,7 @@ bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
     }
     if (node.type() != vel::ASTType::Expression) return false;
     const auto& expr = static_cast<const Expr&>(node);
-    if (expr.kind == ExprKind::Dereference) return true;
+    if (expr.kind == ExprKind::Dereference || referenceNamed(expr) != nullptr) return true;
     if (expr.kind != ExprKind::Variable ||
         dynamic_cast<const NamedValue*>(expr.symbol) != nullptr) {
       return false;

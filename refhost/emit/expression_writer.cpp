@@ -147,7 +147,7 @@ std::string ExpressionWriter::variableText(vel::SymbolVar* variable, int, const 
   const auto& symbol = *static_cast<const VarSymbol*>(variable);
   // In C such a string parameter is a pointer to its first character.
   const bool pointer =
-      symbol.role == Role::InOut || symbol.role == Role::Result ||
+      symbol.indirect || symbol.role == Role::Result ||
       (symbol.role == Role::Output && symbol.owner->type() == vel::POUType::Function);
   const bool pointed = pointer && isText(valueType(symbol.dataType()));
   return (pointed ? "*" : "") + places.of(symbol).load();

@@ -62,15 +62,16 @@ void FunctionWriter::appendLocals(const UnitSymbol& unit, std::string& out) {
     const bool local = function ? variable->role == Role::Local || variable->role == Role::Temp
                                 : variable->role == Role::Temp;
     const vel::SymbolDataType* const type = variable->dataType();
-    const bool copied = function && variable->role == Role::Input && isTextType(type);
+    const bool copied =
+        function && variable->role == Role::Input && isTextType(type) && !variable->indirect;
     if (variable->iecAddress().area != 0) continue;
     if (function && variable->role == Role::EdgeState) {
       out += fmt::format("  static u8 {};\n", file_.names.of(*variable));
     }
     if (local || copied || (result && !isTextType(type))) {
-      const char* const zero = isTextType(type) || isComposite(type) ? "{0}" : "0";
-      out += fmt::format("  {} = {};\n", declaration(file_.names, type, file_.names.of(*variable)),
-                         zero);
+      const bool parts = isTextType(type) || isComposite(type);
+      const char* const zero = variable->indirect ? "NULL" : parts ? "{0}" : "0";
+      out += fmt::format("  {} = {};\n", declaration(file_.names, *variable), zero);
     }
     const bool named = function ? !result : local;
     if (named && body_.used.count(variable.get()) == 0) {
@@ -95,7 +96,7 @@ void FunctionWriter::prepare(const UnitSymbol& function) {
   for (const auto& variable : function.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
     const Role role = variable->role;
-    if (role == Role::Input && isTextType(type)) {
+    if (role == Role::Input && isTextType(type) && !variable->indirect) {
       body_.statement(storeText(file_.names, type, expressions_.places.of(*variable),
                                 "vel_" + file_.names.of(*variable), type->dataType()));
     } else if (role == Role::Result && isTextType(type)) {

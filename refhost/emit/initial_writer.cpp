@@ -11,6 +11,11 @@ namespace refhost {
 // variable: each may override parts of the previous one.
 void InitialWriter::initialise(const Place& place, const VarSymbol& variable) {
   const Type* const type = variable.dataType();
+  if (variable.reference) {
+    if (variable.initial == nullptr) return;
+    body_.statement(expressions_.places.bind(place, type, *variable.initial));
+    return;
+  }
   const bool whole = variable.initial != nullptr && !isComposite(type);
   if (!whole) {
     setDefault(place, type);
@@ -88,8 +93,13 @@ void InitialWriter::setInitial(const Place& place, const Type* type, const Expr&
     for (int i = 0; i < value.leavesCount(); ++i) {
       const ASTNode& field = *value.leaf(i);
       const VarSymbol& member = *memberOf(type, static_cast<const Text&>(*field.leaf(0)).text());
-      setInitial(place.member(file_.names.of(member)), member.dataType(),
-                 static_cast<const Expr&>(*field.leaf(1)));
+      const auto& part = static_cast<const Expr&>(*field.leaf(1));
+      if (member.reference) {
+        body_.statement(expressions_.places.bind(place.member(file_.names.of(member)),
+                                                 member.dataType(), part));
+        continue;
+      }
+      setInitial(place.member(file_.names.of(member)), member.dataType(), part);
     }
     return;
   }

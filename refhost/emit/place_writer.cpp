@@ -33,7 +33,20 @@ Place PlaceWriter::of(const Expr& expr) {
     return {isText(typeOf(expr)) ? Kind::Object : Kind::Pointed, of(base).load()};
   }
   const auto* const member = asVariable(expr.symbol);
-  return member != nullptr ? of(base).member(file_.names.of(*member)) : Place();
+  if (member == nullptr) return {};
+  Place place = of(base).member(file_.names.of(*member));
+  if (member->indirect && !isTextType(member->dataType())) place.kind = Kind::Pointed;
+  return place;
+}
+
+std::string PlaceWriter::bind(const Place& reference, const vel::SymbolDataType* type,
+                              const Expr& target) {
+  return Place{Place::Kind::Object, reference.text}.store(boundText(target, type));
+}
+
+std::string PlaceWriter::boundText(const Expr& target, const vel::SymbolDataType* type) {
+  if (isNull(target)) return "NULL";
+  return fmt::format("({}){}", pointerText(file_.names, type), pointerTo(target, type));
 }
 
 Place PlaceWriter::named(const Expr& expr) {
@@ -94,18 +107,18 @@ std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
 
 Place PlaceWriter::of(const VarSymbol& variable) {
   using Kind = Place::Kind;
+  const bool output =
+      variable.role == Role::Output && variable.owner->type() == vel::POUType::Function;
+  const bool indirect = !isTextType(variable.dataType()) && (variable.indirect || output);
   const vel::HeapAddress address = variable.iecAddress();
   if (address.area != 0) {
     return Place::ofAddress(address, variable.backendAddress(),
                             cType(valueType(variable.dataType())));
   }
   if (variable.owner == file_.services.symbols.globals()) {
-    return {Kind::Object, file_.names.of(*variable.owner).data + "." + file_.names.of(variable)};
+    return {indirect ? Kind::Pointed : Kind::Object,
+            file_.names.of(*variable.owner).data + "." + file_.names.of(variable)};
   }
-  const bool text = variable.dataType() != nullptr && isText(variable.dataType()->dataType());
-  const bool indirect =
-      !text && (variable.role == Role::InOut || (variable.role == Role::Output &&
-                                                 variable.owner->type() == vel::POUType::Function));
   const bool member =
       variable.owner->type() != vel::POUType::Function && variable.role != Role::Temp;
   std::string name;

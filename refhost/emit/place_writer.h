@@ -23,6 +23,10 @@ class PlaceWriter {
 
   // A pointer to the lvalue `value` of type `type`; for a string, to its first character.
   std::string pointerTo(const Expr& value, const vel::SymbolDataType* type);
+  // The same for a reference to `type` that is to be bound to `target`, which may be NULL or 0.
+  std::string boundText(const Expr& target, const vel::SymbolDataType* type);
+  // The statement, without its semicolon, that binds the reference to `type` whose place is given.
+  std::string bind(const Place& reference, const vel::SymbolDataType* type, const Expr& target);
   // The statement, without its semicolon, that assigns `value` of type `from` to `target`.
   std::string store(const Expr& target, const std::string& value, BasicDataType from);
 

@@ -21,17 +21,17 @@ const VarSymbol* variableOf(const Expr& expr) {
 
 // True if nothing in `value` can read the memory of the string `target`.
 bool sharesNoMemory(const VarSymbol& target, const vel::ASTNode& value) {
-  if (target.role == Role::InOut) return false;
+  if (target.indirect) return false;
   const bool inInstance = target.owner->type() == vel::POUType::FunctionBlock;
   return !anyNode(value, [&](const vel::ASTNode& node) {
     if (node.type() != vel::ASTType::Expression) return false;
     const auto& expr = static_cast<const Expr&>(node);
-    if (typeOf(expr) == BasicDataType::Pointer) return true;
+    if (typeOf(expr) == BasicDataType::Pointer || referenceNamed(expr) != nullptr) return true;
     const VarSymbol* const read = variableOf(expr);
     if (read == nullptr) return false;
     // A variable of another unit may be the instance that contains the target.
     const bool around = inInstance && read->owner != target.owner;
-    return read == &target || read->role == Role::InOut || around;
+    return read == &target || read->indirect || around;
   });
 }
 
@@ -42,6 +42,9 @@ std::string CallWriter::standardCallText(const Call& call) {
     case Kind::Operation:
     case Kind::Comparison:
       return "(" + expressions_.expressionText(call.operation) + ")";
+    case Kind::IsBound:
+      return fmt::format("({} != NULL)",
+                         places_.of(static_cast<const Expr&>(*call.leaf(1)->leaf(0))).text);
     case Kind::Clock:
       return "((i32)vel_scan_time)";
     default:

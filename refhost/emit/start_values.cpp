@@ -19,6 +19,7 @@ bool StartValues::differFromZero(const vel::SymbolDataType* type) {
 }
 
 bool StartValues::differFromZero(const VarSymbol& variable) {
+  if (variable.reference) return variable.initial != nullptr;
   return variable.initial != nullptr || variable.typeInitial != nullptr ||
          differFromZero(variable.dataType());
 }

@@ -90,6 +90,12 @@ void StatementWriter::statement(const ASTNode& node) {
     case StatementKind::Assignment:
       assignment(node);
       break;
+    case StatementKind::Bind: {
+      const auto& reference = static_cast<const Expr&>(*node.leaf(0));
+      const auto& target = static_cast<const Expr&>(*node.leaf(1));
+      body_.statement(places_.bind(places_.of(reference), reference.dataType, target));
+      break;
+    }
     case StatementKind::Call:
       callStatement(static_cast<const Call&>(*node.leaf(0)));
       break;

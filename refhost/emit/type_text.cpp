@@ -5,7 +5,13 @@
 #include "hostkit/literal_text.h"
 
 namespace refhost {
-namespace {
+bool isTextType(const vel::SymbolDataType* type) {
+  return type != nullptr && isText(type->dataType());
+}
+
+const char* characterType(const vel::SymbolDataType& text) {
+  return text.dataType() == BasicDataType::String ? "char" : "u16";
+}
 
 // vel_any_ types may alias: programs read variables through pointers to other types.
 std::string pointerText(const SymbolNames& names, const vel::SymbolDataType* target) {
@@ -13,16 +19,6 @@ std::string pointerText(const SymbolNames& names, const vel::SymbolDataType* tar
   if (isTextType(target)) return std::string(characterType(*target)) + "*";
   const bool plain = elementaryType(valueType(target)) != nullptr;
   return (plain ? "vel_any_" : "") + typeText(names, target) + "*";
-}
-
-}  // namespace
-
-bool isTextType(const vel::SymbolDataType* type) {
-  return type != nullptr && isText(type->dataType());
-}
-
-const char* characterType(const vel::SymbolDataType& text) {
-  return text.dataType() == BasicDataType::String ? "char" : "u16";
 }
 
 void appendInteger(Integer value, std::string& out) {
@@ -57,6 +53,15 @@ std::string declaration(const SymbolNames& names, const vel::SymbolDataType* typ
     return fmt::format("{} {}[{}]", characterType(*type), name, stringLength(*type) + 1);
   }
   return fmt::format("{} {}", typeText(names, type), name);
+}
+
+std::string declaration(const SymbolNames& names, const VarSymbol& variable) {
+  const vel::SymbolDataType* const type = variable.dataType();
+  const std::string& name = names.of(variable);
+  if (variable.reference) return fmt::format("{} {}", pointerText(names, type), name);
+  if (!variable.indirect) return declaration(names, type, name);
+  return isTextType(type) ? fmt::format("{}* {}", characterType(*type), name)
+                          : declaration(names, type, "*" + name);
 }
 
 std::string zeroText(const SymbolNames& names, const vel::SymbolDataType* type) {

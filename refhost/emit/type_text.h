@@ -22,6 +22,11 @@ std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type);
 // The C type of a pointer to a string's array, not to its first character.
 std::string arrayPointerText(const vel::SymbolDataType& text);
 
+// The C type of a pointer that a program binds to variables of the type `target`, null for any.
+std::string pointerText(const SymbolNames& names, const vel::SymbolDataType* target);
+
+// The C declaration of a variable or member, without a semicolon: of a pointer if it is indirect.
+std::string declaration(const SymbolNames& names, const VarSymbol& variable);
 // The C declaration of `name`, without a semicolon.
 std::string declaration(const SymbolNames& names, const vel::SymbolDataType* type,
                         const std::string& name);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 #include "refhost/semantics/part.h"
 
@@ -19,6 +20,8 @@ class Assignments : public Part {
   void check(const Type* to, const Type* from, const ASTNode& source) {
     check(to, from, source, rangeOf(source));
   }
+  // Checks that a reference to `to`, which messages call `name`, can be bound to `source`.
+  void checkBound(std::string_view name, const Type* to, const Expr& source);
   // To be called after the operator has checked `call`: its messages are those from index `first`.
   void noteOperatorCheck(const Call& call, std::size_t first) {
     checked_ = {&call, first, messages_.count()};

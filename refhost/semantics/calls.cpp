@@ -449,6 +449,8 @@ void Calls::checkArgument(const Binding& binding, const UnitSymbol& callee) {
     }
   } else if (parameter.role == Role::InOut) {
     requirePassable(binding);
+  } else if (parameter.reference) {
+    parts_.assignments.checkBound(parameter.name(), parameter.dataType(), *binding.value);
   } else {
     parts_.assignments.check(parameter.dataType(), binding.value->dataType, *binding.value);
   }

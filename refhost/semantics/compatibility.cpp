@@ -61,6 +61,14 @@ void Assignments::checkRange(const Type& to, const vel::ASTNode& source, const S
                    {textOf(*value), textOf(subrange->range.low), textOf(subrange->range.high)});
 }
 
+// NULL and 0 unbind the reference.
+void Assignments::checkBound(std::string_view name, const Type* to, const Expr& source) {
+  const Type* const from = source.dataType;
+  if (to == nullptr || from == nullptr || isNull(source)) return;
+  if (parts_.expressions.hasAddress(source) && isWritable(source) && sameType(*from, *to)) return;
+  say(source, message::kNotBindable, name, vel::TreeBuilder::source(source), displayName(to));
+}
+
 // A POINTER TO may hold any address, a REF_TO only that of a variable of its target type.
 void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTNode& source,
                                const SourceRange& at) {

@@ -1,6 +1,7 @@
 #include "refhost/semantics/constants.h"
 
 #include "hostkit/literal.h"
+#include "refhost/services/derived_types.h"
 
 namespace refhost {
 namespace {
@@ -76,6 +77,11 @@ std::optional<TypedConstant> constantOf(const ASTNode& expression) {
 std::optional<Integer> constantInteger(const ASTNode& expression) {
   const auto constant = constantOf(expression);
   return constant ? std::optional(constant->value()) : std::nullopt;
+}
+
+bool isNull(const Expr& expr) {
+  const auto* const pointer = dynamic_cast<const PointerType*>(expr.dataType);
+  return pointer != nullptr ? pointer->target == nullptr : untypedNumber(expr) == 0;
 }
 
 std::optional<std::int64_t> untypedNumber(const ASTNode& expression) {

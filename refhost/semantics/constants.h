@@ -24,4 +24,7 @@ std::optional<std::int64_t> untypedNumber(const ASTNode& expression);
 std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result);
 std::optional<TypedConstant> foldBinary(const Expr& expr, const CommonType& common);
 
+// True of NULL and of the number 0.
+bool isNull(const Expr& expr);
+
 }  // namespace refhost

@@ -118,7 +118,8 @@ void Declarations::declareVariables(UnitSymbol& unit) {
   declareResult(unit);
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     ASTNode* const spec = declaration.leaf(VarDecl::kType);
-    const ResolvedType type = spec != nullptr ? parts_.types.resolve(*spec) : ResolvedType();
+    const ResolvedType type =
+        spec != nullptr ? parts_.types.resolveVariable(*spec) : ResolvedType();
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       if (block.section == VarSection::External) {
@@ -138,6 +139,8 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
                                    const Text& name, const ResolvedType& resolved) {
   Type* const type = resolved.type;
   const Role role = roleOf(block.section);
+  const ASTNode* const spec = declaration.leaf(VarDecl::kType);
+  const bool refers = spec != nullptr && isReferenceSpec(*spec);
   const bool bits = declaration.bitParameter && (role == Role::Input || role == Role::InOut);
   auto variable = block.constant ? parts_.names.takeAhead(name.text()) : nullptr;
   if (variable == nullptr) {
@@ -148,6 +151,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->typeInitial = resolved.initial;
   variable->constant = block.constant;
   variable->retention = block.retention;
+  if (refers) makeReference(*variable, declaration);
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
     // Nothing calls a PROGRAM, so its parameters may have fixed addresses.
     if (variable->isParameter() && unit.type() != vel::POUType::Program) {
@@ -164,6 +168,18 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
     first.doubtful = first.dataType() != type;
   } else if (declaration.edge != Edge::None) {
     detectEdges(*declared, declaration);
+  }
+}
+
+void Declarations::makeReference(VarSymbol& variable, const VarDecl& declaration) {
+  const bool fixed = variable.constant || variable.isBitParameter() ||
+                     declaration.leaf(VarDecl::kAddress) != nullptr;
+  if (fixed || variable.role == Role::Output || variable.role == Role::InOut) {
+    say(*declaration.leaf(VarDecl::kType), message::kNotSupported,
+        "References (REFERENCE TO) as outputs, in-out parameters, bit parameters, constants and at "
+        "addresses are");
+  } else {
+    variable.refer();
   }
 }
 
@@ -190,7 +206,8 @@ void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const T
     unit.addVariable(
         std::make_unique<VarSymbol>(name.text(), const_cast<Type*>(type), Role::Local, &unit));
   } else if (type != nullptr && global->dataType() != nullptr &&
-             !sameType(*type, *global->dataType())) {
+             (!sameType(*type, *global->dataType()) ||
+              isReferenceSpec(*declaration.leaf(VarDecl::kType)) != global->reference)) {
     say(*declaration.leaf(VarDecl::kType), message::kExternalType, name.text(),
         displayName(global->dataType()))
         .note(rangeOf(*global->declared), "the global variable is declared here");
@@ -239,8 +256,9 @@ void Declarations::analyseInitials(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     if (declaration.leaf(VarDecl::kInitial) == nullptr) return;
     if (block.constant) computeConstants(unit, declaration);
-    const auto& spec = static_cast<const TypeSpec&>(*declaration.leaf(VarDecl::kType));
-    parts_.initials.analyseInitial(spec.dataType, declaration, VarDecl::kInitial);
+    const ASTNode& node = *declaration.leaf(VarDecl::kType);
+    const auto& spec = static_cast<const TypeSpec&>(isReferenceSpec(node) ? *node.leaf(0) : node);
+    parts_.initials.analyseDeclared(spec.dataType, declaration);
     // The analysis may have replaced the node.
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));

@@ -27,6 +27,29 @@ void Initials::analyseInitial(const Type* to, ASTNode& parent, int index) {
   parts_.assignments.check(to, value.dataType, value);
 }
 
+void Initials::analyseDeclared(const Type* to, VarDecl& declaration) {
+  const ASTNode& spec = *declaration.leaf(VarDecl::kType);
+  if (!isReferenceSpec(spec)) {
+    if (declaration.binds) {
+      const ASTNode& name = *declaration.leaf(VarDecl::kFirstName);
+      say(name, message::kNotAReference, TreeBuilder::source(name));
+    }
+    analyseInitial(to, declaration, VarDecl::kInitial);
+    return;
+  }
+  const ASTNode& name = *declaration.leaf(VarDecl::kFirstName);
+  analyseBound(TreeBuilder::source(name), to, declaration, VarDecl::kInitial);
+}
+
+void Initials::analyseBound(std::string_view name, const Type* to, ASTNode& parent, int index) {
+  auto& given = static_cast<Expr&>(*parent.leaf(index));
+  if (formOf(given.kind) == ExprForm::Parts) {
+    say(given, message::kNotBindable, name, TreeBuilder::source(given), displayName(to));
+  } else {
+    parts_.assignments.checkBound(name, to, parts_.expressions.analyseLeaf(parent, index));
+  }
+}
+
 void Initials::analyseArrayValue(const Type* to, Expr& value) {
   const auto* const array = dynamic_cast<const ArrayType*>(to);
   if (array == nullptr) {
@@ -106,6 +129,8 @@ void Initials::analyseStructValue(const Type* to, Expr& value) {
     const VarSymbol* const member = memberOf(to, name);
     if (member == nullptr || member->role == Role::InOut || member->role == Role::Temp) {
       say(field, message::kUnknownMember, displayName(to), name);
+    } else if (member->reference) {
+      analyseBound(member->name(), member->dataType(), field, 1);
     } else {
       analyseInitial(member->dataType(), field, 1);
     }

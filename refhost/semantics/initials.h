@@ -1,6 +1,8 @@
 // Initial values.
 #pragma once
 
+#include <string_view>
+
 #include "refhost/semantics/part.h"
 
 namespace refhost {
@@ -12,8 +14,11 @@ class Initials : public Part {
   // Analyses leaf `index` of `parent`, the initial value of a variable of type `to`, which is null
   // when the type is unknown.
   void analyseInitial(const Type* to, ASTNode& parent, int index);
+  // The same for a declaration that has an initial value.
+  void analyseDeclared(const Type* to, VarDecl& declaration);
 
  private:
+  void analyseBound(std::string_view name, const Type* to, ASTNode& parent, int index);
   void analyseArrayValue(const Type* to, Expr& value);
   std::int64_t countElements(const ArrayType& array, Expr& list, int first);
   std::int64_t countRepeated(const ArrayType& array, Expr& repeat);

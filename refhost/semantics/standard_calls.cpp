@@ -62,6 +62,7 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
     return nullptr;
   }
   if (function.kind == Kind::Clock) return services_.symbols.elementary(BasicDataType::Time);
+  if (function.kind == Kind::IsBound) return callIsBound(*call.leaf(1));
   // A call becomes a chain of binary operators, one level deeper for each input.
   if (count > kMaxNesting - nestedInputs_) {
     say(call, message::kNestingTooDeep, std::to_string(kMaxNesting));
@@ -72,6 +73,15 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
   Type* const type = text ? callStringFunction(call) : callOperation(call);
   nestedInputs_ -= count;
   return type;
+}
+
+vel::SymbolDataType* StandardCalls::callIsBound(ASTNode& list) {
+  const Expr& reference = parts_.expressions.analyseLeaf(list, 0);
+  if (reference.dataType == nullptr) return nullptr;
+  if (referenceNamed(reference) != nullptr)
+    return services_.symbols.elementary(BasicDataType::Bool);
+  say(reference, message::kNotAReference, TreeBuilder::source(reference));
+  return nullptr;
 }
 
 // Replaces the call by an expression of operators, which takes over the arguments as its leaves.

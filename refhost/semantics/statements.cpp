@@ -21,6 +21,9 @@ void Statements::analyseStatement(ASTNode& statement) {
     case StatementKind::Assignment:
       analyseAssignment(statement);
       break;
+    case StatementKind::Bind:
+      analyseBinding(statement);
+      break;
     case StatementKind::Call:
       parts_.calls.analyseCall(static_cast<Call&>(*statement.leaf(0)));
       break;
@@ -71,6 +74,20 @@ void Statements::analyseAssignment(ASTNode& statement, bool checks) {
   const SourceRange& whole = static_cast<const Assignment&>(statement).sourceRange;
   if (checks && parts_.expressions.requireWritable(target))
     parts_.assignments.check(target.dataType, type, source, whole, operatorCall);
+}
+
+void Statements::analyseBinding(ASTNode& statement) {
+  const Expr& target = parts_.expressions.analyseLeaf(statement, 0);
+  const Expr& source = parts_.expressions.analyseLeaf(statement, 1);
+  if (target.dataType == nullptr) return;
+  const VarSymbol* const reference = referenceNamed(target);
+  if (reference == nullptr) {
+    say(target, message::kNotAReference, TreeBuilder::source(target));
+  } else if (!isBindable(target)) {
+    say(target, message::kNotWritable, TreeBuilder::source(target));
+  } else {
+    parts_.assignments.checkBound(reference->name(), target.dataType, source);
+  }
 }
 
 void Statements::analyseIf(ASTNode& statement) {

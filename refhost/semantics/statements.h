@@ -26,6 +26,7 @@ class Statements : public Part {
   void analyseStatement(ASTNode& statement);
   // `checks` is false if the target is known not to take the value.
   void analyseAssignment(ASTNode& statement, bool checks = true);
+  void analyseBinding(ASTNode& statement);
   void analyseIf(ASTNode& statement);
   void analyseCase(ASTNode& statement);
   void analyseLabels(ASTNode& labels, const Expr& selector, std::vector<Label>& found);

@@ -110,7 +110,16 @@ void Types::resolveNow(DeclaredType& declared) {
   declared.resolved = resolved;
 }
 
+ResolvedType Types::resolveVariable(ASTNode& node) {
+  return resolve(isReferenceSpec(node) ? *node.leaf(0) : node);
+}
+
 ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
+  if (isReferenceSpec(node)) {
+    say(node, message::kNotSupported,
+        "References (REFERENCE TO) within other types, in type declarations and as results are");
+    return resolve(*node.leaf(0));
+  }
   auto& spec = static_cast<TypeSpec&>(node);
   switch (spec.type()) {
     case ASTType::StringTypeSpec:
@@ -262,13 +271,14 @@ void Types::declareMembers(StructType& structure, ASTNode& spec) {
   for (int d = 0; d < spec.leavesCount(); ++d) {
     auto& declaration = static_cast<VarDecl&>(*spec.leaf(d));
     ASTNode* const type = declaration.leaf(VarDecl::kType);
-    const ResolvedType resolved = type != nullptr ? resolve(*type) : ResolvedType{};
+    const ResolvedType resolved = type != nullptr ? resolveVariable(*type) : ResolvedType{};
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       auto member = std::make_unique<VarSymbol>(name.text(), resolved.type, Role::Member, nullptr);
       member->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
       member->typeInitial = resolved.initial;
       member->declared = &name;
+      if (type != nullptr && isReferenceSpec(*type)) member->refer();
       if (!structure.addMember(std::move(member))) {
         sayRedeclared(name, name.text(), structure.member(name.text())->declared);
       }
@@ -290,7 +300,7 @@ void Types::analyseTypeInitials() {
   }
   for (const MemberInitial& member : memberInitials_) {
     context_.unit = member.unit;
-    parts_.initials.analyseInitial(member.type, *member.declaration, VarDecl::kInitial);
+    parts_.initials.analyseDeclared(member.type, *member.declaration);
   }
 }
 
@@ -315,7 +325,7 @@ void Types::refuseRecursiveTypes() {
     marks[type] = Mark::OnPath;
     for (const auto& part : instance != nullptr ? instance->unit->variables()
                                                 : static_cast<const StructType*>(type)->members()) {
-      if (part->role != Role::InOut) self(self, part->dataType());
+      if (!part->indirect) self(self, part->dataType());
     }
     marks[type] = Mark::Done;
   };

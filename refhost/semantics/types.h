@@ -22,6 +22,9 @@ class Types : public Part {
   void declareTypes();
   // `name` is that of the TYPE declaration, empty for an anonymous type.
   ResolvedType resolve(ASTNode& node, const std::string& name = {});
+  // The same for the type of a variable or member, which may also be a REFERENCE TO: then the type
+  // is that of its target.
+  ResolvedType resolveVariable(ASTNode& node);
   // The initial values of types and members; to be called once all types are declared.
   void analyseTypeInitials();
   void refuseRecursiveTypes();

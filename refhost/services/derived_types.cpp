@@ -128,7 +128,15 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name) {
   return structure != nullptr ? structure->member(name) : nullptr;
 }
 
-// The target of a pointer is writable even if the pointer is constant.
+const VarSymbol* referenceNamed(const ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return nullptr;
+  const auto& expr = static_cast<const Expr&>(node);
+  const bool named = expr.kind == ExprKind::Variable || expr.kind == ExprKind::Member;
+  const auto* const variable = named ? asVariable(expr.symbol) : nullptr;
+  return variable != nullptr && variable->reference ? variable : nullptr;
+}
+
+// The target of a pointer or reference is writable even if that is constant.
 bool isWritable(const Expr& place) {
   const auto* const variable = asVariable(place.symbol);
   if (place.kind == ExprKind::Variable) {
@@ -142,8 +150,13 @@ bool isWritable(const Expr& place) {
     return true;
   }
   if (place.kind != ExprKind::Member) return isWritable(base);
-  return variable != nullptr &&
-         (variable->role == Role::Member ? isWritable(base) : variable->role == Role::Input);
+  if (variable == nullptr || variable->reference) return variable != nullptr;
+  return variable->role == Role::Member ? isWritable(base) : variable->role == Role::Input;
+}
+
+bool isBindable(const Expr& reference) {
+  return reference.kind != ExprKind::Member || asVariable(reference.symbol)->role != Role::Member ||
+         isWritable(static_cast<const Expr&>(*reference.leaf(0)));
 }
 
 bool isRow(const ArrayType& array, const Expr& item) {

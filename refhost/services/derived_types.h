@@ -112,6 +112,8 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
 
 // True if the program may assign to the expression.
 bool isWritable(const Expr& place);
+// True if the program may bind the REFERENCE TO: if it is no member of a constant.
+bool isBindable(const Expr& reference);
 
 // True if the item of a multi-dimensional array's initial values is a row and not an element.
 bool isRow(const ArrayType& array, const Expr& item);

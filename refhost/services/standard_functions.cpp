@@ -37,6 +37,7 @@ constexpr StandardFunction kFunctions[] = {
     {"DIV_LTIME", Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
     {"DIVTIME",   Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
     {"TIME",      Kind::Clock,     kNone,         {},             false},
+    {"__ISVALIDREF", Kind::IsBound,  kNone,           {"IN"},         false},
 
     {"LEN",     Kind::Count, kNone, {"IN"},                   false, "length"},
     {"LEFT",    Kind::Part,  kNone, {"IN", "L"},              false, "left"},

@@ -18,6 +18,7 @@ struct StandardFunction {
     Part,        // of the runtime: a string no longer than the first input
     Join,        // of the runtime: a string no longer than all inputs together
     Clock,       // the time of the scan
+    IsBound,     // whether the REFERENCE TO is bound
   };
 
   std::string_view name;

@@ -50,7 +50,10 @@ class VarSymbol final : public vel::SymbolVar {
   // For a `kind` that the role does not imply: a bit parameter.
   VarSymbol(const std::string& name, vel::SymbolDataType* type, Role variableRole,
             std::int32_t kind, UnitSymbol* unit)
-      : SymbolVar(name, type, kind), role(variableRole), owner(unit) {}
+      : SymbolVar(name, type, kind),
+        role(variableRole),
+        owner(unit),
+        indirect(variableRole == Role::InOut) {}
 
   void placeAt(const vel::HeapAddress& address, vel::HeapRawAddr raw) {
     fixedAddress_ = true;
@@ -62,6 +65,8 @@ class VarSymbol final : public vel::SymbolVar {
     inMemory = true;
     backendAddress_ = raw;
   }
+  // Makes it a REFERENCE TO its type.
+  void refer() { indirect = reference = true; }
   bool isBitParameter() const { return varKind() == kBitParameter; }
   bool isParameter() const {
     return role == Role::Input || role == Role::InOut || role == Role::Output;
@@ -69,6 +74,8 @@ class VarSymbol final : public vel::SymbolVar {
 
   const Role role;
   UnitSymbol* const owner;            // null for a member of a structure
+  bool indirect;                      // holds the address of its value, which is another variable's
+  bool reference = false;             // REFERENCE TO: indirect, and bound by the program
   const ASTNode* declared = nullptr;  // its name in the declaration; null for a hidden variable
   Expr* initial = nullptr;            // null for none
   Expr* typeInitial = nullptr;        // declared with its type; null for none
@@ -88,6 +95,9 @@ inline VarSymbol* asVariable(vel::Symbol* symbol) {
   const bool variable = symbol != nullptr && symbol->symbolType() == vel::Symbol::Variable;
   return variable ? static_cast<VarSymbol*>(symbol) : nullptr;
 }
+
+// The REFERENCE TO that `node` names; null for all else.
+const VarSymbol* referenceNamed(const ASTNode& node);
 
 // The data type of a function block's instances.
 class InstanceType final : public vel::SymbolFBType {

@@ -28,7 +28,7 @@ constexpr std::string_view kSections[] = {"VAR",      "VAR_INPUT",  "VAR_OUTPUT"
                                           "VAR_TEMP", "VAR_GLOBAL", "VAR_EXTERNAL"};
 
 // Tokens that are possible, but hardly ever intended.
-constexpr std::string_view kRare[] = {"R_EDGE", "F_EDGE"};
+constexpr std::string_view kRare[] = {"R_EDGE", "F_EDGE", "REFERENCE", "'REF='"};
 constexpr std::string_view kEnd[] = {"end of file"};
 
 constexpr std::size_t kMaxWords = 6;

@@ -52,13 +52,13 @@ static constexpr Value kNone{nullptr, 0};
 // IF must be the first keyword of statements and RETURN the last.
 %token IF THEN ELSIF ELSE END_IF CASE OF END_CASE FOR TO BY DO END_FOR WHILE END_WHILE
 %token REPEAT UNTIL END_REPEAT EXIT CONTINUE RETURN
-%token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO
+%token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO REFERENCE
 %token MISTAKE_END  // put in where a block begins or ends before the next ';'
 %token NO_TYPE  // inserted for an invalid result type
 %token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
-%token ASSIGN "':='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
+%token ASSIGN "':='" BINDS "'REF='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
 %token NOT_EQUAL "'<>'" LESS_EQUAL "'<='" GREATER_EQUAL "'>='"
 
 // A ';' after the header of a unit is part of the header.
@@ -81,7 +81,7 @@ static constexpr Value kNone{nullptr, 0};
 %token NOT
 
 %type <value> string_type unit_name return_type var_blocks var_block var_body var_decl address
-%type <value> type_spec simple_type plain_type part_type struct_type unnamed_type dimension
+%type <value> type_spec simple_type plain_type reference_type part_type struct_type unnamed_type dimension
 %type <value> enum_value string_length initial initial_item aggregate element field type_declaration struct_declaration
 %type <value> broken_decl broken_member member task statement_list statement block_statement
 %type <value> else_part condition
@@ -138,6 +138,7 @@ return_type:
   %empty            { $$ = kNone; }
 | ':' IDENTIFIER    { $$ = make.namedType(@2); }
 | ':' unnamed_type  { $$ = $2; }
+| ':' reference_type  { $$ = $2; }
 // The FUNCTION is declared in spite of the error.
 | ':' mistaken_type  { $$ = make.namedType({@1.end, @1.end}); }
 ;
@@ -214,6 +215,8 @@ var_decl:
     { $$ = make.varDecl(@$, $1, $2, $4, $5); }
 | names address ':' IDENTIFIER edge initial
     { $$ = make.edgeDetecting(make.varDecl(@$, $1, $2, make.namedType(@4), $6), $5); }
+| names address ':' type_spec BINDS expression
+    { $$ = make.binding(make.varDecl(@$, $1, $2, $4, $6)); }
 // A variable without a name; its address serves as one.
 | AT DIRECT_ADDRESS ':' type_spec initial
     {
@@ -249,6 +252,7 @@ simple_type:
 plain_type:
   IDENTIFIER  { $$ = make.namedType(@1); }
 | unnamed_type
+| reference_type
 | IDENTIFIER '(' expression RANGE expression ')'
     { $$ = make.subrangeType(@$, @1, make.range({@3.begin, @5.end}, $3, $5)); }
 | '(' enum_values ')'  { $$ = make.enumType(@$, {@1.begin, @1.begin}, $2); }
@@ -264,6 +268,8 @@ unnamed_type:
 | REF_TO part_type
     { $$ = make.pointerType(@$, vel::ASTType::ReferenceTypeSpec, $2); }
 ;
+
+reference_type: REFERENCE TO part_type  { $$ = make.boundType(@$, $3); };
 
 part_type: plain_type | struct_type;
 
@@ -288,6 +294,8 @@ broken_member:
 member:
   names ':' simple_type initial ';'
     { $$ = make.varDecl({@1.begin, @4.end}, $1, kNone, $3, $4); }
+| names ':' simple_type BINDS expression ';'
+    { $$ = make.binding(make.varDecl({@1.begin, @5.end}, $1, kNone, $3, $5)); }
 | names ':' struct_type
     { $$ = make.varDecl(@$, $1, kNone, $3, kNone); }
 | names ':' struct_type ASSIGN initial_item ';'
@@ -438,6 +446,7 @@ statements:
 statement:
   ';'                             { $$ = kNone; }
 | variable ASSIGN expression ';'  { $$ = make.assignment({@1.begin, @3.end}, $1, @3, $3); }
+| variable BINDS expression ';'   { $$ = make.bindingStatement({@1.begin, @3.end}, $1, $3); }
 | call ';'                        { $$ = make.callStatement(@1, $1); }
 | EXIT ';'                        { $$ = make.jump(StatementKind::Exit, @1); }
 | CONTINUE ';'                    { $$ = make.jump(StatementKind::Continue, @1); }

@@ -103,14 +103,30 @@ void TokenStream::resumeInPlace() {
 void TokenStream::takeWord(Token& token) {
   unsupported_.replace(token, last_.kind);
   token.kind = kindHere(token);
+  if (queue_.isFollowedBy(token.span, '=')) takeBinds(token);
   mistakenWords_.joinEnd(token, last_.kind);
 }
 
-int TokenStream::kindHere(const Token& token) const {
+// REF= behind the name of what it binds.
+void TokenStream::takeBinds(Token& token) {
+  const bool afterName = endsDeclaration(last_.kind) || last_.kind == '^';
+  const bool binds = afterName && equalIgnoringCase(queue_.textOf(token), "REF");
+  if (!binds || queue_.ahead().kind != '=') return;
+  queue_.take();
+  ++token.span.end;
+  token.kind = Kind::BINDS;
+}
+
+int TokenStream::kindHere(const Token& token) {
   if (token.kind != Kind::IDENTIFIER) return token.kind;
   const std::string_view text = queue_.textOf(token);
   const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
   if (inConfiguration() && !inVariables) return kindOf(text, kConfigurationWords);
+  const bool type = last_.kind == ':' || last_.kind == Kind::OF || last_.kind == Kind::TO ||
+                    last_.kind == Kind::REF_TO;
+  if (type && equalIgnoringCase(text, "REFERENCE") && queue_.ahead().kind == Kind::TO) {
+    return Kind::REFERENCE;
+  }
   if (opensVariables(last_.kind) || last_.kind == Kind::CONSTANT || last_.kind == Kind::RETAIN) {
     return kindOf(text, kQualifierWords);
   }

@@ -47,7 +47,8 @@ class TokenStream {
 
   // Determines the kind of a word from its context.
   void takeWord(Token& token);
-  int kindHere(const Token& token) const;
+  int kindHere(const Token& token);
+  void takeBinds(Token& token);
   bool inConfiguration() const;
   bool beginsInstance();
 

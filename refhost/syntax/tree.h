@@ -53,12 +53,14 @@ enum class NodeKind : std::int32_t {
   EnumValue,        // [name Text, value Expr?], in an EnumTypeSpec
   Task,             // ConfigurationItem: [name Text, Call of this name with the properties]
   ProgramInstance,  // ConfigurationItem: [name Text, Call of the PROGRAM, task's name Text?]
+  BoundTypeSpec,    // TypeSpec of a REFERENCE TO: [target TypeSpec]
 };
 
 // Kinds of statements, the nodes in a StatementList. Every switch over them names them all, so
 // that a new kind does not compile until it is handled.
 enum class StatementKind : std::int32_t {
   Assignment = 200,  // Assignment
+  Bind,              // REF=: [reference Expr, Expr of what it is bound to]
   Call,              // [Call]
   If,                // [condition, StatementList, (condition, StatementList)..., else list?]
   Case,              // [selector, CaseElement..., else StatementList?]
@@ -193,7 +195,9 @@ class TypeSpec final : public ASTNode {
 //   EnumTypeSpec       [EnumValue...]; the base type's name, empty for none
 //   ArrayTypeSpec      [element TypeSpec, Range...]
 //   StructTypeSpec     [VarDecl...]
-//   PointerTypeSpec, ReferenceTypeSpec  [target TypeSpec]
+//   PointerTypeSpec, ReferenceTypeSpec, BoundTypeSpec  [target TypeSpec]
+
+inline bool isReferenceSpec(const ASTNode& spec) { return kindOf(spec) == NodeKind::BoundTypeSpec; }
 
 enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp, Global, External };
 
@@ -222,6 +226,7 @@ class VarDecl final : public ::VarDeclaration {
 
   bool bitParameter = false;  // preceded by the pragma {bitparam}
   Edge edge = Edge::None;
+  bool binds = false;  // the initial value follows REF=
 };
 
 class Unit final : public ::POUDeclaration {

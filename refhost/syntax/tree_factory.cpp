@@ -300,6 +300,10 @@ Value TreeFactory::pointerType(Span span, vel::ASTType kind, Value target) {
   return finish(tree_.make<TypeSpec>(kind, ""), span, {target});
 }
 
+Value TreeFactory::boundType(Span span, Value target) {
+  return finish(tree_.make<TypeSpec>(astType(NodeKind::BoundTypeSpec), ""), span, {target});
+}
+
 Value TreeFactory::typeDecl(Span span, Span typeName, Value type, Value initial) {
   return finish(tree_.make<Node>(NodeKind::TypeDecl), span,
                 {name(typeName), type, operand(initial)});
@@ -347,6 +351,11 @@ Value TreeFactory::varDecl(Span span, NodeList names, Value address, Value type,
 
 Value TreeFactory::edgeDetecting(Value declaration, Edge edge) {
   static_cast<VarDecl*>(declaration.node)->edge = edge;
+  return declaration;
+}
+
+Value TreeFactory::binding(Value declaration) {
+  static_cast<VarDecl*>(declaration.node)->binds = true;
   return declaration;
 }
 
@@ -428,6 +437,10 @@ Value TreeFactory::assignment(Span span, Value target, Span sourceSpan, Value so
   auto* node = tree_.make<Assignment>(
       SourceRange{vel::TextLocation(file_, sourceSpan.begin), sourceSpan.end - sourceSpan.begin});
   return finish(node, span, {target, source});
+}
+
+Value TreeFactory::bindingStatement(Span span, Value reference, Value place) {
+  return finish(tree_.make<Node>(StatementKind::Bind), span, {reference, operand(place)});
 }
 
 Value TreeFactory::callStatement(Span span, Value call) {

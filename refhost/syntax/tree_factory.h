@@ -96,6 +96,7 @@ class TreeFactory {
   Value arrayType(Span span, NodeList dimensions, Value element);
   Value structType(Span span, NodeList members);
   Value pointerType(Span span, vel::ASTType kind, Value target);
+  Value boundType(Span span, Value target);  // REFERENCE TO
   Value typeDecl(Span span, Span typeName, Value type, Value initial);
   void typeDeclaration(Value declaration);
   Value arrayValue(Span span, NodeList elements);
@@ -103,6 +104,7 @@ class TreeFactory {
   Value repeat(Span span, Span count, NodeList elements);
   Value varDecl(Span span, NodeList names, Value address, Value type, Value initial);
   Value edgeDetecting(Value declaration, Edge edge);
+  Value binding(Value declaration);  // whose initial value follows REF=
   Value varBlock(Span span, Qualifiers qualifiers, NodeList declarations);
   Value inSection(VarSection section, Value block);
   Value varBlocks(Span span, NodeList blocks);
@@ -121,6 +123,7 @@ class TreeFactory {
   // Statements. If a condition, selector or bound has a syntax error, no statement is made.
   Value statementList(Span span, NodeList statements);
   Value assignment(Span span, Value target, Span sourceSpan, Value source);
+  Value bindingStatement(Span span, Value reference, Value place);
   Value callStatement(Span span, Value call);
   Value jump(StatementKind kind, Span span);
   Value ifStatement(Span span, Value condition, Value then, NodeList elsifs, Value otherwise);

@@ -125,7 +125,7 @@ void Unsupported::replace(Token& token, int previous) {
     skip(token, *construct);
   }
   replaceBlock(token, previous);
-  replaceType(token, previous);
+  if (previous == ':' || previous == Kind::OF) replaceType(token);
 }
 
 // A block of an unknown kind, VAR_x, becomes a VAR block, so that its variables are declared.
@@ -140,17 +140,12 @@ void Unsupported::replaceBlock(Token& token, int previous) {
   token.kind = Kind::VAR;
 }
 
-// A UNION becomes a STRUCT, and REFERENCE TO its target type, so that their uses are checked too.
-void Unsupported::replaceType(Token& token, int previous) {
-  if (token.kind != Kind::IDENTIFIER || (previous != ':' && previous != Kind::OF)) return;
-  const std::string_view word = queue_.textOf(token);
-  if (equalIgnoringCase(word, "UNION") && queue_.ahead().kind == Kind::IDENTIFIER) {
+// A UNION becomes a STRUCT, so that the uses of its members are checked too.
+void Unsupported::replaceType(Token& token) {
+  if (token.kind != Kind::IDENTIFIER) return;
+  if (equalIgnoringCase(queue_.textOf(token), "UNION") && queue_.ahead().kind == Kind::IDENTIFIER) {
     errors_.add(token.span, *kRefused, "Unions (UNION) are");
     token.kind = Kind::STRUCT;
-  } else if (equalIgnoringCase(word, "REFERENCE") && queue_.ahead().kind == Kind::TO) {
-    errors_.add(token.span, *kRefused, "References (REFERENCE TO) are");
-    queue_.take();
-    token = queue_.take();
   }
 }
 
@@ -176,8 +171,6 @@ bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
   } else if (assigns && expected.has("':='") &&
              (equalIgnoringCase(text, "S") || equalIgnoringCase(text, "R"))) {
     what = "Set and reset assignments (S=, R=) are";
-  } else if (assigns && expected.has("':='") && equalIgnoringCase(text, "REF")) {
-    what = "Reference assignments (REF=) are";
   } else if (text == "*" && declares &&
              (queue_.ahead().kind == ']' || queue_.ahead().kind == ',')) {
     what = "Arrays of any bounds (ARRAY[*]) are";

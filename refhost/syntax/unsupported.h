@@ -31,7 +31,7 @@ class Unsupported {
   const Construct* constructAt(const Token& token, int previous);
   void skip(Token& token, const Construct& construct);
   void replaceBlock(Token& token, int previous);
-  void replaceType(Token& token, int previous);
+  void replaceType(Token& token);
   bool beginsLabel(Span name);
 
   TokenQueue& queue_;

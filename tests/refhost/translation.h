@@ -80,7 +80,8 @@ inline std::string withEverything(const std::string& statement) {
          "dt1 : DT; da : DATE; s : STRING[5]; ws : WSTRING; c : Color; li : Light; lv : Level; pt, "
          "qt : Pt; a : ARRAY[1..3] OF INT; a2 : ARRAY[0..1, -1..1] OF BOOL; ip : POINTER TO INT; "
          "rp : POINTER TO REAL; rf : REF_TO INT; fb : B; fa : ARRAY[0..1] OF B; ptx : POINTER TO "
-         "STRING[5]; ppt : POINTER TO Pt; pfb : POINTER TO B; x2 : STRING[3]; END_VAR VAR CONSTANT "
+         "STRING[5]; ppt : POINTER TO Pt; pfb : POINTER TO B; x2 : STRING[3]; xr : REFERENCE TO "
+         "INT; xs : REFERENCE TO STRING[5]; xb : REFERENCE TO B; END_VAR VAR CONSTANT "
          "k : INT := 5; lo : LINT := -9223372036854775808; END_VAR\n" +
          statement + "\nEND_PROGRAM\n";
 }

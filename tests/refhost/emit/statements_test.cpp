@@ -64,6 +64,15 @@ TEST(StatementsInC, OfEveryKind) {
        "(i16)(vel_t3 + F(3, 3, &vel_t4)); }); N(1); @i = (vel_t6 = F(1, 3, &vel_t5), @j = vel_t5, "
        "vel_t6); @i = (vel_t8 = F(0, 4, &vel_t7), @a.a[0] = vel_t7, vel_t8); (void)(F(1, 3, "
        "&vel_t9)); @i = F(@u, @ud, &vel_t10);"},
+      {"xr REF= i; xr := xr + 1; xr REF= ip^; xr REF= 0; b := __ISVALIDREF(xr); ip "
+       ":= ADR(xr); rf := REF(xr); xs REF= s; xs := xs; ptx := ADR(xs); xr REF=xr; ud := "
+       "SIZEOF(xs); fb(io := xr); xb REF= fa[i]; xb(io := i, o => xr); xb.i := xr;",
+       "struct B* vel_t1; @xr = (vel_any_i16*)&@i; (*@xr) = (i16)((*@xr) + 1); @xr = "
+       "(vel_any_i16*)@ip; @xr = NULL; @b = (@xr != NULL); @ip = (vel_any_i16*)(&(*@xr)); @rf = "
+       "(vel_any_i16*)(@xr); @xs = (char*)@s; vel_string_set(@xs, 6, @xs); @ptx = (char*)(&*@xs); "
+       "@xr = (vel_any_i16*)@xr; @ud = sizeof(char[6]); @fb.io = @xr; B_body(&@fb); @xb = (struct "
+       "B*)&@fa.a[vel_index(@i, 0, 1)]; vel_t1 = @xb; vel_t1->io = &@i; B_body(vel_t1); (*@xr) = "
+       "vel_t1->o; @xb->i = (*@xr);"},
       {"i := F(1, 2, j); fb(3, r, i);",
        "i16 vel_t1; i16 vel_t2; @i = (vel_t2 = F(1, 2, &vel_t1), @j = vel_t1, vel_t2); @fb.i = 3; "
        "@fb.io = &@i; B_body(&@fb); @r = @fb.o;"},

@@ -68,6 +68,13 @@ TEST(Statements, AreJudgedInEveryPart) {
        "6 F002B =, STRING, WSTRING; 19 F002B <>, INT, STRING; 32 F002B <=, INT, STRING; 45 F002B "
        ">=, INT, STRING; 58 F002B XOR, REAL, INT; 86 F002B +, STRING, STRING; 115 F002B AND, BOOL, "
        "STRING; 129 F002B =, STRING, 1"},
+      {"i REF= j; xr REF= r; xr REF= i.3; xr REF= k; xr REF= 1; xr REF= %MX0.0; xr REF= nope; xr "
+       "REF= i + 1; xr^ := 1; b := __ISVALIDREF(rf); xr[1] := 1; b := __ISVALIDREF(); xs REF= x2; "
+       "xr REF= c; xr REF= fb.o; nope REF= 1; pt.x REF= i; xr := s; xr REF= NULL;",
+       "1 F00B0 i; 19 F00B1 xr, r, INT; 30 F00B1 xr, i.3, INT; 43 F00B1 xr, k, INT; 54 F00B1 xr, "
+       "1, INT; 65 F00B1 xr, %MX0.0, INT; 81 F0020 nope; 95 F00B1 xr, i + 1, INT; 102 F007A xr, "
+       "INT; 130 F00B0 rf; 135 F0076 xr, INT; 152 F0060 __ISVALIDREF; 176 F00B1 xs, x2, STRING; "
+       "188 F00B1 xr, c, INT; 199 F00B1 xr, fb.o, INT; 218 F00B0 pt.x; 237 C0032 STRING, INT"},
       {"i := F(1); i := F(1, 2); i := F(1, 2, 3); i := F(); i := F(a := 1, b := 2, q => j); N(1); "
        "i := N(1); N(q => i); i := F(1, 2, s, 4); fb(1, s, i);",
        "39 F0023 3; 96 F0026 N; 104 F0027 N, q; 129 F0029 F; 139 C0032 INT, STRING"},

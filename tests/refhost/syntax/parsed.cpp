@@ -109,6 +109,8 @@ std::string show(const ASTNode* node) {
       break;
   }
   switch (kindOf(*node)) {
+    case NodeKind::BoundTypeSpec:
+      return list("reference", *node);
     case NodeKind::Text:
       return static_cast<const refhost::Text*>(node)->text();
     case NodeKind::Invocation:
@@ -127,7 +129,7 @@ std::string show(const ASTNode* node) {
       return showBlock(static_cast<const refhost::VarBlock&>(*node));
     default: {
       constexpr const char* kNames[] = {"decl", "", "", "", "of", "labels", "..", "type", "value"};
-      constexpr const char* kStatements[] = {":=",    "call",   "if",   "case",     "for",
+      constexpr const char* kStatements[] = {":=",    "REF=",   "call", "if",       "case",  "for",
                                              "while", "repeat", "exit", "continue", "return"};
       static_assert(std::size(kStatements) ==
                     static_cast<std::size_t>(refhost::StatementKind::Return) -

@@ -79,13 +79,12 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "retry: a := 1; IF b THEN again: EXIT; done: END_IF; UNTIL a := b; z := 1;",
        "2:3 Set and reset assignments (S=, R=) are not supported;\n"
        "2:13 Set and reset assignments (S=, R=) are not supported;\n"
-       "2:21 Reference assignments (REF=) are not supported;\n"
        "2:36 Chained assignments are not supported;\n2:48 RETURN with a value is not supported;\n"
        "2:58 The type 'CHAR' is not supported;\n2:70 Syntax error: found ':', expected ':=';\n"
        "3:1 Labels are not supported;\n3:26 Labels are not supported;\n"
        "3:39 Labels are not supported;\n3:53 Syntax error: found 'UNTIL', expected statement or "
        "END_PROGRAM;\n",
-       "(:= y CHAR#'a')\n(:= a 1)\n(if b [(exit)])\n(:= z 1)\n"},
+       "(REF= e f)\n(:= y CHAR#'a')\n(:= a 1)\n(if b [(exit)])\n(:= z 1)\n"},
       {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "(:= z 1)\n"},
       {std::string("z := 1; \177E\1\2", 13),
        "2:9 Syntax error: the file is not a text from here on;\n", "(:= z 1)\n"},
@@ -180,13 +179,11 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:10 Unions (UNION) are not supported;\n"
        "1:36 Overlapping members (OVERLAP) are not supported;\n"
        "1:46 Addresses of members (AT) are not supported;\n"
-       "2:36 References (REFERENCE TO) are not supported;\n"
-       "3:9 References (REFERENCE TO) are not supported;\n"
-       "3:26 Reference assignments (REF=) are not supported;\n"
        "3:50 Arrays of any bounds (ARRAY[*]) are not supported;\n",
        "(type u (struct (decl INT _ _ a) (decl (struct (decl _ _ _ b)) _ _ s)) _)\n"
        "(type union INT _)\n"
-       "(function f INT [(var (decl INT _ _ x) (decl _ _ _ y) (decl union _ _ z))] [])\n"},
+       "(function f (reference INT) [(var (decl (reference INT) y _ x) (decl _ _ _ y) (decl union "
+       "_ _ z))] [])\n"},
       {"FUNCTION f : ARRAY[1..] OF INT VAR a : INT; END_VAR END_FUNCTION FUNCTION g : ;\n"
        "VAR case, b : INT; END_VAR IF b THEN g := case; ENDIF case := b; CASE b OF 1: b := 2; "
        "ENDCASE\n"
