@@ -41,7 +41,7 @@ struct RunOptions {
   bool traceIo = false;
   std::string compiler = "cc";
   std::int64_t scans = 1;
-  std::int64_t cycle = 10;  // milliseconds from one scan to the next
+  std::int64_t cycle = 10;           // milliseconds from one scan to the next
   std::chrono::seconds timeout{60};  // of compiling, and of the program
 };
 

@@ -21,8 +21,8 @@ struct ProcessResult {
 };
 
 // Runs `arguments[0]`, looked up in PATH, with empty standard input. When it has ended, and after
-// `timeout`, kills the processes that it has started and does not wait for them. Throws Failure when it cannot be started, and
-// Terminated when a signal asks velc to terminate meanwhile.
+// `timeout`, kills the processes that it has started and does not wait for them. Throws Failure
+// when it cannot be started, and Terminated when a signal asks velc to terminate meanwhile.
 ProcessResult runProcess(const std::vector<std::string>& arguments, const TerminationGuard& guard,
                          std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 

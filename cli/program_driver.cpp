@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "cli/failure.h"
+#include "cli/shape_tables.h"
 #include "cli/value_parts.h"
 #include "hostkit/folding.h"
 
@@ -17,7 +18,6 @@ namespace {
 using hostkit::equalIgnoringCase;
 using refhost::ProgramVariable;
 using refhost::Session;
-using vel::BasicDataType;
 
 std::string_view trim(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
@@ -53,17 +53,19 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
 }
 
 // Local names begin with "vel_", which names of the program never do.
-std::string valueStatement(const ProgramVariable& variable) {
-  if (variable.shape->hasParts()) return outputStatements(*variable.shape, variable.reference);
-  if (variable.type == BasicDataType::String || variable.type == BasicDataType::WString) {
-    return fmt::format("  vel_put_((const void*)({}), {});\n", variable.reference,
-                       variable.byteSize);
+std::string visitStatement(const ProgramVariable& variable, ShapeTables& tables) {
+  const std::string& shape = tables.nameOf(*variable.shape);
+  if (variable.memoryBit) {
+    return fmt::format(
+        "  {{\n    u8 vel_bit_ = gbit({0});\n    vel_visit_(&{1}, &vel_bit_);\n"
+        "    sbit({0}, vel_bit_);\n  }}\n",
+        *variable.memoryBit, shape);
   }
+  const std::string size = variable.shape->hasParts() ? "sizeof(" + variable.shape->cType + ")"
+                                                      : std::to_string(variable.byteSize);
   return fmt::format(
-      "  {{\n    __typeof__({0}) vel_value_ = {0};\n"
-      "    _Static_assert(sizeof vel_value_ == {1}, \"size of {2}\");\n"
-      "    vel_put_(&vel_value_, {1});\n  }}\n",
-      variable.reference, variable.byteSize, variable.name);
+      "  _Static_assert(sizeof({0}) == {1}, \"size of {2}\");\n  vel_visit_(&{3}, (void*)&({0}));\n",
+      variable.reference, size, variable.name, shape);
 }
 
 }  // namespace
@@ -135,9 +137,11 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
         "  vel_tasks_run({0}, vel_states_, now);\n",
         tasks);
   }
-  text += "}\n\nvoid vel_run_values(vel_run_sink vel_put_) {\n  (void)vel_put_;\n";
-  for (const ProgramVariable& variable : printed) text += valueStatement(variable);
-  return text + "}\n";
+  ShapeTables tables;
+  std::string values;
+  for (const ProgramVariable& variable : printed) values += visitStatement(variable, tables);
+  return text + "}\n\n" + tables.text() + "\nvoid vel_run_values(vel_run_visit vel_visit_) {\n" +
+         "  (void)vel_visit_;\n" + values + "}\n";
 }
 
 std::string valueLines(const Session& session, const std::vector<ProgramVariable>& printed,

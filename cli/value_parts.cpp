@@ -91,26 +91,6 @@ std::int64_t takeSubscripts(const ValueShape& array, std::string_view& path) {
 
 }  // namespace
 
-std::string outputStatements(const ValueShape& shape, const std::string& reference) {
-  if (shape.element != nullptr && !shape.element->hasParts()) {
-    return fmt::format("  vel_put_((const void*){}.a, {});\n", reference,
-                       shape.element->byteSize * shape.count);
-  }
-  if (shape.element != nullptr) {
-    const std::string index = fmt::format("vel_i{}_", reference.size());
-    return fmt::format("  for (size_t {0} = 0; {0} < {1}; ++{0}) {{\n{2}  }}\n", index, shape.count,
-                       outputStatements(*shape.element, reference + ".a[" + index + "]"));
-  }
-  if (!shape.isStructure) {
-    return fmt::format("  vel_put_((const void*)&{}, {});\n", reference, shape.byteSize);
-  }
-  std::string text;
-  for (const ValueShape::Member& member : shape.members) {
-    text += outputStatements(*member.shape, reference + member.reference);
-  }
-  return text;
-}
-
 std::string partsText(const ValueShape& shape, std::string_view& bytes) {
   if (shape.element != nullptr) {
     ElementList list;

@@ -9,11 +9,8 @@
 
 namespace velc {
 
-// C statements that write all elementary values of `reference` in order.
-std::string outputStatements(const refhost::ValueShape& shape, const std::string& reference);
-
-// Formats a value in the syntax of an initial value. `bytes` begins with the output of the
-// statements above, which is removed from it. Throws Failure when `bytes` is too short.
+// Formats a value in the syntax of an initial value. `bytes` begins with its elementary values in
+// order, without gaps, which are removed from it. Throws Failure when `bytes` is too short.
 std::string partsText(const refhost::ValueShape& shape, std::string_view& bytes);
 
 // The part of `variable` at `path`, such as `[2].x` or `.names[1, 3]`; the whole variable for an

@@ -38,6 +38,7 @@ struct Session::Impl {
     for (Diagnostic& message : found.inOrder(first)) messages.push_back(std::move(message));
   }
   SymbolNames names;  // set by translate()
+  ValueShapes shapes{names};
 };
 
 namespace {
@@ -48,8 +49,9 @@ void setPlace(ProgramVariable& variable, const Place& place) {
 }
 
 // `data` is the object that contains the variables.
-void appendVariables(const SymbolNames& names, const UnitSymbol& unit, const std::string& program,
-                     const std::string& data, std::vector<ProgramVariable>& result) {
+void appendVariables(const SymbolNames& names, ValueShapes& shapes, const UnitSymbol& unit,
+                     const std::string& program, const std::string& data,
+                     std::vector<ProgramVariable>& result) {
   for (const auto& variable : unit.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
     const bool kept =
@@ -59,7 +61,7 @@ void appendVariables(const SymbolNames& names, const UnitSymbol& unit, const std
     entry.program = program;
     entry.name = variable->name();
     entry.typeName = type->typeName();
-    entry.shape = shapeOf(names, type);
+    entry.shape = shapes.of(type);
     entry.type = valueType(type);
     entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
     setPlace(entry, globalPlace(names, data, *variable));
@@ -86,6 +88,7 @@ void Session::restart() {
   impl_->found = {};
   impl_->messages.clear();
   impl_->names.clear();
+  impl_->shapes.clear();
   impl_->services.calls = {};
   impl_->services.configuration = {};
   impl_->services.memory.releaseState();
@@ -121,6 +124,7 @@ const std::vector<Diagnostic>& Session::messages() const { return impl_->message
 
 std::string Session::translate() {
   const std::size_t first = impl_->found.count();
+  impl_->shapes.clear();
   std::string text = FileWriter(impl_->services, impl_->names, impl_->found).text();
   impl_->publish(first);
   if (impl_->found.hasErrors()) text.clear();
@@ -152,13 +156,13 @@ std::vector<ProgramVariable> Session::programVariables() const {
   const Configuration& configuration = impl_->services.configuration;
   const SymbolNames& names = impl_->names;
   for (const ProgramInstance& instance : configuration.instances) {
-    appendVariables(names, *instance.program, configuration.displayName(instance),
+    appendVariables(names, impl_->shapes, *instance.program, configuration.displayName(instance),
                     names.of(instance).data, result);
   }
   if (!configuration.instances.empty()) return result;
   for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
     if (unit->type() != vel::POUType::Program) continue;
-    appendVariables(names, *unit, unit->name(), names.of(*unit).data, result);
+    appendVariables(names, impl_->shapes, *unit, unit->name(), names.of(*unit).data, result);
   }
   return result;
 }
@@ -167,7 +171,8 @@ std::vector<ProgramVariable> Session::globalVariables() const {
   std::vector<ProgramVariable> result;
   const UnitSymbol* const globals = impl_->services.symbols.globals();
   const SymbolNames& names = impl_->names;
-  if (globals != nullptr) appendVariables(names, *globals, {}, names.of(*globals).data, result);
+  if (globals != nullptr)
+    appendVariables(names, impl_->shapes, *globals, {}, names.of(*globals).data, result);
   return result;
 }
 
@@ -183,7 +188,7 @@ bool Session::addressVariable(const std::string& address, ProgramVariable& varia
   variable.byteSize = type.size;
   setPlace(variable, Place::ofAddress(parsed, impl_->services.memory.raw(parsed), type.cType));
   variable.settable = true;
-  variable.shape = shapeOf(impl_->names, impl_->services.symbols.dataType(name));
+  variable.shape = impl_->shapes.of(impl_->services.symbols.dataType(name));
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,8 @@ struct ValueShape {
   int byteSize = 0;
   std::vector<std::pair<std::int64_t, std::string>> names;  // of an enumeration's values
 
+  std::string cType;  // of an array or a structure
+
   // For an array, whose elements lie in row-major order.
   std::shared_ptr<const ValueShape> element;
   std::int64_t count = 0;
@@ -39,9 +42,24 @@ struct ValueShape {
   bool hasParts() const { return element != nullptr || isStructure; }
 };
 
-// Null for a type without a value: a function block instance, and arrays and structures of those.
-// The C `names` must have been chosen.
-std::shared_ptr<const ValueShape> shapeOf(const SymbolNames& names,
-                                          const vel::SymbolDataType* type);
+// The shapes of types. Each type has one, however often it is asked for or contained in others, so
+// that their number does not grow with that of the values.
+class ValueShapes {
+ public:
+  using Shape = std::shared_ptr<const ValueShape>;
+
+  // The C `names` must have been chosen before anything is asked for.
+  explicit ValueShapes(const SymbolNames& names) : names_(names) {}
+
+  // Null for a type without a value: a function block instance, and arrays and structures of those.
+  Shape of(const vel::SymbolDataType* type);
+  void clear() { known_.clear(); }
+
+ private:
+  Shape make(const vel::SymbolDataType& type);
+
+  const SymbolNames& names_;
+  std::unordered_map<const vel::SymbolDataType*, Shape> known_;
+};
 
 }  // namespace refhost

@@ -12,7 +12,20 @@
 static FILE* values;
 static FILE* trace;
 
-static void put(const void* bytes, size_t size) { fwrite(bytes, 1, size, values); }
+/* Writes the elementary values in order, without gaps. */
+static void put(const vel_run_shape* shape, void* variable) {
+  char* const bytes = variable;
+  const vel_run_shape* const element = shape->element;
+  if (shape->parts != NULL) {
+    for (size_t i = 0; i < shape->count; ++i) {
+      put(shape->parts[i].shape, bytes + shape->parts[i].offset);
+    }
+  } else if (element != NULL && (element->element != NULL || element->parts != NULL)) {
+    for (size_t i = 0; i < shape->count; ++i) put(element, bytes + i * element->size);
+  } else {
+    fwrite(bytes, 1, shape->size, values);
+  }
+}
 
 void vel_run_trace_input(uint32_t offset, uint32_t count) {
   fprintf(trace, "UPDATEINPUT = %" PRIu32 ", %" PRIu32 "\n", offset, count);

@@ -6,15 +6,31 @@
 #include <stddef.h>
 #include <stdint.h>
 
-typedef void (*vel_run_sink)(const void* bytes, size_t size);
+/* How the elementary values lie in a variable. There is one shape for each type. */
+typedef struct vel_run_shape vel_run_shape;
+
+typedef struct {
+  size_t offset;
+  const vel_run_shape* shape;
+} vel_run_part;
+
+struct vel_run_shape {
+  size_t size;                  /* in bytes, padding included */
+  size_t count;                 /* of elements or parts; 1 for an elementary value */
+  const vel_run_shape* element; /* of an array; else NULL */
+  const vel_run_part* parts;    /* of a structure; else NULL */
+};
+
+/* Gets a variable of this shape. */
+typedef void (*vel_run_visit)(const vel_run_shape* shape, void* variable);
 
 /* Initializes all variables, before the first scan. */
 void vel_run_prepare(void);
 /* Runs one scan: every program, or the tasks that are due at `now`, the time in milliseconds since
  * the start. */
 void vel_run_step(uint64_t now);
-/* Passes the value of every variable to `sink`, in order of declaration. */
-void vel_run_values(vel_run_sink sink);
+/* Visits every variable that is to be printed, in order of declaration. */
+void vel_run_values(vel_run_visit visit);
 
 /* The driver can use these as the platform's refresh of local I/O. Each traces its call in one
  * line. Not to be called after vel_run_values. */
