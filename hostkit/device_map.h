@@ -25,6 +25,9 @@ class DeviceMap {
   bool parse(std::string_view text, vel::HeapAddress& out) const;
   vel::HeapRawAddr raw(const vel::HeapAddress& address) const;
 
+  // The size in bytes of the area that the address is in.
+  std::uint32_t areaSize(const vel::HeapAddress& address) const { return area(address.area).size; }
+
   // C text that reads the address with the runtime: `gbit(131072)`, `VEL_MEM(u16, 0)`.
   std::string text(const vel::HeapAddress& address) const;
 

@@ -74,7 +74,9 @@ constexpr MessageFormat kExternalType      {0xF0091, Severity::Error, "The globa
 constexpr MessageFormat kNotAProgram       {0xF0092, Severity::Error, "'%s' is not a PROGRAM;"};
 constexpr MessageFormat kUnknownTask       {0xF0093, Severity::Error, "There is no task '%s';"};
 constexpr MessageFormat kTaskProperty      {0xF0094, Severity::Error, "A task has no property '%s': it has INTERVAL, SINGLE and PRIORITY;"};
-constexpr MessageFormat kPartOutOfRange    {0xF00A0, Severity::Error, "'%s' is outside of type '%s';"};
+constexpr MessageFormat kPartOutOfRange    {0xF00D0, Severity::Error, "'%s' is outside of type '%s';"};
+constexpr MessageFormat kAddressAlignment  {0xF00D1, Severity::Error, "Address '%s' is at byte %s, but not at a multiple of the %s bytes that type '%s' needs;"};
+constexpr MessageFormat kAddressExtent     {0xF00D2, Severity::Error, "Type '%s' of %s bytes does not fit at '%s', where %s of %s bytes of its area are left;"};
 constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};
 constexpr MessageFormat kTaskInterval      {0xF00A0, Severity::Error, "The INTERVAL of a task must be a constant greater than 0, not '%s';"};
 constexpr MessageFormat kTaskPriority      {0xF00A1, Severity::Error, "The PRIORITY of a task must be a constant from 0 to 65535, not '%s';"};

@@ -45,7 +45,7 @@ namespace {
 
 void setPlace(ProgramVariable& variable, const Place& place) {
   variable.reference = place.load();
-  if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.number;
+  if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.text;
 }
 
 // `data` is the object that contains the variables.
@@ -229,8 +229,9 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
   std::string literal;
   appendLiteral(value, BasicDataType::None, literal);
   const int unit = variable.type == BasicDataType::WString ? 2 : 1;
-  const Place place = variable.memoryBit ? Place{Place::Kind::MemoryBit, {}, *variable.memoryBit}
-                                         : Place{Place::Kind::Object, variable.reference};
+  const Place place = !variable.memoryBit.empty()
+                          ? Place{Place::Kind::MemoryBit, variable.memoryBit}
+                          : Place{Place::Kind::Object, variable.reference};
   statement = storeText(variable.type, variable.byteSize / unit, place, literal, value.type) + ";";
   return true;
 }

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,7 +43,7 @@ struct ProgramVariable {
   vel::BasicDataType type = vel::BasicDataType::None;
   int byteSize = 0;                         // of its value in the generated program
   std::string reference;                    // C expression of its value
-  std::optional<std::uint32_t> memoryBit;   // of a bit of device memory: its number
+  std::string memoryBit;                    // C expression of a bit's number in device memory
   bool settable = false;                    // it is not constant and has parts that can be set
   std::shared_ptr<const ValueShape> shape;  // null when it has no value
 };

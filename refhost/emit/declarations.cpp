@@ -16,7 +16,7 @@ namespace {
 
 // True of variables that are kept between scans in the unit's structure.
 bool isMember(const VarSymbol& variable) {
-  return variable.role != Role::Temp && variable.iecAddress().area == 0 && !variable.inMemory;
+  return variable.role != Role::Temp && !variable.isLocated() && !variable.inMemory;
 }
 
 void appendStructure(const SymbolNames& names, const StructType& structure, std::string& out) {

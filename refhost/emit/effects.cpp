@@ -21,7 +21,7 @@ bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
       return false;
     }
     const auto* const variable = asVariable(expr.symbol);
-    return variable == nullptr || variable->owner != &function || variable->iecAddress().area != 0;
+    return variable == nullptr || variable->owner != &function || variable->isLocated();
   });
 }
 

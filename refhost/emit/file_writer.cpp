@@ -103,10 +103,8 @@ void FileWriter::appendStructureInits(std::string& out) {
 }
 
 Place globalPlace(const SymbolNames& names, const std::string& data, const VarSymbol& variable) {
-  const vel::HeapAddress address = variable.iecAddress();
-  if (address.area == 0) return {Place::Kind::Object, data + "." + names.of(variable)};
-  return Place::ofAddress(address, variable.backendAddress(),
-                          cType(variable.dataType()->dataType()));
+  if (variable.isLocated()) return Place::ofLocated(names, variable);
+  return {Place::Kind::Object, data + "." + names.of(variable)};
 }
 
 }  // namespace refhost

@@ -64,7 +64,7 @@ void FunctionWriter::appendLocals(const UnitSymbol& unit, std::string& out) {
     const vel::SymbolDataType* const type = variable->dataType();
     const bool copied =
         function && variable->role == Role::Input && isTextType(type) && !variable->indirect;
-    if (variable->iecAddress().area != 0) continue;
+    if (variable->isLocated()) continue;
     if (function && variable->role == Role::EdgeState) {
       out += fmt::format("  static u8 {};\n", file_.names.of(*variable));
     }

@@ -6,10 +6,21 @@
 
 namespace refhost {
 
-Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw,
-                       std::string_view cType) {
-  if (address.isBitMode()) return {Kind::MemoryBit, {}, raw.address};
-  return {Kind::Memory, std::string(cType), raw.address};
+Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw, const char* cType) {
+  const Kind kind = address.isBitMode() ? Kind::MemoryBit : Kind::Memory;
+  return {kind, std::to_string(raw.address), cType};
+}
+
+Place Place::ofLocated(const SymbolNames& names, const VarSymbol& variable) {
+  const vel::SymbolDataType* const type = variable.dataType();
+  const vel::HeapRawAddr raw = variable.backendAddress();
+  if (isTextType(type)) {
+    return {Kind::Object, fmt::format("VEL_AT({}, {})", characterType(*type), raw.address)};
+  }
+  if (isComposite(type)) {
+    return {Kind::Pointed, fmt::format("VEL_AT({}, {})", typeText(names, type), raw.address)};
+  }
+  return ofAddress(variable.iecAddress(), raw, refhost::cType(valueType(type)));
 }
 
 Place Place::member(std::string_view name) const {
@@ -18,10 +29,10 @@ Place Place::member(std::string_view name) const {
   return {Kind::Object, std::move(path)};
 }
 
-Place Place::part(std::uint32_t first, BasicDataType type) const {
-  const char* const own = type == BasicDataType::Bool ? nullptr : cType(type);
-  if (kind == Kind::Part) return {kind, text, number + first, own};
-  return {Kind::Part, load(), first, own};
+Place Place::part(std::uint32_t bit, BasicDataType type) const {
+  const char* const own = type == BasicDataType::Bool ? nullptr : refhost::cType(type);
+  if (kind == Kind::Part) return {kind, text, own, first + bit};
+  return {Kind::Part, load(), own, bit};
 }
 
 std::string Place::load() const {
@@ -31,23 +42,23 @@ std::string Place::load() const {
     case Kind::Pointed:
       return "(*" + text + ")";
     case Kind::Part:
-      if (partType != nullptr) return fmt::format("VEL_PART({}, {}, {})", partType, text, number);
-      return fmt::format("vgbit(({}, {}))", text, number);
+      if (cType != nullptr) return fmt::format("VEL_PART({}, {}, {})", cType, text, first);
+      return fmt::format("vgbit(({}, {}))", text, first);
     case Kind::MemoryBit:
-      return fmt::format("gbit({})", number);
+      return fmt::format("gbit({})", text);
     case Kind::Memory:
-      return fmt::format("VEL_MEM({}, {})", text, number);
+      return fmt::format("VEL_MEM({}, {})", cType, text);
   }
   return {};
 }
 
 std::string Place::store(std::string_view value) const {
   if (kind == Kind::Part) {
-    return partType == nullptr
-               ? fmt::format("vsbit({}, {}, {})", text, number, value)
-               : fmt::format("VEL_SET_PART({}, {}, {}, {})", partType, text, number, value);
+    return cType == nullptr
+               ? fmt::format("vsbit({}, {}, {})", text, first, value)
+               : fmt::format("VEL_SET_PART({}, {}, {}, {})", cType, text, first, value);
   }
-  if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", number, value);
+  if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", text, value);
   if (kind != Kind::Object) return load().append(" = ").append(value);
   // Most places are objects, so this text is built with one allocation.
   std::string statement;

@@ -14,24 +14,24 @@ struct Place {
   enum class Kind : std::uint8_t {
     Object,     // `text` is an lvalue
     Pointed,    // `text` is a pointer to it
-    Part,       // the bits of the object `text` from bit `number` on, of the C type `partType`
-    MemoryBit,  // bit `number` of device memory
-    Memory,     // a cell of the C type `text` at byte `number` of device memory
+    Part,       // the bits of the object `text` from bit `first` on: one, or as many as `cType` has
+    MemoryBit,  // the bit of device memory that has the number `text`
+    Memory,     // a cell of the type `cType` at byte `text` of device memory
   };
   Kind kind = Kind::Object;
   std::string text;
-  std::uint32_t number = 0;
-  const char* partType = nullptr;  // null for a single bit
+  const char* cType = nullptr;
+  std::uint32_t first = 0;
 
   // The place of a device address whose cell has the type `cType`.
-  static Place ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw,
-                         std::string_view cType);
+  static Place ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw, const char* cType);
+  // The place of a variable in device memory.
+  static Place ofLocated(const SymbolNames& names, const VarSymbol& variable);
   // The member `name` of the structure at this place.
   Place member(std::string_view name) const;
 
-  // The bits of the integer at this place from bit `first` on: as many as `type` has, one of a
-  // BOOL.
-  Place part(std::uint32_t first, BasicDataType type) const;
+  // The bits of the integer at this place from `bit` on: as many as `type` has, one of a BOOL.
+  Place part(std::uint32_t bit, BasicDataType type) const;
 
   // The expression that reads it.
   std::string load() const;

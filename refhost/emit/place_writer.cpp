@@ -107,14 +107,10 @@ std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
 
 Place PlaceWriter::of(const VarSymbol& variable) {
   using Kind = Place::Kind;
+  if (variable.isLocated()) return Place::ofLocated(file_.names, variable);
   const bool output =
       variable.role == Role::Output && variable.owner->type() == vel::POUType::Function;
   const bool indirect = !isTextType(variable.dataType()) && (variable.indirect || output);
-  const vel::HeapAddress address = variable.iecAddress();
-  if (address.area != 0) {
-    return Place::ofAddress(address, variable.backendAddress(),
-                            cType(valueType(variable.dataType())));
-  }
   if (variable.owner == file_.services.symbols.globals()) {
     return {indirect ? Kind::Pointed : Kind::Object,
             file_.names.of(*variable.owner).data + "." + file_.names.of(variable)};

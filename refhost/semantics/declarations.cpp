@@ -157,7 +157,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
     if (variable->isParameter() && unit.type() != vel::POUType::Program) {
       say(*address, message::kPlacedParameter, name.text());
     } else {
-      place(*variable, *address, type);
+      parts_.locations.place(*variable, *address);
     }
   }
   variable->declared = &name;
@@ -223,24 +223,6 @@ void Declarations::declareResult(UnitSymbol& unit) {
   result->typeInitial = type.initial;
   result->declared = unit.node->leaf(Unit::kName);
   unit.result = unit.addVariable(std::move(result));
-}
-
-void Declarations::place(VarSymbol& variable, const ASTNode& address, const Type* type) {
-  const std::string_view text = vel::TreeBuilder::source(address);
-  vel::HeapAddress parsed;
-  if (!services_.memory.parse(text, parsed)) {
-    say(address, message::kBadAddress, text);
-    return;
-  }
-  if (type != nullptr) {
-    const ElementaryType* const row = elementaryType(type->dataType());
-    const bool fits = parsed.isBitMode()
-                          ? type->dataType() == BasicDataType::Bool
-                          : row != nullptr && type->dataType() != BasicDataType::Bool &&
-                                row->size == static_cast<int>(parsed.unitSize);
-    if (!fits) say(address, message::kAddressSize, text, type->typeName());
-  }
-  variable.placeAt(parsed, services_.memory.raw(parsed));
 }
 
 // Before the initial value is analysed, which may ask for the constant itself: `SIZEOF(c)`.

@@ -32,7 +32,6 @@ class Declarations : public Part {
   void computeConstants(const UnitSymbol& unit, const VarDecl& declaration);
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
-  void place(VarSymbol& variable, const ASTNode& address, const Type* type);
 
   std::vector<std::unique_ptr<VarSymbol>> withoutPlace_;
 };

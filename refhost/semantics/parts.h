@@ -9,6 +9,7 @@
 #include "refhost/semantics/declarations.h"
 #include "refhost/semantics/expressions.h"
 #include "refhost/semantics/initials.h"
+#include "refhost/semantics/locations.h"
 #include "refhost/semantics/names.h"
 #include "refhost/semantics/standard_calls.h"
 #include "refhost/semantics/statements.h"
@@ -21,6 +22,7 @@ struct Parts {
       : names(context, *this),
         types(context, *this),
         declarations(context, *this),
+        locations(context, *this),
         constants(context, *this),
         initials(context, *this),
         expressions(context, *this),
@@ -33,6 +35,7 @@ struct Parts {
   Names names;
   Types types;
   Declarations declarations;
+  Locations locations;
   ConstantVariables constants;
   Initials initials;
   Expressions expressions;

@@ -224,7 +224,8 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
   Integer next = 0;
   for (int i = 0; i < spec.leavesCount(); ++i) {
     ASTNode& item = *spec.leaf(i);
-    if (valid && item.leaf(1) != nullptr) next = parts_.expressions.requireConstant(item, 1).value_or(next);
+    if (valid && item.leaf(1) != nullptr)
+      next = parts_.expressions.requireConstant(item, 1).value_or(next);
     for (const BasicDataType wider : {BasicDataType::DInt, BasicDataType::LInt}) {
       if (based || fits(next, type->base->dataType())) break;
       type->base = services_.symbols.elementary(wider);

@@ -60,6 +60,8 @@ class VarSymbol final : public vel::SymbolVar {
     iecAddress_ = address;
     backendAddress_ = raw;
   }
+  // True of a variable at an address that the program names.
+  bool isLocated() const { return iecAddress().area != 0; }
   // Keeps the variable in device memory without an address that the program could name.
   void keepAt(vel::HeapRawAddr raw) {
     inMemory = true;

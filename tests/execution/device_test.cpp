@@ -126,6 +126,29 @@ INSTANTIATE_TEST_SUITE_P(Both, Devices, testing::Values(Notation::Iec, Notation:
                            return test.param == Notation::Iec ? "Iec" : "Letters";
                          });
 
+// Arrays, structures and strings in device memory are what their addresses hold.
+TEST(LocatedVariables, AreRangesOfDeviceMemory) {
+  Program program;
+  program.units =
+      "TYPE S : STRUCT b : BYTE := 3; l : LREAL; a : ARRAY[1..2] OF INT; END_STRUCT; END_TYPE\n"
+      "FUNCTION_BLOCK F VAR_IN_OUT a : ARRAY[0..3] OF INT; s : S; t : STRING[5]; i : INT; END_VAR\n"
+      "a[2] := a[1] + 1; s.a[2] := i; i := 9; t := CONCAT(t, 'x'); END_FUNCTION_BLOCK\n"
+      "VAR_GLOBAL g AT %QB24 : S; a AT %MW8 : ARRAY[0..3] OF INT := [5, 6, 0, 4]; f : F;\n"
+      "s AT %ML4 : S := (l := 2.0); t AT %MB81 : STRING[5] := 'ab'; c : ARRAY[0..3] OF INT;\n"
+      "p : POINTER TO S; pb : POINTER TO BYTE; END_VAR\n";
+  program.body =
+      "f(a := a, s := s, t := t, i := a[3]); p := ADR(s); p^.a[1] := LEN(t); c := a; c[0] := 7;\n"
+      "a := c; g := s; pb := ADR(t); pb[3] := 16#79; t := CONCAT(t, t);\n";
+  const std::pair<const char*, Wide> words[] = {{"%MW8", 7},  {"%MW9", 6},  {"%MW10", 7},
+                                                {"%MW11", 9}, {"%MW16", 3}, {"%MW24", 3},
+                                                {"%MW25", 4}, {"%QW12", 3}, {"%QW21", 4}};
+  for (const auto& [address, held] : words) program.expectAt(address, value("WORD", held));
+  program.expectAt("%QL4", value("LWORD", 0x4000'0000'0000'0000));
+  program.expectAt("%MB84", value("BYTE", 'y'));
+  program.expectAt("%MB85", value("BYTE", 'a'));
+  program.run();
+}
+
 // Every bit of every type is read, then written; what is no bit reads 0 and stays. The bits of
 // integers have names, too, and so have their bytes, words and double words.
 TEST(BitsOfParameters, OfEveryType) {

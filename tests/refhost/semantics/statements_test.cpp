@@ -140,7 +140,7 @@ TEST(Statements, AreJudgedInEveryPart) {
        "i.%B2.1 OR r.%B0 OR l.%D2; i.%Q0 := 1; FOR w.%B0 := 1 TO 2 DO ; END_FOR; ip := REF(i.%W0); "
        "fb(io := w.%W0); ud := ADR(w.%B1); k.%B0 := 3; ip := REF(%MX0.1);",
        "10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 ~C0197 UINT, USINT; "
-       "78 F00A0 %B2, INT; 89 F00A0 %B0, REAL; 98 F00A0 %D2, LINT; 107 F0002 %Q0; 121 F0030 w.%B0; "
+       "78 F00D0 %B2, INT; 89 F00D0 %B0, REAL; 98 F00D0 %D2, LINT; 107 F0002 %Q0; 121 F0030 w.%B0; "
        "161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 w.%B1, ADR; 204 F0023 k.%B0; 226 "
        "F007B %MX0.1"},
       {"nope(1); i(1); Pt(1); Color(1); F := 1; P(1); i := P; i := F; i := nope; i := nope; "

@@ -1,0 +1,52 @@
+#include "refhost/semantics/locations.h"
+
+namespace refhost {
+
+using vel::TreeBuilder;
+
+void Locations::place(VarSymbol& variable, const ASTNode& address) {
+  const std::string_view text = TreeBuilder::source(address);
+  vel::HeapAddress parsed;
+  if (!services_.memory.parse(text, parsed)) {
+    say(address, message::kBadAddress, text);
+    return;
+  }
+  if (variable.reference) {
+    say(address, message::kAddressSize, text, "REFERENCE TO");
+  } else if (variable.dataType() != nullptr) {
+    check(address, parsed, *variable.dataType());
+  }
+  variable.placeAt(parsed, services_.memory.raw(parsed));
+}
+
+// A value fills the unit that the address names; arrays, structures and strings begin there.
+void Locations::check(const ASTNode& node, const vel::HeapAddress& address, const Type& type) {
+  const BasicDataType value = valueType(&type);
+  const bool isBool = value == BasicDataType::Bool;
+  if (isBool && address.isBitMode()) return;
+  const bool isExtended = isComposite(&type) || isText(value);
+  const auto layout = layouts_.of(&type);
+  const bool fits = !isBool && !address.isBitMode() && layout && value != BasicDataType::Pointer &&
+                    (isExtended || layout->size == address.unitSize);
+  if (!fits) {
+    say(node, message::kAddressSize, TreeBuilder::source(node), displayName(&type));
+  } else if (isExtended) {
+    checkExtent(node, address, type, *layout);
+  }
+}
+
+void Locations::checkExtent(const ASTNode& node, const vel::HeapAddress& address, const Type& type,
+                            const Layout& layout) {
+  const std::string_view text = TreeBuilder::source(node);
+  const std::uint32_t byte = address.position / 8;
+  const std::uint32_t size = services_.memory.areaSize(address);
+  if (byte % layout.alignment != 0) {
+    say(node, message::kAddressAlignment, text, std::to_string(byte),
+        std::to_string(layout.alignment), displayName(&type));
+  } else if (layout.size > size - byte) {
+    say(node, message::kAddressExtent, displayName(&type), std::to_string(layout.size), text,
+        std::to_string(size - byte), std::to_string(size));
+  }
+}
+
+}  // namespace refhost

@@ -1,0 +1,25 @@
+// Places of variables in device memory.
+#pragma once
+
+#include "refhost/semantics/part.h"
+#include "refhost/services/layout.h"
+
+namespace refhost {
+
+class Locations : public Part {
+ public:
+  using Part::Part;
+
+  // Gives `variable` the place that `address` names, and reports an address that is not valid, or
+  // at which a variable of this type cannot be.
+  void place(VarSymbol& variable, const ASTNode& address);
+
+ private:
+  void check(const ASTNode& node, const vel::HeapAddress& address, const Type& type);
+  void checkExtent(const ASTNode& node, const vel::HeapAddress& address, const Type& type,
+                   const Layout& layout);
+
+  Layouts layouts_;
+};
+
+}  // namespace refhost
