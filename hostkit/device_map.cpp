@@ -1,5 +1,6 @@
 #include "hostkit/device_map.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -19,6 +20,12 @@ struct IecArea {
   std::uint32_t number;
 };
 constexpr std::array<IecArea, 3> kIecAreas{{{'M', 1}, {'I', 2}, {'Q', 3}}};
+
+struct IecUnit {
+  char letter;
+  std::uint32_t size;  // in bytes; 0 for a bit
+};
+constexpr std::array<IecUnit, 5> kIecUnits{{{'X', 0}, {'B', 1}, {'W', 2}, {'D', 4}, {'L', 8}}};
 
 struct Device {
   char letter;
@@ -47,6 +54,35 @@ constexpr std::uint32_t kOutputs = 11;
 bool parseNumber(std::string_view text, std::uint64_t& value) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   return error == std::errc() && end == text.data() + text.size() && !text.empty();
+}
+
+struct Number {
+  std::string_view text;
+  std::uint64_t value = 0;
+};
+
+// The numbers between the dots, none if one of them is missing or there are too many. Higher ones
+// than any memory has are cut, so that sums of them do not wrap.
+template <std::size_t N>
+std::size_t splitNumbers(std::string_view text, std::array<Number, N>& parts) {
+  constexpr std::uint64_t kHighest = std::uint64_t{1} << 40;
+  for (std::size_t count = 0; count < N;) {
+    const std::size_t dot = text.find('.');
+    Number& part = parts[count++];
+    part.text = text.substr(0, dot);
+    if (!parseNumber(part.text, part.value)) return 0;
+    part.value = std::min(part.value, kHighest);
+    if (dot == std::string_view::npos) return count;
+    text.remove_prefix(dot + 1);
+  }
+  return 0;
+}
+
+bool isBelow(const Number& number, std::uint64_t limit, DeviceMap::Fault& fault) {
+  if (number.value < limit) return true;
+  fault.number = number.text;
+  fault.limit = limit;
+  return false;
 }
 
 std::size_t countLetters(std::string_view text) {
@@ -98,52 +134,52 @@ bool DeviceMap::place(std::uint32_t areaNumber, std::uint32_t unitSize, std::uin
   return true;
 }
 
-bool DeviceMap::parseIec(std::string_view text, HeapAddress& out) const {
+bool DeviceMap::parseIec(std::string_view text, HeapAddress& out, Fault& fault) const {
   if (text.size() < 3 || text[0] != '%') return false;
   std::uint32_t areaNumber = 0;
   for (const IecArea& candidate : kIecAreas) {
     if (candidate.letter == toUpper(text[1])) areaNumber = candidate.number;
   }
   if (areaNumber == 0) return false;
-
-  std::string_view rest = text.substr(2);
-  std::uint32_t unitSize = 0;  // a bit
-  switch (toUpper(rest[0])) {
-    case 'X':
-      rest.remove_prefix(1);
-      break;
-    case 'B':
-      unitSize = 1;
-      rest.remove_prefix(1);
-      break;
-    case 'W':
-      unitSize = 2;
-      rest.remove_prefix(1);
-      break;
-    case 'D':
-      unitSize = 4;
-      rest.remove_prefix(1);
-      break;
-    case 'L':
-      unitSize = 8;
-      rest.remove_prefix(1);
-      break;
-    default:
-      break;
+  for (const IecUnit& unit : kIecUnits) {
+    if (unit.letter != toUpper(text[2])) continue;
+    return placeIec(areaNumber, unit.size, text.substr(3), out, fault);
   }
+  return placeIec(areaNumber, 0, text.substr(2), out, fault);
+}
+
+// `unitSize` is 0 for a bit.
+bool DeviceMap::placeIec(std::uint32_t areaNumber, std::uint32_t unitSize, std::string_view numbers,
+                         HeapAddress& out, Fault& fault) const {
+  std::array<Number, 5> parts;
+  std::size_t count = splitNumbers(numbers, parts);
+  std::uint32_t bit = kNone;
+  if (unitSize == 0) {
+    unitSize = 1;
+    Number& last = parts[count == 0 ? 0 : count - 1];
+    // A single number counts bits from the start of the area.
+    if (count > 1 && !isBelow(last, 8, fault)) return false;
+    bit = static_cast<std::uint32_t>(last.value % 8);
+    if (count == 1) last.value /= 8;
+    if (count > 1) --count;
+  }
+  // From the unit to what contains it; the first number may be any.
+  constexpr std::array<std::uint32_t, 3> kLimits{kModuleBytes, kModulesOfRack, kRacksOfBus};
+  if (count == 0 || count > kLimits.size() + 1) return false;
   std::uint64_t index = 0;
-  if (unitSize != 0)
-    return parseNumber(rest, index) && place(areaNumber, unitSize, index, kNone, out);
-
-  std::uint64_t bit = 0;
-  const std::size_t dot = rest.find('.');
-  if (dot == std::string_view::npos) {
-    // The number counts bits from the start of the area.
-    return parseNumber(rest, bit) &&
-           place(areaNumber, 1, bit / 8, static_cast<std::uint32_t>(bit % 8), out);
+  std::uint64_t units = 1;
+  for (std::size_t level = 0; level < count; ++level) {
+    const Number& part = parts[count - 1 - level];
+    const std::uint32_t limit =
+        level == 0 ? kModuleBytes / unitSize : kLimits[std::min(level, kLimits.size() - 1)];
+    if (level + 1 < count && !isBelow(part, limit, fault)) return false;
+    index += part.value * units;
+    units *= limit;
   }
-  return parseNumber(rest.substr(0, dot), index) && parseNumber(rest.substr(dot + 1), bit) &&
-         bit < 8 && place(areaNumber, 1, index, static_cast<std::uint32_t>(bit), out);
+  if (place(areaNumber, unitSize, index, bit, out)) return true;
+  fault.byte = index * unitSize;
+  fault.areaSize = area(areaNumber).size;
+  return false;
 }
 
 bool DeviceMap::parseLetters(std::string_view text, HeapAddress& out) const {
@@ -167,7 +203,12 @@ bool DeviceMap::parseLetters(std::string_view text, HeapAddress& out) const {
 }
 
 bool DeviceMap::parse(std::string_view text, HeapAddress& out) const {
-  return !text.empty() && (text[0] == '%' ? parseIec(text, out) : parseLetters(text, out));
+  Fault fault;
+  return parse(text, out, fault);
+}
+
+bool DeviceMap::parse(std::string_view text, HeapAddress& out, Fault& fault) const {
+  return !text.empty() && (text[0] == '%' ? parseIec(text, out, fault) : parseLetters(text, out));
 }
 
 HeapRawAddr DeviceMap::raw(const HeapAddress& address) const {

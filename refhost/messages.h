@@ -75,6 +75,8 @@ constexpr MessageFormat kNotAProgram       {0xF0092, Severity::Error, "'%s' is n
 constexpr MessageFormat kUnknownTask       {0xF0093, Severity::Error, "There is no task '%s';"};
 constexpr MessageFormat kTaskProperty      {0xF0094, Severity::Error, "A task has no property '%s': it has INTERVAL, SINGLE and PRIORITY;"};
 constexpr MessageFormat kPartOutOfRange    {0xF00D0, Severity::Error, "'%s' is outside of type '%s';"};
+constexpr MessageFormat kAddressLevel      {0xF00D3, Severity::Error, "The number %s of address '%s' must be below %s;"};
+constexpr MessageFormat kAddressOutside    {0xF00D4, Severity::Error, "Address '%s' begins at byte %s of an area of %s bytes;"};
 constexpr MessageFormat kAddressAlignment  {0xF00D1, Severity::Error, "Address '%s' is at byte %s, but not at a multiple of the %s bytes that type '%s' needs;"};
 constexpr MessageFormat kAddressExtent     {0xF00D2, Severity::Error, "Type '%s' of %s bytes does not fit at '%s', where %s of %s bytes of its area are left;"};
 constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};

@@ -36,7 +36,7 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
     return services_.symbols.dataType(addressTypeName(address));
   }
   if (name[0] == '%') {
-    say(expr, message::kBadAddress, name);
+    parts_.locations.sayInvalid(expr);
   } else if (parts_.names.isAmbiguous(expr)) {
     say(expr, message::kAmbiguousValue, name, name);
   } else {

@@ -8,7 +8,7 @@ void Locations::place(VarSymbol& variable, const ASTNode& address) {
   const std::string_view text = TreeBuilder::source(address);
   vel::HeapAddress parsed;
   if (!services_.memory.parse(text, parsed)) {
-    say(address, message::kBadAddress, text);
+    sayInvalid(address);
     return;
   }
   if (variable.reference) {
@@ -17,6 +17,21 @@ void Locations::place(VarSymbol& variable, const ASTNode& address) {
     check(address, parsed, *variable.dataType());
   }
   variable.placeAt(parsed, services_.memory.raw(parsed));
+}
+
+void Locations::sayInvalid(const ASTNode& node) {
+  const std::string_view text = TreeBuilder::source(node);
+  vel::HeapAddress address;
+  DeviceMap::Fault fault;
+  services_.memory.parse(text, address, fault);
+  if (!fault.number.empty()) {
+    say(node, message::kAddressLevel, fault.number, text, std::to_string(fault.limit));
+  } else if (fault.areaSize != 0) {
+    say(node, message::kAddressOutside, text, std::to_string(fault.byte),
+        std::to_string(fault.areaSize));
+  } else {
+    say(node, message::kBadAddress, text);
+  }
 }
 
 // A value fills the unit that the address names; arrays, structures and strings begin there.

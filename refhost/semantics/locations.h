@@ -10,6 +10,8 @@ class Locations : public Part {
  public:
   using Part::Part;
 
+  // Reports why the text of the node is no address.
+  void sayInvalid(const ASTNode& node);
   // Gives `variable` the place that `address` names, and reports an address that is not valid, or
   // at which a variable of this type cannot be.
   void place(VarSymbol& variable, const ASTNode& address);

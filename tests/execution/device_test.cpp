@@ -41,17 +41,17 @@ struct Zone {
 // clang-format off
 constexpr Zone kIec[] = {
     {"ZSET(%MX0.3, %MX1.2)", "%ML0", 0x7F8},
-    {"ZRST(%MX8.0, %MX15.7)", "%ML1", ~0ULL},
+    {"ZRST(%MX0.8.0, %MX15.7)", "%ML1", ~0ULL},
     {"ZSET(%MX16.5, %MX16.5)", "%ML2", 0x20},
     {"IZSET(%QX0.4, %QX2.1)", "%QL0", 0x3FFF0, "4, 14"},
     {"IZRST(%QX12.0, %QX13.7)", "%QL1", 0xFFFF00000000, "96, 4"},
-    {"IZRST(%QX16.0, %QX17.3)", "%QL2", 0xFFF},
+    {"IZRST(%QX0.16.0, %QX0.0.17.3)", "%QL2", 0xFFF},
     {"ZRST(%QX24.1, %QX24.6)", "%QL3", 0x7E},
     {"ZSET(%QX39.7, %QX39.7)", "%QL4", 1ULL << 63},
     {"ZSET(%MB200, %MB204)", "%ML25", 0xFFFFFFFFFF},
     {"ZRST(%MB209, %MB209)", "%ML26", 0xFF00},
     {"ZSET(%QB42, %QB43)", "%QL5", 0xFFFF0000},
-    {"ZRST(%MW400, %MW402)", "%ML100", 0xFFFFFFFFFFFF},
+    {"ZRST(%MW1.9.0, %MW25.2)", "%ML100", 0xFFFFFFFFFFFF},
     {"ZRST(%MD401, %MD401)", "%ML200", 0xFFFFFFFF00000000},
     {"ZRST(%ML800, %ML800)", "%ML800", ~0ULL}};
 constexpr Zone kLetters[] = {

@@ -29,7 +29,9 @@ TEST(DeviceMap, AddressesHaveTheirPlace) {
       "%MX0.0=1.0 0 24 BOOL|%mx2.7=1.7 23 24 BOOL|%M9=1.1 9 24 BOOL|%IX0.3=1.3 131075 24 BOOL|"
       "%QX1023.7=1.7 147455 24 BOOL|%MB5=1.- 5 5 BYTE|%MW2=2.- 4 6 WORD|%QD1=4.- 17412 7 DWORD|"
       "%ML2047=8.- 16376 8 LWORD|X3=1.3 131075 24 BOOL|y8=1.0 139272 24 BOOL|M0=1.0 0 24 BOOL|"
-      "D0=2.- 3072 6 WORD|D10.3=1.3 24739 24 BOOL|D10.15=1.15 24751 24 BOOL");
+      "D0=2.- 3072 6 WORD|D10.3=1.3 24739 24 BOOL|D10.15=1.15 24751 24 BOOL|%IW1.15=2.- 16446 6 "
+      "WORD|%mx1.31.7=1.7 511 24 BOOL|%MX1.2.0.5=1.5 4613 24 BOOL|%MB1.15.15.31=1.- 16383 5 "
+      "BYTE|%ML1.0.0.0=8.- 8192 8 LWORD|%MX1.15.15.31.7=1.7 131071 24 BOOL");
   for (std::string row; std::getline(rows, row, '|');) {
     const std::size_t mark = row.find('=');
     EXPECT_EQ(row.substr(mark + 1), describe(row.substr(0, mark))) << row;
@@ -39,7 +41,9 @@ TEST(DeviceMap, AddressesHaveTheirPlace) {
 TEST(DeviceMap, OtherTextsLeaveTheAddressUntouched) {
   KitHost host;
   std::istringstream texts(
-      "% %M %MX %MX0.8 %MX16384.0 %MW8192 %QX1024.0 %ZX0.0 %MW1.2 %MX0.0x %MX-1.0 X X8192 D4096 "
+      "% %M %MX %MX0.8 %MX16384.0 %MW8192 %QX1024.0 %ZX0.0 %MW1.16 %MX1.32.0 %MX1.1.8 %MB1.16.0 "
+      "%MB1.16.0.0 %MB2.0.0.0 %IB32.0 %MB0.0.0.0.0 %MX0.0.0.0.0.0 %MW1. %MX.1 %MW1..2 %MX0.0x "
+      "%MX-1.0 X X8192 D4096 "
       "D0.16 D0. X1.2 MW2 x 5 %MX99999999999999999999.0 M99999999999999999999");
   std::string text;
   do {

@@ -147,9 +147,8 @@ TEST(Statements, AreJudgedInEveryPart) {
        "nope2.x := 1; %MX0.0 := b; %MB99999 := bt; %MW0 := i; %MD3 := d; %MD3 := i; %MX0.0.1 := b; "
        "i.16 := b; r.1 := b; b.0 := b; bt.7 := b; bt.8 := b; pt.1 := b;",
        "1 F0020 nope; 10 F0025 i; 16 F0025 Pt; 23 F0025 Color; 33 F003A F; 41 F0025 P; 85 F0020 "
-       "nope2; 112 F0033 %MB99999; 136 ~C0195 INT, WORD; 147 ~C0195 DINT, DWORD; 158 ~C0195 INT, "
-       "DWORD; 161 F0033 %MX0.0.1; 176 F0038 INT; 187 F0038 REAL; 197 F0038 BOOL; 218 F0038 BYTE; "
-       "229 F0038 Pt"},
+       "nope2; 112 F00D4 %MB99999; 136 ~C0195 INT, WORD; 147 ~C0195 DINT, DWORD; 158 ~C0195 INT, "
+       "DWORD; 176 F0038 INT; 187 F0038 REAL; 197 F0038 BOOL; 218 F0038 BYTE; 229 F0038 Pt"},
       {"i := lo; i := k; k := 1; i := 10000000000; si := 128; si := -129; u := -1; bt := 256; b := "
        "2; b := 1; b := INT#1; r := 1; r := 16777217; lr := 1.0e300; r := 1.0e39; t := 1; i := "
        "T#1s; s := 'toolong'; s := \"x\"; ws := 'x';",
