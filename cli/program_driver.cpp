@@ -55,11 +55,11 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
 // Local names begin with "vel_", which names of the program never do.
 std::string visitStatement(const ProgramVariable& variable, ShapeTables& tables) {
   const std::string& shape = tables.nameOf(*variable.shape);
-  if (variable.memoryBit) {
+  if (!variable.memoryBit.empty()) {
     return fmt::format(
         "  {{\n    u8 vel_bit_ = gbit({0});\n    vel_visit_(&{1}, &vel_bit_);\n"
         "    sbit({0}, vel_bit_);\n  }}\n",
-        *variable.memoryBit, shape);
+        variable.memoryBit, shape);
   }
   const std::string size = variable.shape->hasParts() ? "sizeof(" + variable.shape->cType + ")"
                                                       : std::to_string(variable.byteSize);

@@ -14,11 +14,10 @@ Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw, co
 Place Place::ofLocated(const SymbolNames& names, const VarSymbol& variable) {
   const vel::SymbolDataType* const type = variable.dataType();
   const vel::HeapRawAddr raw = variable.backendAddress();
-  if (isTextType(type)) {
-    return {Kind::Object, fmt::format("VEL_AT({}, {})", characterType(*type), raw.address)};
-  }
-  if (isComposite(type)) {
-    return {Kind::Pointed, fmt::format("VEL_AT({}, {})", typeText(names, type), raw.address)};
+  if (isTextType(type) || isComposite(type)) {
+    std::string pointer = fmt::format("VEL_AT({}, {})", typeText(names, type), raw.address);
+    if (isComposite(type)) return {Kind::Pointed, std::move(pointer)};
+    return {Kind::Object, "(*" + pointer + ")"};
   }
   return ofAddress(variable.iecAddress(), raw, refhost::cType(valueType(type)));
 }

@@ -76,7 +76,7 @@ typedef f64 vel_unit_f64 __attribute__((may_alias, aligned(1)));
 
 /* A pointer to the `type` at byte `offset` of `_m`, which must be aligned for it and hold all of
  * it. */
-#define VEL_AT(type, offset) ((type*)(void*)(_m + (offset)))
+#define VEL_AT(type, offset) ((__typeof__(type)*)(void*)(_m + (offset)))
 
 /* Fills a zone of `_m`. If `bitUnits` is 1, sets the `n` bits from bit `a` on when `v` is not 0
  * and else clears them; if it is 0, sets the `n` bytes from byte `a` on to the low byte of
