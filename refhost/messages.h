@@ -88,6 +88,9 @@ constexpr MessageFormat kNoInstance        {0xF00A4, Severity::Warning, "The PRO
 
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
 constexpr MessageFormat kBounds            {0xF0071, Severity::Error, "'%s' are not the bounds of a range;"};
+constexpr MessageFormat kTooLarge          {0xF0099, Severity::Error, "'%s' has %s bytes, more than the %s that a program may have;"};
+constexpr MessageFormat kTooMuchMemory     {0xF0099, Severity::Error, "The variables up to '%s' have %s bytes, more than the %s that a program may have;"};
+constexpr MessageFormat kTooMuchStack      {0xF009A, Severity::Error, "A call of '%s' takes %s bytes of stack, more than the %s that it may take;"};
 constexpr MessageFormat kSubrange          {0xF0072, Severity::Error, "'%s' is not a range of type '%s';"};
 constexpr MessageFormat kInitialParts      {0xF0073, Severity::Error, "'%s' is not an initial value of type '%s';"};
 constexpr MessageFormat kTooManyValues     {0xF0074, Severity::Error, "More initial values than the %s elements of the array;"};

@@ -93,6 +93,7 @@ void Session::restart() {
   impl_->services.configuration = {};
   impl_->services.memory.releaseState();
   impl_->services.symbols.forget();
+  impl_->services.layouts = {};
   impl_->tree.emplace();
   impl_->sources = {};
 }

@@ -14,11 +14,6 @@ using vel::POUType;
 
 namespace {
 
-// True of variables that are kept between scans in the unit's structure.
-bool isMember(const VarSymbol& variable) {
-  return variable.role != Role::Temp && !variable.isLocated() && !variable.inMemory;
-}
-
 void appendStructure(const SymbolNames& names, const StructType& structure, std::string& out) {
   out += fmt::format("\nVEL_STRUCT {} {{\n", names.of(structure).name);
   for (const auto& member : structure.members()) {
@@ -32,7 +27,7 @@ void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::stri
   out += fmt::format("\nstruct {} {{\n", names.of(unit).name);
   bool empty = true;
   for (const auto& variable : unit.variables()) {
-    if (!isMember(*variable)) continue;
+    if (!variable->isKept()) continue;
     empty = false;
     out += fmt::format("  {};\n", declaration(names, *variable));
   }

@@ -14,11 +14,12 @@ void Analyser::run() {
   parts_.types.declareTypes();
   if (UnitSymbol* const globals = symbols.globals()) declarations.declareVariables(*globals);
   for (std::size_t i = 0; i < own; ++i) declarations.declareVariables(*units[i]);
-  parts_.types.refuseRecursiveTypes();
+  parts_.sizes.checkTypes();
   parts_.types.analyseTypeInitials();
   if (UnitSymbol* const globals = symbols.globals()) analyseUnit(*globals);
   parts_.configurations.analyseConfigurations();
   for (std::size_t i = 0; i < units.size(); ++i) analyseUnit(*units[i]);
+  parts_.sizes.checkUnits();
 }
 
 void Analyser::analyseUnit(UnitSymbol& unit) {

@@ -376,6 +376,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     say(*call.leaf(1), message::kNotAValue, TreeBuilder::source(*call.leaf(1)));
     return;
   }
+  parts_.sizes.countCall(callee);
   ASTNode* const list = parameterList(call);
   for (const Binding& binding : bindArguments(call, callee)) {
     const Type* const wanted =

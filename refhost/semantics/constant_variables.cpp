@@ -6,8 +6,8 @@
 
 #include "hostkit/operator_traits.h"
 #include "refhost/semantics/constants.h"
-#include "refhost/semantics/dependency_order.h"
 #include "refhost/semantics/parts.h"
+#include "refhost/services/dependency_order.h"
 
 namespace refhost {
 

@@ -9,6 +9,13 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
+namespace {
+
+// No array has so many elements; the sum of two such numbers is a LINT.
+constexpr std::int64_t kMost = std::int64_t{1} << 61;
+
+}  // namespace
+
 void Initials::analyseInitial(const Type* to, ASTNode& parent, int index) {
   auto& given = static_cast<Expr&>(*parent.leaf(index));
   if (given.kind == ExprKind::ArrayValue || given.kind == ExprKind::Repeat) {
@@ -66,7 +73,7 @@ void Initials::analyseArrayValue(const Type* to, Expr& value) {
 }
 
 // Analyses the leaves of `list` from `first` on and returns the number of elements that they
-// initialise; kMaxCount + 1 for every larger number.
+// initialise; kMost for every larger number.
 std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int first) {
   std::int64_t count = 0;
   for (int i = first; i < list.leavesCount(); ++i) {
@@ -80,7 +87,7 @@ std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int fir
       analyseInitial(array.element, list, i);
       ++count;
     }
-    if (count > ArrayType::kMaxCount) return ArrayType::kMaxCount + 1;
+    if (count >= kMost) return kMost;
   }
   return count;
 }
@@ -95,7 +102,7 @@ std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
     return 0;
   }
   const Integer count = *times * each;
-  return static_cast<std::int64_t>(std::min<Integer>(count, ArrayType::kMaxCount + 1));
+  return static_cast<std::int64_t>(std::min<Integer>(count, kMost));
 }
 
 // `N(0)` is parsed as a call. If N is a constant, it becomes a repetition.

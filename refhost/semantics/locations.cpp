@@ -40,12 +40,13 @@ void Locations::check(const ASTNode& node, const vel::HeapAddress& address, cons
   const bool isBool = value == BasicDataType::Bool;
   if (isBool && address.isBitMode()) return;
   const bool isExtended = isComposite(&type) || isText(value);
-  const auto layout = layouts_.of(&type);
-  const bool fits = !isBool && !address.isBitMode() && layout && value != BasicDataType::Pointer &&
+  const auto layout = services_.layouts.of(&type);
+  const bool fits = !isBool && !address.isBitMode() && layout && !layout->holdsInstance &&
+                    value != BasicDataType::Pointer &&
                     (isExtended || layout->size == address.unitSize);
   if (!fits) {
     say(node, message::kAddressSize, TreeBuilder::source(node), displayName(&type));
-  } else if (isExtended) {
+  } else if (isExtended && layout->size <= Layout::kMostBytes) {
     checkExtent(node, address, type, *layout);
   }
 }

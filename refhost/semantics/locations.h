@@ -20,8 +20,6 @@ class Locations : public Part {
   void check(const ASTNode& node, const vel::HeapAddress& address, const Type& type);
   void checkExtent(const ASTNode& node, const vel::HeapAddress& address, const Type& type,
                    const Layout& layout);
-
-  Layouts layouts_;
 };
 
 }  // namespace refhost

@@ -11,6 +11,7 @@
 #include "refhost/semantics/initials.h"
 #include "refhost/semantics/locations.h"
 #include "refhost/semantics/names.h"
+#include "refhost/semantics/sizes.h"
 #include "refhost/semantics/standard_calls.h"
 #include "refhost/semantics/statements.h"
 #include "refhost/semantics/types.h"
@@ -30,7 +31,8 @@ struct Parts {
         standardCalls(context, *this),
         assignments(context, *this),
         statements(context, *this),
-        configurations(context, *this) {}
+        configurations(context, *this),
+        sizes(context, *this) {}
 
   Names names;
   Types types;
@@ -44,6 +46,7 @@ struct Parts {
   Assignments assignments;
   Statements statements;
   Configurations configurations;
+  Sizes sizes;
 };
 
 }  // namespace refhost

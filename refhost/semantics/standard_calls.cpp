@@ -139,7 +139,10 @@ vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
   }
   if (!known || hasErrorFrom(first)) return nullptr;
   if (function.kind == Kind::Count) return services_.symbols.elementary(BasicDataType::Int);
-  return services_.symbols.stringType(kind, std::clamp(length, 1, StringType::kMaxLength));
+  Type* const result =
+      services_.symbols.stringType(kind, std::clamp(length, 1, StringType::kMaxLength));
+  parts_.sizes.countTemporary(result);
+  return result;
 }
 
 }  // namespace refhost

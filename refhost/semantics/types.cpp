@@ -2,8 +2,8 @@
 
 #include "hostkit/literal.h"
 #include "refhost/semantics/constants.h"
-#include "refhost/semantics/dependency_order.h"
 #include "refhost/semantics/parts.h"
+#include "refhost/services/dependency_order.h"
 #include "refhost/syntax/unsupported.h"
 
 namespace refhost {
@@ -60,7 +60,8 @@ void Types::declareTypes() {
   }
   for (DeclaredType* const type : declared) {
     if (!isSpecOf(*type->node, ASTType::StructTypeSpec)) continue;
-    type->resolved = {services_.symbols.addType(std::make_unique<StructType>(nameOf(*type->node))),
+    type->resolved = {services_.symbols.addType(
+                          std::make_unique<StructType>(nameOf(*type->node), *type->node->leaf(0))),
                       static_cast<Expr*>(type->node->leaf(kDeclaredInitial))};
     type->progress = Progress::Done;
   }
@@ -136,7 +137,7 @@ ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
       break;
     case ASTType::StructTypeSpec: {
       auto* const structure =
-          services_.symbols.addType(std::make_unique<StructType>(anonymousName("STRUCT")));
+          services_.symbols.addType(std::make_unique<StructType>(anonymousName("STRUCT"), spec));
       declareMembers(*structure, spec);
       spec.dataType = structure;
       break;
@@ -249,7 +250,6 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
 vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {
   const ResolvedType element = resolve(*spec.leaf(0));
   std::vector<Bounds> bounds;
-  Integer count = 1;
   for (int i = 1; i < spec.leavesCount(); ++i) {
     const auto range = resolveRange(*spec.leaf(i));
     if (!range) return nullptr;
@@ -257,15 +257,12 @@ vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {
       say(*spec.leaf(i), message::kSubrange, TreeBuilder::source(*spec.leaf(i)), "LINT");
       return nullptr;
     }
-    count *= range->count();
-    if (count > ArrayType::kMaxCount) {
-      say(*spec.leaf(i), message::kBounds, TreeBuilder::source(*spec.leaf(i)));
-      return nullptr;
-    }
     bounds.push_back(*range);
   }
   if (element.type == nullptr) return nullptr;
-  return services_.symbols.arrayType(element.type, element.initial, bounds);
+  ArrayType* const type = services_.symbols.arrayType(element.type, element.initial, bounds);
+  if (type->declared == nullptr) type->declared = &spec;
+  return type;
 }
 
 void Types::declareMembers(StructType& structure, ASTNode& spec) {
@@ -303,35 +300,6 @@ void Types::analyseTypeInitials() {
     context_.unit = member.unit;
     parts_.initials.analyseDeclared(member.type, *member.declaration);
   }
-}
-
-// Searches the element and member types depth first; a type that is on the path already contains
-// itself.
-void Types::refuseRecursiveTypes() {
-  enum class Mark : std::uint8_t { Unseen, OnPath, Done };
-  std::unordered_map<const Type*, Mark> marks;
-  const auto visit = [&](const auto& self, const Type* type) -> void {
-    while (const auto* const array = dynamic_cast<const ArrayType*>(type)) type = array->element;
-    if (!isComposite(type) || marks[type] == Mark::Done) return;
-    const auto* const instance = dynamic_cast<const InstanceType*>(type);
-    if (marks[type] == Mark::OnPath) {
-      const auto declared = declaredTypes_.find(type->name());
-      if (instance != nullptr) {
-        say(*instance->unit->node->leaf(Unit::kName), message::kContainsItself, type->name());
-      } else if (declared != declaredTypes_.end()) {
-        say(*declared->second.node->leaf(0), message::kTypeContainsItself, type->name());
-      }
-      return;
-    }
-    marks[type] = Mark::OnPath;
-    for (const auto& part : instance != nullptr ? instance->unit->variables()
-                                                : static_cast<const StructType*>(type)->members()) {
-      if (!part->indirect) self(self, part->dataType());
-    }
-    marks[type] = Mark::Done;
-  };
-  for (const auto& [name, declared] : declaredTypes_) visit(visit, declared.resolved.type);
-  for (UnitSymbol* const unit : services_.symbols.units()) visit(visit, unit->fbType());
 }
 
 }  // namespace refhost

@@ -27,7 +27,6 @@ class Types : public Part {
   ResolvedType resolveVariable(ASTNode& node);
   // The initial values of types and members; to be called once all types are declared.
   void analyseTypeInitials();
-  void refuseRecursiveTypes();
 
  private:
   struct DeclaredType {

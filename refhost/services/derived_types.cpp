@@ -1,5 +1,8 @@
 #include "refhost/services/derived_types.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace refhost {
 namespace {
 
@@ -82,12 +85,16 @@ ArrayType::ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimen
       elementInitial(initialOfElements) {}
 
 std::int64_t ArrayType::count() const {
+  constexpr Integer kHighest = std::numeric_limits<std::int64_t>::max();
   Integer product = 1;
-  for (const Bounds& dimension : bounds) product *= dimension.count();
+  for (const Bounds& dimension : bounds) {
+    product = std::min(product * std::min(dimension.count(), kHighest), kHighest);
+  }
   return static_cast<std::int64_t>(product);
 }
 
-StructType::StructType(const std::string& name) : SymbolDataType(name, BasicDataType::Structure) {}
+StructType::StructType(const std::string& name, const ASTNode& node)
+    : SymbolDataType(name, BasicDataType::Structure), declared(node) {}
 
 bool StructType::addMember(std::unique_ptr<VarSymbol> member) {
   if (!byName_.emplace(member->name(), member.get()).second) return false;

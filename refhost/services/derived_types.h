@@ -33,14 +33,13 @@ struct Bounds {
 
 class ArrayType final : public vel::SymbolDataType {
  public:
-  // The highest number of elements, all dimensions together.
-  static constexpr std::int64_t kMaxCount = std::int64_t{1} << 31;
-
   ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimensions,
             Expr* initialOfElements);
 
+  // The number of elements, all dimensions together; the highest LINT for all higher ones.
   std::int64_t count() const;
 
+  const ASTNode* declared = nullptr;  // the first specification of such an array
   vel::SymbolDataType* const element;
   const std::vector<Bounds> bounds;  // one for each dimension
   Expr* const elementInitial;        // declared with the element type; null for none
@@ -48,13 +47,16 @@ class ArrayType final : public vel::SymbolDataType {
 
 class StructType final : public vel::SymbolDataType {
  public:
-  explicit StructType(const std::string& name);
+  // `node` is its name, or its specification if it has none.
+  StructType(const std::string& name, const ASTNode& node);
 
   // False when the name is taken.
   bool addMember(std::unique_ptr<VarSymbol> member);
   VarSymbol* member(std::string_view name) const;
   // In order of declaration.
   const std::vector<std::unique_ptr<VarSymbol>>& members() const { return members_; }
+
+  const ASTNode& declared;
 
  private:
   std::vector<std::unique_ptr<VarSymbol>> members_;

@@ -7,6 +7,7 @@
 #include "hostkit/services.h"
 #include "refhost/services/call_graph.h"
 #include "refhost/services/configuration.h"
+#include "refhost/services/layout.h"
 #include "refhost/services/symbol_table.h"
 
 namespace refhost {
@@ -41,6 +42,7 @@ class Services final : public hostkit::Answers, public hostkit::Services {
   DeviceMap memory;
   CallGraph calls;
   Configuration configuration;
+  Layouts layouts;
 };
 
 }  // namespace refhost

@@ -69,6 +69,8 @@ class VarSymbol final : public vel::SymbolVar {
   }
   // Makes it a REFERENCE TO its type.
   void refer() { indirect = reference = true; }
+  // True of a variable in the structure of its unit, where it is kept between calls.
+  bool isKept() const { return role != Role::Temp && !isLocated() && !inMemory; }
   bool isBitParameter() const { return varKind() == kBitParameter; }
   bool isParameter() const {
     return role == Role::Input || role == Role::InOut || role == Role::Output;
