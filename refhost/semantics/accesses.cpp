@@ -13,7 +13,8 @@ std::optional<Integer> Expressions::requireConstant(ASTNode& parent, int index) 
   const std::size_t first = messages_.count();
   const Expr& value = analyseLeaf(parent, index);
   const auto constant = constantInteger(value);
-  if (!constant && value.dataType != nullptr && !hasErrorFrom(first)) {
+  if (!constant && value.dataType != nullptr && !hasErrorFrom(first) &&
+      !context_.mayMiss(context_.unit)) {
     say(value, message::kNotConstant, TreeBuilder::source(value));
   }
   return constant;
@@ -38,7 +39,7 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   if (name[0] == '%') {
     parts_.locations.sayInvalid(expr);
   } else if (parts_.names.isAmbiguous(expr)) {
-    say(expr, message::kAmbiguousValue, name, name);
+    if (!context_.mayMiss(context_.unit)) say(expr, message::kAmbiguousValue, name, name);
   } else {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
@@ -81,7 +82,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
       (member->role == Role::Member || (member->isParameter() && member->role != Role::InOut));
   if (!visible) {
     const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
-    if (instance != nullptr && instance->unit->node->incomplete) return nullptr;
+    if (context_.mayMiss(instance != nullptr ? instance->unit : context_.unit)) return nullptr;
     say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
     return nullptr;
   }

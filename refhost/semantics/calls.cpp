@@ -84,6 +84,8 @@ const Callee& Calls::calleeNamed(const char* name) {
 
 void Calls::requireValue(const Call& call, const Type* type) {
   const bool value = call.op() != nullptr ? call.traits()->givesValue() : type != nullptr;
+  const UnitSymbol* const function = call.function();
+  if (function != nullptr && context_.mayMiss(function)) return;
   if (call.accepted && !value) {
     say(call, message::kNoResult, TreeBuilder::source(*call.leaf(0)));
   }
@@ -393,6 +395,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   };
   const auto tooMuch = std::find_if(bindings.begin(), bindings.end(), isTooMuch);
   if (tooMuch != bindings.end()) {
+    if (context_.mayMiss(&callee)) return;
     say(*tooMuch->node, message::kTooManyArguments, callee.name());
     return;
   }
@@ -405,7 +408,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     }
     named = binding.named != nullptr;
     if (binding.parameter == nullptr) {
-      if (callee.node->incomplete) continue;
+      if (context_.mayMiss(&callee)) continue;
       say(*binding.node, message::kUnknownParameter, callee.name(),
           TreeBuilder::source(*binding.node->leaf(0)));
       continue;
@@ -425,7 +428,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   for (const auto& variable : callee.variables()) {
     const bool missing = variable->role == Role::InOut &&
                          std::find(given.begin(), given.end(), variable.get()) == given.end();
-    if (!missing) continue;
+    if (!missing || context_.mayMiss(&callee)) continue;
     Remarks& said = say(call, message::kInOutMissing, variable->name(), callee.name());
     if (!callee.standard) said.note(rangeOf(*variable->declared), "the parameter is declared here");
   }

@@ -77,7 +77,7 @@ const Task* Configurations::taskOf(const ConfigurationItem& instance) {
     const Task* const task = services_.configuration.task(resource, wanted);
     if (task != nullptr) return task;
   }
-  say(*name, message::kUnknownTask, wanted);
+  if (!tree_.incomplete) say(*name, message::kUnknownTask, wanted);
   return nullptr;
 }
 
@@ -100,7 +100,9 @@ void Configurations::declareInstance(const ConfigurationItem& node) {
   const std::string_view type = TreeBuilder::source(*instance.connections->leaf(0));
   instance.program = services_.symbols.unit(type);
   if (instance.program == nullptr || instance.program->type() != vel::POUType::Program) {
-    say(*instance.connections, message::kNotAProgram, type);
+    if (instance.program != nullptr || !tree_.incomplete) {
+      say(*instance.connections, message::kNotAProgram, type);
+    }
     return;
   }
   instance.node = &node;
@@ -118,12 +120,14 @@ void Configurations::setProperty(Task& task, BasicDataType type, const Expr& val
     task.single = const_cast<Expr*>(&value);
   } else if (type == BasicDataType::Time) {
     task.interval = constantTime(value).value_or(-1);
-    if (task.interval < 0) say(value, message::kTaskInterval, TreeBuilder::source(value));
+    if (task.interval < 0 && value.dataType != nullptr)
+      say(value, message::kTaskInterval, TreeBuilder::source(value));
   } else {
     const Integer priority = constantInteger(value).value_or(-1);
-    const bool known = fits(priority, BasicDataType::UInt);
-    if (!known) say(value, message::kTaskPriority, TreeBuilder::source(value));
-    task.priority = known ? static_cast<std::int64_t>(priority) : 0;
+    const bool fitting = fits(priority, BasicDataType::UInt);
+    const bool known = value.dataType != nullptr && !tree_.incomplete;
+    if (!fitting && known) say(value, message::kTaskPriority, TreeBuilder::source(value));
+    task.priority = fitting ? static_cast<std::int64_t>(priority) : 0;
   }
 }
 

@@ -88,6 +88,7 @@ void Declarations::constantsAhead(UnitSymbol& unit) {
       const char* const name = static_cast<const Text&>(*declaration.leaf(n)).text();
       auto constant = std::make_unique<VarSymbol>(name, type, roleOf(block.section), &unit);
       constant->constant = true;
+      constant->refused = declaration.valueMissing;
       constant->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
       parts_.names.addAhead(std::move(constant));
     }
@@ -150,6 +151,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
   variable->typeInitial = resolved.initial;
   variable->constant = block.constant;
+  variable->refused = variable->refused || declaration.valueMissing;
   variable->retention = block.retention;
   if (refers) makeReference(*variable, declaration);
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
@@ -164,7 +166,8 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   VarSymbol* const declared = unit.addVariable(std::move(variable));
   if (declared == nullptr) {
     VarSymbol& first = *unit.variable(name.text());
-    sayRedeclared(name, name.text(), first.declared);
+    // One of the two may be a part of a broken declaration.
+    if (!context_.mayMiss(&unit)) sayRedeclared(name, name.text(), first.declared);
     first.doubtful = first.dataType() != type;
   } else if (declaration.edge != Edge::None) {
     detectEdges(*declared, declaration);
@@ -202,7 +205,7 @@ void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const T
                                  const Type* type) {
   const VarSymbol* const global = services_.symbols.global(name.text());
   if (global == nullptr) {
-    say(name, message::kNoGlobal, name.text());
+    if (!context_.mayMiss(&unit)) say(name, message::kNoGlobal, name.text());
     unit.addVariable(
         std::make_unique<VarSymbol>(name.text(), const_cast<Type*>(type), Role::Local, &unit));
   } else if (type != nullptr && global->dataType() != nullptr &&

@@ -26,9 +26,13 @@ struct Context {
     unknown.clear();
   }
 
-  // True of a name that a part of the program may declare which is not supported.
+  // True of a name that may be declared by a part of the program which could not be parsed.
   bool isExcused(std::string_view name) const {
-    return (unit != nullptr && unit->node->incomplete) || tree.refused.count(name) != 0;
+    return mayMiss(unit) || tree.refused.count(name) != 0;
+  }
+  // True of a unit that may have declarations which could not be parsed. Null for none.
+  bool mayMiss(const UnitSymbol* owner) const {
+    return tree.incomplete || (owner != nullptr && owner->node->incomplete);
   }
 
   Services& services;

@@ -244,7 +244,7 @@ vel::SymbolDataType* Types::resolveEnumeration(TypeSpec& spec, const std::string
       context_.unit->namedValues[value->name()] = nullptr;
     }
   }
-  return type;
+  return valid ? type : nullptr;
 }
 
 vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {

@@ -96,6 +96,10 @@ bool isOf(int token, TokenRole role, Kind kind) {
 
 }  // namespace
 
+bool Construct::isProgramUnit() const {
+  return opener == Token::PROGRAM || opener == Token::FUNCTION || opener == Token::FUNCTION_BLOCK;
+}
+
 bool Construct::holdsDeclarations() const {
   return kind == Kind::Variables || kind == Kind::Members || opener == Token::TYPE;
 }

@@ -111,7 +111,7 @@ mistake: error  { tokens.resumeInPlace(); };
 // After an error in a block the parser resumes at the next ';', which the token stream inserts if a
 // block begins or ends first.
 mistake_end:
-  ';'          { yyerrok; }
+  ';'          { yyerrok; tokens.endMistake(); }
 | MISTAKE_END
 ;
 
@@ -207,7 +207,7 @@ broken_decl:
 | names address ':' IDENTIFIER error mistake_end
     { $$ = make.varDecl({@1.begin, @4.end}, $1, $2, make.namedType(@4), kNone); }
 | names address ':' type_spec ASSIGN error mistake_end
-    { $$ = make.varDecl({@1.begin, @4.end}, $1, $2, $4, kNone); }
+    { $$ = make.withoutValue(make.varDecl({@1.begin, @4.end}, $1, $2, $4, kNone)); }
 ;
 
 var_decl:

@@ -17,6 +17,7 @@ struct OpenBlock {
   std::uint32_t begin;    // of the opener, or of the ELSIF behind it
   bool inHeader;          // the token that ends the header has not been read
   bool hasUntil = false;  // of a REPEAT
+  bool doubtful = false;  // there is an error in its header
 };
 
 class OpenBlocks {
@@ -41,6 +42,7 @@ class OpenBlocks {
   }
   bool isIn(Construct::Kind kind) const { return any() && top().construct->kind == kind; }
   bool inDeclarations() const { return any() && top().construct->holdsDeclarations(); }
+  bool inProgramUnit() const { return any() && blocks_.front().construct->isProgramUnit(); }
   bool isUnit(const Construct* construct) const {
     return any() && blocks_.front().construct == construct;
   }

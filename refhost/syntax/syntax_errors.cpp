@@ -44,6 +44,7 @@ SyntaxErrors::SyntaxErrors(std::string_view text, std::uint32_t file, Diagnostic
 
 Remarks* SyntaxErrors::add(Span at, const MessageFormat& format, std::string_view argument) {
   if (exhausted()) return nullptr;
+  reportedInUnit_ = reportedInUnit_ || format.severity == Severity::Error;
   Remarks& remarks = messages_.report(rangeOf(at), format, {printable(argument)});
   if (++count_ < kMaxErrors) return &remarks;
   messages_.report(rangeOf({at.begin, at.begin}), message::kTooManyErrors, {});
@@ -81,6 +82,11 @@ void SyntaxErrors::tooDeep(Span at) {
   if (tooDeepSaid_) return;
   tooDeepSaid_ = true;
   add(at, message::kNestingTooDeep, std::to_string(kMaxNesting));
+}
+
+void SyntaxErrors::muteDeclaration(std::uint32_t offset) {
+  const std::size_t end = text_.find_first_of(";\r\n", offset);
+  muteUntil(static_cast<std::uint32_t>(std::min(end, text_.size() - 1)) + 1);
 }
 
 void SyntaxErrors::muteUntil(std::uint32_t offset) { nextOffset_ = std::max(nextOffset_, offset); }

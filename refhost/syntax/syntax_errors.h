@@ -37,16 +37,23 @@ class SyntaxErrors {
   void beginUnit() {
     tooDeepSaid_ = false;
     incomplete_ = false;
+    reportedInUnit_ = false;
   }
+  bool reportedInUnit() const { return reportedInUnit_; }
 
-  // A part of the unit, or the whole unit `name`, is not supported.
+  // A part of the unit, or the whole unit `name`, is not supported or could not be parsed.
   void refusePart() { incomplete_ = true; }
   void refuseUnit(std::string_view name) { refused_.push_back(name); }
+  // Declarations outside of units could not be parsed, or those of a whole unit.
+  void refuseDeclarations() { declarationsMissing_ = true; }
+  bool declarationsMissing() const { return declarationsMissing_; }
   bool isIncomplete() const { return incomplete_; }
   const std::vector<std::string_view>& refusedUnits() const { return refused_; }
 
   // From now on no syntax error before `offset` is reported.
   void muteUntil(std::uint32_t offset);
+  // The same up to the ';' at or behind `offset`, but not beyond its line.
+  void muteDeclaration(std::uint32_t offset);
   // From now on no syntax error is reported.
   void mute() { muteUntil(std::numeric_limits<std::uint32_t>::max()); }
   bool reportedSince(std::uint32_t offset) const { return nextOffset_ > offset; }
@@ -63,6 +70,8 @@ class SyntaxErrors {
   int count_ = 0;
   bool tooDeepSaid_ = false;
   bool incomplete_ = false;
+  bool reportedInUnit_ = false;
+  bool declarationsMissing_ = false;
   std::vector<std::string_view> refused_;
 };
 

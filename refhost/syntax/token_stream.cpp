@@ -7,6 +7,7 @@
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
+#include "refhost/syntax/expected_tokens.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
 
@@ -28,6 +29,11 @@ constexpr Word kConfigurationWords[] = {{"RESOURCE", Kind::RESOURCE},
                                         {"WITH", Kind::WITH}};
 constexpr Word kQualifierWords[] = {{"PERSISTENT", Kind::PERSISTENT}};
 constexpr Word kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
+
+// True of a token behind the name with which a statement begins.
+bool continuesStatement(int kind) {
+  return kind == Kind::ASSIGN || kind == '(' || kind == '[' || kind == '.' || kind == '^';
+}
 
 template <std::size_t N>
 int kindOf(std::string_view text, const Word (&words)[N]) {
@@ -55,6 +61,7 @@ int TokenStream::next(Span& span) {
   Token token = std::exchange(holding_, false) ? held_ : queue_.take();
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
+  if (std::exchange(endedMistake_, false)) muteRest(token);
   if (token.kind == Kind::IDENTIFIER) {
     takeWord(token);
   } else if (token.kind >= Kind::IF && token.kind <= Kind::RETURN) {
@@ -138,12 +145,12 @@ bool TokenStream::inConfiguration() const {
   return blocks_.isUnit(constructOf(Kind::CONFIGURATION));
 }
 
-// In a configuration PROGRAM begins a program instance; elsewhere it begins a unit.
+// In a configuration PROGRAM begins a program instance, unless declarations or statements follow.
 bool TokenStream::beginsInstance() {
   if (queue_.ahead().kind != Kind::IDENTIFIER) return true;
-  const Token& next = queue_.ahead(2);
-  return next.kind == ':' || (next.kind == Kind::IDENTIFIER &&
-                              kindOf(queue_.textOf(next), kConfigurationWords) == Kind::WITH);
+  const int next = queue_.ahead(2).kind;
+  if (next != Kind::IDENTIFIER) return next == ';' || !isStructural(next);
+  return !continuesStatement(queue_.ahead(3).kind);
 }
 
 int TokenStream::missingBefore(const Token& token) {
@@ -215,12 +222,13 @@ int TokenStream::missingBeforeName(const Token& token) {
   const int next = queue_.ahead().kind;
   if (!afterDeclaration) {
     if (next != ':' || brackets_ > 0) return 0;
-    errors_.unexpected(token.span, "';'");
+    errors_.refusePart();
+    const bool known = recovery_ != Recovery::None || std::exchange(amidst_, false);
+    if (!known) errors_.unexpected(token.span, "';'");
+    errors_.muteDeclaration(token.span.end);
     return ';';
   }
-  const bool statement =
-      next == Kind::ASSIGN || next == '(' || next == '[' || next == '.' || next == '^';
-  return statement ? closeTop(token) : 0;
+  return continuesStatement(next) ? closeTop(token) : 0;
 }
 
 // A ':' is missing between the name of a FUNCTION and its type, unless a statement begins here.
@@ -241,6 +249,7 @@ int TokenStream::missingHeaderEnd(const Token& token) {
     errors_.unexpected(token.span, top.construct->headerEndName);
   }
   top.inHeader = false;
+  top.doubtful = true;
   brackets_ = 0;
   return top.construct->headerEnd;
 }
@@ -260,8 +269,10 @@ int TokenStream::closeTop(const Token& token) {
   if (const int missing = missingBeforeEnd(token); missing != 0) return missing;
   const Construct& construct = *blocks_.top().construct;
   resumes_ = true;
-  if (Remarks* const said = errors_.unexpected(token.span, construct.closerName)) {
-    noteOpener(*said);
+  if (construct.kind != Construct::Kind::Statement) noteBroken();
+  if (!blocks_.top().doubtful) {
+    Remarks* const said = errors_.unexpected(token.span, construct.closerName);
+    if (said != nullptr) noteOpener(*said);
   }
   blocks_.close();
   return construct.closer;
@@ -314,11 +325,13 @@ int TokenStream::accept(const Token& token) {
     case TokenRole::Semicolon:
       brackets_ = 0;
       inHeader_ = false;
+      inInitial_ = false;
       break;
     case TokenRole::Prefix:
       if (++prefixes_ > kMaxNesting) return skipTooDeep(token, false);
       break;
     default:
+      inInitial_ = inInitial_ || token.kind == Kind::ASSIGN;
       break;
   }
   return token.kind;
@@ -326,9 +339,13 @@ int TokenStream::accept(const Token& token) {
 
 int TokenStream::openBlock(const Token& token) {
   brackets_ = 0;
+  inInitial_ = false;
   inHeader_ = token.kind == Kind::FUNCTION;
   if (opensUnit(token.kind)) {
     errors_.beginUnit();
+    betweenUnits_ = false;
+    lostOpener_ = false;
+    if (constructOf(token.kind)->isProgramUnit()) ++units_;
   } else if (!blocks_.any() && token.kind != Kind::VAR_GLOBAL) {
     return token.kind;
   }
@@ -336,6 +353,7 @@ int TokenStream::openBlock(const Token& token) {
   const Construct& construct = *constructOf(token.kind);
   resumes_ = construct.kind == Construct::Kind::Statement && !inConfiguration();
   blocks_.open(construct, token.span);
+  blocks_.top().doubtful = errors_.reportedSince(token.span.begin);
   return token.kind;
 }
 
@@ -350,14 +368,67 @@ int TokenStream::closeBlock(const Token& token) {
 
 void TokenStream::endHeader(int token) {
   brackets_ = 0;
-  if (blocks_.any() && blocks_.top().construct->headerEnd == token) blocks_.top().inHeader = false;
+  const bool expected = blocks_.any() && blocks_.top().construct->headerEnd == token;
+  if (!expected || !std::exchange(blocks_.top().inHeader, false)) {
+    lostOpener_ = lostOpener_ || recovery_ != Recovery::None;
+  }
+}
+
+// What cannot begin a statement or a declaration behind a mistake is part of it.
+void TokenStream::muteRest(const Token& token) {
+  // A ';' at which an error is reported stands in the midst of a declaration.
+  amidst_ = blocks_.inDeclarations() && errors_.reportedSince(last_.span.begin);
+  if (isStructural(token.kind)) return;
+  const int next = token.kind == Kind::IDENTIFIER ? queue_.ahead().kind : 0;
+  if (next == ':' || next == ',' || continuesStatement(next)) return;
+  errors_.muteUntil(token.span.begin + 1);
+  if (amidst_) errors_.muteDeclaration(token.span.end);
+}
+
+// An error in a declaration leaves open which names there are, but not one in an initial value.
+void TokenStream::noteBroken() {
+  if (inInitial_ && blocks_.inDeclarations()) return;
+  if (!blocks_.inProgramUnit()) {
+    errors_.refuseDeclarations();
+  } else if (blocks_.inDeclarations() || inHeader_ || last_.kind == ':' || dividesDeclarations()) {
+    errors_.refusePart();
+  }
+}
+
+// True of a token that begins or ends a block of declarations.
+bool TokenStream::dividesDeclarations() const {
+  if (opensVariables(last_.kind)) return true;
+  return roleOf(last_.kind) == TokenRole::Closer && !closesUnit(last_.kind) &&
+         constructOf(last_.kind)->kind != Construct::Kind::Statement;
+}
+
+// True of an error that is due to another one, which has hidden the beginning of a block or of a
+// declaration.
+bool TokenStream::isConsequence(const ExpectedTokens& expected) {
+  // The token closes the innermost block, at the end of which something else is missing.
+  const bool unfinished = expected.has("';'") && !expected.has("identifier");
+  if (resumes_ && (closesUnit(last_.kind) || unfinished)) return false;
+  const TokenRole role = roleOf(last_.kind);
+  if (!blocks_.any()) {
+    const bool closes = role == TokenRole::Closer && errors_.reportedInUnit();
+    return std::exchange(betweenUnits_, true) || closes;
+  }
+  if (dividesDeclarations()) return errors_.isIncomplete() || errors_.declarationsMissing();
+  const bool branches = role == TokenRole::Elsif || role == TokenRole::Else ||
+                        role == TokenRole::Until || role == TokenRole::HeaderEnd;
+  if (!branches && (role != TokenRole::Closer || closesUnit(last_.kind))) return false;
+  return std::exchange(lostOpener_, branches);
 }
 
 bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
+  const bool consequence = isConsequence(expected);
+  // A declaration in the midst of statements, behind one that could not be parsed.
+  const bool declares = last_.kind == ':' && errors_.isIncomplete();
+  noteBroken();
   recovery_ = last_.kind == ';' ? Recovery::None : Recovery::Certain;
   discards_ = std::exchange(resumes_, false);
   if (inHeader_ && (!isStructural(last_.kind) || last_.kind == Kind::OF)) skipResultType();
-  return unsupported_.refuse(found, expected);
+  return consequence || unsupported_.refuse(found, expected) || declares;
 }
 
 // Skips an invalid type of a FUNCTION, which could otherwise be parsed as statements.

@@ -29,9 +29,14 @@ class TokenStream {
 
   int next(Span& span);
 
+  // Program units that have begun.
+  int units() const { return units_; }
+
   // To be called at a syntax error at `found`, the token delivered last. Prepares the recovery. If
   // the token is part of a construct that is not supported, reports that and returns true.
   bool refuses(Span found, const ExpectedTokens& expected);
+  // To be called when the parser has found the ';' that ends a mistake.
+  void endMistake() { endedMistake_ = true; }
   // To be called when the parser resumes at the token delivered last without looking for a ';'.
   void resumeInPlace();
 
@@ -44,6 +49,10 @@ class TokenStream {
 
   int deliver(const Token& token, Span& span);
   int mistakeEnd();
+  void noteBroken();
+  bool isConsequence(const ExpectedTokens& expected);
+  bool dividesDeclarations() const;
+  void muteRest(const Token& token);
 
   // Determines the kind of a word from its context.
   void takeWord(Token& token);
@@ -83,14 +92,20 @@ class TokenStream {
   Token last_;               // delivered last
   std::deque<Token> again_;  // to be delivered a second time
   Recovery recovery_ = Recovery::None;
-  int quiet_ = 0;          // tokens before the parser reports errors again
-  bool discards_ = false;  // the parser discards last_ while it looks for a ';'
-  Token held_;             // the token before which others are inserted
-  bool holding_ = false;   // held_ has not been delivered
-  bool inHeader_ = false;  // of a FUNCTION, up to its first block or ';'
-  bool resumes_ = false;   // last_ begins or ends a block, so the parser can resume there
-  int brackets_ = 0;       // open in the current statement
-  int prefixes_ = 0;       // signs and NOTs in a row
+  int quiet_ = 0;              // tokens before the parser reports errors again
+  bool discards_ = false;      // the parser discards last_ while it looks for a ';'
+  Token held_;                 // the token before which others are inserted
+  bool holding_ = false;       // held_ has not been delivered
+  bool inHeader_ = false;      // of a FUNCTION, up to its first block or ';'
+  bool amidst_ = false;        // it stands in the midst of a declaration
+  bool endedMistake_ = false;  // by the ';' delivered last
+  bool lostOpener_ = false;    // an error has probably hidden the opener of a statement
+  bool inInitial_ = false;     // behind the ':=' of a declaration
+  bool betweenUnits_ = false;  // an error between units has been reported
+  int units_ = 0;              // program units that have begun
+  bool resumes_ = false;       // last_ begins or ends a block, so the parser can resume there
+  int brackets_ = 0;           // open in the current statement
+  int prefixes_ = 0;           // signs and NOTs in a row
 };
 
 }  // namespace refhost

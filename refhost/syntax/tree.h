@@ -224,6 +224,7 @@ class VarDecl final : public ::VarDeclaration {
 
   VarDecl() : VarDeclaration(astType(NodeKind::VarDecl)) {}
 
+  bool valueMissing = false;  // its initial value could not be parsed
   bool bitParameter = false;  // preceded by the pragma {bitparam}
   Edge edge = Edge::None;
   bool binds = false;  // the initial value follows REF=
@@ -304,6 +305,7 @@ class Tree {
   std::vector<ConfigurationItem*> instances;  // of PROGRAMs, in configurations
   // Names of declarations that are not supported.
   FoldedMap<bool> refused;
+  bool incomplete = false;  // declarations are missing because of syntax errors
 
  private:
   std::pmr::monotonic_buffer_resource arena_;

@@ -191,6 +191,7 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
     } else {
       const bool isRange = error == LiteralError::OutOfRange;
       errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
+      if (!isRange) errors_.muteDeclaration(span.end);
     }
     value = LiteralValue();
     value.type = BasicDataType::Undetermined;
@@ -359,6 +360,11 @@ Value TreeFactory::binding(Value declaration) {
   return declaration;
 }
 
+Value TreeFactory::withoutValue(Value declaration) {
+  static_cast<VarDecl*>(declaration.node)->valueMissing = true;
+  return declaration;
+}
+
 Value TreeFactory::varBlock(Span span, Qualifiers qualifiers, NodeList declarations) {
   auto* block = tree_.make<VarBlock>();
   block->constant = qualifiers.constant;
@@ -378,7 +384,10 @@ Value TreeFactory::varBlocks(Span span, NodeList blocks) {
 void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
                        Value body) {
   // A syntax error in the name of a unit: its name is empty.
-  if (unitName.node == nullptr) unitName = name({span.begin, span.begin});
+  if (unitName.node == nullptr) {
+    unitName = name({span.begin, span.begin});
+    errors_.refuseDeclarations();
+  }
   const char* text = static_cast<const Text*>(unitName.node)->text();
   auto* node = tree_.make<Unit>(text, type);
   node->incomplete = errors_.isIncomplete();
@@ -477,7 +486,8 @@ Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value
   };
   const Value* const end = items(list) + list.count;
   const Value* labels = std::find_if(items(list), end, isLabels);
-  if (labels != items(list)) errors_.add(spanOf(*items(list)), message::kNoCaseLabel, "");
+  if (labels != items(list) && !errors_.reportedInUnit())
+    errors_.add(spanOf(*items(list)), message::kNoCaseLabel, "");
   scratch_.assign({operand(selector)});
   while (labels != end) {
     const Value* const next = std::find_if(labels + 1, end, isLabels);

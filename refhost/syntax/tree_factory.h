@@ -105,6 +105,8 @@ class TreeFactory {
   Value varDecl(Span span, NodeList names, Value address, Value type, Value initial);
   Value edgeDetecting(Value declaration, Edge edge);
   Value binding(Value declaration);  // whose initial value follows REF=
+  // Marks a declaration whose initial value could not be parsed.
+  static Value withoutValue(Value declaration);
   Value varBlock(Span span, Qualifiers qualifiers, NodeList declarations);
   Value inSection(VarSection section, Value block);
   Value varBlocks(Span span, NodeList blocks);

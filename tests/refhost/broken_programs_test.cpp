@@ -35,13 +35,13 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"a += 1;\nb := 2;", "3:3"},
       {"a : = 1;\nb := 2;", "3:3"},
       {"IF THEN a := 1; END_IF;", "3:4"},
-      {"if (a = 1) { b := 2; }\nb := 3;", "4:1 5:1"},
+      {"if (a = 1) { b := 2; }\nb := 3;", "4:1"},
       {"MAX(a, b)\nb := 1;", "4:1"},
       {"a := undefined1 + undefined1;\nb := undefined1;\nundefined2(a := 1);undefined2();",
        "3:6 5:1"},
       {"a := LIMIT(0, undefined1, 100) + 1;", "3:15"},
       {"BEGIN\na := 1;\nEND", "4:1 6:1"},
-      {"a := 1;\nVAR x : INT; END_VAR\na := 2;", "4:1 4:14"},
+      {"a := 1;\nVAR x : INT; END_VAR\na := 2;", "4:1"},
       {"a := NOT;\nb := 1;", "3:9"},
       {"IF c THEN; ELSIF THEN a := 1; END_IF;", "3:18"},
       {"IF c THEN a := 1; ELSEIF d THEN a := 2; END_IF;\nb := 1;", "3:26"},
@@ -82,7 +82,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
        "1:28"},
       {"TYPE t STRUCT a : INT; END_STRUCT END_TYPE\nPROGRAM p VAR x : t; END_VAR x.a := 1; "
        "END_PROGRAM",
-       "1:8 1:24 2:19"},
+       "1:8"},
       {"TYPE t : (A,, B); END_TYPE\nTYPE u : STRUCT a : ARRAY[1..] OF INT; END_STRUCT END_TYPE\n"
        "PROGRAM p VAR x : t; y : u; i : INT; END_VAR i := y.a[1] + SHL(x, 1);\n"
        "i := LEN(x) + LEN(LEFT(x, 1)) + LIMIT(0, x, 1); END_PROGRAM",
