@@ -38,6 +38,7 @@ struct RunOptions {
   std::vector<std::string> files;
   std::vector<std::string> settings;  // NAME=VALUE
   std::vector<std::string> shown;     // global variables and device addresses
+  std::string retained;               // file of retained variables; empty for none
   bool traceIo = false;
   std::string compiler = "cc";
   std::int64_t scans = 1;

@@ -162,6 +162,14 @@ int execute(int argc, char** argv) {
                   "(repeatable)")
       ->type_name("PLACE")
       ->allow_extra_args(false);
+  runCommand
+      .add_option("--retain", running.retained,
+                  "Load retained variables from this file before the first scan, and store them "
+                  "behind the last")
+      ->type_name("FILE")
+      ->check(CLI::Validator(
+          [](std::string& file) { return file.empty() ? std::string("no file") : std::string(); },
+          ""));
   runCommand.add_flag("--trace-io", running.traceIo, "Print each refresh of local I/O");
   runCommand.add_option("--compiler", running.compiler, "The C compiler")
       ->type_name("CC")

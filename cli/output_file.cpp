@@ -48,18 +48,49 @@ mode_t defaultMode() {
   return 0666 & ~mask;
 }
 
-void replaceFile(const std::string& path, mode_t mode, std::string_view text) {
+// The name of a file is kept by its folder.
+void waitForFolderOf(const std::string& path) {
+  const fs::path parent = fs::path(path).parent_path();
+  const int folder = open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_CLOEXEC);
+  if (folder < 0) return;
+  fsync(folder);
+  close(folder);
+}
+
+enum class Wait : bool { No, ForDisk };
+
+void replaceFile(const std::string& path, mode_t mode, std::string_view text, Wait wait) {
   const TerminationGuard guard;
   std::string temporary = path + ".XXXXXX";
   const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
   if (descriptor < 0) fail(path, errno);
   int error = fchmod(descriptor, mode) == 0 ? 0 : errno;
-  const int writeError = writeAndClose(descriptor, text);
+  const int writeError = writeAll(descriptor, text);
   if (error == 0) error = writeError;
+  if (error == 0 && wait == Wait::ForDisk && fsync(descriptor) != 0) error = errno;
+  if (close(descriptor) != 0 && error == 0) error = errno;
   if (error == 0 && std::rename(temporary.c_str(), path.c_str()) != 0) error = errno;
+  if (error == 0 && wait == Wait::ForDisk) waitForFolderOf(path);
   if (error == 0) return;
   unlink(temporary.c_str());
   fail(path, error);
+}
+
+// Replaces a regular file, and writes to anything else.
+void writeTo(const std::string& path, std::string_view text, Wait wait) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) {
+    replaceFile(path, defaultMode(), text, wait);
+  } else if (S_ISREG(status.st_mode)) {
+    // For a symbolic link, replaces its target and keeps the link.
+    std::error_code error;
+    const fs::path target = fs::canonical(path, error);
+    replaceFile(error ? path : target.native(), status.st_mode & 07777, text, wait);
+  } else {
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (descriptor < 0) fail(path, errno);
+    if (const int error = writeAndClose(descriptor, text); error != 0) fail(path, error);
+  }
 }
 
 }  // namespace
@@ -72,20 +103,10 @@ void writeStandardError(std::string_view text) {
   if (const int error = writeAll(STDERR_FILENO, text); error != 0) fail("standard error", error);
 }
 
-void writeFile(const std::string& path, std::string_view text) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) != 0) {
-    replaceFile(path, defaultMode(), text);
-  } else if (S_ISREG(status.st_mode)) {
-    // For a symbolic link, replaces its target and keeps the link.
-    std::error_code error;
-    const fs::path target = fs::canonical(path, error);
-    replaceFile(error ? path : target.native(), status.st_mode & 07777, text);
-  } else {
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-    if (descriptor < 0) fail(path, errno);
-    if (const int error = writeAndClose(descriptor, text); error != 0) fail(path, error);
-  }
+void writeFile(const std::string& path, std::string_view text) { writeTo(path, text, Wait::No); }
+
+void writeFileToDisk(const std::string& path, std::string_view text) {
+  writeTo(path, text, Wait::ForDisk);
 }
 
 }  // namespace velc

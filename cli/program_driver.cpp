@@ -25,15 +25,11 @@ std::string_view trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-std::string qualifiedName(const ProgramVariable& variable) {
-  return variable.program.empty() ? variable.name : variable.program + '.' + variable.name;
-}
-
 ProgramVariable findVariable(const Session& session, const std::string& name) {
   std::vector<ProgramVariable> found;
   for (const auto& variables : {session.programVariables(), session.globalVariables()}) {
     for (const ProgramVariable& variable : variables) {
-      for (const std::string& known : {variable.name, qualifiedName(variable)}) {
+      for (const std::string& known : {variable.name, variable.qualifiedName()}) {
         if (!equalIgnoringCase(known, name.substr(0, known.size()))) continue;
         auto part = partOf(variable, std::string_view(name).substr(known.size()));
         if (!part) continue;
@@ -47,7 +43,7 @@ ProgramVariable findVariable(const Session& session, const std::string& name) {
   if (found.empty()) throw Failure(fmt::format("--set: no program has a variable '{}'", name));
   if (found.size() > 1) {
     throw Failure(fmt::format("--set: '{}' is ambiguous; write {} or {}", name,
-                              qualifiedName(found[0]), qualifiedName(found[1])));
+                              found[0].qualifiedName(), found[1].qualifiedName()));
   }
   return found[0];
 }
@@ -64,7 +60,8 @@ std::string visitStatement(const ProgramVariable& variable, ShapeTables& tables)
   const std::string size = variable.shape->hasParts() ? "sizeof(" + variable.shape->cType + ")"
                                                       : std::to_string(variable.byteSize);
   return fmt::format(
-      "  _Static_assert(sizeof({0}) == {1}, \"size of {2}\");\n  vel_visit_(&{3}, (void*)&({0}));\n",
+      "  _Static_assert(sizeof({0}) == {1}, \"size of {2}\");\n  vel_visit_(&{3}, "
+      "(void*)&({0}));\n",
       variable.reference, size, variable.name, shape);
 }
 
@@ -113,7 +110,8 @@ std::string settingStatement(const Session& session, const std::string& setting)
 }
 
 std::string driverText(const Session& session, const std::vector<std::string>& settingStatements,
-                       const std::vector<ProgramVariable>& printed, bool traceIo) {
+                       const std::vector<ProgramVariable>& printed, bool traceIo,
+                       const std::vector<ProgramVariable>& retained) {
   const std::vector<Session::Program> programs = session.programs();
   const std::string tasks = session.taskTable();
   std::string text =
@@ -124,6 +122,7 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
         "  __platform_api.UPDATEOUTPUT = vel_run_trace_output;\n";
   }
   for (const Session::Program& program : programs) text += fmt::format("  {}();\n", program.init);
+  text += "}\n\nvoid vel_run_settings(void) {\n";
   for (const std::string& statement : settingStatements) text += "  " + statement + '\n';
   text += "}\n\nvoid vel_run_step(uint64_t now) {\n";
   if (tasks.empty()) {
@@ -138,10 +137,15 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
         tasks);
   }
   ShapeTables tables;
-  std::string values;
-  for (const ProgramVariable& variable : printed) values += visitStatement(variable, tables);
-  return text + "}\n\n" + tables.text() + "\nvoid vel_run_values(vel_run_visit vel_visit_) {\n" +
-         "  (void)vel_visit_;\n" + values + "}\n";
+  const auto visits = [&tables](const char* name, const std::vector<ProgramVariable>& variables) {
+    std::string visit =
+        fmt::format("\nvoid {}(vel_run_visit vel_visit_) {{\n  (void)vel_visit_;\n", name);
+    for (const ProgramVariable& variable : variables) visit += visitStatement(variable, tables);
+    return visit + "}\n";
+  };
+  const std::string functions =
+      visits("vel_run_values", printed) + visits("vel_run_retained", retained);
+  return text + "}\n\n" + tables.text() + functions;
 }
 
 std::string valueLines(const Session& session, const std::vector<ProgramVariable>& printed,
@@ -150,7 +154,7 @@ std::string valueLines(const Session& session, const std::vector<ProgramVariable
   std::string text;
   std::string_view rest = bytes;
   for (const ProgramVariable& variable : printed) {
-    text += qualified && !variable.program.empty() ? qualifiedName(variable) : variable.name;
+    text += qualified && !variable.program.empty() ? variable.qualifiedName() : variable.name;
     text += " = " + partsText(*variable.shape, rest) + '\n';
   }
   return text;

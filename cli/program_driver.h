@@ -19,11 +19,13 @@ std::vector<refhost::ProgramVariable> printedVariables(const refhost::Session& s
 // Throws Failure when there is no such variable or the value does not fit.
 std::string settingStatement(const refhost::Session& session, const std::string& setting);
 
-// C source that includes the program "program.c" and implements velrun.h. With `traceIo`, the
+// C source that includes the program "program.c" and implements velrun.h. `retained` are variables
+// that are loaded and stored. With `traceIo`, the
 // program prints each refresh of local I/O.
 std::string driverText(const refhost::Session& session,
                        const std::vector<std::string>& settingStatements,
-                       const std::vector<refhost::ProgramVariable>& printed, bool traceIo);
+                       const std::vector<refhost::ProgramVariable>& printed, bool traceIo,
+                       const std::vector<refhost::ProgramVariable>& retained = {});
 
 // The lines `name = value`. `bytes` is the output of the driver. Throws Failure when it does not
 // have the size of the values of `printed`.

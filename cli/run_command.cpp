@@ -15,6 +15,7 @@
 #include "cli/process.h"
 #include "cli/program_driver.h"
 #include "cli/progress.h"
+#include "cli/retention.h"
 #include "cli/temporary_folder.h"
 #include "cli/translation.h"
 
@@ -59,12 +60,13 @@ void compile(const fs::path& folder, const RunOptions& options, const Terminatio
 }
 
 // Runs the program. False, with a message, when it did not run to its end.
-bool execute(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
+bool execute(const fs::path& folder, const RunOptions& options, std::uint32_t clock,
+             const TerminationGuard& guard) {
   std::optional<Progress> progress("running");
-  const ProcessResult result =
-      runProcess({folder / "program", folder / "values", folder / "trace",
-                  std::to_string(options.scans), std::to_string(options.cycle)},
-                 guard, options.timeout);
+  const ProcessResult result = runProcess(
+      {folder / "program", folder / "values", folder / "trace", std::to_string(options.scans),
+       std::to_string(options.cycle), std::to_string(clock), folder / "retained"},
+      guard, options.timeout);
   progress.reset();
   if (result.succeeded()) return true;
   std::string reason;
@@ -86,7 +88,17 @@ std::string readFile(const fs::path& path) {
 
 }  // namespace
 
+void refuseSource(const RunOptions& options) {
+  for (const std::string& file : options.files) {
+    std::error_code missing;
+    if (fs::equivalent(file, options.retained, missing)) {
+      throw Failure(fmt::format("{} is a source and cannot be the output too", file));
+    }
+  }
+}
+
 int run(const CommonOptions& common, const RunOptions& options) {
+  refuseSource(options);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
   if (session->programs().empty()) throw Failure("there is no PROGRAM to run");
@@ -98,6 +110,15 @@ int run(const CommonOptions& common, const RunOptions& options) {
   }
 
   const auto variables = printedVariables(*session, options.shown);
+  const bool retains = !options.retained.empty();
+  std::vector<refhost::ProgramVariable> retainedVariables;
+  Retained retained;
+  if (retains) {
+    std::string notices;
+    retainedVariables = session->retainedVariables();
+    retained = loadRetained(options.retained, retainedVariables, notices);
+    writeStandardError(notices);
+  }
 
   const TerminationGuard guard;
   const TemporaryFolder folder;
@@ -105,9 +126,16 @@ int run(const CommonOptions& common, const RunOptions& options) {
   setenv("TMPDIR", folder.path().c_str(), 1);
   writeFile(folder.path() / "program.c", *text);
   writeFile(folder.path() / "driver.c",
-            driverText(*session, statements, variables, options.traceIo));
+            driverText(*session, statements, variables, options.traceIo, retainedVariables));
+  if (!retained.bytes.empty()) writeFile(folder.path() / "retained", retained.bytes);
   compile(folder.path(), options, guard);
-  if (!execute(folder.path(), options, guard)) return kProgramErrors;
+  if (!execute(folder.path(), options, retained.clock, guard)) return kProgramErrors;
+  if (retains) {
+    retained.bytes = readFile(folder.path() / "retained");
+    retained.clock +=
+        static_cast<std::uint32_t>(options.cycle) * static_cast<std::uint32_t>(options.scans);
+    writeFileToDisk(options.retained, retainedText(retained, retainedVariables));
+  }
   writeStandardOutput(readFile(folder.path() / "trace") +
                       valueLines(*session, variables, readFile(folder.path() / "values")));
   return kSuccess;

@@ -48,25 +48,68 @@ void setPlace(ProgramVariable& variable, const Place& place) {
   if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.text;
 }
 
-// `data` is the object that contains the variables.
-void appendVariables(const SymbolNames& names, ValueShapes& shapes, const UnitSymbol& unit,
-                     const std::string& program, const std::string& data,
+// The object that contains the variables of a program or the global ones.
+struct Data {
+  std::string program;
+  const UnitSymbol& unit;
+  const std::string& object;
+  Retention retention;  // for variables that do not say it
+};
+
+template <typename Append>
+void forEachProgram(const Services& services, const SymbolNames& names, Append append) {
+  const Configuration& configuration = services.configuration;
+  for (const ProgramInstance& instance : configuration.instances) {
+    append(Data{configuration.displayName(instance), *instance.program, names.of(instance).data,
+                instance.retention});
+  }
+  if (!configuration.instances.empty()) return;
+  for (const UnitSymbol* const unit : services.symbols.units()) {
+    if (unit->type() != vel::POUType::Program) continue;
+    append(Data{unit->name(), *unit, names.of(*unit).data, Retention::Unsaid});
+  }
+}
+
+template <typename Append>
+void forGlobals(const Services& services, const SymbolNames& names, Append append) {
+  const UnitSymbol* const globals = services.symbols.globals();
+  if (globals != nullptr) append(Data{{}, *globals, names.of(*globals).data, Retention::Unsaid});
+}
+
+ProgramVariable entryOf(const SymbolNames& names, const Data& data, const VarSymbol& variable,
+                        ValueShapes::Shape shape) {
+  ProgramVariable entry;
+  entry.program = data.program;
+  entry.name = variable.name();
+  entry.typeName = variable.dataType()->typeName();
+  entry.type = valueType(variable.dataType());
+  entry.byteSize = shape != nullptr ? shape->byteSize : 0;
+  entry.shape = std::move(shape);
+  setPlace(entry, globalPlace(names, data.object, variable));
+  entry.settable = entry.shape != nullptr && !variable.constant;
+  return entry;
+}
+
+void appendVariables(const SymbolNames& names, ValueShapes& shapes, const Data& data,
                      std::vector<ProgramVariable>& result) {
-  for (const auto& variable : unit.variables()) {
+  for (const auto& variable : data.unit.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
     const bool kept =
         variable->role != Role::Temp && variable->role != Role::EdgeState && !variable->indirect;
-    if (!kept || type == nullptr) continue;
-    ProgramVariable entry;
-    entry.program = program;
-    entry.name = variable->name();
-    entry.typeName = type->typeName();
-    entry.shape = shapes.of(type);
-    entry.type = valueType(type);
-    entry.byteSize = entry.shape != nullptr ? entry.shape->byteSize : 0;
-    setPlace(entry, globalPlace(names, data, *variable));
-    entry.settable = entry.shape != nullptr && !variable->constant;
-    result.push_back(std::move(entry));
+    if (kept && type != nullptr) {
+      result.push_back(entryOf(names, data, *variable, shapes.of(type)));
+    }
+  }
+}
+
+void appendRetained(const SymbolNames& names, ValueShapes& shapes, const Data& data,
+                    std::vector<ProgramVariable>& result) {
+  for (const auto& variable : data.unit.variables()) {
+    if (variable->role == Role::Temp || variable->indirect || variable->constant) continue;
+    const Retention said = variable->retention;
+    ValueShapes::Shape shape =
+        shapes.retained(variable->dataType(), said == Retention::Unsaid ? data.retention : said);
+    if (shape != nullptr) result.push_back(entryOf(names, data, *variable, std::move(shape)));
   }
 }
 
@@ -154,26 +197,26 @@ std::string Session::taskTable() const { return impl_->names.configuration.tasks
 
 std::vector<ProgramVariable> Session::programVariables() const {
   std::vector<ProgramVariable> result;
-  const Configuration& configuration = impl_->services.configuration;
-  const SymbolNames& names = impl_->names;
-  for (const ProgramInstance& instance : configuration.instances) {
-    appendVariables(names, impl_->shapes, *instance.program, configuration.displayName(instance),
-                    names.of(instance).data, result);
-  }
-  if (!configuration.instances.empty()) return result;
-  for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
-    if (unit->type() != vel::POUType::Program) continue;
-    appendVariables(names, impl_->shapes, *unit, unit->name(), names.of(*unit).data, result);
-  }
+  forEachProgram(impl_->services, impl_->names, [&](const Data& data) {
+    appendVariables(impl_->names, impl_->shapes, data, result);
+  });
   return result;
 }
 
 std::vector<ProgramVariable> Session::globalVariables() const {
   std::vector<ProgramVariable> result;
-  const UnitSymbol* const globals = impl_->services.symbols.globals();
-  const SymbolNames& names = impl_->names;
-  if (globals != nullptr)
-    appendVariables(names, impl_->shapes, *globals, {}, names.of(*globals).data, result);
+  forGlobals(impl_->services, impl_->names,
+             [&](const Data& data) { appendVariables(impl_->names, impl_->shapes, data, result); });
+  return result;
+}
+
+std::vector<ProgramVariable> Session::retainedVariables() const {
+  std::vector<ProgramVariable> result;
+  const auto append = [&](const Data& data) {
+    appendRetained(impl_->names, impl_->shapes, data, result);
+  };
+  forEachProgram(impl_->services, impl_->names, append);
+  forGlobals(impl_->services, impl_->names, append);
   return result;
 }
 

@@ -37,6 +37,9 @@ struct Options {
 
 // A variable of a program or a global one, for a front end that runs the program.
 struct ProgramVariable {
+  // `program.name`, or the name alone of a global variable.
+  std::string qualifiedName() const { return program.empty() ? name : program + '.' + name; }
+
   std::string program;   // PROGRAM, instance or RESOURCE.INSTANCE; empty for a global variable
   std::string name;      // as declared
   std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
@@ -98,6 +101,9 @@ class Session {
   std::vector<ProgramVariable> programVariables() const;
   // The same for the global variables.
   std::vector<ProgramVariable> globalVariables() const;
+  // The variables of programs and the global ones that keep something without power. Their shapes
+  // describe what, function block instances included.
+  std::vector<ProgramVariable> retainedVariables() const;
   // A device address as a variable; one of several bits is a bit string. False when `address` is
   // not an address in either notation.
   bool addressVariable(const std::string& address, ProgramVariable& variable) const;

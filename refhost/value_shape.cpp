@@ -30,24 +30,37 @@ Shape elementaryShape(const vel::SymbolDataType& type) {
 
 }  // namespace
 
-Shape ValueShapes::of(const vel::SymbolDataType* type) {
-  if (type == nullptr || isInstance(type)) return nullptr;
-  const auto known = known_.find(type);
+Shape ValueShapes::retained(const vel::SymbolDataType* type, Retention retention) {
+  if (retention == Retention::NonRetain) return nullptr;
+  return find(type, retention == Retention::Retain ? Parts::Retained : Parts::DeclaredRetained);
+}
+
+Shape ValueShapes::find(const vel::SymbolDataType* type, Parts parts) {
+  if (type == nullptr) return nullptr;
+  const auto key = std::pair(type, parts);
+  const auto known = known_.find(key);
   if (known != known_.end()) return known->second;
-  Shape shape = make(*type);
-  known_.emplace(type, shape);
+  Shape shape = make(*type, parts);
+  known_.emplace(key, shape);
   return shape;
 }
 
-Shape ValueShapes::make(const vel::SymbolDataType& type) {
+Shape ValueShapes::make(const vel::SymbolDataType& type, Parts parts) {
+  if (const auto* const instance = dynamic_cast<const InstanceType*>(&type)) {
+    return ofInstance(*instance->unit, parts);
+  }
   const auto* const array = dynamic_cast<const ArrayType*>(&type);
   const auto* const structure = dynamic_cast<const StructType*>(&type);
-  if (array == nullptr && structure == nullptr) return elementaryShape(type);
+  if (array == nullptr && structure == nullptr) {
+    if (parts == Parts::Values) return elementaryShape(type);
+    const bool kept = parts == Parts::Retained && valueType(&type) != BasicDataType::Pointer;
+    return kept ? of(&type) : nullptr;
+  }
   auto shape = std::make_shared<ValueShape>();
   shape->typeName = type.typeName();
   shape->cType = typeText(names_, &type);
   if (array != nullptr) {
-    shape->element = of(array->element);
+    shape->element = find(array->element, parts);
     shape->count = array->count();
     for (const Bounds& bounds : array->bounds) {
       shape->bounds.emplace_back(static_cast<std::int64_t>(bounds.low),
@@ -58,7 +71,26 @@ Shape ValueShapes::make(const vel::SymbolDataType& type) {
   shape->isStructure = true;
   for (const auto& member : structure->members()) {
     if (member->indirect) continue;
-    Shape part = of(member->dataType());
+    Shape part = find(member->dataType(), parts);
+    if (part == nullptr) continue;
+    shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part)});
+  }
+  return shape->members.empty() ? nullptr : shape;
+}
+
+Shape ValueShapes::ofInstance(const UnitSymbol& block, Parts parts) {
+  if (parts == Parts::Values) return nullptr;
+  auto shape = std::make_shared<ValueShape>();
+  shape->typeName = block.name();
+  shape->cType = typeText(names_, block.fbType());
+  shape->isStructure = true;
+  for (const auto& member : block.variables()) {
+    const bool isMember = member->role != Role::Temp && !member->indirect && !member->constant &&
+                          member->iecAddress().area == 0;
+    if (!isMember) continue;
+    Retention retention = member->retention;
+    if (retention == Retention::Unsaid && parts == Parts::Retained) retention = Retention::Retain;
+    Shape part = retained(member->dataType(), retention);
     if (part == nullptr) continue;
     shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part)});
   }

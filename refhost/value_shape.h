@@ -2,17 +2,19 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "host/symbol.h"
+#include "refhost/syntax/retention.h"
 
 namespace refhost {
 
 class SymbolNames;
+class UnitSymbol;
 
 struct ValueShape {
   struct Member {
@@ -52,14 +54,22 @@ class ValueShapes {
   explicit ValueShapes(const SymbolNames& names) : names_(names) {}
 
   // Null for a type without a value: a function block instance, and arrays and structures of those.
-  Shape of(const vel::SymbolDataType* type);
+  Shape of(const vel::SymbolDataType* type) { return find(type, Parts::Values); }
+  // What a variable declared with `retention` keeps without power; null for nothing. Everything but
+  // pointers if that is Retain; of function block instances otherwise the members that are declared
+  // so, unless it is NonRetain. A function block instance has the shape of a structure.
+  Shape retained(const vel::SymbolDataType* type, Retention retention);
   void clear() { known_.clear(); }
 
  private:
-  Shape make(const vel::SymbolDataType& type);
+  enum class Parts : std::uint8_t { Values, Retained, DeclaredRetained };
+
+  Shape find(const vel::SymbolDataType* type, Parts parts);
+  Shape make(const vel::SymbolDataType& type, Parts parts);
+  Shape ofInstance(const UnitSymbol& block, Parts parts);
 
   const SymbolNames& names_;
-  std::unordered_map<const vel::SymbolDataType*, Shape> known_;
+  std::map<std::pair<const vel::SymbolDataType*, Parts>, Shape> known_;
 };
 
 }  // namespace refhost

@@ -1,6 +1,10 @@
-/* The main function of programs that `velc run` runs. Usage: PROGRAM VALUES TRACE SCANS CYCLE.
- * Runs the scans, and writes the bytes of all values to the file VALUES and the trace to the file
- * TRACE. Exits with status 1 when it cannot write them. */
+/* The main function of programs that `velc run` runs. Usage:
+ *   PROGRAM VALUES TRACE SCANS CYCLE [CLOCK RETAINED]
+ * Loads the retained variables from the file RETAINED unless it is missing, and runs the scans, the
+ * first of them at the time CLOCK. Then writes the elementary values of all variables to the file
+ * VALUES, the trace to TRACE and the retained variables to RETAINED. A retained variable is a byte
+ * that is 1 if it has a value, and then its elementary values in order. Exits with status 1 when it
+ * cannot read or write them. */
 #include "velrun.h"
 
 #include <inttypes.h>
@@ -9,22 +13,43 @@
 
 #include "velrt/clock.h"
 
-static FILE* values;
+static FILE* file; /* of values or of retained variables */
 static FILE* trace;
 
-/* Writes the elementary values in order, without gaps. */
-static void put(const vel_run_shape* shape, void* variable) {
-  char* const bytes = variable;
+static void write_bytes(char* bytes, size_t size) { fwrite(bytes, 1, size, file); }
+
+static void read_bytes(char* bytes, size_t size) {
+  if (fread(bytes, 1, size, file) != size) exit(EXIT_FAILURE);
+}
+
+/* Transfers the elementary values in order, without gaps. */
+static void transfer(const vel_run_shape* shape, char* bytes,
+                     void (*transfer_bytes)(char*, size_t)) {
   const vel_run_shape* const element = shape->element;
   if (shape->parts != NULL) {
     for (size_t i = 0; i < shape->count; ++i) {
-      put(shape->parts[i].shape, bytes + shape->parts[i].offset);
+      transfer(shape->parts[i].shape, bytes + shape->parts[i].offset, transfer_bytes);
     }
   } else if (element != NULL && (element->element != NULL || element->parts != NULL)) {
-    for (size_t i = 0; i < shape->count; ++i) put(element, bytes + i * element->size);
+    for (size_t i = 0; i < shape->count; ++i) {
+      transfer(element, bytes + i * element->size, transfer_bytes);
+    }
   } else {
-    fwrite(bytes, 1, shape->size, values);
+    transfer_bytes(bytes, shape->size);
   }
+}
+
+static void put(const vel_run_shape* shape, void* variable) {
+  transfer(shape, variable, write_bytes);
+}
+
+static void store(const vel_run_shape* shape, void* variable) {
+  fputc(1, file);
+  put(shape, variable);
+}
+
+static void load(const vel_run_shape* shape, void* variable) {
+  if (fgetc(file) == 1) transfer(shape, variable, read_bytes);
 }
 
 void vel_run_trace_input(uint32_t offset, uint32_t count) {
@@ -36,36 +61,47 @@ void vel_run_trace_output(uint32_t offset, uint32_t count) {
 }
 
 static FILE* create(const char* path) {
-  FILE* const file = fopen(path, "wb");
-  if (file == NULL) perror(path);
-  return file;
+  FILE* const created = fopen(path, "wb");
+  if (created == NULL) perror(path);
+  return created;
 }
 
-static int finish(FILE* file, const char* path) {
-  const int failed = ferror(file);
-  if (fclose(file) == 0 && !failed) return EXIT_SUCCESS;
+static int finish(FILE* written, const char* path) {
+  const int failed = ferror(written);
+  if (fclose(written) == 0 && !failed) return EXIT_SUCCESS;
   perror(path);
   return EXIT_FAILURE;
 }
 
+static int write_all(const char* path, void (*visit_all)(vel_run_visit), vel_run_visit visit) {
+  file = create(path);
+  if (file == NULL) return EXIT_FAILURE;
+  visit_all(visit);
+  return finish(file, path);
+}
+
 int main(int argc, char** argv) {
-  if (argc != 5) return EXIT_FAILURE;
+  if (argc != 5 && argc != 7) return EXIT_FAILURE;
   unsigned long long scans = strtoull(argv[3], NULL, 10);
   const uint64_t cycle = strtoull(argv[4], NULL, 10);
+  const uint64_t clock = argc == 7 ? strtoull(argv[5], NULL, 10) : 0;
+  const char* const retained = argc == 7 ? argv[6] : NULL;
   uint64_t now = 0;
   trace = create(argv[2]);
   if (trace == NULL) return EXIT_FAILURE;
 
   vel_run_prepare();
+  if (retained != NULL && (file = fopen(retained, "rb")) != NULL) {
+    vel_run_retained(load);
+    fclose(file);
+  }
+  vel_run_settings();
   for (; scans > 0; --scans) {
-    vel_scan_time = (uint32_t)now;
+    vel_scan_time = (uint32_t)(clock + now);
     vel_run_step(now);
     now += cycle;
   }
   if (finish(trace, argv[2]) != EXIT_SUCCESS) return EXIT_FAILURE;
-
-  values = create(argv[1]);
-  if (values == NULL) return EXIT_FAILURE;
-  vel_run_values(put);
-  return finish(values, argv[1]);
+  if (write_all(argv[1], vel_run_values, put) != EXIT_SUCCESS) return EXIT_FAILURE;
+  return retained == NULL ? EXIT_SUCCESS : write_all(retained, vel_run_retained, store);
 }

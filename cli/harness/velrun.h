@@ -26,11 +26,15 @@ typedef void (*vel_run_visit)(const vel_run_shape* shape, void* variable);
 
 /* Initializes all variables, before the first scan. */
 void vel_run_prepare(void);
+/* Gives variables the values of the command line. */
+void vel_run_settings(void);
 /* Runs one scan: every program, or the tasks that are due at `now`, the time in milliseconds since
  * the start. */
 void vel_run_step(uint64_t now);
 /* Visits every variable that is to be printed, in order of declaration. */
 void vel_run_values(vel_run_visit visit);
+/* The same for those that are retained, whose values `visit` may change. */
+void vel_run_retained(vel_run_visit visit);
 
 /* The driver can use these as the platform's refresh of local I/O. Each traces its call in one
  * line. Not to be called after vel_run_values. */

@@ -198,6 +198,7 @@ void Declarations::detectEdges(VarSymbol& input, const VarDecl& declaration) {
   input.edgeState = input.owner->addVariable(std::make_unique<VarSymbol>(
       AstNodeHelper::opExpTextToMd5HexText("EDGE", input.name()),
       services_.symbols.elementary(BasicDataType::Bool), Role::EdgeState, input.owner));
+  if (input.edgeState != nullptr) input.edgeState->retention = input.retention;
 }
 
 // A variable without its global one is declared as a local, so that its uses are no errors too.

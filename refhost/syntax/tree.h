@@ -24,6 +24,7 @@
 #include "refhost/diagnostic.h"
 #include "refhost/kit.h"
 #include "refhost/syntax/expression_kinds.h"
+#include "refhost/syntax/retention.h"
 
 namespace vel {
 class STOperator;
@@ -200,10 +201,6 @@ class TypeSpec final : public ASTNode {
 inline bool isReferenceSpec(const ASTNode& spec) { return kindOf(spec) == NodeKind::BoundTypeSpec; }
 
 enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp, Global, External };
-
-// Whether a variable keeps its value without power. `Unsaid` leaves it to the instance's own
-// declaration.
-enum class Retention : std::uint8_t { Unsaid, Retain, NonRetain };
 
 class VarBlock final : public ASTNode {
  public:

@@ -178,6 +178,80 @@ TEST_F(Velc, RunsTheInstancesOfAConfiguration) {
   EXPECT_EQ(velc("run two.st --scans 5 --set f=TRUE --set a.p.n=2").out, "A.p.n = 3\nB.p.n = 3\n");
 }
 
+TEST_F(Velc, ContinuesWithRetainedVariables) {
+  write("p.st",
+        "FUNCTION_BLOCK B VAR_OUTPUT n : INT; END_VAR VAR_INPUT u : BOOL R_EDGE; END_VAR\n"
+        "VAR t : TON; END_VAR IF u OR MEP(n > 2) THEN n := n + 100; END_IF n := n + 1;\n"
+        "t(IN := TRUE, PT := T#35ms); IF t.Q THEN n := n + 1000; END_IF END_FUNCTION_BLOCK\n"
+        "PROGRAM P VAR_INPUT u : BOOL R_EDGE; END_VAR VAR k, l : INT; b : ARRAY[1..2] OF B; s :\n"
+        "STRUCT r : REAL; w : WSTRING[3] := \"$D83Dx\"; p : POINTER TO INT; e : (Off, On); "
+        "END_STRUCT;"
+        "t : STRING[4]; bit AT %MX1.2 : BOOL; i, nan : REAL := -0.0; d : DT; END_VAR\n"
+        "VAR CONSTANT one : LREAL := 1.0; END_VAR IF u THEN k := k + 10; END_IF k := k + 1;\n"
+        "b[2](u := TRUE); l := b[2].n; g := g + LTIME#1ns; bit := NOT bit; s.r := s.r + 0.1;\n"
+        "IF k = 12 THEN t := '$FF$'$$'; i := -1.0 / i; nan := i - i; s.e := On; END_IF\n"
+        "d := d + T#1s; END_PROGRAM VAR_GLOBAL PERSISTENT g : LTIME; END_VAR\n"
+        "CONFIGURATION C PROGRAM RETAIN p : P(u := TRUE); END_CONFIGURATION\n");
+  EXPECT_EQ(velc("run p.st --retain r.json --scans 3").err, "");
+  const Outcome second = velc("run p.st --retain r.json --scans 2 --show g");
+  EXPECT_EQ(second.out + second.err, velc("run p.st --scans 5 --show g").out);
+}
+
+TEST_F(Velc, TellsWhichRetainedVariablesAreLeftOut) {
+  const std::string block =
+      "FUNCTION_BLOCK B VAR RETAIN x : INT; END_VAR VAR NON_RETAIN y : INT; END_VAR VAR z : INT; "
+      "END_VAR x := x + 1; END_FUNCTION_BLOCK\n";
+  write("old.st",
+        block +
+            "PROGRAM P VAR RETAIN a : STRING[3] := 'x'; c : (U, V) := V; gone : BOOL; f : "
+            "B; n : INT; END_VAR VAR g : B; END_VAR VAR NON_RETAIN h : B; END_VAR g(); "
+            "END_PROGRAM");
+  velc("run old.st --retain r.json");
+  const auto entry = [](const char* name, const char* type, const char* value) {
+    return std::string("    \"P.") + name + "\": {\n      \"type\": \"" + type +
+           "\",\n      \"value\": " + value + "\n    }";
+  };
+  EXPECT_EQ(read("r.json"),
+            "{\n  \"velc-retain\": 1,\n  \"clock\": 10,\n  \"variables\": {\n" +
+                entry("a", "STRING[3]", "\"'x'\"") + ",\n" + entry("c", "ENUM", "\"V\"") + ",\n" +
+                entry("gone", "BOOL", "\"FALSE\"") + ",\n" +
+                entry("f", "STRUCT(x : INT; z : INT)",
+                      "{\n        \"x\": \"0\",\n        \"z\": \"0\"\n      }") +
+                ",\n" + entry("n", "INT", "\"0\"") + ",\n" +
+                entry("g", "STRUCT(x : INT)", "{\n        \"x\": \"1\"\n      }") + "\n  }\n}\n");
+  write("new.st",
+        block +
+            "PROGRAM P VAR RETAIN a : STRING[4]; c : (V, U); f : ARRAY[1..2] OF B; n : INT "
+            ":= 5; more : INT; g : INT; END_VAR END_PROGRAM");
+  std::string text = read("r.json");
+  text.replace(text.find("\"INT\",\n      \"value\": \"0\"") + 23, 1, "32768");
+  write("r.json", text);
+  const Outcome outcome = velc("run new.st --retain r.json");
+  EXPECT_EQ(outcome.out, "a = ''\nc = V\nn = 5\nmore = 0\ng = 0\n");
+  EXPECT_EQ(
+      outcome.err,
+      "velc: r.json: 'P.a' is left out: it is of type STRING[4], not STRING[3]\n"
+      "velc: r.json: 'P.f' is left out: it is of type ARRAY[1..2] OF STRUCT(x : INT; z : INT), "
+      "not STRUCT(x : INT; z : INT)\n"
+      "velc: r.json: 'P.n' is left out: its value does not fit its type\n"
+      "velc: r.json: 'P.more' is left out: the file has no value for it\n"
+      "velc: r.json: 'P.g' is left out: it is of type INT, not STRUCT(x : INT)\n"
+      "velc: r.json: 'P.gone' is left out: the program has no such retained variable\n");
+  const std::string kept = read("r.json");
+  write("loop.st", "PROGRAM P WHILE TRUE DO END_WHILE END_PROGRAM");
+  EXPECT_EQ(velc("run loop.st --timeout 1 --retain r.json").code, 1);
+  EXPECT_EQ(read("r.json"), kept);
+  for (const char* const noise :
+       {"", "{}", "[[", "\xFF", "{\"velc-retain\":2,\"clock\":5,\"variables\":{}}",
+        "{\"velc-retain\":1,\"clock\":5000000000,\"variables\":{}}"}) {
+    write("r.json", noise);
+    const Outcome refused = velc("run new.st --retain r.json");
+    EXPECT_EQ(refused.err, "velc: r.json is not a file of retained variables\n");
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_EQ(read("r.json"), noise);
+  }
+}
+
 // Device memory and direct I/O, run in both notations.
 
 constexpr const char* kRefreshes =
