@@ -41,10 +41,21 @@ std::string lateText(const RunOptions& options) {
 void compile(const fs::path& folder, const RunOptions& options, const TerminationGuard& guard) {
   const std::string& compiler = options.compiler;
   const Progress progress("compiling");
-  const ProcessResult result = runProcess(
-      {compiler, "-std=gnu11", "-O1", "-I" + includeFolder().native(), "-o", folder / "program",
-       folder / "driver.c", libraryPath("libvelrun.a"), libraryPath("libvelrt.a"), "-lm"},
-      guard, options.timeout);
+  std::vector<std::string> arguments{compiler,
+                                     "-std=gnu11",
+                                     "-O1",
+                                     "-I" + includeFolder().native(),
+                                     "-o",
+                                     folder / "program",
+                                     folder / "driver.c",
+                                     libraryPath("libvelrun.a"),
+                                     libraryPath("libvelrt.a"),
+                                     "-lm"};
+  // Unlike gcc, clang allows only 256 levels of brackets unless it is told otherwise.
+  if (fs::path(compiler).filename().native().find("clang") != std::string::npos) {
+    arguments.push_back("-fbracket-depth=10000");
+  }
+  const ProcessResult result = runProcess(arguments, guard, options.timeout);
   if (result.succeeded()) {
     if (fs::exists(folder / "program")) return;
     throw Failure(fmt::format("the C compiler '{}' made no program", compiler));

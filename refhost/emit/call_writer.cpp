@@ -106,8 +106,8 @@ std::string CallWriter::operatorCallText(const Call& call) {
     return enter([&] { return call.op()->generate(&expressions_, const_cast<Call*>(&call)); });
   };
   const Uses uses = usesOfOperands(call);
-  const bool ordered =
-      uses == Uses::Repeated || (file_.effects.any() && call.traits()->givesValue());
+  const bool ordered = (uses == Uses::Repeated && hasCompoundOperand(call)) ||
+                       (file_.effects.any() && call.traits()->givesValue());
   std::string text =
       ordered ? expressions_.inOrder(parametersOf(call), uses, generate) : generate();
   if (text.empty()) {

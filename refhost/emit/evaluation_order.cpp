@@ -17,12 +17,20 @@ bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
 // False if repeating its C costs nothing: a constant, a variable or a member of one.
 bool isCompound(const ASTNode* node) {
   const auto* operand = static_cast<const Expr*>(node);
-  if (constantInteger(*operand)) return false;
   while (operand->kind == ExprKind::Member) operand = static_cast<const Expr*>(operand->leaf(0));
-  return operand->kind != ExprKind::Variable && literalOf(*operand) == nullptr;
+  const bool simple = operand->kind == ExprKind::Variable || operand->kind == ExprKind::Literal;
+  return !simple && !constantInteger(*operand);
 }
 
 }  // namespace
+
+bool hasCompoundOperand(const Call& call) {
+  const ASTNode& list = *call.leaf(1);
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    if (isCompound(list.leaf(i))) return true;
+  }
+  return false;
+}
 
 std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operands, Uses uses,
                                       const std::function<std::string()>& write) {

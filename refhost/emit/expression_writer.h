@@ -16,6 +16,9 @@ namespace refhost {
 // Integer arithmetic that is written as a cast or as a call, so that it needs no parentheses.
 bool isCastOrCall(const Expr& expr);
 
+// True if an operand's C is no mere constant, variable or member, so that repeating it has a cost.
+bool hasCompoundOperand(const Call& call);
+
 // A complement that is written as a call: C complements the small types as an int, and gcc warns
 // if the result is compared, even after a cast.
 bool isComplementCall(const Expr& expr);
