@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "refhost/spelling.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -24,6 +25,13 @@ Unit* Prelude::unit(std::string_view name) {
   if (!parsed_) parse();
   const auto found = units_.find(name);
   return found != units_.end() ? found->second : nullptr;
+}
+
+void Prelude::offerBlocks(Spelling& spelling) {
+  if (!parsed_) parse();
+  for (const auto& [name, unit] : units_) {
+    if (unit->POUDeclaration::type() == vel::POUType::FunctionBlock) spelling.offer(name);
+  }
 }
 
 void Prelude::parse() {

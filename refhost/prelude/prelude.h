@@ -7,6 +7,8 @@
 
 namespace refhost {
 
+class Spelling;
+
 class Prelude {
  public:
   // The text is appended to `sources`, and its units become nodes of `tree`.
@@ -15,6 +17,8 @@ class Prelude {
   // The declaration of the unit; null when there is none. The text is parsed when it is first
   // needed.
   Unit* unit(std::string_view name);
+  // Offers the names of all function blocks.
+  void offerBlocks(Spelling& spelling);
 
  private:
   void parse();

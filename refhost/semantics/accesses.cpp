@@ -42,7 +42,9 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
     if (!context_.mayMiss(context_.unit)) say(expr, message::kAmbiguousValue, name, name);
   } else {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
+    Remarks* const said =
+        sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
+    if (said != nullptr && !known) parts_.suggestions.addName(*said, expr, name);
   }
   return nullptr;
 }
@@ -83,7 +85,8 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   if (!visible) {
     const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
     if (context_.mayMiss(instance != nullptr ? instance->unit : context_.unit)) return nullptr;
-    say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
+    Remarks& said = say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
+    parts_.suggestions.addMember(said, *expr.leaf(1), name, base.dataType);
     return nullptr;
   }
   expr.symbol = member;

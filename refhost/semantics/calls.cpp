@@ -53,8 +53,9 @@ vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
   const bool known =
       variable != nullptr || services_.symbols.find(std::string(name), {}, Symbol::All) != nullptr;
   if (variable != nullptr && variable->dataType() == nullptr) return nullptr;
-  sayUnknown(call, known ? message::kNotCallable : message::kUnknownName,
-             TreeBuilder::source(*call.leaf(0)));
+  Remarks* const said = sayUnknown(call, known ? message::kNotCallable : message::kUnknownName,
+                                   TreeBuilder::source(*call.leaf(0)));
+  if (said != nullptr && !known) parts_.suggestions.addCallee(*said, *call.leaf(0), name);
   return nullptr;
 }
 
@@ -329,7 +330,10 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
     const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
     const int position = argument.output ? -1 : positionOf(formal);
     if (position < 0 || position >= count) {
-      say(argument, message::kUnknownParameter, name, formal);
+      Remarks& said = say(argument, message::kUnknownParameter, name, formal);
+      if (call.op() != nullptr) {
+        parts_.suggestions.addInput(said, *argument.leaf(0), formal, call.op()->name);
+      }
       return false;
     }
     ASTNode*& place = ordered[static_cast<std::size_t>(position)];
@@ -409,8 +413,9 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     named = binding.named != nullptr;
     if (binding.parameter == nullptr) {
       if (context_.mayMiss(&callee)) continue;
-      say(*binding.node, message::kUnknownParameter, callee.name(),
-          TreeBuilder::source(*binding.node->leaf(0)));
+      const std::string_view formal = TreeBuilder::source(*binding.node->leaf(0));
+      Remarks& said = say(*binding.node, message::kUnknownParameter, callee.name(), formal);
+      parts_.suggestions.addParameter(said, *binding.node->leaf(0), formal, callee);
       continue;
     }
     if (std::find(given.begin(), given.end(), binding.parameter) != given.end()) {
@@ -425,6 +430,9 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
                      "the parameter is declared here");
     }
   }
+  // One of an unknown name is probably meant for a parameter that is missing.
+  const auto isUnknown = [](const Binding& binding) { return binding.parameter == nullptr; };
+  if (std::any_of(bindings.begin(), bindings.end(), isUnknown)) return;
   for (const auto& variable : callee.variables()) {
     const bool missing = variable->role == Role::InOut &&
                          std::find(given.begin(), given.end(), variable.get()) == given.end();

@@ -135,7 +135,8 @@ void Initials::analyseStructValue(const Type* to, Expr& value) {
     const char* const name = static_cast<const Text&>(*field.leaf(0)).text();
     const VarSymbol* const member = memberOf(to, name);
     if (member == nullptr || member->role == Role::InOut || member->role == Role::Temp) {
-      say(field, message::kUnknownMember, displayName(to), name);
+      Remarks& said = say(field, message::kUnknownMember, displayName(to), name);
+      parts_.suggestions.addMember(said, *field.leaf(0), name, to);
     } else if (member->reference) {
       analyseBound(member->name(), member->dataType(), field, 1);
     } else {

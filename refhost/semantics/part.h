@@ -71,10 +71,11 @@ class Part {
     Remarks& said = say(again, message::kRedeclared, name);
     if (first != nullptr) said.note(rangeOf(*first), "first declared here");
   }
-  // Reports each name once in a unit. The name must outlive the analysis.
-  void sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
-    if (context_.isExcused(name)) return;
-    if (context_.unknown.emplace(name, true).second) say(where, format, name);
+  // Reports each name once in a unit. The name must outlive the analysis. Null if it is not
+  // reported.
+  Remarks* sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
+    if (context_.isExcused(name)) return nullptr;
+    return context_.unknown.emplace(name, true).second ? &say(where, format, name) : nullptr;
   }
   bool hasErrorFrom(std::size_t first) const { return messages_.hasErrors(first); }
 

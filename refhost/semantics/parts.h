@@ -14,6 +14,7 @@
 #include "refhost/semantics/sizes.h"
 #include "refhost/semantics/standard_calls.h"
 #include "refhost/semantics/statements.h"
+#include "refhost/semantics/suggestions.h"
 #include "refhost/semantics/types.h"
 
 namespace refhost {
@@ -32,7 +33,8 @@ struct Parts {
         assignments(context, *this),
         statements(context, *this),
         configurations(context, *this),
-        sizes(context, *this) {}
+        sizes(context, *this),
+        suggestions(context, *this) {}
 
   Names names;
   Types types;
@@ -47,6 +49,7 @@ struct Parts {
   Statements statements;
   Configurations configurations;
   Sizes sizes;
+  Suggestions suggestions;
 };
 
 }  // namespace refhost

@@ -166,7 +166,14 @@ ResolvedType Types::resolveName(const TypeSpec& spec) {
   Type* const type = services_.symbols.dataType(spec.name);
   if (type == nullptr) {
     const bool standard = isUnsupportedType(spec.name);
-    sayUnknown(spec, standard ? message::kTypeNotSupported : message::kUnknownType, spec.name);
+    Remarks* const said =
+        sayUnknown(spec, standard ? message::kTypeNotSupported : message::kUnknownType, spec.name);
+    const std::string_view name = spec.name;
+    const bool first = TreeBuilder::source(spec).substr(0, name.size()) == name;
+    if (said != nullptr && !standard && first) {
+      const auto length = static_cast<std::uint32_t>(name.size());
+      parts_.suggestions.addType(*said, {spec.pos(), length}, name);
+    }
   }
   return {type, nullptr};
 }

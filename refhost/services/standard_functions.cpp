@@ -5,6 +5,7 @@
 
 #include "hostkit/folding.h"
 #include "hostkit/operator_traits.h"
+#include "refhost/spelling.h"
 
 namespace refhost {
 namespace {
@@ -68,6 +69,10 @@ int StandardFunction::position(std::string_view formal) const {
 
 bool StandardFunction::takesText(int index) const {
   return index >= inputs() || formals[static_cast<std::size_t>(index)].substr(0, 2) == "IN";
+}
+
+void offerStandardFunctions(Spelling& spelling) {
+  for (const StandardFunction& function : kFunctions) spelling.offer(function.name);
 }
 
 const StandardFunction* standardFunction(std::string_view name) {

@@ -10,6 +10,8 @@
 
 namespace refhost {
 
+class Spelling;
+
 struct StandardFunction {
   enum class Kind : std::uint8_t {
     Operation,   // `operation`, applied from left to right
@@ -39,5 +41,6 @@ struct StandardFunction {
 
 // Null when there is no such function. The lookup ignores letter case.
 const StandardFunction* standardFunction(std::string_view name);
+void offerStandardFunctions(Spelling& spelling);
 
 }  // namespace refhost

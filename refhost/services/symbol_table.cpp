@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "refhost/spelling.h"
+
 namespace refhost {
 
 using vel::Symbol;
@@ -146,6 +148,14 @@ void SymbolTable::addNamedValue(NamedValue* value) {
 void SymbolTable::addAccess(const std::string& scope, const std::string& text,
                             vel::SymbolDataType* type) {
   accesses_[accessKey(scope, text)] = std::make_unique<vel::SymbolTyped>(text, type);
+}
+
+void SymbolTable::offerValues(Spelling& spelling) const {
+  for (const auto& [name, value] : namedValues_) spelling.offer(name);
+}
+
+void SymbolTable::offerTypes(Spelling& spelling) const {
+  for (const auto& [name, type] : types_) spelling.offer(name);
 }
 
 VarSymbol* SymbolTable::global(std::string_view name) const {

@@ -14,6 +14,8 @@
 
 namespace refhost {
 
+class Spelling;
+
 class SymbolTable final {
  public:
   SymbolTable();
@@ -58,6 +60,9 @@ class SymbolTable final {
   bool isAmbiguous(std::string_view name) const {
     return namedValues_.count(name) != 0 && namedValue(name) == nullptr;
   }
+  // For suggestions.
+  void offerValues(Spelling& spelling) const;
+  void offerTypes(Spelling& spelling) const;
   NamedValue* null() const { return null_.get(); }
 
   // Adds an access by its source text, by which operators look up their operands.

@@ -7,6 +7,8 @@
 
 namespace refhost {
 
+class Spelling;
+
 struct Construct {
   enum class Kind : std::uint8_t { Unit, Variables, Members, Resource, Statement };
 
@@ -60,5 +62,7 @@ bool endsDeclaration(int token);
 bool expectsOperand(int token);
 // True if `word` is a keyword that begins a statement.
 bool beginsStatement(std::string_view word);
+// Offers the keywords of blocks and statements.
+void offerKeywords(Spelling& spelling);
 
 }  // namespace refhost

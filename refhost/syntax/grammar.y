@@ -634,7 +634,8 @@ void Parser::report_syntax_error(const context& found) const {
   ExpectedTokens expected;
   for (int i = 0; i < count; ++i) expected.add(symbol_name(kinds[i]));
   if (tokens.refuses(found.location(), expected)) return;
-  errors.unexpected(found.location(), expected.text());
+  Remarks* const said = errors.unexpected(found.location(), expected.text());
+  if (said != nullptr) tokens.suggestKeyword(found.location(), *said);
 }
 
 }  // namespace refhost::grammar

@@ -7,6 +7,7 @@
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
+#include "refhost/spelling.h"
 #include "refhost/syntax/expected_tokens.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
@@ -371,6 +372,19 @@ void TokenStream::endHeader(int token) {
   const bool expected = blocks_.any() && blocks_.top().construct->headerEnd == token;
   if (!expected || !std::exchange(blocks_.top().inHeader, false)) {
     lostOpener_ = lostOpener_ || recovery_ != Recovery::None;
+  }
+}
+
+void TokenStream::suggestKeyword(Span found, Remarks& said) const {
+  for (const Span word : {queue_.wordBefore(found.begin), found}) {
+    const std::string_view text = queue_.textOf(word);
+    Spelling spelling(text);
+    offerKeywords(spelling);
+    const std::string& best = spelling.best();
+    if (best.empty() || equalIgnoringCase(best, text)) continue;
+    const SourceRange range = errors_.rangeOf(word);
+    said.note(range, "did you mean '" + best + "'?").fix(range, best);
+    return;
   }
 }
 

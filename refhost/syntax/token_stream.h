@@ -35,6 +35,8 @@ class TokenStream {
   // To be called at a syntax error at `found`, the token delivered last. Prepares the recovery. If
   // the token is part of a construct that is not supported, reports that and returns true.
   bool refuses(Span found, const ExpectedTokens& expected);
+  // Adds a note to the message on `found` if that or the word before it is a misspelt keyword.
+  void suggestKeyword(Span found, Remarks& said) const;
   // To be called when the parser has found the ';' that ends a mistake.
   void endMistake() { endedMistake_ = true; }
   // To be called when the parser resumes at the token delivered last without looking for a ';'.
