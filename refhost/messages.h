@@ -108,6 +108,7 @@ constexpr MessageFormat kPointerBits       {0xF007F, Severity::Warning, "A point
 constexpr MessageFormat kRepetitions       {0xF0098, Severity::Error, "An initial value cannot be repeated '%s' times, which is %s;"};
 constexpr MessageFormat kNotAReference     {0xF00B0, Severity::Error, "'%s' is not a REFERENCE TO;"};
 constexpr MessageFormat kNotBindable       {0xF00B1, Severity::Error, "'%s' cannot be bound to '%s': it takes a variable of type '%s';"};
+constexpr MessageFormat kOpenArray         {0xF00B2, Severity::Error, "'%s' of type '%s' can only be subscripted, passed on and asked for its bounds;"};
 constexpr MessageFormat kOperatorFailed    {0xF0097, Severity::Error, "Operator '%s' failed: %s;"};
 constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The label '%s' has values of another label: the first of them in the CASE holds;"};
 // clang-format on

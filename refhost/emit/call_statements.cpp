@@ -78,12 +78,8 @@ void StatementWriter::runInstance(const Call& call, const UnitSymbol& block,
     const VarSymbol& parameter = *binding.parameter;
     if (parameter.role == Role::Output) continue;
     const Place member = placeOf(parameter);
-    if (parameter.role == Role::InOut) {
-      body_.statement(member.store(places_.pointerTo(*binding.value, parameter.dataType())));
-      continue;
-    }
-    if (parameter.reference) {
-      body_.statement(places_.bind(member, parameter.dataType(), *binding.value));
+    if (parameter.indirect) {
+      body_.statement(member.store(places_.passed(*binding.value, parameter)));
       continue;
     }
     std::string value;

@@ -203,11 +203,9 @@ std::string CallWriter::functionCallText(const Call& call, const std::vector<Bin
       const std::string output = body_.temporary(type);
       arguments += text ? output : "&" + output;
       if (given != nullptr) stores += ", " + storeOutput(*bindingOf(bindings, parameter), output);
-    } else if (parameter->role == Role::InOut) {
-      // The analysis reports calls that omit an in-out parameter.
-      arguments += given != nullptr ? places_.pointerTo(*given, type) : "NULL";
-    } else if (parameter->reference) {
-      arguments += value != nullptr ? places_.boundText(*value, type) : "NULL";
+    } else if (parameter->indirect) {
+      // The analysis reports calls that omit such a parameter, but for references.
+      arguments += value != nullptr ? places_.passed(*value, *parameter) : "NULL";
     } else if (value != nullptr && value->kind < ExprKind::ArrayValue) {
       arguments += argumentText(*value, type);
     } else if (isComposite(type) && file_.startValues.differFromZero(*parameter)) {

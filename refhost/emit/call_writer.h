@@ -49,6 +49,7 @@ class CallWriter {
 
   // standard_calls.cpp
   std::string standardCallText(const Call& call);
+  std::string boundText(const Call& call);
   // A string is written into `target` or, if that is null, into a temporary.
   std::string runtimeCallText(const Call& call, const Expr* target);
 

@@ -67,6 +67,13 @@ std::string structures(const SymbolNames& names, const Services& services) {
       if (!arrays.insert(names.of(*array).name).second) return;
       out += fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", names.of(*array).name,
                          declaration(names, array->element, fmt::format("a[{}]", array->count())));
+    } else if (const OpenArrayType* const open = asOpenArray(type)) {
+      if (!arrays.insert(names.of(*open).name).second) return;
+      const std::string element = isTextType(open->element)
+                                      ? declaration(names, open->element, "(*a)")
+                                      : pointerText(names, open->element) + " a";
+      out += fmt::format("\nstruct {0} {{\n  {1};\n  i64 low[{2}];\n  i64 high[{2}];\n}};\n",
+                         names.of(*open).name, element, open->dimensions);
     } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
       for (const auto& member : structure->members()) {
         if (!member->indirect) self(self, member->dataType());
@@ -75,7 +82,8 @@ std::string structures(const SymbolNames& names, const Services& services) {
     } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
       const UnitSymbol& block = *instance->unit;
       for (const auto& variable : block.variables()) {
-        if (!variable->indirect) self(self, variable->dataType());
+        const vel::SymbolDataType* const own = variable->dataType();
+        if (!variable->indirect || asOpenArray(own) != nullptr) self(self, own);
       }
       appendStructure(names, block, out);
     }

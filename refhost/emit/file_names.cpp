@@ -110,14 +110,17 @@ void FileNames::nameArrays() {
   // The element type of an array has been added, and thus named, before the array.
   for (const auto& owned : services_.symbols.ownedTypes()) {
     const auto* const array = dynamic_cast<const ArrayType*>(owned.get());
-    if (array == nullptr) continue;
-    std::string element = declaration(names_, array->element, "of");
+    const OpenArrayType* const open = asOpenArray(owned.get());
+    if (array == nullptr && open == nullptr) continue;
+    const vel::SymbolDataType* const type = array != nullptr ? array->element : open->element;
+    std::string element = declaration(names_, type, "of");
     for (char& c : element) {
       const bool letter = std::isalnum(static_cast<unsigned char>(c)) != 0;
       if (!letter) c = c == '*' ? 'p' : '_';
     }
-    const std::string text =
-        declaration(names_, array->element, fmt::format("a[{}]", array->count()));
+    const std::string kind = array != nullptr ? fmt::format("array_{}", array->count())
+                                              : fmt::format("open_{}", open->dimensions);
+    const std::string text = kind + declaration(names_, type, " a");
     std::string& name = arrays[text];
     if (name.empty()) {
       constexpr std::string_view kStruct = "struct_";
@@ -126,9 +129,9 @@ void FileNames::nameArrays() {
       // Lest a chain of n nested arrays have names of n * n characters.
       constexpr std::size_t kLongest = 100;
       if (element.size() > kLongest) element = fmt::format("nested_{}", arrays.size());
-      name = file_.allocate(fmt::format("array_{}_{}", array->count(), element));
+      name = file_.allocate(fmt::format("{}_{}", kind, element));
     }
-    names_[*array].name = name;
+    names_[*owned].name = name;
   }
 }
 

@@ -44,6 +44,27 @@ std::string PlaceWriter::bind(const Place& reference, const vel::SymbolDataType*
   return Place{Place::Kind::Object, reference.text}.store(boundText(target, type));
 }
 
+std::string PlaceWriter::passed(const Expr& value, const VarSymbol& parameter) {
+  const vel::SymbolDataType* const type = parameter.dataType();
+  const OpenArrayType* const open = asOpenArray(type);
+  if (open == nullptr) {
+    return parameter.reference ? boundText(value, type) : pointerTo(value, type);
+  }
+  const Place place = of(value);
+  const auto* const array = dynamic_cast<const ArrayType*>(value.dataType);
+  if (array == nullptr) return place.load();
+  std::string low;
+  std::string high;
+  for (const Bounds& bounds : array->bounds) {
+    const char* const separator = low.empty() ? "" : ", ";
+    appendInteger(bounds.low, low += separator);
+    appendInteger(bounds.high, high += separator);
+  }
+  return fmt::format("({}){{({}){}, {{{}}}, {{{}}}}}", typeText(file_.names, type),
+                     elementPointerText(file_.names, *open->element), place.member("a").load(), low,
+                     high);
+}
+
 std::string PlaceWriter::boundText(const Expr& target, const vel::SymbolDataType* type) {
   if (isNull(target)) return "NULL";
   return fmt::format("({}){}", pointerText(file_.names, type), pointerTo(target, type));
@@ -70,6 +91,10 @@ Place PlaceWriter::element(const Expr& expr) {
   const auto& base = static_cast<const Expr&>(*expr.leaf(0));
   const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
   if (array != nullptr) return of(base).member("a[" + indexText(expr, *array) + "]");
+  if (const OpenArrayType* const open = asOpenArray(base.dataType)) {
+    const std::string whole = of(base).load();
+    return {Place::Kind::Object, fmt::format("{}.a[{}]", whole, indexText(expr, *open, whole))};
+  }
   // Not an array, but a pointer to its first element.
   std::string text = of(base).load();
   if (isText(typeOf(expr))) text = fmt::format("(({}){})", arrayPointerText(*expr.dataType), text);
@@ -95,14 +120,32 @@ std::string PlaceWriter::indexText(const Expr& expr, const ArrayType& array) {
     std::string high;
     appendInteger(bounds.low, low);
     appendInteger(bounds.high, high);
-    const char* const function =
-        typeOf(*subscript) == BasicDataType::ULInt ? "vel_index_u64" : "vel_index";
-    text +=
-        fmt::format("{}({}, {}, {})", function, expressions_.expressionText(subscript), low, high);
+    text += subscriptText(*subscript, low, high);
     if (stride != 1) text += fmt::format(" * {}", stride);
   }
   if (text.empty()) return textOf(known);
   return known == 0 ? text : fmt::format("{} + {}", text, known);
+}
+
+std::string PlaceWriter::indexText(const Expr& expr, const OpenArrayType& array,
+                                   const std::string& whole) {
+  std::string text;
+  for (int i = 0; i < array.dimensions; ++i) {
+    const std::string low = fmt::format("{}.low[{}]", whole, i);
+    const std::string high = fmt::format("{}.high[{}]", whole, i);
+    if (i > 1) text = "(" + text + ")";
+    if (i > 0) text += fmt::format(" * (size_t)({} - {} + 1) + ", high, low);
+    text += subscriptText(*expr.leaf(i + 1), low, high);
+  }
+  return text;
+}
+
+std::string PlaceWriter::subscriptText(const ASTNode& subscript, const std::string& low,
+                                       const std::string& high) {
+  const char* const function =
+      typeOf(subscript) == BasicDataType::ULInt ? "vel_index_u64" : "vel_index";
+  return fmt::format("{}({}, {}, {})", function,
+                     expressions_.expressionText(const_cast<ASTNode*>(&subscript)), low, high);
 }
 
 Place PlaceWriter::of(const VarSymbol& variable) {
@@ -110,7 +153,9 @@ Place PlaceWriter::of(const VarSymbol& variable) {
   if (variable.isLocated()) return Place::ofLocated(file_.names, variable);
   const bool output =
       variable.role == Role::Output && variable.owner->type() == vel::POUType::Function;
-  const bool indirect = !isTextType(variable.dataType()) && (variable.indirect || output);
+  const vel::SymbolDataType* const type = variable.dataType();
+  const bool indirect =
+      !isTextType(type) && asOpenArray(type) == nullptr && (variable.indirect || output);
   if (variable.owner == file_.services.symbols.globals()) {
     return {indirect ? Kind::Pointed : Kind::Object,
             file_.names.of(*variable.owner).data + "." + file_.names.of(variable)};

@@ -23,7 +23,12 @@ class PlaceWriter {
 
   // A pointer to the lvalue `value` of type `type`; for a string, to its first character.
   std::string pointerTo(const Expr& value, const vel::SymbolDataType* type);
-  // The same for a reference to `type` that is to be bound to `target`, which may be NULL or 0.
+  // The argument for a parameter that is indirect.
+  std::string passed(const Expr& value, const VarSymbol& parameter);
+  // The index from 0 of a subscript of a dimension with these bounds in C.
+  std::string subscriptText(const vel::ASTNode& subscript, const std::string& low,
+                            const std::string& high);
+  // A pointer for a reference to `type` that is to be bound to `target`, which may be NULL or 0.
   std::string boundText(const Expr& target, const vel::SymbolDataType* type);
   // The statement, without its semicolon, that binds the reference to `type` whose place is given.
   std::string bind(const Place& reference, const vel::SymbolDataType* type, const Expr& target);
@@ -34,6 +39,8 @@ class PlaceWriter {
   Place named(const Expr& expr);
   Place element(const Expr& expr);
   std::string indexText(const Expr& expr, const ArrayType& array);
+  // `whole` is the array in C.
+  std::string indexText(const Expr& expr, const OpenArrayType& array, const std::string& whole);
 
   FileContext& file_;
   FunctionBody& body_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "refhost/emit/expression_writer.h"
+#include "refhost/semantics/constants.h"
 #include "refhost/services/standard_functions.h"
 
 namespace refhost {
@@ -42,6 +43,8 @@ std::string CallWriter::standardCallText(const Call& call) {
     case Kind::Operation:
     case Kind::Comparison:
       return "(" + expressions_.expressionText(call.operation) + ")";
+    case Kind::Bound:
+      return boundText(call);
     case Kind::IsBound:
       return fmt::format("({} != NULL)",
                          places_.of(static_cast<const Expr&>(*call.leaf(1)->leaf(0))).text);
@@ -51,6 +54,32 @@ std::string CallWriter::standardCallText(const Call& call) {
       return expressions_.inOrder(parametersOf(call), ExpressionWriter::Uses::Once,
                                   [&] { return runtimeCallText(call, nullptr); });
   }
+}
+
+std::string CallWriter::boundText(const Call& call) {
+  std::string text;
+  if (call.constant != nullptr) {
+    appendInteger(call.constant->value(), text);
+    return text[0] == '-' ? "(" + text + ")" : text;
+  }
+  const auto& array = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
+  const ASTNode& dimension = *call.leaf(1)->leaf(1);
+  const char* const member = call.standard()->cName;
+  const auto number = constantInteger(dimension);
+  const auto indexOf = [&](std::size_t count) {
+    return number ? textOf(*number - 1)
+                  : places_.subscriptText(dimension, "1", std::to_string(count));
+  };
+  if (const OpenArrayType* const open = asOpenArray(array.dataType)) {
+    return fmt::format("((i32){}.{}[{}])", places_.of(array).load(), member,
+                       indexOf(static_cast<std::size_t>(open->dimensions)));
+  }
+  const auto& bounds = static_cast<const ArrayType*>(array.dataType)->bounds;
+  for (const Bounds& dimensions : bounds) {
+    if (!text.empty()) text += ", ";
+    appendInteger(std::string_view(member) == "low" ? dimensions.low : dimensions.high, text);
+  }
+  return fmt::format("((const i32[]){{{}}}[{}])", text, indexOf(bounds.size()));
 }
 
 std::string CallWriter::inPlaceText(const Call& call, const Expr& target) {

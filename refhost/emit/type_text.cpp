@@ -34,12 +34,7 @@ std::string typeText(const SymbolNames& names, const vel::SymbolDataType* type) 
   if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
     return "struct " + names.of(*instance->unit).name;
   }
-  if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    return "struct " + names.of(*structure).name;
-  }
-  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
-    return "struct " + names.of(*array).name;
-  }
+  if (isComposite(type)) return "struct " + names.of(*type).name;
   return pointerText(names, static_cast<const PointerType*>(type)->target);
 }
 
@@ -55,11 +50,15 @@ std::string declaration(const SymbolNames& names, const vel::SymbolDataType* typ
   return fmt::format("{} {}", typeText(names, type), name);
 }
 
+std::string elementPointerText(const SymbolNames& names, const vel::SymbolDataType& element) {
+  return isTextType(&element) ? arrayPointerText(element) : pointerText(names, &element);
+}
+
 std::string declaration(const SymbolNames& names, const VarSymbol& variable) {
   const vel::SymbolDataType* const type = variable.dataType();
   const std::string& name = names.of(variable);
   if (variable.reference) return fmt::format("{} {}", pointerText(names, type), name);
-  if (!variable.indirect) return declaration(names, type, name);
+  if (!variable.indirect || asOpenArray(type) != nullptr) return declaration(names, type, name);
   return isTextType(type) ? fmt::format("{}* {}", characterType(*type), name)
                           : declaration(names, type, "*" + name);
 }

@@ -25,6 +25,9 @@ std::string arrayPointerText(const vel::SymbolDataType& text);
 // The C type of a pointer that a program binds to variables of the type `target`, null for any.
 std::string pointerText(const SymbolNames& names, const vel::SymbolDataType* target);
 
+// The C type of a pointer to the elements of an array.
+std::string elementPointerText(const SymbolNames& names, const vel::SymbolDataType& element);
+
 // The C declaration of a variable or member, without a semicolon: of a pointer if it is indirect.
 std::string declaration(const SymbolNames& names, const VarSymbol& variable);
 // The C declaration of `name`, without a semicolon.

@@ -114,7 +114,7 @@ vel::SymbolDataType* Expressions::typePart(Expr& expr) {
 
 // An element of an array, or of the memory from the target of a pointer on.
 vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
-  const Expr& base = analyseLeaf(expr, 0);
+  const Expr& base = analyseArray(expr, 0);
   for (int i = 1; i < expr.leavesCount(); ++i) {
     const Expr& subscript = analyseLeaf(expr, i);
     if (subscript.dataType == nullptr || isInteger(typeOf(subscript))) continue;
@@ -126,17 +126,20 @@ vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
   if (pointer != nullptr && !pointer->isReference && pointer->target != nullptr && given == 1) {
     return pointer->target;
   }
+  const OpenArrayType* const open = asOpenArray(base.dataType);
   const auto* const array = dynamic_cast<const ArrayType*>(base.dataType);
-  if (array == nullptr) {
+  if (array == nullptr && open == nullptr) {
     say(expr, message::kNoElements, TreeBuilder::source(base), displayName(base.dataType));
     return nullptr;
   }
-  const auto dimensions = static_cast<int>(array->bounds.size());
+  const int dimensions =
+      open != nullptr ? open->dimensions : static_cast<int>(array->bounds.size());
   if (given != dimensions) {
     say(expr, message::kSubscriptCount, TreeBuilder::source(base), std::to_string(dimensions),
         std::to_string(given));
     return nullptr;
   }
+  if (open != nullptr) return open->element;
   for (int i = 0; i < dimensions; ++i) {
     const ASTNode& subscript = *expr.leaf(i + 1);
     const Bounds& bounds = array->bounds[static_cast<std::size_t>(i)];

@@ -434,10 +434,13 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   const auto isUnknown = [](const Binding& binding) { return binding.parameter == nullptr; };
   if (std::any_of(bindings.begin(), bindings.end(), isUnknown)) return;
   for (const auto& variable : callee.variables()) {
-    const bool missing = variable->role == Role::InOut &&
-                         std::find(given.begin(), given.end(), variable.get()) == given.end();
+    const bool needed = variable->indirect && !variable->reference;
+    const bool missing =
+        needed && std::find(given.begin(), given.end(), variable.get()) == given.end();
     if (!missing || context_.mayMiss(&callee)) continue;
-    Remarks& said = say(call, message::kInOutMissing, variable->name(), callee.name());
+    Remarks& said = variable->role == Role::InOut
+                        ? say(call, message::kInOutMissing, variable->name(), callee.name())
+                        : say(call, message::kTooFewArguments, callee.name());
     if (!callee.standard) said.note(rangeOf(*variable->declared), "the parameter is declared here");
   }
 }
@@ -461,6 +464,8 @@ void Calls::checkArgument(const Binding& binding, const UnitSymbol& callee) {
     }
   } else if (parameter.role == Role::InOut) {
     requirePassable(binding);
+  } else if (asOpenArray(parameter.dataType()) != nullptr) {
+    requirePassable(binding);
   } else if (parameter.reference) {
     parts_.assignments.checkBound(parameter.name(), parameter.dataType(), *binding.value);
   } else {
@@ -474,9 +479,13 @@ void Calls::requirePassable(const Binding& binding) {
   const Expr& value = *binding.value;
   const Type* const wanted = binding.parameter->dataType();
   if (value.dataType == nullptr || wanted == nullptr) return;
-  const auto* const variable = asVariable(value.symbol);
-  const bool constant = variable != nullptr && variable->constant;
-  if (constant || !parts_.expressions.hasAddress(value) || !sameType(*value.dataType, *wanted)) {
+  const bool passable =
+      parts_.expressions.hasAddress(value) && isPassable(*value.dataType, *wanted);
+  if (binding.parameter->role == Role::Input) {
+    if (passable) return;
+    say(value, message::kNotBindable, binding.parameter->name(), TreeBuilder::source(value),
+        displayName(wanted));
+  } else if (!passable || isReadOnly(value)) {
     say(value, message::kNotPassable, TreeBuilder::source(value), binding.parameter->name(),
         displayName(wanted));
   }

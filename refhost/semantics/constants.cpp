@@ -67,6 +67,10 @@ BasicDataType typeThatHolds(Integer value, BasicDataType wanted) {
 }  // namespace
 
 std::optional<TypedConstant> constantOf(const ASTNode& expression) {
+  if (kindOf(expression) == NodeKind::Invocation) {
+    const TypedConstant* const known = static_cast<const Call&>(expression).constant;
+    return known != nullptr ? std::optional(*known) : std::nullopt;
+  }
   if (expression.type() != vel::ASTType::Expression) return {};
   const auto& expr = static_cast<const Expr&>(expression);
   if (const Literal* const literal = literalOf(expr)) return literalConstant(literal->value);

@@ -30,6 +30,11 @@ Role roleOf(VarSection section) {
   return Role::Local;
 }
 
+bool takesOpenArrays(const UnitSymbol& unit, const VarBlock& block) {
+  return block.section == VarSection::InOut ||
+         (block.section == VarSection::Input && unit.type() == vel::POUType::Function);
+}
+
 template <typename Visit>
 void forEachDeclaration(const UnitSymbol& unit, Visit visit) {
   const ASTNode* const blocks = unit.node->leaf(Unit::kVarBlocks);
@@ -120,7 +125,8 @@ void Declarations::declareVariables(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     ASTNode* const spec = declaration.leaf(VarDecl::kType);
     const ResolvedType type =
-        spec != nullptr ? parts_.types.resolveVariable(*spec) : ResolvedType();
+        spec != nullptr ? parts_.types.resolveVariable(*spec, takesOpenArrays(unit, block))
+                        : ResolvedType();
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       if (block.section == VarSection::External) {
@@ -142,7 +148,9 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   const Role role = roleOf(block.section);
   const ASTNode* const spec = declaration.leaf(VarDecl::kType);
   const bool refers = spec != nullptr && isReferenceSpec(*spec);
-  const bool bits = declaration.bitParameter && (role == Role::Input || role == Role::InOut);
+  const bool open = asOpenArray(type) != nullptr;
+  const bool bits =
+      declaration.bitParameter && !open && (role == Role::Input || role == Role::InOut);
   auto variable = block.constant ? parts_.names.takeAhead(name.text()) : nullptr;
   if (variable == nullptr) {
     variable = std::make_unique<VarSymbol>(
@@ -153,6 +161,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->constant = block.constant;
   variable->refused = variable->refused || declaration.valueMissing;
   variable->retention = block.retention;
+  if (open) variable->indirect = true;
   if (refers) makeReference(*variable, declaration);
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
     // Nothing calls a PROGRAM, so its parameters may have fixed addresses.

@@ -36,6 +36,16 @@ bool areOfTwoEnumerations(const Expr& left, const Expr& right) {
 }  // namespace
 
 Expr& Expressions::analyseLeaf(ASTNode& parent, int index, const Type* wanted) {
+  Expr& expr = analyseArray(parent, index, wanted);
+  if (asOpenArray(expr.dataType) != nullptr && asOpenArray(wanted) == nullptr) {
+    say(expr, message::kOpenArray, TreeBuilder::source(expr), displayName(expr.dataType));
+    expr.dataType = nullptr;
+    expr.setBasicType(BasicDataType::None);
+  }
+  return expr;
+}
+
+Expr& Expressions::analyseArray(ASTNode& parent, int index, const Type* wanted) {
   if (becomesAddress(parent, index)) {
     const ASTNode& access = *parent.leaf(index);
     Expr* const address = tree_.make<Expr>(ExprKind::Variable);
@@ -106,6 +116,7 @@ vel::SymbolDataType* Expressions::typeExpression(Expr& expr, const Type* wanted)
 vel::SymbolDataType* Expressions::typeCall(Expr& expr, const Type* wanted) {
   auto& call = static_cast<Call&>(*expr.leaf(0));
   Type* const type = parts_.calls.analyseCall(call, wanted);
+  expr.constant = call.constant;
   parts_.calls.requireValue(call, type);
   return type;
 }

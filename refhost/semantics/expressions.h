@@ -15,6 +15,8 @@ class Expressions : public Part {
   // `wanted` is the type that the context expects, null for none: a value of this enumeration goes
   // before those of others, and an untyped 0 or 1 is a BOOL where that is expected.
   Expr& analyseLeaf(ASTNode& parent, int index, const Type* wanted = nullptr);
+  // The same for an operand that may also be an ARRAY[*].
+  Expr& analyseArray(ASTNode& parent, int index, const Type* wanted = nullptr);
   void analyse(Expr& expr, const Type* wanted = nullptr);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<Integer> requireConstant(ASTNode& parent, int index);

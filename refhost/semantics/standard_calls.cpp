@@ -2,6 +2,7 @@
 
 #include "core/operator.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
 #include "refhost/services/standard_functions.h"
 #include "refhost/syntax/parser.h"
@@ -62,6 +63,7 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
     return nullptr;
   }
   if (function.kind == Kind::Clock) return services_.symbols.elementary(BasicDataType::Time);
+  if (function.kind == Kind::Bound) return callBound(call);
   if (function.kind == Kind::IsBound) return callIsBound(*call.leaf(1));
   // A call becomes a chain of binary operators, one level deeper for each input.
   if (count > kMaxNesting - nestedInputs_) {
@@ -73,6 +75,46 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
   Type* const type = text ? callStringFunction(call) : callOperation(call);
   nestedInputs_ -= count;
   return type;
+}
+
+// A constant if the array has fixed bounds and the dimension is constant.
+vel::SymbolDataType* StandardCalls::callBound(Call& call) {
+  ASTNode& list = *call.leaf(1);
+  const Expr& array = parts_.expressions.analyseArray(list, 0);
+  const Expr& dimension = parts_.expressions.analyseLeaf(list, 1);
+  if (array.dataType == nullptr || dimension.dataType == nullptr) return nullptr;
+  const auto* const fixed = dynamic_cast<const ArrayType*>(array.dataType);
+  const OpenArrayType* const open = asOpenArray(array.dataType);
+  if (fixed == nullptr && open == nullptr) {
+    say(array, message::kNoElements, TreeBuilder::source(array), displayName(array.dataType));
+    return nullptr;
+  }
+  if (!isInteger(typeOf(dimension))) {
+    say(dimension, message::kSubscriptType, describe(dimension));
+    return nullptr;
+  }
+  const Integer count =
+      fixed != nullptr ? static_cast<int>(fixed->bounds.size()) : open->dimensions;
+  const auto number = constantInteger(dimension);
+  if (number && (*number < 1 || *number > count)) {
+    say(dimension, message::kSubscriptRange, TreeBuilder::source(dimension), "1", textOf(count));
+    return nullptr;
+  }
+  Type* const result = services_.symbols.elementary(BasicDataType::DInt);
+  for (Integer i = 1; fixed != nullptr && i <= count; ++i) {
+    const Bounds& bounds = fixed->bounds[static_cast<std::size_t>(i - 1)];
+    const bool lower = std::string_view(call.standard()->cName) == "low";
+    const Integer bound = lower ? bounds.low : bounds.high;
+    if (number && *number != i) continue;
+    if (!fits(bound, BasicDataType::DInt)) {
+      say(array, message::kConstantTooLarge, textOf(bound), displayName(result));
+      return nullptr;
+    }
+    if (!number) continue;
+    call.constant =
+        tree_.make<TypedConstant>(static_cast<std::uint64_t>(bound), BasicDataType::DInt);
+  }
+  return result;
 }
 
 vel::SymbolDataType* StandardCalls::callIsBound(ASTNode& list) {

@@ -15,6 +15,7 @@ class StandardCalls : public Part {
  private:
   Type* callOperation(Call& call);
   Type* callIsBound(ASTNode& list);
+  Type* callBound(Call& call);
   Type* callStringFunction(Call& call);
 
   int nestedInputs_ = 0;  // of the calls around the expression that is being analysed

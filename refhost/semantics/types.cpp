@@ -111,7 +111,12 @@ void Types::resolveNow(DeclaredType& declared) {
   declared.resolved = resolved;
 }
 
-ResolvedType Types::resolveVariable(ASTNode& node) {
+ResolvedType Types::resolveVariable(ASTNode& node, bool openArrays) {
+  if (openArrays && isOpenArraySpec(node)) {
+    auto& spec = static_cast<TypeSpec&>(node);
+    spec.dataType = resolveOpenArray(spec);
+    return {spec.dataType, nullptr};
+  }
   return resolve(isReferenceSpec(node) ? *node.leaf(0) : node);
 }
 
@@ -120,6 +125,11 @@ ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
     say(node, message::kNotSupported,
         "References (REFERENCE TO) within other types, in type declarations and as results are");
     return resolve(*node.leaf(0));
+  }
+  if (isOpenArraySpec(node)) {
+    say(node, message::kNotSupported,
+        "Arrays of any bounds (ARRAY[*]) but as in-out parameters and inputs of functions are");
+    return {};
   }
   auto& spec = static_cast<TypeSpec&>(node);
   switch (spec.type()) {
@@ -272,11 +282,22 @@ vel::SymbolDataType* Types::resolveArray(TypeSpec& spec) {
   return type;
 }
 
+vel::SymbolDataType* Types::resolveOpenArray(TypeSpec& spec) {
+  Type* const element = resolve(*spec.leaf(0)).type;
+  const int dimensions = spec.leavesCount() - 1;
+  for (int i = 1; i <= dimensions; ++i) {
+    if (spec.leaf(i)->leavesCount() == 0) continue;
+    say(*spec.leaf(i), message::kNotSupported, "Arrays of both fixed and any bounds are");
+    return nullptr;
+  }
+  return element != nullptr ? services_.symbols.openArrayType(element, dimensions) : nullptr;
+}
+
 void Types::declareMembers(StructType& structure, ASTNode& spec) {
   for (int d = 0; d < spec.leavesCount(); ++d) {
     auto& declaration = static_cast<VarDecl&>(*spec.leaf(d));
     ASTNode* const type = declaration.leaf(VarDecl::kType);
-    const ResolvedType resolved = type != nullptr ? resolveVariable(*type) : ResolvedType{};
+    const ResolvedType resolved = type != nullptr ? resolveVariable(*type, false) : ResolvedType{};
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       auto member = std::make_unique<VarSymbol>(name.text(), resolved.type, Role::Member, nullptr);

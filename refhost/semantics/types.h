@@ -23,8 +23,8 @@ class Types : public Part {
   // `name` is that of the TYPE declaration, empty for an anonymous type.
   ResolvedType resolve(ASTNode& node, const std::string& name = {});
   // The same for the type of a variable or member, which may also be a REFERENCE TO: then the type
-  // is that of its target.
-  ResolvedType resolveVariable(ASTNode& node);
+  // is that of its target. `openArrays`: or an ARRAY[*].
+  ResolvedType resolveVariable(ASTNode& node, bool openArrays);
   // The initial values of types and members; to be called once all types are declared.
   void analyseTypeInitials();
 
@@ -50,6 +50,7 @@ class Types : public Part {
   Type* resolveSubrange(TypeSpec& spec, const std::string& name);
   Type* resolveEnumeration(TypeSpec& spec, const std::string& name);
   Type* resolveArray(TypeSpec& spec);
+  Type* resolveOpenArray(TypeSpec& spec);
   void declareMembers(StructType& structure, ASTNode& spec);
   std::string anonymousName(const std::string& kind);
 

@@ -23,6 +23,12 @@ std::string arrayName(const vel::SymbolDataType& element, const std::vector<Boun
   return name + "] OF " + nestedName(element);
 }
 
+std::string openArrayName(const vel::SymbolDataType& element, int dimensions) {
+  std::string name = "ARRAY[*";
+  for (int i = 1; i < dimensions; ++i) name += ", *";
+  return name + "] OF " + nestedName(element);
+}
+
 std::string pointerName(const vel::SymbolDataType* target, bool reference) {
   if (target == nullptr) return "NULL";
   return (reference ? "REF_TO " : "POINTER TO ") + nestedName(*target);
@@ -93,6 +99,31 @@ std::int64_t ArrayType::count() const {
   return static_cast<std::int64_t>(product);
 }
 
+OpenArrayType::OpenArrayType(vel::SymbolDataType* elementType, int dimensionCount)
+    : SymbolDataType(openArrayName(*elementType, dimensionCount), BasicDataType::Derived),
+      element(elementType),
+      dimensions(dimensionCount) {}
+
+const OpenArrayType* asOpenArray(const vel::SymbolDataType* type) {
+  if (type == nullptr || type->dataType() != BasicDataType::Derived) return nullptr;
+  return dynamic_cast<const OpenArrayType*>(type);
+}
+
+// The bounds of an ARRAY[*] are DINTs.
+bool isPassable(const vel::SymbolDataType& from, const vel::SymbolDataType& to) {
+  const OpenArrayType* const wanted = asOpenArray(&to);
+  if (wanted == nullptr) return sameType(from, to);
+  if (const OpenArrayType* const open = asOpenArray(&from)) {
+    return open->dimensions == wanted->dimensions && sameType(*open->element, *wanted->element);
+  }
+  const auto* const array = dynamic_cast<const ArrayType*>(&from);
+  return array != nullptr && array->bounds.size() == static_cast<std::size_t>(wanted->dimensions) &&
+         sameType(*array->element, *wanted->element) &&
+         std::all_of(array->bounds.begin(), array->bounds.end(), [](const Bounds& bounds) {
+           return fits(bounds.low, BasicDataType::DInt) && fits(bounds.high, BasicDataType::DInt);
+         });
+}
+
 StructType::StructType(const std::string& name, const ASTNode& node)
     : SymbolDataType(name, BasicDataType::Structure), declared(node) {}
 
@@ -148,7 +179,7 @@ bool isWritable(const Expr& place) {
   const auto* const variable = asVariable(place.symbol);
   if (place.kind == ExprKind::Variable) {
     // A device address has no symbol and is writable.
-    return place.symbol == nullptr || (variable != nullptr && !variable->constant);
+    return place.symbol == nullptr || (variable != nullptr && !isReadOnly(place));
   }
   if (!isAccess(place.kind)) return false;
   const auto& base = static_cast<const Expr&>(*place.leaf(0));
@@ -159,6 +190,22 @@ bool isWritable(const Expr& place) {
   if (place.kind != ExprKind::Member) return isWritable(base);
   if (variable == nullptr || variable->reference) return variable != nullptr;
   return variable->role == Role::Member ? isWritable(base) : variable->role == Role::Input;
+}
+
+bool isReadOnly(const Expr& place) {
+  const auto* const variable = asVariable(place.symbol);
+  if (place.kind == ExprKind::Variable) {
+    const bool input = variable != nullptr && variable->role == Role::Input;
+    return variable != nullptr &&
+           (variable->constant || (input && variable->indirect && !variable->reference));
+  }
+  if (!isAccess(place.kind) || place.kind == ExprKind::Dereference) return false;
+  const auto& base = static_cast<const Expr&>(*place.leaf(0));
+  if (place.kind == ExprKind::Member) {
+    return variable != nullptr && variable->role == Role::Member && !variable->reference &&
+           isReadOnly(base);
+  }
+  return valueType(base.dataType) != BasicDataType::Pointer && isReadOnly(base);
 }
 
 bool isBindable(const Expr& reference) {

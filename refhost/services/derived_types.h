@@ -45,6 +45,22 @@ class ArrayType final : public vel::SymbolDataType {
   Expr* const elementInitial;        // declared with the element type; null for none
 };
 
+// ARRAY[*], a parameter that stands for arrays of any bounds. In C it is a structure that holds the
+// address of the first element and the bounds.
+class OpenArrayType final : public vel::SymbolDataType {
+ public:
+  OpenArrayType(vel::SymbolDataType* elementType, int dimensionCount);
+
+  vel::SymbolDataType* const element;
+  const int dimensions;
+};
+
+// Null for every other type.
+const OpenArrayType* asOpenArray(const vel::SymbolDataType* type);
+// True if a variable of type `from` can be passed to an in-out parameter, or an ARRAY[*], of type
+// `to`.
+bool isPassable(const vel::SymbolDataType& from, const vel::SymbolDataType& to);
+
 class StructType final : public vel::SymbolDataType {
  public:
   // `node` is its name, or its specification if it has none.
@@ -114,6 +130,8 @@ VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
 
 // True if the program may assign to the expression.
 bool isWritable(const Expr& place);
+// True of a constant, of an ARRAY[*] that is an input, and of parts of them.
+bool isReadOnly(const Expr& place);
 // True if the program may bind the REFERENCE TO: if it is no member of a constant.
 bool isBindable(const Expr& reference);
 

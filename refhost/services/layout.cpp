@@ -31,7 +31,13 @@ bool isNamed(const Type& type) {
   return structure != nullptr ? kindOf(structure->declared) == NodeKind::Text : isInstance(&type);
 }
 
+// An ARRAY[*] is a pointer and two bounds for each dimension.
+bool hasParts(const Type& type) { return isComposite(&type) && asOpenArray(&type) == nullptr; }
+
 std::optional<Layout> simpleLayout(const Type& type) {
+  if (const OpenArrayType* const open = asOpenArray(&type)) {
+    return Layout{8 + 16 * static_cast<std::uint64_t>(open->dimensions), 8};
+  }
   if (const auto* const text = dynamic_cast<const StringType*>(&type)) {
     return Layout{static_cast<std::uint64_t>(text->byteSize()),
                   text->dataType() == BasicDataType::String ? 1U : 2U};
@@ -72,7 +78,7 @@ Layouts::Entry& Layouts::entryOf(const Type& type) {
 
 std::optional<Layout> Layouts::of(const Type* type) {
   if (type == nullptr) return std::nullopt;
-  if (!isComposite(type)) return simpleLayout(*type);
+  if (!hasParts(*type)) return simpleLayout(*type);
   Entry& entry = entryOf(*type);
   visitDependencies(
       entry,
@@ -106,11 +112,12 @@ std::optional<Layout> Layouts::ofVariables(const UnitSymbol& unit) {
 
 std::optional<Layout> Layouts::known(const Type* type) {
   if (type == nullptr) return std::nullopt;
-  return isComposite(type) ? entryOf(*type).layout : simpleLayout(*type);
+  return hasParts(*type) ? entryOf(*type).layout : simpleLayout(*type);
 }
 
 bool Layouts::append(Layout& whole, const VarSymbol& variable) {
-  const auto part = variable.indirect ? kPointer : known(variable.dataType());
+  const bool pointer = variable.indirect && asOpenArray(variable.dataType()) == nullptr;
+  const auto part = pointer ? kPointer : known(variable.dataType());
   if (!part) return false;
   whole.size = sum(aligned(whole.size, part->alignment), part->size);
   whole.alignment = std::max(whole.alignment, part->alignment);

@@ -39,6 +39,8 @@ constexpr StandardFunction kFunctions[] = {
     {"DIVTIME",   Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
     {"TIME",      Kind::Clock,     kNone,         {},             false},
     {"__ISVALIDREF", Kind::IsBound,  kNone,           {"IN"},         false},
+    {"LOWER_BOUND",  Kind::Bound,    kNone,           {"ARR", "DIM"}, false, "low"},
+    {"UPPER_BOUND",  Kind::Bound,    kNone,           {"ARR", "DIM"}, false, "high"},
 
     {"LEN",     Kind::Count, kNone, {"IN"},                   false, "length"},
     {"LEFT",    Kind::Part,  kNone, {"IN", "L"},              false, "left"},

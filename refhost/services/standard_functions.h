@@ -20,6 +20,7 @@ struct StandardFunction {
     Part,        // of the runtime: a string no longer than the first input
     Join,        // of the runtime: a string no longer than all inputs together
     Clock,       // the time of the scan
+    Bound,       // of the dimension of an array: the member `cName` of an ARRAY[*]
     IsBound,     // whether the REFERENCE TO is bound
   };
 

@@ -129,6 +129,12 @@ ArrayType* SymbolTable::arrayType(vel::SymbolDataType* element, Expr* elementIni
   return known;
 }
 
+OpenArrayType* SymbolTable::openArrayType(vel::SymbolDataType* element, int dimensions) {
+  OpenArrayType*& known = unnamed_.openArrays[{element, dimensions}];
+  if (known == nullptr) known = addType(std::make_unique<OpenArrayType>(element, dimensions));
+  return known;
+}
+
 PointerType* SymbolTable::pointerType(vel::SymbolDataType* target, bool isReference) {
   PointerType*& known = unnamed_.pointers[{target, isReference}];
   if (known == nullptr) known = addType(std::make_unique<PointerType>(target, isReference));

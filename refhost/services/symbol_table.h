@@ -37,6 +37,7 @@ class SymbolTable final {
   // Anonymous types that are the same are one object.
   ArrayType* arrayType(vel::SymbolDataType* element, Expr* elementInitial,
                        const std::vector<Bounds>& bounds);
+  OpenArrayType* openArrayType(vel::SymbolDataType* element, int dimensions);
   PointerType* pointerType(vel::SymbolDataType* target, bool isReference);
   // Adds a type that is different from all others, under its name.
   template <typename T>
@@ -91,6 +92,7 @@ class SymbolTable final {
   struct Unnamed {
     std::map<std::tuple<const vel::SymbolDataType*, const Expr*, std::vector<Bounds>>, ArrayType*>
         arrays;
+    std::map<std::pair<const vel::SymbolDataType*, int>, OpenArrayType*> openArrays;
     std::map<std::pair<const vel::SymbolDataType*, bool>, PointerType*> pointers;
   } unnamed_;
   FoldedMap<NamedValue*> namedValues_;  // null for a value of several enumerations

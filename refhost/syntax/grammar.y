@@ -307,7 +307,10 @@ dimensions:
 | dimensions ',' dimension  { $$ = make.append($1, $3); }
 ;
 
-dimension: expression RANGE expression  { $$ = make.range(@$, $1, $3); };
+dimension:
+  expression RANGE expression  { $$ = make.range(@$, $1, $3); }
+| '*'                          { $$ = make.anyRange(@$); }
+;
 
 enum_values:
   enum_value                  { $$ = make.append(make.list(), $1); }

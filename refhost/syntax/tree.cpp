@@ -53,4 +53,12 @@ ASTNode** Tree::allocateLeaves(std::size_t count) {
   return static_cast<ASTNode**>(arena_.allocate(count * sizeof(ASTNode*), alignof(ASTNode*)));
 }
 
+bool isOpenArraySpec(const ASTNode& spec) {
+  if (spec.type() != vel::ASTType::ArrayTypeSpec) return false;
+  for (int i = 1; i < spec.leavesCount(); ++i) {
+    if (spec.leaf(i)->leavesCount() == 0) return true;
+  }
+  return false;
+}
+
 }  // namespace refhost

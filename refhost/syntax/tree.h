@@ -49,7 +49,7 @@ enum class NodeKind : std::int32_t {
   StatementList,    // [statement...], whose kinds are StatementKind
   CaseElement,      // [CaseLabels, StatementList]
   CaseLabels,       // [Expr or Range...]
-  Range,            // [low Expr, high Expr]
+  Range,            // [low Expr, high Expr]; none for any bounds, in an ArrayTypeSpec
   TypeDecl,         // [name Text, TypeSpec, initial value Expr?]
   EnumValue,        // [name Text, value Expr?], in an EnumTypeSpec
   Task,             // ConfigurationItem: [name Text, Call of this name with the properties]
@@ -166,7 +166,8 @@ class Call final : public ::Invocation {
   // Set by the analysis: the result type, null for none, and the callee or the instance.
   vel::SymbolDataType* dataType = nullptr;
   const Callee* callee = nullptr;
-  Expr* instance = nullptr;   // the access to the function block instance
+  Expr* instance = nullptr;                 // the access to the function block instance
+  const TypedConstant* constant = nullptr;  // the value, null if it is not known
   Expr* operation = nullptr;  // the expression that replaces the call of a standard function
   // `EN := condition` and `ENO => variable`, which the analysis removes from the parameter list;
   // null if the call omits them.
@@ -198,6 +199,8 @@ class TypeSpec final : public ASTNode {
 //   StructTypeSpec     [VarDecl...]
 //   PointerTypeSpec, ReferenceTypeSpec, BoundTypeSpec  [target TypeSpec]
 
+// True of an ARRAY[*].
+bool isOpenArraySpec(const ASTNode& spec);
 inline bool isReferenceSpec(const ASTNode& spec) { return kindOf(spec) == NodeKind::BoundTypeSpec; }
 
 enum class VarSection : std::uint8_t { Var, Input, Output, InOut, Temp, Global, External };

@@ -502,6 +502,10 @@ Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value
   return finish(tree_.make<Node>(StatementKind::Case), span, scratch_.data(), scratch_.size());
 }
 
+Value TreeFactory::anyRange(Span span) {
+  return finish(tree_.make<Node>(NodeKind::Range), span, {});
+}
+
 Value TreeFactory::forStatement(Span span, Value start, Value end, Value step, Value body) {
   if (start.node == nullptr) return kNone;
   return finish(tree_.make<Node>(StatementKind::For), span,

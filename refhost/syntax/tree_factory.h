@@ -132,6 +132,7 @@ class TreeFactory {
   Value caseStatement(Span span, Value selector, NodeList list, Value otherwise);
   Value caseLabels(Span span, NodeList labels);
   Value range(Span span, Value low, Value high);
+  Value anyRange(Span span);  // of an ARRAY[*]
   Value forStatement(Span span, Value start, Value end, Value step, Value body);
   Value loop(StatementKind kind, Span span, Value first, Value second);
 

@@ -171,9 +171,6 @@ bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
   } else if (assigns && expected.has("':='") &&
              (equalIgnoringCase(text, "S") || equalIgnoringCase(text, "R"))) {
     what = "Set and reset assignments (S=, R=) are";
-  } else if (text == "*" && declares &&
-             (queue_.ahead().kind == ']' || queue_.ahead().kind == ',')) {
-    what = "Arrays of any bounds (ARRAY[*]) are";
   } else if (equalIgnoringCase(text, "AT") && declares &&
              blocks_.isIn(refhost::Construct::Kind::Members)) {
     what = "Addresses of members (AT) are";

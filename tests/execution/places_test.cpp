@@ -69,5 +69,54 @@ TEST(References, StandForTheVariablesToWhichTheyAreBound) {
                            {"ref", 4}});
 }
 
+TEST(OpenArrays, TakeArraysOfAnyBounds) {
+  Program program;
+  program.units =
+      "TYPE R3 : ARRAY[1..3] OF INT; END_TYPE VAR_GLOBAL a : R3; b : ARRAY[-2..2] OF INT;\n"
+      "g : ARRAY[0..1, 2..4, -1..0] OF INT; t : ARRAY[5..6] OF STRING[4] := ['ab', 'cd'];\n"
+      "r : ARRAY[0..1] OF R3; END_VAR VAR_GLOBAL CONSTANT k : ARRAY[1..2] OF INT := [4, 5]; "
+      "END_VAR\n"
+      "FUNCTION Sum : INT VAR_INPUT a : ARRAY[*] OF INT; END_VAR VAR i : DINT; END_VAR FOR i :=\n"
+      "LOWER_BOUND(a, 1) TO UPPER_BOUND(a, 1) DO Sum := Sum + a[i]; END_FOR END_FUNCTION\n"
+      "FUNCTION Fill VAR_IN_OUT a : ARRAY[*] OF INT; END_VAR VAR_INPUT v : INT; END_VAR VAR i :\n"
+      "DINT; END_VAR FOR i := LOWER_BOUND(a, 1) TO UPPER_BOUND(a, 1) DO a[i] := v + TO_INT(i);\n"
+      "END_FOR a[1000] := a[1000] + 100; a[-5] := a[-5] + 200; END_FUNCTION\n"
+      "FUNCTION Pass : INT VAR_IN_OUT a : ARRAY[*] OF INT; END_VAR Fill(a, 10); Fill(a := a, v :=\n"
+      "1); Pass := Sum(a); END_FUNCTION FUNCTION Grid : INT VAR_IN_OUT g : ARRAY[*, *, *] OF INT;\n"
+      "END_VAR VAR i, j, k : DINT; d : INT; END_VAR\n"
+      "FOR i := LOWER_BOUND(g, 1) TO UPPER_BOUND(g, 1) DO FOR j := LOWER_BOUND(g, 2) TO\n"
+      "UPPER_BOUND(g, 2) DO FOR k := LOWER_BOUND(g, 3) TO UPPER_BOUND(g, 3) DO g[i, j, k] :=\n"
+      "TO_INT(i * 100 + j * 10 + k); END_FOR END_FOR END_FOR FOR d := 1 TO 4 DO Grid := Grid * 10 "
+      "+\n"
+      "TO_INT(UPPER_BOUND(g, d) - LOWER_BOUND(ARR := g, DIM := d)); END_FOR END_FUNCTION\n"
+      "FUNCTION_BLOCK FB VAR_IN_OUT s : ARRAY[*] OF STRING[4]; r : ARRAY[*] OF R3; END_VAR\n"
+      "VAR_OUTPUT n : INT; END_VAR s[LOWER_BOUND(s, 1)] := CONCAT(s[UPPER_BOUND(s, 1)], 'x');\n"
+      "n := TO_INT(UPPER_BOUND(r, 1)); r[n][2] := 77; r[n - 1] := r[n]; END_FUNCTION_BLOCK\n"
+      "FUNCTION Inc : INT VAR_IN_OUT i : INT; END_VAR i := i + 1; Inc := i; END_FUNCTION\n"
+      "FUNCTION One : INT VAR_IN_OUT a : ARRAY[*] OF INT; END_VAR One := Inc(a[2]) + MAX(a[2], "
+      "3);\n"
+      "a[2].3 := TRUE; END_FUNCTION\n";
+  program.variables =
+      "x, y, z, w, o, q, g1, g12, a2, n, r2, ts : INT; f : FB; pa : POINTER TO R3; u : ULINT;\n"
+      "ra : REFERENCE TO R3; c : INT(LOWER_BOUND(b, 1)..UPPER_BOUND(b, 1));\n";
+  program.body =
+      "x := Pass(a); y := Pass(b); z := Grid(g); f(s := t, r := r); pa := ADR(a); ra REF= a;\n"
+      "w := Sum(pa^) + Sum(k) + Sum(r[1]) + Sum(ra); o := One(a); n := 2; u := NOT ULINT#0;\n"
+      "q := TO_INT(LOWER_BOUND(b, 1)) * 100 + TO_INT(LOWER_BOUND(g, n) * 10 + UPPER_BOUND(g, u));\n"
+      "g1 := g[0, 2, -1]; g12 := g[1, 4, 0]; a2 := a[2]; r2 := r[0][2]; ts := LEN(t[5]);\n";
+  expectIntegers(program, {{"x", 309},
+                           {"y", 305},
+                           {"z", 1211},
+                           {"w", 704},
+                           {"o", 8},
+                           {"q", -180},
+                           {"g1", 19},
+                           {"g12", 140},
+                           {"a2", 12},
+                           {"r2", 77},
+                           {"ts", 3},
+                           {"c", -2}});
+}
+
 }  // namespace
 }  // namespace execution

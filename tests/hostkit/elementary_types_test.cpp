@@ -49,7 +49,7 @@ TEST(Types, ConversionsAreRated) {
 // The first row of a number, which bit strings share.
 TEST(Types, NumbersHaveANameACTypeAndASize) {
   const std::pair<int, const char*> rows[] = {
-      {5, "USINT u8 1"},    {8, "ULINT u64 8"}, {13, "LTIME i64 8"}, {19, "WSTRING u16* 0"},
+      {5, "USINT u8 1"},    {8, "ULINT u64 8"},   {13, "LTIME i64 8"}, {19, "WSTRING u16* 0"},
       {24, "INVALID u8 1"}, {17, "a pointer  0"}, {-1, "INVALID  0"},  {31, "INVALID  0"}};
   for (const auto& [number, expected] : rows) {
     const auto type = static_cast<BasicDataType>(number);

@@ -178,11 +178,11 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "END_FUNCTION",
        "1:10 Unions (UNION) are not supported;\n"
        "1:36 Overlapping members (OVERLAP) are not supported;\n"
-       "1:46 Addresses of members (AT) are not supported;\n"
-       "3:50 Arrays of any bounds (ARRAY[*]) are not supported;\n",
+       "1:46 Addresses of members (AT) are not supported;\n",
        "(type u (struct (decl INT _ _ a) (decl (struct (decl _ _ _ b)) _ _ s)) _)\n"
        "(type union INT _)\n"
-       "(function f (reference INT) [(var (decl (reference INT) y _ x) (decl _ _ _ y) (decl union "
+       "(function f (reference INT) [(var (decl (reference INT) y _ x) (decl (array INT (.. 1 2) "
+       "(..)) _ _ y) (decl union "
        "_ _ z))] [])\n"},
       {"FUNCTION f : ARRAY[1..] OF INT VAR a : INT; END_VAR END_FUNCTION FUNCTION g : ;\n"
        "VAR case, b : INT; END_VAR IF b THEN g := case; ENDIF case := b; CASE b OF 1: b := 2; "
