@@ -5,6 +5,14 @@
 
 namespace refhost {
 
+std::string Configuration::displayName(const ProgramInstance& instance) const {
+  const bool several = std::any_of(instances.begin(), instances.end(), [&](const auto& other) {
+    return other.resource != instances.front().resource;
+  });
+  return several && !instance.resource.empty() ? instance.resource + '.' + instance.name
+                                               : instance.name;
+}
+
 std::vector<TaskRow> Configuration::schedule() const {
   std::vector<TaskRow> rows;
   std::vector<std::string> resources;

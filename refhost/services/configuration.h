@@ -47,11 +47,8 @@ struct Configuration {
   const ProgramInstance* instance(std::string_view resource, std::string_view wanted) const {
     return find(instances, resource, wanted);
   }
-  // The name by which messages and values tell the instance from others.
-  std::string displayName(const ProgramInstance& instance) const {
-    const bool several = instances.front().resource != instances.back().resource;
-    return several ? instance.resource + '.' + instance.name : instance.name;
-  }
+  // The name by which values tell the instance from others: with its resource if there are several.
+  std::string displayName(const ProgramInstance& instance) const;
 
   // In the order in which they run when all are due: the resources in source order, their tasks by
   // priority and then in source order, the instances without a task last.

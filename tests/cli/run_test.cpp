@@ -167,15 +167,18 @@ TEST_F(Velc, RunsTheInstancesOfAConfiguration) {
       "a.here = 13\nb.go = FALSE\nb.w = 16#0\nb.k = 2\nb.z = 77\nb.sum = 3\nb.n = 7\n"
       "b.o = 3\nb.here = 13\ne.go = FALSE\ne.w = 16#0\ne.k = 9\ne.z = 77\ne.sum = 1\n"
       "e.n = 3\ne.o = 1\ne.here = 13\nfirst = 3.0\norder = 2129221922192\n");
-  write("two.st",
-        "PROGRAM P VAR n : INT; END_VAR n := n + 1; g := g * 10 + n; END_PROGRAM\n"
-        "VAR_GLOBAL g : LINT; f : BOOL; END_VAR\n"
-        "CONFIGURATION C RESOURCE A ON X TASK t(INTERVAL := T#10ms, SINGLE := f, PRIORITY := 9);\n"
-        "PROGRAM p WITH t : P; END_RESOURCE RESOURCE B ON X TASK t(INTERVAL := T#20ms);\n"
-        "PROGRAM p WITH t : P; END_RESOURCE END_CONFIGURATION");
+  write(
+      "two.st",
+      "PROGRAM P VAR n : INT; END_VAR n := n + 1; g := g * 10 + n; END_PROGRAM\n"
+      "VAR_GLOBAL g : LINT; f : BOOL; END_VAR\n"
+      "CONFIGURATION C RESOURCE A ON X TASK t(INTERVAL := T#10ms, SINGLE := f, PRIORITY := 9);\n"
+      "PROGRAM p WITH t : P; END_RESOURCE RESOURCE B ON X TASK t(INTERVAL := T#20ms);\n"
+      "PROGRAM p WITH t : P; END_RESOURCE PROGRAM p : N; END_CONFIGURATION PROGRAM N VAR m : INT; "
+      "END_VAR m := m + 1; END_PROGRAM");
   EXPECT_EQ(velc("run two.st --cycle T#7ms --scans 5 --set b.p.n=5 --show g").out,
-            "A.p.n = 3\nB.p.n = 7\ng = 16237\n");
-  EXPECT_EQ(velc("run two.st --scans 5 --set f=TRUE --set a.p.n=2").out, "A.p.n = 3\nB.p.n = 3\n");
+            "A.p.n = 3\nB.p.n = 7\np.m = 5\ng = 16237\n");
+  EXPECT_EQ(velc("run two.st --scans 5 --set f=TRUE --set a.p.n=2").out,
+            "A.p.n = 3\nB.p.n = 3\np.m = 5\n");
 }
 
 TEST_F(Velc, ContinuesWithRetainedVariables) {
