@@ -151,7 +151,12 @@ std::string CallWriter::argumentText(const Expr& value, const vel::SymbolDataTyp
     const char* const number = isInteger(typeOf(value)) ? "(uintptr_t)" : "";
     return fmt::format("({}){}{}", typeText(file_.names, type), number, enclosed(text));
   }
-  return typeOf(value) == BasicDataType::Pointer ? "(uintptr_t)" + enclosed(text) : text;
+  const BasicDataType from = typeOf(value);
+  if (from == BasicDataType::Pointer) return "(uintptr_t)" + enclosed(text);
+  // What is computed of constants is a constant in C.
+  const bool computed = value.kind == ExprKind::Call || value.kind >= ExprKind::Negate;
+  const bool narrows = computed && isInteger(to) && isInteger(from) && !widens(from, to);
+  return narrows ? fmt::format("({}){}", cType(to), enclosed(text)) : text;
 }
 
 std::string CallWriter::operandText(const Call& call) {

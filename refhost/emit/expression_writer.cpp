@@ -38,6 +38,18 @@ bool isPointedText(const ASTNode& node) {
   return isText(typeOf(node)) && static_cast<const Expr&>(node).kind == ExprKind::Dereference;
 }
 
+// True of a number beyond DINT from which, or from a UDINT, an operator chooses: C has it as a
+// LINT, and then the result too.
+bool isUnsignedChoice(const ASTNode& node, const OperatorTraits& op) {
+  const Literal* const literal = literalOf(node);
+  if (!op.chooses() || literal == nullptr || literal->value.form != LiteralForm::Integer)
+    return false;
+  const auto& call = static_cast<const Call&>(*node.parent()->parent());
+  const bool beyond =
+      literal->value.magnitude > INT32_MAX && literal->value.magnitude <= UINT32_MAX;
+  return typeOf(call) == BasicDataType::UDInt && beyond && !literal->value.negative;
+}
+
 // True if its C text binds tighter than every binary operator.
 bool isPrimary(const ASTNode& node) {
   if (node.type() != vel::ASTType::Expression) return false;
@@ -48,6 +60,35 @@ bool isPrimary(const ASTNode& node) {
   return isCastOrCall(expr) || isComplementCall(expr);
 }
 
+// True of an integer that the C of MIN or MAX would compare after it has changed the sign of one
+// of the two. They are compared in the type of the result.
+bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
+  if (!op.has(OperatorTraits::kCompares) || op.names == "LIMIT") return false;
+  const auto isPositive = [](const ASTNode& operand) {
+    const Literal* const literal = literalOf(operand);
+    return literal != nullptr && !isNegative(literal->value);
+  };
+  bool hasSigned = false;
+  bool hasUnsigned = false;
+  for (int i = 0; i < node.parent()->leavesCount(); ++i) {
+    const ASTNode& operand = *node.parent()->leaf(i);
+    const BasicDataType type = typeOf(operand);
+    if (!isInteger(type)) return false;
+    hasSigned = hasSigned || (isSigned(type) && !isPositive(operand));
+    hasUnsigned = hasUnsigned || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
+  }
+  const BasicDataType result = typeOf(static_cast<const Call&>(*node.parent()->parent()));
+  return hasSigned && hasUnsigned && isInteger(result) && typeOf(node) != result &&
+         !isPositive(node);
+}
+
+// What is shifted to the left, if compilers may see that it is a negative or a large constant.
+bool isShiftedConstant(const ASTNode& node, const OperatorTraits& op) {
+  const bool shifted = op.names == "SHL" && node.parent()->leaf(0) == &node;
+  if (!shifted || !isInteger(typeOf(node)) || !isSigned(typeOf(node))) return false;
+  return constantOf(node) || static_cast<const Expr&>(node).kind == ExprKind::Call;
+}
+
 }  // namespace
 
 std::string ExpressionWriter::expressionText(ASTNode* expression) {
@@ -56,8 +97,12 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
   if (kindOf(*expression) == NodeKind::Invocation)
     return calls.plainText(static_cast<Call&>(*expression));
   if (expression->type() == vel::ASTType::Expression) {
-    append(static_cast<Expr&>(*expression), text);
     const OperatorTraits* const op = operatorOf(*expression);
+    if (op != nullptr && isUnsignedChoice(*expression, *op)) {
+      appendLiteral(literalOf(*expression)->value, BasicDataType::UDInt, text);
+      return text;
+    }
+    append(static_cast<Expr&>(*expression), text);
     if (op != nullptr && isPointerAsNumber(*expression, *op)) {
       text = "(uintptr_t)(" + text + ")";
     } else if (op != nullptr && op->has(OperatorTraits::kGivesAddress) &&
@@ -68,6 +113,12 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
     } else if (op != nullptr && op->has(OperatorTraits::kWritesOperandsBare) &&
                !isPrimary(*expression) && literalOf(*expression) == nullptr) {
       text = "(" + text + ")";
+    } else if (op != nullptr && isComparedWithOtherSign(*expression, *op)) {
+      text =
+          fmt::format("({}){}", cType(typeOf(static_cast<Call&>(*expression->parent()->parent()))),
+                      enclosed(text));
+    } else if (op != nullptr && isShiftedConstant(*expression, *op)) {
+      text = fmt::format("vel_value_{}({})", cType(typeOf(*expression)), text);
     }
   }
   if (expression->type() == vel::ASTType::ConstantValue) {
@@ -114,6 +165,10 @@ void ExpressionWriter::operand(const ASTNode& node, std::string& out) {
   if (!bare) out += '(';
   out += expressionText(const_cast<ASTNode*>(&node));
   if (!bare) out += ')';
+}
+
+std::string ExpressionWriter::condition(const ASTNode& node) {
+  return std::string(unparenthesized(expressionText(const_cast<ASTNode*>(&node))));
 }
 
 void ExpressionWriter::converted(const ASTNode& node, BasicDataType type, std::string& out) {

@@ -19,8 +19,8 @@ bool isCastOrCall(const Expr& expr);
 // True if an operand's C is no mere constant, variable or member, so that repeating it has a cost.
 bool hasCompoundOperand(const Call& call);
 
-// A complement that is written as a call: C complements the small types as an int, and gcc warns
-// if the result is compared, even after a cast.
+// A complement, also as an XOR, that is written as a call: C complements the small types as an int,
+// and gcc warns if the result is compared, even after a cast.
 bool isComplementCall(const Expr& expr);
 
 class ExpressionWriter final : public vel::Generator {
@@ -47,6 +47,8 @@ class ExpressionWriter final : public vel::Generator {
   void append(const Expr& expr, std::string& out);
   // Like append(), in parentheses unless it is a primary expression.
   void operand(const vel::ASTNode& node, std::string& out);
+  // An expression that stands between parentheses.
+  std::string condition(const vel::ASTNode& node);
   // The operand converted to `type`.
   void converted(const vel::ASTNode& node, BasicDataType type, std::string& out);
 

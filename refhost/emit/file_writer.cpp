@@ -18,14 +18,20 @@ using vel::POUType;
 namespace {
 
 // These warnings would concern the program, not the translation: comparisons that are always true,
-// variables that are never read, and BOOL operators that evaluate both operands.
+// variables that are never read, BOOL operators that evaluate both operands, and constants that
+// become floats or are compared with others within the macros of operators.
 constexpr std::string_view kHead =
     "#include \"velrt.h\"\n"
     "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n"
     "#pragma GCC diagnostic ignored \"-Wunused-but-set-variable\"\n"
+    "#pragma GCC diagnostic ignored \"-Wunused-but-set-parameter\"\n"
     "#ifdef __clang__\n"
     "#pragma clang diagnostic ignored \"-Wunknown-warning-option\"\n"
     "#pragma clang diagnostic ignored \"-Wbitwise-instead-of-logical\"\n"
+    "#pragma clang diagnostic ignored \"-Wimplicit-const-int-float-conversion\"\n"
+    "#pragma clang diagnostic ignored \"-Wtautological-constant-out-of-range-compare\"\n"
+    "#else\n"
+    "#pragma GCC diagnostic ignored \"-Wbool-compare\"\n"
     "#endif\n";
 
 // The sizes of device memory that differ from those in the runtime's header.

@@ -25,6 +25,79 @@ bool wrapsByItself(BasicDataType type) {
   return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
 }
 
+bool isConstant(const ASTNode& node, std::string_view text) {
+  return literalOf(node) != nullptr || text == "0" || text == "1";
+}
+
+// True if an AND or OR with a literal never gives the literal `number`.
+bool excludes(const ASTNode& node, const ASTNode& number) {
+  if (node.type() != vel::ASTType::Expression || literalOf(number) == nullptr) return false;
+  const auto& expr = static_cast<const Expr&>(node);
+  if (expr.kind != ExprKind::And && expr.kind != ExprKind::Or) return false;
+  const std::uint64_t value = literalOf(number)->value.magnitude;
+  for (int i = 0; i < 2; ++i) {
+    const Literal* const literal = literalOf(*expr.leaf(i));
+    if (literal == nullptr) continue;
+    const std::uint64_t mask = literal->value.magnitude;
+    const std::uint64_t missing = expr.kind == ExprKind::And ? value & ~mask : mask & ~value;
+    if (missing != 0 || literal->value.negative) return true;
+  }
+  return false;
+}
+
+// True of an operation whose result compilers know: on equal operands, on constants, on a constant
+// and a BOOL, or on a number and an AND or OR that never gives it. Floats that are equal may be no
+// numbers.
+bool isObvious(const Expr& expr, std::string_view a, std::string_view b) {
+  const ASTNode& left = *expr.leaf(0);
+  const ASTNode& right = *expr.leaf(1);
+  const bool first = isConstant(left, a);
+  const bool second = isConstant(right, b);
+  const bool boolean = typeOf(left) == BasicDataType::Bool;
+  if (formOf(expr.kind) == ExprForm::Logic) {
+    // TO_BOOL compares its operand.
+    const bool compared = boolean || (expr.parent() != nullptr &&
+                                      expr.parent()->type() == vel::ASTType::ParameterList);
+    return (first && second && expr.kind == ExprKind::Xor) ||
+           ((first || second) && compared && expr.kind == ExprKind::Or);
+  }
+  if (formOf(expr.kind) != ExprForm::Comparison || isFloat(typeOf(left)) ||
+      isFloat(typeOf(right))) {
+    return false;
+  }
+  return a == b || (first && second) || ((first || second) && boolean) || excludes(left, right) ||
+         excludes(right, left);
+}
+
+std::string hidden(const Expr& expr, BasicDataType type, std::string_view text) {
+  if (type == BasicDataType::None) type = typeOf(*expr.leaf(0));
+  const char* const name = type == BasicDataType::Pointer ? "u64" : cType(type);
+  return fmt::format("vel_value_{}({})", name, text);
+}
+
+// Compilers warn of operations whose result they know, unless an operand hides its expression.
+std::string simple(const Expr& expr, BasicDataType type, std::string a, std::string b) {
+  if (isObvious(expr, unparenthesized(a), unparenthesized(b))) {
+    const bool second = isConstant(*expr.leaf(1), unparenthesized(b));
+    if (second) b = hidden(expr, type, b);
+    if (!second || isConstant(*expr.leaf(0), unparenthesized(a))) a = hidden(expr, type, a);
+  }
+  return fmt::format("{} {} {}", a, traitsOf(expr.kind).c, b);
+}
+
+// The other operand of an XOR of a USINT or UINT with ones, of which it is the complement.
+const ASTNode* complemented(const Expr& expr) {
+  const BasicDataType type = typeOf(expr);
+  const bool small = type == BasicDataType::USInt || type == BasicDataType::UInt;
+  for (int i = 0; small && expr.kind == ExprKind::Xor && i < 2; ++i) {
+    const Literal* const ones = literalOf(*expr.leaf(i));
+    const ASTNode& other = *expr.leaf(1 - i);
+    const std::uint64_t all = type == BasicDataType::USInt ? 255 : 65535;
+    if (ones != nullptr && ones->value.magnitude == all && typeOf(other) == type) return &other;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 bool isCastOrCall(const Expr& expr) {
@@ -37,8 +110,9 @@ bool isCastOrCall(const Expr& expr) {
 
 bool isComplementCall(const Expr& expr) {
   const BasicDataType type = typeOf(expr);
-  return expr.kind == ExprKind::Not &&
-         (type == BasicDataType::USInt || type == BasicDataType::UInt);
+  return (expr.kind == ExprKind::Not &&
+          (type == BasicDataType::USInt || type == BasicDataType::UInt)) ||
+         complemented(expr) != nullptr;
 }
 
 void ExpressionWriter::unary(const Expr& expr, std::string& out) {
@@ -54,6 +128,12 @@ void ExpressionWriter::unary(const Expr& expr, std::string& out) {
       out += '!';
     } else {
       out += fmt::format("({})~", cType(type));
+      // gcc takes the value of a BOOL for one, also after a cast.
+      if (inner.type() == vel::ASTType::Expression &&
+          static_cast<const Expr&>(inner).kind == ExprKind::Call) {
+        out += hidden(expr, type, expressionText(const_cast<ASTNode*>(&inner)));
+        return;
+      }
     }
     operand(inner, out);
     return;
@@ -141,12 +221,19 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
     times(expr, common, out);
     return;
   }
+  if (const ASTNode* const inner = complemented(expr)) {
+    out += fmt::format("vel_not_{}({})", cType(typeOf(expr)),
+                       expressionText(const_cast<ASTNode*>(inner)));
+    return;
+  }
   const bool convert =
       common.kind == Kind::Number || common.kind == Kind::Bits || common.kind == Kind::Durations;
   const BasicDataType type = convert ? common.operands : BasicDataType::None;
-  converted(left, type, out);
-  out += fmt::format(" {} ", traitsOf(op).c);
-  converted(right, type, out);
+  std::string a;
+  std::string b;
+  converted(left, type, a);
+  converted(right, type, b);
+  out += simple(expr, type, a, b);
 }
 
 void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string& out) {
@@ -188,6 +275,8 @@ void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string
   side(left);
   out += fmt::format(" {} ", traitsOf(op).c);
   side(right);
+  // Compilers warn of a division by the integer 0 also in floats.
+  if (divides && out.compare(out.size() - 2, 2, " 0") == 0) out += ".0";
   if (!plain) out += ')';
 }
 
@@ -198,7 +287,7 @@ void ExpressionWriter::pointers(const Expr& expr, const CommonType& common, std:
     return text;
   };
   const std::string text =
-      fmt::format("{} {} {}", number(*expr.leaf(0)), traitsOf(expr.kind).c, number(*expr.leaf(1)));
+      simple(expr, BasicDataType::Pointer, number(*expr.leaf(0)), number(*expr.leaf(1)));
   switch (common.kind) {
     case CommonType::Kind::Step:
       out += fmt::format("({})({})", typeText(expr.dataType), text);

@@ -59,6 +59,8 @@ std::string Place::store(std::string_view value) const {
   }
   if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", text, value);
   if (kind != Kind::Object) return load().append(" = ").append(value);
+  // C compilers warn of a variable that is assigned to itself.
+  if (unparenthesized(value) == text) return "(void)" + text;
   // Most places are objects, so this text is built with one allocation.
   std::string statement;
   statement.reserve(text.size() + 3 + value.size());
@@ -81,6 +83,14 @@ std::string enclosed(const std::string& text) {
     if (depth == 0 && i + 1 < text.size()) return "(" + text + ")";
   }
   return text;
+}
+
+std::string_view unparenthesized(std::string_view text) {
+  // `({` begins a statement expression.
+  const bool wrapped = text.size() > 2 && text[0] == '(' && text[1] != '{';
+  if (!wrapped || text.find('"') != text.npos) return text;
+  if (enclosed(std::string(text)).size() != text.size()) return text;
+  return unparenthesized(text.substr(1, text.size() - 2));
 }
 
 std::string storeText(BasicDataType to, int capacity, const Place& place, const std::string& value,

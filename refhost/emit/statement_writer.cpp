@@ -109,7 +109,7 @@ void StatementWriter::statement(const ASTNode& node) {
       forStatement(node);
       break;
     case StatementKind::While:
-      openBlock(fmt::format("while ({})", expressions_.expressionText(node.leaf(0))), node.leaf(1));
+      openBlock(fmt::format("while ({})", expressions_.condition(*node.leaf(0))), node.leaf(1));
       body_.line("}");
       break;
     case StatementKind::Repeat: {
@@ -160,7 +160,7 @@ void StatementWriter::assignment(const ASTNode& node) {
 void StatementWriter::ifStatement(const ASTNode& node) {
   const int count = node.leavesCount();
   for (int i = 0; i + 1 < count; i += 2) {
-    const std::string condition = expressions_.expressionText(node.leaf(i));
+    const std::string condition = expressions_.condition(*node.leaf(i));
     openBlock(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
   }
   if (count % 2 == 1) openBlock("} else", node.leaf(count - 1));

@@ -41,6 +41,22 @@ static inline u64 vel_mod_u64(u64 a, u64 b) { return b == 0 ? 0 : a % b; }
 static inline u8 vel_not_u8(u8 x) { return (u8)~x; }
 static inline u16 vel_not_u16(u16 x) { return (u16)~x; }
 
+/* ---- Values ----------------------------------------------------------------- */
+
+/* `x` for macros that compare or shift it: a compiler that sees the expression of a constant or
+ * of a BOOL there warns of what the program does not say. */
+#define VEL_VALUE(type) \
+  static inline type vel_value_##type(type x) { return x; }
+VEL_VALUE(i8)
+VEL_VALUE(i16)
+VEL_VALUE(i32)
+VEL_VALUE(i64)
+VEL_VALUE(u8)
+VEL_VALUE(u16)
+VEL_VALUE(u32)
+VEL_VALUE(u64)
+#undef VEL_VALUE
+
 /* ---- Power ------------------------------------------------------------------ */
 
 /* `base` to the power of `exponent`. Anything to the power of 0 is 1; a negative

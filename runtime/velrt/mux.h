@@ -15,9 +15,9 @@ extern "C" {
  *   FC_MUX_LONGLONG  every integer and bit string, LTIME
  *   FC_MUX_LONGREAL  REAL, LREAL
  * `k` may be of any integer type. */
-#define FC_MUX_INT(n, k, ...) ((const i64[]){__VA_ARGS__}[vel_mux_index((n), (k))])
-#define FC_MUX_LONGLONG(n, k, ...) ((const u64[]){__VA_ARGS__}[vel_mux_index((n), (k))])
-#define FC_MUX_LONGREAL(n, k, ...) ((const f64[]){__VA_ARGS__}[vel_mux_index((n), (k))])
+#define FC_MUX_INT(n, k, ...) ((const i64[]){__VA_ARGS__}[vel_mux_index((n), (f64)(k))])
+#define FC_MUX_LONGLONG(n, k, ...) ((const u64[]){__VA_ARGS__}[vel_mux_index((n), (f64)(k))])
+#define FC_MUX_LONGREAL(n, k, ...) ((const f64[]){__VA_ARGS__}[vel_mux_index((n), (f64)(k))])
 
 /* `k` is an f64 because every integer type converts to it without changing sign or order. The
  * conversion is exact for the number of every input. */

@@ -6,7 +6,7 @@ namespace {
 TEST(StatementsInC, OfEveryKind) {
   const std::pair<const char*, const char*> rows[] = {
       {"c := Red; c := Blue; c := c; i := c; li := On; c := 5;",
-       "@c = 0; @c = 6; @c = @c; @i = @c; @li = 1; @c = 5;"},
+       "@c = 0; @c = 6; (void)@c; @i = @c; @li = 1; @c = 5;"},
       {"lv := 3; lv := i; si := lv; pt := qt; pt.x := qt.y; a[1] := a[3]; a[i] := a[j + 1];",
        "@lv = 3; @lv = @i; @si = (i8)(@lv); @pt = @qt; @pt.x = @qt.y; @a.a[0] = @a.a[2]; "
        "@a.a[vel_index(@i, 1, 3)] = @a.a[vel_index((i16)(@j + 1), 1, 3)];"},
@@ -40,7 +40,8 @@ TEST(StatementsInC, OfEveryKind) {
        "@td = vel_tod_shift(@td, ((i64)@t)); @td = vel_tod_shift(@td, -((i64)@lt / 1000000)); @dt1 "
        "= vel_dt_shift(@dt1, -((i64)@t / 1000)); @dt1 = vel_dt_shift(@dt1, ((i64)@lt / "
        "1000000000)); @t = (i32)(((i64)@da - (i64)@da) * 1000); @t = (i32)(((i64)@td - (i64)@td) * "
-       "1); @b = @da < @da; @b = @td == @td; @lt = (i64)(@t) * 1000000;"},
+       "1); @b = vel_value_u32(@da) < @da; @b = vel_value_u32(@td) == @td; @lt = (i64)(@t) * "
+       "1000000;"},
       {"lr := i ** 2; r := r ** 2; r := -r; r := r / i; lr := r * lr; d := i * u; ud := u * 2; u "
        ":= u / 2; d := d MOD 3; l := l * d; i := i / 2; i := i MOD -1; ul := ul - 1; ud := ud / 3;",
        "@lr = vel_pow((f64)@i, 2); @r = (f32)vel_pow((f64)@r, 2); @r = -@r; @r = @r / (f32)@i; @lr "
@@ -118,7 +119,7 @@ TEST(StatementsInC, OfEveryKind) {
        "END_FOR; i := a[ul];",
        "u64 vel_t1; u64 vel_t2; u8 vel_t3; @ul = (u64)(0); vel_t1 = @ul; vel_t2 = @ul; for (vel_t3 "
        "= (u64)@ul <= vel_t1; vel_t3; vel_t3 = vel_for_up_u64(@ul, vel_t1, vel_t2), @ul = "
-       "(u64)((u64)@ul + (u64)(vel_t2))) { } @l = @l; for (; @l >= 0; @l = (i64)((u64)@l - "
+       "(u64)((u64)@ul + (u64)(vel_t2))) { } (void)@l; for (; @l >= 0; @l = (i64)((u64)@l - "
        "9223372036854775808u)) { } @i = @a.a[vel_index_u64(@ul, 1, 3)];"},
       {"FOR i := 32767 TO 32767 DO ; END_FOR;",
        "i64 vel_t1; u8 vel_t2; @i = 32767; vel_t1 = 32767; for (vel_t2 = (i64)@i <= vel_t1; "
@@ -149,7 +150,7 @@ TEST(StatementsInC, OfEveryKind) {
        "1); r := MAX(r, lr); l := MAX(l, i); ul := MAX(ud, ul); b := SEL(b, l, d) = 3; i := MUX(i, "
        "j, 2);",
        "@pt = SEL((@b), (@pt), (@qt)); @c = SEL((@b), (@c), (@c)); @ip = (vel_any_i16*)(SEL((@b), "
-       "(@ip), (@ip))); @pt = ((@pt)); @r = MAX((@r), (1)); @r = MAX((@r), (@lr)); @l = MAX((@l), "
+       "(@ip), (@ip))); (void)@pt; @r = MAX((@r), (1)); @r = MAX((@r), (@lr)); @l = MAX((@l), "
        "(@i)); @ul = (u64)((i64)(MAX((@ud), (@ul)))); @b = ((i64)(SEL((@b), (@l), (@d)))) == 3LL; "
        "@i = ((i16)FC_MUX_INT(2, @i, (i16)@j, (i16)2));"},
       {"ul := TO_ULINT(ip); b := TO_BOOL(ip); s := TO_STRING(i); i := TO_INT(r); i := "
@@ -203,7 +204,8 @@ TEST(StatementsInC, OfEveryKind) {
        "1, IN1 := i); i := DIV(17, j); i := MOD(i, 5); i := MUL(i, j, 2); t := DIV_TIME(t, i); lt "
        ":= MUL_LTIME(lt, 3); w := OR(w, 1, bt); w := AND(w, 2);",
        "@b = ((3 >= @i) & (@i >= @j)); @b = ((vel_string_compare(@s, \"a\") == 0) & "
-       "(vel_string_compare(\"a\", @s) == 0)); @b = ((1 <= @i) & (@i <= @i)); @b = ((@i < @j) & "
+       "(vel_string_compare(\"a\", @s) == 0)); @b = ((1 <= @i) & (vel_value_i16(@i) <= @i)); @b = "
+       "((@i < @j) & "
        "(@j < 3)); @i = ((i16)(@i - 1)); @i = (vel_div_i16(17, @j)); @i = (vel_mod_i16(@i, 5)); @i "
        "= ((i16)((i16)(@i * @j) * 2)); @t = ((i32)vel_div_i64(@t, (i64)@i)); @lt = ((i64)((u64)@lt "
        "* (u64)3)); @w = ((@w | 1) | (u16)@bt); @w = (@w & 2);"},
