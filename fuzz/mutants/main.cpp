@@ -8,7 +8,7 @@
 #include <iterator>
 #include <random>
 
-#include "fuzz/programs/generator.h"
+#include "fuzz/programs/programs.h"
 #include "fuzz/programs/tree.h"
 #include "refhost/session.h"
 

@@ -61,7 +61,7 @@ std::string Execution::run(const Words& compiler, const Words& stores, int scans
   std::string said = failure(command);
   if (said.empty()) {
     said = failure(
-        {folder + "program", folder + "values", folder + "trace", std::to_string(scans), "0"});
+        {folder + "program", folder + "values", folder + "trace", std::to_string(scans), "10"});
   }
   values = readFile(folder + "values");
   trace = readFile(folder + "trace");

@@ -1,11 +1,9 @@
-#include "fuzz/programs/generator.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "fuzz/programs/machine.h"
 #include "fuzz/programs/operators.h"
+#include "fuzz/programs/programs.h"
 
 namespace generated {
 namespace {
@@ -22,9 +20,12 @@ const Operator& named(const char* name) {
                        [=](const Operator& row) { return row.name == name; });
 }
 
+// A text of any length.
+const Type& plain(const Type& of) { return of.text() ? type(of.kind, of.bits) : of; }
+
 Expr operation(const Operator& op, const Type& type, std::vector<Expr> operands) {
   Expr expr{Expr::Operation, &type, replaced(op.name, "$r", type.name)};
-  expr.text = replaced(expr.text, "$0", operands[0].type->name);
+  expr.text = replaced(expr.text, "$0", plain(*operands[0].type).name);
   expr.op = &op;
   expr.operands = std::move(operands);
   return expr;
@@ -35,7 +36,8 @@ class Generator {
   Generator(std::uint64_t seed, std::string suffix) : random_(seed), suffix_(std::move(suffix)) {}
 
   Units units() {
-    for (int i = random_.below(3); i > 0; --i) addUnit(Unit::Function, fmt::format("F{}", i));
+    addGlobals();
+    for (int i = random_.below(4); i > 0; --i) addUnit(Unit::Function, fmt::format("F{}", i));
     for (int i = random_.below(3); i > 0; --i) addUnit(Unit::FunctionBlock, fmt::format("B{}", i));
     addUnit(Unit::Program, "P");
     return std::move(units_);
@@ -86,6 +88,26 @@ class Generator {
       case Type::Text:
       case Type::WideText:
         return textLiteral(type);
+      case Type::Enumeration: {
+        const auto& [name, number] = random_.pick(type.names);
+        return {Expr::Literal, &type, name, bare == Bare::Always, {&type, number}};
+      }
+      case Type::Pointer:
+        return {Expr::Literal, &type, "NULL", true, {&type}};
+      case Type::Array:
+      case Type::Structure: {
+        expr.kind = Expr::Whole;
+        const bool array = type.kind == Type::Array;
+        long size = static_cast<long>(type.parts.size());
+        if (array) size = 1;
+        for (const auto& [first, last] : type.bounds) size *= last - first + 1;
+        for (int i = random_.below(static_cast<int>(size)) + 1; i > 0; --i) {
+          const std::size_t at = expr.operands.size();
+          expr.operands.push_back(
+              literal(array ? *type.element : *type.parts[at].initial.type, bare));
+        }
+        return expr;
+      }
       default: {
         constexpr Wide kDay = 86400;
         const Wide n = type.kind == Type::Duration ? wholeNumber(type) : random_.below(2000000000);
@@ -141,36 +163,189 @@ class Generator {
     return expr;
   }
 
-  Expr variable(const Variable& variable) { return {Expr::Variable, variable.type, variable.name}; }
-
-  Expr leaf(const Type& type, Bare bare, bool own = false) {
-    std::vector<Expr> found;
-    for (const Variable& each : unit().variables) {
-      if (each.role == Variable::Instance && !own) {
-        for (const Variable& output : unitOf(units_, each.block).variables) {
-          if (output.role != Variable::Output || !output.type->alike(type)) continue;
-          found.push_back({Expr::Variable, output.type, each.name + "." + output.name});
-        }
-      } else if (each.type != nullptr && each.type->alike(type) && each.role != Variable::Result) {
-        found.push_back(variable(each));
-      }
+  // A constant expression of the value, of constants before it when there are any.
+  Expr constant(const Type& type, Wide number, Bare bare) {
+    if (random_.chance(50)) return integerLiteral(type, number, bare);
+    Expr expr = term(type);
+    for (int i = random_.below(3); i > 0; --i) {
+      expr = folded(random_.pick(std::vector{"+", "-", "*", "XOR", "OR"}), std::move(expr),
+                    term(type));
     }
-    return found.empty() || random_.chance(20) ? literal(type, bare) : random_.pick(found);
+    const Wide rest = integer(type, number - expr.value.number).number;
+    return folded("+", std::move(expr), integerLiteral(type, rest, Bare::Never));
   }
 
-  Expr expression(const Type& type, int depth, Bare bare = Bare::Never) {
+  Expr term(const Type& type) {
+    std::vector<Expr> found;
+    for (const Variable& each : units_.list.front().variables) {
+      if (each.role != Variable::Constant || each.type != &type) continue;
+      found.push_back(variable(each));
+      found.back().value = each.initial.value;
+    }
+    return found.empty() ? integerLiteral(type, wholeNumber(type), Bare::Never)
+                         : random_.pick(found);
+  }
+
+  static Expr folded(const char* name, Expr a, Expr b) {
+    const Operator& op = named(name);
+    const Type& type = *a.type;
+    const Value value = op.evaluate(type, {a.value, b.value});
+    Expr expr = operation(op, type, {std::move(a), std::move(b)});
+    expr.value = value;
+    return expr;
+  }
+
+  // ---- Places ----
+
+  enum class Access { Read, Write, Refer };
+
+  Expr variable(const Variable& variable) {
+    const bool global = variable.role >= Variable::Constant;
+    return {global ? Expr::Global : Expr::Variable, variable.type, variable.name};
+  }
+
+  bool allows(const Variable& each, Access access) const {
+    if (access == Access::Read) return each.role != Variable::Result;
+    const auto named = [&](const Expr& control) { return control.text == each.name; };
+    return each.role != Variable::Input && each.role != Variable::Constant &&
+           std::none_of(controls_.begin(), controls_.end(), named) &&
+           (access == Access::Write || each.role != Variable::Result);
+  }
+
+  // Elements, members and what it points to, one level down; of subscripts there are none yet.
+  static std::vector<Expr> partsOf(const Expr& place, Access access) {
+    const Type& type = *place.type;
+    std::vector<Expr> result;
+    const auto add = [&](Expr::Kind kind, const Type& part, const std::string& name) {
+      result.push_back({kind, &part, name});
+      result.back().operands = {place};
+    };
+    if (type.kind == Type::Array || type.kind == Type::Pointer) {
+      add(Expr::Element, *type.element, "");
+    }
+    if (type.kind == Type::Pointer) add(Expr::Pointed, *type.element, "");
+    for (const Part& part : type.parts) {
+      if (type.kind == Type::Structure || access == Access::Read) {
+        add(Expr::Member, *part.initial.type, part.name);
+      }
+    }
+    if (type.kind == Type::Block && access == Access::Write) {
+      for (const Variable& each : type.block->variables) {
+        if (each.role == Variable::Input) add(Expr::Member, *each.type, each.name);
+      }
+    }
+    return result;
+  }
+
+  template <typename Wanted>
+  void collect(std::vector<Expr>& found, const Expr& place, Access access, Wanted wanted) {
+    if (wanted(*place.type)) found.push_back(place);
+    for (const Expr& part : partsOf(place, access)) collect(found, part, access, wanted);
+  }
+
+  template <typename Wanted>
+  std::vector<Expr> places(Access access, Wanted wanted) {
+    std::vector<Expr> found;
+    for (const Unit* each : {&unit(), &units_.list.front()}) {
+      for (const Variable& one : each->variables) {
+        if (allows(one, access)) collect(found, variable(one), access, wanted);
+      }
+      if (each == &units_.list.front()) break;
+    }
+    return found;
+  }
+
+  // With subscripts.
+  Expr complete(Expr place) {
+    if (place.operands.empty()) return place;
+    place.operands[0] = complete(std::move(place.operands[0]));
+    if (place.kind != Expr::Element) return place;
+    const Type& type = *place.operands[0].type;
+    if (type.kind == Type::Pointer) {
+      place.operands.push_back(
+          integerLiteral(generated::type(Type::Signed, 16), random_.below(3) - 1, Bare::Always));
+    }
+    for (const auto& bound : type.bounds) place.operands.push_back(subscript(bound));
+    return place;
+  }
+
+  // What is constant is within the bounds.
+  Expr subscript(std::pair<long, long> bound) {
+    ++nesting_;
+    Expr result;
+    if (nesting_ < 3 && random_.chance(60)) {
+      const Type& type = any([](const Type& each) { return each.integer(); });
+      result = expression(type, 1);
+    }
+    --nesting_;
+    if (result.type != nullptr && varies(result)) return result;
+    const int count = static_cast<int>(bound.second - bound.first) + 1;
+    return constant(type(Type::Signed, 16), bound.first + random_.below(count), Bare::Always);
+  }
+
+  static bool varies(const Expr& expr) {
+    if (expr.kind == Expr::Variable) return true;
+    return expr.text != "SIZEOF" && std::any_of(expr.operands.begin(), expr.operands.end(), varies);
+  }
+
+  // Without a type when there is no such array or structure.
+  Expr leaf(const Type& type, Bare bare) {
+    const std::vector<Expr> found =
+        places(Access::Read, [&](const Type& each) { return each.alike(type); });
+    const bool none = found.empty() || (!type.whole() && random_.chance(20));
+    if (!none) return complete(random_.pick(found));
+    if (type.whole()) return {};
+    if (type.kind != Type::Pointer || random_.chance(5)) return literal(type, bare);
+    return address(type);
+  }
+
+  Expr address(const Type& type) {
+    const std::vector<Expr> found =
+        places(Access::Refer, [&](const Type& each) { return &each == type.element; });
+    if (found.empty()) return literal(type, Bare::Always);
+    Expr expr{Expr::Address, &type};
+    expr.operands = {complete(random_.pick(found))};
+    return expr;
+  }
+
+  Expr expression(const Type& wanted, int depth, Bare bare = Bare::Never) {
+    const Type& type = plain(wanted);
     if (depth <= 0 || random_.chance(15)) return leaf(type, bare);
     for (int tries = 0; tries < 40; ++tries) {
-      if (random_.chance(4)) {
-        const Unit& function = random_.pick(units_);
-        const bool callable = function.kind == Unit::Function && &function != &unit();
-        if (!callable || !resultOf(function).alike(type)) continue;
-        return {Expr::Call, &type, function.name, false, {}, nullptr, inputs(function, depth - 1)};
-      }
+      Expr called{Expr::Call, &type};
+      if (random_.chance(8) && call(called, depth - 1)) return called;
+      if (type.kind >= Type::Enumeration) return leaf(type, bare);
+      if (type.kind == Type::Bool && random_.chance(3) && compare(called)) return called;
       Expr expr;
       if (operate(random_.pick(operators()), type, depth, expr)) return expr;
     }
     return leaf(type, bare);
+  }
+
+  bool call(Expr& expr, int depth) {
+    std::vector<const Unit*> found;
+    for (const Unit& each : units_.list) {
+      const bool earlier = each.kind == Unit::Function && &each != &unit();
+      if (earlier && resultOf(each).alike(*expr.type)) found.push_back(&each);
+    }
+    if (found.empty()) return false;
+    const Unit& function = *random_.pick(found);
+    expr.unit = &function;
+    expr.text = function.name;
+    return arguments(expr.operands, function, depth);
+  }
+
+  // Two values of an enumeration, or two pointers.
+  bool compare(Expr& expr) {
+    const std::vector<Expr> found = places(Access::Read, [](const Type& each) {
+      return each.kind == Type::Enumeration || each.kind == Type::Pointer;
+    });
+    if (found.empty()) return false;
+    Expr first = complete(random_.pick(found));
+    Expr second = expression(*first.type, 1, Bare::Always);
+    expr = operation(named(random_.chance(50) ? "=" : "<>"), *expr.type,
+                     {std::move(first), std::move(second)});
+    return true;
   }
 
   bool operate(const Operator& op, const Type& type, int depth, Expr& expr) {
@@ -180,9 +355,11 @@ class Generator {
     std::vector<Expr> operands;
     for (const Type* each : wanted) {
       const bool name = op.need == Operator::Name && operands.empty() && op.name == "SIZEOF";
-      operands.push_back(name ? leaf(*each, bare, true) : expression(*each, depth - 1, bare));
+      operands.push_back(name ? leaf(*each, bare) : expression(*each, depth - 1, bare));
+      if (op.need == Operator::Position && each->integer() && random_.chance(70)) {
+        operands.back() = integerLiteral(*each, random_.below(8), bare);
+      }
     }
-    if (op.name == "SEL") operands[1] = leaf(*wanted[1], Bare::Never, true);
     if (op.need == Operator::Computed && operands[0].kind == Expr::Literal) return false;
     // A literal is judged by the type to which MIN and MAX bring it.
     const bool extreme = (op.name == "MIN" || op.name == "MAX") && !wanted[0]->alike(*wanted[1]);
@@ -238,12 +415,21 @@ class Generator {
     return expression(type, depth, Bare::Always);
   }
 
-  std::vector<Expr> inputs(const Unit& callee, int depth) {
-    std::vector<Expr> result;
-    for (const Variable& input : callee.variables) {
-      if (input.role == Variable::Input) result.push_back(assigned(*input.type, depth));
+  // False when there is no variable for a parameter.
+  bool arguments(std::vector<Expr>& to, const Unit& callee, int depth) {
+    for (const Variable& each : parametersOf(callee)) {
+      if (each.role == Variable::Input) {
+        const bool left = callee.kind != Unit::Function && random_.chance(10);
+        to.push_back(left ? Expr() : assigned(*each.type, depth));
+        if (!left && to.back().type == nullptr) return false;
+        continue;
+      }
+      const std::vector<Expr> found =
+          places(Access::Refer, [&](const Type& type) { return &type == each.type; });
+      if (found.empty()) return false;
+      to.push_back(complete(random_.pick(found)));
     }
-    return result;
+    return true;
   }
 
   static const Type& resultOf(const Unit& function) {
@@ -254,18 +440,32 @@ class Generator {
 
   // ---- Statements ----
 
-  // A variable that may be assigned; null when there is none.
-  const Variable* target(bool whole) {
+  // What may be assigned, which has a type; else there is none.
+  Expr target() {
     for (int tries = 0; tries < 30; ++tries) {
-      const Variable& found = random_.pick(unit().variables);
-      const bool free =
-          found.type != nullptr && found.role != Variable::Input &&
-          std::find(controls_.begin(), controls_.end(), found.name) == controls_.end();
-      if (free && (!whole || (found.type->integer() && found.role != Variable::Result))) {
-        return &found;
+      const Unit& from = random_.chance(10) ? units_.list.front() : unit();
+      const Variable& one = random_.pick(from.variables);
+      if (!allows(one, Access::Write)) continue;
+      Expr place = variable(one);
+      for (;;) {
+        const std::vector<Expr> parts = partsOf(place, Access::Write);
+        const bool assigns = isHeld(*place.type);
+        if (assigns && (parts.empty() || random_.chance(25))) return complete(place);
+        if (parts.empty()) break;
+        place = random_.pick(parts);
       }
     }
-    return nullptr;
+    return {};
+  }
+
+  // A variable for a loop or a CASE.
+  Expr counter() {
+    for (int tries = 0; tries < 30; ++tries) {
+      const Variable& one = random_.pick(unit().variables);
+      const bool fits = one.type->integer() && one.role != Variable::Result;
+      if (fits && allows(one, Access::Write)) return variable(one);
+    }
+    return {};
   }
 
   Statements statements(int count, int depth) {
@@ -278,12 +478,13 @@ class Generator {
     const int choice = depth > 0 ? random_.below(100) : 0;
     const Type& boolType = type(Type::Bool, 1);
     const auto body = [&] { return statements(1 + random_.below(3), depth - 1); };
-    const Variable* const variable = target(choice >= 80);
-    if (variable == nullptr) return;
     Statement result;
+    result.target = choice < 60 ? target() : counter();
+    if (result.target.type == nullptr) return;
+    const Expr counted = result.target;
     if (choice < 60) {
-      result.target = variable->name;
-      result.exprs = {assigned(*variable->type, kDepth)};
+      result.exprs = {assigned(*counted.type, kDepth)};
+      if (result.exprs[0].type == nullptr) return;
     } else if (choice < 68) {
       result.kind = Statement::If;
       for (int i = 1 + random_.below(2); i > 0; --i) {
@@ -304,39 +505,53 @@ class Generator {
       result.bodies = {{leave}};
     } else if (choice < 87) {
       result.kind = Statement::Case;
-      result.exprs = {expression(*variable->type, 1)};
+      result.exprs = {selector(*counted.type)};
+      const Type& type = *result.exprs[0].type;
       for (int i = 1 + random_.below(3); i >= 0; --i) {
         result.bodies.push_back(body());
-        const long first = random_.below(8) - 2;
-        if (i > 0) result.labels.emplace_back(first, first + random_.below(3));
+        if (i > 0) result.labels.push_back(label(type));
       }
     } else {
-      controls_.push_back(variable->name);
+      controls_.push_back(counted);
       ++loops_;
-      loop(result, *variable, depth);
+      loop(result, depth);
       --loops_;
       controls_.pop_back();
     }
     to.push_back(std::move(result));
   }
 
-  bool block(Statement& result) {
-    std::vector<const Variable*> instances;
-    for (const Variable& each : unit().variables) {
-      if (each.role == Variable::Instance) instances.push_back(&each);
-    }
-    if (instances.empty()) return false;
-    const Variable& instance = *random_.pick(instances);
-    result.kind = Statement::Block;
-    result.target = instance.name;
-    result.exprs = inputs(unitOf(units_, instance.block), kDepth);
-    return true;
+  // An enumeration at times.
+  Expr selector(const Type& type) {
+    const std::vector<Expr> found =
+        places(Access::Read, [](const Type& each) { return each.kind == Type::Enumeration; });
+    return found.empty() || random_.chance(60) ? expression(type, 1)
+                                               : complete(random_.pick(found));
   }
 
-  void loop(Statement& result, const Variable& control, int depth) {
+  std::pair<Expr, Expr> label(const Type& type) {
+    if (type.kind == Type::Enumeration) {
+      const Expr one = literal(type, random_.chance(70) ? Bare::Always : Bare::Never);
+      return {one, one};
+    }
+    const Wide first = random_.below(8) - (type.kind == Type::Signed ? 2 : 0);
+    return {constant(type, first, Bare::Always),
+            constant(type, first + random_.below(3), Bare::Always)};
+  }
+
+  bool block(Statement& result) {
+    const std::vector<Expr> found =
+        places(Access::Write, [](const Type& each) { return each.kind == Type::Block; });
+    if (found.empty()) return false;
+    result.kind = Statement::Block;
+    result.target = complete(random_.pick(found));
+    return arguments(result.exprs, *result.target.type->block, kDepth);
+  }
+
+  void loop(Statement& result, int depth) {
+    const Expr& control = result.target;
     const Type& type = *control.type;
     const Type& boolType = generated::type(Type::Bool, 1);
-    result.target = control.name;
     result.bodies = {statements(1 + random_.below(3), depth - 1)};
     if (random_.chance(60)) {
       result.kind = Statement::For;
@@ -344,84 +559,195 @@ class Generator {
       const bool down = type.kind == Type::Signed && random_.chance(40);
       const Wide end = integer(type, start + Wide{down ? -1 : 1} * random_.below(9)).number;
       const Wide step = Wide{1 + random_.below(3)} * (down ? -1 : 1);
-      result.exprs = {
-          integerLiteral(type, start, Bare::Always),
-          random_.chance(60) ? integerLiteral(type, end, Bare::Always)
-                             : expression(type, 1, Bare::Always),
-          random_.chance(70) ? integerLiteral(type, step, Bare::Always) : variable(control)};
+      result.exprs = {integerLiteral(type, start, Bare::Always),
+                      random_.chance(60) ? constant(type, end, Bare::Always)
+                                         : expression(type, 1, Bare::Always),
+                      random_.chance(70) ? constant(type, step, Bare::Always) : control};
       return;
     }
     // The control variable counts, so that most of these end.
     result.kind = random_.chance(50) ? Statement::While : Statement::Repeat;
     const bool whileLoop = result.kind == Statement::While;
     Statement count;
-    count.target = control.name;
-    const Wide one = 1;
-    count.exprs = {
-        operation(named("+"), type, {variable(control), integerLiteral(type, one, Bare::Always)})};
+    count.target = control;
+    count.exprs = {operation(named("+"), type, {control, integerLiteral(type, 1, Bare::Always)})};
     result.bodies[0].insert(result.bodies[0].begin(), count);
-    Expr goes =
-        operation(named(whileLoop ? "<" : ">="), boolType,
-                  {variable(control), integerLiteral(type, random_.below(9), Bare::Always)});
+    Expr goes = operation(named(whileLoop ? "<" : ">="), boolType,
+                          {control, integerLiteral(type, random_.below(9), Bare::Always)});
     result.exprs = {operation(named(whileLoop ? "AND" : "OR"), boolType,
                               {std::move(goes), expression(boolType, 2)})};
   }
 
   // ---- Units ----
 
-  Unit& unit() { return units_.back(); }
+  Unit& unit() { return units_.list.back(); }
+
+  template <typename Wanted>
+  const Type& any(Wanted wanted) {
+    for (;;) {
+      const bool derived = !units_.types.empty() && random_.chance(35);
+      const Type& type = derived ? random_.pick(units_.types) : random_.pick(types());
+      if (wanted(type)) return type;
+    }
+  }
+
+  static bool isValue(const Type& type) {
+    return type.kind == Type::Array ? isValue(*type.element)
+                                    : type.kind < Type::Pointer || type.kind == Type::Structure;
+  }
+  static bool isHeld(const Type& type) { return type.kind == Type::Pointer || isValue(type); }
 
   void addVariable(const std::string& name, const Type& type, Variable::Role role) {
     Variable result{name, &type, role};
-    if (type.text() && random_.chance(50)) result.length = 1 + random_.below(30);
-    if (type.text() && role == Variable::Result) result.length = 0;
-    result.initial = literal(type, Bare::Always);
+    const bool block =
+        type.kind == Type::Block || (type.kind == Type::Array && type.element->kind == Type::Block);
+    const bool bare =
+        type.kind != Type::Pointer && !block && role != Variable::InOut && role != Variable::Result;
+    if (bare && (role == Variable::Constant || random_.chance(80))) {
+      result.initial = role == Variable::Constant && type.integer()
+                           ? constant(type, wholeNumber(type), Bare::Always)
+                           : literal(type, Bare::Always);
+    }
     unit().variables.push_back(std::move(result));
   }
 
-  const Type& anyType(bool texts) {
-    for (;;) {
-      const Type& type = random_.pick(types());
-      if (texts || !type.text()) return type;
+  // Constants and types first, which need each other, then variables.
+  void addGlobals() {
+    units_.list.push_back({Unit::Globals, ""});
+    int count = 0;
+    const auto add = [&](const Type& type, Variable::Role role) {
+      addVariable(fmt::format("g{}{}", ++count, suffix_), type, role);
+    };
+    add(type(Type::Signed, 16), Variable::Constant);
+    for (int i = random_.below(6); i > 0; --i) add(random_.pick(types()), Variable::Constant);
+    for (int i = 2 + random_.below(7); i > 0; --i) addType(i);
+    for (int i = 1 + random_.below(3); i > 0; --i) addBlock(random_.pick(standardBlocks()));
+    for (int i = random_.below(4); i > 0; --i) add(any(isValue), Variable::Global);
+  }
+
+  void addType(int index) {
+    Type made{fmt::format("T{}{}", index, suffix_), Type::Text};
+    static const std::vector<std::string> kColors = {"Red", "Green", "Blue", "Black", "White"};
+    switch (random_.below(7)) {
+      case 0: {
+        made.kind = Type::Enumeration;
+        const Type& base = random_.pick(types());
+        long number = -1;
+        for (std::size_t i = static_cast<std::size_t>(random_.below(3)); i < kColors.size(); ++i) {
+          number = random_.chance(60) ? number + 1 : random_.below(100);
+          made.definition +=
+              fmt::format("{}{} := {}", made.names.empty() ? "(" : ", ", kColors[i], number);
+          made.names.emplace_back(kColors[i], number);
+        }
+        made.definition += ")";
+        if (base.integer()) made.definition += ' ' + base.name;
+        break;
+      }
+      case 1:
+      case 2:
+        made.kind = Type::Structure;
+        made.definition = "STRUCT ";
+        for (int i = 1 + random_.below(3); i > 0; --i) {
+          const Type& type = any(isValue);
+          const Expr initial = literal(type, Bare::Always);
+          const bool has = !type.whole() && random_.chance(30);
+          made.parts.push_back({fmt::format("m{}", i), has ? initial.value : Value{&type}});
+          made.definition +=
+              fmt::format("m{} : {}{}; ", i, type.name, has ? " := " + text(initial) : "");
+        }
+        made.definition += "END_STRUCT";
+        break;
+      case 3:
+        made.kind = random_.chance(70) ? Type::Text : Type::WideText;
+        made.bits = made.kind == Type::Text ? 8 : 16;
+        made.length = 1 + random_.below(30);
+        made.name = fmt::format("{}[{}]", plain(made).name, made.length);
+        break;
+      case 4:
+        made.kind = Type::Pointer;
+        made.element = &any(isValue);
+        made.name = "POINTER TO " + made.element->name;
+        break;
+      default:
+        array(made, any(isValue));
     }
+    units_.types.push_back(std::move(made));
+  }
+
+  void array(Type& made, const Type& element) {
+    made.kind = Type::Array;
+    made.element = &element;
+    std::string ranges;
+    const Type& type = generated::type(Type::Signed, 16);
+    for (int i = random_.chance(75) ? 1 : 2; i > 0; --i) {
+      const long first = random_.below(6) - 3;
+      const long last = first + random_.below(4) + (i == 1 ? 1 : 0);
+      made.bounds.emplace_back(first, last);
+      ranges += fmt::format("{}{}..{}", ranges.empty() ? "" : ", ",
+                            text(constant(type, first, Bare::Always)),
+                            text(constant(type, last, Bare::Always)));
+    }
+    made.definition = fmt::format("ARRAY[{}] OF {}", ranges, element.name);
+    if (made.name.empty() || random_.chance(40)) made.name = std::exchange(made.definition, "");
+  }
+
+  // The type of its instances.
+  void addBlock(const Unit& block) {
+    Type made{block.name, Type::Block};
+    made.block = &block;
+    for (const Variable& each : block.variables) {
+      if (each.role == Variable::Output) made.parts.push_back({each.name, {each.type}});
+    }
+    units_.types.push_back(std::move(made));
   }
 
   void addUnit(Unit::Kind kind, const std::string& name) {
     const bool main = kind == Unit::Program;
     const bool function = kind == Unit::Function;
-    units_.push_back({kind, name + suffix_, {}, {}});
-    if (function) addVariable(unit().name, anyType(false), Variable::Result);
-    for (int i = main ? 0 : 1 + random_.below(3); i > 0; --i) {
-      addVariable(fmt::format("in{}", i), anyType(false), Variable::Input);
+    std::vector<const Type*> blocks;
+    for (const Type& each : units_.types) {
+      if (each.kind == Type::Block) blocks.push_back(&each);
     }
-    for (int i = kind == Unit::FunctionBlock ? 1 + random_.below(2) : 0; i > 0; --i) {
-      addVariable(fmt::format("out{}", i), anyType(true), Variable::Output);
-    }
-    for (int i = main ? 18 : 5; i > 0; --i) {
-      addVariable(fmt::format("v{}", i), anyType(true), Variable::Local);
-    }
-    if (main) {
-      std::vector<Variable>& instances = unit().variables;
-      for (const Unit& block : units_) {
-        if (block.kind != Unit::FunctionBlock) continue;
-        Variable instance{"the" + block.name, nullptr, Variable::Instance};
-        instance.block = block.name;
-        instances.push_back(std::move(instance));
+    units_.list.push_back({kind, name + suffix_});
+    const auto add = [&](const char* prefix, int count, bool pointers, Variable::Role role) {
+      for (; count > 0; --count) {
+        addVariable(fmt::format("{}{}", prefix, count), any(pointers ? isHeld : isValue), role);
       }
+    };
+    if (function) addVariable(unit().name, any(isValue), Variable::Result);
+    if (!main) add("in", 1 + random_.below(3), true, Variable::Input);
+    if (!main) add("io", random_.below(2), false, Variable::InOut);
+    if (kind == Unit::FunctionBlock) add("out", 1 + random_.below(2), false, Variable::Output);
+    add("v", main ? 18 : 5, true, Variable::Local);
+    for (std::size_t i = 0; !function && i < blocks.size(); ++i) {
+      const Type* type = blocks[i];
+      if (!main && random_.chance(60)) continue;
+      if (random_.chance(20)) {
+        Type made;
+        array(made, *type);
+        type = &units_.types.emplace_back(std::move(made));
+      }
+      addVariable(fmt::format("b{}", i), *type, Variable::Local);
     }
-    unit().body = statements(main ? 10 : 3, function ? 1 : 2);
+    for (const Variable& each : unit().variables) {
+      if (each.role != Variable::Local || each.type->kind != Type::Pointer) continue;
+      unit().body.push_back({Statement::Assign, variable(each), {address(*each.type)}});
+    }
+    Statements body = statements(main ? 10 : 3, function ? 1 : 2);
+    std::move(body.begin(), body.end(), std::back_inserter(unit().body));
+    if (kind == Unit::FunctionBlock) addBlock(unit());
     if (!function) return;
-    Statement last;
-    last.target = unit().name;
-    last.exprs = {assigned(resultOf(unit()), kDepth)};
-    unit().body.push_back(std::move(last));
+    Expr result = assigned(resultOf(unit()), kDepth);
+    if (result.type == nullptr) return;
+    unit().body.push_back({Statement::Assign, variable(unit().variables[0]), {std::move(result)}});
   }
 
   Random random_;
   std::string suffix_;
   Units units_;
-  std::vector<std::string> controls_;
+  std::vector<Expr> controls_;
   int loops_ = 0;
+  int nesting_ = 0;
 };
 
 bool erase(Statements& from, const Statement* wanted) {
@@ -447,7 +773,7 @@ Units generate(std::uint64_t seed, const std::string& suffix) {
       evaluated(units);
       return units;
     } catch (const Stuck& stuck) {
-      for (Unit& unit : units) {
+      for (Unit& unit : units.list) {
         if (erase(unit.body, stuck.statement)) break;
       }
     }

@@ -1,77 +1,197 @@
-#include "fuzz/programs/machine.h"
+#include <fmt/format.h>
 
 #include <algorithm>
 
 #include "fuzz/programs/operators.h"
+#include "fuzz/programs/programs.h"
 
 namespace generated {
 namespace {
 
 enum class Flow { Next, Exit, Continue, Return };
 
+// A place is the path to it, as `prefix` and `theB1.v2[1,3].m1`. A function's prefix ends in "()".
 class Machine {
  public:
   explicit Machine(const Units& units) : units_(units) {}
 
   std::map<std::string, Value> run() {
+    const Unit& program = units_.list.back();
     try {
-      enter(units_.back(), "");
-      for (int i = 0; i < kScans; ++i) execute(units_.back().body, "");
+      enter(units_.list.front(), "");
+      enter(program, "");
+      for (; now_ < kScans * kCycle; now_ += kCycle) execute(program.body, "");
     } catch (const Undefined& reason) {
       throw Stuck(reason, current_);
     }
-    std::map<std::string, Value> values;
-    for (const auto& [name, slot] : slots_) values[name] = slot.value;
-    return values;
+    return std::move(slots_);
   }
 
  private:
-  struct Slot {
-    Value value;
-    int length;
-  };
+  using Frame = const std::string&;  // before the names of a unit's variables
 
-  void enter(const Unit& unit, const std::string& prefix) {
-    for (const Variable& variable : unit.variables) {
-      if (variable.role == Variable::Instance) {
-        enter(unitOf(units_, variable.block), prefix + variable.name + ".");
-        continue;
+  // ---- Places ----
+
+  // Calls it with the path of each element or member.
+  template <typename Visit>
+  static void parts(const Type& type, const std::string& path, Visit visit) {
+    for (const Part& part : type.parts) visit(path + '.' + part.name, *part.initial.type);
+    if (type.kind != Type::Array) return;
+    std::vector<long> at;
+    for (const auto& bound : type.bounds) at.push_back(bound.first);
+    for (;;) {
+      visit(path + subscripts(at), *type.element);
+      std::size_t i = at.size();
+      while (i > 0 && ++at[i - 1] > type.bounds[i - 1].second) {
+        --i;
+        at[i] = type.bounds[i].first;
       }
-      constexpr int kLength = 80;
-      Slot& slot = slots_[prefix + variable.name];
-      slot = {{variable.type}, variable.length > 0 ? variable.length : kLength};
-      if (variable.role != Variable::Result) assign(prefix + variable.name, variable.initial.value);
+      if (i == 0) return;
     }
   }
 
-  void assign(const std::string& name, const Value& value) {
-    Slot& slot = slots_.at(name);
-    slot.value = converted(*slot.value.type, value);
-    slot.value.text.resize(std::min(slot.value.text.size(), static_cast<std::size_t>(slot.length)));
+  static std::string subscripts(const std::vector<long>& at) {
+    return fmt::format("[{}]", fmt::join(at, ","));
   }
 
-  Value evaluate(const Expr& expr, const std::string& prefix) {
-    if (expr.kind == Expr::Literal) return expr.value;
-    if (expr.kind == Expr::Variable) return slots_.at(prefix + expr.text).value;
-    Values values;
-    for (const Expr& operand : expr.operands) values.push_back(evaluate(operand, prefix));
-    if (expr.kind == Expr::Operation) return expr.op->evaluate(*expr.type, values);
-    const Unit& function = unitOf(units_, expr.text);
-    const std::string frame = prefix + expr.text + "()";
-    enter(function, frame);
+  void copy(const Type& type, const std::string& to, const std::string& from) {
+    if (!type.whole()) {
+      slots_[to] = slots_.at(from);
+      return;
+    }
+    slots_[to] = {&type};
+    parts(type, "",
+          [&](const std::string& part, const Type& each) { copy(each, to + part, from + part); });
+  }
+
+  void create(const Type& type, const std::string& path, const Value& initial, const Expr& given) {
+    if (type.kind == Type::Block) {
+      enter(*type.block, path + '.');
+      return;
+    }
+    slots_[path] = {&type};
     std::size_t next = 0;
-    for (const Variable& input : function.variables) {
-      if (input.role == Variable::Input) assign(frame + input.name, values[next++]);
-    }
-    const Statement* const caller = current_;
-    execute(function.body, frame);
-    current_ = caller;
-    return slots_.at(frame + expr.text).value;
+    parts(type, path, [&](const std::string& part, const Type& each) {
+      static const Expr kNone;
+      const bool member = type.kind == Type::Structure;
+      const bool further = given.type != nullptr && next < given.operands.size();
+      create(each, part, member ? type.parts[next].initial : Value{&each},
+             further ? given.operands[next] : kNone);
+      ++next;
+    });
+    if (type.whole()) return;
+    if (type.kind == Type::Enumeration) slots_[path].number = type.names[0].second;
+    const bool own = initial.number != 0 || initial.real != 0 || !initial.text.empty();
+    if (own || given.type != nullptr) assign(path, given.type != nullptr ? given.value : initial);
   }
 
-  bool holds(const Expr& condition, const std::string& prefix) {
+  void enter(const Unit& unit, Frame prefix) {
+    for (const Variable& each : unit.variables) {
+      if (each.role == Variable::InOut) continue;
+      create(*each.type, prefix + each.name, {each.type}, each.initial);
+    }
+  }
+
+  void assign(const std::string& path, const Value& value) {
+    Value& slot = slots_.at(path);
+    const Type& type = *slot.type;
+    if (type.whole()) {
+      copy(type, path, value.text);
+      return;
+    }
+    slot = converted(type, value);
+    slot.type = &type;
+    if (type.text()) {
+      slot.text.resize(std::min(slot.text.size(), static_cast<std::size_t>(type.length)));
+    }
+  }
+
+  std::string place(const Expr& expr, Frame prefix) {
+    if (expr.kind == Expr::Global) return expr.text;
+    if (expr.kind == Expr::Variable) {
+      const auto reference = references_.find(prefix + expr.text);
+      return reference != references_.end() ? reference->second : prefix + expr.text;
+    }
+    const Expr& base = expr.operands[0];
+    std::string path = place(base, prefix);
+    if (expr.kind == Expr::Member) return path + '.' + expr.text;
+    const bool array = base.type->kind == Type::Array;
+    if (!array) path = slots_.at(path).text;
+    std::vector<long> at;
+    for (std::size_t i = 1; i < expr.operands.size(); ++i) {
+      const Wide number = evaluate(expr.operands[i], prefix).number;
+      const auto [first, last] = array ? base.type->bounds[i - 1] : std::pair(-9L, 9L);
+      at.push_back(static_cast<long>(std::clamp<Wide>(number, first, last)));
+    }
+    if (array) return path + subscripts(at);
+    if (path.empty()) throw Undefined("a pointer to nothing");
+    if (!at.empty() && at[0] != 0) path = moved(path, at[0]);
+    return path;
+  }
+
+  // The element of an array that is so many behind another.
+  std::string moved(const std::string& path, long by) {
+    const std::size_t open = path.back() == ']' ? path.rfind('[') : path.size();
+    if (path.find(',', open) != std::string::npos || open == path.size()) {
+      throw Undefined("no row of elements");
+    }
+    std::string result = path.substr(0, open);
+    result += subscripts({std::stol(path.substr(open + 1)) + by});
+    if (slots_.count(result) == 0) throw Undefined("a place behind the array");
+    return result;
+  }
+
+  // ---- Expressions ----
+
+  // Later changes do not reach it.
+  Value kept(const Type& type, const std::string& path) {
+    if (!type.whole()) return slots_.at(path);
+    const std::string copied = fmt::format("#{}", ++copies_);
+    copy(type, copied, path);
+    return {&type, 0, 0, copied};
+  }
+
+  Value evaluate(const Expr& expr, Frame prefix) {
+    if (expr.kind == Expr::Literal) return expr.value;
+    if (expr.kind == Expr::Address) return {expr.type, 0, 0, place(expr.operands[0], prefix)};
+    if (expr.kind < Expr::Address) return kept(*expr.type, place(expr, prefix));
+    if (expr.kind == Expr::Operation) {
+      Values values;
+      for (const Expr& operand : expr.operands) values.push_back(evaluate(operand, prefix));
+      return expr.op->evaluate(*expr.type, values);
+    }
+    const std::string frame = prefix + expr.unit->name + "()";
+    Values values;
+    const std::vector<Variable> parameters = parametersOf(*expr.unit);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+      values.push_back(argument(parameters[i], expr.operands[i], prefix));
+    }
+    enter(*expr.unit, frame);
+    for (std::size_t i = 0; i < parameters.size(); ++i) bind(parameters[i], values[i], frame);
+    const Statement* const caller = current_;
+    execute(expr.unit->body, frame);
+    current_ = caller;
+    return kept(*expr.type, frame + expr.unit->name);
+  }
+
+  Value argument(const Variable& parameter, const Expr& expr, Frame prefix) {
+    if (parameter.role == Variable::Input) return evaluate(expr, prefix);
+    return {expr.type, 0, 0, place(expr, prefix)};
+  }
+
+  void bind(const Variable& parameter, const Value& value, Frame frame) {
+    if (parameter.role == Variable::Input) {
+      assign(frame + parameter.name, value);
+    } else {
+      references_[frame + parameter.name] = value.text;
+    }
+  }
+
+  bool holds(const Expr& condition, Frame prefix) {
     return evaluate(condition, prefix).number != 0;
   }
+
+  // ---- Statements ----
 
   void tick(const Statement& statement) {
     constexpr int kMaxSteps = 5000;
@@ -79,7 +199,7 @@ class Machine {
     if (++steps_ > kMaxSteps) throw Undefined("a program that takes too long");
   }
 
-  Flow execute(const Statements& statements, const std::string& prefix) {
+  Flow execute(const Statements& statements, Frame prefix) {
     for (const Statement& statement : statements) {
       const Flow flow = execute(statement, prefix);
       if (flow != Flow::Next) return flow;
@@ -87,21 +207,24 @@ class Machine {
     return Flow::Next;
   }
 
-  Flow execute(const Statement& statement, const std::string& prefix) {
+  Flow execute(const Statement& statement, Frame prefix) {
     tick(statement);
     Flow flow = Flow::Next;
     switch (statement.kind) {
-      case Statement::Assign:
-        assign(prefix + statement.target, evaluate(statement.exprs[0], prefix));
+      case Statement::Assign: {
+        const std::string target = place(statement.target, prefix);
+        assign(target, evaluate(statement.exprs[0], prefix));
         return flow;
+      }
       case Statement::If:
       case Statement::Case: {
         const bool cases = statement.kind == Statement::Case;
         const Wide selector = cases ? evaluate(statement.exprs[0], prefix).number : 0;
         std::size_t i = 0;
         if (cases) {
-          while (i < statement.labels.size() &&
-                 (selector < statement.labels[i].first || selector > statement.labels[i].second)) {
+          const auto& labels = statement.labels;
+          while (i < labels.size() && (selector < labels[i].first.value.number ||
+                                       selector > labels[i].second.value.number)) {
             ++i;
           }
         } else {
@@ -135,18 +258,17 @@ class Machine {
   }
 
   // The variable goes beyond the end only where its type lets it, else it wraps.
-  Flow executeFor(const Statement& statement, const std::string& prefix) {
-    const std::string control = prefix + statement.target;
+  Flow executeFor(const Statement& statement, Frame prefix) {
+    const std::string control = place(statement.target, prefix);
     assign(control, evaluate(statement.exprs[0], prefix));
     const Wide last = evaluate(statement.exprs[1], prefix).number;
-    const Wide step =
-        integer(type(Type::Signed, 64), evaluate(statement.exprs[2], prefix).number).number;
+    const Wide step = evaluate(statement.exprs[2], prefix).number;
     const auto within = [&](Wide n) { return step >= 0 ? n <= last : n >= last; };
-    for (bool more = within(slots_.at(control).value.number); more;) {
+    for (bool more = within(slots_.at(control).number); more;) {
       const Flow flow = execute(statement.bodies[0], prefix);
       if (flow == Flow::Return) return flow;
       if (flow == Flow::Exit) break;
-      const Value& value = slots_.at(control).value;
+      const Value& value = slots_.at(control);
       const Wide next = value.number + step;
       more = step != 0 && within(next);
       assign(control, integer(*value.type, next));
@@ -155,26 +277,29 @@ class Machine {
     return Flow::Next;
   }
 
-  void executeBlock(const Statement& statement, const std::string& prefix) {
-    const auto& variables = units_.back().variables;
-    const auto instance =
-        std::find_if(variables.begin(), variables.end(),
-                     [&](const Variable& each) { return each.name == statement.target; });
-    const Unit& block = unitOf(units_, instance->block);
-    const std::string frame = prefix + statement.target + ".";
-    std::size_t next = 0;
-    for (const Variable& input : block.variables) {
-      if (input.role == Variable::Input) {
-        assign(frame + input.name, evaluate(statement.exprs[next++], prefix));
-      }
+  void executeBlock(const Statement& statement, Frame prefix) {
+    const Unit& block = *statement.target.type->block;
+    const std::string frame = place(statement.target, prefix) + '.';
+    const std::vector<Variable> parameters = parametersOf(block);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+      const Expr& expr = statement.exprs[i];
+      if (expr.type != nullptr) bind(parameters[i], argument(parameters[i], expr, prefix), frame);
     }
-    execute(block.body, frame);
+    if (block.kind != Unit::Standard) {
+      execute(block.body, frame);
+      return;
+    }
+    slots_.at(frame + "now").number = now_;
+    block.step([&](const char* name) -> Wide& { return slots_.at(frame + name).number; });
   }
 
   const Units& units_;
-  std::map<std::string, Slot> slots_;  // `prefix` and name
+  std::map<std::string, Value> slots_;
+  std::map<std::string, std::string> references_;  // of in-out parameters
   const Statement* current_ = nullptr;
   int steps_ = 0;
+  int copies_ = 0;
+  int now_ = 0;
 };
 
 }  // namespace

@@ -11,8 +11,7 @@
 #include "cli/program_driver.h"
 #include "cli/termination_guard.h"
 #include "fuzz/programs/execution.h"
-#include "fuzz/programs/generator.h"
-#include "fuzz/programs/machine.h"
+#include "fuzz/programs/programs.h"
 
 namespace generated {
 namespace {
@@ -35,29 +34,67 @@ std::string differences(const std::string& actual, const std::string& expected) 
   return result;
 }
 
+// The bytes of a variable; a pointer is not compared.
+void append(std::string& to, const refhost::ValueShape& shape, const std::string& path,
+            const std::map<std::string, Value>& held, const std::string& actual) {
+  for (const refhost::ValueShape::Member& member : shape.members) {
+    append(to, *member.shape, path + '.' + member.name, held, actual);
+  }
+  for (std::int64_t i = 0; i < shape.count; ++i) {
+    std::string subscripts;
+    std::int64_t rest = i;
+    for (auto bound = shape.bounds.rbegin(); bound != shape.bounds.rend(); ++bound) {
+      const std::int64_t size = bound->second - bound->first + 1;
+      subscripts = fmt::format("{}{}{}", bound->first + rest % size, subscripts.empty() ? "" : ",",
+                               subscripts);
+      rest /= size;
+    }
+    append(to, *shape.element, fmt::format("{}[{}]", path, subscripts), held, actual);
+  }
+  if (shape.hasParts()) return;
+  const auto size = static_cast<std::size_t>(shape.byteSize);
+  const Value& value = held.at(path);
+  to += value.type->kind == Type::Pointer ? actual.substr(to.size(), size) : bytes(value, size);
+}
+
 // What is wrong with the programs, run as one; an empty text for nothing. Their names differ.
-std::string run(const std::vector<Units>& programs, const Toolchain& toolchain) {
+std::string run(const std::vector<const Units*>& programs, const Toolchain& toolchain) {
   std::string source;
-  for (const Units& units : programs) source += text(units);
+  Words globals;
+  for (const Units* units : programs) {
+    source += text(*units);
+    for (const Variable& each : units->list.front().variables) globals.push_back(each.name);
+  }
   Execution execution;
-  std::string said = execution.translate(source);
+  std::string said = execution.translate(source, globals);
   if (!said.empty()) return said;
-  // Without contraction every operation rounds, as it does here.
-  Words command = {toolchain.compiler, "-w", "-ffp-contract=off", velc::libraryPath("libvelrt.a")};
+  // Without contraction every operation rounds, as it does here. Compilers compute operators of
+  // constants and then know results of comparisons.
+  Words command = {toolchain.compiler,
+                   "-Wall",
+                   "-Wextra",
+                   "-Werror",
+                   "-Wno-tautological-compare",
+                   "-Wno-sign-compare",
+                   "-ffp-contract=off",
+                   velc::libraryPath("libvelrt.a")};
   if (toolchain.sanitize) {
     command.insert(command.end(), {"-fsanitize=address,undefined", "-fno-sanitize-recover=all"});
   }
   said = execution.run(command, {}, kScans);
   if (!said.empty()) return said;
 
-  std::string expected;
-  auto variable = execution.variables.begin();
-  for (const Units& units : programs) {
-    const std::map<std::string, Value> held = evaluated(units);
-    for (; variable != execution.variables.end() && variable->program == units.back().name;
-         ++variable) {
-      expected += bytes(held.at(variable->name), static_cast<std::size_t>(variable->byteSize));
+  std::map<std::string, Value> held;
+  for (const Units* units : programs) {
+    for (auto& [path, value] : evaluated(*units)) {
+      const bool global = path[0] == 'g';
+      held[(global ? "" : units->list.back().name) + '.' + path] = std::move(value);
     }
+  }
+  std::string expected;
+  for (const refhost::ProgramVariable& variable : execution.variables) {
+    append(expected, *variable.shape, variable.program + '.' + variable.name, held,
+           execution.values);
   }
   const auto lines = [&](const std::string& values) {
     return velc::valueLines(execution.session, execution.variables, values);
@@ -90,9 +127,11 @@ int execute(int argc, char** argv) {
       programs.push_back(generate(seed + done + i, fmt::format("_{}", seed + done + i)));
       if (print) fmt::print("{}\n", text(programs.back()));
     }
-    if (!print && !run(programs, toolchain).empty()) {
+    std::vector<const Units*> all;
+    for (const Units& each : programs) all.push_back(&each);
+    if (!print && !run(all, toolchain).empty()) {
       for (std::uint64_t i = 0; i < size; ++i) {
-        const std::string wrong = run({programs[i]}, toolchain);
+        const std::string wrong = run({all[i]}, toolchain);
         if (wrong.empty()) continue;
         fmt::print("seed {} fails:\n{}\n{}\n", seed + done + i, wrong, text(programs[i]));
         std::fflush(stdout);

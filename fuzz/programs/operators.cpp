@@ -18,6 +18,7 @@ const Type& any(Random& random, const Predicate& wanted) {
   }
 }
 bool isInteger(const Type& type) { return type.integer(); }
+bool isCount(const Type& type) { return type.integer() && type.bits < 16; }
 bool isNumber(const Type& type) { return type.number(); }
 bool isValue(const Type& type) { return !type.text(); }
 
@@ -128,24 +129,21 @@ Operator power(const char* name, int precedence) {
           }};
 }
 
-// What C compares the operands of a macro as.
-const Type& comparedAs(const Type& a, const Type& b) {
-  if (!a.integer() || !b.integer()) return a.number() ? common(a, b) : holds(a, b) ? a : b;
-  const Type& intType = type(Type::Signed, 32);
-  const Type& x = a.bits < 32 ? intType : a;
-  const Type& y = b.bits < 32 ? intType : b;
-  if (x.bits != y.bits) return x.bits > y.bits ? x : y;
-  return x.kind == Type::Unsigned ? x : y;
-}
-
-bool macroLess(const Value& a, const Value& b) {
-  const Type& type = comparedAs(*a.type, *b.type);
-  const Value x = converted(type, a);
-  const Value y = converted(type, b);
-  if (type.integer() && (x.number != a.number || y.number != b.number)) {
-    throw Undefined("a macro that compares a negative number as unsigned");
+// As MIN, MAX and LIMIT compare; integers of which C would change the sign in the type of the
+// result.
+bool macroLess(const Type& result, const Values& all, const Value& a, const Value& b) {
+  const auto any = [&](Type::Kind kind, int bits) {
+    return std::any_of(all.begin(), all.end(), [&](const Value& each) {
+      return each.type->kind == kind && each.type->bits >= bits;
+    });
+  };
+  const bool integers = result.integer() && a.type->integer() && b.type->integer();
+  if (integers && any(Type::Signed, 8) && any(Type::Unsigned, 32)) {
+    return order(converted(result, a), converted(result, b)) == -1;
   }
-  return order(x, y) == -1;
+  if (integers || !(a.type->number() || a.type->kind == Type::Duration)) return order(a, b) == -1;
+  const Type& type = common(*a.type, *b.type);
+  return order(converted(type, a), converted(type, b)) == -1;
 }
 
 const Type& nextSigned(const Type& type) {
@@ -167,15 +165,16 @@ Operator extreme(const char* name, bool least) {
             return result.text() ? none() : Types{&result, &result};
           },
           [=](const Type& result, const Values& v) {
-            return converted(result, least ? v[macroLess(v[0], v[1]) ? 0 : 1]
-                                           : v[macroLess(v[1], v[0]) ? 0 : 1]);
+            return converted(result,
+                             v[macroLess(result, v, v[least ? 0 : 1], v[least ? 1 : 0]) ? 0 : 1]);
           }};
 }
 
 Value limit(const Type& result, const Values& v) {
-  const bool ordered = !macroLess(v[2], v[0]) && order(v[0], v[0]) == 0 && order(v[2], v[2]) == 0;
+  const auto less = [&](std::size_t a, std::size_t b) { return macroLess(result, v, v[a], v[b]); };
+  const bool ordered = !less(2, 0) && order(v[0], v[0]) == 0 && order(v[2], v[2]) == 0;
   if (!ordered) return converted(result, v[2]);
-  return converted(result, macroLess(v[1], v[0]) ? v[0] : macroLess(v[2], v[1]) ? v[2] : v[1]);
+  return converted(result, less(1, 0) ? v[0] : less(2, 1) ? v[2] : v[1]);
 }
 
 // SINT, INT, ... LREAL: the last of the inputs' types is the result's.
@@ -345,6 +344,83 @@ std::vector<Operator> conversions() {
            Operator::Name}};
 }
 
+// Positions count from 1. `v` is a text, the number of characters and the position.
+std::string piece(const std::string& text, Wide from, Wide length) {
+  const Wide size = static_cast<Wide>(text.size());
+  const Wide start = std::clamp<Wide>(from, 0, size);
+  return text.substr(static_cast<std::size_t>(start),
+                     static_cast<std::size_t>(std::clamp<Wide>(length, 0, size - start)));
+}
+bool has(const Value& text, Wide position) {
+  return position >= 1 && position <= static_cast<Wide>(text.text.size());
+}
+std::string replacement(const Value& in, const std::string& by, Wide length, Wide position) {
+  if (!has(in, position)) return in.text;
+  return piece(in.text, 0, position - 1) + by +
+         piece(in.text, position - 1 + std::max<Wide>(length, 0), 1 << 20);
+}
+
+// `texts` texts and then `numbers` integers give a text.
+Operator textual(const char* name, int texts, int numbers, std::string (*compute)(const Values&)) {
+  return {
+      name, 0,
+      [=](Random& random, const Type& result) {
+        if (!result.text()) return none();
+        Types operands(static_cast<std::size_t>(texts), &result);
+        for (int i = 0; i < numbers; ++i) {
+          operands.push_back(random.chance(80) ? &type(Type::Signed, 16) : &any(random, isCount));
+        }
+        return operands;
+      },
+      [=](const Type& result, const Values& v) {
+        return Value{&result, 0, 0, compute(v)};
+      },
+      Operator::Position};
+}
+
+std::vector<Operator> textFunctions() {
+  const auto toInt = [](const Type& t) { return fits(t, Type::Signed, 16); };
+  const auto length = [](const Value& v) { return static_cast<Wide>(v.text.size()); };
+  return {
+      {"LEN", 0, from([](const Type& t) { return t.text(); }, toInt),
+       [=](const Type& result, const Values& v) { return integer(result, length(v[0])); }},
+      {"FIND", 0,
+       [=](Random& random, const Type& result) {
+         const Type& type = any(random, [](const Type& t) { return t.text(); });
+         return toInt(result) ? Types{&type, &type} : none();
+       },
+       [](const Type& result, const Values& v) {
+         const std::size_t at = v[0].text.find(v[1].text);
+         const bool found = at != std::string::npos && !v[1].text.empty();
+         return integer(result, found ? static_cast<Wide>(at) + 1 : 0);
+       }},
+      textual("LEFT", 1, 1, [](const Values& v) { return piece(v[0].text, 0, v[1].number); }),
+      textual("RIGHT", 1, 1,
+              [](const Values& v) {
+                const Wide size = static_cast<Wide>(v[0].text.size());
+                return piece(v[0].text, size - std::max<Wide>(v[1].number, 0), size);
+              }),
+      textual("MID", 1, 2,
+              [](const Values& v) {
+                return has(v[0], v[2].number) ? piece(v[0].text, v[2].number - 1, v[1].number) : "";
+              }),
+      textual("CONCAT", 2, 0, [](const Values& v) { return v[0].text + v[1].text; }),
+      textual("CONCAT", 3, 0, [](const Values& v) { return v[0].text + v[1].text + v[2].text; }),
+      textual("INSERT", 2, 1,
+              [](const Values& v) {
+                const Wide at = v[2].number;
+                if (at == 0) return v[1].text + v[0].text;
+                return has(v[0], at)
+                           ? piece(v[0].text, 0, at) + v[1].text + piece(v[0].text, at, 1 << 20)
+                           : v[0].text;
+              }),
+      textual("DELETE", 1, 2,
+              [](const Values& v) { return replacement(v[0], "", v[1].number, v[2].number); }),
+      textual("REPLACE", 2, 2, [](const Values& v) {
+        return replacement(v[0], v[1].text, v[2].number, v[3].number);
+      })};
+}
+
 std::vector<Operator> all() {
   const auto complemented = [](const Type& type) { return type.integer() || isBool(type); };
   const Signature negated = [](Random& random, const Type& result) {
@@ -428,8 +504,9 @@ std::vector<Operator> all() {
       moving("SHR", false, shifted),
       moving("ROL", true, rotated),
       moving("ROR", false, rotated)};
-  const std::vector<Operator> more = conversions();
-  rows.insert(rows.end(), more.begin(), more.end());
+  for (const std::vector<Operator>& more : {conversions(), textFunctions()}) {
+    rows.insert(rows.end(), more.begin(), more.end());
+  }
   return rows;
 }
 

@@ -36,6 +36,7 @@ struct Operator {
     Name,      // the first is a variable or a literal with its type
     Computed,  // the first is no literal: the type of a small one does not reach the C
     Small,     // a real operand is small: C converts no others to integers
+    Position,  // an integer is mostly a small number
     Shift      // the second is not negative and below the width of the first
   };
   std::string name;  // in a call `$0` stands for the type of the first operand, `$r` for the

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "fuzz/programs/operators.h"
 
@@ -22,6 +23,29 @@ std::string list(const std::vector<Expr>& exprs) {
   return result;
 }
 
+// The named arguments of a call, or initial values of a structure.
+template <typename Names>
+std::string named(const Names& names, const std::vector<Expr>& exprs) {
+  std::string result;
+  for (std::size_t i = 0; i < exprs.size(); ++i) {
+    if (exprs[i].type == nullptr) continue;
+    result += (result.empty() ? "" : ", ") + names[i].name + " := " + text(exprs[i]);
+  }
+  return result;
+}
+
+// What repeats is counted.
+std::string elements(const std::vector<Expr>& exprs) {
+  std::string result;
+  for (std::size_t i = 0, next = 0; i < exprs.size(); i = next) {
+    const std::string element = text(exprs[i]);
+    while (next < exprs.size() && text(exprs[next]) == element) ++next;
+    result += result.empty() ? "" : ", ";
+    result += next - i > 1 ? fmt::format("{}({})", next - i, element) : element;
+  }
+  return result;
+}
+
 // In parentheses when it binds looser than `least`.
 std::string within(const Expr& expr, int least) {
   return precedence(expr) < least ? "(" + text(expr) + ")" : text(expr);
@@ -37,7 +61,7 @@ std::string text(const Statement& statement, int depth) {
   std::string out = indent;
   switch (statement.kind) {
     case Statement::Assign:
-      return out + fmt::format("{} := {};\n", statement.target, expr(0));
+      return out + fmt::format("{} := {};\n", text(statement.target), expr(0));
     case Statement::If:
       for (std::size_t i = 0; i < statement.bodies.size(); ++i) {
         if (i > 0) out += indent + "ELS";
@@ -48,15 +72,16 @@ std::string text(const Statement& statement, int depth) {
     case Statement::Case:
       out += fmt::format("CASE {} OF\n", expr(0));
       for (std::size_t i = 0; i < statement.labels.size(); ++i) {
-        const auto& [first, last] = statement.labels[i];
+        const std::string first = text(statement.labels[i].first);
+        const std::string last = text(statement.labels[i].second);
         out += first == last ? fmt::format("{}{}:\n", indent, first)
                              : fmt::format("{}{}..{}:\n", indent, first, last);
         out += body(i);
       }
       return out + indent + "ELSE\n" + body(statement.labels.size()) + indent + "END_CASE\n";
     case Statement::For:
-      out +=
-          fmt::format("FOR {} := {} TO {} BY {} DO\n", statement.target, expr(0), expr(1), expr(2));
+      out += fmt::format("FOR {} := {} TO {} BY {} DO\n", text(statement.target), expr(0), expr(1),
+                         expr(2));
       return out + body(0) + indent + "END_FOR\n";
     case Statement::While:
       return out + fmt::format("WHILE {} DO\n{}{}END_WHILE\n", expr(0), body(0), indent);
@@ -64,7 +89,8 @@ std::string text(const Statement& statement, int depth) {
       return out +
              fmt::format("REPEAT\n{0}{1}UNTIL {2}\n{1}END_REPEAT\n", body(0), indent, expr(0));
     case Statement::Block:
-      return out + fmt::format("{}({});\n", statement.target, list(statement.exprs));
+      return out + fmt::format("{}({});\n", text(statement.target),
+                               named(parametersOf(*statement.target.type->block), statement.exprs));
     case Statement::Exit:
       return out + "EXIT;\n";
     case Statement::Continue:
@@ -81,20 +107,20 @@ std::string text(const Statements& statements, int depth) {
 }
 
 std::string declaration(const Variable& variable) {
-  constexpr const char* kSections[] = {"VAR_INPUT", "VAR_OUTPUT", "VAR", "", "VAR"};
-  const std::string length = variable.length > 0 ? fmt::format("[{}]", variable.length) : "";
-  const bool instance = variable.role == Variable::Instance;
-  const std::string type = instance ? variable.block : variable.type->name + length;
-  const std::string initial = instance ? "" : " := " + text(variable.initial);
-  return fmt::format("{} {} : {}{}; END_VAR\n", kSections[variable.role], variable.name, type,
-                     initial);
+  constexpr const char* kSections[] = {"VAR_INPUT", "VAR_IN_OUT",          "VAR_OUTPUT", "VAR",
+                                       "",          "VAR_GLOBAL CONSTANT", "VAR_GLOBAL"};
+  const bool initial = variable.initial.type != nullptr;
+  return fmt::format("{} {} : {}{}; END_VAR\n", kSections[variable.role], variable.name,
+                     variable.type->name, initial ? " := " + text(variable.initial) : "");
 }
 
 }  // namespace
 
-const Unit& unitOf(const Units& units, const std::string& name) {
-  return *std::find_if(units.begin(), units.end(),
-                       [&](const Unit& unit) { return unit.name == name; });
+std::vector<Variable> parametersOf(const Unit& unit) {
+  std::vector<Variable> result;
+  std::copy_if(unit.variables.begin(), unit.variables.end(), std::back_inserter(result),
+               [](const Variable& each) { return each.parameter(); });
+  return result;
 }
 
 std::string text(const Expr& expr) {
@@ -102,7 +128,21 @@ std::string text(const Expr& expr) {
     case Expr::Literal:
       return expr.bare ? expr.text : fmt::format("{}#{}", expr.type->name, expr.text);
     case Expr::Variable:
+    case Expr::Global:
       return expr.text;
+    case Expr::Element:
+      return fmt::format("{}[{}]", text(expr.operands[0]),
+                         list({expr.operands.begin() + 1, expr.operands.end()}));
+    case Expr::Member:
+      return text(expr.operands[0]) + '.' + expr.text;
+    case Expr::Pointed:
+      return text(expr.operands[0]) + '^';
+    case Expr::Address:
+      return fmt::format("ADR({})", text(expr.operands[0]));
+    case Expr::Whole:
+      return expr.type->kind == Type::Array
+                 ? fmt::format("[{}]", elements(expr.operands))
+                 : fmt::format("({})", named(expr.type->parts, expr.operands));
     case Expr::Call:
       return fmt::format("{}({})", expr.text, list(expr.operands));
     default:
@@ -118,18 +158,24 @@ std::string text(const Expr& expr) {
 std::string text(const Units& units) {
   constexpr const char* kKinds[] = {"FUNCTION", "FUNCTION_BLOCK", "PROGRAM"};
   std::string out;
-  for (const Unit& unit : units) {
-    const char* const kind = kKinds[unit.kind];
-    out += fmt::format("{} {}", kind, unit.name);
+  for (const Type& type : units.types) {
+    if (type.definition.empty()) continue;
+    out += fmt::format("TYPE {} : {}; END_TYPE\n", type.name, type.definition);
+  }
+  for (const Unit& unit : units.list) {
     std::string variables;
+    std::string result;
     for (const Variable& variable : unit.variables) {
       if (variable.role == Variable::Result) {
-        out += fmt::format(" : {}", variable.type->name);
+        result = " : " + variable.type->name;
       } else {
         variables += declaration(variable);
       }
     }
-    out += fmt::format("\n{}{}END_{}\n", variables, text(unit.body, 1), kind);
+    out += unit.kind == Unit::Globals
+               ? variables
+               : fmt::format("{0} {1}{2}\n{3}{4}END_{0}\n", kKinds[unit.kind], unit.name, result,
+                             variables, text(unit.body, 1));
   }
   return out;
 }

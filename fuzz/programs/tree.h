@@ -2,6 +2,8 @@
 // as Structured Text.
 #pragma once
 
+#include <deque>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,49 +15,70 @@ namespace generated {
 struct Operator;
 
 struct Expr {
-  enum Kind { Literal, Variable, Operation, Call };
+  enum Kind {
+    Literal,
+    Variable,
+    Global,
+    Element,  // of an array, or behind a pointer: its place and the subscripts
+    Member,
+    Pointed,
+    Address,
+    Whole,  // the first values of an array or a structure
+    Operation,
+    Call
+  };
   Kind kind = Literal;
-  const Type* type = nullptr;  // that it has where it stands
+  const Type* type = nullptr;  // that it has where it stands; null for an input that is left out
   std::string text{};          // the literal without its type, or a name
   bool bare = false;           // a literal that is written without its type
-  Value value{};               // of a literal
+  Value value{};               // of a literal, or of a constant expression
   const Operator* op = nullptr;
-  std::vector<Expr> operands{};  // of a call of a function one for each input
+  std::vector<Expr> operands{};  // of a call of a function one for each parameter
+  const Unit* unit = nullptr;
 };
 
 struct Statement {
   enum Kind { Assign, If, Case, For, While, Repeat, Block, Exit, Continue, Return };
   Kind kind = Assign;
-  std::string target;  // what is assigned, the control variable, or the block called
+  Expr target{};  // what is assigned, the control variable, or the block called
   // What is assigned; a condition for each branch; the selector; start, end and step; the
-  // block's inputs.
-  std::vector<Expr> exprs;
-  std::vector<std::vector<Statement>> bodies;  // one more than conditions or labels for ELSE
-  std::vector<std::pair<long, long>> labels;   // first and last value of each branch
+  // block's parameters.
+  std::vector<Expr> exprs{};
+  std::vector<std::vector<Statement>> bodies{};  // one more than conditions or labels for ELSE
+  std::vector<std::pair<Expr, Expr>> labels{};   // first and last value of each branch
 };
 using Statements = std::vector<Statement>;
 
 struct Variable {
-  enum Role { Input, Output, Local, Result, Instance };
+  enum Role { Input, InOut, Output, Local, Result, Constant, Global };
   std::string name;
   const Type* type;
   Role role;
-  int length = 0;  // of a text in characters
-  Expr initial{};
-  std::string block{};  // of an instance
+  Expr initial{};  // without a type for none
+
+  bool parameter() const { return role == Input || role == InOut; }
 };
 
 struct Unit {
-  enum Kind { Function, FunctionBlock, Program };
+  enum Kind { Function, FunctionBlock, Program, Globals, Standard };
   Kind kind;
   std::string name;
-  std::vector<Variable> variables;
-  Statements body;
+  std::vector<Variable> variables{};
+  Statements body{};
+  // Of a function block of the standard, on its variables.
+  std::function<void(const std::function<Wide&(const char*)>&)> step{};
 };
 
-// The last unit is the PROGRAM; a unit calls only those before it.
-using Units = std::vector<Unit>;
-const Unit& unitOf(const Units& units, const std::string& name);
+// The first unit has the global variables, the last is the PROGRAM; a unit calls only those
+// before it. Addresses of types and units last as long as it.
+struct Units {
+  Units() = default;
+  Units(Units&&) = default;
+  std::deque<Type> types;
+  std::deque<Unit> list;
+};
+
+std::vector<Variable> parametersOf(const Unit& unit);
 
 std::string text(const Expr& expr);
 std::string text(const Units& units);

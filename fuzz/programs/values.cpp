@@ -66,6 +66,7 @@ bool assignable(const Type& to, const Type& from) {
 }
 
 Value cast(const Type& to, const Value& value) {
+  if (to.kind >= Type::Enumeration) return value;
   if (to.text()) return {&to, 0, 0, value.text};
   const bool fromReal = value.type->kind == Type::Real;
   if (to.kind == Type::Real) {
@@ -93,7 +94,8 @@ Value rounded(const Type& to, const Value& value) {
 }
 
 int order(const Value& a, const Value& b) {
-  if (a.type->text()) return a.text < b.text ? -1 : a.text > b.text ? 1 : 0;
+  if (a.type->text() || a.type->kind == Type::Pointer)
+    return a.text < b.text ? -1 : a.text > b.text ? 1 : 0;
   if (a.type->kind != Type::Real) return a.number < b.number ? -1 : a.number > b.number ? 1 : 0;
   if (std::isnan(a.real) || std::isnan(b.real)) return 2;
   return a.real < b.real ? -1 : a.real > b.real ? 1 : 0;

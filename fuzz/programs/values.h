@@ -12,6 +12,8 @@ namespace generated {
 __extension__ typedef __int128 Wide;           // NOLINT(modernize-use-using): an extension
 __extension__ typedef unsigned __int128 Bits;  // NOLINT(modernize-use-using)
 
+struct Part;
+
 struct Type {
   enum Kind {
     Bool,
@@ -23,17 +25,32 @@ struct Type {
     TimeOfDay,
     DateAndTime,
     Text,
-    WideText
+    WideText,
+    Enumeration,
+    Pointer,
+    Array,
+    Structure,
+    Block
   };
-  const char* name;
+  std::string name;  // as a declaration writes it
   Kind kind;
-  int bits;  // of a value; of a code unit of a text
+  int bits = 0;                                       // of a value; of a code unit of a text
+  int length = 80;                                    // of a text in characters
+  std::string definition{};                           // in a TYPE; empty for none
+  std::vector<std::pair<std::string, long>> names{};  // of the values of an enumeration
+  const Type* element = nullptr;                      // of an array; what a pointer points to
+  std::vector<std::pair<long, long>> bounds{};        // of an array
+  std::vector<Part> parts{};                          // of a structure, or the outputs of a block
+  const struct Unit* block = nullptr;
 
   bool integer() const { return kind == Signed || kind == Unsigned; }
   bool number() const { return integer() || kind == Real; }
   bool text() const { return kind == Text || kind == WideText; }
-  // Differ in name only, as BYTE and USINT do.
-  bool alike(const Type& other) const { return kind == other.kind && bits == other.bits; }
+  bool whole() const { return kind == Array || kind == Structure; }
+  // Differ in name or length only, as BYTE and USINT do.
+  bool alike(const Type& other) const {
+    return kind < Enumeration ? kind == other.kind && bits == other.bits : this == &other;
+  }
 };
 
 const std::vector<Type>& types();
@@ -42,9 +59,14 @@ const Type& type(Type::Kind kind, int bits);
 
 struct Value {
   const Type* type;
-  Wide number = 0;     // of all but REAL, LREAL and texts
+  Wide number = 0;     // of all that is no REAL, LREAL or text
   double real = 0;     // a REAL is rounded to one
-  std::string text{};  // ASCII
+  std::string text{};  // ASCII; the place of an array, a structure, or what a pointer points to
+};
+
+struct Part {
+  std::string name;
+  Value initial;  // of the part's type
 };
 
 // What generated C leaves to its compiler, or what is not modelled here. A program that
