@@ -53,6 +53,10 @@ bool beginsOperand(int kind) {
          kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
 }
 
+bool isString(std::string_view text) {
+  return !text.empty() && (text.front() == '\'' || text.front() == '"');
+}
+
 }  // namespace
 
 bool isUnsupportedType(std::string_view name) {
@@ -171,6 +175,8 @@ bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
   } else if (assigns && expected.has("':='") &&
              (equalIgnoringCase(text, "S") || equalIgnoringCase(text, "R"))) {
     what = "Set and reset assignments (S=, R=) are";
+  } else if (isString(text) && queue_.isPrecededBy(found, text.front())) {
+    what = "Doubled quotes in strings ($' is a quote) are";
   } else if (equalIgnoringCase(text, "AT") && declares &&
              blocks_.isIn(refhost::Construct::Kind::Members)) {
     what = "Addresses of members (AT) are";

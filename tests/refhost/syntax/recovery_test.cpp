@@ -72,6 +72,10 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:73 Syntax error: found ';', expected expression;\n",
        "(:= ([] ([] a 1 i) {f[x]}) (bit 3 (^ (. (^ b) c))))\n(call (. c d)[1])\n"
        "(call ([] a 1)[e:=2])\n(call (^ p)[])\n(:= x Color#Red)\n(:= z 1)\n"},
+      {"s := 'it''s'; f(\"a\"\"b\", 'c''d'); z := 1;",
+       "2:10 Doubled quotes in strings ($' is a quote) are not supported;\n"
+       "2:20 Doubled quotes in strings ($' is a quote) are not supported;\n",
+       "(:= z 1)\n"},
       {"a S 5; z := 1;", "2:3 Syntax error: found 'S', expected ':=';\n", "(:= z 1)\n"},
       {"STEP s : b := 1; END_STEP z := 1;",
        "2:1 Sequential function charts (SFC) are not supported;\n", ""},
