@@ -115,13 +115,18 @@ std::string readWhole(const std::string& path) {
   return text;
 }
 
+// Nothing is copied, since copying takes stack for each level of nesting.
+bool hasMember(const Json& object, const char* name) {
+  return object.is_object() && object.contains(name);
+}
+
 // The entries by name. Throws Failure when the text has another form.
 Json parsed(const std::string& path, const std::string& text) {
   Json file = Json::parse(text, nullptr, false);
-  const bool fits = file.is_object() && file.value("velc-retain", Json()) == kForm &&
-                    file.value("clock", Json()).is_number_unsigned() &&
+  const bool fits = hasMember(file, "velc-retain") && file["velc-retain"] == kForm &&
+                    hasMember(file, "clock") && file["clock"].is_number_unsigned() &&
                     file["clock"] <= std::numeric_limits<std::uint32_t>::max() &&
-                    file.value("variables", Json()).is_object();
+                    hasMember(file, "variables") && file["variables"].is_object();
   if (!fits) refuse(path);
   return file;
 }
@@ -129,7 +134,7 @@ Json parsed(const std::string& path, const std::string& text) {
 // Why the value of `variable` in `entry` is left out; empty when it has been appended to `bytes`.
 std::string refusal(const ProgramVariable& variable, const Json& entry, std::string& bytes) {
   const bool whole =
-      entry.is_object() && entry.contains("value") && entry.value("type", Json()).is_string();
+      hasMember(entry, "value") && hasMember(entry, "type") && entry["type"].is_string();
   if (!whole) return "its entry has no type and value";
   const std::string stored = entry["type"];
   const std::string wanted = typeText(*variable.shape);

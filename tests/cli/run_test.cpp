@@ -240,6 +240,10 @@ TEST_F(Velc, TellsWhichRetainedVariablesAreLeftOut) {
       "velc: r.json: 'P.more' is left out: the file has no value for it\n"
       "velc: r.json: 'P.g' is left out: it is of type INT, not STRUCT(x : INT)\n"
       "velc: r.json: 'P.gone' is left out: the program has no such retained variable\n");
+  write("deep.json",
+        R"({"velc-retain": 1, "clock": 1, "variables": {"P.a": {"type": "INT", "value": )" +
+            std::string(100000, '[') + std::string(100000, ']') + "}}}");
+  EXPECT_EQ(velc("run new.st --retain deep.json").code, 0);
   const std::string kept = read("r.json");
   write("loop.st", "PROGRAM P WHILE TRUE DO END_WHILE END_PROGRAM");
   EXPECT_EQ(velc("run loop.st --timeout 1 --retain r.json").code, 1);
