@@ -32,7 +32,6 @@ constexpr MessageFormat kNotSupported      {0xF0007, Severity::Error, "%s not su
 constexpr MessageFormat kTypeNotSupported  {0xF0007, Severity::Error, "The type '%s' is not supported;"};
 constexpr MessageFormat kTooManyErrors     {0xF0008, Severity::Error, "Too many errors: the rest of the file is not read;"};
 constexpr MessageFormat kNoCaseLabel       {0xF0009, Severity::Error, "A statement of a CASE stands before its first label;"};
-constexpr MessageFormat kNoEffect          {0xF000A, Severity::Warning, "%s has no effect;"};
 constexpr MessageFormat kKeywordName       {0xF000B, Severity::Error, "'%s' is a keyword and cannot be a name;"};
 
 constexpr MessageFormat kUnknownName       {0xF0020, Severity::Error, "Unknown identifier '%s';"};
@@ -77,6 +76,13 @@ constexpr MessageFormat kTaskProperty      {0xF0094, Severity::Error, "A task ha
 constexpr MessageFormat kPartOutOfRange    {0xF00D0, Severity::Error, "'%s' is outside of type '%s';"};
 constexpr MessageFormat kAddressLevel      {0xF00D3, Severity::Error, "The number %s of address '%s' must be below %s;"};
 constexpr MessageFormat kAddressOutside    {0xF00D4, Severity::Error, "Address '%s' begins at byte %s of an area of %s bytes;"};
+constexpr MessageFormat kNoPlace           {0xF00D5, Severity::Error, "'%s' has no place: VAR_CONFIG gives none to '%s';"};
+constexpr MessageFormat kNotKept           {0xF00D6, Severity::Error, "'%s' is not kept between calls, so VAR_CONFIG cannot give it a place;"};
+constexpr MessageFormat kConfiguredType    {0xF00D7, Severity::Error, "'%s' is of type '%s', not '%s';"};
+constexpr MessageFormat kConfiguredArea    {0xF00D8, Severity::Error, "Address '%s' is none of '%s', at which '%s' is declared;"};
+constexpr MessageFormat kNotOpen           {0xF00D9, Severity::Error, "'%s' is not declared at an open address: VAR_CONFIG cannot place it;"};
+constexpr MessageFormat kConfiguredTwice   {0xF00DA, Severity::Error, "'%s' has a place already;"};
+constexpr MessageFormat kNothingToConfigure{0xF00DB, Severity::Error, "There is no variable '%s' to configure;"};
 constexpr MessageFormat kAddressAlignment  {0xF00D1, Severity::Error, "Address '%s' is at byte %s, but not at a multiple of the %s bytes that type '%s' needs;"};
 constexpr MessageFormat kAddressExtent     {0xF00D2, Severity::Error, "Type '%s' of %s bytes does not fit at '%s', where %s of %s bytes of its area are left;"};
 constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};

@@ -134,6 +134,7 @@ void Session::restart() {
   impl_->shapes.clear();
   impl_->services.calls = {};
   impl_->services.configuration = {};
+  impl_->services.configured = {};
   impl_->services.memory.releaseState();
   impl_->services.symbols.forget();
   impl_->services.layouts = {};

@@ -16,15 +16,11 @@ void ConfigurationWriter::append(std::string& out) {
   appendTasks(out);
 }
 
-void ConfigurationWriter::appendInits(std::string& out) const {
+void ConfigurationWriter::appendInits(std::string& out) {
   const SymbolNames& names = file_.names;
-  const UnitSymbol* const globals = file_.services.symbols.globals();
   std::string all;
   for (const ProgramInstance& instance : file_.services.configuration.instances) {
-    out += fmt::format("\nvoid {}(void) {{\n", names.of(instance).init);
-    if (globals != nullptr) out += fmt::format("  {}();\n", names.of(*globals).init);
-    out +=
-        fmt::format("  {}(&{});\n}}\n", names.of(*instance.program).init, names.of(instance).data);
+    FunctionWriter(file_, nullptr).appendInit(instance, out);
     all += fmt::format("  {}();\n", names.of(instance).init);
   }
   out += fmt::format("\nvoid {}(void) {{\n{}}}\n", names.configuration.init, all);

@@ -15,7 +15,7 @@ class ConfigurationWriter {
   void append(std::string& out);
 
  private:
-  void appendInits(std::string& out) const;
+  void appendInits(std::string& out);
   // The functions of the tasks, and the table.
   void appendTasks(std::string& out);
 

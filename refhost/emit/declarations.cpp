@@ -29,7 +29,8 @@ void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::stri
   for (const auto& variable : unit.variables()) {
     if (!variable->isKept()) continue;
     empty = false;
-    out += fmt::format("  {};\n", declaration(names, *variable));
+    out += variable->placedByInstance ? fmt::format("  u32 {};\n", names.of(*variable))
+                                      : fmt::format("  {};\n", declaration(names, *variable));
   }
   for (const auto& variable : unit.variables()) {
     if (keepsCompanion(*variable))
@@ -136,14 +137,40 @@ std::string functionHead(const SymbolNames& names, const UnitSymbol& function) {
                      parameters.empty() ? "void" : parameters);
 }
 
+namespace {
+
+std::string initHead(const std::string& init, const std::string& structure, bool places) {
+  return fmt::format("static void {}(struct {}* self{})", init, structure,
+                     places ? ", const u32* vel_places" : "");
+}
+
+}  // namespace
+
+std::string initHead(FileContext& file, const StructType& structure) {
+  const TypeNames& names = file.names.of(structure);
+  return initHead(names.init, names.name, file.services.configured.open.countIn(&structure) != 0);
+}
+
+std::string initHead(FileContext& file, const UnitSymbol& unit) {
+  const UnitNames& names = file.names.of(unit);
+  return initHead(names.init, names.name, file.services.configured.open.countIn(unit) != 0);
+}
+
+std::string placesTable(const ConfiguredVariables::Root& root) {
+  std::string values;
+  for (const auto& [number, raw] : root.places) {
+    values += (values.empty() ? "" : ", ") + std::to_string(raw);
+  }
+  return "static const u32 vel_places[] = {" + values + "};";
+}
+
 std::string prototypes(FileContext& file) {
   const SymbolNames& names = file.names;
   std::string out;
   for (const auto& owned : file.services.symbols.ownedTypes()) {
     const auto* const structure = dynamic_cast<const StructType*>(owned.get());
     if (structure == nullptr || !file.startValues.differFromZero(structure)) continue;
-    out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
-                       names.of(*structure).init, names.of(*structure).name);
+    out += initHead(file, *structure) + " __attribute__((unused));\n";
   }
   if (const UnitSymbol* const globals = file.services.symbols.globals()) {
     out += fmt::format("static void {}(void);\n", names.of(*globals).init);
@@ -152,10 +179,9 @@ std::string prototypes(FileContext& file) {
     if (unit->type() == POUType::Function) {
       out += functionHead(names, *unit) + " __attribute__((unused));\n";
     } else if (unit->type() == POUType::FunctionBlock || unit->instantiated) {
-      for (const std::string& name : {names.of(*unit).init, names.of(*unit).body}) {
-        out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n", name,
-                           names.of(*unit).name);
-      }
+      out += initHead(file, *unit) + " __attribute__((unused));\n";
+      out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
+                         names.of(*unit).body, names.of(*unit).name);
     } else {
       out += fmt::format("void {}(void);\nvoid {}(void);\n", names.of(*unit).init,
                          names.of(*unit).scan);

@@ -15,6 +15,13 @@ std::string prototypes(FileContext& file);
 // The prototype of a FUNCTION, without a semicolon.
 std::string functionHead(const SymbolNames& names, const UnitSymbol& function);
 
+// The heads of the functions that initialise a structure, an instance of a function block or of a
+// PROGRAM. They take a table of places if there are variables AT %Q* in it.
+std::string initHead(FileContext& file, const StructType& structure);
+std::string initHead(FileContext& file, const UnitSymbol& unit);
+// The table of the places that VAR_CONFIG gives.
+std::string placesTable(const ConfiguredVariables::Root& root);
+
 // A bit parameter that is an input has a companion, a hidden parameter by which the operators of
 // its bits reach the argument: the input itself is a copy. An in-out parameter is a pointer.
 bool keepsCompanion(const VarSymbol& variable);

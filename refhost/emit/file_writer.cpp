@@ -110,7 +110,9 @@ void FileWriter::appendStructureInits(std::string& out) {
 
 Place globalPlace(const SymbolNames& names, const std::string& data, const VarSymbol& variable) {
   if (variable.isLocated()) return Place::ofLocated(names, variable);
-  return {Place::Kind::Object, data + "." + names.of(variable)};
+  std::string text = data + "." + names.of(variable);
+  if (variable.placedByInstance) return Place::ofLocated(names, variable, text);
+  return {Place::Kind::Object, std::move(text)};
 }
 
 }  // namespace refhost

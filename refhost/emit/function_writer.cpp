@@ -127,13 +127,16 @@ void FunctionWriter::appendInitialisation(std::string& out) {
   // A compound literal of a large type would take as much stack.
   body_.line(large ? "__builtin_memset(self, 0, sizeof *self);"
                    : fmt::format("*self = (struct {}){{0}};", file_.names.of(unit).name));
+  const ConfiguredVariables::Root& root = file_.services.configured.roots[&unit];
+  if (alone && !root.places.empty()) body_.line(placesTable(root));
+  initials_.setPlaces(unit);
   initials_.initialiseAll(unit, true);
+  if (alone) initials_.setConfigured(root, {Place::Kind::Pointed, "self"});
   const std::string text = take(true);
   if (alone) {
     out += programHead(unit, file_.names.of(unit).init);
   } else {
-    out += fmt::format("\nstatic void {}(struct {}* self) {{\n", file_.names.of(unit).init,
-                       file_.names.of(unit).name);
+    out += "\n" + initHead(file_, unit) + " {\n";
   }
   out += text + "}\n";
 }
@@ -172,7 +175,10 @@ void FunctionWriter::appendBody(std::string& out) {
 }
 
 void FunctionWriter::appendGlobalsInitialisation(std::string& out) {
+  const ConfiguredVariables::Root& root = file_.services.configured.roots[body_.unit];
+  if (!root.places.empty()) body_.line(placesTable(root));
   initials_.initialiseAll(*body_.unit, true);
+  initials_.setConfigured(root, {Place::Kind::Object, file_.names.of(*body_.unit).data});
   out += fmt::format(
       "\nstatic void {}(void) {{\n  static u8 vel_done;\n  if (vel_done) return;\n"
       "  vel_done = 1;\n",
@@ -183,10 +189,22 @@ void FunctionWriter::appendGlobalsInitialisation(std::string& out) {
 void FunctionWriter::appendInitialisation(const StructType& structure, std::string& out) {
   body_.usesSelf = true;
   for (const auto& member : structure.members()) {
+    initials_.enter(*member, &structure);
     initials_.initialise({Place::Kind::Object, "self->" + file_.names.of(*member)}, *member);
   }
-  out += fmt::format("\nstatic void {}(struct {}* self) {{\n{}}}\n", file_.names.of(structure).init,
-                     file_.names.of(structure).name, take(true));
+  out += "\n" + initHead(file_, structure) + " {\n" + take(true) + "}\n";
+}
+
+void FunctionWriter::appendInit(const ProgramInstance& instance, std::string& out) {
+  const SymbolNames& names = file_.names;
+  const ConfiguredVariables::Root& root = file_.services.configured.roots[&instance];
+  const UnitSymbol* const globals = file_.services.symbols.globals();
+  if (!root.places.empty()) body_.line(placesTable(root));
+  if (globals != nullptr) body_.line(names.of(*globals).init + "();");
+  body_.statement(fmt::format("{}(&{}{})", names.of(*instance.program).init,
+                              names.of(instance).data, root.places.empty() ? "" : ", vel_places"));
+  initials_.setConfigured(root, {Place::Kind::Object, names.of(instance).data});
+  out += fmt::format("\nvoid {}(void) {{\n{}}}\n", names.of(instance).init, take(false));
 }
 
 void FunctionWriter::appendScan(const ProgramInstance& instance, std::string& out) {

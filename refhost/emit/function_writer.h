@@ -20,6 +20,7 @@ class FunctionWriter {
   void appendBody(std::string& out);            // of a FUNCTION_BLOCK or PROGRAM
   void appendGlobalsInitialisation(std::string& out);
   void appendInitialisation(const StructType& structure, std::string& out);
+  void appendInit(const ProgramInstance& instance, std::string& out);
   void appendScan(const ProgramInstance& instance, std::string& out);
   // The function `name`, which returns the value of SINGLE.
   void appendCondition(const Task& task, const std::string& name, std::string& out);

@@ -34,7 +34,41 @@ void InitialWriter::initialiseAll(const UnitSymbol& unit, bool kept) {
 void InitialWriter::once(const VarSymbol& variable) {
   if (!file_.startValues.differFromZero(variable) || !initialised_.insert(&variable).second) return;
   if (variable.initial != nullptr) constantsIn(*variable.initial, variable);
+  enter(variable, nullptr);
   initialise(expressions_.places.of(variable), variable);
+}
+
+void InitialWriter::setPlaces(const UnitSymbol& unit) {
+  for (const auto& variable : unit.variables()) {
+    if (!variable->placedByInstance) continue;
+    const auto number = file_.services.configured.open.countBefore(*variable, nullptr);
+    body_.statement(fmt::format("self->{} = vel_places[{}]", file_.names.of(*variable), number));
+  }
+}
+
+void InitialWriter::enter(const VarSymbol& variable, const vel::SymbolDataType* structure) {
+  OpenPlaces& open = file_.services.configured.open;
+  if (open.countIn(variable.dataType()) == 0) return;
+  const auto number = open.countBefore(variable, structure);
+  places_ = number == 0 ? "vel_places" : fmt::format("vel_places + {}", number);
+}
+
+void InitialWriter::setConfigured(const ConfiguredVariables::Root& root, const Place& unit) {
+  for (const ConfiguredVariables::Initial& initial : root.initials) {
+    Place place = unit;
+    for (const auto& [variable, element] : initial.path) {
+      if (variable == nullptr) {
+        place = place.member(fmt::format("a[{}]", element));
+      } else if (variable->isLocated()) {
+        place = Place::ofLocated(file_.names, *variable);
+      } else {
+        place = place.member(file_.names.of(*variable));
+        if (variable->placedByInstance)
+          place = Place::ofLocated(file_.names, *variable, place.text);
+      }
+    }
+    setInitial(place, initial.type, *initial.value);
+  }
 }
 
 void InitialWriter::constantsIn(const vel::ASTNode& value, const VarSymbol& of) {
@@ -61,20 +95,31 @@ std::string InitialWriter::text(const VarSymbol& input) {
 void InitialWriter::setDefault(const Place& place, const Type* type) {
   if (!file_.startValues.differFromZero(type)) return;
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
-    forElements(place, "0", std::to_string(array->count()), [&](const Place& element) {
+    const std::uint64_t each = file_.services.configured.open.countIn(array->element);
+    const std::string places = places_;
+    const auto set = [&](const Place& element, const std::string& index) {
+      if (each != 0) places_ = fmt::format("{} + {} * {}", places, index, each);
       setDefault(element, array->element);
       if (array->elementInitial == nullptr) return;
       setInitial(element, array->element, *array->elementInitial);
-    });
+    };
+    forElements(place, "0", std::to_string(array->count()), set);
+    places_ = places;
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
-    body_.statement(fmt::format("{}({})", file_.names.of(*structure).init, place.address({})));
+    callInit(file_.names.of(*structure).init, place, type);
   } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-    body_.statement(fmt::format("{}({})", file_.names.of(*instance->unit).init, place.address({})));
+    callInit(file_.names.of(*instance->unit).init, place, type);
   } else {
     std::string number;
     appendInteger(implicitInitial(type), number);
     body_.statement(place.store(number));
   }
+}
+
+void InitialWriter::callInit(const std::string& init, const Place& place, const Type* type) {
+  const bool takesPlaces = file_.services.configured.open.countIn(type) != 0;
+  body_.statement(
+      fmt::format("{}({}{})", init, place.address({}), takesPlaces ? ", " + places_ : ""));
 }
 
 void InitialWriter::setInitial(const Place& place, const Type* type, const Expr& value) {
@@ -139,8 +184,9 @@ void InitialWriter::setRepeated(const Place& place, const ArrayType& array, cons
     const std::string from = std::to_string(next);
     next += times;
     if (constantInteger(*only) == 0 && !file_.startValues.differFromZero(&array)) return;
-    forElements(place, from, std::to_string(next),
-                [&](const Place& element) { setInitial(element, array.element, *only); });
+    forElements(place, from, std::to_string(next), [&](const Place& element, const std::string&) {
+      setInitial(element, array.element, *only);
+    });
   } else {
     for (std::int64_t i = 0; i < times; ++i) setElements(place, array, repeat, 1, next);
   }
@@ -152,7 +198,7 @@ void InitialWriter::forElements(const Place& place, const std::string& from, con
   const std::string index = fmt::format("vel_i{}", body_.depth());
   body_.line(fmt::format("for (size_t {0} = {1}; {0} < {2}; ++{0}) {{", index, from, end));
   body_.indent();
-  set(place.member(fmt::format("a[{}]", index)));
+  set(place.member(fmt::format("a[{}]", index)), index);
   body_.outdent();
   body_.line("}");
 }

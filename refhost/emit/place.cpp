@@ -12,14 +12,18 @@ Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw, co
 }
 
 Place Place::ofLocated(const SymbolNames& names, const VarSymbol& variable) {
+  return ofLocated(names, variable, std::to_string(variable.backendAddress().address));
+}
+
+Place Place::ofLocated(const SymbolNames& names, const VarSymbol& variable, const std::string& at) {
   const vel::SymbolDataType* const type = variable.dataType();
-  const vel::HeapRawAddr raw = variable.backendAddress();
   if (isTextType(type) || isComposite(type)) {
-    std::string pointer = fmt::format("VEL_AT({}, {})", typeText(names, type), raw.address);
+    std::string pointer = fmt::format("VEL_AT({}, {})", typeText(names, type), at);
     if (isComposite(type)) return {Kind::Pointed, std::move(pointer)};
     return {Kind::Object, "(*" + pointer + ")"};
   }
-  return ofAddress(variable.iecAddress(), raw, refhost::cType(valueType(type)));
+  if (variable.isDeviceBit()) return {Kind::MemoryBit, at};
+  return {Kind::Memory, at, refhost::cType(valueType(type))};
 }
 
 Place Place::member(std::string_view name) const {

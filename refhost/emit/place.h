@@ -27,6 +27,9 @@ struct Place {
   static Place ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw, const char* cType);
   // The place of a variable in device memory.
   static Place ofLocated(const SymbolNames& names, const VarSymbol& variable);
+  // The same at the raw address that the C expression `at` has.
+  static Place ofLocated(const SymbolNames& names, const VarSymbol& variable,
+                         const std::string& at);
   // The member `name` of the structure at this place.
   Place member(std::string_view name) const;
 

@@ -170,6 +170,7 @@ Place PlaceWriter::of(const VarSymbol& variable) {
     body_.used.insert(&variable);
   }
   name += file_.names.of(variable);
+  if (variable.placedByInstance) return Place::ofLocated(file_.names, variable, name);
   return {indirect ? Kind::Pointed : Kind::Object, std::move(name)};
 }
 

@@ -163,7 +163,7 @@ vel::SymbolDataType* Expressions::typeDereference(Expr& expr) {
 bool Expressions::hasAddress(const Expr& value) const {
   if (value.kind != ExprKind::Variable) return isAccess(value.kind) && value.kind != ExprKind::Part;
   if (const auto* const variable = asVariable(value.symbol)) {
-    return !variable->iecAddress().isBitMode();
+    return !variable->isDeviceBit();
   }
   vel::HeapAddress address;
   return services_.memory.parse(TreeBuilder::source(value), address) && !address.isBitMode();

@@ -225,6 +225,12 @@ void Calls::checkOperands(const Call& call) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
   }
+  const auto& first = static_cast<const Expr&>(*list->leaf(0));
+  const auto* const variable = asVariable(first.symbol);
+  if (call.traits()->has(OperatorTraits::kGivesAddress) && variable != nullptr &&
+      first.kind == ExprKind::Variable && variable->placedByInstance && variable->isDeviceBit()) {
+    say(first, message::kNoAddress, name);
+  }
   checkChoice(call);
   checkConverted(call, static_cast<const Expr&>(*list->leaf(0)));
   // The check of a numeric function covers its first operand only.

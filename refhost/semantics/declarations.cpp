@@ -167,6 +167,8 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
     // Nothing calls a PROGRAM, so its parameters may have fixed addresses.
     if (variable->isParameter() && unit.type() != vel::POUType::Program) {
       say(*address, message::kPlacedParameter, name.text());
+    } else if (vel::TreeBuilder::source(*address).back() == '*') {
+      parts_.configuredPlaces.declareOpen(*variable, *address);
     } else {
       parts_.locations.place(*variable, *address);
     }

@@ -5,18 +5,23 @@ namespace refhost {
 using vel::TreeBuilder;
 
 void Locations::place(VarSymbol& variable, const ASTNode& address) {
-  const std::string_view text = TreeBuilder::source(address);
+  const auto parsed = check(address, variable);
+  if (parsed) variable.placeAt(*parsed, services_.memory.raw(*parsed));
+}
+
+std::optional<vel::HeapAddress> Locations::check(const ASTNode& address,
+                                                 const VarSymbol& variable) {
   vel::HeapAddress parsed;
-  if (!services_.memory.parse(text, parsed)) {
+  if (!services_.memory.parse(TreeBuilder::source(address), parsed)) {
     sayInvalid(address);
-    return;
+    return std::nullopt;
   }
   if (variable.reference) {
-    say(address, message::kAddressSize, text, "REFERENCE TO");
+    say(address, message::kAddressSize, TreeBuilder::source(address), "REFERENCE TO");
   } else if (variable.dataType() != nullptr) {
     check(address, parsed, *variable.dataType());
   }
-  variable.placeAt(parsed, services_.memory.raw(parsed));
+  return parsed;
 }
 
 void Locations::sayInvalid(const ASTNode& node) {

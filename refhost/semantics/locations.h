@@ -1,6 +1,8 @@
 // Places of variables in device memory.
 #pragma once
 
+#include <optional>
+
 #include "refhost/semantics/part.h"
 #include "refhost/services/layout.h"
 
@@ -15,6 +17,8 @@ class Locations : public Part {
   // Gives `variable` the place that `address` names, and reports an address that is not valid, or
   // at which a variable of this type cannot be.
   void place(VarSymbol& variable, const ASTNode& address);
+  // The same, but without giving it; nothing for an address that is not valid.
+  std::optional<vel::HeapAddress> check(const ASTNode& address, const VarSymbol& variable);
 
  private:
   void check(const ASTNode& node, const vel::HeapAddress& address, const Type& type);

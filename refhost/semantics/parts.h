@@ -5,6 +5,7 @@
 #include "refhost/semantics/assignments.h"
 #include "refhost/semantics/calls.h"
 #include "refhost/semantics/configurations.h"
+#include "refhost/semantics/configured_places.h"
 #include "refhost/semantics/constant_variables.h"
 #include "refhost/semantics/declarations.h"
 #include "refhost/semantics/expressions.h"
@@ -25,6 +26,7 @@ struct Parts {
         types(context, *this),
         declarations(context, *this),
         locations(context, *this),
+        configuredPlaces(context, *this),
         constants(context, *this),
         initials(context, *this),
         expressions(context, *this),
@@ -40,6 +42,7 @@ struct Parts {
   Types types;
   Declarations declarations;
   Locations locations;
+  ConfiguredPlaces configuredPlaces;
   ConstantVariables constants;
   Initials initials;
   Expressions expressions;

@@ -117,7 +117,10 @@ std::optional<Layout> Layouts::known(const Type* type) {
 
 bool Layouts::append(Layout& whole, const VarSymbol& variable) {
   const bool pointer = variable.indirect && asOpenArray(variable.dataType()) == nullptr;
-  const auto part = pointer ? kPointer : known(variable.dataType());
+  // Such a variable is in device memory; its instance holds its raw address.
+  const auto part = variable.placedByInstance ? Layout{4, 4}
+                    : pointer                 ? kPointer
+                                              : known(variable.dataType());
   if (!part) return false;
   whole.size = sum(aligned(whole.size, part->alignment), part->size);
   whole.alignment = std::max(whole.alignment, part->alignment);

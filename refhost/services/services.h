@@ -8,6 +8,7 @@
 #include "refhost/services/call_graph.h"
 #include "refhost/services/configuration.h"
 #include "refhost/services/layout.h"
+#include "refhost/services/open_places.h"
 #include "refhost/services/symbol_table.h"
 
 namespace refhost {
@@ -43,6 +44,7 @@ class Services final : public hostkit::Answers, public hostkit::Services {
   CallGraph calls;
   Configuration configuration;
   Layouts layouts;
+  ConfiguredVariables configured;
 };
 
 }  // namespace refhost

@@ -62,6 +62,11 @@ class VarSymbol final : public vel::SymbolVar {
   }
   // True of a variable at an address that the program names.
   bool isLocated() const { return iecAddress().area != 0; }
+  // True of a bit of device memory.
+  bool isDeviceBit() const {
+    return iecAddress().isBitMode() || (openAddress != nullptr && dataType() != nullptr &&
+                                        dataType()->dataType() == BasicDataType::Bool);
+  }
   // Keeps the variable in device memory without an address that the program could name.
   void keepAt(vel::HeapRawAddr raw) {
     inMemory = true;
@@ -92,6 +97,8 @@ class VarSymbol final : public vel::SymbolVar {
   Edge edge = Edge::None;
   VarSymbol* edgeState = nullptr;  // holds the input's value at the previous call, for an edge
   bool inMemory = false;
+  const ASTNode* openAddress = nullptr;  // `%Q*`, whose place VAR_CONFIG gives; null for none
+  bool placedByInstance = false;         // each instance has a place of its own
 };
 
 // Null for a symbol that is not a variable.

@@ -79,6 +79,7 @@ constexpr std::array<Entry, kTokens> makeEntries() {
   for (int token = Token::VAR; token <= Token::VAR_EXTERNAL; ++token) {
     at(token) = at(Token::VAR);
   }
+  at(Token::VAR_CONFIG) = at(Token::VAR);
   return entries;
 }
 

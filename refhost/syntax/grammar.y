@@ -55,7 +55,7 @@ static constexpr Value kNone{nullptr, 0};
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO REFERENCE
 %token MISTAKE_END  // put in where a block begins or ends before the next ';'
 %token NO_TYPE  // inserted for an invalid result type
-%token CONFIGURATION END_CONFIGURATION RESOURCE ON END_RESOURCE TASK WITH
+%token CONFIGURATION END_CONFIGURATION VAR_CONFIG RESOURCE ON END_RESOURCE TASK WITH
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" BINDS "'REF='" ARROW "'=>'" RANGE "'..'" POWER "'**'"
@@ -80,14 +80,14 @@ static constexpr Value kNone{nullptr, 0};
 %left POWER
 %token NOT
 
-%type <value> string_type unit_name return_type var_blocks var_block var_body var_decl address
+%type <value> string_type unit_name return_type var_blocks var_block var_body var_decl config_decl address
 %type <value> type_spec simple_type plain_type reference_type part_type struct_type unnamed_type dimension
 %type <value> enum_value string_length initial initial_item aggregate element field type_declaration struct_declaration
 %type <value> broken_decl broken_member member task statement_list statement block_statement
 %type <value> else_part condition
 %type <value> for_start step label label_line
 %type <value> variable access call expression operand atom signed argument
-%type <list> var_block_items var_decls names statements elsifs case_items labels arguments
+%type <list> var_block_items var_decls config_decls names statements elsifs case_items labels arguments
 %type <list> connections connection_items argument_items dimensions enum_values elements fields members subscripts
 %type <section> var_keyword
 %type <edge> edge
@@ -125,6 +125,7 @@ unit:
 | TYPE type_declarations END_TYPE
 | TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
 | global_block
+| config_block
 | CONFIGURATION unit_name { make.beginConfiguration($2); } configuration END_CONFIGURATION
 | ';'
 ;
@@ -167,6 +168,21 @@ var_block_items:
 var_block: var_keyword var_body  { $$ = make.inSection($1, $2); };
 
 global_block: VAR_GLOBAL var_body  { make.globals($2); };
+
+config_block: VAR_CONFIG qualifiers config_decls END_VAR  { make.configured(make.varBlock(@$, $2, $3)); };
+
+config_decls:
+  %empty  %prec FIRST           { $$ = make.list(); }
+| error mistake_end             { $$ = make.list(); }
+| config_decls config_decl ';'  { $$ = make.append($1, $2); }
+| config_decls ';'              { $$ = $1; }
+| config_decls error mistake_end  { $$ = $1; }
+;
+
+config_decl:
+  variable address ':' type_spec initial
+    { $$ = make.varDecl(@$, make.append(make.list(), $1), $2, $4, $5); }
+;
 
 var_body:
   qualifiers var_decls END_VAR        { $$ = make.varBlock(@$, $1, $2); }
@@ -408,6 +424,7 @@ resource:
 
 configuration_item:
   global_block
+| config_block
 | TASK IDENTIFIER '(' arguments ')' ';'
     { make.task(@$, @2, {@3.begin, @5.end}, $4); }
 | PROGRAM qualifiers IDENTIFIER task ':' IDENTIFIER connections ';'

@@ -229,7 +229,9 @@ int TokenStream::missingBeforeName(const Token& token) {
     errors_.muteDeclaration(token.span.end);
     return ';';
   }
-  return continuesStatement(next) ? closeTop(token) : 0;
+  // The variables of VAR_CONFIG have paths.
+  const bool path = equalIgnoringCase(queue_.textOf(blocks_.top().opener), "VAR_CONFIG");
+  return continuesStatement(next) && !path ? closeTop(token) : 0;
 }
 
 // A ':' is missing between the name of a FUNCTION and its type, unless a statement begins here.
@@ -347,7 +349,7 @@ int TokenStream::openBlock(const Token& token) {
     betweenUnits_ = false;
     lostOpener_ = false;
     if (constructOf(token.kind)->isProgramUnit()) ++units_;
-  } else if (!blocks_.any() && token.kind != Kind::VAR_GLOBAL) {
+  } else if (!blocks_.any() && token.kind != Kind::VAR_GLOBAL && token.kind != Kind::VAR_CONFIG) {
     return token.kind;
   }
   if (blocks_.count() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);

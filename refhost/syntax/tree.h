@@ -300,6 +300,7 @@ class Tree {
   std::vector<Unit*> units;
   std::vector<Node*> types;  // TypeDecl nodes
   std::vector<VarBlock*> globals;
+  std::vector<VarBlock*> configured;   // VAR_CONFIG, whose variables are named by an Expr
   std::vector<const Text*> resources;  // the names of RESOURCEs
   std::vector<ConfigurationItem*> tasks;
   std::vector<ConfigurationItem*> instances;  // of PROGRAMs, in configurations

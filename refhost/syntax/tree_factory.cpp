@@ -396,6 +396,10 @@ void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value retur
   tree_.units.push_back(node);
 }
 
+void TreeFactory::configured(Value block) {
+  tree_.configured.push_back(static_cast<VarBlock*>(block.node));
+}
+
 void TreeFactory::globals(Value block) {
   tree_.globals.push_back(static_cast<VarBlock*>(inSection(VarSection::Global, block).node));
 }

@@ -111,6 +111,7 @@ class TreeFactory {
   Value inSection(VarSection section, Value block);
   Value varBlocks(Span span, NodeList blocks);
   void globals(Value block);
+  void configured(Value block);
   void unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
             Value body);
 

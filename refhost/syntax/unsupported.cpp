@@ -91,9 +91,8 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
       {"CAL", Extent::Unit, "", kRefused, kInstructions},
       {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
       {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
-      // Access paths and the configuration of instances do not concern the translation.
+      // Access paths do not concern the translation.
       {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
-      {"VAR_CONFIG", Extent::Closer, "END_VAR", &message::kNoEffect, "VAR_CONFIG"},
   };
   // Most names differ from all of these in their first letter or their length.
   static constexpr auto kLengths = [] {

@@ -2,6 +2,8 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "tests/execution/program.h"
 
 namespace execution {
@@ -146,6 +148,42 @@ TEST(LocatedVariables, AreRangesOfDeviceMemory) {
   program.expectAt("%QL4", value("LWORD", 0x4000'0000'0000'0000));
   program.expectAt("%MB84", value("BYTE", 'y'));
   program.expectAt("%MB85", value("BYTE", 'a'));
+  program.run();
+}
+
+// Each instance of a function block has the places that VAR_CONFIG gives it.
+TEST(LocatedVariables, AreConfiguredForEachInstance) {
+  Program program;
+  program.units =
+      "FUNCTION_BLOCK V VAR_INPUT on : BOOL; END_VAR VAR out AT %QX* : BOOL; k : INT := 3;\n"
+      "level AT %I* : INT := 7; a AT %M* : ARRAY[0..1] OF INT := [1, 2]; t AT %MB* : STRING[3]; "
+      "END_VAR\n"
+      "out := on; level := level + k; a[1] := a[1] + level; t := CONCAT(t, 'x'); "
+      "END_FUNCTION_BLOCK\n"
+      "VAR_GLOBAL g AT %Q* : DINT := 4; v : ARRAY[1..2] OF V; s : STRUCT n : INT; v : V; "
+      "END_STRUCT;\n"
+      "END_VAR\nVAR_CONFIG g AT %QD1 : DINT;\n";
+  for (const char* const row : {"v[1] 0 10 0", "v[2] 1 11 4", "s.v 2 12 8"}) {
+    std::istringstream parts(row);
+    std::string path;
+    int bit = 0;
+    int word = 0;
+    int start = 0;
+    parts >> path >> bit >> word >> start;
+    program.units += fmt::format(
+        "{0}.out AT %QX0.{1} : BOOL; {0}.level AT %IW{2} : INT := {2}; {0}.t AT %MB{3} : "
+        "STRING[3];\n"
+        "{0}.a AT %MW{4} : ARRAY[0..1] OF INT; {0}.k : INT := {1};\n",
+        path, bit, word, 100 + start, start);
+    program.expectAt(fmt::format("%IW{}", word), value("WORD", word + bit));
+    program.expectAt(fmt::format("%MW{}", start), value("WORD", 1));
+    program.expectAt(fmt::format("%MW{}", start + 1), value("WORD", 2 + word + bit));
+    program.expectAt(fmt::format("%MW{}", 50 + start / 2), value("WORD", 'x'));
+  }
+  program.units += "END_VAR\n";
+  program.body = "v[1](on := TRUE); v[2](); s.v(on := g = 4); g := g * 2;";
+  program.expectAt("%QB0", value("BYTE", 5));
+  program.expectAt("%QD1", value("DWORD", 8));
   program.run();
 }
 
