@@ -6,6 +6,29 @@
 
 namespace refhost {
 
+namespace {
+
+// True if a first parenthesis is closed by the last character.
+bool isEnclosed(std::string_view text) {
+  int depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '(') ++depth;
+    if (text[i] == ')') --depth;
+    if (depth == 0 && i + 1 < text.size()) return false;
+  }
+  return true;
+}
+
+// True if `value` is `text` or `text` in parentheses.
+bool isSame(std::string_view value, std::string_view text) {
+  while (value.size() >= text.size() + 2 && value.front() == '(' && value.back() == ')') {
+    value = value.substr(1, value.size() - 2);
+  }
+  return value == text;
+}
+
+}  // namespace
+
 Place Place::ofAddress(const vel::HeapAddress& address, vel::HeapRawAddr raw, const char* cType) {
   const Kind kind = address.isBitMode() ? Kind::MemoryBit : Kind::Memory;
   return {kind, std::to_string(raw.address), cType};
@@ -64,7 +87,7 @@ std::string Place::store(std::string_view value) const {
   if (kind == Kind::MemoryBit) return fmt::format("sbit({}, {})", text, value);
   if (kind != Kind::Object) return load().append(" = ").append(value);
   // C compilers warn of a variable that is assigned to itself.
-  if (unparenthesized(value) == text) return "(void)" + text;
+  if (isSame(value, text)) return "(void)" + text;
   // Most places are objects, so this text is built with one allocation.
   std::string statement;
   statement.reserve(text.size() + 3 + value.size());
@@ -79,21 +102,13 @@ std::string Place::address(std::string_view pointer) const {
   return "&" + load();
 }
 
-std::string enclosed(const std::string& text) {
-  int depth = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '(') ++depth;
-    if (text[i] == ')') --depth;
-    if (depth == 0 && i + 1 < text.size()) return "(" + text + ")";
-  }
-  return text;
-}
+std::string enclosed(const std::string& text) { return isEnclosed(text) ? text : "(" + text + ")"; }
 
 std::string_view unparenthesized(std::string_view text) {
   // `({` begins a statement expression.
   const bool wrapped = text.size() > 2 && text[0] == '(' && text[1] != '{';
   if (!wrapped || text.find('"') != text.npos) return text;
-  if (enclosed(std::string(text)).size() != text.size()) return text;
+  if (!isEnclosed(text)) return text;
   return unparenthesized(text.substr(1, text.size() - 2));
 }
 

@@ -37,7 +37,9 @@ NamedValue* Names::valueNamed(const Expr& expr) const {
 }
 
 bool Names::isAmbiguous(const vel::ASTNode& node) const {
-  if (node.type() != vel::ASTType::Expression) return false;
+  const bool possible = services_.symbols.hasAmbiguous() ||
+                        (context_.unit != nullptr && !context_.unit->namedValues.empty());
+  if (!possible || node.type() != vel::ASTType::Expression) return false;
   if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
   const std::string_view name = TreeBuilder::source(node);
   if (variableNamed(name) != nullptr) return false;

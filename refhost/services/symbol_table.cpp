@@ -57,6 +57,7 @@ void SymbolTable::forget() {
   unitsByName_.clear();
   globals_.reset();
   namedValues_.clear();
+  hasAmbiguous_ = false;
   accesses_.clear();
   ownedUnits_.resize(kept_.ownedUnits);
   ownedTypes_.resize(kept_.ownedTypes);
@@ -148,7 +149,9 @@ NamedValue* SymbolTable::namedValue(std::string_view name) const {
 
 void SymbolTable::addNamedValue(NamedValue* value) {
   const auto [entry, isNew] = namedValues_.emplace(value->name(), value);
-  if (!isNew) entry->second = nullptr;
+  if (isNew) return;
+  entry->second = nullptr;
+  hasAmbiguous_ = true;
 }
 
 void SymbolTable::addAccess(const std::string& scope, const std::string& text,

@@ -58,6 +58,8 @@ class SymbolTable final {
   // value of this name.
   NamedValue* namedValue(std::string_view name) const;
   void addNamedValue(NamedValue* value);
+  // False when no name is, which spares the question for each.
+  bool hasAmbiguous() const { return hasAmbiguous_; }
   bool isAmbiguous(std::string_view name) const {
     return namedValues_.count(name) != 0 && namedValue(name) == nullptr;
   }
@@ -96,6 +98,7 @@ class SymbolTable final {
     std::map<std::pair<const vel::SymbolDataType*, bool>, PointerType*> pointers;
   } unnamed_;
   FoldedMap<NamedValue*> namedValues_;  // null for a value of several enumerations
+  bool hasAmbiguous_ = false;
   std::unique_ptr<NamedValue> null_;
   std::unordered_map<std::string, std::unique_ptr<vel::SymbolTyped>> accesses_;
 
