@@ -44,7 +44,9 @@ std::string Execution::translate(const std::string& source, const Words& places)
     if (message.severity == refhost::Severity::Error)
       return velc::diagnosticText(session.sources(), message);
   }
-  variables = velc::printedVariables(session, places);
+  for (refhost::ProgramVariable& each : velc::printedVariables(session, places)) {
+    if (each.type != vel::BasicDataType::Pointer) variables.push_back(std::move(each));
+  }
   return "";
 }
 
