@@ -138,6 +138,10 @@ bool expectsOperand(int token) {
          (!isStructural(token) && !endsDeclaration(token));
 }
 
+bool continuesStatement(int token) {
+  return token == Token::ASSIGN || token == '(' || token == '[' || token == '.' || token == '^';
+}
+
 bool beginsStatement(std::string_view word) {
   const auto isWord = [word](const auto& row) { return row.name == word; };
   if (std::any_of(std::begin(kStatementWords), std::end(kStatementWords), isWord)) return true;

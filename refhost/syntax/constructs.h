@@ -60,6 +60,8 @@ bool isStructural(int token);
 bool endsDeclaration(int token);
 // True if an operand must follow the token.
 bool expectsOperand(int token);
+// True of a token behind the name with which a statement begins.
+bool continuesStatement(int token);
 // True if `word` is a keyword that begins a statement.
 bool beginsStatement(std::string_view word);
 // Offers the keywords of blocks and statements.

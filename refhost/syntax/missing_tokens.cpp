@@ -1,0 +1,154 @@
+// Tokens that the program has forgotten in front of another one.
+#include "grammar.h"
+#include "hostkit/folding.h"
+#include "refhost/syntax/syntax_errors.h"
+#include "refhost/syntax/token_stream.h"
+
+namespace refhost {
+
+namespace {
+
+using Kind = grammar::Parser::token;
+
+}  // namespace
+
+int TokenStream::missingBefore(const Token& token) {
+  resumes_ = false;
+  if (!blocks_.any()) return 0;
+  switch (roleOf(token.kind)) {
+    case TokenRole::EndOfFile:
+      return closeTop(token);
+    case TokenRole::Name:
+      if (inHeader_ && last_.kind == Kind::IDENTIFIER) return missingBeforeType(token);
+      return blocks_.isIn(Construct::Kind::Variables) ? missingBeforeName(token) : 0;
+    case TokenRole::Opener:
+      return missingBeforeOpener(token);
+    case TokenRole::Closer:
+      return missingBeforeCloser(token);
+    case TokenRole::StatementWord:
+    case TokenRole::Semicolon:
+      return missingHeaderEnd(token);
+    case TokenRole::Else:
+      return missingBeforeElse(token);
+    case TokenRole::Elsif:
+      return closeUntil(constructOf(Kind::IF), token);
+    case TokenRole::Until:
+      return closeUntil(constructOf(Kind::REPEAT), token);
+    default:
+      return 0;
+  }
+}
+
+int TokenStream::missingBeforeOpener(const Token& token) {
+  const bool declares = blocks_.inDeclarations();
+  switch (constructOf(token.kind)->kind) {
+    case Construct::Kind::Unit: {
+      const bool instance = token.kind == Kind::PROGRAM && inConfiguration() && !declares;
+      return instance && beginsInstance() ? 0 : closeTop(token);
+    }
+    case Construct::Kind::Resource:
+      return blocks_.count() > 1 ? closeTop(token) : 0;
+    case Construct::Kind::Variables:
+      return declares ? closeTop(token) : 0;
+    case Construct::Kind::Statement:
+      return declares ? closeTop(token) : missingHeaderEnd(token);
+    case Construct::Kind::Members:
+      break;
+  }
+  return 0;
+}
+
+// The closer of any unit closes the open unit, even one of another kind.
+int TokenStream::missingBeforeCloser(const Token& token) {
+  const Construct* const construct = constructOf(token.kind);
+  if (construct->kind != Construct::Kind::Unit) return closeUntil(construct, token);
+  return blocks_.count() > 1 || !blocks_.isTop(construct) ? closeTop(token) : 0;
+}
+
+int TokenStream::missingBeforeElse(const Token& token) {
+  const Construct* const branch = constructOf(Kind::IF);
+  const Construct* const choice = constructOf(Kind::CASE);
+  const bool isIn = blocks_.isTop(branch) || blocks_.isTop(choice);
+  const int missing = missingHeaderEnd(token);
+  if (missing != 0 || isIn) return missing;
+  return blocks_.isOpen(branch) || blocks_.isOpen(choice) ? closeTop(token) : 0;
+}
+
+// A ';' is missing if the name begins another declaration, END_VAR if it begins a statement.
+int TokenStream::missingBeforeName(const Token& token) {
+  const bool afterDeclaration = last_.kind == ';' || opensVariables(last_.kind);
+  if (!afterDeclaration && !endsDeclaration(last_.kind)) return 0;
+  const int next = queue_.ahead().kind;
+  if (!afterDeclaration) {
+    if (next != ':' || brackets_ > 0) return 0;
+    errors_.refusePart();
+    const bool known = recovery_ != Recovery::None || std::exchange(amidst_, false);
+    if (!known) errors_.unexpected(token.span, "';'");
+    errors_.muteDeclaration(token.span.end);
+    return ';';
+  }
+  // The variables of VAR_CONFIG have paths.
+  const bool path = equalIgnoringCase(queue_.textOf(blocks_.top().opener), "VAR_CONFIG");
+  return continuesStatement(next) && !path ? closeTop(token) : 0;
+}
+
+// A ':' is missing between the name of a FUNCTION and its type, unless a statement begins here.
+int TokenStream::missingBeforeType(const Token& token) {
+  const Span opener = queue_.wordBefore(queue_.wordBefore(token.span.begin).begin);
+  const int next = queue_.ahead().kind;
+  if (!equalIgnoringCase(queue_.textOf(opener), "FUNCTION")) return 0;
+  if (next != Kind::IDENTIFIER && !isStructural(next)) return 0;
+  errors_.unexpected(token.span, "':'");
+  return ':';
+}
+
+int TokenStream::missingHeaderEnd(const Token& token) {
+  OpenBlock& top = blocks_.top();
+  if (!top.inHeader) return 0;
+  // After an error in the header this would be a consequence of it.
+  if (!errors_.reportedSince(top.begin)) {
+    errors_.unexpected(token.span, top.construct->headerEndName);
+  }
+  top.inHeader = false;
+  top.doubtful = true;
+  brackets_ = 0;
+  return top.construct->headerEnd;
+}
+
+// Before the END_REPEAT there must be an UNTIL, and a ';' after its condition.
+int TokenStream::missingBeforeEnd(const Token& token) {
+  OpenBlock& top = blocks_.top();
+  if (top.construct->opener != Kind::REPEAT) return missingHeaderEnd(token);
+  if (top.hasUntil) return 0;
+  errors_.unexpected(token.span, "UNTIL");
+  top.hasUntil = true;
+  resumes_ = true;
+  return Kind::UNTIL;
+}
+
+int TokenStream::closeTop(const Token& token) {
+  if (const int missing = missingBeforeEnd(token); missing != 0) return missing;
+  const Construct& construct = *blocks_.top().construct;
+  resumes_ = true;
+  if (construct.kind != Construct::Kind::Statement) noteBroken();
+  if (!blocks_.top().doubtful) {
+    Remarks* const said = errors_.unexpected(token.span, construct.closerName);
+    if (said != nullptr) noteOpener(*said);
+  }
+  blocks_.close();
+  return construct.closer;
+}
+
+void TokenStream::noteOpener(Remarks& said) const {
+  const Span opener = blocks_.top().opener;
+  said.note(errors_.rangeOf(opener), "the " + std::string(queue_.textOf(opener)) + " stands here");
+}
+
+// Closes inner blocks until a block of `construct` is innermost. If none is open, the parser
+// reports the token.
+int TokenStream::closeUntil(const Construct* construct, const Token& token) {
+  if (blocks_.isTop(construct)) return token.kind == Kind::UNTIL ? 0 : missingBeforeEnd(token);
+  return blocks_.isOpen(construct) ? closeTop(token) : 0;
+}
+
+}  // namespace refhost
