@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,6 +21,8 @@ struct CommonOptions {
   refhost::Notation notation = refhost::Notation::Iec;
   refhost::MemorySizes memory;
   DiagnosticsForm diagnostics = DiagnosticsForm::Text;
+  refhost::WarningChoice warnings;
+  std::size_t maxErrors = 0;  // that are printed; 0: all
 };
 
 struct OperatorsOptions {

@@ -41,6 +41,40 @@ Region regionOf(const refhost::SourceManager& sources, const refhost::SourceRang
   return {sources.position(range.begin), sources.position(end)};
 }
 
+std::string Omitted::text() const {
+  const auto counted = [](std::size_t count, const char* what) {
+    return fmt::format("{} more {}{}", count, what, count == 1 ? "" : "s");
+  };
+  std::string all;
+  if (errors != 0) all = counted(errors, "error");
+  if (warnings != 0) all += (all.empty() ? "" : " and ") + counted(warnings, "warning");
+  return all + (errors + warnings == 1 ? " is" : " are") + " not shown (--max-errors)";
+}
+
+Omitted omitted(const std::vector<refhost::Diagnostic>& messages, std::size_t first,
+                std::size_t maxErrors) {
+  const auto isError = [](const refhost::Diagnostic& message) {
+    return message.severity == refhost::Severity::Error;
+  };
+  Omitted rest;
+  std::size_t errors = 0;
+  while (first < messages.size() && (maxErrors == 0 || errors < maxErrors)) {
+    if (isError(messages[first++])) ++errors;
+  }
+  rest.first = first;
+  for (; first < messages.size(); ++first)
+    ++(isError(messages[first]) ? rest.errors : rest.warnings);
+  return rest;
+}
+
+std::string omittedText(const Omitted& rest) { return fmt::format("velc: {}\n", rest.text()); }
+
+std::string omittedJson(const Omitted& rest) {
+  const Json object = {
+      {"message", rest.text()}, {"omittedErrors", rest.errors}, {"omittedWarnings", rest.warnings}};
+  return object.dump() + '\n';
+}
+
 std::string diagnosticText(const refhost::SourceManager& sources,
                            const refhost::Diagnostic& message) {
   std::string text =

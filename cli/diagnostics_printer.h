@@ -1,7 +1,9 @@
 // Formats diagnostics for users.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "refhost/diagnostic.h"
 #include "refhost/syntax/source.h"
@@ -22,6 +24,23 @@ std::string diagnosticText(const refhost::SourceManager& sources,
 // message, notes and fixes.
 std::string diagnosticJson(const refhost::SourceManager& sources,
                            const refhost::Diagnostic& message);
+
+// The messages behind those that are printed.
+struct Omitted {
+  std::size_t first = 0;  // the index of the first one
+  std::size_t errors = 0;
+  std::size_t warnings = 0;
+
+  bool any() const { return errors + warnings != 0; }
+  std::string text() const;
+};
+// Those of `messages` behind error `maxErrors`, counted from index `first` on; none for 0.
+Omitted omitted(const std::vector<refhost::Diagnostic>& messages, std::size_t first,
+                std::size_t maxErrors);
+
+// What Omitted tells, as a line of its own in the form of diagnosticText() or diagnosticJson().
+std::string omittedText(const Omitted& rest);
+std::string omittedJson(const Omitted& rest);
 
 // A range in lines and columns; `end` is the place of the first character behind it.
 struct Region {

@@ -48,7 +48,8 @@ class AddOnPages {
 
  private:
   [[noreturn]] static void unknown(const std::string& topic) {
-    throw Failure(fmt::format("'{}' is neither an operator nor the code of a message", topic));
+    throw Failure(
+        fmt::format("'{}' is neither an operator nor a message nor a group of warnings", topic));
   }
 
   const CommonOptions& common_;

@@ -23,8 +23,11 @@ const Explanation* explanationOf(std::string_view topic) {
 
 std::vector<Topic> explainedMessages() {
   std::vector<Topic> messages;
-  std::copy_if(std::begin(kTopics), std::end(kTopics), std::back_inserter(messages),
-               [](const Topic& topic) { return topic.name.substr(0, 2) == "0x"; });
+  std::copy_if(
+      std::begin(kTopics), std::end(kTopics), std::back_inserter(messages), [](const Topic& topic) {
+        // Operators have names in capitals.
+        return topic.name.substr(0, 2) == "0x" || (topic.name[0] >= 'a' && topic.name[0] <= 'z');
+      });
   return messages;
 }
 

@@ -11,8 +11,8 @@ struct Explanation {
   std::string_view text;  // Markdown, ends in a newline
 };
 
-// The explanation of a message or an operator. `topic` is a code ("0xC0032") or the name of an
-// operator, in any letter case. Null when it is neither.
+// The explanation of a message, an operator or a group of warnings. `topic` is a code ("0xC0032")
+// or a name, in any letter case. Null for all else.
 const Explanation* explanationOf(std::string_view topic);
 
 struct Topic {
@@ -20,7 +20,7 @@ struct Topic {
   const Explanation* explanation;
 };
 
-// All messages, in the order of their codes.
+// All messages, in the order of their codes, then all groups of warnings.
 std::vector<Topic> explainedMessages();
 
 }  // namespace velc

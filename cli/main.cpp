@@ -79,6 +79,38 @@ const FormNames kCheckForms = {{"text", DiagnosticsForm::Text},
                                {"json", DiagnosticsForm::Json},
                                {"sarif", DiagnosticsForm::Sarif}};
 
+void addWarningNames(CLI::App& command, CommonOptions& common, const char* option, bool shown,
+                     const char* description) {
+  command
+      .add_option_function<std::vector<std::string>>(
+          option,
+          [&common, shown, option](const std::vector<std::string>& names) {
+            for (const std::string& name : names) {
+              if (common.warnings.choose(name, shown)) continue;
+              throw CLI::ValidationError(
+                  option, name + " is neither the code of a warning nor a group of them");
+            }
+          },
+          description)
+      ->type_name("NAME")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+}
+
+void addWarningOptions(CLI::App& command, CommonOptions& common) {
+  // In this order, so that a warning that is both asked for and refused is not shown.
+  addWarningNames(command, common, "-W,--warn", true,
+                  "Show these warnings too: a group, a code, or all (repeatable)");
+  addWarningNames(command, common, "--no-warn", false,
+                  "Do not show these warnings: a group, a code, or all (repeatable)");
+  command.add_flag("--werror", common.warnings.asErrors, "Warnings are errors");
+  command
+      .add_option("--max-errors", common.maxErrors,
+                  "Print no messages behind so many errors, but say how many there are")
+      ->type_name("N")
+      ->check(CLI::Range(std::size_t{1}, std::size_t{1} << 30));
+}
+
 void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files,
                 const FormNames& forms = kForms) {
   command.add_option("FILE", files, "Structured Text")->required();
@@ -88,6 +120,7 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
           [&common, &forms](const std::string& form) { common.diagnostics = forms.at(form); },
           "Form of the diagnostics on standard error (default: text)")
       ->check(CLI::IsMember(&forms));
+  addWarningOptions(command, common);
 }
 
 // Parses a TIME literal into milliseconds.

@@ -110,19 +110,26 @@ Json resultOf(const refhost::SourceManager& sources, const refhost::Diagnostic& 
 }  // namespace
 
 std::string sarifLog(const refhost::SourceManager& sources,
-                     const std::vector<refhost::Diagnostic>& messages, const std::string& pages) {
+                     const std::vector<refhost::Diagnostic>& messages, const Omitted& rest,
+                     const std::string& pages) {
   Fingerprints fingerprints;
   Json rules = Json::array();
   Json results = Json::array();
   std::map<unsigned int, std::size_t> ruleNumbers;
-  for (const refhost::Diagnostic& message : messages) {
+  for (std::size_t i = 0; i < rest.first; ++i) {
+    const refhost::Diagnostic& message = messages[i];
     const auto [number, isNew] = ruleNumbers.try_emplace(message.code, rules.size());
     if (isNew) rules.push_back(ruleOf(message, pages));
     results.push_back(resultOf(sources, message, number->second, fingerprints));
   }
   const Json driver = {{"name", "velc"}, {"version", VELC_VERSION}, {"rules", rules}};
-  const Json run = {
+  Json run = {
       {"tool", {{"driver", driver}}}, {"columnKind", "unicodeCodePoints"}, {"results", results}};
+  if (rest.any()) {
+    const Json notice = {{"level", "note"}, {"message", {{"text", rest.text()}}}};
+    run["invocations"] = Json::array(
+        {{{"executionSuccessful", true}, {"toolExecutionNotifications", Json::array({notice})}}});
+  }
   const Json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                     {"version", "2.1.0"},
                     {"runs", Json::array({run})}};

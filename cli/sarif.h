@@ -4,15 +4,17 @@
 #include <string>
 #include <vector>
 
+#include "cli/diagnostics_printer.h"
 #include "refhost/diagnostic.h"
 #include "refhost/syntax/source.h"
 
 namespace velc {
 
 // A log in the Static Analysis Results Interchange Format, SARIF 2.1.0, with one run of velc and
-// its messages. Each message code is a rule, with its page as explanation; `pages` is the place of
-// the page of all messages, empty for none.
+// those of its messages that are not among the `rest`. Each message code is a rule, with its page
+// as explanation; `pages` is the place of the page of all messages, empty for none.
 std::string sarifLog(const refhost::SourceManager& sources,
-                     const std::vector<refhost::Diagnostic>& messages, const std::string& pages);
+                     const std::vector<refhost::Diagnostic>& messages, const Omitted& rest,
+                     const std::string& pages);
 
 }  // namespace velc

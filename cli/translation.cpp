@@ -14,22 +14,23 @@ namespace velc {
 namespace {
 
 // Formats the messages from index `first` on; in SARIF, all messages.
-std::string diagnostics(refhost::Session& session, DiagnosticsForm form, std::size_t first) {
+std::string diagnostics(refhost::Session& session, const CommonOptions& common, std::size_t first) {
   const auto& messages = session.messages();
-  if (form == DiagnosticsForm::Sarif) {
-    return sarifLog(session.sources(), messages, messagesPage());
+  const Omitted rest = omitted(messages, first, common.maxErrors);
+  if (common.diagnostics == DiagnosticsForm::Sarif) {
+    return sarifLog(session.sources(), messages, rest, messagesPage());
   }
-  const auto one = form == DiagnosticsForm::Json ? diagnosticJson : diagnosticText;
+  const bool json = common.diagnostics == DiagnosticsForm::Json;
+  const auto one = json ? diagnosticJson : diagnosticText;
   std::string text;
-  for (std::size_t i = first; i < messages.size(); ++i) {
-    text += one(session.sources(), messages[i]);
-  }
+  for (std::size_t i = first; i < rest.first; ++i) text += one(session.sources(), messages[i]);
+  if (rest.any()) text += json ? omittedJson(rest) : omittedText(rest);
   return text;
 }
 
 // Prints the messages from index `first` on.
 void printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
-  writeStandardError(diagnostics(session, common.diagnostics, first));
+  writeStandardError(diagnostics(session, common, first));
 }
 
 }  // namespace
@@ -45,6 +46,7 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   options.localIo = common.localIo;
   options.notation = common.notation;
   options.memory = common.memory;
+  options.warnings = common.warnings;
   auto session = std::make_unique<refhost::Session>(options);
   std::string error;
   if (!session->start(error)) throw Failure(error);

@@ -2,8 +2,8 @@
 # and operators and messages from the lists that velc prints.
 
 # These parse lines of the help: "  -o,--output OUT.c ..." and "  --notation TEXT:{iec,letters}".
-_velc_options() { sed -nE 's/^  (-[a-z],)?(--[a-z-]+).*/\2/p'; }
-_velc_choices() { sed -nE "s/^  (-[a-z],)?$1 [A-Z]+:\{([^}]*)\}.*/\2/p" | tr , ' '; }
+_velc_options() { sed -nE 's/^  (-[A-Za-z],)?(--[a-z-]+).*/\2/p'; }
+_velc_choices() { sed -nE "s/^  (-[A-Za-z],)?$1 [A-Z]+:\{([^}]*)\}.*/\2/p" | tr , ' '; }
 
 _velc() {
   local velc=$1 word command='' offered=''
@@ -32,6 +32,11 @@ _velc() {
     case $command in
       '') offered=$commands ;;
       operators) offered=$("$velc" operators 2>/dev/null) ;;
+      check | translate | run)
+        if [[ $previous == -W || $previous == --warn || $previous == --no-warn ]]; then
+          offered="all $("$velc" explain 2>/dev/null | cut -d' ' -f1)"
+        fi
+        ;;
       explain) offered=$("$velc" operators 2>/dev/null; "$velc" explain 2>/dev/null | cut -d' ' -f1) ;;
     esac
   fi

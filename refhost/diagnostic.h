@@ -39,4 +39,12 @@ struct Diagnostic {
   std::vector<Fix> fixes;
 };
 
+// A part of one source text in which some warnings are not wanted.
+struct SilentPart {
+  std::uint32_t file = 0;
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;               // offset of the first byte behind it
+  std::vector<unsigned int> warnings;  // codes, kEveryWarning for all
+};
+
 }  // namespace refhost

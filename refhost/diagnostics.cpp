@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
+
+#include "refhost/warnings.h"
 
 namespace refhost {
 namespace {
@@ -71,10 +74,35 @@ bool Diagnostics::hasErrors(std::size_t first) const {
                      });
 }
 
+void Diagnostics::dropWarnings(std::size_t first) {
+  std::size_t kept = first;
+  remarks_.resize(records_.size());
+  for (std::size_t i = first; i < records_.size(); ++i) {
+    if (records_[i].severity == static_cast<int>(Severity::Warning)) continue;
+    std::swap(records_[kept], records_[i]);
+    std::swap(remarks_[kept], remarks_[i]);
+    ++kept;
+  }
+  records_.resize(kept);
+  remarks_.resize(kept);
+}
+
+bool Diagnostics::isSilenced(const vel::VELMessage& record) const {
+  if (record.severity != static_cast<int>(Severity::Warning)) return false;
+  const vel::TextLocation at = record.location;
+  return std::any_of(silent_.begin(), silent_.end(), [&](const SilentPart& part) {
+    return part.file == at.file() && at.offset() >= part.begin && at.offset() < part.end &&
+           std::any_of(part.warnings.begin(), part.warnings.end(), [&record](unsigned int code) {
+             return code == kEveryWarning || code == record.code;
+           });
+  });
+}
+
 std::vector<Diagnostic> Diagnostics::inOrder(std::size_t first) const {
   std::vector<Diagnostic> all;
   const Remarks none;
   for (std::size_t i = first; i < records_.size(); ++i) {
+    if (isSilenced(records_[i])) continue;
     all.push_back(diagnosticOf(records_[i], i < remarks_.size() ? remarks_[i] : none));
   }
   const auto place = [](const Diagnostic& message) {

@@ -52,6 +52,11 @@ class Diagnostics {
   void note(std::size_t first, const SourceRange& where, const std::string& text);
 
   std::size_t count() const { return records_.size(); }
+  // Takes the warnings from index `first` on back.
+  void dropWarnings(std::size_t first);
+  // Leaves warnings that stand in `part` out of inOrder().
+  void silence(SilentPart part) { silent_.push_back(std::move(part)); }
+
   // True if there is an error among the messages from index `first` on.
   bool hasErrors(std::size_t first = 0) const;
 
@@ -61,9 +66,11 @@ class Diagnostics {
 
  private:
   Remarks& remarksOn(std::size_t index);
+  bool isSilenced(const vel::VELMessage& record) const;
 
   std::vector<vel::VELMessage> records_;
   std::vector<Remarks> remarks_;  // by index of the record; those at the end may be missing
+  std::vector<SilentPart> silent_;
 };
 
 }  // namespace refhost

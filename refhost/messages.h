@@ -92,6 +92,8 @@ constexpr MessageFormat kTaskNeverDue      {0xF00A2, Severity::Error, "The task 
 constexpr MessageFormat kSecondConfiguration{0xF00A3, Severity::Error, "The configuration '%s' already has program instances: there can be no others beside it;"};
 constexpr MessageFormat kNoInstance        {0xF00A4, Severity::Warning, "The PROGRAM '%s' does not run: the configuration has no instance of it;"};
 
+constexpr MessageFormat kUnknownWarning    {0xF00E0, Severity::Warning, "'%s' is neither the code of a warning nor a group of them;"};
+
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
 constexpr MessageFormat kBounds            {0xF0071, Severity::Error, "'%s' are not the bounds of a range;"};
 constexpr MessageFormat kTooLarge          {0xF0099, Severity::Error, "'%s' has %s bytes, more than the %s that a program may have;"};

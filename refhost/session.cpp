@@ -33,9 +33,19 @@ struct Session::Impl {
   Diagnostics found;
   std::vector<Diagnostic> messages;
 
-  // Every message of the session passes through here on its way out.
-  void publish(std::size_t first) {
-    for (Diagnostic& message : found.inOrder(first)) messages.push_back(std::move(message));
+  // Every message of the session passes through here on its way out. Returns false if there is an
+  // error among those from index `first` on.
+  bool publish(std::size_t first) {
+    bool good = true;
+    for (Diagnostic& message : found.inOrder(first)) {
+      if (message.severity == Severity::Warning) {
+        if (!options.warnings.shows(message.code)) continue;
+        if (options.warnings.asErrors) message.severity = Severity::Error;
+      }
+      good = good && message.severity != Severity::Error;
+      messages.push_back(std::move(message));
+    }
+    return good;
   }
   SymbolNames names;  // set by translate()
   ValueShapes shapes{names};
@@ -161,8 +171,7 @@ bool Session::analyse() {
   }
   Prelude prelude(impl_->sources, *impl_->tree);
   Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run();
-  impl_->publish(0);
-  return !impl_->found.hasErrors();
+  return impl_->publish(0);
 }
 
 const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
@@ -171,8 +180,7 @@ std::string Session::translate() {
   const std::size_t first = impl_->found.count();
   impl_->shapes.clear();
   std::string text = FileWriter(impl_->services, impl_->names, impl_->found).text();
-  impl_->publish(first);
-  if (impl_->found.hasErrors()) text.clear();
+  if (!impl_->publish(first)) text.clear();
   return text;
 }
 

@@ -11,6 +11,7 @@
 #include "refhost/services/call_graph.h"
 #include "refhost/syntax/source.h"
 #include "refhost/value_shape.h"
+#include "refhost/warnings.h"
 
 namespace vel {
 class OpManagerAPI;
@@ -33,6 +34,7 @@ struct Options {
   std::string localIo;                  // the option "localio.addr", empty when unset
   Notation notation = Notation::Iec;
   MemorySizes memory;
+  WarningChoice warnings;
 };
 
 // A variable of a program or a global one, for a front end that runs the program.
@@ -78,7 +80,8 @@ class Session {
 
   // Sources must be loaded here before analyse() is called.
   SourceManager& sources();
-  // Parses and checks all sources. Returns false when there are errors.
+  // Parses and checks all sources. Returns false when there are errors,
+  // to which warnings belong if the options say so.
   bool analyse();
   // Those of analyse() by file, line and column, then those of translate(). None is there twice.
   const std::vector<Diagnostic>& messages() const;

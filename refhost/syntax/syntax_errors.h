@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "refhost/diagnostics.h"
@@ -25,6 +26,13 @@ class SyntaxErrors {
   Remarks* syntax(Span at, std::string_view what);
   // The same for a token that is not among the `expected` ones.
   Remarks* unexpected(Span found, std::string_view expected);
+
+  void warn(Span at, const MessageFormat& format, std::string_view argument) {
+    messages_.report(rangeOf(at), format, {argument});
+  }
+  void silence(Span part, std::vector<unsigned int> warnings) {
+    messages_.silence({file_, part.begin, part.end, std::move(warnings)});
+  }
 
   // Reports, instead of a syntax error, that a construct is not supported.
   void notSupported(Span at, std::string_view construct);

@@ -29,7 +29,7 @@ def literal(text):
 
 def embedded(listing):
     """The tables, and a list of the topics that are missing."""
-    texts, topics, names, sections = [], {}, [], []
+    texts, topics, names, sections, groups = [], {}, [], [], []
     for path in pages_in("operators"):
         text = path.read_text()
         page_names = operators.names_of(text)
@@ -38,12 +38,17 @@ def embedded(listing):
         texts.append((text.split("\n")[0].lstrip("# "), text))
     for path in pages_in("messages"):
         sections += messages.sections_of(path.read_text())
+        groups += messages.groups_of(path.read_text())
     for section in sections:
         topics[section.code] = len(texts)
         texts.append((section.title, section.text.rstrip("\n") + "\n"))
+    for name, state, _, text in groups:
+        topics[name] = len(texts)
+        texts.append((f"warnings, {state}", text.rstrip("\n") + "\n"))
     problems = [*unregistered_classes(),
                 *operators.coverage_problems(names, registered_names(listing)),
-                *messages.coverage_problems(sections)]
+                *messages.coverage_problems(sections),
+                *messages.group_problems(groups, sections)]
     rows = [f"{{{literal(title)}, {literal(text)}}},\n" for title, text in texts]
     keys = [f'{{"{topic}", &kTexts[{index}]}},\n' for topic, index in sorted(topics.items())]
     tables = ("constexpr Explanation kTexts[] = {\n" + "".join(rows) + "};\n"

@@ -47,6 +47,30 @@ def sections_of(text):
             re.findall(r"(?m)^(?=## (0x\w+) (.+)$)((?:.*\n)+?)(?=## |\Z)", text)]
 
 
+def groups_of(text):
+    """Name, state, codes and text of the groups of warnings on a page."""
+    return [(name, state, re.findall(r"0x\w+", codes), whole) for whole, name, state, codes in
+            re.findall(r"(?m)^(## Group ([a-z-]+)\n\n- (shown|hidden): ((?:.*\S\n)+)"
+                       r"(?:.*\n)*?)(?=## |\Z)", text)]
+
+
+def group_problems(groups, sections):
+    """Groups of the host's table that are not on the page as they are, and warnings in none."""
+    table = re.findall(r'{"([a-z-]+)",\s*(true|false),\s*{([^}]*)}}',
+                       (ROOT / "refhost/warnings.cpp").read_text())
+    declared_groups = [(name, "shown" if on == "true" else "hidden", re.findall(r"0x\w+", codes))
+                       for name, on, codes in table]
+    if declared_groups != [group[:3] for group in groups]:
+        yield "the groups in docs/messages/warnings.md are not those of refhost/warnings.cpp"
+    warnings = {section.code for section in sections
+                for severity, _, _ in section.formats() if severity == "warning"}
+    grouped = [code for _, _, codes in declared_groups for code in codes]
+    for code in sorted(warnings ^ set(grouped)):
+        yield f"warning {code} is in no group, or is no warning"
+    for code in sorted({code for code in grouped if grouped.count(code) > 1}):
+        yield f"warning {code} is in several groups"
+
+
 def coverage_problems(sections):
     """Messages without a section, sections without a message, and codes with two sections."""
     listed = [(section.code, *row[:2]) for section in sections for row in section.formats()]

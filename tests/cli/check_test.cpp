@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <tuple>
 
 #include "velc_fixture.h"
 
@@ -52,6 +53,49 @@ TEST_F(Velc, UnderlinesTheRangeAtFault) {
                        "p.st:9:1\nEND_PROGRAM\n^~~~~~~~~~~\n"
                        "p.st:8:1: note: the IF stands here\n" +
                        lines[3] + "\n^~\n");
+}
+
+TEST_F(Velc, ShowsTheWarningsThatAreWanted) {
+  write(
+      "p.st",
+      "{nowarn conversions}\nFUNCTION f : INT VAR_INPUT d : DINT; END_VAR\nf := d;\nEND_FUNCTION\n"
+      "PROGRAM p VAR i : INT; d : DINT; u : UINT; END_VAR\n"
+      "i := d; (* x *) {nowarn conversions, 0xF9}\n{ NOWARN 0xc0197}\n\n// x\ni := d; u := i;\n"
+      "i := d; {nowarn}\ni := d;\nEND_PROGRAM");
+  write("e.st", "PROGRAM e VAR i : INT; d : DINT; END_VAR\ni := x; i := y;\ni := d; END_PROGRAM");
+  const std::tuple<const char*, int, const char*> rows[] = {
+      {"p.st", 0, "6:38 F00E0, 10:14 C0195, 12:6 C0197, "},
+      {"p.st --no-warn 0xC0195,pragmas -W all", 0, "12:6 C0197, "},
+      {"p.st --no-warn all --werror", 0, ""},
+      {"p.st --werror --no-warn conversions", 1, "6:38 F00E0!, "},
+      {"p.st --werror --max-errors 2", 1, "6:38 F00E0!, 10:14 C0195!, velc: 1 more error is"},
+      {"e.st --max-errors 1", 1, "2:6 F0020!, velc: 1 more error and 1 more warning are"},
+      {"e.st --max-errors 2", 1, "2:6 F0020!, 2:14 F0020!, velc: 1 more warning is"},
+      {"e.st --max-errors 3", 1, "2:6 F0020!, 2:14 F0020!, 3:6 C0197, "},
+      {"p.st --no-warn 0xC0040", 2, "velc: --no-warn: 0xC0040 is"},
+  };
+  for (const auto& [arguments, code, expected] : rows) {
+    const Outcome outcome = velc(std::string("check ") + arguments);
+    EXPECT_EQ(outcome.code, code) << arguments;
+    std::string shown;
+    std::istringstream err(outcome.err);
+    for (std::string line; std::getline(err, line);) {
+      if (line.rfind("velc: ", 0) == 0)
+        shown += line.substr(0, std::string(expected).size() - shown.size());
+      if (line.back() != ']') continue;
+      const std::size_t text = line.find(": ", 5);
+      const char* const mark = line[text + 2] == 'e' ? "!, " : ", ";
+      shown += line.substr(5, text - 5) + ' ' + line.substr(line.size() - 6, 5) + mark;
+    }
+    EXPECT_EQ(shown, expected) << arguments;
+  }
+  EXPECT_EQ(velc("translate --werror p.st").out, "");
+  const std::string json = velc("check --diagnostics=json --max-errors 1 e.st").err;
+  EXPECT_EQ(nlohmann::json::parse(json.substr(json.find('\n')))["omittedWarnings"], 1);
+  const auto log = nlohmann::json::parse(velc("check --diagnostics=sarif --max-errors 1 e.st").err);
+  const auto& run = log["runs"][0];
+  EXPECT_EQ(run["results"].size(), 1U);
+  EXPECT_EQ(run["invocations"][0]["toolExecutionNotifications"].size(), 1U);
 }
 
 TEST_F(Velc, WritesOneLogForCodeScanning) {

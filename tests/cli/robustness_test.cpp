@@ -26,7 +26,7 @@ constexpr Row kRows[] = {
     {"", "check missing.st", 2, "cannot read missing.st: No such file or directory"},
     {"", "check p.st --plugin ./no.so", 2, "no.so"},
     {"", "operators NO_OPERATOR", 2, "'NO_OPERATOR' is no operator"},
-    {"", "explain NO_OPERATOR", 2, "'NO_OPERATOR' is neither an operator nor the code"},
+    {"", "explain NO_OPERATOR", 2, "'NO_OPERATOR' is neither an operator nor a message"},
     {"", "operators >/dev/full", 2, "cannot write standard output: No space left on device"},
     {"", "translate p.st -o p.st", 2, "p.st is a source"},
     {"", "translate p.st -o no/out.c", 2, "cannot write no/out.c: No such file or directory"},

@@ -1,0 +1,83 @@
+#include "refhost/syntax/no_warns.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "grammar.h"
+#include "hostkit/folding.h"
+#include "refhost/syntax/constructs.h"
+#include "refhost/syntax/syntax_errors.h"
+#include "refhost/warnings.h"
+
+namespace refhost {
+
+namespace {
+
+constexpr std::string_view kLineEnds = "\r\n";
+constexpr std::string_view kSeparators = " \t\r\n,";
+
+// The next word of `text` from `at` on; empty at the end.
+Span wordFrom(std::string_view text, std::uint32_t at, std::uint32_t end) {
+  while (at < end && kSeparators.find(text[at]) != std::string_view::npos) ++at;
+  Span word{at, at};
+  while (word.end < end && kSeparators.find(text[word.end]) == std::string_view::npos) ++word.end;
+  return word;
+}
+
+}  // namespace
+
+void NoWarns::pragma(Span whole, Span previous) {
+  const Span inner{whole.begin + 1, whole.end - 1};
+  const Span word = wordFrom(text_, inner.begin, inner.end);
+  if (!equalIgnoringCase(text_.substr(word.begin, word.end - word.begin), "nowarn")) return;
+  std::vector<unsigned int> warnings = warningsIn({word.end, inner.end});
+  const std::string_view between = text_.substr(previous.end, whole.begin - previous.end);
+  if (previous.end != 0 && between.find_first_of(kLineEnds) == std::string_view::npos) {
+    const std::size_t before = text_.substr(0, whole.begin).find_last_of(kLineEnds);
+    const auto begin = static_cast<std::uint32_t>(before + 1);  // 0 for npos
+    errors_.silence({begin, lineEnd(whole.begin)}, std::move(warnings));
+  } else {
+    waiting_.push_back({std::move(warnings)});
+  }
+}
+
+// Without a name, a pragma stands for all warnings.
+std::vector<unsigned int> NoWarns::warningsIn(Span words) {
+  std::vector<unsigned int> warnings;
+  Span word = wordFrom(text_, words.begin, words.end);
+  if (word.begin == word.end) warnings.push_back(kEveryWarning);
+  for (; word.begin != word.end; word = wordFrom(text_, word.end, words.end)) {
+    const std::string_view name = text_.substr(word.begin, word.end - word.begin);
+    const std::vector<unsigned int> named = warningsNamed(name);
+    if (named.empty()) errors_.warn(word, message::kUnknownWarning, name);
+    warnings.insert(warnings.end(), named.begin(), named.end());
+  }
+  return warnings;
+}
+
+void NoWarns::token(int kind, Span span) {
+  const auto settled = [&](Waiting& pragma) { return settles(pragma, kind, span); };
+  waiting_.erase(std::remove_if(waiting_.begin(), waiting_.end(), settled), waiting_.end());
+}
+
+bool NoWarns::settles(Waiting& pragma, int kind, Span span) {
+  const bool last = kind == grammar::Parser::token::YYEOF;
+  if (pragma.closer == 0) {
+    pragma.begin = span.begin;
+    if (opensUnit(kind) || opensVariables(kind)) {
+      pragma.closer = constructOf(kind)->closer;
+      return false;
+    }
+    errors_.silence({span.begin, lineEnd(span.begin)}, std::move(pragma.warnings));
+    return true;
+  }
+  if (kind != pragma.closer && !last) return false;
+  errors_.silence({pragma.begin, span.end}, std::move(pragma.warnings));
+  return true;
+}
+
+std::uint32_t NoWarns::lineEnd(std::uint32_t offset) const {
+  return static_cast<std::uint32_t>(std::min(text_.find_first_of(kLineEnds, offset), text_.size()));
+}
+
+}  // namespace refhost
