@@ -65,6 +65,7 @@ struct OperatorTraits {
     kGivesText = 1024,        // formats a value of the elementary type of its operand
     kRepeatsOperands = 2048,  // its C evaluates operands more than once
     kRepeatsReals = 4096,     // the same, but only of a floating-point type
+    kNeedsCapitals = 8192,  // its C is that of another operator unless the call has it in capitals
   };
   constexpr bool has(Mark mark) const { return (marks & mark) != 0; }
 

@@ -87,6 +87,16 @@ void Diagnostics::dropWarnings(std::size_t first) {
   remarks_.resize(kept);
 }
 
+void Diagnostics::dropWarnings(const SourceRange& range) {
+  const auto isInside = [&range](vel::TextLocation at) {
+    return at.file() == range.begin.file() && at.offset() >= range.begin.offset() &&
+           at.offset() - range.begin.offset() < range.length;
+  };
+  std::size_t first = records_.size();
+  while (first > 0 && isInside(records_[first - 1].location)) --first;
+  dropWarnings(first);
+}
+
 bool Diagnostics::isSilenced(const vel::VELMessage& record) const {
   if (record.severity != static_cast<int>(Severity::Warning)) return false;
   const vel::TextLocation at = record.location;

@@ -54,6 +54,8 @@ class Diagnostics {
   std::size_t count() const { return records_.size(); }
   // Takes the warnings from index `first` on back.
   void dropWarnings(std::size_t first);
+  // The same for the last messages, those that stand in `range`.
+  void dropWarnings(const SourceRange& range);
   // Leaves warnings that stand in `part` out of inOrder().
   void silence(SilentPart part) { silent_.push_back(std::move(part)); }
 

@@ -93,6 +93,21 @@ constexpr MessageFormat kSecondConfiguration{0xF00A3, Severity::Error, "The conf
 constexpr MessageFormat kNoInstance        {0xF00A4, Severity::Warning, "The PROGRAM '%s' does not run: the configuration has no instance of it;"};
 
 constexpr MessageFormat kUnknownWarning    {0xF00E0, Severity::Warning, "'%s' is neither the code of a warning nor a group of them;"};
+constexpr MessageFormat kDivisionByZero    {0xF00E1, Severity::Warning, "The division by '%s' gives %s;"};
+constexpr MessageFormat kAlwaysSo          {0xF00E2, Severity::Warning, "'%s' is always %s: a '%s' lies in %s..%s;"};
+constexpr MessageFormat kUnreachable       {0xF00E3, Severity::Warning, "This is never executed, since it stands behind '%s';"};
+constexpr MessageFormat kNeverRuns         {0xF00E4, Severity::Warning, "The loop never runs: it counts from %s to %s by %s;"};
+constexpr MessageFormat kNoValue           {0xF00E5, Severity::Warning, "The constant '%s' is given no value;"};
+constexpr MessageFormat kConstantOutput    {0xF00E6, Severity::Error, "Outputs cannot be constant: the body assigns to them;"};
+constexpr MessageFormat kNotRetained       {0xF00E7, Severity::Warning, "'%s' has no effect on %s;"};
+constexpr MessageFormat kNeverUsed         {0xF00E8, Severity::Warning, "The variable '%s' is never used;"};
+constexpr MessageFormat kNeverRead         {0xF00E9, Severity::Warning, "The variable '%s' is never read;"};
+constexpr MessageFormat kUnusedInProgram   {0xF00EA, Severity::Warning, "The variable '%s' of the PROGRAM is never used;"};
+constexpr MessageFormat kSelfAssignment    {0xF00EB, Severity::Warning, "'%s' is assigned to itself;"};
+constexpr MessageFormat kRealEquality      {0xF00EC, Severity::Warning, "'%s' compares real numbers, which are rarely equal;"};
+constexpr MessageFormat kIntegerDivision   {0xF00ED, Severity::Warning, "The integer division '%s' drops its fraction before it becomes a '%s';"};
+constexpr MessageFormat kSurprise          {0xF00EE, Severity::Warning, "'%s' %s;"};
+constexpr MessageFormat kCapitals          {0xF00EF, Severity::Error, "The operator '%s' must be written in capitals;"};
 
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
 constexpr MessageFormat kBounds            {0xF0071, Severity::Error, "'%s' are not the bounds of a range;"};

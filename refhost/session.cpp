@@ -180,7 +180,7 @@ std::string Session::translate() {
   const std::size_t first = impl_->found.count();
   impl_->shapes.clear();
   std::string text = FileWriter(impl_->services, impl_->names, impl_->found).text();
-  if (!impl_->publish(first)) text.clear();
+  if (!impl_->publish(first) || impl_->found.hasErrors()) text.clear();
   return text;
 }
 

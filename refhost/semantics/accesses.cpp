@@ -15,6 +15,7 @@ std::optional<Integer> Expressions::requireConstant(ASTNode& parent, int index) 
   const auto constant = constantInteger(value);
   if (!constant && value.dataType != nullptr && !hasErrorFrom(first) &&
       !context_.mayMiss(context_.unit)) {
+    messages_.dropWarnings(rangeOf(value));
     say(value, message::kNotConstant, TreeBuilder::source(value));
   }
   return constant;
@@ -24,6 +25,7 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   const std::string_view name = TreeBuilder::source(expr);
   if (VarSymbol* const variable = parts_.names.variableNamed(name)) {
     expr.symbol = variable;
+    ++variable->uses;
     if (variable->doubtful) return nullptr;
     if (!variable->constant) return variable->dataType();
     if (!parts_.constants.compute(*variable)) return nullptr;

@@ -5,7 +5,7 @@ namespace refhost {
 void Analyser::run() {
   Declarations& declarations = parts_.declarations;
   SymbolTable& symbols = context_.services.symbols;
-  const bool complete = !context_.messages.hasErrors();
+  context_.broken = context_.messages.hasErrors();
   declarations.declareUnits();
   parts_.configurations.declare();
   // A unit of the prelude that the program names is appended to the units while they are analysed.
@@ -19,9 +19,10 @@ void Analyser::run() {
   parts_.types.analyseTypeInitials();
   if (UnitSymbol* const globals = symbols.globals()) analyseUnit(*globals);
   parts_.configurations.analyseConfigurations();
-  parts_.configuredPlaces.analyse(complete);
+  parts_.configuredPlaces.analyse(!context_.broken);
   for (std::size_t i = 0; i < units.size(); ++i) analyseUnit(*units[i]);
   parts_.sizes.checkUnits();
+  parts_.doubts.judgeVariables();
 }
 
 void Analyser::analyseUnit(UnitSymbol& unit) {

@@ -24,7 +24,7 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
       literal != nullptr ? AstNodeHelper::astText(const_cast<ASTNode*>(&source)) : std::string();
   const int rated = rateConversion(to->dataType(), from->dataType(),
                                    literal != nullptr ? literalText.c_str() : nullptr);
-  if (rated >= 0) return;
+  if (rated >= 0) return parts_.doubts.judgeConversion(source, *from, *to);
   const MessageFormat& format =
       narrows(rated, to->dataType(), from->dataType())
           ? message::kInformationLoss

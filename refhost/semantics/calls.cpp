@@ -94,6 +94,11 @@ void Calls::requireValue(const Call& call, const Type* type) {
 
 vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   const std::size_t first = messages_.count();
+  const std::string_view written = TreeBuilder::source(*call.leaf(0));
+  if (call.traits()->has(OperatorTraits::kNeedsCapitals) && written != call.op()->name) {
+    const SourceRange name = rangeOf(*call.leaf(0));
+    messages_.report(name, message::kCapitals, {written}).fix(name, call.op()->name);
+  }
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
     return operatorInput(services_, call.op()->name, formal);
@@ -123,7 +128,9 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   const std::size_t beforeOperands = messages_.count();
   checkOperands(call);
   call.accepted = !hasErrorFrom(beforeOperands);
-  return resultOf(call, services_.symbols.dataType(resultType));
+  call.dataType = resultOf(call, services_.symbols.dataType(resultType));
+  if (call.accepted) parts_.doubts.judgeCall(call);
+  return call.dataType;
 }
 
 // False when an operand has no type. What an operator passes on may have the type that is wanted of
@@ -307,7 +314,7 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
 void Calls::declareEdgeState(const Call& call) {
   if (!call.traits()->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
   const std::string name = edgeStateName(call);
-  if (context_.unit->variable(name) != nullptr) return;
+  if (context_.unit->variable(name) != nullptr) return parts_.doubts.judgeSharedState(call);
   auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
                                           Role::EdgeState, context_.unit);
   if (context_.unit->type() == vel::POUType::Program && !context_.unit->instantiated) {

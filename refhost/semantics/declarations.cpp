@@ -127,6 +127,7 @@ void Declarations::declareVariables(UnitSymbol& unit) {
     const ResolvedType type =
         spec != nullptr ? parts_.types.resolveVariable(*spec, takesOpenArrays(unit, block))
                         : ResolvedType();
+    if (&declaration == block.leaf(0)) parts_.doubts.judgeQualifiers(unit, block);
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       if (block.section == VarSection::External) {
@@ -151,6 +152,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   const bool open = asOpenArray(type) != nullptr;
   const bool bits =
       declaration.bitParameter && !open && (role == Role::Input || role == Role::InOut);
+  const std::size_t before = messages_.count();
   auto variable = block.constant ? parts_.names.takeAhead(name.text()) : nullptr;
   if (variable == nullptr) {
     variable = std::make_unique<VarSymbol>(
@@ -180,8 +182,9 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
     // One of the two may be a part of a broken declaration.
     if (!context_.mayMiss(&unit)) sayRedeclared(name, name.text(), first.declared);
     first.doubtful = first.dataType() != type;
-  } else if (declaration.edge != Edge::None) {
-    detectEdges(*declared, declaration);
+  } else {
+    if (declaration.edge != Edge::None) detectEdges(*declared, declaration);
+    if (!hasErrorFrom(before)) parts_.doubts.judgeConstant(*declared, block);
   }
 }
 

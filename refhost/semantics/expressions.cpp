@@ -165,6 +165,7 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
   if (common.kind == CommonType::Kind::Unknown) return nullptr;
   const auto constant = foldBinary(expr, common);
   keepConstant(expr, constant);
+  parts_.doubts.judgeBinary(expr, common);
   if (constant && constant->isUntyped()) return services_.symbols.elementary(constant->type());
   // An operand of the result's type passes its type name on: BYTE AND BYTE is a BYTE.
   for (const Expr* const side : {&left, &right}) {

@@ -41,6 +41,7 @@ struct Context {
   Diagnostics& messages;
   UnitSymbol* unit = nullptr;  // being analysed; null for declarations outside of units
   std::string unitName;
+  bool broken = false;      // the syntax has errors
   FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
   FoldedMap<bool> hidden;   // names of units that operators have
 };

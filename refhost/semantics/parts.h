@@ -8,6 +8,7 @@
 #include "refhost/semantics/configured_places.h"
 #include "refhost/semantics/constant_variables.h"
 #include "refhost/semantics/declarations.h"
+#include "refhost/semantics/doubts.h"
 #include "refhost/semantics/expressions.h"
 #include "refhost/semantics/initials.h"
 #include "refhost/semantics/locations.h"
@@ -36,7 +37,8 @@ struct Parts {
         statements(context, *this),
         configurations(context, *this),
         sizes(context, *this),
-        suggestions(context, *this) {}
+        suggestions(context, *this),
+        doubts(context, *this) {}
 
   Names names;
   Types types;
@@ -53,6 +55,7 @@ struct Parts {
   Configurations configurations;
   Sizes sizes;
   Suggestions suggestions;
+  Doubts doubts;
 };
 
 }  // namespace refhost

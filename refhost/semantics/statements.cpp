@@ -11,15 +11,34 @@ using vel::ASTNode;
 using vel::TreeBuilder;
 
 void Statements::analyseStatements(ASTNode* list) {
+  const ASTNode* jump = nullptr;
   for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
-    if (list->leaf(i) != nullptr) analyseStatement(*list->leaf(i));
+    if (list->leaf(i) == nullptr) continue;
+    ASTNode& statement = *list->leaf(i);
+    if (jump != nullptr) return analyseUnreachable(*list, i, *jump);
+    analyseStatement(statement);
+    const StatementKind kind = statementKindOf(statement);
+    const bool ends = kind == StatementKind::Exit || kind == StatementKind::Continue;
+    if (kind == StatementKind::Return || (ends && loops_ > 0)) jump = &statement;
   }
+}
+
+// Those of `list` from index `from` on, which stand behind `jump`.
+void Statements::analyseUnreachable(ASTNode& list, int from, const ASTNode& jump) {
+  const std::size_t first = messages_.count();
+  for (int i = from; i < list.leavesCount(); ++i) {
+    if (list.leaf(i) != nullptr) analyseStatement(*list.leaf(i));
+  }
+  messages_.dropWarnings(first);
+  parts_.doubts.judgeUnreachable(*list.leaf(from), jump);
 }
 
 void Statements::analyseStatement(ASTNode& statement) {
   switch (statementKindOf(statement)) {
     case StatementKind::Assignment:
       analyseAssignment(statement);
+      parts_.doubts.noteWrite(static_cast<const Expr&>(*statement.leaf(0)));
+      parts_.doubts.judgeAssignment(statement);
       break;
     case StatementKind::Bind:
       analyseBinding(statement);
@@ -192,6 +211,7 @@ void Statements::analyseFor(ASTNode& statement) {
     }
     if (constantInteger(step) == 0) say(step, message::kStepZero);
   }
+  parts_.doubts.judgeLoop(statement);
   ++loops_;
   analyseStatements(statement.leaf(3));
   --loops_;

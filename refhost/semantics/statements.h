@@ -23,6 +23,7 @@ class Statements : public Part {
     const ASTNode* node;
   };
 
+  void analyseUnreachable(ASTNode& list, int from, const ASTNode& jump);
   void analyseStatement(ASTNode& statement);
   // `checks` is false if the target is known not to take the value.
   void analyseAssignment(ASTNode& statement, bool checks = true);

@@ -99,6 +99,8 @@ class VarSymbol final : public vel::SymbolVar {
   bool inMemory = false;
   const ASTNode* openAddress = nullptr;  // `%Q*`, whose place VAR_CONFIG gives; null for none
   bool placedByInstance = false;         // each instance has a place of its own
+  std::uint32_t uses = 0;                // expressions that name it
+  std::uint32_t writes = 0;              // those of them that only assign to it or to a part of it
 };
 
 // Null for a symbol that is not a variable.

@@ -203,7 +203,7 @@ TEST_F(Velc, ContinuesWithRetainedVariables) {
 TEST_F(Velc, TellsWhichRetainedVariablesAreLeftOut) {
   const std::string block =
       "FUNCTION_BLOCK B VAR RETAIN x : INT; END_VAR VAR NON_RETAIN y : INT; END_VAR VAR z : INT; "
-      "END_VAR x := x + 1; END_FUNCTION_BLOCK\n";
+      "END_VAR x := x + 1 + y + z; END_FUNCTION_BLOCK\n";
   write("old.st",
         block +
             "PROGRAM P VAR RETAIN a : STRING[3] := 'x'; c : (U, V) := V; gone : BOOL; f : "

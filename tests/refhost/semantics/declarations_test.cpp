@@ -64,7 +64,7 @@ TEST(Declarations, AreJudged) {
        "TRUE; c.x := 1; END_PROGRAM PROGRAM Q VAR a : BOOL; END_VAR a := b; END_PROGRAM FUNCTION P "
        ": INT END_FUNCTION",
        "1:31 F0021 a; 1:45 F0034 %MX0.0, INT; 1:94 F0091 a, INT; 1:110 F0090 c; 1:119 F0090 d; "
-       "1:123 F0022 NOPE; 1:188 F0024 c, x; 1:245 C0032 REAL, BOOL; 1:269 F0021 P"},
+       "1:123 F0022 NOPE; 1:167 ~F00EB c; 1:188 F0024 c, x; 1:245 C0032 REAL, BOOL; 1:269 F0021 P"},
       {"CONFIGURATION C RESOURCE R ON S TASK t(INTERVAL := 5, SINGLE := 1, PRIORITY := T#1s, NOPE "
        ":= 1); TASK u(3); PROGRAM a WITH t : P; PROGRAM b WITH v : P(x := 1, y => g, z := 2); "
        "PROGRAM c : Q; PROGRAM d : F; END_RESOURCE VAR_GLOBAL g : REAL; END_VAR END_CONFIGURATION "
@@ -213,6 +213,33 @@ TEST(Declarations, AreJudged) {
        "Red, MOVE(Red)); n := Red; "
        "END_PROGRAM",
        "1:454 F0075 Red"},
+      {"VAR_GLOBAL CONSTANT a : INT; b : ARRAY[0..1] OF INT; e : INT := 1; END_VAR FUNCTION_BLOCK "
+       "F "
+       "VAR_INPUT CONSTANT i : INT; END_VAR VAR_OUTPUT CONSTANT RETAIN o : INT; p : INT; END_VAR "
+       "VAR "
+       "RETAIN CONSTANT c : BOOL; END_VAR VAR PERSISTENT r : INT; END_VAR VAR_IN_OUT NON_RETAIN io "
+       ": "
+       "INT; END_VAR VAR_TEMP RETAIN t : INT; END_VAR END_FUNCTION_BLOCK FUNCTION G : INT VAR "
+       "RETAIN v : "
+       "INT; END_VAR END_FUNCTION",
+       "1:21 ~F00E5 a; 1:30 ~F00E5 b; 1:140 F00E6; 1:186 ~F00E7 RETAIN; 1:202 ~F00E5 c; 1:263 "
+       "~F00E7 NON_RETAIN; 1:301 ~F00E7 RETAIN; 1:365 ~F00E7 RETAIN"},
+      {"FUNCTION F : INT VAR_INPUT a, b : INT; END_VAR VAR c, d, e : INT; k : ARRAY[0..1] OF INT; "
+       "p : "
+       "POINTER TO INT; END_VAR VAR CONSTANT n : INT := 1; END_VAR c := a; k[d] := e; p^ := 1; "
+       "END_FUNCTION FUNCTION_BLOCK G VAR_OUTPUT o : INT; END_VAR VAR t, u : TON; v, w : INT; x AT "
+       "%MW0 : "
+       "INT; END_VAR VAR_TEMP y, z : INT; END_VAR t(); v := 1; y := 1; END_FUNCTION_BLOCK FUNCTION "
+       "H : "
+       "INT VAR q : INT; END_VAR END_FUNCTION PROGRAM P VAR v : INT; END_VAR VAR_TEMP w, x : INT; "
+       "END_VAR "
+       "FOR w := 1 TO 2 DO ; END_FOR; END_PROGRAM",
+       "1:52 ~F00E9 c; 1:67 ~F00E9 k; 1:247 ~F00E8 u; 1:259 ~F00E8 w; 1:302 ~F00E9 y; 1:305 ~F00E8 "
+       "z; 1:456 ~F00E8 x"},
+      {"FUNCTION F : INT VAR c : INT; END_VAR F := nope; END_FUNCTION", "1:44 F0020 nope"},
+      {"VAR_GLOBAL CONSTANT a : INT; END_VAR FUNCTION F : INT VAR c : INT; END_VAR RETURN F := F; "
+       "END_FUNCTION",
+       "1:83 F0002 F, ;"},
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(source))) << source;

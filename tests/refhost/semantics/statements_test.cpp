@@ -81,7 +81,7 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"fb(io := i); fa[0](io := i); fa[2](io := i); fb(1, 2); fb(1, i); fb.io := 1; i := fb.io; i "
        ":= fb.o; fb.o := 1; fb := fa[0]; fa := fa; fb.i := 3;",
        "33 F0079 2; 52 F0039 2, io, INT; 69 F0024 fb, io; 86 F0024 fb, io; 101 F0023 fb.o; 112 "
-       "F0023 fb"},
+       "F0023 fb; 125 ~F00EB fa"},
       {"fb(io := i, NOT o => b); fb(io := i, o => 5); fb(io := k); fb(io := i + 1); fb(io := "
        "a[1]); fb(io := pt.x); fb(io := ip^); fb(io := i.3); fb(io := lv); fb(io := %MW0); fb(io "
        ":= %MX0.0); fb(io := P); fb(io := Red);",
@@ -93,7 +93,8 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"FOR i := 1 TO 3 BY r DO ; END_FOR; FOR si := 1 TO 300 DO ; END_FOR; FOR k := 1 TO 2 DO ; "
        "END_FOR; FOR i := r TO 2 DO EXIT; CONTINUE; END_FOR; FOR i := 1 TO 2 BY 1 - 1 DO ; "
        "END_FOR;",
-       "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 162 F0031"},
+       "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 124 ~F00E3 EXIT; 162 "
+       "F0031"},
       {"CASE i OF 1, 2: ; 2..4, 9: ; 5..8: ; 7..8, 3: ; 0: ; ELSE EXIT; END_CASE;",
        "19 ~F0096 2..4; 38 ~F0096 7..8; 44 ~F0096 3; 59 F0032 EXIT"},
       {"CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; 3: ; END_CASE; CASE l OF "
@@ -159,6 +160,59 @@ TEST(Statements, AreJudgedInEveryPart) {
   };
   for (const auto& [source, expected] : rows) {
     EXPECT_EQ(expected, brief(*analysed(withEverything(source)))) << source;
+  }
+}
+
+// Warnings of what is right but hardly meant, those that are hidden by default as well.
+TEST(Statements, AreDoubted) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"i := 7 / 0; i := j MOD (k - 5); r := r / 0; t := t / 0; lr := 1 / 0.0; i := DIV(i, 0); i "
+       ":= j "
+       "/ k; CASE i OF 5 / 0: ; END_CASE; nope := nope / 0; r := 1.0 / r;",
+       "10 ~F00E1 0; 25 ~F00E1 k - 5; 42 ~F00E1 0; 54 ~F00E1 0; 67 ~F00E1 0.0; 84 ~F00E1 0; 110 "
+       "F002F 5 / 0; 129 F0020 nope"},
+      {"b := u < 0; b := 0 <= u; b := si > 127; b := si > 126; b := 128 <> si; b := u = -1; b := "
+       "ul >= "
+       "0; b := lv > 10; b := bt <= 255; b := 256 > bt; b := c = Red; b := k > 4; b := 0 > d; b := "
+       "si "
+       "= 127; b := ul = -1; b := lo > i;",
+       "6 ~F00E2 u < 0, UINT; 18 ~F00E2 0 <= u, UINT; 31 ~F00E2 si > 127, SINT; 61 ~F00E2 128 <> "
+       "si, SINT; 77 ~F00E2 u = -1, UINT; 90 ~F00E2 ul >= 0, ULINT; 118 ~F00E2 bt <= 255, BYTE; "
+       "134 ~F00E2 256 > bt, BYTE; 216 ~F00E2 lo > i, INT"},
+      {"FOR i := 1 TO k - 5 DO ; END_FOR; FOR i := 1 TO 5 BY -1 DO ; END_FOR; FOR i := 5 TO 5 DO ; "
+       "END_FOR; FOR i := 5 TO 1 BY j DO ; END_FOR; i := I; pt.x := pt.y; a[1] := a[1]; a[F(1)] := "
+       "a[F(1)]; ip^ := ip^; i.3 := i.4; i.%B1 := i.%B1;",
+       "15 ~F00E4; 49 ~F00E4; 136 ~F00EB i; 158 ~F00EB a[1]; 192 ~F00EB ip^; 216 ~F00EB i.%B1"},
+      {"IF b THEN RETURN; ; END_IF; WHILE b DO EXIT; i := d; i := 1 / 0; j := nope; END_WHILE; "
+       "RETURN; "
+       "i := d;",
+       "46 ~F00E3 EXIT; 71 F0020 nope; 96 ~F00E3 RETURN"},
+      {"b := r = lr; b := r <> 0; b := 0.0 = lr; b := r < lr; r := i / 2; r := (i + j) / 2 * 1.5; "
+       "lr := "
+       "INT_TO_REAL(i / j); r := 4 + i; r := i; lr := SEL(b, r, i / j);",
+       "6 ~F00EC r = lr; 60 ~F00ED i / 2, REAL; 72 ~F00ED (i + j) / 2, REAL; 109 ~F00ED i / j, "
+       "REAL"},
+      {"b := TO_BOOL(s); b := TO_BOOL(i); r := TIME_TO_REAL(t); lt := TIME_TO_LTIME(t); td := "
+       "DT_TO_TOD(dt1); da := DT_TO_DATE(dt1); dt1 := DATE_TO_DT(da); td := TIME_TO_TOD(t); t := "
+       "TO_TIME(r); t := REAL_TO_TIME(r); d := LTIME_TO_DINT(t); b := TIME_TO_BOOL(t);",
+       "6 ~F00EE TO_BOOL; 40 ~F00EE TIME_TO_REAL; 63 ~F00EE TIME_TO_LTIME; 87 ~F00EE DT_TO_TOD; "
+       "109 ~F00EE DT_TO_DATE; 176 ~F00EE TO_TIME; 193 ~F00EE REAL_TO_TIME; 215 ~F00EE "
+       "LTIME_TO_DINT"},
+      {"i := LIMIT(5, i, k); i := LIMIT(6, i, k); i := MUX(2, i, j); i := MUX(1, i, j); w := "
+       "SHL(w, 16); "
+       "w := SHR(w, 15); si := SHL(5, 2); b := MEP(b); b := MEF(b); IF MEP(b) THEN ; END_IF;",
+       "27 ~F00EE LIMIT; 52 ~F00EE MUX; 93 ~F00EE SHL; 125 ~F00EE SHL; 161 ~F00EE MEP"},
+      {"b := _ReadIDirect(%IX0.0); irdbit(%IX0.0, b); IWRBIT(%QX0.0, b); iwrbit(%QX0.0, b); "
+       "izset(%QX0.0, %QX0.1); izrst(nope, %QX0.1); zset(%QX0.0, %QX0.1);",
+       "6 F00EF _ReadIDirect; 28 F00EF irdbit; 85 F00EF izset; 108 F00EF izrst; 114 C0221 nope; "
+       "120 C0223"},
+  };
+  Options options;
+  for (const char* const group : {"real-equality", "integer-division", "surprises"}) {
+    options.warnings.choose(group, true);
+  }
+  for (const auto& [source, expected] : rows) {
+    EXPECT_EQ(expected, brief(*analysed(withEverything(source), options))) << source;
   }
 }
 

@@ -1,0 +1,133 @@
+#include "refhost/semantics/doubts.h"
+
+#include <string>
+
+#include "refhost/semantics/constants.h"
+#include "refhost/semantics/parts.h"
+
+namespace refhost {
+
+using vel::ASTNode;
+using vel::TreeBuilder;
+
+namespace {
+
+bool isZero(const ASTNode& value) {
+  if (const Literal* const literal = literalOf(value)) {
+    if (literal->value.form == LiteralForm::Real) return literal->value.real == 0;
+  }
+  return constantInteger(value) == 0;
+}
+
+bool compares(ExprKind op, Integer a, Integer b) {
+  switch (op) {
+    case ExprKind::Equal:
+      return a == b;
+    case ExprKind::NotEqual:
+      return a != b;
+    case ExprKind::Less:
+      return a < b;
+    case ExprKind::LessEqual:
+      return a <= b;
+    case ExprKind::Greater:
+      return a > b;
+    default:
+      return a >= b;
+  }
+}
+
+bool isIntegerDivision(const ASTNode& value) {
+  return value.type() == vel::ASTType::Expression && isInteger(typeOf(value)) &&
+         static_cast<const Expr&>(value).kind == ExprKind::Divide;
+}
+
+}  // namespace
+
+void Doubts::judgeBinary(const Expr& expr, const CommonType& common) {
+  if (expr.kind == ExprKind::Divide || expr.kind == ExprKind::Modulo) judgeDivisor(expr, common);
+  if (common.kind != CommonType::Kind::Number) return;
+  if (isComparison(expr.kind)) judgeComparison(expr, common);
+  if (!isFloat(common.operands)) return;
+  for (int i = 0; i < 2; ++i) {
+    const auto& operand = static_cast<const Expr&>(*expr.leaf(i));
+    if (!isIntegerDivision(operand)) continue;
+    judgeConversion(operand, *operand.dataType, *services_.symbols.elementary(common.operands));
+  }
+}
+
+void Doubts::judgeDivisor(const Expr& expr, const CommonType& common) {
+  const ASTNode& divisor = *expr.leaf(1);
+  if (!isZero(divisor)) return;
+  doubt(divisor, message::kDivisionByZero, TreeBuilder::source(divisor),
+        isFloat(common.operands) ? "infinity or NaN" : "0");
+}
+
+void Doubts::judgeComparison(const Expr& expr, const CommonType& common) {
+  const bool equality = expr.kind == ExprKind::Equal || expr.kind == ExprKind::NotEqual;
+  const ASTNode& left = *expr.leaf(0);
+  const ASTNode& right = *expr.leaf(1);
+  if (isFloat(common.operands)) {
+    // Whether a divisor is 0 can be asked.
+    if (equality && !isZero(left) && !isZero(right)) {
+      doubt(expr, message::kRealEquality, TreeBuilder::source(expr));
+    }
+    return;
+  }
+  const auto first = constantInteger(left);
+  const auto second = constantInteger(right);
+  if (first.has_value() == second.has_value()) return;
+  const Integer number = first ? *first : *second;
+  const BasicDataType type = typeOf(first ? right : left);
+  if (!isInteger(type)) return;
+  const int bits = 8 * elementaryType(type)->size;
+  const Integer values = static_cast<Integer>(1) << bits;
+  const Integer low = isSigned(type) ? -(values / 2) : 0;
+  const Integer high = low + values - 1;
+  for (const Integer compared : {number, low, high}) {
+    if (!fits(compared, common.operands)) return;
+  }
+  const auto with = [&](Integer value) {
+    return first ? compares(expr.kind, number, value) : compares(expr.kind, value, number);
+  };
+  const bool inside = low <= number && number <= high;
+  if (with(low) != with(high) || (equality && inside)) return;
+  doubt(expr, message::kAlwaysSo, TreeBuilder::source(expr), with(low) ? "TRUE" : "FALSE",
+        displayName(static_cast<const Expr&>(first ? right : left).dataType), textOf(low),
+        textOf(high));
+}
+
+void Doubts::judgeAssignment(const ASTNode& statement) {
+  const auto& target = static_cast<const Expr&>(*statement.leaf(0));
+  const ASTNode& source = *statement.leaf(1);
+  if (source.type() != vel::ASTType::Expression) return;
+  const ExprKind kind = static_cast<const Expr&>(source).kind;
+  if (kind != target.kind || (kind != ExprKind::Variable && !isAccess(kind))) return;
+  const std::string_view text = TreeBuilder::source(target);
+  const bool calls = text.find('(') != std::string_view::npos;
+  if (calls || !equalIgnoringCase(text, TreeBuilder::source(source))) return;
+  doubt(statement, message::kSelfAssignment, text);
+}
+
+void Doubts::judgeLoop(const ASTNode& loop) {
+  const auto start = constantInteger(*loop.leaf(0)->leaf(1));
+  const auto end = constantInteger(*loop.leaf(1));
+  if (!start || !end) return;
+  const auto step = loop.leaf(2) != nullptr ? constantInteger(*loop.leaf(2)) : Integer{1};
+  const bool never = step && ((*step > 0 && *start > *end) || (*step < 0 && *start < *end));
+  if (!never) return;
+  doubt(*loop.leaf(1), message::kNeverRuns, textOf(*start), textOf(*end), textOf(*step));
+}
+
+void Doubts::judgeConversion(const ASTNode& value, const Type& from, const Type& to) {
+  if (!isFloat(to.dataType()) || !isInteger(from.dataType()) || !isIntegerDivision(value)) return;
+  doubt(value, message::kIntegerDivision, TreeBuilder::source(value), displayName(&to));
+}
+
+void Doubts::judgeUnreachable(const ASTNode& statement, const ASTNode& jump) {
+  const std::string_view word = TreeBuilder::source(jump);
+  if (context_.broken) return;
+  say(statement, message::kUnreachable, word)
+      .note(rangeOf(jump), "the " + std::string(word) + " stands here");
+}
+
+}  // namespace refhost
