@@ -28,10 +28,9 @@ std::vector<VarSymbol*> positionsOf(const UnitSymbol& unit, int count) {
 
 std::vector<Binding> bindArguments(const Call& call, const UnitSymbol& unit) {
   std::vector<Binding> bindings;
-  const ASTNode* const list = call.leaf(1);
-  const bool given = list != nullptr && list->type() == vel::ASTType::ParameterList;
-  const int count = given ? list->leavesCount() : 0;
-  const int positional = given ? count - namedArguments(*list) : 0;
+  const ASTNode* const list = call.parameters();
+  const int count = list != nullptr ? list->leavesCount() : 0;
+  const int positional = list != nullptr ? count - namedArguments(*list) : 0;
   const std::vector<VarSymbol*> positions = positionsOf(unit, positional);
   for (int i = 0; i < count; ++i) {
     Binding binding;

@@ -15,16 +15,6 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
-namespace {
-
-// Null when the operand is a type: `SIZEOF(INT)`.
-ASTNode* parameterList(const Call& call) {
-  ASTNode* const list = call.leaf(1);
-  return list != nullptr && list->type() == vel::ASTType::ParameterList ? list : nullptr;
-}
-
-}  // namespace
-
 vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
   if (call.analysed) return call.dataType;
   call.analysed = true;
@@ -92,117 +82,9 @@ void Calls::requireValue(const Call& call, const Type* type) {
   }
 }
 
-vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
-  const std::size_t first = messages_.count();
-  const std::string_view written = TreeBuilder::source(*call.leaf(0));
-  if (call.traits()->has(OperatorTraits::kNeedsCapitals) && written != call.op()->name) {
-    const SourceRange name = rangeOf(*call.leaf(0));
-    messages_.report(name, message::kCapitals, {written}).fix(name, call.op()->name);
-  }
-  takeEnabling(call, nullptr);
-  const auto positionOf = [&](std::string_view formal) {
-    return operatorInput(services_, call.op()->name, formal);
-  };
-  if (!orderArguments(call, positionOf)) return nullptr;
-  ASTNode* const list = parameterList(call);
-  if (list == nullptr) analyseOperandType(call);
-  if (list != nullptr && !analyseOperands(call, *list, wanted)) {
-    // The error in the operand has been reported, maybe at an earlier use of it.
-    if (!hasErrorFrom(0)) say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
-    return nullptr;
-  }
-  std::string resultType;
-  const std::size_t before = messages_.count();
-  call.accepted = callGuarded(*call.op(), call, messages_, [&] {
-    return call.op()->check(&services_, &call, messages_.records(), resultType, context_.unitName);
-  });
-  messages_.setRanges(before, call);
-  parts_.assignments.noteOperatorCheck(call, before);
-  if (!call.accepted) {
-    if (!hasErrorFrom(first)) {
-      say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
-    }
-    return nullptr;
-  }
-  declareEdgeState(call);
-  const std::size_t beforeOperands = messages_.count();
-  checkOperands(call);
-  call.accepted = !hasErrorFrom(beforeOperands);
-  call.dataType = resultOf(call, services_.symbols.dataType(resultType));
-  if (call.accepted) parts_.doubts.judgeCall(call);
-  return call.dataType;
-}
-
-// False when an operand has no type. What an operator passes on may have the type that is wanted of
-// the result, and it has that of the other values among which the operator chooses.
-bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted) {
-  bool known = true;
-  const OperatorTraits& traits = *call.traits();
-  const bool passes = traits.chooses() || traits.result == OperatorTraits::Result::Passed;
-  const auto analyse = [&](int i) {
-    const bool passed = passes && i >= traits.firstChoice;
-    const Expr& operand = parts_.expressions.analyseLeaf(list, i, passed ? wanted : nullptr);
-    known = known && operand.dataType != nullptr;
-    if (operand.dataType == nullptr) return;
-    if (passed) wanted = operand.dataType;
-    if (!isAccess(operand.kind)) return;
-    services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
-                                operand.dataType);
-  };
-  std::vector<int> open;
-  for (int i = 0; i < list.leavesCount(); ++i) {
-    if (leavesNameToOperator(call, i)) continue;
-    if (passes && i >= traits.firstChoice && parts_.names.isOpen(*list.leaf(i))) {
-      open.push_back(i);
-    } else {
-      analyse(i);
-    }
-  }
-  for (const int i : open) analyse(i);
-  return known;
-}
-
-// The type of an accepted call. `named` is the result type that the operator reports, null for
-// none: operators cannot name derived types, so the host infers those from the operands.
-vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
-  const ASTNode* const list = parameterList(call);
-  if (list == nullptr || list->leavesCount() == 0) return named;
-  const auto operand = [list](int index) { return static_cast<const Expr*>(list->leaf(index)); };
-  const OperatorTraits& traits = *call.traits();
-  if (traits.has(OperatorTraits::kGivesAddress)) {
-    call.givesAddress = true;
-    Type* const target = operand(0)->dataType;
-    return target != nullptr ? services_.symbols.pointerType(target, false) : named;
-  }
-  if (named != nullptr) return named;
-  if (traits.result == OperatorTraits::Result::Passed) return operand(0)->dataType;
-  if (!traits.givesValue()) return nullptr;
-  return traits.chooses() ? chosenType(call) : services_.symbols.elementary(BasicDataType::Bool);
-}
-
-// The type that holds each of the values among which the operator chooses.
-vel::SymbolDataType* Calls::chosenType(const Call& call) {
-  const ASTNode& list = *parameterList(call);
-  const int first = call.traits()->firstChoice;
-  Type* chosen = static_cast<const Expr*>(list.leaf(first))->dataType;
-  for (int i = first + 1; i < list.leavesCount(); ++i) {
-    Type* const other = static_cast<const Expr*>(list.leaf(i))->dataType;
-    const BasicDataType left = valueType(chosen);
-    const BasicDataType right = valueType(other);
-    if (isNumber(left) && isNumber(right)) {
-      const BasicDataType common = commonNumber(left, right);
-      if (common == right && common != left) chosen = other;
-      if (common != right && common != left) chosen = services_.symbols.elementary(common);
-    } else if (isText(left) ? stringLength(*other) > stringLength(*chosen) : !widens(right, left)) {
-      chosen = other;
-    }
-  }
-  return chosen;
-}
-
 // REF(x), a reference to the variable x.
 vel::SymbolDataType* Calls::callReference(Call& call) {
-  ASTNode* const list = parameterList(call);
+  ASTNode* const list = call.parameters();
   if (list == nullptr || list->leavesCount() != 1 ||
       list->leaf(0)->type() != vel::ASTType::Expression) {
     say(call, message::kUnknownName, TreeBuilder::source(*call.leaf(0)));
@@ -219,145 +101,6 @@ vel::SymbolDataType* Calls::callReference(Call& call) {
   call.dataType = services_.symbols.pointerType(operand.dataType, true);
   call.setBasicType(BasicDataType::Pointer);
   return call.dataType;
-}
-
-// The checks that operators leave to the host.
-void Calls::checkOperands(const Call& call) {
-  const ASTNode* const list = parameterList(call);
-  if (list == nullptr || list->leavesCount() == 0) return;
-  vel::HeapAddress address;
-  const std::string_view name = TreeBuilder::source(*list->leaf(0));
-  if (call.traits()->has(OperatorTraits::kGivesAddress) && leavesNameToOperator(call, 0) &&
-      !services_.memory.parse(name, address)) {
-    const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
-  }
-  const auto& first = static_cast<const Expr&>(*list->leaf(0));
-  const auto* const variable = asVariable(first.symbol);
-  if (call.traits()->has(OperatorTraits::kGivesAddress) && variable != nullptr &&
-      first.kind == ExprKind::Variable && variable->placedByInstance && variable->isDeviceBit()) {
-    say(first, message::kNoAddress, name);
-  }
-  checkChoice(call);
-  checkConverted(call, static_cast<const Expr&>(*list->leaf(0)));
-  // The check of a numeric function covers its first operand only.
-  for (int i = 1; call.traits()->family == OperatorFamily::Numeric && i < list->leavesCount();
-       ++i) {
-    const auto& operand = static_cast<const Expr&>(*list->leaf(i));
-    const BasicDataType type = typeOf(operand);
-    if (type != BasicDataType::None && !isNumber(type)) {
-      say(operand, message::kOperandType, call.op()->name, describe(operand));
-    }
-  }
-}
-
-// A generic conversion accepts every operand, but chooses its C function by the elementary type of
-// the operand, so that it must have one.
-void Calls::checkConverted(const Call& call, const Expr& operand) {
-  const OperatorTraits& traits = *call.traits();
-  const bool compares = traits.result == OperatorTraits::Result::ComparedTo0;
-  if (!compares && traits.result != OperatorTraits::Result::Converted) return;
-  const Type* const type = operand.dataType;
-  bool converts = type != nullptr && elementaryType(type->dataType()) != nullptr;
-  if (compares) {
-    converts = !isComposite(type);
-  } else if (!traits.has(OperatorTraits::kGivesText) && type != nullptr &&
-             type->dataType() == BasicDataType::Pointer) {
-    converts = true;
-  }
-  if (!converts) say(operand, message::kOperandType, call.op()->name, displayName(type));
-}
-
-// C cannot compare arrays, structures and strings, and can choose only among those of one type.
-void Calls::checkChoice(const Call& call) {
-  if (!call.traits()->chooses()) return;
-  const ASTNode& list = *parameterList(call);
-  const bool compares = call.traits()->has(OperatorTraits::kCompares);
-  const int firstChoice = call.traits()->firstChoice;
-  const auto& first = static_cast<const Expr&>(*list.leaf(firstChoice));
-  const BasicDataType kind = typeOf(first);
-  for (int i = firstChoice; i < list.leavesCount(); ++i) {
-    const auto& value = static_cast<const Expr&>(*list.leaf(i));
-    const BasicDataType own = typeOf(value);
-    const bool derived = isComposite(value.dataType) || isComposite(first.dataType);
-    const bool same = derived ? value.dataType == first.dataType : own == kind;
-    const bool onlySame = derived || isText(own) || isText(kind);
-    const bool pointer = own == BasicDataType::Pointer;
-    const bool refused = onlySame ? compares || !same : pointer != (kind == BasicDataType::Pointer);
-    if (!refused) continue;
-    say(value, message::kOperandType, call.op()->name, describe(value));
-    return;
-  }
-}
-
-// `SIZEOF(STRING[n])`: resolves the type, and with it the length.
-void Calls::analyseOperandType(Call& call) {
-  ASTNode* const spec = call.leaf(1);
-  if (spec != nullptr && spec->type() != vel::ASTType::ParameterList) parts_.types.resolve(*spec);
-}
-
-// True of an operand that the operator looks up itself, since it need not name a variable: SIZEOF
-// also takes the name of a type.
-bool Calls::leavesNameToOperator(const Call& call, int index) const {
-  const ASTNode* const operand = parameterList(call)->leaf(index);
-  if (index >= call.traits()->namedOperands || operand->type() != vel::ASTType::Expression) {
-    return false;
-  }
-  const auto& expr = static_cast<const Expr&>(*operand);
-  const std::string_view name = TreeBuilder::source(expr);
-  return expr.kind == ExprKind::Variable && parts_.names.variableNamed(name) == nullptr &&
-         !parts_.names.isAddress(name);
-}
-
-// Declares the hidden variable in which an edge detection keeps its operand between scans: one for
-// each distinct text of a call in a unit, in device memory for programs that have no instances.
-void Calls::declareEdgeState(const Call& call) {
-  if (!call.traits()->has(OperatorTraits::kRemembers) || context_.unit == nullptr) return;
-  const std::string name = edgeStateName(call);
-  if (context_.unit->variable(name) != nullptr) return parts_.doubts.judgeSharedState(call);
-  auto cell = std::make_unique<VarSymbol>(name, services_.symbols.elementary(BasicDataType::Bool),
-                                          Role::EdgeState, context_.unit);
-  if (context_.unit->type() == vel::POUType::Program && !context_.unit->instantiated) {
-    cell->keepAt(services_.memory.allocateState());
-  }
-  context_.unit->addVariable(std::move(cell));
-}
-
-bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)>& positionOf) {
-  ASTNode* const list = parameterList(call);
-  const int count = list != nullptr ? list->leavesCount() : 0;
-  const int named = list != nullptr ? namedArguments(*list) : 0;
-  if (named == 0) return true;
-  const std::string_view name = TreeBuilder::source(*call.leaf(0));
-  std::vector<ASTNode*> ordered(static_cast<std::size_t>(count), nullptr);
-  for (int i = 0; i < count; ++i) {
-    const bool isNamed = kindOf(*list->leaf(i)) == NodeKind::Argument;
-    if (!isNamed && i >= count - named) {
-      say(*list->leaf(i), message::kMixedArguments, name);
-      return false;
-    }
-    if (!isNamed) ordered[static_cast<std::size_t>(i)] = list->leaf(i);
-  }
-  for (int i = count - named; i < count; ++i) {
-    const auto& argument = static_cast<const Argument&>(*list->leaf(i));
-    const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
-    const int position = argument.output ? -1 : positionOf(formal);
-    if (position < 0 || position >= count) {
-      Remarks& said = say(argument, message::kUnknownParameter, name, formal);
-      if (call.op() != nullptr) {
-        parts_.suggestions.addInput(said, *argument.leaf(0), formal, call.op()->name);
-      }
-      return false;
-    }
-    ASTNode*& place = ordered[static_cast<std::size_t>(position)];
-    if (place != nullptr) {
-      say(argument, message::kArgumentTwice, formal);
-      return false;
-    }
-    place = argument.leaf(1);
-  }
-  tree_.setLeaves(*list, ordered);
-  return true;
 }
 
 vel::SymbolDataType* Calls::callFunction(Call& call) {
@@ -391,12 +134,12 @@ vel::SymbolDataType* Calls::callInstance(Call& call) {
 }
 
 void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
-  if (parameterList(call) == nullptr) {
+  if (call.parameters() == nullptr) {
     say(*call.leaf(1), message::kNotAValue, TreeBuilder::source(*call.leaf(1)));
     return;
   }
   parts_.sizes.countCall(callee);
-  ASTNode* const list = parameterList(call);
+  ASTNode* const list = call.parameters();
   for (const Binding& binding : bindArguments(call, callee)) {
     const Type* const wanted =
         binding.parameter != nullptr ? binding.parameter->dataType() : nullptr;

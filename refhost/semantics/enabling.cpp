@@ -20,9 +20,8 @@ Argument** Calls::enablingPlace(Call& call, const ASTNode& node, const UnitSymbo
 }
 
 void Calls::takeEnabling(Call& call, const UnitSymbol* callee) {
-  ASTNode* const list = call.leaf(1);
-  if (list == nullptr || list->type() != vel::ASTType::ParameterList) return;
-  if (namedArguments(*list) == 0) return;
+  ASTNode* const list = call.parameters();
+  if (list == nullptr || namedArguments(*list) == 0) return;
   std::vector<ASTNode*> others;
   for (int i = 0; i < list->leavesCount(); ++i) {
     Argument** const place = enablingPlace(call, *list->leaf(i), callee);

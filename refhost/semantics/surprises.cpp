@@ -45,10 +45,8 @@ void Doubts::surprise(const ASTNode& where, std::string_view what, std::string_v
 }
 
 void Doubts::judgeCall(const Call& call) {
-  const ASTNode* const list = call.leaf(1);
-  if (list == nullptr || list->type() != vel::ASTType::ParameterList || list->leavesCount() == 0) {
-    return;
-  }
+  const ASTNode* const list = call.parameters();
+  if (list == nullptr || list->leavesCount() == 0) return;
   const ASTNode& operand = *list->leaf(0);
   switch (call.traits()->family) {
     case OperatorFamily::Conversion:

@@ -174,6 +174,11 @@ class Call final : public ::Invocation {
   Argument* enable = nullptr;
   Argument* enabled = nullptr;
 
+  // Null when the operand is a type: `SIZEOF(INT)`.
+  ASTNode* parameters() const {
+    ASTNode* const list = leavesCount() > 1 ? leaf(1) : nullptr;
+    return list != nullptr && list->type() == vel::ASTType::ParameterList ? list : nullptr;
+  }
   // Null for a callee of another kind.
   vel::STOperator* op() const { return callee != nullptr ? callee->op : nullptr; }
   const OperatorTraits* traits() const { return callee != nullptr ? callee->traits : nullptr; }
