@@ -46,6 +46,37 @@ bool isRepeated(const Diagnostic& message, const std::vector<Diagnostic>& before
   return false;
 }
 
+using Messages = std::vector<Diagnostic>;
+
+// The end of what the errors refuse that begin at the place of `first`, at least `end`.
+std::uint64_t refusedBy(Messages::const_iterator first, Messages::const_iterator last,
+                        std::uint64_t end) {
+  const vel::TextLocation place = first->range.begin;
+  for (; first != last && isSamePlace(first->range.begin, place); ++first) {
+    if (first->severity != Severity::Error) continue;
+    end = std::max(end, std::uint64_t{place.offset()} + first->range.length);
+  }
+  return end;
+}
+
+// Without doubts about parts of what errors refuse, and without repetitions. `all` is sorted.
+Messages withoutFollowUps(Messages all) {
+  Messages kept;
+  std::uint64_t refused = 0;  // its end in the file of the message
+  vel::TextLocation place;
+  for (auto message = all.begin(); message != all.end(); ++message) {
+    const vel::TextLocation at = message->range.begin;
+    if (message == all.begin() || at.file() != place.file()) refused = 0;
+    if (message == all.begin() || !isSamePlace(at, place)) {
+      refused = refusedBy(message, all.end(), refused);
+    }
+    place = at;
+    const bool moot = isDoubt(message->code) && at.offset() + message->range.length <= refused;
+    if (!moot && !isRepeated(*message, kept)) kept.push_back(std::move(*message));
+  }
+  return kept;
+}
+
 }  // namespace
 
 Remarks& Diagnostics::report(const SourceRange& range, const MessageFormat& format,
@@ -87,16 +118,6 @@ void Diagnostics::dropWarnings(std::size_t first) {
   remarks_.resize(kept);
 }
 
-void Diagnostics::dropWarnings(const SourceRange& range) {
-  const auto isInside = [&range](vel::TextLocation at) {
-    return at.file() == range.begin.file() && at.offset() >= range.begin.offset() &&
-           at.offset() - range.begin.offset() < range.length;
-  };
-  std::size_t first = records_.size();
-  while (first > 0 && isInside(records_[first - 1].location)) --first;
-  dropWarnings(first);
-}
-
 bool Diagnostics::isSilenced(const vel::VELMessage& record) const {
   if (record.severity != static_cast<int>(Severity::Warning)) return false;
   const vel::TextLocation at = record.location;
@@ -121,11 +142,7 @@ std::vector<Diagnostic> Diagnostics::inOrder(std::size_t first) const {
   std::stable_sort(all.begin(), all.end(), [&place](const Diagnostic& a, const Diagnostic& b) {
     return place(a) < place(b);
   });
-  std::vector<Diagnostic> kept;
-  for (Diagnostic& message : all) {
-    if (!isRepeated(message, kept)) kept.push_back(std::move(message));
-  }
-  return kept;
+  return withoutFollowUps(std::move(all));
 }
 
 Remarks& Diagnostics::remarksOn(std::size_t index) {

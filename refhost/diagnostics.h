@@ -54,8 +54,6 @@ class Diagnostics {
   std::size_t count() const { return records_.size(); }
   // Takes the warnings from index `first` on back.
   void dropWarnings(std::size_t first);
-  // The same for the last messages, those that stand in `range`.
-  void dropWarnings(const SourceRange& range);
   // Leaves warnings that stand in `part` out of inOrder().
   void silence(SilentPart part) { silent_.push_back(std::move(part)); }
 
@@ -63,7 +61,8 @@ class Diagnostics {
   bool hasErrors(std::size_t first = 0) const;
 
   // The messages from index `first` on, by file and place; those at one place keep their order. A
-  // message with the place, code and text of another one is left out.
+  // message with the place, code and text of another one is left out, and so is a doubt about a
+  // part of what an error refuses.
   std::vector<Diagnostic> inOrder(std::size_t first) const;
 
  private:

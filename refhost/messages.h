@@ -137,6 +137,12 @@ constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The lab
 // clang-format on
 }  // namespace message
 
+// True of the code of a warning about what is right by the language.
+constexpr bool isDoubt(unsigned int code) {
+  return code >= message::kDivisionByZero.code && code <= message::kSurprise.code &&
+         code != message::kConstantOutput.code;
+}
+
 // The format with its placeholders filled with `args` in order.
 std::string filledIn(const MessageFormat& format, std::initializer_list<std::string_view> args);
 

@@ -15,7 +15,6 @@ std::optional<Integer> Expressions::requireConstant(ASTNode& parent, int index) 
   const auto constant = constantInteger(value);
   if (!constant && value.dataType != nullptr && !hasErrorFrom(first) &&
       !context_.mayMiss(context_.unit)) {
-    messages_.dropWarnings(rangeOf(value));
     say(value, message::kNotConstant, TreeBuilder::source(value));
   }
   return constant;

@@ -30,6 +30,7 @@ class Calls : public Part {
 
  private:
   Type* callOperator(Call& call, const Type* wanted);
+  void requireCapitals(const Call& call);
   bool analyseOperands(const Call& call, ASTNode& list, const Type* wanted);
   Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);

@@ -99,7 +99,6 @@ void Doubts::judgeComparison(const Expr& expr, const CommonType& common) {
 void Doubts::judgeAssignment(const ASTNode& statement) {
   const auto& target = static_cast<const Expr&>(*statement.leaf(0));
   const ASTNode& source = *statement.leaf(1);
-  if (source.type() != vel::ASTType::Expression) return;
   const ExprKind kind = static_cast<const Expr&>(source).kind;
   if (kind != target.kind || (kind != ExprKind::Variable && !isAccess(kind))) return;
   const std::string_view text = TreeBuilder::source(target);

@@ -15,6 +15,7 @@ class Doubts : public Part {
   // doubts.cpp
   // Each takes what has been analysed without an error.
   void judgeBinary(const Expr& expr, const CommonType& common);
+  // The right side is no call of its own.
   void judgeAssignment(const ASTNode& statement);
   void judgeLoop(const ASTNode& loop);
   // A value of type `from` is converted to `to`.
@@ -27,12 +28,21 @@ class Doubts : public Part {
   void judgeConstant(const VarSymbol& variable, const VarBlock& block);
   // To be called for the target of an assignment, which does not count as a use of its variable.
   void noteWrite(const Expr& target);
+  // True if the unit has variables whose values nothing can see but its statements.
+  bool judgesReads(const UnitSymbol& unit) const;
   // Reports the variables that are not used. Says nothing if the program has errors.
   void judgeVariables();
 
   // surprises.cpp
   // A call of an operator whose result surprises most people.
-  void judgeCall(const Call& call);
+  void judgeCall(const Call& call) {
+    const OperatorFamily family = call.traits()->family;
+    if (family == OperatorFamily::Conversion || family == OperatorFamily::GenericConversion) {
+      judgeConverting(call);
+    } else if (family == OperatorFamily::Selection || family == OperatorFamily::Shift) {
+      judgeOperands(call);
+    }
+  }
   // A call of an edge detection that has the text of an earlier one in the unit.
   void judgeSharedState(const Call& call);
 
@@ -47,7 +57,8 @@ class Doubts : public Part {
   void judgeVariable(const VarSymbol& variable, const UnitSymbol& unit);
   void surprise(const ASTNode& where, std::string_view what, std::string_view text);
   void judgeTimes(const Call& call, BasicDataType from, BasicDataType to);
-  void judgeOperands(const Call& call, const ASTNode& list);
+  void judgeConverting(const Call& call);
+  void judgeOperands(const Call& call);
   void judgeIndex(std::string_view name, const ASTNode& list);
   void judgeShift(std::string_view name, const ASTNode& list);
 };

@@ -14,11 +14,7 @@ using vel::TreeBuilder;
 
 vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   const std::size_t first = messages_.count();
-  const std::string_view written = TreeBuilder::source(*call.leaf(0));
-  if (call.traits()->has(OperatorTraits::kNeedsCapitals) && written != call.op()->name) {
-    const SourceRange name = rangeOf(*call.leaf(0));
-    messages_.report(name, message::kCapitals, {written}).fix(name, call.op()->name);
-  }
+  if (call.traits()->has(OperatorTraits::kNeedsCapitals)) requireCapitals(call);
   takeEnabling(call, nullptr);
   const auto positionOf = [&](std::string_view formal) {
     return operatorInput(services_, call.op()->name, formal);
@@ -51,6 +47,13 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   call.dataType = resultOf(call, services_.symbols.dataType(resultType));
   if (call.accepted) parts_.doubts.judgeCall(call);
   return call.dataType;
+}
+
+void Calls::requireCapitals(const Call& call) {
+  const ASTNode& name = *call.leaf(0);
+  const std::string_view written = TreeBuilder::source(name);
+  if (written == call.op()->name) return;
+  say(name, message::kCapitals, written).fix(rangeOf(name), call.op()->name);
 }
 
 // False when an operand has no type. What an operator passes on may have the type that is wanted of

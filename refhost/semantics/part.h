@@ -41,9 +41,10 @@ struct Context {
   Diagnostics& messages;
   UnitSymbol* unit = nullptr;  // being analysed; null for declarations outside of units
   std::string unitName;
-  bool broken = false;      // the syntax has errors
-  FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
-  FoldedMap<bool> hidden;   // names of units that operators have
+  bool broken = false;       // the syntax has errors
+  bool judgesReads = false;  // the unit has variables that ought to be read
+  FoldedMap<bool> unknown;   // names that have been reported as unknown in the unit
+  FoldedMap<bool> hidden;    // names of units that operators have
 };
 
 class Part {

@@ -16,10 +16,7 @@ void Statements::analyseStatements(ASTNode* list) {
     if (list->leaf(i) == nullptr) continue;
     ASTNode& statement = *list->leaf(i);
     if (jump != nullptr) return analyseUnreachable(*list, i, *jump);
-    analyseStatement(statement);
-    const StatementKind kind = statementKindOf(statement);
-    const bool ends = kind == StatementKind::Exit || kind == StatementKind::Continue;
-    if (kind == StatementKind::Return || (ends && loops_ > 0)) jump = &statement;
+    if (analyseStatement(statement)) jump = &statement;
   }
 }
 
@@ -33,12 +30,16 @@ void Statements::analyseUnreachable(ASTNode& list, int from, const ASTNode& jump
   parts_.doubts.judgeUnreachable(*list.leaf(from), jump);
 }
 
-void Statements::analyseStatement(ASTNode& statement) {
+bool Statements::analyseStatement(ASTNode& statement) {
   switch (statementKindOf(statement)) {
     case StatementKind::Assignment:
       analyseAssignment(statement);
-      parts_.doubts.noteWrite(static_cast<const Expr&>(*statement.leaf(0)));
-      parts_.doubts.judgeAssignment(statement);
+      if (context_.judgesReads) {
+        parts_.doubts.noteWrite(static_cast<const Expr&>(*statement.leaf(0)));
+      }
+      if (kindOf(*statement.leaf(1)) != NodeKind::Invocation) {
+        parts_.doubts.judgeAssignment(statement);
+      }
       break;
     case StatementKind::Bind:
       analyseBinding(statement);
@@ -70,10 +71,11 @@ void Statements::analyseStatement(ASTNode& statement) {
     case StatementKind::Exit:
     case StatementKind::Continue:
       if (loops_ == 0) say(statement, message::kOutsideLoop, TreeBuilder::source(statement));
-      break;
+      return loops_ != 0;
     case StatementKind::Return:
-      break;
+      return true;
   }
+  return false;
 }
 
 void Statements::analyseAssignment(ASTNode& statement, bool checks) {

@@ -24,7 +24,8 @@ class Statements : public Part {
   };
 
   void analyseUnreachable(ASTNode& list, int from, const ASTNode& jump);
-  void analyseStatement(ASTNode& statement);
+  // True of a statement that leaves its list.
+  bool analyseStatement(ASTNode& statement);
   // `checks` is false if the target is known not to take the value.
   void analyseAssignment(ASTNode& statement, bool checks = true);
   void analyseBinding(ASTNode& statement);

@@ -44,30 +44,16 @@ void Doubts::surprise(const ASTNode& where, std::string_view what, std::string_v
   doubt(where, message::kSurprise, what, text);
 }
 
-void Doubts::judgeCall(const Call& call) {
-  const ASTNode* const list = call.parameters();
-  if (list == nullptr || list->leavesCount() == 0) return;
-  const ASTNode& operand = *list->leaf(0);
-  switch (call.traits()->family) {
-    case OperatorFamily::Conversion:
-    case OperatorFamily::GenericConversion:
-      if (call.dataType == nullptr) return;
-      if (isText(typeOf(operand)) && call.dataType->dataType() == BasicDataType::Bool) {
-        surprise(call, call.op()->name,
-                 "of a string is TRUE whatever its text says: STRING_TO_BOOL reads it");
-      }
-      judgeTimes(call, typeOf(operand), call.dataType->dataType());
-      if (const Type* const type = static_cast<const Expr&>(operand).dataType) {
-        judgeConversion(operand, *type, *call.dataType);
-      }
-      break;
-    case OperatorFamily::Selection:
-    case OperatorFamily::Shift:
-      judgeOperands(call, *list);
-      break;
-    default:
-      break;
+void Doubts::judgeConverting(const Call& call) {
+  const auto& operand = static_cast<const Expr&>(*call.parameters()->leaf(0));
+  const BasicDataType from = typeOf(operand);
+  if (call.dataType == nullptr || operand.dataType == nullptr) return;
+  if (isText(from) && call.dataType->dataType() == BasicDataType::Bool) {
+    surprise(call, call.op()->name,
+             "of a string is TRUE whatever its text says: STRING_TO_BOOL reads it");
   }
+  judgeTimes(call, from, call.dataType->dataType());
+  judgeConversion(operand, *operand.dataType, *call.dataType);
 }
 
 void Doubts::judgeTimes(const Call& call, BasicDataType from, BasicDataType to) {
@@ -94,7 +80,8 @@ void Doubts::judgeTimes(const Call& call, BasicDataType from, BasicDataType to) 
 }
 
 // Constant operands whose values are not taken as they are.
-void Doubts::judgeOperands(const Call& call, const ASTNode& list) {
+void Doubts::judgeOperands(const Call& call) {
+  const ASTNode& list = *call.parameters();
   const OperatorTraits& traits = *call.traits();
   if (traits.family == OperatorFamily::Shift) {
     judgeShift(call.op()->name, list);

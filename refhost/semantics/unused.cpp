@@ -1,4 +1,5 @@
 // Doubts about declarations: qualifiers without an effect, and variables without a use.
+#include <algorithm>
 #include <cctype>
 
 #include "refhost/semantics/doubts.h"
@@ -80,6 +81,13 @@ void Doubts::judgeConstant(const VarSymbol& variable, const VarBlock& block) {
   // The members of a structure and the variables of an instance may have initial values.
   if (isComposite(type) && dynamic_cast<const ArrayType*>(type) == nullptr) return;
   doubt(*variable.declared, message::kNoValue, variable.name());
+}
+
+bool Doubts::judgesReads(const UnitSymbol& unit) const {
+  const auto isTemporary = [](const auto& variable) { return variable->role == Role::Temp; };
+  const auto& variables = unit.variables();
+  return unit.type() == vel::POUType::Function ||
+         std::any_of(variables.begin(), variables.end(), isTemporary);
 }
 
 void Doubts::noteWrite(const Expr& target) {

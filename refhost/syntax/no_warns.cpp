@@ -14,6 +14,7 @@ namespace refhost {
 namespace {
 
 constexpr std::string_view kLineEnds = "\r\n";
+constexpr std::string_view kBlanks = " \t\v\f";
 constexpr std::string_view kSeparators = " \t\r\n,";
 
 // The next word of `text` from `at` on; empty at the end.
@@ -26,18 +27,16 @@ Span wordFrom(std::string_view text, std::uint32_t at, std::uint32_t end) {
 
 }  // namespace
 
-void NoWarns::pragma(Span whole, Span previous) {
+void NoWarns::pragma(Span whole) {
   const Span inner{whole.begin + 1, whole.end - 1};
   const Span word = wordFrom(text_, inner.begin, inner.end);
   if (!equalIgnoringCase(text_.substr(word.begin, word.end - word.begin), "nowarn")) return;
   std::vector<unsigned int> warnings = warningsIn({word.end, inner.end});
-  const std::string_view between = text_.substr(previous.end, whole.begin - previous.end);
-  if (previous.end != 0 && between.find_first_of(kLineEnds) == std::string_view::npos) {
-    const std::size_t before = text_.substr(0, whole.begin).find_last_of(kLineEnds);
-    const auto begin = static_cast<std::uint32_t>(before + 1);  // 0 for npos
-    errors_.silence({begin, lineEnd(whole.begin)}, std::move(warnings));
+  if (isBehindCode(whole.begin)) {
+    errors_.silence({lineBegin(whole.begin), lineEnd(whole.begin)}, std::move(warnings));
   } else {
     waiting_.push_back({std::move(warnings)});
+    waits_ = true;
   }
 }
 
@@ -58,6 +57,7 @@ std::vector<unsigned int> NoWarns::warningsIn(Span words) {
 void NoWarns::token(int kind, Span span) {
   const auto settled = [&](Waiting& pragma) { return settles(pragma, kind, span); };
   waiting_.erase(std::remove_if(waiting_.begin(), waiting_.end(), settled), waiting_.end());
+  waits_ = !waiting_.empty();
 }
 
 bool NoWarns::settles(Waiting& pragma, int kind, Span span) {
@@ -74,6 +74,27 @@ bool NoWarns::settles(Waiting& pragma, int kind, Span span) {
   if (kind != pragma.closer && !last) return false;
   errors_.silence({pragma.begin, span.end}, std::move(pragma.warnings));
   return true;
+}
+
+// True if the line has more in front of `offset` than blanks, comments and pragmas.
+bool NoWarns::isBehindCode(std::uint32_t offset) const {
+  const std::uint32_t begin = lineBegin(offset);
+  std::string_view line = text_.substr(begin, offset - begin);
+  for (;;) {
+    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+    if (line.empty()) return false;
+    std::size_t end = std::string_view::npos;
+    if (line.substr(0, 2) == "(*") end = line.find("*)", 2);
+    if (line.substr(0, 2) == "/*") end = line.find("*/", 2);
+    if (line[0] == '{') end = line.find('}');
+    if (end == std::string_view::npos) return true;
+    line.remove_prefix(end + (line[0] == '{' ? 1 : 2));
+  }
+}
+
+std::uint32_t NoWarns::lineBegin(std::uint32_t offset) const {
+  // The number behind npos is 0.
+  return static_cast<std::uint32_t>(text_.substr(0, offset).find_last_of(kLineEnds) + 1);
 }
 
 std::uint32_t NoWarns::lineEnd(std::uint32_t offset) const {

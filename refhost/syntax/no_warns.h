@@ -16,11 +16,12 @@ class NoWarns {
  public:
   NoWarns(std::string_view text, SyntaxErrors& errors) : text_(text), errors_(errors) {}
 
-  // To be called at the end of each pragma; `previous` is the token before it.
-  void pragma(Span whole, Span previous);
+  // To be called at the end of each pragma.
+  void pragma(Span whole);
   // True if some pragma needs to know the next token.
-  bool waits() const { return !waiting_.empty(); }
-  void token(int kind, Span span);
+  bool waits() const { return waits_; }
+  // Inlined it would slow down the scanner, which hardly ever needs it.
+  [[gnu::noinline]] void token(int kind, Span span);
 
  private:
   struct Waiting {
@@ -31,11 +32,14 @@ class NoWarns {
 
   std::vector<unsigned int> warningsIn(Span words);
   bool settles(Waiting& pragma, int kind, Span span);
+  bool isBehindCode(std::uint32_t offset) const;
+  std::uint32_t lineBegin(std::uint32_t offset) const;
   std::uint32_t lineEnd(std::uint32_t offset) const;
 
   std::string_view text_;
   SyntaxErrors& errors_;
   std::vector<Waiting> waiting_;
+  bool waits_ = false;
 };
 
 }  // namespace refhost

@@ -30,7 +30,7 @@ class Scanner {
   int unterminated(std::string_view what, bool toEnd);  // toEnd: skips the rest of the file
   bool isBinary() const;
   int badCharacter();
-  void closePragma() { noWarns_.pragma({opened_.begin, span_.end}, last_); }
+  void closePragma() { noWarns_.pragma({opened_.begin, span_.end}); }
   int binary();
 
   int commentDepth = 0;  // of nested comments or pragmas
@@ -42,7 +42,6 @@ class Scanner {
   std::size_t read_ = 0;  // bytes copied to the generated scanner
   Span span_;             // of the current token
   Span opened_;           // of the opening of the current comment or pragma
-  Span last_;             // of the last token
   NoWarns noWarns_;
 };
 
