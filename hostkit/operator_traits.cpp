@@ -25,7 +25,7 @@ constexpr OperatorTraits kRows[] = {
     {"MUX",           Family::Selection,  {"K", "IN0", {}},     Result::Chosen, 1, 0,
      T::kExtensible | T::kCastsOperands | T::kWritesOperandsBare},
     {"SHL",           Family::Shift,      {"IN", "N", {}},      Result::Computed, 0, 0,
-     T::kRepeatsOperands},
+     T::kRepeatsOperands | T::kShiftsLeft},
     {"SHR",           Family::Shift,      {"IN", "N", {}},      Result::Computed, 0, 0,
      T::kRepeatsOperands},
     {"ROL",           Family::Rotation,   {"IN", "N", {}},      Result::Computed, 0, 0,

@@ -66,6 +66,7 @@ struct OperatorTraits {
     kRepeatsOperands = 2048,  // its C evaluates operands more than once
     kRepeatsReals = 4096,     // the same, but only of a floating-point type
     kNeedsCapitals = 8192,  // its C is that of another operator unless the call has it in capitals
+    kShiftsLeft = 16384,    // its C shifts the first operand to the left
   };
   constexpr bool has(Mark mark) const { return (marks & mark) != 0; }
 

@@ -60,10 +60,10 @@ bool isPrimary(const ASTNode& node) {
   return isCastOrCall(expr) || isComplementCall(expr);
 }
 
-// True of an integer that the C of MIN or MAX would compare after it has changed the sign of one
+// True of an integer that the C of an operator would compare after it has changed the sign of one
 // of the two. They are compared in the type of the result.
 bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
-  if (!op.has(OperatorTraits::kCompares) || op.names == "LIMIT") return false;
+  if (!op.has(OperatorTraits::kCompares)) return false;
   const auto isPositive = [](const ASTNode& operand) {
     const Literal* const literal = literalOf(operand);
     return literal != nullptr && !isNegative(literal->value);
@@ -84,7 +84,7 @@ bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
 
 // What is shifted to the left, if compilers may see that it is a negative or a large constant.
 bool isShiftedConstant(const ASTNode& node, const OperatorTraits& op) {
-  const bool shifted = op.names == "SHL" && node.parent()->leaf(0) == &node;
+  const bool shifted = op.has(OperatorTraits::kShiftsLeft) && node.parent()->leaf(0) == &node;
   if (!shifted || !isInteger(typeOf(node)) || !isSigned(typeOf(node))) return false;
   return constantOf(node) || static_cast<const Expr&>(node).kind == ExprKind::Call;
 }

@@ -45,6 +45,52 @@ bool excludes(const ASTNode& node, const ASTNode& number) {
   return false;
 }
 
+// The low bits that keep the value of `expr`, or what it is stored in without a conversion of C's:
+// those of the small type that the value has or gets by an assignment. 0 for large types.
+std::uint64_t keptBits(const Expr& expr) {
+  const auto bits = [](BasicDataType type) -> std::uint64_t {
+    const ElementaryType* const row = isInteger(type) ? elementaryType(type) : nullptr;
+    return row == nullptr || row->size > 2 ? 0 : (row->size == 1 ? 0xFF : 0xFFFF);
+  };
+  if (const std::uint64_t own = bits(typeOf(expr))) return own;
+  const ASTNode* root = &expr;
+  while (root->parent() != nullptr && root->parent()->type() == vel::ASTType::Expression) {
+    root = root->parent();
+  }
+  const ASTNode* const statement = root->parent();
+  const bool stored =
+      statement != nullptr && statementKindOf(*statement) == StatementKind::Assignment;
+  return stored ? bits(typeOf(*statement->leaf(0))) : 0;
+}
+
+bool isAllOnes(const Expr& expr);
+
+// The bits that compilers may know to be set.
+std::uint64_t knownOnes(const ASTNode& node) {
+  if (const auto constant = constantInteger(node)) return static_cast<std::uint64_t>(*constant);
+  if (node.type() != vel::ASTType::Expression) return 0;
+  const auto& expr = static_cast<const Expr&>(node);
+  if (expr.kind == ExprKind::Call) {
+    const auto& call = static_cast<const Call&>(*expr.leaf(0));
+    std::uint64_t ones = 0;
+    if (call.op() == nullptr) return ones;  // compilers see through the macros of operators only
+    for (const ASTNode* const operand : parametersOf(call)) ones |= knownOnes(*operand);
+    return ones;
+  }
+  if (formOf(expr.kind) != ExprForm::Logic || isAllOnes(expr)) return 0;
+  const std::uint64_t left = knownOnes(*expr.leaf(0));
+  const std::uint64_t right = knownOnes(*expr.leaf(1));
+  if (expr.kind == ExprKind::Or) return left | right;
+  return expr.kind == ExprKind::Xor ? left ^ right : left & right;
+}
+
+// True of an OR that gives the largest number of a small type whatever its operands are. gcc takes
+// that for an overflow when the number is stored.
+bool isAllOnes(const Expr& expr) {
+  const std::uint64_t kept = expr.kind == ExprKind::Or ? keptBits(expr) : 0;
+  return kept != 0 && (kept & ~(knownOnes(*expr.leaf(0)) | knownOnes(*expr.leaf(1)))) == 0;
+}
+
 // True of an operation whose result compilers know: on equal operands, on constants, on a constant
 // and a BOOL, or on a number and an AND or OR that never gives it. Floats that are equal may be no
 // numbers.
@@ -55,11 +101,12 @@ bool isObvious(const Expr& expr, std::string_view a, std::string_view b) {
   const bool second = isConstant(right, b);
   const bool boolean = typeOf(left) == BasicDataType::Bool;
   if (formOf(expr.kind) == ExprForm::Logic) {
-    // TO_BOOL compares its operand.
-    const bool compared = boolean || (expr.parent() != nullptr &&
-                                      expr.parent()->type() == vel::ASTType::ParameterList);
+    // TO_BOOL compares its operand, and SEL its condition.
+    const bool parameter =
+        expr.parent() != nullptr && expr.parent()->type() == vel::ASTType::ParameterList;
     return (first && second && expr.kind == ExprKind::Xor) ||
-           ((first || second) && compared && expr.kind == ExprKind::Or);
+           ((first || second) && (boolean || parameter) && expr.kind == ExprKind::Or) ||
+           ((first || second) && boolean && parameter && expr.kind == ExprKind::And);
   }
   if (formOf(expr.kind) != ExprForm::Comparison || isFloat(typeOf(left)) ||
       isFloat(typeOf(right))) {
@@ -77,10 +124,15 @@ std::string hidden(const Expr& expr, BasicDataType type, std::string_view text) 
 
 // Compilers warn of operations whose result they know, unless an operand hides its expression.
 std::string simple(const Expr& expr, BasicDataType type, std::string a, std::string b) {
-  if (isObvious(expr, unparenthesized(a), unparenthesized(b))) {
-    const bool second = isConstant(*expr.leaf(1), unparenthesized(b));
+  const ASTNode& left = *expr.leaf(0);
+  const ASTNode& right = *expr.leaf(1);
+  if (isAllOnes(expr)) {
+    if (knownOnes(left) != 0) a = hidden(expr, type, a);
+    if (knownOnes(right) != 0) b = hidden(expr, type, b);
+  } else if (isObvious(expr, unparenthesized(a), unparenthesized(b))) {
+    const bool second = isConstant(right, unparenthesized(b));
     if (second) b = hidden(expr, type, b);
-    if (!second || isConstant(*expr.leaf(0), unparenthesized(a))) a = hidden(expr, type, a);
+    if (!second || isConstant(left, unparenthesized(a))) a = hidden(expr, type, a);
   }
   return fmt::format("{} {} {}", a, traitsOf(expr.kind).c, b);
 }
