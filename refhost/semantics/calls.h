@@ -32,6 +32,7 @@ class Calls : public Part {
   Type* callOperator(Call& call, const Type* wanted);
   void requireCapitals(const Call& call);
   bool analyseOperands(const Call& call, ASTNode& list, const Type* wanted);
+  void typeUnsignedNumbers(const Call& call, const ASTNode& list, const Type* wanted);
   Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);
   Type* callInstance(Call& call);

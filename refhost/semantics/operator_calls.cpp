@@ -1,6 +1,9 @@
 // Calls of operators of the plugin.
 #include "refhost/operator_calls.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "core/operator.h"
 #include "hostkit/edge_state.h"
 #include "hostkit/operator_inputs.h"
@@ -60,6 +63,7 @@ void Calls::requireCapitals(const Call& call) {
 // the result, and it has that of the other values among which the operator chooses.
 bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted) {
   bool known = true;
+  const Type* const result = wanted;
   const OperatorTraits& traits = *call.traits();
   const bool passes = traits.chooses() || traits.result == OperatorTraits::Result::Passed;
   const auto analyse = [&](int i) {
@@ -82,7 +86,40 @@ bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted)
     }
   }
   for (const int i : open) analyse(i);
+  if (passes && known) typeUnsignedNumbers(call, list, result);
   return known;
+}
+
+// A number without a type or a sign, among unsigned values or numbers for an unsigned result, has
+// the smallest of their types that holds it, since it has no sign to lose.
+void Calls::typeUnsignedNumbers(const Call& call, const ASTNode& list, const Type* wanted) {
+  std::vector<Expr*> numbers;
+  std::vector<BasicDataType> types;
+  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
+    auto& operand = static_cast<Expr&>(*list.leaf(i));
+    const Literal* const literal = literalOf(operand);
+    if (literal != nullptr && literal->value.form == LiteralForm::Integer &&
+        !literal->value.fixedType) {
+      numbers.push_back(&operand);
+    } else if (isUnsigned(typeOf(operand))) {
+      types.push_back(typeOf(operand));
+    } else {
+      return;
+    }
+  }
+  if (types.empty() && wanted != nullptr && isUnsigned(valueType(wanted))) {
+    types.push_back(valueType(wanted));
+  }
+  std::sort(types.begin(), types.end());
+  for (Expr* const number : numbers) {
+    const LiteralValue& value = literalOf(*number)->value;
+    const auto holds = std::find_if(types.begin(), types.end(), [&](BasicDataType type) {
+      return integerFits(value.negative, value.magnitude, type);
+    });
+    if (holds == types.end() || typeOf(*number) == BasicDataType::Bool) continue;
+    number->dataType = services_.symbols.elementary(*holds);
+    number->setBasicType(*holds);
+  }
 }
 
 // The type of an accepted call. `named` is the result type that the operator reports, null for

@@ -213,10 +213,10 @@ TEST(StatementsInC, OfEveryKind) {
        "65535)); w := d OR 65535; d := d OR 65535; i := SEL(b AND TRUE, i, j); b := b AND TRUE; "
        "ud := LIMIT(i, ud, 9); d := LIMIT(0, d, ud); d := SHL(-1, 3); d := SHR(-1, 3);",
        "@w = @w | vel_value_u16(65535); @w = vel_value_u16(255) | vel_value_u16((@w | 65280)); @w "
-       "= @w | 32768; @w = (u16)((i32)@w | vel_value_i32(((i32)@w ^ (MAX((@w), (65535)))))); @w = "
-       "(u16)(@d | vel_value_i32(65535)); @d = @d | 65535; @i = SEL((@b & vel_value_u8(1)), (@i), "
-       "(@j)); @b = @b & 1; @ud = LIMIT(((u32)(@i)), (@ud), (9)); @d = LIMIT((0), (@d), "
-       "((i32)(@ud))); @d = ((i8)(SHL((vel_value_i8(-1)), (3)))); @d = ((i8)(SHR((-1), (3))));"},
+       "= @w | 32768; @w = @w | vel_value_u16((@w ^ (MAX((@w), (65535))))); @w = (u16)(@d | "
+       "vel_value_i32(65535)); @d = @d | 65535; @i = SEL((@b & vel_value_u8(1)), (@i), (@j)); @b = "
+       "@b & 1; @ud = LIMIT(((u32)(@i)), (@ud), (9)); @d = LIMIT((0), (@d), ((i32)(@ud))); @d = "
+       "((i8)(SHL((vel_value_i8(-1)), (3)))); @d = ((i8)(SHR((-1), (3))));"},
       {"l := LINT#1000000 * LINT#1000000; lt := LTIME#1ns - LTIME#2ns; b := ULINT#1 - ULINT#2 > "
        "ULINT#5; lr := UDINT#0 - UDINT#1; b := 1 - UDINT#2 > 0; l := MAX(LINT#3 * LINT#3, LINT#0); "
        "ul := SHL(ULINT#5, 32) + 1; lt := MAX(LTIME#1s, T#2s); d := LTIME_TO_DINT(T#5ms); t := "

@@ -31,7 +31,12 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
         "TO_STRING(SEL(b, i + 1, i)); i := SEL(b, MOVE(s), s); si := LIMIT(0, d, 100); si := "
         "SEL(b, d + 1, l);",
         "6 C0032 INT, STRING; 33 C0032 WSTRING, STRING; 58 F002B =, INT, STRING; 121 C0032 STRING, "
-        "INT; 147 ~C0197 DINT, SINT; 171 ~C0197 LINT, SINT"}});
+        "INT; 147 ~C0197 DINT, SINT; 171 ~C0197 LINT, SINT"},
+       {"bt := SEL(b, 0, bt); u := LIMIT(1, u, 7); bt := MAX(1, bt); u := MUX(i, 0, u, 300); bt := "
+        "MOVE(0); bt := MIN(1, 2); bt := MAX(bt, -1); bt := MIN(bt, 300); u := LIMIT(0, i, 9); i "
+        ":= "
+        "SEL(b, 0, i); u := SEL(b, 5, bt) * 2;",
+        "123 ~C0195 INT, BYTE; 142 ~C0195 INT, BYTE; 161 ~C0195 INT, UINT"}});
 }
 
 TEST(Analysis, OperatorCallsAreChecked) {
