@@ -71,6 +71,8 @@ struct OperatorTraits {
   constexpr bool has(Mark mark) const { return (marks & mark) != 0; }
 
   bool chooses() const { return result == Result::Chosen; }
+  // True if its C gives one of several operands as it is, so that the host must convert them.
+  bool selects() const { return chooses() && !has(kCompares) && !has(kCastsOperands); }
   bool givesValue() const { return !has(kGivesNoValue); }
   // True when the value of a call depends on more than its operands.
   bool countsCalls() const { return has(kRemembers) || has(kReadsDevices); }

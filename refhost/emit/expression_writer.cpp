@@ -60,6 +60,16 @@ bool isPrimary(const ASTNode& node) {
   return isCastOrCall(expr) || isComplementCall(expr);
 }
 
+// True of a number that an operator selects, but that its result's type may not hold. C would
+// convert all of them to a type of its own choice.
+bool isSelectedOtherwise(const ASTNode& node, const OperatorTraits& op) {
+  const ASTNode& list = *node.parent();
+  const bool selected = op.selects() && list.leaf(0) != &node;
+  if (!selected || literalOf(node) != nullptr) return false;
+  const BasicDataType result = typeOf(*list.parent());
+  return isNumber(result) && isNumber(typeOf(node)) && !widens(typeOf(node), result);
+}
+
 // True of an integer that the C of an operator would compare after it has changed the sign of one
 // of the two. They are compared in the type of the result.
 bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
@@ -113,6 +123,8 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
     } else if (op != nullptr && op->has(OperatorTraits::kWritesOperandsBare) &&
                !isPrimary(*expression) && literalOf(*expression) == nullptr) {
       text = "(" + text + ")";
+    } else if (op != nullptr && isSelectedOtherwise(*expression, *op)) {
+      text = fmt::format("({}){}", cType(typeOf(*expression->parent()->parent())), enclosed(text));
     } else if (op != nullptr && isComparedWithOtherSign(*expression, *op)) {
       text =
           fmt::format("({}){}", cType(typeOf(static_cast<Call&>(*expression->parent()->parent()))),

@@ -33,6 +33,8 @@ class Calls : public Part {
   void requireCapitals(const Call& call);
   bool analyseOperands(const Call& call, ASTNode& list, const Type* wanted);
   void typeUnsignedNumbers(const Call& call, const ASTNode& list, const Type* wanted);
+  void adaptLiterals(const Call& call);
+  void checkSelected(const Call& call);
   Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);
   Type* callInstance(Call& call);

@@ -15,6 +15,17 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
+namespace {
+
+// True if the type holds the value of an untyped literal, REAL and LREAL roundly.
+bool fitsLiteral(const LiteralValue& literal, BasicDataType type) {
+  if (isFloat(type)) return widens(literal.type, type) || literal.form == LiteralForm::Integer;
+  return literal.form == LiteralForm::Integer &&
+         integerFits(literal.negative, literal.magnitude, type);
+}
+
+}  // namespace
+
 vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   const std::size_t first = messages_.count();
   if (call.traits()->has(OperatorTraits::kNeedsCapitals)) requireCapitals(call);
@@ -30,6 +41,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
     if (!hasErrorFrom(0)) say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
     return nullptr;
   }
+  if (list != nullptr && call.traits()->selects()) adaptLiterals(call);
   std::string resultType;
   const std::size_t before = messages_.count();
   call.accepted = callGuarded(*call.op(), call, messages_, [&] {
@@ -45,9 +57,10 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   }
   declareEdgeState(call);
   const std::size_t beforeOperands = messages_.count();
-  checkOperands(call);
-  call.accepted = !hasErrorFrom(beforeOperands);
   call.dataType = resultOf(call, services_.symbols.dataType(resultType));
+  checkOperands(call);
+  if (call.traits()->selects()) checkSelected(call);
+  call.accepted = !hasErrorFrom(beforeOperands);
   if (call.accepted) parts_.doubts.judgeCall(call);
   return call.dataType;
 }
@@ -119,6 +132,36 @@ void Calls::typeUnsignedNumbers(const Call& call, const ASTNode& list, const Typ
     if (holds == types.end() || typeOf(*number) == BasicDataType::Bool) continue;
     number->dataType = services_.symbols.elementary(*holds);
     number->setBasicType(*holds);
+  }
+}
+
+// The literals among which an operator selects have the type of the other operand, if they fit it,
+// or else their common type: the operator takes the type of the first one for that of its result.
+void Calls::adaptLiterals(const Call& call) {
+  const ASTNode& list = *call.parameters();
+  const auto choiceAt = [&](int i) { return static_cast<Expr*>(list.leaf(i)); };
+  const auto isNumberLiteral = [](const Expr& choice) {
+    const Literal* const literal = literalOf(choice);
+    return literal != nullptr && !literal->value.fixedType && isNumber(typeOf(choice));
+  };
+  BasicDataType common = BasicDataType::None;
+  bool literals = true;
+  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
+    const BasicDataType type = typeOf(*choiceAt(i));
+    if (!isNumber(type)) return;
+    const bool literal = isNumberLiteral(*choiceAt(i));
+    if (common == BasicDataType::None || (literals && !literal)) {
+      common = type;
+    } else if (literal == literals) {
+      common = commonNumber(common, type);
+    }
+    literals = literals && literal;
+  }
+  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
+    Expr& choice = *choiceAt(i);
+    if (!isNumberLiteral(choice) || !fitsLiteral(literalOf(choice)->value, common)) continue;
+    choice.dataType = services_.symbols.elementary(common);
+    choice.setBasicType(common);
   }
 }
 
@@ -226,6 +269,22 @@ void Calls::checkChoice(const Call& call) {
     if (!refused) continue;
     say(value, message::kOperandType, call.op()->name, describe(value));
     return;
+  }
+}
+
+// What an operator selects must be assignable to the type of its result. Arrays, structures,
+// strings and pointers have been checked.
+void Calls::checkSelected(const Call& call) {
+  const Type* const result = call.dataType;
+  const ASTNode& list = *call.parameters();
+  const auto isChecked = [](const Type* type) {
+    return isComposite(type) || isText(valueType(type)) ||
+           valueType(type) == BasicDataType::Pointer;
+  };
+  if (isChecked(result)) return;
+  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
+    const auto& value = static_cast<const Expr&>(*list.leaf(i));
+    if (!isChecked(value.dataType)) parts_.assignments.check(result, value.dataType, value);
   }
 }
 

@@ -231,10 +231,10 @@ TEST(StatementsInC, OfEveryKind) {
        "lt, t) + lt; b := SEL(b, t, t) > lt;",
        "@fb.io = &@i; B_body(&@fb); @j = (i16)~@fb.o; vel_string_set(@s, 6, "
        "INT_TO_STRING(((i16)((SEL((@b), (@i), (@j))) + 1)), _returnString)); @i = "
-       "vel_div_i16((SEL((@b), (@i), (@j))), 2); @l = (i16)(((i16)-((i16)(SEL((@b), (@i), (@l))))) "
-       "* 2); @w = vel_not_u16(SEL((@b), (@w), (@w))); @b = !(SEL((@b), (@i > 0), (@i < 0))); @lt "
-       "= (i64)((u64)(SEL((@b), ((i64)((u64)@lt + (u64)@lt)), (((i64)(@t) * 1000000)))) + "
-       "(u64)@lt); @b = ((i64)(SEL((@b), (@t), (@t))) * 1000000) > @lt;"},
+       "vel_div_i16((SEL((@b), (@i), (@j))), 2); @l = (i16)(((i16)-((i16)(SEL((@b), (@i), "
+       "((i16)(@l)))))) * 2); @w = vel_not_u16(SEL((@b), (@w), (@w))); @b = !(SEL((@b), (@i > 0), "
+       "(@i < 0))); @lt = (i64)((u64)(SEL((@b), ((i64)((u64)@lt + (u64)@lt)), (((i64)(@t) * "
+       "1000000)))) + (u64)@lt); @b = ((i64)(SEL((@b), (@t), (@t))) * 1000000) > @lt;"},
       {"d := d * 2 - i; l := -l; l := -9223372036854775808; i := -i; lt := lt + t; t := t + T#1s; "
        "b := NOT bt = 16#F0 AND NOT i = 5; i.3 := i.4; i := j + limit(0, i, 100); i := MAX(MIN(i, "
        "j), 3); si := i; u := u * u; i.%X3 := b AND_THEN b; "

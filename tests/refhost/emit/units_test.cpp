@@ -322,9 +322,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
       {"FUNCTION O : INT VAR_INPUT a : INT; b : BOOL := TRUE OR_ELSE FALSE; END_VAR O := a; "
        "END_FUNCTION PROGRAM P VAR f, g : BOOL; i : INT; END_VAR i := O(EN := f, a := 1, ENO => g) "
        "+ SEL(g, 1, i); END_PROGRAM",
-       "void P_scan(void) { struct P* const self = &P_data; @i = ({ i16 vel_t3 = ({ u8 vel_t1 = "
-       "@f; __auto_type vel_t2 = vel_t1 ? (O(1, 1 || 0)) : 0; @g = vel_t1; vel_t2; }); "
-       "(i16)(vel_t3 + (i16)(SEL((@g), (1), (@i)))); }); }"},
+       "void P_scan(void) { struct P* const self = &P_data; @i = ({ i16 vel_t3 = ({ u8 vel_t1 "
+       "= @f; __auto_type vel_t2 = vel_t1 ? (O(1, 1 || 0)) : 0; @g = vel_t1; vel_t2; }); "
+       "(i16)(vel_t3 + (SEL((@g), (1), (@i)))); }); }"},
   };
   // Each row begins with some part of the file and goes on to its end.
   for (const auto& [source, expected] : rows) {

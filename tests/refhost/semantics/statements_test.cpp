@@ -17,6 +17,15 @@ TEST(Statements, AreJudgedInEveryPart) {
        "6 C0032 2, BOOL; 14 C0032 INT, BOOL; 26 C0032 INT, BOOL; 34 C0032 SINT, BOOL; 46 C0032 "
        "SINT, BOOL; 58 C0032 1, BOOL; 77 F002B <>, BOOL, 2; 90 C0032 INT, BOOL; 98 C0032 BOOL, "
        "INT; 106 C0032 BOOL_TO_INT, 1, SINT"},
+      {"d := SEL(b, 1, 30000); i := -SEL(b, 0, 300); l := SEL(b, l, 7); r := SEL(b, 1, r); si := "
+       "SEL(b, si, 5); lr := SEL(b, 1, 2.5); c := SEL(b, c, Red); d := SEL(b, i + 1, d);",
+       ""},
+      {"b := SEL(b, TRUE, i); b := SEL(b, b, 7); b := SEL(b, i + 5, TRUE); r := SEL(b, l, 1.5); t "
+       ":= SEL(b, t, LTIME#1s); td := SEL(b, td, da); c := SEL(b, c, 77); i := SEL(b, i, 40000); d "
+       ":= SEL(b, i, d); d := SEL(b, d, ud);",
+       "19 C0032 INT, BOOL; 38 C0032 7, BOOL; 54 C0032 INT, BOOL; 83 C0032 1.5, LINT; 104 C0032 "
+       "LTIME, TIME; 132 C0032 DATE, TOD; 152 ~F007D Color; 172 C0001 40000, DINT; 195 ~C0197 "
+       "DINT, INT; 214 ~C0196 UDINT, DINT"},
       {"c := 2; c := j;", "6 ~F007D Color; 14 ~F007D Color"},
       {"c := Light#On;", "6 C0032 Light, Color"},
       {"c := Color#On; c := Red.x;", "6 F0020 Color#On; 25 F0024 Red, x"},
@@ -122,8 +131,8 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"pt := SEL(b, pt, qt); pt := MAX(pt, qt); pt := SEL(b, pt, i); c := MAX(c, c); c := SEL(b, "
        "c, li); i := MAX(c, li); ip := SEL(b, ip, ip); ip := MUX(i, ip, rp); pt := MOVE(pt); s := "
        "MUX(i, s, s);",
-       "33 F002C MAX, Pt; 59 F002C SEL, INT; 108 C0032 an enumeration, INT; 151 C0131 ip, MUX; 188 "
-       "C0131 s, MUX"},
+       "33 F002C MAX, Pt; 59 F002C SEL, INT; 94 C0032 Light, Color; 108 C0032 an enumeration, INT; "
+       "151 C0131 ip, MUX; 188 C0131 s, MUX"},
       {"ul := TO_ULINT(ip); ul := TO_ULINT(pt); s := TO_STRING(c); b := TO_BOOL(pt); b := "
        "TO_BOOL(ip); i := ABS(c); r := SQRT(ip); r := EXPT(r, b); i := TO_INT(fb);",
        "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 101 C0072 ABS, an "
@@ -192,7 +201,7 @@ TEST(Statements, AreDoubted) {
        "lr := "
        "INT_TO_REAL(i / j); r := 4 + i; r := i; lr := SEL(b, r, i / j);",
        "6 ~F00EC r = lr; 60 ~F00ED i / 2, REAL; 72 ~F00ED (i + j) / 2, REAL; 109 ~F00ED i / j, "
-       "REAL"},
+       "REAL; 153 ~F00ED i / j, REAL"},
       {"b := TO_BOOL(s); b := TO_BOOL(i); r := TIME_TO_REAL(t); lt := TIME_TO_LTIME(t); td := "
        "DT_TO_TOD(dt1); da := DT_TO_DATE(dt1); dt1 := DATE_TO_DT(da); td := TIME_TO_TOD(t); t := "
        "TO_TIME(r); t := REAL_TO_TIME(r); d := LTIME_TO_DINT(t); b := TIME_TO_BOOL(t);",
