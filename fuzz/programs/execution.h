@@ -17,8 +17,8 @@ struct Execution {
   // Loads the plugin; throws std::runtime_error when it cannot.
   explicit Execution(refhost::Options options = {});
 
-  // Lists the variables of the programs except pointers, then the `places`. Returns what is wrong with the source,
-  // an empty text for nothing; so does run().
+  // Lists the variables of the programs except pointers, then the `places`. Returns what is wrong
+  // with the source, an empty text for nothing; so does run().
   std::string translate(const std::string& source, const Words& places = {});
   // Compiles the translation with `compiler`, a command with its flags, and what it is linked with
   // at its end. The C statements `stores` run before the first scan.

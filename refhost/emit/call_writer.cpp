@@ -46,7 +46,8 @@ Uses usesOfOperands(const Call& call) {
 std::vector<const vel::ASTNode*> parametersOf(const Call& call) {
   std::vector<const vel::ASTNode*> parameters;
   const vel::ASTNode* const list = call.parameters();
-  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) parameters.push_back(list->leaf(i));
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i)
+    parameters.push_back(list->leaf(i));
   return parameters;
 }
 

@@ -40,12 +40,12 @@ static inline u64 vel_with_bit(u64 bits, size_t width, i64 n, int d) {
  * be bits of `x`. */
 #define VEL_PART(type, x, n) ((type)((u64)(x) >> (n)))
 /* Replaces these bits of the integer variable `x` by `d`. */
-#define VEL_SET_PART(type, x, n, d)                                                         \
-  __extension__({                                                                           \
-    const type vel_d = (d); /* first, because evaluating it may change `x` */               \
-    __auto_type vel_x = &(x);                                                               \
-    *vel_x = (__typeof__(*vel_x))(((u64)*vel_x & ~((u64)(type) ~(type)0 << (n))) |          \
-                                  (u64)vel_d << (n));                                       \
+#define VEL_SET_PART(type, x, n, d)                                                               \
+  __extension__({                                                                                 \
+    const type vel_d = (d); /* first, because evaluating it may change `x` */                     \
+    __auto_type vel_x = &(x);                                                                     \
+    *vel_x =                                                                                      \
+        (__typeof__(*vel_x))(((u64)*vel_x & ~((u64)(type) ~(type)0 << (n))) | (u64)vel_d << (n)); \
   })
 
 /* ---- Bits of parameters ----------------------------------------------------- */

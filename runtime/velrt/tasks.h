@@ -12,11 +12,11 @@ extern "C" {
  * `NAME_tasks` of them, in the order in which they run when several are due; `run` is NULL in a row
  * behind the last. */
 typedef struct {
-  const char* name;     /* RESOURCE.TASK, or without a resource TASK; UTF-8 */
-  i64 interval;         /* milliseconds from one run to the next; 0 if it is not periodic */
-  u32 priority;         /* 0 is the most urgent; VEL_NO_TASK for instances without a task */
-  u8 (*single)(void);   /* reads the BOOL whose rising edges start a run; NULL for none */
-  void (*run)(void);    /* runs the instances once, connected to their global variables */
+  const char* name;   /* RESOURCE.TASK, or without a resource TASK; UTF-8 */
+  i64 interval;       /* milliseconds from one run to the next; 0 if it is not periodic */
+  u32 priority;       /* 0 is the most urgent; VEL_NO_TASK for instances without a task */
+  u8 (*single)(void); /* reads the BOOL whose rising edges start a run; NULL for none */
+  void (*run)(void);  /* runs the instances once, connected to their global variables */
 } vel_task;
 
 /* Behind all priorities: 0 to 65535. Such instances run in every scan. */
