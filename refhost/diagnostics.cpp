@@ -105,6 +105,11 @@ bool Diagnostics::hasErrors(std::size_t first) const {
                      });
 }
 
+void Diagnostics::drop(std::size_t first) {
+  if (records_.size() > first) records_.resize(first);
+  if (remarks_.size() > first) remarks_.resize(first);
+}
+
 void Diagnostics::dropWarnings(std::size_t first) {
   std::size_t kept = first;
   remarks_.resize(records_.size());

@@ -52,7 +52,12 @@ class Diagnostics {
   void note(std::size_t first, const SourceRange& where, const std::string& text);
 
   std::size_t count() const { return records_.size(); }
-  // Takes the warnings from index `first` on back.
+  // What the message at `index` tells beyond its record.
+  Remarks& remarksOn(std::size_t index);
+
+  // Takes all messages from index `first` on back.
+  void drop(std::size_t first);
+  // The same for warnings only.
   void dropWarnings(std::size_t first);
   // Leaves warnings that stand in `part` out of inOrder().
   void silence(SilentPart part) { silent_.push_back(std::move(part)); }
@@ -66,7 +71,6 @@ class Diagnostics {
   std::vector<Diagnostic> inOrder(std::size_t first) const;
 
  private:
-  Remarks& remarksOn(std::size_t index);
   bool isSilenced(const vel::VELMessage& record) const;
 
   std::vector<vel::VELMessage> records_;

@@ -42,12 +42,30 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
   } else if (parts_.names.isAmbiguous(expr)) {
     if (!context_.mayMiss(context_.unit)) say(expr, message::kAmbiguousValue, name, name);
   } else {
+    const std::size_t mark = name.find('#');
+    if (mark != std::string_view::npos &&
+        refusesValue(expr, name.substr(0, mark), name.substr(mark + 1))) {
+      return nullptr;
+    }
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     Remarks* const said =
         sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
     if (said != nullptr && !known) parts_.suggestions.addName(*said, expr, name);
   }
   return nullptr;
+}
+
+// Reports that an enumeration has no value of this name; false for the name of no enumeration.
+bool Expressions::refusesValue(const ASTNode& where, std::string_view type, std::string_view name) {
+  const auto* const enumeration = dynamic_cast<const EnumType*>(services_.symbols.dataType(type));
+  if (enumeration == nullptr) return false;
+  if (context_.mayMiss(context_.unit)) return true;
+  SourceRange at = rangeOf(where);
+  const auto skipped = at.length - static_cast<std::uint32_t>(name.size());
+  at = {vel::TextLocation(at.begin.file(), at.begin.offset() + skipped), at.length - skipped};
+  Remarks& said = messages_.report(at, message::kUnknownMember, {type, name});
+  parts_.suggestions.addMember(said, at, name, enumeration);
+  return true;
 }
 
 vel::SymbolDataType* Expressions::typeValue(Expr& expr, NamedValue& value) {
@@ -75,6 +93,8 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
     const bool hidden = variable != nullptr && memberOf(variable->dataType(), name) != nullptr;
     NamedValue* const value = hidden ? nullptr : parts_.names.valueNamed(expr);
     if (value != nullptr) return typeValue(expr, *value);
+    const std::string_view typeName = TreeBuilder::source(first);
+    if (variable == nullptr && refusesValue(*expr.leaf(1), typeName, name)) return nullptr;
   }
   const Expr& base = analyseLeaf(expr, 0);
   if (base.dataType == nullptr) return nullptr;
@@ -87,7 +107,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
     const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
     if (context_.mayMiss(instance != nullptr ? instance->unit : context_.unit)) return nullptr;
     Remarks& said = say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
-    parts_.suggestions.addMember(said, *expr.leaf(1), name, base.dataType);
+    parts_.suggestions.addMember(said, rangeOf(*expr.leaf(1)), name, base.dataType);
     return nullptr;
   }
   expr.symbol = member;
@@ -173,7 +193,7 @@ bool Expressions::hasAddress(const Expr& value) const {
 bool Expressions::requireWritable(const Expr& target) {
   const bool instance =
       target.dataType != nullptr && target.dataType->dataType() == BasicDataType::FunctionBlock;
-  if (target.kind != ExprKind::Literal && target.dataType == nullptr) return true;
+  if (target.dataType == nullptr) return true;
   if (isWritable(target) && !instance) return true;
   say(target, message::kNotWritable, TreeBuilder::source(target));
   return false;

@@ -44,6 +44,14 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
   messages_.report(at, format, {first, second});
 }
 
+bool Assignments::accepts(const Type* to, const Expr& source) {
+  const std::size_t first = messages_.count();
+  check(to, source.dataType, source);
+  const bool accepted = !hasErrorFrom(first);
+  messages_.drop(first);
+  return accepted;
+}
+
 // An operator reports on the assignment at an operand; its messages at the call itself concern
 // only its own parameters.
 bool Assignments::operatorHasReported(const MessageFormat& format, std::string_view text,

@@ -20,6 +20,8 @@ class Assignments : public Part {
   void check(const Type* to, const Type* from, const ASTNode& source) {
     check(to, from, source, rangeOf(source));
   }
+  // True if check() finds no error; reports nothing.
+  bool accepts(const Type* to, const Expr& source);
   // Checks that a reference to `to`, which messages call `name`, can be bound to `source`.
   void checkBound(std::string_view name, const Type* to, const Expr& source);
   // To be called after the operator has checked `call`: its messages are those from index `first`.

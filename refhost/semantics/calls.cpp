@@ -85,9 +85,22 @@ void Calls::requireValue(const Call& call, const Type* type) {
 // REF(x), a reference to the variable x.
 vel::SymbolDataType* Calls::callReference(Call& call) {
   ASTNode* const list = call.parameters();
-  if (list == nullptr || list->leavesCount() != 1 ||
-      list->leaf(0)->type() != vel::ASTType::Expression) {
-    say(call, message::kUnknownName, TreeBuilder::source(*call.leaf(0)));
+  const std::string_view name = TreeBuilder::source(*call.leaf(0));
+  if (list == nullptr) {
+    say(*call.leaf(1), message::kNotAValue, TreeBuilder::source(*call.leaf(1)));
+    return nullptr;
+  }
+  if (list->leavesCount() == 0) {
+    say(call, message::kTooFewArguments, name);
+    return nullptr;
+  }
+  if (list->leavesCount() > 1) {
+    say(*list->leaf(1), message::kTooManyArguments, name);
+    return nullptr;
+  }
+  if (list->leaf(0)->type() != vel::ASTType::Expression) {
+    const ASTNode& formal = *list->leaf(0)->leaf(0);
+    say(*list->leaf(0), message::kUnknownParameter, name, TreeBuilder::source(formal));
     return nullptr;
   }
   const Expr& operand = parts_.expressions.analyseLeaf(*list, 0);
@@ -174,8 +187,11 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
       parts_.suggestions.addParameter(said, *binding.node->leaf(0), formal, callee);
       continue;
     }
-    if (std::find(given.begin(), given.end(), binding.parameter) != given.end()) {
-      say(*binding.node, message::kArgumentTwice, binding.parameter->name());
+    const auto before = std::find_if(bindings.begin(), bindings.end(), [&](const Binding& other) {
+      return other.parameter == binding.parameter;
+    });
+    if (before->index != binding.index) {
+      sayTwice(*binding.node, binding.parameter->name(), *before->node);
       continue;
     }
     given.push_back(binding.parameter);
@@ -190,7 +206,9 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   const auto isUnknown = [](const Binding& binding) { return binding.parameter == nullptr; };
   if (std::any_of(bindings.begin(), bindings.end(), isUnknown)) return;
   for (const auto& variable : callee.variables()) {
-    const bool needed = variable->indirect && !variable->reference;
+    const bool input = variable->role == Role::Input;
+    const bool needed = (variable->indirect && !variable->reference) ||
+                        (input && callee.standard && callee.type() == vel::POUType::Function);
     const bool missing =
         needed && std::find(given.begin(), given.end(), variable.get()) == given.end();
     if (!missing || context_.mayMiss(&callee)) continue;

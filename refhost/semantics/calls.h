@@ -39,6 +39,7 @@ class Calls : public Part {
   Expr* nameOfInstance(const Call& call);
   Type* callInstance(Call& call);
   bool leavesNameToOperator(const Call& call, int index) const;
+  void suggestOperand(const Call& call, std::size_t before);
   void declareEdgeState(const Call& call);
   Type* resultOf(Call& call, Type* named);
   Type* chosenType(const Call& call);

@@ -18,7 +18,8 @@ bool holdsPointer(BasicDataType type) {
 // A call of ADR, or a sum or difference with one.
 bool isAdrCall(const vel::ASTNode& source) {
   if (kindOf(source) == NodeKind::Invocation) {
-    return static_cast<const Call&>(source).givesAddress;
+    const auto& call = static_cast<const Call&>(source);
+    return call.givesAddress && call.op() != nullptr;
   }
   if (source.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(source);

@@ -97,13 +97,15 @@ void ConstantVariables::computeNow(VarSymbol& constant, const std::vector<VarSym
   UnitSymbol* const asking = std::exchange(context_.unit, constant.owner);
   const Expr& initial = parts_.expressions.analyseLeaf(*constant.initial->parent(),
                                                        VarDecl::kInitial, constant.dataType());
+  const bool valid = parts_.assignments.accepts(constant.dataType(), initial);
   context_.unit = asking;
   const BasicDataType type = valueType(constant.dataType());
   const bool wrongType = isInteger(type) && !isInteger(typeOf(initial));
   const bool unknown = initial.dataType == nullptr && formOf(initial.kind) != ExprForm::Parts;
-  constant.refused = constant.refused || unknown || wrongType;
+  constant.refused = constant.refused || unknown || wrongType || !valid;
   const auto value = constantOf(initial);
-  if (value && isInteger(type)) constant.value = tree_.make<TypedConstant>(value->bits(), type);
+  if (value && isInteger(type) && !constant.refused)
+    constant.value = tree_.make<TypedConstant>(value->bits(), type);
 }
 
 }  // namespace refhost

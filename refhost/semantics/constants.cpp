@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
 
 std::optional<TypedConstant> literalConstant(const LiteralValue& literal) {
-  if (literal.form != LiteralForm::Integer) return {};
+  if (literal.form != LiteralForm::Integer || !isInteger(literal.type)) return {};
   const std::uint64_t bits = literal.negative ? 0 - literal.magnitude : literal.magnitude;
   const bool holds = literal.negative ? literal.magnitude <= kSign : literal.magnitude < kSign;
   if (literal.fixedType || !holds) return TypedConstant(bits, literal.type);

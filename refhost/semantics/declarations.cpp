@@ -88,12 +88,13 @@ void Declarations::constantsAhead(UnitSymbol& unit) {
     const auto* const spec = static_cast<const TypeSpec*>(declaration.leaf(VarDecl::kType));
     if (spec == nullptr || spec->type() != vel::ASTType::NamedTypeSpec) return;
     Type* const type = services_.symbols.dataType(spec->name);
-    if (type == nullptr || isComposite(type)) return;
+    const bool unknown = type == nullptr && !parts_.types.mayName(spec->name);
+    if (!unknown && (type == nullptr || isComposite(type))) return;
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const char* const name = static_cast<const Text&>(*declaration.leaf(n)).text();
       auto constant = std::make_unique<VarSymbol>(name, type, roleOf(block.section), &unit);
       constant->constant = true;
-      constant->refused = declaration.valueMissing;
+      constant->refused = unknown || declaration.valueMissing;
       constant->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
       parts_.names.addAhead(std::move(constant));
     }
@@ -125,8 +126,9 @@ void Declarations::declareVariables(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     ASTNode* const spec = declaration.leaf(VarDecl::kType);
     const ResolvedType type =
-        spec != nullptr ? parts_.types.resolveVariable(*spec, takesOpenArrays(unit, block))
-                        : ResolvedType();
+        spec != nullptr && !refusesReference(block, declaration)
+            ? parts_.types.resolveVariable(*spec, takesOpenArrays(unit, block))
+            : ResolvedType();
     if (&declaration == block.leaf(0)) parts_.doubts.judgeQualifiers(unit, block);
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
@@ -148,7 +150,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   Type* const type = resolved.type;
   const Role role = roleOf(block.section);
   const ASTNode* const spec = declaration.leaf(VarDecl::kType);
-  const bool refers = spec != nullptr && isReferenceSpec(*spec);
+  const bool refers = spec != nullptr && type != nullptr && isReferenceSpec(*spec);
   const bool open = asOpenArray(type) != nullptr;
   const bool bits =
       declaration.bitParameter && !open && (role == Role::Input || role == Role::InOut);
@@ -164,7 +166,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   variable->refused = variable->refused || declaration.valueMissing;
   variable->retention = block.retention;
   if (open) variable->indirect = true;
-  if (refers) makeReference(*variable, declaration);
+  if (refers) variable->refer();
   if (const ASTNode* const address = declaration.leaf(VarDecl::kAddress)) {
     // Nothing calls a PROGRAM, so its parameters may have fixed addresses.
     if (variable->isParameter() && unit.type() != vel::POUType::Program) {
@@ -188,16 +190,19 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
   }
 }
 
-void Declarations::makeReference(VarSymbol& variable, const VarDecl& declaration) {
-  const bool fixed = variable.constant || variable.isBitParameter() ||
-                     declaration.leaf(VarDecl::kAddress) != nullptr;
-  if (fixed || variable.role == Role::Output || variable.role == Role::InOut) {
-    say(*declaration.leaf(VarDecl::kType), message::kNotSupported,
-        "References (REFERENCE TO) as outputs, in-out parameters, bit parameters, constants and at "
-        "addresses are");
-  } else {
-    variable.refer();
-  }
+// Reports a REFERENCE TO where there cannot be one; then its variable has no type.
+bool Declarations::refusesReference(const VarBlock& block, VarDecl& declaration) {
+  ASTNode& spec = *declaration.leaf(VarDecl::kType);
+  if (!isReferenceSpec(spec)) return false;
+  const Role role = roleOf(block.section);
+  const bool parameter = role == Role::Output || role == Role::InOut;
+  const bool fixed = block.constant || declaration.leaf(VarDecl::kAddress) != nullptr ||
+                     (declaration.bitParameter && role == Role::Input);
+  if (!fixed && !parameter) return false;
+  say(spec, message::kNotSupported,
+      "References (REFERENCE TO) as outputs, in-out parameters, bit parameters, constants and at "
+      "addresses are");
+  return true;
 }
 
 void Declarations::detectEdges(VarSymbol& input, const VarDecl& declaration) {
@@ -229,6 +234,10 @@ void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const T
     say(*declaration.leaf(VarDecl::kType), message::kExternalType, name.text(),
         displayName(global->dataType()))
         .note(rangeOf(*global->declared), "the global variable is declared here");
+    auto doubtful = std::make_unique<VarSymbol>(name.text(), nullptr, Role::Local, &unit);
+    doubtful->declared = &name;
+    doubtful->doubtful = true;
+    unit.addVariable(std::move(doubtful));
   }
 }
 
@@ -258,7 +267,9 @@ void Declarations::analyseInitials(UnitSymbol& unit) {
     if (block.constant) computeConstants(unit, declaration);
     const ASTNode& node = *declaration.leaf(VarDecl::kType);
     const auto& spec = static_cast<const TypeSpec&>(isReferenceSpec(node) ? *node.leaf(0) : node);
+    const std::size_t before = messages_.count();
     parts_.initials.analyseDeclared(spec.dataType, declaration);
+    if (!hasErrorFrom(before)) parts_.doubts.judgeInitial(unit, block, declaration);
     // The analysis may have replaced the node.
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));

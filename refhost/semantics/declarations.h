@@ -27,7 +27,7 @@ class Declarations : public Part {
   void declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                        const Text& name, const ResolvedType& resolved);
   void declareResult(UnitSymbol& unit);
-  void makeReference(VarSymbol& variable, const VarDecl& declaration);
+  bool refusesReference(const VarBlock& block, VarDecl& declaration);
   // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void computeConstants(const UnitSymbol& unit, const VarDecl& declaration);
   void detectEdges(VarSymbol& input, const VarDecl& declaration);

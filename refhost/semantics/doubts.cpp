@@ -41,6 +41,13 @@ bool isIntegerDivision(const ASTNode& value) {
          static_cast<const Expr&>(value).kind == ExprKind::Divide;
 }
 
+// The values of an integer type.
+Bounds valuesOf(BasicDataType type) {
+  const Integer count = static_cast<Integer>(1) << 8 * elementaryType(type)->size;
+  const Integer low = isSigned(type) ? -(count / 2) : 0;
+  return {low, low + count - 1};
+}
+
 }  // namespace
 
 void Doubts::judgeBinary(const Expr& expr, const CommonType& common) {
@@ -79,10 +86,9 @@ void Doubts::judgeComparison(const Expr& expr, const CommonType& common) {
   const Integer number = first ? *first : *second;
   const BasicDataType type = typeOf(first ? right : left);
   if (!isInteger(type)) return;
-  const int bits = 8 * elementaryType(type)->size;
-  const Integer values = static_cast<Integer>(1) << bits;
-  const Integer low = isSigned(type) ? -(values / 2) : 0;
-  const Integer high = low + values - 1;
+  const Bounds values = valuesOf(type);
+  const Integer low = values.low;
+  const Integer high = values.high;
   for (const Integer compared : {number, low, high}) {
     if (!fits(compared, common.operands)) return;
   }
@@ -94,6 +100,15 @@ void Doubts::judgeComparison(const Expr& expr, const CommonType& common) {
   doubt(expr, message::kAlwaysSo, TreeBuilder::source(expr), with(low) ? "TRUE" : "FALSE",
         displayName(static_cast<const Expr&>(first ? right : left).dataType), textOf(low),
         textOf(high));
+}
+
+void Doubts::judgeLabel(const ASTNode& label, const Expr& selector, const Bounds& values) {
+  const Bounds all = valuesOf(typeOf(selector));
+  if (values.high >= all.low && values.low <= all.high) return;
+  const std::string compared =
+      std::string(TreeBuilder::source(selector)).append(" = ").append(TreeBuilder::source(label));
+  doubt(label, message::kAlwaysSo, compared, "FALSE", displayName(selector.dataType),
+        textOf(all.low), textOf(all.high));
 }
 
 void Doubts::judgeAssignment(const ASTNode& statement) {

@@ -17,6 +17,8 @@ class Doubts : public Part {
   void judgeBinary(const Expr& expr, const CommonType& common);
   // The right side is no call of its own.
   void judgeAssignment(const ASTNode& statement);
+  // A label of a CASE, whose values are `values`.
+  void judgeLabel(const ASTNode& label, const Expr& selector, const Bounds& values);
   void judgeLoop(const ASTNode& loop);
   // A value of type `from` is converted to `to`.
   void judgeConversion(const ASTNode& value, const Type& from, const Type& to);
@@ -25,6 +27,7 @@ class Doubts : public Part {
 
   // unused.cpp
   void judgeQualifiers(const UnitSymbol& unit, const VarBlock& block);
+  void judgeInitial(const UnitSymbol& unit, const VarBlock& block, const VarDecl& declaration);
   void judgeConstant(const VarSymbol& variable, const VarBlock& block);
   // To be called for the target of an assignment, which does not count as a use of its variable.
   void noteWrite(const Expr& target);

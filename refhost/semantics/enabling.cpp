@@ -30,7 +30,7 @@ void Calls::takeEnabling(Call& call, const UnitSymbol* callee) {
     } else if (*place == nullptr) {
       *place = static_cast<Argument*>(list->leaf(i));
     } else {
-      say(*list->leaf(i), message::kArgumentTwice, (*place)->output ? "ENO" : "EN");
+      sayTwice(*list->leaf(i), (*place)->output ? "ENO" : "EN", **place);
     }
   }
   if (call.enable == nullptr && call.enabled == nullptr) return;

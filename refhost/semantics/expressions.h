@@ -39,6 +39,7 @@ class Expressions : public Part {
   void keepConstant(Expr& expr, const std::optional<TypedConstant>& value);
 
   // accesses.cpp
+  bool refusesValue(const ASTNode& where, std::string_view type, std::string_view name);
   Type* typeValue(Expr& expr, NamedValue& value);
   Type* typeVariable(Expr& expr);
   Type* typeAccess(Expr& expr);

@@ -51,7 +51,8 @@ void Initials::analyseDeclared(const Type* to, VarDecl& declaration) {
 void Initials::analyseBound(std::string_view name, const Type* to, ASTNode& parent, int index) {
   auto& given = static_cast<Expr&>(*parent.leaf(index));
   if (formOf(given.kind) == ExprForm::Parts) {
-    say(given, message::kNotBindable, name, TreeBuilder::source(given), displayName(to));
+    if (to != nullptr)
+      say(given, message::kNotBindable, name, TreeBuilder::source(given), displayName(to));
   } else {
     parts_.assignments.checkBound(name, to, parts_.expressions.analyseLeaf(parent, index));
   }
@@ -130,14 +131,19 @@ void Initials::analyseStructValue(const Type* to, Expr& value) {
     say(value, message::kInitialParts, TreeBuilder::source(value), displayName(to));
     return;
   }
+  FoldedMap<const ASTNode*> given;
   for (int i = 0; i < value.leavesCount(); ++i) {
     ASTNode& field = *value.leaf(i);
     const char* const name = static_cast<const Text&>(*field.leaf(0)).text();
     const VarSymbol* const member = memberOf(to, name);
     if (member == nullptr || member->role == Role::InOut || member->role == Role::Temp) {
       Remarks& said = say(field, message::kUnknownMember, displayName(to), name);
-      parts_.suggestions.addMember(said, *field.leaf(0), name, to);
-    } else if (member->reference) {
+      parts_.suggestions.addMember(said, rangeOf(*field.leaf(0)), name, to);
+      continue;
+    }
+    const auto [first, isNew] = given.emplace(name, &field);
+    if (!isNew) sayTwice(field, name, *first->second);
+    if (member->reference) {
       analyseBound(member->name(), member->dataType(), field, 1);
     } else {
       analyseInitial(member->dataType(), field, 1);

@@ -48,7 +48,12 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
     return call.op()->check(&services_, &call, messages_.records(), resultType, context_.unitName);
   });
   messages_.setRanges(before, call);
+  suggestOperand(call, before);
   parts_.assignments.noteOperatorCheck(call, before);
+  if (call.accepted && hasErrorFrom(before)) {
+    call.accepted = false;
+    return nullptr;
+  }
   if (!call.accepted) {
     if (!hasErrorFrom(first)) {
       say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
@@ -61,7 +66,8 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   checkOperands(call);
   if (call.traits()->selects()) checkSelected(call);
   call.accepted = !hasErrorFrom(beforeOperands);
-  if (call.accepted) parts_.doubts.judgeCall(call);
+  if (!call.accepted) return nullptr;
+  parts_.doubts.judgeCall(call);
   return call.dataType;
 }
 
@@ -212,7 +218,8 @@ void Calls::checkOperands(const Call& call) {
   if (call.traits()->has(OperatorTraits::kGivesAddress) && leavesNameToOperator(call, 0) &&
       !services_.memory.parse(name, address)) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
+    Remarks& said = say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
+    if (!known) parts_.suggestions.addName(said, *list->leaf(0), name);
   }
   const auto& first = static_cast<const Expr&>(*list->leaf(0));
   const auto* const variable = asVariable(first.symbol);
@@ -307,6 +314,18 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
          !parts_.names.isAddress(name);
 }
 
+// Adds what may have been meant to the first error from index `before` on, which the operator has
+// reported on the name of its operand.
+void Calls::suggestOperand(const Call& call, std::size_t before) {
+  const ASTNode* const list = call.parameters();
+  const bool named = list != nullptr && list->leavesCount() > 0 && leavesNameToOperator(call, 0);
+  if (!named || !hasErrorFrom(before)) return;
+  const ASTNode& operand = *list->leaf(0);
+  const std::string_view name = TreeBuilder::source(operand);
+  if (services_.symbols.find(name, {}, Symbol::All) != nullptr) return;
+  parts_.suggestions.addOperand(messages_.remarksOn(before), operand, name);
+}
+
 // Declares the hidden variable in which an edge detection keeps its operand between scans: one for
 // each distinct text of a call in a unit, in device memory for programs that have no instances.
 void Calls::declareEdgeState(const Call& call) {
@@ -349,7 +368,7 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
     }
     ASTNode*& place = ordered[static_cast<std::size_t>(position)];
     if (place != nullptr) {
-      say(argument, message::kArgumentTwice, formal);
+      sayTwice(argument, formal, *place);
       return false;
     }
     place = argument.leaf(1);

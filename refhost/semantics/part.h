@@ -73,6 +73,10 @@ class Part {
     Remarks& said = say(again, message::kRedeclared, name);
     if (first != nullptr) said.note(rangeOf(*first), "first declared here");
   }
+  // Two arguments or initial values for one name.
+  void sayTwice(const ASTNode& again, std::string_view name, const ASTNode& first) {
+    say(again, message::kArgumentTwice, name).note(rangeOf(first), "first given here");
+  }
   // Reports each name once in a unit. The name must outlive the analysis. Null if it is not
   // reported.
   Remarks* sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {

@@ -156,7 +156,11 @@ void Statements::analyseLabels(ASTNode& labels, const Expr& selector, std::vecto
     const auto low = range ? labelValue(label, 0, selector) : labelValue(labels, i, selector);
     const auto high = range ? labelValue(label, 1, selector) : low;
     if (!low || !high) continue;
-    if (*low > *high) say(label, message::kEmptyRange, TreeBuilder::source(label));
+    if (*low > *high) {
+      say(label, message::kEmptyRange, TreeBuilder::source(label));
+    } else {
+      parts_.doubts.judgeLabel(*labels.leaf(i), selector, {*low, *high});
+    }
     // A negative number is no value of the selector.
     const Integer first =
         typeOf(selector) == BasicDataType::ULInt ? std::max<Integer>(*low, 0) : *low;
@@ -209,7 +213,7 @@ void Statements::analyseFor(ASTNode& statement) {
     const Expr& step = parts_.expressions.analyseLeaf(statement, 2);
     const BasicDataType stepType = typeOf(step);
     if (stepType != BasicDataType::None && !isInteger(stepType)) {
-      say(step, message::kControlVariable, TreeBuilder::source(step));
+      if (counts) parts_.assignments.check(control.dataType, step.dataType, step);
     }
     if (constantInteger(step) == 0) say(step, message::kStepZero);
   }

@@ -31,26 +31,13 @@ void Suggestions::offerVariables(Spelling& spelling, bool instances) const {
 }
 
 void Suggestions::addName(Remarks& said, const ASTNode& where, std::string_view name) {
-  const SourceRange range = rangeOf(where);
-  const std::size_t mark = name.find('#');
-  if (mark != std::string_view::npos) {
-    const auto* const type =
-        dynamic_cast<const EnumType*>(services_.symbols.dataType(name.substr(0, mark)));
-    if (type == nullptr) return;
-    Spelling spelling(name.substr(mark + 1));
-    for (const auto& value : type->values()) spelling.offer(value->name());
-    const auto skipped = static_cast<std::uint32_t>(mark + 1);
-    const vel::TextLocation begin(range.begin.file(), range.begin.offset() + skipped);
-    add(said, {begin, range.length - skipped}, spelling);
-    return;
-  }
   Spelling spelling(name);
   offerVariables(spelling, false);
   services_.symbols.offerValues(spelling);
   if (context_.unit != nullptr) {
     for (const auto& [known, value] : context_.unit->namedValues) spelling.offer(known);
   }
-  add(said, range, spelling);
+  add(said, rangeOf(where), spelling);
 }
 
 void Suggestions::addCallee(Remarks& said, const ASTNode& where, std::string_view name) {
@@ -66,17 +53,28 @@ void Suggestions::addCallee(Remarks& said, const ASTNode& where, std::string_vie
   add(said, rangeOf(where), spelling);
 }
 
-void Suggestions::addType(Remarks& said, const SourceRange& where, std::string_view name) {
-  Spelling spelling(name);
+void Suggestions::offerTypes(Spelling& spelling) const {
   services_.symbols.offerTypes(spelling);
   for (const UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() == vel::POUType::FunctionBlock) spelling.offer(unit->name());
   }
   context_.prelude.offerBlocks(spelling);
+}
+
+void Suggestions::addType(Remarks& said, const SourceRange& where, std::string_view name) {
+  Spelling spelling(name);
+  offerTypes(spelling);
   add(said, where, spelling);
 }
 
-void Suggestions::addMember(Remarks& said, const ASTNode& where, std::string_view name,
+void Suggestions::addOperand(Remarks& said, const ASTNode& where, std::string_view name) {
+  Spelling spelling(name);
+  offerVariables(spelling, false);
+  offerTypes(spelling);
+  add(said, rangeOf(where), spelling);
+}
+
+void Suggestions::addMember(Remarks& said, const SourceRange& where, std::string_view name,
                             const Type* type) {
   Spelling spelling(name);
   if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
@@ -85,8 +83,10 @@ void Suggestions::addMember(Remarks& said, const ASTNode& where, std::string_vie
     }
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
     for (const auto& member : structure->members()) spelling.offer(member->name());
+  } else if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
+    for (const auto& value : enumeration->values()) spelling.offer(value->name());
   }
-  add(said, rangeOf(where), spelling);
+  add(said, where, spelling);
 }
 
 void Suggestions::addParameter(Remarks& said, const ASTNode& where, std::string_view name,

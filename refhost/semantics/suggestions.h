@@ -17,10 +17,12 @@ class Suggestions : public Part {
 
   // Variables, values and functions that are visible in the unit.
   void addName(Remarks& said, const ASTNode& where, std::string_view name);
+  // Variables and types: the operand of SIZEOF.
+  void addOperand(Remarks& said, const ASTNode& where, std::string_view name);
   // Operators, functions and instances.
   void addCallee(Remarks& said, const ASTNode& where, std::string_view name);
   void addType(Remarks& said, const SourceRange& where, std::string_view name);
-  void addMember(Remarks& said, const ASTNode& where, std::string_view name, const Type* type);
+  void addMember(Remarks& said, const SourceRange& where, std::string_view name, const Type* type);
   void addParameter(Remarks& said, const ASTNode& where, std::string_view name,
                     const UnitSymbol& callee);
   void addInput(Remarks& said, const ASTNode& where, std::string_view name,
@@ -28,6 +30,7 @@ class Suggestions : public Part {
 
  private:
   void offerVariables(Spelling& spelling, bool instances) const;
+  void offerTypes(Spelling& spelling) const;
 };
 
 }  // namespace refhost

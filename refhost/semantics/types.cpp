@@ -1,6 +1,8 @@
 #include <algorithm>
 
+#include "hostkit/folding.h"
 #include "hostkit/literal.h"
+#include "refhost/prelude/prelude.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
 #include "refhost/services/dependency_order.h"
@@ -28,6 +30,26 @@ bool isSpecOf(const ASTNode& declaration, ASTType kind) {
   return spec != nullptr && spec->type() == kind;
 }
 
+bool isVariable(const ASTNode& node) {
+  return node.type() == ASTType::Expression &&
+         static_cast<const Expr&>(node).kind == ExprKind::Variable;
+}
+
+// True of the name of a value in the specification of an enumeration.
+bool hasValue(const ASTNode& spec, std::string_view name) {
+  for (int i = 0; i < spec.leavesCount(); ++i) {
+    if (equalIgnoringCase(nameOf(*spec.leaf(i)), name)) return true;
+  }
+  return false;
+}
+
+bool isBefore(const ASTNode& a, const ASTNode& b) {
+  const vel::TextLocation first = a.pos();
+  const vel::TextLocation second = b.pos();
+  return first.file() != second.file() ? first.file() < second.file()
+                                       : first.offset() < second.offset();
+}
+
 // True of a specification that is a named type or has one as its base.
 bool namesType(const ASTNode& node) {
   const ASTType kind = node.type();
@@ -44,9 +66,15 @@ void Types::declareTypes() {
     const char* const name = nameOf(*node);
     if (services_.symbols.find(name, {}, Symbol::All) != nullptr) {
       const UnitSymbol* const unit = services_.symbols.unit(name);
-      sayRedeclared(*node->leaf(0), name,
-                    unit != nullptr ? unit->node->leaf(Unit::kName) : nullptr);
-      continue;
+      const ASTNode* const unitName = unit != nullptr ? unit->node->leaf(Unit::kName) : nullptr;
+      const bool later = unitName != nullptr && isBefore(*node->leaf(0), *unitName);
+      if (later) {
+        sayRedeclared(*unitName, name, node->leaf(0));
+      } else {
+        sayRedeclared(*node->leaf(0), name, unitName);
+      }
+      // The name of a function block is known as that of a type.
+      if (!later && (unit == nullptr || unit->type() == vel::POUType::FunctionBlock)) continue;
     }
     const auto [known, isNew] = declaredTypes_.emplace(name, DeclaredType(node));
     if (!isNew) sayRedeclared(*node->leaf(0), name, known->second.node->leaf(0));
@@ -66,6 +94,12 @@ void Types::declareTypes() {
     type->progress = Progress::Done;
   }
   for (DeclaredType* const type : declared) {
+    if (!isSpecOf(*type->node, ASTType::EnumTypeSpec)) continue;
+    const ASTNode& spec = *type->node->leaf(kDeclaredSpec);
+    for (int i = 0; i < spec.leavesCount(); ++i)
+      enumerationOf_.emplace(nameOf(*spec.leaf(i)), type);
+  }
+  for (DeclaredType* const type : declared) {
     if (isSpecOf(*type->node, ASTType::EnumTypeSpec)) resolveDeclared(*type);
   }
   for (DeclaredType* const type : declared) resolveDeclared(*type);
@@ -77,12 +111,29 @@ void Types::declareTypes() {
   }
 }
 
+// Leaves the values of an enumeration that cannot be resolved out of later messages.
+void Types::excuseValues(const DeclaredType& declared) {
+  if (!isSpecOf(*declared.node, ASTType::EnumTypeSpec)) return;
+  const ASTNode& spec = *declared.node->leaf(kDeclaredSpec);
+  for (int i = 0; i < spec.leavesCount(); ++i) {
+    context_.unknown.emplace(nameOf(*spec.leaf(i)), true);
+  }
+}
+
+bool Types::mayName(std::string_view name) const {
+  const auto declares = [name](const Node* node) { return equalIgnoringCase(nameOf(*node), name); };
+  const bool waits =
+      declaredTypes_.empty() && std::any_of(tree_.types.begin(), tree_.types.end(), declares);
+  return waits || context_.prelude.unit(std::string(name)) != nullptr;
+}
+
 ResolvedType Types::resolveDeclared(DeclaredType& declared) {
   visitDependencies(
       declared, [this](const DeclaredType& item) { return neededBy(item); },
       [this](const std::vector<DeclaredType*>& cycle) {
         const ASTNode& first = *cycle.front()->node;
         say(*first.leaf(0), message::kTypeContainsItself, nameOf(first));
+        for (const DeclaredType* const type : cycle) excuseValues(*type);
       },
       [this](DeclaredType& item, const auto&) { resolveNow(item); });
   return declared.resolved;
@@ -92,13 +143,30 @@ std::vector<Types::DeclaredType*> Types::neededBy(const DeclaredType& declared) 
   std::vector<DeclaredType*> needed;
   const ASTNode* const whole = declared.node->leaf(kDeclaredSpec);
   if (whole == nullptr) return needed;
+  const bool enumeration = whole->type() == ASTType::EnumTypeSpec;
   anyNode(*whole, [&](const ASTNode& node) {
-    if (!namesType(node)) return false;
-    const auto found = declaredTypes_.find(static_cast<const TypeSpec&>(node).name);
-    if (found != declaredTypes_.end()) needed.push_back(&found->second);
+    if (namesType(node)) {
+      const auto found = declaredTypes_.find(static_cast<const TypeSpec&>(node).name);
+      if (found != declaredTypes_.end()) needed.push_back(&found->second);
+    } else if (enumeration && isVariable(node)) {
+      DeclaredType* const other = enumerationNamedBy(node);
+      const bool own = other == &declared || hasValue(*whole, TreeBuilder::source(node));
+      if (other != nullptr && !own) needed.push_back(other);
+    }
     return false;
   });
   return needed;
+}
+
+// The declared enumeration that `node` names, alone (before a '.' or a '#') or by one of its
+// values; null for none.
+Types::DeclaredType* Types::enumerationNamedBy(const ASTNode& node) {
+  const std::string_view text = TreeBuilder::source(node);
+  const std::string_view name = text.substr(0, text.find('#'));
+  const auto type = declaredTypes_.find(name);
+  if (type != declaredTypes_.end()) return &type->second;
+  const auto value = enumerationOf_.find(name);
+  return value != enumerationOf_.end() ? value->second : nullptr;
 }
 
 void Types::resolveNow(DeclaredType& declared) {
@@ -124,7 +192,8 @@ ResolvedType Types::resolve(ASTNode& node, const std::string& name) {
   if (isReferenceSpec(node)) {
     say(node, message::kNotSupported,
         "References (REFERENCE TO) within other types, in type declarations and as results are");
-    return resolve(*node.leaf(0));
+    resolve(*node.leaf(0));
+    return {};
   }
   if (isOpenArraySpec(node)) {
     say(node, message::kNotSupported,

@@ -25,6 +25,8 @@ class Types : public Part {
   // The same for the type of a variable or member, which may also be a REFERENCE TO: then the type
   // is that of its target. `openArrays`: or an ARRAY[*].
   ResolvedType resolveVariable(ASTNode& node, bool openArrays);
+  // True of the name of a type that is not among the symbols yet, but will be.
+  bool mayName(std::string_view name) const;
   // The initial values of types and members; to be called once all types are declared.
   void analyseTypeInitials();
 
@@ -43,6 +45,8 @@ class Types : public Part {
 
   ResolvedType resolveDeclared(DeclaredType& declared);
   std::vector<DeclaredType*> neededBy(const DeclaredType& declared);
+  DeclaredType* enumerationNamedBy(const ASTNode& node);
+  void excuseValues(const DeclaredType& declared);
   void resolveNow(DeclaredType& declared);
   ResolvedType resolveName(const TypeSpec& spec);
   Type* resolveString(TypeSpec& spec);
@@ -55,6 +59,7 @@ class Types : public Part {
   std::string anonymousName(const std::string& kind);
 
   FoldedMap<DeclaredType> declaredTypes_;
+  FoldedMap<DeclaredType*> enumerationOf_;  // by the names of the values
   std::vector<MemberInitial> memberInitials_;
 };
 

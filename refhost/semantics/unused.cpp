@@ -73,6 +73,14 @@ void Doubts::judgeQualifiers(const UnitSymbol& unit, const VarBlock& block) {
   if (!context_.broken) messages_.report(at, message::kNotRetained, {word, what});
 }
 
+void Doubts::judgeInitial(const UnitSymbol& unit, const VarBlock& block,
+                          const VarDecl& declaration) {
+  if (block.section != VarSection::InOut && block.section != VarSection::External) return;
+  const ASTNode& initial = *declaration.leaf(VarDecl::kInitial);
+  if (block.constant) return;
+  doubt(initial, message::kNotRetained, TreeBuilder::source(initial), notRetained(unit, block));
+}
+
 void Doubts::judgeConstant(const VarSymbol& variable, const VarBlock& block) {
   const bool parameter = variable.isParameter() || block.section == VarSection::External;
   const bool given = variable.initial != nullptr || variable.typeInitial != nullptr;

@@ -11,8 +11,8 @@ int StringType::byteSize() const {
 }
 
 bool isBoolNumber(const LiteralValue& literal) {
-  return literal.form == LiteralForm::Integer && !literal.fixedType && !literal.negative &&
-         literal.magnitude <= 1;
+  return literal.form == LiteralForm::Integer && isInteger(literal.type) && !literal.fixedType &&
+         !literal.negative && literal.magnitude <= 1;
 }
 
 int bitCount(const vel::SymbolDataType& type) {

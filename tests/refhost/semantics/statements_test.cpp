@@ -28,7 +28,7 @@ TEST(Statements, AreJudgedInEveryPart) {
        "DINT, INT; 214 ~C0196 UDINT, DINT"},
       {"c := 2; c := j;", "6 ~F007D Color; 14 ~F007D Color"},
       {"c := Light#On;", "6 C0032 Light, Color"},
-      {"c := Color#On; c := Red.x;", "6 F0020 Color#On; 25 F0024 Red, x"},
+      {"c := Color#On; c := Red.x;", "12 F0024 Color, On; 25 F0024 Red, x"},
       {"si := c; r := c; u := c; s := c; i := pt;",
        "7 ~C0197 INT, SINT; 23 ~C0195 INT, UINT; 31 C0032 Color, STRING; 39 C0032 Pt, INT"},
       {"lv := 11; lv := -11; lv := c; lv := 5 + 6;", "7 F007C 11; 17 F007C -11; 37 F007C 11"},
@@ -52,7 +52,7 @@ TEST(Statements, AreJudgedInEveryPart) {
        "POINTER TO INT"},
       {"rf := REF(); rf := REF(i, i); rf := REF(1); rf := REF(k); rf := REF(i.3); rf := REF(i + "
        "1); rf := REF(nope);",
-       "7 F0020 REF; 20 F0020 REF; 41 F007B 1; 55 F007B k; 69 F007B i.3; 85 F007B i + 1; 103 F0020 "
+       "7 F0060 REF; 27 F0029 REF; 41 F007B 1; 55 F007B k; 69 F007B i.3; 85 F007B i + 1; 103 F0020 "
        "nope"},
       {"b := ip = rp; b := ip < 0; d := ip - rp; ip := 2 + ip; ip := 2 - ip; ip := ip + ip; ip := "
        "ip * 2; b := ip = r; b := ip AND b;",
@@ -102,16 +102,17 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"FOR i := 1 TO 3 BY r DO ; END_FOR; FOR si := 1 TO 300 DO ; END_FOR; FOR k := 1 TO 2 DO ; "
        "END_FOR; FOR i := r TO 2 DO EXIT; CONTINUE; END_FOR; FOR i := 1 TO 2 BY 1 - 1 DO ; "
        "END_FOR;",
-       "20 F0030 r; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 124 ~F00E3 EXIT; 162 "
-       "F0031"},
+       "20 C0032 REAL, INT; 51 C0001 300, INT; 73 F0023 k; 108 C0032 REAL, INT; 124 ~F00E3 EXIT; "
+       "162 F0031"},
       {"CASE i OF 1, 2: ; 2..4, 9: ; 5..8: ; 7..8, 3: ; 0: ; ELSE EXIT; END_CASE;",
        "19 ~F0096 2..4; 38 ~F0096 7..8; 44 ~F0096 3; 59 F0032 EXIT"},
       {"CASE ul OF -1: ; 18446744073709551615: ; -2..3: ; 3: ; END_CASE; CASE l OF "
        "18446744073709551615: ; END_CASE;",
-       "51 ~F0096 3; 76 C0001 18446744073709551615, LINT"},
+       "12 ~F00E2 ul = -1, ULINT; 51 ~F0096 3; 76 C0001 18446744073709551615, LINT"},
       {"CASE c OF Red: ; Blue..Green: ; END_CASE; CASE s OF 1: ; END_CASE; CASE nope OF 1: ; "
        "END_CASE; CASE i OF k, lo: ; r: ; 1.5: ; END_CASE;",
-       "18 ~F003D Blue..Green; 48 F002E STRING; 73 F0020 nope; 115 F002F r; 120 F002F 1.5"},
+       "18 ~F003D Blue..Green; 48 F002E STRING; 73 F0020 nope; 109 ~F00E2 i = lo, INT; 115 F002F "
+       "r; 120 F002F 1.5"},
       {"i := ADD(i, j, 2); i := ADD(i); i := SUB(i, j, 2); b := GT(3, i, j); b := GT(3, F(i), 1); "
        "b := GT(F(i), i, F(i)); b := GT(i, s); r := MUL_TIME(t, 2); t := TIME(); t := TIME(1); i "
        ":= AND(i, r);",
@@ -159,6 +160,10 @@ TEST(Statements, AreJudgedInEveryPart) {
        "1 F0020 nope; 10 F0025 i; 16 F0025 Pt; 23 F0025 Color; 33 F003A F; 41 F0025 P; 85 F0020 "
        "nope2; 112 F00D4 %MB99999; 136 ~C0195 INT, WORD; 147 ~C0195 DINT, DWORD; 158 ~C0195 INT, "
        "DWORD; 176 F0038 INT; 187 F0038 REAL; 197 F0038 BOOL; 218 F0038 BYTE; 229 F0038 Pt"},
+      {"i := LIMIT('a', i, 5); b := LIMIT(0, 1, i); i := 1 + LIMIT(0, i, s); FOR i := 1 TO 5 BY "
+       "'a' DO ; END_FOR; c := Color.Nope; ip := REF(x := i); ip := REF(INT);",
+       "12 C0032 STRING, INT; 41 C0032 INT, SINT; 66 C0032 STRING, INT; 89 C0032 STRING, INT; 118 "
+       "F0024 Color, Nope; 134 F0027 REF, x; 153 F003A INT"},
       {"i := lo; i := k; k := 1; i := 10000000000; si := 128; si := -129; u := -1; bt := 256; b := "
        "2; b := 1; b := INT#1; r := 1; r := 16777217; lr := 1.0e300; r := 1.0e39; t := 1; i := "
        "T#1s; s := 'toolong'; s := \"x\"; ws := 'x';",
