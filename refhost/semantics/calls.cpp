@@ -174,6 +174,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   }
   std::vector<const VarSymbol*> given;
   bool named = false;
+  bool mistaken = false;  // an argument of an unknown name, or a second one of a name
   for (const Binding& binding : bindings) {
     if (named && binding.named == nullptr) {
       say(*binding.node, message::kMixedArguments, callee.name());
@@ -181,6 +182,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     }
     named = binding.named != nullptr;
     if (binding.parameter == nullptr) {
+      mistaken = true;
       if (context_.mayMiss(&callee)) continue;
       const std::string_view formal = TreeBuilder::source(*binding.node->leaf(0));
       Remarks& said = say(*binding.node, message::kUnknownParameter, callee.name(), formal);
@@ -192,6 +194,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
     });
     if (before->index != binding.index) {
       sayTwice(*binding.node, binding.parameter->name(), *before->node);
+      mistaken = true;
       continue;
     }
     given.push_back(binding.parameter);
@@ -202,9 +205,8 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
                      "the parameter is declared here");
     }
   }
-  // One of an unknown name is probably meant for a parameter that is missing.
-  const auto isUnknown = [](const Binding& binding) { return binding.parameter == nullptr; };
-  if (std::any_of(bindings.begin(), bindings.end(), isUnknown)) return;
+  // It is probably meant for a parameter that is missing.
+  if (mistaken) return;
   for (const auto& variable : callee.variables()) {
     const bool input = variable->role == Role::Input;
     const bool needed = (variable->indirect && !variable->reference) ||
