@@ -6,7 +6,6 @@
 
 #include "grammar.h"
 #include "hostkit/folding.h"
-#include "refhost/spelling.h"
 
 namespace refhost {
 
@@ -149,19 +148,6 @@ bool beginsStatement(std::string_view word) {
     return row.kind == Kind::Statement && row.openerName() == word;
   };
   return std::any_of(std::begin(kConstructs), std::end(kConstructs), opens);
-}
-
-void offerKeywords(Spelling& spelling) {
-  for (const Construct& row : kConstructs) {
-    for (const std::string_view name : {row.openerName(), row.closerName, row.headerEndName}) {
-      spelling.offer(name);
-    }
-  }
-  for (const auto& row : kStatementWords) spelling.offer(row.name);
-  for (const std::string_view name : {"ELSE", "ELSIF", "UNTIL", "VAR_INPUT", "VAR_OUTPUT",
-                                      "VAR_IN_OUT", "VAR_GLOBAL", "VAR_EXTERNAL", "VAR_TEMP"}) {
-    spelling.offer(name);
-  }
 }
 
 }  // namespace refhost

@@ -7,8 +7,6 @@
 
 namespace refhost {
 
-class Spelling;
-
 struct Construct {
   enum class Kind : std::uint8_t { Unit, Variables, Members, Resource, Statement };
 
@@ -64,7 +62,5 @@ bool expectsOperand(int token);
 bool continuesStatement(int token);
 // True if `word` is a keyword that begins a statement.
 bool beginsStatement(std::string_view word);
-// Offers the keywords of blocks and statements.
-void offerKeywords(Spelling& spelling);
 
 }  // namespace refhost

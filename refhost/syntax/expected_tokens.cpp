@@ -55,6 +55,14 @@ bool ExpectedTokens::has(std::string_view name) const {
   return std::find(names_.begin(), names_.end(), name) != names_.end();
 }
 
+std::vector<std::string_view> ExpectedTokens::keywords() const {
+  std::vector<std::string_view> words;
+  for (const std::string_view name : names_) {
+    if (name.front() >= 'A' && name.front() <= 'Z') words.push_back(name);
+  }
+  return words;
+}
+
 std::string ExpectedTokens::text() const {
   std::vector<std::string_view> words = names_;
   std::string_view whole;

@@ -14,6 +14,8 @@ class ExpectedTokens {
   // "a, b or c". The tokens that begin an expression, a statement or a type are summed up by that
   // word.
   std::string text() const;
+  // The names that are words of the language.
+  std::vector<std::string_view> keywords() const;
   bool has(std::string_view name) const;
 
  private:

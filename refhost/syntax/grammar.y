@@ -360,8 +360,8 @@ type_declaration:
 struct_declaration: IDENTIFIER ':' struct_type  { $$ = make.typeDecl(@$, @1, $3, kNone); };
 
 string_type:
-  STRING string_length   { $$ = make.stringType(@$, @1, $2); }
-| WSTRING string_length  { $$ = make.stringType(@$, @1, $2); }
+  STRING string_length   { $$ = make.stringType(@$, "STRING", $2); }
+| WSTRING string_length  { $$ = make.stringType(@$, "WSTRING", $2); }
 ;
 
 string_length:
@@ -655,7 +655,7 @@ void Parser::report_syntax_error(const context& found) const {
   for (int i = 0; i < count; ++i) expected.add(symbol_name(kinds[i]));
   if (tokens.refuses(found.location(), expected)) return;
   Remarks* const said = errors.unexpected(found.location(), expected.text());
-  if (said != nullptr) tokens.suggestKeyword(found.location(), *said);
+  if (said != nullptr) tokens.suggestKeyword(found.location(), expected, *said);
 }
 
 }  // namespace refhost::grammar

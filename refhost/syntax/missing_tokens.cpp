@@ -1,4 +1,7 @@
 // Tokens that the program has forgotten in front of another one.
+#include <algorithm>
+#include <cstddef>
+
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/syntax/syntax_errors.h"
@@ -19,8 +22,12 @@ int TokenStream::missingBefore(const Token& token) {
     case TokenRole::EndOfFile:
       return closeTop(token);
     case TokenRole::Name:
+      if (blocks_.count() == 1 && (isStructural(last_.kind) || endsDeclaration(last_.kind))) {
+        if (const int missing = missingBeforeSection(token); missing != 0) return missing;
+      }
+      if (const int missing = missingBeforeLabel(token); missing != 0) return missing;
       if (inHeader_ && last_.kind == Kind::IDENTIFIER) return missingBeforeType(token);
-      return blocks_.isIn(Construct::Kind::Variables) ? missingBeforeName(token) : 0;
+      return blocks_.inDeclarations() ? missingBeforeName(token) : 0;
     case TokenRole::Opener:
       return missingBeforeOpener(token);
     case TokenRole::Closer:
@@ -34,6 +41,9 @@ int TokenStream::missingBefore(const Token& token) {
       return closeUntil(constructOf(Kind::IF), token);
     case TokenRole::Until:
       return closeUntil(constructOf(Kind::REPEAT), token);
+    case TokenRole::Other:
+    case TokenRole::Prefix:
+      return missingBeforeLabel(token);
     default:
       return 0;
   }
@@ -65,6 +75,31 @@ int TokenStream::missingBeforeCloser(const Token& token) {
   return blocks_.count() > 1 || !blocks_.isTop(construct) ? closeTop(token) : 0;
 }
 
+void TokenStream::correctCloser(Token& token) {
+  const Construct* const construct = constructOf(token.kind);
+  if (construct->kind != Construct::Kind::Statement || blocks_.isTop(construct)) return;
+  if (!blocks_.isIn(Construct::Kind::Statement) || construct == crossed_) return;
+  const Construct& due = *blocks_.top().construct;
+  if (due.opener == Kind::REPEAT && !blocks_.top().hasUntil) return;
+  if (!isStray(construct) || isStray(&due)) return;
+  Remarks* const said = errors_.unexpected(token.span, due.closerName);
+  if (said != nullptr) noteOpener(*said);
+  token.kind = due.closer;
+}
+
+// True if the rest of the unit closes all open blocks of `construct` without the current token.
+bool TokenStream::isStray(const Construct* construct) {
+  std::ptrdiff_t open =
+      std::count_if(blocks_.begin(), blocks_.end(),
+                    [construct](const OpenBlock& block) { return block.construct == construct; });
+  for (std::size_t distance = 1; open > 0; ++distance) {
+    const int kind = queue_.ahead(distance).kind;
+    if (kind == Kind::YYEOF || opensUnit(kind) || closesUnit(kind)) return false;
+    if (constructOf(kind) == construct) open += kind == construct->opener ? 1 : -1;
+  }
+  return true;
+}
+
 int TokenStream::missingBeforeElse(const Token& token) {
   const Construct* const branch = constructOf(Kind::IF);
   const Construct* const choice = constructOf(Kind::CASE);
@@ -72,6 +107,45 @@ int TokenStream::missingBeforeElse(const Token& token) {
   const int missing = missingHeaderEnd(token);
   if (missing != 0 || isIn) return missing;
   return blocks_.isOpen(branch) || blocks_.isOpen(choice) ? closeTop(token) : 0;
+}
+
+// Before the label of a CASE all statements of the branch before must be closed.
+int TokenStream::missingBeforeLabel(const Token& token) {
+  if (last_.kind != ';' && roleOf(last_.kind) != TokenRole::Closer) return 0;
+  const Construct* const choice = constructOf(Kind::CASE);
+  if (!blocks_.isIn(Construct::Kind::Statement) || blocks_.isTop(choice)) return 0;
+  if (!blocks_.isOpen(choice)) return 0;
+  const bool sign = token.kind == '-';
+  const int first = sign ? queue_.ahead().kind : token.kind;
+  const int next = queue_.ahead(sign ? 2 : 1).kind;
+  const bool value = first == Kind::INTEGER || first == Kind::NUMBER || first == Kind::LITERAL ||
+                     first == Kind::IDENTIFIER;
+  const bool label = next == ':' || next == ',' || next == Kind::RANGE;
+  return value && label ? closeTop(token) : 0;
+}
+
+// The opener of a block of variables, of which there is only the end.
+int TokenStream::missingBeforeSection(const Token& token) {
+  const int next = queue_.ahead().kind;
+  if ((next != ':' && next != ',') || !blocks_.inProgramUnit() || opensUnit(last_.kind)) return 0;
+  if (!closesVariables()) return 0;
+  errors_.unexpected(token.span, "VAR");
+  errors_.refusePart();
+  openBlock({Kind::VAR, {token.span.begin, token.span.begin}});
+  resumes_ = false;
+  return Kind::VAR;
+}
+
+// True if an END_VAR follows, and no opener of a block before it.
+bool TokenStream::closesVariables() {
+  for (std::size_t distance = 1;; ++distance) {
+    const int kind = queue_.ahead(distance).kind;
+    if (kind == Kind::END_VAR) return true;
+    const TokenRole role = roleOf(kind);
+    const bool structure = kind == Kind::STRUCT || kind == Kind::END_STRUCT;
+    if (kind == Kind::YYEOF || (role == TokenRole::Opener && !structure)) return false;
+    if (role == TokenRole::Closer && !structure) return false;
+  }
 }
 
 // A ';' is missing if the name begins another declaration, END_VAR if it begins a statement.
@@ -89,6 +163,9 @@ int TokenStream::missingBeforeName(const Token& token) {
   }
   // The variables of VAR_CONFIG have paths.
   const bool path = equalIgnoringCase(queue_.textOf(blocks_.top().opener), "VAR_CONFIG");
+  if (!blocks_.isIn(Construct::Kind::Variables)) return 0;
+  // Before a value there may be no type.
+  if (next == Kind::ASSIGN && closesVariables()) return 0;
   return continuesStatement(next) && !path ? closeTop(token) : 0;
 }
 
@@ -120,7 +197,8 @@ int TokenStream::missingBeforeEnd(const Token& token) {
   OpenBlock& top = blocks_.top();
   if (top.construct->opener != Kind::REPEAT) return missingHeaderEnd(token);
   if (top.hasUntil) return 0;
-  errors_.unexpected(token.span, "UNTIL");
+  Remarks* const said = errors_.unexpected(token.span, "UNTIL");
+  if (said != nullptr && token.kind != Kind::END_REPEAT) noteOpener(*said);
   top.hasUntil = true;
   resumes_ = true;
   return Kind::UNTIL;
@@ -135,6 +213,7 @@ int TokenStream::closeTop(const Token& token) {
     Remarks* const said = errors_.unexpected(token.span, construct.closerName);
     if (said != nullptr) noteOpener(*said);
   }
+  if (roleOf(token.kind) == TokenRole::Closer && !closesUnit(token.kind)) crossed_ = &construct;
   blocks_.close();
   return construct.closer;
 }

@@ -56,7 +56,9 @@ void MistakenWords::joinEnd(Token& token, int previous) {
   const bool isName =
       next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous);
   if ((isName && !apart) || meant == nullptr || !blocks_.isOpen(meant)) return;
-  errors_.unexpected(token.span, meant->closerName);
+  Remarks* const said = errors_.unexpected(token.span, meant->closerName);
+  const Span words{token.span.begin, apart ? queue_.ahead().span.end : token.span.end};
+  if (said != nullptr) errors_.propose(*said, words, meant->closerName);
   if (apart) token = queue_.take();
   token.kind = meant->closer;
 }

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
+#include "hostkit/folding.h"
 #include "refhost/syntax/constructs.h"
 #include "refhost/syntax/span.h"
 
@@ -17,6 +19,7 @@ struct OpenBlock {
   std::uint32_t begin;    // of the opener, or of the ELSIF behind it
   bool inHeader;          // the token that ends the header has not been read
   bool hasUntil = false;  // of a REPEAT
+  bool hasTo = false;     // of a FOR
   bool doubtful = false;  // there is an error in its header
 };
 
@@ -27,6 +30,9 @@ class OpenBlocks {
   }
   void close() { blocks_.pop_back(); }
 
+  // From the outermost to the innermost.
+  auto begin() const { return blocks_.begin(); }
+  auto end() const { return blocks_.end(); }
   bool any() const { return !blocks_.empty(); }
   std::size_t count() const { return blocks_.size(); }
   // Requires any().
@@ -39,6 +45,15 @@ class OpenBlocks {
     return std::any_of(blocks_.begin(), blocks_.end(), [construct](const OpenBlock& block) {
       return block.construct == construct;
     });
+  }
+  // Nothing is said of the end of a block if that is hidden in `text`.
+  void doubtEndsIn(std::string_view text) {
+    for (OpenBlock& block : blocks_) {
+      const std::string_view closer = block.construct->closerName;
+      for (std::size_t i = 0; i + closer.size() <= text.size() && !block.doubtful; ++i) {
+        block.doubtful = hostkit::equalIgnoringCase(text.substr(i, closer.size()), closer);
+      }
+    }
   }
   bool isIn(Construct::Kind kind) const { return any() && top().construct->kind == kind; }
   bool inDeclarations() const { return any() && top().construct->holdsDeclarations(); }

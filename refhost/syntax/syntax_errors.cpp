@@ -72,6 +72,12 @@ Remarks* SyntaxErrors::unexpected(Span found, std::string_view expected) {
   return syntax(found, what);
 }
 
+void SyntaxErrors::propose(Remarks& said, Span words, std::string_view keyword) const {
+  const SourceRange range = rangeOf(words);
+  const std::string text(keyword);
+  said.note(range, "did you mean '" + text + "'?").fix(range, text);
+}
+
 void SyntaxErrors::notSupported(Span at, std::string_view construct) {
   if (at.begin < nextOffset_) return;
   nextOffset_ = at.begin + 1;

@@ -27,6 +27,9 @@ class SyntaxErrors {
   // The same for a token that is not among the `expected` ones.
   Remarks* unexpected(Span found, std::string_view expected);
 
+  // Adds that `keyword` was probably meant by `words`.
+  void propose(Remarks& said, Span words, std::string_view keyword) const;
+
   void warn(Span at, const MessageFormat& format, std::string_view argument) {
     messages_.report(rangeOf(at), format, {argument});
   }

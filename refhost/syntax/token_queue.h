@@ -30,6 +30,8 @@ class TokenQueue {
     return text_.substr(span.begin, span.end - span.begin);
   }
   std::string_view textOf(const Token& token) const { return textOf(token.span); }
+  // The source from `offset` on.
+  std::string_view textFrom(std::uint32_t offset) const { return text_.substr(offset); }
   // True if `character` follows the span without a blank.
   bool isFollowedBy(Span span, char character) const {
     return span.end < text_.size() && text_[span.end] == character;

@@ -7,7 +7,6 @@
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
-#include "refhost/spelling.h"
 #include "refhost/syntax/expected_tokens.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
@@ -45,6 +44,7 @@ TokenStream::TokenStream(std::string_view text, SyntaxErrors& errors)
     : queue_(text, errors),
       errors_(errors),
       mistakenWords_(queue_, blocks_, errors),
+      misspeltKeywords_(queue_, blocks_, errors),
       unsupported_(queue_, blocks_, errors) {}
 
 int TokenStream::next(Span& span) {
@@ -57,12 +57,15 @@ int TokenStream::next(Span& span) {
   Token token = std::exchange(holding_, false) ? held_ : queue_.take();
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
+  if (token.kind == Kind::YYerror) noteSwallowed(token);
+  if (repeatsName(token)) token = queue_.take();
   if (std::exchange(endedMistake_, false)) muteRest(token);
   if (token.kind == Kind::IDENTIFIER) {
     takeWord(token);
   } else if (token.kind >= Kind::IF && token.kind <= Kind::RETURN) {
     mistakenWords_.correctKeyword(token, last_.kind);
   }
+  if (roleOf(token.kind) == TokenRole::Closer) correctCloser(token);
   int kind = missingBefore(token);
   if (kind != 0) {
     held_ = token;
@@ -84,6 +87,7 @@ int TokenStream::deliver(const Token& token, Span& span) {
   } else if (token.kind == ';' && quiet_ == 0) {
     recovery_ = Recovery::None;
   }
+  beforeLast_ = last_.kind;
   last_ = token;
   span = token.span;
   return token.kind;
@@ -108,6 +112,13 @@ void TokenStream::takeWord(Token& token) {
   token.kind = kindHere(token);
   if (queue_.isFollowedBy(token.span, '=')) takeBinds(token);
   mistakenWords_.joinEnd(token, last_.kind);
+  if (token.kind == Kind::IDENTIFIER) {
+    // Behind its header the parts of a unit begin as they do behind a ';'.
+    const bool instance = beforeLast_ == Kind::PROGRAM && inConfiguration();
+    const bool header = (opensUnit(beforeLast_) && !instance) || (inHeader_ && beforeLast_ == ':');
+    misspeltKeywords_.correct(token, header ? static_cast<int>(';') : last_.kind);
+  }
+  unsupported_.replaceBlock(token, last_.kind);
 }
 
 // REF= behind the name of what it binds.
@@ -190,7 +201,9 @@ int TokenStream::accept(const Token& token) {
       if (++prefixes_ > kMaxNesting) return skipTooDeep(token, false);
       break;
     default:
-      inInitial_ = inInitial_ || token.kind == Kind::ASSIGN;
+      if (token.kind == Kind::TO && blocks_.any()) blocks_.top().hasTo = true;
+      // Within brackets there are the values of an enumeration.
+      inInitial_ = inInitial_ || (token.kind == Kind::ASSIGN && brackets_ == 0);
       break;
   }
   return token.kind;
@@ -204,6 +217,7 @@ int TokenStream::openBlock(const Token& token) {
     errors_.beginUnit();
     betweenUnits_ = false;
     lostOpener_ = false;
+    crossed_ = nullptr;
     if (constructOf(token.kind)->isProgramUnit()) ++units_;
   } else if (!blocks_.any() && token.kind != Kind::VAR_GLOBAL && token.kind != Kind::VAR_CONFIG) {
     return token.kind;
@@ -233,17 +247,9 @@ void TokenStream::endHeader(int token) {
   }
 }
 
-void TokenStream::suggestKeyword(Span found, Remarks& said) const {
-  for (const Span word : {queue_.wordBefore(found.begin), found}) {
-    const std::string_view text = queue_.textOf(word);
-    Spelling spelling(text);
-    offerKeywords(spelling);
-    const std::string& best = spelling.best();
-    if (best.empty() || equalIgnoringCase(best, text)) continue;
-    const SourceRange range = errors_.rangeOf(word);
-    said.note(range, "did you mean '" + best + "'?").fix(range, best);
-    return;
-  }
+void TokenStream::suggestKeyword(Span found, const ExpectedTokens& expected, Remarks& said) {
+  if (last_.kind != Kind::IDENTIFIER || continuesStatement(queue_.ahead().kind)) return;
+  misspeltKeywords_.suggest(found, expected, said);
 }
 
 // What cannot begin a statement or a declaration behind a mistake is part of it.
@@ -265,6 +271,38 @@ void TokenStream::noteBroken() {
   } else if (blocks_.inDeclarations() || inHeader_ || last_.kind == ':' || dividesDeclarations()) {
     errors_.refusePart();
   }
+}
+
+// A string without an end hides what stands behind it in its line.
+void TokenStream::noteSwallowed(const Token& token) {
+  const std::string_view text = queue_.textOf(token);
+  if (text.find_first_of("'\"") == std::string_view::npos) return;
+  blocks_.doubtEndsIn(text);
+  if (!blocks_.inDeclarations()) return;
+  inInitial_ = false;
+  noteBroken();
+}
+
+// True if a string ends right before `found` because an earlier one in the line has no end, which
+// the scanner will report.
+bool TokenStream::splitsString(Span found) const {
+  for (const char quote : {'\'', '"'}) {
+    if (!queue_.isPrecededBy(found, quote)) continue;
+    const std::string_view rest = queue_.textFrom(found.begin);
+    const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
+    if (std::count(line.begin(), line.end(), quote) % 2 != 0) return true;
+  }
+  return false;
+}
+
+// A second name of a unit, which is reported here.
+bool TokenStream::repeatsName(const Token& token) {
+  if (token.kind != Kind::IDENTIFIER || last_.kind != Kind::IDENTIFIER) return false;
+  if (!opensUnit(beforeLast_) || beforeLast_ == Kind::TYPE) return false;
+  const bool repeats = equalIgnoringCase(queue_.textOf(token), queue_.textOf(last_));
+  if (!repeats || continuesStatement(queue_.ahead().kind)) return false;
+  errors_.unexpected(token.span, beforeLast_ == Kind::FUNCTION ? "':'" : "VAR or statement");
+  return true;
 }
 
 // True of a token that begins or ends a block of declarations.
@@ -289,6 +327,7 @@ bool TokenStream::isConsequence(const ExpectedTokens& expected) {
   const bool branches = role == TokenRole::Elsif || role == TokenRole::Else ||
                         role == TokenRole::Until || role == TokenRole::HeaderEnd;
   if (!branches && (role != TokenRole::Closer || closesUnit(last_.kind))) return false;
+  if (!branches && constructOf(last_.kind) == std::exchange(crossed_, nullptr)) return true;
   return std::exchange(lostOpener_, branches);
 }
 
@@ -300,7 +339,8 @@ bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
   recovery_ = last_.kind == ';' ? Recovery::None : Recovery::Certain;
   discards_ = std::exchange(resumes_, false);
   if (inHeader_ && (!isStructural(last_.kind) || last_.kind == Kind::OF)) skipResultType();
-  return consequence || unsupported_.refuse(found, expected) || declares;
+  if (consequence || splitsString(found)) return true;
+  return unsupported_.refuse(found, expected) || declares;
 }
 
 // Skips an invalid type of a FUNCTION, which could otherwise be parsed as statements.

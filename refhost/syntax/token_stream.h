@@ -11,6 +11,7 @@
 #include <deque>
 #include <string_view>
 
+#include "refhost/syntax/misspelt_keywords.h"
 #include "refhost/syntax/mistaken_words.h"
 #include "refhost/syntax/open_blocks.h"
 #include "refhost/syntax/span.h"
@@ -35,8 +36,8 @@ class TokenStream {
   // To be called at a syntax error at `found`, the token delivered last. Prepares the recovery. If
   // the token is part of a construct that is not supported, reports that and returns true.
   bool refuses(Span found, const ExpectedTokens& expected);
-  // Adds a note to the message on `found` if that or the word before it is a misspelt keyword.
-  void suggestKeyword(Span found, Remarks& said) const;
+  // Adds a note to the message on `found` if that is a misspelt keyword.
+  void suggestKeyword(Span found, const ExpectedTokens& expected, Remarks& said);
   // To be called when the parser has found the ';' that ends a mistake.
   void endMistake() { endedMistake_ = true; }
   // To be called when the parser resumes at the token delivered last without looking for a ';'.
@@ -52,6 +53,9 @@ class TokenStream {
   int deliver(const Token& token, Span& span);
   int mistakeEnd();
   void noteBroken();
+  void noteSwallowed(const Token& token);
+  bool splitsString(Span found) const;
+  bool repeatsName(const Token& token);
   bool isConsequence(const ExpectedTokens& expected);
   bool dividesDeclarations() const;
   void muteRest(const Token& token);
@@ -68,7 +72,13 @@ class TokenStream {
   int missingBefore(const Token& token);
   int missingBeforeOpener(const Token& token);
   int missingBeforeCloser(const Token& token);
+  // Takes the closer of another kind of statement for the one that is due.
+  void correctCloser(Token& token);
+  bool isStray(const Construct* construct);
   int missingBeforeElse(const Token& token);
+  int missingBeforeLabel(const Token& token);
+  int missingBeforeSection(const Token& token);
+  bool closesVariables();
   int missingBeforeName(const Token& token);
   int missingBeforeType(const Token& token);
   int missingHeaderEnd(const Token& token);
@@ -90,24 +100,27 @@ class TokenStream {
   OpenBlocks blocks_;
   SyntaxErrors& errors_;
   MistakenWords mistakenWords_;
+  MisspeltKeywords misspeltKeywords_;
   Unsupported unsupported_;
   Token last_;               // delivered last
+  int beforeLast_ = 0;       // the kind of the token before it
   std::deque<Token> again_;  // to be delivered a second time
   Recovery recovery_ = Recovery::None;
-  int quiet_ = 0;              // tokens before the parser reports errors again
-  bool discards_ = false;      // the parser discards last_ while it looks for a ';'
-  Token held_;                 // the token before which others are inserted
-  bool holding_ = false;       // held_ has not been delivered
-  bool inHeader_ = false;      // of a FUNCTION, up to its first block or ';'
-  bool amidst_ = false;        // it stands in the midst of a declaration
-  bool endedMistake_ = false;  // by the ';' delivered last
-  bool lostOpener_ = false;    // an error has probably hidden the opener of a statement
-  bool inInitial_ = false;     // behind the ':=' of a declaration
-  bool betweenUnits_ = false;  // an error between units has been reported
-  int units_ = 0;              // program units that have begun
-  bool resumes_ = false;       // last_ begins or ends a block, so the parser can resume there
-  int brackets_ = 0;           // open in the current statement
-  int prefixes_ = 0;           // signs and NOTs in a row
+  int quiet_ = 0;                       // tokens before the parser reports errors again
+  bool discards_ = false;               // the parser discards last_ while it looks for a ';'
+  Token held_;                          // the token before which others are inserted
+  bool holding_ = false;                // held_ has not been delivered
+  bool inHeader_ = false;               // of a FUNCTION, up to its first block or ';'
+  bool amidst_ = false;                 // it stands in the midst of a declaration
+  bool endedMistake_ = false;           // by the ';' delivered last
+  const Construct* crossed_ = nullptr;  // closed by the closer of an outer statement
+  bool lostOpener_ = false;             // an error has probably hidden the opener of a statement
+  bool inInitial_ = false;              // behind the ':=' of a declaration
+  bool betweenUnits_ = false;           // an error between units has been reported
+  int units_ = 0;                       // program units that have begun
+  bool resumes_ = false;  // last_ begins or ends a block, so the parser can resume there
+  int brackets_ = 0;      // open in the current statement
+  int prefixes_ = 0;      // signs and NOTs in a row
 };
 
 }  // namespace refhost

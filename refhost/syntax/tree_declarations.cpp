@@ -12,9 +12,9 @@ Value TreeFactory::namedType(Span span) {
                 {});
 }
 
-Value TreeFactory::stringType(Span span, Span typeName, Value length) {
-  return finish(tree_.make<TypeSpec>(vel::ASTType::StringTypeSpec, tree_.intern(textOf(typeName))),
-                span, {operand(length)});
+Value TreeFactory::stringType(Span span, std::string_view typeName, Value length) {
+  return finish(tree_.make<TypeSpec>(vel::ASTType::StringTypeSpec, tree_.intern(typeName)), span,
+                {operand(length)});
 }
 
 Value TreeFactory::subrangeType(Span span, Span base, Value range) {

@@ -89,7 +89,7 @@ class TreeFactory {
 
   // Declarations.
   Value namedType(Span span);
-  Value stringType(Span span, Span typeName, Value length);
+  Value stringType(Span span, std::string_view typeName, Value length);
   Value subrangeType(Span span, Span base, Value range);
   Value enumType(Span span, Span base, NodeList values);
   Value enumValue(Span span, Span valueName, Value value);

@@ -127,11 +127,9 @@ void Unsupported::replace(Token& token, int previous) {
     }
     skip(token, *construct);
   }
-  replaceBlock(token, previous);
   if (previous == ':' || previous == Kind::OF) replaceType(token);
 }
 
-// A block of an unknown kind, VAR_x, becomes a VAR block, so that its variables are declared.
 void Unsupported::replaceBlock(Token& token, int previous) {
   constexpr std::string_view kPrefix = "VAR_";
   if (token.kind != Kind::IDENTIFIER || !blocks_.any() || !endsPart(previous)) return;

@@ -20,6 +20,8 @@ class Unsupported {
   // Skips unsupported constructs that begin at `token`, which follows a token of kind `previous`,
   // or replaces `token` by the most similar keyword that is supported.
   void replace(Token& token, int previous);
+  // Takes VAR_x for VAR, so that the variables of the block are declared.
+  void replaceBlock(Token& token, int previous);
   // To be called at a syntax error at `found`. If an unsupported construct is the cause, reports it
   // and returns true.
   bool refuse(Span found, const ExpectedTokens& expected);
@@ -30,7 +32,6 @@ class Unsupported {
   static const Construct* constructOf(std::string_view word);
   const Construct* constructAt(const Token& token, int previous);
   void skip(Token& token, const Construct& construct);
-  void replaceBlock(Token& token, int previous);
   void replaceType(Token& token);
   bool beginsLabel(Span name);
 

@@ -21,7 +21,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
   const Row bodies[] = {
       {"a := 1;\nIF c THEN\na := 2;\n", "7:1"},
       {"a := b + 1);\nb := 2;", "3:11"},
-      {"IF c THEN a := 1; ESLE a := 2; END_IF;\nb := 2;", "3:24"},
+      {"IF c THEN a := 1; ESLE a := 2; END_IF;\nb := 2;", "3:19"},
       {"IF c THEN a := 1; END IF;\nb := 2;", "3:19"},
       {"ENDIF;\nb := 1;", "3:6"},
       {"FOR i := 1 TO 10 DO a := i; END FOR;\nb := 1;", "3:29"},
@@ -31,7 +31,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"5 := a;\nb := 1;", "3:1"},
       {"a := b == 1;", "3:9"},
       {"c := a != b;", "3:8"},
-      {"c := a && d;", "3:11"},
+      {"c := a && d;", "3:8"},
       {"a += 1;\nb := 2;", "3:3"},
       {"a : = 1;\nb := 2;", "3:3"},
       {"IF THEN a := 1; END_IF;", "3:4"},
@@ -44,7 +44,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"a := 1;\nVAR x : INT; END_VAR\na := 2;", "4:1"},
       {"a := NOT;\nb := 1;", "3:9"},
       {"IF c THEN; ELSIF THEN a := 1; END_IF;", "3:18"},
-      {"IF c THEN a := 1; ELSEIF d THEN a := 2; END_IF;\nb := 1;", "3:26"},
+      {"IF c THEN a := 1; ELSEIF d THEN a := 2; END_IF;\nb := 1;", "3:19"},
       {"a := 1; *)\nb := 2;", "3:9"},
       {"IF c THEN a := 1 END_IF;\nb := 2;", "3:18"},
       {"goto x;\nb := 1;", "3:6"},
@@ -66,14 +66,14 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"FUNCTION f INT\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; END_VAR a := f(); "
        "END_PROGRAM",
        "1:12"},
-      {"FUNCTION f : INT END_FUNCTON\nPROGRAM p VAR a : INT; END_VAR a := f(); END_PROGRAM", "2:1"},
+      {"FUNCTION f : INT END_FUNCTON\nPROGRAM p VAR a : INT; END_VAR a := f(); END_PROGRAM", "1:18"},
       {"FUNCTION f :\nVAR_INPUT a : INT; END_VAR\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; "
        "END_VAR a := f(1); END_PROGRAM",
        "2:1"},
       {"FUNCTON f : INT\nf := 1;\nEND_FUNCTION\nPROGRAM p END_PROGRAM", "1:1"},
       {"FUNCTION_BLOCK fb\nVAR_INPUT x : INT; END_VAR\nEND_FUNCTIONBLOCK\nPROGRAM p VAR f : fb; "
        "END_VAR f(x := 1); END_PROGRAM",
-       "4:1"},
+       "3:1"},
       {"PROGRAM p\nVAR_INPTU a : INT; END_VAR\na := 1;\nEND_PROGRAM", "2:1"},
       {"PROGRAM p\nVAR a : ARRAY[1.5] OF INT; b : INT; END_VAR\nb := 1;\nEND_PROGRAM", "2:18"},
       {"PROGRAM p\nVAR a : ARRAY[1..5 OF INT; b : INT; END_VAR\nb := 1;\nEND_PROGRAM", "2:20"},

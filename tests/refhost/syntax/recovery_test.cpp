@@ -31,7 +31,8 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:3 Syntax error: found '=', expected ':=';\n2:9 Syntax error: found ';', expected ':=';\n",
        ""},
       {"IF a TEHN x := 1; y := 2; END_IF; z := 1;",
-       "2:6 Syntax error: found 'TEHN', expected THEN;\n", "(:= z 1)\n"},
+       "2:6 Syntax error: found 'TEHN', expected THEN;\n",
+       "(if a [(:= x 1) (:= y 2)])\n(:= z 1)\n"},
       {"WHILE a b := 1; END_WHILE z := 1;", "2:9 Syntax error: found 'b', expected DO;\n",
        "(:= z 1)\n"},
       {"FOR i := 1 x := 1; END_FOR FOR i = 1 TO 2 DO END_FOR z := 1;",
@@ -76,6 +77,19 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "2:10 Doubled quotes in strings ($' is a quote) are not supported;\n"
        "2:20 Doubled quotes in strings ($' is a quote) are not supported;\n",
        "(:= z 1)\n"},
+      {"FOR i := 1 TO 2 DO a := 1; END_WHILE z := 1;",
+       "2:28 Syntax error: found 'END_WHILE', expected END_FOR;\n",
+       "(for (:= i 1) 2 _ [(:= a 1)])\n(:= z 1)\n"},
+      {"CASE x OF A: IF b THEN y := 1; B, C: z := 1; END_CASE",
+       "2:32 Syntax error: found 'B', expected END_IF;\n",
+       "(case x (of (labels A) [(if b [(:= y 1)])]) (of (labels B C) [(:= z 1)]))\n"},
+      {"IF a THEN WHILE b DO c := 1; END_IF; END_WHILE; IF d THEN FOR i := 1 TO 2 DO END_IF END_IF",
+       "2:30 Syntax error: found 'END_IF', expected END_WHILE;\n"
+       "2:78 Syntax error: found 'END_IF', expected END_FOR;\n",
+       "(if a [(while b [(:= c 1)])])\n(if d [(for (:= i 1) 2 _ [])])\n"},
+      {"IF a THEN IF x = 'abc THEN\n END_IF; s := 'b; END_IF\nz := 1; s := f('a, 'b');",
+       "2:18 Unterminated string;\n3:15 Unterminated string;\n4:22 Unterminated string;\n",
+       "(if a [])\n"},
       {"a S 5; z := 1;", "2:3 Syntax error: found 'S', expected ':=';\n", "(:= z 1)\n"},
       {"STEP s : b := 1; END_STEP z := 1;",
        "2:1 Sequential function charts (SFC) are not supported;\n", ""},
@@ -216,6 +230,41 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
     const Parsed parsed(row.body);
     EXPECT_EQ(parsed.errors(), row.errors) << row.body;
     EXPECT_EQ(parsed.units(), row.rest) << row.body;
+  }
+}
+
+TEST(Recovery, TakesAMisspeltKeywordForTheKeywordWhereNoNameCanStand) {
+  const std::string units[][3] = {
+      {"PROGRAM p IF b THEN i := 1; END_FI; i := 2; END_PROGRAM", "END_FI", "END_IF"},
+      {"PROGRAM p WHILE b DO i := 1 END_WHIL i := 2; END_PROGRAM", "END_WHIL", "END_WHILE"},
+      {"PROGRAM p REPAET i := 1; UNTIL b END_REPEAT END_PROGRAM", "REPAET", "REPEAT"},
+      {"PROGRAM p REPEAT i := 1; UNTLI b END_REPEAT END_PROGRAM", "UNTLI", "UNTIL"},
+      {"PROGRAM p IF b THEN ELSF c THEN i := 2; END_IF END_PROGRAM", "ELSF", "ELSIF"},
+      {"PROGRAM p FOR i := 1 OT 5 DO END_FOR END_PROGRAM", "OT", "TO"},
+      {"PROGRAM p i := b ADN NOT c; END_PROGRAM", "ADN", "AND"},
+      {"PROGRAM p i := NTO c; END_PROGRAM", "NTO", "NOT"},
+      {"PROGRAM p VRA x : INT; END_VAR x := 1; END_PROGRAM", "VRA", "VAR"},
+      {"PROGRAM p VAR_INOUT x : INT; END_VAR END_PROGRAM", "VAR_INOUT", "VAR_IN_OUT"},
+      {"PROGRAM p VAR CONSTNT x : INT := 1; END_VAR END_PROGRAM", "CONSTNT", "CONSTANT"},
+      {"PROGRAM p VAR x TA %IX0.0 : BOOL; END_VAR END_PROGRAM", "TA", "AT"},
+      {"TYPE t : STRUCT s : STRIN[5]; END_STRUCT END_TYPE", "STRIN", "STRING"},
+      {"TYPE p : POINTER OT INT; END_TYPE", "OT", "TO"},
+      {"CONFIGURATON c END_CONFIGURATION", "CONFIGURATON", "CONFIGURATION"},
+  };
+  for (const auto& [source, word, keyword] : units) {
+    const Parsed parsed(source);
+    ASSERT_EQ(parsed.messages.size(), 1U) << source << parsed.errors();
+    EXPECT_NE(parsed.errors().find("found '" + word + "', expected " + keyword), std::string::npos);
+    ASSERT_EQ(parsed.messages[0].notes.size(), 1U) << source;
+    EXPECT_EQ(parsed.messages[0].notes[0].text, "did you mean '" + keyword + "'?");
+  }
+  for (const char* const source :
+       {"PROGRAM p FOR i TO 5 DO END_FOR END_PROGRAM", "PROGRAM p i := thin 2; END_PROGRAM",
+        "PROGRAM p f(IN b); b := i IN j; END_PROGRAM",
+        "PROGRAM p IF b THEN cast; END_IF END_PROGRAM", "PROGRAM p els + 1; END_PROGRAM",
+        "PROGRAM p VAR mdo : INT; END_VAR i := 1 mdo 2; END_PROGRAM"}) {
+    for (const auto& message : Parsed(source).messages)
+      EXPECT_TRUE(message.notes.empty()) << source;
   }
 }
 
