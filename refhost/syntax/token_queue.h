@@ -36,6 +36,13 @@ class TokenQueue {
   bool isFollowedBy(Span span, char character) const {
     return span.end < text_.size() && text_[span.end] == character;
   }
+  // True if a comma, dot, bracket or sign that continues an expression or a declaration follows the
+  // span, with a blank before it or without.
+  bool isFollowedByMark(Span span) const {
+    std::size_t at = span.end;
+    if (at < text_.size() && text_[at] == ' ') ++at;
+    return at < text_.size() && std::string_view(":,.)^]=<>+-*").find(text_[at]) != text_.npos;
+  }
   bool isPrecededBy(Span span, char character) const {
     return span.begin > 0 && text_[span.begin - 1] == character;
   }

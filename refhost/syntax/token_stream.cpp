@@ -58,7 +58,8 @@ int TokenStream::next(Span& span) {
   span = token.span;
   if (errors_.exhausted()) return Kind::YYEOF;
   if (token.kind == Kind::YYerror) noteSwallowed(token);
-  if (repeatsName(token)) token = queue_.take();
+  const bool names = token.kind == Kind::IDENTIFIER && last_.kind == Kind::IDENTIFIER;
+  if (names && repeatsName(token)) token = queue_.take();
   if (std::exchange(endedMistake_, false)) muteRest(token);
   if (token.kind == Kind::IDENTIFIER) {
     takeWord(token);
@@ -112,7 +113,7 @@ void TokenStream::takeWord(Token& token) {
   token.kind = kindHere(token);
   if (queue_.isFollowedBy(token.span, '=')) takeBinds(token);
   mistakenWords_.joinEnd(token, last_.kind);
-  if (token.kind == Kind::IDENTIFIER) {
+  if (token.kind == Kind::IDENTIFIER && !queue_.isFollowedByMark(token.span)) {
     // Behind its header the parts of a unit begin as they do behind a ';'.
     const bool instance = beforeLast_ == Kind::PROGRAM && inConfiguration();
     const bool header = (opensUnit(beforeLast_) && !instance) || (inHeader_ && beforeLast_ == ':');
@@ -295,9 +296,8 @@ bool TokenStream::splitsString(Span found) const {
   return false;
 }
 
-// A second name of a unit, which is reported here.
+// True of the second of two names if a unit has both, which is reported here.
 bool TokenStream::repeatsName(const Token& token) {
-  if (token.kind != Kind::IDENTIFIER || last_.kind != Kind::IDENTIFIER) return false;
   if (!opensUnit(beforeLast_) || beforeLast_ == Kind::TYPE) return false;
   const bool repeats = equalIgnoringCase(queue_.textOf(token), queue_.textOf(last_));
   if (!repeats || continuesStatement(queue_.ahead().kind)) return false;
