@@ -66,7 +66,8 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"FUNCTION f INT\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; END_VAR a := f(); "
        "END_PROGRAM",
        "1:12"},
-      {"FUNCTION f : INT END_FUNCTON\nPROGRAM p VAR a : INT; END_VAR a := f(); END_PROGRAM", "1:18"},
+      {"FUNCTION f : INT END_FUNCTON\nPROGRAM p VAR a : INT; END_VAR a := f(); END_PROGRAM",
+       "1:18"},
       {"FUNCTION f :\nVAR_INPUT a : INT; END_VAR\nf := 1;\nEND_FUNCTION\nPROGRAM p VAR a : INT; "
        "END_VAR a := f(1); END_PROGRAM",
        "2:1"},
