@@ -1,6 +1,7 @@
 #include "refhost/semantics/sizes.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "refhost/semantics/parts.h"
 #include "refhost/services/dependency_order.h"
@@ -14,6 +15,12 @@ namespace {
 
 // Half of what systems usually give a thread, since C compilers take more for values of their own.
 constexpr std::uint64_t kMostStack = std::uint64_t{4} << 20;
+
+// Layouts have no sizes of more than 64 bits.
+std::string bytesText(Integer bytes) {
+  constexpr Integer kMost = std::numeric_limits<std::uint64_t>::max();
+  return bytes < kMost ? textOf(bytes) : "more than " + textOf(kMost - 1);
+}
 
 // The place in the source at which a composite type is declared.
 const ASTNode& declarationOf(const vel::SymbolDataType& type) {
@@ -49,7 +56,7 @@ void Sizes::checkType(const Type& type) {
   if (layout.depth > kMaxNesting) {
     say(declarationOf(type), message::kNestingTooDeep, std::to_string(kMaxNesting));
   } else {
-    say(declarationOf(type), message::kTooLarge, displayName(&type), std::to_string(layout.size),
+    say(declarationOf(type), message::kTooLarge, displayName(&type), bytesText(layout.size),
         std::to_string(Layout::kMostBytes));
   }
 }
@@ -116,14 +123,13 @@ void Sizes::checkUnits() {
 }
 
 void Sizes::checkMemory() {
-  std::uint64_t total = 0;
+  Integer total = 0;
   const auto add = [&](const UnitSymbol& unit, const ASTNode& place, std::string_view name) {
     const auto layout = services_.layouts.ofVariables(unit);
-    if (!layout || total > Layout::kMostBytes) return;
-    total += std::min(layout->size, Layout::kMostBytes + 1);
-    if (total <= Layout::kMostBytes || typeReported_) return;
-    say(place, message::kTooMuchMemory, name, std::to_string(total),
-        std::to_string(Layout::kMostBytes));
+    if (!layout || total > Integer{Layout::kMostBytes}) return;
+    total += Integer{layout->size};
+    if (total <= Integer{Layout::kMostBytes} || typeReported_) return;
+    say(place, message::kTooMuchMemory, name, bytesText(total), std::to_string(Layout::kMostBytes));
   };
   const UnitSymbol* const globals = services_.symbols.globals();
   if (globals != nullptr && !globals->variables().empty()) {
