@@ -146,6 +146,12 @@ std::string refusal(const ProgramVariable& variable, const Json& entry, std::str
   return {};
 }
 
+// True of the state of an edge detection, whose name the program does not contain: a digest.
+bool isHidden(const std::string& name) {
+  const char first = name[name.rfind('.') + 1];
+  return first >= '0' && first <= '9';
+}
+
 }  // namespace
 
 Retained loadRetained(const std::string& path, const std::vector<ProgramVariable>& variables,
@@ -166,11 +172,11 @@ Retained loadRetained(const std::string& path, const std::vector<ProgramVariable
                                                    : refusal(variable, *entry, retained.bytes);
     if (entry != entries.end()) entries.erase(entry);
     if (why.empty()) continue;
-    leaveOut(name, why);
+    if (!isHidden(name)) leaveOut(name, why);
     retained.bytes += '\0';
   }
   for (const auto& [name, entry] : entries.items()) {
-    leaveOut(name, "the program has no such retained variable");
+    if (!isHidden(name)) leaveOut(name, "the program has no such retained variable");
   }
   return retained;
 }
