@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "grammar.h"
+#include "hostkit/encoding.h"
 #include "refhost/messages.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/part_sizes.h"
@@ -180,7 +181,14 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
   const auto known = literals_.find(text);
   if (known != literals_.end()) return *known->second;
   LiteralValue value;
-  const LiteralError error = parseLiteral(text, value);
+  LiteralError error = parseLiteral(text, value);
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  if (error == LiteralError::None && value.type == BasicDataType::WString &&
+      !std::all_of(text.begin(), text.end(), isAscii) && !hostkit::isUtf8(text_)) {
+    std::string characters;
+    for (const char c : text) hostkit::appendUtf8(static_cast<unsigned char>(c), characters);
+    error = parseLiteral(characters, value);
+  }
   if (error != LiteralError::None) {
     const std::string_view type = text.substr(0, text.find('#'));
     if (isUnsupportedType(type)) {
