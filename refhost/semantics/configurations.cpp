@@ -32,16 +32,33 @@ constexpr int kKindOfInstances = 2;
 std::string nameOf(const Text* text) { return text != nullptr ? text->text() : ""; }
 std::string nameOf(const ASTNode& item) { return static_cast<const Text&>(*item.leaf(0)).text(); }
 
-// The milliseconds of a literal or a constant; empty for other expressions.
-std::optional<std::int64_t> constantTime(const Expr& value) {
-  const Expr* expr = &value;
-  // A constant that depends on itself has been reported.
-  for (int depth = 0; expr != nullptr && depth < 1000; ++depth) {
-    if (const Literal* const literal = literalOf(*expr)) return literal->value.ticks;
-    const VarSymbol* const variable = asVariable(expr->symbol);
-    expr = variable != nullptr && variable->constant ? variable->initial : nullptr;
+// The milliseconds of a TIME made of literals and constants with + - * /; empty for other
+// expressions. `depth` ends the search in a constant that depends on itself, which is reported.
+std::optional<std::int64_t> constantTime(const Expr& value, int depth = 0) {
+  if (depth > 100) return {};
+  if (const Literal* const literal = literalOf(value)) return literal->value.ticks;
+  const VarSymbol* const variable = asVariable(value.symbol);
+  if (variable != nullptr) {
+    const bool known = variable->constant && variable->initial != nullptr;
+    return known ? constantTime(*variable->initial, depth + 1) : std::nullopt;
   }
-  return {};
+  if (formOf(value.kind) != ExprForm::Arithmetic) return {};
+  const auto operand = [&](int i) -> std::optional<Integer> {
+    const auto& part = static_cast<const Expr&>(*value.leaf(i));
+    if (isInteger(typeOf(part))) return constantInteger(part);
+    return constantTime(part, depth + 1);
+  };
+  const std::optional<Integer> left = operand(0);
+  const std::optional<Integer> right = operand(1);
+  if (!left || !right) return {};
+  const bool divides = value.kind == ExprKind::Divide && *right != 0;
+  const std::optional<Integer> result = value.kind == ExprKind::Add        ? *left + *right
+                                        : value.kind == ExprKind::Subtract ? *left - *right
+                                        : value.kind == ExprKind::Multiply ? *left * *right
+                                        : divides ? std::optional<Integer>(*left / *right)
+                                                  : std::nullopt;
+  if (!result || !fits(*result, BasicDataType::DInt)) return {};
+  return static_cast<std::int64_t>(*result);
 }
 
 }  // namespace
@@ -153,8 +170,13 @@ void Configurations::analyseTask(Task& task) {
     }
     const std::size_t first = messages_.count();
     const Type* const type = services_.symbols.elementary(known->type);
-    value = &parts_.expressions.analyseLeaf(property, 1, type);
-    parts_.assignments.check(type, value->dataType, *value);
+    const bool number = known->type == BasicDataType::UInt;
+    value = &parts_.expressions.analyseLeaf(
+        property, 1, number ? services_.symbols.elementary(BasicDataType::LInt) : type);
+    // A number is judged by its value.
+    if (!number || !constantInteger(*value)) {
+      parts_.assignments.check(type, value->dataType, *value);
+    }
     if (!hasErrorFrom(first)) setProperty(task, known->type, *value);
   }
   if (hasErrorFrom(before)) return;
