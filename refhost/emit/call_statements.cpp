@@ -1,6 +1,8 @@
 // Calls that are statements, and calls with EN and ENO.
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "refhost/emit/declarations.h"
 #include "refhost/emit/statement_writer.h"
 
@@ -12,6 +14,18 @@ bool isSubscriptOrDereference(const vel::ASTNode& node) {
   const ExprKind kind = static_cast<const Expr&>(node).kind;
   return kind == ExprKind::Element || kind == ExprKind::Dereference ||
          referenceNamed(node) != nullptr;
+}
+
+// True if the place depends on a variable that receives an output.
+bool dependsOnOutput(const Expr& place, const std::vector<Binding>& bindings) {
+  return std::any_of(bindings.begin(), bindings.end(), [&place](const Binding& binding) {
+    const bool other = binding.parameter->role == Role::Output && binding.value != &place;
+    const vel::Symbol* const written = other ? binding.value->symbol : nullptr;
+    return written != nullptr && anyNode(place, [written](const vel::ASTNode& node) {
+             return node.type() == vel::ASTType::Expression &&
+                    static_cast<const Expr&>(node).symbol == written;
+           });
+  });
 }
 
 }  // namespace
@@ -74,9 +88,16 @@ void StatementWriter::runInstance(const Call& call, const UnitSymbol& block,
     return parameter.iecAddress().area != 0 ? places_.of(parameter)
                                             : instance.member(file_.names.of(parameter));
   };
+  const bool effects = file_.effects.in(call);
   for (const Binding& binding : bindings) {
     const VarSymbol& parameter = *binding.parameter;
-    if (parameter.role == Role::Output) continue;
+    if (parameter.role == Role::Output) {
+      if (!PlaceWriter::canMove(*binding.value)) continue;
+      if (!effects && !dependsOnOutput(*binding.value, bindings)) continue;
+      const std::string pointer = places_.hold(*binding.value);
+      if (!pointer.empty()) body_.line(pointer);
+      continue;
+    }
     const Place member = placeOf(parameter);
     if (parameter.indirect) {
       body_.statement(member.store(places_.passed(*binding.value, parameter)));

@@ -182,13 +182,30 @@ std::string CallWriter::functionCallText(const Call& call) {
   const auto& function = *call.function();
   record(call, function);
   const std::vector<Binding> bindings = bindArguments(call, function);
-  std::vector<const vel::ASTNode*> inputs;
+  std::vector<const vel::ASTNode*> operands;
+  std::vector<const vel::ASTNode*> places;
   for (const Binding& binding : bindings) {
-    if (binding.parameter->role == Role::Input && !binding.parameter->indirect)
-      inputs.push_back(binding.value);
+    operands.push_back(binding.value);
+    if (binding.parameter->role != Role::Input || binding.parameter->indirect) {
+      places.push_back(binding.value);
+    }
   }
-  return expressions_.inOrder(inputs, ExpressionWriter::Uses::Once,
-                              [&] { return functionCallText(call, bindings); });
+  // The call may change what the places of its outputs depend on.
+  const auto write = [&] {
+    std::string held;
+    for (const Binding& binding : bindings) {
+      const bool output = binding.parameter->role == Role::Output;
+      if (!output || !PlaceWriter::canMove(*binding.value) || places_.isHeld(*binding.value)) {
+        continue;
+      }
+      held += places_.hold(*binding.value) + ' ';
+    }
+    std::string text = functionCallText(call, bindings);
+    return held.empty() ? text : "({ " + held + text + "; })";
+  };
+  std::string text = expressions_.inOrder(operands, ExpressionWriter::Uses::Once, write, places);
+  for (const vel::ASTNode* const place : places) places_.release(static_cast<const Expr&>(*place));
+  return text;
 }
 
 std::string CallWriter::functionCallText(const Call& call, const std::vector<Binding>& bindings) {

@@ -6,9 +6,9 @@ using vel::ASTNode;
 
 namespace {
 
-// True when the body reads or writes anything but variables of `function`.
-bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
-  return anyNode(whole, [&function](const ASTNode& node) {
+// True when the body reads or writes anything but variables of `unit`.
+bool reachesOutside(const ASTNode& whole, const UnitSymbol& unit) {
+  return anyNode(whole, [&unit](const ASTNode& node) {
     if (kindOf(node) == NodeKind::Invocation) {
       const OperatorTraits* const traits = static_cast<const Call&>(node).traits();
       return traits != nullptr && (!traits->givesValue() || traits->countsCalls());
@@ -21,7 +21,7 @@ bool reachesOutside(const ASTNode& whole, const UnitSymbol& function) {
       return false;
     }
     const auto* const variable = asVariable(expr.symbol);
-    return variable == nullptr || variable->owner != &function || variable->isLocated();
+    return variable == nullptr || variable->owner != &unit || variable->isLocated();
   });
 }
 
@@ -31,32 +31,40 @@ Effects::Effects(const SymbolTable& symbols) {
   std::vector<const UnitSymbol*> others;
   for (const UnitSymbol* const unit : symbols.units()) {
     any_ = any_ || unit->storesEnabled;
-    if (unit->type() != vel::POUType::Function) continue;
+    if (unit->type() == vel::POUType::Program) continue;
+    const bool function = unit->type() == vel::POUType::Function;
     bool effects = reachesOutside(*unit->node->leaf(Unit::kBody), *unit);
     for (const auto& variable : unit->variables()) {
-      effects = effects || variable->role == Role::InOut || variable->role == Role::Output;
+      effects =
+          effects || variable->role == Role::InOut || (function && variable->role == Role::Output);
     }
     if (effects) {
-      functions_.insert(unit);
+      units_.insert(unit);
     } else {
       others.push_back(unit);
     }
   }
-  // A function also has the effects of the functions that it calls.
-  for (std::size_t before = 0; before != functions_.size();) {
-    before = functions_.size();
+  // A unit also has the effects of the units that it calls.
+  for (std::size_t before = 0; before != units_.size();) {
+    before = units_.size();
     for (const UnitSymbol* const unit : others) {
-      if (in(*unit->node->leaf(Unit::kBody))) functions_.insert(unit);
+      if (in(*unit->node->leaf(Unit::kBody))) units_.insert(unit);
     }
   }
-  any_ = any_ || !functions_.empty();
+  for (const UnitSymbol* const unit : symbols.units()) {
+    any_ = any_ || (unit->type() == vel::POUType::Function && units_.count(unit) != 0);
+  }
 }
 
 bool Effects::in(const ASTNode& whole) const {
   return anyNode(whole, [this](const ASTNode& node) {
     if (kindOf(node) != NodeKind::Invocation) return false;
     const auto& call = static_cast<const Call&>(node);
-    return call.enabled != nullptr || functions_.count(call.function()) != 0;
+    if (call.instance != nullptr) {
+      const auto* const instance = static_cast<const InstanceType*>(call.instance->dataType);
+      if (units_.count(instance->unit) != 0) return true;
+    }
+    return call.enabled != nullptr || units_.count(call.function()) != 0;
   });
 }
 

@@ -1,4 +1,4 @@
-// Functions with side effects, for which the order of evaluation matters.
+// Functions and function blocks with side effects, for which the order of evaluation matters.
 #pragma once
 
 #include <unordered_set>
@@ -18,7 +18,7 @@ class Effects {
   bool in(const vel::ASTNode& whole) const;
 
  private:
-  std::unordered_set<const vel::Symbol*> functions_;
+  std::unordered_set<const vel::Symbol*> units_;
   bool any_ = false;
 };
 

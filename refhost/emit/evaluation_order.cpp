@@ -33,19 +33,31 @@ bool hasCompoundOperand(const Call& call) {
 }
 
 std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operands, Uses uses,
-                                      const std::function<std::string()>& write) {
+                                      const std::function<std::string()>& write,
+                                      const std::vector<const ASTNode*>& lvalues) {
+  const auto isPlace = [&lvalues](const ASTNode* operand) {
+    return std::find(lvalues.begin(), lvalues.end(), operand) != lvalues.end();
+  };
+  const auto isFixed = [&](const ASTNode* operand) {
+    return isPlace(operand) ? !PlaceWriter::canMove(static_cast<const Expr&>(*operand))
+                            : isConstant(operand);
+  };
   const auto hasEffects = [this](const ASTNode* operand) { return file_.effects.in(*operand); };
   // The operands before the last one with effects are held in temporaries. That one needs a
   // temporary only if it could be evaluated again, not at all, or after an operand behind it.
   auto ordered = file_.effects.any()
                      ? std::find_if(operands.rbegin(), operands.rend(), hasEffects).base()
                      : operands.begin();
-  const bool lastIsHeld = uses != Uses::Once || !std::all_of(ordered, operands.end(), isConstant);
+  const bool lastIsHeld = uses != Uses::Once || !std::all_of(ordered, operands.end(), isFixed);
   if (ordered != operands.begin() && !lastIsHeld) --ordered;
   std::string held;
   for (auto at = operands.begin(); at != operands.end(); ++at) {
     const auto& operand = static_cast<const Expr&>(**at);
     if (isConstant(*at) || operand.dataType == nullptr) continue;
+    if (isPlace(*at)) {
+      if (at < ordered && !isFixed(*at)) held += places.hold(operand) + ' ';
+      continue;
+    }
     if (at >= ordered && !(uses == Uses::Repeated && isCompound(*at))) continue;
     std::string value;
     append(operand, value);

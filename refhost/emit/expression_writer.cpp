@@ -70,10 +70,11 @@ bool isSelectedOtherwise(const ASTNode& node, const OperatorTraits& op) {
   return isNumber(result) && isNumber(typeOf(node)) && !widens(typeOf(node), result);
 }
 
-// True of an integer that the C of an operator would compare after it has changed the sign of one
-// of the two. They are compared in the type of the result.
+// True of a number that the C of an operator would compare after it has changed the sign of one of
+// the two. They are compared in the type of the result.
 bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
   if (!op.has(OperatorTraits::kCompares)) return false;
+  const BasicDataType result = typeOf(static_cast<const Call&>(*node.parent()->parent()));
   const auto isPositive = [](const ASTNode& operand) {
     const Literal* const literal = literalOf(operand);
     return literal != nullptr && !isNegative(literal->value);
@@ -83,12 +84,11 @@ bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
   for (int i = 0; i < node.parent()->leavesCount(); ++i) {
     const ASTNode& operand = *node.parent()->leaf(i);
     const BasicDataType type = typeOf(operand);
-    if (!isInteger(type)) return false;
+    if (!isInteger(type) && !(isFloat(type) && isFloat(result))) return false;
     hasSigned = hasSigned || (isSigned(type) && !isPositive(operand));
     hasUnsigned = hasUnsigned || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
   }
-  const BasicDataType result = typeOf(static_cast<const Call&>(*node.parent()->parent()));
-  return hasSigned && hasUnsigned && isInteger(result) && typeOf(node) != result &&
+  return hasSigned && hasUnsigned && isNumber(result) && typeOf(node) != result &&
          !isPositive(node);
 }
 
@@ -153,8 +153,12 @@ void ExpressionWriter::append(const Expr& expr, std::string& out) {
       appendLiteral(literalOf(expr)->value, BasicDataType::None, out);
       break;
     case ExprForm::Variable:
-    case ExprForm::Access:
       out += places.of(expr).load();
+      break;
+    case ExprForm::Access:
+      out += file_.effects.any() ? inOrder(PlaceWriter::partsOf(expr), Uses::Once,
+                                           [&] { return places.of(expr).load(); })
+                                 : places.of(expr).load();
       break;
     case ExprForm::Call:
       out += calls.operandText(static_cast<const Call&>(*expr.leaf(0)));

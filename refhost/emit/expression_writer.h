@@ -53,10 +53,12 @@ class ExpressionWriter final : public vel::Generator {
   void converted(const vel::ASTNode& node, BasicDataType type, std::string& out);
 
   // The text that `write` returns for the operands, preceded by what it takes to evaluate them from
-  // left to right, each once. `uses` tells how often the text evaluates an operand.
+  // left to right, each once. `uses` tells how often the text evaluates an operand. Those operands
+  // that are `places` are not read: they are the lvalues of in-out and output arguments.
   enum class Uses : std::uint8_t { Once, AtMostOnce, Repeated };
   std::string inOrder(const std::vector<const vel::ASTNode*>& operands, Uses uses,
-                      const std::function<std::string()>& write);
+                      const std::function<std::string()>& write,
+                      const std::vector<const vel::ASTNode*>& places = {});
 
   PlaceWriter places;
   CallWriter calls;

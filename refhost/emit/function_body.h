@@ -6,6 +6,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "refhost/emit/place.h"
 #include "refhost/emit/symbol_names.h"
 
 namespace refhost {
@@ -46,6 +47,7 @@ class FunctionBody {
 
   const UnitSymbol* const unit;
   std::unordered_map<const vel::ASTNode*, std::string> held;  // the temporaries of operands
+  std::unordered_map<const vel::ASTNode*, Place> heldPlaces;  // reached by temporary pointers
   bool usesSelf = false;
   bool returns = false;  // contains a RETURN
   std::unordered_set<const VarSymbol*> used;

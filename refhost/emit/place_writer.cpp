@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "hostkit/literal_text.h"
 #include "refhost/emit/expression_writer.h"
 #include "refhost/semantics/constants.h"
@@ -11,8 +13,30 @@ namespace refhost {
 using vel::ASTNode;
 using vel::TreeBuilder;
 
+namespace {
+
+// True if the place may alias one of another type, as C does not expect.
+bool isDereference(const ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(node);
+  return expr.kind == ExprKind::Dereference || referenceNamed(expr) != nullptr ||
+         (expr.kind == ExprKind::Element && typeOf(*expr.leaf(0)) == BasicDataType::Pointer);
+}
+
+// The variable or element of which `expr` names some bits, else `expr`.
+const Expr* wholeOf(const Expr* expr) {
+  while (expr->kind == ExprKind::Part) expr = static_cast<const Expr*>(expr->leaf(0));
+  return expr;
+}
+
+}  // namespace
+
 Place PlaceWriter::of(const Expr& expr) {
   using Kind = Place::Kind;
+  if (!body_.heldPlaces.empty()) {
+    const auto held = body_.heldPlaces.find(&expr);
+    if (held != body_.heldPlaces.end()) return held->second;
+  }
   const bool isTyped = expr.symbol != nullptr && expr.symbol->symbolType() == vel::Symbol::Typed;
   if (const auto* const named = isTyped ? dynamic_cast<const NamedValue*>(expr.symbol) : nullptr) {
     Place value{Kind::Object, "NULL"};
@@ -30,7 +54,9 @@ Place PlaceWriter::of(const Expr& expr) {
   }
   if (expr.kind == ExprKind::Dereference) {
     // The value of a string is the address of its first character.
-    return {isText(typeOf(expr)) ? Kind::Object : Kind::Pointed, of(base).load()};
+    std::string pointer;
+    expressions_.append(base, pointer);
+    return {isText(typeOf(expr)) ? Kind::Object : Kind::Pointed, std::move(pointer)};
   }
   const auto* const member = asVariable(expr.symbol);
   if (member == nullptr) return {};
@@ -38,6 +64,51 @@ Place PlaceWriter::of(const Expr& expr) {
   if (member->indirect && !isTextType(member->dataType())) place.kind = Kind::Pointed;
   return place;
 }
+
+bool PlaceWriter::canMove(const Expr& expr) {
+  const std::vector<const ASTNode*> parts = partsOf(expr);
+  return anyNode(expr, [](const ASTNode& node) { return referenceNamed(node) != nullptr; }) ||
+         !std::all_of(parts.begin(), parts.end(),
+                      [](const ASTNode* part) { return literalOf(*part) || constantOf(*part); });
+}
+
+std::vector<const ASTNode*> PlaceWriter::partsOf(const Expr& expr) {
+  if (!isAccess(expr.kind)) return {};
+  const auto& base = static_cast<const Expr&>(*expr.leaf(0));
+  const bool points = expr.kind == ExprKind::Dereference ||
+                      (expr.kind == ExprKind::Element && typeOf(base) == BasicDataType::Pointer);
+  std::vector<const ASTNode*> parts;
+  if (points) {
+    parts.push_back(&base);
+  } else {
+    parts = partsOf(base);
+  }
+  for (int i = 1; expr.kind == ExprKind::Element && i < expr.leavesCount(); ++i) {
+    parts.push_back(expr.leaf(i));
+  }
+  return parts;
+}
+
+std::string PlaceWriter::hold(const Expr& expr) {
+  const Expr* const whole = wholeOf(&expr);
+  if (!of(*whole).hasAddress()) return {};
+  const vel::SymbolDataType* const type = whole->dataType;
+  const bool text = isTextType(type);
+  const std::string pointer = anyNode(*whole, isDereference) ? pointerText(file_.names, type)
+                              : text ? characterType(*type) + std::string("*")
+                                     : typeText(file_.names, type) + "*";
+  const std::string address = expressions_.inOrder(partsOf(*whole), ExpressionWriter::Uses::Once,
+                                                   [&] { return pointerTo(*whole, type); });
+  const std::string name = body_.newName();
+  body_.heldPlaces[whole] = {text ? Place::Kind::Object : Place::Kind::Pointed, name};
+  return fmt::format("{} const {} = {};", pointer, name, address);
+}
+
+bool PlaceWriter::isHeld(const Expr& expr) const {
+  return body_.heldPlaces.count(wholeOf(&expr)) != 0;
+}
+
+void PlaceWriter::release(const Expr& expr) { body_.heldPlaces.erase(wholeOf(&expr)); }
 
 std::string PlaceWriter::bind(const Place& reference, const vel::SymbolDataType* type,
                               const Expr& target) {
@@ -96,7 +167,8 @@ Place PlaceWriter::element(const Expr& expr) {
     return {Place::Kind::Object, fmt::format("{}.a[{}]", whole, indexText(expr, *open, whole))};
   }
   // Not an array, but a pointer to its first element.
-  std::string text = of(base).load();
+  std::string text;
+  expressions_.append(base, text);
   if (isText(typeOf(expr))) text = fmt::format("(({}){})", arrayPointerText(*expr.dataType), text);
   return {Place::Kind::Object,
           fmt::format("{}[{}]", text, expressions_.expressionText(expr.leaf(1)))};

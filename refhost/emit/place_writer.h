@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "refhost/emit/file_context.h"
 #include "refhost/emit/function_body.h"
@@ -20,6 +21,19 @@ class PlaceWriter {
   // Object, too, which can only be read.
   Place of(const Expr& expr);
   Place of(const VarSymbol& variable);
+
+  // True if another place can be meant after a function with side effects has been called: one with
+  // a subscript that is no constant, or one that a pointer or a reference points to.
+  static bool canMove(const Expr& expr);
+  // Evaluates a place whose address is needed before side effects could change it: the definition
+  // of a pointer to it, with its semicolon, by which of() reaches the place from then on. Empty for
+  // a place that has no address and so cannot move.
+  std::string hold(const Expr& expr);
+  bool isHeld(const Expr& expr) const;
+  // Ends the use of that pointer.
+  void release(const Expr& expr);
+  // The pointers and subscripts of a place, in the order in which they are evaluated.
+  static std::vector<const vel::ASTNode*> partsOf(const Expr& expr);
 
   // A pointer to the lvalue `value` of type `type`; for a string, to its first character.
   std::string pointerTo(const Expr& value, const vel::SymbolDataType* type);

@@ -70,6 +70,56 @@ std::string labelCondition(const ASTNode& labels, const std::string& selector, b
   return condition;
 }
 
+// The end of a FOR that is no constant of the type of the control variable. C compares and counts
+// in 64 bits with the sign of that type, which the end may exceed.
+class LoopEnd {
+ public:
+  LoopEnd(const ASTNode& end, BasicDataType type)
+      : type_(type), wide_(type == BasicDataType::ULInt) {
+    const auto constant = constantInteger(end);
+    inside_ = constant ? fits(*constant, type) : widens(typeOf(end), type) || typeOf(end) == type;
+    unsigned_ = wide_ ? inside_ || !isSigned(typeOf(end)) : typeOf(end) == BasicDataType::ULInt;
+  }
+
+  bool isUnsigned() const { return unsigned_; }
+
+  // `value`, of the 64 bits in which the loop counts, compared with the end.
+  std::string comparison(const std::string& value, std::string_view order,
+                         const std::string& end) const {
+    const bool up = order == "<=";
+    if (unsigned_ == wide_) return fmt::format("{} {} {}", value, order, end);
+    if (wide_) {
+      return fmt::format("({1} {2} 0 {3} {0} {4} (u64){1})", value, end, up ? ">=" : "<",
+                         up ? "&&" : "||", order);
+    }
+    return fmt::format("({1} {2} INT64_MAX {3} {0} {4} (i64){1})", value, end,
+                       up ? ">" : "<=", up ? "||" : "&&", order);
+  }
+
+  // The last value of the type on the way to the end, once the loop is on this way.
+  std::string reachable(const std::string& end) const {
+    if (inside_) return end;
+    if (wide_) return unsigned_ ? end : fmt::format("{0} < 0 ? 0u : (u64){0}", end);
+    const Integer size = elementaryType(type_) != nullptr ? elementaryType(type_)->size : 8;
+    const Integer values = Integer{1} << (8 * size);
+    const Integer high = isSigned(type_) ? values / 2 - 1 : values - 1;
+    std::string low;
+    std::string most;
+    appendInteger(high - values + 1, low);
+    appendInteger(high, most);
+    const char* const cast = unsigned_ ? "(i64)" : "";
+    const std::string above = fmt::format("{0} > {1} ? {1} : ", end, most);
+    if (unsigned_) return above + cast + end;
+    return above + fmt::format("{0} < {1} ? {1} : {0}", end, low);
+  }
+
+ private:
+  BasicDataType type_;
+  bool wide_;
+  bool inside_ = false;
+  bool unsigned_ = false;
+};
+
 }  // namespace
 
 void StatementWriter::openBlock(const std::string& head, const ASTNode* list) {
@@ -140,12 +190,20 @@ void StatementWriter::assignment(const ASTNode& node) {
     if (type != nullptr) from = valueType(type);
   }
   const auto& target = static_cast<const Expr&>(*node.leaf(0));
+  const bool held = file_.effects.any() && (file_.effects.in(target) ||
+                                            (file_.effects.in(source) && places_.canMove(target)));
+  const auto hold = [&] {
+    const std::string pointer = held ? places_.hold(target) : std::string();
+    if (!pointer.empty()) body_.line(pointer);
+  };
   if (kindOf(source) != NodeKind::Invocation) {
+    hold();
     body_.statement(places_.store(target, expressions_.expressionText(node.leaf(1)), from));
     return;
   }
   const auto& call = static_cast<const Call&>(source);
   const std::string flag = beginEnabled(call);
+  hold();
   const std::string made = calls_.inPlaceText(call, target);
   if (!made.empty()) {
     body_.statement(made);
@@ -220,8 +278,9 @@ void StatementWriter::forStatement(const ASTNode& node) {
   const BasicDataType type = typeOf(control);
   if (countingLoop(node)) return;
   const bool wide = type == BasicDataType::ULInt;
-  const vel::SymbolDataType* const bound =
-      file_.services.symbols.elementary(wide ? BasicDataType::ULInt : BasicDataType::LInt);
+  const LoopEnd end(*node.leaf(1), type);
+  const vel::SymbolDataType* const bound = file_.services.symbols.elementary(
+      end.isUnsigned() ? BasicDataType::ULInt : BasicDataType::LInt);
   assignment(*node.leaf(0));
 
   const std::string variable = places_.of(control).load();
@@ -245,13 +304,14 @@ void StatementWriter::forStatement(const ASTNode& node) {
   }
   const char* const wideName = wide ? "u64" : "i64";
   const std::string more = body_.temporary(file_.services.symbols.elementary(BasicDataType::Bool));
-  const std::string up = fmt::format("({}){} <= {}", wideName, variable, last);
-  const std::string down = fmt::format("({}){} >= {}", wideName, variable, last);
+  const std::string up = end.comparison(fmt::format("({}){}", wideName, variable), "<=", last);
+  const std::string down = end.comparison(fmt::format("({}){}", wideName, variable), ">=", last);
   const std::string start = ascending == "1"   ? up
                             : ascending == "0" ? down
                                                : fmt::format("{} >= 0 ? {} : {}", step, up, down);
-  const std::string next = fmt::format("{} = vel_for_{}_{}({}, {}, {})", more,
-                                       wideStep ? "up" : "more", wideName, variable, last, step);
+  const std::string next =
+      fmt::format("{} = vel_for_{}_{}({}, {}, {})", more, wideStep ? "up" : "more", wideName,
+                  variable, end.reachable(last), step);
   const char* const cName = elementaryType(type) != nullptr ? elementaryType(type)->cType : "i64";
   const std::string advance =
       places_.store(control, fmt::format("({})((u64){} + (u64)({}))", cName, variable, step), type);

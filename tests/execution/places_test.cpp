@@ -69,6 +69,44 @@ TEST(References, StandForTheVariablesToWhichTheyAreBound) {
                            {"ref", 4}});
 }
 
+TEST(Places, AreEvaluatedBeforeWhatFollowsThem) {
+  Program program;
+  program.units =
+      "VAR_GLOBAL g : INT := 1; gp : POINTER TO INT; one, two : INT;\n"
+      "a : ARRAY[0..3] OF INT := [10, 11, 12, 13]; m : ARRAY[0..2, 0..2] OF INT;\n"
+      "s : ARRAY[0..3] OF STRING[3]; w : ARRAY[0..3] OF WORD; END_VAR\n"
+      "FUNCTION F : INT g := g + 1; gp := ADR(two); F := 50; END_FUNCTION\n"
+      "FUNCTION S : STRING[3] g := g + 1; S := 'x'; END_FUNCTION\n"
+      "FUNCTION H : INT VAR_IN_OUT c : INT; END_VAR c := c + 1; H := c; END_FUNCTION\n"
+      "FUNCTION Io : INT VAR_IN_OUT a : INT; END_VAR VAR_INPUT b : INT; END_VAR\n"
+      "VAR_OUTPUT o : INT; END_VAR Io := a; a := b; o := 9; g := 3; END_FUNCTION\n"
+      "FUNCTION_BLOCK B VAR_OUTPUT i, o : INT; END_VAR i := 3; o := 70; END_FUNCTION_BLOCK\n";
+  program.variables =
+      "k, r, x, y, n, a1, a2, a3, m2, len, w2, d, loops, up : INT; fb : B; small : USINT;\n"
+      "neg : SINT := -1; far : UINT := 40000; ul : ULINT; li : LINT;\n"
+      "big : ULINT := 16#FFFFFFFFFFFFFFFF;\n";
+  program.body =
+      "a[g] := F(); a1 := a[1]; r := Io(a[k], H(k), o => a[g]); a2 := a[2]; d := a[0];\n"
+      "gp := ADR(one); gp^ := F(); d := d + one; m[H(x), H(x)] := H(x); m2 := m[1, 2]; g := 1; "
+      "s[g] := S();\n"
+      "len := LEN(s[1]); w[H(y)].%B1 := INT_TO_BYTE(H(y)); w2 := TO_INT(w[1]);\n"
+      "n := 1; fb(i => n, o => a[n]); a3 := a[1];\n"
+      "FOR small := 5 TO neg BY -1 DO loops := loops + 1; END_FOR;\n"
+      "FOR up := 32766 TO far DO loops := loops + 10; END_FOR;\n"
+      "FOR ul := 2 TO neg BY -1 DO loops := loops + 100; END_FOR;\n"
+      "FOR ul := 2 TO neg DO loops := -1; END_FOR;\n"
+      "FOR li := 9223372036854775806 TO big DO loops := loops + 1000; END_FOR;\n";
+  expectIntegers(program, {{"a1", 50},
+                           {"r", 10},
+                           {"a2", 9},
+                           {"d", 51},
+                           {"m2", 3},
+                           {"len", 1},
+                           {"w2", 512},
+                           {"a3", 70},
+                           {"loops", 2326}});
+}
+
 TEST(OpenArrays, TakeArraysOfAnyBounds) {
   Program program;
   program.units =

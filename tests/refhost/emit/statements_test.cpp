@@ -72,8 +72,8 @@ TEST(StatementsInC, OfEveryKind) {
        "(vel_any_i16*)@ip; @xr = NULL; @b = (@xr != NULL); @ip = (vel_any_i16*)(&(*@xr)); @rf = "
        "(vel_any_i16*)(@xr); @xs = (char*)@s; vel_string_set(@xs, 6, @xs); @ptx = (char*)(&*@xs); "
        "@xr = (vel_any_i16*)@xr; @ud = sizeof(char[6]); @fb.io = @xr; B_body(&@fb); @xb = (struct "
-       "B*)&@fa.a[vel_index(@i, 0, 1)]; vel_t1 = @xb; vel_t1->io = &@i; B_body(vel_t1); (*@xr) = "
-       "vel_t1->o; @xb->i = (*@xr);"},
+       "B*)&@fa.a[vel_index(@i, 0, 1)]; vel_t1 = @xb; vel_t1->io = &@i; vel_any_i16* const vel_t2 "
+       "= @xr; B_body(vel_t1); (*vel_t2) = vel_t1->o; @xb->i = (*@xr);"},
       {"i := F(1, 2, j); fb(3, r, i);",
        "i16 vel_t1; i16 vel_t2; @i = (vel_t2 = F(1, 2, &vel_t1), @j = vel_t1, vel_t2); @fb.i = 3; "
        "@fb.io = &@i; B_body(&@fb); @r = @fb.o;"},
@@ -121,6 +121,8 @@ TEST(StatementsInC, OfEveryKind) {
        "= (u64)@ul <= vel_t1; vel_t3; vel_t3 = vel_for_up_u64(@ul, vel_t1, vel_t2), @ul = "
        "(u64)((u64)@ul + (u64)(vel_t2))) { } (void)@l; for (; @l >= 0; @l = (i64)((u64)@l - "
        "9223372036854775808u)) { } @i = @a.a[vel_index_u64(@ul, 1, 3)];"},
+      {"ws := \"\xC3\xBC\"; s := '\xFC';",
+       "vel_wstring_set(@ws, 81, (const u16[]){195, 188, 0}); vel_string_set(@s, 6, \"\\374\");"},
       {"FOR i := 32767 TO 32767 DO ; END_FOR;",
        "i64 vel_t1; u8 vel_t2; @i = 32767; vel_t1 = 32767; for (vel_t2 = (i64)@i <= vel_t1; "
        "vel_t2; vel_t2 = vel_for_more_i64(@i, vel_t1, 1), @i = (i16)((u64)@i + (u64)(1))) { }"},
