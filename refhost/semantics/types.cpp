@@ -35,7 +35,7 @@ bool isVariable(const ASTNode& node) {
          static_cast<const Expr&>(node).kind == ExprKind::Variable;
 }
 
-// True of the name of a value in the specification of an enumeration.
+// True of the name of a value in the declaration of an enumeration.
 bool hasValue(const ASTNode& spec, std::string_view name) {
   for (int i = 0; i < spec.leavesCount(); ++i) {
     if (equalIgnoringCase(nameOf(*spec.leaf(i)), name)) return true;
