@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -38,7 +39,7 @@ struct Remarks {
 class Diagnostics {
  public:
   // Reports a message whose placeholders are filled with `args` in order. The result is valid until
-  // the next message is reported.
+  // messages are taken back.
   Remarks& report(const SourceRange& range, const MessageFormat& format,
                   std::initializer_list<std::string_view> args);
 
@@ -74,7 +75,9 @@ class Diagnostics {
   bool isSilenced(const vel::VELMessage& record) const;
 
   std::vector<vel::VELMessage> records_;
-  std::vector<Remarks> remarks_;  // by index of the record; those at the end may be missing
+  // By index of the record; those at the end may be missing. A deque, since those who report hold
+  // on to remarks while they look further and report more.
+  std::deque<Remarks> remarks_;
   std::vector<SilentPart> silent_;
 };
 
