@@ -12,8 +12,6 @@ using vel::ASTNode;
 
 namespace {
 
-bool isConstant(const ASTNode* node) { return literalOf(*node) != nullptr; }
-
 // False if repeating its C costs nothing: a constant, a variable or a member of one.
 bool isCompound(const ASTNode* node) {
   const auto* operand = static_cast<const Expr*>(node);
@@ -40,7 +38,7 @@ std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operand
   };
   const auto isFixed = [&](const ASTNode* operand) {
     return isPlace(operand) ? !PlaceWriter::canMove(static_cast<const Expr&>(*operand))
-                            : isConstant(operand);
+                            : isConstant(*operand);
   };
   const auto hasEffects = [this](const ASTNode* operand) { return file_.effects.in(*operand); };
   // The operands before the last one with effects are held in temporaries. That one needs a
@@ -53,12 +51,13 @@ std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operand
   std::string held;
   for (auto at = operands.begin(); at != operands.end(); ++at) {
     const auto& operand = static_cast<const Expr&>(**at);
-    if (isConstant(*at) || operand.dataType == nullptr) continue;
+    if (operand.dataType == nullptr) continue;
     if (isPlace(*at)) {
       if (at < ordered && !isFixed(*at)) held += places.hold(operand) + ' ';
       continue;
     }
-    if (at >= ordered && !(uses == Uses::Repeated && isCompound(*at))) continue;
+    const bool repeated = uses == Uses::Repeated && isCompound(*at);
+    if (!repeated && (at >= ordered || isConstant(**at))) continue;
     std::string value;
     append(operand, value);
     // A string stays in scope: the value of a statement expression may be a pointer to it.

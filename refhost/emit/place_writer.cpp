@@ -69,7 +69,7 @@ bool PlaceWriter::canMove(const Expr& expr) {
   const std::vector<const ASTNode*> parts = partsOf(expr);
   return anyNode(expr, [](const ASTNode& node) { return referenceNamed(node) != nullptr; }) ||
          !std::all_of(parts.begin(), parts.end(),
-                      [](const ASTNode* part) { return literalOf(*part) || constantOf(*part); });
+                      [](const ASTNode* part) { return isConstant(*part); });
 }
 
 std::vector<const ASTNode*> PlaceWriter::partsOf(const Expr& expr) {

@@ -83,6 +83,10 @@ std::optional<Integer> constantInteger(const ASTNode& expression) {
   return constant ? std::optional(constant->value()) : std::nullopt;
 }
 
+bool isConstant(const ASTNode& expression) {
+  return literalOf(expression) != nullptr || constantOf(expression).has_value();
+}
+
 bool isNull(const Expr& expr) {
   const auto* const pointer = dynamic_cast<const PointerType*>(expr.dataType);
   return pointer != nullptr ? pointer->target == nullptr : untypedNumber(expr) == 0;

@@ -16,6 +16,9 @@ std::optional<TypedConstant> constantOf(const ASTNode& expression);
 // The same without its type.
 std::optional<Integer> constantInteger(const ASTNode& expression);
 
+// True of a literal and of an expression whose value constantOf() knows.
+bool isConstant(const ASTNode& expression);
+
 // The value of an expression of untyped integer literals only, which does not wrap at the width of
 // a type. Empty for other expressions and when the value exceeds LINT.
 std::optional<std::int64_t> untypedNumber(const ASTNode& expression);
