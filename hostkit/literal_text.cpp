@@ -11,6 +11,15 @@ using vel::BasicDataType;
 
 bool isPlain(unsigned char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\' && c != '?'; }
 
+// Octal escapes have a fixed length, whatever follows them.
+void appendOctal(unsigned character, std::string& out) {
+  constexpr unsigned kOctal = 8;
+  out += '\\';
+  for (unsigned place = kOctal * kOctal; place > 0; place /= kOctal) {
+    out += static_cast<char>('0' + character / place % kOctal);
+  }
+}
+
 void appendString(const std::string& bytes, std::string& out) {
   out += '"';
   for (const char c : bytes) {
@@ -18,26 +27,30 @@ void appendString(const std::string& bytes, std::string& out) {
     if (isPlain(byte)) {
       out += c;
     } else {
-      constexpr unsigned kOctal = 8;
-      out += '\\';
-      for (unsigned place = kOctal * kOctal; place > 0; place /= kOctal) {
-        out += static_cast<char>('0' + byte / place % kOctal);
-      }
+      appendOctal(byte, out);
     }
   }
   out += '"';
 }
 
+// Always a string literal: an array would not outlive the statement expression that it stands in.
 void appendWideString(const std::string& text, std::string& out) {
-  bool plain = true;
-  for (const char c : text) plain = plain && isPlain(static_cast<unsigned char>(c));
-  if (plain) {
-    out += "u\"" + text + '"';
-    return;
+  constexpr char16_t kFirstBeyondOctal = 512;
+  out += "u\"";
+  bool hexadecimal = false;  // the last unit, whose escape would take in digits that follow
+  for (const char16_t unit : utf16(text)) {
+    if (unit >= kFirstBeyondOctal) {
+      out += "\\x";
+      for (int shift = 12; shift >= 0; shift -= 4) out += "0123456789ABCDEF"[unit >> shift & 0xF];
+    } else if (unit < 0x80 && isPlain(static_cast<unsigned char>(unit))) {
+      if (hexadecimal) out += "\" u\"";
+      out += static_cast<char>(unit);
+    } else {
+      appendOctal(unit, out);
+    }
+    hexadecimal = unit >= kFirstBeyondOctal;
   }
-  out += "(const u16[]){";
-  for (const char16_t unit : utf16(text)) out += std::to_string(unit) + ", ";
-  out += "0}";
+  out += '"';
 }
 
 }  // namespace

@@ -122,7 +122,7 @@ TEST(StatementsInC, OfEveryKind) {
        "(u64)((u64)@ul + (u64)(vel_t2))) { } (void)@l; for (; @l >= 0; @l = (i64)((u64)@l - "
        "9223372036854775808u)) { } @i = @a.a[vel_index_u64(@ul, 1, 3)];"},
       {"ws := \"\xC3\xBC\"; s := '\xFC';",
-       "vel_wstring_set(@ws, 81, (const u16[]){195, 188, 0}); vel_string_set(@s, 6, \"\\374\");"},
+       "vel_wstring_set(@ws, 81, u\"\\303\\274\"); vel_string_set(@s, 6, \"\\374\");"},
       {"FOR i := 32767 TO 32767 DO ; END_FOR;",
        "i64 vel_t1; u8 vel_t2; @i = 32767; vel_t1 = 32767; for (vel_t2 = (i64)@i <= vel_t1; "
        "vel_t2; vel_t2 = vel_for_more_i64(@i, vel_t1, 1), @i = (i16)((u64)@i + (u64)(1))) { }"},
@@ -196,8 +196,8 @@ TEST(StatementsInC, OfEveryKind) {
        "b := TRUE; b := 1; ws := \"a$0001\"; s := '$0a\"$'';",
        "@i = @k; @l = @lo; @l = -9223372036854775807LL; @ul = 18446744073709551615ULL; @lr = "
        "1.0e300; @r = 0.1; @bt = 255; @si = -128; @i = -5; @t = 1000; @lt = 1000LL; @td = "
-       "3600000u; @b = 1; @b = 1; vel_wstring_set(@ws, 81, (const u16[]){97, 1, 0}); "
-       "vel_string_set(@s, 6, \"\\012\\042'\");"},
+       "3600000u; @b = 1; @b = 1; vel_wstring_set(@ws, 81, u\"a\\001\"); vel_string_set(@s, 6, "
+       "\"\\012\\042'\");"},
       {"i := 2 + 3 * 4; l := -(5) - 1; i := i + (2 - 3); r := 1 / 2; d := 10000000000 / 100000; i "
        ":= F(3 - 4); i := - - 1; l := 9223372036854775807 + 1;",
        "i16 vel_t1; @i = 14; @l = -6; @i = (i16)(@i + (i16)(-1)); @r = 0; @d = (i32)(100000); @i = "
@@ -255,12 +255,12 @@ TEST(StatementsInC, OfEveryKind) {
        "BOOL_TO_STRING(b)); ws := LEFT(\"xy\", i); b := MUX(i, i = j, FALSE); i := ROL(i, LIMIT(0, "
        "i, 9)); ul := SIZEOF(i) - ud; ud := SIZEOF(STRING[9]) + SIZEOF(wstring);",
        "vel_string_set(@s, 6, \"a'b\\012\"); @b = vel_string_compare(@s, \"x\") < 0; "
-       "vel_wstring_set(@ws, 81, (const u16[]){228, 0}); vel_string_set(@s, 6, "
-       "LTIME_TO_STRING((((i64)(@t) * 1000000)), _returnString)); vel_string_concat(@s, 6, 2, "
-       "(const char*[]){\"x\", BOOL_TO_STRING((@b), _returnString)}); vel_wstring_left(@ws, 3, "
-       "u\"xy\", (i64)@i); @b = ((u8)FC_MUX_INT(2, @i, (u8)(@i == @j), (u8)0)); @i = ({ i16 vel_t1 "
-       "= LIMIT((0), (@i), (9)); ROL(@i, (vel_t1), i16, u16); }); @ul = ((u32)sizeof(i16)) - @ud; "
-       "@ud = ((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
+       "vel_wstring_set(@ws, 81, u\"\\344\"); vel_string_set(@s, 6, LTIME_TO_STRING((((i64)(@t) * "
+       "1000000)), _returnString)); vel_string_concat(@s, 6, 2, (const char*[]){\"x\", "
+       "BOOL_TO_STRING((@b), _returnString)}); vel_wstring_left(@ws, 3, u\"xy\", (i64)@i); @b = "
+       "((u8)FC_MUX_INT(2, @i, (u8)(@i == @j), (u8)0)); @i = ({ i16 vel_t1 = LIMIT((0), (@i), "
+       "(9)); ROL(@i, (vel_t1), i16, u16); }); @ul = ((u32)sizeof(i16)) - @ud; @ud = "
+       "((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
       {"b := MIN(r, 0.1) = r; b := SEL(b, INT_TO_STRING(1), s) = 'x'; lr := SEL(b, i + 1, j) ** 2; "
        "MAX(i, j); l := LIMIT(MIN(ul, ud), l, lo); l := lo / ULINT#18446744073709551614; d := "
        "MAX(d, d) + LIMIT(0, i, j);",
