@@ -38,16 +38,18 @@ bool isPointedText(const ASTNode& node) {
   return isText(typeOf(node)) && static_cast<const Expr&>(node).kind == ExprKind::Dereference;
 }
 
-// True of a number beyond DINT from which, or from a UDINT, an operator chooses: C has it as a
-// LINT, and then the result too.
-bool isUnsignedChoice(const ASTNode& node, const OperatorTraits& op) {
+// The type that the C of an operator must have a number in, None if any will do. C has numbers
+// beyond DINT as LINT and smaller ones as int, and then the result of the operator too.
+BasicDataType unsignedType(const ASTNode& node, const OperatorTraits& op) {
   const Literal* const literal = literalOf(node);
-  if (!op.chooses() || literal == nullptr || literal->value.form != LiteralForm::Integer)
-    return false;
-  const auto& call = static_cast<const Call&>(*node.parent()->parent());
-  const bool beyond =
-      literal->value.magnitude > INT32_MAX && literal->value.magnitude <= UINT32_MAX;
-  return typeOf(call) == BasicDataType::UDInt && beyond && !literal->value.negative;
+  if (literal == nullptr || literal->value.form != LiteralForm::Integer || literal->value.negative)
+    return BasicDataType::None;
+  const BasicDataType own = typeOf(node);
+  if (own == BasicDataType::UDInt || own == BasicDataType::ULInt) return own;
+  const bool chosen = op.chooses() && literal->value.magnitude > INT32_MAX &&
+                      literal->value.magnitude <= UINT32_MAX &&
+                      typeOf(*node.parent()->parent()) == BasicDataType::UDInt;
+  return chosen ? BasicDataType::UDInt : BasicDataType::None;
 }
 
 // True if its C text binds tighter than every binary operator.
@@ -108,8 +110,10 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
     return calls.plainText(static_cast<Call&>(*expression));
   if (expression->type() == vel::ASTType::Expression) {
     const OperatorTraits* const op = operatorOf(*expression);
-    if (op != nullptr && isUnsignedChoice(*expression, *op)) {
-      appendLiteral(literalOf(*expression)->value, BasicDataType::UDInt, text);
+    const BasicDataType number =
+        op != nullptr ? unsignedType(*expression, *op) : BasicDataType::None;
+    if (number != BasicDataType::None) {
+      appendLiteral(literalOf(*expression)->value, number, text);
       return text;
     }
     append(static_cast<Expr&>(*expression), text);

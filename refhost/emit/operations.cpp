@@ -63,32 +63,50 @@ std::uint64_t keptBits(const Expr& expr) {
   return stored ? bits(typeOf(*statement->leaf(0))) : 0;
 }
 
-bool isAllOnes(const Expr& expr);
+// The bits of a value that compilers may know.
+struct KnownBits {
+  std::uint64_t ones = 0;
+  std::uint64_t zeros = 0;
+};
 
-// The bits that compilers may know to be set.
-std::uint64_t knownOnes(const ASTNode& node) {
-  if (const auto constant = constantInteger(node)) return static_cast<std::uint64_t>(*constant);
-  if (node.type() != vel::ASTType::Expression) return 0;
+bool isDecided(const Expr& expr);
+
+KnownBits knownBits(const ASTNode& node) {
+  if (const auto constant = constantInteger(node)) {
+    const auto bits = static_cast<std::uint64_t>(*constant);
+    return {bits, ~bits};
+  }
+  if (node.type() != vel::ASTType::Expression) return {};
   const auto& expr = static_cast<const Expr&>(node);
+  KnownBits known;
   if (expr.kind == ExprKind::Call) {
     const auto& call = static_cast<const Call&>(*expr.leaf(0));
-    std::uint64_t ones = 0;
-    if (call.op() == nullptr) return ones;  // compilers see through the macros of operators only
-    for (const ASTNode* const operand : parametersOf(call)) ones |= knownOnes(*operand);
-    return ones;
+    if (call.op() == nullptr) return {};  // compilers see through the macros of operators only
+    for (const ASTNode* const operand : parametersOf(call)) {
+      const KnownBits bits = knownBits(*operand);
+      known.ones |= bits.ones;
+      known.zeros |= bits.zeros;
+    }
+    return known;
   }
-  if (formOf(expr.kind) != ExprForm::Logic || isAllOnes(expr)) return 0;
-  const std::uint64_t left = knownOnes(*expr.leaf(0));
-  const std::uint64_t right = knownOnes(*expr.leaf(1));
-  if (expr.kind == ExprKind::Or) return left | right;
-  return expr.kind == ExprKind::Xor ? left ^ right : left & right;
+  if (formOf(expr.kind) != ExprForm::Logic || isDecided(expr)) return {};
+  const KnownBits left = knownBits(*expr.leaf(0));
+  const KnownBits right = knownBits(*expr.leaf(1));
+  if (expr.kind == ExprKind::Or) return {left.ones | right.ones, left.zeros & right.zeros};
+  if (expr.kind == ExprKind::And) return {left.ones & right.ones, left.zeros | right.zeros};
+  return {left.ones ^ right.ones, left.zeros & right.zeros};
 }
 
-// True of an OR that gives the largest number of a small type whatever its operands are. gcc takes
-// that for an overflow when the number is stored.
-bool isAllOnes(const Expr& expr) {
-  const std::uint64_t kept = expr.kind == ExprKind::Or ? keptBits(expr) : 0;
-  return kept != 0 && (kept & ~(knownOnes(*expr.leaf(0)) | knownOnes(*expr.leaf(1)))) == 0;
+// True of an OR that gives the largest number of a small type whatever its operands are, and of an
+// AND that gives 0. gcc takes that for an overflow when the number is stored.
+bool isDecided(const Expr& expr) {
+  const bool ones = expr.kind == ExprKind::Or;
+  const std::uint64_t kept = ones || expr.kind == ExprKind::And ? keptBits(expr) : 0;
+  if (kept == 0) return false;
+  const KnownBits left = knownBits(*expr.leaf(0));
+  const KnownBits right = knownBits(*expr.leaf(1));
+  const std::uint64_t known = ones ? left.ones | right.ones : left.zeros | right.zeros;
+  return (kept & ~known) == 0;
 }
 
 // True of an operation whose result compilers know: on equal operands, on constants, on a constant
@@ -126,9 +144,13 @@ std::string hidden(const Expr& expr, BasicDataType type, std::string_view text) 
 std::string simple(const Expr& expr, BasicDataType type, std::string a, std::string b) {
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
-  if (isAllOnes(expr)) {
-    if (knownOnes(left) != 0) a = hidden(expr, type, a);
-    if (knownOnes(right) != 0) b = hidden(expr, type, b);
+  if (isDecided(expr)) {
+    const auto knows = [](const ASTNode& operand) {
+      const KnownBits bits = knownBits(operand);
+      return (bits.ones | bits.zeros) != 0;
+    };
+    if (knows(left)) a = hidden(expr, type, a);
+    if (knows(right)) b = hidden(expr, type, b);
   } else if (isObvious(expr, unparenthesized(a), unparenthesized(b))) {
     const bool second = isConstant(right, unparenthesized(b));
     if (second) b = hidden(expr, type, b);
