@@ -21,6 +21,6 @@ struct Parsed {
   std::vector<refhost::Diagnostic> messages;
 };
 
-// A node as text: `(+ a 1)` for an operator, `f[a 1]` for a call, `{f[a]}` for one under
-// its wrapper, `(if c [...] [...])` for a statement, `_` for a leaf left out.
-std::string show(const refhost::ASTNode* node);
+// The source of a node; where it has lists of others its first word, or its name or labels, and
+// the lists in brackets.
+std::string show(const refhost::ASTNode& node);

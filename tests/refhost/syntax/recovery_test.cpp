@@ -14,83 +14,75 @@ struct Row {
 
 TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
   const Row rows[] = {
-      {"x := 5 + * 3; y := 2;", "2:10 Syntax error: found '*', expected expression;\n",
-       "(:= y 2)\n"},
+      {"x := 5 + * 3; y := 2;", "2:10 Syntax error: found '*', expected expression;\n", "y := 2\n"},
       {"x := 5\nIF a THEN y := 1; END_IF", "3:1 Syntax error: found 'IF', expected ';';\n",
-       "(if a [(:= y 1)])\n"},
+       "IF[y := 1]\n"},
       {"x := ; y := ; z := 1;",
        "2:6 Syntax error: found ';', expected expression;\n"
        "2:13 Syntax error: found ';', expected expression;\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"IF a AND ; THEN\nIF a THEN y := 1; END_IF; z := 1; ELSE y := 2; END_IF; z := 2;",
-       "2:10 Syntax error: found ';', expected THEN;\n", "(:= z 2)\n"},
+       "2:10 Syntax error: found ';', expected THEN;\n", "z := 2\n"},
       {"y := f(IF a THEN x := 1; END_IF; z := 1;",
        "2:8 Syntax error: found 'IF', expected expression, REF_TO or ')';\n",
-       "(if a [(:= x 1)])\n(:= z 1)\n"},
+       "IF[x := 1]\nz := 1\n"},
       {"x = 5; y;",
        "2:3 Syntax error: found '=', expected ':=';\n2:9 Syntax error: found ';', expected ':=';\n",
        ""},
       {"IF a TEHN x := 1; y := 2; END_IF; z := 1;",
-       "2:6 Syntax error: found 'TEHN', expected THEN;\n",
-       "(if a [(:= x 1) (:= y 2)])\n(:= z 1)\n"},
+       "2:6 Syntax error: found 'TEHN', expected THEN;\n", "IF[x := 1; y := 2]\nz := 1\n"},
       {"WHILE a b := 1; END_WHILE z := 1;", "2:9 Syntax error: found 'b', expected DO;\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"FOR i := 1 x := 1; END_FOR FOR i = 1 TO 2 DO END_FOR z := 1;",
        "2:12 Syntax error: found 'x', expected TO;\n2:34 Syntax error: found '=', expected ':=';\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"IF a THEN FOR i := 1 TO 2 DO b := 1; END_IF; z := 1;",
-       "2:38 Syntax error: found 'END_IF', expected END_FOR;\n",
-       "(if a [(for (:= i 1) 2 _ [(:= b 1)])])\n(:= z 1)\n"},
+       "2:38 Syntax error: found 'END_IF', expected END_FOR;\n", "IF[FOR[b := 1]]\nz := 1\n"},
       {"IF a THEN z := 1;", "2:19 Syntax error: found 'END_PROGRAM', expected END_IF;\n",
-       "(if a [(:= z 1)])\n"},
+       "IF[z := 1]\n"},
       {"END_IF; z := 1;", "2:1 Syntax error: found 'END_IF', expected statement or END_PROGRAM;\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"REPEAT x := 1; END_REPEAT z := 1;",
-       "2:16 Syntax error: found 'END_REPEAT', expected UNTIL;\n", "(:= z 1)\n"},
+       "2:16 Syntax error: found 'END_REPEAT', expected UNTIL;\n", "z := 1\n"},
       {"CASE x OF 1,,2: a := 1; 3: b := 2; END_CASE z := 1;",
-       "2:13 Syntax error: found ',', expected expression;\n",
-       "(case x (of (labels 3) [(:= b 2)]))\n(:= z 1)\n"},
+       "2:13 Syntax error: found ',', expected expression;\n", "[x; 3[b := 2]]\nz := 1\n"},
       {"CASE x OF a := 1; 3: END_CASE",
-       "2:11 A statement of a CASE stands before its first label;\n",
-       "(case x (of (labels 3) []))\n"},
+       "2:11 A statement of a CASE stands before its first label;\n", "[x; 3[]]\n"},
       {"y := f(a b); y := (1; z := 1;",
        "2:10 Syntax error: found 'b', expected ':=', '=>', ',' or ')';\n"
        "2:21 Syntax error: found ';', expected ')';\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"x := 1 # 2; \xC2\xA7 := 3; \xE9 := 4; z := 1;",
        "2:8 Syntax error: unexpected character '#';\n"
        "2:13 Syntax error: unexpected character '\xC2\xA7';\n"
        "2:22 Syntax error: unexpected character '?';\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"x := 'abc;\nz := 1;", "2:6 Unterminated string;\n", ""},
-      {"x := 'abc\n; z := 1;", "2:6 Unterminated string;\n", "(:= z 1)\n"},
-      {"z := 1; (* x", "2:9 Unterminated comment;\n", "(:= z 1)\n"},
+      {"x := 'abc\n; z := 1;", "2:6 Unterminated string;\n", "z := 1\n"},
+      {"z := 1; (* x", "2:9 Unterminated comment;\n", "z := 1\n"},
       {"x := 12abc + INT#40000 + T#5x; z := 1;",
        "2:6 '12abc' is not a valid literal;\n2:14 The literal 'INT#40000' is out of range;\n"
        "2:26 'T#5x' is not a valid literal;\n",
-       "(:= x (+ (+ 12abc INT#40000) T#5x))\n(:= z 1)\n"},
+       "x := 12abc + INT#40000 + T#5x\nz := 1\n"},
       {"a[1, i][f(x)] := b^.c^.3; c.d(1); a[1](e := 2); p^(); x := Color#Red; a[; z := 1;",
        "2:73 Syntax error: found ';', expected expression;\n",
-       "(:= ([] ([] a 1 i) {f[x]}) (bit 3 (^ (. (^ b) c))))\n(call (. c d)[1])\n"
-       "(call ([] a 1)[e:=2])\n(call (^ p)[])\n(:= x Color#Red)\n(:= z 1)\n"},
+       "a[1, i][f(x)] := b^.c^.3\nc.d(1)\na[1](e := 2)\np^()\nx := Color#Red\nz := 1\n"},
       {"s := 'it''s'; f(\"a\"\"b\", 'c''d'); z := 1;",
        "2:10 Doubled quotes in strings ($' is a quote) are not supported;\n"
        "2:20 Doubled quotes in strings ($' is a quote) are not supported;\n",
-       "(:= z 1)\n"},
+       "z := 1\n"},
       {"FOR i := 1 TO 2 DO a := 1; END_WHILE z := 1;",
-       "2:28 Syntax error: found 'END_WHILE', expected END_FOR;\n",
-       "(for (:= i 1) 2 _ [(:= a 1)])\n(:= z 1)\n"},
+       "2:28 Syntax error: found 'END_WHILE', expected END_FOR;\n", "FOR[a := 1]\nz := 1\n"},
       {"CASE x OF A: IF b THEN y := 1; B, C: z := 1; END_CASE",
-       "2:32 Syntax error: found 'B', expected END_IF;\n",
-       "(case x (of (labels A) [(if b [(:= y 1)])]) (of (labels B C) [(:= z 1)]))\n"},
+       "2:32 Syntax error: found 'B', expected END_IF;\n", "[x; A[IF[y := 1]]; B, C[z := 1]]\n"},
       {"IF a THEN WHILE b DO c := 1; END_IF; END_WHILE; IF d THEN FOR i := 1 TO 2 DO END_IF END_IF",
        "2:30 Syntax error: found 'END_IF', expected END_WHILE;\n"
        "2:78 Syntax error: found 'END_IF', expected END_FOR;\n",
-       "(if a [(while b [(:= c 1)])])\n(if d [(for (:= i 1) 2 _ [])])\n"},
+       "IF[WHILE[c := 1]]\nIF[FOR[]]\n"},
       {"IF a THEN IF x = 'abc THEN\n END_IF; s := 'b; END_IF\nz := 1; s := f('a, 'b');",
        "2:18 Unterminated string;\n3:15 Unterminated string;\n4:22 Unterminated string;\n",
-       "(if a [])\n"},
-      {"a S 5; z := 1;", "2:3 Syntax error: found 'S', expected ':=';\n", "(:= z 1)\n"},
+       "IF[]\n"},
+      {"a S 5; z := 1;", "2:3 Syntax error: found 'S', expected ':=';\n", "z := 1\n"},
       {"STEP s : b := 1; END_STEP z := 1;",
        "2:1 Sequential function charts (SFC) are not supported;\n", ""},
       {"a S= b; c.3 R= d; e REF= f; g := h := 1; RETURN(x); y := CHAR#'a'; b : INT := 1;\n"
@@ -102,10 +94,12 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "3:1 Labels are not supported;\n3:26 Labels are not supported;\n"
        "3:39 Labels are not supported;\n3:53 Syntax error: found 'UNTIL', expected statement or "
        "END_PROGRAM;\n",
-       "(REF= e f)\n(:= y CHAR#'a')\n(:= a 1)\n(if b [(exit)])\n(:= z 1)\n"},
-      {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "(:= z 1)\n"},
+       "e REF= f\ny := CHAR#'a'\na := 1\nIF[EXIT]\nz := 1\n"},
+      {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "z := 1\n"},
+      {";; (* 1 (* 2 *) ** ( *) a := // x\r\n {pragma} /* y */ timer.retain + x.at + 2#10_01; f();",
+       "", "a := // x\r\n {pragma} /* y */ timer.retain + x.at + 2#10_01\nf()\n"},
       {std::string("z := 1; \177E\1\2", 13),
-       "2:9 Syntax error: the file is not a text from here on;\n", "(:= z 1)\n"},
+       "2:9 Syntax error: the file is not a text from here on;\n", "z := 1\n"},
   };
   for (const Row& row : rows) {
     const Parsed parsed("PROGRAM p\n" + row.body + " END_PROGRAM");
@@ -121,31 +115,27 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:36 Syntax error: found ';', expected type;\n"
        "1:50 Syntax error: found ';', expected expression;\n"
        "1:60 Syntax error: found 'END_VAR', expected ':=' or ';';\n",
-       "(program p _ [(var (decl INT _ _ a) (decl INT _ _ b) (decl _ _ _ c) (decl REAL _ _ e) "
-       "(decl INT _ _ d))] [])\n"},
+       "p[[a : INT; b : INT; c; e : REAL; d : INT]][]\n"},
       {"FUNCTION f : INT VAR_INST a : INT; END_VAR JMP e; END_FUNCTION",
        "1:18 VAR_INST blocks are not supported;\n1:44 Jumps (JMP) are not supported;\n",
-       "(function f INT [(var (decl INT _ _ a))] [])\n"},
+       "f[[a : INT]][]\n"},
       {"PROGRAM p VAR a : INT; IF b THEN END_IF END_PROGRAM",
-       "1:24 Syntax error: found 'IF', expected END_VAR;\n",
-       "(program p _ [(var (decl INT _ _ a))] [(if b [])])\n"},
+       "1:24 Syntax error: found 'IF', expected END_VAR;\n", "p[[a : INT]][IF[]]\n"},
       {"PROGRAM p VAR 1a : INT; b : INT; END_VAR VAR_TEMP 5 END_VAR END_PROGRAM",
        "1:15 Syntax error: found '1a', expected END_VAR, identifier or ';';\n"
        "1:51 Syntax error: found '5', expected END_VAR, identifier or ';';\n",
-       "(program p _ [(var (decl INT _ _ b)) (temp)] [])\n"},
+       "p[[b : INT]; []][]\n"},
       {"PROGRAM p x := 1; FUNCTION f : INT END_FUNCTION",
-       "1:19 Syntax error: found 'FUNCTION', expected END_PROGRAM;\n",
-       "(program p _ [] [(:= x 1)])\n(function f INT [] [])\n"},
+       "1:19 Syntax error: found 'FUNCTION', expected END_PROGRAM;\n", "p[][x := 1]\nf[][]\n"},
       {"FUNCTION f : INT END_PROGRAM PROGRAM q END_PROGRAM",
-       "1:18 Syntax error: found 'END_PROGRAM', expected END_FUNCTION;\n",
-       "(function f INT [] [])\n(program q _ [] [])\n"},
+       "1:18 Syntax error: found 'END_PROGRAM', expected END_FUNCTION;\n", "f[][]\nq[][]\n"},
       {"foo bar; PROGRAM q END_PROGRAM PROGRAM 5 END_PROGRAM PROGRAM p x := 1;",
        "1:1 Syntax error: found 'foo', expected PROGRAM, FUNCTION, FUNCTION_BLOCK, VAR_GLOBAL, "
        "TYPE "
        "or CONFIGURATION;\n"
        "1:40 Syntax error: found '5', expected identifier;\n"
        "1:71 Syntax error: found end of file, expected END_PROGRAM;\n",
-       "(program q _ [] [])\n(program  _ [] [])\n(program p _ [] [(:= x 1)])\n"},
+       "q[][]\n[][]\np[][x := 1]\n"},
       {"TYPE t : STRUCT a : INT; u : STRUCT b, c : t := (x := 1); END_STRUCT END_STRUCT\n"
        "e : (A, B := 2) := B; f : INT (A) := A; g : (A) INT; END_TYPE\n"
        "TYPE h : REF_TO t END_TYPE\n"
@@ -153,12 +143,9 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "b : INT := 1, 2(3); c : INT(0..5); END_VAR END_PROGRAM\n"
        "CONFIGURATION c RESOURCE r ON x PROGRAM q WITH t : p; END_RESOURCE END_CONFIGURATION",
        "",
-       "(type t (struct (decl INT _ _ a) (decl (struct (decl t (struct x:=1) _ b c)) _ _ u)) _)\n"
-       "(type e (of  (value A _) (value B 2)) B)\n(type f (of INT (value A _)) A)\n"
-       "(type g (of INT (value A _)) _)\n(type h (pointer t) _)\n"
-       "(program p _ [(var (decl (array (pointer INT) (.. 1 2) (.. -1 n)) (array 1 (repeat 2 3 "
-       "(array 4)) (repeat 2)) _ a) (decl INT (array 1 (repeat 2 3)) _ b)"
-       " (decl (of INT (.. 0 5)) _ _ c))] [])\n"},
+       "t[a : INT; u[b, c : t := (x := 1)]]\ne : (A, B := 2) := B\nf : INT (A) := A\ng : (A) "
+       "INT\nh : REF_TO t\np[[a : ARRAY[1..2, -1..n] OF POINTER TO INT := [1, 2(3, [4]), 2()]; b : "
+       "INT := 1, 2(3); c : INT(0..5)]][]\n"},
       {"NAMESPACE a.b USING c, d; CLASS e METHOD m END_METHOD END_CLASS INTERFACE i END_INTERFACE\n"
        "FUNCTION_BLOCK FINAL f EXTENDS g IMPLEMENTS h, i VAR PUBLIC a : INT; END_VAR\n"
        "METHOD m : INT VAR b : INT; END_VAR IF END_METHOD PROPERTY p : INT END_PROPERTY\n"
@@ -182,14 +169,12 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "8:9 Syntax error: found 'PROGRAM', expected END_CLASS;\n"
        "8:55 Syntax error: found '5', expected identifier;\n"
        "8:58 Syntax error: found 'PROGRAM', expected END_CONFIGURATION;\n",
-       "(function_block f _ [(var (decl INT _ _ a))] [(:= a 1)])\n"
-       "(program s _ [(var (decl BOOL _ _ a))] [])\n(program l _ [] [])\n"
-       "(program w _ [(var (decl INT _ _ step class on))] [(:= step class) (call action[ld])])\n"
-       "(program q _ [] [])\n(program v _ [] [])\n"},
+       "f[[a : INT]][a := 1]\ns[[a : BOOL]][]\nl[][]\nw[[step, class, on : INT]][step := class; "
+       "action(ld)]\nq[][]\nv[][]\n"},
       {"TYPE t : STRUCT a : ; b : INT; IF END_TYPE PROGRAM p END_PROGRAM",
        "1:21 Syntax error: found ';', expected type;\n"
        "1:32 Syntax error: found 'IF', expected END_STRUCT;\n",
-       "(type t (struct (decl _ _ _ a) (decl INT _ _ b)) _)\n(program p _ [] [])\n"},
+       "t[a; b : INT]\np[][]\n"},
       {"TYPE u : UNION a : INT; s : STRUCT OVERLAP b AT %B0, c : INT; END_STRUCT; END_UNION\n"
        "union : INT; END_TYPE FUNCTION f : REFERENCE TO INT\n"
        "VAR x : REFERENCE TO INT REF= y; y : ARRAY[1..2, *] OF INT; z : union; END_VAR "
@@ -197,11 +182,8 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "1:10 Unions (UNION) are not supported;\n"
        "1:36 Overlapping members (OVERLAP) are not supported;\n"
        "1:46 Addresses of members (AT) are not supported;\n",
-       "(type u (struct (decl INT _ _ a) (decl (struct (decl _ _ _ b)) _ _ s)) _)\n"
-       "(type union INT _)\n"
-       "(function f (reference INT) [(var (decl (reference INT) y _ x) (decl (array INT (.. 1 2) "
-       "(..)) _ _ y) (decl union "
-       "_ _ z))] [])\n"},
+       "u[a : INT; s[b]]\nunion : INT\nf[[x : REFERENCE TO INT REF= y; y : ARRAY[1..2, *] OF INT; "
+       "z : union]][]\n"},
       {"FUNCTION f : ARRAY[1..] OF INT VAR a : INT; END_VAR END_FUNCTION FUNCTION g : ;\n"
        "VAR case, b : INT; END_VAR IF b THEN g := case; ENDIF case := b; CASE b OF 1: b := 2; "
        "ENDCASE\n"
@@ -218,11 +200,8 @@ TEST(Recovery, KeepsUnitsAndDeclarationsApart) {
        "3:23 'Exit' is a keyword and cannot be a name;\n"
        "4:25 Syntax error: found 'OF', expected ',' or ']';\n"
        "5:22 Syntax error: found 'INT', expected TO;\n",
-       "(type e (of  (value Exit _) (value On _)) _)\n"
-       "(function f  [(var (decl INT _ _ a))] [])\n"
-       "(function g  [(var (decl INT _ _ case b))] [(if b [(:= g case)]) (:= case b) "
-       "(case b (of (labels 1) [(:= b 2)]))])\n"
-       "(function h  [(var (decl INT _ _ a))] [])\n(function i  [(var (decl INT _ _ a))] [])\n"},
+       "e : (Exit, On)\nf[[a : INT]][]\ng[[case, b : INT]][IF[g := case]; case := b; [b; 1[b := "
+       "2]]]\nh[[a : INT]][]\ni[[a : INT]][]\n"},
       {"", "", ""},
       {" // nothing", "", ""},
   };
