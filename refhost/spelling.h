@@ -8,7 +8,8 @@ namespace refhost {
 
 // The nearest of the names that are offered, by the number of letters that are missing, too many,
 // wrong or swapped with a neighbour, regardless of letter case: at most one of them in a name of up
-// to four letters, two in a longer one.
+// to four letters, two in a longer one. Of names at the same number the one is nearer that has
+// fewer wrong letters.
 class Spelling {
  public:
   // `wanted` is not copied.
@@ -20,7 +21,7 @@ class Spelling {
 
  private:
   std::string_view wanted_;
-  std::size_t limit_;  // the distance that best_ has, or from which on none is accepted
+  std::size_t limit_;  // the cost that best_ has, or from which on none is accepted
   std::string best_;
 };
 

@@ -10,6 +10,7 @@ using vel::ASTNode;
 using vel::TreeBuilder;
 
 std::optional<Integer> Expressions::requireConstant(ASTNode& parent, int index) {
+  const Seeking seeking(context_, Sought::Constant);
   const std::size_t first = messages_.count();
   const Expr& value = analyseLeaf(parent, index);
   const auto constant = constantInteger(value);
@@ -50,7 +51,12 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     Remarks* const said =
         sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
-    if (said != nullptr && !known) parts_.suggestions.addName(*said, expr, name);
+    if (said == nullptr || known) return nullptr;
+    if (mark == std::string_view::npos) {
+      parts_.suggestions.addName(*said, expr, name);
+    } else {
+      parts_.suggestions.addTypedValue(*said, expr, name);
+    }
   }
   return nullptr;
 }
@@ -84,6 +90,15 @@ vel::SymbolDataType* Expressions::typeAccess(Expr& expr) {
   return typePart(expr);
 }
 
+// What a member is of.
+Expr& Expressions::analyseWhole(Expr& member) {
+  const Sought sought = context_.sought;
+  const Seeking seeking(context_, sought == Sought::Value   ? Sought::Whole
+                                  : sought == Sought::Place ? Sought::WholePlace
+                                                            : sought);
+  return analyseLeaf(member, 0);
+}
+
 vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   auto& first = static_cast<Expr&>(*expr.leaf(0));
   const char* const name = static_cast<const Text&>(*expr.leaf(1)).text();
@@ -96,7 +111,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
     const std::string_view typeName = TreeBuilder::source(first);
     if (variable == nullptr && refusesValue(*expr.leaf(1), typeName, name)) return nullptr;
   }
-  const Expr& base = analyseLeaf(expr, 0);
+  const Expr& base = analyseWhole(expr);
   if (base.dataType == nullptr) return nullptr;
   VarSymbol* const member = memberOf(base.dataType, name);
   // An in-out parameter refers to a variable of the caller, which is valid during the call only.
@@ -136,6 +151,8 @@ vel::SymbolDataType* Expressions::typePart(Expr& expr) {
 // An element of an array, or of the memory from the target of a pointer on.
 vel::SymbolDataType* Expressions::typeElement(Expr& expr) {
   const Expr& base = analyseArray(expr, 0);
+  const bool fixed = context_.sought == Sought::Constant;
+  const Seeking seeking(context_, fixed ? Sought::Constant : Sought::Value);
   for (int i = 1; i < expr.leavesCount(); ++i) {
     const Expr& subscript = analyseLeaf(expr, i);
     if (subscript.dataType == nullptr || isInteger(typeOf(subscript))) continue;

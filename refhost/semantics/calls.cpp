@@ -156,6 +156,9 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   for (const Binding& binding : bindArguments(call, callee)) {
     const Type* const wanted =
         binding.parameter != nullptr ? binding.parameter->dataType() : nullptr;
+    const bool place = binding.parameter != nullptr && (binding.parameter->role == Role::Output ||
+                                                        binding.parameter->role == Role::InOut);
+    const Seeking seeking(context_, place ? Sought::Place : context_.sought);
     if (binding.named != nullptr) {
       parts_.expressions.analyseLeaf(*binding.node, 1, wanted);
     } else {
@@ -186,7 +189,7 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
       if (context_.mayMiss(&callee)) continue;
       const std::string_view formal = TreeBuilder::source(*binding.node->leaf(0));
       Remarks& said = say(*binding.node, message::kUnknownParameter, callee.name(), formal);
-      parts_.suggestions.addParameter(said, *binding.node->leaf(0), formal, callee);
+      parts_.suggestions.addParameter(said, *list, *binding.named, callee);
       continue;
     }
     const auto before = std::find_if(bindings.begin(), bindings.end(), [&](const Binding& other) {

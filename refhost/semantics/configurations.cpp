@@ -9,6 +9,7 @@
 #include "hostkit/literal.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
+#include "refhost/spelling.h"
 
 namespace refhost {
 
@@ -94,7 +95,14 @@ const Task* Configurations::taskOf(const ConfigurationItem& instance) {
     const Task* const task = services_.configuration.task(resource, wanted);
     if (task != nullptr) return task;
   }
-  if (!tree_.incomplete) say(*name, message::kUnknownTask, wanted);
+  if (tree_.incomplete) return nullptr;
+  Spelling spelling(wanted);
+  for (const Task& task : services_.configuration.tasks) {
+    const bool visible =
+        task.resource.empty() || equalIgnoringCase(task.resource, nameOf(instance.resource));
+    if (visible) spelling.offer(task.name);
+  }
+  Suggestions::add(say(*name, message::kUnknownTask, wanted), rangeOf(*name), spelling);
   return nullptr;
 }
 
@@ -117,8 +125,14 @@ void Configurations::declareInstance(const ConfigurationItem& node) {
   const std::string_view type = TreeBuilder::source(*instance.connections->leaf(0));
   instance.program = services_.symbols.unit(type);
   if (instance.program == nullptr || instance.program->type() != vel::POUType::Program) {
+    misnamed_ = true;
     if (instance.program != nullptr || !tree_.incomplete) {
-      say(*instance.connections, message::kNotAProgram, type);
+      Remarks& said = say(*instance.connections, message::kNotAProgram, type);
+      Spelling spelling(type);
+      for (const UnitSymbol* const unit : services_.symbols.units()) {
+        if (unit->type() == vel::POUType::Program) spelling.offer(unit->name());
+      }
+      Suggestions::add(said, rangeOf(*instance.connections->leaf(0)), spelling);
     }
     return;
   }
@@ -160,7 +174,10 @@ void Configurations::analyseTask(Task& task) {
         std::find_if(kTaskProperties.begin(), kTaskProperties.end(),
                      [name](const TaskProperty& row) { return equalIgnoringCase(row.name, name); });
     if (!named || known == kTaskProperties.end()) {
-      say(property, message::kTaskProperty, name);
+      Remarks& said = say(property, message::kTaskProperty, name);
+      Spelling spelling(name);
+      for (const TaskProperty& row : kTaskProperties) spelling.offer(row.name);
+      if (named) Suggestions::add(said, rangeOf(*property.leaf(0)), spelling);
       continue;
     }
     const Expr*& value = given[static_cast<std::size_t>(known - kTaskProperties.begin())];
@@ -199,7 +216,7 @@ void Configurations::analyseConfigurations() {
   for (const ProgramInstance& instance : configuration.instances) {
     parts_.calls.analyseArguments(*instance.connections, *instance.program);
   }
-  if (configuration.instances.empty()) return;
+  if (configuration.instances.empty() || misnamed_) return;
   for (const UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() != vel::POUType::Program || unit->instantiated) continue;
     say(*unit->node->leaf(Unit::kName), message::kNoInstance, unit->name());

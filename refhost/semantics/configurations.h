@@ -21,6 +21,8 @@ class Configurations : public Part {
   const Task* taskOf(const ConfigurationItem& instance);
   void analyseTask(Task& task);
   void setProperty(Task& task, BasicDataType type, const Expr& value);
+
+  bool misnamed_ = false;  // an instance is of no PROGRAM, and may be meant to be of any
 };
 
 }  // namespace refhost

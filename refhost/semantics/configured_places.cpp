@@ -5,6 +5,7 @@
 #include "hostkit/folding.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
+#include "refhost/spelling.h"
 
 namespace refhost {
 
@@ -96,8 +97,10 @@ void ConfiguredPlaces::analyseEntry(VarDecl& entry) {
   const ASTNode* const address = entry.leaf(VarDecl::kAddress);
   Type* const type = spec != nullptr ? parts_.types.resolve(*spec).type : nullptr;
   Target target;
-  if (!follow(namesOf(path), target)) {
-    if (complete_) say(path, message::kNothingToConfigure, TreeBuilder::source(path));
+  if (const Expr* const lost = follow(namesOf(path), target)) {
+    if (!complete_) return;
+    Remarks& said = say(path, message::kNothingToConfigure, TreeBuilder::source(path));
+    suggest(said, *lost, target);
     return;
   }
   if (type == nullptr || target.type == nullptr) return;
@@ -150,13 +153,42 @@ std::size_t ConfiguredPlaces::findRoot(const std::vector<Expr*>& names, Target& 
   return names.size();
 }
 
-bool ConfiguredPlaces::follow(const std::vector<Expr*>& names, Target& target) {
+const Expr* ConfiguredPlaces::follow(const std::vector<Expr*>& names, Target& target) {
   for (std::size_t i = findRoot(names, target); i < names.size(); ++i) {
     const std::string_view name = nameOf(*names[i]);
     const bool found = name.empty() ? enterElement(*names[i], target) : enterMember(name, target);
-    if (!found) return false;
+    if (!found) return names[i];
   }
-  return target.variable != nullptr;
+  return target.variable != nullptr ? nullptr : names.front();
+}
+
+// The path is known up to the name at which it is lost.
+void ConfiguredPlaces::suggest(Remarks& said, const Expr& lost, const Target& target) const {
+  const std::string_view name = nameOf(lost);
+  if (name.empty()) return;
+  const SourceRange where = lost.kind == ExprKind::Member ? rangeOf(*lost.leaf(1)) : rangeOf(lost);
+  const UnitSymbol* const globals = services_.symbols.globals();
+  const UnitSymbol* const unit = target.root != nullptr ? target.unit : globals;
+  if (target.root != nullptr && unit == nullptr) {
+    return parts_.suggestions.addMember(said, where, name, target.type);
+  }
+  Spelling spelling(name);
+  if (unit != nullptr) {
+    for (const auto& variable : unit->variables()) {
+      if (variable->role != Role::EdgeState) spelling.offer(variable->name());
+    }
+  }
+  if (target.root == nullptr) {
+    for (const ProgramInstance& instance : services_.configuration.instances) {
+      spelling.offer(instance.name);
+    }
+    for (const UnitSymbol* const program : services_.symbols.units()) {
+      const bool isRoot = program->type() == vel::POUType::Program && !program->instantiated;
+      if (isRoot) spelling.offer(program->name());
+    }
+    for (const Text* const resource : tree_.resources) spelling.offer(resource->text());
+  }
+  Suggestions::add(said, where, spelling);
 }
 
 bool ConfiguredPlaces::enterMember(std::string_view name, Target& target) {

@@ -35,7 +35,9 @@ class ConfiguredPlaces : public Part {
   };
 
   void analyseEntry(VarDecl& entry);
-  bool follow(const std::vector<Expr*>& names, Target& target);
+  // Null, or the first name that leads nowhere.
+  const Expr* follow(const std::vector<Expr*>& names, Target& target);
+  void suggest(Remarks& said, const Expr& lost, const Target& target) const;
   std::size_t findRoot(const std::vector<Expr*>& names, Target& target) const;
   bool enterMember(std::string_view name, Target& target);
   bool enterElement(Expr& element, Target& target);

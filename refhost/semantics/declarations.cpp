@@ -225,7 +225,9 @@ void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const T
                                  const Type* type) {
   const VarSymbol* const global = services_.symbols.global(name.text());
   if (global == nullptr) {
-    if (!context_.mayMiss(&unit)) say(name, message::kNoGlobal, name.text());
+    if (!context_.mayMiss(&unit)) {
+      parts_.suggestions.addGlobal(say(name, message::kNoGlobal, name.text()), name, name.text());
+    }
     unit.addVariable(
         std::make_unique<VarSymbol>(name.text(), const_cast<Type*>(type), Role::Local, &unit));
   } else if (type != nullptr && global->dataType() != nullptr &&

@@ -41,7 +41,7 @@ void Calls::takeEnabling(Call& call, const UnitSymbol* callee) {
     parts_.assignments.check(flag, condition.dataType, condition);
   }
   if (call.enabled != nullptr) {
-    const Expr& target = parts_.expressions.analyseLeaf(*call.enabled, 1);
+    const Expr& target = parts_.expressions.analyseTarget(*call.enabled, 1);
     if (parts_.expressions.requireWritable(target))
       parts_.assignments.check(target.dataType, flag, target);
     if (context_.unit != nullptr) context_.unit->storesEnabled = true;

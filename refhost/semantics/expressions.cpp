@@ -57,6 +57,11 @@ Expr& Expressions::analyseArray(ASTNode& parent, int index, const Type* wanted) 
   return expr;
 }
 
+Expr& Expressions::analyseTarget(ASTNode& parent, int index) {
+  const Seeking seeking(context_, Sought::Place);
+  return analyseLeaf(parent, index);
+}
+
 // The type of an expression that is of the type `wanted` because of its context; null for others.
 vel::SymbolDataType* Expressions::typeAs(Expr& expr, const Type& wanted) {
   if (const Literal* const literal = literalOf(expr)) {

@@ -18,6 +18,8 @@ class Expressions : public Part {
   // The same for an operand that may also be an ARRAY[*].
   Expr& analyseArray(ASTNode& parent, int index, const Type* wanted = nullptr);
   void analyse(Expr& expr, const Type* wanted = nullptr);
+  // The same for the target of an assignment.
+  Expr& analyseTarget(ASTNode& parent, int index);
   // Analyses leaf `index` and returns its value; reports an error when it is not constant.
   std::optional<Integer> requireConstant(ASTNode& parent, int index);
   // True of a place in memory that a pointer or an in-out parameter can refer to: no part of a
@@ -43,6 +45,7 @@ class Expressions : public Part {
   Type* typeValue(Expr& expr, NamedValue& value);
   Type* typeVariable(Expr& expr);
   Type* typeAccess(Expr& expr);
+  Expr& analyseWhole(Expr& member);
   Type* typeMember(Expr& expr);
   Type* typeElement(Expr& expr);
   Type* typeDereference(Expr& expr);

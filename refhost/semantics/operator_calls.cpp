@@ -219,6 +219,7 @@ void Calls::checkOperands(const Call& call) {
       !services_.memory.parse(name, address)) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     Remarks& said = say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
+    const Seeking seeking(context_, Sought::Place);
     if (!known) parts_.suggestions.addName(said, *list->leaf(0), name);
   }
   const auto& first = static_cast<const Expr&>(*list->leaf(0));
@@ -361,9 +362,7 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
     const int position = argument.output ? -1 : positionOf(formal);
     if (position < 0 || position >= count) {
       Remarks& said = say(argument, message::kUnknownParameter, name, formal);
-      if (call.op() != nullptr) {
-        parts_.suggestions.addInput(said, *argument.leaf(0), formal, call.op()->name);
-      }
+      parts_.suggestions.addInput(said, call, argument);
       return false;
     }
     ASTNode*& place = ordered[static_cast<std::size_t>(position)];

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "refhost/diagnostics.h"
 #include "refhost/services/services.h"
@@ -14,6 +16,15 @@ namespace refhost {
 
 class Prelude;
 struct Parts;
+
+// The names that can stand at the place of an expression.
+enum class Sought : std::uint8_t {
+  Value,       // variables, values of enumerations, TRUE, FALSE and NULL
+  Place,       // variables that can be written
+  Whole,       // variables with members, and enumerations in front of their values
+  WholePlace,  // variables with members
+  Constant,    // constants and values of enumerations
+};
 
 // Must outlive the parts.
 struct Context {
@@ -43,8 +54,23 @@ struct Context {
   std::string unitName;
   bool broken = false;       // the syntax has errors
   bool judgesReads = false;  // the unit has variables that ought to be read
-  FoldedMap<bool> unknown;   // names that have been reported as unknown in the unit
-  FoldedMap<bool> hidden;    // names of units that operators have
+  Sought sought = Sought::Value;
+  FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
+  FoldedMap<bool> hidden;   // names of units that operators have
+};
+
+// Sets what is sought until it goes out of scope.
+class Seeking {
+ public:
+  Seeking(Context& context, Sought sought)
+      : context_(context), before_(std::exchange(context.sought, sought)) {}
+  ~Seeking() { context_.sought = before_; }
+  Seeking(const Seeking&) = delete;
+  Seeking& operator=(const Seeking&) = delete;
+
+ private:
+  Context& context_;
+  Sought before_;
 };
 
 class Part {

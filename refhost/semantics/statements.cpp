@@ -79,7 +79,7 @@ bool Statements::analyseStatement(ASTNode& statement) {
 }
 
 void Statements::analyseAssignment(ASTNode& statement, bool checks) {
-  const Expr& target = parts_.expressions.analyseLeaf(statement, 0);
+  const Expr& target = parts_.expressions.analyseTarget(statement, 0);
   ASTNode& source = *statement.leaf(1);
   const Type* type = nullptr;
   const Call* operatorCall = nullptr;
@@ -98,7 +98,7 @@ void Statements::analyseAssignment(ASTNode& statement, bool checks) {
 }
 
 void Statements::analyseBinding(ASTNode& statement) {
-  const Expr& target = parts_.expressions.analyseLeaf(statement, 0);
+  const Expr& target = parts_.expressions.analyseTarget(statement, 0);
   const Expr& source = parts_.expressions.analyseLeaf(statement, 1);
   if (target.dataType == nullptr) return;
   const VarSymbol* const reference = referenceNamed(target);
@@ -169,6 +169,7 @@ void Statements::analyseLabels(ASTNode& labels, const Expr& selector, std::vecto
 }
 
 std::optional<Integer> Statements::labelValue(ASTNode& parent, int index, const Expr& selector) {
+  const Seeking seeking(context_, Sought::Constant);
   const Expr& label = parts_.expressions.analyseLeaf(parent, index, selector.dataType);
   const auto value = parts_.expressions.requireConstant(parent, index);
   const bool comparable =
@@ -200,7 +201,7 @@ void Statements::warnOfRepeated(std::vector<Label>& labels) {
 
 void Statements::analyseFor(ASTNode& statement) {
   ASTNode& start = *statement.leaf(0);
-  const Expr& control = parts_.expressions.analyseLeaf(start, 0);
+  const Expr& control = parts_.expressions.analyseTarget(start, 0);
   const BasicDataType type = typeOf(control);
   const bool counts = isInteger(type) && control.kind != ExprKind::Part;
   if (type != BasicDataType::None && !counts) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/op_manager_api.h"
+#include "core/operator.h"
 #include "hostkit/operator_inputs.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/parts.h"
@@ -13,36 +14,98 @@
 namespace refhost {
 namespace {
 
-void add(Remarks& said, const SourceRange& where, const Spelling& spelling) {
+// True if the argument list names the parameter.
+bool gives(const ASTNode& list, std::string_view parameter) {
+  for (int i = 0; i < list.leavesCount(); ++i) {
+    const ASTNode& argument = *list.leaf(i);
+    const bool named = kindOf(argument) == NodeKind::Argument;
+    if (named && equalIgnoringCase(vel::TreeBuilder::source(*argument.leaf(0)), parameter)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool isAny(const VarSymbol& /*variable*/) { return true; }
+
+}  // namespace
+
+void Suggestions::add(Remarks& said, const SourceRange& where, const Spelling& spelling) {
   if (spelling.best().empty()) return;
   said.note(where, "did you mean '" + spelling.best() + "'?").fix(where, spelling.best());
 }
 
-}  // namespace
-
-void Suggestions::offerVariables(Spelling& spelling, bool instances) const {
+template <typename Accepts>
+void Suggestions::offerVariables(Spelling& spelling, Accepts accepts) const {
   for (const UnitSymbol* const owner : {context_.unit, services_.symbols.globals()}) {
     if (owner == nullptr) continue;
     for (const auto& variable : owner->variables()) {
-      const bool offered = !instances || isInstance(variable->dataType());
-      if (offered && variable->role != Role::EdgeState) spelling.offer(variable->name());
+      if (variable->role != Role::EdgeState && accepts(*variable)) spelling.offer(variable->name());
     }
   }
 }
 
+void Suggestions::offerValues(Spelling& spelling) const {
+  services_.symbols.offerValues(spelling);
+  if (context_.unit == nullptr) return;
+  for (const auto& [known, value] : context_.unit->namedValues) spelling.offer(known);
+}
+
 void Suggestions::addName(Remarks& said, const ASTNode& where, std::string_view name) {
   Spelling spelling(name);
-  offerVariables(spelling, false);
-  services_.symbols.offerValues(spelling);
-  if (context_.unit != nullptr) {
-    for (const auto& [known, value] : context_.unit->namedValues) spelling.offer(known);
+  switch (context_.sought) {
+    case Sought::Value:
+      offerVariables(spelling, isAny);
+      offerValues(spelling);
+      for (const std::string_view value : {"TRUE", "FALSE", "NULL"}) spelling.offer(value);
+      break;
+    case Sought::Place:
+      offerVariables(spelling, [](const VarSymbol& variable) { return !variable.constant; });
+      break;
+    case Sought::Whole:
+    case Sought::WholePlace:
+      offerVariables(spelling, [](const VarSymbol& variable) {
+        const Type* const type = variable.dataType();
+        return isInstance(type) || dynamic_cast<const StructType*>(type) != nullptr;
+      });
+      if (context_.sought == Sought::WholePlace) break;
+      for (const EnumType* const type : services_.symbols.enumerations()) {
+        spelling.offer(type->name());
+      }
+      break;
+    case Sought::Constant:
+      offerVariables(spelling, [](const VarSymbol& variable) { return variable.constant; });
+      offerValues(spelling);
+      break;
   }
   add(said, rangeOf(where), spelling);
 }
 
+void Suggestions::addTypedValue(Remarks& said, const ASTNode& where, std::string_view name) {
+  const std::size_t mark = name.find('#');
+  const std::string_view value = name.substr(mark + 1);
+  Spelling spelling(name.substr(0, mark));
+  const bool isTruth = equalIgnoringCase(value, "TRUE") || equalIgnoringCase(value, "FALSE");
+  if (isTruth) spelling.offer("BOOL");
+  const std::vector<const EnumType*> enumerations = services_.symbols.enumerations();
+  for (const EnumType* const type : enumerations) spelling.offer(type->name());
+  if (spelling.best().empty()) return;
+  std::string meant = spelling.best() + "#";
+  for (const EnumType* const type : enumerations) {
+    if (type->name() != spelling.best()) continue;
+    Spelling spellingOfValue(value);
+    for (const auto& known : type->values()) spellingOfValue.offer(known->name());
+    if (spellingOfValue.best().empty()) return;
+    meant += spellingOfValue.best();
+  }
+  if (meant.back() == '#') meant += value;
+  said.note(rangeOf(where), "did you mean '" + meant + "'?").fix(rangeOf(where), meant);
+}
+
 void Suggestions::addCallee(Remarks& said, const ASTNode& where, std::string_view name) {
   Spelling spelling(name);
-  offerVariables(spelling, true);
+  offerVariables(spelling,
+                 [](const VarSymbol& variable) { return isInstance(variable.dataType()); });
   for (const UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() == vel::POUType::Function) spelling.offer(unit->name());
   }
@@ -50,15 +113,34 @@ void Suggestions::addCallee(Remarks& said, const ASTNode& where, std::string_vie
   services_.operators->operatorNames(operators);
   for (const std::string& known : operators) spelling.offer(known);
   offerStandardFunctions(spelling);
-  add(said, rangeOf(where), spelling);
+  spelling.offer("REF");
+  if (!spelling.best().empty()) return add(said, rangeOf(where), spelling);
+  Spelling spellingOfBlock(name);
+  offerBlocks(spellingOfBlock);
+  if (spellingOfBlock.best().empty()) return;
+  said.note(rangeOf(where),
+            "only instances of the function block '" + spellingOfBlock.best() + "' can be called");
 }
 
-void Suggestions::offerTypes(Spelling& spelling) const {
-  services_.symbols.offerTypes(spelling);
+void Suggestions::offerBlocks(Spelling& spelling) const {
   for (const UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() == vel::POUType::FunctionBlock) spelling.offer(unit->name());
   }
   context_.prelude.offerBlocks(spelling);
+}
+
+void Suggestions::offerTypes(Spelling& spelling) const {
+  services_.symbols.offerTypes(spelling);
+  offerBlocks(spelling);
+}
+
+void Suggestions::addGlobal(Remarks& said, const ASTNode& where, std::string_view name) {
+  if (services_.symbols.globals() == nullptr) return;
+  Spelling spelling(name);
+  for (const auto& variable : services_.symbols.globals()->variables()) {
+    spelling.offer(variable->name());
+  }
+  add(said, rangeOf(where), spelling);
 }
 
 void Suggestions::addType(Remarks& said, const SourceRange& where, std::string_view name) {
@@ -69,7 +151,7 @@ void Suggestions::addType(Remarks& said, const SourceRange& where, std::string_v
 
 void Suggestions::addOperand(Remarks& said, const ASTNode& where, std::string_view name) {
   Spelling spelling(name);
-  offerVariables(spelling, false);
+  offerVariables(spelling, isAny);
   offerTypes(spelling);
   add(said, rangeOf(where), spelling);
 }
@@ -89,20 +171,29 @@ void Suggestions::addMember(Remarks& said, const SourceRange& where, std::string
   add(said, where, spelling);
 }
 
-void Suggestions::addParameter(Remarks& said, const ASTNode& where, std::string_view name,
+void Suggestions::addParameter(Remarks& said, const ASTNode& list, const Argument& argument,
                                const UnitSymbol& callee) {
-  Spelling spelling(name);
+  Spelling spelling(vel::TreeBuilder::source(*argument.leaf(0)));
   for (const auto& variable : callee.variables()) {
-    if (variable->isParameter()) spelling.offer(variable->name());
+    const bool fits =
+        variable->isParameter() && (variable->role == Role::Output) == argument.output;
+    if (fits && !gives(list, variable->name())) spelling.offer(variable->name());
   }
-  add(said, rangeOf(where), spelling);
+  add(said, rangeOf(*argument.leaf(0)), spelling);
 }
 
-void Suggestions::addInput(Remarks& said, const ASTNode& where, std::string_view name,
-                           const std::string& operatorName) {
-  Spelling spelling(name);
-  for (const std::string& input : inputNames(services_, operatorName)) spelling.offer(input);
-  add(said, rangeOf(where), spelling);
+void Suggestions::addInput(Remarks& said, const Call& call, const Argument& argument) {
+  if (argument.output) return;
+  Spelling spelling(vel::TreeBuilder::source(*argument.leaf(0)));
+  const auto offer = [&](std::string_view input) {
+    if (!gives(*call.leaf(1), input)) spelling.offer(input);
+  };
+  if (call.op() != nullptr) {
+    for (const std::string& input : inputNames(services_, call.op()->name)) offer(input);
+  } else if (call.standard() != nullptr) {
+    for (const std::string_view input : call.standard()->formals) offer(input);
+  }
+  add(said, rangeOf(*argument.leaf(0)), spelling);
 }
 
 }  // namespace refhost

@@ -15,22 +15,31 @@ class Suggestions : public Part {
  public:
   using Part::Part;
 
-  // Variables, values and functions that are visible in the unit.
+  static void add(Remarks& said, const SourceRange& where, const Spelling& spelling);
+
+  // Names that are visible in the unit and can stand where the context seeks them.
   void addName(Remarks& said, const ASTNode& where, std::string_view name);
+  // Values of enumerations and of BOOL behind their types: `Color#Red`, `BOOL#TRUE`.
+  void addTypedValue(Remarks& said, const ASTNode& where, std::string_view name);
   // Variables and types: the operand of SIZEOF.
   void addOperand(Remarks& said, const ASTNode& where, std::string_view name);
-  // Operators, functions and instances.
+  // Operators, functions and instances; without a fix, function blocks.
   void addCallee(Remarks& said, const ASTNode& where, std::string_view name);
   void addType(Remarks& said, const SourceRange& where, std::string_view name);
+  void addGlobal(Remarks& said, const ASTNode& where, std::string_view name);
   void addMember(Remarks& said, const SourceRange& where, std::string_view name, const Type* type);
-  void addParameter(Remarks& said, const ASTNode& where, std::string_view name,
+  // Parameters that `list`, in which `argument` stands, does not give yet.
+  void addParameter(Remarks& said, const ASTNode& list, const Argument& argument,
                     const UnitSymbol& callee);
-  void addInput(Remarks& said, const ASTNode& where, std::string_view name,
-                const std::string& operatorName);
+  // The same for a call of an operator or a standard function.
+  void addInput(Remarks& said, const Call& call, const Argument& argument);
 
  private:
-  void offerVariables(Spelling& spelling, bool instances) const;
+  template <typename Accepts>
+  void offerVariables(Spelling& spelling, Accepts accepts) const;
+  void offerValues(Spelling& spelling) const;
   void offerTypes(Spelling& spelling) const;
+  void offerBlocks(Spelling& spelling) const;
 };
 
 }  // namespace refhost

@@ -260,6 +260,7 @@ ResolvedType Types::resolveName(const TypeSpec& spec) {
 vel::SymbolDataType* Types::resolveString(TypeSpec& spec) {
   Type* const type = services_.symbols.dataType(spec.name);
   if (spec.leaf(0) == nullptr) return type;
+  const Seeking seeking(context_, Sought::Constant);
   const Expr& length = parts_.expressions.analyseLeaf(spec, 0);
   if (length.dataType == nullptr) return type;
   const auto characters = constantInteger(length);

@@ -47,9 +47,13 @@ std::string firstNames(const Symbols& symbols) {
 
 }  // namespace
 
+bool isAnonymous(const vel::SymbolDataType& type) {
+  return type.name().find('#') != std::string::npos;
+}
+
 std::string displayName(const vel::SymbolDataType* type) {
   if (type == nullptr) return "unknown";
-  if (type->name().find('#') != std::string::npos) {
+  if (isAnonymous(*type)) {
     if (const auto* const enumeration = dynamic_cast<const EnumType*>(type)) {
       return "enumeration (" + firstNames(enumeration->values()) + ")";
     }

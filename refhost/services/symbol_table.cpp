@@ -163,8 +163,19 @@ void SymbolTable::offerValues(Spelling& spelling) const {
   for (const auto& [name, value] : namedValues_) spelling.offer(name);
 }
 
+std::vector<const EnumType*> SymbolTable::enumerations() const {
+  std::vector<const EnumType*> found;
+  for (const auto& [name, type] : types_) {
+    const auto* const enumeration = dynamic_cast<const EnumType*>(type);
+    if (enumeration != nullptr && !isAnonymous(*type)) found.push_back(enumeration);
+  }
+  return found;
+}
+
 void SymbolTable::offerTypes(Spelling& spelling) const {
-  for (const auto& [name, type] : types_) spelling.offer(name);
+  for (const auto& [name, type] : types_) {
+    if (!isAnonymous(*type)) spelling.offer(name);
+  }
 }
 
 VarSymbol* SymbolTable::global(std::string_view name) const {

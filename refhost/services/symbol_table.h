@@ -64,6 +64,7 @@ class SymbolTable final {
     return namedValues_.count(name) != 0 && namedValue(name) == nullptr;
   }
   // For suggestions.
+  std::vector<const EnumType*> enumerations() const;
   void offerValues(Spelling& spelling) const;
   void offerTypes(Spelling& spelling) const;
   NamedValue* null() const { return null_.get(); }

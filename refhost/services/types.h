@@ -36,6 +36,9 @@ int bitCount(const vel::SymbolDataType& type);
 // of the elementary type. An enumeration or a structure without a name is described by its parts.
 std::string displayName(const vel::SymbolDataType* type);
 
+// True of a type to which the program gives no name. Its own one is internal.
+bool isAnonymous(const vel::SymbolDataType& type);
+
 // True if the two types have one representation. A subrange counts as its base type, BYTE as
 // USINT; derived types must be the very same.
 bool sameType(const vel::SymbolDataType& a, const vel::SymbolDataType& b);

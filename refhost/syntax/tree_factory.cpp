@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "grammar.h"
+#include "hostkit/elementary_types.h"
 #include "hostkit/encoding.h"
 #include "refhost/messages.h"
+#include "refhost/spelling.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/part_sizes.h"
 #include "refhost/syntax/unsupported.h"
@@ -195,7 +197,9 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
       errors_.add(span, message::kTypeNotSupported, type);
     } else {
       const bool isRange = error == LiteralError::OutOfRange;
-      errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
+      Remarks* const said =
+          errors_.add(span, isRange ? message::kLiteralRange : message::kBadLiteral, text);
+      if (!isRange && said != nullptr) suggestType(span, text, *said);
       if (!isRange) errors_.muteDeclaration(span.end);
     }
     value = LiteralValue();
@@ -205,6 +209,20 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
   const LiteralValue& kept = tree_.keep(std::move(value));
   literals_.emplace(tree_.intern(text), &kept);
   return kept;
+}
+
+// Suggests the nearest type with which the literal would be valid.
+void TreeFactory::suggestType(Span span, std::string_view text, Remarks& said) const {
+  const std::string_view prefix = text.substr(0, text.find('#'));
+  if (prefix.size() == text.size() || textOf(span).substr(0, prefix.size()) != prefix) return;
+  Spelling spelling(prefix);
+  for (const auto& type : hostkit::elementaryTypes()) {
+    LiteralValue value;
+    const std::string meant = std::string(type.name).append(text.substr(prefix.size()));
+    if (parseLiteral(meant, value) == LiteralError::None) spelling.offer(type.name);
+  }
+  const Span where{span.begin, span.begin + static_cast<std::uint32_t>(prefix.size())};
+  if (!spelling.best().empty()) errors_.propose(said, where, spelling.best());
 }
 
 Value TreeFactory::constant(Span span, std::string_view text) {

@@ -150,6 +150,7 @@ class TreeFactory {
   Value expression(ExprKind kind, Span span, std::initializer_list<Value> leaves);
   ConfigurationItem* configurationItem(NodeKind kind);
   const LiteralValue& literalValue(Span span, std::string_view text);
+  void suggestType(Span span, std::string_view text, Remarks& said) const;
   Value constant(Span span, std::string_view text);
   Value argument(Argument* node, Span span, Span formalName, Value actual);
   Value listNode(NodeKind kind, Span empty, const Value* items, std::size_t count);

@@ -31,5 +31,27 @@ TEST(Suggestions, AreTheNearestNames) {
             "Unknown identifier 'y'; Unknown identifier 'abcdef'; ");
 }
 
+TEST(Suggestions, AreWhatCanStandThere) {
+  const std::string rows[][2] = {
+      {"b := TREU; ip := NULLL; c := Colr#Gren; c := Colr.Red; b := BOLL#TRUE; i := INTT#5;",
+       "2:6+4 TRUE; 2:18+5 NULL; 2:30+9 Color#Green; 2:46+4 Color; 2:61+9 BOOL#TRUE; 2:77+4 INT; "},
+      {"i := LIMIT(MM := 0, IN := 1, MX := 3); i := ADD(IN2 := 1, IN3 := 2); i := MOV(1); CTUU(); "
+       "i := F(bb := 1, a := 2);",
+       "2:12+2 MN; 2:59+3 IN1; 2:75+3 MOVE; Unknown identifier 'CTUU'; 2:98+2 b; "},
+      {"Gren := 1; lvl.Off := 1; ptt.x := i; a[kk] := 1; kk := 1; CASE i OF ii: ; END_CASE",
+       "Unknown identifier 'Gren'; Unknown identifier 'lvl'; 2:26+3 pt; 2:40+2 k; Unknown "
+       "identifier 'ii'; "},
+      {"END_PROGRAM VAR_GLOBAL speed : INT; END_VAR CONFIGURATION c VAR_CONFIG Q.aa : INT; "
+       "END_VAR TASK fast(INTERVALL := T#1s); PROGRAM Q WITH fats : Q2; PROGRAM R : PP; "
+       "END_CONFIGURATION "
+       "PROGRAM Q2 VAR_EXTERNAL sped : INT; END_VAR VAR a : ARRAY[1..sped] OF INT; END_VAR",
+       "2:74+2 a; 2:102+9 INTERVAL; 2:137+4 fast; 2:160+2 P; 2:206+4 speed; 'sped' is not a "
+       "constant integer; "},
+  };
+  for (const auto& [statements, expected] : rows) {
+    EXPECT_EQ(fixes(withEverything(statements)), expected) << statements;
+  }
+}
+
 }  // namespace
 }  // namespace refhost
