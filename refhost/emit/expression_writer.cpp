@@ -94,6 +94,24 @@ bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
          !isPositive(node);
 }
 
+// The type of a literal that an operator computes or compares in a wider one of C, if that makes a
+// difference to a variable's value: a REAL that is rounded, and the lowest number of a small type,
+// which has no absolute value in it. None for all else.
+BasicDataType narrowedLiteral(const ASTNode& node, const OperatorTraits& op) {
+  const Literal* const literal = literalOf(node);
+  const bool numeric = op.family == OperatorFamily::Numeric;
+  if (literal == nullptr || !(numeric || op.has(OperatorTraits::kCompares))) return {};
+  const BasicDataType type = typeOf(node);
+  const LiteralValue& value = literal->value;
+  if (type == BasicDataType::Real && value.form == LiteralForm::Real) {
+    const bool exact = static_cast<double>(static_cast<float>(value.real)) == value.real;
+    return exact ? BasicDataType::None : type;
+  }
+  const bool lowest = numeric && value.form == LiteralForm::Integer && isInteger(type) &&
+                      !integerFits(false, value.magnitude, type);
+  return lowest ? type : BasicDataType::None;
+}
+
 // What is shifted to the left, if compilers may see that it is a negative or a large constant.
 bool isShiftedConstant(const ASTNode& node, const OperatorTraits& op) {
   const bool shifted = op.has(OperatorTraits::kShiftsLeft) && node.parent()->leaf(0) == &node;
@@ -133,6 +151,8 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
       text =
           fmt::format("({}){}", cType(typeOf(static_cast<Call&>(*expression->parent()->parent()))),
                       enclosed(text));
+    } else if (op != nullptr && narrowedLiteral(*expression, *op) != BasicDataType::None) {
+      text = fmt::format("({}){}", cType(narrowedLiteral(*expression, *op)), enclosed(text));
     } else if (op != nullptr && isShiftedConstant(*expression, *op)) {
       text = fmt::format("vel_value_{}({})", cType(typeOf(*expression)), text);
     }

@@ -24,7 +24,14 @@ BasicDataType literalTypeBeside(const ASTNode& node, BasicDataType own, BasicDat
   if (value.form == LiteralForm::Integer) {
     return integerFits(value.negative, value.magnitude, other) ? other : own;
   }
-  return widens(own, other) ? other : own;
+  return widens(value.type, other) ? other : own;
+}
+
+// True of NULL, which is no number.
+bool isNullName(const ASTNode& node) {
+  const auto* const type =
+      dynamic_cast<const PointerType*>(static_cast<const Expr&>(node).dataType);
+  return type != nullptr && type->target == nullptr;
 }
 
 CommonType commonTimeType(ExprKind op, BasicDataType left, BasicDataType right) {
@@ -58,6 +65,11 @@ CommonType commonPointerType(ExprKind op, BasicDataType left, BasicDataType righ
 }
 
 }  // namespace
+
+const vel::SymbolDataType* wantedBeside(const vel::SymbolDataType* other,
+                                        const vel::SymbolDataType* wanted) {
+  return isFloat(valueType(wanted)) && isInteger(valueType(other)) ? wanted : other;
+}
 
 BasicDataType typeOf(const ASTNode& value) {
   if (value.type() == vel::ASTType::Expression) {
@@ -116,6 +128,8 @@ CommonType commonType(const Expr& binary) {
     return left == right && isComparison(op) ? result(Kind::Strings, left) : CommonType{};
   }
   if (left == BasicDataType::Pointer || right == BasicDataType::Pointer) {
+    if (isInteger(left) ? isNullName(rightNode) : isInteger(right) && isNullName(leftNode))
+      return {};
     return commonPointerType(op, left, right);
   }
   const CommonType times = commonTimeType(op, left, right);

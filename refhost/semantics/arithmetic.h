@@ -32,6 +32,11 @@ struct CommonType {
 
 CommonType commonType(const Expr& binary);
 
+// The type that is wanted of an operand beside one of type `other`, if that of the result is
+// `wanted`: a REAL or LREAL for untyped literals beside an integer, too. Either may be null.
+const vel::SymbolDataType* wantedBeside(const vel::SymbolDataType* other,
+                                        const vel::SymbolDataType* wanted);
+
 // The type in which a value is stored and computed; None for one that is refused.
 BasicDataType typeOf(const ASTNode& value);
 

@@ -31,7 +31,7 @@ vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
   if (call.op() != nullptr && context_.hidden.count(name) != 0) return nullptr;
   if (call.op() != nullptr || call.function() != nullptr) {
     call.dataType = call.op() != nullptr ? callOperator(call, wanted) : callFunction(call);
-    call.setBasicType(call.dataType != nullptr ? call.dataType->dataType() : BasicDataType::None);
+    call.setBasicType(valueType(call.dataType));
     return call.dataType;
   }
   if (call.standard() != nullptr) {

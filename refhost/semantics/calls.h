@@ -32,8 +32,9 @@ class Calls : public Part {
   Type* callOperator(Call& call, const Type* wanted);
   void requireCapitals(const Call& call);
   bool analyseOperands(const Call& call, ASTNode& list, const Type* wanted);
-  void typeUnsignedNumbers(const Call& call, const ASTNode& list, const Type* wanted);
-  void adaptLiterals(const Call& call);
+  void adaptLiterals(const Call& call, const ASTNode& list, const Type* wanted);
+  void widenLowest(Expr& number);
+  bool refusesDerived(const Call& call);
   void checkSelected(const Call& call);
   Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);
@@ -41,7 +42,8 @@ class Calls : public Part {
   bool leavesNameToOperator(const Call& call, int index) const;
   void suggestOperand(const Call& call, std::size_t before);
   void declareEdgeState(const Call& call);
-  Type* resultOf(Call& call, Type* named);
+  Type* resultOf(Call& call, Type* named, const Type* wanted);
+  static Type* chosenEnumeration(const Call& call, const Type* wanted);
   Type* chosenType(const Call& call);
   Type* callReference(Call& call);
   void checkOperands(const Call& call);

@@ -27,6 +27,12 @@ vel::SymbolDataType* computedType(vel::SymbolDataType* type) {
   return subrange != nullptr ? subrange->base : type;
 }
 
+// The type that is wanted of the operands if `wanted` is that of the result.
+const vel::SymbolDataType* wantedOfOperands(const Expr& expr, const vel::SymbolDataType* wanted) {
+  const bool computes = expr.kind == ExprKind::Negate || isArithmetic(expr.kind);
+  return computes && isFloat(valueType(wanted)) ? wanted : nullptr;
+}
+
 bool areOfTwoEnumerations(const Expr& left, const Expr& right) {
   return left.dataType != right.dataType &&
          dynamic_cast<const EnumType*>(left.dataType) != nullptr &&
@@ -65,8 +71,11 @@ Expr& Expressions::analyseTarget(ASTNode& parent, int index) {
 // The type of an expression that is of the type `wanted` because of its context; null for others.
 vel::SymbolDataType* Expressions::typeAs(Expr& expr, const Type& wanted) {
   if (const Literal* const literal = literalOf(expr)) {
-    const bool flag = wanted.dataType() == BasicDataType::Bool && isBoolNumber(literal->value);
-    return flag ? services_.symbols.elementary(BasicDataType::Bool) : nullptr;
+    const LiteralValue& value = literal->value;
+    const bool flag = wanted.dataType() == BasicDataType::Bool && isBoolNumber(value);
+    const bool real = isFloat(wanted.dataType()) && value.form == LiteralForm::Real &&
+                      !value.fixedType && widens(value.type, wanted.dataType());
+    return flag || real ? services_.symbols.elementary(wanted.dataType()) : nullptr;
   }
   const auto* const enumeration =
       expr.kind == ExprKind::Variable ? dynamic_cast<const EnumType*>(&wanted) : nullptr;
@@ -107,11 +116,11 @@ vel::SymbolDataType* Expressions::typeExpression(Expr& expr, const Type* wanted)
     case ExprForm::Call:
       return typeCall(expr, wanted);
     case ExprForm::Unary:
-      return typeUnary(expr);
+      return typeUnary(expr, wanted);
     case ExprForm::Arithmetic:
     case ExprForm::Comparison:
     case ExprForm::Logic:
-      return typeBinary(expr);
+      return typeBinary(expr, wanted);
     case ExprForm::Parts:
       break;
   }
@@ -126,8 +135,8 @@ vel::SymbolDataType* Expressions::typeCall(Expr& expr, const Type* wanted) {
   return type;
 }
 
-vel::SymbolDataType* Expressions::typeUnary(Expr& expr) {
-  const Expr& operand = analyseLeaf(expr, 0);
+vel::SymbolDataType* Expressions::typeUnary(Expr& expr, const Type* wanted) {
+  const Expr& operand = analyseLeaf(expr, 0, wantedOfOperands(expr, wanted));
   const BasicDataType type = typeOf(operand);
   if (type == BasicDataType::None) return nullptr;
   const bool fits = expr.kind == ExprKind::Not ? type == BasicDataType::Bool || isInteger(type)
@@ -148,20 +157,26 @@ void Expressions::keepConstant(Expr& expr, const std::optional<TypedConstant>& v
 
 // Types the left operands of a chain from the inside out, since recursion on a long chain would
 // exhaust the stack.
-void Expressions::analyseChain(Expr& whole) {
-  std::vector<ASTNode*> waiting;
-  for (ASTNode* at = &whole; isBinary(*at->leaf(0)); at = at->leaf(0)) {
+void Expressions::analyseChain(Expr& whole, const Type* wanted) {
+  std::vector<std::pair<Expr*, const Type*>> waiting;
+  for (Expr* at = &whole; isBinary(*at->leaf(0)); at = static_cast<Expr*>(at->leaf(0))) {
     if (static_cast<const Expr*>(at->leaf(0))->analysed) break;
-    waiting.push_back(at);
+    wanted = wantedOfOperands(*at, wanted);
+    waiting.emplace_back(at, wanted);
   }
-  for (; !waiting.empty(); waiting.pop_back()) analyseLeaf(*waiting.back(), 0);
+  for (; !waiting.empty(); waiting.pop_back()) {
+    analyseLeaf(*waiting.back().first, 0, waiting.back().second);
+  }
 }
 
-vel::SymbolDataType* Expressions::typeBinary(Expr& expr) {
-  analyseChain(expr);
-  if (parts_.names.isOpen(*expr.leaf(0))) analyseLeaf(expr, 0, analyseLeaf(expr, 1).dataType);
-  const Expr& left = analyseLeaf(expr, 0);
-  const Expr& right = analyseLeaf(expr, 1, left.dataType);
+vel::SymbolDataType* Expressions::typeBinary(Expr& expr, const Type* wanted) {
+  analyseChain(expr, wanted);
+  wanted = wantedOfOperands(expr, wanted);
+  if (parts_.names.isOpen(*expr.leaf(0))) {
+    analyseLeaf(expr, 0, wantedBeside(analyseLeaf(expr, 1, wanted).dataType, wanted));
+  }
+  const Expr& left = analyseLeaf(expr, 0, wanted);
+  const Expr& right = analyseLeaf(expr, 1, wantedBeside(left.dataType, wanted));
   const CommonType common = commonType(expr);
   if (common.kind == CommonType::Kind::Invalid || areOfTwoEnumerations(left, right)) {
     say(expr, message::kOperandTypes, traitsOf(expr.kind).source, describe(left), describe(right));

@@ -13,7 +13,8 @@ class Expressions : public Part {
 
   // Analyses leaf `index` of `parent`, an Expr. Returns the leaf, which the analysis may replace.
   // `wanted` is the type that the context expects, null for none: a value of this enumeration goes
-  // before those of others, and an untyped 0 or 1 is a BOOL where that is expected.
+  // before those of others, an untyped 0 or 1 is a BOOL where that is expected, and untyped real
+  // numbers are LREALs where one is.
   Expr& analyseLeaf(ASTNode& parent, int index, const Type* wanted = nullptr);
   // The same for an operand that may also be an ARRAY[*].
   Expr& analyseArray(ASTNode& parent, int index, const Type* wanted = nullptr);
@@ -35,9 +36,9 @@ class Expressions : public Part {
   Type* typeAs(Expr& expr, const Type& wanted);
   Type* typeExpression(Expr& expr, const Type* wanted);
   Type* typeCall(Expr& expr, const Type* wanted);
-  Type* typeUnary(Expr& expr);
-  Type* typeBinary(Expr& expr);
-  void analyseChain(Expr& whole);
+  Type* typeUnary(Expr& expr, const Type* wanted);
+  Type* typeBinary(Expr& expr, const Type* wanted);
+  void analyseChain(Expr& whole, const Type* wanted);
   void keepConstant(Expr& expr, const std::optional<TypedConstant>& value);
 
   // accesses.cpp

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "hostkit/folding.h"
+#include "hostkit/operator_traits.h"
 #include "refhost/semantics/arithmetic.h"
 
 namespace refhost {
@@ -36,10 +37,13 @@ NamedValue* Names::valueNamed(const Expr& expr) const {
   return equalIgnoringCase(text, "NULL") ? services_.symbols.null() : nullptr;
 }
 
+bool Names::hasAmbiguous() const {
+  return services_.symbols.hasAmbiguous() ||
+         (context_.unit != nullptr && !context_.unit->namedValues.empty());
+}
+
 bool Names::isAmbiguous(const vel::ASTNode& node) const {
-  const bool possible = services_.symbols.hasAmbiguous() ||
-                        (context_.unit != nullptr && !context_.unit->namedValues.empty());
-  if (!possible || node.type() != vel::ASTType::Expression) return false;
+  if (!hasAmbiguous() || node.type() != vel::ASTType::Expression) return false;
   if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
   const std::string_view name = TreeBuilder::source(node);
   if (variableNamed(name) != nullptr) return false;
@@ -52,7 +56,26 @@ bool Names::isAmbiguous(const vel::ASTNode& node) const {
 
 bool Names::isOpen(const vel::ASTNode& node) const {
   const Literal* const literal = literalOf(node);
-  return literal != nullptr ? isBoolNumber(literal->value) : isAmbiguous(node);
+  if (literal != nullptr) return isBoolNumber(literal->value);
+  return isAmbiguous(node) || choosesAmbiguous(node);
+}
+
+// True of a call of an operator that chooses among ambiguous names.
+bool Names::choosesAmbiguous(const vel::ASTNode& node) const {
+  if (!hasAmbiguous() || node.type() != vel::ASTType::Expression) return false;
+  const auto& expr = static_cast<const Expr&>(node);
+  if (expr.kind != ExprKind::Call || expr.analysed) return false;
+  const auto& call = static_cast<const Call&>(*expr.leaf(0));
+  const OperatorTraits& traits = hostkit::operatorTraits(TreeBuilder::source(*call.leaf(0)));
+  const vel::ASTNode* const list = traits.chooses() ? call.parameters() : nullptr;
+  bool all = list != nullptr;
+  for (int i = traits.firstChoice; all && i < list->leavesCount(); ++i) {
+    const vel::ASTNode& choice = *list->leaf(i);
+    const bool named = kindOf(choice) == NodeKind::Argument;
+    all = named ? isAmbiguous(*choice.leaf(1)) || choosesAmbiguous(*choice.leaf(1))
+                : isAmbiguous(choice) || choosesAmbiguous(choice);
+  }
+  return all;
 }
 
 bool Names::isAddress(std::string_view text) const {

@@ -19,8 +19,8 @@ class Names : public Part {
   NamedValue* valueNamed(const Expr& expr) const;
   // True of a name that several enumerations have a value of, and that is no variable's.
   bool isAmbiguous(const vel::ASTNode& node) const;
-  // True of an expression whose type depends on the type that is wanted: an ambiguous name, and an
-  // untyped 0 or 1.
+  // True of an expression whose type depends on the type that is wanted: an ambiguous name, a
+  // choice among such names, and an untyped 0 or 1.
   bool isOpen(const vel::ASTNode& node) const;
   // True for a direct address in the project's notation.
   bool isAddress(std::string_view text) const;
@@ -34,6 +34,9 @@ class Names : public Part {
   ConstantsAhead replaceAhead(ConstantsAhead constants);
 
  private:
+  bool hasAmbiguous() const;
+  bool choosesAmbiguous(const vel::ASTNode& node) const;
+
   ConstantsAhead constantsAhead_;
 };
 

@@ -1,7 +1,6 @@
 // Calls of operators of the plugin.
 #include "refhost/operator_calls.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "core/operator.h"
@@ -17,11 +16,14 @@ using vel::TreeBuilder;
 
 namespace {
 
-// True if the type holds the value of an untyped literal, REAL and LREAL roundly.
-bool fitsLiteral(const LiteralValue& literal, BasicDataType type) {
-  if (isFloat(type)) return widens(literal.type, type) || literal.form == LiteralForm::Integer;
-  return literal.form == LiteralForm::Integer &&
-         integerFits(literal.negative, literal.magnitude, type);
+// False of a value of a derived type and one of another type among which an operator cannot choose.
+// Numbers meet an enumeration where they need not be compared.
+bool mayMeet(const Expr& a, const Expr& b, bool compares) {
+  if (a.dataType == b.dataType) return true;
+  if (isComposite(a.dataType) || isComposite(b.dataType)) return false;
+  const bool both = isEnumeration(a.dataType) && isEnumeration(b.dataType);
+  const bool one = isEnumeration(a.dataType) || isEnumeration(b.dataType);
+  return !one || (!both && !compares && isInteger(typeOf(a)) && isInteger(typeOf(b)));
 }
 
 }  // namespace
@@ -41,12 +43,15 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
     if (!hasErrorFrom(0)) say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
     return nullptr;
   }
-  if (list != nullptr && call.traits()->selects()) adaptLiterals(call);
+  if (list != nullptr && refusesDerived(call)) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.count();
+  // Operators choose among enumerations as among numbers.
+  services_.enumerationsAreNumbers = call.traits()->chooses();
   call.accepted = callGuarded(*call.op(), call, messages_, [&] {
     return call.op()->check(&services_, &call, messages_.records(), resultType, context_.unitName);
   });
+  services_.enumerationsAreNumbers = false;
   messages_.setRanges(before, call);
   suggestOperand(call, before);
   parts_.assignments.noteOperatorCheck(call, before);
@@ -62,9 +67,9 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   }
   declareEdgeState(call);
   const std::size_t beforeOperands = messages_.count();
-  call.dataType = resultOf(call, services_.symbols.dataType(resultType));
+  call.dataType = resultOf(call, services_.symbols.dataType(resultType), wanted);
   checkOperands(call);
-  if (call.traits()->selects()) checkSelected(call);
+  if (call.traits()->selects() || isEnumeration(call.dataType)) checkSelected(call);
   call.accepted = !hasErrorFrom(beforeOperands);
   if (!call.accepted) return nullptr;
   parts_.doubts.judgeCall(call);
@@ -79,18 +84,21 @@ void Calls::requireCapitals(const Call& call) {
 }
 
 // False when an operand has no type. What an operator passes on may have the type that is wanted of
-// the result, and it has that of the other values among which the operator chooses.
+// the result, and it has that of the other values among which the operator chooses. A numeric
+// function computes in the type of its first operand.
 bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted) {
   bool known = true;
   const Type* const result = wanted;
   const OperatorTraits& traits = *call.traits();
   const bool passes = traits.chooses() || traits.result == OperatorTraits::Result::Passed;
+  const bool computes = traits.family == OperatorFamily::Numeric && isFloat(valueType(wanted));
   const auto analyse = [&](int i) {
-    const bool passed = passes && i >= traits.firstChoice;
-    const Expr& operand = parts_.expressions.analyseLeaf(list, i, passed ? wanted : nullptr);
+    const bool passed = computes || (passes && i >= traits.firstChoice);
+    Expr& operand = parts_.expressions.analyseLeaf(list, i, passed ? wanted : nullptr);
     known = known && operand.dataType != nullptr;
     if (operand.dataType == nullptr) return;
-    if (passed) wanted = operand.dataType;
+    if (passed) wanted = wantedBeside(operand.dataType, wanted);
+    if (traits.family == OperatorFamily::Numeric) widenLowest(operand);
     if (!isAccess(operand.kind)) return;
     services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
                                 operand.dataType);
@@ -105,79 +113,18 @@ bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted)
     }
   }
   for (const int i : open) analyse(i);
-  if (passes && known) typeUnsignedNumbers(call, list, result);
+  if (passes && known) adaptLiterals(call, list, result);
   return known;
-}
-
-// A number without a type or a sign, among unsigned values or numbers for an unsigned result, has
-// the smallest of their types that holds it, since it has no sign to lose.
-void Calls::typeUnsignedNumbers(const Call& call, const ASTNode& list, const Type* wanted) {
-  std::vector<Expr*> numbers;
-  std::vector<BasicDataType> types;
-  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
-    auto& operand = static_cast<Expr&>(*list.leaf(i));
-    const Literal* const literal = literalOf(operand);
-    if (literal != nullptr && literal->value.form == LiteralForm::Integer &&
-        !literal->value.fixedType) {
-      numbers.push_back(&operand);
-    } else if (isUnsigned(typeOf(operand))) {
-      types.push_back(typeOf(operand));
-    } else {
-      return;
-    }
-  }
-  if (types.empty() && wanted != nullptr && isUnsigned(valueType(wanted))) {
-    types.push_back(valueType(wanted));
-  }
-  std::sort(types.begin(), types.end());
-  for (Expr* const number : numbers) {
-    const LiteralValue& value = literalOf(*number)->value;
-    const auto holds = std::find_if(types.begin(), types.end(), [&](BasicDataType type) {
-      return integerFits(value.negative, value.magnitude, type);
-    });
-    if (holds == types.end() || typeOf(*number) == BasicDataType::Bool) continue;
-    number->dataType = services_.symbols.elementary(*holds);
-    number->setBasicType(*holds);
-  }
-}
-
-// The literals among which an operator selects have the type of the other operand, if they fit it,
-// or else their common type: the operator takes the type of the first one for that of its result.
-void Calls::adaptLiterals(const Call& call) {
-  const ASTNode& list = *call.parameters();
-  const auto choiceAt = [&](int i) { return static_cast<Expr*>(list.leaf(i)); };
-  const auto isNumberLiteral = [](const Expr& choice) {
-    const Literal* const literal = literalOf(choice);
-    return literal != nullptr && !literal->value.fixedType && isNumber(typeOf(choice));
-  };
-  BasicDataType common = BasicDataType::None;
-  bool literals = true;
-  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
-    const BasicDataType type = typeOf(*choiceAt(i));
-    if (!isNumber(type)) return;
-    const bool literal = isNumberLiteral(*choiceAt(i));
-    if (common == BasicDataType::None || (literals && !literal)) {
-      common = type;
-    } else if (literal == literals) {
-      common = commonNumber(common, type);
-    }
-    literals = literals && literal;
-  }
-  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
-    Expr& choice = *choiceAt(i);
-    if (!isNumberLiteral(choice) || !fitsLiteral(literalOf(choice)->value, common)) continue;
-    choice.dataType = services_.symbols.elementary(common);
-    choice.setBasicType(common);
-  }
 }
 
 // The type of an accepted call. `named` is the result type that the operator reports, null for
 // none: operators cannot name derived types, so the host infers those from the operands.
-vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
+vel::SymbolDataType* Calls::resultOf(Call& call, Type* named, const Type* wanted) {
   const ASTNode* const list = call.parameters();
   if (list == nullptr || list->leavesCount() == 0) return named;
   const auto operand = [list](int index) { return static_cast<const Expr*>(list->leaf(index)); };
   const OperatorTraits& traits = *call.traits();
+  if (Type* const enumeration = chosenEnumeration(call, wanted)) return enumeration;
   if (traits.has(OperatorTraits::kGivesAddress)) {
     call.givesAddress = true;
     Type* const target = operand(0)->dataType;
@@ -187,6 +134,20 @@ vel::SymbolDataType* Calls::resultOf(Call& call, Type* named) {
   if (traits.result == OperatorTraits::Result::Passed) return operand(0)->dataType;
   if (!traits.givesValue()) return nullptr;
   return traits.chooses() ? chosenType(call) : services_.symbols.elementary(BasicDataType::Bool);
+}
+
+// The enumeration of the values among which the operator chooses; null if they are of none, and for
+// numbers too unless the enumeration is wanted.
+vel::SymbolDataType* Calls::chosenEnumeration(const Call& call, const Type* wanted) {
+  Type* found = nullptr;
+  bool all = true;
+  for (int i = call.traits()->firstChoice;
+       call.traits()->chooses() && i < call.parameters()->leavesCount(); ++i) {
+    Type* const type = static_cast<const Expr*>(call.parameters()->leaf(i))->dataType;
+    all = all && isEnumeration(type);
+    if (isEnumeration(type)) found = type;
+  }
+  return all || found == wanted ? found : nullptr;
 }
 
 // The type that holds each of the values among which the operator chooses.
@@ -207,6 +168,32 @@ vel::SymbolDataType* Calls::chosenType(const Call& call) {
     }
   }
   return chosen;
+}
+
+// Reports operands of derived types that the operator does not take. Its own message could not
+// name their types.
+bool Calls::refusesDerived(const Call& call) {
+  const ASTNode& list = *call.parameters();
+  const OperatorTraits& traits = *call.traits();
+  const bool computes =
+      traits.result == OperatorTraits::Result::Computed && traits.family != OperatorFamily::Other;
+  const bool compares = traits.has(OperatorTraits::kCompares);
+  const Expr* first = nullptr;
+  for (int i = traits.firstChoice; (computes || traits.chooses()) && i < list.leavesCount(); ++i) {
+    const auto& value = static_cast<const Expr&>(*list.leaf(i));
+    if (leavesNameToOperator(call, i)) continue;
+    if (first == nullptr) first = &value;
+    const bool derived = isComposite(value.dataType) || isEnumeration(value.dataType);
+    if (computes ? derived : compares && isComposite(value.dataType)) {
+      say(value, message::kOperandType, call.op()->name, describe(value));
+    } else if (!computes && !mayMeet(*first, value, compares)) {
+      say(call, message::kOperandTypes, call.op()->name, describe(*first), describe(value));
+    } else {
+      continue;
+    }
+    return true;
+  }
+  return false;
 }
 
 // The checks that operators leave to the host.
@@ -258,7 +245,7 @@ void Calls::checkConverted(const Call& call, const Expr& operand) {
   if (!converts) say(operand, message::kOperandType, call.op()->name, displayName(type));
 }
 
-// C cannot compare arrays, structures and strings, and can choose only among those of one type.
+// C cannot compare strings, and can choose only among those of one type.
 void Calls::checkChoice(const Call& call) {
   if (!call.traits()->chooses()) return;
   const ASTNode& list = *call.parameters();
@@ -269,11 +256,9 @@ void Calls::checkChoice(const Call& call) {
   for (int i = firstChoice; i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
     const BasicDataType own = typeOf(value);
-    const bool derived = isComposite(value.dataType) || isComposite(first.dataType);
-    const bool same = derived ? value.dataType == first.dataType : own == kind;
-    const bool onlySame = derived || isText(own) || isText(kind);
     const bool pointer = own == BasicDataType::Pointer;
-    const bool refused = onlySame ? compares || !same : pointer != (kind == BasicDataType::Pointer);
+    const bool refused = isText(own) || isText(kind) ? compares || own != kind
+                                                     : pointer != (kind == BasicDataType::Pointer);
     if (!refused) continue;
     say(value, message::kOperandType, call.op()->name, describe(value));
     return;

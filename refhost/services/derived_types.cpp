@@ -76,6 +76,10 @@ BasicDataType valueType(const vel::SymbolDataType* type) {
   return enumeration != nullptr ? enumeration->base->dataType() : type->dataType();
 }
 
+bool isEnumeration(const vel::SymbolDataType* type) {
+  return type != nullptr && type->dataType() == BasicDataType::Enumeration;
+}
+
 bool isComposite(const vel::SymbolDataType* type) {
   if (type == nullptr) return false;
   const BasicDataType number = type->dataType();

@@ -16,6 +16,7 @@ namespace refhost {
 // the type itself for all others; None for null.
 BasicDataType valueType(const vel::SymbolDataType* type);
 
+bool isEnumeration(const vel::SymbolDataType* type);
 // An array, a structure or a function block instance.
 bool isComposite(const vel::SymbolDataType* type);
 bool isInstance(const vel::SymbolDataType* type);

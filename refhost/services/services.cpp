@@ -4,6 +4,7 @@
 
 #include "core/operator.h"
 #include "refhost/messages.h"
+#include "refhost/services/derived_types.h"
 #include "refhost/syntax/tree.h"
 
 namespace refhost {
@@ -20,8 +21,10 @@ const Expr* parameterNamed(const vel::ASTNode& invocation, std::string_view text
   return nullptr;
 }
 
-DataTypeInfo describe(const vel::SymbolDataType* type) {
+DataTypeInfo describe(const vel::SymbolDataType* type, bool enumerationsAreNumbers) {
   if (type == nullptr) return {};
+  if (enumerationsAreNumbers && isEnumeration(type))
+    type = static_cast<const EnumType*>(type)->base;
   return {type->dataType(), type->typeName()};
 }
 
@@ -30,10 +33,10 @@ DataTypeInfo describe(const vel::SymbolDataType* type) {
 DataTypeInfo Services::typeOf(vel::ASTNode& expression, const std::string& /*unit*/,
                               std::vector<vel::VELMessage>& /*messages*/) {
   if (expression.type() == vel::ASTType::Expression) {
-    return describe(static_cast<const Expr&>(expression).dataType);
+    return describe(static_cast<const Expr&>(expression).dataType, enumerationsAreNumbers);
   }
   if (kindOf(expression) == NodeKind::Invocation) {
-    return describe(static_cast<const Call&>(expression).dataType);
+    return describe(static_cast<const Call&>(expression).dataType, enumerationsAreNumbers);
   }
   if (expression.type() != vel::ASTType::ConstantValue) return {};
   auto& literal = static_cast<Literal&>(expression);

@@ -39,6 +39,10 @@ class Services final : public hostkit::Answers, public hostkit::Services {
   void addCall(const std::string& caller, const std::string& callee,
                vel::TextLocation where) override;
 
+  // True while an operator takes an enumeration as its base type, because the host has checked that
+  // only values of one enumeration meet.
+  bool enumerationsAreNumbers = false;
+
   SymbolTable symbols;
   DeviceMap memory;
   CallGraph calls;

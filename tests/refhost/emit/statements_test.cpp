@@ -217,7 +217,7 @@ TEST(StatementsInC, OfEveryKind) {
        "@w = @w | vel_value_u16(65535); @w = vel_value_u16(255) | vel_value_u16((@w | 65280)); @w "
        "= @w | 32768; @w = @w | vel_value_u16((@w ^ (MAX((@w), (65535))))); @w = (u16)(@d | "
        "vel_value_i32(65535)); @d = @d | 65535; @i = SEL((@b & vel_value_u8(1)), (@i), (@j)); @b = "
-       "@b & 1; @ud = LIMIT(((u32)(@i)), (@ud), (9)); @d = LIMIT((0), (@d), ((i32)(@ud))); @d = "
+       "@b & 1; @ud = LIMIT(((u32)(@i)), (@ud), (9u)); @d = LIMIT((0), (@d), ((i32)(@ud))); @d = "
        "((i8)(SHL((vel_value_i8(-1)), (3)))); @d = ((i8)(SHR((-1), (3))));"},
       {"l := LINT#1000000 * LINT#1000000; lt := LTIME#1ns - LTIME#2ns; b := ULINT#1 - ULINT#2 > "
        "ULINT#5; lr := UDINT#0 - UDINT#1; b := 1 - UDINT#2 > 0; l := MAX(LINT#3 * LINT#3, LINT#0); "
@@ -261,11 +261,17 @@ TEST(StatementsInC, OfEveryKind) {
        "((u8)FC_MUX_INT(2, @i, (u8)(@i == @j), (u8)0)); @i = ({ i16 vel_t1 = LIMIT((0), (@i), "
        "(9)); ROL(@i, (vel_t1), i16, u16); }); @ul = ((u32)sizeof(i16)) - @ud; @ud = "
        "((u32)sizeof(char[10])) + ((u32)sizeof(u16[81]));"},
+      {"lr := LIMIT(0.1, SEL(b, 0.2, 0.5), 0.3) + SQRT(0.1); lr := -(0.1 + r * 0.2); c := MAX(Red, "
+       "c); c := MUX(i, Red, c); i := ABS(SINT#-128) + ABS(-128); l := LIMIT(ud, 5, bt);",
+       "@lr = (({ f64 vel_t1 = SEL((@b), (0.2), (0.5)); LIMIT((0.1), (vel_t1), (0.3)); })) + "
+       "(SQRT((0.1))); @lr = -((f32)0.1 + (@r * (f32)0.2)); @c = MAX((0), (@c)); @c = "
+       "((i16)FC_MUX_INT(2, @i, (i16)0, (i16)@c)); @i = (i16)((i16)(ABS(((i8)(-128)))) + "
+       "(ABS((-128)))); @l = LIMIT((@ud), (5u), (@bt));"},
       {"b := MIN(r, 0.1) = r; b := SEL(b, INT_TO_STRING(1), s) = 'x'; lr := SEL(b, i + 1, j) ** 2; "
        "MAX(i, j); l := LIMIT(MIN(ul, ud), l, lo); l := lo / ULINT#18446744073709551614; d := "
        "MAX(d, d) + LIMIT(0, i, j); ul := MOVE(16#7FFFFFFF) * ud; bt := bt / bt AND (bt AND 24) "
        "AND 224;",
-       "@b = ((f32)(MIN((@r), (0.1)))) == @r; @b = vel_string_compare(SEL((@b), "
+       "@b = ((f32)(MIN((@r), ((f32)(0.1))))) == @r; @b = vel_string_compare(SEL((@b), "
        "(INT_TO_STRING((1), _returnString)), (@s)), \"x\") == 0; @lr = vel_pow((f64)(SEL((@b), "
        "((i16)(@i + 1)), (@j))), 2); (void)(MAX((@i), (@j))); @l = ({ i64 vel_t1 = "
        "(i64)(MIN((@ul), (@ud))); LIMIT((vel_t1), (@l), (@lo)); }); @l = vel_div_i64(@lo, "

@@ -210,9 +210,9 @@ TEST(Declarations, AreJudged) {
        "END_VAR VAR c : C2 := Red; mode : Mode := Mode.On; n : INT; x : (One, Two); y : (Two, "
        "Three); z : ARRAY[0..1] OF C2 := [Red, Blue]; END_VAR c := Red; CASE c OF Red: n := 1; "
        "END_CASE; IF Red = c THEN n := F(Red) + F(c := Red); END_IF; y := Two; c := SEL(n = 1, "
-       "Red, MOVE(Red)); n := Red; "
+       "Red, MOVE(Red)); IF MAX(Red, MUX(n, Red, Red)) = c THEN n := MIN(n, c); END_IF; n := Red; "
        "END_PROGRAM",
-       "1:454 F0075 Red"},
+       "1:493 F002B MIN, INT, C2; 1:517 F0075 Red"},
       {"VAR_GLOBAL CONSTANT a : INT; b : ARRAY[0..1] OF INT; e : INT := 1; END_VAR FUNCTION_BLOCK "
        "F "
        "VAR_INPUT CONSTANT i : INT; END_VAR VAR_OUTPUT CONSTANT RETAIN o : INT; p : INT; END_VAR "

@@ -58,8 +58,10 @@ TEST(Statements, AreJudgedInEveryPart) {
        "ip * 2; b := ip = r; b := ip AND b;",
        "62 F002B -, 2, POINTER TO INT; 76 F002B +, POINTER TO INT, POINTER TO INT; 91 F002B *, "
        "POINTER TO INT, 2; 104 F002B =, POINTER TO INT, REAL; 117 F002B AND, POINTER TO INT, BOOL"},
-      {"b := c = Red; b := c = 1; b := c = li; b := c AND 1; i := c + li; i := c + 1;",
-       "32 F002B =, Color, Light; 45 C0032 INT, BOOL; 59 F002B +, Color, Light"},
+      {"b := c = Red; b := i = NULL; b := c = 1; b := c = li; b := c AND 1; i := c + li; i := c + "
+       "1;",
+       "20 F002B =, INT, NULL; 47 F002B =, Color, Light; 60 C0032 INT, BOOL; 74 F002B +, Color, "
+       "Light"},
       {"t := t + lt; lt := lt - t; t := t * 2; t := 2 * t; t := 2 / t; t := t / 1.5; t := t * t; b "
        ":= t > lt; td := td + t; td := td - lt; td := t + td; da := da + t; t := da - da; t := td "
        "- dt1; b := da = td; b := td = td; dt1 := dt1 - t; t := dt1 - dt1; i := t MOD 2;",
@@ -132,12 +134,12 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"pt := SEL(b, pt, qt); pt := MAX(pt, qt); pt := SEL(b, pt, i); c := MAX(c, c); c := SEL(b, "
        "c, li); i := MAX(c, li); ip := SEL(b, ip, ip); ip := MUX(i, ip, rp); pt := MOVE(pt); s := "
        "MUX(i, s, s);",
-       "33 F002C MAX, Pt; 59 F002C SEL, INT; 94 C0032 Light, Color; 108 C0032 an enumeration, INT; "
-       "151 C0131 ip, MUX; 188 C0131 s, MUX"},
+       "33 F002C MAX, Pt; 48 F002B SEL, Pt, INT; 84 F002B SEL, Color, Light; 104 F002B MAX, Color, "
+       "Light; 151 C0131 ip, MUX; 188 C0131 s, MUX"},
       {"ul := TO_ULINT(ip); ul := TO_ULINT(pt); s := TO_STRING(c); b := TO_BOOL(pt); b := "
        "TO_BOOL(ip); i := ABS(c); r := SQRT(ip); r := EXPT(r, b); i := TO_INT(fb);",
-       "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 101 C0072 ABS, an "
-       "enumeration; 114 C0072 SQRT, a pointer; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
+       "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 105 F002C ABS, "
+       "Color; 114 C0072 SQRT, a pointer; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
       {"b := MEP(b); b := MEP(i); b := MEF(b) OR MEP(NOT b); i := ADR(i); ip := ADR(nope); ud := "
        "ADR(P); ud := ADR(%MW0); ud := SIZEOF(Pt); ud := SIZEOF(nope); ud := SIZEOF(a[1]); ud := "
        "SIZEOF(INT);",
@@ -162,7 +164,7 @@ TEST(Statements, AreJudgedInEveryPart) {
        "DWORD; 176 F0038 INT; 187 F0038 REAL; 197 F0038 BOOL; 218 F0038 BYTE; 229 F0038 Pt"},
       {"i := LIMIT('a', i, 5); b := LIMIT(0, 1, i); i := 1 + LIMIT(0, i, s); FOR i := 1 TO 5 BY "
        "'a' DO ; END_FOR; c := Color.Nope; ip := REF(x := i); ip := REF(INT);",
-       "12 C0032 STRING, INT; 41 C0032 INT, SINT; 66 C0032 STRING, INT; 89 C0032 STRING, INT; 118 "
+       "12 C0032 STRING, INT; 29 C0032 INT, BOOL; 66 C0032 STRING, INT; 89 C0032 STRING, INT; 118 "
        "F0024 Color, Nope; 134 F0027 REF, x; 153 F003A INT"},
       {"i := lo; i := k; k := 1; i := 10000000000; si := 128; si := -129; u := -1; bt := 256; b := "
        "2; b := 1; b := INT#1; r := 1; r := 16777217; lr := 1.0e300; r := 1.0e39; t := 1; i := "
