@@ -20,7 +20,7 @@ class Machine {
     try {
       enter(units_.list.front(), "");
       enter(program, "");
-      for (; now_ < kScans * kCycle; now_ += kCycle) execute(program.body, "");
+      for (int i = 0; i < kScans; ++i) execute(program.body, "");
     } catch (const Undefined& reason) {
       throw Stuck(reason, current_);
     }
@@ -285,12 +285,7 @@ class Machine {
       const Expr& expr = statement.exprs[i];
       if (expr.type != nullptr) bind(parameters[i], argument(parameters[i], expr, prefix), frame);
     }
-    if (block.kind != Unit::Standard) {
-      execute(block.body, frame);
-      return;
-    }
-    slots_.at(frame + "now").number = now_;
-    block.step([&](const char* name) -> Wide& { return slots_.at(frame + name).number; });
+    execute(block.body, frame);
   }
 
   const Units& units_;
@@ -299,7 +294,6 @@ class Machine {
   const Statement* current_ = nullptr;
   int steps_ = 0;
   int copies_ = 0;
-  int now_ = 0;
 };
 
 }  // namespace

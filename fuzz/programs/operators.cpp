@@ -295,7 +295,6 @@ Value toBool(const Type&, const Values& v) {
 bool isReal(const Type& type) { return type.kind == Type::Real; }
 bool isBool(const Type& type) { return type.kind == Type::Bool; }
 bool isPlain(const Type& type) { return !type.text() && type.kind != Type::Bool; }
-bool castTarget(const Type& type) { return isPlain(type); }
 
 std::vector<Operator> conversions() {
   const auto toText = [](const Type& result, const Values& v) {
@@ -304,12 +303,12 @@ std::vector<Operator> conversions() {
   const auto isText = [](const Type& type) { return type.text(); };
   const auto isWhole = [](const Type& type) { return isPlain(type) && !isReal(type); };
   const auto notReal = [](const Type& type) { return !type.text() && !isReal(type); };
-  return {{"$0_TO_$r", 0, from(notReal, castTarget), castTo},
+  return {{"$0_TO_$r", 0, from(notReal, isPlain), castTo},
           {"$0_TO_$r", 0, from(isReal, isReal), castTo},
           {"$0_TO_$r", 0, from(isReal, isWhole), toInteger, Operator::Small},
           {"$0_TO_BOOL", 0, from(isPlain, isBool), toBool},
           {"TO_BOOL", 0, from(isValue, isBool), toBool},
-          {"TO_$r", 0, from(notReal, castTarget), castTo},
+          {"TO_$r", 0, from(notReal, isPlain), castTo},
           {"TO_$r", 0, from(isReal, isReal), castTo},
           {"TO_$r", 0, from(isReal, isInteger), toInteger, Operator::Small},
           {"TO_$r", 0,
@@ -511,6 +510,15 @@ std::vector<Operator> all() {
 }
 
 }  // namespace
+
+std::string nameOf(const Operator& op, const Type& first, const Type& result) {
+  std::string name = op.name;
+  for (const auto& [mark, type] : {std::pair("$0", &first), {"$r", &result}}) {
+    const std::size_t at = name.find(mark);
+    if (at != std::string::npos) name.replace(at, 2, type->name);
+  }
+  return name;
+}
 
 const std::vector<Operator>& operators() {
   static const std::vector<Operator> rows = all();

@@ -50,4 +50,7 @@ struct Operator {
 
 const std::vector<Operator>& operators();
 
+// As it is called for these types.
+std::string nameOf(const Operator& op, const Type& first, const Type& result);
+
 }  // namespace generated

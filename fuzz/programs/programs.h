@@ -9,7 +9,6 @@
 namespace generated {
 
 constexpr int kScans = 3;
-constexpr int kCycle = 10;  // milliseconds from one scan to the next
 
 // A PROGRAM and the types, global variables, functions and function blocks that it uses, whose
 // names end in `suffix`. It is well-typed, ends by itself, does nothing that C leaves to the
@@ -25,8 +24,5 @@ struct Stuck : Undefined {
 // The values of the variables of the PROGRAM and of the global ones after all scans, by their
 // places, as `v1`, `v2[1,2].m3`. Throws Stuck.
 std::map<std::string, Value> evaluated(const Units& units);
-
-// Function blocks of the standard: their variables and what they do. `now` is the time of the scan.
-const std::deque<Unit>& standardBlocks();
 
 }  // namespace generated

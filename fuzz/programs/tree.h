@@ -3,7 +3,6 @@
 #pragma once
 
 #include <deque>
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -60,13 +59,11 @@ struct Variable {
 };
 
 struct Unit {
-  enum Kind { Function, FunctionBlock, Program, Globals, Standard };
+  enum Kind { Function, FunctionBlock, Program, Globals };
   Kind kind;
   std::string name;
   std::vector<Variable> variables{};
   Statements body{};
-  // Of a function block of the standard, on its variables.
-  std::function<void(const std::function<Wide&(const char*)>&)> step{};
 };
 
 // The first unit has the global variables, the last is the PROGRAM; a unit calls only those

@@ -66,14 +66,6 @@ std::vector<Values> combinations(const Operator& op, const Types& operands, cons
   return all;
 }
 
-std::string nameOf(std::string name, const Type& first, const Type& result) {
-  for (const auto& [mark, type] : {std::pair("$0", &first), {"$r", &result}}) {
-    const std::size_t at = name.find(mark);
-    if (at != std::string::npos) name.replace(at, 2, type->name);
-  }
-  return name;
-}
-
 TEST(Operators, ComputeWhatTheirTableSays) {
   const std::vector<std::string> names = operatorNames();
   const std::set<std::string> registered(names.begin(), names.end());
@@ -89,7 +81,7 @@ TEST(Operators, ComputeWhatTheirTableSays) {
   for (const Operator& op : generated::operators()) {
     for (const Type& result : types()) {
       for (const Types& operands : signatures(op, result)) {
-        const std::string name = nameOf(op.name, *operands[0], result);
+        const std::string name = nameOf(op, *operands[0], result);
         if (op.precedence == 0 && registered.count(name) == 0) continue;
         const bool reads = operands[0]->text() && !result.text() && result.kind != Type::Bool;
         for (const Values& values : combinations(op, operands, result)) {
