@@ -22,6 +22,7 @@ int TokenStream::missingBefore(const Token& token) {
     case TokenRole::EndOfFile:
       return closeTop(token);
     case TokenRole::Name:
+      if (isPlainTarget(token)) return 0;
       if (blocks_.count() == 1 && (isStructural(last_.kind) || endsDeclaration(last_.kind))) {
         if (const int missing = missingBeforeSection(token); missing != 0) return missing;
       }
@@ -43,10 +44,17 @@ int TokenStream::missingBefore(const Token& token) {
       return closeUntil(constructOf(Kind::REPEAT), token);
     case TokenRole::Other:
     case TokenRole::Prefix:
-      return missingBeforeLabel(token);
+      return token.kind == '-' || endsDeclaration(token.kind) ? missingBeforeLabel(token) : 0;
     default:
       return 0;
   }
+}
+
+// True of the name with which a statement, and neither a declaration nor a label, begins.
+bool TokenStream::isPlainTarget(const Token& token) const {
+  if (inHeader_ || blocks_.inDeclarations()) return false;
+  const std::string_view behind = queue_.behind(token.span);
+  return behind.substr(0, 2) == ":=" || TokenQueue::isBracket(behind);
 }
 
 int TokenStream::missingBeforeOpener(const Token& token) {

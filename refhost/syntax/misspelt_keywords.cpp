@@ -9,6 +9,7 @@
 #include "hostkit/folding.h"
 #include "refhost/spelling.h"
 #include "refhost/syntax/expected_tokens.h"
+#include "refhost/syntax/keyword.h"
 #include "refhost/syntax/syntax_errors.h"
 
 namespace refhost {
@@ -16,11 +17,6 @@ namespace refhost {
 namespace {
 
 using Kind = grammar::Parser::token;
-
-struct Keyword {
-  std::string_view name;
-  int kind;
-};
 
 constexpr Keyword kUnits[] = {{"PROGRAM", Kind::PROGRAM},
                               {"FUNCTION", Kind::FUNCTION},

@@ -36,12 +36,39 @@ class TokenQueue {
   bool isFollowedBy(Span span, char character) const {
     return span.end < text_.size() && text_[span.end] == character;
   }
-  // True if a comma, dot, bracket or sign that continues an expression or a declaration follows the
-  // span, with a blank before it or without.
-  bool isFollowedByMark(Span span) const {
+  // The source behind the span and the blank that follows it, if any.
+  std::string_view behind(Span span) const {
     std::size_t at = span.end;
     if (at < text_.size() && text_[at] == ' ') ++at;
-    return at < text_.size() && std::string_view(":,.)^]=<>+-*").find(text_[at]) != text_.npos;
+    return text_.substr(at);
+  }
+  // True of a comma, dot, bracket or sign that continues an expression or a declaration.
+  static bool isMark(char c) {
+    switch (c) {
+      case ':':
+      case ',':
+      case '.':
+      case ')':
+      case '^':
+      case ']':
+      case '=':
+      case '<':
+      case '>':
+      case '+':
+      case '-':
+      case '*':
+        return true;
+      default:
+        return false;
+    }
+  }
+  // True of a '(' that begins no comment.
+  static bool isBracket(std::string_view text) {
+    return text.size() > 1 && text[0] == '(' && text[1] != '*';
+  }
+  bool isFollowedByMark(Span span) const {
+    const std::string_view text = behind(span);
+    return !text.empty() && isMark(text[0]);
   }
   bool isPrecededBy(Span span, char character) const {
     return span.begin > 0 && text_[span.begin - 1] == character;

@@ -8,6 +8,7 @@
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
 #include "refhost/syntax/expected_tokens.h"
+#include "refhost/syntax/keyword.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
 
@@ -18,22 +19,18 @@ namespace {
 using Kind = grammar::Parser::token;
 
 // Words that are keywords in some places only, and names elsewhere.
-struct Word {
-  std::string_view text;
-  int kind;
-};
-constexpr Word kConfigurationWords[] = {{"RESOURCE", Kind::RESOURCE},
-                                        {"END_RESOURCE", Kind::END_RESOURCE},
-                                        {"ON", Kind::ON},
-                                        {"TASK", Kind::TASK},
-                                        {"WITH", Kind::WITH}};
-constexpr Word kQualifierWords[] = {{"PERSISTENT", Kind::PERSISTENT}};
-constexpr Word kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
+constexpr Keyword kConfigurationWords[] = {{"RESOURCE", Kind::RESOURCE},
+                                           {"END_RESOURCE", Kind::END_RESOURCE},
+                                           {"ON", Kind::ON},
+                                           {"TASK", Kind::TASK},
+                                           {"WITH", Kind::WITH}};
+constexpr Keyword kQualifierWords[] = {{"PERSISTENT", Kind::PERSISTENT}};
+constexpr Keyword kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
 
 template <std::size_t N>
-int kindOf(std::string_view text, const Word (&words)[N]) {
-  for (const Word& word : words) {
-    if (equalIgnoringCase(word.text, text)) return word.kind;
+int kindOf(std::string_view text, const Keyword (&words)[N]) {
+  for (const Keyword& word : words) {
+    if (equalIgnoringCase(word.name, text)) return word.kind;
   }
   return Kind::IDENTIFIER;
 }
@@ -108,7 +105,19 @@ void TokenStream::resumeInPlace() {
   quiet_ = kQuietTokens;
 }
 
+// Nearly all words of statements are names that the characters around them tell, which spares them
+// the search among words that are no names.
+bool TokenStream::isPlainName(const Token& token) const {
+  if (!blocks_.any() || blocks_.inDeclarations() || inConfiguration()) return false;
+  const std::string_view word = queue_.textOf(token);
+  if (toLower(word[0]) == 'e' && equalIgnoringCase(word.substr(0, 3), "END")) return false;
+  const std::string_view behind = queue_.behind(token.span);
+  if (behind.empty() || behind[0] == '=') return false;  // REF=
+  return TokenQueue::isMark(behind[0]) || TokenQueue::isBracket(behind);
+}
+
 void TokenStream::takeWord(Token& token) {
+  if (isPlainName(token)) return;
   unsupported_.replace(token, last_.kind);
   token.kind = kindHere(token);
   if (queue_.isFollowedBy(token.span, '=')) takeBinds(token);

@@ -62,6 +62,7 @@ class TokenStream {
 
   // Determines the kind of a word from its context.
   void takeWord(Token& token);
+  bool isPlainName(const Token& token) const;
   int kindHere(const Token& token);
   void takeBinds(Token& token);
   bool inConfiguration() const;
@@ -70,6 +71,7 @@ class TokenStream {
   // The kind of the token that is missing before `token`; 0 for none. Each function reports it and
   // updates the state as if it had been read.
   int missingBefore(const Token& token);
+  bool isPlainTarget(const Token& token) const;
   int missingBeforeOpener(const Token& token);
   int missingBeforeCloser(const Token& token);
   // Takes the closer of another kind of statement for the one that is due.
