@@ -169,12 +169,10 @@ int TokenStream::missingBeforeName(const Token& token) {
     errors_.muteDeclaration(token.span.end);
     return ';';
   }
-  // The variables of VAR_CONFIG have paths.
-  const bool path = equalIgnoringCase(queue_.textOf(blocks_.top().opener), "VAR_CONFIG");
   if (!blocks_.isIn(Construct::Kind::Variables)) return 0;
   // Before a value there may be no type.
   if (next == Kind::ASSIGN && closesVariables()) return 0;
-  return continuesStatement(next) && !path ? closeTop(token) : 0;
+  return continuesStatement(next) && !blocks_.top().hasPaths ? closeTop(token) : 0;
 }
 
 // A ':' is missing between the name of a FUNCTION and its type, unless a statement begins here.

@@ -54,6 +54,20 @@ constexpr Header kHeaders[] = {{{"IF", Kind::IF}, Kind::THEN},
                                {{"FOR", Kind::FOR}, Kind::DO},
                                {{"WHILE", Kind::WHILE}, Kind::DO}};
 
+// Parts of statements with the openers without which they cannot stand.
+struct Stray {
+  Keyword keyword;
+  int opener;
+};
+constexpr Stray kStrays[] = {{{"END_IF", Kind::END_IF}, Kind::IF},
+                             {{"END_CASE", Kind::END_CASE}, Kind::CASE},
+                             {{"END_FOR", Kind::END_FOR}, Kind::FOR},
+                             {{"END_WHILE", Kind::END_WHILE}, Kind::WHILE},
+                             {{"END_REPEAT", Kind::END_REPEAT}, Kind::REPEAT},
+                             {{"ELSE", Kind::ELSE}, Kind::IF},
+                             {{"ELSIF", Kind::ELSIF}, Kind::IF},
+                             {{"UNTIL", Kind::UNTIL}, Kind::REPEAT}};
+
 bool isWordCharacter(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
@@ -153,9 +167,37 @@ void MisspeltKeywords::correct(Token& token, int previous) {
     offerInStatements(candidates, previous);
   }
   const Keyword best = candidates.best();
-  if (best.kind == 0 || isDeclared(word)) return;
+  if (best.kind == 0) return correctStray(token, previous);
+  if (isDeclared(word)) return;
   Remarks* const said = errors_.unexpected(token.span, best.name);
   if (said != nullptr) errors_.propose(*said, token.span, best.name);
+  token.kind = best.kind;
+}
+
+// A part of a statement of which no block is open. The parser refuses the keyword without a word,
+// since that has been reported.
+void MisspeltKeywords::correctStray(Token& token, int previous) {
+  const bool begins = isStructural(previous) && previous != Kind::OF;
+  if (!begins || !blocks_.inProgramUnit() || blocks_.inDeclarations()) return;
+  const std::string_view word = queue_.textOf(token);
+  const int next = queue_.ahead().kind;
+  Candidates candidates(word);
+  for (const Stray& stray : kStrays) {
+    const bool closes = roleOf(stray.keyword.kind) == TokenRole::Closer;
+    const bool fits = closes ? next == ';' : next == ';' || beginsOperand(next);
+    if (fits) candidates.offer(stray.keyword);
+  }
+  const Keyword best = candidates.best();
+  const auto* const stray =
+      std::find_if(std::begin(kStrays), std::end(kStrays),
+                   [&best](const Stray& row) { return row.keyword.kind == best.kind; });
+  if (best.kind == 0 || blocks_.isOpen(constructOf(stray->opener)) || isDeclared(word)) return;
+  Remarks* const said = errors_.unexpected(token.span, "statement");
+  if (said != nullptr) {
+    const std::string opener(constructOf(stray->opener)->openerName());
+    said->note(errors_.rangeOf(token.span),
+               "if '" + std::string(best.name) + "' is meant: no " + opener + " is open here");
+  }
   token.kind = best.kind;
 }
 
@@ -169,6 +211,7 @@ void MisspeltKeywords::suggest(Span found, const ExpectedTokens& expected, Remar
 void MisspeltKeywords::offerUnits(Candidates& candidates) {
   if (queue_.ahead().kind != Kind::IDENTIFIER) return;
   const int behind = queue_.ahead(2).kind;
+  if (behind == '.' || behind == '[') return candidates.offer({"VAR_CONFIG", Kind::VAR_CONFIG});
   if (behind == ':') candidates.offer({"TYPE", Kind::TYPE});
   if (behind == ':' || behind == ',' || behind == Kind::AT) {
     candidates.offer({"VAR_GLOBAL", Kind::VAR_GLOBAL});
@@ -229,6 +272,7 @@ void MisspeltKeywords::offerInConfiguration(Candidates& candidates, int previous
     candidates.offer({"ON", Kind::ON});
   }
   if (behind == '(') candidates.offer({"TASK", Kind::TASK});
+  if (behind == '.' || behind == '[') candidates.offer({"VAR_CONFIG", Kind::VAR_CONFIG});
   offerSections(candidates);
   if (!isStructural(previous) && previous != Kind::IDENTIFIER) return;
   candidates.offer({"RESOURCE", Kind::RESOURCE});
@@ -250,6 +294,8 @@ void MisspeltKeywords::offerInStatements(Candidates& candidates, int previous) {
   if (previous == ';' || previous == Kind::IDENTIFIER || roleOf(previous) == TokenRole::Closer) {
     offerSections(candidates);
   }
+  // The result type of a function, whose statements have no labels.
+  if (previous == ':' && blocks_.count() == 1) return offerTypes(candidates, previous);
   if (expectsOperand(previous) && previous != ':') {
     if (beginsOperand(queue_.ahead().kind)) candidates.offer({"NOT", Kind::NOT});
     return;
@@ -264,7 +310,12 @@ void MisspeltKeywords::offerInStatements(Candidates& candidates, int previous) {
 
 void MisspeltKeywords::offerStatements(Candidates& candidates) {
   const int next = queue_.ahead().kind;
-  if (next == ';') candidates.offerAll(kJumps);
+  const bool branches =
+      blocks_.isTop(constructOf(Kind::IF)) || blocks_.isTop(constructOf(Kind::CASE));
+  if (next == ';') {
+    candidates.offerAll(kJumps);
+    if (branches) candidates.offer({"ELSE", Kind::ELSE});
+  }
   if (beginsOperand(next)) {
     for (const Header& header : kHeaders) {
       if (hasHeaderEnd(header.end)) candidates.offer(header.keyword);
@@ -278,8 +329,6 @@ void MisspeltKeywords::offerStatements(Candidates& candidates) {
   }
   if (next != Kind::IDENTIFIER && roleOf(next) != TokenRole::Opener) return;
   candidates.offer({"REPEAT", Kind::REPEAT});
-  const bool branches =
-      blocks_.isTop(constructOf(Kind::IF)) || blocks_.isTop(constructOf(Kind::CASE));
   if (branches && !hasHeaderEnd(Kind::THEN)) {
     candidates.offer({"ELSE", Kind::ELSE});
   }

@@ -27,6 +27,7 @@ class MisspeltKeywords {
   class Candidates;
 
   bool canBeKeyword(const Token& token, int previous) const;
+  void correctStray(Token& token, int previous);
   void offerUnits(Candidates& candidates);
   void offerInDeclarations(Candidates& candidates, int previous);
   void offerTypes(Candidates& candidates, int previous);

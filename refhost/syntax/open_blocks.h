@@ -21,6 +21,7 @@ struct OpenBlock {
   bool hasUntil = false;  // of a REPEAT
   bool hasTo = false;     // of a FOR
   bool doubtful = false;  // there is an error in its header
+  bool hasPaths = false;  // of a VAR_CONFIG, whose variables have paths
 };
 
 class OpenBlocks {

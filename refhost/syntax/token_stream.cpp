@@ -237,6 +237,7 @@ int TokenStream::openBlock(const Token& token) {
   resumes_ = construct.kind == Construct::Kind::Statement && !inConfiguration();
   blocks_.open(construct, token.span);
   blocks_.top().doubtful = errors_.reportedSince(token.span.begin);
+  blocks_.top().hasPaths = token.kind == Kind::VAR_CONFIG;
   return token.kind;
 }
 

@@ -228,6 +228,9 @@ TEST(Recovery, TakesAMisspeltKeywordForTheKeywordWhereNoNameCanStand) {
       {"PROGRAM p VAR x TA %IX0.0 : BOOL; END_VAR END_PROGRAM", "TA", "AT"},
       {"TYPE t : STRUCT s : STRIN[5]; END_STRUCT END_TYPE", "STRIN", "STRING"},
       {"TYPE p : POINTER OT INT; END_TYPE", "OT", "TO"},
+      {"FUNCTION f : STRIN[5] f := 'a'; END_FUNCTION", "STRIN", "STRING"},
+      {"PROGRAM p IF b THEN i := 1; ESLE; END_IF END_PROGRAM", "ESLE", "ELSE"},
+      {"VAR_CONFG p.x[1] AT %QX0.0 : BOOL; END_VAR", "VAR_CONFG", "VAR_CONFIG"},
       {"CONFIGURATON c END_CONFIGURATION", "CONFIGURATON", "CONFIGURATION"},
   };
   for (const auto& [source, word, keyword] : units) {
