@@ -94,13 +94,14 @@ bool isComparedWithOtherSign(const ASTNode& node, const OperatorTraits& op) {
          !isPositive(node);
 }
 
-// The type of a literal that an operator computes or compares in a wider one of C, if that makes a
-// difference to a variable's value: a REAL that is rounded, and the lowest number of a small type,
-// which has no absolute value in it. None for all else.
+// The type of a literal that an operator passes on, computes or compares in a wider one of C, if
+// that makes a difference to a variable's value: a REAL that is rounded, and the lowest number of a
+// small type, which has no absolute value in it. None for all else.
 BasicDataType narrowedLiteral(const ASTNode& node, const OperatorTraits& op) {
   const Literal* const literal = literalOf(node);
   const bool numeric = op.family == OperatorFamily::Numeric;
-  if (literal == nullptr || !(numeric || op.has(OperatorTraits::kCompares))) return {};
+  const bool passed = op.result == OperatorTraits::Result::Passed;
+  if (literal == nullptr || !(numeric || passed || op.has(OperatorTraits::kCompares))) return {};
   const BasicDataType type = typeOf(node);
   const LiteralValue& value = literal->value;
   if (type == BasicDataType::Real && value.form == LiteralForm::Real) {

@@ -404,11 +404,12 @@ void ExpressionWriter::times(const Expr& expr, const CommonType& common, std::st
     }
     case Kind::Shift: {
       const bool nanoseconds = typeOf(right) == BasicDataType::LTime;
-      const char* const unit =
-          clock ? (nanoseconds ? " / 1000000" : "") : (nanoseconds ? " / 1000000000" : " / 1000");
-      const char* const sign = op == ExprKind::Subtract ? "-" : "";
-      out += fmt::format("{}({}, {}((i64){}{}))", clock ? "vel_tod_shift" : "vel_dt_shift", a, sign,
-                         b, unit);
+      const int unit = (nanoseconds ? 1000000 : 1) * (clock ? 1 : 1000);
+      std::string duration = "(i64)" + b;
+      // A function, since gcc warns of quotients of constants among which an operator selects.
+      if (unit != 1) duration = fmt::format("vel_div_i64({}, {})", duration, unit);
+      out += fmt::format("{}({}, {}{})", clock ? "vel_tod_shift" : "vel_dt_shift", a,
+                         op == ExprKind::Subtract ? "-" : "", duration);
       break;
     }
     default:  // the difference of two points in time, in milliseconds
