@@ -67,8 +67,10 @@ std::string CallWriter::plainText(const Call& call) {
   if (call.standard() != nullptr) return standardCallText(call);
   if (call.givesAddress) {
     const auto& operand = static_cast<const Expr&>(*call.leaf(1)->leaf(0));
-    return fmt::format("({})({})", typeText(file_.names, call.dataType),
-                       places_.pointerTo(operand, operand.dataType));
+    return expressions_.inOrder(PlaceWriter::partsOf(operand), Uses::Once, [&] {
+      return fmt::format("({})({})", typeText(file_.names, call.dataType),
+                         places_.pointerTo(operand, operand.dataType));
+    });
   }
   return call.function() != nullptr ? functionCallText(call) : std::string();
 }
@@ -108,8 +110,13 @@ std::string CallWriter::operatorCallText(const Call& call) {
   const Uses uses = usesOfOperands(call);
   const bool ordered = (uses == Uses::Repeated && hasCompoundOperand(call)) ||
                        (file_.effects.any() && call.traits()->givesValue());
-  std::string text =
-      ordered ? expressions_.inOrder(parametersOf(call), uses, generate) : generate();
+  const auto operands = [&] {
+    const auto* const place = call.traits()->has(OperatorTraits::kGivesAddress)
+                                  ? static_cast<const Expr*>(call.leaf(1)->leaf(0))
+                                  : nullptr;
+    return place != nullptr ? PlaceWriter::partsOf(*place) : parametersOf(call);
+  };
+  std::string text = ordered ? expressions_.inOrder(operands(), uses, generate) : generate();
   if (text.empty()) {
     if (file_.messages.count() > before) return text;  // the operator's failure has been reported
     file_.messages.report(rangeOf(call), message::kNothingGenerated,

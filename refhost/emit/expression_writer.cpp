@@ -135,7 +135,12 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
       appendLiteral(literalOf(*expression)->value, number, text);
       return text;
     }
-    append(static_cast<Expr&>(*expression), text);
+    const auto& expr = static_cast<const Expr&>(*expression);
+    if (op != nullptr && op->has(OperatorTraits::kGivesAddress) && isAccess(expr.kind)) {
+      text = places.of(expr).load();  // has an address, as an expression may not
+    } else {
+      append(expr, text);
+    }
     if (op != nullptr && isPointerAsNumber(*expression, *op)) {
       text = "(uintptr_t)(" + text + ")";
     } else if (op != nullptr && op->has(OperatorTraits::kGivesAddress) &&

@@ -112,7 +112,9 @@ void PlaceWriter::release(const Expr& expr) { body_.heldPlaces.erase(wholeOf(&ex
 
 std::string PlaceWriter::bind(const Place& reference, const vel::SymbolDataType* type,
                               const Expr& target) {
-  return Place{Place::Kind::Object, reference.text}.store(boundText(target, type));
+  return expressions_.inOrder(partsOf(target), ExpressionWriter::Uses::Once, [&] {
+    return Place{Place::Kind::Object, reference.text}.store(boundText(target, type));
+  });
 }
 
 std::string PlaceWriter::passed(const Expr& value, const VarSymbol& parameter) {

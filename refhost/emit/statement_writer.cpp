@@ -140,12 +140,9 @@ void StatementWriter::statement(const ASTNode& node) {
     case StatementKind::Assignment:
       assignment(node);
       break;
-    case StatementKind::Bind: {
-      const auto& reference = static_cast<const Expr&>(*node.leaf(0));
-      const auto& target = static_cast<const Expr&>(*node.leaf(1));
-      body_.statement(places_.bind(places_.of(reference), reference.dataType, target));
+    case StatementKind::Bind:
+      bind(node);
       break;
-    }
     case StatementKind::Call:
       callStatement(static_cast<const Call&>(*node.leaf(0)));
       break;
@@ -182,6 +179,22 @@ void StatementWriter::statement(const ASTNode& node) {
   }
 }
 
+void StatementWriter::bind(const ASTNode& node) {
+  const auto& reference = static_cast<const Expr&>(*node.leaf(0));
+  const auto& target = static_cast<const Expr&>(*node.leaf(1));
+  if (reference.kind == ExprKind::Member)
+    holdBefore(static_cast<const Expr&>(*reference.leaf(0)), target);
+  body_.statement(places_.bind(places_.of(reference), reference.dataType, target));
+}
+
+// Evaluates the place to which something is stored before `source`.
+void StatementWriter::holdBefore(const Expr& place, const ASTNode& source) {
+  const bool held = file_.effects.any() && (file_.effects.in(place) ||
+                                            (file_.effects.in(source) && places_.canMove(place)));
+  const std::string pointer = held ? places_.hold(place) : std::string();
+  if (!pointer.empty()) body_.line(pointer);
+}
+
 void StatementWriter::assignment(const ASTNode& node) {
   const ASTNode& source = *node.leaf(1);
   BasicDataType from = typeOf(source);
@@ -190,20 +203,14 @@ void StatementWriter::assignment(const ASTNode& node) {
     if (type != nullptr) from = valueType(type);
   }
   const auto& target = static_cast<const Expr&>(*node.leaf(0));
-  const bool held = file_.effects.any() && (file_.effects.in(target) ||
-                                            (file_.effects.in(source) && places_.canMove(target)));
-  const auto hold = [&] {
-    const std::string pointer = held ? places_.hold(target) : std::string();
-    if (!pointer.empty()) body_.line(pointer);
-  };
   if (kindOf(source) != NodeKind::Invocation) {
-    hold();
+    holdBefore(target, source);
     body_.statement(places_.store(target, expressions_.expressionText(node.leaf(1)), from));
     return;
   }
   const auto& call = static_cast<const Call&>(source);
   const std::string flag = beginEnabled(call);
-  hold();
+  holdBefore(target, source);
   const std::string made = calls_.inPlaceText(call, target);
   if (!made.empty()) {
     body_.statement(made);

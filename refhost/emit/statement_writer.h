@@ -23,6 +23,8 @@ class StatementWriter {
 
  private:
   void statement(const vel::ASTNode& node);
+  void bind(const vel::ASTNode& node);
+  void holdBefore(const Expr& place, const vel::ASTNode& source);
   void assignment(const vel::ASTNode& node);
   void ifStatement(const vel::ASTNode& node);
   void caseStatement(const vel::ASTNode& node);

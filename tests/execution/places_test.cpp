@@ -72,7 +72,9 @@ TEST(References, StandForTheVariablesToWhichTheyAreBound) {
 TEST(Places, AreEvaluatedBeforeWhatFollowsThem) {
   Program program;
   program.units =
-      "VAR_GLOBAL g : INT := 1; gp : POINTER TO INT; one, two : INT;\n"
+      "TYPE R : STRUCT r : REFERENCE TO INT; END_STRUCT; END_TYPE VAR_GLOBAL rs : ARRAY[1..3] OF "
+      "R;\n"
+      "g : INT := 1; gp : POINTER TO INT; one, two : INT;\n"
       "a : ARRAY[0..3] OF INT := [10, 11, 12, 13]; m : ARRAY[0..2, 0..2] OF INT;\n"
       "s : ARRAY[0..3] OF STRING[3]; w : ARRAY[0..3] OF WORD; END_VAR\n"
       "FUNCTION F : INT g := g + 1; gp := ADR(two); F := 50; END_FUNCTION\n"
@@ -82,12 +84,15 @@ TEST(Places, AreEvaluatedBeforeWhatFollowsThem) {
       "VAR_OUTPUT o : INT; END_VAR Io := a; a := b; o := 9; g := 3; END_FUNCTION\n"
       "FUNCTION_BLOCK B VAR_OUTPUT i, o : INT; END_VAR i := 3; o := 70; END_FUNCTION_BLOCK\n";
   program.variables =
-      "k, r, x, y, n, a1, a2, a3, m2, len, w2, d, loops, up : INT; fb : B; small : USINT;\n"
+      "k, r, x, y, z, v, n, m20, m02, a1, a2, a3, m2, len, w2, d, loops, up : INT; fb : B; small : "
+      "USINT;\n"
       "neg : SINT := -1; far : UINT := 40000; ul : ULINT; li : LINT;\n"
       "big : ULINT := 16#FFFFFFFFFFFFFFFF;\n";
   program.body =
       "a[g] := F(); a1 := a[1]; r := Io(a[k], H(k), o => a[g]); a2 := a[2]; d := a[0];\n"
       "gp := ADR(one); gp^ := F(); d := d + one; m[H(x), H(x)] := H(x); m2 := m[1, 2]; g := 1; "
+      "rs[H(z)].r REF= m[H(z), 0]; rs[1].r := 44; m20 := m[2, 0]; gp := ADR(m[H(v) - 1, H(v)]); "
+      "gp^ := 45; m02 := m[0, 2]; "
       "s[g] := S();\n"
       "len := LEN(s[1]); w[H(y)].%B1 := INT_TO_BYTE(H(y)); w2 := TO_INT(w[1]);\n"
       "n := 1; fb(i => n, o => a[n]); a3 := a[1];\n"
@@ -101,6 +106,8 @@ TEST(Places, AreEvaluatedBeforeWhatFollowsThem) {
                            {"a2", 9},
                            {"d", 51},
                            {"m2", 3},
+                           {"m20", 44},
+                           {"m02", 45},
                            {"len", 1},
                            {"w2", 512},
                            {"a3", 70},
