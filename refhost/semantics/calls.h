@@ -30,6 +30,7 @@ class Calls : public Part {
 
  private:
   Type* callOperator(Call& call, const Type* wanted);
+  void sayNotAccepted(const Call& call);
   void requireCapitals(const Call& call);
   bool analyseOperands(const Call& call, ASTNode& list, const Type* wanted);
   void adaptLiterals(const Call& call, const ASTNode& list, const Type* wanted);

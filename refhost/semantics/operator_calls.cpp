@@ -60,9 +60,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
     return nullptr;
   }
   if (!call.accepted) {
-    if (!hasErrorFrom(first)) {
-      say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
-    }
+    if (!hasErrorFrom(first)) sayNotAccepted(call);
     return nullptr;
   }
   declareEdgeState(call);
@@ -74,6 +72,16 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
   if (!call.accepted) return nullptr;
   parts_.doubts.judgeCall(call);
   return call.dataType;
+}
+
+// SIZEOF refuses functions and programs without a message.
+void Calls::sayNotAccepted(const Call& call) {
+  const ASTNode* const list = call.parameters();
+  if (list != nullptr && list->leavesCount() > 0 && leavesNameToOperator(call, 0)) {
+    say(*list->leaf(0), message::kNotAValue, TreeBuilder::source(*list->leaf(0)));
+  } else {
+    say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
+  }
 }
 
 void Calls::requireCapitals(const Call& call) {
@@ -105,7 +113,11 @@ bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted)
   };
   std::vector<int> open;
   for (int i = 0; i < list.leavesCount(); ++i) {
-    if (leavesNameToOperator(call, i)) continue;
+    if (leavesNameToOperator(call, i)) {
+      // It may be that of a function block of the library.
+      parts_.declarations.unitNamed(std::string(TreeBuilder::source(*list.leaf(i))));
+      continue;
+    }
     if (passes && i >= traits.firstChoice && parts_.names.isOpen(*list.leaf(i))) {
       open.push_back(i);
     } else {

@@ -142,8 +142,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        "Color; 114 C0072 SQRT, a pointer; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
       {"b := MEP(b); b := MEP(i); b := MEF(b) OR MEP(NOT b); i := ADR(i); ip := ADR(nope); ud := "
        "ADR(P); ud := ADR(%MW0); ud := SIZEOF(Pt); ud := SIZEOF(nope); ud := SIZEOF(a[1]); ud := "
-       "SIZEOF(INT);",
-       "19 C0131 i, MEP; 59 C0032 POINTER TO INT, INT; 77 F0020 nope; 94 F003A P; 139 C0046 nope"},
+       "SIZEOF(INT); ud := SIZEOF(F); ud := SIZEOF(TON); b := GETBITOFPARAM(nope, 1);",
+       "19 C0131 i, MEP; 59 C0032 POINTER TO INT, INT; 77 F0020 nope; 94 F003A P; 139 C0046 nope; "
+       "205 F003A F; 233 C0131 NOPE, GETBITOFPARAM"},
       {"i := F(EN := b, a := 1, ENO => b); i := F(EN := i, a := 1); i := F(EN := b, EN := b, a := "
        "1); i := F(a := 1, ENO => i); i := F(a := 1, ENO => k); i := ADD(EN := b, IN1 := 1, IN2 := "
        "2); i := LIMIT(EN := b, MN := 0, IN := 3, MX := 2, ENO => b); i := LEN(EN := b, IN := s); "
