@@ -91,7 +91,7 @@ ProgramVariable entryOf(const SymbolNames& names, const Data& data, const VarSym
   ProgramVariable entry;
   entry.program = data.program;
   entry.name = variable.name();
-  entry.typeName = variable.dataType()->typeName();
+  entry.typeName = displayName(variable.dataType());
   entry.type = valueType(variable.dataType());
   entry.byteSize = shape != nullptr ? shape->byteSize : 0;
   entry.shape = std::move(shape);

@@ -11,7 +11,7 @@ namespace {
 
 Shape elementaryShape(const vel::SymbolDataType& type) {
   auto shape = std::make_shared<ValueShape>();
-  shape->typeName = type.typeName();
+  shape->typeName = displayName(&type);
   shape->type = valueType(&type);
   if (const auto* const enumeration = dynamic_cast<const EnumType*>(&type)) {
     for (const auto& value : enumeration->values()) {
@@ -57,7 +57,7 @@ Shape ValueShapes::make(const vel::SymbolDataType& type, Parts parts) {
     return kept ? of(&type) : nullptr;
   }
   auto shape = std::make_shared<ValueShape>();
-  shape->typeName = type.typeName();
+  shape->typeName = displayName(&type);
   shape->cType = typeText(names_, &type);
   if (array != nullptr) {
     shape->element = find(array->element, parts);

@@ -31,15 +31,19 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
           : vel::conversionMessage(rated, to->dataType(), from->dataType());
   std::string first = describe(source, from);
   std::string second = displayName(to);
-  if (&format == &message::kInformationLoss) {
-    first = AstNodeHelper::basicDataTypeText(from->dataType());
-    second = AstNodeHelper::basicDataTypeText(to->dataType());
-  } else if (&format == &message::kConstantTooLarge) {
+  const bool loses = &format == &message::kInformationLoss;
+  if (loses) first = displayName(from);
+  if (&format == &message::kConstantTooLarge) {
     first = literalText;
     second = displayName(from);
   }
-  if (call != nullptr && operatorHasReported(format, filledIn(format, {first, second}), *call)) {
-    return;
+  if (call != nullptr) {
+    // An operator names the elementary types here.
+    const auto said = [&](const std::string& name, const Type& type) {
+      return loses ? AstNodeHelper::basicDataTypeText(type.dataType()) : name;
+    };
+    const std::string text = filledIn(format, {said(first, *from), said(second, *to)});
+    if (operatorHasReported(format, text, *call)) return;
   }
   messages_.report(at, format, {first, second});
 }

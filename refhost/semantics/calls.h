@@ -36,6 +36,7 @@ class Calls : public Part {
   void adaptLiterals(const Call& call, const ASTNode& list, const Type* wanted);
   void widenLowest(Expr& number);
   bool refusesDerived(const Call& call);
+  bool refusesPassed(const Call& call, const Type* wanted);
   void checkSelected(const Call& call);
   Type* callFunction(Call& call);
   Expr* nameOfInstance(const Call& call);

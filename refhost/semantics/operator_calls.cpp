@@ -16,11 +16,14 @@ using vel::TreeBuilder;
 
 namespace {
 
+bool isPointer(const Expr& value) { return typeOf(value) == BasicDataType::Pointer; }
+
 // False of a value of a derived type and one of another type among which an operator cannot choose.
 // Numbers meet an enumeration where they need not be compared.
 bool mayMeet(const Expr& a, const Expr& b, bool compares) {
   if (a.dataType == b.dataType) return true;
   if (isComposite(a.dataType) || isComposite(b.dataType)) return false;
+  if (isPointer(a) != isPointer(b)) return false;
   const bool both = isEnumeration(a.dataType) && isEnumeration(b.dataType);
   const bool one = isEnumeration(a.dataType) || isEnumeration(b.dataType);
   return !one || (!both && !compares && isInteger(typeOf(a)) && isInteger(typeOf(b)));
@@ -43,7 +46,7 @@ vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
     if (!hasErrorFrom(0)) say(call, message::kNotAccepted, TreeBuilder::source(*call.leaf(0)));
     return nullptr;
   }
-  if (list != nullptr && refusesDerived(call)) return nullptr;
+  if (list != nullptr && (refusesDerived(call) || refusesPassed(call, wanted))) return nullptr;
   std::string resultType;
   const std::size_t before = messages_.count();
   // Operators choose among enumerations as among numbers.
@@ -195,7 +198,8 @@ bool Calls::refusesDerived(const Call& call) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
     if (leavesNameToOperator(call, i)) continue;
     if (first == nullptr) first = &value;
-    const bool derived = isComposite(value.dataType) || isEnumeration(value.dataType);
+    const bool derived = isComposite(value.dataType) || isEnumeration(value.dataType) ||
+                         (isPointer(value) && traits.family == OperatorFamily::Numeric);
     if (computes ? derived : compares && isComposite(value.dataType)) {
       say(value, message::kOperandType, call.op()->name, describe(value));
     } else if (!computes && !mayMeet(*first, value, compares)) {
@@ -206,6 +210,17 @@ bool Calls::refusesDerived(const Call& call) {
     return true;
   }
   return false;
+}
+
+// The same for what an operator passes on to a place of the type `wanted`.
+bool Calls::refusesPassed(const Call& call, const Type* wanted) {
+  const ASTNode& list = *call.parameters();
+  const bool passes = call.traits()->result == OperatorTraits::Result::Passed;
+  if (!passes || wanted == nullptr || list.leavesCount() != 1) return false;
+  const auto& value = static_cast<const Expr&>(*list.leaf(0));
+  if (!isComposite(value.dataType) || parts_.assignments.accepts(wanted, value)) return false;
+  parts_.assignments.check(wanted, value.dataType, value);
+  return true;
 }
 
 // The checks that operators leave to the host.
@@ -268,10 +283,8 @@ void Calls::checkChoice(const Call& call) {
   for (int i = firstChoice; i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
     const BasicDataType own = typeOf(value);
-    const bool pointer = own == BasicDataType::Pointer;
-    const bool refused = isText(own) || isText(kind) ? compares || own != kind
-                                                     : pointer != (kind == BasicDataType::Pointer);
-    if (!refused) continue;
+    const bool texts = isText(own) || isText(kind);
+    if (!texts || (!compares && own == kind)) continue;
     say(value, message::kOperandType, call.op()->name, describe(value));
     return;
   }

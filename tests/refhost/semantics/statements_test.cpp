@@ -71,8 +71,8 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"i := i ** 2; lr := i ** 2; r := r ** 2; lr := lr MOD 2.0; r := r AND r; i := i AND 3; bt "
        ":= bt OR w; bt := bt XOR bt; w := NOT bt; b := NOT c; i := -b; i := -u; d := -ud; t := -t; "
        "r := -s;",
-       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, 2.0; 64 F002B AND, REAL, REAL; 93 ~C0197 UINT, "
-       "USINT; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 ~C0197 DINT, INT; 167 ~C0197 LINT, "
+       "6 C0032 LREAL, INT; 47 F002B MOD, LREAL, 2.0; 64 F002B AND, REAL, REAL; 93 ~C0197 WORD, "
+       "BYTE; 137 C0032 INT, BOOL; 150 F002C -, BOOL; 158 ~C0197 DINT, INT; 167 ~C0197 LINT, "
        "DINT; 187 F002C -, STRING"},
       {"b := s = ws; b := i <> s; b := i <= s; b := i >= s; b := r XOR i; b := s < 'a'; s := s + "
        "'a'; b := ws = \"x\"; b := b AND s; b := s = 1;",
@@ -133,13 +133,13 @@ TEST(Statements, AreJudgedInEveryPart) {
        "104 F0027 MUX, IN2; 126 F0027 LIMIT, IN; 207 F002A MN"},
       {"pt := SEL(b, pt, qt); pt := MAX(pt, qt); pt := SEL(b, pt, i); c := MAX(c, c); c := SEL(b, "
        "c, li); i := MAX(c, li); ip := SEL(b, ip, ip); ip := MUX(i, ip, rp); pt := MOVE(pt); s := "
-       "MUX(i, s, s);",
+       "MUX(i, s, s); i := MOVE(pt);",
        "33 F002C MAX, Pt; 48 F002B SEL, Pt, INT; 84 F002B SEL, Color, Light; 104 F002B MAX, Color, "
-       "Light; 151 C0131 ip, MUX; 188 C0131 s, MUX"},
+       "Light; 151 C0131 ip, MUX; 188 C0131 s, MUX; 205 C0032 Pt, INT"},
       {"ul := TO_ULINT(ip); ul := TO_ULINT(pt); s := TO_STRING(c); b := TO_BOOL(pt); b := "
        "TO_BOOL(ip); i := ABS(c); r := SQRT(ip); r := EXPT(r, b); i := TO_INT(fb);",
        "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 105 F002C ABS, "
-       "Color; 114 C0072 SQRT, a pointer; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
+       "Color; 119 F002C SQRT, POINTER TO INT; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
       {"b := MEP(b); b := MEP(i); b := MEF(b) OR MEP(NOT b); i := ADR(i); ip := ADR(nope); ud := "
        "ADR(P); ud := ADR(%MW0); ud := SIZEOF(Pt); ud := SIZEOF(nope); ud := SIZEOF(a[1]); ud := "
        "SIZEOF(INT); ud := SIZEOF(F); ud := SIZEOF(TON); b := GETBITOFPARAM(nope, 1);",
@@ -153,7 +153,7 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"b := NOT t; CONTINUE; b := i.%X3 AND_THEN b OR_ELSE i; i.%B1 := i.%W0; si := "
        "i.%B2.1 OR r.%B0 OR l.%D2; i.%Q0 := 1; FOR w.%B0 := 1 TO 2 DO ; END_FOR; ip := REF(i.%W0); "
        "fb(io := w.%W0); ud := ADR(w.%B1); k.%B0 := 3; ip := REF(%MX0.1);",
-       "10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 ~C0197 UINT, USINT; "
+       "10 F002C NOT, TIME; 13 F0032 CONTINUE; 28 F002B OR_ELSE, BOOL, INT; 65 ~C0197 WORD, BYTE; "
        "78 F00D0 %B2, INT; 89 F00D0 %B0, REAL; 98 F00D0 %D2, LINT; 107 F0002 %Q0; 121 F0030 w.%B0; "
        "161 F007B i.%W0; 178 F0039 w.%W0, io, INT; 196 C0131 w.%B1, ADR; 204 F0023 k.%B0; 226 "
        "F007B %MX0.1"},
