@@ -139,7 +139,7 @@ void Declarations::declareVariables(UnitSymbol& unit) {
       }
     }
   });
-  // Expressions may refer to a constant that was not added because its name is taken.
+  // Expressions may refer to a constant that was not declared in the end.
   for (auto& [name, constant] : parts_.names.replaceAhead(std::move(outer))) {
     if (constant != nullptr) withoutPlace_.push_back(std::move(constant));
   }
@@ -184,6 +184,8 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
     // One of the two may be a part of a broken declaration.
     if (!context_.mayMiss(&unit)) sayRedeclared(name, name.text(), first.declared);
     first.doubtful = first.dataType() != type;
+    // Expressions may refer to a constant that was found ahead.
+    withoutPlace_.push_back(std::move(variable));
   } else {
     if (declaration.edge != Edge::None) detectEdges(*declared, declaration);
     if (!hasErrorFrom(before)) parts_.doubts.judgeConstant(*declared, block);

@@ -131,8 +131,8 @@ class UnitSymbol final : public vel::SymbolPOU {
     }
   }
 
-  // Null when the name is taken.
-  VarSymbol* addVariable(std::unique_ptr<VarSymbol> variable) {
+  // Null when the name is taken; then the caller keeps the variable.
+  VarSymbol* addVariable(std::unique_ptr<VarSymbol>&& variable) {
     VarSymbol* const added = variable.get();
     if (!byName_.emplace(added->name(), added).second) return nullptr;
     variables_.push_back(std::move(variable));
