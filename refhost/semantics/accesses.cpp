@@ -32,7 +32,11 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
     expr.constant = variable->value;
     return variable->dataType();
   }
-  if (NamedValue* const value = parts_.names.valueNamed(expr)) return typeValue(expr, *value);
+  NamedValue* value = parts_.names.valueNamed(expr);
+  if (value == nullptr && parts_.types.resolveEnumerationOf(expr)) {
+    value = parts_.names.valueNamed(expr);
+  }
+  if (value != nullptr) return typeValue(expr, *value);
   vel::HeapAddress address;
   if (parts_.names.isAddress(name)) {
     services_.memory.parse(name, address);
@@ -106,6 +110,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
     // A variable may be named like its type.
     const VarSymbol* const variable = parts_.names.variableNamed(TreeBuilder::source(first));
     const bool hidden = variable != nullptr && memberOf(variable->dataType(), name) != nullptr;
+    if (variable == nullptr) parts_.types.resolveEnumerationOf(first);
     NamedValue* const value = hidden ? nullptr : parts_.names.valueNamed(expr);
     if (value != nullptr) return typeValue(expr, *value);
     const std::string_view typeName = TreeBuilder::source(first);

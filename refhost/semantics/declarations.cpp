@@ -89,14 +89,18 @@ void Declarations::constantsAhead(UnitSymbol& unit) {
     if (spec == nullptr || spec->type() != vel::ASTType::NamedTypeSpec) return;
     Type* const type = services_.symbols.dataType(spec->name);
     const bool unknown = type == nullptr && !parts_.types.mayName(spec->name);
-    if (!unknown && (type == nullptr || isComposite(type))) return;
+    if (type != nullptr && isComposite(type)) return;
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const char* const name = static_cast<const Text&>(*declaration.leaf(n)).text();
       auto constant = std::make_unique<VarSymbol>(name, type, roleOf(block.section), &unit);
       constant->constant = true;
       constant->refused = unknown || declaration.valueMissing;
       constant->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
-      parts_.names.addAhead(std::move(constant));
+      if (type == nullptr && !unknown) {
+        parts_.names.addWaiting(std::move(constant), *spec);
+      } else {
+        parts_.names.addAhead(std::move(constant));
+      }
     }
   });
 }

@@ -5,18 +5,45 @@
 #include "hostkit/folding.h"
 #include "hostkit/operator_traits.h"
 #include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/parts.h"
+#include "refhost/services/derived_types.h"
 
 namespace refhost {
 
 using vel::TreeBuilder;
 
-VarSymbol* Names::variableNamed(std::string_view name) const {
+VarSymbol* Names::variableNamed(std::string_view name) {
   VarSymbol* const own = context_.unit != nullptr ? context_.unit->variable(name) : nullptr;
   if (own != nullptr) return own;
   const auto ahead = constantsAhead_.find(name);
-  return ahead != constantsAhead_.end() && ahead->second != nullptr
-             ? ahead->second.get()
-             : services_.symbols.global(name);
+  return ahead != constantsAhead_.end() && ahead->second != nullptr ? ahead->second.get()
+         : waiting_.empty()                                         ? services_.symbols.global(name)
+                                                                    : waitingNamed(name);
+}
+
+// Resolving the type may look names up as well, so the constant waits no longer then.
+VarSymbol* Names::waitingNamed(std::string_view name) {
+  const auto found = waiting_.find(name);
+  if (found == waiting_.end()) return services_.symbols.global(name);
+  const Waiting waiting = std::move(found->second);
+  waiting_.erase(found);
+  const ResolvedType resolved = parts_.types.resolve(const_cast<TypeSpec&>(*waiting.type));
+  if (resolved.type == nullptr || isComposite(resolved.type)) {
+    return services_.symbols.global(name);
+  }
+  const VarSymbol& known = *waiting.constant;
+  auto constant = std::make_unique<VarSymbol>(known.name(), resolved.type, known.role, known.owner);
+  constant->constant = true;
+  constant->refused = known.refused;
+  constant->initial = known.initial;
+  VarSymbol* const added = constant.get();
+  addAhead(std::move(constant));
+  return added;
+}
+
+void Names::addWaiting(std::unique_ptr<VarSymbol> constant, const TypeSpec& type) {
+  const std::string_view name = constant->name();
+  waiting_.emplace(name, Waiting{std::move(constant), &type});
 }
 
 // Variables hide the values of enumerations. A value may be qualified with its type: `Color#Red`,
@@ -42,7 +69,7 @@ bool Names::hasAmbiguous() const {
          (context_.unit != nullptr && !context_.unit->namedValues.empty());
 }
 
-bool Names::isAmbiguous(const vel::ASTNode& node) const {
+bool Names::isAmbiguous(const vel::ASTNode& node) {
   if (!hasAmbiguous() || node.type() != vel::ASTType::Expression) return false;
   if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
   const std::string_view name = TreeBuilder::source(node);
@@ -54,14 +81,14 @@ bool Names::isAmbiguous(const vel::ASTNode& node) const {
   return services_.symbols.isAmbiguous(name);
 }
 
-bool Names::isOpen(const vel::ASTNode& node) const {
+bool Names::isOpen(const vel::ASTNode& node) {
   const Literal* const literal = literalOf(node);
   if (literal != nullptr) return isBoolNumber(literal->value);
   return isAmbiguous(node) || choosesAmbiguous(node);
 }
 
 // True of a call of an operator that chooses among ambiguous names.
-bool Names::choosesAmbiguous(const vel::ASTNode& node) const {
+bool Names::choosesAmbiguous(const vel::ASTNode& node) {
   if (!hasAmbiguous() || node.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(node);
   if (expr.kind != ExprKind::Call || expr.analysed) return false;
@@ -90,6 +117,7 @@ void Names::addAhead(std::unique_ptr<VarSymbol> constant) {
 }
 
 std::unique_ptr<VarSymbol> Names::takeAhead(std::string_view name) {
+  if (!waiting_.empty()) waiting_.erase(std::string(name));
   const auto found = constantsAhead_.find(name);
   return found != constantsAhead_.end() ? std::move(found->second) : nullptr;
 }

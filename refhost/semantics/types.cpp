@@ -169,6 +169,13 @@ Types::DeclaredType* Types::enumerationNamedBy(const ASTNode& node) {
   return value != enumerationOf_.end() ? value->second : nullptr;
 }
 
+bool Types::resolveEnumerationOf(const ASTNode& node) {
+  DeclaredType* const declared = enumerationNamedBy(node);
+  if (declared == nullptr || declared->progress != Progress::Waiting) return false;
+  resolveDeclared(*declared);
+  return true;
+}
+
 void Types::resolveNow(DeclaredType& declared) {
   if (declared.node->leaf(kDeclaredSpec) == nullptr) return;
   ResolvedType resolved = resolve(*declared.node->leaf(kDeclaredSpec), nameOf(*declared.node));

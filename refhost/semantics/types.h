@@ -27,6 +27,9 @@ class Types : public Part {
   ResolvedType resolveVariable(ASTNode& node, bool openArrays);
   // True of the name of a type that is not among the symbols yet, but will be.
   bool mayName(std::string_view name) const;
+  // Resolves the declared enumeration that `node` names, alone or by one of its values. False if
+  // there is none, or if it has been resolved or is being resolved.
+  bool resolveEnumerationOf(const ASTNode& node);
   // The initial values of types and members; to be called once all types are declared.
   void analyseTypeInitials();
 

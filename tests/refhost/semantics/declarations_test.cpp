@@ -205,6 +205,14 @@ TEST(Declarations, AreJudged) {
        "INT := 3; m : INT := n + 1; END_VAR END_PROGRAM PROGRAM Q VAR a : ARRAY[0..n] OF INT; "
        "END_VAR END_PROGRAM",
        "1:164 F0020 n"},
+      {"TYPE My : INT; Col : (R1 := N1, R2); A2 : ARRAY[0..N1] OF INT; E1 : (Aa := Cc + 1); E2 : "
+       "(Cc "
+       ":= K1); E3 : (Ff := 3); Sub : INT(0..L); END_TYPE VAR_GLOBAL CONSTANT N1 : My := 4; K1 : "
+       "INT "
+       ":= E3.Ff; L : Sub := 1; END_VAR PROGRAM P VAR a : A2; END_VAR CASE a[5] OF Cc: ; 3: ; Aa: "
+       "; "
+       "END_CASE; END_PROGRAM",
+       "1:131 F0020 L; 1:256 F0079 5; 1:268 ~F0096 3"},
       {"TYPE C1 : (Red, Green); C2 : (Blue, Red); Mode : (Off, On); END_TYPE FUNCTION F : INT "
        "VAR_INPUT c : C2; END_VAR F := c; END_FUNCTION PROGRAM P VAR CONSTANT k : C2 := Red; "
        "END_VAR VAR c : C2 := Red; mode : Mode := Mode.On; n : INT; x : (One, Two); y : (Two, "
