@@ -3,10 +3,10 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <regex>
 
 #include "fuzz/programs/programs.h"
 #include "fuzz/programs/tree.h"
@@ -19,50 +19,15 @@ struct Token {
   std::size_t end;
 };
 
-bool isWordPart(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
-
-// The end of the token or of the white space or comment that begins at `at`.
-std::size_t pieceEnd(const std::string& text, std::size_t at) {
-  const auto behind = [&](std::string_view closer, std::size_t from) {
-    const std::size_t end = text.find(closer, from);
-    return end == std::string::npos ? text.size() : end + closer.size();
-  };
-  const auto run = [&](const auto& belongs) {
-    while (at < text.size() && belongs(text[at])) ++at;
-    return at;
-  };
-  const std::string_view two = std::string_view(text).substr(at, 2);
-  if (two == "(*") return behind("*)", at + 2);
-  if (two == "/*") return behind("*/", at + 2);
-  if (two == "//") return behind("\n", at);
-  if (text[at] == '{') return behind("}", at);
-  if (text[at] == '\'' || text[at] == '"') return behind(std::string_view(&text[at], 1), at + 1);
-  if (std::isspace(static_cast<unsigned char>(text[at])) != 0) {
-    return run([](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; });
-  }
-  if (std::isdigit(static_cast<unsigned char>(text[at])) != 0 || text[at] == '%') {
-    ++at;
-    // `1..2` is a range of two numbers.
-    return run([&](char c) {
-      return isWordPart(c) || c == '#' || (c == '.' && text.compare(at, 2, "..") != 0);
-    });
-  }
-  if (isWordPart(text[at])) return run([](char c) { return isWordPart(c) || c == '#'; });
-  for (const std::string_view pair : {":=", "=>", "<=", ">=", "<>", "**", ".."}) {
-    if (two == pair) return at + 2;
-  }
-  return at + 1;
-}
-
+// White space, comments and pragmas are no tokens. `1..2` is a range of two numbers.
 std::vector<Token> tokensOf(const std::string& text) {
+  static const std::regex piece(R"((\s+|\(\*[^]*?\*\)|/\*[^]*?\*/|//.*|\{[^}]*\})|'[^']*'|"[^"]*"|)"
+                                R"([0-9%](?:[\w#]|\.(?!\.))*|[\w#]+|:=|=>|<=|>=|<>|\*\*|\.\.|[^])");
   std::vector<Token> tokens;
-  for (std::size_t at = 0, end = 0; at < text.size(); at = end) {
-    end = pieceEnd(text, at);
-    const std::string_view start = std::string_view(text).substr(at, 2);
-    const bool comment = start == "(*" || start == "/*" || start == "//" || text[at] == '{';
-    if (!comment && std::isspace(static_cast<unsigned char>(text[at])) == 0) {
-      tokens.push_back({at, end});
-    }
+  for (std::sregex_iterator at(text.begin(), text.end(), piece), end; at != end; ++at) {
+    const auto begin = static_cast<std::size_t>(at->position());
+    if (!(*at)[1].matched)
+      tokens.push_back({begin, begin + static_cast<std::size_t>(at->length())});
   }
   return tokens;
 }

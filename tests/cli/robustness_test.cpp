@@ -33,7 +33,10 @@ constexpr Row kRows[] = {
     {"", "run p.st --scans=-1", 2, "--scans: Value -1 not in range"},
     {"", "run p.st --set x", 2, "'x' is not NAME=VALUE"},
     {"", "run p.st --set y=1", 2, "no program has a variable 'y'"},
-    {"", "run p.st --set x=TRUE", 2, "'TRUE'"},
+    {"", "run p.st --set x=TRUE", 2, "'TRUE' is not a value of type INT"},
+    {"", "run p.st --set x=32768", 2, "'32768' is not a value of type INT"},
+    {"", "run p.st --set r=1e39", 2, "'1e39' is not a value of type REAL"},
+    {"", "run p.st --set 'x=); abort('", 2, "'); abort(' is not a literal"},
     {"", "run p.st --set f=1", 2, "--set: 'f' cannot be set"},
     {"", "run p.st --retain .", 2, "velc: cannot read .: Is a directory\n"},
     {"", "run p.st --retain p.st", 2, "p.st is a source"},
@@ -81,7 +84,7 @@ TEST_F(Velc, WithstandsBadUsageInputsAndSurroundings) {
   write("empty.st", "");
   write("noise.st", std::string("\xFF\x80\0\x1B\xC3", 5) + repeated(9999, "\xA7;"));
   const std::string variables = "x : INT; s : STRING;";
-  writeProgram("p.st", "x : INT; f : CTU;", "x := 1;");
+  writeProgram("p.st", "x : INT; f : CTU; r : REAL;", "x := 1;");
   write("slow", "#!/bin/sh\nsleep 30 & sleep 30\n");
   std::filesystem::permissions(folder.path() / "slow", std::filesystem::perms::owner_all);
   writeProgram("deep.st", variables, "x := " + repeated(100000, "(") + '1' + repeated(100000, ")"));

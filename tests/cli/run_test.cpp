@@ -34,9 +34,9 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
   }
   writeProgram("q.st", "us : USINT; i : INT; y : BYTE; r : REAL; t : TIME; lt : LTIME;", ";");
   EXPECT_EQ(velc("run q.st --set US=16#f_f --set I=INT#-5 --set y=BYTE#8#17 --set R=1e3 "
-                 "--set t=TIME#1m2.5s --set lt=LTIME#1us")
+                 "--set t=TIME#1m2.5s --set lt=T#1ms")
                 .out,
-            "us = 255\ni = -5\ny = 16#F\nr = 1000.0\nt = T#62500ms\nlt = LTIME#1000ns\n");
+            "us = 255\ni = -5\ny = 16#F\nr = 1000.0\nt = T#62500ms\nlt = LTIME#1000000ns\n");
 }
 
 TEST_F(Velc, TakesNamesThatAreReservedInC) {
@@ -45,7 +45,7 @@ TEST_F(Velc, TakesNamesThatAreReservedInC) {
       "_Alignas auto char const inline restrict signed static typedef union unsigned "
       "volatile bool true1 nullptr constexpr thread_local typeof asm unix linux i386 errno NULL1 "
       "u8 f32 _m gbit vgbit self vel_t1 VEL_MEM main malloc sqrtf INT32_MAX size_t __LINE__ "
-      "uVarParam edge_0 _x int1 longs";
+      "uVarParam edge_0 _x int1 longs UINT8_MIN X_MAX p_data p_scan";
   std::string units;
   std::string variables;
   std::string calls;
@@ -66,6 +66,15 @@ TEST_F(Velc, TakesNamesThatAreReservedInC) {
     EXPECT_EQ(outcome.code, 0) << outcome.err;
     EXPECT_EQ(outcome.out.find(":= 1)"), std::string::npos) << outcome.out;
   }
+  std::string sum = "0";
+  std::string functions;
+  for (const char* const name : {"isnan", "sinf", "gbitx", "VEL_X", "modfq", "double", "floor"}) {
+    functions += std::string("FUNCTION ") + name + " : INT " + name + " := 1; END_FUNCTION\n";
+    sum += std::string(" + ") + name + "()";
+  }
+  writeProgram("q.st", "x : INT; r : LREAL;", "x := " + sum + "; r := LN(EXP(r)) ** r;");
+  write("q.st", functions + read("q.st"));
+  EXPECT_EQ(velc("run q.st").out, "x = 7\nr = 1.0\n");
 }
 
 TEST_F(Velc, PrintsAndSetsPartsOfValues) {

@@ -61,19 +61,5 @@ TEST(Types, NumbersHaveANameACTypeAndASize) {
   EXPECT_EQ(nullptr, elementaryType("INVALID"));
 }
 
-TEST(Types, NumbersMeetInTheTypeThatHoldsBoth) {
-  const char* const rows[][3] = {
-      {"SINT", "INT", "INT"},     {"USINT", "INT", "INT"},    {"USINT", "SINT", "INT"},
-      {"UINT", "INT", "DINT"},    {"UDINT", "SINT", "LINT"},  {"ULINT", "SINT", "LINT"},
-      {"UDINT", "LINT", "LINT"},  {"UINT", "UDINT", "UDINT"}, {"DINT", "REAL", "REAL"},
-      {"LINT", "LREAL", "LREAL"}, {"REAL", "LREAL", "LREAL"}, {"USINT", "LINT", "LINT"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(typeNamed(row[2]), commonNumber(typeNamed(row[0]), typeNamed(row[1]))) << row[0];
-    EXPECT_EQ(typeNamed(row[2]), commonNumber(typeNamed(row[1]), typeNamed(row[0]))) << row[0];
-  }
-  EXPECT_EQ(BasicDataType::None, commonNumber(BasicDataType::Bool, BasicDataType::Int));
-}
-
 }  // namespace
 }  // namespace hostkit

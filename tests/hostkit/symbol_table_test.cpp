@@ -43,18 +43,4 @@ TEST(SymbolTable, FindsWhatIsAskedFor) {
   EXPECT_EQ(AstNodeHelper::dataType(&host, vel::BasicDataType::BitAddress), nullptr);
 }
 
-TEST(Unit, HasParametersAndAnInstanceType) {
-  KitHost host;
-  hostkit::Unit function(&host, "F", vel::POUType::Function);
-  EXPECT_EQ(function.fbType(), nullptr);
-  function.addInput("In");
-  function.addParameter(nullptr);
-  EXPECT_EQ(function.paramsCount(), 2);
-  EXPECT_EQ(function.param("IN"), function.param(0));
-  EXPECT_EQ(function.param(0)->varKind(), vel::SymbolVar::kInput);
-  EXPECT_EQ(function.param("out"), nullptr);
-  EXPECT_EQ(function.param(2), nullptr);
-  EXPECT_EQ(hostkit::Unit(&host, "B", vel::POUType::FunctionBlock).fbType()->name(), "B");
-}
-
 }  // namespace

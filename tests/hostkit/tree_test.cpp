@@ -21,37 +21,6 @@ Tree::Span at(const std::string& source, std::uint32_t offset) {
   return {source, vel::TextLocation(1, offset)};
 }
 
-TEST(Tree, OwnsCallsWithTheirTexts) {
-  Tree tree;
-  Invocation* const call =
-      tree.invocation(at("sel(b, 5)", 5), tree.word(at("sel", 5)), at("b, 5", 9),
-                      {nullptr, tree.literal(at("INT#5", 12), BasicDataType::Int, "INT", true)});
-  POUDeclaration* const unit = tree.unit(std::string("Main"), vel::POUType::Function, {call});
-
-  EXPECT_STREQ(dynamic_cast<vel::ASTText*>(call->leaf(0))->text(), "sel");
-  const ASTNode* const list = call->leaf(1);
-  EXPECT_EQ(list->type(), vel::ASTType::ParameterList);
-  EXPECT_EQ(list->leavesCount(), 2);
-  EXPECT_EQ(list->leaf(0), nullptr);
-  ASTNode* const five = list->leaf(1);
-  EXPECT_EQ(AstNodeHelper::astText(five), "INT#5");
-  EXPECT_EQ(five->pos().offset(), 12U);
-  EXPECT_EQ(dynamic_cast<Expression*>(five)->basicType(), BasicDataType::Int);
-  auto* const value = dynamic_cast<ConstantValue*>(five->leaf(0));
-  EXPECT_EQ(value->typeStr(), "INT");
-  EXPECT_EQ(value->basicData().type(), BasicDataType::Int);
-  EXPECT_TRUE(value->isFixedType());
-  EXPECT_EQ(value->parent(), five);
-  EXPECT_EQ(ASTNode::getPouAST(value), unit);
-  EXPECT_STREQ(unit->name(), "Main");
-  EXPECT_EQ(unit->kind, 2);
-  EXPECT_EQ(ASTNode::getPouAST(nullptr), nullptr);
-  // What is not there is null.
-  EXPECT_EQ(call->leaf(2), nullptr);
-  EXPECT_EQ(call->leaf(-1), nullptr);
-  EXPECT_EQ(AstNodeHelper::astText(nullptr), "");
-}
-
 TEST(Tree, NodesAreToldApart) {
   KitHost host;
   Tree tree;
