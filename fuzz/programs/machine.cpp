@@ -161,29 +161,31 @@ class Machine {
       return expr.op->evaluate(*expr.type, values);
     }
     const std::string frame = prefix + expr.unit->name + "()";
-    Values values;
-    const std::vector<Variable> parameters = parametersOf(*expr.unit);
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-      values.push_back(argument(parameters[i], expr.operands[i], prefix));
-    }
-    enter(*expr.unit, frame);
-    for (std::size_t i = 0; i < parameters.size(); ++i) bind(parameters[i], values[i], frame);
+    pass(*expr.unit, expr.operands, prefix, frame);
     const Statement* const caller = current_;
     execute(expr.unit->body, frame);
     current_ = caller;
     return kept(*expr.type, frame + expr.unit->name);
   }
 
-  Value argument(const Variable& parameter, const Expr& expr, Frame prefix) {
-    if (parameter.role == Variable::Input) return evaluate(expr, prefix);
-    return {expr.type, 0, 0, place(expr, prefix)};
-  }
-
-  void bind(const Variable& parameter, const Value& value, Frame frame) {
-    if (parameter.role == Variable::Input) {
-      assign(frame + parameter.name, value);
-    } else {
-      references_[frame + parameter.name] = value.text;
+  // Gives the parameters their values; the frame of a function begins with them.
+  void pass(const Unit& unit, const std::vector<Expr>& arguments, Frame prefix, Frame frame) {
+    const std::vector<Variable> parameters = parametersOf(unit);
+    Values values;
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+      const Expr& expr = arguments[i];
+      const bool refers = parameters[i].role == Variable::InOut;
+      values.push_back(refers || expr.type == nullptr ? Value{expr.type} : evaluate(expr, prefix));
+      if (refers) values[i].text = place(expr, prefix);
+    }
+    if (unit.kind == Unit::Function) enter(unit, frame);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+      const std::string name = frame + parameters[i].name;
+      if (parameters[i].role == Variable::InOut) {
+        references_[name] = values[i].text;
+      } else if (values[i].type != nullptr) {
+        assign(name, values[i]);
+      }
     }
   }
 
@@ -245,9 +247,13 @@ class Machine {
         }
         return flow == Flow::Return ? flow : Flow::Next;
       }
-      case Statement::Block:
-        executeBlock(statement, prefix);
+      case Statement::Block: {
+        const std::string frame = place(statement.target, prefix) + '.';
+        const Unit& block = *statement.target.type->block;
+        pass(block, statement.exprs, prefix, frame);
+        execute(block.body, frame);
         return flow;
+      }
       case Statement::Exit:
         return Flow::Exit;
       case Statement::Continue:
@@ -275,17 +281,6 @@ class Machine {
       tick(statement);
     }
     return Flow::Next;
-  }
-
-  void executeBlock(const Statement& statement, Frame prefix) {
-    const Unit& block = *statement.target.type->block;
-    const std::string frame = place(statement.target, prefix) + '.';
-    const std::vector<Variable> parameters = parametersOf(block);
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-      const Expr& expr = statement.exprs[i];
-      if (expr.type != nullptr) bind(parameters[i], argument(parameters[i], expr, prefix), frame);
-    }
-    execute(block.body, frame);
   }
 
   const Units& units_;

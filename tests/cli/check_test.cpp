@@ -125,15 +125,6 @@ TEST_F(Velc, WritesOneLogForCodeScanning) {
   EXPECT_EQ(none["runs"][0]["results"], nlohmann::json::array());
 }
 
-TEST_F(Velc, WarnsWithoutFailing) {
-  writeProgram("p.st", "x : INT; y : DINT;", "x := y;\r");
-  const Outcome outcome = velc("check p.st");
-  EXPECT_EQ(outcome.code, 0);
-  EXPECT_EQ(outcome.err,
-            "p.st:5:6: warning: Implicit conversion from type 'DINT' to type 'INT' : Possible loss "
-            "of information; [0xC0197]\nx := y;\n     ^\n");
-}
-
 TEST_F(Velc, SurvivesSourcesThatAreNoText) {
   write("bytes.st", std::string("PROGRAM p \xFF\x1B[2J\0 x := 'a", 24));
   const std::string message = "Syntax error: the file is not a text from here on;";

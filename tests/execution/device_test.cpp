@@ -43,30 +43,20 @@ struct Zone {
 // clang-format off
 constexpr Zone kIec[] = {
     {"ZSET(%MX0.3, %MX1.2)", "%ML0", 0x7F8},
-    {"ZRST(%MX0.8.0, %MX15.7)", "%ML1", ~0ULL},
-    {"ZSET(%MX16.5, %MX16.5)", "%ML2", 0x20},
     {"IZSET(%QX0.4, %QX2.1)", "%QL0", 0x3FFF0, "4, 14"},
     {"IZRST(%QX12.0, %QX13.7)", "%QL1", 0xFFFF00000000, "96, 4"},
     {"IZRST(%QX0.16.0, %QX0.0.17.3)", "%QL2", 0xFFF},
-    {"ZRST(%QX24.1, %QX24.6)", "%QL3", 0x7E},
     {"ZSET(%QX39.7, %QX39.7)", "%QL4", 1ULL << 63},
     {"ZSET(%MB200, %MB204)", "%ML25", 0xFFFFFFFFFF},
-    {"ZRST(%MB209, %MB209)", "%ML26", 0xFF00},
-    {"ZSET(%QB42, %QB43)", "%QL5", 0xFFFF0000},
     {"ZRST(%MW1.9.0, %MW25.2)", "%ML100", 0xFFFFFFFFFFFF},
-    {"ZRST(%MD401, %MD401)", "%ML200", 0xFFFFFFFF00000000},
     {"ZRST(%ML800, %ML800)", "%ML800", ~0ULL}};
 constexpr Zone kLetters[] = {
     {"ZSET(M3, M10)", "%ML0", 0x7F8},
-    {"ZRST(M64, M127)", "%ML1", ~0ULL},
     {"IZSET(Y4, Y17)", "%QL0", 0x3FFF0, "4, 14"},
     {"IZRST(Y96, Y111)", "%QL1", 0xFFFF00000000, "96, 4"},
-    {"ZSET(Y128, Y129)", "%QL2", 3},
     {"ZRST(Y255, Y255)", "%QL3", 1ULL << 63},
     {"ZSET(D1, D2)", "%ML384", 0xFFFFFFFF0000},
-    {"ZRST(D7, D7)", "%ML385", 0xFFFF000000000000},
     {"ZSET(D8.3, D8.12)", "%ML386", 0x1FF8},
-    {"ZSET(W0, W1)", "%ML1920", 0xFFFFFFFF},
     {"ZRST(W6, W7)", "%ML1921", 0xFFFFFFFF00000000}};
 // clang-format on
 

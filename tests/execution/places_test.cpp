@@ -1,13 +1,18 @@
 // Variables that stand for others: references, and arguments for parameters of every kind.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "tests/execution/program.h"
 
 namespace execution {
 namespace {
 
-void expectIntegers(Program& program, const std::vector<std::pair<const char*, int>>& expected) {
-  for (const auto& [name, number] : expected) {
+// Runs it; `expected` are INT variables with their values, as "x=1 y=2".
+void expectIntegers(Program& program, const std::string& expected) {
+  std::istringstream all(expected);
+  int number = 0;
+  for (std::string name; std::getline(all >> std::ws, name, '=') && all >> number;) {
     program.expectVariable(name, value("INT", number));
   }
   program.run();
@@ -50,23 +55,9 @@ TEST(References, StandForTheVariablesToWhichTheyAreBound) {
       "a(b := b); ak := a.n; rw REF= w; rw.3 := TRUE; i := TO_INT(w); FOR r := 1 TO 3 DO ;\n"
       "END_FOR; real := 1.99999; p := ADR(real); rr REF= p^; rr := 0; i := i + TO_INT(real * "
       "1000);\n";
-  expectIntegers(program, {{"x", 116},
-                           {"y", 6},
-                           {"px", 4},
-                           {"py", 114},
-                           {"co", 226},
-                           {"v", 78},
-                           {"len", 5},
-                           {"a1", 7},
-                           {"a2", 12},
-                           {"a3", 13},
-                           {"sz", 10},
-                           {"f1", 116},
-                           {"f2", 15},
-                           {"re", 4},
-                           {"ak", 8},
-                           {"i", 2000},
-                           {"ref", 4}});
+  expectIntegers(program,
+                 "x=116 y=6 px=4 py=114 co=226 v=78 len=5 a1=7 a2=12 a3=13 sz=10 f1=116 f2=15 re=4 "
+                 "ak=8 i=2000 ref=4");
 }
 
 TEST(Places, AreEvaluatedBeforeWhatFollowsThem) {
@@ -101,17 +92,7 @@ TEST(Places, AreEvaluatedBeforeWhatFollowsThem) {
       "FOR ul := 2 TO neg BY -1 DO loops := loops + 100; END_FOR;\n"
       "FOR ul := 2 TO neg DO loops := -1; END_FOR;\n"
       "FOR li := 9223372036854775806 TO big DO loops := loops + 1000; END_FOR;\n";
-  expectIntegers(program, {{"a1", 50},
-                           {"r", 10},
-                           {"a2", 9},
-                           {"d", 51},
-                           {"m2", 3},
-                           {"m20", 44},
-                           {"m02", 45},
-                           {"len", 1},
-                           {"w2", 512},
-                           {"a3", 70},
-                           {"loops", 2326}});
+  expectIntegers(program, "a1=50 r=10 a2=9 d=51 m2=3 m20=44 m02=45 len=1 w2=512 a3=70 loops=2326");
 }
 
 TEST(OpenArrays, TakeArraysOfAnyBounds) {
@@ -149,18 +130,8 @@ TEST(OpenArrays, TakeArraysOfAnyBounds) {
       "w := Sum(pa^) + Sum(k) + Sum(r[1]) + Sum(ra); o := One(a); n := 2; u := NOT ULINT#0;\n"
       "q := TO_INT(LOWER_BOUND(b, 1)) * 100 + TO_INT(LOWER_BOUND(g, n) * 10 + UPPER_BOUND(g, u));\n"
       "g1 := g[0, 2, -1]; g12 := g[1, 4, 0]; a2 := a[2]; r2 := r[0][2]; ts := LEN(t[5]);\n";
-  expectIntegers(program, {{"x", 309},
-                           {"y", 305},
-                           {"z", 1211},
-                           {"w", 704},
-                           {"o", 8},
-                           {"q", -180},
-                           {"g1", 19},
-                           {"g12", 140},
-                           {"a2", 12},
-                           {"r2", 77},
-                           {"ts", 3},
-                           {"c", -2}});
+  expectIntegers(program,
+                 "x=309 y=305 z=1211 w=704 o=8 q=-180 g1=19 g12=140 a2=12 r2=77 ts=3 c=-2");
 }
 
 }  // namespace

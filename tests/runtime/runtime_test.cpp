@@ -2,32 +2,13 @@
 
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <random>
-#include <string>
 
 #include "velrt.h"
 
 namespace {
 
-// The rest of the arithmetic is proven by tests/execution.
-
-constexpr u64 kMaxU = std::numeric_limits<u64>::max();
-
-TEST(IntegerBits, AreThoseOfTheWidth) {
-  for (const i64 n : {i64{-1}, i64{8}, i64{64}, INT64_MIN, INT64_MAX}) {
-    EXPECT_EQ(vel_bit(kMaxU, 8, n), 0) << n;
-    EXPECT_EQ(vel_with_bit(5, 8, n, 1), 5u) << n;
-    EXPECT_EQ(vel_with_bit(5, 8, n, 0), 5u) << n;
-  }
-  EXPECT_EQ(vel_with_bit(5, 8, 7, 256), 0x85u);
-  u8 bytes[2] = {0, 0xF0};
-  const vel_bit_param param = {bytes, 12};
-  setBitOfParam(&param, 11, 1);
-  setBitOfParam(&param, 12, 0);
-  EXPECT_EQ(bytes[1], 0xF8);
-  EXPECT_EQ(getBitOfParam(&param, 12), 0);
-}
+// Arithmetic, bits and texts are proven by tests/execution.
 
 class DeviceMemory : public testing::Test {
  protected:
@@ -85,24 +66,6 @@ TEST(Platform, DoesNothingUntilItIsFilledIn) {
   __platform_api.UPDATEOUTPUT = [](u32 offset, u32 count) { refreshed = offset * 100 + count; };
   __platform_api.UPDATEOUTPUT(12, 4);
   EXPECT_EQ(refreshed, 1204u);
-}
-
-const u16* units(const char16_t* text) { return reinterpret_cast<const u16*>(text); }
-std::u16string text(const u16* units) { return reinterpret_cast<const char16_t*>(units); }
-
-TEST(StringSet, CutsWhatDoesNotFit) {
-  char target[6] = "#####";
-  vel_string_set(target, 4, "abcdef");
-  EXPECT_EQ(std::string(target, 5), std::string("abc\0#", 5));
-  vel_string_set(target, 1, "q");
-  vel_string_set(target, 0, "q");
-  EXPECT_STREQ(target, "");
-
-  u16 wide[4] = {1, 2, 3, 4};
-  vel_wstring_set(wide, 3, units(u"äöü"));
-  vel_wstring_set(wide, 0, units(u"x"));
-  EXPECT_EQ(text(wide), u"äö");
-  EXPECT_EQ(wide[3], 4);
 }
 
 }  // namespace

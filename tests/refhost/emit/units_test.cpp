@@ -283,6 +283,9 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "void P_scan(void) { @i = ({ i16 vel_t3 = ({ u8 vel_t1 = @f; __auto_type vel_t2 = vel_t1 ? "
        "(O(1, 1 || 0)) : 0; @g = vel_t1; vel_t2; }); (i16)(vel_t3 + (SEL((@g), (1), (@i)))); }); "
        "}"},
+      {"FUNCTION F : INT VAR_INPUT v : INT; END_VAR VAR returnValue : INT; END_VAR F := ROL(v, "
+       "returnValue); END_FUNCTION",
+       "vel_result = ROL(v, returnValue_, i16, u16); return vel_result; }"},
   };
   // Each row begins with some part of the file and goes on to its end.
   for (const auto& [source, expected] : rows) {
@@ -291,6 +294,15 @@ TEST(UnitsInC, WithTheirInitialValues) {
     ASSERT_LT(size, text.size()) << text;
     EXPECT_EQ(expected, text.substr(text.size() - size)) << source;
   }
+}
+
+TEST(UnitsInC, BitsOfWordsAreAddressesInDeviceLetters) {
+  Options letters;
+  letters.notation = Notation::Letters;
+  const std::string variables = "b: BOOL; d1: INT;";
+  const auto session = analysed(program(variables, "D10.3 := b; b := D10.3; d1.3 := X3;"), letters);
+  EXPECT_EQ("sbit(24739, @b); @b = gbit(24739); vsbit(@d1, 3, gbit(131075));",
+            inOneLine(scanText(*session)));
 }
 
 }  // namespace
