@@ -63,9 +63,11 @@ void Calls::adaptLiterals(const Call& call, const ASTNode& list, const Type* wan
   };
   if (types.empty()) {
     const BasicDataType type = valueType(wanted);
-    const bool all = std::all_of(literals.begin(), literals.end(),
-                                 [&](const Expr* choice) { return holds(*choice)(type); });
-    types.push_back(all ? type : common);
+    // Integers stay integers, as in the host's own arithmetic.
+    const bool suits = isFloat(type) == isFloat(common) &&
+                       std::all_of(literals.begin(), literals.end(),
+                                   [&](const Expr* choice) { return holds(*choice)(type); });
+    types.push_back(suits ? type : common);
   }
   std::sort(types.begin(), types.end());
   const BasicDataType largest = types.back();
