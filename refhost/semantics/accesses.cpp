@@ -53,9 +53,14 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
       return nullptr;
     }
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
-    Remarks* const said =
-        sayUnknown(expr, known ? message::kNotAValue : message::kUnknownName, name);
-    if (said == nullptr || known) return nullptr;
+    // A value that is needed before variables are declared.
+    const bool later = !known && parts_.declarations.declaresVariable(name);
+    Remarks* const said = sayUnknown(expr,
+                                     known   ? message::kNotAValue
+                                     : later ? message::kNotConstant
+                                             : message::kUnknownName,
+                                     name);
+    if (said == nullptr || known || later) return nullptr;
     if (mark == std::string_view::npos) {
       parts_.suggestions.addName(*said, expr, name);
     } else {

@@ -117,6 +117,19 @@ void Declarations::makeGlobals() {
   constantsAhead(*services_.symbols.globals());
 }
 
+bool Declarations::declaresVariable(std::string_view name) const {
+  bool found = false;
+  for (const UnitSymbol* const unit : {services_.symbols.globals(), context_.unit}) {
+    if (unit == nullptr) continue;
+    forEachDeclaration(*unit, [&](const VarBlock&, const VarDecl& declaration) {
+      for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
+        found = found || equalIgnoringCase(vel::TreeBuilder::source(*declaration.leaf(n)), name);
+      }
+    });
+  }
+  return found;
+}
+
 void Declarations::declareVariables(UnitSymbol& unit) {
   context_.enter(unit);
   // The constants of the global variables are declared by makeGlobals(), because types name them.

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "refhost/semantics/part.h"
@@ -20,6 +21,9 @@ class Declarations : public Part {
   UnitSymbol* unitNamed(const std::string& name);
   void makeGlobals();
   void declareVariables(UnitSymbol& unit);
+  // True if the unit that is analysed or a VAR_GLOBAL declares it, whether it is known already or
+  // not.
+  bool declaresVariable(std::string_view name) const;
   void analyseInitials(UnitSymbol& unit);
 
  private:
@@ -28,8 +32,8 @@ class Declarations : public Part {
                        const Text& name, const ResolvedType& resolved);
   void declareResult(UnitSymbol& unit);
   bool refusesReference(const VarBlock& block, VarDecl& declaration);
-  // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void computeConstants(const UnitSymbol& unit, const VarDecl& declaration);
+  // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
 

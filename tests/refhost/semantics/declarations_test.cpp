@@ -212,7 +212,7 @@ TEST(Declarations, AreJudged) {
        ":= E3.Ff; L : Sub := 1; END_VAR PROGRAM P VAR a : A2; END_VAR CASE a[5] OF Cc: ; 3: ; Aa: "
        "; "
        "END_CASE; END_PROGRAM",
-       "1:131 F0020 L; 1:256 F0079 5; 1:268 ~F0096 3"},
+       "1:131 F002F L; 1:256 F0079 5; 1:268 ~F0096 3"},
       {"TYPE C1 : (Red, Green); C2 : (Blue, Red); Mode : (Off, On); END_TYPE FUNCTION F : INT "
        "VAR_INPUT c : C2; END_VAR F := c; END_FUNCTION PROGRAM P VAR CONSTANT k : C2 := Red; "
        "END_VAR VAR c : C2 := Red; mode : Mode := Mode.On; n : INT; x : (One, Two); y : (Two, "
