@@ -315,10 +315,9 @@ void Calls::analyseOperandType(Call& call) {
 // True of an operand that the operator looks up itself, since it need not name a variable: SIZEOF
 // also takes the name of a type.
 bool Calls::leavesNameToOperator(const Call& call, int index) const {
+  if (index >= call.traits()->namedOperands) return false;
   const ASTNode* const operand = call.parameters()->leaf(index);
-  if (index >= call.traits()->namedOperands || operand->type() != vel::ASTType::Expression) {
-    return false;
-  }
+  if (operand->type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(*operand);
   const std::string_view name = TreeBuilder::source(expr);
   return expr.kind == ExprKind::Variable && parts_.names.variableNamed(name) == nullptr &&
@@ -328,9 +327,10 @@ bool Calls::leavesNameToOperator(const Call& call, int index) const {
 // Adds what may have been meant to the first error from index `before` on, which the operator has
 // reported on the name of its operand.
 void Calls::suggestOperand(const Call& call, std::size_t before) {
+  if (!hasErrorFrom(before)) return;
   const ASTNode* const list = call.parameters();
   const bool named = list != nullptr && list->leavesCount() > 0 && leavesNameToOperator(call, 0);
-  if (!named || !hasErrorFrom(before)) return;
+  if (!named) return;
   const ASTNode& operand = *list->leaf(0);
   const std::string_view name = TreeBuilder::source(operand);
   if (services_.symbols.find(name, {}, Symbol::All) != nullptr) return;

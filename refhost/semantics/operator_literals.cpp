@@ -41,6 +41,7 @@ void Calls::adaptLiterals(const Call& call, const ASTNode& list, const Type* wan
   const OperatorTraits& traits = *call.traits();
   std::vector<Expr*> literals;
   std::vector<BasicDataType> types;
+  types.reserve(static_cast<std::size_t>(list.leavesCount()) + 1);
   BasicDataType common = BasicDataType::None;
   const Expr* result = nullptr;
   for (int i = traits.firstChoice; i < list.leavesCount(); ++i) {
@@ -56,6 +57,7 @@ void Calls::adaptLiterals(const Call& call, const ASTNode& list, const Type* wan
       common = common == BasicDataType::None ? type : commonNumber(common, type);
     }
   }
+  if (literals.empty()) return;
   const auto holds = [](const Expr& choice) {
     return [&value = literalOf(choice)->value](BasicDataType type) {
       return isNumber(type) && fitsLiteral(value, type);
