@@ -8,7 +8,22 @@
 
 namespace {
 
-// Arithmetic, bits and texts are proven by tests/execution.
+// Arithmetic and texts are proven by tests/execution.
+
+TEST(IntegerBits, AreThoseOfTheWidth) {
+  for (const i64 n : {i64{-1}, i64{8}, i64{64}, INT64_MIN, INT64_MAX}) {
+    EXPECT_EQ(vel_bit(UINT64_MAX, 8, n), 0) << n;
+    EXPECT_EQ(vel_with_bit(5, 8, n, 1), 5u) << n;
+    EXPECT_EQ(vel_with_bit(5, 8, n, 0), 5u) << n;
+  }
+  EXPECT_EQ(vel_with_bit(5, 8, 7, 256), 0x85u);
+  u8 bytes[2] = {0, 0xF0};
+  const vel_bit_param param = {bytes, 12};
+  setBitOfParam(&param, 11, 1);
+  setBitOfParam(&param, 12, 0);
+  EXPECT_EQ(bytes[1], 0xF8);
+  EXPECT_EQ(getBitOfParam(&param, 12), 0);
+}
 
 class DeviceMemory : public testing::Test {
  protected:

@@ -5,8 +5,8 @@
 namespace refhost {
 namespace {
 
-// In one line, without what a C compiler misses where it is wrong: prototypes, the definitions of
-// data, and what makes them usable from every function.
+// In one line, without what programs have in common: prototypes, the definitions of data, and the
+// pointer to it.
 std::string bodies(const std::string& text) {
   std::string kept;
   std::istringstream lines(text);
@@ -294,6 +294,22 @@ TEST(UnitsInC, WithTheirInitialValues) {
     ASSERT_LT(size, text.size()) << text;
     EXPECT_EQ(expected, text.substr(text.size() - size)) << source;
   }
+}
+
+TEST(UnitsInC, AreDeclaredFirst) {
+  const auto session = analysed(
+      "TYPE S : STRUCT n : INT := 1; END_STRUCT; END_TYPE VAR_GLOBAL g : S; END_VAR FUNCTION F : "
+      "INT END_FUNCTION FUNCTION_BLOCK B END_FUNCTION_BLOCK PROGRAM P END_PROGRAM");
+  const std::string text = inOneLine(session->translate());
+  EXPECT_NE(std::string::npos,
+            text.find("static struct P P_data __attribute__((unused)); struct globals { struct S "
+                      "g; }; static struct globals globals_data __attribute__((unused)); static "
+                      "void S_init(struct S* self) __attribute__((unused)); static void "
+                      "globals_init(void); static i16 F(void) __attribute__((unused)); static void "
+                      "B_init(struct B* self) __attribute__((unused)); static void B_body(struct "
+                      "B* self) __attribute__((unused)); void P_init(void); void P_scan(void); "
+                      "static void S_init(struct S* self) {"))
+      << text;
 }
 
 TEST(UnitsInC, BitsOfWordsAreAddressesInDeviceLetters) {
