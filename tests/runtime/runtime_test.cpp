@@ -1,14 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <random>
+#include <string>
 
 #include "velrt.h"
 
 namespace {
 
-// Arithmetic and texts are proven by tests/execution.
+// Arithmetic, and what texts hold, are proven by tests/execution.
 
 TEST(IntegerBits, AreThoseOfTheWidth) {
   for (const i64 n : {i64{-1}, i64{8}, i64{64}, INT64_MIN, INT64_MAX}) {
@@ -81,6 +83,32 @@ TEST(Platform, DoesNothingUntilItIsFilledIn) {
   __platform_api.UPDATEOUTPUT = [](u32 offset, u32 count) { refreshed = offset * 100 + count; };
   __platform_api.UPDATEOUTPUT(12, 4);
   EXPECT_EQ(refreshed, 1204u);
+}
+
+const u16* units(const char16_t* text) { return reinterpret_cast<const u16*>(text); }
+std::u16string text(const u16* units) { return reinterpret_cast<const char16_t*>(units); }
+
+TEST(StringSet, AllowsOverlap) {
+  char buffer[8] = "abcdef";
+  vel_string_set(buffer + 1, 7, buffer);
+  EXPECT_STREQ(buffer, "aabcdef");
+  u16 wide[5] = {'a', 'b', 'c', 0, 0};
+  vel_wstring_set(wide + 1, 4, wide);
+  EXPECT_EQ(text(wide), u"aabc");
+}
+
+TEST(StringCompare, GoesByUnsignedCodeUnits) {
+  struct Row {
+    const char *a, *b;
+    int sign;
+  };
+  for (const Row& row :
+       {Row{"", "", 0}, Row{"b", "ab", 1}, Row{"a", "ab", -1}, Row{"\xC3", "a", 1}}) {
+    EXPECT_EQ(std::clamp(vel_string_compare(row.a, row.b), -1, 1), row.sign) << row.a << row.b;
+  }
+  EXPECT_LT(vel_wstring_compare(units(u"a"), units(u"\uFFFF")), 0);
+  EXPECT_GT(vel_wstring_compare(units(u"ab"), units(u"a")), 0);
+  EXPECT_EQ(vel_wstring_compare(units(u"aä"), units(u"aä")), 0);
 }
 
 }  // namespace
