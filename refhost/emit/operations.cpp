@@ -2,6 +2,7 @@
 
 #include "hostkit/literal_text.h"
 #include "refhost/emit/expression_writer.h"
+#include "refhost/emit/known_results.h"
 #include "refhost/semantics/constants.h"
 
 namespace refhost {
@@ -23,140 +24,6 @@ bool isSmall(BasicDataType type) {
 // C promotes the smaller unsigned types to int. Floats do not wrap at all.
 bool wrapsByItself(BasicDataType type) {
   return isFloat(type) || type == BasicDataType::UDInt || type == BasicDataType::ULInt;
-}
-
-bool isConstant(const ASTNode& node, std::string_view text) {
-  return literalOf(node) != nullptr || text == "0" || text == "1";
-}
-
-// True if an AND or OR with a literal never gives the literal `number`.
-bool excludes(const ASTNode& node, const ASTNode& number) {
-  if (node.type() != vel::ASTType::Expression || literalOf(number) == nullptr) return false;
-  const auto& expr = static_cast<const Expr&>(node);
-  if (expr.kind != ExprKind::And && expr.kind != ExprKind::Or) return false;
-  const std::uint64_t value = literalOf(number)->value.magnitude;
-  for (int i = 0; i < 2; ++i) {
-    const Literal* const literal = literalOf(*expr.leaf(i));
-    if (literal == nullptr) continue;
-    const std::uint64_t mask = literal->value.magnitude;
-    const std::uint64_t missing = expr.kind == ExprKind::And ? value & ~mask : mask & ~value;
-    if (missing != 0 || literal->value.negative) return true;
-  }
-  return false;
-}
-
-// The low bits that keep the value of `expr`, or what it is stored in without a conversion of C's:
-// those of the small type that the value has or gets by an assignment. 0 for large types.
-std::uint64_t keptBits(const Expr& expr) {
-  const auto bits = [](BasicDataType type) -> std::uint64_t {
-    const ElementaryType* const row = isInteger(type) ? elementaryType(type) : nullptr;
-    return row == nullptr || row->size > 2 ? 0 : (row->size == 1 ? 0xFF : 0xFFFF);
-  };
-  if (const std::uint64_t own = bits(typeOf(expr))) return own;
-  const ASTNode* root = &expr;
-  while (root->parent() != nullptr && root->parent()->type() == vel::ASTType::Expression) {
-    root = root->parent();
-  }
-  const ASTNode* const statement = root->parent();
-  const bool stored =
-      statement != nullptr && statementKindOf(*statement) == StatementKind::Assignment;
-  return stored ? bits(typeOf(*statement->leaf(0))) : 0;
-}
-
-// The bits of a value that compilers may know.
-struct KnownBits {
-  std::uint64_t ones = 0;
-  std::uint64_t zeros = 0;
-};
-
-bool isDecided(const Expr& expr);
-
-KnownBits knownBits(const ASTNode& node) {
-  if (const auto constant = constantInteger(node)) {
-    const auto bits = static_cast<std::uint64_t>(*constant);
-    return {bits, ~bits};
-  }
-  if (node.type() != vel::ASTType::Expression) return {};
-  const auto& expr = static_cast<const Expr&>(node);
-  KnownBits known;
-  if (expr.kind == ExprKind::Call) {
-    const auto& call = static_cast<const Call&>(*expr.leaf(0));
-    if (call.op() == nullptr) return {};  // compilers see through the macros of operators only
-    for (const ASTNode* const operand : parametersOf(call)) {
-      const KnownBits bits = knownBits(*operand);
-      known.ones |= bits.ones;
-      known.zeros |= bits.zeros;
-    }
-    return known;
-  }
-  if (formOf(expr.kind) != ExprForm::Logic || isDecided(expr)) return {};
-  const KnownBits left = knownBits(*expr.leaf(0));
-  const KnownBits right = knownBits(*expr.leaf(1));
-  if (expr.kind == ExprKind::Or) return {left.ones | right.ones, left.zeros & right.zeros};
-  if (expr.kind == ExprKind::And) return {left.ones & right.ones, left.zeros | right.zeros};
-  return {left.ones ^ right.ones, left.zeros & right.zeros};
-}
-
-// True of an OR that gives the largest number of a small type whatever its operands are, and of an
-// AND that gives 0. gcc takes that for an overflow when the number is stored.
-bool isDecided(const Expr& expr) {
-  const bool ones = expr.kind == ExprKind::Or;
-  const std::uint64_t kept = ones || expr.kind == ExprKind::And ? keptBits(expr) : 0;
-  if (kept == 0) return false;
-  const KnownBits left = knownBits(*expr.leaf(0));
-  const KnownBits right = knownBits(*expr.leaf(1));
-  const std::uint64_t known = ones ? left.ones | right.ones : left.zeros | right.zeros;
-  return (kept & ~known) == 0;
-}
-
-// True of an operation whose result compilers know: on equal operands, on constants, on a constant
-// and a BOOL, or on a number and an AND or OR that never gives it. Floats that are equal may be no
-// numbers.
-bool isObvious(const Expr& expr, std::string_view a, std::string_view b) {
-  const ASTNode& left = *expr.leaf(0);
-  const ASTNode& right = *expr.leaf(1);
-  const bool first = isConstant(left, a);
-  const bool second = isConstant(right, b);
-  const bool boolean = typeOf(left) == BasicDataType::Bool;
-  if (formOf(expr.kind) == ExprForm::Logic) {
-    // TO_BOOL compares its operand, and SEL its condition.
-    const bool parameter =
-        expr.parent() != nullptr && expr.parent()->type() == vel::ASTType::ParameterList;
-    return (first && second && expr.kind == ExprKind::Xor) ||
-           ((first || second) && (boolean || parameter) && expr.kind == ExprKind::Or) ||
-           ((first || second) && boolean && parameter && expr.kind == ExprKind::And);
-  }
-  if (formOf(expr.kind) != ExprForm::Comparison || isFloat(typeOf(left)) ||
-      isFloat(typeOf(right))) {
-    return false;
-  }
-  return a == b || (first && second) || ((first || second) && boolean) || excludes(left, right) ||
-         excludes(right, left);
-}
-
-std::string hidden(const Expr& expr, BasicDataType type, std::string_view text) {
-  if (type == BasicDataType::None) type = typeOf(*expr.leaf(0));
-  const char* const name = type == BasicDataType::Pointer ? "u64" : cType(type);
-  return fmt::format("vel_value_{}({})", name, text);
-}
-
-// Compilers warn of operations whose result they know, unless an operand hides its expression.
-std::string simple(const Expr& expr, BasicDataType type, std::string a, std::string b) {
-  const ASTNode& left = *expr.leaf(0);
-  const ASTNode& right = *expr.leaf(1);
-  if (isDecided(expr)) {
-    const auto knows = [](const ASTNode& operand) {
-      const KnownBits bits = knownBits(operand);
-      return (bits.ones | bits.zeros) != 0;
-    };
-    if (knows(left)) a = hidden(expr, type, a);
-    if (knows(right)) b = hidden(expr, type, b);
-  } else if (isObvious(expr, unparenthesized(a), unparenthesized(b))) {
-    const bool second = isConstant(right, unparenthesized(b));
-    if (second) b = hidden(expr, type, b);
-    if (!second || isConstant(left, unparenthesized(a))) a = hidden(expr, type, a);
-  }
-  return fmt::format("{} {} {}", a, traitsOf(expr.kind).c, b);
 }
 
 // The other operand of an XOR of a USINT or UINT with ones, of which it is the complement.
@@ -307,7 +174,7 @@ void ExpressionWriter::operation(const Expr& expr, std::string& out) {
   std::string b;
   converted(left, type, a);
   converted(right, type, b);
-  out += simple(expr, type, a, b);
+  out += plainOperation(expr, type, a, b);
 }
 
 void ExpressionWriter::numbers(const Expr& expr, BasicDataType type, std::string& out) {
@@ -361,7 +228,7 @@ void ExpressionWriter::pointers(const Expr& expr, const CommonType& common, std:
     return text;
   };
   const std::string text =
-      simple(expr, BasicDataType::Pointer, number(*expr.leaf(0)), number(*expr.leaf(1)));
+      plainOperation(expr, BasicDataType::Pointer, number(*expr.leaf(0)), number(*expr.leaf(1)));
   switch (common.kind) {
     case CommonType::Kind::Step:
       out += fmt::format("({})({})", typeText(expr.dataType), text);

@@ -15,6 +15,8 @@ struct ResolvedType {
   Expr* initial = nullptr;
 };
 
+// TYPE declarations, in whatever order (declared_types.cpp), and specifications of types
+// (types.cpp).
 class Types : public Part {
  public:
   using Part::Part;
@@ -34,6 +36,10 @@ class Types : public Part {
   void analyseTypeInitials();
 
  private:
+  // Leaves of a TypeDecl.
+  static constexpr int kDeclaredSpec = 1;
+  static constexpr int kDeclaredInitial = 2;
+
   struct DeclaredType {
     explicit DeclaredType(ASTNode* declaration) : node(declaration) {}
     ASTNode* node;  // the TypeDecl
@@ -46,6 +52,12 @@ class Types : public Part {
     UnitSymbol* unit = nullptr;  // in which the structure is declared
   };
 
+  // The name of a TYPE declaration, a member or a value of an enumeration.
+  static const char* nameOf(const ASTNode& declaration) {
+    return static_cast<const Text&>(*declaration.leaf(0)).text();
+  }
+  static bool isSpecOf(const ASTNode& declaration, vel::ASTType kind);
+  static bool hasValue(const ASTNode& spec, std::string_view name);
   ResolvedType resolveDeclared(DeclaredType& declared);
   std::vector<DeclaredType*> neededBy(const DeclaredType& declared);
   DeclaredType* enumerationNamedBy(const ASTNode& node);
