@@ -72,8 +72,8 @@ Expr Generator::literal(const Type& type, Bare bare) {
       // A REAL and an LREAL both hold them, since a literal reaches C with all its digits.
       static const std::vector<double> kSpecial = {0, 1e10, -1, 16777216, 0.5, 2.5};
       const double other = (random_.below(4001) - 2000) / 64.0;
+      // Alone it has the type that is wanted of what it is a part of.
       expr.value.real = random_.chance(20) ? random_.pick(kSpecial) : other;
-      itself = type.bits == 32;
       break;
     }
     case Type::Text:
@@ -296,7 +296,12 @@ bool Generator::compare(Expr& expr) {
 bool Generator::operate(const Operator& op, const Type& type, int depth, Expr& expr) {
   const Types wanted = op.operands(random_, type);
   if (wanted.empty()) return false;
-  const Bare bare = op.precedence > 0 || op.need == Operator::Name ? Bare::Never : Bare::AsItself;
+  // Among values of other types a literal has one of theirs.
+  const bool mixed = std::any_of(wanted.begin(), wanted.end(), [&](const Type* each) {
+    return each->number() && !each->alike(*wanted.back());
+  });
+  const Bare bare =
+      mixed || op.precedence > 0 || op.need == Operator::Name ? Bare::Never : Bare::AsItself;
   std::vector<Expr> operands;
   for (const Type* each : wanted) {
     operands.push_back(op.name == "SIZEOF" ? leaf(*each, bare)
