@@ -100,6 +100,12 @@ void suffix(BasicDataType type, std::string& out) {
   out += wanted;
 }
 
+// True of a literal that is a REAL whatever it is an operand of, but has more digits than a REAL.
+bool isRounded(const LiteralValue& value) {
+  return value.fixedType && value.type == BasicDataType::Real &&
+         static_cast<double>(static_cast<float>(value.real)) != value.real;
+}
+
 }  // namespace
 
 void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& out) {
@@ -113,7 +119,7 @@ void appendLiteral(const LiteralValue& value, BasicDataType type, std::string& o
       break;
     case LiteralForm::Real:
       // Rounded to REAL, so that a comparison with a REAL variable can be true.
-      if (type == BasicDataType::Real) out += "(f32)";
+      if (type == BasicDataType::Real || isRounded(value)) out += "(f32)";
       out += value.text;
       if (value.text.find_first_of(".eE") == std::string::npos) out += ".0";
       break;
