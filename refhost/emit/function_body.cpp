@@ -32,8 +32,16 @@ void FunctionBody::statement(const std::string& text) {
 std::string FunctionBody::newName() { return fmt::format("vel_t{}", ++temporaries_); }
 
 std::string FunctionBody::temporary(const vel::SymbolDataType* type) {
-  std::string name = newName();
-  declarations_ += "  " + declaration(names_, type, name) + ";\n";
+  std::vector<std::string>& free = free_[type];
+  std::string name;
+  if (recycles_ && !free.empty()) {
+    name = std::move(free.back());
+    free.pop_back();
+  } else {
+    name = newName();
+    declarations_ += "  " + declaration(names_, type, name) + ";\n";
+  }
+  if (recycles_) busy_.emplace_back(type, name);
   return name;
 }
 

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "refhost/emit/place.h"
 #include "refhost/emit/symbol_names.h"
@@ -38,6 +39,16 @@ class FunctionBody {
   std::string newName();
   // Declares a variable at the start of the function and returns its name.
   std::string temporary(const vel::SymbolDataType* type);
+  // Writes a statement that contains no others. Its temporaries serve those behind it again: C
+  // compilers take a time that grows with the square of their number.
+  template <typename Write>
+  void simpleStatement(Write write) {
+    recycles_ = true;
+    write();
+    recycles_ = false;
+    for (const auto& [type, name] : busy_) free_[type].push_back(name);
+    busy_.clear();
+  }
   // The same for a pointer to a variable of the type, which must be no string. Not for storing
   // through a POINTER TO, whose targets may alias.
   std::string temporaryPointer(const vel::SymbolDataType* type);
@@ -57,6 +68,9 @@ class FunctionBody {
   const SymbolNames& names_;
   std::string lines_;
   std::string declarations_;  // of the temporaries
+  bool recycles_ = false;
+  std::vector<std::pair<const vel::SymbolDataType*, std::string>> busy_;
+  std::unordered_map<const vel::SymbolDataType*, std::vector<std::string>> free_;
   std::string closing_;
   int depth_ = 1;
   int temporaries_ = 0;

@@ -138,13 +138,13 @@ void StatementWriter::statements(const ASTNode* list) {
 void StatementWriter::statement(const ASTNode& node) {
   switch (statementKindOf(node)) {
     case StatementKind::Assignment:
-      assignment(node);
+      body_.simpleStatement([&] { assignment(node); });
       break;
     case StatementKind::Bind:
-      bind(node);
+      body_.simpleStatement([&] { bind(node); });
       break;
     case StatementKind::Call:
-      callStatement(static_cast<const Call&>(*node.leaf(0)));
+      body_.simpleStatement([&] { callStatement(static_cast<const Call&>(*node.leaf(0))); });
       break;
     case StatementKind::If:
       ifStatement(node);

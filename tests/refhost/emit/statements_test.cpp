@@ -60,11 +60,10 @@ TEST(StatementsInC, OfEveryKind) {
        "@s); @b = vel_string_compare(@s, @s) >= 0;"},
       {"i := F(1); i := F(1, 2) + F(3); N(1); i := F(a := 1, q => j); i := F(b := 4, q => a[1]); "
        "F(1); i := F(u, b := ud);",
-       "i16 vel_t1; i16 vel_t2; i16 vel_t4; i16 vel_t5; i16 vel_t6; i16 vel_t7; i16 vel_t8; i16 "
-       "vel_t9; i16 vel_t10; @i = F(1, 3, &vel_t1); @i = ({ i16 vel_t3 = F(1, 2, &vel_t2); "
-       "(i16)(vel_t3 + F(3, 3, &vel_t4)); }); N(1); @i = (vel_t6 = F(1, 3, &vel_t5), @j = vel_t5, "
-       "vel_t6); @i = (vel_t8 = F(0, 4, &vel_t7), @a.a[0] = vel_t7, vel_t8); (void)(F(1, 3, "
-       "&vel_t9)); @i = F(@u, @ud, &vel_t10);"},
+       "i16 vel_t1; i16 vel_t3; @i = F(1, 3, &vel_t1); @i = ({ i16 vel_t2 = F(1, 2, &vel_t1); "
+       "(i16)(vel_t2 + F(3, 3, &vel_t3)); }); N(1); @i = (vel_t1 = F(1, 3, &vel_t3), @j = vel_t3, "
+       "vel_t1); @i = (vel_t3 = F(0, 4, &vel_t1), @a.a[0] = vel_t1, vel_t3); (void)(F(1, 3, "
+       "&vel_t3)); @i = F(@u, @ud, &vel_t3);"},
       {"xr REF= i; xr := xr + 1; xr REF= ip^; xr REF= 0; b := __ISVALIDREF(xr); ip "
        ":= ADR(xr); rf := REF(xr); xs REF= s; xs := xs; ptx := ADR(xs); xr REF=xr; ud := "
        "SIZEOF(xs); fb(io := xr); xb REF= fa[i]; xb(io := i, o => xr); xb.i := xr;",
@@ -136,16 +135,16 @@ TEST(StatementsInC, OfEveryKind) {
        "CONCAT('a', x2, 'b'); x2 := REPLACE(s, 'a', 1, 2); s := INSERT('b', MOVE(x2), 1); i := "
        "FIND(s, 'a'); s := LEFT(SEL(b, s, x2), 1); b := LEFT(s, 1) = 'x'; ws := RIGHT(ws, 2); s := "
        "DELETE(ptx^, 1, 1);",
-       "char vel_t1[6]; char vel_t2[6]; char vel_t3[7]; char vel_t4[6]; char vel_t5[6]; u16 "
-       "vel_t6[81]; char vel_t7[6]; @i = vel_string_length(@s); vel_string_set(@s, 6, "
-       "vel_string_left(vel_t1, 6, @s, (i64)@i)); vel_string_set(@s, 6, vel_string_mid(vel_t2, 6, "
-       "@s, 1LL, (i64)@j)); vel_string_set(@s, 6, vel_string_concat(vel_t3, 7, 2, (const "
-       "char*[]){@s, \"a\"})); vel_string_concat(@s, 6, 3, (const char*[]){\"a\", @x2, \"b\"}); "
-       "vel_string_replace(@x2, 4, @s, \"a\", 1LL, 2LL); vel_string_insert(@s, 5, \"b\", ((@x2)), "
-       "1LL); @i = vel_string_find(@s, \"a\"); vel_string_set(@s, 6, vel_string_left(vel_t4, 6, "
-       "SEL((@b), (@s), (@x2)), 1LL)); @b = vel_string_compare(vel_string_left(vel_t5, 6, @s, "
-       "1LL), \"x\") == 0; vel_wstring_set(@ws, 81, vel_wstring_right(vel_t6, 81, @ws, 2LL)); "
-       "vel_string_set(@s, 6, vel_string_delete(vel_t7, 6, @ptx, 1LL, 1LL));"},
+       "char vel_t1[6]; char vel_t2[7]; u16 vel_t3[81]; @i = vel_string_length(@s); "
+       "vel_string_set(@s, 6, vel_string_left(vel_t1, 6, @s, (i64)@i)); vel_string_set(@s, 6, "
+       "vel_string_mid(vel_t1, 6, @s, 1LL, (i64)@j)); vel_string_set(@s, 6, "
+       "vel_string_concat(vel_t2, 7, 2, (const char*[]){@s, \"a\"})); vel_string_concat(@s, 6, 3, "
+       "(const char*[]){\"a\", @x2, \"b\"}); vel_string_replace(@x2, 4, @s, \"a\", 1LL, 2LL); "
+       "vel_string_insert(@s, 5, \"b\", ((@x2)), 1LL); @i = vel_string_find(@s, \"a\"); "
+       "vel_string_set(@s, 6, vel_string_left(vel_t1, 6, SEL((@b), (@s), (@x2)), 1LL)); @b = "
+       "vel_string_compare(vel_string_left(vel_t1, 6, @s, 1LL), \"x\") == 0; vel_wstring_set(@ws, "
+       "81, vel_wstring_right(vel_t3, 81, @ws, 2LL)); vel_string_set(@s, 6, "
+       "vel_string_delete(vel_t1, 6, @ptx, 1LL, 1LL));"},
       {"i := MUX(K := 1, IN0 := i, IN1 := 3); i := LIMIT(IN := j, MN := 0, MX := 1);",
        "@i = ((i16)FC_MUX_INT(2, 1, (i16)@i, (i16)3)); @i = LIMIT((0), (@j), (1));"},
       {"pt := SEL(b, pt, qt); c := SEL(b, c, c); ip := SEL(b, ip, ip); pt := MOVE(pt); r := MAX(r, "
@@ -171,19 +170,18 @@ TEST(StatementsInC, OfEveryKind) {
       {"i := F(EN := b, a := 1);", "i16 vel_t1; if (@b) { @i = F(1, 3, &vel_t1); }"},
       {"i := F(EN := b, a := 1, ENO => b); i := 1 + F(EN := b, a := 1); i := 1 + F(a := 1, NOT ENO "
        "=> b); i := F(a := 1, ENO => b) + F(2);",
-       "u8 vel_t1; i16 vel_t2; i16 vel_t3; i16 vel_t4; i16 vel_t7; i16 vel_t11; vel_t1 = @b; if "
-       "(vel_t1) { @i = F(1, 3, &vel_t2); } @b = vel_t1; @i = (i16)(1 + ((@b) ? (F(1, 3, &vel_t3)) "
-       ": 0)); @i = (i16)(1 + ({ u8 vel_t5 = 1; __auto_type vel_t6 = vel_t5 ? (F(1, 3, &vel_t4)) : "
-       "0; @b = !vel_t5; vel_t6; })); @i = ({ i16 vel_t10 = ({ u8 vel_t8 = 1; __auto_type vel_t9 = "
-       "vel_t8 ? (F(1, 3, &vel_t7)) : 0; @b = vel_t8; vel_t9; }); (i16)(vel_t10 + F(2, 3, "
-       "&vel_t11)); });"},
+       "u8 vel_t1; i16 vel_t2; i16 vel_t8; vel_t1 = @b; if (vel_t1) { @i = F(1, 3, &vel_t2); } @b "
+       "= vel_t1; @i = (i16)(1 + ((@b) ? (F(1, 3, &vel_t2)) : 0)); @i = (i16)(1 + ({ u8 vel_t3 = "
+       "1; __auto_type vel_t4 = vel_t3 ? (F(1, 3, &vel_t2)) : 0; @b = !vel_t3; vel_t4; })); @i = "
+       "({ i16 vel_t7 = ({ u8 vel_t5 = 1; __auto_type vel_t6 = vel_t5 ? (F(1, 3, &vel_t2)) : 0; @b "
+       "= vel_t5; vel_t6; }); (i16)(vel_t7 + F(2, 3, &vel_t8)); });"},
       {"i := ADD(EN := b, IN1 := 1, IN2 := 2); i := LIMIT(EN := b, MN := 0, IN := 3, MX := 2, ENO "
        "=> b); fb(EN := b, io := i, ENO => b); fb(EN := b, io := i); s := LEFT(EN := b, IN := s, L "
        ":= 1);",
-       "u8 vel_t1; u8 vel_t2; char vel_t3[6]; if (@b) { @i = (3); } vel_t1 = @b; if (vel_t1) { @i "
-       "= LIMIT((0), (3), (2)); } @b = vel_t1; vel_t2 = @b; if (vel_t2) { @fb.io = &@i; "
-       "B_body(&@fb); } @b = vel_t2; if (@b) { @fb.io = &@i; B_body(&@fb); } if (@b) { "
-       "vel_string_set(@s, 6, vel_string_left(vel_t3, 6, @s, 1LL)); }"},
+       "u8 vel_t1; char vel_t2[6]; if (@b) { @i = (3); } vel_t1 = @b; if (vel_t1) { @i = "
+       "LIMIT((0), (3), (2)); } @b = vel_t1; vel_t1 = @b; if (vel_t1) { @fb.io = &@i; "
+       "B_body(&@fb); } @b = vel_t1; if (@b) { @fb.io = &@i; B_body(&@fb); } if (@b) { "
+       "vel_string_set(@s, 6, vel_string_left(vel_t2, 6, @s, 1LL)); }"},
       {"%MX0.0 := b; bt := %MB7; %MW2 := w; %MD3 := %ID0; b := %IX0.1; i.3 := b; b := w.15; %QX0.1 "
        ":= %MX0.1; %MW0 := i; i := %MW0; IRDBIT(%IX0.0, b); IWRBIT(%QX0.0, b); ZRST(%MX0.0, "
        "%MX0.3);",
