@@ -169,7 +169,7 @@ bool Session::analyse() {
   for (int file = 0; file < impl_->sources.count(); ++file) {
     parse(impl_->sources, static_cast<std::uint32_t>(file), *impl_->tree, impl_->found);
   }
-  Prelude prelude(impl_->sources, *impl_->tree);
+  Prelude prelude(impl_->sources, *impl_->tree, impl_->found);
   Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run();
   return impl_->publish(0);
 }
@@ -275,7 +275,9 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
                               (variable.type == BasicDataType::Bool && isBoolNumber(value));
   const bool infinite = variable.type == BasicDataType::Real && value.form == LiteralForm::Real &&
                         std::isinf(static_cast<float>(value.real));
-  if (!fits || infinite) {
+  const bool outside = value.form == LiteralForm::Integer && variable.shape != nullptr &&
+                       !variable.shape->allows(value.negative, value.magnitude);
+  if (!fits || infinite || outside) {
     error = "'" + text + "' is not a value of type " + variable.typeName;
     return false;
   }

@@ -18,6 +18,9 @@ Shape elementaryShape(const vel::SymbolDataType& type) {
       shape->names.emplace_back(value->value, value->name());
     }
   }
+  if (const auto* const subrange = dynamic_cast<const SubrangeType*>(&type)) {
+    shape->range = subrange->range;
+  }
   if (const auto* const text = dynamic_cast<const StringType*>(&type)) {
     shape->byteSize = text->byteSize();
   } else if (shape->type == BasicDataType::Pointer) {

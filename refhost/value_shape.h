@@ -4,11 +4,13 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "host/symbol.h"
+#include "refhost/services/derived_types.h"
 #include "refhost/syntax/retention.h"
 
 namespace refhost {
@@ -30,6 +32,8 @@ struct ValueShape {
   int byteSize = 0;
   std::vector<std::pair<std::int64_t, std::string>> names;  // of an enumeration's values
 
+  std::optional<Bounds> range;  // of a subrange
+
   std::string cType;  // of an array or a structure
 
   // For an array, whose elements lie in row-major order.
@@ -42,6 +46,11 @@ struct ValueShape {
   std::vector<Member> members;
 
   bool hasParts() const { return element != nullptr || isStructure; }
+  // False for a number outside of a subrange.
+  bool allows(bool negative, std::uint64_t magnitude) const {
+    const Integer number = negative ? -Integer{magnitude} : Integer{magnitude};
+    return !range || (number >= range->low && number <= range->high);
+  }
 };
 
 // The shapes of types. Each type has one, however often it is asked for or contained in others, so

@@ -4,6 +4,7 @@
 
 #include "refhost/spelling.h"
 #include "refhost/syntax/parser.h"
+#include "refhost/warnings.h"
 
 namespace refhost {
 namespace {
@@ -37,9 +38,9 @@ void Prelude::offerBlocks(Spelling& spelling) {
 void Prelude::parse() {
   parsed_ = true;
   const std::size_t before = tree_.units.size();
-  Diagnostics messages;
-  const int file = sources_.add("prelude", std::string(kText));
-  refhost::parse(sources_, static_cast<std::uint32_t>(file), tree_, messages);
+  const auto file = static_cast<std::uint32_t>(sources_.add("prelude", std::string(kText)));
+  messages_.silence({file, 0, kText.size(), {kEveryWarning}});
+  refhost::parse(sources_, file, tree_, messages_);
   for (std::size_t i = before; i < tree_.units.size(); ++i) {
     units_.emplace(tree_.units[i]->name(), tree_.units[i]);
   }

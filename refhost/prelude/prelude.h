@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hostkit/folding.h"
+#include "refhost/diagnostics.h"
 #include "refhost/syntax/source.h"
 #include "refhost/syntax/tree.h"
 
@@ -11,8 +12,10 @@ class Spelling;
 
 class Prelude {
  public:
-  // The text is appended to `sources`, and its units become nodes of `tree`.
-  Prelude(SourceManager& sources, Tree& tree) : sources_(sources), tree_(tree) {}
+  // The text is appended to `sources`, and its units become nodes of `tree`. No warning of it is
+  // added to `messages`.
+  Prelude(SourceManager& sources, Tree& tree, Diagnostics& messages)
+      : sources_(sources), tree_(tree), messages_(messages) {}
 
   // The declaration of the unit; null when there is none. The text is parsed when it is first
   // needed.
@@ -25,6 +28,7 @@ class Prelude {
 
   SourceManager& sources_;
   Tree& tree_;
+  Diagnostics& messages_;
   bool parsed_ = false;
   FoldedMap<Unit*> units_;
 };

@@ -236,10 +236,10 @@ TEST_F(Velc, TellsWhichRetainedVariablesAreLeftOut) {
                 entry("g", "STRUCT(x : INT)", "{\n        \"x\": \"1\"\n      }") + "\n  }\n}\n");
   write("new.st",
         block +
-            "PROGRAM P VAR RETAIN a : STRING[4]; c : (V, U); f : ARRAY[1..2] OF B; n : INT "
+            "PROGRAM P VAR RETAIN a : STRING[4]; c : (V, U); f : ARRAY[1..2] OF B; n : INT(0..9) "
             ":= 5; more : INT; g : INT; END_VAR END_PROGRAM");
   std::string text = read("r.json");
-  text.replace(text.find("\"INT\",\n      \"value\": \"0\"") + 23, 1, "32768");
+  text.replace(text.find("\"INT\",\n      \"value\": \"0\"") + 23, 1, "10");
   write("r.json", text);
   const Outcome outcome = velc("run new.st --retain r.json");
   EXPECT_EQ(outcome.out, "a = ''\nc = V\nn = 5\nmore = 0\ng = 0\n");

@@ -69,7 +69,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
     }
     const int file = sources_->add("test.st", text);
     refhost::parse(*sources_, static_cast<std::uint32_t>(file), *tree_, messages_);
-    refhost::Prelude prelude(*sources_, *tree_);
+    refhost::Prelude prelude(*sources_, *tree_, messages_);
     refhost::Analyser(services_, *tree_, prelude, messages_).run();
     refhost::FileWriter(services_, names_, messages_).text();  // names what the operators ask for
     makeGenerator(services_.symbols.unit(units.front().name));
