@@ -26,7 +26,7 @@ void Analyser::run() {
 }
 
 void Analyser::analyseUnit(UnitSymbol& unit) {
-  context_.enter(unit);
+  context_.enter(&unit);
   context_.judgesReads = parts_.doubts.judgesReads(unit);
   parts_.declarations.analyseInitials(unit);
   parts_.statements.analyseStatements(unit.node->leaf(Unit::kBody));

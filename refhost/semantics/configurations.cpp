@@ -211,7 +211,7 @@ void Configurations::analyseConfigurations() {
   Configuration& configuration = services_.configuration;
   if (configuration.tasks.empty() && configuration.instances.empty()) return;
   UnitSymbol empty(&services_, tree_.make<Unit>("", vel::POUType::Program));
-  context_.enter(empty);
+  context_.enter(&empty);
   for (Task& task : configuration.tasks) analyseTask(task);
   for (const ProgramInstance& instance : configuration.instances) {
     parts_.calls.analyseArguments(*instance.connections, *instance.program);

@@ -71,7 +71,7 @@ void ConfiguredPlaces::analyse(bool complete) {
   complete_ = complete;
   SymbolTable& symbols = services_.symbols;
   UnitSymbol empty(&services_, tree_.make<Unit>("", vel::POUType::Program));
-  context_.enter(empty);
+  context_.enter(&empty);
   for (const VarBlock* const block : tree_.configured) {
     for (int i = 0; i < block->leavesCount(); ++i) {
       analyseEntry(static_cast<VarDecl&>(*block->leaf(i)));

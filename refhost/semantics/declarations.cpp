@@ -131,7 +131,7 @@ bool Declarations::declaresVariable(std::string_view name) const {
 }
 
 void Declarations::declareVariables(UnitSymbol& unit) {
-  context_.enter(unit);
+  context_.enter(&unit);
   // The constants of the global variables are declared by makeGlobals(), because types name them.
   Names::ConstantsAhead outer;
   const bool own = &unit != services_.symbols.globals();

@@ -31,9 +31,10 @@ struct Context {
   Context(Services& hostServices, Tree& program, Prelude& library, Diagnostics& found)
       : services(hostServices), tree(program), prelude(library), messages(found) {}
 
-  void enter(UnitSymbol& entered) {
-    unit = &entered;
-    unitName = entered.name();
+  // Null for the declarations outside of units.
+  void enter(UnitSymbol* entered) {
+    unit = entered;
+    unitName = entered != nullptr ? entered->name() : std::string();
     unknown.clear();
   }
 

@@ -223,12 +223,13 @@ std::string Types::anonymousName(const std::string& kind) {
 }
 
 void Types::analyseTypeInitials() {
+  context_.enter(nullptr);
   for (auto& [name, declared] : declaredTypes_) {
     if (declared.node->leaf(kDeclaredInitial) == nullptr) continue;
     parts_.initials.analyseInitial(declared.resolved.type, *declared.node, kDeclaredInitial);
   }
   for (const MemberInitial& member : memberInitials_) {
-    context_.unit = member.unit;
+    if (member.unit != context_.unit) context_.enter(member.unit);
     parts_.initials.analyseDeclared(member.type, *member.declaration);
   }
 }
