@@ -82,7 +82,7 @@ static constexpr Value kNone{nullptr, 0};
 
 %type <value> string_type unit_name return_type var_blocks var_block var_body var_decl config_decl address
 %type <value> type_spec simple_type plain_type reference_type part_type struct_type unnamed_type dimension
-%type <value> enum_value string_length initial initial_item aggregate element field type_declaration struct_declaration
+%type <value> enum_value string_length initial initial_item repetitions aggregate element field type_declaration struct_declaration
 %type <value> broken_decl broken_member member task statement_list statement block_statement
 %type <value> else_part condition
 %type <value> for_start step label label_line
@@ -157,12 +157,13 @@ header_end:
 
 // --- Declarations ---
 
-var_blocks: var_block_items  { $$ = make.varBlocks(@$, $1); };
+var_blocks: var_block_items  %prec HEADER  { $$ = make.varBlocks(@$, $1); };
 
 var_block_items:
   %empty                     { $$ = make.list(); }
 | var_block_items var_block  { $$ = make.append($1, $2); }
 | var_block_items global_block
+| var_block_items ';'
 ;
 
 var_block: var_keyword var_body  { $$ = make.inSection($1, $2); };
@@ -381,8 +382,14 @@ initial:
 initial_item:
   expression
 | aggregate
-| INTEGER '(' elements ')'  { $$ = make.repeat(@$, @1, $3); }
-| INTEGER '(' ')'           { $$ = make.repeat(@$, @1, make.list()); }
+| repetitions '(' elements ')'  { $$ = make.repeat(@$, $1, $3); }
+| repetitions '(' ')'           { $$ = make.repeat(@$, $1, make.list()); }
+;
+
+// A name followed by '(' is parsed as a call.
+repetitions:
+  INTEGER             { $$ = make.literal(@1); }
+| '(' expression ')'  { $$ = make.parenthesised(@$, $2); }
 ;
 
 aggregate:

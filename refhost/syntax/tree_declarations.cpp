@@ -66,8 +66,8 @@ Value TreeFactory::structValue(Span span, NodeList fields) {
   return finish(tree_.make<Expr>(ExprKind::StructValue), span, items(fields), fields.count);
 }
 
-Value TreeFactory::repeat(Span span, Span count, NodeList elements) {
-  return finishAll(tree_.make<Expr>(ExprKind::Repeat), span, literal(count), elements);
+Value TreeFactory::repeat(Span span, Value count, NodeList elements) {
+  return finishAll(tree_.make<Expr>(ExprKind::Repeat), span, count, elements);
 }
 
 // The scanner skips pragmas, so this looks for one in the text before the span.

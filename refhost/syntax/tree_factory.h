@@ -101,7 +101,7 @@ class TreeFactory {
   void typeDeclaration(Value declaration);
   Value arrayValue(Span span, NodeList elements);
   Value structValue(Span span, NodeList fields);
-  Value repeat(Span span, Span count, NodeList elements);
+  Value repeat(Span span, Value count, NodeList elements);
   Value varDecl(Span span, NodeList names, Value address, Value type, Value initial);
   Value edgeDetecting(Value declaration, Edge edge);
   Value binding(Value declaration);  // whose initial value follows REF=
