@@ -116,7 +116,7 @@ constexpr MessageFormat kTooMuchMemory     {0xF0099, Severity::Error, "The varia
 constexpr MessageFormat kTooMuchStack      {0xF009A, Severity::Error, "A call of '%s' takes %s bytes of stack, more than the %s that it may take;"};
 constexpr MessageFormat kSubrange          {0xF0072, Severity::Error, "'%s' is not a range of type '%s';"};
 constexpr MessageFormat kInitialParts      {0xF0073, Severity::Error, "'%s' is not an initial value of type '%s';"};
-constexpr MessageFormat kTooManyValues     {0xF0074, Severity::Error, "More initial values than the %s elements of the array;"};
+constexpr MessageFormat kTooManyValues     {0xF0074, Severity::Error, "More initial values than the %s %s of the %s;"};
 constexpr MessageFormat kAmbiguousValue    {0xF0075, Severity::Error, "'%s' is a value of several enumerations: write TYPE#%s;"};
 constexpr MessageFormat kNoElements        {0xF0076, Severity::Error, "'%s' of type '%s' has no elements;"};
 constexpr MessageFormat kSubscriptCount    {0xF0077, Severity::Error, "'%s' takes %s subscripts, not %s;"};

@@ -126,11 +126,11 @@ void InitialWriter::setInitial(const Place& place, const Type* type, const Expr&
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
     std::int64_t next = 0;
     if (value.kind == ExprKind::ArrayValue) {
-      setElements(place, *array, value, 0, next);
+      setItems(place, {*array, value}, value, 0, next);
       return;
     }
     if (value.kind == ExprKind::Repeat) {
-      setRepeated(place, *array, value, next);
+      setRepeated(place, {*array, value}, value, next);
       return;
     }
   }
@@ -158,37 +158,39 @@ void InitialWriter::setInitial(const Place& place, const Type* type, const Expr&
   body_.statement(storeText(file_.names, type, place, text, typeOf(value)));
 }
 
-void InitialWriter::setElements(const Place& place, const ArrayType& array, const Expr& list,
-                                int first, std::int64_t& next) {
+void InitialWriter::setItems(const Place& place, const ArrayValues& values, const Expr& list,
+                             int first, std::int64_t& next) {
   for (int i = first; i < list.leavesCount(); ++i) {
     const auto& item = static_cast<const Expr&>(*list.leaf(i));
     if (item.kind == ExprKind::Repeat) {
-      setRepeated(place, array, item, next);
-    } else if (isRow(array, item)) {
-      setElements(place, array, item, 0, next);
+      setRepeated(place, values, item, next);
+    } else if (values.rows) {
+      std::int64_t element = next;
+      setItems(place, values.row(item), item, 0, element);
+      next += values.step();
     } else {
-      setInitial(place.member(fmt::format("a[{}]", next++)), array.element, item);
+      setInitial(place.member(fmt::format("a[{}]", next++)), values.array.element, item);
     }
   }
 }
 
 // A single repeated value is set in a loop, several are set one by one.
-void InitialWriter::setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
+void InitialWriter::setRepeated(const Place& place, const ArrayValues& values, const Expr& repeat,
                                 std::int64_t& next) {
   const auto times = static_cast<std::int64_t>(constantInteger(*repeat.leaf(0)).value_or(0));
   const auto* const only =
       repeat.leavesCount() == 2 ? static_cast<const Expr*>(repeat.leaf(1)) : nullptr;
   if (repeat.leavesCount() == 1) {
-    next += times;
-  } else if (only != nullptr && only->kind != ExprKind::Repeat && !isRow(array, *only)) {
+    next += times * values.step();
+  } else if (only != nullptr && only->kind != ExprKind::Repeat && !values.rows) {
     const std::string from = std::to_string(next);
     next += times;
-    if (constantInteger(*only) == 0 && !file_.startValues.differFromZero(&array)) return;
+    if (constantInteger(*only) == 0 && !file_.startValues.differFromZero(&values.array)) return;
     forElements(place, from, std::to_string(next), [&](const Place& element, const std::string&) {
-      setInitial(element, array.element, *only);
+      setInitial(element, values.array.element, *only);
     });
   } else {
-    for (std::int64_t i = 0; i < times; ++i) setElements(place, array, repeat, 1, next);
+    for (std::int64_t i = 0; i < times; ++i) setItems(place, values, repeat, 1, next);
   }
 }
 

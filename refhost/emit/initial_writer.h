@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "refhost/emit/expression_writer.h"
+#include "refhost/services/array_values.h"
 
 namespace refhost {
 
@@ -37,10 +38,11 @@ class InitialWriter {
   void setDefault(const Place& place, const Type* type);
   void callInit(const std::string& init, const Place& place, const Type* type);
   void setInitial(const Place& place, const Type* type, const Expr& value);
-  // Assigns the items of `list` from leaf `first` on to the elements from `next` on.
-  void setElements(const Place& place, const ArrayType& array, const Expr& list, int first,
-                   std::int64_t& next);
-  void setRepeated(const Place& place, const ArrayType& array, const Expr& repeat,
+  // Assigns the items of `list` from leaf `first` on to the elements from `next` on, which becomes
+  // the element after them.
+  void setItems(const Place& place, const ArrayValues& values, const Expr& list, int first,
+                std::int64_t& next);
+  void setRepeated(const Place& place, const ArrayValues& values, const Expr& repeat,
                    std::int64_t& next);
   // Writes a loop from `from` to before `end`, which are C expressions.
   // `set` takes the place and the index of an element.

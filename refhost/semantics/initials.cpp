@@ -66,36 +66,46 @@ void Initials::analyseArrayValue(const Type* to, Expr& value) {
     }
     return;
   }
-  const std::int64_t count = value.kind == ExprKind::Repeat ? countRepeated(*array, value)
-                                                            : countElements(*array, value, 0);
-  if (count > array->count()) {
-    say(value, message::kTooManyValues, std::to_string(array->count()));
-  }
+  analyseValues(ArrayValues(*array, value), value);
 }
 
-// Analyses the leaves of `list` from `first` on and returns the number of elements that they
-// initialise; kMost for every larger number.
-std::int64_t Initials::countElements(const ArrayType& array, Expr& list, int first) {
+void Initials::analyseValues(const ArrayValues& values, Expr& list) {
+  const std::int64_t count =
+      list.kind == ExprKind::Repeat ? countRepeated(values, list) : countItems(values, list, 0);
+  const std::int64_t most = values.capacity();
+  if (count <= most) return;
+  say(list, message::kTooManyValues, std::to_string(most), values.rows ? "rows" : "elements",
+      values.dimension == 0 ? "array" : "row");
+}
+
+// Analyses the leaves of `list` from `first` on and returns the number of rows or elements that
+// they initialise; kMost for every larger number.
+std::int64_t Initials::countItems(const ArrayValues& values, Expr& list, int first) {
   std::int64_t count = 0;
   for (int i = first; i < list.leavesCount(); ++i) {
     repeatByName(list, i);
     auto& item = static_cast<Expr&>(*list.leaf(i));
     if (item.kind == ExprKind::Repeat) {
-      count += countRepeated(array, item);
-    } else if (item.kind == ExprKind::ArrayValue && isRow(array, item)) {
-      count += countElements(array, item, 0);
-    } else {
-      analyseInitial(array.element, list, i);
+      count += countRepeated(values, item);
+    } else if (!values.rows) {
+      analyseInitial(values.array.element, list, i);
       ++count;
+    } else if (item.kind == ExprKind::ArrayValue) {
+      analyseValues(values.row(item), item);
+      ++count;
+    } else {
+      const ArrayType row = values.rowType();
+      say(item, message::kInitialParts, TreeBuilder::source(item), displayName(&row));
+      return 0;
     }
     if (count >= kMost) return kMost;
   }
   return count;
 }
 
-std::int64_t Initials::countRepeated(const ArrayType& array, Expr& repeat) {
+std::int64_t Initials::countRepeated(const ArrayValues& values, Expr& repeat) {
   const auto times = parts_.expressions.requireConstant(repeat, 0);
-  const std::int64_t each = repeat.leavesCount() > 1 ? countElements(array, repeat, 1) : 1;
+  const std::int64_t each = repeat.leavesCount() > 1 ? countItems(values, repeat, 1) : 1;
   if (!times) return 0;
   if (*times < 0) {
     const ASTNode& number = *repeat.leaf(0);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "refhost/semantics/part.h"
+#include "refhost/services/array_values.h"
 
 namespace refhost {
 
@@ -20,8 +21,9 @@ class Initials : public Part {
  private:
   void analyseBound(std::string_view name, const Type* to, ASTNode& parent, int index);
   void analyseArrayValue(const Type* to, Expr& value);
-  std::int64_t countElements(const ArrayType& array, Expr& list, int first);
-  std::int64_t countRepeated(const ArrayType& array, Expr& repeat);
+  void analyseValues(const ArrayValues& values, Expr& list);
+  std::int64_t countItems(const ArrayValues& values, Expr& list, int first);
+  std::int64_t countRepeated(const ArrayValues& values, Expr& repeat);
   void repeatByName(Expr& list, int index);
   void analyseStructValue(const Type* to, Expr& value);
 };

@@ -98,11 +98,11 @@ ArrayType::ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimen
       bounds(std::move(dimensions)),
       elementInitial(initialOfElements) {}
 
-std::int64_t ArrayType::count() const {
+std::int64_t ArrayType::count(std::size_t first) const {
   constexpr Integer kHighest = std::numeric_limits<std::int64_t>::max();
   Integer product = 1;
-  for (const Bounds& dimension : bounds) {
-    product = std::min(product * std::min(dimension.count(), kHighest), kHighest);
+  for (std::size_t i = first; i < bounds.size(); ++i) {
+    product = std::min(product * std::min(bounds[i].count(), kHighest), kHighest);
   }
   return static_cast<std::int64_t>(product);
 }
@@ -219,11 +219,6 @@ bool isReadOnly(const Expr& place) {
 bool isBindable(const Expr& reference) {
   return reference.kind != ExprKind::Member || asVariable(reference.symbol)->role != Role::Member ||
          isWritable(static_cast<const Expr&>(*reference.leaf(0)));
-}
-
-bool isRow(const ArrayType& array, const Expr& item) {
-  return array.bounds.size() > 1 && item.kind == ExprKind::ArrayValue &&
-         dynamic_cast<const ArrayType*>(array.element) == nullptr;
 }
 
 Integer implicitInitial(const vel::SymbolDataType* type) {

@@ -37,8 +37,9 @@ class ArrayType final : public vel::SymbolDataType {
   ArrayType(vel::SymbolDataType* elementType, std::vector<Bounds> dimensions,
             Expr* initialOfElements);
 
-  // The number of elements, all dimensions together; the highest LINT for all higher ones.
-  std::int64_t count() const;
+  // The number of elements, all dimensions from `first` on together; the highest LINT for all
+  // higher ones.
+  std::int64_t count(std::size_t first = 0) const;
 
   const ASTNode* declared = nullptr;  // the first specification of such an array
   vel::SymbolDataType* const element;
@@ -135,9 +136,6 @@ bool isWritable(const Expr& place);
 bool isReadOnly(const Expr& place);
 // True if the program may bind the REFERENCE TO: if it is no member of a constant.
 bool isBindable(const Expr& reference);
-
-// True if the item of a multi-dimensional array's initial values is a row and not an element.
-bool isRow(const ArrayType& array, const Expr& item);
 
 // The value of a variable that is not initialised: the first value of an enumeration, the lowest
 // of a subrange, 0 for all others.

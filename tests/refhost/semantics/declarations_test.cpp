@@ -41,11 +41,12 @@ TEST(Declarations, AreJudged) {
       {"TYPE T : STRUCT a, b : INT; c : ARRAY[0..1] OF INT; A : REAL; d : INT := 'x'; END_STRUCT; "
        "END_TYPE PROGRAM P VAR t : T := (a := 1, z := 2, c := [1, 2, 3]); u : T := [1]; v : T := "
        "5; w : INT := (a := 1); x : ARRAY[1..2] OF INT := 3; y : ARRAY[1..2] OF T := [2((a := "
-       "'x')), (b := 1.5)]; z : ARRAY[1..2, 1..2] OF INT := [[1, 2], [3], 4, 5]; END_VAR "
-       "END_PROGRAM",
+       "'x')), (b := 1.5)]; z : ARRAY[1..2, 1..2] OF INT := [[1, 2], [3], 4, 5]; z2 : "
+       "ARRAY[1..2, 1..2] OF INT := [3([1, 2, 3])]; END_VAR END_PROGRAM",
        "1:53 F0021 A; 1:74 C0032 STRING, INT; 1:132 F0024 T, z; 1:145 F0074; 1:166 F0073 [1], T; "
        "1:180 C0032 5, T; 1:194 F0073 (a := 1), INT; 1:230 C0032 3, ARRAY[1..2] OF INT; 1:257 "
-       "F0074; 1:266 C0032 STRING, INT; 1:279 C0032 1.5, INT; 1:318 F0074"},
+       "F0074; 1:266 C0032 STRING, INT; 1:279 C0032 1.5, INT; 1:332 F0073 4, ARRAY[1..2] OF INT; "
+       "1:372 F0074; 1:375 F0074"},
       {"PROGRAM P VAR CONSTANT n : INT := 2; r : REAL := 1.5; END_VAR VAR a : ARRAY[1..4] OF INT "
        ":= [n(0), n(1)]; b : ARRAY[1..4] OF INT := [r(0)]; c : ARRAY[1..4] OF INT := [3(1), 2(2)]; "
        "d : ARRAY[1..4] OF INT := [-1(1)]; e : ARRAY[1..4] OF INT := 1, 3(n); f : ARRAY[1..4] OF "
