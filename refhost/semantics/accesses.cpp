@@ -78,8 +78,8 @@ bool Expressions::refusesValue(const ASTNode& where, std::string_view type, std:
   SourceRange at = rangeOf(where);
   const auto skipped = at.length - static_cast<std::uint32_t>(name.size());
   at = {vel::TextLocation(at.begin.file(), at.begin.offset() + skipped), at.length - skipped};
-  Remarks& said = messages_.report(at, message::kUnknownMember, {type, name});
-  parts_.suggestions.addMember(said, at, name, enumeration);
+  Remarks* const said = sayUnknownPart(at, message::kUnknownMember, enumeration, name, type, name);
+  if (said != nullptr) parts_.suggestions.addMember(*said, at, name, enumeration);
   return true;
 }
 
@@ -131,8 +131,10 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   if (!visible) {
     const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
     if (context_.mayMiss(instance != nullptr ? instance->unit : context_.unit)) return nullptr;
-    Remarks& said = say(*expr.leaf(1), message::kUnknownMember, TreeBuilder::source(base), name);
-    parts_.suggestions.addMember(said, rangeOf(*expr.leaf(1)), name, base.dataType);
+    const SourceRange where = rangeOf(*expr.leaf(1));
+    Remarks* const said = sayUnknownPart(where, message::kUnknownMember, base.dataType, name,
+                                         TreeBuilder::source(base), name);
+    if (said != nullptr) parts_.suggestions.addMember(*said, where, name, base.dataType);
     return nullptr;
   }
   expr.symbol = member;
@@ -141,7 +143,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
 
 vel::SymbolDataType* Expressions::typePart(Expr& expr) {
   const Expr& base = analyseLeaf(expr, 0);
-  if (base.dataType == nullptr) return nullptr;
+  if (base.dataType == nullptr || expr.partBits == 0) return nullptr;
   const PartSize& size = partSizeOf(expr.partBits);
   const ElementaryType* const row = elementaryType(base.dataType->dataType());
   if (!isInteger(base.dataType->dataType()) ||

@@ -43,8 +43,8 @@ vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
   const bool known =
       variable != nullptr || services_.symbols.find(std::string(name), {}, Symbol::All) != nullptr;
   if (variable != nullptr && variable->dataType() == nullptr) return nullptr;
-  Remarks* const said = sayUnknown(call, known ? message::kNotCallable : message::kUnknownName,
-                                   TreeBuilder::source(*call.leaf(0)));
+  Remarks* const said =
+      sayUnknown(*call.leaf(0), known ? message::kNotCallable : message::kUnknownName, name);
   if (said != nullptr && !known) parts_.suggestions.addCallee(*said, *call.leaf(0), name);
   return nullptr;
 }
@@ -100,7 +100,7 @@ vel::SymbolDataType* Calls::callReference(Call& call) {
   }
   if (list->leaf(0)->type() != vel::ASTType::Expression) {
     const ASTNode& formal = *list->leaf(0)->leaf(0);
-    say(*list->leaf(0), message::kUnknownParameter, name, TreeBuilder::source(formal));
+    say(formal, message::kUnknownParameter, name, TreeBuilder::source(formal));
     return nullptr;
   }
   const Expr& operand = parts_.expressions.analyseLeaf(*list, 0);
@@ -141,7 +141,7 @@ vel::SymbolDataType* Calls::callInstance(Call& call) {
     takeEnabling(call, instance->unit);
     analyseArguments(call, *instance->unit);
   } else if (callee.dataType != nullptr) {
-    say(call, message::kNotCallable, TreeBuilder::source(callee));
+    say(callee, message::kNotCallable, TreeBuilder::source(callee));
   }
   return nullptr;
 }
@@ -177,19 +177,22 @@ void Calls::analyseArguments(Call& call, UnitSymbol& callee) {
   }
   std::vector<const VarSymbol*> given;
   bool named = false;
-  bool mistaken = false;  // an argument of an unknown name, or a second one of a name
+  bool mistaken = false;  // an argument in a wrong place, of an unknown name, or a second of a name
   for (const Binding& binding : bindings) {
     if (named && binding.named == nullptr) {
       say(*binding.node, message::kMixedArguments, callee.name());
+      mistaken = true;
       break;
     }
     named = binding.named != nullptr;
     if (binding.parameter == nullptr) {
       mistaken = true;
       if (context_.mayMiss(&callee)) continue;
-      const std::string_view formal = TreeBuilder::source(*binding.node->leaf(0));
-      Remarks& said = say(*binding.node, message::kUnknownParameter, callee.name(), formal);
-      parts_.suggestions.addParameter(said, *list, *binding.named, callee);
+      const ASTNode& formal = *binding.node->leaf(0);
+      Remarks* const said =
+          sayUnknownPart(rangeOf(formal), message::kUnknownParameter, &callee,
+                         TreeBuilder::source(formal), callee.name(), TreeBuilder::source(formal));
+      if (said != nullptr) parts_.suggestions.addParameter(*said, *list, *binding.named, callee);
       continue;
     }
     const auto before = std::find_if(bindings.begin(), bindings.end(), [&](const Binding& other) {

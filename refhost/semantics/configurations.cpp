@@ -74,6 +74,12 @@ void Configurations::declare() {
   for (const ConfigurationItem* const node : tree_.instances) declareInstance(*node);
 }
 
+// Says nothing of what stands in a second resource of one name, which has been reported.
+void Configurations::sayAgain(const ConfigurationItem& again, const ConfigurationItem& first) {
+  if (again.resource != first.resource) return;
+  sayRedeclared(*again.leaf(0), TreeBuilder::source(*again.leaf(0)), first.leaf(0));
+}
+
 void Configurations::declareTask(const ConfigurationItem& node) {
   Configuration& configuration = services_.configuration;
   Task task;
@@ -81,7 +87,7 @@ void Configurations::declareTask(const ConfigurationItem& node) {
   task.name = nameOf(node);
   task.node = &node;
   if (const Task* const known = configuration.task(task.resource, task.name)) {
-    sayRedeclared(*node.leaf(0), task.name, known->node->leaf(0));
+    sayAgain(node, *known->node);
     return;
   }
   configuration.tasks.push_back(std::move(task));
@@ -138,7 +144,7 @@ void Configurations::declareInstance(const ConfigurationItem& node) {
   }
   instance.node = &node;
   if (const auto* const known = configuration.instance(instance.resource, instance.name)) {
-    sayRedeclared(*node.leaf(0), instance.name, known->node->leaf(0));
+    sayAgain(node, *known->node);
     return;
   }
   instance.program->instantiated = true;
@@ -174,7 +180,7 @@ void Configurations::analyseTask(Task& task) {
         std::find_if(kTaskProperties.begin(), kTaskProperties.end(),
                      [name](const TaskProperty& row) { return equalIgnoringCase(row.name, name); });
     if (!named || known == kTaskProperties.end()) {
-      Remarks& said = say(property, message::kTaskProperty, name);
+      Remarks& said = say(named ? *property.leaf(0) : property, message::kTaskProperty, name);
       Spelling spelling(name);
       for (const TaskProperty& row : kTaskProperties) spelling.offer(row.name);
       if (named) Suggestions::add(said, rangeOf(*property.leaf(0)), spelling);
@@ -182,7 +188,7 @@ void Configurations::analyseTask(Task& task) {
     }
     const Expr*& value = given[static_cast<std::size_t>(known - kTaskProperties.begin())];
     if (value != nullptr) {
-      say(property, message::kArgumentTwice, name);
+      sayTwice(property, name, *value->parent());
       continue;
     }
     const std::size_t first = messages_.count();

@@ -16,6 +16,7 @@ class Configurations : public Part {
   void analyseConfigurations();
 
  private:
+  void sayAgain(const ConfigurationItem& again, const ConfigurationItem& first);
   void declareTask(const ConfigurationItem& node);
   void declareInstance(const ConfigurationItem& node);
   const Task* taskOf(const ConfigurationItem& instance);

@@ -58,6 +58,7 @@ bool fits(const vel::HeapAddress& address, std::string_view open) {
 void ConfiguredPlaces::declareOpen(VarSymbol& variable, const ASTNode& address) {
   if (!isOpenAddress(TreeBuilder::source(address))) {
     parts_.locations.sayInvalid(address);
+    refused_.insert(&variable);
   } else if (variable.owner->type() == vel::POUType::Function || variable.role == Role::Temp ||
              variable.indirect) {
     say(address, message::kNotKept, variable.name());
@@ -98,12 +99,16 @@ void ConfiguredPlaces::analyseEntry(VarDecl& entry) {
   Type* const type = spec != nullptr ? parts_.types.resolve(*spec).type : nullptr;
   Target target;
   if (const Expr* const lost = follow(namesOf(path), target)) {
+    lost_.push_back(nameOf(path));
     if (!complete_) return;
     Remarks& said = say(path, message::kNothingToConfigure, TreeBuilder::source(path));
     suggest(said, *lost, target);
     return;
   }
-  if (type == nullptr || target.type == nullptr) return;
+  if (type == nullptr || target.type == nullptr) {
+    if (address != nullptr) entryOf(target) = &path;
+    return;
+  }
   if (!sameType(*type, *target.type)) {
     say(*spec, message::kConfiguredType, TreeBuilder::source(path), displayName(target.type),
         displayName(type));
@@ -237,7 +242,9 @@ const ASTNode*& ConfiguredPlaces::entryOf(const Target& target) {
 void ConfiguredPlaces::place(const ASTNode& path, const ASTNode& address, Target& target) {
   VarSymbol& variable = *target.variable;
   if (variable.openAddress == nullptr || target.type != variable.dataType()) {
-    say(address, message::kNotOpen, TreeBuilder::source(path));
+    if (refused_.count(&variable) == 0) {
+      say(address, message::kNotOpen, TreeBuilder::source(path));
+    }
     return;
   }
   const ASTNode*& first = entryOf(target);
@@ -271,6 +278,15 @@ void ConfiguredPlaces::refuseTemporaries(const UnitSymbol& unit) {
   }
 }
 
+// True if an entry whose path leads nowhere is probably that of the variable.
+bool ConfiguredPlaces::isLost(const VarSymbol& variable) const {
+  return std::any_of(lost_.begin(), lost_.end(), [&variable](std::string_view name) {
+    Spelling spelling(name);
+    spelling.offer(variable.name());
+    return !spelling.best().empty();
+  });
+}
+
 bool ConfiguredPlaces::reportMissing(const void* root, const UnitSymbol& unit,
                                      const std::string& path, std::uint64_t number) {
   bool missing = false;
@@ -285,7 +301,7 @@ bool ConfiguredPlaces::reportMissing(const void* root, const UnitSymbol& unit,
     const bool byInstance = variable->placedByInstance;
     if (entries_[byInstance ? root : variable.get()][byInstance ? number : 0] == nullptr) {
       missing = true;
-      if (reported_.insert(variable.get()).second) {
+      if (!isLost(*variable) && reported_.insert(variable.get()).second) {
         say(*variable->declared, message::kNoPlace, variable->name(), name);
       }
     }

@@ -44,12 +44,15 @@ class ConfiguredPlaces : public Part {
   const ASTNode*& entryOf(const Target& target);
   void place(const ASTNode& path, const ASTNode& address, Target& target);
   void refuseTemporaries(const UnitSymbol& unit);
+  bool isLost(const VarSymbol& variable) const;
   bool reportMissing(const void* root, const UnitSymbol& unit, const std::string& path,
                      std::uint64_t number);
   bool reportMissing(const void* root, const Type* type, const std::string& path,
                      std::uint64_t number);
 
   bool complete_ = true;
+  std::vector<std::string_view> lost_;            // last names of the paths that lead nowhere
+  std::unordered_set<const VarSymbol*> refused_;  // those at invalid open addresses
   std::unordered_set<const VarSymbol*> reported_;
   std::unordered_map<const void*, std::unordered_map<std::uint64_t, const ASTNode*>> entries_;
 };

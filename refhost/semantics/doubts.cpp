@@ -115,6 +115,7 @@ void Doubts::judgeAssignment(const ASTNode& statement) {
   const auto& target = static_cast<const Expr&>(*statement.leaf(0));
   const ASTNode& source = *statement.leaf(1);
   const ExprKind kind = static_cast<const Expr&>(source).kind;
+  if (target.dataType == nullptr) return;
   if (kind != target.kind || (kind != ExprKind::Variable && !isAccess(kind))) return;
   const std::string_view text = TreeBuilder::source(target);
   const bool calls = text.find('(') != std::string_view::npos;

@@ -147,8 +147,10 @@ void Initials::analyseStructValue(const Type* to, Expr& value) {
     const char* const name = static_cast<const Text&>(*field.leaf(0)).text();
     const VarSymbol* const member = memberOf(to, name);
     if (member == nullptr || member->role == Role::InOut || member->role == Role::Temp) {
-      Remarks& said = say(field, message::kUnknownMember, displayName(to), name);
-      parts_.suggestions.addMember(said, rangeOf(*field.leaf(0)), name, to);
+      const SourceRange where = rangeOf(*field.leaf(0));
+      Remarks* const said =
+          sayUnknownPart(where, message::kUnknownMember, to, name, displayName(to), name);
+      if (said != nullptr) parts_.suggestions.addMember(*said, where, name, to);
       continue;
     }
     const auto [first, isNew] = given.emplace(name, &field);

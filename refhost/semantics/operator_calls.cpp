@@ -371,8 +371,11 @@ bool Calls::orderArguments(Call& call, const std::function<int(std::string_view)
     const char* const formal = static_cast<const Text&>(*argument.leaf(0)).text();
     const int position = argument.output ? -1 : positionOf(formal);
     if (position < 0 || position >= count) {
-      Remarks& said = say(argument, message::kUnknownParameter, name, formal);
-      parts_.suggestions.addInput(said, call, argument);
+      const void* const owner = call.op() != nullptr ? static_cast<const void*>(call.op())
+                                                     : static_cast<const void*>(call.standard());
+      Remarks* const said = sayUnknownPart(rangeOf(*argument.leaf(0)), message::kUnknownParameter,
+                                           owner, formal, name, formal);
+      if (said != nullptr) parts_.suggestions.addInput(*said, call, argument);
       return false;
     }
     ASTNode*& place = ordered[static_cast<std::size_t>(position)];

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "refhost/diagnostics.h"
@@ -36,6 +37,7 @@ struct Context {
     unit = entered;
     unitName = entered != nullptr ? entered->name() : std::string();
     unknown.clear();
+    unknownParts.clear();
   }
 
   // True of a name that may be declared by a part of the program which could not be parsed.
@@ -57,7 +59,9 @@ struct Context {
   bool judgesReads = false;  // the unit has variables that ought to be read
   Sought sought = Sought::Value;
   FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
-  FoldedMap<bool> hidden;   // names of units that operators have
+  // The same for members and parameters, by their types, units and operators.
+  std::unordered_map<const void*, FoldedMap<bool>> unknownParts;
+  FoldedMap<bool> hidden;  // names of units that operators have
 };
 
 // Sets what is sought until it goes out of scope.
@@ -109,6 +113,13 @@ class Part {
   Remarks* sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
     if (context_.isExcused(name)) return nullptr;
     return context_.unknown.emplace(name, true).second ? &say(where, format, name) : nullptr;
+  }
+  // The same for a member or a parameter of `owner`: a type, a unit, an operator or a function.
+  template <typename... Args>
+  Remarks* sayUnknownPart(const SourceRange& where, const MessageFormat& format, const void* owner,
+                          std::string_view name, const Args&... args) {
+    if (!context_.unknownParts[owner].emplace(name, true).second) return nullptr;
+    return &messages_.report(where, format, {std::string_view(args)...});
   }
   bool hasErrorFrom(std::size_t first) const { return messages_.hasErrors(first); }
 

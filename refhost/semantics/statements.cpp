@@ -32,15 +32,17 @@ void Statements::analyseUnreachable(ASTNode& list, int from, const ASTNode& jump
 
 bool Statements::analyseStatement(ASTNode& statement) {
   switch (statementKindOf(statement)) {
-    case StatementKind::Assignment:
+    case StatementKind::Assignment: {
+      const std::size_t first = messages_.count();
       analyseAssignment(statement);
       if (context_.judgesReads) {
         parts_.doubts.noteWrite(static_cast<const Expr&>(*statement.leaf(0)));
       }
-      if (kindOf(*statement.leaf(1)) != NodeKind::Invocation) {
+      if (kindOf(*statement.leaf(1)) != NodeKind::Invocation && !hasErrorFrom(first)) {
         parts_.doubts.judgeAssignment(statement);
       }
       break;
+    }
     case StatementKind::Bind:
       analyseBinding(statement);
       break;

@@ -208,7 +208,8 @@ void Types::declareMembers(StructType& structure, ASTNode& spec) {
       member->typeInitial = resolved.initial;
       member->declared = &name;
       if (type != nullptr && isReferenceSpec(*type)) member->refer();
-      if (!structure.addMember(std::move(member))) {
+      // One of the two may be a part of a broken declaration.
+      if (!structure.addMember(std::move(member)) && !context_.mayMiss(context_.unit)) {
         sayRedeclared(name, name.text(), structure.member(name.text())->declared);
       }
     }

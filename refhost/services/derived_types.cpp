@@ -203,9 +203,11 @@ bool isWritable(const Expr& place) {
 bool isReadOnly(const Expr& place) {
   const auto* const variable = asVariable(place.symbol);
   if (place.kind == ExprKind::Variable) {
-    const bool input = variable != nullptr && variable->role == Role::Input;
-    return variable != nullptr &&
-           (variable->constant || (input && variable->indirect && !variable->reference));
+    if (variable == nullptr) return false;
+    const bool passed = variable->role == Role::Input && variable->indirect;
+    // That an output is constant is reported at its declaration.
+    const bool constant = variable->constant && variable->role != Role::Output;
+    return constant || (passed && !variable->reference);
   }
   if (!isAccess(place.kind) || place.kind == ExprKind::Dereference) return false;
   const auto& base = static_cast<const Expr&>(*place.leaf(0));

@@ -101,6 +101,10 @@ bool Construct::isProgramUnit() const {
   return opener == Token::PROGRAM || opener == Token::FUNCTION || opener == Token::FUNCTION_BLOCK;
 }
 
+bool Construct::isLoop() const {
+  return opener == Token::FOR || opener == Token::WHILE || opener == Token::REPEAT;
+}
+
 bool Construct::holdsDeclarations() const {
   return kind == Kind::Variables || kind == Kind::Members || opener == Token::TYPE;
 }

@@ -20,6 +20,8 @@ struct Construct {
   std::string_view openerName() const { return closerName.substr(4); }
   // True of PROGRAM, FUNCTION and FUNCTION_BLOCK.
   bool isProgramUnit() const;
+  // True of FOR, WHILE and REPEAT.
+  bool isLoop() const;
   // True if it contains neither statements nor blocks of variables.
   bool holdsDeclarations() const;
 };

@@ -162,7 +162,8 @@ int TokenStream::missingBeforeName(const Token& token) {
   if (!afterDeclaration && !endsDeclaration(last_.kind)) return 0;
   const int next = queue_.ahead().kind;
   if (!afterDeclaration) {
-    if (next != ':' || brackets_ > 0) return 0;
+    const bool declares = next == ':' || next == ',' || next == Kind::AT;
+    if (!declares || brackets_ > 0) return 0;
     errors_.refusePart();
     const bool known = recovery_ != Recovery::None || std::exchange(amidst_, false);
     if (!known) errors_.unexpected(token.span, "';'");

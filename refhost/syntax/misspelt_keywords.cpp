@@ -42,8 +42,7 @@ constexpr Keyword kBracketTypes[] = {
 constexpr Keyword kOperators[] = {{"AND", Kind::AND},           {"OR", Kind::OR},
                                   {"XOR", Kind::XOR},           {"MOD", Kind::MOD},
                                   {"AND_THEN", Kind::AND_THEN}, {"OR_ELSE", Kind::OR_ELSE}};
-constexpr Keyword kJumps[] = {
-    {"EXIT", Kind::EXIT}, {"RETURN", Kind::RETURN}, {"CONTINUE", Kind::CONTINUE}};
+constexpr Keyword kLoopJumps[] = {{"EXIT", Kind::EXIT}, {"CONTINUE", Kind::CONTINUE}};
 
 struct Header {
   Keyword keyword;
@@ -221,7 +220,12 @@ void MisspeltKeywords::offerUnits(Candidates& candidates) {
 }
 
 void MisspeltKeywords::offerClosers(Candidates& candidates) {
-  if (!endsPart(queue_.ahead().kind)) return;
+  const int next = queue_.ahead().kind;
+  const int behind = queue_.ahead(2).kind;
+  const bool value = next == Kind::INTEGER || next == Kind::NUMBER || next == Kind::LITERAL;
+  const bool label = value && blocks_.isOpen(constructOf(Kind::CASE)) &&
+                     (behind == ':' || behind == ',' || behind == Kind::RANGE);
+  if (!endsPart(next) && !label) return;
   for (const OpenBlock& block : blocks_) {
     candidates.offer({block.construct->closerName, block.construct->closer});
   }
@@ -313,7 +317,11 @@ void MisspeltKeywords::offerStatements(Candidates& candidates) {
   const bool branches =
       blocks_.isTop(constructOf(Kind::IF)) || blocks_.isTop(constructOf(Kind::CASE));
   if (next == ';') {
-    candidates.offerAll(kJumps);
+    const bool inLoop = std::any_of(blocks_.begin(), blocks_.end(), [](const OpenBlock& block) {
+      return block.construct->isLoop();
+    });
+    if (inLoop) candidates.offerAll(kLoopJumps);
+    candidates.offer({"RETURN", Kind::RETURN});
     if (branches) candidates.offer({"ELSE", Kind::ELSE});
   }
   if (beginsOperand(next)) {

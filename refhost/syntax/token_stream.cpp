@@ -274,9 +274,11 @@ void TokenStream::muteRest(const Token& token) {
   if (amidst_) errors_.muteDeclaration(token.span.end);
 }
 
-// An error in a declaration leaves open which names there are, but not one in an initial value.
+// An error in a declaration leaves open which names there are, but not one in an initial value,
+// unless the names of another declaration seem to stand there.
 void TokenStream::noteBroken() {
-  if (inInitial_ && blocks_.inDeclarations()) return;
+  const bool declares = brackets_ == 0 && (last_.kind == ':' || last_.kind == ',');
+  if (inInitial_ && blocks_.inDeclarations() && !declares) return;
   if (!blocks_.inProgramUnit()) {
     errors_.refuseDeclarations();
   } else if (blocks_.inDeclarations() || inHeader_ || last_.kind == ':' || dividesDeclarations()) {

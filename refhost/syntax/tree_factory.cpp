@@ -147,23 +147,36 @@ Value TreeFactory::part(Span span, Value base, Span address) {
   }
   errors_.syntax(address, std::string("'").append(text).append(
                               "' is no part of a value: %X, %B, %W, %D and %L are"));
-  return base;
+  return unknownPart(span, base);
 }
 
 // The part of `bits` bits that has this number: 0 for the least significant one.
 Value TreeFactory::part(Span span, Value base, Span number, std::uint8_t bits) {
   std::int32_t index = 0;
   const std::string_view digits = textOf(number);
+  if (digits.empty()) {
+    const Span letter{number.begin - 2, number.end};
+    errors_.syntax(
+        letter, std::string("the number is missing behind '").append(textOf(letter)).append("'"));
+    return unknownPart(span, base);
+  }
   const char* end = digits.data() + digits.size();
   const auto result = std::from_chars(digits.data(), end, index);
   if (result.ec != std::errc() || result.ptr != end ||
       index > std::numeric_limits<std::int32_t>::max() / bits) {
     errors_.add(number, message::kBadLiteral, digits);
-    return base;
+    return unknownPart(span, base);
   }
   auto* node = tree_.make<Expr>(ExprKind::Part);
   node->partBits = bits;
   vel::TreeBuilder::setBitAccessOffset(*node, index * bits);
+  return finish(node, span, {base});
+}
+
+// Has no type, so that it causes no further errors.
+Value TreeFactory::unknownPart(Span span, Value base) {
+  auto* node = tree_.make<Expr>(ExprKind::Part);
+  node->partBits = 0;
   return finish(node, span, {base});
 }
 
@@ -213,15 +226,20 @@ const LiteralValue& TreeFactory::literalValue(Span span, std::string_view text) 
 
 // Suggests the nearest type with which the literal would be valid.
 void TreeFactory::suggestType(Span span, std::string_view text, Remarks& said) const {
-  const std::string_view prefix = text.substr(0, text.find('#'));
-  if (prefix.size() == text.size() || textOf(span).substr(0, prefix.size()) != prefix) return;
+  const std::size_t mark = text.find('#');
+  if (mark == std::string_view::npos || textOf(span).substr(0, mark) != text.substr(0, mark))
+    return;
+  const std::size_t sign = text[0] == '-' || text[0] == '+' ? 1 : 0;
+  const std::string_view prefix = text.substr(sign, mark - sign);
   Spelling spelling(prefix);
   for (const auto& type : hostkit::elementaryTypes()) {
     LiteralValue value;
-    const std::string meant = std::string(type.name).append(text.substr(prefix.size()));
+    const std::string meant =
+        std::string(text.substr(0, sign)).append(type.name).append(text.substr(mark));
     if (parseLiteral(meant, value) == LiteralError::None) spelling.offer(type.name);
   }
-  const Span where{span.begin, span.begin + static_cast<std::uint32_t>(prefix.size())};
+  const Span where{span.begin + static_cast<std::uint32_t>(sign),
+                   span.begin + static_cast<std::uint32_t>(mark)};
   if (!spelling.best().empty()) errors_.propose(said, where, spelling.best());
 }
 

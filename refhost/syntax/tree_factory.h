@@ -74,6 +74,7 @@ class TreeFactory {
   Value bit(Span span, Value base, Span number);
   Value part(Span span, Value base, Span address);  // `.%X3`, the bit 3, or `.%B1`
   Value part(Span span, Value base, Span number, std::uint8_t bits);
+  Value unknownPart(Span span, Value base);
   Value element(Span span, Value base, NodeList subscripts);
   Value dereference(Span span, Value base);
   Value literal(Span span);  // also a value of an enumeration, `Color#Red`

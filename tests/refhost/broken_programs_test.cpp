@@ -49,6 +49,8 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"a := 1; *)\nb := 2;", "3:9"},
       {"IF c THEN a := 1 END_IF;\nb := 2;", "3:18"},
       {"goto x;\nb := 1;", "3:6"},
+      {"IF c THEN EXITT; END_IF;\nc := a.%Q1; c := a.%X; a := -INT#-5;", "3:16 4:8 4:20 4:29"},
+      {"CASE a OF\n0: IF c THEN b := 1; EEND_IF\n1: b := 2;\nEND_CASE;", "4:22"},
       {")) a := 1;\nb := 2;", "3:1"}};
   for (const Row& row : bodies) {
     const std::string variables = "VAR a, b, i : INT; c, d : BOOL; s : STRING; END_VAR\n";
@@ -56,6 +58,22 @@ TEST(BrokenPrograms, AreNotFlooded) {
         << row.source;
   }
   const Row files[] = {
+      {"PROGRAM p\nVAR a : INT := 5, b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:21"},
+      {"PROGRAM p\nEND_PROGRAM\nTYPE s : STRUCT k k : INT; END_STRUCT; END_TYPE", "3:19"},
+      {"TYPE h : (up, down); END_TYPE\nPROGRAM p\nVAR up AT %QX0.0 : BOOL\ndown AT %QX0.1 : "
+       "BOOL; END_VAR\ndown := NOT down;\nEND_PROGRAM",
+       "4:1"},
+      {"FUNCTION_BLOCK f\nVAR_OUTPUT CONSTANT k : INT := 2; END_VAR VAR_IN_OUT c : INT; END_VAR\n"
+       "k := 1; c := c;\nEND_FUNCTION_BLOCK\nPROGRAM p\nVAR i : f; a : INT; END_VAR\ni := i; "
+       "i(k => a, a);\nEND_PROGRAM",
+       "2:12 3:9 7:1 7:19"},
+      {"PROGRAM p\nVAR a AT %Q* : BOL;\nb, lamp AT %Q* : BOOL;\nc AT %ZQ* : BOOL;\nd AT %Q* : "
+       "BOOL; END_VAR\nEND_PROGRAM\nVAR_CONFIG p.a AT %QX0.0 : BOOL;\np.b AT %QX0.1 : BOL;\np.c "
+       "AT %QX0.2 : BOOL;\np.lmp AT %QX0.3 : BOOL; END_VAR",
+       "2:16 4:6 5:1 8:17 10:1"},
+      {"PROGRAM p\nEND_PROGRAM\nCONFIGURATION c\nRESOURCE r ON d PROGRAM a : p; END_RESOURCE\n"
+       "RESOURCE r ON d PROGRAM a : p; END_RESOURCE\nEND_CONFIGURATION",
+       "5:10"},
       {"PROGRAM p\nVAR a INT; b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:7"},
       {"PROGRAM p\nVAR a : INTT; b : INTT; c : INT; END_VAR\na := b; a := c;\nc := a + b; IF a "
        "THEN a := 1; END_IF; a(x := 1);\nEND_PROGRAM",

@@ -59,7 +59,7 @@ TEST(Declarations, AreJudged) {
        ":= 2); c : B := (o := 1); d : B := (t := 1); e : B := 3; f : ARRAY[0..1] OF B := [(i := "
        "3)]; g : B := (i := 'x'); END_VAR b.t := 1; END_PROGRAM",
        "1:39 C0032 STRING, INT; 1:197 F0024 B, o; 1:216 F0024 B, t; 1:234 F0073 3, B; 1:288 C0032 "
-       "STRING, INT; 1:304 F0024 b, t"},
+       "STRING, INT"},
       {"VAR_GLOBAL a : INT; b : REAL; a : INT; k AT %MX0.0 : INT; END_VAR PROGRAM P VAR_EXTERNAL a "
        ": REAL; b : REAL; c : INT; d : NOPE; END_VAR VAR b : BOOL; END_VAR c := a; c := c; b := "
        "TRUE; c.x := 1; END_PROGRAM PROGRAM Q VAR a : BOOL; END_VAR a := b; END_PROGRAM FUNCTION P "

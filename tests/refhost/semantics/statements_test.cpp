@@ -90,9 +90,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        "i := N(1); N(q => i); i := F(1, 2, s, 4); fb(1, s, i);",
        "39 F0023 3; 96 F0026 N; 104 F0027 N, q; 129 F0029 F; 139 C0032 INT, STRING"},
       {"fb(io := i); fa[0](io := i); fa[2](io := i); fb(1, 2); fb(1, i); fb.io := 1; i := fb.io; i "
-       ":= fb.o; fb.o := 1; fb := fa[0]; fa := fa; fb.i := 3;",
-       "33 F0079 2; 52 F0039 2, io, INT; 69 F0024 fb, io; 86 F0024 fb, io; 101 F0023 fb.o; 112 "
-       "F0023 fb; 125 ~F00EB fa"},
+       ":= fb.o; fb.o := 1; fb := fb; fa := fa; fb.i := 3;",
+       "33 F0079 2; 52 F0039 2, io, INT; 69 F0024 fb, io; 101 F0023 fb.o; 112 F0023 fb; 122 ~F00EB "
+       "fa"},
       {"fb(io := i, NOT o => b); fb(io := i, o => 5); fb(io := k); fb(io := i + 1); fb(io := "
        "a[1]); fb(io := pt.x); fb(io := ip^); fb(io := i.3); fb(io := lv); fb(io := %MW0); fb(io "
        ":= %MX0.0); fb(io := P); fb(io := Red);",
