@@ -146,7 +146,8 @@ void FunctionWriter::detectEdge(const VarSymbol& input) {
   const std::string state = expressions_.places.of(*input.edgeState).load();
   const bool rising = input.edge == Edge::Rising;
   body_.statement(fmt::format("const u8 {} = {}", given, expressions_.places.of(input).load()));
-  const std::string edge = fmt::format(rising ? "({} & !{})" : "(!{} & {})", given, state);
+  const std::string edge =
+      fmt::format("({} & !{})", rising ? given : state, rising ? state : given);
   body_.statement(storeText(file_.names, input.dataType(), expressions_.places.of(input), edge,
                             BasicDataType::Bool));
   body_.statement(fmt::format("{} = {}", state, given));

@@ -83,7 +83,7 @@ TEST(UnitsInC, WithTheirInitialValues) {
        "static void B_body(struct B* self) { i16 t = 0; i16 u = 0; t = 3; u = 3; const u8 "
        "vel_given_e = @e; @e = (vel_given_e & !@edge_f88eb1b85aa8d6bfd3986057f0950eec); "
        "@edge_f88eb1b85aa8d6bfd3986057f0950eec = vel_given_e; const u8 vel_given_f = @f; @f = "
-       "(!vel_given_f & @edge_13e4f8713ad187c166d694e86758725f); "
+       "(@edge_13e4f8713ad187c166d694e86758725f & !vel_given_f); "
        "@edge_13e4f8713ad187c166d694e86758725f = vel_given_f; if (@e) { goto vel_return; } (*@n) = "
        "(i16)((*@n) + t); vel_string_set(@s, 4, \"x\"); @m = "
        "(_mef(@m,&@edge_5eedd146ab133ef40a530fbb3176c9be)); vel_return:; @e = vel_given_e; @f = "
