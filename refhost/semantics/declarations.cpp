@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "core/op_manager_api.h"
@@ -282,6 +283,31 @@ void Declarations::computeConstants(const UnitSymbol& unit, const VarDecl& decla
   }
 }
 
+void Declarations::checkDefault(const UnitSymbol& function, const VarDecl& declaration) {
+  const ASTNode& initial = *declaration.leaf(VarDecl::kInitial);
+  std::unordered_set<const VarSymbol*> constants;
+  std::vector<const ASTNode*> waiting{&initial};
+  while (!waiting.empty()) {
+    const ASTNode& value = *waiting.back();
+    waiting.pop_back();
+    const bool refused = anyNode(value, [&](const ASTNode& node) {
+      if (node.type() != vel::ASTType::Expression) return false;
+      if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
+      const VarSymbol* const named = function.variable(vel::TreeBuilder::source(node));
+      if (named == nullptr) return false;
+      if (!named->constant) {
+        say(&value == &initial ? node : initial, message::kLocalDefault, named->name());
+        return true;
+      }
+      if (named->initial != nullptr && constants.insert(named).second) {
+        waiting.push_back(named->initial);
+      }
+      return false;
+    });
+    if (refused) return;
+  }
+}
+
 void Declarations::analyseInitials(UnitSymbol& unit) {
   forEachDeclaration(unit, [&](const VarBlock& block, VarDecl& declaration) {
     if (declaration.leaf(VarDecl::kInitial) == nullptr) return;
@@ -291,6 +317,9 @@ void Declarations::analyseInitials(UnitSymbol& unit) {
     const std::size_t before = messages_.count();
     parts_.initials.analyseDeclared(spec.dataType, declaration);
     if (!hasErrorFrom(before)) parts_.doubts.judgeInitial(unit, block, declaration);
+    if (unit.type() == vel::POUType::Function && block.section == VarSection::Input) {
+      checkDefault(unit, declaration);
+    }
     // The analysis may have replaced the node.
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));

@@ -33,6 +33,8 @@ class Declarations : public Part {
   void declareResult(UnitSymbol& unit);
   bool refusesReference(const VarBlock& block, VarDecl& declaration);
   void computeConstants(const UnitSymbol& unit, const VarDecl& declaration);
+  // Callers evaluate the default of an input, where the function's variables do not exist.
+  void checkDefault(const UnitSymbol& function, const VarDecl& declaration);
   // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);

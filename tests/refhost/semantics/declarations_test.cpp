@@ -105,6 +105,10 @@ TEST(Declarations, AreJudged) {
        "F00DA h; 1:420 F00DB x.y; 1:431 F00DB P.a; 1:509 F00D5 i, i; 1:531 F0033 %Z*; 1:582 F003E "
        "z; 1:795 F00D6 t; 1:806 F00D6 u; 1:830 F007B a; 1:843 F007B a; 1:885 F00D6 v; 1:896 F00D6 "
        "w; 1:945 F00D5 e, p1.d.e"},
+      {"FUNCTION F : INT VAR CONSTANT c : INT := 2; k : INT := a; END_VAR VAR_INPUT a : INT := c; "
+       "b : INT := MAX(c, a); d : INT := k; e : ARRAY[0..1] OF INT := [1, F]; END_VAR VAR v : INT "
+       ":= a; END_VAR END_FUNCTION",
+       "1:109 F009B a; 1:124 F009B a; 1:157 F009B F"},
       {"FUNCTION F : INT VAR_INPUT a : BOOL R_EDGE; END_VAR END_FUNCTION FUNCTION_BLOCK B "
        "VAR_INPUT a : INT F_EDGE; b : BOOL R_EDGE; c : NOPE R_EDGE; END_VAR VAR_OUTPUT o : BOOL "
        "R_EDGE; END_VAR VAR_INPUT d AT %IX0.0 : BOOL; END_VAR END_FUNCTION_BLOCK PROGRAM P "
