@@ -108,6 +108,7 @@ constexpr MessageFormat kSelfAssignment    {0xF00EB, Severity::Warning, "'%s' is
 constexpr MessageFormat kRealEquality      {0xF00EC, Severity::Warning, "'%s' compares real numbers, which are rarely equal;"};
 constexpr MessageFormat kIntegerDivision   {0xF00ED, Severity::Warning, "The integer division '%s' drops its fraction before it becomes a '%s';"};
 constexpr MessageFormat kSurprise          {0xF00EE, Severity::Warning, "'%s' %s;"};
+constexpr MessageFormat kNotHeld           {0xF00F0, Severity::Warning, "'%s' does not hold '%s': the result is undefined;"};
 constexpr MessageFormat kCapitals          {0xF00EF, Severity::Error, "The operator '%s' must be written in capitals;"};
 
 constexpr MessageFormat kTypeContainsItself{0xF0070, Severity::Error, "The type '%s' contains itself;"};
@@ -140,8 +141,8 @@ constexpr MessageFormat kRepeatedLabel     {0xF0096, Severity::Warning, "The lab
 
 // True of the code of a warning about what is right by the language.
 constexpr bool isDoubt(unsigned int code) {
-  return code >= message::kDivisionByZero.code && code <= message::kSurprise.code &&
-         code != message::kConstantOutput.code;
+  return code >= message::kDivisionByZero.code && code <= message::kNotHeld.code &&
+         code != message::kConstantOutput.code && code != message::kCapitals.code;
 }
 
 // The format with its placeholders filled with `args` in order.

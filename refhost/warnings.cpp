@@ -33,7 +33,7 @@ const std::vector<WarningGroup>& warningGroups() {
       {"conversions", true, {0xC0032, 0xC0195, 0xC0196, 0xC0197, 0xF007D, 0xF007E, 0xF007F}},
       {"addresses", true, {0xC0221}},
       {"no-effect", true, {0xF003D, 0xF0096, 0xF00A4, 0xF00E3, 0xF00E4, 0xF00E7, 0xF00EB}},
-      {"values", true, {0xF00E1, 0xF00E2, 0xF00E5}},
+      {"values", true, {0xF00E1, 0xF00E2, 0xF00E5, 0xF00F0}},
       {"unused", true, {0xF00E8, 0xF00E9}},
       {"pragmas", true, {0xF00E0}},
       {"unused-in-programs", false, {0xF00EA}},

@@ -120,6 +120,12 @@ bool isShiftedConstant(const ASTNode& node, const OperatorTraits& op) {
   return constantOf(node) || static_cast<const Expr&>(node).kind == ExprKind::Call;
 }
 
+// A constant that is converted to a type that does not hold it, of which compilers warn.
+bool isOutOfRange(const ASTNode& operand) {
+  return isFloat(typeOf(operand)) &&
+         convertsOutOfRange(static_cast<const Call&>(*operand.parent()->parent()));
+}
+
 }  // namespace
 
 std::string ExpressionWriter::expressionText(ASTNode* expression) {
@@ -161,6 +167,8 @@ std::string ExpressionWriter::expressionText(ASTNode* expression) {
       text = fmt::format("({}){}", cType(narrowedLiteral(*expression, *op)), enclosed(text));
     } else if (op != nullptr && isShiftedConstant(*expression, *op)) {
       text = fmt::format("vel_value_{}({})", cType(typeOf(*expression)), text);
+    } else if (op != nullptr && isOutOfRange(*expression)) {
+      text = "vel_value_f64(" + text + ")";
     }
   }
   if (expression->type() == vel::ASTType::ConstantValue) {

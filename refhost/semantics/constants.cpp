@@ -1,6 +1,9 @@
 #include "refhost/semantics/constants.h"
 
+#include <cmath>
+
 #include "hostkit/literal.h"
+#include "hostkit/operator_traits.h"
 #include "refhost/services/derived_types.h"
 
 namespace refhost {
@@ -64,6 +67,18 @@ BasicDataType typeThatHolds(Integer value, BasicDataType wanted) {
   return BasicDataType::LInt;
 }
 
+// The value of a real literal, with or without a sign in front of it.
+std::optional<double> realConstant(const ASTNode& node) {
+  if (const Literal* const literal = literalOf(node)) {
+    return literal->value.form == LiteralForm::Real ? std::optional(literal->value.real)
+                                                    : std::nullopt;
+  }
+  if (node.type() != vel::ASTType::Expression) return {};
+  const auto& expr = static_cast<const Expr&>(node);
+  const auto value = expr.kind == ExprKind::Negate ? realConstant(*expr.leaf(0)) : std::nullopt;
+  return value ? std::optional(-*value) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<TypedConstant> constantOf(const ASTNode& expression) {
@@ -85,6 +100,25 @@ std::optional<Integer> constantInteger(const ASTNode& expression) {
 
 bool isConstant(const ASTNode& expression) {
   return literalOf(expression) != nullptr || constantOf(expression).has_value();
+}
+
+// TRUNC drops the fraction, the others round.
+bool convertsOutOfRange(const Call& conversion) {
+  const OperatorFamily family = conversion.traits()->family;
+  const bool truncates = family == OperatorFamily::Truncation;
+  if (!truncates && family != OperatorFamily::Conversion &&
+      family != OperatorFamily::GenericConversion) {
+    return false;
+  }
+  const ASTNode* const operands = conversion.parameters();
+  const BasicDataType type = valueType(conversion.dataType);
+  if (operands == nullptr || operands->leavesCount() == 0 || !isInteger(type)) return false;
+  const auto given = realConstant(*operands->leaf(0));
+  if (!given) return false;
+  const double value = truncates ? std::trunc(*given) : std::round(*given);
+  const int bits = 8 * elementaryType(type)->size;
+  const double end = std::ldexp(1.0, isSigned(type) ? bits - 1 : bits);
+  return value >= end || value < (isSigned(type) ? -end : 0.0);
 }
 
 bool isNull(const Expr& expr) {

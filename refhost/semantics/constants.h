@@ -27,6 +27,9 @@ std::optional<std::int64_t> untypedNumber(const ASTNode& expression);
 std::optional<TypedConstant> foldUnary(const Expr& expr, BasicDataType result);
 std::optional<TypedConstant> foldBinary(const Expr& expr, const CommonType& common);
 
+// True of a conversion of a constant real number to an integer type that does not hold it.
+bool convertsOutOfRange(const Call& conversion);
+
 // True of NULL and of the number 0.
 bool isNull(const Expr& expr);
 

@@ -40,7 +40,8 @@ class Doubts : public Part {
   // A call of an operator whose result surprises most people.
   void judgeCall(const Call& call) {
     const OperatorFamily family = call.traits()->family;
-    if (family == OperatorFamily::Conversion || family == OperatorFamily::GenericConversion) {
+    if (family == OperatorFamily::Conversion || family == OperatorFamily::GenericConversion ||
+        family == OperatorFamily::Truncation) {
       judgeConverting(call);
     } else if (family == OperatorFamily::Selection || family == OperatorFamily::Shift) {
       judgeOperands(call);

@@ -48,6 +48,9 @@ void Doubts::judgeConverting(const Call& call) {
   const auto& operand = static_cast<const Expr&>(*call.parameters()->leaf(0));
   const BasicDataType from = typeOf(operand);
   if (call.dataType == nullptr || operand.dataType == nullptr) return;
+  if (convertsOutOfRange(call)) {
+    doubt(operand, message::kNotHeld, displayName(call.dataType), TreeBuilder::source(operand));
+  }
   if (isText(from) && call.dataType->dataType() == BasicDataType::Bool) {
     surprise(call, call.op()->name,
              "of a string is TRUE whatever its text says: STRING_TO_BOOL reads it");

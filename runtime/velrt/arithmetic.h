@@ -43,8 +43,8 @@ static inline u16 vel_not_u16(u16 x) { return (u16)~x; }
 
 /* ---- Values ----------------------------------------------------------------- */
 
-/* `x` for macros that compare or shift it: a compiler that sees the expression of a constant or
- * of a BOOL there warns of what the program does not say. */
+/* `x` for macros that compare, shift or convert it: a compiler that sees the expression of a
+ * constant or of a BOOL there warns of what the program does not say. */
 #define VEL_VALUE(type) \
   static inline type vel_value_##type(type x) { return x; }
 VEL_VALUE(i8)
@@ -55,6 +55,7 @@ VEL_VALUE(u8)
 VEL_VALUE(u16)
 VEL_VALUE(u32)
 VEL_VALUE(u64)
+VEL_VALUE(f64)
 #undef VEL_VALUE
 
 /* ---- Power ------------------------------------------------------------------ */

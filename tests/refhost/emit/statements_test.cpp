@@ -154,12 +154,12 @@ TEST(StatementsInC, OfEveryKind) {
        "(@ip), (@ip))); (void)@pt; @r = MAX((@r), (1)); @r = MAX((@r), (@lr)); @l = MAX((@l), "
        "(@i)); @ul = (u64)((i64)(MAX((@ud), (@ul)))); @b = ((i64)(SEL((@b), (@l), (@d)))) == 3LL; "
        "@i = ((i16)FC_MUX_INT(2, @i, (i16)@j, (i16)2));"},
-      {"ul := TO_ULINT(ip); b := TO_BOOL(ip); s := TO_STRING(i); i := TO_INT(r); i := "
+      {"ul := TO_ULINT(ip); b := TO_BOOL(ip); s := TO_STRING(i); i := TO_INT(1.0E30); i := "
        "REAL_TO_INT(r + 1); lr := SQRT(r); r := SQRT(r); r := EXPT(r, 2.0); i := ABS(-i);",
        "@ul = ((u64)((uintptr_t)(@ip))); @b = ((((uintptr_t)(@ip)))!=0); vel_string_set(@s, 6, "
-       "INT_TO_STRING((@i), _returnString)); @i = __real_to_integer((@r), i16); @i = ({ f32 vel_t1 "
-       "= @r + 1; __real_to_integer((vel_t1), i16); }); @lr = (f32)SQRT((@r)); @r = SQRT((@r)); @r "
-       "= EXPT((@r), (2.0)); @i = ABS(((i16)-@i));"},
+       "INT_TO_STRING((@i), _returnString)); @i = __real_to_integer((vel_value_f64(1.0e30)), i16); "
+       "@i = ({ f32 vel_t1 = @r + 1; __real_to_integer((vel_t1), i16); }); @lr = (f32)SQRT((@r)); "
+       "@r = SQRT((@r)); @r = EXPT((@r), (2.0)); @i = ABS(((i16)-@i));"},
       {"b := MEP(b); b := MEF(b) OR MEP(NOT b); ud := SIZEOF(Pt); ud := SIZEOF(a[1]); ud := "
        "SIZEOF(INT); ud := SIZEOF(fb) + 1; i := ROL(i + 1, 2); w := SHL(w, 2 + i); u := SHR(u, 1);",
        "@b = (_mep(@b,((u8*)(_m + 18432)))); @b = ((_mef(@b,((u8*)(_m + 18433))))) | "

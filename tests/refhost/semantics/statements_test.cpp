@@ -186,9 +186,11 @@ TEST(Statements, AreDoubted) {
       {"i := 7 / 0; i := j MOD (k - 5); r := r / 0; t := t / 0; lr := 1 / 0.0; i := DIV(i, 0); i "
        ":= j "
        "/ k; CASE i OF 5 / 0: ; END_CASE; nope := nope / 0; r := 1.0 / r; r := INT_TO_REAL(i / 0, "
-       "3);",
+       "3); i := REAL_TO_INT(32767.5); i := TO_INT(-32768.4); u := TO_UINT(-(0.5)); "
+       "d := TRUNC(2147483647.9);",
        "10 ~F00E1 0; 25 ~F00E1 k - 5; 42 ~F00E1 0; 54 ~F00E1 0; 67 ~F00E1 0.0; 84 ~F00E1 0; 110 "
-       "F002F 5 / 0; 129 F0020 nope; 166 C0040 INT_TO_REAL"},
+       "F002F 5 / 0; 129 F0020 nope; 166 C0040 INT_TO_REAL; 206 ~F00F0 INT, 32767.5; 252 ~F00F0 "
+       "UINT, -(0.5)"},
       {"b := u < 0; b := 0 <= u; b := si > 127; b := si > 126; b := 128 <> si; b := u = -1; b := "
        "ul >= "
        "0; b := lv > 10; b := bt <= 255; b := 256 > bt; b := c = Red; b := k > 4; b := 0 > d; b := "
