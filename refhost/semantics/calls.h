@@ -36,6 +36,7 @@ class Calls : public Part {
   void adaptLiterals(const Call& call, const ASTNode& list, const Type* wanted);
   void widenLowest(Expr& number);
   bool refusesDerived(const Call& call);
+  bool refusesLimited(const Call& call);
   bool refusesPassed(const Call& call, const Type* wanted);
   void checkSelected(const Call& call);
   Type* callFunction(Call& call);
@@ -46,6 +47,7 @@ class Calls : public Part {
   void declareEdgeState(const Call& call);
   Type* resultOf(Call& call, Type* named, const Type* wanted);
   static Type* chosenEnumeration(const Call& call, const Type* wanted);
+  static bool choosesBeyond(const Call& call, const Type& named);
   Type* chosenType(const Call& call);
   Type* callReference(Call& call);
   void checkOperands(const Call& call);

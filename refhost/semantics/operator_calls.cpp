@@ -29,6 +29,15 @@ bool mayMeet(const Expr& a, const Expr& b, bool compares) {
   return !one || (!both && !compares && isInteger(typeOf(a)) && isInteger(typeOf(b)));
 }
 
+// True if an untyped 0 or 1 follows the operand of type `before` rather than that of type `next`,
+// of which only one is a BOOL. A BOOL is the fault of a comparison, and the result of a choice.
+bool outranks(const OperatorTraits& traits, const vel::SymbolDataType* before,
+              const vel::SymbolDataType* next) {
+  const bool flag = valueType(next) == BasicDataType::Bool;
+  return (valueType(before) == BasicDataType::Bool) != flag &&
+         traits.has(OperatorTraits::kCompares) == flag;
+}
+
 }  // namespace
 
 vel::SymbolDataType* Calls::callOperator(Call& call, const Type* wanted) {
@@ -103,12 +112,16 @@ bool Calls::analyseOperands(const Call& call, ASTNode& list, const Type* wanted)
   const OperatorTraits& traits = *call.traits();
   const bool passes = traits.chooses() || traits.result == OperatorTraits::Result::Passed;
   const bool computes = traits.family == OperatorFamily::Numeric && isFloat(valueType(wanted));
+  bool settled = false;  // an operand has set `wanted`
   const auto analyse = [&](int i) {
     const bool passed = computes || (passes && i >= traits.firstChoice);
     Expr& operand = parts_.expressions.analyseLeaf(list, i, passed ? wanted : nullptr);
     known = known && operand.dataType != nullptr;
     if (operand.dataType == nullptr) return;
-    if (passed) wanted = wantedBeside(operand.dataType, wanted);
+    if (passed && (!settled || !outranks(traits, wanted, operand.dataType))) {
+      wanted = wantedBeside(operand.dataType, wanted);
+      settled = true;
+    }
     if (traits.family == OperatorFamily::Numeric) widenLowest(operand);
     if (!isAccess(operand.kind)) return;
     services_.symbols.addAccess(context_.unitName, std::string(TreeBuilder::source(operand)),
@@ -145,7 +158,7 @@ vel::SymbolDataType* Calls::resultOf(Call& call, Type* named, const Type* wanted
     Type* const target = operand(0)->dataType;
     return target != nullptr ? services_.symbols.pointerType(target, false) : named;
   }
-  if (named != nullptr) return named;
+  if (named != nullptr) return choosesBeyond(call, *named) ? chosenType(call) : named;
   if (traits.result == OperatorTraits::Result::Passed) return operand(0)->dataType;
   if (!traits.givesValue()) return nullptr;
   return traits.chooses() ? chosenType(call) : services_.symbols.elementary(BasicDataType::Bool);
@@ -165,6 +178,23 @@ vel::SymbolDataType* Calls::chosenEnumeration(const Call& call, const Type* want
   return all || found == wanted ? found : nullptr;
 }
 
+// True if `named`, the result type that the operator reports, cannot hold the choice: that is the
+// target's type, for which the operator has checked only one of two values of another type, or the
+// integer type of a value between real limits.
+bool Calls::choosesBeyond(const Call& call, const Type& named) {
+  if (!call.traits()->chooses()) return false;
+  const ASTNode& list = *call.parameters();
+  const BasicDataType type = typeOf(*list.leaf(call.traits()->firstChoice));
+  const bool compares = call.traits()->has(OperatorTraits::kCompares);
+  bool same = true;
+  for (int i = call.traits()->firstChoice; i < list.leavesCount(); ++i) {
+    const BasicDataType other = typeOf(*list.leaf(i));
+    if (compares && isFloat(other) && isInteger(named.dataType())) return true;
+    same = same && other == type;
+  }
+  return same && !widens(type, named.dataType());
+}
+
 // The type that holds each of the values among which the operator chooses.
 vel::SymbolDataType* Calls::chosenType(const Call& call) {
   const ASTNode& list = *call.parameters();
@@ -176,7 +206,8 @@ vel::SymbolDataType* Calls::chosenType(const Call& call) {
     const BasicDataType right = valueType(other);
     if (isNumber(left) && isNumber(right)) {
       const BasicDataType common = commonNumber(left, right);
-      if (common == right && common != left) chosen = other;
+      const bool adapted = literalOf(*list.leaf(first)) != nullptr;
+      if (common == right && (adapted || common != left)) chosen = other;
       if (common != right && common != left) chosen = services_.symbols.elementary(common);
     } else if (isText(left) ? stringLength(*other) > stringLength(*chosen) : !widens(right, left)) {
       chosen = other;
@@ -193,6 +224,7 @@ bool Calls::refusesDerived(const Call& call) {
   const bool computes =
       traits.result == OperatorTraits::Result::Computed && traits.family != OperatorFamily::Other;
   const bool compares = traits.has(OperatorTraits::kCompares);
+  if (compares && refusesLimited(call)) return true;
   const Expr* first = nullptr;
   for (int i = traits.firstChoice; (computes || traits.chooses()) && i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
@@ -210,6 +242,19 @@ bool Calls::refusesDerived(const Call& call) {
     return true;
   }
   return false;
+}
+
+// Reports an input IN between two numbers that is none: the operator would report the numbers.
+bool Calls::refusesLimited(const Call& call) {
+  const int position = call.traits()->position("IN");
+  const ASTNode& list = *call.parameters();
+  if (position != 1 || list.leavesCount() != 3) return false;
+  const auto& low = static_cast<const Expr&>(*list.leaf(0));
+  const auto& input = static_cast<const Expr&>(*list.leaf(1));
+  const bool bounded = isNumber(typeOf(low)) && isNumber(typeOf(*list.leaf(2)));
+  if (!bounded || elementaryType(typeOf(input)) == nullptr || isNumber(typeOf(input))) return false;
+  say(input, message::kOperandTypes, call.op()->name, describe(input), describe(low));
+  return true;
 }
 
 // The same for what an operator passes on to a place of the type `wanted`.
@@ -272,7 +317,8 @@ void Calls::checkConverted(const Call& call, const Expr& operand) {
   if (!converts) say(operand, message::kOperandType, call.op()->name, displayName(type));
 }
 
-// C cannot compare strings, and can choose only among those of one type.
+// C cannot compare strings, and can choose only among those of one type. It would compare BOOLs
+// with numbers.
 void Calls::checkChoice(const Call& call) {
   if (!call.traits()->chooses()) return;
   const ASTNode& list = *call.parameters();
@@ -283,6 +329,10 @@ void Calls::checkChoice(const Call& call) {
   for (int i = firstChoice; i < list.leavesCount(); ++i) {
     const auto& value = static_cast<const Expr&>(*list.leaf(i));
     const BasicDataType own = typeOf(value);
+    if (compares && isNumber(own) != isNumber(kind)) {
+      say(value, message::kOperandTypes, call.op()->name, describe(first), describe(value));
+      return;
+    }
     const bool texts = isText(own) || isText(kind);
     if (!texts || (!compares && own == kind)) continue;
     say(value, message::kOperandType, call.op()->name, describe(value));

@@ -47,7 +47,8 @@ void Calls::adaptLiterals(const Call& call, const ASTNode& list, const Type* wan
   for (int i = traits.firstChoice; i < list.leavesCount(); ++i) {
     auto& choice = static_cast<Expr&>(*list.leaf(i));
     const BasicDataType type = typeOf(choice);
-    if (!isNumber(type)) return;
+    if (!isNumber(type) && !traits.has(OperatorTraits::kCompares)) return;
+    if (!isNumber(type)) continue;
     if (i > 0 && i == traits.position("IN")) result = &choice;
     const Literal* const literal = literalOf(choice);
     if (literal == nullptr || literal->value.fixedType) {

@@ -36,7 +36,14 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
         "MOVE(0); bt := MIN(1, 2); bt := MAX(bt, -1); bt := MIN(bt, 300); u := LIMIT(0, i, 9); i "
         ":= "
         "SEL(b, 0, i); u := SEL(b, 5, bt) * 2;",
-        "123 ~C0195 INT, BYTE; 142 ~C0195 INT, BYTE; 161 ~C0195 INT, UINT"}});
+        "123 ~C0195 INT, BYTE; 142 ~C0195 INT, BYTE; 161 ~C0195 INT, UINT"},
+       {"i := MAX(0, d); i := MIN(0, -d); si := MAX(1, i); si := MAX(1, bt); i := MAX(1, 70000); i "
+        ":= MAX(0, r); i := MAX(0, b); d := MAX(u, b); i := LIMIT(0, i, 5.5); i := LIMIT(0, i, "
+        "TRUE); i := LIMIT(i, 0, b); i := LIMIT(0, b, 5); b := LIMIT(0, b, 1); r := MAX(0, d);",
+        "6 ~C0197 DINT, INT; 22 ~C0197 DINT, INT; 40 ~C0197 INT, SINT; 57 ~C0196 BYTE, SINT; 74 "
+        "~C0197 DINT, INT; 94 C0032 REAL, INT; 110 C0032 BOOL, INT; 133 F002B MAX, UINT, BOOL; 142 "
+        "C0032 REAL, INT; 177 C0032 BOOL, INT; 201 C0032 BOOL, INT; 219 F002B LIMIT, BOOL, 0; 252 "
+        "~C0197 DINT, REAL"}});
 }
 
 TEST(Analysis, OperatorCallsAreChecked) {
