@@ -1,7 +1,9 @@
 // Typing of variables and accesses: members, parts, elements and dereferences.
+#include "refhost/prelude/prelude.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/constants.h"
 #include "refhost/semantics/parts.h"
+#include "refhost/services/standard_functions.h"
 #include "refhost/syntax/part_sizes.h"
 
 namespace refhost {
@@ -52,7 +54,8 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
         refusesValue(expr, name.substr(0, mark), name.substr(mark + 1))) {
       return nullptr;
     }
-    const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
+    const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr ||
+                       context_.prelude.unit(name) != nullptr || standardFunction(name) != nullptr;
     // A value that is needed before variables are declared.
     const bool later = !known && parts_.declarations.declaresVariable(name);
     Remarks* const said = sayUnknown(expr,

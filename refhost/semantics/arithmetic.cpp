@@ -2,6 +2,7 @@
 
 #include "core/operator.h"
 #include "hostkit/literal.h"
+#include "refhost/semantics/constants.h"
 #include "refhost/services/derived_types.h"
 #include "refhost/syntax/parser.h"
 
@@ -85,11 +86,31 @@ const Literal* literalOf(const ASTNode& node) {
   return expr.kind == ExprKind::Literal ? static_cast<const Literal*>(expr.leaf(0)) : nullptr;
 }
 
+bool isUntypedNumber(const ASTNode& value) {
+  if (const Literal* const literal = literalOf(value)) {
+    return !literal->value.fixedType && isNumber(literal->value.type);
+  }
+  if (untypedNumber(value)) return true;
+  const bool expression = value.type() == vel::ASTType::Expression;
+  const ASTNode* const callee =
+      expression && static_cast<const Expr&>(value).kind == ExprKind::Call ? value.leaf(0) : &value;
+  if (kindOf(*callee) != NodeKind::Invocation) return false;
+  const auto& call = static_cast<const Call&>(*callee);
+  const ASTNode* const list = call.op() != nullptr ? call.parameters() : nullptr;
+  const bool passes = list != nullptr && (call.traits()->chooses() ||
+                                          call.traits()->result == OperatorTraits::Result::Passed);
+  for (int i = passes ? call.traits()->firstChoice : 0; passes && i < list->leavesCount(); ++i) {
+    if (!isUntypedNumber(*list->leaf(i))) return false;
+  }
+  return passes;
+}
+
 std::string describe(const ASTNode& value, const vel::SymbolDataType* type) {
-  const Literal* const literal = literalOf(value);
-  const bool number =
-      literal != nullptr && !literal->value.fixedType && isNumber(literal->value.type);
-  return number ? std::string(vel::TreeBuilder::source(value)) : displayName(type);
+  constexpr std::size_t kLongest = 60;
+  const std::string_view text = vel::TreeBuilder::source(value);
+  const bool quoted = isUntypedNumber(value) && text.size() <= kLongest &&
+                      text.find('\n') == std::string_view::npos;
+  return quoted ? std::string(text) : displayName(type);
 }
 
 CommonType commonType(const Expr& binary) {

@@ -43,6 +43,9 @@ BasicDataType typeOf(const ASTNode& value);
 // Null when the expression is not a literal.
 const Literal* literalOf(const ASTNode& node);
 
+// True of untyped numbers, of what is computed of these only, and of a choice among them.
+bool isUntypedNumber(const ASTNode& value);
+
 // A value in messages: an untyped number as it is written, for any other value its type.
 std::string describe(const ASTNode& value, const vel::SymbolDataType* type);
 inline std::string describe(const Expr& value) { return describe(value, value.dataType); }

@@ -37,6 +37,8 @@ class Assignments : public Part {
   // compatibility.cpp
   bool checkDerived(const Type& to, const Type& from, const ASTNode& source, const SourceRange& at);
   void checkRange(const Type& to, const ASTNode& source, const SourceRange& at);
+  // Reports that the value cannot be assigned.
+  void refuse(const Type& to, const Type& from, const ASTNode& source, const SourceRange& at);
   void checkPointer(const Type& to, const Type& from, const ASTNode& source, const SourceRange& at);
 
   // The messages of the latest check of an operator, as a half-open range of indices.

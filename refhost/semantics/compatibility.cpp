@@ -15,6 +15,12 @@ bool holdsPointer(BasicDataType type) {
   return type == BasicDataType::LInt || type == BasicDataType::ULInt;
 }
 
+bool isStep(const vel::ASTNode& source) {
+  if (source.type() != vel::ASTType::Expression) return false;
+  const ExprKind kind = static_cast<const Expr&>(source).kind;
+  return kind == ExprKind::Add || kind == ExprKind::Subtract;
+}
+
 // A call of ADR, or a sum or difference with one.
 bool isAdrCall(const vel::ASTNode& source) {
   if (kindOf(source) == NodeKind::Invocation) {
@@ -24,8 +30,7 @@ bool isAdrCall(const vel::ASTNode& source) {
   if (source.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(source);
   if (expr.kind == ExprKind::Call) return isAdrCall(*expr.leaf(0));
-  const bool step = expr.kind == ExprKind::Add || expr.kind == ExprKind::Subtract;
-  return step && (isAdrCall(*expr.leaf(0)) || isAdrCall(*expr.leaf(1)));
+  return isStep(source) && (isAdrCall(*expr.leaf(0)) || isAdrCall(*expr.leaf(1)));
 }
 
 }  // namespace
@@ -41,13 +46,15 @@ bool Assignments::checkDerived(const Type& to, const Type& from, const vel::ASTN
   if (isPointer(to) || isPointer(from)) {
     checkPointer(to, from, source, at);
   } else if (dynamic_cast<const EnumType*>(&to) != nullptr && isInteger(from.dataType())) {
-    messages_.report(at, message::kToEnumeration, {displayName(&to)});
+    const std::string name = displayName(&to);
+    messages_.report(at, message::kToEnumeration,
+                     {isAnonymous(to) ? name.substr(name.find('(')) : name});
   } else if (const auto* const value = dynamic_cast<const EnumType*>(&from);
              value != nullptr && isNumber(to.dataType())) {
     const bool constant = constantInteger(source).has_value();
     if (!constant) check(&to, value->base, source, at);
   } else {
-    messages_.report(at, message::kCannotConvert, {describe(source, &from), displayName(&to)});
+    refuse(to, from, source, at);
   }
   return true;
 }
@@ -70,7 +77,8 @@ void Assignments::checkBound(std::string_view name, const Type* to, const Expr& 
   say(source, message::kNotBindable, name, vel::TreeBuilder::source(source), displayName(to));
 }
 
-// A POINTER TO may hold any address, a REF_TO only that of a variable of its target type.
+// A POINTER TO may hold any address, a REF_TO only that of a variable of its target type, so that
+// it takes no computed address and no other pointer's.
 void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTNode& source,
                                const SourceRange& at) {
   const auto* const target = dynamic_cast<const PointerType*>(&to);
@@ -78,8 +86,9 @@ void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTN
   const bool strict = target != nullptr && target->isReference;
   const MessageFormat* format = &message::kCannotConvert;
   if (target != nullptr && value != nullptr) {
-    if (value->target == nullptr || value->target == target->target) return;
-    if (!strict && isAdrCall(source)) return;
+    const bool same = value->target == target->target;
+    if (value->target == nullptr || (!strict && (same || isAdrCall(source)))) return;
+    if (same && !isStep(source) && (value->isReference || isAdrCall(source))) return;
     if (!strict) format = &message::kPointerTarget;
   } else if (target != nullptr && isInteger(from.dataType()) && !strict) {
     if (holdsPointer(from.dataType()) || constantInteger(source) == 0) return;
@@ -93,7 +102,19 @@ void Assignments::checkPointer(const Type& to, const Type& from, const vel::ASTN
       return;
     }
   }
+  if (format == &message::kCannotConvert) return refuse(to, from, source, at);
   messages_.report(at, *format, {describe(source, &from), displayName(&to)});
+}
+
+void Assignments::refuse(const Type& to, const Type& from, const vel::ASTNode& source,
+                         const SourceRange& at) {
+  const std::string first = describe(source, &from);
+  const std::string second = displayName(&to);
+  Remarks& said = messages_.report(at, message::kCannotConvert, {first, second});
+  if (first != second) return;
+  said.note(at,
+            "each declaration without a name for its type has a type of its own: declare one in "
+            "a TYPE for both");
 }
 
 }  // namespace refhost

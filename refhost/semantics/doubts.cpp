@@ -135,6 +135,9 @@ void Doubts::judgeLoop(const ASTNode& loop) {
 
 void Doubts::judgeConversion(const ASTNode& value, const Type& from, const Type& to) {
   if (!isFloat(to.dataType()) || !isInteger(from.dataType()) || !isIntegerDivision(value)) return;
+  const auto dividend = constantInteger(*value.leaf(0));
+  const auto divisor = constantInteger(*value.leaf(1));
+  if (dividend && divisor && *divisor != 0 && *dividend % *divisor == 0) return;
   doubt(value, message::kIntegerDivision, TreeBuilder::source(value), displayName(&to));
 }
 

@@ -295,7 +295,7 @@ void Calls::checkOperands(const Call& call) {
     const auto& operand = static_cast<const Expr&>(*list->leaf(i));
     const BasicDataType type = typeOf(operand);
     if (type != BasicDataType::None && !isNumber(type)) {
-      say(operand, message::kOperandType, call.op()->name, describe(operand));
+      say(operand, message::kCannotConvert, describe(operand), displayName(call.dataType));
     }
   }
 }
@@ -335,7 +335,14 @@ void Calls::checkChoice(const Call& call) {
     }
     const bool texts = isText(own) || isText(kind);
     if (!texts || (!compares && own == kind)) continue;
-    say(value, message::kOperandType, call.op()->name, describe(value));
+    if (compares) {
+      say(value, message::kOperandType, call.op()->name, describe(value));
+    } else {
+      const bool literal = isUntypedNumber(first);
+      const Expr& wrong = literal ? first : value;
+      say(wrong, message::kCannotConvert, describe(wrong),
+          displayName((literal ? value : first).dataType));
+    }
     return;
   }
 }

@@ -168,7 +168,9 @@ vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
     known = known && input.dataType != nullptr;
     if (!known || hasErrorFrom(first)) continue;
     if (function.takesText(i) ? !isText(type) : !isInteger(type)) {
-      say(input, message::kOperandType, function.name, describe(input));
+      const BasicDataType text = kind != BasicDataType::None ? kind : BasicDataType::String;
+      say(input, message::kCannotConvert, describe(input),
+          elementaryType(function.takesText(i) ? text : BasicDataType::Int)->name);
     } else if (function.takesText(i)) {
       if (kind != BasicDataType::None && type != kind) {
         say(input, message::kOperandTypes, function.name,

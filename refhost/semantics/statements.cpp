@@ -173,6 +173,12 @@ void Statements::analyseLabels(ASTNode& labels, const Expr& selector, std::vecto
 std::optional<Integer> Statements::labelValue(ASTNode& parent, int index, const Expr& selector) {
   const Seeking seeking(context_, Sought::Constant);
   const Expr& label = parts_.expressions.analyseLeaf(parent, index, selector.dataType);
+  const bool named = isEnumeration(label.dataType) && isEnumeration(selector.dataType);
+  if (named && label.dataType != selector.dataType) {
+    say(label, message::kCannotConvert, displayName(label.dataType),
+        displayName(selector.dataType));
+    return {};
+  }
   const auto value = parts_.expressions.requireConstant(parent, index);
   const bool comparable =
       !value || typeOf(selector) == BasicDataType::ULInt || fits(*value, BasicDataType::LInt);

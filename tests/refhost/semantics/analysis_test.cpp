@@ -25,8 +25,8 @@ TEST(Analysis, AssignmentsAreJudgedLikeTheOperatorsDo) {
        {"s := SEL(b, s, w); s := SEL(b, 'a', s); s := SEL(b, s, x); t := lt; r := MOVE(lr); r := "
         "REAL_TO_LREAL(lr); si := ((i)); i := 32767 + 1; si := 100 + 20; i := 100 + 100; s := "
         "SEL(b, i + 1, i);",
-        "16 F002C SEL, WSTRING; 56 F0020 x; 65 C0032 LTIME, TIME; 79 ~C0197 LREAL, REAL; 89 ~C0197 "
-        "LREAL, REAL; 114 ~C0197 INT, SINT; 126 ~C0197 DINT, INT; 174 C0032 INT, STRING"},
+        "16 C0032 WSTRING, STRING; 56 F0020 x; 65 C0032 LTIME, TIME; 79 ~C0197 LREAL, REAL; 89 "
+        "~C0197 LREAL, REAL; 114 ~C0197 INT, SINT; 126 ~C0197 DINT, INT; 174 C0032 INT, STRING"},
        {"s := SEL(b, i + 1, i) * 2; s := SEL(b, MOVE(w), w); b := SEL(b, i + 1, i) = 'x'; s := "
         "TO_STRING(SEL(b, i + 1, i)); i := SEL(b, MOVE(s), s); si := LIMIT(0, d, 100); si := "
         "SEL(b, d + 1, l);",
@@ -59,7 +59,7 @@ TEST(Analysis, OperatorCallsAreChecked) {
        {"u := ADR(P); u := SIZEOF(nowhere); r := EXPT(r, 'x'); g := TO_BOOL(e); IRDBIT(%IX0.0, "
         "a[1]); g := TO_BOOL(a); x := TO_INT(SEL(g, a[0], g)); x := TO_INT(a); s := TO_STRING(pt); "
         "IRDBIT(%IX0.0, c[1]);",
-        "10 F003A P; 19 C0046 nowhere; 49 F002C EXPT, STRING; 107 F002C TO_BOOL, ARRAY[0..1] OF "
+        "10 F003A P; 19 C0046 nowhere; 49 C0032 STRING, REAL; 107 F002C TO_BOOL, ARRAY[0..1] OF "
         "BOOL; 153 F002C TO_INT, ARRAY[0..1] OF BOOL; 172 F002C TO_STRING, POINTER TO INT; 177 "
         "F0023 c[1]"},
        {"g := _READIDIRECT(nowhere); ZRST(%MX99999.0, M0); g := IWRBIT(%QX0.0, g); IF ZSET(%MX0.0, "

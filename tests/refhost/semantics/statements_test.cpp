@@ -14,7 +14,7 @@ TEST(Statements, AreJudgedInEveryPart) {
        ""},
       {"b := 2; b := INT#1; b := k; b := 1 - 1; b := NOT 1; b := SEL(1, b, b); b := b <> 2; b := "
        "i; i := b; b := BOOL_TO_INT(1) = 1;",
-       "6 C0032 2, BOOL; 14 C0032 INT, BOOL; 26 C0032 INT, BOOL; 34 C0032 SINT, BOOL; 46 C0032 "
+       "6 C0032 2, BOOL; 14 C0032 INT, BOOL; 26 C0032 INT, BOOL; 34 C0032 1 - 1, BOOL; 46 C0032 "
        "SINT, BOOL; 58 C0032 1, BOOL; 77 F002B <>, BOOL, 2; 90 C0032 INT, BOOL; 98 C0032 BOOL, "
        "INT; 106 C0032 BOOL_TO_INT, 1, SINT"},
       {"d := SEL(b, 1, 30000); i := -SEL(b, 0, 300); l := SEL(b, l, 7); r := SEL(b, 1, r); si := "
@@ -27,7 +27,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        "LTIME, TIME; 132 C0032 DATE, TOD; 152 ~F007D Color; 172 C0001 40000, DINT; 195 ~C0197 "
        "DINT, INT; 214 ~C0196 UDINT, DINT"},
       {"c := 2; c := j;", "6 ~F007D Color; 14 ~F007D Color"},
-      {"c := Light#On;", "6 C0032 Light, Color"},
+      {"c := Light#On; CASE c OF Red: ; On: ; Light#On: ; END_CASE; i := LEN; i := SEMA;",
+       "6 C0032 Light, Color; 33 C0032 Light, Color; 39 C0032 Light, Color; 66 F003A LEN; 76 F003A "
+       "SEMA"},
       {"c := Color#On; c := Red.x;", "12 F0024 Color, On; 25 F0024 Red, x"},
       {"si := c; r := c; u := c; s := c; i := pt;",
        "7 ~C0197 INT, SINT; 23 ~C0195 INT, UINT; 31 C0032 Color, STRING; 39 C0032 Pt, INT"},
@@ -46,10 +48,10 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"ip := rp; ip := d; ip := 4; rf := 0; rf := ip; rf := REF(r); rf := ADR(i); i := ip; r := "
        "ip; ip := r; b := ip; ud := ip; ud := ADR(i) + 1; ip := i; ip := t;",
        "7 ~F007E POINTER TO REAL, POINTER TO INT; 17 ~F007E DINT, POINTER TO INT; 26 ~F007E 4, "
-       "POINTER TO INT; 35 C0032 0, REF_TO INT; 54 C0032 REF_TO REAL, REF_TO INT; 81 C0032 POINTER "
-       "TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 C0032 REAL, POINTER TO INT; 108 C0032 "
-       "POINTER TO INT, BOOL; 118 ~F007F UDINT; 146 ~F007E INT, POINTER TO INT; 155 C0032 TIME, "
-       "POINTER TO INT"},
+       "POINTER TO INT; 35 C0032 0, REF_TO INT; 44 C0032 POINTER TO INT, REF_TO INT; 54 C0032 "
+       "REF_TO REAL, REF_TO INT; 81 C0032 POINTER TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 "
+       "C0032 REAL, POINTER TO INT; 108 C0032 POINTER TO INT, BOOL; 118 ~F007F UDINT; 146 ~F007E "
+       "INT, POINTER TO INT; 155 C0032 TIME, POINTER TO INT"},
       {"rf := REF(); rf := REF(i, i); rf := REF(1); rf := REF(k); rf := REF(i.3); rf := REF(i + "
        "1); rf := REF(nope);",
        "7 F0060 REF; 27 F0029 REF; 41 F007B 1; 55 F007B k; 69 F007B i.3; 85 F007B i + 1; 103 F0020 "
@@ -124,9 +126,9 @@ TEST(Statements, AreJudgedInEveryPart) {
        "ws); s := CONCAT(s); s := INSERT(s, 'a', s); i := FIND(s, nope); s := LEFT(L := 1, IN := "
        "s); s := LEFT(M := 1, IN := s); s := LEFT(s, L := 1); s := LEFT(IN := s, IN := s); s := "
        "LEFT(IN => s, L := 1); i := LEN(STRING);",
-       "13 F0029 LEN; 26 F002C LEN, INT; 35 F0060 LEN; 55 F002C LEFT, REAL; 64 F0060 MID; 90 F002B "
-       "CONCAT, STRING, WSTRING; 100 F0060 CONCAT; 131 F002C INSERT, STRING; 148 F0020 nope; 193 "
-       "F0027 LEFT, M; 252 F002A IN; 272 F0027 LEFT, IN; 299 F003A STRING"},
+       "13 F0029 LEN; 26 C0032 INT, STRING; 35 F0060 LEN; 55 C0032 REAL, INT; 64 F0060 MID; 90 "
+       "F002B CONCAT, STRING, WSTRING; 100 F0060 CONCAT; 131 C0032 STRING, INT; 148 F0020 nope; "
+       "193 F0027 LEFT, M; 252 F002A IN; 272 F0027 LEFT, IN; 299 F003A STRING"},
       {"i := MUX(K := 1, IN0 := i, IN1 := 3); i := MUX(IN1 := 3, IN0 := i, K := 0); i := MUX(K := "
        "1, IN0 := i, IN2 := 3); i := LIMIT(IN => i, MN := 0, MX := 1); i := LIMIT(0, MX := 1, IN "
        ":= 2); i := LIMIT(MN := 0, MN := 0, MX := 1);",
@@ -139,7 +141,7 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"ul := TO_ULINT(ip); ul := TO_ULINT(pt); s := TO_STRING(c); b := TO_BOOL(pt); b := "
        "TO_BOOL(ip); i := ABS(c); r := SQRT(ip); r := EXPT(r, b); i := TO_INT(fb);",
        "36 F002C TO_ULINT, Pt; 56 F002C TO_STRING, Color; 73 F002C TO_BOOL, Pt; 105 F002C ABS, "
-       "Color; 119 F002C SQRT, POINTER TO INT; 137 F002C EXPT, BOOL; 153 F002C TO_INT, B"},
+       "Color; 119 F002C SQRT, POINTER TO INT; 137 C0032 BOOL, REAL; 153 F002C TO_INT, B"},
       {"b := MEP(b); b := MEP(i); b := MEF(b) OR MEP(NOT b); i := ADR(i); ip := ADR(nope); ud := "
        "ADR(P); ud := ADR(%MW0); ud := SIZEOF(Pt); ud := SIZEOF(nope); ud := SIZEOF(a[1]); ud := "
        "SIZEOF(INT); ud := SIZEOF(F); ud := SIZEOF(TON); b := GETBITOFPARAM(nope, 1);",
@@ -207,11 +209,12 @@ TEST(Statements, AreDoubted) {
        "RETURN; "
        "i := d;",
        "46 ~F00E3 EXIT; 71 F0020 nope; 96 ~F00E3 RETURN"},
-      {"b := r = lr; b := r <> 0; b := 0.0 = lr; b := r < lr; r := i / 2; r := (i + j) / 2 * 1.5; "
+      {"b := r = lr; b := r <> 0; b := 0.0 = lr; b := r < lr; r := 4 / 2; r := i / 2; r := (i + j) "
+       "/ 2 * 1.5; "
        "lr := "
        "INT_TO_REAL(i / j); r := 4 + i; r := i; lr := SEL(b, r, i / j);",
-       "6 ~F00EC r = lr; 60 ~F00ED i / 2, REAL; 72 ~F00ED (i + j) / 2, REAL; 109 ~F00ED i / j, "
-       "REAL; 153 ~F00ED i / j, REAL"},
+       "6 ~F00EC r = lr; 72 ~F00ED i / 2, REAL; 84 ~F00ED (i + j) / 2, REAL; 121 ~F00ED i / j, "
+       "REAL; 165 ~F00ED i / j, REAL"},
       {"b := TO_BOOL(s); b := TO_BOOL(i); r := TIME_TO_REAL(t); lt := TIME_TO_LTIME(t); td := "
        "DT_TO_TOD(dt1); da := DT_TO_DATE(dt1); dt1 := DATE_TO_DT(da); td := TIME_TO_TOD(t); t := "
        "TO_TIME(r); t := REAL_TO_TIME(r); d := LTIME_TO_DINT(t); b := TIME_TO_BOOL(t);",
