@@ -1,4 +1,4 @@
-"""docs/reference.html: all operators on one page, from the registry and the pages."""
+"""docs/reference.html: all operators and messages on one page, from the registry and the pages."""
 import functools
 import html
 import json
@@ -10,7 +10,7 @@ from typing import NamedTuple
 
 from . import messages, operators
 from .markdown import inline, rendered
-from .pages import ROOT, Problem, bodies_of, run_velc, static_code_of
+from .pages import ROOT, Problem, bodies_of, pages_in, run_velc, static_code_of
 
 # The variables of sample calls. Operators are left out if they are conversions, whose names tell the
 # types, or have one type for all parameters. A parameter without a variable gets a device address.
@@ -281,6 +281,14 @@ def calls_problems(velc):
         yield f"the C of the operators' sample calls does not compile: {said}"
 
 
+def anchor_problems(text):
+    """The codes that SARIF logs link to but the page has not."""
+    for table in messages.TABLES:
+        for code in sorted({row[0] for row in messages.declared(table)}):
+            if f'id="{code}"' not in text:
+                yield f"docs/reference.html has no place {code}"
+
+
 def page(velc):
     """The text of docs/reference.html."""
     titles = families()
@@ -298,7 +306,8 @@ def page(velc):
             statics.append(f'<template id="static-{class_name}">'
                            "<p>with this once in the program:</p>"
                            f"<pre><code>{escaped(static)}</code></pre></template>")
-    sections = messages.sections_of((ROOT / "docs/messages/operators.md").read_text())
+    sections = sorted(section for path in pages_in("messages")
+                      for section in messages.sections_of(path.read_text()))
     template = string.Template((Path(__file__).parent / "reference.html").read_text())
     return template.substitute(
         count=len(listed),
