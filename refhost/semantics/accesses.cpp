@@ -23,7 +23,7 @@ std::optional<Integer> Expressions::requireConstant(ASTNode& parent, int index) 
   return constant;
 }
 
-vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
+vel::SymbolDataType* Expressions::typeVariable(Expr& expr, const Type* wanted) {
   const std::string_view name = TreeBuilder::source(expr);
   if (VarSymbol* const variable = parts_.names.variableNamed(name)) {
     expr.symbol = variable;
@@ -65,7 +65,7 @@ vel::SymbolDataType* Expressions::typeVariable(Expr& expr) {
                                      name);
     if (said == nullptr || known || later) return nullptr;
     if (mark == std::string_view::npos) {
-      parts_.suggestions.addName(*said, expr, name);
+      parts_.suggestions.addName(*said, expr, name, wanted);
     } else {
       parts_.suggestions.addTypedValue(*said, expr, name);
     }

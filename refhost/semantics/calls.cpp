@@ -45,7 +45,7 @@ vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
   if (variable != nullptr && variable->dataType() == nullptr) return nullptr;
   Remarks* const said =
       sayUnknown(*call.leaf(0), known ? message::kNotCallable : message::kUnknownName, name);
-  if (said != nullptr && !known) parts_.suggestions.addCallee(*said, *call.leaf(0), name);
+  if (said != nullptr && !known) parts_.suggestions.addCallee(*said, call, name);
   return nullptr;
 }
 

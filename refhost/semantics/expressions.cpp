@@ -110,7 +110,7 @@ vel::SymbolDataType* Expressions::typeExpression(Expr& expr, const Type* wanted)
     case ExprForm::Literal:
       return services_.symbols.dataType(literalOf(expr)->value.typeName);
     case ExprForm::Variable:
-      return typeVariable(expr);
+      return typeVariable(expr, wanted);
     case ExprForm::Access:
       return typeAccess(expr);
     case ExprForm::Call:

@@ -44,7 +44,7 @@ class Expressions : public Part {
   // accesses.cpp
   bool refusesValue(const ASTNode& where, std::string_view type, std::string_view name);
   Type* typeValue(Expr& expr, NamedValue& value);
-  Type* typeVariable(Expr& expr);
+  Type* typeVariable(Expr& expr, const Type* wanted);
   Type* typeAccess(Expr& expr);
   Expr& analyseWhole(Expr& member);
   Type* typeMember(Expr& expr);

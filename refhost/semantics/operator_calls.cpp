@@ -279,7 +279,7 @@ void Calls::checkOperands(const Call& call) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
     Remarks& said = say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
     const Seeking seeking(context_, Sought::Place);
-    if (!known) parts_.suggestions.addName(said, *list->leaf(0), name);
+    if (!known) parts_.suggestions.addName(said, *list->leaf(0), name, nullptr);
   }
   const auto& first = static_cast<const Expr&>(*list->leaf(0));
   const auto* const variable = asVariable(first.symbol);

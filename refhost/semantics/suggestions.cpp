@@ -1,12 +1,16 @@
 #include "refhost/semantics/suggestions.h"
 
+#include <algorithm>
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
 #include "hostkit/operator_inputs.h"
+#include "hostkit/operator_traits.h"
 #include "refhost/prelude/prelude.h"
+#include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/parts.h"
 #include "refhost/services/standard_functions.h"
 #include "refhost/spelling.h"
@@ -28,6 +32,48 @@ bool gives(const ASTNode& list, std::string_view parameter) {
 
 bool isAny(const VarSymbol& /*variable*/) { return true; }
 
+const Expr* operationAround(const ASTNode& where) {
+  const ASTNode* const parent = where.parent();
+  const bool isExpr = parent != nullptr && parent->type() == vel::ASTType::Expression;
+  return isExpr ? static_cast<const Expr*>(parent) : nullptr;
+}
+
+// True of the control variable of a FOR.
+bool isCounter(const ASTNode& where) {
+  const ASTNode* const start = where.parent();
+  const ASTNode* const loop = start != nullptr ? start->parent() : nullptr;
+  return loop != nullptr && start->leaf(0) == &where && loop->leaf(0) == start &&
+         statementKindOf(*loop) == StatementKind::For;
+}
+
+// True if the operator or access around `where` takes a value of the type.
+bool suits(const vel::SymbolDataType& type, const ASTNode& where) {
+  const BasicDataType basic = type.dataType();
+  if (isCounter(where)) return isInteger(basic);
+  const Expr* const operation = operationAround(where);
+  if (operation == nullptr) return true;
+  const bool plain = !isComposite(&type);
+  const bool pointer = basic == BasicDataType::Pointer;
+  switch (formOf(operation->kind)) {
+    case ExprForm::Access:
+      if (operation->kind == ExprKind::Dereference) return pointer;
+      if (operation->kind == ExprKind::Part) return isInteger(valueType(&type));
+      if (operation->leaf(0) != &where) return isInteger(valueType(&type));
+      return pointer || asOpenArray(&type) != nullptr ||
+             dynamic_cast<const ArrayType*>(&type) != nullptr;
+    case ExprForm::Unary:
+    case ExprForm::Arithmetic:
+      if (operation->kind == ExprKind::Not) return isInteger(basic) || basic == BasicDataType::Bool;
+      return plain && basic != BasicDataType::Bool && !isText(basic);
+    case ExprForm::Logic:
+      return isInteger(basic) || basic == BasicDataType::Bool;
+    case ExprForm::Comparison:
+      return plain;
+    default:
+      return true;
+  }
+}
+
 }  // namespace
 
 void Suggestions::add(Remarks& said, const SourceRange& where, const Spelling& spelling) {
@@ -45,22 +91,50 @@ void Suggestions::offerVariables(Spelling& spelling, Accepts accepts) const {
   }
 }
 
-void Suggestions::offerValues(Spelling& spelling) const {
-  services_.symbols.offerValues(spelling);
+template <typename Accepts>
+void Suggestions::offerValues(Spelling& spelling, Accepts accepts) const {
+  services_.symbols.forEachValue([&](std::string_view name, const NamedValue* value) {
+    if (value == nullptr || accepts(value->dataType())) spelling.offer(name);
+  });
   if (context_.unit == nullptr) return;
-  for (const auto& [known, value] : context_.unit->namedValues) spelling.offer(known);
+  for (const auto& [known, value] : context_.unit->namedValues) {
+    if (value == nullptr || accepts(value->dataType())) spelling.offer(known);
+  }
 }
 
-void Suggestions::addName(Remarks& said, const ASTNode& where, std::string_view name) {
+// True if a name of the type can stand at `where`. An unknown type fits everywhere.
+bool Suggestions::fits(const Type* type, const ASTNode& where, const Type* wanted) {
+  if (type == nullptr) return true;
+  if (!suits(*type, where)) return false;
+  if (wanted == nullptr) return true;
+  const std::size_t first = messages_.count();
+  const bool target = context_.sought == Sought::Place;
+  parts_.assignments.check(target ? type : wanted, target ? wanted : type, where);
+  const bool accepted = !hasErrorFrom(first);
+  messages_.drop(first);
+  return accepted;
+}
+
+void Suggestions::addName(Remarks& said, const ASTNode& where, std::string_view name,
+                          const Type* wanted) {
   Spelling spelling(name);
+  const auto accepts = [&](const Type* type) { return fits(type, where, wanted); };
   switch (context_.sought) {
-    case Sought::Value:
-      offerVariables(spelling, isAny);
-      offerValues(spelling);
-      for (const std::string_view value : {"TRUE", "FALSE", "NULL"}) spelling.offer(value);
+    case Sought::Value: {
+      offerVariables(spelling,
+                     [&](const VarSymbol& variable) { return accepts(variable.dataType()); });
+      offerValues(spelling, accepts);
+      const Type* const flag = services_.symbols.elementary(BasicDataType::Bool);
+      if (accepts(flag)) spelling.offer("TRUE");
+      if (accepts(flag)) spelling.offer("FALSE");
+      const bool pointer = wanted != nullptr && wanted->dataType() == BasicDataType::Pointer;
+      if (pointer) spelling.offer("NULL");
       break;
+    }
     case Sought::Place:
-      offerVariables(spelling, [](const VarSymbol& variable) { return !variable.constant; });
+      offerVariables(spelling, [&](const VarSymbol& variable) {
+        return !variable.constant && accepts(variable.dataType());
+      });
       break;
     case Sought::Whole:
     case Sought::WholePlace:
@@ -74,8 +148,10 @@ void Suggestions::addName(Remarks& said, const ASTNode& where, std::string_view 
       }
       break;
     case Sought::Constant:
-      offerVariables(spelling, [](const VarSymbol& variable) { return variable.constant; });
-      offerValues(spelling);
+      offerVariables(spelling, [&](const VarSymbol& variable) {
+        return variable.constant && accepts(variable.dataType());
+      });
+      offerValues(spelling, accepts);
       break;
   }
   add(said, rangeOf(where), spelling);
@@ -102,18 +178,48 @@ void Suggestions::addTypedValue(Remarks& said, const ASTNode& where, std::string
   said.note(rangeOf(where), "did you mean '" + meant + "'?").fix(rangeOf(where), meant);
 }
 
-void Suggestions::addCallee(Remarks& said, const ASTNode& where, std::string_view name) {
-  Spelling spelling(name);
-  offerVariables(spelling,
-                 [](const VarSymbol& variable) { return isInstance(variable.dataType()); });
+// Offers what may be called and takes the number of arguments, which is not known of all.
+template <typename Accepts>
+void Suggestions::offerCallees(Spelling& spelling, const Call& call, Accepts takes) const {
+  constexpr int kMany = std::numeric_limits<int>::max();
+  const ASTNode* const parent = call.parent();
+  // A call of an instance has no value.
+  if (parent != nullptr && statementKindOf(*parent) == StatementKind::Call) {
+    offerVariables(spelling,
+                   [](const VarSymbol& variable) { return isInstance(variable.dataType()); });
+  }
   for (const UnitSymbol* const unit : services_.symbols.units()) {
-    if (unit->type() == vel::POUType::Function) spelling.offer(unit->name());
+    if (unit->type() != vel::POUType::Function) continue;
+    const auto parameters =
+        std::count_if(unit->variables().begin(), unit->variables().end(),
+                      [](const auto& variable) { return variable->isParameter(); });
+    // EN and ENO may be given as well.
+    if (takes(0, static_cast<int>(parameters) + 2)) spelling.offer(unit->name());
   }
   std::vector<std::string> operators;
   services_.operators->operatorNames(operators);
-  for (const std::string& known : operators) spelling.offer(known);
-  offerStandardFunctions(spelling);
-  spelling.offer("REF");
+  for (const std::string& known : operators) {
+    const OperatorTraits& traits = hostkit::operatorTraits(known);
+    const int count = static_cast<int>(inputNames(services_, known).size());
+    const bool any = traits.family == OperatorFamily::Other;
+    const bool more = any || traits.has(OperatorTraits::kExtensible);
+    if (takes(any ? 0 : count, more ? kMany : count + 2)) spelling.offer(known);
+  }
+  offerStandardFunctions(spelling, [&takes](const StandardFunction& function) {
+    return takes(function.inputs(), function.extensible ? kMany : function.inputs() + 2);
+  });
+  if (takes(1, 1)) spelling.offer("REF");
+}
+
+void Suggestions::addCallee(Remarks& said, const Call& call, std::string_view name) {
+  const ASTNode& where = *call.leaf(0);
+  const int given = call.parameters() != nullptr ? call.parameters()->leavesCount() : 0;
+  Spelling fitting(name);
+  offerCallees(fitting, call,
+               [given](int least, int most) { return given >= least && given <= most; });
+  if (!fitting.best().empty()) return add(said, rangeOf(where), fitting);
+  Spelling spelling(name);
+  offerCallees(spelling, call, [](int, int) { return true; });
   if (!spelling.best().empty()) return add(said, rangeOf(where), spelling);
   Spelling spellingOfBlock(name);
   offerBlocks(spellingOfBlock);
@@ -161,7 +267,10 @@ void Suggestions::addMember(Remarks& said, const SourceRange& where, std::string
   Spelling spelling(name);
   if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
     for (const auto& variable : instance->unit->variables()) {
-      if (variable->isParameter()) spelling.offer(variable->name());
+      const bool target = context_.sought == Sought::Place || context_.sought == Sought::WholePlace;
+      // Outputs are not written from outside.
+      const bool fits = variable->isParameter() && variable->role != Role::InOut;
+      if (fits && !(target && variable->role == Role::Output)) spelling.offer(variable->name());
     }
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
     for (const auto& member : structure->members()) spelling.offer(member->name());

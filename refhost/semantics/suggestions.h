@@ -17,14 +17,16 @@ class Suggestions : public Part {
 
   static void add(Remarks& said, const SourceRange& where, const Spelling& spelling);
 
-  // Names that are visible in the unit and can stand where the context seeks them.
-  void addName(Remarks& said, const ASTNode& where, std::string_view name);
+  // Names that are visible in the unit and can stand where the context seeks them: of a type that
+  // the operator around them takes, and, unless `wanted` is null, one that fits this type.
+  void addName(Remarks& said, const ASTNode& where, std::string_view name, const Type* wanted);
   // Values of enumerations and of BOOL behind their types: `Color#Red`, `BOOL#TRUE`.
   void addTypedValue(Remarks& said, const ASTNode& where, std::string_view name);
   // Variables and types: the operand of SIZEOF.
   void addOperand(Remarks& said, const ASTNode& where, std::string_view name);
   // Operators, functions and instances; without a fix, function blocks.
-  void addCallee(Remarks& said, const ASTNode& where, std::string_view name);
+  // Those that take as many arguments go before others.
+  void addCallee(Remarks& said, const Call& call, std::string_view name);
   void addType(Remarks& said, const SourceRange& where, std::string_view name);
   void addGlobal(Remarks& said, const ASTNode& where, std::string_view name);
   void addMember(Remarks& said, const SourceRange& where, std::string_view name, const Type* type);
@@ -37,7 +39,11 @@ class Suggestions : public Part {
  private:
   template <typename Accepts>
   void offerVariables(Spelling& spelling, Accepts accepts) const;
-  void offerValues(Spelling& spelling) const;
+  bool fits(const Type* type, const ASTNode& where, const Type* wanted);
+  template <typename Accepts>
+  void offerValues(Spelling& spelling, Accepts accepts) const;
+  template <typename Accepts>
+  void offerCallees(Spelling& spelling, const Call& call, Accepts takes) const;
   void offerTypes(Spelling& spelling) const;
   void offerBlocks(Spelling& spelling) const;
 };

@@ -73,8 +73,11 @@ bool StandardFunction::takesText(int index) const {
   return index >= inputs() || formals[static_cast<std::size_t>(index)].substr(0, 2) == "IN";
 }
 
-void offerStandardFunctions(Spelling& spelling) {
-  for (const StandardFunction& function : kFunctions) spelling.offer(function.name);
+void offerStandardFunctions(Spelling& spelling,
+                            const std::function<bool(const StandardFunction&)>& accepts) {
+  for (const StandardFunction& function : kFunctions) {
+    if (accepts(function)) spelling.offer(function.name);
+  }
 }
 
 const StandardFunction* standardFunction(std::string_view name) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "refhost/syntax/tree.h"
@@ -42,6 +43,8 @@ struct StandardFunction {
 
 // Null when there is no such function. The lookup ignores letter case.
 const StandardFunction* standardFunction(std::string_view name);
-void offerStandardFunctions(Spelling& spelling);
+// Offers the functions that `accepts` takes.
+void offerStandardFunctions(Spelling& spelling,
+                            const std::function<bool(const StandardFunction&)>& accepts);
 
 }  // namespace refhost

@@ -159,10 +159,6 @@ void SymbolTable::addAccess(const std::string& scope, const std::string& text,
   accesses_[accessKey(scope, text)] = std::make_unique<vel::SymbolTyped>(text, type);
 }
 
-void SymbolTable::offerValues(Spelling& spelling) const {
-  for (const auto& [name, value] : namedValues_) spelling.offer(name);
-}
-
 std::vector<const EnumType*> SymbolTable::enumerations() const {
   std::vector<const EnumType*> found;
   for (const auto& [name, type] : types_) {

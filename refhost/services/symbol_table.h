@@ -65,7 +65,11 @@ class SymbolTable final {
   }
   // For suggestions.
   std::vector<const EnumType*> enumerations() const;
-  void offerValues(Spelling& spelling) const;
+  // Calls `visit` with the name of each value and the value, null for one of several enumerations.
+  template <typename Visit>
+  void forEachValue(Visit visit) const {
+    for (const auto& [name, value] : namedValues_) visit(name, value);
+  }
   void offerTypes(Spelling& spelling) const;
   NamedValue* null() const { return null_.get(); }
 

@@ -41,6 +41,12 @@ TEST(Suggestions, AreWhatCanStandThere) {
       {"Gren := 1; lvl.Off := 1; ptt.x := i; a[kk] := 1; kk := 1; CASE i OF ii: ; END_CASE",
        "Unknown identifier 'Gren'; Unknown identifier 'lvl'; 2:26+3 pt; 2:40+2 k; Unknown "
        "identifier 'ii'; "},
+      {"i := true1; i := full; r := nul * 2.0; i := fbb; i := LEM(s); FOR bb := 1 TO 2 DO ; "
+       "END_FOR; "
+       "IF sss THEN ; END_IF; i := ii[2]; i := iii^; i := BB + 1; fb.o1 := 1; i := fb.o1;",
+       "Unknown identifier 'true1'; Unknown identifier 'full'; 2:29+3 ul; Unknown identifier "
+       "'fbb'; 2:55+3 LEN; 2:67+2 bt; Unknown identifier 'sss'; 2:121+2 ip; Unknown identifier "
+       "'iii'; 'fb' has no member 'o1'; "},
       {"END_PROGRAM VAR_GLOBAL speed : INT; END_VAR CONFIGURATION c VAR_CONFIG Q.aa : INT; "
        "END_VAR TASK fast(INTERVALL := T#1s); PROGRAM Q WITH fats : Q2; PROGRAM R : PP; "
        "END_CONFIGURATION "
