@@ -83,6 +83,7 @@ constexpr MessageFormat kConfiguredArea    {0xF00D8, Severity::Error, "Address '
 constexpr MessageFormat kNotOpen           {0xF00D9, Severity::Error, "'%s' is not declared at an open address: VAR_CONFIG cannot place it;"};
 constexpr MessageFormat kConfiguredTwice   {0xF00DA, Severity::Error, "'%s' has a place already;"};
 constexpr MessageFormat kNothingToConfigure{0xF00DB, Severity::Error, "There is no variable '%s' to configure;"};
+constexpr MessageFormat kInitialTwice      {0xF00DC, Severity::Error, "'%s' has an initial value already;"};
 constexpr MessageFormat kAddressAlignment  {0xF00D1, Severity::Error, "Address '%s' is at byte %s, but not at a multiple of the %s bytes that type '%s' needs;"};
 constexpr MessageFormat kAddressExtent     {0xF00D2, Severity::Error, "Type '%s' of %s bytes does not fit at '%s', where %s of %s bytes of its area are left;"};
 constexpr MessageFormat kLocalDefault      {0xF009B, Severity::Error, "The default of an input cannot depend on '%s', a variable of the function;"};

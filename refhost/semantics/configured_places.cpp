@@ -122,7 +122,14 @@ void ConfiguredPlaces::analyseEntry(VarDecl& entry) {
     return;
   }
   parts_.initials.analyseInitial(type, entry, VarDecl::kInitial);
-  services_.configured.roots[target.root].initials.push_back(
+  auto& initials = services_.configured.roots[target.root].initials;
+  for (const auto& other : initials) {
+    if (other.path != target.path) continue;
+    say(path, message::kInitialTwice, TreeBuilder::source(path))
+        .note(rangeOf(*other.value), "first given here");
+    return;
+  }
+  initials.push_back(
       {target.path, target.type, static_cast<const Expr*>(entry.leaf(VarDecl::kInitial))});
 }
 

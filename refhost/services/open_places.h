@@ -33,6 +33,10 @@ struct ConfiguredVariables {
   struct Step {
     const VarSymbol* variable;  // null for an element
     std::int64_t element;
+
+    bool operator==(const Step& other) const {
+      return variable == other.variable && element == other.element;
+    }
   };
   struct Initial {
     std::vector<Step> path;  // from the variable of the unit on
