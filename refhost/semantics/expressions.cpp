@@ -190,7 +190,12 @@ vel::SymbolDataType* Expressions::typeBinary(Expr& expr, const Type* wanted) {
   // An operand of the result's type passes its type name on: BYTE AND BYTE is a BYTE.
   for (const Expr* const side : {&left, &right}) {
     const bool same = typeOf(*side) == common.result && literalOf(*side) == nullptr;
-    if (same && side->dataType != nullptr) return computedType(side->dataType);
+    if (!same || side->dataType == nullptr) continue;
+    // A computed address is none that a REF_TO can hold.
+    const auto* const pointer = dynamic_cast<const PointerType*>(side->dataType);
+    const bool reference = pointer != nullptr && pointer->isReference;
+    return reference ? services_.symbols.pointerType(pointer->target, false)
+                     : computedType(side->dataType);
   }
   return services_.symbols.elementary(common.result);
 }

@@ -180,7 +180,7 @@ vel::SymbolDataType* Calls::chosenEnumeration(const Call& call, const Type* want
 
 // True if `named`, the result type that the operator reports, cannot hold the choice: that is the
 // target's type, for which the operator has checked only one of two values of another type, or the
-// integer type of a value between real limits.
+// integer type of a value between real limits. The host alone knows which pointer holds the other.
 bool Calls::choosesBeyond(const Call& call, const Type& named) {
   if (!call.traits()->chooses()) return false;
   const ASTNode& list = *call.parameters();
@@ -192,7 +192,7 @@ bool Calls::choosesBeyond(const Call& call, const Type& named) {
     if (compares && isFloat(other) && isInteger(named.dataType())) return true;
     same = same && other == type;
   }
-  return same && !widens(type, named.dataType());
+  return same && (type == BasicDataType::Pointer || !widens(type, named.dataType()));
 }
 
 // The type that holds each of the values among which the operator chooses.
@@ -209,6 +209,13 @@ vel::SymbolDataType* Calls::chosenType(const Call& call) {
       const bool adapted = literalOf(*list.leaf(first)) != nullptr;
       if (common == right && (adapted || common != left)) chosen = other;
       if (common != right && common != left) chosen = services_.symbols.elementary(common);
+    } else if (left == BasicDataType::Pointer && right == left) {
+      // That of a POINTER TO, which may hold any address.
+      const auto* const before = dynamic_cast<const PointerType*>(chosen);
+      const auto* const pointer = dynamic_cast<const PointerType*>(other);
+      if (before == nullptr || pointer == nullptr) continue;
+      const bool wider = pointer->target != nullptr && !pointer->isReference;
+      if (before->target == nullptr || wider) chosen = other;
     } else if (isText(left) ? stringLength(*other) > stringLength(*chosen) : !widens(right, left)) {
       chosen = other;
     }

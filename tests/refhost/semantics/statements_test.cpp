@@ -45,13 +45,15 @@ TEST(Statements, AreJudgedInEveryPart) {
       {"ip := ADR(i); ip := ADR(r); ip := REF(i); ip := NULL; ip := 0; ip := l; ip := ul; l := ip; "
        "ul := ip; ud := ADR(i); ip := ip + 2; ip := ADR(a2) - 1; ip := ADR(pt) + 8;",
        ""},
-      {"ip := rp; ip := d; ip := 4; rf := 0; rf := ip; rf := REF(r); rf := ADR(i); i := ip; r := "
+      {"ip := rp; ip := d; ip := 4; rf := 0; rf := ip; rf := SEL(b, rf, ip); rf := rf + 2; rf := "
+       "REF(r); rf := ADR(i); i := ip; r := "
        "ip; ip := r; b := ip; ud := ip; ud := ADR(i) + 1; ip := i; ip := t;",
        "7 ~F007E POINTER TO REAL, POINTER TO INT; 17 ~F007E DINT, POINTER TO INT; 26 ~F007E 4, "
        "POINTER TO INT; 35 C0032 0, REF_TO INT; 44 C0032 POINTER TO INT, REF_TO INT; 54 C0032 "
-       "REF_TO REAL, REF_TO INT; 81 C0032 POINTER TO INT, INT; 90 C0032 POINTER TO INT, REAL; 100 "
-       "C0032 REAL, POINTER TO INT; 108 C0032 POINTER TO INT, BOOL; 118 ~F007F UDINT; 146 ~F007E "
-       "INT, POINTER TO INT; 155 C0032 TIME, POINTER TO INT"},
+       "POINTER TO INT, REF_TO INT; 76 C0032 POINTER TO INT, REF_TO INT; 90 C0032 REF_TO REAL, "
+       "REF_TO INT; 117 C0032 POINTER TO INT, INT; 126 C0032 POINTER TO INT, REAL; 136 C0032 REAL, "
+       "POINTER TO INT; 144 C0032 POINTER TO INT, BOOL; 154 ~F007F UDINT; 182 ~F007E INT, POINTER "
+       "TO INT; 191 C0032 TIME, POINTER TO INT"},
       {"rf := REF(); rf := REF(i, i); rf := REF(1); rf := REF(k); rf := REF(i.3); rf := REF(i + "
        "1); rf := REF(nope);",
        "7 F0060 REF; 27 F0029 REF; 41 F007B 1; 55 F007B k; 69 F007B i.3; 85 F007B i + 1; 103 F0020 "
