@@ -86,7 +86,7 @@ constexpr MessageFormat kNothingToConfigure{0xF00DB, Severity::Error, "There is 
 constexpr MessageFormat kInitialTwice      {0xF00DC, Severity::Error, "'%s' has an initial value already;"};
 constexpr MessageFormat kAddressAlignment  {0xF00D1, Severity::Error, "Address '%s' is at byte %s, but not at a multiple of the %s bytes that type '%s' needs;"};
 constexpr MessageFormat kAddressExtent     {0xF00D2, Severity::Error, "Type '%s' of %s bytes does not fit at '%s', where %s of %s bytes of its area are left;"};
-constexpr MessageFormat kLocalDefault      {0xF009B, Severity::Error, "The default of an input cannot depend on '%s', a variable of the function;"};
+constexpr MessageFormat kLocalDefault      {0xF009B, Severity::Error, "The default of '%s' cannot depend on '%s', a variable of '%s';"};
 constexpr MessageFormat kEdge              {0xF0095, Severity::Error, "'%s' has no edges: R_EDGE and F_EDGE are for inputs of type BOOL of a PROGRAM or a function block;"};
 constexpr MessageFormat kTaskInterval      {0xF00A0, Severity::Error, "The INTERVAL of a task must be a constant greater than 0, not '%s';"};
 constexpr MessageFormat kTaskPriority      {0xF00A1, Severity::Error, "The PRIORITY of a task must be a constant from 0 to 65535, not '%s';"};

@@ -150,9 +150,10 @@ Place PlaceWriter::named(const Expr& expr) {
     file_.services.memory.parse(TreeBuilder::source(expr), address);
     return Place::ofAddress(address, file_.services.memory.raw(address), cType(typeOf(expr)));
   }
-  // A default argument may name a constant of the callee, which is not in scope here.
+  // The default of an input or a member may name a constant of the unit, which is not in scope
+  // here.
   if (variable->constant && variable->initial != nullptr && variable->owner != body_.unit &&
-      variable->owner->type() == vel::POUType::Function) {
+      variable->owner != file_.services.symbols.globals()) {
     Place value;
     expressions_.operand(*variable->initial, value.text);
     return value;

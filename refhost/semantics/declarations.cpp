@@ -283,7 +283,7 @@ void Declarations::computeConstants(const UnitSymbol& unit, const VarDecl& decla
   }
 }
 
-void Declarations::checkDefault(const UnitSymbol& function, const VarDecl& declaration) {
+void Declarations::checkDefault(const UnitSymbol& unit, const VarDecl& declaration) {
   const ASTNode& initial = *declaration.leaf(VarDecl::kInitial);
   std::unordered_set<const VarSymbol*> constants;
   std::vector<const ASTNode*> waiting{&initial};
@@ -293,10 +293,12 @@ void Declarations::checkDefault(const UnitSymbol& function, const VarDecl& decla
     const bool refused = anyNode(value, [&](const ASTNode& node) {
       if (node.type() != vel::ASTType::Expression) return false;
       if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
-      const VarSymbol* const named = function.variable(vel::TreeBuilder::source(node));
+      const VarSymbol* const named = unit.variable(vel::TreeBuilder::source(node));
       if (named == nullptr) return false;
-      if (!named->constant) {
-        say(&value == &initial ? node : initial, message::kLocalDefault, named->name());
+      if (!named->constant || isComposite(named->dataType())) {
+        say(&value == &initial ? node : initial, message::kLocalDefault,
+            vel::TreeBuilder::source(*declaration.leaf(VarDecl::kFirstName)), named->name(),
+            unit.name());
         return true;
       }
       if (named->initial != nullptr && constants.insert(named).second) {

@@ -25,6 +25,9 @@ class Declarations : public Part {
   // not.
   bool declaresVariable(std::string_view name) const;
   void analyseInitials(UnitSymbol& unit);
+  // Checks the default of an input of a function, which callers evaluate, or of a member of a
+  // structure: the variables of `unit` are out of reach there.
+  void checkDefault(const UnitSymbol& unit, const VarDecl& declaration);
 
  private:
   void constantsAhead(UnitSymbol& unit);
@@ -33,8 +36,6 @@ class Declarations : public Part {
   void declareResult(UnitSymbol& unit);
   bool refusesReference(const VarBlock& block, VarDecl& declaration);
   void computeConstants(const UnitSymbol& unit, const VarDecl& declaration);
-  // Callers evaluate the default of an input, where the function's variables do not exist.
-  void checkDefault(const UnitSymbol& function, const VarDecl& declaration);
   // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);

@@ -232,6 +232,9 @@ void Types::analyseTypeInitials() {
   for (const MemberInitial& member : memberInitials_) {
     if (member.unit != context_.unit) context_.enter(member.unit);
     parts_.initials.analyseDeclared(member.type, *member.declaration);
+    if (member.unit != nullptr && member.unit != services_.symbols.globals()) {
+      parts_.declarations.checkDefault(*member.unit, *member.declaration);
+    }
   }
 }
 

@@ -107,8 +107,8 @@ TEST(Declarations, AreJudged) {
        "w; 1:945 F00D5 e, p1.d.e"},
       {"FUNCTION F : INT VAR CONSTANT c : INT := 2; k : INT := a; END_VAR VAR_INPUT a : INT := c; "
        "b : INT := MAX(c, a); d : INT := k; e : ARRAY[0..1] OF INT := [1, F]; END_VAR VAR v : INT "
-       ":= a; END_VAR END_FUNCTION",
-       "1:109 F009B a; 1:124 F009B a; 1:157 F009B F"},
+       ":= a; s : STRUCT m : INT := c; n : INT := v; END_STRUCT; END_VAR END_FUNCTION",
+       "1:109 F009B b, a, F; 1:124 F009B d, a, F; 1:157 F009B e, F, F; 1:223 F009B n, v, F"},
       {"FUNCTION F : INT VAR_INPUT a : BOOL R_EDGE; END_VAR END_FUNCTION FUNCTION_BLOCK B "
        "VAR_INPUT a : INT F_EDGE; b : BOOL R_EDGE; c : NOPE R_EDGE; END_VAR VAR_OUTPUT o : BOOL "
        "R_EDGE; END_VAR VAR_INPUT d AT %IX0.0 : BOOL; END_VAR END_FUNCTION_BLOCK PROGRAM P "
