@@ -65,6 +65,9 @@ KnownBits knownBits(const ASTNode& node) {
     return {bits, ~bits};
   }
   if (node.type() != vel::ASTType::Expression) return {};
+  // A time or a real number that is converted may give any bits.
+  constexpr std::uint64_t kAll = ~std::uint64_t{0};
+  if (literalOf(node) != nullptr) return {kAll, kAll};
   const auto& expr = static_cast<const Expr&>(node);
   KnownBits known;
   if (expr.kind == ExprKind::Call) {
