@@ -33,8 +33,8 @@ bool excludes(const ASTNode& node, const ASTNode& number) {
   return false;
 }
 
-// The low bits that keep the value of `expr`, or what it is stored in without a conversion of C's:
-// those of the small type that the value has or gets by an assignment. 0 for large types.
+// The low bits that keep the value of `expr`: those of the small type that the value has, or that
+// it gets by an assignment or an operator. 0 for large types.
 std::uint64_t keptBits(const Expr& expr) {
   const auto bits = [](BasicDataType type) -> std::uint64_t {
     const ElementaryType* const row = isInteger(type) ? elementaryType(type) : nullptr;
@@ -45,10 +45,10 @@ std::uint64_t keptBits(const Expr& expr) {
   while (root->parent() != nullptr && root->parent()->type() == vel::ASTType::Expression) {
     root = root->parent();
   }
-  const ASTNode* const statement = root->parent();
-  const bool stored =
-      statement != nullptr && statementKindOf(*statement) == StatementKind::Assignment;
-  return stored ? bits(typeOf(*statement->leaf(0))) : 0;
+  const ASTNode* const user = root->parent();
+  if (user == nullptr) return 0;
+  if (user->type() == vel::ASTType::ParameterList) return bits(typeOf(*user->parent()));
+  return statementKindOf(*user) == StatementKind::Assignment ? bits(typeOf(*user->leaf(0))) : 0;
 }
 
 // The bits of a value that compilers may know.
