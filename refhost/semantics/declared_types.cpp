@@ -169,8 +169,8 @@ bool Types::resolveEnumerationOf(const ASTNode& node) {
 void Types::resolveNow(DeclaredType& declared) {
   if (declared.node->leaf(kDeclaredSpec) == nullptr) return;
   ResolvedType resolved = resolve(*declared.node->leaf(kDeclaredSpec), nameOf(*declared.node));
-  if (ASTNode* const initial = declared.node->leaf(kDeclaredInitial)) {
-    resolved.initial = static_cast<Expr*>(initial);
+  if (Expr* const initial = parts_.expressions.settled(*declared.node, kDeclaredInitial)) {
+    resolved.initial = initial;
   }
   if (resolved.type != nullptr) services_.symbols.addAlias(nameOf(*declared.node), resolved.type);
   declared.resolved = resolved;

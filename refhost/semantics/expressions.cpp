@@ -52,15 +52,19 @@ Expr& Expressions::analyseLeaf(ASTNode& parent, int index, const Type* wanted) {
 }
 
 Expr& Expressions::analyseArray(ASTNode& parent, int index, const Type* wanted) {
-  if (becomesAddress(parent, index)) {
+  Expr& expr = *settled(parent, index);
+  analyse(expr, wanted);
+  return expr;
+}
+
+Expr* Expressions::settled(ASTNode& parent, int index) {
+  if (parent.leaf(index) != nullptr && becomesAddress(parent, index)) {
     const ASTNode& access = *parent.leaf(index);
     Expr* const address = tree_.make<Expr>(ExprKind::Variable);
     TreeBuilder::setSpan(*address, access.pos(), TreeBuilder::source(access));
     TreeBuilder::setLeaf(parent, index, address);
   }
-  auto& expr = static_cast<Expr&>(*parent.leaf(index));
-  analyse(expr, wanted);
-  return expr;
+  return static_cast<Expr*>(parent.leaf(index));
 }
 
 Expr& Expressions::analyseTarget(ASTNode& parent, int index) {

@@ -30,6 +30,10 @@ class Expressions : public Part {
   // one without a type, which has been reported.
   bool requireWritable(const Expr& target);
 
+  // The leaf, null for none, as the node that will be analysed: a bit in device letters looks like
+  // a part of a variable.
+  Expr* settled(ASTNode& parent, int index);
+
  private:
   // expressions.cpp
   bool becomesAddress(ASTNode& parent, int index);

@@ -204,7 +204,7 @@ void Types::declareMembers(StructType& structure, ASTNode& spec) {
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const auto& name = static_cast<const Text&>(*declaration.leaf(n));
       auto member = std::make_unique<VarSymbol>(name.text(), resolved.type, Role::Member, nullptr);
-      member->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
+      member->initial = parts_.expressions.settled(declaration, VarDecl::kInitial);
       member->typeInitial = resolved.initial;
       member->declared = &name;
       if (type != nullptr && isReferenceSpec(*type)) member->refer();

@@ -319,10 +319,13 @@ TEST(UnitsInC, AreDeclaredFirst) {
 TEST(UnitsInC, BitsOfWordsAreAddressesInDeviceLetters) {
   Options letters;
   letters.notation = Notation::Letters;
-  const std::string variables = "b: BOOL; d1: INT;";
-  const auto session = analysed(program(variables, "D10.3 := b; b := D10.3; d1.3 := X3;"), letters);
+  const std::string types = "TYPE T : BOOL := D10.3; S : STRUCT a : T; END_STRUCT; END_TYPE ";
+  const std::string variables = "b: BOOL; d1: INT; s : S;";
+  const auto session =
+      analysed(types + program(variables, "D10.3 := b; b := D10.3; d1.3 := X3;"), letters);
   EXPECT_EQ("sbit(24739, @b); @b = gbit(24739); vsbit(@d1, 3, gbit(131075));",
             inOneLine(scanText(*session)));
+  EXPECT_NE(std::string::npos, session->translate().find("self->a = gbit(24739);"));
 }
 
 }  // namespace
