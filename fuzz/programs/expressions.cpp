@@ -325,6 +325,11 @@ bool Generator::operate(const Operator& op, const Type& type, int depth, Expr& e
     const std::size_t at = random_.chance(70) ? 1 : 0;
     if (operands[1 - at].kind != Expr::Literal) operands[at] = literal(*wanted[at], Bare::Always);
   }
+  // An operator that gives one of several literals has the type that is wanted, like a literal.
+  const bool selects = op.name == "SEL" || op.name == "MUX";
+  const bool literals = std::all_of(operands.begin() + (selects ? 1 : 0), operands.end(),
+                                    [](const Expr& each) { return each.kind == Expr::Literal; });
+  for (Expr& each : operands) each.bare = each.bare && !(literals && each.type->number());
   expr = operation(op, type, std::move(operands));
   const std::string& name = expr.text;
   const std::size_t to = name.find("_TO_");

@@ -103,7 +103,7 @@ void Generator::addType(int index) {
         const Type& type = any(isValue);
         const Expr initial = literal(type, Bare::Always);
         const bool has = !type.whole() && random_.chance(30);
-        made.parts.push_back({fmt::format("m{}", i), has ? initial.value : Value{&type}});
+        made.parts.push_back({fmt::format("m{}", i), has ? initial.value : initialOf(type)});
         made.definition +=
             fmt::format("m{} : {}{}; ", i, type.name, has ? " := " + text(initial) : "");
       }

@@ -75,20 +75,20 @@ class Machine {
       static const Expr kNone;
       const bool member = type.kind == Type::Structure;
       const bool further = given.type != nullptr && next < given.operands.size();
-      create(each, part, member ? type.parts[next].initial : Value{&each},
+      create(each, part, member ? type.parts[next].initial : initialOf(each),
              further ? given.operands[next] : kNone);
       ++next;
     });
     if (type.whole()) return;
-    if (type.kind == Type::Enumeration) slots_[path].number = type.names[0].second;
-    const bool own = initial.number != 0 || initial.real != 0 || !initial.text.empty();
+    const bool own = type.kind == Type::Enumeration || initial.number != 0 || initial.real != 0 ||
+                     !initial.text.empty();
     if (own || given.type != nullptr) assign(path, given.type != nullptr ? given.value : initial);
   }
 
   void enter(const Unit& unit, Frame prefix) {
     for (const Variable& each : unit.variables) {
       if (each.role == Variable::InOut) continue;
-      create(*each.type, prefix + each.name, {each.type}, each.initial);
+      create(*each.type, prefix + each.name, initialOf(*each.type), each.initial);
     }
   }
 

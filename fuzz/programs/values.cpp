@@ -210,4 +210,8 @@ std::string bytes(const Value& value, std::size_t size) {
   return result;
 }
 
+Value initialOf(const Type& type) {
+  return {&type, type.kind == Type::Enumeration ? type.names[0].second : 0};
+}
+
 }  // namespace generated

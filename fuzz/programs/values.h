@@ -64,6 +64,9 @@ struct Value {
   std::string text{};  // ASCII; the place of an array, a structure, or what a pointer points to
 };
 
+// The value of a variable that is given none.
+Value initialOf(const Type& type);
+
 struct Part {
   std::string name;
   Value initial;  // of the part's type

@@ -84,23 +84,25 @@ bool Names::isAmbiguous(const vel::ASTNode& node) {
 bool Names::isOpen(const vel::ASTNode& node) {
   const Literal* const literal = literalOf(node);
   if (literal != nullptr) return isBoolNumber(literal->value);
-  return isAmbiguous(node) || choosesAmbiguous(node);
+  return isAmbiguous(node) || choosesOpen(node);
 }
 
-// True of a call of an operator that chooses among ambiguous names.
-bool Names::choosesAmbiguous(const vel::ASTNode& node) {
-  if (!hasAmbiguous() || node.type() != vel::ASTType::Expression) return false;
+// True of a call of an operator that gives one of several open operands.
+bool Names::choosesOpen(const vel::ASTNode& node) {
+  if (node.type() != vel::ASTType::Expression) return false;
   const auto& expr = static_cast<const Expr&>(node);
   if (expr.kind != ExprKind::Call || expr.analysed) return false;
   const auto& call = static_cast<const Call&>(*expr.leaf(0));
   const OperatorTraits& traits = hostkit::operatorTraits(TreeBuilder::source(*call.leaf(0)));
-  const vel::ASTNode* const list = traits.chooses() ? call.parameters() : nullptr;
+  const bool passes = traits.chooses() || traits.result == OperatorTraits::Result::Passed;
+  const vel::ASTNode* const list = passes ? call.parameters() : nullptr;
   bool all = list != nullptr;
   for (int i = traits.firstChoice; all && i < list->leavesCount(); ++i) {
-    const vel::ASTNode& choice = *list->leaf(i);
-    const bool named = kindOf(choice) == NodeKind::Argument;
-    all = named ? isAmbiguous(*choice.leaf(1)) || choosesAmbiguous(*choice.leaf(1))
-                : isAmbiguous(choice) || choosesAmbiguous(choice);
+    const bool named = kindOf(*list->leaf(i)) == NodeKind::Argument;
+    const vel::ASTNode& choice = named ? *list->leaf(i)->leaf(1) : *list->leaf(i);
+    const Literal* const literal = literalOf(choice);
+    all =
+        literal != nullptr ? !literal->value.fixedType : isAmbiguous(choice) || choosesOpen(choice);
   }
   return all;
 }

@@ -38,7 +38,7 @@ class Names : public Part {
 
  private:
   bool hasAmbiguous() const;
-  bool choosesAmbiguous(const vel::ASTNode& node);
+  bool choosesOpen(const vel::ASTNode& node);
 
   VarSymbol* waitingNamed(std::string_view name);
 
