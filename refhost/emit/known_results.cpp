@@ -33,22 +33,26 @@ bool excludes(const ASTNode& node, const ASTNode& number) {
   return false;
 }
 
-// The low bits that keep the value of `expr`: those of the small type that the value has, or that
-// it gets by an assignment or an operator. 0 for large types.
+// The low bits that keep the value of `expr`: those of the type that the value has, or of
+// the smaller one that it gets by an assignment or an operator. 0 for what is no integer.
 std::uint64_t keptBits(const Expr& expr) {
   const auto bits = [](BasicDataType type) -> std::uint64_t {
     const ElementaryType* const row = isInteger(type) ? elementaryType(type) : nullptr;
-    return row == nullptr || row->size > 2 ? 0 : (row->size == 1 ? 0xFF : 0xFFFF);
+    return row == nullptr ? 0 : ~std::uint64_t{0} >> (64 - 8 * row->size);
   };
-  if (const std::uint64_t own = bits(typeOf(expr))) return own;
+  const std::uint64_t own = bits(typeOf(expr));
   const ASTNode* root = &expr;
   while (root->parent() != nullptr && root->parent()->type() == vel::ASTType::Expression) {
     root = root->parent();
   }
   const ASTNode* const user = root->parent();
-  if (user == nullptr) return 0;
-  if (user->type() == vel::ASTType::ParameterList) return bits(typeOf(*user->parent()));
-  return statementKindOf(*user) == StatementKind::Assignment ? bits(typeOf(*user->leaf(0))) : 0;
+  std::uint64_t used = 0;
+  if (user != nullptr && user->type() == vel::ASTType::ParameterList) {
+    used = bits(typeOf(*user->parent()));
+  } else if (user != nullptr && statementKindOf(*user) == StatementKind::Assignment) {
+    used = bits(typeOf(*user->leaf(0)));
+  }
+  return used != 0 ? own & used : own;
 }
 
 // The bits of a value that compilers may know.
@@ -80,6 +84,11 @@ KnownBits knownBits(const ASTNode& node) {
     }
     return known;
   }
+  if (expr.kind == ExprKind::Multiply) {
+    const bool zero =
+        knownBits(*expr.leaf(0)).zeros == kAll || knownBits(*expr.leaf(1)).zeros == kAll;
+    return {0, zero ? kAll : 0};
+  }
   if (formOf(expr.kind) != ExprForm::Logic || isDecided(expr)) return {};
   const KnownBits left = knownBits(*expr.leaf(0));
   const KnownBits right = knownBits(*expr.leaf(1));
@@ -88,8 +97,8 @@ KnownBits knownBits(const ASTNode& node) {
   return {left.ones ^ right.ones, left.zeros & right.zeros};
 }
 
-// True of an OR that gives the largest number of a small type whatever its operands are, and of an
-// AND that gives 0. gcc takes that for an overflow when the number is stored.
+// True of an OR that gives all ones whatever its operands are, and of an AND that gives 0. gcc
+// takes that for an overflow when the number is stored.
 bool isDecided(const Expr& expr) {
   const bool ones = expr.kind == ExprKind::Or;
   const std::uint64_t kept = ones || expr.kind == ExprKind::And ? keptBits(expr) : 0;
@@ -126,6 +135,11 @@ bool isObvious(const Expr& expr, std::string_view a, std::string_view b) {
 }
 
 }  // namespace
+
+bool isKnown(const ASTNode& node) {
+  const KnownBits bits = knownBits(node);
+  return ~(bits.ones | bits.zeros) == 0;
+}
 
 std::string hidden(const Expr& expr, BasicDataType type, std::string_view text) {
   if (type == BasicDataType::None) type = typeOf(*expr.leaf(0));

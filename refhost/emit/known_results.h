@@ -13,6 +13,9 @@ namespace refhost {
 // `type` is the type to which they have been converted, None if they have not.
 std::string plainOperation(const Expr& expr, BasicDataType type, std::string a, std::string b);
 
+// True of an operand whose bits compilers may all know.
+bool isKnown(const vel::ASTNode& node);
+
 // A text of the given type, None for that of the first operand of `expr`, whose value C compilers
 // do not know.
 std::string hidden(const Expr& expr, BasicDataType type, std::string_view text);

@@ -70,8 +70,9 @@ void ExpressionWriter::unary(const Expr& expr, std::string& out) {
     } else {
       out += fmt::format("({})~", cType(type));
       // gcc takes the value of a BOOL for one, also after a cast.
-      if (inner.type() == vel::ASTType::Expression &&
-          static_cast<const Expr&>(inner).kind == ExprKind::Call) {
+      const bool call = inner.type() == vel::ASTType::Expression &&
+                        static_cast<const Expr&>(inner).kind == ExprKind::Call;
+      if (call || (isKnown(inner) && !constantInteger(inner))) {
         out += hidden(expr, type, expressionText(const_cast<ASTNode*>(&inner)));
         return;
       }
