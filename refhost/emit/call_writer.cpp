@@ -174,9 +174,16 @@ std::string CallWriter::operandText(const Call& call) {
   const std::string zero = zeroText(file_.names, call.dataType);
   if (call.enabled == nullptr) return fmt::format("(({}) ? ({}) : {})", enable, value, zero);
   const std::string flag = body_.newName();
-  const std::string result = body_.newName();
-  return fmt::format("({{ u8 {0} = {1}; __auto_type {2} = {0} ? ({3}) : {4}; {5}; {2}; }})", flag,
-                     enable, result, value, zero, storeEnabled(call, flag));
+  const std::string choice = fmt::format("{} ? ({}) : {}", flag, value, zero);
+  // A text may be printed into a buffer that ends with the statement expression.
+  const bool text = isTextType(call.dataType);
+  const std::string result = text ? body_.temporary(call.dataType) : body_.newName();
+  const std::string kept =
+      text ? storeText(file_.names, call.dataType, {Place::Kind::Object, result}, choice,
+                       valueType(call.dataType))
+           : fmt::format("__auto_type {} = {}", result, choice);
+  return fmt::format("({{ u8 {} = {}; {}; {}; {}; }})", flag, enable, kept,
+                     storeEnabled(call, flag), result);
 }
 
 std::string CallWriter::storeEnabled(const Call& call, const std::string& flag) {

@@ -20,6 +20,18 @@ bool isCompound(const ASTNode* node) {
   return !simple && !constantInteger(*operand);
 }
 
+// True of a text that an operator prints into a buffer of its own. That ends with the innermost
+// statement expression around the call.
+bool isPrinted(const ASTNode& operand) {
+  return isTextType(static_cast<const Expr&>(operand).dataType) &&
+         anyNode(operand, [](const ASTNode& node) {
+           if (kindOf(node) != NodeKind::Invocation) return false;
+           const auto& call = static_cast<const Call&>(node);
+           return call.op() != nullptr && isTextType(call.dataType) &&
+                  call.traits()->family == OperatorFamily::StringConversion;
+         });
+}
+
 }  // namespace
 
 bool hasCompoundOperand(const Call& call) {
@@ -48,16 +60,24 @@ std::string ExpressionWriter::inOrder(const std::vector<const ASTNode*>& operand
                      : operands.begin();
   const bool lastIsHeld = uses != Uses::Once || !std::all_of(ordered, operands.end(), isFixed);
   if (ordered != operands.begin() && !lastIsHeld) --ordered;
+  const auto isHeld = [&](auto at) {
+    if (isPlace(*at)) return at < ordered && !isFixed(*at);
+    const bool repeated = uses == Uses::Repeated && isCompound(*at);
+    return repeated || (at < ordered && !isConstant(**at));
+  };
+  bool holds = false;
+  for (auto at = operands.begin(); at != operands.end(); ++at) holds = holds || isHeld(at);
+  if (!holds) return write();
   std::string held;
   for (auto at = operands.begin(); at != operands.end(); ++at) {
     const auto& operand = static_cast<const Expr&>(**at);
-    if (operand.dataType == nullptr) continue;
-    if (isPlace(*at)) {
-      if (at < ordered && !isFixed(*at)) held += places.hold(operand) + ' ';
+    if (operand.dataType == nullptr || (!isHeld(at) && (isPlace(*at) || !isPrinted(operand)))) {
       continue;
     }
-    const bool repeated = uses == Uses::Repeated && isCompound(*at);
-    if (!repeated && (at >= ordered || isConstant(**at))) continue;
+    if (isPlace(*at)) {
+      held += places.hold(operand) + ' ';
+      continue;
+    }
     std::string value;
     append(operand, value);
     // A string stays in scope: the value of a statement expression may be a pointer to it.

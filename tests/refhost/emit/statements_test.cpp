@@ -285,6 +285,13 @@ TEST(StatementsInC, OfEveryKind) {
        "(vel_t2 >= -128 && vel_t2 <= -1) { } vel_t3 = @si; if (vel_t3 == -129) { } vel_t4 = @l; if "
        "(vel_t4 == (-9223372036854775807LL - 1)) { } vel_t5 = @bt; if (vel_t5 == 0 || vel_t5 == "
        "256) { } vel_t6 = @ul; if (0) { } else if ((vel_t6 >= 0 && vel_t6 <= 3) || 0) { }"},
+      {"s := CONCAT(INT_TO_STRING(EN := b, i, ENO => b), 'x'); s := SEL(F(1, 2) > 0, s, "
+       "INT_TO_STRING(i));",
+       "char vel_t2[81]; i16 vel_t3; vel_string_concat(@s, 6, 2, (const char*[]){({ u8 vel_t1 = "
+       "@b; vel_string_set(vel_t2, 81, vel_t1 ? (INT_TO_STRING((@i), _returnString)) : \"\"); @b = "
+       "vel_t1; vel_t2; }), \"x\"}); vel_string_set(@s, 6, ({ u8 vel_t4 = F(1, 2, &vel_t3) > 0; "
+       "vel_string_set(vel_t2, 81, INT_TO_STRING((@i), _returnString)); SEL((vel_t4), (@s), "
+       "(vel_t2)); }));"},
       {"s := TO_STRING(SEL(b, a[1], a[2]) + 1); i := SEL(b, a[1], a[2]) / a[1]; l := -SEL(b, a[1], "
        "l) * 2; b := NOT SEL(b, a[1] > 0, a[2] < 0); b := SEL(b, a2[0, 0], b) = b;",
        "vel_string_set(@s, 6, INT_TO_STRING(((i16)((SEL((@b), (@a.a[0]), (@a.a[1]))) + 1)), "
