@@ -86,7 +86,7 @@ std::optional<std::string> valueBytes(const refhost::ValueShape& shape, const st
       if (type != BasicDataType::Bool && type != BasicDataType::BitAddress) return {};
       return lowBytes(value.magnitude, shape.byteSize);
     case LiteralForm::Integer:
-      if (!shape.allows(value.negative, value.magnitude)) return {};
+      if (!shape.allows({value.negative, value.magnitude})) return {};
       return integerBytes(value, type, shape.byteSize);
     case LiteralForm::String:
       if (value.type != type) return {};

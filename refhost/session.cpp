@@ -276,7 +276,7 @@ bool Session::assignmentText(const ProgramVariable& variable, const std::string&
   const bool infinite = variable.type == BasicDataType::Real && value.form == LiteralForm::Real &&
                         std::isinf(static_cast<float>(value.real));
   const bool outside = value.form == LiteralForm::Integer && variable.shape != nullptr &&
-                       !variable.shape->allows(value.negative, value.magnitude);
+                       !variable.shape->allows({value.negative, value.magnitude});
   if (!fits || infinite || outside) {
     error = "'" + text + "' is not a value of type " + variable.typeName;
     return false;

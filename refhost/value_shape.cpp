@@ -9,6 +9,15 @@ using Shape = ValueShapes::Shape;
 
 namespace {
 
+ValueShape::Number numberOf(Integer number) {
+  return {number < 0, static_cast<std::uint64_t>(number < 0 ? -number : number)};
+}
+
+bool isLess(const ValueShape::Number& a, const ValueShape::Number& b) {
+  if (a.negative != b.negative) return a.negative && (a.magnitude != 0 || b.magnitude != 0);
+  return a.negative ? a.magnitude > b.magnitude : a.magnitude < b.magnitude;
+}
+
 Shape elementaryShape(const vel::SymbolDataType& type) {
   auto shape = std::make_shared<ValueShape>();
   shape->typeName = displayName(&type);
@@ -19,7 +28,7 @@ Shape elementaryShape(const vel::SymbolDataType& type) {
     }
   }
   if (const auto* const subrange = dynamic_cast<const SubrangeType*>(&type)) {
-    shape->range = subrange->range;
+    shape->range = {numberOf(subrange->range.low), numberOf(subrange->range.high)};
   }
   if (const auto* const text = dynamic_cast<const StringType*>(&type)) {
     shape->byteSize = text->byteSize();
@@ -32,6 +41,10 @@ Shape elementaryShape(const vel::SymbolDataType& type) {
 }
 
 }  // namespace
+
+bool ValueShape::allows(const Number& number) const {
+  return !range || (!isLess(number, range->first) && !isLess(range->second, number));
+}
 
 Shape ValueShapes::retained(const vel::SymbolDataType* type, Retention retention) {
   if (retention == Retention::NonRetain) return nullptr;

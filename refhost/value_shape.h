@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "host/symbol.h"
-#include "refhost/services/derived_types.h"
 #include "refhost/syntax/retention.h"
 
 namespace refhost {
@@ -32,7 +31,12 @@ struct ValueShape {
   int byteSize = 0;
   std::vector<std::pair<std::int64_t, std::string>> names;  // of an enumeration's values
 
-  std::optional<Bounds> range;  // of a subrange
+  // Of a subrange: the sign and magnitude of the lowest and the highest number.
+  struct Number {
+    bool negative = false;
+    std::uint64_t magnitude = 0;
+  };
+  std::optional<std::pair<Number, Number>> range;
 
   std::string cType;  // of an array or a structure
 
@@ -47,10 +51,7 @@ struct ValueShape {
 
   bool hasParts() const { return element != nullptr || isStructure; }
   // False for a number outside of a subrange.
-  bool allows(bool negative, std::uint64_t magnitude) const {
-    const Integer number = negative ? -Integer{magnitude} : Integer{magnitude};
-    return !range || (number >= range->low && number <= range->high);
-  }
+  bool allows(const Number& number) const;
 };
 
 // The shapes of types. Each type has one, however often it is asked for or contained in others, so
