@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <optional>
+
 #include "refhost/emit/call_writer.h"
 #include "refhost/emit/place.h"
 #include "refhost/semantics/arithmetic.h"
@@ -33,19 +35,22 @@ bool excludes(const ASTNode& node, const ASTNode& number) {
   return false;
 }
 
-// The low bits that keep the value of `expr`: those of the type that the value has, or of
-// the smaller one that it gets by an assignment or an operator. 0 for what is no integer.
+// How many levels of an expression are looked at, so that long chains take no time and no stack.
+constexpr int kLevels = static_cast<int>(kChainPiece);
+
+// The low bits that keep the value of `expr`: those of the type that the value has, or of the
+// smaller one that it gets by an assignment or an operator. 0 for what is no integer.
 std::uint64_t keptBits(const Expr& expr) {
   const auto bits = [](BasicDataType type) -> std::uint64_t {
     const ElementaryType* const row = isInteger(type) ? elementaryType(type) : nullptr;
     return row == nullptr ? 0 : ~std::uint64_t{0} >> (64 - 8 * row->size);
   };
   const std::uint64_t own = bits(typeOf(expr));
-  const ASTNode* root = &expr;
-  while (root->parent() != nullptr && root->parent()->type() == vel::ASTType::Expression) {
-    root = root->parent();
+  const ASTNode* user = expr.parent();
+  for (int level = 0; user != nullptr && user->type() == vel::ASTType::Expression; ++level) {
+    if (level == kLevels) return own;
+    user = user->parent();
   }
-  const ASTNode* const user = root->parent();
   std::uint64_t used = 0;
   if (user != nullptr && user->type() == vel::ASTType::ParameterList) {
     used = bits(typeOf(*user->parent()));
@@ -59,54 +64,66 @@ std::uint64_t keptBits(const Expr& expr) {
 struct KnownBits {
   std::uint64_t ones = 0;
   std::uint64_t zeros = 0;
+
+  bool any() const { return (ones | zeros) != 0; }
 };
 
-bool isDecided(const Expr& expr);
+// An OR that gives all ones whatever its operands are is decided, and so is an AND that gives 0.
+// gcc takes that for an overflow when the number is stored.
+struct Logic {
+  Logic(const Expr& expr, int levels);
 
-KnownBits knownBits(const ASTNode& node) {
+  KnownBits left;
+  KnownBits right;
+  KnownBits result;
+  bool decided = false;
+};
+
+KnownBits knownBits(const ASTNode& node, int levels = kLevels) {
   if (const auto constant = constantInteger(node)) {
     const auto bits = static_cast<std::uint64_t>(*constant);
     return {bits, ~bits};
   }
-  if (node.type() != vel::ASTType::Expression) return {};
+  if (node.type() != vel::ASTType::Expression || levels == 0) return {};
   // A time or a real number that is converted may give any bits.
   constexpr std::uint64_t kAll = ~std::uint64_t{0};
   if (literalOf(node) != nullptr) return {kAll, kAll};
   const auto& expr = static_cast<const Expr&>(node);
-  KnownBits known;
   if (expr.kind == ExprKind::Call) {
     const auto& call = static_cast<const Call&>(*expr.leaf(0));
     if (call.op() == nullptr) return {};  // compilers see through the macros of operators only
+    KnownBits known;
     for (const ASTNode* const operand : parametersOf(call)) {
-      const KnownBits bits = knownBits(*operand);
+      const KnownBits bits = knownBits(*operand, levels - 1);
       known.ones |= bits.ones;
       known.zeros |= bits.zeros;
     }
     return known;
   }
   if (expr.kind == ExprKind::Multiply) {
-    const bool zero =
-        knownBits(*expr.leaf(0)).zeros == kAll || knownBits(*expr.leaf(1)).zeros == kAll;
+    const bool zero = knownBits(*expr.leaf(0), levels - 1).zeros == kAll ||
+                      knownBits(*expr.leaf(1), levels - 1).zeros == kAll;
     return {0, zero ? kAll : 0};
   }
-  if (formOf(expr.kind) != ExprForm::Logic || isDecided(expr)) return {};
-  const KnownBits left = knownBits(*expr.leaf(0));
-  const KnownBits right = knownBits(*expr.leaf(1));
-  if (expr.kind == ExprKind::Or) return {left.ones | right.ones, left.zeros & right.zeros};
-  if (expr.kind == ExprKind::And) return {left.ones & right.ones, left.zeros | right.zeros};
-  return {left.ones ^ right.ones, left.zeros & right.zeros};
+  if (formOf(expr.kind) != ExprForm::Logic) return {};
+  const Logic logic(expr, levels);
+  return logic.decided ? KnownBits{} : logic.result;
 }
 
-// True of an OR that gives all ones whatever its operands are, and of an AND that gives 0. gcc
-// takes that for an overflow when the number is stored.
-bool isDecided(const Expr& expr) {
-  const bool ones = expr.kind == ExprKind::Or;
-  const std::uint64_t kept = ones || expr.kind == ExprKind::And ? keptBits(expr) : 0;
-  if (kept == 0) return false;
-  const KnownBits left = knownBits(*expr.leaf(0));
-  const KnownBits right = knownBits(*expr.leaf(1));
-  const std::uint64_t known = ones ? left.ones | right.ones : left.zeros | right.zeros;
-  return (kept & ~known) == 0;
+Logic::Logic(const Expr& expr, int levels)
+    : left(knownBits(*expr.leaf(0), levels - 1)), right(knownBits(*expr.leaf(1), levels - 1)) {
+  std::uint64_t known = 0;
+  if (expr.kind == ExprKind::Or) {
+    result = {left.ones | right.ones, left.zeros & right.zeros};
+    known = result.ones;
+  } else if (expr.kind == ExprKind::And) {
+    result = {left.ones & right.ones, left.zeros | right.zeros};
+    known = result.zeros;
+  } else {
+    result = {left.ones ^ right.ones, left.zeros & right.zeros};
+  }
+  const std::uint64_t kept = known != 0 ? keptBits(expr) : 0;
+  decided = kept != 0 && (kept & ~known) == 0;
 }
 
 // True of an operation whose result compilers know: on equal operands, on constants, on a constant
@@ -150,13 +167,12 @@ std::string hidden(const Expr& expr, BasicDataType type, std::string_view text) 
 std::string plainOperation(const Expr& expr, BasicDataType type, std::string a, std::string b) {
   const ASTNode& left = *expr.leaf(0);
   const ASTNode& right = *expr.leaf(1);
-  if (isDecided(expr)) {
-    const auto knows = [](const ASTNode& operand) {
-      const KnownBits bits = knownBits(operand);
-      return (bits.ones | bits.zeros) != 0;
-    };
-    if (knows(left)) a = hidden(expr, type, a);
-    if (knows(right)) b = hidden(expr, type, b);
+  const bool logic = formOf(expr.kind) == ExprForm::Logic;
+  const std::optional<Logic> known =
+      logic ? std::optional<Logic>(std::in_place, expr, kLevels) : std::nullopt;
+  if (known && known->decided) {
+    if (known->left.any()) a = hidden(expr, type, a);
+    if (known->right.any()) b = hidden(expr, type, b);
   } else if (isObvious(expr, unparenthesized(a), unparenthesized(b))) {
     const bool second = isConstant(right, unparenthesized(b));
     if (second) b = hidden(expr, type, b);
