@@ -56,9 +56,11 @@ class AddOnPages {
   std::unique_ptr<refhost::Session> session_;
 };
 
-}  // namespace
+using Topics = std::vector<std::string>;
 
-int explain(const CommonOptions& common, const std::vector<std::string>& topics) {
+// The topics are message codes and operator names; without one, lists the codes. Loads libraries
+// only for names that velc itself does not know.
+int explain(const CommonOptions& common, const Topics& topics) {
   std::string text;
   if (topics.empty()) {
     for (const Topic& message : explainedMessages()) {
@@ -73,6 +75,18 @@ int explain(const CommonOptions& common, const std::vector<std::string>& topics)
   }
   writeStandardOutput(text);
   return kSuccess;
+}
+
+}  // namespace
+
+void addExplainCommand(CommandLine& line) {
+  CLI::App& command =
+      line.addPluginCommand("explain", "Tell what messages mean and what operators do");
+  const auto topics = std::make_shared<Topics>();
+  command.add_option("TOPIC", *topics,
+                     "Code of a message (0xC0032) or name of an operator; without one, the codes "
+                     "are listed");
+  line.setAction(command, topics, explain);
 }
 
 }  // namespace velc

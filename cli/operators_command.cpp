@@ -12,6 +12,12 @@ namespace velc {
 
 namespace {
 
+struct OperatorsOptions {
+  std::vector<std::string> names;  // empty: all
+  bool detailed = false;
+  bool json = false;
+};
+
 std::string asLines(const std::vector<OperatorEntry>& entries, bool detailed) {
   std::string text;
   for (const OperatorEntry& entry : entries) {
@@ -38,13 +44,24 @@ std::string asJson(const std::vector<OperatorEntry>& entries) {
   return array.dump(2) + '\n';
 }
 
-}  // namespace
-
 int listOperators(const CommonOptions& common, const OperatorsOptions& options) {
   const auto session = startSession(common);
   const auto entries = operatorCatalogue(*session, options.names);
   writeStandardOutput(options.json ? asJson(entries) : asLines(entries, options.detailed));
   return kSuccess;
+}
+
+}  // namespace
+
+void addOperatorsCommand(CommandLine& line) {
+  CLI::App& command =
+      line.addCommand("operators", "List the operators in the order of registration");
+  const auto options = std::make_shared<OperatorsOptions>();
+  command.add_option("NAME", options->names, "Only these");
+  command.add_flag("--long", options->detailed,
+                   "With class, family, and whether it is a function-call operator");
+  command.add_flag("--json", options->json, "All of that, and the names of the inputs, as JSON");
+  line.setAction(command, options, listOperators);
 }
 
 }  // namespace velc

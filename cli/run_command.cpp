@@ -16,6 +16,7 @@
 #include "cli/program_driver.h"
 #include "cli/progress.h"
 #include "cli/retention.h"
+#include "cli/run_options.h"
 #include "cli/temporary_folder.h"
 #include "cli/translation.h"
 
@@ -97,8 +98,6 @@ std::string readFile(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-}  // namespace
-
 void refuseSource(const RunOptions& options) {
   for (const std::string& file : options.files) {
     std::error_code missing;
@@ -150,6 +149,17 @@ int run(const CommonOptions& common, const RunOptions& options) {
   writeStandardOutput(readFile(folder.path() / "trace") +
                       valueLines(*session, variables, readFile(folder.path() / "values")));
   return kSuccess;
+}
+
+}  // namespace
+
+void addRunCommand(CommandLine& line) {
+  CLI::App& command =
+      line.addCommand("run", "Translate, compile and run programs; print their variables");
+  const auto options = std::make_shared<RunOptions>();
+  addSources(command, line.common, options->files);
+  addRunOptions(command, *options);
+  line.setAction(command, options, run);
 }
 
 }  // namespace velc

@@ -12,6 +12,12 @@ namespace velc {
 
 namespace {
 
+struct TranslateOptions {
+  std::vector<std::string> files;
+  std::string output = "-";  // "-": standard output
+  bool callTree = false;     // print the call tree instead of the C to standard output
+};
+
 std::string callTreeText(refhost::Session& session) {
   auto edges = nlohmann::ordered_json::array();
   for (const refhost::CallEdge& edge : session.calls()) {
@@ -21,8 +27,6 @@ std::string callTreeText(refhost::Session& session) {
   }
   return edges.dump(2) + '\n';
 }
-
-}  // namespace
 
 int translate(const CommonOptions& common, const TranslateOptions& options) {
   for (const std::string& file : options.files) {
@@ -42,6 +46,19 @@ int translate(const CommonOptions& common, const TranslateOptions& options) {
     writeStandardOutput(*text);
   }
   return kSuccess;
+}
+
+}  // namespace
+
+void addTranslateCommand(CommandLine& line) {
+  CLI::App& command = line.addCommand("translate", "Translate programs into C");
+  const auto options = std::make_shared<TranslateOptions>();
+  addSources(command, line.common, options->files);
+  command.add_option("-o,--output", options->output, "Where the C goes (default: standard output)")
+      ->type_name("OUT.c");
+  command.add_flag("--call-tree", options->callTree,
+                   "Print who calls what as JSON; the C goes only where -o says");
+  line.setAction(command, options, translate);
 }
 
 }  // namespace velc

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/commands.h"
+#include "cli/common_options.h"
 #include "refhost/session.h"
 
 namespace velc {
