@@ -8,10 +8,18 @@ namespace refhost {
 
 namespace {
 
+// The position of the quote that ends the string literal which begins at `quote`.
+std::size_t endOfLiteral(std::string_view text, std::size_t quote) {
+  std::size_t end = quote + 1;
+  while (text[end] != '"') end += text[end] == '\\' ? 2 : 1;
+  return end;
+}
+
 // True if a first parenthesis is closed by the last character.
 bool isEnclosed(std::string_view text) {
   int depth = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"') i = endOfLiteral(text, i);
     if (text[i] == '(') ++depth;
     if (text[i] == ')') --depth;
     if (depth == 0 && i + 1 < text.size()) return false;
@@ -107,8 +115,7 @@ std::string enclosed(const std::string& text) { return isEnclosed(text) ? text :
 std::string_view unparenthesized(std::string_view text) {
   // `({` begins a statement expression.
   const bool wrapped = text.size() > 2 && text[0] == '(' && text[1] != '{';
-  if (!wrapped || text.find('"') != text.npos) return text;
-  if (!isEnclosed(text)) return text;
+  if (!wrapped || !isEnclosed(text)) return text;
   return unparenthesized(text.substr(1, text.size() - 2));
 }
 

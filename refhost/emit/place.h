@@ -55,7 +55,7 @@ std::string storeText(const SymbolNames& names, const vel::SymbolDataType* to, c
 
 // `text` as the operand of a cast, in parentheses unless it has them.
 std::string enclosed(const std::string& text);
-// `text` without the parentheses around it. Texts with string literals keep them.
+// `text` without the parentheses around it.
 std::string_view unparenthesized(std::string_view text);
 
 }  // namespace refhost

@@ -83,10 +83,11 @@ TEST(StatementsInC, OfEveryKind) {
        "&@a.a[vel_index(@i, 1, 3)]; B_body(&@fb); @j = @fb.o; vel_t2 = &@fa.a[vel_index(@i, 0, "
        "1)]; vel_t2->io = &@pt.x; B_body(vel_t2); @r = vel_t2->o; vel_t3 = @pfb; vel_t3->io = &@i; "
        "B_body(vel_t3); @fb.io = @ip; B_body(&@fb); @i = @fb.o; @fb.i = @fa.a[1].o;"},
-      {"b := i = j AND_THEN b; b := b OR_ELSE (b AND b); IF b THEN i := 1; ELSIF NOT b THEN "
-       "RETURN; ELSE i := 2; END_IF;",
-       "@b = (@i == @j) && @b; @b = @b || (@b & @b); if (@b) { @i = 1; } else if (!@b) { goto "
-       "vel_return; } else { @i = 2; } vel_return:;"},
+      {"b := i = j AND_THEN b; b := b OR_ELSE (b AND b); IF b THEN i := 1; ELSIF MOVE(s = '\"(') "
+       "THEN RETURN; ELSE i := 2; END_IF;",
+       "@b = (@i == @j) && @b; @b = @b || (@b & @b); if (@b) { @i = 1; } else if "
+       "(vel_string_compare(@s, \"\\042(\") == 0) { goto vel_return; } else { @i = 2; } "
+       "vel_return:;"},
       {"WHILE i < 3 DO IF b THEN EXIT; END_IF; CONTINUE; END_WHILE; REPEAT i := i + 1; UNTIL i > 3 "
        "OR b END_REPEAT; REPEAT UNTIL b END_REPEAT;",
        "while (@i < 3) { if (@b) { break; } continue; } do { @i = (i16)(@i + 1); } while (!((@i > "
