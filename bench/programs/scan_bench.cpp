@@ -88,7 +88,7 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (outcomes(translated) != outcomes(by_hand)) {
-    std::fputs(VEL_EXAMPLE ": what is written by hand does another thing\n", stderr);
+    std::fprintf(stderr, "%s: what is written by hand does another thing\n", argv[0]);
     return 1;
   }
   benchmark::RegisterBenchmark("translated", measure, translated);
