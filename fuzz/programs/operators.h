@@ -26,6 +26,7 @@ class Random {
   std::mt19937_64 engine_;
 };
 
+using Predicate = std::function<bool(const Type&)>;
 using Types = std::vector<const Type*>;
 using Values = std::vector<Value>;
 
