@@ -7,6 +7,10 @@
 namespace generated {
 namespace {
 
+Expr literalOf(const Value& value, bool bare = false) {
+  return {Expr::Literal, value.type, printed(value), {}, value, bare};
+}
+
 Expr folded(const char* name, Expr a, Expr b) {
   const Type& type = *a.type;
   Values values = {a.value, b.value};
@@ -16,8 +20,8 @@ Expr folded(const char* name, Expr a, Expr b) {
 }
 
 Expr variable(const Variable& variable) {
-  const bool global = variable.role >= Variable::Constant;
-  return {global ? Expr::Global : Expr::Variable, variable.type, variable.name};
+  const auto kind = variable.role >= Variable::Constant ? Expr::Global : Expr::Variable;
+  return {kind, variable.type, variable.name, {}, variable.initial.value};
 }
 
 bool varies(const Expr& expr) {
@@ -25,15 +29,20 @@ bool varies(const Expr& expr) {
   return expr.text != "SIZEOF" && std::any_of(expr.operands.begin(), expr.operands.end(), varies);
 }
 
+// Between 0 and 100, which every integer, time and date holds.
+Expr small(const Expr& operand) {
+  const Type& type = *operand.type;
+  Expr below = operation("MIN", type, {operand, literalOf(real(type, 100))});
+  return operation("MAX", type, {std::move(below), literalOf(real(type, 0))});
+}
+
 }  // namespace
 
 const Type& plain(const Type& of) { return of.text() ? type(of.kind, of.bits) : of; }
 
 Expr operation(const Operator& op, const Type& type, std::vector<Expr> operands) {
-  Expr expr{Expr::Operation, &type, nameOf(op, plain(*operands[0].type), type)};
-  expr.op = &op;
-  expr.operands = std::move(operands);
-  return expr;
+  const std::string name = nameOf(op, plain(*operands[0].type), type);
+  return {Expr::Operation, &type, name, std::move(operands), {}, false, &op};
 }
 
 Expr operation(const char* name, const Type& type, std::vector<Expr> operands) {
@@ -44,82 +53,61 @@ Expr operation(const char* name, const Type& type, std::vector<Expr> operands) {
 
 Wide Generator::wholeNumber(const Type& type) {
   const Wide lowest = type.kind == Type::Unsigned ? 0 : -(Wide{1} << (type.bits - 1));
-  switch (random_.below(5)) {
-    case 0:
-      return lowest + random_.below(2);
-    case 1:
-      return lowest + (Wide{1} << type.bits) - 1 - random_.below(2);
-    case 2:
-      return integer(type, static_cast<Wide>(random_.bits())).number;
-    default:
-      return std::max<Wide>(lowest, random_.below(30) - 10);
-  }
+  const int choice = random_.below(5);
+  if (choice == 0) return lowest + random_.below(2);
+  if (choice == 1) return lowest + (Wide{1} << type.bits) - 1 - random_.below(2);
+  if (choice == 2) return integer(type, static_cast<Wide>(random_.bits())).number;
+  return std::max<Wide>(lowest, random_.below(30) - 10);
 }
 
 Expr Generator::literal(const Type& type, Bare bare) {
-  Expr expr{Expr::Literal, &type};
-  expr.value = {&type};
-  bool itself = false;
+  const bool always = bare == Bare::Always;
+  if (type.integer()) return integerLiteral(type, wholeNumber(type), bare);
+  if (type.text()) return textLiteral(type);
+  if (type.whole()) {
+    Expr whole{Expr::Whole, &type};
+    const std::vector<Part> parts = partsOf(type);
+    const int count = 1 + random_.below(static_cast<int>(parts.size()));
+    for (auto part = parts.begin(); part != parts.begin() + count; ++part) {
+      whole.operands.push_back(literal(*part->initial.type, bare));
+    }
+    return whole;
+  }
   switch (type.kind) {
-    case Type::Bool:
-      expr.value = boolean(random_.chance(50));
-      itself = true;
-      break;
-    case Type::Signed:
-    case Type::Unsigned:
-      return integerLiteral(type, wholeNumber(type), bare);
+    case Type::Bool: {
+      const Value value = boolean(random_.chance(50));
+      return literalOf(value, always || (bare == Bare::AsItself && random_.chance(50)));
+    }
     case Type::Real: {
       // A REAL and an LREAL both hold them, since a literal reaches C with all its digits.
       static const std::vector<double> kSpecial = {0, 1e10, -1, 16777216, 0.5, 2.5};
       const double other = (random_.below(4001) - 2000) / 64.0;
       // Alone it has the type that is wanted of what it is a part of.
-      expr.value.real = random_.chance(20) ? random_.pick(kSpecial) : other;
-      break;
+      return literalOf({&type, 0, random_.chance(20) ? random_.pick(kSpecial) : other}, always);
     }
-    case Type::Text:
-    case Type::WideText:
-      return textLiteral(type);
     case Type::Enumeration: {
       const auto& [name, number] = random_.pick(type.names);
-      return {Expr::Literal, &type, name, bare == Bare::Always, {&type, number}};
+      return {Expr::Literal, &type, name, {}, {&type, number}, always};
     }
     case Type::Pointer:
-      return {Expr::Literal, &type, "NULL", true, {&type}};
-    case Type::Array:
-    case Type::Structure: {
-      expr.kind = Expr::Whole;
-      long size = std::max(1L, static_cast<long>(type.parts.size()));
-      for (const auto& [first, last] : type.bounds) size *= last - first + 1;
-      for (int i = random_.below(static_cast<int>(size)); i >= 0; --i) {
-        const Type* const part =
-            type.kind == Type::Array ? type.element : type.parts[expr.operands.size()].initial.type;
-        expr.operands.push_back(literal(*part, bare));
-      }
-      return expr;
-    }
+      return {Expr::Literal, &type, "NULL", {}, {&type}, true};
     default: {
       constexpr Wide kDay = 86400;
       const Wide n = type.kind == Type::Duration ? wholeNumber(type) : random_.below(2000000000);
-      expr.value.number = type.kind == Type::Date        ? n / kDay * kDay
-                          : type.kind == Type::TimeOfDay ? n % (kDay * 1000)
-                                                         : n;
-      bare = Bare::Always;
+      const Wide held = type.kind == Type::Date        ? n / kDay * kDay
+                        : type.kind == Type::TimeOfDay ? n % (kDay * 1000)
+                                                       : n;
+      return literalOf({&type, held}, true);
     }
   }
-  expr.text = printed(expr.value);
-  expr.bare = bare == Bare::Always || (bare == Bare::AsItself && itself && random_.chance(50));
-  return expr;
 }
 
 Expr Generator::integerLiteral(const Type& type, Wide number, Bare bare) {
-  Expr expr{Expr::Literal, &type};
-  expr.value = {&type, number};
-  expr.text = printed(expr.value);
+  Expr expr = literalOf({&type, number});
   const bool based = number >= 0 && random_.chance(30);
   if (based) {
     const char* const forms[] = {"2#{:b}", "8#{:o}", "16#{:X}"};
-    expr.text =
-        fmt::format(fmt::runtime(forms[random_.below(3)]), static_cast<std::uint64_t>(number));
+    expr.text = fmt::format(fmt::runtime(forms[random_.below(3)]), number);
   } else if (expr.text.size() > 4 && random_.chance(30)) {
     expr.text.insert(expr.text.size() - 3, "_");
   }
@@ -135,9 +123,7 @@ Expr Generator::integerLiteral(const Type& type, Wide number, Bare bare) {
 }
 
 Expr Generator::textLiteral(const Type& type) {
-  Expr expr{Expr::Literal, &type};
-  expr.bare = true;
-  expr.value = {&type};
+  Expr expr = literalOf({&type}, true);
   const char quote = type.kind == Type::Text ? '\'' : '"';
   for (int i = random_.chance(40) ? 0 : random_.below(9); i > 0; --i) {
     const char c = "kLm Zz!'\"$?\\"[random_.below(12)];
@@ -165,9 +151,7 @@ Expr Generator::constant(const Type& type, Wide number, Bare bare) {
 Expr Generator::term(const Type& type) {
   std::vector<Expr> found;
   for (const Variable& each : units_.list.front().variables) {
-    if (each.role != Variable::Constant || each.type != &type) continue;
-    found.push_back(variable(each));
-    found.back().value = each.initial.value;
+    if (each.role == Variable::Constant && each.type == &type) found.push_back(variable(each));
   }
   return found.empty() ? integerLiteral(type, wholeNumber(type), Bare::Never) : random_.pick(found);
 }
@@ -181,13 +165,11 @@ bool Generator::allows(const Variable& each, Access access) const {
 
 // The place, and elements, members and what it points to; of subscripts there are none yet.
 void Generator::collect(std::vector<Expr>& found, const Expr& place, Access access,
-                        const Wanted& wanted) {
+                        const Predicate& wanted) {
   const Type& type = *place.type;
   if (wanted(type)) found.push_back(place);
   const auto add = [&](Expr::Kind kind, const Type& part, const std::string& name) {
-    Expr expr{kind, &part, name};
-    expr.operands = {place};
-    collect(found, expr, access, wanted);
+    collect(found, {kind, &part, name, {place}}, access, wanted);
   };
   if (type.element != nullptr) add(Expr::Element, *type.element, "");
   if (type.kind == Type::Pointer) add(Expr::Pointed, *type.element, "");
@@ -202,7 +184,7 @@ void Generator::collect(std::vector<Expr>& found, const Expr& place, Access acce
   }
 }
 
-Expr Generator::place(Access access, const Wanted& wanted) {
+Expr Generator::place(Access access, const Predicate& wanted) {
   std::vector<Expr> found;
   for (const Unit& each : units_.list) {
     if (each.kind != Unit::Globals && &each != &unit()) continue;
@@ -231,9 +213,7 @@ Expr Generator::complete(Expr place) {
 Expr Generator::subscript(std::pair<long, long> bound) {
   ++nesting_;
   Expr result;
-  if (nesting_ < 3 && random_.chance(60)) {
-    result = expression(any([](const Type& each) { return each.integer(); }), 1);
-  }
+  if (nesting_ < 3 && random_.chance(60)) result = expression(any(&Type::integer), 1);
   --nesting_;
   if (varies(result)) return result;
   const int count = static_cast<int>(bound.second - bound.first) + 1;
@@ -252,9 +232,7 @@ Expr Generator::leaf(const Type& type, Bare bare) {
 Expr Generator::address(const Type& type) {
   Expr found = place(Access::Refer, [&](const Type& each) { return &each == type.element; });
   if (found.type == nullptr) return literal(type, Bare::Always);
-  Expr expr{Expr::Address, &type};
-  expr.operands = {std::move(found)};
-  return expr;
+  return {Expr::Address, &type, "", {std::move(found)}};
 }
 
 Expr Generator::expression(const Type& wanted, int depth, Bare bare) {
@@ -313,9 +291,8 @@ bool Generator::operate(const Operator& op, const Type& type, int depth, Expr& e
   if (op.need == Operator::Computed && operands[0].kind == Expr::Literal) return false;
   // A literal is judged by the type to which MIN and MAX bring it.
   const bool extreme = (op.name == "MIN" || op.name == "MAX") && !wanted[0]->alike(*wanted[1]);
-  for (const Expr& each : operands) {
-    if (extreme && each.kind == Expr::Literal) return false;
-  }
+  const auto isLiteral = [](const Expr& each) { return each.kind == Expr::Literal; };
+  if (extreme && std::any_of(operands.begin(), operands.end(), isLiteral)) return false;
   if (op.need == Operator::Small && wanted[0]->kind == Type::Real) operands[0] = small(operands[0]);
   // A literal without its type is signed in C.
   if (op.need == Operator::Shift && operands[0].kind == Expr::Literal) operands[0].bare = false;
@@ -327,25 +304,13 @@ bool Generator::operate(const Operator& op, const Type& type, int depth, Expr& e
   }
   // An operator that gives one of several literals has the type that is wanted, like a literal.
   const bool selects = op.name == "SEL" || op.name == "MUX";
-  const bool literals = std::all_of(operands.begin() + (selects ? 1 : 0), operands.end(),
-                                    [](const Expr& each) { return each.kind == Expr::Literal; });
+  const bool literals =
+      std::all_of(operands.begin() + (selects ? 1 : 0), operands.end(), isLiteral);
   for (Expr& each : operands) each.bare = each.bare && !(literals && each.type->number());
   expr = operation(op, type, std::move(operands));
   const std::string& name = expr.text;
   const std::size_t to = name.find("_TO_");
   return to == std::string::npos || name.substr(0, to) != name.substr(to + 4);
-}
-
-// Between 0 and 100, which every integer, time and date holds.
-Expr Generator::small(Expr operand) {
-  const Type& type = *operand.type;
-  const auto bound = [&](int n) {
-    Expr expr{Expr::Literal, &type, fmt::format("{}.0", n)};
-    expr.value = real(type, n);
-    return expr;
-  };
-  Expr below = operation("MIN", type, {std::move(operand), bound(100)});
-  return operation("MAX", type, {std::move(below), bound(0)});
 }
 
 Expr Generator::count(const Type& shifted, int depth) {

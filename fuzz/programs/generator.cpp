@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace generated {
 namespace {
@@ -13,28 +12,20 @@ bool isValue(const Type& type) {
                                   : type.kind < Type::Pointer || type.kind == Type::Structure;
 }
 
-bool erase(Statements& from, const Statement* wanted) {
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    if (&from[i] == wanted) {
-      from.erase(from.begin() + static_cast<std::ptrdiff_t>(i));
-      return true;
-    }
-    for (Statements& body : from[i].bodies) {
-      if (erase(body, wanted)) return true;
-    }
+void erase(Statements& from, const Statement* wanted) {
+  for (Statement& each : from) {
+    for (Statements& body : each.bodies) erase(body, wanted);
   }
-  return false;
+  const auto at = std::find_if(from.begin(), from.end(),
+                               [=](const Statement& each) { return &each == wanted; });
+  if (at != from.end()) from.erase(at);
 }
 
 }  // namespace
 
 bool isHeld(const Type& type) { return type.kind == Type::Pointer || isValue(type); }
 
-const Type& resultOf(const Unit& function) {
-  return *std::find_if(function.variables.begin(), function.variables.end(),
-                       [](const Variable& each) { return each.role == Variable::Result; })
-              ->type;
-}
+const Type& resultOf(const Unit& function) { return *function.variables.front().type; }
 
 Units Generator::units() {
   addGlobals();
@@ -44,7 +35,7 @@ Units Generator::units() {
   return std::move(units_);
 }
 
-const Type& Generator::any(const Wanted& wanted) {
+const Type& Generator::any(const Predicate& wanted) {
   for (;;) {
     const bool derived = !units_.types.empty() && random_.chance(35);
     const Type& type = derived ? random_.pick(units_.types) : random_.pick(types());
@@ -91,8 +82,7 @@ void Generator::addType(int index) {
             fmt::format("{}{} := {}", made.names.empty() ? "(" : ", ", kColors[i], number);
         made.names.emplace_back(kColors[i], number);
       }
-      made.definition += ")";
-      if (base.integer()) made.definition += ' ' + base.name;
+      made.definition += base.integer() ? ") " + base.name : ")";
       break;
     }
     case 1:
@@ -110,10 +100,9 @@ void Generator::addType(int index) {
       made.definition += "END_STRUCT";
       break;
     case 3:
-      made.kind = random_.chance(70) ? Type::Text : Type::WideText;
-      made.bits = made.kind == Type::Text ? 8 : 16;
+      made = random_.chance(70) ? type(Type::Text, 8) : type(Type::WideText, 16);
       made.length = 1 + random_.below(30);
-      made.name = fmt::format("{}[{}]", plain(made).name, made.length);
+      made.name += fmt::format("[{}]", made.length);
       break;
     case 4:
       made.kind = Type::Pointer;
@@ -151,7 +140,8 @@ void Generator::addUnit(Unit::Kind kind, const std::string& name) {
     if (each.kind == Type::Block) blocks.push_back(&each);
   }
   units_.list.push_back({kind, name + suffix_});
-  const auto add = [&](const char* prefix, int count, const Wanted& wanted, Variable::Role role) {
+  const auto add = [&](const char* prefix, int count, const Predicate& wanted,
+                       Variable::Role role) {
     for (; count > 0; --count) addVariable(fmt::format("{}{}", prefix, count), any(wanted), role);
   };
   if (function) addVariable(unit().name, any(isValue), Variable::Result);
@@ -174,8 +164,7 @@ void Generator::addUnit(Unit::Kind kind, const std::string& name) {
     unit().body.push_back(
         {Statement::Assign, {Expr::Variable, each.type, each.name}, {address(*each.type)}});
   }
-  Statements body = statements(main ? 10 : 3, function ? 1 : 2);
-  std::move(body.begin(), body.end(), std::back_inserter(unit().body));
+  for (int i = main ? 10 : 3; i > 0; --i) addStatement(unit().body, function ? 1 : 2);
   if (kind == Unit::FunctionBlock) {
     Type made{unit().name, Type::Block};
     made.block = &unit();
@@ -199,10 +188,8 @@ Units generate(std::uint64_t seed, const std::string& suffix) {
     try {
       evaluated(units);
       return units;
-    } catch (const Stuck& stuck) {
-      for (Unit& unit : units.list) {
-        if (erase(unit.body, stuck.statement)) break;
-      }
+    } catch (const Undefined& stuck) {
+      for (Unit& unit : units.list) erase(unit.body, stuck.statement);
     }
   }
 }

@@ -13,6 +13,7 @@ constexpr int kDepth = 3;  // of expressions
 const Type& plain(const Type& of);
 // What an assignment gives a value.
 bool isHeld(const Type& type);
+// A function's first variable is its result.
 const Type& resultOf(const Unit& function);
 
 Expr operation(const Operator& op, const Type& type, std::vector<Expr> operands);
@@ -28,7 +29,6 @@ class Generator {
   // When a literal is written without its type; AsItself where it has the type alone, too.
   enum class Bare { Never, AsItself, Always };
   enum class Access { Read, Write, Refer };
-  using Wanted = std::function<bool(const Type&)>;
 
   // Literals, and constant expressions of a value.
   Wide wholeNumber(const Type& type);
@@ -40,15 +40,14 @@ class Generator {
 
   // Places, and other expressions; without a type when there is none.
   bool allows(const Variable& each, Access access) const;
-  void collect(std::vector<Expr>& found, const Expr& place, Access access, const Wanted& wanted);
-  Expr place(Access access, const Wanted& wanted);
+  void collect(std::vector<Expr>& found, const Expr& place, Access access, const Predicate& wanted);
+  Expr place(Access access, const Predicate& wanted);
   Expr complete(Expr place);
   Expr subscript(std::pair<long, long> bound);
   Expr leaf(const Type& type, Bare bare);
   Expr address(const Type& type);
   Expr expression(const Type& wanted, int depth, Bare bare = Bare::Never);
   Expr assigned(const Type& type, int depth);
-  Expr small(Expr operand);
   Expr count(const Type& shifted, int depth);
   // False when there is none.
   bool call(Expr& expr, int depth);
@@ -56,12 +55,12 @@ class Generator {
   bool operate(const Operator& op, const Type& type, int depth, Expr& expr);
   bool arguments(std::vector<Expr>& to, const Unit& callee, int depth);
 
-  Statements statements(int count, int depth);
+  Statements body(int depth);
   void addStatement(Statements& to, int depth);
   std::pair<Expr, Expr> label(const Type& type);
   void loop(Statement& result, int depth);
 
-  const Type& any(const Wanted& wanted);
+  const Type& any(const Predicate& wanted);
   Unit& unit() { return units_.list.back(); }
   void addVariable(const std::string& name, const Type& type, Variable::Role role);
   void addGlobals();

@@ -21,8 +21,9 @@ class Machine {
       enter(units_.list.front(), "");
       enter(program, "");
       for (int i = 0; i < kScans; ++i) execute(program.body, "");
-    } catch (const Undefined& reason) {
-      throw Stuck(reason, current_);
+    } catch (Undefined& reason) {
+      reason.statement = current_;
+      throw;
     }
     return std::move(slots_);
   }
@@ -32,63 +33,32 @@ class Machine {
 
   // ---- Places ----
 
-  // Calls it with the path of each element or member.
-  template <typename Visit>
-  static void parts(const Type& type, const std::string& path, Visit visit) {
-    for (const Part& part : type.parts) visit(path + '.' + part.name, *part.initial.type);
-    if (type.kind != Type::Array) return;
-    std::vector<long> at;
-    for (const auto& bound : type.bounds) at.push_back(bound.first);
-    for (;;) {
-      visit(path + subscripts(at), *type.element);
-      std::size_t i = at.size();
-      while (i > 0 && ++at[i - 1] > type.bounds[i - 1].second) {
-        --i;
-        at[i] = type.bounds[i].first;
-      }
-      if (i == 0) return;
-    }
+  void copy(const std::string& to, const std::string& from) {
+    const Value& value = slots_.at(from);
+    slots_[to] = value;
+    for (const Part& part : partsOf(*value.type)) copy(to + part.name, from + part.name);
   }
 
-  static std::string subscripts(const std::vector<long>& at) {
-    return fmt::format("[{}]", fmt::join(at, ","));
-  }
-
-  void copy(const Type& type, const std::string& to, const std::string& from) {
-    if (!type.whole()) {
-      slots_[to] = slots_.at(from);
-      return;
-    }
-    slots_[to] = {&type};
-    parts(type, "",
-          [&](const std::string& part, const Type& each) { copy(each, to + part, from + part); });
-  }
-
-  void create(const Type& type, const std::string& path, const Value& initial, const Expr& given) {
+  // With the value or the values that are given, else the initial one.
+  void create(const std::string& path, const Value& initial, const Expr& given) {
+    const Type& type = *initial.type;
     if (type.kind == Type::Block) {
       enter(*type.block, path + '.');
       return;
     }
     slots_[path] = {&type};
+    if (!type.whole()) assign(path, given.type != nullptr ? given.value : initial);
     std::size_t next = 0;
-    parts(type, path, [&](const std::string& part, const Type& each) {
-      static const Expr kNone;
-      const bool member = type.kind == Type::Structure;
-      const bool further = given.type != nullptr && next < given.operands.size();
-      create(each, part, member ? type.parts[next].initial : initialOf(each),
-             further ? given.operands[next] : kNone);
-      ++next;
-    });
-    if (type.whole()) return;
-    const bool own = type.kind == Type::Enumeration || initial.number != 0 || initial.real != 0 ||
-                     !initial.text.empty();
-    if (own || given.type != nullptr) assign(path, given.type != nullptr ? given.value : initial);
+    for (const Part& part : partsOf(type)) {
+      const bool further = next < given.operands.size();
+      create(path + part.name, part.initial, further ? given.operands[next++] : Expr());
+    }
   }
 
   void enter(const Unit& unit, Frame prefix) {
     for (const Variable& each : unit.variables) {
       if (each.role == Variable::InOut) continue;
-      create(*each.type, prefix + each.name, initialOf(*each.type), each.initial);
+      create(prefix + each.name, initialOf(*each.type), each.initial);
     }
   }
 
@@ -96,7 +66,7 @@ class Machine {
     Value& slot = slots_.at(path);
     const Type& type = *slot.type;
     if (type.whole()) {
-      copy(type, path, value.text);
+      copy(path, value.text);
       return;
     }
     slot = converted(type, value);
@@ -123,7 +93,7 @@ class Machine {
       const auto [first, last] = array ? base.type->bounds[i - 1] : std::pair(-9L, 9L);
       at.push_back(static_cast<long>(std::clamp<Wide>(number, first, last)));
     }
-    if (array) return path + subscripts(at);
+    if (array) return fmt::format("{}[{}]", path, fmt::join(at, ","));
     if (path.empty()) throw Undefined("a pointer to nothing");
     if (!at.empty() && at[0] != 0) path = moved(path, at[0]);
     return path;
@@ -135,8 +105,8 @@ class Machine {
     if (path.find(',', open) != std::string::npos || open == path.size()) {
       throw Undefined("no row of elements");
     }
-    std::string result = path.substr(0, open);
-    result += subscripts({std::stol(path.substr(open + 1)) + by});
+    const long to = std::stol(path.substr(open + 1)) + by;
+    std::string result = fmt::format("{}[{}]", path.substr(0, open), to);
     if (slots_.count(result) == 0) throw Undefined("a place behind the array");
     return result;
   }
@@ -147,7 +117,7 @@ class Machine {
   Value kept(const Type& type, const std::string& path) {
     if (!type.whole()) return slots_.at(path);
     const std::string copied = fmt::format("#{}", ++copies_);
-    copy(type, copied, path);
+    copy(copied, path);
     return {&type, 0, 0, copied};
   }
 
@@ -175,8 +145,9 @@ class Machine {
     for (std::size_t i = 0; i < parameters.size(); ++i) {
       const Expr& expr = arguments[i];
       const bool refers = parameters[i].role == Variable::InOut;
-      values.push_back(refers || expr.type == nullptr ? Value{expr.type} : evaluate(expr, prefix));
-      if (refers) values[i].text = place(expr, prefix);
+      values.push_back(expr.type == nullptr ? Value{nullptr}
+                       : refers             ? Value{expr.type, 0, 0, place(expr, prefix)}
+                                            : evaluate(expr, prefix));
     }
     if (unit.kind == Unit::Function) enter(unit, frame);
     for (std::size_t i = 0; i < parameters.size(); ++i) {
@@ -187,10 +158,6 @@ class Machine {
         assign(name, values[i]);
       }
     }
-  }
-
-  bool holds(const Expr& condition, Frame prefix) {
-    return evaluate(condition, prefix).number != 0;
   }
 
   // ---- Statements ----
@@ -222,16 +189,14 @@ class Machine {
       case Statement::Case: {
         const bool cases = statement.kind == Statement::Case;
         const Wide selector = cases ? evaluate(statement.exprs[0], prefix).number : 0;
+        const auto taken = [&](std::size_t i) {
+          if (!cases) return evaluate(statement.exprs[i], prefix).number != 0;
+          const auto& [first, last] = statement.labels[i];
+          return selector >= first.value.number && selector <= last.value.number;
+        };
+        const std::size_t count = cases ? statement.labels.size() : statement.exprs.size();
         std::size_t i = 0;
-        if (cases) {
-          const auto& labels = statement.labels;
-          while (i < labels.size() && (selector < labels[i].first.value.number ||
-                                       selector > labels[i].second.value.number)) {
-            ++i;
-          }
-        } else {
-          while (i < statement.exprs.size() && !holds(statement.exprs[i], prefix)) ++i;
-        }
+        while (i < count && !taken(i)) ++i;
         return i < statement.bodies.size() ? execute(statement.bodies[i], prefix) : flow;
       }
       case Statement::For:
@@ -239,11 +204,13 @@ class Machine {
       case Statement::While:
       case Statement::Repeat: {
         const bool first = statement.kind == Statement::While;
-        while (!first || holds(statement.exprs[0], prefix)) {
+        const auto goesOn = [&] {
+          return (evaluate(statement.exprs[0], prefix).number != 0) == first;
+        };
+        for (bool more = !first || goesOn(); more; more = goesOn()) {
           flow = execute(statement.bodies[0], prefix);
           if (flow == Flow::Exit || flow == Flow::Return) break;
           tick(statement);
-          if (!first && holds(statement.exprs[0], prefix)) break;
         }
         return flow == Flow::Return ? flow : Flow::Next;
       }

@@ -16,11 +16,6 @@
 namespace generated {
 namespace {
 
-struct Toolchain {
-  std::string compiler = "cc";
-  bool sanitize = false;  // address and undefined behaviour of programs, not of the runtime
-};
-
 // The lines that differ, each as it is and as it should be.
 std::string differences(const std::string& actual, const std::string& expected) {
   std::istringstream have(actual);
@@ -39,49 +34,27 @@ void append(std::string& to, const refhost::ValueShape& shape, const std::string
   for (const refhost::ValueShape::Member& member : shape.members) {
     append(to, *member.shape, path + '.' + member.name, held);
   }
-  for (std::int64_t i = 0; i < shape.count; ++i) {
-    std::string subscripts;
-    std::int64_t rest = i;
-    for (auto bound = shape.bounds.rbegin(); bound != shape.bounds.rend(); ++bound) {
-      const std::int64_t size = bound->second - bound->first + 1;
-      subscripts = fmt::format("{}{}{}", bound->first + rest % size, subscripts.empty() ? "" : ",",
-                               subscripts);
-      rest /= size;
-    }
-    append(to, *shape.element, fmt::format("{}[{}]", path, subscripts), held);
+  for (const std::string& at : subscripts(shape.bounds)) {
+    append(to, *shape.element, path + at, held);
   }
   if (!shape.hasParts()) to += bytes(held.at(path), static_cast<std::size_t>(shape.byteSize));
 }
 
 // What is wrong with the programs, run as one; an empty text for nothing. Their names differ.
-std::string run(const std::vector<const Units*>& programs, const Toolchain& toolchain) {
+std::string run(const Units* begin, const Units* end, const Words& compiler) {
   std::string source;
   Words globals;
-  for (const Units* units : programs) {
+  for (const Units* units = begin; units != end; ++units) {
     source += text(*units);
     for (const Variable& each : units->list.front().variables) globals.push_back(each.name);
   }
   Execution execution;
   std::string said = execution.translate(source, globals);
-  if (!said.empty()) return said;
-  // Without contraction every operation rounds, as it does here. Compilers compute operators of
-  // constants and then know results of comparisons.
-  Words command = {toolchain.compiler,
-                   "-Wall",
-                   "-Wextra",
-                   "-Werror",
-                   "-Wno-tautological-compare",
-                   "-Wno-sign-compare",
-                   "-ffp-contract=off",
-                   velc::libraryPath("libvelrt.a")};
-  if (toolchain.sanitize) {
-    command.insert(command.end(), {"-fsanitize=address,undefined", "-fno-sanitize-recover=all"});
-  }
-  said = execution.run(command, {}, kScans);
+  if (said.empty()) said = execution.run(compiler, {}, kScans);
   if (!said.empty()) return said;
 
   std::map<std::string, Value> held;
-  for (const Units* units : programs) {
+  for (const Units* units = begin; units != end; ++units) {
     for (auto& [path, value] : evaluated(*units)) {
       const bool global = path[0] == 'g';
       held[(global ? "" : units->list.back().name) + '.' + path] = std::move(value);
@@ -102,18 +75,28 @@ constexpr std::uint64_t kBatch = 50;  // programs in one source file
 int execute(int argc, char** argv) {
   std::uint64_t count = 100;
   std::uint64_t seed = 1;
+  std::string compiler = "cc";
   std::string summary;
+  bool sanitize = false;
   bool print = false;
-  Toolchain toolchain;
   CLI::App app("Runs random programs and compares what they give with what they should.");
   app.add_option("--count", count, "how many")->capture_default_str();
   app.add_option("--seed", seed, "of the first; the others follow")->capture_default_str();
-  app.add_option("--compiler", toolchain.compiler, "the C compiler")->capture_default_str();
+  app.add_option("--compiler", compiler, "the C compiler")->capture_default_str();
   app.add_option("--summary", summary, "a file for the closing line");
-  app.add_flag("--sanitize", toolchain.sanitize, "with address and undefined-behaviour sanitizers");
+  app.add_flag("--sanitize", sanitize, "with address and undefined-behaviour sanitizers");
   app.add_flag("--print", print, "print the programs only");
   CLI11_PARSE(app, argc, argv);
 
+  Words command = {compiler, "-Wall", "-Wextra", "-Werror", velc::libraryPath("libvelrt.a")};
+  // Compilers compute operators of constants and then know results of comparisons. Without
+  // contraction every operation rounds, as it does here.
+  command.insert(command.end(),
+                 {"-Wno-tautological-compare", "-Wno-sign-compare", "-ffp-contract=off"});
+  // Of the programs, not of the runtime.
+  if (sanitize) {
+    command.insert(command.end(), {"-fsanitize=address,undefined", "-fno-sanitize-recover=all"});
+  }
   std::uint64_t failed = 0;
   for (std::uint64_t done = 0; done < count;) {
     std::vector<Units> programs;
@@ -122,11 +105,10 @@ int execute(int argc, char** argv) {
       programs.push_back(generate(seed + done + i, fmt::format("_{}", seed + done + i)));
       if (print) fmt::print("{}\n", text(programs.back()));
     }
-    std::vector<const Units*> all;
-    for (const Units& each : programs) all.push_back(&each);
-    if (!print && !run(all, toolchain).empty()) {
+    const Units* const first = programs.data();
+    if (!print && !run(first, first + size, command).empty()) {
       for (std::uint64_t i = 0; i < size; ++i) {
-        const std::string wrong = run({all[i]}, toolchain);
+        const std::string wrong = run(first + i, first + i + 1, command);
         if (wrong.empty()) continue;
         fmt::print("seed {} fails:\n{}\n{}\n", seed + done + i, wrong, text(programs[i]));
         std::fflush(stdout);
@@ -137,8 +119,8 @@ int execute(int argc, char** argv) {
     if (isatty(STDERR_FILENO) == 1) fmt::print(stderr, "\r{} of {}", done, count);
   }
   if (print) return 0;
-  const std::string line = fmt::format("{} random programs, seed {}, {}: {} failed\n", count, seed,
-                                       toolchain.compiler, failed);
+  const std::string line =
+      fmt::format("{} random programs, seed {}, {}: {} failed\n", count, seed, compiler, failed);
   fmt::print("{}", line);
   if (!summary.empty() && failed == 0) std::ofstream(summary) << line;
   return failed == 0 ? 0 : 1;

@@ -15,14 +15,9 @@ constexpr int kScans = 3;
 // compiler, and is the same for the same seed.
 Units generate(std::uint64_t seed, const std::string& suffix);
 
-// At a statement that C does not define, or that does not end.
-struct Stuck : Undefined {
-  Stuck(const Undefined& reason, const Statement* where) : Undefined(reason), statement(where) {}
-  const Statement* statement;
-};
-
 // The values of the variables of the PROGRAM and of the global ones after all scans, by their
-// places, as `v1`, `v2[1,2].m3`. Throws Stuck.
+// places, as `v1`, `v2[1,2].m3`. Throws Undefined with its statement, also for one that does not
+// end.
 std::map<std::string, Value> evaluated(const Units& units);
 
 }  // namespace generated

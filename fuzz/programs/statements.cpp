@@ -2,16 +2,15 @@
 
 namespace generated {
 
-Statements Generator::statements(int count, int depth) {
+Statements Generator::body(int depth) {
   Statements result;
-  for (; count > 0; --count) addStatement(result, depth);
+  for (int count = 1 + random_.below(3); count > 0; --count) addStatement(result, depth);
   return result;
 }
 
 void Generator::addStatement(Statements& to, int depth) {
   const int choice = depth > 0 ? random_.below(100) : 0;
   const Type& boolType = type(Type::Bool, 1);
-  const auto body = [&] { return statements(1 + random_.below(3), depth - 1); };
   Statement result;
   if (choice < 60) {
     result.target = place(Access::Write, isHeld);
@@ -22,9 +21,9 @@ void Generator::addStatement(Statements& to, int depth) {
     result.kind = Statement::If;
     for (int i = 1 + random_.below(2); i > 0; --i) {
       result.exprs.push_back(expression(boolType, kDepth));
-      result.bodies.push_back(body());
+      result.bodies.push_back(body(depth - 1));
     }
-    if (random_.chance(50)) result.bodies.push_back(body());
+    if (random_.chance(50)) result.bodies.push_back(body(depth - 1));
   } else if (choice < 74) {
     result.kind = Statement::Block;
     result.target = place(Access::Write, [](const Type& each) { return each.kind == Type::Block; });
@@ -34,10 +33,9 @@ void Generator::addStatement(Statements& to, int depth) {
     if (controls_.empty() && random_.chance(80)) return;
     result.kind = Statement::If;
     result.exprs = {expression(boolType, kDepth)};
-    Statement leave;
-    leave.kind = controls_.empty()    ? Statement::Return
-                 : random_.chance(50) ? Statement::Exit
-                                      : Statement::Continue;
+    const Statement leave{controls_.empty()    ? Statement::Return
+                          : random_.chance(50) ? Statement::Exit
+                                               : Statement::Continue};
     result.bodies = {{leave}};
   } else if (choice < 87) {
     result.kind = Statement::Case;
@@ -49,7 +47,7 @@ void Generator::addStatement(Statements& to, int depth) {
     const Type& type = *result.exprs[0].type;
     if (type.integer()) result.exprs = {expression(type, 1)};
     for (int i = 1 + random_.below(3); i >= 0; --i) {
-      result.bodies.push_back(body());
+      result.bodies.push_back(body(depth - 1));
       if (i > 0) result.labels.push_back(label(type));
     }
   } else {
@@ -82,7 +80,7 @@ void Generator::loop(Statement& result, int depth) {
   const Expr control{Expr::Variable, &type, counter.name};
   result.target = control;
   controls_.push_back(counter.name);
-  result.bodies = {statements(1 + random_.below(3), depth - 1)};
+  result.bodies = {body(depth - 1)};
   if (random_.chance(60)) {
     result.kind = Statement::For;
     const Wide start = wholeNumber(type);
@@ -97,10 +95,8 @@ void Generator::loop(Statement& result, int depth) {
     // The control variable counts, so that most of these end.
     result.kind = random_.chance(50) ? Statement::While : Statement::Repeat;
     const bool whileLoop = result.kind == Statement::While;
-    Statement count;
-    count.target = control;
-    count.exprs = {operation("+", type, {control, integerLiteral(type, 1, Bare::Always)})};
-    result.bodies[0].insert(result.bodies[0].begin(), count);
+    Expr next = operation("+", type, {control, integerLiteral(type, 1, Bare::Always)});
+    result.bodies[0].insert(result.bodies[0].begin(), {Statement::Assign, control, {next}});
     Expr goes = operation(whileLoop ? "<" : ">=", boolType,
                           {control, integerLiteral(type, random_.below(9), Bare::Always)});
     result.exprs = {

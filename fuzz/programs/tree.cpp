@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <iterator>
-
 #include "fuzz/programs/operators.h"
 
 namespace generated {
@@ -58,10 +55,10 @@ std::string text(const Statement& statement, int depth) {
   const std::string indent(static_cast<std::size_t>(depth) * 2, ' ');
   const auto expr = [&](std::size_t i) { return text(statement.exprs[i]); };
   const auto body = [&](std::size_t i) { return text(statement.bodies[i], depth + 1); };
-  std::string out = indent;
+  std::string out;
   switch (statement.kind) {
     case Statement::Assign:
-      return out + fmt::format("{} := {};\n", text(statement.target), expr(0));
+      return fmt::format("{} := {};\n", text(statement.target), expr(0));
     case Statement::If:
       for (std::size_t i = 0; i < statement.bodies.size(); ++i) {
         if (i > 0) out += indent + "ELS";
@@ -70,7 +67,7 @@ std::string text(const Statement& statement, int depth) {
       }
       return out + indent + "END_IF\n";
     case Statement::Case:
-      out += fmt::format("CASE {} OF\n", expr(0));
+      out = fmt::format("CASE {} OF\n", expr(0));
       for (std::size_t i = 0; i < statement.labels.size(); ++i) {
         const std::string first = text(statement.labels[i].first);
         const std::string last = text(statement.labels[i].second);
@@ -80,29 +77,29 @@ std::string text(const Statement& statement, int depth) {
       }
       return out + indent + "ELSE\n" + body(statement.labels.size()) + indent + "END_CASE\n";
     case Statement::For:
-      out += fmt::format("FOR {} := {} TO {} BY {} DO\n", text(statement.target), expr(0), expr(1),
-                         expr(2));
-      return out + body(0) + indent + "END_FOR\n";
+      return fmt::format("FOR {} := {} TO {} BY {} DO\n{}{}END_FOR\n", text(statement.target),
+                         expr(0), expr(1), expr(2), body(0), indent);
     case Statement::While:
-      return out + fmt::format("WHILE {} DO\n{}{}END_WHILE\n", expr(0), body(0), indent);
+      return fmt::format("WHILE {} DO\n{}{}END_WHILE\n", expr(0), body(0), indent);
     case Statement::Repeat:
-      return out +
-             fmt::format("REPEAT\n{0}{1}UNTIL {2}\n{1}END_REPEAT\n", body(0), indent, expr(0));
+      return fmt::format("REPEAT\n{0}{1}UNTIL {2}\n{1}END_REPEAT\n", body(0), indent, expr(0));
     case Statement::Block:
-      return out + fmt::format("{}({});\n", text(statement.target),
-                               named(parametersOf(*statement.target.type->block), statement.exprs));
+      return fmt::format("{}({});\n", text(statement.target),
+                         named(parametersOf(*statement.target.type->block), statement.exprs));
     case Statement::Exit:
-      return out + "EXIT;\n";
+      return "EXIT;\n";
     case Statement::Continue:
-      return out + "CONTINUE;\n";
+      return "CONTINUE;\n";
     default:
-      return out + "RETURN;\n";
+      return "RETURN;\n";
   }
 }
 
 std::string text(const Statements& statements, int depth) {
   std::string out;
-  for (const Statement& statement : statements) out += text(statement, depth);
+  for (const Statement& statement : statements) {
+    out += std::string(static_cast<std::size_t>(depth) * 2, ' ') + text(statement, depth);
+  }
   return out;
 }
 
@@ -118,8 +115,9 @@ std::string declaration(const Variable& variable) {
 
 std::vector<Variable> parametersOf(const Unit& unit) {
   std::vector<Variable> result;
-  std::copy_if(unit.variables.begin(), unit.variables.end(), std::back_inserter(result),
-               [](const Variable& each) { return each.parameter(); });
+  for (const Variable& each : unit.variables) {
+    if (each.role <= Variable::InOut) result.push_back(each);
+  }
   return result;
 }
 

@@ -27,12 +27,12 @@ struct Expr {
     Call
   };
   Kind kind = Literal;
-  const Type* type = nullptr;  // that it has where it stands; null for an input that is left out
-  std::string text{};          // the literal without its type, or a name
-  bool bare = false;           // a literal that is written without its type
-  Value value{};               // of a literal, or of a constant expression
-  const Operator* op = nullptr;
+  const Type* type = nullptr;    // that it has where it stands; null for an input that is left out
+  std::string text{};            // the literal without its type, or a name
   std::vector<Expr> operands{};  // of a call of a function one for each parameter
+  Value value{};                 // of a literal, or of a constant expression
+  bool bare = false;             // a literal that is written without its type
+  const Operator* op = nullptr;
   const Unit* unit = nullptr;
 };
 
@@ -54,8 +54,6 @@ struct Variable {
   const Type* type;
   Role role;
   Expr initial{};  // without a type for none
-
-  bool parameter() const { return role == Input || role == InOut; }
 };
 
 struct Unit {

@@ -94,11 +94,10 @@ Value rounded(const Type& to, const Value& value) {
 }
 
 int order(const Value& a, const Value& b) {
-  if (a.type->text() || a.type->kind == Type::Pointer)
-    return a.text < b.text ? -1 : a.text > b.text ? 1 : 0;
-  if (a.type->kind != Type::Real) return a.number < b.number ? -1 : a.number > b.number ? 1 : 0;
-  if (std::isnan(a.real) || std::isnan(b.real)) return 2;
-  return a.real < b.real ? -1 : a.real > b.real ? 1 : 0;
+  const auto sign = [](const auto& x, const auto& y) { return x < y ? -1 : x > y ? 1 : 0; };
+  if (a.type->text() || a.type->kind == Type::Pointer) return sign(a.text, b.text);
+  if (a.type->kind != Type::Real) return sign(a.number, b.number);
+  return std::isnan(a.real) || std::isnan(b.real) ? 2 : sign(a.real, b.real);
 }
 
 namespace {
@@ -133,25 +132,14 @@ std::string clockText(const Value& value) {
 }  // namespace
 
 std::string printed(const Value& value) {
-  switch (value.type->kind) {
-    case Type::Bool:
-      return value.number != 0 ? "TRUE" : "FALSE";
-    case Type::Signed:
-      return std::to_string(static_cast<std::int64_t>(value.number));
-    case Type::Unsigned:
-      return std::to_string(static_cast<std::uint64_t>(value.number));
-    case Type::Real:
-      return realText(value);
-    case Type::Duration:
-      return fmt::format(value.type->bits == 32 ? "T#{}ms" : "LTIME#{}ns",
-                         static_cast<std::int64_t>(value.number));
-    case Type::Date:
-    case Type::TimeOfDay:
-    case Type::DateAndTime:
-      return clockText(value);
-    default:
-      return value.text;
+  const Type& type = *value.type;
+  if (type.kind == Type::Bool) return value.number != 0 ? "TRUE" : "FALSE";
+  if (type.integer()) return fmt::format("{}", value.number);
+  if (type.kind == Type::Real) return realText(value);
+  if (type.kind == Type::Duration) {
+    return fmt::format(type.bits == 32 ? "T#{}ms" : "LTIME#{}ns", value.number);
   }
+  return type.kind < Type::Text ? clockText(value) : value.text;
 }
 
 Value parsed(const Type& type, const std::string& text) {
@@ -169,8 +157,8 @@ Value parsed(const Type& type, const std::string& text) {
     return {&type, std::clamp<Wide>(whole, lowest, lowest + 2 * half - 1)};
   }
   if (type.kind == Type::Real && std::regex_match(text, decimal)) {
-    return type.bits == 32 ? real(type, std::strtof(text.c_str(), nullptr))
-                           : real(type, std::strtod(text.c_str(), nullptr));
+    const char* const start = text.c_str();
+    return {&type, 0, type.bits == 32 ? std::strtof(start, nullptr) : std::strtod(start, nullptr)};
   }
   // Else the text that the type prints; other forms are for the tests of the runtime.
   Value found{&type};
@@ -196,16 +184,38 @@ Value parsed(const Type& type, const std::string& text) {
 
 std::string bytes(const Value& value, std::size_t size) {
   std::string result(size, '\0');
-  if (value.type->text()) {
-    const std::size_t unit = static_cast<std::size_t>(value.type->bits) / 8;
-    for (std::size_t i = 0; i < value.text.size(); ++i) result[i * unit] = value.text[i];
-  } else if (value.type->kind == Type::Real && size == sizeof(float)) {
-    const auto single = static_cast<float>(value.real);
-    std::memcpy(result.data(), &single, size);
-  } else if (value.type->kind == Type::Real) {
-    std::memcpy(result.data(), &value.real, size);
-  } else {
-    std::memcpy(result.data(), &value.number, size);
+  const std::size_t unit = static_cast<std::size_t>(value.type->bits) / 8;
+  for (std::size_t i = 0; i < value.text.size(); ++i) result[i * unit] = value.text[i];
+  if (value.type->text()) return result;
+  const auto single = static_cast<float>(value.real);
+  const void* held = &value.number;
+  if (value.type->kind == Type::Real) held = &value.real;
+  if (value.type->kind == Type::Real && size == sizeof single) held = &single;
+  std::memcpy(result.data(), held, size);
+  return result;
+}
+
+std::vector<std::string> subscripts(const Bounds& bounds) {
+  if (bounds.empty()) return {};
+  std::vector<std::string> result = {"["};
+  for (const auto& [first, last] : bounds) {
+    std::vector<std::string> longer;
+    for (const std::string& before : result) {
+      for (long i = first; i <= last; ++i) {
+        longer.push_back(before + (before == "[" ? "" : ",") + std::to_string(i));
+      }
+    }
+    result = std::move(longer);
+  }
+  for (std::string& each : result) each += ']';
+  return result;
+}
+
+std::vector<Part> partsOf(const Type& type) {
+  std::vector<Part> result;
+  for (const Part& part : type.parts) result.push_back({'.' + part.name, part.initial});
+  for (const std::string& at : subscripts(type.bounds)) {
+    result.push_back({at, initialOf(*type.element)});
   }
   return result;
 }

@@ -13,6 +13,7 @@ __extension__ typedef __int128 Wide;           // NOLINT(modernize-use-using): a
 __extension__ typedef unsigned __int128 Bits;  // NOLINT(modernize-use-using)
 
 struct Part;
+using Bounds = std::vector<std::pair<long, long>>;
 
 struct Type {
   enum Kind {
@@ -39,7 +40,7 @@ struct Type {
   std::string definition{};                           // in a TYPE; empty for none
   std::vector<std::pair<std::string, long>> names{};  // of the values of an enumeration
   const Type* element = nullptr;                      // of an array; what a pointer points to
-  std::vector<std::pair<long, long>> bounds{};        // of an array
+  Bounds bounds{};                                    // of an array
   std::vector<Part> parts{};                          // of a structure, or the outputs of a block
   const struct Unit* block = nullptr;
 
@@ -64,6 +65,9 @@ struct Value {
   std::string text{};  // ASCII; the place of an array, a structure, or what a pointer points to
 };
 
+// Of all elements of an array in their order, as `[1,-2]`.
+std::vector<std::string> subscripts(const Bounds& bounds);
+
 // The value of a variable that is given none.
 Value initialOf(const Type& type);
 
@@ -72,10 +76,14 @@ struct Part {
   Value initial;  // of the part's type
 };
 
+// The elements of an array or the members of a structure, each with its name behind the whole's.
+std::vector<Part> partsOf(const Type& type);
+
 // What generated C leaves to its compiler, or what is not modelled here. A program that
 // comes to it is no test.
 struct Undefined : std::runtime_error {
   using std::runtime_error::runtime_error;
+  const struct Statement* statement = nullptr;  // of the program
 };
 
 Value integer(const Type& type, Wide number);  // modulo the type's width
