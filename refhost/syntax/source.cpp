@@ -32,19 +32,29 @@ int SourceManager::load(const std::string& path, std::string& error) {
     error = systemReason(errno);
     return -1;
   }
-  std::string text;
   std::error_code unknown;
-  const std::uintmax_t expected = std::filesystem::file_size(path, unknown);
+  const std::uintmax_t size = std::filesystem::file_size(path, unknown);
   // One more byte, so that the read that detects the end of the file does not reallocate.
-  if (!unknown && expected <= kMaxFileSize) text.reserve(static_cast<std::size_t>(expected) + 1);
+  const bool known = !unknown && size <= kMaxFileSize;
+  return read(*file, path, known ? static_cast<std::size_t>(size) + 1 : 0, error);
+}
+
+int SourceManager::load(std::FILE& file, std::string name, std::string& error) {
+  return read(file, std::move(name), 0, error);
+}
+
+int SourceManager::read(std::FILE& file, std::string name, std::size_t expected,
+                        std::string& error) {
+  std::string text;
+  text.reserve(expected);
   for (;;) {
     const std::size_t size = text.size();
     const std::size_t room = text.capacity() - size;
     text.resize(size + (room > 0 ? room : std::max(kReadSize, size / 2)));
-    const std::size_t got = std::fread(&text[size], 1, text.size() - size, file.get());
+    const std::size_t got = std::fread(&text[size], 1, text.size() - size, &file);
     const int code = errno;
     text.resize(size + got);
-    if (std::ferror(file.get()) != 0) {
+    if (std::ferror(&file) != 0) {
       error = systemReason(code);
       return -1;
     }
@@ -52,10 +62,10 @@ int SourceManager::load(const std::string& path, std::string& error) {
       error = systemReason(EFBIG);
       return -1;
     }
-    if (std::feof(file.get()) != 0) break;
+    if (std::feof(&file) != 0) break;
   }
   text.shrink_to_fit();
-  return add(path, std::move(text));
+  return add(std::move(name), std::move(text));
 }
 
 int SourceManager::add(std::string name, std::string text) {

@@ -1,7 +1,9 @@
 // Source files in memory.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -21,6 +23,8 @@ class SourceManager {
   // Reads a file and returns its index. On failure returns -1 and sets `error` to the reason,
   // without the path.
   int load(const std::string& path, std::string& error);
+  // The same for the rest of an open file, which gets a name.
+  int load(std::FILE& file, std::string name, std::string& error);
   // Adds a text under a name and returns its index.
   int add(std::string name, std::string text);
 
@@ -36,6 +40,9 @@ class SourceManager {
   std::string_view line(vel::TextLocation location) const;
 
  private:
+  // `expected` is the size for which to make room.
+  int read(std::FILE& file, std::string name, std::size_t expected, std::string& error);
+
   struct File {
     std::string path;
     std::string text;
