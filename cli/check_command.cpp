@@ -1,16 +1,28 @@
 #include "cli/commands.h"
+#include "cli/each_file.h"
 #include "cli/failure.h"
+#include "cli/report.h"
 #include "cli/translation.h"
 
 namespace velc {
 
 namespace {
 
-using Files = std::vector<std::string>;
+struct CheckOptions {
+  std::vector<std::string> files;
+  bool each = false;
+};
 
-int check(const CommonOptions& common, const Files& files) {
-  const auto session = startSession(common);
-  return analyse(*session, common, files) ? kSuccess : kProgramErrors;
+int check(const CommonOptions& common, const CheckOptions& options) {
+  Report report(common);
+  const auto checkProgram = [&](const std::vector<std::string>& files) {
+    const auto session = startSession(common);
+    return analyse(*session, report, files) ? kSuccess : kProgramErrors;
+  };
+  const int code =
+      options.each ? forEachFile(options.files, checkProgram) : checkProgram(options.files);
+  report.finish();
+  return code;
 }
 
 }  // namespace
@@ -20,9 +32,10 @@ void addCheckCommand(CommandLine& line) {
                                   {"json", DiagnosticsForm::Json},
                                   {"sarif", DiagnosticsForm::Sarif}};
   CLI::App& command = line.addCommand("check", "Print the diagnostics of programs");
-  const auto files = std::make_shared<Files>();
-  addSources(command, line.common, *files, forms);
-  line.setAction(command, files, check);
+  const auto options = std::make_shared<CheckOptions>();
+  addSources(command, line.common, options->files, forms);
+  addEachOption(command, options->each);
+  line.setAction(command, options, check);
 }
 
 }  // namespace velc

@@ -4,12 +4,21 @@
 
 #include <cstdlib>
 
+#include "cli/source_files.h"
+
 namespace velc {
 
 namespace {
 
-// All commands have this option, and so has velc itself, before the command.
-void addPluginOption(CLI::App& app, CommonOptions& common) {
+// All commands but `help` have these options, and so has velc itself, before the command.
+void addGeneralOptions(CLI::App& app, CommonOptions& common) {
+  static const std::map<std::string, ColourChoice> choices = {{"auto", ColourChoice::Auto},
+                                                              {"always", ColourChoice::Always},
+                                                              {"never", ColourChoice::Never}};
+  app.add_option_function<std::string>(
+         "--color", [&common](const std::string& choice) { common.colour = choices.at(choice); },
+         "Colours in texts for readers (default: auto, on terminals)")
+      ->check(CLI::IsMember(&choices));
   app.add_option_function<std::vector<std::string>>(
          "--plugin",
          [&common](const std::vector<std::string>& paths) {
@@ -21,9 +30,9 @@ void addPluginOption(CLI::App& app, CommonOptions& common) {
       ->allow_extra_args(false);
 }
 
-// All commands but `explain` have these options, and so has velc itself, before the command.
+// All commands that load programs have these options, and so has velc itself, before the command.
 void addCommonOptions(CLI::App& app, CommonOptions& common) {
-  addPluginOption(app, common);
+  addGeneralOptions(app, common);
   app.add_option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
       ->type_name("TEXT");
   app.add_option_function<std::string>(
@@ -90,7 +99,7 @@ CommandLine::CommandLine() : app("Translates IEC 61131-3 Structured Text into C.
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return fmt::format("velc: {}\nRun with --help for more information.\n", error.what());
   });
-  app.set_version_flag("--version", "velc " VELC_VERSION);
+  app.set_version_flag("-V,--version", "velc " VELC_VERSION);
   app.footer("Exit codes: 0 no errors, 1 errors in the program, 2 bad usage or failed files.");
   addCommonOptions(app, common);
 }
@@ -103,7 +112,7 @@ CLI::App& CommandLine::addCommand(const char* name, const char* description) {
 
 CLI::App& CommandLine::addPluginCommand(const char* name, const char* description) {
   CLI::App& command = *app.add_subcommand(name, description);
-  addPluginOption(command, common);
+  addGeneralOptions(command, common);
   return command;
 }
 
@@ -114,7 +123,11 @@ const FormNames& textAndJson() {
 
 void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files,
                 const FormNames& forms) {
-  command.add_option("FILE", files, "Structured Text")->required();
+  command
+      .add_option_function<std::vector<std::string>>(
+          "FILE", [&files](const std::vector<std::string>& named) { files = sourceFiles(named); },
+          "Structured Text; of a folder, all *.st in it; - is standard input")
+      ->required();
   command
       .add_option_function<std::string>(
           "--diagnostics",
@@ -122,6 +135,10 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
           "Form of the diagnostics on standard error (default: text)")
       ->check(CLI::IsMember(&forms));
   addWarningOptions(command, common);
+}
+
+void addEachOption(CLI::App& command, bool& each) {
+  command.add_flag("--each", each, "Each file is a program of its own");
 }
 
 }  // namespace velc

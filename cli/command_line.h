@@ -41,8 +41,11 @@ using FormNames = std::map<std::string, DiagnosticsForm>;
 // The forms of commands that may print diagnostics more than once.
 const FormNames& textAndJson();
 
-// Adds the files and what decides about their diagnostics. `forms` must live as long as `command`.
+// Adds the files, folders replaced by what is in them, and what decides about their diagnostics.
+// `forms` must live as long as `command`.
 void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files,
                 const FormNames& forms = textAndJson());
+// Adds `--each`, for commands that can take each file for a program of its own.
+void addEachOption(CLI::App& command, bool& each);
 
 }  // namespace velc

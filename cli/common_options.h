@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/colours.h"
 #include "refhost/session.h"
 
 namespace velc {
@@ -21,6 +22,7 @@ struct CommonOptions {
   DiagnosticsForm diagnostics = DiagnosticsForm::Text;
   refhost::WarningChoice warnings;
   std::size_t maxErrors = 0;  // that are printed; 0: all
+  ColourChoice colour = ColourChoice::Auto;
 };
 
 }  // namespace velc

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "cli/excerpt.h"
 
@@ -12,9 +13,21 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string placeText(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
+using Role = Colours::Role;
+
+std::string placeText(const refhost::SourceManager& sources, const refhost::SourceRange& range,
+                      const Colours& colours) {
   const refhost::LineColumn at = sources.position(range.begin);
-  return fmt::format("{}:{}:{}", printable(sources.path(range.begin.file())), at.line, at.column);
+  return colours(Role::Strong, fmt::format("{}:{}:{}:", printable(sources.path(range.begin.file())),
+                                           at.line, at.column));
+}
+
+bool isError(const refhost::Diagnostic& message) {
+  return message.severity == refhost::Severity::Error;
+}
+
+std::string counted(std::size_t count, const char* what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 Json placeJson(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
@@ -29,7 +42,7 @@ Json placeJson(const refhost::SourceManager& sources, const refhost::SourceRange
 }  // namespace
 
 const char* severityText(const refhost::Diagnostic& message) {
-  return message.severity == refhost::Severity::Error ? "error" : "warning";
+  return isError(message) ? "error" : "warning";
 }
 
 std::string codeText(const refhost::Diagnostic& message) {
@@ -42,20 +55,14 @@ Region regionOf(const refhost::SourceManager& sources, const refhost::SourceRang
 }
 
 std::string Omitted::text() const {
-  const auto counted = [](std::size_t count, const char* what) {
-    return fmt::format("{} more {}{}", count, what, count == 1 ? "" : "s");
-  };
   std::string all;
-  if (errors != 0) all = counted(errors, "error");
-  if (warnings != 0) all += (all.empty() ? "" : " and ") + counted(warnings, "warning");
+  if (errors != 0) all = counted(errors, "more error");
+  if (warnings != 0) all += (all.empty() ? "" : " and ") + counted(warnings, "more warning");
   return all + (errors + warnings == 1 ? " is" : " are") + " not shown (--max-errors)";
 }
 
 Omitted omitted(const std::vector<refhost::Diagnostic>& messages, std::size_t first,
                 std::size_t maxErrors) {
-  const auto isError = [](const refhost::Diagnostic& message) {
-    return message.severity == refhost::Severity::Error;
-  };
   Omitted rest;
   std::size_t errors = 0;
   while (first < messages.size() && (maxErrors == 0 || errors < maxErrors)) {
@@ -76,15 +83,39 @@ std::string omittedJson(const Omitted& rest) {
 }
 
 std::string diagnosticText(const refhost::SourceManager& sources,
-                           const refhost::Diagnostic& message) {
-  std::string text =
-      fmt::format("{}: {}: {} [{}]\n{}", placeText(sources, message.range), severityText(message),
-                  printable(message.text), codeText(message), excerpt(sources, message.range));
+                           const refhost::Diagnostic& message, const Colours& colours) {
+  const std::string severity = colours(isError(message) ? Role::Error : Role::Warning,
+                                       fmt::format("{}:", severityText(message)));
+  std::string text = fmt::format("{} {} {} [{}]\n{}", placeText(sources, message.range, colours),
+                                 severity, printable(message.text), codeText(message),
+                                 excerpt(sources, message.range, colours));
   for (const refhost::Note& note : message.notes) {
-    text += fmt::format("{}: note: {}\n{}", placeText(sources, note.range), printable(note.text),
-                        excerpt(sources, note.range));
+    text += fmt::format("{} {} {}\n{}", placeText(sources, note.range, colours),
+                        colours(Role::Note, "note:"), printable(note.text),
+                        excerpt(sources, note.range, colours));
   }
   return text;
+}
+
+void Tally::add(const std::vector<refhost::Diagnostic>& messages, std::size_t first) {
+  std::set<std::uint32_t> found;
+  for (; first < messages.size(); ++first) {
+    ++(isError(messages[first]) ? errors : warnings);
+    found.insert(messages[first].range.begin.file());
+  }
+  withFault += found.size();
+}
+
+std::string tallyText(const Tally& tally, const Colours& colours) {
+  const std::size_t messages = tally.errors + tally.warnings;
+  if (messages == 0 || (messages == 1 && tally.files == 1)) return "";
+  std::string text;
+  if (tally.errors != 0) text = colours(Role::Error, counted(tally.errors, "error"));
+  if (tally.errors != 0 && tally.warnings != 0) text += ", ";
+  if (tally.warnings != 0) text += colours(Role::Warning, counted(tally.warnings, "warning"));
+  text += " in ";
+  if (tally.withFault != tally.files) text += fmt::format("{} of ", tally.withFault);
+  return text + counted(tally.files, "file") + '\n';
 }
 
 std::string diagnosticJson(const refhost::SourceManager& sources,

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/colours.h"
 #include "refhost/diagnostic.h"
 #include "refhost/syntax/source.h"
 
@@ -18,7 +19,7 @@ std::string codeText(const refhost::Diagnostic& message);
 // `FILE:LINE:COL: error: TEXT [0xC0040]` and an excerpt of the source, then `FILE:LINE:COL: note:
 // TEXT` with an excerpt for each note. Each line ends in a newline.
 std::string diagnosticText(const refhost::SourceManager& sources,
-                           const refhost::Diagnostic& message);
+                           const refhost::Diagnostic& message, const Colours& colours = {});
 
 // The same as one JSON object on one line: file, line, column, endLine, endColumn, severity, code,
 // message, notes and fixes.
@@ -41,6 +42,20 @@ Omitted omitted(const std::vector<refhost::Diagnostic>& messages, std::size_t fi
 // What Omitted tells, as a line of its own in the form of diagnosticText() or diagnosticJson().
 std::string omittedText(const Omitted& rest);
 std::string omittedJson(const Omitted& rest);
+
+// Messages of any number of files, whether they are printed or not.
+struct Tally {
+  std::size_t errors = 0;
+  std::size_t warnings = 0;
+  std::size_t files = 0;      // that were checked
+  std::size_t withFault = 0;  // those of them that messages are about
+
+  // Adds the messages from index `first` on.
+  void add(const std::vector<refhost::Diagnostic>& messages, std::size_t first);
+};
+// `2 errors, 1 warning in 1 of 3 files` and a newline; empty if there is no message, or only one
+// about the only file.
+std::string tallyText(const Tally& tally, const Colours& colours);
 
 // A range in lines and columns; `end` is the place of the first character behind it.
 struct Region {

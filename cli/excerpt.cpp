@@ -84,7 +84,8 @@ std::string printable(std::string_view text) {
   return result;
 }
 
-std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
+std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range,
+                    const Colours& colours) {
   const std::string line = printable(sources.line(range.begin));
   const std::size_t begin = std::min<std::size_t>(sources.offsetInLine(range.begin), line.size());
   const std::string_view head = std::string_view(line).substr(0, begin);
@@ -97,7 +98,9 @@ std::string excerpt(const refhost::SourceManager& sources, const refhost::Source
   const std::size_t start = lead.size() + before;
   const std::string marks = underline(shown, start, start + std::max<std::size_t>(range.length, 1));
   if (behind < tail.size()) shown += kCut;
-  return shown + '\n' + marks + '\n';
+  const std::size_t caret = marks.find('^');
+  return shown + '\n' + marks.substr(0, caret) + colours(Colours::Role::Mark, marks.substr(caret)) +
+         '\n';
 }
 
 }  // namespace velc

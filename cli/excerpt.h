@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "cli/colours.h"
 #include "refhost/diagnostic.h"
 #include "refhost/syntax/source.h"
 
@@ -15,6 +16,7 @@ std::string printable(std::string_view text);
 // The first source line of the range, and below it `^~~~` up to the end of the range or of the
 // line; each ends in a newline. A long line is shortened to the characters around the range's
 // begin.
-std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range);
+std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range,
+                    const Colours& colours);
 
 }  // namespace velc

@@ -1,14 +1,17 @@
 #include <fmt/format.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "cli/commands.h"
 #include "cli/explanations.h"
 #include "cli/failure.h"
-#include "cli/output_file.h"
+#include "cli/pager.h"
 #include "cli/translation.h"
 #include "core/add_on_api.h"
 #include "core/op_manager_api.h"
+#include "refhost/spelling.h"
 
 namespace velc {
 
@@ -23,6 +26,9 @@ unsigned int addOnCode(const std::string& topic) {
   const bool free = code >= vel::kFirstAddOnCode && code <= vel::kLastAddOnCode;
   return spelt && free ? static_cast<unsigned int>(code) : 0;
 }
+
+using Kind = Explanation::Kind;
+constexpr Kind kKinds[] = {Kind::Operator, Kind::Word, Kind::Message, Kind::WarningGroup};
 
 // Pages of operators and messages that velc itself does not have. Loads the add-ons on demand.
 class AddOnPages {
@@ -48,8 +54,15 @@ class AddOnPages {
 
  private:
   [[noreturn]] static void unknown(const std::string& topic) {
+    refhost::Spelling spelling(topic);
+    for (const auto kind : kKinds) {
+      for (const Topic& known : topicsOf(kind)) spelling.offer(known.name);
+    }
+    const std::string& nearest = spelling.best();
     throw Failure(
-        fmt::format("'{}' is neither an operator nor a message nor a group of warnings", topic));
+        fmt::format("'{}' is neither a word of the language nor an operator, a message or a group "
+                    "of warnings{}",
+                    topic, nearest.empty() ? "" : fmt::format(", did you mean '{}'?", nearest)));
   }
 
   const CommonOptions& common_;
@@ -58,22 +71,48 @@ class AddOnPages {
 
 using Topics = std::vector<std::string>;
 
-// The topics are message codes and operator names; without one, lists the codes. Loads libraries
-// only for names that velc itself does not know.
-int explain(const CommonOptions& common, const Topics& topics) {
+// All topics but operators, which `velc operators` lists.
+std::string listing() {
   std::string text;
-  if (topics.empty()) {
-    for (const Topic& message : explainedMessages()) {
-      text += fmt::format("{} {}\n", message.name, message.explanation->title);
+  for (const Kind kind : kKinds) {
+    if (kind == Kind::Operator) continue;
+    for (const Topic& topic : topicsOf(kind)) {
+      text += fmt::format("{} {}\n", topic.name, topic.explanation->title);
     }
   }
-  AddOnPages addOns(common);
-  for (const std::string& topic : topics) {
-    const Explanation* const explanation = explanationOf(topic);
-    if (!text.empty()) text += '\n';
-    text += explanation != nullptr ? std::string(explanation->text) : addOns.of(topic);
+  return text;
+}
+
+// Makes the headings of a page stand out.
+std::string coloured(std::string_view page, const Colours& colours) {
+  if (!colours.on()) return std::string(page);
+  std::string text;
+  while (!page.empty()) {
+    const std::string_view line = page.substr(0, page.find('\n'));
+    text += colours(line.substr(0, 1) == "#" ? Colours::Role::Strong : Colours::Role::None, line);
+    text += page.substr(line.size(), 1);
+    page.remove_prefix(std::min(line.size() + 1, page.size()));
   }
-  writeStandardOutput(text);
+  return text;
+}
+
+// The topics are message codes and names; without one, lists them. Loads libraries only for names
+// that velc itself does not know.
+int explain(const CommonOptions& common, const Topics& topics) {
+  const Colours colours(common.colour, STDOUT_FILENO);
+  AddOnPages addOns(common);
+  std::string text = topics.empty() ? listing() : "";
+  for (const std::string& topic : topics) {
+    const auto explanations = explanationsOf(topic);
+    std::vector<std::string> pages;
+    for (const Explanation* page : explanations) pages.emplace_back(page->text);
+    if (pages.empty()) pages.push_back(addOns.of(topic));
+    for (const std::string& page : pages) {
+      if (!text.empty()) text += '\n';
+      text += coloured(page, colours);
+    }
+  }
+  writePaged(text);
   return kSuccess;
 }
 
@@ -81,11 +120,11 @@ int explain(const CommonOptions& common, const Topics& topics) {
 
 void addExplainCommand(CommandLine& line) {
   CLI::App& command =
-      line.addPluginCommand("explain", "Tell what messages mean and what operators do");
+      line.addPluginCommand("explain", "Tell what words and operators do and what messages mean");
   const auto topics = std::make_shared<Topics>();
   command.add_option("TOPIC", *topics,
-                     "Code of a message (0xC0032) or name of an operator; without one, the codes "
-                     "are listed");
+                     "A keyword, type, standard function or function block, an operator, the code "
+                     "of a message (0xC0032) or a group of warnings; without one, they are listed");
   line.setAction(command, topics, explain);
 }
 

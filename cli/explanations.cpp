@@ -14,21 +14,19 @@ namespace {
 
 }  // namespace
 
-const Explanation* explanationOf(std::string_view topic) {
-  const auto* const found = std::find_if(
-      std::begin(kTopics), std::end(kTopics),
-      [topic](const Topic& candidate) { return vel::equalIgnoringCase(candidate.name, topic); });
-  return found == std::end(kTopics) ? nullptr : found->explanation;
+std::vector<const Explanation*> explanationsOf(std::string_view topic) {
+  std::vector<const Explanation*> found;
+  for (const Topic& candidate : kTopics) {
+    if (vel::equalIgnoringCase(candidate.name, topic)) found.push_back(candidate.explanation);
+  }
+  return found;
 }
 
-std::vector<Topic> explainedMessages() {
-  std::vector<Topic> messages;
-  std::copy_if(
-      std::begin(kTopics), std::end(kTopics), std::back_inserter(messages), [](const Topic& topic) {
-        // Operators have names in capitals.
-        return topic.name.substr(0, 2) == "0x" || (topic.name[0] >= 'a' && topic.name[0] <= 'z');
-      });
-  return messages;
+std::vector<Topic> topicsOf(Explanation::Kind kind) {
+  std::vector<Topic> topics;
+  std::copy_if(std::begin(kTopics), std::end(kTopics), std::back_inserter(topics),
+               [kind](const Topic& topic) { return topic.explanation->kind == kind; });
+  return topics;
 }
 
 }  // namespace velc

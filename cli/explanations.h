@@ -7,20 +7,24 @@
 namespace velc {
 
 struct Explanation {
+  enum class Kind { Operator, Word, Message, WarningGroup };
+
+  Kind kind;
   std::string_view title;
   std::string_view text;  // Markdown, ends in a newline
 };
 
-// The explanation of a message, an operator or a group of warnings. `topic` is a code ("0xC0032")
-// or a name, in any letter case. Null for all else.
-const Explanation* explanationOf(std::string_view topic);
+// The explanations of a message, an operator, a group of warnings, or a word of the language: a
+// keyword, a type, a standard function or function block. `topic` is a code ("0xC0032") or a name,
+// in any letter case. Only a word can have several. Empty for all else.
+std::vector<const Explanation*> explanationsOf(std::string_view topic);
 
 struct Topic {
   std::string_view name;
   const Explanation* explanation;
 };
 
-// All messages, in the order of their codes, then all groups of warnings.
-std::vector<Topic> explainedMessages();
+// All topics of a kind in the order of their names.
+std::vector<Topic> topicsOf(Explanation::Kind kind);
 
 }  // namespace velc

@@ -13,10 +13,13 @@
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/termination_guard.h"
+#include "cli/unknown_argument.h"
 
 namespace velc {
 
 namespace {
+
+constexpr const char* kSeeHelp = "\nRun with --help for more information.";
 
 int execute(int argc, char** argv) {
   CommandLine line;
@@ -24,7 +27,9 @@ int execute(int argc, char** argv) {
   addCheckCommand(line);
   addTranslateCommand(line);
   addRunCommand(line);
+  addMemoryCommand(line);
   addExplainCommand(line);
+  addHelpCommand(line);
   try {
     line.app.parse(argc, argv);
     if (!line.action) throw CLI::RequiredError("A command");
@@ -32,6 +37,9 @@ int execute(int argc, char** argv) {
     std::ostringstream out;
     std::ostringstream err;
     const bool failed = line.app.exit(error, out, err) != 0;
+    // What is misspelt is often the reason for what else is missing.
+    const std::string unknown = failed ? unknownArgument(line.app) : "";
+    if (!unknown.empty()) throw Failure(unknown + kSeeHelp);
     writeStandardOutput(out.str());
     writeStandardError(err.str());
     return failed ? kFailure : kSuccess;

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "cli/commands.h"
+#include "cli/each_file.h"
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/paths.h"
@@ -107,7 +108,7 @@ void refuseSource(const RunOptions& options) {
   }
 }
 
-int run(const CommonOptions& common, const RunOptions& options) {
+int runTogether(const CommonOptions& common, const RunOptions& options) {
   refuseSource(options);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
@@ -151,6 +152,19 @@ int run(const CommonOptions& common, const RunOptions& options) {
   return kSuccess;
 }
 
+int run(const CommonOptions& common, const RunOptions& options) {
+  if (!options.each) return runTogether(common, options);
+  if (!options.retained.empty()) throw Failure("--retain is for one program, not for --each");
+  const char* separator = "";
+  return forEachFile(options.files, [&](const std::vector<std::string>& file) {
+    writeStandardOutput(fmt::format("{}==> {} <==\n", separator, file.front()));
+    separator = "\n";
+    RunOptions one = options;
+    one.files = file;
+    return runTogether(common, one);
+  });
+}
+
 }  // namespace
 
 void addRunCommand(CommandLine& line) {
@@ -158,6 +172,7 @@ void addRunCommand(CommandLine& line) {
       line.addCommand("run", "Translate, compile and run programs; print their variables");
   const auto options = std::make_shared<RunOptions>();
   addSources(command, line.common, options->files);
+  addEachOption(command, options->each);
   addRunOptions(command, *options);
   line.setAction(command, options, run);
 }

@@ -14,6 +14,7 @@ namespace velc {
 
 struct RunOptions {
   std::vector<std::string> files;
+  bool each = false;                  // each file is a program of its own
   std::vector<std::string> settings;  // NAME=VALUE
   std::vector<std::string> shown;     // global variables and device addresses
   std::string retained;               // file of retained variables; empty for none

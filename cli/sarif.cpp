@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <iterator>
 #include <map>
-#include <nlohmann/json.hpp>
 
 #include "cli/diagnostics_printer.h"
 #include "cli/explanations.h"
@@ -36,7 +35,9 @@ Json ruleOf(const refhost::Diagnostic& message, const std::string& pages) {
   const std::string code = codeText(message);
   Json rule = {{"id", code}, {"defaultConfiguration", {{"level", severityText(message)}}}};
   // Codes of other plugins and add-ons may have no page.
-  if (const Explanation* explanation = explanationOf(code)) {
+  const auto explanations = explanationsOf(code);
+  if (!explanations.empty()) {
+    const Explanation* const explanation = explanations.front();
     rule["shortDescription"] = {{"text", explanation->title}};
     rule["help"] = {{"text", explanation->text}, {"markdown", explanation->text}};
     if (!pages.empty()) rule["helpUri"] = uriOf(pages) + "#" + code;
@@ -109,9 +110,9 @@ Json resultOf(const refhost::SourceManager& sources, const refhost::Diagnostic& 
 
 }  // namespace
 
-std::string sarifLog(const refhost::SourceManager& sources,
-                     const std::vector<refhost::Diagnostic>& messages, const Omitted& rest,
-                     const std::string& pages) {
+void SarifLog::add(const refhost::SourceManager& sources,
+                   const std::vector<refhost::Diagnostic>& messages, const Omitted& rest,
+                   const std::string& pages) {
   Fingerprints fingerprints;
   Json rules = Json::array();
   Json results = Json::array();
@@ -130,9 +131,13 @@ std::string sarifLog(const refhost::SourceManager& sources,
     run["invocations"] = Json::array(
         {{{"executionSuccessful", true}, {"toolExecutionNotifications", Json::array({notice})}}});
   }
+  runs_.push_back(std::move(run));
+}
+
+std::string SarifLog::text() const {
   const Json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                     {"version", "2.1.0"},
-                    {"runs", Json::array({run})}};
+                    {"runs", runs_}};
   // Replaces invalid UTF-8, which sources may contain but JSON must not.
   return log.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
 }

@@ -12,6 +12,12 @@ namespace velc {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+constexpr const char* kVariable = "TMPDIR";
+
+}  // namespace
+
 TemporaryFolder::TemporaryFolder() {
   std::error_code error;
   const fs::path parent = fs::temp_directory_path(error);
@@ -23,9 +29,16 @@ TemporaryFolder::TemporaryFolder() {
   }
   // Absolute, because compilers do not take a path that begins with "-" or "@" for a file.
   path_ = fs::absolute(name);
+  if (const char* const before = std::getenv(kVariable)) before_ = before;
+  setenv(kVariable, path_.c_str(), 1);
 }
 
 TemporaryFolder::~TemporaryFolder() {
+  if (before_) {
+    setenv(kVariable, before_->c_str(), 1);
+  } else {
+    unsetenv(kVariable);
+  }
   std::error_code ignored;
   fs::remove_all(path_, ignored);
 }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
+#include <string>
 
 namespace velc {
 
-// A private folder, which the destructor deletes with its contents.
+// A private folder, which the destructor deletes with its contents. While it exists it is the one
+// for temporary files, so that those that a killed compiler leaves behind are deleted with it.
 class TemporaryFolder {
  public:
   TemporaryFolder();  // throws Failure
@@ -16,6 +19,7 @@ class TemporaryFolder {
 
  private:
   std::filesystem::path path_;
+  std::optional<std::string> before_;  // the folder for temporary files outside
 };
 
 }  // namespace velc

@@ -1,39 +1,12 @@
 #include "cli/translation.h"
 
-#include <fmt/format.h>
-
-#include "cli/diagnostics_printer.h"
 #include "cli/failure.h"
-#include "cli/output_file.h"
 #include "cli/paths.h"
 #include "cli/progress.h"
-#include "cli/sarif.h"
+#include "cli/report.h"
+#include "cli/source_files.h"
 
 namespace velc {
-
-namespace {
-
-// Formats the messages from index `first` on; in SARIF, all messages.
-std::string diagnostics(refhost::Session& session, const CommonOptions& common, std::size_t first) {
-  const auto& messages = session.messages();
-  const Omitted rest = omitted(messages, first, common.maxErrors);
-  if (common.diagnostics == DiagnosticsForm::Sarif) {
-    return sarifLog(session.sources(), messages, rest, messagesPage());
-  }
-  const bool json = common.diagnostics == DiagnosticsForm::Json;
-  const auto one = json ? diagnosticJson : diagnosticText;
-  std::string text;
-  for (std::size_t i = first; i < rest.first; ++i) text += one(session.sources(), messages[i]);
-  if (rest.any()) text += json ? omittedJson(rest) : omittedText(rest);
-  return text;
-}
-
-// Prints the messages from index `first` on.
-void printMessages(refhost::Session& session, const CommonOptions& common, std::size_t first) {
-  writeStandardError(diagnostics(session, common, first));
-}
-
-}  // namespace
 
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   refhost::Options options;
@@ -53,18 +26,20 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   return session;
 }
 
-bool analyse(refhost::Session& session, const CommonOptions& common,
-             const std::vector<std::string>& files) {
+bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files) {
   std::optional<Progress> progress("analysing");
-  for (const std::string& file : files) {
-    std::string error;
-    if (session.sources().load(file, error) < 0) {
-      throw Failure(fmt::format("cannot read {}: {}", file, error));
-    }
-  }
+  for (const std::string& file : files) loadSource(session.sources(), file);
   const bool accepted = session.analyse();
   progress.reset();
-  printMessages(session, common, 0);
+  report.add(session, 0, files.size());
+  return accepted;
+}
+
+bool analyse(refhost::Session& session, const CommonOptions& common,
+             const std::vector<std::string>& files) {
+  Report report(common);
+  const bool accepted = analyse(session, report, files);
+  report.finish();
   return accepted;
 }
 
@@ -73,7 +48,7 @@ std::optional<std::string> translateToC(refhost::Session& session, const CommonO
   std::optional<Progress> progress("translating");
   std::string text = session.translate();
   progress.reset();
-  printMessages(session, common, known);
+  Report(common).add(session, known, 0);
   if (text.empty()) return std::nullopt;
   return text;
 }

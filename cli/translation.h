@@ -14,10 +14,14 @@ namespace velc {
 // A session with its plugin loaded; throws Failure.
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common);
 
+class Report;
+
 // Reads and checks the files and prints the diagnostics. False when there are
 // errors; throws Failure for a file that cannot be read.
 bool analyse(refhost::Session& session, const CommonOptions& common,
              const std::vector<std::string>& files);
+// The same for one of several programs, whose report the caller finishes.
+bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files);
 
 // Translates the files that analyse() has accepted, and prints further diagnostics. Returns
 // nullopt when there are errors.

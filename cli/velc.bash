@@ -34,9 +34,11 @@ _velc() {
       operators) offered=$("$velc" operators 2>/dev/null) ;;
       check | translate | run)
         if [[ $previous == -W || $previous == --warn || $previous == --no-warn ]]; then
-          offered="all $("$velc" explain 2>/dev/null | cut -d' ' -f1)"
+          # Of the topics, groups of warnings and codes.
+          offered="all $("$velc" explain 2>/dev/null | sed -nE 's/^(0x[0-9A-F]+|[a-z-]+) .*/\1/p')"
         fi
         ;;
+      help) offered=$commands ;;
       explain) offered=$("$velc" operators 2>/dev/null; "$velc" explain 2>/dev/null | cut -d' ' -f1) ;;
     esac
   fi

@@ -1,7 +1,7 @@
 """The pages as `velc explain` has them: C++ tables of texts and of their topics."""
 import re
 
-from . import messages, operators
+from . import messages, operators, words
 from .pages import ROOT, pages_in
 
 
@@ -29,28 +29,35 @@ def literal(text):
 
 def embedded(listing):
     """The tables, and a list of the topics that are missing."""
-    texts, topics, names, sections, groups = [], {}, [], [], []
+    rows, topics = [], []
+
+    def add(kind, title, text, names):
+        topics.extend((name, len(rows)) for name in names)
+        rows.append(f"{{Explanation::Kind::{kind}, {literal(title)}, {literal(text)}}},\n")
+
+    names, parts, sections, groups = [], [], [], []
     for path in pages_in("operators"):
         text = path.read_text()
         page_names = operators.names_of(text)
         names += page_names
-        topics.update(dict.fromkeys(page_names, len(texts)))
-        texts.append((text.split("\n")[0].lstrip("# "), text))
+        add("Operator", text.split("\n")[0].lstrip("# "), text, page_names)
+    for path in pages_in("language"):
+        parts += words.sections_of(path.read_text())
+    for part in parts:
+        add("Word", part.title, part.text, part.names)
     for path in pages_in("messages"):
         sections += messages.sections_of(path.read_text())
         groups += messages.groups_of(path.read_text())
     for section in sections:
-        topics[section.code] = len(texts)
-        texts.append((section.title, section.text.rstrip("\n") + "\n"))
+        add("Message", section.title, section.text.rstrip("\n") + "\n", [section.code])
     for name, state, _, text in groups:
-        topics[name] = len(texts)
-        texts.append((f"warnings, {state}", text.rstrip("\n") + "\n"))
+        add("WarningGroup", f"warnings, {state}", text.rstrip("\n") + "\n", [name])
     problems = [*unregistered_classes(),
                 *operators.coverage_problems(names, registered_names(listing)),
+                *words.coverage_problems(parts),
                 *messages.coverage_problems(sections),
                 *messages.group_problems(groups, sections)]
-    rows = [f"{{{literal(title)}, {literal(text)}}},\n" for title, text in texts]
-    keys = [f'{{"{topic}", &kTexts[{index}]}},\n' for topic, index in sorted(topics.items())]
+    keys = [f'{{"{topic}", &kTexts[{index}]}},\n' for topic, index in sorted(topics)]
     tables = ("constexpr Explanation kTexts[] = {\n" + "".join(rows) + "};\n"
               "constexpr Topic kTopics[] = {\n" + "".join(keys) + "};\n")
     return tables, problems

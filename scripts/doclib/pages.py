@@ -57,7 +57,12 @@ def static_code_of(c):
 
 
 def last_of(diagnostics):
-    return "".join(diagnostics.splitlines(keepends=True)[-3:])
+    return "".join(without_summary(diagnostics).splitlines(keepends=True)[-3:])
+
+
+def without_summary(diagnostics):
+    """The diagnostics without the line that counts them."""
+    return re.sub(r"^\d+ (?:error|warning)s?\b.* in \d.*\n\Z", "", diagnostics, flags=re.M)
 
 
 # For each kind of block, the command and the part of its output that the block shows. Blocks of
@@ -66,7 +71,7 @@ KINDS = {
     "c static": ("translate", static_code_of),
     "c": ("translate", statements_of),
     "text check last": ("check", last_of),
-    "text check": ("check", str),
+    "text check": ("check", without_summary),
     "text run": ("run", str),
 }
 

@@ -52,7 +52,7 @@ TEST_F(Velc, UnderlinesTheRangeAtFault) {
                        "p.st:6:19\n" + lines[1] + "\n          \t     ^~~~~~\n" +
                        "p.st:9:1\nEND_PROGRAM\n^~~~~~~~~~~\n"
                        "p.st:8:1: note: the IF stands here\n" +
-                       lines[3] + "\n^~\n");
+                       lines[3] + "\n^~\n3 errors in 1 file\n");
 }
 
 TEST_F(Velc, ShowsTheWarningsThatAreWanted) {

@@ -18,7 +18,7 @@ struct Row {
 // clang-format off
 constexpr Row kRows[] = {
     {"", "", 2, "A command is required"},
-    {"", "frob", 2, "not expected: frob"},
+    {"", "frob", 2, "unknown command 'frob'\nRun with"},
     {"", "check", 2, "FILE is required"},
     {"", "check p.st --diagnostics=xml", 2, "xml not in {json,sarif,text}"},
     {"", "run p.st --diagnostics=sarif", 2, "sarif not in {json,text}"},
@@ -26,7 +26,7 @@ constexpr Row kRows[] = {
     {"", "check missing.st", 2, "cannot read missing.st: No such file or directory"},
     {"", "check p.st --plugin ./no.so", 2, "no.so"},
     {"", "operators NO_OPERATOR", 2, "'NO_OPERATOR' is no operator"},
-    {"", "explain NO_OPERATOR", 2, "'NO_OPERATOR' is neither an operator nor a message"},
+    {"", "explain NO_OPERATOR", 2, "'NO_OPERATOR' is neither a word of the language nor"},
     {"", "operators >/dev/full", 2, "cannot write standard output: No space left on device"},
     {"", "translate p.st -o p.st", 2, "p.st is a source"},
     {"", "translate p.st -o no/out.c", 2, "cannot write no/out.c: No such file or directory"},
@@ -43,7 +43,7 @@ constexpr Row kRows[] = {
     {"", "run p.st --retain no/r.json", 2, "cannot write no/r.json: No such file or directory"},
     {"", "run p.st --compiler no-cc", 2, "cannot start 'no-cc': No such file or directory"},
     {"", "run p.st --compiler false", 2, "the C compiler 'false' failed with status 1"},
-    {"", "check .", 2, "velc: cannot read .: Is a directory\n"},
+    {"", "check p.st './-;$(touch left)'", 2, "velc: there is no *.st in ./-;$(touch left)\n"},
     {"", "translate empty.st", 0, ""},
     {"", "run empty.st", 2, "velc: there is no PROGRAM to run\n"},
     {"", "check noise.st", 1, "noise.st:1:1: error: Syntax error: the file is not a text from here on;"},

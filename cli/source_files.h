@@ -1,0 +1,20 @@
+// The source files that a command line names.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "refhost/syntax/source.h"
+
+namespace velc {
+
+// The files, with each folder replaced by the files `*.st` in it and in the folders below, in the
+// order of their paths. Leaves out what begins with a dot and does not follow links to folders. A
+// file that is named again, by whatever path, is left out, too. Throws Failure for a folder
+// without such a file, and for a second `-`.
+std::vector<std::string> sourceFiles(const std::vector<std::string>& named);
+
+// Reads a file; `-` is standard input, whose name in messages is "<stdin>". Throws Failure.
+void loadSource(refhost::SourceManager& sources, const std::string& file);
+
+}  // namespace velc
