@@ -15,8 +15,9 @@ struct CheckOptions {
 
 int check(const CommonOptions& common, const CheckOptions& options) {
   Report report(common);
+  const auto session = startSession(common);
   const auto checkProgram = [&](const std::vector<std::string>& files) {
-    const auto session = startSession(common);
+    session->restart();
     return analyse(*session, report, files) ? kSuccess : kProgramErrors;
   };
   const int code =

@@ -83,13 +83,18 @@ std::string listing() {
   return text;
 }
 
+bool isHeading(std::string_view line) {
+  const std::size_t marks = line.find_first_not_of('#');
+  return marks != 0 && marks != std::string_view::npos && line[marks] == ' ';
+}
+
 // Makes the headings of a page stand out.
 std::string coloured(std::string_view page, const Colours& colours) {
   if (!colours.on()) return std::string(page);
   std::string text;
   while (!page.empty()) {
     const std::string_view line = page.substr(0, page.find('\n'));
-    text += colours(line.substr(0, 1) == "#" ? Colours::Role::Strong : Colours::Role::None, line);
+    text += colours(isHeading(line) ? Colours::Role::Strong : Colours::Role::None, line);
     text += page.substr(line.size(), 1);
     page.remove_prefix(std::min(line.size() + 1, page.size()));
   }
