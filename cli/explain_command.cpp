@@ -109,12 +109,12 @@ int explain(const CommonOptions& common, const Topics& topics) {
   std::string text = topics.empty() ? listing() : "";
   for (const std::string& topic : topics) {
     const auto explanations = explanationsOf(topic);
-    std::vector<std::string> pages;
-    for (const Explanation* page : explanations) pages.emplace_back(page->text);
-    if (pages.empty()) pages.push_back(addOns.of(topic));
-    for (const std::string& page : pages) {
-      if (!text.empty()) text += '\n';
-      text += coloured(page, colours);
+    if (!text.empty()) text += '\n';
+    if (explanations.empty()) text += coloured(addOns.of(topic), colours);
+    const char* separator = "";
+    for (const Explanation* explanation : explanations) {
+      text += separator + coloured(explanation->text, colours);
+      separator = "\n";
     }
   }
   writePaged(text);

@@ -32,7 +32,7 @@ void addFilesOf(const std::string& folder, std::vector<std::string>& files) {
       entry.disable_recursion_pending();
     } else if (vel::equalIgnoringCase(path.extension().native(), ".st") &&
                !entry->is_directory(unknown)) {
-      found.push_back(path);
+      found.push_back(folder == "." ? path.lexically_relative(folder) : path);
     }
     entry.increment(error);
   }
@@ -73,7 +73,7 @@ std::vector<std::string> sourceFiles(const std::vector<std::string>& named) {
 void loadSource(refhost::SourceManager& sources, const std::string& file) {
   const bool isInput = file == kStandardInput;
   std::string error;
-  const int loaded = isInput ? sources.load(*stdin, "<stdin>", error) : sources.load(file, error);
+  const int loaded = isInput ? sources.load(stdin, "<stdin>", error) : sources.load(file, error);
   if (loaded < 0) {
     throw Failure(fmt::format("cannot read {}: {}", isInput ? "standard input" : file, error));
   }

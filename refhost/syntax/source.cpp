@@ -36,14 +36,14 @@ int SourceManager::load(const std::string& path, std::string& error) {
   const std::uintmax_t size = std::filesystem::file_size(path, unknown);
   // One more byte, so that the read that detects the end of the file does not reallocate.
   const bool known = !unknown && size <= kMaxFileSize;
-  return read(*file, path, known ? static_cast<std::size_t>(size) + 1 : 0, error);
+  return read(file.get(), path, known ? static_cast<std::size_t>(size) + 1 : 0, error);
 }
 
-int SourceManager::load(std::FILE& file, std::string name, std::string& error) {
+int SourceManager::load(std::FILE* file, std::string name, std::string& error) {
   return read(file, std::move(name), 0, error);
 }
 
-int SourceManager::read(std::FILE& file, std::string name, std::size_t expected,
+int SourceManager::read(std::FILE* file, std::string name, std::size_t expected,
                         std::string& error) {
   std::string text;
   text.reserve(expected);
@@ -51,10 +51,10 @@ int SourceManager::read(std::FILE& file, std::string name, std::size_t expected,
     const std::size_t size = text.size();
     const std::size_t room = text.capacity() - size;
     text.resize(size + (room > 0 ? room : std::max(kReadSize, size / 2)));
-    const std::size_t got = std::fread(&text[size], 1, text.size() - size, &file);
+    const std::size_t got = std::fread(&text[size], 1, text.size() - size, file);
     const int code = errno;
     text.resize(size + got);
-    if (std::ferror(&file) != 0) {
+    if (std::ferror(file) != 0) {
       error = systemReason(code);
       return -1;
     }
@@ -62,7 +62,7 @@ int SourceManager::read(std::FILE& file, std::string name, std::size_t expected,
       error = systemReason(EFBIG);
       return -1;
     }
-    if (std::feof(&file) != 0) break;
+    if (std::feof(file) != 0) break;
   }
   text.shrink_to_fit();
   return add(std::move(name), std::move(text));

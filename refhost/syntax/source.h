@@ -24,7 +24,7 @@ class SourceManager {
   // without the path.
   int load(const std::string& path, std::string& error);
   // The same for the rest of an open file, which gets a name.
-  int load(std::FILE& file, std::string name, std::string& error);
+  int load(std::FILE* file, std::string name, std::string& error);
   // Adds a text under a name and returns its index.
   int add(std::string name, std::string text);
 
@@ -41,7 +41,7 @@ class SourceManager {
 
  private:
   // `expected` is the size for which to make room.
-  int read(std::FILE& file, std::string name, std::size_t expected, std::string& error);
+  int read(std::FILE* file, std::string name, std::size_t expected, std::string& error);
 
   struct File {
     std::string path;

@@ -84,6 +84,7 @@ TEST_F(Velc, FindsItsSources) {
        "src/sub/c.st src/b.st ./src/a b.ST 3 errors in 3 of 4 files "},
       {"check src/sub --diagnostics=json", 1, "{\"file\":\"src/sub/c.st\",\"line\""},
       {"check src/sub", 1, "src/sub/c.st "},
+      {"check --each .", 1, "src/a b.ST src/b.st src/sub/c.st 3 errors in 3 of 4 files "},
       {"check good.st", 0, ""},
       {"check - good.st <src/b.st", 1, "<stdin> 1 error in 1 of 2 files "},
       {"check ./-", 1, "./- "},
