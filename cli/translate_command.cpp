@@ -15,7 +15,8 @@ namespace {
 struct TranslateOptions {
   std::vector<std::string> files;
   std::string output = "-";  // "-": standard output
-  bool callTree = false;     // print the call tree instead of the C to standard output
+  refhost::TranslationOptions translation;
+  bool callTree = false;  // print the call tree instead of the C to standard output
 };
 
 std::string callTreeText(refhost::Session& session) {
@@ -37,7 +38,7 @@ int translate(const CommonOptions& common, const TranslateOptions& options) {
   }
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
-  const auto text = translateToC(*session, common);
+  const auto text = translateToC(*session, common, options.translation);
   if (!text) return kProgramErrors;
   if (options.output != "-") writeFile(options.output, *text);
   if (options.callTree) {
@@ -56,6 +57,8 @@ void addTranslateCommand(CommandLine& line) {
   addSources(command, line.common, options->files);
   command.add_option("-o,--output", options->output, "Where the C goes (default: standard output)")
       ->type_name("OUT.c");
+  command.add_flag("--lines", options->translation.lines,
+                   "Have the C name the lines of the Structured Text (#line), for debuggers");
   command.add_flag("--call-tree", options->callTree,
                    "Print who calls what as JSON; the C goes only where -o says");
   line.setAction(command, options, translate);

@@ -43,10 +43,11 @@ bool analyse(refhost::Session& session, const CommonOptions& common,
   return accepted;
 }
 
-std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common) {
+std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common,
+                                        const refhost::TranslationOptions& options) {
   const std::size_t known = session.messages().size();
   std::optional<Progress> progress("translating");
-  std::string text = session.translate();
+  std::string text = session.translate(options);
   progress.reset();
   Report(common).add(session, known, 0);
   if (text.empty()) return std::nullopt;

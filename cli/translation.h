@@ -25,6 +25,7 @@ bool analyse(refhost::Session& session, Report& report, const std::vector<std::s
 
 // Translates the files that analyse() has accepted, and prints further diagnostics. Returns
 // nullopt when there are errors.
-std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common);
+std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common,
+                                        const refhost::TranslationOptions& options = {});
 
 }  // namespace velc

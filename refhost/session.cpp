@@ -9,6 +9,7 @@
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/file_writer.h"
+#include "refhost/emit/line_directives.h"
 #include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
@@ -176,10 +177,13 @@ bool Session::analyse() {
 
 const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
 
-std::string Session::translate() {
+std::string Session::translate(const TranslationOptions& options) {
   const std::size_t first = impl_->found.count();
   impl_->shapes.clear();
-  std::string text = FileWriter(impl_->services, impl_->names, impl_->found).text();
+  FileWriter writer(impl_->services, impl_->names, impl_->found,
+                    options.lines ? &impl_->sources : nullptr);
+  std::string text = writer.text();
+  if (options.lines) text = withOwnLines(text, options.fileName);
   if (!impl_->publish(first) || impl_->found.hasErrors()) text.clear();
   return text;
 }

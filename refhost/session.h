@@ -37,6 +37,15 @@ struct Options {
   WarningChoice warnings;
 };
 
+// How the C is written.
+struct TranslationOptions {
+  // With `#line`, so that debuggers, coverage and C compilers name the lines of the source.
+  bool lines = false;
+  // What `#line` calls the C file itself; when empty, the file that is compiled (`__BASE_FILE__`),
+  // which is wrong in a file that others include.
+  std::string fileName;
+};
+
 // A variable of a program or a global one, for a front end that runs the program.
 struct ProgramVariable {
   // `program.name`, or the name alone of a global variable.
@@ -88,7 +97,7 @@ class Session {
 
   // The C text. Call only after analyse() has returned true. When an operator generates nothing, an
   // error is appended to messages() and the text is empty.
-  std::string translate();
+  std::string translate(const TranslationOptions& options = {});
 
   // The call graph, once translate() has run: calls of the program's units and those that the
   // operators record.

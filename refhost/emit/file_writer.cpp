@@ -34,6 +34,10 @@ constexpr std::string_view kHead =
     "#pragma GCC diagnostic ignored \"-Wbool-compare\"\n"
     "#endif\n";
 
+// Statements of one line of the source share a line of C.
+constexpr std::string_view kLinesHead =
+    "#pragma GCC diagnostic ignored \"-Wmisleading-indentation\"\n";
+
 // The sizes of device memory that differ from those in the runtime's header.
 std::string memoryDefinitions(const DeviceMap& memory) {
   const DeviceMap::Sizes usual;
@@ -50,8 +54,9 @@ std::string memoryDefinitions(const DeviceMap& memory) {
 
 }  // namespace
 
-FileWriter::FileWriter(Services& services, SymbolNames& names, Diagnostics& messages)
-    : names_(names), file_(services, names, messages) {}
+FileWriter::FileWriter(Services& services, SymbolNames& names, Diagnostics& messages,
+                       const SourceManager* sources)
+    : names_(names), file_(services, names, messages, sources) {}
 
 std::string FileWriter::text() {
   names_.clear();
@@ -62,6 +67,7 @@ std::string FileWriter::text() {
   std::string out = "// Translated from Structured Text by velc.\n";
   out += memoryDefinitions(file_.services.memory);
   out += kHead;
+  if (file_.sources != nullptr) out += kLinesHead;
   appendStaticTexts(out);
   out += structures(names_, file_.services);
   out += prototypes(file_);

@@ -9,11 +9,13 @@ namespace refhost {
 
 class FileWriter {
  public:
-  // The program of `services` must have been analysed. text() sets `names`.
-  FileWriter(Services& services, SymbolNames& names, Diagnostics& messages);
+  // The program of `services` must have been analysed. text() sets `names`. `sources` is null if
+  // the C does not name their lines.
+  FileWriter(Services& services, SymbolNames& names, Diagnostics& messages,
+             const SourceManager* sources = nullptr);
 
   // The C file of the program. Reports an error for each call for which its operator generates
-  // nothing.
+  // nothing. Where the C names lines, it needs withOwnLines().
   std::string text();
 
  private:

@@ -1,6 +1,7 @@
 // Collects the lines and temporaries of one C function.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -9,6 +10,7 @@
 
 #include "refhost/emit/place.h"
 #include "refhost/emit/symbol_names.h"
+#include "refhost/syntax/source.h"
 
 namespace refhost {
 
@@ -17,20 +19,28 @@ class FunctionBody {
   // `owner` is the unit that the function belongs to; null for the initialisation of a structure.
   FunctionBody(const SymbolNames& names, const UnitSymbol* owner);
 
+  // From here on the lines stand for the place that at() names last, at first for the beginning of
+  // `source`, the unit, and the end of the function for its end. Lines that stand for the same line
+  // of the source are one line of C, so that a `#line` holds for all of them.
+  void follow(const SourceManager& sources, const vel::ASTNode& source);
+  // Has no effect without follow().
+  void at(const vel::ASTNode& node);
+
   void line(const std::string& text);
   void statement(const std::string& text);  // appends the semicolon
   void indent() { ++depth_; }
   void outdent() { --depth_; }
   int depth() const { return depth_; }
-  std::string indentation() const { return std::string(static_cast<std::size_t>(depth_) * 2, ' '); }
-  // The lines that `write` adds, one level deeper, which are not added to the body.
+  // A statement expression of the lines that `write` adds, which are not added to the body.
   template <typename Write>
-  std::string capture(Write write) {
+  std::string statementExpression(Write write) {
     std::string before = std::exchange(lines_, {});
+    const std::uint32_t open = std::exchange(open_, wanted_);
     indent();
     write();
     outdent();
-    return std::exchange(lines_, std::move(before));
+    open_ = open;
+    return enclosed(std::exchange(lines_, std::move(before)));
   }
   // Adds a statement to the end of the function, where it is executed after a RETURN, too.
   void closingStatement(const std::string& text) { closing_ += "  " + text + ";\n"; }
@@ -53,8 +63,11 @@ class FunctionBody {
   // through a POINTER TO, whose targets may alias.
   std::string temporaryPointer(const vel::SymbolDataType* type);
 
-  // Everything between the braces; `front` follows the declarations. Nothing may be added after it.
-  std::string take(bool hasSelf, const std::string& front);
+  // The beginning of the function: `head`, its first line, and declarations.
+  std::string opening(const std::string& head) const;
+  // The function behind its opening(); `front` follows the declarations, and `end` the statements.
+  // Nothing may be added after it.
+  std::string take(bool hasSelf, const std::string& front, const std::string& end);
 
   const UnitSymbol* const unit;
   std::unordered_map<const vel::ASTNode*, std::string> held;  // the temporaries of operands
@@ -65,7 +78,17 @@ class FunctionBody {
   std::unordered_set<const vel::Symbol*> companions;  // parameters whose companion is used
 
  private:
+  std::string enclosed(const std::string& lines) const;
+  void append(const std::string& text, const char* end);
+  // Begins a line of C for the line of the source that is wanted unless the last one stands for it.
+  void moveToWanted();
+
   const SymbolNames& names_;
+  const SourceManager* sources_ = nullptr;  // null without follow()
+  std::string directive_;                   // `#line` for the beginning of the unit
+  std::uint32_t wanted_ = 0;
+  std::uint32_t open_ = 0;  // the line that the last line of C stands for
+  std::uint32_t last_ = 0;  // of the unit
   std::string lines_;
   std::string declarations_;  // of the temporaries
   bool recycles_ = false;

@@ -28,7 +28,14 @@ FunctionWriter::FunctionWriter(FileContext& file, const UnitSymbol* unit)
   if (unit != nullptr) file.services.calls.currentUnit = unit->name();
 }
 
-std::string FunctionWriter::take(bool hasSelf) { return body_.take(hasSelf, companionsText()); }
+std::string FunctionWriter::take(bool hasSelf, const std::string& end) {
+  return body_.take(hasSelf, companionsText(), end);
+}
+
+void FunctionWriter::follow() {
+  const UnitSymbol& unit = *body_.unit;
+  if (file_.sources != nullptr && !unit.standard) body_.follow(*file_.sources, *unit.node);
+}
 
 std::string FunctionWriter::companionsText() {
   if (body_.unit == nullptr) return {};
@@ -82,14 +89,15 @@ void FunctionWriter::appendLocals(const UnitSymbol& unit, std::string& out) {
 
 void FunctionWriter::appendFunction(std::string& out) {
   const UnitSymbol& function = *body_.unit;
+  follow();
   prepare(function);
   statements_.statements(function.node->leaf(Unit::kBody));
-  const std::string text = take(false);
-  out += "\n" + functionHead(file_.names, function) + " {\n";
-  appendLocals(function, out);
+  const std::string text =
+      take(false, function.result != nullptr ? "  return vel_result;\n}\n" : "}\n");
+  std::string head = functionHead(file_.names, function) + " {\n";
+  appendLocals(function, head);
+  out += body_.opening(head);
   out += text;
-  if (function.result != nullptr) out += "  return vel_result;\n";
-  out += "}\n";
 }
 
 void FunctionWriter::prepare(const UnitSymbol& function) {
@@ -134,11 +142,11 @@ void FunctionWriter::appendInitialisation(std::string& out) {
   if (alone) initials_.setConfigured(root, {Place::Kind::Pointed, "self"});
   const std::string text = take(true);
   if (alone) {
-    out += programHead(unit, file_.names.of(unit).init);
+    out += "\n" + programHead(unit, file_.names.of(unit).init);
   } else {
     out += "\n" + initHead(file_, unit) + " {\n";
   }
-  out += text + "}\n";
+  out += text;
 }
 
 void FunctionWriter::detectEdge(const VarSymbol& input) {
@@ -157,21 +165,21 @@ void FunctionWriter::detectEdge(const VarSymbol& input) {
 
 void FunctionWriter::appendBody(std::string& out) {
   const UnitSymbol& unit = *body_.unit;
+  follow();
   initials_.initialiseAll(unit, false);
   for (const auto& variable : unit.variables()) {
     if (variable->edge != Edge::None) detectEdge(*variable);
   }
   statements_.statements(unit.node->leaf(Unit::kBody));
   std::string text = take(true);
-  text += "}\n";
-  if (hasOneInstance(unit)) {
-    out += programHead(unit, file_.names.of(unit).scan);
-  } else {
-    // Standard blocks are small, and their arguments are often constant, so inlining pays.
-    out += fmt::format("\nstatic {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
-                       file_.names.of(unit).body, file_.names.of(unit).name);
-  }
-  appendLocals(unit, out);
+  // Standard blocks are small, and their arguments are often constant, so inlining pays.
+  std::string head =
+      hasOneInstance(unit)
+          ? programHead(unit, file_.names.of(unit).scan)
+          : fmt::format("static {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
+                        file_.names.of(unit).body, file_.names.of(unit).name);
+  appendLocals(unit, head);
+  out += body_.opening(head);
   join(out, std::move(text));
 }
 
@@ -184,7 +192,7 @@ void FunctionWriter::appendGlobalsInitialisation(std::string& out) {
       "\nstatic void {}(void) {{\n  static u8 vel_done;\n  if (vel_done) return;\n"
       "  vel_done = 1;\n",
       file_.names.of(*body_.unit).init);
-  out += take(false) + "}\n";
+  out += take(false);
 }
 
 void FunctionWriter::appendInitialisation(const StructType& structure, std::string& out) {
@@ -193,7 +201,7 @@ void FunctionWriter::appendInitialisation(const StructType& structure, std::stri
     initials_.enter(*member, &structure);
     initials_.initialise({Place::Kind::Object, "self->" + file_.names.of(*member)}, *member);
   }
-  out += "\n" + initHead(file_, structure) + " {\n" + take(true) + "}\n";
+  out += "\n" + initHead(file_, structure) + " {\n" + take(true);
 }
 
 void FunctionWriter::appendInit(const ProgramInstance& instance, std::string& out) {
@@ -205,7 +213,7 @@ void FunctionWriter::appendInit(const ProgramInstance& instance, std::string& ou
   body_.statement(fmt::format("{}(&{}{})", names.of(*instance.program).init,
                               names.of(instance).data, root.places.empty() ? "" : ", vel_places"));
   initials_.setConfigured(root, {Place::Kind::Object, names.of(instance).data});
-  out += fmt::format("\nvoid {}(void) {{\n{}}}\n", names.of(instance).init, take(false));
+  out += fmt::format("\nvoid {}(void) {{\n{}", names.of(instance).init, take(false));
 }
 
 void FunctionWriter::appendScan(const ProgramInstance& instance, std::string& out) {
@@ -213,17 +221,17 @@ void FunctionWriter::appendScan(const ProgramInstance& instance, std::string& ou
   const Place data{Place::Kind::Object, file_.names.of(instance).data};
   expressions_.calls.record(*instance.connections, *instance.program);
   statements_.runInstance(*instance.connections, *instance.program, data);
-  out += fmt::format("\nvoid {}(void) {{\n{}}}\n", file_.names.of(instance).scan, take(false));
+  out += fmt::format("\nvoid {}(void) {{\n{}", file_.names.of(instance).scan, take(false));
 }
 
 void FunctionWriter::appendCondition(const Task& task, const std::string& name, std::string& out) {
   file_.services.calls.currentUnit = task.name;
   body_.statement("return " + expressions_.expressionText(task.single));
-  out += fmt::format("\nstatic u8 {}(void) {{\n{}}}\n", name, take(false));
+  out += fmt::format("\nstatic u8 {}(void) {{\n{}", name, take(false));
 }
 
 std::string FunctionWriter::programHead(const UnitSymbol& program, const std::string& name) const {
-  return fmt::format("\nvoid {}(void) {{\n  struct {}* const self = &{};\n", name,
+  return fmt::format("void {}(void) {{\n  struct {}* const self = &{};\n", name,
                      file_.names.of(program).name, file_.names.of(program).data);
 }
 

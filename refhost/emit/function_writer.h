@@ -36,7 +36,10 @@ class FunctionWriter {
   void appendLocals(const UnitSymbol& unit, std::string& out);
   // The head of the C function for the scan or the initialisation of a PROGRAM.
   std::string programHead(const UnitSymbol& program, const std::string& name) const;
-  std::string take(bool hasSelf);
+  // The function behind its head, with its closing brace.
+  std::string take(bool hasSelf, const std::string& end = "}\n");
+  // Lets the statements stand for their lines of the source, unless they are the prelude's.
+  void follow();
   // Declares or completes the companions of the bit parameters that the body uses.
   std::string companionsText();
 

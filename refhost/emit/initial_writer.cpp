@@ -84,12 +84,11 @@ void InitialWriter::constantsIn(const vel::ASTNode& value, const VarSymbol& of) 
 
 std::string InitialWriter::text(const VarSymbol& input) {
   const std::string name = body_.newName();
-  const std::string lines = body_.capture([&] {
+  return body_.statementExpression([&] {
     body_.line(declaration(file_.names, input.dataType(), name) + " = {0};");
     initialise({Place::Kind::Object, name}, input);
     body_.statement(name);
   });
-  return "({\n" + lines + body_.indentation() + "})";
 }
 
 void InitialWriter::setDefault(const Place& place, const Type* type) {

@@ -136,6 +136,7 @@ void StatementWriter::statements(const ASTNode* list) {
 }
 
 void StatementWriter::statement(const ASTNode& node) {
+  body_.at(node);
   switch (statementKindOf(node)) {
     case StatementKind::Assignment:
       body_.simpleStatement([&] { assignment(node); });
@@ -156,11 +157,13 @@ void StatementWriter::statement(const ASTNode& node) {
       forStatement(node);
       break;
     case StatementKind::While:
+      body_.at(*node.leaf(0));
       openBlock(fmt::format("while ({})", expressions_.condition(*node.leaf(0))), node.leaf(1));
       body_.line("}");
       break;
     case StatementKind::Repeat: {
       openBlock("do", node.leaf(0));
+      body_.at(*node.leaf(1));
       std::string condition;
       expressions_.operand(*node.leaf(1), condition);
       body_.statement(fmt::format("}} while (!{})", condition));
@@ -225,6 +228,7 @@ void StatementWriter::assignment(const ASTNode& node) {
 void StatementWriter::ifStatement(const ASTNode& node) {
   const int count = node.leavesCount();
   for (int i = 0; i + 1 < count; i += 2) {
+    body_.at(*node.leaf(i));
     const std::string condition = expressions_.condition(*node.leaf(i));
     openBlock(fmt::format("{}if ({})", i == 0 ? "" : "} else ", condition), node.leaf(i + 1));
   }
@@ -234,6 +238,7 @@ void StatementWriter::ifStatement(const ASTNode& node) {
 
 // Written as if statements: in a C switch, EXIT would leave the switch and not the loop.
 void StatementWriter::caseStatement(const ASTNode& node) {
+  body_.at(*node.leaf(0));
   const bool labelled = node.leavesCount() > 1 && kindOf(*node.leaf(1)) == NodeKind::CaseElement;
   if (!labelled) {
     body_.statement(fmt::format("(void)({})", expressions_.expressionText(node.leaf(0))));
@@ -249,6 +254,8 @@ void StatementWriter::caseStatement(const ASTNode& node) {
     const char* const before = i == 1 ? "" : "} else ";
     if (kindOf(element) == NodeKind::CaseElement) {
       const std::string condition = labelCondition(*element.leaf(0), name, wide);
+      // As in a switch of C: a breakpoint at a label is meant for its statements.
+      body_.at(*node.leaf(0));
       openBlock(fmt::format("{}if ({})", before, condition), element.leaf(1));
     } else {
       openBlock("} else", &element);

@@ -95,6 +95,12 @@ const std::vector<std::uint32_t>& SourceManager::lineStarts(const File& file) co
   return file.lineStarts;
 }
 
+std::uint32_t SourceManager::lineNumber(vel::TextLocation location) const {
+  const auto& starts = lineStarts(files_[location.file()]);
+  const auto next = std::upper_bound(starts.begin(), starts.end(), location.offset());
+  return static_cast<std::uint32_t>(next - starts.begin());
+}
+
 LineColumn SourceManager::position(vel::TextLocation location) const {
   const File& file = files_[location.file()];
   const auto& starts = lineStarts(file);

@@ -33,6 +33,7 @@ class SourceManager {
   // Zero-terminated. It stays valid and in place, since nodes point into it.
   std::string_view text(std::uint32_t file) const;
 
+  std::uint32_t lineNumber(vel::TextLocation location) const;
   LineColumn position(vel::TextLocation location) const;
   // Bytes from the start of the line to the location.
   std::uint32_t offsetInLine(vel::TextLocation location) const;

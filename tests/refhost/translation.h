@@ -12,12 +12,13 @@
 
 namespace refhost {
 
-inline std::unique_ptr<Session> analysed(const std::string& source, Options options = {}) {
+inline std::unique_ptr<Session> analysed(const std::string& source, Options options = {},
+                                         const char* file = "test.st") {
   options.pluginPath = VELOPS_PLUGIN;
   auto session = std::make_unique<Session>(std::move(options));
   std::string error;
   EXPECT_TRUE(session->start(error)) << error;
-  session->sources().add("test.st", source);
+  session->sources().add(file, source);
   session->analyse();
   return session;
 }

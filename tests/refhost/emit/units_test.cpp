@@ -316,6 +316,74 @@ TEST(UnitsInC, AreDeclaredFirst) {
       << text;
 }
 
+// The lines from the one before `head` to the directive that leads back to the C file. A right
+// number in that becomes '@'.
+std::string linesOfUnit(const std::string& text, const std::string& head) {
+  const std::size_t begin = text.rfind('\n', text.rfind('\n', text.find(head)) - 1) + 1;
+  const std::size_t end = text.find("\"c.c\"\n", begin);
+  const auto number = std::count(text.begin(), text.begin() + static_cast<long>(end), '\n') + 2;
+  const std::string last = "#line " + std::to_string(number) + " ";
+  const bool right = text.compare(end - last.size(), last.size(), last) == 0;
+  return right ? text.substr(begin, end - last.size() - begin) + "@" : text;
+}
+
+TEST(UnitsInC, NameTheLinesOfTheSource) {
+  const auto session = analysed(
+      "PROGRAM P VAR i : INT := 1; t : TON; END_VAR\n"
+      "  CASE\n    i OF\n    1: i := 2;\n    3, 4:\n      i := 5;\n    ELSE i := 6; END_CASE\n"
+      "  FOR i := 1 TO i DO\n    EXIT;\n  END_FOR\n"
+      "  WHILE\n    i < 2 DO\n    CONTINUE;\n  END_WHILE\n"
+      "  REPEAT\n    i := F();\n\n\n  UNTIL i > 3 END_REPEAT\n"
+      "  t(IN := TRUE,\n    PT := T#1s);\nEND_PROGRAM\n"
+      "FUNCTION F : INT\n"
+      "VAR_INPUT p : ARRAY[1..2] OF INT := [2(7)]; END_VAR VAR k : INT := 3; END_VAR\n"
+      "  IF k > 1 THEN F := p[1]; END_IF; F := F + 1;\n"
+      "  IF k = 2 AND\n    k = 3 THEN RETURN;\n  ELSIF k = 4 THEN F := 1;\n  ELSE\n    F := 2;\n"
+      "  END_IF;\nEND_FUNCTION\n",
+      {}, "a \"?\\\xC3\xA9\n.st");
+  const std::string text = session->translate({true, "c.c"});
+  EXPECT_EQ(
+      "#line 1 \"a \\\"\\?\\\\\\303\\251\\012.st\"\n"
+      "void P_scan(void) { struct P* const self = &P_data; i16 vel_t1; i64 vel_t2; u8 vel_t3;\n"
+      "#line 3\n"
+      "  vel_t1 = self->i; if (vel_t1 == 1) {\n"
+      "    self->i = 2;\n"
+      "#line 3\n"
+      "  } else if (vel_t1 == 3 || vel_t1 == 4) {\n"
+      "#line 6\n"
+      "    self->i = 5; } else {\n"
+      "    self->i = 6; }\n"
+      "  self->i = 1; vel_t2 = self->i; for (vel_t3 = (i64)self->i <= vel_t2; vel_t3; vel_t3 = "
+      "vel_for_more_i64(self->i, vel_t2, 1), self->i = (i16)((u64)self->i + (u64)(1))) {\n"
+      "    break; }\n"
+      "#line 12\n"
+      "  while (self->i < 2) {\n"
+      "    continue; }\n"
+      "#line 15\n"
+      "  do {\n"
+      "    self->i = F(({ struct array_2_i16 vel_t4 = {0}; for (size_t vel_i3 = 0; vel_i3 < 2; "
+      "++vel_i3) { vel_t4.a[vel_i3] = 7; } vel_t4; }));\n"
+      "#line 19\n"
+      "  } while (!(self->i > 3));\n"
+      "  self->t.IN = 1; self->t.PT = 1000; TON_body(&self->t);\n"
+      "#line 22\n"
+      "}\n@",
+      linesOfUnit(text, "void P_scan(void) {"));
+  EXPECT_EQ(
+      "#line 23 \"a \\\"\\?\\\\\\303\\251\\012.st\"\n"
+      "static i16 F(struct array_2_i16 p) { i16 vel_result = 0; i16 k = 0; k = 3;\n"
+      "#line 25\n"
+      "  if (k > 1) { vel_result = p.a[0]; } vel_result = (i16)(vel_result + 1);\n"
+      "  if ((k == 2) & (k == 3)) {\n"
+      "    goto vel_return;\n"
+      "  } else if (k == 4) { vel_result = 1; } else {\n"
+      "#line 30\n"
+      "    vel_result = 2; }\n"
+      "#line 32\n"
+      "vel_return:; return vel_result; }\n@",
+      linesOfUnit(text, "static i16 F(struct array_2_i16 p) {"));
+}
+
 TEST(UnitsInC, BitsOfWordsAreAddressesInDeviceLetters) {
   Options letters;
   letters.notation = Notation::Letters;
