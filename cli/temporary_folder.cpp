@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 
 #include "cli/failure.h"
 
@@ -31,6 +33,11 @@ TemporaryFolder::TemporaryFolder() {
   path_ = fs::absolute(name);
   if (const char* const before = std::getenv(kVariable)) before_ = before;
   setenv(kVariable, path_.c_str(), 1);
+}
+
+std::string TemporaryFolder::read(const char* name) const {
+  std::ifstream file(path_ / name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 TemporaryFolder::~TemporaryFolder() {

@@ -16,6 +16,8 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
+  // The contents of one of its files; empty if there is none.
+  std::string read(const char* name) const;
 
  private:
   std::filesystem::path path_;

@@ -1,6 +1,3 @@
-#include <fmt/format.h>
-
-#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
@@ -30,12 +27,7 @@ std::string callTreeText(refhost::Session& session) {
 }
 
 int translate(const CommonOptions& common, const TranslateOptions& options) {
-  for (const std::string& file : options.files) {
-    std::error_code missing;
-    if (std::filesystem::equivalent(file, options.output, missing)) {
-      throw Failure(fmt::format("{} is a source and cannot be the output too", file));
-    }
-  }
+  refuseSourceAsOutput(options.files, options.output);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
   const auto text = translateToC(*session, common, options.translation);

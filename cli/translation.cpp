@@ -1,5 +1,9 @@
 #include "cli/translation.h"
 
+#include <fmt/format.h>
+
+#include <filesystem>
+
 #include "cli/failure.h"
 #include "cli/paths.h"
 #include "cli/progress.h"
@@ -24,6 +28,15 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   std::string error;
   if (!session->start(error)) throw Failure(error);
   return session;
+}
+
+void refuseSourceAsOutput(const std::vector<std::string>& sources, const std::string& output) {
+  for (const std::string& source : sources) {
+    std::error_code missing;
+    if (std::filesystem::equivalent(source, output, missing)) {
+      throw Failure(fmt::format("{} is a source and cannot be the output too", source));
+    }
+  }
 }
 
 bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files) {

@@ -16,6 +16,9 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common);
 
 class Report;
 
+// Throws Failure if the file `output` is one of the sources.
+void refuseSourceAsOutput(const std::vector<std::string>& sources, const std::string& output);
+
 // Reads and checks the files and prints the diagnostics. False when there are
 // errors; throws Failure for a file that cannot be read.
 bool analyse(refhost::Session& session, const CommonOptions& common,

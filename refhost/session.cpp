@@ -165,6 +165,24 @@ std::vector<std::string> Session::operatorInputs(const std::string& name) const 
 }
 
 SourceManager& Session::sources() { return impl_->sources; }
+const SourceManager& Session::sources() const { return impl_->sources; }
+
+std::string Session::unitAt(std::uint32_t file, std::uint32_t line) const {
+  for (const Unit* const unit : impl_->tree->units) {
+    const SourceRange range = rangeOf(*unit);
+    const vel::TextLocation last(range.begin.file(), range.begin.offset() + range.length - 1);
+    const bool contains = range.begin.file() == file &&
+                          impl_->sources.lineNumber(range.begin) <= line &&
+                          line <= impl_->sources.lineNumber(last);
+    if (!contains) continue;
+    const vel::POUType type = unit->POUDeclaration::type();
+    const char* const kind = type == vel::POUType::Program         ? "PROGRAM "
+                             : type == vel::POUType::FunctionBlock ? "FUNCTION_BLOCK "
+                                                                   : "FUNCTION ";
+    return kind + std::string(unit->name());
+  }
+  return {};
+}
 
 bool Session::analyse() {
   for (int file = 0; file < impl_->sources.count(); ++file) {

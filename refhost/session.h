@@ -89,6 +89,9 @@ class Session {
 
   // Sources must be loaded here before analyse() is called.
   SourceManager& sources();
+  const SourceManager& sources() const;
+  // The unit that contains this line of a source, such as "PROGRAM Pump"; empty for none.
+  std::string unitAt(std::uint32_t file, std::uint32_t line) const;
   // Parses and checks all sources. Returns false when there are errors,
   // to which warnings belong if the options say so.
   bool analyse();

@@ -1,16 +1,17 @@
 /* The main function of programs that `velc run` runs. Usage:
- *   PROGRAM VALUES TRACE SCANS CYCLE [CLOCK RETAINED]
+ *   PROGRAM VALUES TRACE SCANS CYCLE [CLOCK RETAINED CRASH]
  * Loads the retained variables from the file RETAINED unless it is missing, and runs the scans, the
  * first of them at the time CLOCK. Then writes the elementary values of all variables to the file
  * VALUES, the trace to TRACE and the retained variables to RETAINED. A retained variable is a byte
  * that is 1 if it has a value, and then its elementary values in order. Exits with status 1 when it
- * cannot read or write them. */
+ * cannot read or write them. Where it crashes stands in the file CRASH then, see crash.h. */
 #include "velrun.h"
 
 #include <inttypes.h>
 #include <stdio.h>
 #include <stdlib.h>
 
+#include "crash.h"
 #include "velrt/clock.h"
 
 static FILE* file; /* of values or of retained variables */
@@ -81,11 +82,12 @@ static int write_all(const char* path, void (*visit_all)(vel_run_visit), vel_run
 }
 
 int main(int argc, char** argv) {
-  if (argc != 5 && argc != 7) return EXIT_FAILURE;
+  if (argc != 5 && argc != 8) return EXIT_FAILURE;
   unsigned long long scans = strtoull(argv[3], NULL, 10);
   const uint64_t cycle = strtoull(argv[4], NULL, 10);
-  const uint64_t clock = argc == 7 ? strtoull(argv[5], NULL, 10) : 0;
-  const char* const retained = argc == 7 ? argv[6] : NULL;
+  const uint64_t clock = argc == 8 ? strtoull(argv[5], NULL, 10) : 0;
+  const char* const retained = argc == 8 ? argv[6] : NULL;
+  if (argc == 8) vel_crash_report(argv[7]);
   uint64_t now = 0;
   trace = create(argv[2]);
   if (trace == NULL) return EXIT_FAILURE;

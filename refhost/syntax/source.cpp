@@ -115,16 +115,19 @@ LineColumn SourceManager::position(vel::TextLocation location) const {
 
 std::uint32_t SourceManager::offsetInLine(vel::TextLocation location) const {
   const auto& starts = lineStarts(files_[location.file()]);
-  return location.offset() - starts[position(location).line - 1];
+  return location.offset() - starts[lineNumber(location) - 1];
 }
 
 std::string_view SourceManager::line(vel::TextLocation location) const {
-  const File& file = files_[location.file()];
-  const auto& starts = lineStarts(file);
-  const std::uint32_t next = position(location).line;
-  const std::size_t end = next < starts.size() ? starts[next] : file.text.size();
-  const std::string_view line =
-      std::string_view(file.text).substr(starts[next - 1], end - starts[next - 1]);
+  return line(location.file(), lineNumber(location));
+}
+
+std::string_view SourceManager::line(std::uint32_t file, std::uint32_t number) const {
+  const std::string_view text = files_[file].text;
+  const auto& starts = lineStarts(files_[file]);
+  if (number == 0 || number > starts.size()) return {};
+  const std::size_t end = number < starts.size() ? starts[number] : text.size();
+  const std::string_view line = text.substr(starts[number - 1], end - starts[number - 1]);
   return line.substr(0, line.find_last_not_of(kLineEnds) + 1);
 }
 

@@ -37,8 +37,9 @@ class SourceManager {
   LineColumn position(vel::TextLocation location) const;
   // Bytes from the start of the line to the location.
   std::uint32_t offsetInLine(vel::TextLocation location) const;
-  // The line that contains the location, without its line end.
+  // A line without its line end: the one that contains the location, or by its number.
   std::string_view line(vel::TextLocation location) const;
+  std::string_view line(std::uint32_t file, std::uint32_t number) const;
 
  private:
   // `expected` is the size for which to make room.

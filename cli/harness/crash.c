@@ -1,0 +1,54 @@
+#define _GNU_SOURCE
+#include "crash.h"
+
+#include <fcntl.h>
+#include <link.h>
+#include <signal.h>
+#include <stddef.h>
+#include <stdint.h>
+#include <unistd.h>
+#include <unwind.h>
+
+enum { MOST_CALLS = 64, STACK_SIZE = 1 << 16 };
+
+static int report;
+static uint64_t base; /* by which addresses in memory exceed those in the file of the program */
+static char stack[STACK_SIZE];
+
+static int find_base(struct dl_phdr_info* object, size_t size, void* unused) {
+  (void)size;
+  (void)unused;
+  base = object->dlpi_addr;
+  return 1; /* the first object is the program */
+}
+
+static _Unwind_Reason_Code write_call(struct _Unwind_Context* context, void* left) {
+  int interrupted = 0;
+  const uint64_t address = _Unwind_GetIPInfo(context, &interrupted);
+  if (address == 0) return _URC_END_OF_STACK;
+  /* A call returns behind its line, perhaps. */
+  const uint64_t in_file = address - base - (interrupted ? 0 : 1);
+  if (write(report, &in_file, sizeof in_file) != sizeof in_file) return _URC_END_OF_STACK;
+  return --*(int*)left > 0 ? _URC_NO_REASON : _URC_END_OF_STACK;
+}
+
+static void write_report(int number) {
+  int left = MOST_CALLS;
+  _Unwind_Backtrace(write_call, &left);
+  raise(number); /* SA_RESETHAND: this ends the program */
+}
+
+void vel_crash_report(const char* path) {
+  static const int signals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGALRM};
+  const stack_t alternate = {.ss_sp = stack, .ss_size = sizeof stack};
+  struct sigaction action = {.sa_handler = write_report,
+                             .sa_flags = (int)(SA_RESETHAND | SA_NODEFER | SA_ONSTACK)};
+  report = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+  if (report < 0) return;
+  dl_iterate_phdr(find_base, NULL);
+  sigaltstack(&alternate, NULL);
+  sigemptyset(&action.sa_mask);
+  for (size_t i = 0; i < sizeof signals / sizeof *signals; ++i) {
+    sigaction(signals[i], &action, NULL);
+  }
+}

@@ -1,0 +1,11 @@
+/* Reports where a program crashes. */
+#ifndef VELRUN_CRASH_H
+#define VELRUN_CRASH_H
+
+/* From now on a program that a fault, abort() or SIGALRM ends writes to the file `path` where it
+ * was: the addresses of that place and of those from which it was called, inside out. Each is a
+ * uint64_t as the file of the program has it. The signal then ends the program as it does without
+ * a report. It works when the stack is exhausted, too, in the thread that calls this. */
+void vel_crash_report(const char* path);
+
+#endif
