@@ -10,6 +10,7 @@ void addOperatorsCommand(CommandLine& line);
 void addCheckCommand(CommandLine& line);
 void addTranslateCommand(CommandLine& line);
 void addRunCommand(CommandLine& line);
+void addBuildCommand(CommandLine& line);
 void addMemoryCommand(CommandLine& line);
 void addExplainCommand(CommandLine& line);
 void addHelpCommand(CommandLine& line);

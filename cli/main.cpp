@@ -27,6 +27,7 @@ int execute(int argc, char** argv) {
   addCheckCommand(line);
   addTranslateCommand(line);
   addRunCommand(line);
+  addBuildCommand(line);
   addMemoryCommand(line);
   addExplainCommand(line);
   addHelpCommand(line);

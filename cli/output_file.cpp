@@ -42,10 +42,10 @@ int writeAndClose(int descriptor, std::string_view text) {
   return error != 0 ? error : closeError;
 }
 
-mode_t defaultMode() {
+mode_t defaultMode(mode_t mode) {
   const mode_t mask = umask(0);
   umask(mask);
-  return 0666 & ~mask;
+  return mode & ~mask;
 }
 
 // The name of a file is kept by its folder.
@@ -77,15 +77,16 @@ void replaceFile(const std::string& path, mode_t mode, std::string_view text, Wa
 }
 
 // Replaces a regular file, and writes to anything else.
-void writeTo(const std::string& path, std::string_view text, Wait wait) {
+void writeTo(const std::string& path, std::string_view text, Wait wait, mode_t mode = 0666) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) {
-    replaceFile(path, defaultMode(), text, wait);
+    replaceFile(path, defaultMode(mode), text, wait);
   } else if (S_ISREG(status.st_mode)) {
     // For a symbolic link, replaces its target and keeps the link.
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
-    replaceFile(error ? path : target.native(), status.st_mode & 07777, text, wait);
+    replaceFile(error ? path : target.native(), (status.st_mode & 07777) | defaultMode(mode & 0111),
+                text, wait);
   } else {
     const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
     if (descriptor < 0) fail(path, errno);
@@ -104,6 +105,10 @@ void writeStandardError(std::string_view text) {
 }
 
 void writeFile(const std::string& path, std::string_view text) { writeTo(path, text, Wait::No); }
+
+void writeProgram(const std::string& path, std::string_view text) {
+  writeTo(path, text, Wait::No, 0777);
+}
 
 void writeFileToDisk(const std::string& path, std::string_view text) {
   writeTo(path, text, Wait::ForDisk);

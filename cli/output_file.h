@@ -14,8 +14,10 @@ void writeStandardError(std::string_view text);
 // signal terminates velc, the file is unchanged and no temporary file remains. Writes directly to
 // anything other than a regular file (a device, a pipe).
 void writeFile(const std::string& path, std::string_view text);
-// The same, and waits until the disk has the new file, so that a loss of power leaves it whole,
-// too.
+// The same for a program: a new file can be executed.
+void writeProgram(const std::string& path, std::string_view text);
+// Like writeFile(), and waits until the disk has the new file, so that a loss of power leaves it
+// whole, too.
 void writeFileToDisk(const std::string& path, std::string_view text);
 
 }  // namespace velc

@@ -21,6 +21,18 @@ std::int64_t durationOf(const std::string& text) {
 
 }  // namespace
 
+void addCompilerOptions(CLI::App& command, std::string& compiler, std::chrono::seconds& timeout,
+                        const char* timed) {
+  command.add_option("--compiler", compiler, "The C compiler")
+      ->type_name("CC")
+      ->capture_default_str();
+  command
+      .add_option_function<int>(
+          "--timeout", [&timeout](int seconds) { timeout = std::chrono::seconds(seconds); }, timed)
+      ->type_name("SECONDS")
+      ->check(CLI::Range(1, 1'000'000));
+}
+
 void addRunOptions(CLI::App& command, RunOptions& options) {
   command.add_option("--scans", options.scans, "Scans of every PROGRAM")
       ->type_name("N")
@@ -51,15 +63,8 @@ void addRunOptions(CLI::App& command, RunOptions& options) {
           [](std::string& file) { return file.empty() ? std::string("no file") : std::string(); },
           ""));
   command.add_flag("--trace-io", options.traceIo, "Print each refresh of local I/O");
-  command.add_option("--compiler", options.compiler, "The C compiler")
-      ->type_name("CC")
-      ->capture_default_str();
-  command
-      .add_option_function<int>(
-          "--timeout", [&options](int seconds) { options.timeout = std::chrono::seconds(seconds); },
-          "Seconds that compiling may take, and then the program (default: 60)")
-      ->type_name("SECONDS")
-      ->check(CLI::Range(1, 1'000'000));
+  addCompilerOptions(command, options.compiler, options.timeout,
+                     "Seconds that compiling may take, and then the program (default: 60)");
 }
 
 }  // namespace velc

@@ -25,6 +25,10 @@ struct RunOptions {
   std::chrono::seconds timeout{60};  // of compiling, and of the program
 };
 
+// Adds the options of commands that compile C.
+void addCompilerOptions(CLI::App& command, std::string& compiler, std::chrono::seconds& timeout,
+                        const char* timed);
+
 // Adds all of them but the files, and binds them to `options`.
 void addRunOptions(CLI::App& command, RunOptions& options);
 

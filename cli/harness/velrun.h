@@ -36,6 +36,10 @@ void vel_run_values(vel_run_visit visit);
 /* The same for those that are retained, whose values `visit` may change. */
 void vel_run_retained(vel_run_visit visit);
 
+/* The main function of programs that `velc build` makes, whose driver calls it. Returns the exit
+ * status: 0, or 2 for arguments that it does not know. */
+int vel_build_main(int argc, char** argv);
+
 /* The driver can use these as the platform's refresh of local I/O. Each traces its call in one
  * line. Not to be called after vel_run_values. */
 void vel_run_trace_input(uint32_t offset, uint32_t count);

@@ -1,5 +1,6 @@
-// Lines of Structured Text in crashes.
+// Lines of Structured Text in crashes and in gdb.
 #include <filesystem>
+#include <regex>
 
 #include "tests/cli/velc_fixture.h"
 
@@ -53,6 +54,72 @@ TEST_F(Velc, NamesTheLineOfACrash) {
       EXPECT_EQ(1, outcome.code);
       EXPECT_EQ(said, outcome.err) << compiler << ' ' << which;
     }
+  }
+}
+
+// The lines at which gdb stops and the values that it prints, with '@' for addresses and folders.
+std::string told(const std::string& output) {
+  static const std::regex wanted("(^|\n)((\\d+\t|\\$\\d+ = |#\\d).*)");
+  std::string text;
+  for (std::sregex_iterator line(output.begin(), output.end(), wanted), end; line != end; ++line) {
+    text += (*line)[2].str() + '\n';
+  }
+  static const std::regex changing("0x[0-9a-f]+|/[^ ]*/");
+  return std::regex_replace(text, changing, "@");
+}
+
+TEST_F(Velc, BuildsProgramsForDebuggers) {
+  std::filesystem::create_directory(folder.path() / "lib");
+  write("lib/ramp.st",
+        "FUNCTION_BLOCK Ramp\n"
+        "VAR_INPUT target : INT; END_VAR\n"
+        "VAR_OUTPUT value : INT; END_VAR\n"
+        "  IF value < target THEN\n"
+        "    value := value + 1;\n"
+        "  END_IF\n"
+        "END_FUNCTION_BLOCK\n");
+  write("pump.st",
+        "PROGRAM Pump\n"
+        "VAR level : INT; ramp : Ramp; name : STRING := 'p1'; a : ARRAY[1..3] OF INT := [3(5)];\n"
+        "END_VAR\n"
+        "  level := level + 2;\n"
+        "  ramp(target := 10);\n"
+        "  CASE level OF\n"
+        "    2: a[1] := 7;\n"
+        "    4: a[2] :=\n"
+        "         8;\n"
+        "  END_CASE\n"
+        "END_PROGRAM\n");
+  write("session",
+        "set debuginfod enabled off\nset disable-randomization off\nset print null-stop on\n"
+        "break pump.st:5\nrun --cycle 7 --scans 3\nprint Pump_data.level\nstep\nnext\nprint "
+        "self->value\n"
+        "next\nnext\ndelete\n"
+        "break pump.st:8\ncontinue\nprint Pump_data.a\nprint (unsigned)vel_scan_time\nnext\nprint "
+        "Pump_data\n"
+        "tbreak Ramp_body\ncontinue\nwatch self->value\ncontinue\nbacktrace 2\n");
+  for (const char* const compiler : {"gcc", "clang"}) {
+    const Outcome outcome = velc(std::string("build -g lib/ramp.st pump.st -o pump --compiler ") +
+                                 compiler + " && gdb -nx -q -batch -x session ./pump");
+    EXPECT_EQ(
+        "5\t  ramp(target := 10);\n"
+        "$1 = 2\n"
+        "4\t  IF value < target THEN\n"
+        "5\t    value := value + 1;\n"
+        "$2 = 0\n"
+        "7\tEND_FUNCTION_BLOCK\n"
+        "6\t  CASE level OF\n"
+        "8\t    4: a[2] :=\n"
+        "$3 = {a = {7, 5, 5}}\n"
+        "$4 = 7\n"
+        "11\tEND_PROGRAM\n"
+        "$5 = {level = 4, ramp = {target = 10, value = 2}, name = \"p1\", a = {a = {7, 8, 5}}}\n"
+        "4\t  IF value < target THEN\n"
+        "7\tEND_FUNCTION_BLOCK\n"
+        "#0  Ramp_body (self=@ <Pump_data+2>) at lib/ramp.st:7\n"
+        "#1  @ in Pump_scan () at @pump.st:5\n",
+        told(outcome.out))
+        << compiler << outcome.out << outcome.err;
   }
 }
 

@@ -60,7 +60,11 @@ constexpr Row kRows[] = {
     {"", "run long.st --compiler true", 2, "the C compiler 'true' made no program"},
     {"", "run p.st --timeout 1 --compiler ./slow", 2,
      "velc: the C compiler './slow' did not end within 1 s (--timeout)\n"},
-    {"ulimit -c 0; ", "run crash.st", 1, "velc: the program was ended by signal 11 (Seg"},
+    {"", "build p.st", 2, "--output is required"},
+    {"", "build p.st -o p.st", 2, "p.st is a source"},
+    {"", "build p.st -o no/program", 2, "cannot write no/program: No such file or directory"},
+    {"", "build p.st -o program --compiler false", 2, "the C compiler 'false' failed with status 1"},
+    {"", "build empty.st -o program", 2, "velc: there is no PROGRAM to build\n"},
     {"", "check '\x1B[2J;$(touch left).st'", 1, " [2J;$(touch left).st:1:11: error: Unknown"},
     {"TMPDIR='-;$(touch left)' ", "run './;$(touch left).st'", 0, ""},
     {"timeout --preserve-status -s INT 1 ", "run loop.st", 128 + SIGINT, ""},
@@ -90,7 +94,6 @@ TEST_F(Velc, WithstandsBadUsageInputsAndSurroundings) {
   writeProgram("deep.st", variables, "x := " + repeated(100000, "(") + '1' + repeated(100000, ")"));
   writeProgram("ifs.st", variables, repeated(10000, "IF x = 0 THEN ") + repeated(10000, "END_IF;"));
   writeProgram("long.st", variables, repeated(6000, "x := x + 1;\n"));
-  writeProgram("crash.st", "p : POINTER TO INT;", "p^ := 1;");
   writeProgram("loop.st", variables, "WHILE TRUE DO x := x + 1; END_WHILE");
   writeProgram(";$(touch left).st", variables,
                "(* */ `touch left` *) s := '`touch left`\"$$(id)';");
