@@ -6,6 +6,7 @@
 
 #include "cli/failure.h"
 #include "cli/output_file.h"
+#include "cli/source_files.h"
 
 namespace velc {
 
@@ -19,7 +20,7 @@ int forEachFile(const std::vector<std::string>& files,
     } catch (const Failure& failure) {
       const std::string what = failure.what();
       const bool named = what.find(file) != std::string::npos;
-      writeStandardError(fmt::format("velc: {}{}\n", named ? "" : file + ": ", what));
+      writeStandardError(fmt::format("velc: {}{}\n", named ? "" : sourceName(file) + ": ", what));
     }
     worst = std::max(worst, code);
   }

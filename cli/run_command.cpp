@@ -13,6 +13,7 @@
 #include "cli/progress.h"
 #include "cli/retention.h"
 #include "cli/run_options.h"
+#include "cli/source_files.h"
 #include "cli/temporary_folder.h"
 #include "cli/translation.h"
 
@@ -94,7 +95,7 @@ int run(const CommonOptions& common, const RunOptions& options) {
   if (!options.retained.empty()) throw Failure("--retain is for one program, not for --each");
   const char* separator = "";
   return forEachFile(options.files, [&](const std::vector<std::string>& file) {
-    writeStandardOutput(fmt::format("{}==> {} <==\n", separator, file.front()));
+    writeStandardOutput(fmt::format("{}==> {} <==\n", separator, sourceName(file.front())));
     separator = "\n";
     RunOptions one = options;
     one.files = file;

@@ -25,18 +25,19 @@ void addFilesOf(const std::string& folder, std::vector<std::string>& files) {
   std::vector<fs::path> found;
   std::error_code error;
   fs::recursive_directory_iterator entry(folder, error);
+  fs::path path = folder;
   while (!error && entry != fs::recursive_directory_iterator()) {
-    const fs::path& path = entry->path();
+    path = entry->path();
     std::error_code unknown;
     if (isHidden(path)) {
       entry.disable_recursion_pending();
     } else if (vel::equalIgnoringCase(path.extension().native(), ".st") &&
-               !entry->is_directory(unknown)) {
+               !entry->is_directory(unknown) && !entry->is_other(unknown)) {
       found.push_back(folder == "." ? path.lexically_relative(folder) : path);
     }
     entry.increment(error);
   }
-  if (error) throw Failure(fmt::format("cannot read {}: {}", folder, error.message()));
+  if (error) throw Failure(fmt::format("cannot read {}: {}", path.native(), error.message()));
   if (found.empty()) throw Failure(fmt::format("there is no *.st in {}", folder));
   std::sort(found.begin(), found.end());
   std::copy(found.begin(), found.end(), std::back_inserter(files));
@@ -70,10 +71,15 @@ std::vector<std::string> sourceFiles(const std::vector<std::string>& named) {
   return files;
 }
 
+std::string sourceName(const std::string& file) {
+  return file == kStandardInput ? "<stdin>" : file;
+}
+
 void loadSource(refhost::SourceManager& sources, const std::string& file) {
   const bool isInput = file == kStandardInput;
   std::string error;
-  const int loaded = isInput ? sources.load(stdin, "<stdin>", error) : sources.load(file, error);
+  const int loaded =
+      isInput ? sources.load(stdin, sourceName(file), error) : sources.load(file, error);
   if (loaded < 0) {
     throw Failure(fmt::format("cannot read {}: {}", isInput ? "standard input" : file, error));
   }

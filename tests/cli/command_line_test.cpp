@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -72,6 +74,7 @@ TEST_F(Velc, FindsItsSources) {
     fs::create_directories(folder.path() / name);
   }
   fs::create_directory_symlink("..", folder.path() / "src/sub/loop");
+  ASSERT_EQ(mkfifo((folder.path() / "src/pipe.st").c_str(), 0600), 0);
   for (const char* name : {"src/b.st", "src/a b.ST", "src/sub/c.st", "src/.git/d.st", "src/.e.st",
                            "src/notes.txt", "-"}) {
     write(name, "PROGRAM P VAR x : INT; END_VAR x := y; END_PROGRAM");
@@ -107,8 +110,8 @@ TEST_F(Velc, FindsItsSources) {
   EXPECT_EQ(log["runs"].size(), 4U);
   write("other.st", "PROGRAM Q VAR x : INT := 5; END_VAR END_PROGRAM");
   write("none.st", "FUNCTION f END_FUNCTION");
-  const Outcome each = velc("run --each good.st none.st other.st");
-  EXPECT_EQ(each.out, "==> good.st <==\n\n==> none.st <==\n\n==> other.st <==\nx = 5\n");
+  const Outcome each = velc("run --each good.st none.st - <other.st");
+  EXPECT_EQ(each.out, "==> good.st <==\n\n==> none.st <==\n\n==> <stdin> <==\nx = 5\n");
   EXPECT_EQ(each.err, "velc: none.st: there is no PROGRAM to run\n");
   EXPECT_EQ(each.code, 2);
 }
