@@ -1,4 +1,4 @@
-"""docs/reference.html: all operators and messages on one page, from the registry and the pages."""
+"""docs/reference.html: all operators, words and messages on one page, from registry and pages."""
 import functools
 import html
 import json
@@ -8,7 +8,7 @@ import subprocess
 from pathlib import Path
 from typing import NamedTuple
 
-from . import messages, operators
+from . import messages, operators, words
 from .markdown import inline, rendered
 from .pages import ROOT, Problem, bodies_of, pages_in, run_velc, static_code_of
 
@@ -235,6 +235,13 @@ def message_row(section):
             f"<span>{inline(section.title)}</span></summary>{body}</details>")
 
 
+def word_row(section):
+    body = rendered(section.text.partition("\n")[2], table, link)
+    names = escaped(", ".join(section.names))
+    return (f'<details class="message" id="{escaped(section.names[0])}"><summary>'
+            f"<code>{names}</code><span>{inline(section.title)}</span></summary>{body}</details>")
+
+
 def families():
     """The titles of the operators' pages by the stems of their names."""
     return {Path(target).stem: title for title, target in re.findall(
@@ -314,5 +321,7 @@ def page(velc):
         families="\n".join(f'<option value="{stem}">{escaped(title)}</option>'
                            for stem, title in titles.items()),
         operators="\n".join(operator_row(op, c_of[op.name], titles) for op in listed),
+        words="\n".join(word_row(section) for path in pages_in("language")
+                        for section in words.sections_of(path.read_text())),
         messages="\n".join(message_row(section) for section in sections),
         templates="\n".join([*statics, *map(page_template, paths)]))
