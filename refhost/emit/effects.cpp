@@ -1,5 +1,8 @@
 #include "refhost/emit/effects.h"
 
+#include <unordered_map>
+#include <vector>
+
 namespace refhost {
 
 using vel::ASTNode;
@@ -25,31 +28,43 @@ bool reachesOutside(const ASTNode& whole, const UnitSymbol& unit) {
   });
 }
 
+// The unit that the call runs; null if that is an operator or a function of the standard.
+const vel::Symbol* calledBy(const Call& call) {
+  if (call.instance == nullptr) return call.function();
+  return static_cast<const InstanceType*>(call.instance->dataType)->unit;
+}
+
 }  // namespace
 
 Effects::Effects(const SymbolTable& symbols) {
-  std::vector<const UnitSymbol*> others;
+  std::unordered_map<const vel::Symbol*, std::vector<const UnitSymbol*>> callers;
+  std::vector<const vel::Symbol*> found;
   for (const UnitSymbol* const unit : symbols.units()) {
     any_ = any_ || unit->storesEnabled;
     if (unit->type() == vel::POUType::Program) continue;
+    const ASTNode& body = *unit->node->leaf(Unit::kBody);
     const bool function = unit->type() == vel::POUType::Function;
-    bool effects = reachesOutside(*unit->node->leaf(Unit::kBody), *unit);
+    bool effects = reachesOutside(body, *unit);
     for (const auto& variable : unit->variables()) {
       effects =
           effects || variable->role == Role::InOut || (function && variable->role == Role::Output);
     }
-    if (effects) {
-      units_.insert(unit);
-    } else {
-      others.push_back(unit);
-    }
+    anyNode(body, [&](const ASTNode& node) {
+      if (kindOf(node) != NodeKind::Invocation) return false;
+      const auto& call = static_cast<const Call&>(node);
+      effects = effects || call.enabled != nullptr;
+      if (const vel::Symbol* const called = calledBy(call)) callers[called].push_back(unit);
+      return false;
+    });
+    if (effects) found.push_back(unit);
   }
   // A unit also has the effects of the units that it calls.
-  for (std::size_t before = 0; before != units_.size();) {
-    before = units_.size();
-    for (const UnitSymbol* const unit : others) {
-      if (in(*unit->node->leaf(Unit::kBody))) units_.insert(unit);
-    }
+  while (!found.empty()) {
+    const vel::Symbol* const unit = found.back();
+    found.pop_back();
+    if (!units_.insert(unit).second) continue;
+    const std::vector<const UnitSymbol*>& calling = callers[unit];
+    found.insert(found.end(), calling.begin(), calling.end());
   }
   for (const UnitSymbol* const unit : symbols.units()) {
     any_ = any_ || (unit->type() == vel::POUType::Function && units_.count(unit) != 0);
@@ -60,11 +75,7 @@ bool Effects::in(const ASTNode& whole) const {
   return anyNode(whole, [this](const ASTNode& node) {
     if (kindOf(node) != NodeKind::Invocation) return false;
     const auto& call = static_cast<const Call&>(node);
-    if (call.instance != nullptr) {
-      const auto* const instance = static_cast<const InstanceType*>(call.instance->dataType);
-      if (units_.count(instance->unit) != 0) return true;
-    }
-    return call.enabled != nullptr || units_.count(call.function()) != 0;
+    return call.enabled != nullptr || units_.count(calledBy(call)) != 0;
   });
 }
 
