@@ -8,8 +8,10 @@
 #include "hostkit/literal_text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
+#include "refhost/emit/file_parts.h"
 #include "refhost/emit/file_writer.h"
 #include "refhost/emit/line_directives.h"
+#include "refhost/emit/split_writer.h"
 #include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
@@ -48,7 +50,15 @@ struct Session::Impl {
     }
     return good;
   }
-  SymbolNames names;  // set by translate()
+  // Before and after the emission. The latter returns false if the C must not be used.
+  std::size_t startEmission() {
+    shapes.clear();
+    return found.count();
+  }
+  bool emitted(std::size_t first) { return publish(first) && !found.hasErrors(); }
+
+  SymbolNames names;   // set by translate()
+  std::string header;  // likewise
   ValueShapes shapes{names};
 };
 
@@ -196,14 +206,24 @@ bool Session::analyse() {
 const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
 
 std::string Session::translate(const TranslationOptions& options) {
-  const std::size_t first = impl_->found.count();
-  impl_->shapes.clear();
-  FileWriter writer(impl_->services, impl_->names, impl_->found,
-                    options.lines ? &impl_->sources : nullptr);
+  const std::size_t first = impl_->startEmission();
+  FileWriter writer(impl_->services, impl_->sources, impl_->names, impl_->found, options.lines,
+                    options.header);
   std::string text = writer.text();
   if (options.lines) text = withOwnLines(text, options.fileName);
-  if (!impl_->publish(first) || impl_->found.hasErrors()) text.clear();
+  impl_->header = options.header.empty() ? "" : writer.headerText();
+  if (!impl_->emitted(first)) text.clear();
   return text;
+}
+
+const std::string& Session::header() const { return impl_->header; }
+
+std::vector<TranslatedFile> Session::translateSplit(bool lines) {
+  const std::size_t first = impl_->startEmission();
+  SplitWriter writer(impl_->services, impl_->sources, impl_->names, impl_->found, lines);
+  std::vector<TranslatedFile> files = writer.files();
+  if (!impl_->emitted(first)) files.clear();
+  return files;
 }
 
 const std::vector<CallEdge>& Session::calls() const { return impl_->services.calls.edges; }

@@ -10,6 +10,7 @@
 #include "refhost/diagnostic.h"
 #include "refhost/services/call_graph.h"
 #include "refhost/syntax/source.h"
+#include "refhost/translated_file.h"
 #include "refhost/value_shape.h"
 #include "refhost/warnings.h"
 
@@ -44,6 +45,9 @@ struct TranslationOptions {
   // What `#line` calls the C file itself; when empty, the file that is compiled (`__BASE_FILE__`),
   // which is wrong in a file that others include.
   std::string fileName;
+  // The path by which the C includes a header of its declarations, for other C and C++; empty for
+  // none.
+  std::string header;
 };
 
 // A variable of a program or a global one, for a front end that runs the program.
@@ -101,6 +105,12 @@ class Session {
   // The C text. Call only after analyse() has returned true. When an operator generates nothing, an
   // error is appended to messages() and the text is empty.
   std::string translate(const TranslationOptions& options = {});
+  // The header, once translate() has been told its path.
+  const std::string& header() const;
+  // The same program as several files, which include each other: for each unit a C file and a
+  // header, for each structure a header; vel_all.h includes them all. None when translate() would
+  // return an empty text. With `lines` they have `#line`.
+  std::vector<TranslatedFile> translateSplit(bool lines = false);
 
   // The call graph, once translate() has run: calls of the program's units and those that the
   // operators record.

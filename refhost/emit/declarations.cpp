@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "host/text.h"
+#include "refhost/emit/declaration_comments.h"
 #include "refhost/emit/type_text.h"
 
 namespace refhost {
@@ -14,38 +15,70 @@ using vel::POUType;
 
 namespace {
 
-void appendStructure(const SymbolNames& names, const StructType& structure, std::string& out) {
-  out += fmt::format("\nVEL_STRUCT {} {{\n", names.of(structure).name);
+std::string structure(const FileContext& file, const StructType& structure) {
+  const SymbolNames& names = file.names;
+  std::string out = "\n" + commentOn(file, structure);
+  out += fmt::format("VEL_STRUCT {} {{\n", names.of(structure).name);
   for (const auto& member : structure.members()) {
-    out += fmt::format("  {};\n", declaration(names, *member));
+    out += fmt::format("  {};{}\n", declaration(names, *member), commentOn(file, *member));
   }
   if (structure.members().empty()) out += "  u8 vel_empty;\n";
-  out += "};\n";
+  return out + "};\n";
 }
 
-void appendStructure(const SymbolNames& names, const UnitSymbol& unit, std::string& out) {
-  out += fmt::format("\nstruct {} {{\n", names.of(unit).name);
+std::string structure(const FileContext& file, const ArrayType& array) {
+  return fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", file.names.of(array).name,
+                     declaration(file.names, array.element, fmt::format("a[{}]", array.count())));
+}
+
+std::string structure(const FileContext& file, const OpenArrayType& open) {
+  const std::string element = isTextType(open.element)
+                                  ? declaration(file.names, open.element, "(*a)")
+                                  : pointerText(file.names, open.element) + " a";
+  return fmt::format("\nstruct {0} {{\n  {1};\n  i64 low[{2}];\n  i64 high[{2}];\n}};\n",
+                     file.names.of(open).name, element, open.dimensions);
+}
+
+std::string guarded(const std::string& name, const std::string& text) {
+  return fmt::format("\n#ifndef VEL_DEFINED_{0}\n#define VEL_DEFINED_{0}{1}#endif\n", name, text);
+}
+
+}  // namespace
+
+std::string structure(const FileContext& file, const UnitSymbol& unit) {
+  const SymbolNames& names = file.names;
+  std::string out = "\n" + commentOn(file, unit);
+  out += fmt::format("struct {} {{\n", names.of(unit).name);
   bool empty = true;
   for (const auto& variable : unit.variables()) {
     if (!variable->isKept()) continue;
     empty = false;
-    out += variable->placedByInstance ? fmt::format("  u32 {};\n", names.of(*variable))
-                                      : fmt::format("  {};\n", declaration(names, *variable));
+    out += variable->placedByInstance ? fmt::format("  u32 {};", names.of(*variable))
+                                      : fmt::format("  {};", declaration(names, *variable));
+    out += commentOn(file, *variable) + '\n';
   }
   for (const auto& variable : unit.variables()) {
     if (keepsCompanion(*variable))
       out += fmt::format("  vel_bit_param {};\n", companion(*variable));
   }
   if (empty) out += "  u8 vel_empty;\n";
-  out += "};\n";
-  if (unit.type() == POUType::Program && !unit.instantiated) {
-    // Unused if nothing but the platform reads and writes the variables.
-    out += fmt::format("static struct {} {} __attribute__((unused));\n", names.of(unit).name,
-                       names.of(unit).data);
-  }
+  return out + "};\n";
 }
 
-}  // namespace
+std::string structure(const FileContext& file, const vel::SymbolDataType& type) {
+  const auto* const array = dynamic_cast<const ArrayType*>(&type);
+  const OpenArrayType* const open = asOpenArray(&type);
+  if (array != nullptr || open != nullptr) {
+    const std::string text = array != nullptr ? structure(file, *array) : structure(file, *open);
+    return file.shared ? guarded(file.names.of(type).name, text) : text;
+  }
+  if (const auto* const instance = dynamic_cast<const InstanceType*>(&type)) {
+    const UnitSymbol& block = *instance->unit;
+    const std::string text = structure(file, block);
+    return file.shared && block.standard ? guarded(file.names.of(block).name, text) : text;
+  }
+  return structure(file, static_cast<const StructType&>(type));
+}
 
 std::string companion(const VarSymbol& parameter) {
   return "offsetParam_" + stringToUpper(parameter.name());
@@ -55,58 +88,104 @@ bool keepsCompanion(const VarSymbol& variable) {
   return variable.isBitParameter() && variable.role == Role::Input;
 }
 
-std::string structures(const SymbolNames& names, const Services& services) {
-  const SymbolTable& symbols = services.symbols;
-  std::string out;
+void declareInOrder(const FileContext& file, const InOrder& declare) {
   std::unordered_set<const vel::SymbolDataType*> done;
   std::unordered_set<std::string> arrays;
-  // A structure need not precede those with pointers to it.
   const auto visit = [&](const auto& self, const vel::SymbolDataType* type) -> void {
     if (!isComposite(type) || !done.insert(type).second) return;
     if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
       self(self, array->element);
-      if (!arrays.insert(names.of(*array).name).second) return;
-      out += fmt::format("\nVEL_STRUCT {} {{\n  {};\n}};\n", names.of(*array).name,
-                         declaration(names, array->element, fmt::format("a[{}]", array->count())));
+      if (!arrays.insert(file.names.of(*array).name).second) return;
     } else if (const OpenArrayType* const open = asOpenArray(type)) {
-      if (!arrays.insert(names.of(*open).name).second) return;
-      const std::string element = isTextType(open->element)
-                                      ? declaration(names, open->element, "(*a)")
-                                      : pointerText(names, open->element) + " a";
-      out += fmt::format("\nstruct {0} {{\n  {1};\n  i64 low[{2}];\n  i64 high[{2}];\n}};\n",
-                         names.of(*open).name, element, open->dimensions);
+      if (!arrays.insert(file.names.of(*open).name).second) return;
     } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
       for (const auto& member : structure->members()) {
         if (!member->indirect) self(self, member->dataType());
       }
-      appendStructure(names, *structure, out);
     } else if (const auto* const instance = dynamic_cast<const InstanceType*>(type)) {
-      const UnitSymbol& block = *instance->unit;
-      for (const auto& variable : block.variables()) {
+      for (const auto& variable : instance->unit->variables()) {
         const vel::SymbolDataType* const own = variable->dataType();
         if (!variable->indirect || asOpenArray(own) != nullptr) self(self, own);
       }
-      appendStructure(names, block, out);
     }
+    declare.type(*type);
   };
+  const SymbolTable& symbols = file.services.symbols;
   for (const auto& owned : symbols.ownedTypes()) visit(visit, owned.get());
   for (const UnitSymbol* const unit : symbols.units()) {
     visit(visit, unit->fbType());
     for (const auto& variable : unit->variables()) visit(visit, variable->dataType());
-    if (unit->type() == vel::POUType::Program) appendStructure(names, *unit, out);
+    declare.unit(*unit);
   }
   if (const UnitSymbol* const globals = symbols.globals()) {
     for (const auto& variable : globals->variables()) visit(visit, variable->dataType());
-    appendStructure(names, *globals, out);
+    declare.unit(*globals);
   }
-  for (const ProgramInstance& instance : services.configuration.instances) {
-    out += fmt::format("static struct {} {} __attribute__((unused));\n",
-                       names.of(*instance.program).name, names.of(instance).data);
+}
+
+std::string structures(const FileContext& file) {
+  std::string out;
+  const auto type = [&](const vel::SymbolDataType& each) { out += structure(file, each); };
+  const auto unit = [&](const UnitSymbol& each) {
+    if (each.type() == POUType::Program) out += structure(file, each);
+    if (hasData(each)) out += dataDeclaration(file, each);
+  };
+  declareInOrder(file, {type, unit});
+  for (const ProgramInstance& instance : file.services.configuration.instances) {
+    out += dataDeclaration(file, instance);
   }
   return out;
 }
 
-std::string functionHead(const SymbolNames& names, const UnitSymbol& function) {
+bool hasData(const UnitSymbol& unit) {
+  return unit.type() == POUType::Program && !unit.instantiated;
+}
+
+namespace {
+
+std::string dataDeclaration(const FileContext& file, const UnitNames& unit,
+                            const std::string& data) {
+  // Unused if nothing but the platform reads and writes the variables.
+  return file.shared
+             ? fmt::format("extern struct {} {};\n", unit.name, data)
+             : fmt::format("static struct {} {} __attribute__((unused));\n", unit.name, data);
+}
+
+}  // namespace
+
+std::string dataDeclaration(const FileContext& file, const UnitSymbol& unit) {
+  return dataDeclaration(file, file.names.of(unit), file.names.of(unit).data);
+}
+
+std::string dataDeclaration(const FileContext& file, const ProgramInstance& instance) {
+  return dataDeclaration(file, file.names.of(*instance.program), file.names.of(instance).data);
+}
+
+std::string dataDefinition(const FileContext& file, const UnitSymbol& unit) {
+  const UnitNames& names = file.names.of(unit);
+  return fmt::format("struct {} {};\n", names.name, names.data);
+}
+
+std::string dataDefinition(const FileContext& file, const ProgramInstance& instance) {
+  return fmt::format("struct {} {};\n", file.names.of(*instance.program).name,
+                     file.names.of(instance).data);
+}
+
+std::string dataDefinitions(const FileContext& file) {
+  std::string out;
+  for (const UnitSymbol* const unit : file.services.symbols.units()) {
+    if (hasData(*unit)) out += dataDefinition(file, *unit);
+  }
+  const UnitSymbol* const globals = file.services.symbols.globals();
+  if (globals != nullptr) out += dataDefinition(file, *globals);
+  for (const ProgramInstance& instance : file.services.configuration.instances) {
+    out += dataDefinition(file, instance);
+  }
+  return out.empty() ? out : "\n" + out;
+}
+
+std::string functionHead(const FileContext& file, const UnitSymbol& function) {
+  const SymbolNames& names = file.names;
   std::string parameters;
   const auto add = [&parameters](const std::string& text) {
     if (!parameters.empty()) parameters += ", ";
@@ -133,14 +212,15 @@ std::string functionHead(const SymbolNames& names, const UnitSymbol& function) {
     resultText = result->dataType() == BasicDataType::String ? "char*" : "u16*";
     add(resultText + " vel_result");
   }
-  return fmt::format("static {} {}({})", resultText, names.of(function).name,
+  return fmt::format("{}{} {}({})", file.linkage(function), resultText, names.of(function).name,
                      parameters.empty() ? "void" : parameters);
 }
 
 namespace {
 
-std::string initHead(const std::string& init, const std::string& structure, bool places) {
-  return fmt::format("static void {}(struct {}* self{})", init, structure,
+std::string initHead(const char* linkage, const std::string& init, const std::string& structure,
+                     bool places) {
+  return fmt::format("{}void {}(struct {}* self{})", linkage, init, structure,
                      places ? ", const u32* vel_places" : "");
 }
 
@@ -148,12 +228,14 @@ std::string initHead(const std::string& init, const std::string& structure, bool
 
 std::string initHead(FileContext& file, const StructType& structure) {
   const TypeNames& names = file.names.of(structure);
-  return initHead(names.init, names.name, file.services.configured.open.countIn(&structure) != 0);
+  return initHead(file.linkage(), names.init, names.name,
+                  file.services.configured.open.countIn(&structure) != 0);
 }
 
 std::string initHead(FileContext& file, const UnitSymbol& unit) {
   const UnitNames& names = file.names.of(unit);
-  return initHead(names.init, names.name, file.services.configured.open.countIn(unit) != 0);
+  return initHead(file.linkage(unit), names.init, names.name,
+                  file.services.configured.open.countIn(unit) != 0);
 }
 
 std::string placesTable(const ConfiguredVariables::Root& root) {
@@ -164,37 +246,65 @@ std::string placesTable(const ConfiguredVariables::Root& root) {
   return "static const u32 vel_places[] = {" + values + "};";
 }
 
+namespace {
+
+// A static function may be unused.
+std::string prototype(const std::string& head) {
+  const bool internal = head.compare(0, 7, "static ") == 0;
+  return head + (internal ? " __attribute__((unused));\n" : ";\n");
+}
+
+std::string runPrototypes(const UnitNames& names) {
+  return fmt::format("void {}(void);\nvoid {}(void);\n", names.init, names.scan);
+}
+
+}  // namespace
+
+std::string prototypes(FileContext& file, const StructType& structure) {
+  return file.startValues.differFromZero(&structure) ? prototype(initHead(file, structure)) : "";
+}
+
+std::string prototypes(FileContext& file, const UnitSymbol& unit) {
+  const UnitNames& names = file.names.of(unit);
+  if (&unit == file.services.symbols.globals()) {
+    return fmt::format("{}void {}(void);\n", file.linkage(unit), names.init);
+  }
+  if (unit.type() == POUType::Function) return prototype(functionHead(file, unit));
+  if (hasData(unit)) return runPrototypes(names);
+  return prototype(initHead(file, unit)) +
+         prototype(
+             fmt::format("{}void {}(struct {}* self)", file.linkage(unit), names.body, names.name));
+}
+
+std::string prototypes(FileContext& file, const ProgramInstance& instance) {
+  return runPrototypes(file.names.of(instance));
+}
+
+std::string configurationPrototypes(const FileContext& file) {
+  const ConfigurationNames& names = file.names.configuration;
+  if (names.init.empty()) return {};
+  // Others need the number of rows, for the states of the tasks.
+  const std::string rows = file.shared ? std::to_string(names.rows.size() + 1) : "";
+  return fmt::format("void {}(void);\nextern const vel_task {}[{}];\n", names.init, names.tasks,
+                     rows);
+}
+
 std::string prototypes(FileContext& file) {
-  const SymbolNames& names = file.names;
   std::string out;
   for (const auto& owned : file.services.symbols.ownedTypes()) {
     const auto* const structure = dynamic_cast<const StructType*>(owned.get());
-    if (structure == nullptr || !file.startValues.differFromZero(structure)) continue;
-    out += initHead(file, *structure) + " __attribute__((unused));\n";
+    if (structure != nullptr) out += prototypes(file, *structure);
   }
   if (const UnitSymbol* const globals = file.services.symbols.globals()) {
-    out += fmt::format("static void {}(void);\n", names.of(*globals).init);
+    out += prototypes(file, *globals);
   }
   for (const UnitSymbol* const unit : file.services.symbols.units()) {
-    if (unit->type() == POUType::Function) {
-      out += functionHead(names, *unit) + " __attribute__((unused));\n";
-    } else if (unit->type() == POUType::FunctionBlock || unit->instantiated) {
-      out += initHead(file, *unit) + " __attribute__((unused));\n";
-      out += fmt::format("static void {}(struct {}* self) __attribute__((unused));\n",
-                         names.of(*unit).body, names.of(*unit).name);
-    } else {
-      out += fmt::format("void {}(void);\nvoid {}(void);\n", names.of(*unit).init,
-                         names.of(*unit).scan);
-    }
+    out += prototypes(file, *unit);
   }
   for (const ProgramInstance& instance : file.services.configuration.instances) {
-    out += fmt::format("void {}(void);\nvoid {}(void);\n", names.of(instance).init,
-                       names.of(instance).scan);
+    out += prototypes(file, instance);
   }
-  if (!names.configuration.init.empty()) {
-    out += fmt::format("void {}(void);\nextern const vel_task {}[];\n", names.configuration.init,
-                       names.configuration.tasks);
-  }
+  out += configurationPrototypes(file);
   return out.empty() ? out : "\n" + out;
 }
 

@@ -14,21 +14,43 @@
 
 namespace refhost {
 
+struct FileForm {
+  bool shared = false;  // other C files use the program's functions and variables
+  bool lines = false;   // the C names the lines of the sources
+};
+
 struct FileContext {
   // The program must have been analysed. `reports` gets an error for each call for which its
-  // operator generates nothing. `linesOf` are the sources if the C names their lines, else null.
-  FileContext(Services& servicesOfProgram, const SymbolNames& namesInC, Diagnostics& reports,
-              const SourceManager* linesOf = nullptr)
+  // operator generates nothing.
+  FileContext(Services& servicesOfProgram, const SourceManager& sourcesOfProgram,
+              const SymbolNames& namesInC, Diagnostics& reports, FileForm form = {})
       : services(servicesOfProgram),
+        sources(sourcesOfProgram),
         names(namesInC),
         messages(reports),
-        sources(linesOf),
+        shared(form.shared),
+        lines(form.lines),
         effects(services.symbols) {}
 
+  // "static " unless other C files may use what the unit declares. Each file has its own functions
+  // of the standard blocks, which are small.
+  const char* linkage(const UnitSymbol& unit) const {
+    return shared && !unit.standard ? "" : "static ";
+  }
+  // The same for what belongs to no unit.
+  const char* linkage() const { return shared ? "" : "static "; }
+  // Forgets the operators of the file before.
+  void beginFile() {
+    usedOperators.clear();
+    staticTexts.clear();
+  }
+
   Services& services;
+  const SourceManager& sources;
   const SymbolNames& names;
   Diagnostics& messages;
-  const SourceManager* const sources;
+  const bool shared;
+  const bool lines;
   const Effects effects;
   StartValues startValues;
   std::unordered_set<const vel::STOperator*> usedOperators;

@@ -8,6 +8,7 @@
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
+#include "host/ast_node_helper.h"
 #include "refhost/emit/type_text.h"
 
 namespace refhost {
@@ -67,7 +68,7 @@ void FileNames::nameConfiguration() {
 }
 
 void FileNames::nameVariables(const UnitSymbol& unit) {
-  CNames block(CNames::Scope::Block);
+  CNames block(CNames::Scope::Block, shared_);
   // The result of a function must not hide the C function, which may be called recursively.
   if (unit.type() == POUType::Function) block.allocate(names_[unit].name);
   for (const auto& variable : unit.variables()) {
@@ -89,15 +90,32 @@ void FileNames::nameGlobals() {
   nameVariables(*globals);
 }
 
+// A structure without a name is called STRUCT. The names of several are told apart by their order,
+// so that a shared one also gets the name of what declares it.
+std::string FileNames::nameOf(const StructType& structure) const {
+  if (!isAnonymous(structure)) return structure.name();
+  std::string name = structure.name().substr(0, structure.name().find('#'));
+  if (!shared_) return name;
+  for (const ASTNode* node = &structure.declared; node != nullptr; node = node->parent()) {
+    if (kindOf(*node) == NodeKind::TypeDecl) {
+      return static_cast<const Text*>(node->leaf(0))->text() + ('_' + name);
+    }
+    const UnitSymbol* const globals = services_.symbols.globals();
+    if (kindOf(*node) == NodeKind::Unit && (globals == nullptr || globals->node != node)) {
+      return static_cast<const Unit*>(node)->name() + ('_' + name);
+    }
+  }
+  return "globals_" + name;
+}
+
 void FileNames::nameTypes() {
   for (const auto& owned : services_.symbols.ownedTypes()) {
     const auto* const structure = dynamic_cast<const StructType*>(owned.get());
     if (structure == nullptr) continue;
-    const std::string& name = structure->name();
     TypeNames& own = names_[*structure];
-    own.name = file_.allocate(avoidOperatorName(name.substr(0, name.find('#'))));
+    own.name = file_.allocate(avoidOperatorName(nameOf(*structure)));
     own.init = file_.allocate(own.name + "_init");
-    CNames block(CNames::Scope::Block);
+    CNames block(CNames::Scope::Block, shared_);
     for (const auto& member : structure->members()) {
       names_[*member] = block.allocate(avoidOperatorName(member->name()));
     }
@@ -128,7 +146,10 @@ void FileNames::nameArrays() {
       element.erase(element.rfind("_of"), 3);
       // Lest a chain of n nested arrays have names of n * n characters.
       constexpr std::size_t kLongest = 100;
-      if (element.size() > kLongest) element = fmt::format("nested_{}", arrays.size());
+      if (element.size() > kLongest) {
+        element = shared_ ? "nested_" + AstNodeHelper::opExpTextToMd5HexText("", text)
+                          : fmt::format("nested_{}", arrays.size());
+      }
       name = file_.allocate(fmt::format("{}_{}", kind, element));
     }
     names_[*owned].name = name;

@@ -11,7 +11,10 @@ namespace refhost {
 
 class FileNames {
  public:
-  FileNames(Services& services, SymbolNames& names) : services_(services), names_(names) {}
+  // `shared`: other C files name them, too. They then fit into a header for C++, and do not depend
+  // on declarations elsewhere in the program.
+  FileNames(Services& services, SymbolNames& names, bool shared)
+      : services_(services), names_(names), shared_(shared), file_(CNames::Scope::File, shared) {}
 
   void nameAll();
 
@@ -22,12 +25,14 @@ class FileNames {
   void nameTypes();
   void nameArrays();
   void nameVariables(const UnitSymbol& unit);
+  std::string nameOf(const StructType& structure) const;
   // `name`, changed if it is that of an operator: the C text calls operators by their names.
   std::string avoidOperatorName(const std::string& name) const;
 
   Services& services_;
   SymbolNames& names_;
-  CNames file_{CNames::Scope::File};
+  const bool shared_;
+  CNames file_;
 };
 
 }  // namespace refhost

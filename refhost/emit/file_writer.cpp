@@ -2,123 +2,90 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <string_view>
+#include <cctype>
 #include <utility>
 
 #include "refhost/emit/configuration_writer.h"
+#include "refhost/emit/declaration_comments.h"
 #include "refhost/emit/declarations.h"
 #include "refhost/emit/file_names.h"
-#include "refhost/emit/function_writer.h"
+#include "refhost/emit/file_parts.h"
+#include "refhost/emit/function_body.h"
 
 namespace refhost {
 
 using vel::POUType;
 
-namespace {
-
-// These warnings would concern the program, not the translation: comparisons that are always true,
-// variables that are never read, BOOL operators that evaluate both operands, and constants that
-// become floats or are compared with others within the macros of operators.
-constexpr std::string_view kHead =
-    "#include \"velrt.h\"\n"
-    "#pragma GCC diagnostic ignored \"-Wtype-limits\"\n"
-    "#pragma GCC diagnostic ignored \"-Wunused-but-set-variable\"\n"
-    "#pragma GCC diagnostic ignored \"-Wunused-but-set-parameter\"\n"
-    "#ifdef __clang__\n"
-    "#pragma clang diagnostic ignored \"-Wunknown-warning-option\"\n"
-    "#pragma clang diagnostic ignored \"-Wbitwise-instead-of-logical\"\n"
-    "#pragma clang diagnostic ignored \"-Wimplicit-const-int-float-conversion\"\n"
-    "#pragma clang diagnostic ignored \"-Wtautological-constant-out-of-range-compare\"\n"
-    "#else\n"
-    "#pragma GCC diagnostic ignored \"-Wbool-compare\"\n"
-    "#endif\n";
-
-// Statements of one line of the source share a line of C.
-constexpr std::string_view kLinesHead =
-    "#pragma GCC diagnostic ignored \"-Wmisleading-indentation\"\n";
-
-// The sizes of device memory that differ from those in the runtime's header.
-std::string memoryDefinitions(const DeviceMap& memory) {
-  const DeviceMap::Sizes usual;
-  std::string text;
-  const auto define = [&text](const char* name, std::uint32_t size, std::uint32_t usualSize) {
-    if (size != usualSize) text += fmt::format("#define VEL_MEMORY_{} {}\n", name, size);
-  };
-  define("M", memory.sizes().m, usual.m);
-  define("I", memory.sizes().i, usual.i);
-  define("Q", memory.sizes().q, usual.q);
-  define("STATE", memory.stateBytes(), 0);
-  return text;
-}
-
-}  // namespace
-
-FileWriter::FileWriter(Services& services, SymbolNames& names, Diagnostics& messages,
-                       const SourceManager* sources)
-    : names_(names), file_(services, names, messages, sources) {}
+FileWriter::FileWriter(Services& services, const SourceManager& sources, SymbolNames& names,
+                       Diagnostics& messages, bool lines, std::string header)
+    : names_(names),
+      file_(services, sources, names, messages, {!header.empty(), lines}),
+      header_(std::move(header)) {}
 
 std::string FileWriter::text() {
   names_.clear();
-  FileNames(file_.services, names_).nameAll();
+  FileNames(file_.services, names_, file_.shared).nameAll();
+  const SymbolTable& symbols = file_.services.symbols;
   std::string units;
-  appendUnits(units);
+  if (symbols.globals() != nullptr) appendUnit(file_, *symbols.globals(), units);
+  forEachUnit(symbols, [&](const UnitSymbol& unit) { appendUnit(file_, unit, units); });
   ConfigurationWriter(file_).append(units);
-  std::string out = "// Translated from Structured Text by velc.\n";
-  out += memoryDefinitions(file_.services.memory);
-  out += kHead;
-  if (file_.sources != nullptr) out += kLinesHead;
-  appendStaticTexts(out);
-  out += structures(names_, file_.services);
-  out += prototypes(file_);
-  appendStructureInits(out);
+  std::string out(kMark);
+  out += file_.shared ? fmt::format("#include \"{}\"\n", header_)
+                      : runtimeInclusion(file_.services.memory);
+  out += silencedWarnings(file_);
+  out += staticTexts(file_);
+  out += declarations();
+  appendStructureInits(file_, out);
   join(out, std::move(units));
   return out;
 }
 
-void FileWriter::appendUnits(std::string& out) {
-  const SymbolTable& symbols = file_.services.symbols;
-  if (symbols.globals() != nullptr) {
-    FunctionWriter(file_, symbols.globals()).appendGlobalsInitialisation(out);
+// What precedes the functions. With a header, that is only what the header does not declare.
+std::string FileWriter::declarations() {
+  if (!file_.shared) return structures(file_) + prototypes(file_);
+  std::string out = dataDefinitions(file_);
+  std::string internal;
+  for (const UnitSymbol* const unit : file_.services.symbols.units()) {
+    if (unit->standard) internal += prototypes(file_, *unit);
   }
-  for (const POUType type : {POUType::Function, POUType::FunctionBlock, POUType::Program}) {
-    for (const UnitSymbol* const unit : symbols.units()) {
-      if (unit->type() != type) continue;
-      if (type == POUType::Function) {
-        FunctionWriter(file_, unit).appendFunction(out);
-      } else {
-        FunctionWriter(file_, unit).appendInitialisation(out);
-        FunctionWriter(file_, unit).appendBody(out);
-      }
+  if (!internal.empty()) out += '\n' + internal;
+  return out;
+}
+
+std::string FileWriter::headerText() {
+  std::string text = enumerationComments(file_);
+  const auto type = [&](const vel::SymbolDataType& each) {
+    text += structure(file_, each);
+    if (const auto* const structure = dynamic_cast<const StructType*>(&each)) {
+      text += prototypes(file_, *structure);
     }
+    const auto* const instance = dynamic_cast<const InstanceType*>(&each);
+    if (instance != nullptr && !instance->unit->standard)
+      text += prototypes(file_, *instance->unit);
+  };
+  const auto unit = [&](const UnitSymbol& each) {
+    const bool function = each.type() == POUType::Function;
+    if (function && !each.standard) text += '\n' + commentOn(file_, each) + prototypes(file_, each);
+    if (each.type() != POUType::Program) return;
+    text += structure(file_, each);
+    if (hasData(each)) text += dataDeclaration(file_, each);
+    text += prototypes(file_, each);
+  };
+  declareInOrder(file_, {type, unit});
+  for (const ProgramInstance& instance : file_.services.configuration.instances) {
+    text += '\n' + commentOn(file_, instance) + dataDeclaration(file_, instance) +
+            prototypes(file_, instance);
   }
-}
+  if (!names_.configuration.init.empty()) text += '\n' + configurationPrototypes(file_);
 
-// Several operators may have the same static text, which is written once.
-void FileWriter::appendStaticTexts(std::string& out) const {
-  std::vector<std::string_view> written;
-  for (const std::string& text : file_.staticTexts) {
-    if (text.empty() || std::find(written.begin(), written.end(), text) != written.end()) continue;
-    written.push_back(text);
-    out += '\n';
-    out += text;
-    if (text.back() != '\n') out += '\n';
+  std::string guard = "VEL_HEADER_" + header_.substr(header_.find_last_of('/') + 1);
+  for (char& c : guard) {
+    if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
   }
-}
-
-void FileWriter::appendStructureInits(std::string& out) {
-  for (const auto& owned : file_.services.symbols.ownedTypes()) {
-    const auto* const structure = dynamic_cast<const StructType*>(owned.get());
-    if (structure == nullptr || !file_.startValues.differFromZero(structure)) continue;
-    FunctionWriter(file_, nullptr).appendInitialisation(*structure, out);
-  }
-}
-
-Place globalPlace(const SymbolNames& names, const std::string& data, const VarSymbol& variable) {
-  if (variable.isLocated()) return Place::ofLocated(names, variable);
-  std::string text = data + "." + names.of(variable);
-  if (variable.placedByInstance) return Place::ofLocated(names, variable, text);
-  return {Place::Kind::Object, std::move(text)};
+  const DeviceMap& memory = file_.services.memory;
+  return fmt::format("{}#ifndef {}\n#define {}\n\n{}{}\n#endif\n", kMark, guard, guard,
+                     runtimeInclusionOfHeader(memory, memory.stateBytes()), withCLinkage(text));
 }
 
 }  // namespace refhost

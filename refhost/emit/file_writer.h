@@ -1,34 +1,32 @@
+// Writes a program as one C file, and the header of it.
 #pragma once
 
 #include <string>
 
 #include "refhost/emit/file_context.h"
-#include "refhost/emit/place.h"
 
 namespace refhost {
 
 class FileWriter {
  public:
-  // The program of `services` must have been analysed. text() sets `names`. `sources` is null if
-  // the C does not name their lines.
-  FileWriter(Services& services, SymbolNames& names, Diagnostics& messages,
-             const SourceManager* sources = nullptr);
+  // The program of `services` must have been analysed. text() sets `names`. With `lines` the C
+  // names the lines of the sources. `header` is the path by which the C file includes a header that
+  // has its declarations, so that other C files can use functions and variables; empty for none.
+  FileWriter(Services& services, const SourceManager& sources, SymbolNames& names,
+             Diagnostics& messages, bool lines = false, std::string header = {});
 
   // The C file of the program. Reports an error for each call for which its operator generates
   // nothing. Where the C names lines, it needs withOwnLines().
   std::string text();
+  // The header, after text().
+  std::string headerText();
 
  private:
-  void appendUnits(std::string& out);
-  void appendStaticTexts(std::string& out) const;
-  void appendStructureInits(std::string& out);
+  std::string declarations();
 
   SymbolNames& names_;
   FileContext file_;
+  const std::string header_;
 };
-
-// A variable of a PROGRAM or a global one, for C code that is appended to the file. `data` is the
-// object that contains it unless it has an address.
-Place globalPlace(const SymbolNames& names, const std::string& data, const VarSymbol& variable);
 
 }  // namespace refhost

@@ -34,7 +34,7 @@ std::string FunctionWriter::take(bool hasSelf, const std::string& end) {
 
 void FunctionWriter::follow() {
   const UnitSymbol& unit = *body_.unit;
-  if (file_.sources != nullptr && !unit.standard) body_.follow(*file_.sources, *unit.node);
+  if (file_.lines && !unit.standard) body_.follow(file_.sources, *unit.node);
 }
 
 std::string FunctionWriter::companionsText() {
@@ -94,7 +94,7 @@ void FunctionWriter::appendFunction(std::string& out) {
   statements_.statements(function.node->leaf(Unit::kBody));
   const std::string text =
       take(false, function.result != nullptr ? "  return vel_result;\n}\n" : "}\n");
-  std::string head = functionHead(file_.names, function) + " {\n";
+  std::string head = functionHead(file_, function) + " {\n";
   appendLocals(function, head);
   out += body_.opening(head);
   out += text;
@@ -173,11 +173,11 @@ void FunctionWriter::appendBody(std::string& out) {
   statements_.statements(unit.node->leaf(Unit::kBody));
   std::string text = take(true);
   // Standard blocks are small, and their arguments are often constant, so inlining pays.
-  std::string head =
-      hasOneInstance(unit)
-          ? programHead(unit, file_.names.of(unit).scan)
-          : fmt::format("static {}void {}(struct {}* self) {{\n", unit.standard ? "inline " : "",
-                        file_.names.of(unit).body, file_.names.of(unit).name);
+  std::string head = hasOneInstance(unit)
+                         ? programHead(unit, file_.names.of(unit).scan)
+                         : fmt::format("{}{}void {}(struct {}* self) {{\n", file_.linkage(unit),
+                                       unit.standard ? "inline " : "", file_.names.of(unit).body,
+                                       file_.names.of(unit).name);
   appendLocals(unit, head);
   out += body_.opening(head);
   join(out, std::move(text));
@@ -189,9 +189,9 @@ void FunctionWriter::appendGlobalsInitialisation(std::string& out) {
   initials_.initialiseAll(*body_.unit, true);
   initials_.setConfigured(root, {Place::Kind::Object, file_.names.of(*body_.unit).data});
   out += fmt::format(
-      "\nstatic void {}(void) {{\n  static u8 vel_done;\n  if (vel_done) return;\n"
+      "\n{}void {}(void) {{\n  static u8 vel_done;\n  if (vel_done) return;\n"
       "  vel_done = 1;\n",
-      file_.names.of(*body_.unit).init);
+      file_.linkage(*body_.unit), file_.names.of(*body_.unit).init);
   out += take(false);
 }
 

@@ -13,13 +13,15 @@ class CNames {
  public:
   enum class Scope : std::uint8_t { File, Block };
 
-  explicit CNames(Scope scope) : scope_(scope) {}
+  // `forCpp` avoids the keywords of C++, too, for names that a header declares.
+  CNames(Scope scope, bool forCpp) : scope_(scope), forCpp_(forCpp) {}
 
   // `wanted` or a variation of it that is unique in this scope.
   std::string allocate(std::string_view wanted);
 
  private:
   Scope scope_;
+  bool forCpp_;
   std::unordered_set<std::string> taken_;
 };
 

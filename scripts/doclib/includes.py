@@ -39,7 +39,7 @@ PARTS = {
     "hostkit/hosttest": Part(r"hostkit/hosttest/.*", "core/interfaces host"),
     "hostkit": Part(r"hostkit/.*", "core/interfaces host"),
     # The reference host, in the order in which a program goes through it.
-    "refhost/basis": Part(r"refhost/(diagnostics?|messages|warnings|kit|operator_calls|spelling)\..*",
+    "refhost/basis": Part(r"refhost/(diagnostics?|messages|warnings|kit|operator_calls|spelling|translated_file)\..*",
                           "hostkit core/interfaces host"),
     "refhost/syntax": Part(r"refhost/syntax/.*", "refhost/basis hostkit core/interfaces host"),
     "refhost/services": Part(r"refhost/services/.*", "refhost/syntax refhost/basis hostkit "

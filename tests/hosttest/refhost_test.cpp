@@ -71,7 +71,8 @@ class ReferenceHost final : public hosttest::HostUnderTest {
     refhost::parse(*sources_, static_cast<std::uint32_t>(file), *tree_, messages_);
     refhost::Prelude prelude(*sources_, *tree_, messages_);
     refhost::Analyser(services_, *tree_, prelude, messages_).run();
-    refhost::FileWriter(services_, names_, messages_).text();  // names what the operators ask for
+    // Names what the operators ask for.
+    refhost::FileWriter(services_, *sources_, names_, messages_).text();
     makeGenerator(services_.symbols.unit(units.front().name));
 
     vel::ASTNode* first = nullptr;
@@ -97,7 +98,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   // For a function of `unit`, null for none.
   void makeGenerator(const refhost::UnitSymbol* unit) {
     function_.reset();
-    file_.emplace(services_, names_, messages_);
+    file_.emplace(services_, *sources_, names_, messages_);
     function_.emplace(*file_, unit);
   }
 

@@ -341,7 +341,7 @@ TEST(UnitsInC, NameTheLinesOfTheSource) {
       "  IF k = 2 AND\n    k = 3 THEN RETURN;\n  ELSIF k = 4 THEN F := 1;\n  ELSE\n    F := 2;\n"
       "  END_IF;\nEND_FUNCTION\n",
       {}, "a \"?\\\xC3\xA9\n.st");
-  const std::string text = session->translate({true, "c.c"});
+  const std::string text = session->translate({true, "c.c", {}});
   EXPECT_EQ(
       "#line 1 \"a \\\"\\?\\\\\\303\\251\\012.st\"\n"
       "void P_scan(void) { struct P* const self = &P_data; i16 vel_t1; i64 vel_t2; u8 vel_t3;\n"
