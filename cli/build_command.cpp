@@ -35,7 +35,8 @@ int build(const CommonOptions& common, const BuildOptions& options) {
   if (session->programs().empty()) throw Failure("there is no PROGRAM to build");
   const TerminationGuard guard;
   const TemporaryFolder folder;
-  const auto text = translateToC(*session, common, {options.debug, folder.path() / "program.c"});
+  const auto text =
+      translateToC(*session, common, {options.debug, folder.path() / "program.c", {}});
   if (!text) return kProgramErrors;
   writeFile(folder.path() / "program.c", *text);
   writeFile(folder.path() / "driver.c", driverText(*session, {}, {}, false) +

@@ -51,7 +51,7 @@ int runTogether(const CommonOptions& common, const RunOptions& options) {
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
   if (session->programs().empty()) throw Failure("there is no PROGRAM to run");
-  const auto text = translateToC(*session, common, {true, "program.c"});
+  const auto text = translateToC(*session, common, {true, "program.c", {}});
   if (!text) return kProgramErrors;
   std::vector<std::string> statements;
   for (const std::string& setting : options.settings) {

@@ -1,8 +1,13 @@
+#include <fmt/format.h>
+
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
+#include "cli/depfile.h"
 #include "cli/failure.h"
 #include "cli/output_file.h"
+#include "cli/split_folder.h"
 #include "cli/translation.h"
 
 namespace velc {
@@ -13,6 +18,9 @@ struct TranslateOptions {
   std::vector<std::string> files;
   std::string output = "-";  // "-": standard output
   refhost::TranslationOptions translation;
+  std::string header;     // empty for none
+  std::string folder;     // of the C as several files; empty for one file
+  std::string depfile;    // empty for none
   bool callTree = false;  // print the call tree instead of the C to standard output
 };
 
@@ -26,18 +34,70 @@ std::string callTreeText(refhost::Session& session) {
   return edges.dump(2) + '\n';
 }
 
-int translate(const CommonOptions& common, const TranslateOptions& options) {
-  refuseSourceAsOutput(options.files, options.output);
-  const auto session = startSession(common);
-  if (!analyse(*session, common, options.files)) return kProgramErrors;
-  const auto text = translateToC(*session, common, options.translation);
-  if (!text) return kProgramErrors;
-  if (options.output != "-") writeFile(options.output, *text);
-  if (options.callTree) {
-    writeStandardOutput(callTreeText(*session));
-  } else if (options.output == "-") {
+namespace fs = std::filesystem;
+
+// Throws Failure for an output that is a source.
+void refuseSources(const TranslateOptions& options) {
+  for (const std::string& output : {options.output, options.header, options.depfile}) {
+    refuseSourceAsOutput(options.files, output);
+  }
+}
+
+// The path of the header from the folder of the C file on.
+std::string pathOfHeader(const TranslateOptions& options) {
+  if (options.header.empty()) return {};
+  const fs::path folder = options.output == "-" ? "." : fs::path(options.output).parent_path();
+  std::error_code error;
+  const fs::path from = fs::weakly_canonical(folder.empty() ? "." : folder, error);
+  std::string path = fs::weakly_canonical(options.header, error).lexically_proximate(from);
+  if (path.find_first_of("\"\n") != std::string::npos) {
+    throw Failure(fmt::format("C cannot include a file named {}", options.header));
+  }
+  return path;
+}
+
+// False when there are errors.
+bool writeC(refhost::Session& session, const CommonOptions& common,
+            const TranslateOptions& options) {
+  if (!options.folder.empty()) {
+    const auto files = translateToFiles(session, common, options.translation.lines);
+    if (!files.empty()) writeSplitFolder(options.folder, files);
+    return !files.empty();
+  }
+  refhost::TranslationOptions form = options.translation;
+  form.header = pathOfHeader(options);
+  const auto text = translateToC(session, common, form);
+  if (!text) return false;
+  if (!options.header.empty()) writeIfDifferent(options.header, session.header());
+  if (options.output != "-") {
+    writeFile(options.output, *text);
+  } else if (!options.callTree) {
     writeStandardOutput(*text);
   }
+  return true;
+}
+
+void writeDepfile(const CommonOptions& common, const TranslateOptions& options) {
+  std::vector<std::string> inputs;
+  for (const std::string& file : options.files) {
+    if (file != "-") inputs.push_back(file);
+  }
+  for (const std::string& library : librariesOf(common)) inputs.push_back(library);
+  const std::string output =
+      options.folder.empty() ? options.output : (fs::path(options.folder) / kFileList).native();
+  writeFile(options.depfile, depfileText(output, inputs));
+}
+
+int translate(const CommonOptions& common, const TranslateOptions& options) {
+  refuseSources(options);
+  if (!options.depfile.empty() && options.folder.empty() && options.output == "-") {
+    throw Failure("--depfile: standard output is no file; give its name with -o");
+  }
+  const auto session = startSession(common);
+  if (!analyse(*session, common, options.files)) return kProgramErrors;
+  if (!writeC(*session, common, options)) return kProgramErrors;
+  if (!options.depfile.empty()) writeDepfile(common, options);
+  if (options.callTree) writeStandardOutput(callTreeText(*session));
   return kSuccess;
 }
 
@@ -47,8 +107,25 @@ void addTranslateCommand(CommandLine& line) {
   CLI::App& command = line.addCommand("translate", "Translate programs into C");
   const auto options = std::make_shared<TranslateOptions>();
   addSources(command, line.common, options->files);
-  command.add_option("-o,--output", options->output, "Where the C goes (default: standard output)")
-      ->type_name("OUT.c");
+  CLI::Option* const output =
+      command
+          .add_option("-o,--output", options->output, "Where the C goes (default: standard output)")
+          ->type_name("OUT.c");
+  CLI::Option* const header =
+      command
+          .add_option("--header", options->header,
+                      "Write the declarations into a header, for other C and C++")
+          ->type_name("OUT.h");
+  command
+      .add_option("--split", options->folder,
+                  "Write a C file and a header for each unit, and only those that have changed")
+      ->type_name("FOLDER")
+      ->excludes(output)
+      ->excludes(header);
+  command
+      .add_option("--depfile", options->depfile,
+                  "Write a rule for make and ninja that names the files which the C depends on")
+      ->type_name("FILE");
   command.add_flag("--lines", options->translation.lines,
                    "Have the C name the lines of the Structured Text (#line), for debuggers");
   command.add_flag("--call-tree", options->callTree,

@@ -12,14 +12,15 @@
 
 namespace velc {
 
+std::vector<std::string> librariesOf(const CommonOptions& common) {
+  return common.plugins.empty() ? std::vector<std::string>{pluginPath()} : common.plugins;
+}
+
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   refhost::Options options;
-  if (common.plugins.empty()) {
-    options.pluginPath = pluginPath();
-  } else {
-    options.pluginPath = common.plugins.front();
-    options.addOnPaths.assign(common.plugins.begin() + 1, common.plugins.end());
-  }
+  const std::vector<std::string> libraries = librariesOf(common);
+  options.pluginPath = libraries.front();
+  options.addOnPaths.assign(libraries.begin() + 1, libraries.end());
   options.localIo = common.localIo;
   options.notation = common.notation;
   options.memory = common.memory;
@@ -56,15 +57,31 @@ bool analyse(refhost::Session& session, const CommonOptions& common,
   return accepted;
 }
 
-std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common,
-                                        const refhost::TranslationOptions& options) {
+namespace {
+
+// Returns what `emit` writes, and prints the diagnostics of that.
+template <typename Emit>
+auto printing(refhost::Session& session, const CommonOptions& common, const Emit& emit) {
   const std::size_t known = session.messages().size();
   std::optional<Progress> progress("translating");
-  std::string text = session.translate(options);
+  auto result = emit();
   progress.reset();
   Report(common).add(session, known, 0);
+  return result;
+}
+
+}  // namespace
+
+std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common,
+                                        const refhost::TranslationOptions& options) {
+  std::string text = printing(session, common, [&] { return session.translate(options); });
   if (text.empty()) return std::nullopt;
   return text;
+}
+
+std::vector<refhost::TranslatedFile> translateToFiles(refhost::Session& session,
+                                                      const CommonOptions& common, bool lines) {
+  return printing(session, common, [&] { return session.translateSplit(lines); });
 }
 
 }  // namespace velc

@@ -11,6 +11,9 @@
 
 namespace velc {
 
+// The plugin and its add-ons; throws Failure when there is none.
+std::vector<std::string> librariesOf(const CommonOptions& common);
+
 // A session with its plugin loaded; throws Failure.
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common);
 
@@ -30,5 +33,8 @@ bool analyse(refhost::Session& session, Report& report, const std::vector<std::s
 // nullopt when there are errors.
 std::optional<std::string> translateToC(refhost::Session& session, const CommonOptions& common,
                                         const refhost::TranslationOptions& options = {});
+// The same into several files, with `#line` if `lines`. Returns none when there are errors.
+std::vector<refhost::TranslatedFile> translateToFiles(refhost::Session& session,
+                                                      const CommonOptions& common, bool lines);
 
 }  // namespace velc
