@@ -15,6 +15,8 @@ import subprocess
 import tempfile
 import time
 
+import builds
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PAGE = ROOT / "docs/benchmarks.md"
 REPETITIONS = 9
@@ -210,10 +212,24 @@ def scans(build):
     ]
 
 
+def large(build):
+    lines, rows = builds.measure(build, units=2000)
+    return [
+        f"A generated library of 2,000 units (`bench/make_library.py`): {lines:,} lines of C as one file, or a"
+        " C file for each unit, which the script of `examples/large/` builds with ninja. *files* are the calls"
+        " of a C compiler, in seconds by the clock and of the processors, those of the daemons not included."
+        " Each was done once. The two distcc daemons run on the same machine, on the cores on which the"
+        " program would be compiled without them, so that their row shows what distributing costs; two other"
+        " machines would compile at the same time.",
+        table(["", "clock, s", "processors, s", "files"], rows),
+    ]
+
+
 SECTIONS = {
     "plugin": ("The plugin", operators),
     "velc": ("velc translate", translation),
     "scans": ("Generated C", scans),
+    "builds": ("Large code bases", large),
 }
 
 
