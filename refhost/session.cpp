@@ -112,13 +112,15 @@ ProgramVariable entryOf(const SymbolNames& names, const Data& data, const VarSym
 }
 
 void appendVariables(const SymbolNames& names, ValueShapes& shapes, const Data& data,
-                     std::vector<ProgramVariable>& result) {
+                     Session::Instances instances, std::vector<ProgramVariable>& result) {
   for (const auto& variable : data.unit.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
     const bool kept =
         variable->role != Role::Temp && variable->role != Role::EdgeState && !variable->indirect;
     if (kept && type != nullptr) {
-      result.push_back(entryOf(names, data, *variable, shapes.of(type)));
+      const bool shown = instances == Session::Instances::Shown;
+      result.push_back(
+          entryOf(names, data, *variable, shown ? shapes.withInstances(type) : shapes.of(type)));
     }
   }
 }
@@ -246,18 +248,19 @@ std::vector<Session::Program> Session::programs() const {
 
 std::string Session::taskTable() const { return impl_->names.configuration.tasks; }
 
-std::vector<ProgramVariable> Session::programVariables() const {
+std::vector<ProgramVariable> Session::programVariables(Instances instances) const {
   std::vector<ProgramVariable> result;
   forEachProgram(impl_->services, impl_->names, [&](const Data& data) {
-    appendVariables(impl_->names, impl_->shapes, data, result);
+    appendVariables(impl_->names, impl_->shapes, data, instances, result);
   });
   return result;
 }
 
-std::vector<ProgramVariable> Session::globalVariables() const {
+std::vector<ProgramVariable> Session::globalVariables(Instances instances) const {
   std::vector<ProgramVariable> result;
-  forGlobals(impl_->services, impl_->names,
-             [&](const Data& data) { appendVariables(impl_->names, impl_->shapes, data, result); });
+  forGlobals(impl_->services, impl_->names, [&](const Data& data) {
+    appendVariables(impl_->names, impl_->shapes, data, instances, result);
+  });
   return result;
 }
 

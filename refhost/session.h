@@ -75,6 +75,8 @@ class Session {
     std::string scan;  // `void scan(void)`, to be called for each scan unless there are tasks
   };
 
+  enum class Instances : bool { Hidden, Shown };
+
   explicit Session(Options options);
   ~Session();
   Session(const Session&) = delete;
@@ -122,16 +124,18 @@ class Session {
   // The C name of the `vel_task` table by which the instances run; empty when there are none.
   std::string taskTable() const;
   // The variables of all programs in order of declaration. These, like the C names above, are
-  // complete once translate() has run.
-  std::vector<ProgramVariable> programVariables() const;
+  // complete once translate() has run. Function block instances have no shape unless they are asked
+  // for; then it is that of a structure.
+  std::vector<ProgramVariable> programVariables(Instances instances = Instances::Hidden) const;
   // The same for the global variables.
-  std::vector<ProgramVariable> globalVariables() const;
+  std::vector<ProgramVariable> globalVariables(Instances instances = Instances::Hidden) const;
   // The variables of programs and the global ones that keep something without power. Their shapes
   // describe what, function block instances included.
   std::vector<ProgramVariable> retainedVariables() const;
   // A device address as a variable; one of several bits is a bit string. False when `address` is
   // not an address in either notation.
   bool addressVariable(const std::string& address, ProgramVariable& variable) const;
+
   // The C statement that assigns the literal `text` to `variable`. Sets `error` and returns false
   // when the text is not a literal that fits the variable.
   bool assignmentText(const ProgramVariable& variable, const std::string& text,

@@ -69,6 +69,7 @@ Shape ValueShapes::make(const vel::SymbolDataType& type, Parts parts) {
   const auto* const structure = dynamic_cast<const StructType*>(&type);
   if (array == nullptr && structure == nullptr) {
     if (parts == Parts::Values) return elementaryShape(type);
+    if (parts == Parts::Instances) return of(&type);
     const bool kept = parts == Parts::Retained && valueType(&type) != BasicDataType::Pointer;
     return kept ? of(&type) : nullptr;
   }
@@ -104,9 +105,14 @@ Shape ValueShapes::ofInstance(const UnitSymbol& block, Parts parts) {
     const bool isMember = member->role != Role::Temp && !member->indirect && !member->constant &&
                           member->iecAddress().area == 0;
     if (!isMember) continue;
-    Retention retention = member->retention;
-    if (retention == Retention::Unsaid && parts == Parts::Retained) retention = Retention::Retain;
-    Shape part = retained(member->dataType(), retention);
+    Shape part;
+    if (parts != Parts::Instances) {
+      Retention retention = member->retention;
+      if (retention == Retention::Unsaid && parts == Parts::Retained) retention = Retention::Retain;
+      part = retained(member->dataType(), retention);
+    } else if (member->role != Role::EdgeState && (member->isParameter() || !block.standard)) {
+      part = withInstances(member->dataType());
+    }
     if (part == nullptr) continue;
     shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part)});
   }

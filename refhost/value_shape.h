@@ -65,6 +65,10 @@ class ValueShapes {
 
   // Null for a type without a value: a function block instance, and arrays and structures of those.
   Shape of(const vel::SymbolDataType* type) { return find(type, Parts::Values); }
+  // The same with function block instances, which have the shapes of structures: of all their
+  // variables but constants, in-out parameters and those at addresses; of the blocks of the
+  // standard, inputs and outputs.
+  Shape withInstances(const vel::SymbolDataType* type) { return find(type, Parts::Instances); }
   // What a variable declared with `retention` keeps without power; null for nothing. Everything but
   // pointers if that is Retain; of function block instances otherwise the members that are declared
   // so, unless it is NonRetain. A function block instance has the shape of a structure.
@@ -72,7 +76,7 @@ class ValueShapes {
   void clear() { known_.clear(); }
 
  private:
-  enum class Parts : std::uint8_t { Values, Retained, DeclaredRetained };
+  enum class Parts : std::uint8_t { Values, Instances, Retained, DeclaredRetained };
 
   Shape find(const vel::SymbolDataType* type, Parts parts);
   Shape make(const vel::SymbolDataType& type, Parts parts);
