@@ -2,16 +2,19 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
 #include "cli/failure.h"
-#include "cli/termination_guard.h"
 
 namespace velc {
 
@@ -19,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail(const std::string& what, int error) {
+[[noreturn]] void failToWrite(const std::string& what, int error) {
   throw Failure(fmt::format("cannot write {}: {}", what, std::strerror(error)));
 }
 
@@ -36,10 +39,18 @@ int writeAll(int descriptor, std::string_view text) {
   return 0;
 }
 
-int writeAndClose(int descriptor, std::string_view text) {
-  const int error = writeAll(descriptor, text);
-  const int closeError = close(descriptor) == 0 ? 0 : errno;
-  return error != 0 ? error : closeError;
+// The same. Throws Terminated if a signal arrives that asks to terminate while nobody reads.
+int writeAll(int descriptor, std::string_view text, const TerminationGuard& guard) {
+  // A pipe that is ready for writing takes this much without blocking.
+  constexpr std::size_t kChunk = PIPE_BUF;
+  for (; !text.empty(); text.remove_prefix(std::min(kChunk, text.size()))) {
+    std::array<pollfd, 2> events{{{descriptor, POLLOUT, 0}, {guard.descriptor(), POLLIN, 0}}};
+    while (poll(events.data(), events.size(), -1) < 0) {
+    }
+    if (events[0].revents == 0) throw Terminated{};
+    if (const int error = writeAll(descriptor, text.substr(0, kChunk)); error != 0) return error;
+  }
+  return 0;
 }
 
 mode_t defaultMode(mode_t mode) {
@@ -57,61 +68,95 @@ void waitForFolderOf(const std::string& path) {
   close(folder);
 }
 
-enum class Wait : bool { No, ForDisk };
-
-void replaceFile(const std::string& path, mode_t mode, std::string_view text, Wait wait) {
+void writeTo(const std::string& path, std::string_view text, GrowingFile::Wait wait,
+             mode_t mode = GrowingFile::kReadable) {
   const TerminationGuard guard;
-  std::string temporary = path + ".XXXXXX";
-  const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
-  if (descriptor < 0) fail(path, errno);
-  int error = fchmod(descriptor, mode) == 0 ? 0 : errno;
-  const int writeError = writeAll(descriptor, text);
-  if (error == 0) error = writeError;
-  if (error == 0 && wait == Wait::ForDisk && fsync(descriptor) != 0) error = errno;
-  if (close(descriptor) != 0 && error == 0) error = errno;
-  if (error == 0 && std::rename(temporary.c_str(), path.c_str()) != 0) error = errno;
-  if (error == 0 && wait == Wait::ForDisk) waitForFolderOf(path);
-  if (error == 0) return;
-  unlink(temporary.c_str());
-  fail(path, error);
-}
-
-// Replaces a regular file, and writes to anything else.
-void writeTo(const std::string& path, std::string_view text, Wait wait, mode_t mode = 0666) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) != 0) {
-    replaceFile(path, defaultMode(mode), text, wait);
-  } else if (S_ISREG(status.st_mode)) {
-    // For a symbolic link, replaces its target and keeps the link.
-    std::error_code error;
-    const fs::path target = fs::canonical(path, error);
-    replaceFile(error ? path : target.native(), (status.st_mode & 07777) | defaultMode(mode & 0111),
-                text, wait);
-  } else {
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-    if (descriptor < 0) fail(path, errno);
-    if (const int error = writeAndClose(descriptor, text); error != 0) fail(path, error);
-  }
+  GrowingFile file(path, guard, mode);
+  file.write(text);
+  file.replace(wait);
 }
 
 }  // namespace
 
 void writeStandardOutput(std::string_view text) {
-  if (const int error = writeAll(STDOUT_FILENO, text); error != 0) fail("standard output", error);
+  if (const int error = writeAll(STDOUT_FILENO, text); error != 0)
+    failToWrite("standard output", error);
+}
+
+void writeStandardOutput(std::string_view text, const TerminationGuard& guard) {
+  const int error = writeAll(STDOUT_FILENO, text, guard);
+  if (error != 0) failToWrite("standard output", error);
 }
 
 void writeStandardError(std::string_view text) {
-  if (const int error = writeAll(STDERR_FILENO, text); error != 0) fail("standard error", error);
+  if (const int error = writeAll(STDERR_FILENO, text); error != 0)
+    failToWrite("standard error", error);
 }
 
-void writeFile(const std::string& path, std::string_view text) { writeTo(path, text, Wait::No); }
+GrowingFile::GrowingFile(const std::string& path, const TerminationGuard& guard, mode_t mode)
+    : path_(path), guard_(guard) {
+  struct stat status {};
+  const bool exists = stat(path.c_str(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) {
+    descriptor_ = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (descriptor_ < 0) fail(errno);
+    return;
+  }
+  // For a symbolic link, replaces its target and keeps the link.
+  std::error_code error;
+  const fs::path target = exists ? fs::canonical(path, error) : fs::path(path);
+  target_ = error ? path : target.native();
+  std::string name = target_ + ".XXXXXX";
+  descriptor_ = mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor_ < 0) fail(errno);
+  temporary_ = name;
+  const mode_t wanted =
+      exists ? (status.st_mode & 07777) | defaultMode(mode & 0111) : defaultMode(mode);
+  if (fchmod(descriptor_, wanted) != 0) fail(errno);
+}
+
+GrowingFile::~GrowingFile() {
+  if (descriptor_ >= 0) close(descriptor_);
+  if (!temporary_.empty()) unlink(temporary_.c_str());
+}
+
+void GrowingFile::write(std::string_view text) {
+  const int error =
+      target_.empty() ? writeAll(descriptor_, text, guard_) : writeAll(descriptor_, text);
+  if (error != 0) fail(error);
+}
+
+void GrowingFile::replace(Wait wait) {
+  int error = 0;
+  if (!target_.empty() && wait == Wait::ForDisk && fsync(descriptor_) != 0) error = errno;
+  if (close(descriptor_) != 0 && error == 0) error = errno;
+  descriptor_ = -1;
+  if (target_.empty() && error == 0) return;
+  if (error == 0 && std::rename(temporary_.c_str(), target_.c_str()) != 0) error = errno;
+  if (error != 0) fail(error);
+  temporary_.clear();
+  if (wait == Wait::ForDisk) waitForFolderOf(target_);
+}
+
+void GrowingFile::fail(int error) {
+  // A constructor that throws is not followed by the destructor.
+  if (descriptor_ >= 0) close(descriptor_);
+  descriptor_ = -1;
+  if (!temporary_.empty()) unlink(temporary_.c_str());
+  temporary_.clear();
+  failToWrite(path_, error);
+}
+
+void writeFile(const std::string& path, std::string_view text) {
+  writeTo(path, text, GrowingFile::Wait::No);
+}
 
 void writeProgram(const std::string& path, std::string_view text) {
-  writeTo(path, text, Wait::No, 0777);
+  writeTo(path, text, GrowingFile::Wait::No, 0777);
 }
 
 void writeFileToDisk(const std::string& path, std::string_view text) {
-  writeTo(path, text, Wait::ForDisk);
+  writeTo(path, text, GrowingFile::Wait::ForDisk);
 }
 
 }  // namespace velc

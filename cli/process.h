@@ -4,6 +4,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/termination_guard.h"
@@ -20,10 +21,29 @@ struct ProcessResult {
   bool succeeded() const { return end == End::Exited && code == 0; }
 };
 
+// Gets the records that a process writes.
+class RecordSink {
+ public:
+  virtual ~RecordSink() = default;
+  // The next bytes, in pieces of any size. May throw, which ends the process.
+  virtual void take(std::string_view bytes) = 0;
+};
+
+struct ProcessWatch {
+  // Gets what the process writes to the descriptor kRecords; null for none. The time that it takes
+  // does not count for the timeout.
+  RecordSink* records = nullptr;
+  // The first SIGINT or SIGTERM only asks the process to end, by SIGINT.
+  bool endsInOrder = false;
+
+  static constexpr int kRecords = 3;
+};
+
 // Runs `arguments[0]`, looked up in PATH, with empty standard input. When it has ended, and after
 // `timeout`, kills the processes that it has started and does not wait for them. Throws Failure
 // when it cannot be started, and Terminated when a signal asks velc to terminate meanwhile.
 ProcessResult runProcess(const std::vector<std::string>& arguments, const TerminationGuard& guard,
-                         std::optional<std::chrono::milliseconds> timeout = std::nullopt);
+                         std::optional<std::chrono::milliseconds> timeout = std::nullopt,
+                         const ProcessWatch& watch = {});
 
 }  // namespace velc

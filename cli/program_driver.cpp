@@ -3,19 +3,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "cli/failure.h"
 #include "cli/shape_tables.h"
-#include "cli/value_parts.h"
-#include "hostkit/folding.h"
+#include "cli/value_parse.h"
 
 namespace velc {
 
 namespace {
 
-using hostkit::equalIgnoringCase;
 using refhost::ProgramVariable;
 using refhost::Session;
 
@@ -23,29 +20,6 @@ std::string_view trim(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-ProgramVariable findVariable(const Session& session, const std::string& name) {
-  std::vector<ProgramVariable> found;
-  for (const auto& variables : {session.programVariables(), session.globalVariables()}) {
-    for (const ProgramVariable& variable : variables) {
-      for (const std::string& known : {variable.name, variable.qualifiedName()}) {
-        if (!equalIgnoringCase(known, name.substr(0, known.size()))) continue;
-        auto part = partOf(variable, std::string_view(name).substr(known.size()));
-        if (!part) continue;
-        found.push_back(std::move(*part));
-        break;
-      }
-    }
-  }
-  ProgramVariable address;
-  if (found.empty() && session.addressVariable(name, address)) return address;
-  if (found.empty()) throw Failure(fmt::format("--set: no program has a variable '{}'", name));
-  if (found.size() > 1) {
-    throw Failure(fmt::format("--set: '{}' is ambiguous; write {} or {}", name,
-                              found[0].qualifiedName(), found[1].qualifiedName()));
-  }
-  return found[0];
 }
 
 // Local names begin with "vel_", which names of the program never do.
@@ -65,6 +39,19 @@ std::string visitStatement(const ProgramVariable& variable, ShapeTables& tables)
       variable.reference, size, variable.name, shape);
 }
 
+// `bytes` is the value in memory.
+std::string storeStatement(const ProgramVariable& variable, std::string_view bytes) {
+  if (!variable.memoryBit.empty()) {
+    return fmt::format("sbit({}, {});", variable.memoryBit, static_cast<int>(bytes.front()));
+  }
+  std::string list;
+  for (const char byte : bytes) {
+    list += fmt::format("{}{}", list.empty() ? "" : ",", static_cast<unsigned char>(byte));
+  }
+  return fmt::format("__builtin_memcpy((void*)&({}), (const unsigned char[]){{{}}}, {});",
+                     variable.reference, list, bytes.size());
+}
+
 }  // namespace
 
 std::vector<ProgramVariable> printedVariables(const Session& session,
@@ -73,45 +60,49 @@ std::vector<ProgramVariable> printedVariables(const Session& session,
   for (ProgramVariable& variable : session.programVariables()) {
     if (variable.shape != nullptr) result.push_back(std::move(variable));
   }
-  const std::vector<ProgramVariable> globals = session.globalVariables();
+  if (places.empty()) return result;
+  const Places known(session);
   for (const std::string& shown : places) {
-    const auto global = std::find_if(globals.begin(), globals.end(), [&](const auto& variable) {
-      return equalIgnoringCase(variable.name, shown) && variable.shape != nullptr;
-    });
-    ProgramVariable place;
-    if (global != globals.end()) {
-      place = *global;
-    } else if (!session.addressVariable(shown, place)) {
-      throw Failure(fmt::format("--show: '{}' is no device address and no global variable", shown));
+    for (ProgramVariable& place : known.matching("--show", shown)) {
+      const auto printed = std::find_if(result.begin(), result.end(), [&place](const auto& other) {
+        return other.name == place.name && other.program == place.program;
+      });
+      // What was asked for may have more parts: function block instances.
+      if (printed == result.end()) {
+        result.push_back(std::move(place));
+      } else {
+        *printed = std::move(place);
+      }
     }
-    result.push_back(std::move(place));
   }
   return result;
 }
 
-std::string settingStatement(const Session& session, const std::string& setting) {
+bool isSettable(const ProgramVariable& place) {
+  return place.settable && !place.shape->hasParts() && place.type != vel::BasicDataType::Pointer;
+}
+
+std::string settingStatement(const Places& places, const std::string& setting) {
   const std::size_t mark = setting.find('=');
   if (mark == std::string::npos) {
     throw Failure(fmt::format("--set: '{}' is not NAME=VALUE", setting));
   }
   const std::string_view view = setting;
-  const std::string name(trim(view.substr(0, mark)));
-  const std::string value(trim(view.substr(mark + 1)));
-  const ProgramVariable variable = findVariable(session, name);
-  if (!variable.settable || variable.shape->hasParts()) {
-    throw Failure(fmt::format("--set: '{}' cannot be set", name));
+  const ProgramVariable variable = places.named("--set", trim(view.substr(0, mark)));
+  if (!isSettable(variable)) {
+    throw Failure(fmt::format("--set: '{}' cannot be set", variable.name));
   }
-  std::string statement;
+  std::string bytes;
   std::string error;
-  if (!session.assignmentText(variable, value, statement, error)) {
+  if (!parseValue(*variable.shape, std::string(trim(view.substr(mark + 1))), bytes, error)) {
     throw Failure(fmt::format("--set {}: {}", setting, error));
   }
-  return statement;
+  return storeStatement(variable, bytes);
 }
 
 std::string driverText(const Session& session, const std::vector<std::string>& settingStatements,
                        const std::vector<ProgramVariable>& printed, bool traceIo,
-                       const std::vector<ProgramVariable>& retained) {
+                       const WatchedVariables& watched) {
   const std::vector<Session::Program> programs = session.programs();
   const std::string tasks = session.taskTable();
   std::string text =
@@ -144,20 +135,9 @@ std::string driverText(const Session& session, const std::vector<std::string>& s
     return visit + "}\n";
   };
   const std::string functions =
-      visits("vel_run_values", printed) + visits("vel_run_retained", retained);
+      visits("vel_run_values", printed) + visits("vel_run_retained", watched.retained) +
+      visits("vel_run_traced", watched.traced) + visits("vel_run_stimulated", watched.stimulated);
   return text + "}\n\n" + tables.text() + functions;
-}
-
-std::string valueLines(const Session& session, const std::vector<ProgramVariable>& printed,
-                       const std::string& bytes) {
-  const bool qualified = !session.taskTable().empty() || session.programs().size() > 1;
-  std::string text;
-  std::string_view rest = bytes;
-  for (const ProgramVariable& variable : printed) {
-    text += qualified && !variable.program.empty() ? variable.qualifiedName() : variable.name;
-    text += " = " + partsText(*variable.shape, rest) + '\n';
-  }
-  return text;
 }
 
 }  // namespace velc

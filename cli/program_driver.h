@@ -1,36 +1,39 @@
-// Generates the driver of a runnable program, which sets its variables, runs its scans and writes
-// the values of its variables.
+// Generates the driver of a runnable program, which sets its variables, runs its scans and gives
+// the harness access to its variables.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "cli/places.h"
 #include "refhost/session.h"
 
 namespace velc {
 
 // The variables of `session` that have a printable value, in order of declaration, followed by
-// `places`, which are global variables and device addresses. Throws Failure for a place that is
-// neither.
+// those of `places` that are not among them. Throws Failure for a place that there is not.
 std::vector<refhost::ProgramVariable> printedVariables(const refhost::Session& session,
                                                        const std::vector<std::string>& places);
 
-// The C statement for a setting NAME=VALUE, where NAME may be PROGRAM.NAME or a device address.
-// Throws Failure when there is no such variable or the value does not fit.
-std::string settingStatement(const refhost::Session& session, const std::string& setting);
+// The C statement for a setting NAME=VALUE, where NAME denotes a place. Throws Failure when there
+// is no such place or the value does not fit.
+std::string settingStatement(const Places& places, const std::string& setting);
 
-// C source that includes the program "program.c" and implements velrun.h. `retained` are variables
-// that are loaded and stored. With `traceIo`, the
+// False for a place that cannot be set: a constant, a pointer, or one that has parts.
+bool isSettable(const refhost::ProgramVariable& place);
+
+// What the harness reads and writes while the program runs.
+struct WatchedVariables {
+  std::vector<refhost::ProgramVariable> retained;
+  std::vector<refhost::ProgramVariable> traced;
+  std::vector<refhost::ProgramVariable> stimulated;  // elementary ones
+};
+
+// C source that includes the program "program.c" and implements velrun.h. With `traceIo`, the
 // program prints each refresh of local I/O.
 std::string driverText(const refhost::Session& session,
                        const std::vector<std::string>& settingStatements,
                        const std::vector<refhost::ProgramVariable>& printed, bool traceIo,
-                       const std::vector<refhost::ProgramVariable>& retained = {});
-
-// The lines `name = value`. `bytes` is the output of the driver. Throws Failure when it does not
-// have the size of the values of `printed`.
-std::string valueLines(const refhost::Session& session,
-                       const std::vector<refhost::ProgramVariable>& printed,
-                       const std::string& bytes);
+                       const WatchedVariables& watched = {});
 
 }  // namespace velc

@@ -9,7 +9,6 @@
 #include <limits>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string_view>
 
 #include "cli/failure.h"
@@ -86,9 +85,11 @@ bool appendBytes(const ValueShape& shape, const Json& value, std::string& bytes)
     return true;
   }
   if (!value.is_string()) return false;
-  const std::optional<std::string> memory = valueBytes(shape, value.get<std::string>());
-  if (memory) bytes += *memory;
-  return memory.has_value();
+  std::string memory;
+  std::string error;
+  if (!parseValue(shape, value.get<std::string>(), memory, error)) return false;
+  bytes += memory;
+  return true;
 }
 
 [[noreturn]] void refuse(const std::string& path) {

@@ -1,5 +1,12 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <limits>
 #include <optional>
 
 #include "cli/commands.h"
@@ -14,23 +21,51 @@
 #include "cli/retention.h"
 #include "cli/run_options.h"
 #include "cli/source_files.h"
+#include "cli/stimulus/stimulus.h"
 #include "cli/temporary_folder.h"
 #include "cli/translation.h"
+#include "cli/watch.h"
 
 namespace velc {
 
 namespace {
 
+namespace fs = std::filesystem;
+
+std::int64_t scansOf(const RunOptions& options, std::uint64_t stimulated) {
+  if (options.scans) return *options.scans;
+  if (options.realtime) return std::numeric_limits<std::int64_t>::max();
+  return static_cast<std::int64_t>(std::max<std::uint64_t>(stimulated, 1));
+}
+
 // Runs the program. False, with a message, when it did not run to its end.
-bool execute(const refhost::Session& session, const TemporaryFolder& folder,
-             const RunOptions& options, std::uint32_t clock, const TerminationGuard& guard) {
-  std::optional<Progress> progress("running");
-  const ProcessResult result =
-      runProcess({folder.path() / "program", folder.path() / "values", folder.path() / "trace",
-                  std::to_string(options.scans), std::to_string(options.cycle),
-                  std::to_string(clock), folder.path() / "retained", folder.path() / "crash"},
-                 guard, options.timeout);
+bool execute(const refhost::Session& session, const TemporaryFolder& temporary,
+             const RunOptions& options, std::int64_t scans, std::uint32_t clock, Watch& watch,
+             const TerminationGuard& guard) {
+  const fs::path& folder = temporary.path();
+  std::vector<std::string> arguments{folder / "program", folder / "values", folder / "refreshes",
+                                     std::to_string(scans), std::to_string(options.cycle)};
+  const auto add = [&arguments](const char* name, const std::string& value) {
+    arguments.push_back(fmt::format("{}={}", name, value));
+  };
+  add("clock", std::to_string(clock));
+  add("retained", folder / "retained");
+  add("crash", folder / "crash");
+  watch.start(guard);
+  const ProcessWatch watched{watch.records(), options.realtime};
+  if (watched.records != nullptr) add("trace", std::to_string(ProcessWatch::kRecords));
+  if (!options.stimulus.empty()) add("stimulus", folder / "stimulus");
+  if (options.realtime) add("realtime", folder / "pace");
+
+  // Whether the program gets on can be seen by a trace.
+  std::optional<Progress> progress;
+  if (!options.watch.writesStandardOutput()) progress.emplace("running");
+  const bool limited = options.timeoutSaid || !options.realtime;
+  const ProcessResult result = runProcess(
+      arguments, guard, limited ? std::optional(options.timeout) : std::nullopt, watched);
   progress.reset();
+  // The scans before a crash tell how it came to that.
+  watch.end();
   if (result.succeeded()) return true;
   std::string reason;
   if (result.end == ProcessResult::End::TimedOut) {
@@ -40,59 +75,120 @@ bool execute(const refhost::Session& session, const TemporaryFolder& folder,
   } else {
     reason = fmt::format("failed with status {}", result.code);
   }
-  reason += crashText(session, crashPlaces(session.sources(), folder.path() / "program",
-                                           folder.read("crash"), guard));
+  reason += crashText(
+      session, crashPlaces(session.sources(), folder / "program", temporary.read("crash"), guard));
   writeStandardError(fmt::format("velc: the program {}{}\n", reason, quotedOutput(result.output)));
   return false;
 }
 
+// Keeps no more than a part of the file in memory.
+void copyToStandardOutput(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::array<char, 65536> buffer;
+  while (file.read(buffer.data(), buffer.size()), file.gcount() > 0) {
+    writeStandardOutput({buffer.data(), static_cast<std::size_t>(file.gcount())});
+  }
+}
+
+// Nothing else may stand among the lines of a trace.
+void refuseOtherOutput(const RunOptions& options) {
+  const char* const other = options.traceIo                    ? "--trace-io"
+                            : !options.shown.empty()           ? "--show"
+                            : options.form != ValuesForm::Text ? "--format"
+                                                               : nullptr;
+  if (options.watch.writesStandardOutput() && other != nullptr) {
+    throw Failure(fmt::format(
+        "{} and the trace cannot both go to standard output; give the trace a file (-o)", other));
+  }
+  if (options.traceIo && options.form != ValuesForm::Text) {
+    throw Failure("--trace-io prints lines and cannot be used with --format");
+  }
+}
+
+// Prints how punctual the scans were, and returns their number.
+std::uint64_t reportPace(const fs::path& path) {
+  std::uint64_t scans = 0, sum = 0, latest = 0, latestScan = 0, overruns = 0;
+  std::ifstream(path) >> scans >> sum >> latest >> latestScan >> overruns;
+  const auto milliseconds = [](double nanoseconds) {
+    return fmt::format("{:.3g} ms", nanoseconds / 1e6);
+  };
+  std::string text = fmt::format("velc: {} scans in real time", scans);
+  if (scans > 0) {
+    text += fmt::format(", on average {} late, at most {} (scan {})",
+                        milliseconds(static_cast<double>(sum) / static_cast<double>(scans)),
+                        milliseconds(static_cast<double>(latest)), latestScan + 1);
+  }
+  if (overruns > 0) text += fmt::format("; {} of them by a cycle or more", overruns);
+  writeStandardError(text + '\n');
+  return scans;
+}
+
 int runTogether(const CommonOptions& common, const RunOptions& options) {
-  refuseSourceAsOutput(options.files, options.retained);
+  for (const std::string& output : {options.retained, options.watch.output, options.watch.plot}) {
+    refuseSourceAsOutput(options.files, output);
+  }
+  refuseOtherOutput(options);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
   if (session->programs().empty()) throw Failure("there is no PROGRAM to run");
   const auto text = translateToC(*session, common, {true, "program.c", {}});
   if (!text) return kProgramErrors;
+  const Places places(*session);
   std::vector<std::string> statements;
   for (const std::string& setting : options.settings) {
-    statements.push_back(settingStatement(*session, setting));
+    statements.push_back(settingStatement(places, setting));
   }
 
   const auto variables = printedVariables(*session, options.shown);
+  const auto cycle = static_cast<std::uint64_t>(options.cycle);
+  const TerminationGuard guard;
+  Watch watch(options.watch, places, cycle);
+  WatchedVariables watched;
+  watched.traced = watch.places();
   const bool retains = !options.retained.empty();
-  std::vector<refhost::ProgramVariable> retainedVariables;
   Retained retained;
   if (retains) {
     std::string notices;
-    retainedVariables = session->retainedVariables();
-    retained = loadRetained(options.retained, retainedVariables, notices);
+    watched.retained = session->retainedVariables();
+    retained = loadRetained(options.retained, watched.retained, notices);
     writeStandardError(notices);
   }
 
-  const TerminationGuard guard;
   const TemporaryFolder folder;
+  std::uint64_t stimulated = 0;
+  if (!options.stimulus.empty()) {
+    Stimulus stimulus(options.stimulus, places, cycle);
+    stimulated = stimulus.writeRows(folder.path() / "stimulus");
+    watched.stimulated = stimulus.variables();
+  }
   writeFile(folder.path() / "program.c", *text);
   writeFile(folder.path() / "driver.c",
-            driverText(*session, statements, variables, options.traceIo, retainedVariables));
+            driverText(*session, statements, variables, options.traceIo, watched));
   if (!retained.bytes.empty()) writeFile(folder.path() / "retained", retained.bytes);
   // Line numbers alone cost hardly any time. addr2line confuses files in version 5 of the format.
   compileProgram(folder.path() / "driver.c", folder.path() / "program",
                  {options.compiler, {"-O1", "-gdwarf-4", "-g1"}, options.timeout}, guard);
-  if (!execute(*session, folder, options, retained.clock, guard)) return kProgramErrors;
+  const std::int64_t wanted = scansOf(options, stimulated);
+  if (!execute(*session, folder, options, wanted, retained.clock, watch, guard)) {
+    return kProgramErrors;
+  }
+  auto scans = static_cast<std::uint64_t>(wanted);
+  if (options.realtime) scans = reportPace(folder.path() / "pace");
   if (retains) {
     retained.bytes = folder.read("retained");
-    retained.clock +=
-        static_cast<std::uint32_t>(options.cycle) * static_cast<std::uint32_t>(options.scans);
-    writeFileToDisk(options.retained, retainedText(retained, retainedVariables));
+    retained.clock += static_cast<std::uint32_t>(cycle) * static_cast<std::uint32_t>(scans);
+    writeFileToDisk(options.retained, retainedText(retained, watched.retained));
   }
-  writeStandardOutput(folder.read("trace") +
-                      valueLines(*session, variables, folder.read("values")));
+  if (options.watch.writesStandardOutput()) return kSuccess;
+  copyToStandardOutput(folder.path() / "refreshes");
+  writeStandardOutput(printedValues(options.form, places, variables, folder.read("values")));
   return kSuccess;
 }
 
 int run(const CommonOptions& common, const RunOptions& options) {
   if (!options.each) return runTogether(common, options);
   if (!options.retained.empty()) throw Failure("--retain is for one program, not for --each");
+  if (!options.watch.traced.empty()) throw Failure("--trace is for one program, not for --each");
   const char* separator = "";
   return forEachFile(options.files, [&](const std::vector<std::string>& file) {
     writeStandardOutput(fmt::format("{}==> {} <==\n", separator, sourceName(file.front())));

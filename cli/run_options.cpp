@@ -8,6 +8,11 @@ namespace velc {
 
 namespace {
 
+TraceFormat traceFormat(const std::string& name) {
+  if (name == "json") return TraceFormat::Json;
+  return name == "vcd" ? TraceFormat::Vcd : TraceFormat::Csv;
+}
+
 // Parses a TIME literal into milliseconds.
 std::int64_t durationOf(const std::string& text) {
   hostkit::LiteralValue value;
@@ -19,14 +24,71 @@ std::int64_t durationOf(const std::string& text) {
   return value.ticks;
 }
 
+// Checks that a file has a name.
+CLI::Validator named() {
+  return CLI::Validator(
+      [](std::string& file) { return file.empty() ? std::string("no file") : std::string(); }, "");
+}
+
+void addTraceOptions(CLI::App& command, WatchOptions& options) {
+  CLI::Option* const trace =
+      command
+          .add_option("--trace", options.traced,
+                      "Write the values of these places behind each scan; * for all variables")
+          ->type_name("PLACE");
+  command
+      .add_option_function<std::string>(
+          "--trace-format",
+          [&options](const std::string& name) {
+            options.format = traceFormat(name);
+            options.formatSaid = true;
+          },
+          "Form of the trace (default: csv)")
+      ->type_name("FORM")
+      ->check(CLI::IsMember({"csv", "json", "vcd"}))
+      ->needs(trace);
+  command
+      .add_option("-o,--output", options.output, "Where the trace goes (default: standard output)")
+      ->type_name("FILE")
+      ->check(named())
+      ->needs(trace);
+  command.add_flag("--changes", options.changesOnly, "Trace only scans that change something")
+      ->needs(trace);
+  command.add_option("--plot", options.plot, "Draw the traced variables over time")
+      ->type_name("FILE.svg")
+      ->check(named())
+      ->needs(trace);
+}
+
+void addWatchOptions(CLI::App& command, RunOptions& options) {
+  addTraceOptions(command, options.watch);
+  command
+      .add_option("--stimulus", options.stimulus,
+                  "Values from this file, a column 'time' or 'scan' and columns named like "
+                  "--trace, hold from their rows on")
+      ->type_name("FILE.csv")
+      ->check(named());
+  command.add_flag("--realtime", options.realtime,
+                   "Begin scans by the clock, and tell how late they were; Ctrl-C ends the run");
+  command
+      .add_option_function<std::string>(
+          "--format",
+          [&options](const std::string& name) {
+            options.form = name == "json" ? ValuesForm::Json : ValuesForm::Text;
+          },
+          "Form of the variables that are printed (default: text)")
+      ->type_name("FORM")
+      ->check(CLI::IsMember({"text", "json"}));
+}
+
 }  // namespace
 
-void addCompilerOptions(CLI::App& command, std::string& compiler, std::chrono::seconds& timeout,
-                        const char* timed) {
+CLI::Option* addCompilerOptions(CLI::App& command, std::string& compiler,
+                                std::chrono::seconds& timeout, const char* timed) {
   command.add_option("--compiler", compiler, "The C compiler")
       ->type_name("CC")
       ->capture_default_str();
-  command
+  return command
       .add_option_function<int>(
           "--timeout", [&timeout](int seconds) { timeout = std::chrono::seconds(seconds); }, timed)
       ->type_name("SECONDS")
@@ -34,10 +96,12 @@ void addCompilerOptions(CLI::App& command, std::string& compiler, std::chrono::s
 }
 
 void addRunOptions(CLI::App& command, RunOptions& options) {
-  command.add_option("--scans", options.scans, "Scans of every PROGRAM")
+  command
+      .add_option("--scans", options.scans,
+                  "Scans of every PROGRAM (default: 1, or all of --stimulus; with --realtime until "
+                  "Ctrl-C)")
       ->type_name("N")
-      ->check(CLI::Range(std::int64_t{0}, std::int64_t{1} << 62))
-      ->capture_default_str();
+      ->check(CLI::Range(std::int64_t{0}, std::int64_t{1} << 62));
   command
       .add_option_function<std::string>(
           "--cycle", [&options](const std::string& text) { options.cycle = durationOf(text); },
@@ -50,7 +114,7 @@ void addRunOptions(CLI::App& command, RunOptions& options) {
       ->allow_extra_args(false);
   command
       .add_option("--show", options.shown,
-                  "Print a global variable or what stands at a device address after the variables "
+                  "Print a place that is not printed anyway: a global variable, timer.ET, %QB1 "
                   "(repeatable)")
       ->type_name("PLACE")
       ->allow_extra_args(false);
@@ -59,12 +123,13 @@ void addRunOptions(CLI::App& command, RunOptions& options) {
                   "Load retained variables from this file before the first scan, and store them "
                   "behind the last")
       ->type_name("FILE")
-      ->check(CLI::Validator(
-          [](std::string& file) { return file.empty() ? std::string("no file") : std::string(); },
-          ""));
+      ->check(named());
+  addWatchOptions(command, options);
   command.add_flag("--trace-io", options.traceIo, "Print each refresh of local I/O");
   addCompilerOptions(command, options.compiler, options.timeout,
-                     "Seconds that compiling may take, and then the program (default: 60)");
+                     "Seconds that compiling may take, and then the program (default: 60; with "
+                     "--realtime the program has no limit)")
+      ->each([&options](const std::string&) { options.timeoutSaid = true; });
 }
 
 }  // namespace velc

@@ -34,10 +34,23 @@ std::string escape(char32_t c, char quote, int width) {
   }
 }
 
-std::uint16_t codeUnit(std::string_view bytes) {
+// Removes the first code unit from `bytes` and returns it; 0 at the end.
+char32_t takeUnit(std::string_view& bytes) {
   std::uint16_t unit = 0;
+  if (bytes.size() < sizeof unit) return 0;
   std::memcpy(&unit, bytes.data(), sizeof unit);
+  bytes.remove_prefix(sizeof unit);
   return unit;
+}
+
+// The same for a character, which may be half of a surrogate pair.
+char32_t takeWideCharacter(std::string_view& bytes) {
+  const char32_t high = takeUnit(bytes);
+  std::string_view rest = bytes;
+  const char32_t low = takeUnit(rest);
+  if (!hostkit::isHighSurrogate(high) || !hostkit::isLowSurrogate(low)) return high;
+  bytes = rest;
+  return hostkit::combined(high, low);
 }
 
 }  // namespace
@@ -62,15 +75,8 @@ std::string stringLiteral(std::string_view bytes) {
 }
 
 std::string wideStringLiteral(std::string_view bytes) {
-  const auto unit = [bytes](std::size_t i) -> char32_t {
-    return i * 2 + 2 <= bytes.size() ? codeUnit(bytes.substr(i * 2)) : 0;
-  };
   std::string result = "\"";
-  for (std::size_t i = 0; unit(i) != 0; ++i) {
-    char32_t c = unit(i);
-    if (hostkit::isHighSurrogate(c) && hostkit::isLowSurrogate(unit(i + 1))) {
-      c = hostkit::combined(c, unit(++i));
-    }
+  while (const char32_t c = takeWideCharacter(bytes)) {
     if (hostkit::isHighSurrogate(c) || hostkit::isLowSurrogate(c)) {  // unpaired
       result += fmt::format("${:04X}", static_cast<std::uint32_t>(c));
     } else if (const std::string escaped = escape(c, '"', 4); !escaped.empty()) {
@@ -80,6 +86,16 @@ std::string wideStringLiteral(std::string_view bytes) {
     }
   }
   return result + '"';
+}
+
+std::string plainText(vel::BasicDataType type, std::string_view bytes) {
+  if (type == vel::BasicDataType::String) return std::string(bytes.substr(0, bytes.find('\0')));
+  std::string result;
+  while (const char32_t c = takeWideCharacter(bytes)) {
+    const bool unpaired = hostkit::isHighSurrogate(c) || hostkit::isLowSurrogate(c);
+    hostkit::appendUtf8(unpaired ? U'\uFFFD' : c, result);
+  }
+  return result;
 }
 
 }  // namespace velc

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <optional>
+#include <string_view>
 
 #include "hostkit/encoding.h"
 #include "hostkit/folding.h"
@@ -14,9 +16,13 @@ namespace velc {
 
 namespace {
 
+using hostkit::equalIgnoringCase;
+using hostkit::LiteralError;
 using hostkit::LiteralForm;
 using hostkit::LiteralValue;
 using vel::BasicDataType;
+
+constexpr std::int64_t kNanosecondsInMillisecond = 1'000'000;
 
 template <typename T>
 std::string memory(T value) {
@@ -38,21 +44,30 @@ std::optional<std::string> integerBytes(const LiteralValue& value, BasicDataType
   return lowBytes(value.negative ? 0 - value.magnitude : value.magnitude, size);
 }
 
-std::optional<std::string> realBytes(const std::string& text, BasicDataType type) {
-  const bool single = type == BasicDataType::Real;
-  const auto bytes = [single](double value) {
-    return single ? memory(static_cast<float>(value)) : memory(value);
-  };
+// Numbers that no literal denotes.
+std::optional<double> specialReal(const std::string& text) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  if (text == "NaN") return bytes(std::numeric_limits<double>::quiet_NaN());
-  if (text == "Inf") return bytes(kInfinity);
-  if (text == "-Inf") return bytes(-kInfinity);
-  LiteralValue value;
-  const bool parsed = hostkit::parseLiteral(text, value) == hostkit::LiteralError::None &&
-                      value.form == LiteralForm::Real;
-  if (!parsed) return {};
+  if (equalIgnoringCase(text, "NaN")) return std::numeric_limits<double>::quiet_NaN();
+  if (equalIgnoringCase(text, "Inf") || equalIgnoringCase(text, "+Inf")) return kInfinity;
+  if (equalIgnoringCase(text, "-Inf")) return -kInfinity;
+  return {};
+}
+
+std::string realBytes(double value, BasicDataType type) {
+  return type == BasicDataType::Real ? memory(static_cast<float>(value)) : memory(value);
+}
+
+std::optional<std::string> realBytes(const LiteralValue& value, BasicDataType type) {
   // Rounded once.
-  if (!single) return memory(std::strtod(value.text.c_str(), nullptr));
+  if (value.form == LiteralForm::Integer) {
+    const auto bytes = [&value](auto magnitude) {
+      return memory(value.negative ? -magnitude : magnitude);
+    };
+    return type == BasicDataType::Real ? bytes(static_cast<float>(value.magnitude))
+                                       : bytes(static_cast<double>(value.magnitude));
+  }
+  if (value.form != LiteralForm::Real) return {};
+  if (type == BasicDataType::LReal) return memory(std::strtod(value.text.c_str(), nullptr));
   const float number = std::strtof(value.text.c_str(), nullptr);
   return std::isinf(number) ? std::nullopt : std::optional(memory(number));
 }
@@ -69,29 +84,29 @@ std::optional<std::string> textBytes(const LiteralValue& value, BasicDataType ty
   return padded(std::move(bytes), size);
 }
 
-}  // namespace
-
-std::optional<std::string> valueBytes(const refhost::ValueShape& shape, const std::string& text) {
-  for (const auto& [number, name] : shape.names) {
-    if (hostkit::equalIgnoringCase(name, text)) {
-      return lowBytes(static_cast<std::uint64_t>(number), shape.byteSize);
-    }
-  }
+std::optional<std::string> literalBytes(const refhost::ValueShape& shape,
+                                        const LiteralValue& value) {
   const BasicDataType type = shape.type;
-  if (type == BasicDataType::Real || type == BasicDataType::LReal) return realBytes(text, type);
-  LiteralValue value;
-  if (hostkit::parseLiteral(text, value) != hostkit::LiteralError::None) return {};
+  const bool flag = type == BasicDataType::Bool || type == BasicDataType::BitAddress;
+  if (type == BasicDataType::Real || type == BasicDataType::LReal) return realBytes(value, type);
   switch (value.form) {
     case LiteralForm::Bool:
-      if (type != BasicDataType::Bool && type != BasicDataType::BitAddress) return {};
+      if (!flag) return {};
       return lowBytes(value.magnitude, shape.byteSize);
     case LiteralForm::Integer:
+      if (flag && !value.fixedType && !value.negative && value.magnitude <= 1) {
+        return lowBytes(value.magnitude, shape.byteSize);
+      }
       if (!shape.allows({value.negative, value.magnitude})) return {};
       return integerBytes(value, type, shape.byteSize);
     case LiteralForm::String:
       if (value.type != type) return {};
       return textBytes(value, type, shape.byteSize);
     case LiteralForm::Duration:
+      if (value.type == BasicDataType::Time && type == BasicDataType::LTime) {
+        return memory(value.ticks * kNanosecondsInMillisecond);
+      }
+      [[fallthrough]];
     case LiteralForm::Date:
     case LiteralForm::TimeOfDay:
     case LiteralForm::DateAndTime:
@@ -101,6 +116,51 @@ std::optional<std::string> valueBytes(const refhost::ValueShape& shape, const st
       break;
   }
   return {};
+}
+
+// The value of an enumeration that `text` names, with or without the name of the type.
+std::optional<std::int64_t> enumerated(const refhost::ValueShape& shape, std::string_view text) {
+  const std::size_t mark = text.find('#');
+  if (mark != std::string_view::npos && equalIgnoringCase(text.substr(0, mark), shape.typeName)) {
+    text.remove_prefix(mark + 1);
+  }
+  for (const auto& [number, name] : shape.names) {
+    if (equalIgnoringCase(name, text)) return number;
+  }
+  return {};
+}
+
+}  // namespace
+
+bool parseValue(const refhost::ValueShape& shape, const std::string& text, std::string& bytes,
+                std::string& error) {
+  if (const auto number = enumerated(shape, text)) {
+    bytes = lowBytes(static_cast<std::uint64_t>(*number), shape.byteSize);
+    return true;
+  }
+  const bool real = shape.type == BasicDataType::Real || shape.type == BasicDataType::LReal;
+  if (const auto special = real ? specialReal(text) : std::nullopt) {
+    bytes = realBytes(*special, shape.type);
+    return true;
+  }
+  LiteralValue value;
+  switch (hostkit::parseLiteral(text, value)) {
+    case LiteralError::None:
+      break;
+    case LiteralError::OutOfRange:
+      error = "'" + text + "' is out of range";
+      return false;
+    default:
+      error = "'" + text + "' is not a literal";
+      if (!shape.names.empty()) error += " and no value of " + shape.typeName;
+      return false;
+  }
+  if (auto memory = literalBytes(shape, value)) {
+    bytes = std::move(*memory);
+    return true;
+  }
+  error = "'" + text + "' is not a value of type " + shape.typeName;
+  return false;
 }
 
 }  // namespace velc

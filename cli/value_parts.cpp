@@ -89,6 +89,27 @@ std::int64_t takeSubscripts(const ValueShape& array, std::string_view& path) {
   return place;
 }
 
+// The subscripts of the element at this place, such as `[1,2]`.
+std::string subscriptsText(const ValueShape& array, std::int64_t place) {
+  std::string text;
+  for (auto bounds = array.bounds.rbegin(); bounds != array.bounds.rend(); ++bounds) {
+    const std::int64_t length = bounds->second - bounds->first + 1;
+    if (!text.empty()) text.insert(0, 1, ',');
+    text.insert(0, std::to_string(bounds->first + place % length));
+    place /= length;
+  }
+  return "[" + text + "]";
+}
+
+// -1 when there is no such member.
+std::int64_t memberNumber(const ValueShape& structure, std::string_view name) {
+  const auto& members = structure.members;
+  const auto found = std::find_if(members.begin(), members.end(), [name](const auto& member) {
+    return hostkit::equalIgnoringCase(member.name, name);
+  });
+  return found == members.end() ? -1 : found - members.begin();
+}
+
 }  // namespace
 
 std::string partsText(const ValueShape& shape, std::string_view& bytes) {
@@ -112,34 +133,46 @@ std::string partsText(const ValueShape& shape, std::string_view& bytes) {
   return shape.names.empty() ? text : enumerationText(shape, text);
 }
 
-std::optional<ProgramVariable> partOf(const ProgramVariable& variable, std::string_view path) {
+std::int64_t partCount(const ValueShape& shape) {
+  return shape.isStructure ? static_cast<std::int64_t>(shape.members.size()) : shape.count;
+}
+
+ProgramVariable partNumber(const ProgramVariable& variable, std::int64_t number) {
+  const ValueShape& shape = *variable.shape;
   ProgramVariable part = variable;
-  if (path.empty()) return part;
-  std::string_view rest = path;
-  while (!rest.empty()) {
-    const ValueShape* const shape = part.shape.get();
-    std::shared_ptr<const ValueShape> next;
-    if (shape != nullptr && shape->element != nullptr && rest.front() == '[') {
-      const std::int64_t place = takeSubscripts(*shape, rest);
-      if (place >= 0) next = shape->element;
-      part.reference += fmt::format(".a[{}]", place);
-    } else if (shape != nullptr && shape->isStructure && rest.front() == '.') {
-      rest.remove_prefix(1);
-      const std::string_view name = takeUntil(rest, ".[");
-      for (const ValueShape::Member& member : shape->members) {
-        if (!hostkit::equalIgnoringCase(member.name, name)) continue;
-        part.reference += member.reference;
-        next = member.shape;
-      }
-    }
-    if (next == nullptr) return {};
-    part.shape = std::move(next);
+  if (shape.isStructure) {
+    const ValueShape::Member& member = shape.members[static_cast<std::size_t>(number)];
+    part.name += '.' + member.name;
+    part.reference += member.reference;
+    part.shape = member.shape;
+  } else {
+    part.name += subscriptsText(shape, number);
+    part.reference += fmt::format(".a[{}]", number);
+    part.shape = shape.element;
   }
-  part.name += path;
   part.type = part.shape->type;
   part.typeName = part.shape->typeName;
   part.byteSize = part.shape->byteSize;
   return part;
+}
+
+PartAt partAt(const ProgramVariable& variable, std::string_view path) {
+  PartAt at{variable, path};
+  while (!at.rest.empty()) {
+    const ValueShape* const shape = at.variable.shape.get();
+    std::string_view rest = at.rest;
+    std::int64_t number = -1;
+    if (shape != nullptr && shape->element != nullptr && rest.front() == '[') {
+      number = takeSubscripts(*shape, rest);
+    } else if (shape != nullptr && shape->isStructure && rest.front() == '.') {
+      rest.remove_prefix(1);
+      number = memberNumber(*shape, takeUntil(rest, ".["));
+    }
+    if (number < 0) break;
+    at.variable = partNumber(at.variable, number);
+    at.rest = rest;
+  }
+  return at;
 }
 
 }  // namespace velc

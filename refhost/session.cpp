@@ -1,11 +1,8 @@
 #include "refhost/session.h"
 
-#include <cmath>
 #include <optional>
 
 #include "core/operator.h"
-#include "hostkit/literal.h"
-#include "hostkit/literal_text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/file_parts.h"
@@ -287,52 +284,6 @@ bool Session::addressVariable(const std::string& address, ProgramVariable& varia
   setPlace(variable, Place::ofAddress(parsed, impl_->services.memory.raw(parsed), type.cType));
   variable.settable = true;
   variable.shape = impl_->shapes.of(impl_->services.symbols.dataType(name));
-  return true;
-}
-
-bool Session::assignmentText(const ProgramVariable& variable, const std::string& text,
-                             std::string& statement, std::string& error) const {
-  const std::string_view name = std::string_view(text).substr(text.find('#') + 1);
-  if (variable.shape != nullptr) {
-    for (const auto& [number, known] : variable.shape->names) {
-      if (!equalIgnoringCase(known, name)) continue;
-      statement = variable.reference + " = ";
-      appendInteger(number, statement);
-      statement += ';';
-      return true;
-    }
-  }
-  LiteralValue value;
-  switch (parseLiteral(text, value)) {
-    case LiteralError::None:
-      break;
-    case LiteralError::OutOfRange:
-      error = "'" + text + "' is out of range";
-      return false;
-    default:
-      error = "'" + text + "' is not a literal";
-      return false;
-  }
-  const bool fits = value.form == LiteralForm::Integer && isNumber(variable.type)
-                        ? integerFits(value.negative, value.magnitude, variable.type)
-                        : widens(value.type, variable.type) ||
-                              (value.form == LiteralForm::Real && isFloat(variable.type)) ||
-                              (variable.type == BasicDataType::Bool && isBoolNumber(value));
-  const bool infinite = variable.type == BasicDataType::Real && value.form == LiteralForm::Real &&
-                        std::isinf(static_cast<float>(value.real));
-  const bool outside = value.form == LiteralForm::Integer && variable.shape != nullptr &&
-                       !variable.shape->allows({value.negative, value.magnitude});
-  if (!fits || infinite || outside) {
-    error = "'" + text + "' is not a value of type " + variable.typeName;
-    return false;
-  }
-  std::string literal;
-  appendLiteral(value, BasicDataType::None, literal);
-  const int unit = variable.type == BasicDataType::WString ? 2 : 1;
-  const Place place = !variable.memoryBit.empty()
-                          ? Place{Place::Kind::MemoryBit, variable.memoryBit}
-                          : Place{Place::Kind::Object, variable.reference};
-  statement = storeText(variable.type, variable.byteSize / unit, place, literal, value.type) + ";";
   return true;
 }
 

@@ -136,11 +136,6 @@ class Session {
   // not an address in either notation.
   bool addressVariable(const std::string& address, ProgramVariable& variable) const;
 
-  // The C statement that assigns the literal `text` to `variable`. Sets `error` and returns false
-  // when the text is not a literal that fits the variable.
-  bool assignmentText(const ProgramVariable& variable, const std::string& text,
-                      std::string& statement, std::string& error) const;
-
  private:
   struct Impl;
   std::unique_ptr<Impl> impl_;

@@ -35,6 +35,10 @@ void vel_run_step(uint64_t now);
 void vel_run_values(vel_run_visit visit);
 /* The same for those that are retained, whose values `visit` may change. */
 void vel_run_retained(vel_run_visit visit);
+/* The same for those that are traced. */
+void vel_run_traced(vel_run_visit visit);
+/* The same for those of the stimulus, all of which are elementary; `visit` may change them. */
+void vel_run_stimulated(vel_run_visit visit);
 
 /* The main function of programs that `velc build` makes, whose driver calls it. Returns the exit
  * status: 0, or 2 for arguments that it does not know. */

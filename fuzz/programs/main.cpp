@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "cli/paths.h"
+#include "cli/printed_values.h"
 #include "cli/program_driver.h"
 #include "cli/termination_guard.h"
 #include "fuzz/programs/execution.h"
@@ -64,8 +65,9 @@ std::string run(const Units* begin, const Units* end, const Words& compiler) {
   for (const refhost::ProgramVariable& variable : execution.variables) {
     append(expected, *variable.shape, variable.program + '.' + variable.name, held);
   }
+  const velc::Places places(execution.session);
   const auto lines = [&](const std::string& values) {
-    return velc::valueLines(execution.session, execution.variables, values);
+    return velc::printedValues(velc::ValuesForm::Text, places, execution.variables, values);
   };
   return differences(lines(execution.values), lines(expected));
 }

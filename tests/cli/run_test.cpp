@@ -12,13 +12,16 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
   const char* const variables =
       "b : BOOL; si : SINT; us : USINT; i : INT; ui : UINT; di : DINT; ud : UDINT; li : LINT;"
       "ul : ULINT; y : BYTE; w : WORD; dw : DWORD; lw : LWORD; r : REAL; lr : LREAL; t : TIME;"
-      "lt : LTIME; d : DATE; td : TOD; dt1 : DT; s : STRING[9]; ws : WSTRING[9];";
+      "lt : LTIME; d : DATE; td : TOD; dt1 : DT; s : STRING[19]; ws : WSTRING[19]; e : (Off, On);"
+      "nan, inf : REAL; low : LREAL;";
   const std::string values =
       "b = TRUE\nsi = -128\nus = 255\ni = -32768\nui = 65535\ndi = -2147483648\n"
       "ud = 4294967295\nli = -9223372036854775808\nul = 18446744073709551615\ny = 16#1F\n"
       "w = 16#A\ndw = 16#0\nlw = 16#FFFFFFFFFFFFFFFF\nr = 1.5e+20\nlr = -0.1\nt = T#1500ms\n"
       "lt = LTIME#20ns\nd = D#2026-11-21\ntd = TOD#12:30:15.250\ndt1 = DT#2026-11-21-12:30:15\n"
-      "s = '$$ $L$'\xC3\xA4'\nws = \"$$ $L$\"\xC3\xA4\"\n";
+      "s = '$$ , \"$L$'\xC3\xA4$FF'\nws = \"$$ , '$L$\"\xC3\xA4$D83D\"\ne = On\nnan = NaN\ninf = "
+      "Inf\n"
+      "low = -Inf\n";
   writeProgram("p.st", variables, ";");
   std::string settings;
   std::istringstream lines(values);
@@ -33,6 +36,9 @@ TEST_F(Velc, PrintsAndSetsValuesOfEveryType) {
     EXPECT_EQ(outcome.code, 0) << outcome.err;
     EXPECT_EQ(outcome.out, values);
   }
+  // As it is traced it is read.
+  velc("run p.st --scans 2 --trace '*' -o t.csv" + settings);
+  EXPECT_EQ(velc("run p.st --stimulus t.csv").out, values) << read("t.csv");
   writeProgram("q.st", "us : USINT; i : INT; y : BYTE; r : REAL; t : TIME; lt : LTIME;", ";");
   EXPECT_EQ(velc("run q.st --set US=16#f_f --set I=INT#-5 --set y=BYTE#8#17 --set R=1e3 "
                  "--set t=TIME#1m2.5s --set lt=T#1ms")
@@ -96,7 +102,7 @@ TEST_F(Velc, PrintsAndSetsPartsOfValues) {
             "s = (x := 0.0, t := ['u', 'ab'], inner := (e := Off))\n"
             "l = [(b := FALSE, c := 0), (b := FALSE, c := -1)]\ne = Green\np = NULL\n");
   for (const char* const setting :
-       {"a[3,0]=1", "a[1]=1", "a=1", "s.y=1", "e=Blue", "f.x=1", "f=1"}) {
+       {"a[3,0]=1", "a[1]=1", "a=1", "s.y=1", "e=Blue", "f.y=1", "f=1", "p=NULL"}) {
     EXPECT_EQ(velc("run q.st --set " + std::string(setting)).code, 2) << setting;
   }
 }
@@ -145,8 +151,9 @@ TEST_F(Velc, SharesGlobalVariablesBetweenFiles) {
   EXPECT_EQ(velc("run use.st declare.st" + shown).out, "first.t = 'abc'\n" + values);
   EXPECT_EQ(velc("run declare.st use.st --set name=\"'xy'\"" + shown).out,
             "first.t = 'xy'\n" + values);
-  EXPECT_EQ(velc("run use.st declare.st --show shared").err,
-            "velc: --show: 'shared' is no device address and no global variable\n");
+  EXPECT_EQ(velc("run use.st declare.st --show shared --set shared.sum=1 --show shared.SUM").out,
+            "first.t = 'abc'\nsecond.total = 6\nsecond.sum = 4\nshared = (d := 3, sum := 4)\n"
+            "shared.sum = 4\n");
 }
 
 // Two instances of one PROGRAM share addresses and global variables only. Tasks are due by the

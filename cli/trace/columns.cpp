@@ -1,0 +1,66 @@
+#include "cli/trace/columns.h"
+
+#include <fmt/format.h>
+
+#include <set>
+
+#include "cli/failure.h"
+
+namespace velc {
+
+namespace {
+
+using refhost::ProgramVariable;
+using refhost::ValueShape;
+
+constexpr std::size_t kMostColumns = 100'000;
+
+// The number of elementary values; no more than one above kMostColumns.
+std::size_t elementaryCount(const ValueShape& shape) {
+  std::size_t count = 0;
+  if (shape.element != nullptr) {
+    const std::size_t one = elementaryCount(*shape.element);
+    const auto elements = static_cast<std::size_t>(shape.count);
+    count = one == 0 || elements > kMostColumns / one ? kMostColumns + 1 : one * elements;
+  } else if (shape.isStructure) {
+    for (const ValueShape::Member& member : shape.members) {
+      count += elementaryCount(*member.shape);
+      if (count > kMostColumns) break;
+    }
+  } else {
+    count = 1;
+  }
+  return std::min(count, kMostColumns + 1);
+}
+
+}  // namespace
+
+TracedPlaces tracedPlaces(const Places& places, const std::vector<std::string>& names) {
+  TracedPlaces traced;
+  std::set<std::string> known;
+  std::size_t count = 0;
+  for (const std::string& name : names) {
+    for (ProgramVariable& place : places.matching("--trace", name)) {
+      if (!known.insert(place.qualifiedName()).second) continue;
+      count += elementaryCount(*place.shape);
+      if (count > kMostColumns) {
+        throw Failure(fmt::format("--trace: '{}' and those before it have more than {} values",
+                                  places.displayName(place), kMostColumns));
+      }
+      traced.places.push_back(std::move(place));
+    }
+  }
+  for (const ProgramVariable& place : traced.places) {
+    for (const ProgramVariable& part : elementaryParts(place)) {
+      const bool address = part.type == vel::BasicDataType::Pointer && part.name != place.name;
+      if (!address) {
+        traced.columns.push_back(
+            {places.displayName(part), part.program, part.name, part.shape, traced.recordSize});
+      }
+      traced.recordSize += static_cast<std::size_t>(part.byteSize);
+    }
+  }
+  return traced;
+}
+
+}  // namespace velc
