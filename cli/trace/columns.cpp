@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <set>
 
 #include "cli/failure.h"
@@ -40,6 +42,10 @@ TracedPlaces tracedPlaces(const Places& places, const std::vector<std::string>& 
   std::set<std::string> known;
   std::size_t count = 0;
   for (const std::string& name : names) {
+    // The command line leaves no more than one source to the words behind `--trace`.
+    if (name.size() > 3 && name.substr(name.size() - 3) == ".st" && std::filesystem::exists(name)) {
+      throw Failure(fmt::format("--trace: '{}' is a file; give the files before --trace", name));
+    }
     for (ProgramVariable& place : places.matching("--trace", name)) {
       if (!known.insert(place.qualifiedName()).second) continue;
       count += elementaryCount(*place.shape);
