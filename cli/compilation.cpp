@@ -29,9 +29,15 @@ void compileProgram(const fs::path& source, const fs::path& program, const Compi
   arguments.insert(arguments.end(), {"-o", program, source, libraryPath("libvelrun.a"),
                                      libraryPath("libvelrt.a"), "-lm"});
   const bool clang = fs::path(compiler).filename().native().find("clang") != std::string::npos;
-  // Unlike gcc, clang allows only 256 levels of brackets unless it is told otherwise. The analysis
-  // of pointers takes gcc a time that grows with the square of a unit's string statements.
-  arguments.push_back(clang ? "-fbracket-depth=10000" : "-fno-tree-pta");
+  if (clang) {
+    // Unlike gcc, clang allows only 256 levels of brackets unless it is told otherwise, and leaves
+    // out loops that have no effect, although they may never end.
+    arguments.insert(arguments.end(), {"-fbracket-depth=10000", "-fno-finite-loops"});
+  } else {
+    // The analysis of pointers takes gcc a time that grows with the square of a unit's string
+    // statements.
+    arguments.push_back("-fno-tree-pta");
+  }
   const ProcessResult result = runProcess(arguments, guard, compilation.timeout);
   if (result.succeeded()) {
     if (fs::exists(program)) return;
