@@ -130,9 +130,11 @@ TEST_F(Watched, NeedsNoMoreMemoryForManyScans) {
   std::string stimulus = "scan,s[0]\n";
   for (int scan = 1; scan < 200000; scan += 5) stimulus += std::to_string(scan) + ",'x'\n";
   write("s.csv", stimulus);
+  // A sanitizer keeps what has been freed.
   const Outcome outcome = velc(
-      "run w.st --scans 200000 --stimulus s.csv --trace '*' -o t.vcd "
-      "--trace-format vcd --plot w.svg");
+      "run w.st --scans 200000 --stimulus s.csv --trace '*' -o t.vcd --trace-format vcd --plot "
+      "w.svg",
+      "export ASAN_OPTIONS=$ASAN_OPTIONS:quarantine_size_mb=16; ");
   EXPECT_EQ(outcome.code, 0) << outcome.err;
   EXPECT_NE(read("t.vcd").find("\n#1999990\n"), std::string::npos);
   EXPECT_LT(read("w.svg").size(), 500'000U);
