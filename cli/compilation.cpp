@@ -24,7 +24,9 @@ void compileProgram(const fs::path& source, const fs::path& program, const Compi
                     const TerminationGuard& guard) {
   const std::string& compiler = compilation.compiler;
   const Progress progress("compiling");
-  std::vector<std::string> arguments{compiler, "-std=gnu11", "-I" + includeFolder().native()};
+  // Otherwise compilers leave out code that uses a null pointer, and the program goes on.
+  std::vector<std::string> arguments{compiler, "-std=gnu11", "-fno-delete-null-pointer-checks",
+                                     "-I" + includeFolder().native()};
   arguments.insert(arguments.end(), compilation.flags.begin(), compilation.flags.end());
   arguments.insert(arguments.end(), {"-o", program, source, libraryPath("libvelrun.a"),
                                      libraryPath("libvelrt.a"), "-lm"});

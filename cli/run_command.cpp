@@ -38,6 +38,34 @@ std::int64_t scansOf(const RunOptions& options, std::uint64_t stimulated) {
   return static_cast<std::int64_t>(std::max<std::uint64_t>(stimulated, 1));
 }
 
+// Line numbers alone cost hardly any time. addr2line confuses files in version 5 of the format.
+void compile(const fs::path& folder, const char* program, const char* optimisation,
+             const RunOptions& options, const TerminationGuard& guard) {
+  compileProgram(folder / "driver.c", folder / program,
+                 {options.compiler, {optimisation, "-gdwarf-4", "-g1"}, options.timeout}, guard);
+}
+
+// Where a program crashed that was run with these arguments. Optimisation moves code to other
+// lines, so the program is compiled without it and run again, which leads to the same crash.
+std::vector<SourcePlace> placesOfCrash(const refhost::SourceManager& sources,
+                                       const TemporaryFolder& temporary,
+                                       std::vector<std::string> arguments,
+                                       const RunOptions& options, const TerminationGuard& guard) {
+  const std::string report = temporary.read("crash");
+  if (report.empty()) return {};
+  const fs::path plain = temporary.path() / "plain";
+  const fs::path optimised = std::exchange(arguments.front(), plain);
+  try {
+    compile(temporary.path(), "plain", "-O0", options, guard);
+    if (runProcess(arguments, guard, options.timeout).end == ProcessResult::End::Signalled) {
+      return crashPlaces(sources, plain, temporary.read("crash"), guard);
+    }
+  } catch (const Failure&) {
+    // What the optimised program tells is still worth showing.
+  }
+  return crashPlaces(sources, optimised, report, guard);
+}
+
 // Runs the program. False, with a message, when it did not run to its end.
 bool execute(const refhost::Session& session, const TemporaryFolder& temporary,
              const RunOptions& options, std::int64_t scans, std::uint32_t clock, Watch& watch,
@@ -51,10 +79,11 @@ bool execute(const refhost::Session& session, const TemporaryFolder& temporary,
   add("clock", std::to_string(clock));
   add("retained", folder / "retained");
   add("crash", folder / "crash");
+  if (!options.stimulus.empty()) add("stimulus", folder / "stimulus");
+  const std::vector<std::string> quickArguments = arguments;
   watch.start(guard);
   const ProcessWatch watched{watch.records(), options.realtime};
   if (watched.records != nullptr) add("trace", std::to_string(ProcessWatch::kRecords));
-  if (!options.stimulus.empty()) add("stimulus", folder / "stimulus");
   if (options.realtime) add("realtime", folder / "pace");
 
   // Whether the program gets on can be seen by a trace.
@@ -75,8 +104,8 @@ bool execute(const refhost::Session& session, const TemporaryFolder& temporary,
   } else {
     reason = fmt::format("failed with status {}", result.code);
   }
-  reason += crashText(
-      session, crashPlaces(session.sources(), folder / "program", temporary.read("crash"), guard));
+  reason += crashText(session,
+                      placesOfCrash(session.sources(), temporary, quickArguments, options, guard));
   writeStandardError(fmt::format("velc: the program {}{}\n", reason, quotedOutput(result.output)));
   return false;
 }
@@ -165,9 +194,7 @@ int runTogether(const CommonOptions& common, const RunOptions& options) {
   writeFile(folder.path() / "driver.c",
             driverText(*session, statements, variables, options.traceIo, watched));
   if (!retained.bytes.empty()) writeFile(folder.path() / "retained", retained.bytes);
-  // Line numbers alone cost hardly any time. addr2line confuses files in version 5 of the format.
-  compileProgram(folder.path() / "driver.c", folder.path() / "program",
-                 {options.compiler, {"-O1", "-gdwarf-4", "-g1"}, options.timeout}, guard);
+  compile(folder.path(), "program", "-O1", options, guard);
   const std::int64_t wanted = scansOf(options, stimulated);
   if (!execute(*session, folder, options, wanted, retained.clock, watch, guard)) {
     return kProgramErrors;
