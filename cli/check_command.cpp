@@ -18,7 +18,7 @@ int check(const CommonOptions& common, const CheckOptions& options) {
   const auto session = startSession(common);
   const auto checkProgram = [&](const std::vector<std::string>& files) {
     session->restart();
-    return analyse(*session, report, files) ? kSuccess : kProgramErrors;
+    return analyse(*session, report, files, true) ? kSuccess : kProgramErrors;
   };
   const int code =
       options.each ? forEachFile(options.files, checkProgram) : checkProgram(options.files);

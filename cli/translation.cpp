@@ -40,19 +40,20 @@ void refuseSourceAsOutput(const std::vector<std::string>& sources, const std::st
   }
 }
 
-bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files) {
+bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files,
+             bool tests) {
   std::optional<Progress> progress("analysing");
   for (const std::string& file : files) loadSource(session.sources(), file);
-  const bool accepted = session.analyse();
+  const bool accepted = session.analyse(tests);
   progress.reset();
   report.add(session, 0, files.size());
   return accepted;
 }
 
 bool analyse(refhost::Session& session, const CommonOptions& common,
-             const std::vector<std::string>& files) {
+             const std::vector<std::string>& files, bool tests) {
   Report report(common);
-  const bool accepted = analyse(session, report, files);
+  const bool accepted = analyse(session, report, files, tests);
   report.finish();
   return accepted;
 }

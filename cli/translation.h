@@ -22,12 +22,13 @@ class Report;
 // Throws Failure if the file `output` is one of the sources.
 void refuseSourceAsOutput(const std::vector<std::string>& sources, const std::string& output);
 
-// Reads and checks the files and prints the diagnostics. False when there are
-// errors; throws Failure for a file that cannot be read.
+// Reads and checks the files, with their unit tests if `tests` says so, and prints the diagnostics.
+// False when there are errors; throws Failure for a file that cannot be read.
 bool analyse(refhost::Session& session, const CommonOptions& common,
-             const std::vector<std::string>& files);
+             const std::vector<std::string>& files, bool tests = false);
 // The same for one of several programs, whose report the caller finishes.
-bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files);
+bool analyse(refhost::Session& session, Report& report, const std::vector<std::string>& files,
+             bool tests = false);
 
 // Translates the files that analyse() has accepted, and prints further diagnostics. Returns
 // nullopt when there are errors.

@@ -94,6 +94,8 @@ constexpr MessageFormat kTaskNeverDue      {0xF00A2, Severity::Error, "The task 
 constexpr MessageFormat kSecondConfiguration{0xF00A3, Severity::Error, "The configuration '%s' already has program instances: there can be no others beside it;"};
 constexpr MessageFormat kNoInstance        {0xF00A4, Severity::Warning, "The PROGRAM '%s' does not run: the configuration has no instance of it;"};
 
+constexpr MessageFormat kOnlyInTests       {0xF0100, Severity::Error, "'%s' can only be called in a TEST, SETUP or TEARDOWN;"};
+
 constexpr MessageFormat kUnknownWarning    {0xF00E0, Severity::Warning, "'%s' is neither the code of a warning nor a group of them;"};
 constexpr MessageFormat kDivisionByZero    {0xF00E1, Severity::Warning, "The division by '%s' gives %s;"};
 constexpr MessageFormat kAlwaysSo          {0xF00E2, Severity::Warning, "'%s' is always %s: a '%s' lies in %s..%s;"};

@@ -12,6 +12,7 @@
 #include "refhost/operator_calls.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/semantics/analyser.h"
+#include "refhost/services/test_functions.h"
 #include "refhost/syntax/parser.h"
 
 namespace refhost {
@@ -56,6 +57,8 @@ struct Session::Impl {
 
   SymbolNames names;   // set by translate()
   std::string header;  // likewise
+  TestTexts tests;     // likewise
+  std::vector<AssertionSite> assertions;
   ValueShapes shapes{names};
 };
 
@@ -83,7 +86,7 @@ void forEachProgram(const Services& services, const SymbolNames& names, Append a
   }
   if (!configuration.instances.empty()) return;
   for (const UnitSymbol* const unit : services.symbols.units()) {
-    if (unit->type() != vel::POUType::Program) continue;
+    if (unit->type() != vel::POUType::Program || unit->instantiated) continue;
     append(Data{unit->name(), *unit, names.of(*unit).data, Retention::Unsaid});
   }
 }
@@ -152,6 +155,8 @@ void Session::restart() {
   impl_->messages.clear();
   impl_->names.clear();
   impl_->shapes.clear();
+  impl_->tests = {};
+  impl_->assertions.clear();
   impl_->services.calls = {};
   impl_->services.configuration = {};
   impl_->services.configured = {};
@@ -193,12 +198,12 @@ std::string Session::unitAt(std::uint32_t file, std::uint32_t line) const {
   return {};
 }
 
-bool Session::analyse() {
+bool Session::analyse(bool tests) {
   for (int file = 0; file < impl_->sources.count(); ++file) {
     parse(impl_->sources, static_cast<std::uint32_t>(file), *impl_->tree, impl_->found);
   }
   Prelude prelude(impl_->sources, *impl_->tree, impl_->found);
-  Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run();
+  Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run(tests);
   return impl_->publish(0);
 }
 
@@ -210,6 +215,8 @@ std::string Session::translate(const TranslationOptions& options) {
                     options.header);
   std::string text = writer.text();
   if (options.lines) text = withOwnLines(text, options.fileName);
+  impl_->tests = writer.tests();
+  impl_->assertions = writer.assertions();
   impl_->header = options.header.empty() ? "" : writer.headerText();
   if (!impl_->emitted(first)) text.clear();
   return text;
@@ -225,6 +232,33 @@ std::vector<TranslatedFile> Session::translateSplit(bool lines) {
   return files;
 }
 
+TestProgram Session::tests() const {
+  TestProgram program;
+  program.fixtures = impl_->tests.fixtures;
+  for (const TestTexts::Test& test : impl_->tests.tests) {
+    const ASTNode& title = *test.unit->node->leaf(Unit::kName);
+    LiteralValue name;
+    parseLiteral(vel::TreeBuilder::source(title), name);
+    program.tests.push_back(
+        {name.text, rangeOf(title), setupFunction(impl_->services, impl_->names, test.unit->outer),
+         impl_->names.of(*test.unit).name,
+         test.teardown != nullptr ? impl_->names.of(*test.teardown).name : std::string(),
+         test.text});
+  }
+  for (const AssertionSite& site : impl_->assertions) {
+    Assertion assertion{rangeOf(*site.call), std::string(site.call->testFunction()->name), {}};
+    const ASTNode& list = *site.call->parameters();
+    for (int i = 0; i < site.call->testFunction()->operands(); ++i) {
+      const auto index = static_cast<std::size_t>(i);
+      const bool shown = index < site.shown.size();
+      assertion.operands.push_back(
+          {rangeOf(*list.leaf(i)), shown ? impl_->shapes.of(site.shown[index]) : nullptr});
+    }
+    program.assertions.push_back(std::move(assertion));
+  }
+  return program;
+}
+
 const std::vector<CallEdge>& Session::calls() const { return impl_->services.calls.edges; }
 
 std::vector<Session::Program> Session::programs() const {
@@ -238,7 +272,8 @@ std::vector<Session::Program> Session::programs() const {
   }
   if (!result.empty()) return result;
   for (const UnitSymbol* const unit : impl_->services.symbols.units()) {
-    if (unit->type() == vel::POUType::Program) add(unit->name(), impl_->names.of(*unit));
+    const bool runs = unit->type() == vel::POUType::Program && !unit->instantiated;
+    if (runs) add(unit->name(), impl_->names.of(*unit));
   }
   return result;
 }

@@ -10,6 +10,7 @@
 #include "refhost/diagnostic.h"
 #include "refhost/services/call_graph.h"
 #include "refhost/syntax/source.h"
+#include "refhost/test_program.h"
 #include "refhost/translated_file.h"
 #include "refhost/value_shape.h"
 #include "refhost/warnings.h"
@@ -100,7 +101,9 @@ class Session {
   std::string unitAt(std::uint32_t file, std::uint32_t line) const;
   // Parses and checks all sources. Returns false when there are errors,
   // to which warnings belong if the options say so.
-  bool analyse();
+  // With `tests` the unit tests are checked and translated, too. PROGRAMs take the form in which
+  // tests call them then: the C has their instances in tests and in configurations only.
+  bool analyse(bool tests = false);
   // Those of analyse() by file, line and column, then those of translate(). None is there twice.
   const std::vector<Diagnostic>& messages() const;
 
@@ -113,6 +116,9 @@ class Session {
   // header, for each structure a header; vel_all.h includes them all. None when translate() would
   // return an empty text. With `lines` they have `#line`.
   std::vector<TranslatedFile> translateSplit(bool lines = false);
+
+  // The unit tests, once translate() has run.
+  TestProgram tests() const;
 
   // The call graph, once translate() has run: calls of the program's units and those that the
   // operators record.

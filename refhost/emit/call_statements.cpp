@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "refhost/emit/assertion_writer.h"
 #include "refhost/emit/declarations.h"
 #include "refhost/emit/statement_writer.h"
 
@@ -55,6 +56,10 @@ void StatementWriter::endEnabled(const Call& call, const std::string& flag) {
 }
 
 void StatementWriter::callStatement(const Call& call) {
+  if (call.testFunction() != nullptr) {
+    AssertionWriter(file_, body_, expressions_).write(call);
+    return;
+  }
   const std::string flag = beginEnabled(call);
   if (call.instance != nullptr) {
     instanceCall(call);

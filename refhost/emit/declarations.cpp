@@ -113,9 +113,11 @@ void declareInOrder(const FileContext& file, const InOrder& declare) {
   const SymbolTable& symbols = file.services.symbols;
   for (const auto& owned : symbols.ownedTypes()) visit(visit, owned.get());
   for (const UnitSymbol* const unit : symbols.units()) {
-    visit(visit, unit->fbType());
+    visit(visit, unit->instanceType());
     for (const auto& variable : unit->variables()) visit(visit, variable->dataType());
-    declare.unit(*unit);
+    // A PROGRAM of which tests have instances has been declared with its type.
+    const bool declared = unit->type() == vel::POUType::Program && unit->instanceType() != nullptr;
+    if (!declared) declare.unit(*unit);
   }
   if (const UnitSymbol* const globals = symbols.globals()) {
     for (const auto& variable : globals->variables()) visit(visit, variable->dataType());
@@ -299,7 +301,7 @@ std::string prototypes(FileContext& file) {
     out += prototypes(file, *globals);
   }
   for (const UnitSymbol* const unit : file.services.symbols.units()) {
-    out += prototypes(file, *unit);
+    if (!unit->isTest()) out += prototypes(file, *unit);
   }
   for (const ProgramInstance& instance : file.services.configuration.instances) {
     out += prototypes(file, instance);

@@ -19,6 +19,12 @@ struct FileForm {
   bool lines = false;   // the C names the lines of the sources
 };
 
+// The call of an assertion, and the types in which the values of its operands are shown.
+struct AssertionSite {
+  const Call* call;
+  std::vector<const vel::SymbolDataType*> shown;
+};
+
 struct FileContext {
   // The program must have been analysed. `reports` gets an error for each call for which its
   // operator generates nothing.
@@ -54,7 +60,8 @@ struct FileContext {
   const Effects effects;
   StartValues startValues;
   std::unordered_set<const vel::STOperator*> usedOperators;
-  std::vector<std::string> staticTexts;  // of the used operators, in order of their first calls
+  std::vector<AssertionSite> assertions;  // of unit tests, by their numbers
+  std::vector<std::string> staticTexts;   // of the used operators, in order of their first calls
 };
 
 }  // namespace refhost

@@ -27,10 +27,25 @@ std::string FileNames::avoidOperatorName(const std::string& name) const {
   return op != nullptr && op->name == name ? name + "_" : name;
 }
 
+namespace {
+
+// `TEST#3` becomes `test_3`.
+std::string testName(const UnitSymbol& part) {
+  std::string name = part.name();
+  for (char& c : name) c = c == '#' ? '_' : toLower(c);
+  return name;
+}
+
+}  // namespace
+
 void FileNames::nameUnits() {
   const auto& units = services_.symbols.units();
   for (const UnitSymbol* const unit : units) {
+    if (unit->isTest()) continue;
     names_[*unit].name = file_.allocate(avoidOperatorName(unit->name()));
+  }
+  for (const UnitSymbol* const unit : units) {
+    if (unit->isTest()) names_[*unit].name = file_.allocate(testName(*unit));
   }
   nameGlobals();
   for (const UnitSymbol* const unit : units) {
@@ -39,7 +54,7 @@ void FileNames::nameUnits() {
     UnitNames& own = names_[*unit];
     own.init = file_.allocate(own.name + "_init");
     own.body = file_.allocate(own.name + "_body");
-    if (unit->type() == POUType::Program && !unit->instantiated) {
+    if (unit->type() == POUType::Program && (!unit->instantiated || unit->isTest())) {
       own.scan = file_.allocate(own.name + "_scan");
       own.data = file_.allocate(own.name + "_data");
     }

@@ -27,13 +27,14 @@ std::string withCLinkage(const std::string& text);
 // headers may have them, too, and their functions internal, since other files may.
 std::string staticTexts(const FileContext& file);
 
-// Calls `write` for each unit, callees before callers as far as their kinds tell.
+// Calls `write` for each unit but the parts of tests, callees before callers as far as their kinds
+// tell.
 template <typename Write>
 void forEachUnit(const SymbolTable& symbols, const Write& write) {
   for (const vel::POUType type :
        {vel::POUType::Function, vel::POUType::FunctionBlock, vel::POUType::Program}) {
     for (const UnitSymbol* const unit : symbols.units()) {
-      if (unit->type() == type) write(*unit);
+      if (unit->type() == type && !unit->isTest()) write(*unit);
     }
   }
 }

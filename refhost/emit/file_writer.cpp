@@ -30,6 +30,8 @@ std::string FileWriter::text() {
   if (symbols.globals() != nullptr) appendUnit(file_, *symbols.globals(), units);
   forEachUnit(symbols, [&](const UnitSymbol& unit) { appendUnit(file_, unit, units); });
   ConfigurationWriter(file_).append(units);
+  // Before the static texts are written, to which the calls in the tests add.
+  tests_ = TestWriter(file_).texts();
   std::string out(kMark);
   out += file_.shared ? fmt::format("#include \"{}\"\n", header_)
                       : runtimeInclusion(file_.services.memory);

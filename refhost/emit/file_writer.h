@@ -4,6 +4,7 @@
 #include <string>
 
 #include "refhost/emit/file_context.h"
+#include "refhost/emit/test_writer.h"
 
 namespace refhost {
 
@@ -20,6 +21,9 @@ class FileWriter {
   std::string text();
   // The header, after text().
   std::string headerText();
+  // The unit tests, which are no part of that file. Complete once text() has run.
+  const TestTexts& tests() const { return tests_; }
+  const std::vector<AssertionSite>& assertions() const { return file_.assertions; }
 
  private:
   std::string declarations();
@@ -27,6 +31,7 @@ class FileWriter {
   SymbolNames& names_;
   FileContext file_;
   const std::string header_;
+  TestTexts tests_;
 };
 
 }  // namespace refhost

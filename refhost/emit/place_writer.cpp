@@ -60,7 +60,9 @@ Place PlaceWriter::of(const Expr& expr) {
   }
   const auto* const member = asVariable(expr.symbol);
   if (member == nullptr) return {};
+  if (member->isLocated()) return of(*member);
   Place place = of(base).member(file_.names.of(*member));
+  if (member->placedByInstance) return Place::ofLocated(file_.names, *member, place.text);
   if (member->indirect && !isTextType(member->dataType())) place.kind = Kind::Pointed;
   return place;
 }
@@ -153,12 +155,19 @@ Place PlaceWriter::named(const Expr& expr) {
   // The default of an input or a member may name a constant of the unit, which is not in scope
   // here.
   if (variable->constant && variable->initial != nullptr && variable->owner != body_.unit &&
-      variable->owner != file_.services.symbols.globals()) {
+      !isShared(*variable)) {
     Place value;
     expressions_.operand(*variable->initial, value.text);
     return value;
   }
   return of(*variable);
+}
+
+// True of a variable in an object of the file: a global one, or one of the SETUP of a test.
+bool PlaceWriter::isShared(const VarSymbol& variable) const {
+  const UnitSymbol* const owner = variable.owner;
+  if (owner == file_.services.symbols.globals()) return owner != nullptr;
+  return owner != nullptr && owner != body_.unit && owner->node->testPart == TestPart::Setup;
 }
 
 Place PlaceWriter::element(const Expr& expr) {
@@ -231,7 +240,7 @@ Place PlaceWriter::of(const VarSymbol& variable) {
   const vel::SymbolDataType* const type = variable.dataType();
   const bool indirect =
       !isTextType(type) && asOpenArray(type) == nullptr && (variable.indirect || output);
-  if (variable.owner == file_.services.symbols.globals()) {
+  if (isShared(variable)) {
     return {indirect ? Kind::Pointed : Kind::Object,
             file_.names.of(*variable.owner).data + "." + file_.names.of(variable)};
   }

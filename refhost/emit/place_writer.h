@@ -51,6 +51,7 @@ class PlaceWriter {
 
  private:
   Place named(const Expr& expr);
+  bool isShared(const VarSymbol& variable) const;
   Place element(const Expr& expr);
   std::string indexText(const Expr& expr, const ArrayType& array);
   // `whole` is the array in C.

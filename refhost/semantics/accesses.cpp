@@ -130,7 +130,8 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
   // An in-out parameter refers to a variable of the caller, which is valid during the call only.
   const bool visible =
       member != nullptr &&
-      (member->role == Role::Member || (member->isParameter() && member->role != Role::InOut));
+      (member->role == Role::Member || (member->isParameter() && member->role != Role::InOut) ||
+       parts_.tests.sees(*member));
   if (!visible) {
     const auto* const instance = dynamic_cast<const InstanceType*>(base.dataType);
     if (context_.mayMiss(instance != nullptr ? instance->unit : context_.unit)) return nullptr;
@@ -141,6 +142,7 @@ vel::SymbolDataType* Expressions::typeMember(Expr& expr) {
     return nullptr;
   }
   expr.symbol = member;
+  if (parts_.tests.sees(*member)) ++member->uses;
   return member->dataType();
 }
 

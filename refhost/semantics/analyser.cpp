@@ -2,11 +2,12 @@
 
 namespace refhost {
 
-void Analyser::run() {
+void Analyser::run(bool tests) {
   Declarations& declarations = parts_.declarations;
   SymbolTable& symbols = context_.services.symbols;
   context_.broken = context_.messages.hasErrors();
   declarations.declareUnits();
+  if (tests) parts_.tests.declare();
   parts_.configurations.declare();
   // A unit of the prelude that the program names is appended to the units while they are analysed.
   const std::vector<UnitSymbol*>& units = symbols.units();
@@ -20,6 +21,7 @@ void Analyser::run() {
   if (UnitSymbol* const globals = symbols.globals()) analyseUnit(*globals);
   parts_.configurations.analyseConfigurations();
   parts_.configuredPlaces.analyse(!context_.broken);
+  if (tests) parts_.tests.enterInstances();
   for (std::size_t i = 0; i < units.size(); ++i) analyseUnit(*units[i]);
   parts_.sizes.checkUnits();
   parts_.doubts.judgeVariables();

@@ -11,7 +11,8 @@ class Analyser {
   Analyser(Services& services, Tree& tree, Prelude& prelude, Diagnostics& messages)
       : context_(services, tree, prelude, messages), parts_(context_) {}
 
-  void run();
+  // With `tests` the unit tests are analysed, too, and PROGRAMs take the form that these need.
+  void run(bool tests);
 
  private:
   void analyseUnit(UnitSymbol& unit);

@@ -9,6 +9,7 @@
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/parts.h"
 #include "refhost/services/standard_functions.h"
+#include "refhost/services/test_functions.h"
 
 namespace refhost {
 
@@ -39,10 +40,15 @@ vel::SymbolDataType* Calls::analyseCall(Call& call, const Type* wanted) {
     call.accepted = call.dataType != nullptr;
     return call.dataType;
   }
+  if (call.testFunction() != nullptr) {
+    parts_.tests.callFunction(call);
+    return nullptr;
+  }
   if (equalIgnoringCase(name, "REF")) return callReference(call);
   const bool known =
       variable != nullptr || services_.symbols.find(std::string(name), {}, Symbol::All) != nullptr;
   if (variable != nullptr && variable->dataType() == nullptr) return nullptr;
+  if (parts_.tests.refusesMock(call)) return nullptr;
   Remarks* const said =
       sayUnknown(*call.leaf(0), known ? message::kNotCallable : message::kUnknownName, name);
   if (said != nullptr && !known) parts_.suggestions.addCallee(*said, call, name);
@@ -67,8 +73,10 @@ const Callee& Calls::calleeNamed(const char* name) {
       standard != nullptr ? services_.symbols.unit(name) : parts_.declarations.unitNamed(name);
   if (unit != nullptr && unit->type() == vel::POUType::Function) {
     callee.function = unit;
-  } else {
+  } else if (standard != nullptr) {
     callee.standard = standard;
+  } else {
+    callee.test = testFunction(name);
   }
   return callee;
 }

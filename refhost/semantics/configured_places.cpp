@@ -86,7 +86,7 @@ void ConfiguredPlaces::analyse(bool complete) {
   }
   const bool configured = !services_.configuration.instances.empty();
   for (const UnitSymbol* const unit : symbols.units()) {
-    const bool isRoot = unit->type() == vel::POUType::Program && !configured;
+    const bool isRoot = unit->type() == vel::POUType::Program && !configured && !unit->isTest();
     if (isRoot) reportMissing(unit, *unit, unit->name(), 0);
   }
   if (symbols.globals() != nullptr) reportMissing(symbols.globals(), *symbols.globals(), {}, 0);

@@ -120,7 +120,10 @@ void Declarations::makeGlobals() {
 
 bool Declarations::declaresVariable(std::string_view name) const {
   bool found = false;
-  for (const UnitSymbol* const unit : {services_.symbols.globals(), context_.unit}) {
+  const UnitSymbol* const outer = context_.unit != nullptr ? context_.unit->outer : nullptr;
+  const UnitSymbol* const own = context_.unit;
+  for (const UnitSymbol* const unit :
+       {static_cast<const UnitSymbol*>(services_.symbols.globals()), outer, own}) {
     if (unit == nullptr) continue;
     forEachDeclaration(*unit, [&](const VarBlock&, const VarDecl& declaration) {
       for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {

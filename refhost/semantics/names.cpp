@@ -13,7 +13,7 @@ namespace refhost {
 using vel::TreeBuilder;
 
 VarSymbol* Names::variableNamed(std::string_view name) {
-  VarSymbol* const own = context_.unit != nullptr ? context_.unit->variable(name) : nullptr;
+  VarSymbol* const own = context_.unit != nullptr ? context_.unit->visible(name) : nullptr;
   if (own != nullptr) return own;
   const auto ahead = constantsAhead_.find(name);
   return ahead != constantsAhead_.end() && ahead->second != nullptr ? ahead->second.get()
@@ -56,17 +56,20 @@ NamedValue* Names::valueNamed(const Expr& expr) const {
         dynamic_cast<const EnumType*>(services_.symbols.dataType(text.substr(0, mark)));
     return type != nullptr ? type->value(text.substr(mark + 1)) : nullptr;
   }
-  if (context_.unit != nullptr) {
-    const auto local = context_.unit->namedValues.find(text);
-    if (local != context_.unit->namedValues.end()) return local->second;
+  for (const UnitSymbol* unit = context_.unit; unit != nullptr; unit = unit->outer) {
+    const auto local = unit->namedValues.find(text);
+    if (local != unit->namedValues.end()) return local->second;
   }
   if (NamedValue* const value = services_.symbols.namedValue(text)) return value;
   return equalIgnoringCase(text, "NULL") ? services_.symbols.null() : nullptr;
 }
 
 bool Names::hasAmbiguous() const {
-  return services_.symbols.hasAmbiguous() ||
-         (context_.unit != nullptr && !context_.unit->namedValues.empty());
+  bool own = false;
+  for (const UnitSymbol* unit = context_.unit; unit != nullptr; unit = unit->outer) {
+    own = own || !unit->namedValues.empty();
+  }
+  return own || services_.symbols.hasAmbiguous();
 }
 
 bool Names::isAmbiguous(const vel::ASTNode& node) {
@@ -74,9 +77,9 @@ bool Names::isAmbiguous(const vel::ASTNode& node) {
   if (static_cast<const Expr&>(node).kind != ExprKind::Variable) return false;
   const std::string_view name = TreeBuilder::source(node);
   if (variableNamed(name) != nullptr) return false;
-  if (context_.unit != nullptr) {
-    const auto local = context_.unit->namedValues.find(name);
-    if (local != context_.unit->namedValues.end()) return local->second == nullptr;
+  for (const UnitSymbol* unit = context_.unit; unit != nullptr; unit = unit->outer) {
+    const auto local = unit->namedValues.find(name);
+    if (local != unit->namedValues.end()) return local->second == nullptr;
   }
   return services_.symbols.isAmbiguous(name);
 }

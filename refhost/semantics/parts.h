@@ -17,6 +17,7 @@
 #include "refhost/semantics/standard_calls.h"
 #include "refhost/semantics/statements.h"
 #include "refhost/semantics/suggestions.h"
+#include "refhost/semantics/tests.h"
 #include "refhost/semantics/types.h"
 
 namespace refhost {
@@ -38,7 +39,8 @@ struct Parts {
         configurations(context, *this),
         sizes(context, *this),
         suggestions(context, *this),
-        doubts(context, *this) {}
+        doubts(context, *this),
+        tests(context, *this) {}
 
   Names names;
   Types types;
@@ -56,6 +58,7 @@ struct Parts {
   Sizes sizes;
   Suggestions suggestions;
   Doubts doubts;
+  Tests tests;
 };
 
 }  // namespace refhost

@@ -83,7 +83,10 @@ void Suggestions::add(Remarks& said, const SourceRange& where, const Spelling& s
 
 template <typename Accepts>
 void Suggestions::offerVariables(Spelling& spelling, Accepts accepts) const {
-  for (const UnitSymbol* const owner : {context_.unit, services_.symbols.globals()}) {
+  const UnitSymbol* const unit = context_.unit;
+  const UnitSymbol* const outer = unit != nullptr ? unit->outer : nullptr;
+  for (const UnitSymbol* const owner :
+       {unit, outer, static_cast<const UnitSymbol*>(services_.symbols.globals())}) {
     if (owner == nullptr) continue;
     for (const auto& variable : owner->variables()) {
       if (variable->role != Role::EdgeState && accepts(*variable)) spelling.offer(variable->name());
@@ -269,7 +272,8 @@ void Suggestions::addMember(Remarks& said, const SourceRange& where, std::string
     for (const auto& variable : instance->unit->variables()) {
       const bool target = context_.sought == Sought::Place || context_.sought == Sought::WholePlace;
       // Outputs are not written from outside.
-      const bool fits = variable->isParameter() && variable->role != Role::InOut;
+      const bool fits = (variable->isParameter() && variable->role != Role::InOut) ||
+                        parts_.tests.sees(*variable);
       if (fits && !(target && variable->role == Role::Output)) spelling.offer(variable->name());
     }
   } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {

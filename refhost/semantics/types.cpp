@@ -75,7 +75,8 @@ ResolvedType Types::resolveName(const TypeSpec& spec) {
   const auto declared = declaredTypes_.find(spec.name);
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
   parts_.declarations.unitNamed(spec.name);
-  Type* const type = services_.symbols.dataType(spec.name);
+  Type* type = services_.symbols.dataType(spec.name);
+  if (type == nullptr) type = parts_.tests.programType(spec.name);
   if (type == nullptr) {
     const bool standard = isUnsupportedType(spec.name);
     Remarks* const said =

@@ -130,7 +130,7 @@ void Doubts::judgeVariable(const VarSymbol& variable, const UnitSymbol& unit) {
   if (!own || !known || variable.constant || variable.uses > variable.writes) return;
   const bool kept = !temporary && unit.type() != vel::POUType::Function;
   if (variable.uses == 0) {
-    const bool set = kept && unit.type() == vel::POUType::Program;
+    const bool set = kept && unit.type() == vel::POUType::Program && !unit.isTest();
     say(*variable.declared, set ? message::kUnusedInProgram : message::kNeverUsed, variable.name());
   } else if (!kept) {
     say(*variable.declared, message::kNeverRead, variable.name());

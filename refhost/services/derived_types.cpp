@@ -197,7 +197,9 @@ bool isWritable(const Expr& place) {
   }
   if (place.kind != ExprKind::Member) return isWritable(base);
   if (variable == nullptr || variable->reference) return variable != nullptr;
-  return variable->role == Role::Member ? isWritable(base) : variable->role == Role::Input;
+  if (variable->role == Role::Member) return isWritable(base);
+  // Only tests can name a local variable of an instance.
+  return variable->role == Role::Input || (variable->role == Role::Local && !variable->constant);
 }
 
 bool isReadOnly(const Expr& place) {

@@ -13,7 +13,7 @@ namespace {
 // Finds members too: `timer.Q`.
 VarSymbol* findVariable(const UnitSymbol* unit, std::string_view name) {
   std::size_t dot = name.find('.');
-  VarSymbol* variable = unit != nullptr ? unit->variable(name.substr(0, dot)) : nullptr;
+  VarSymbol* variable = unit != nullptr ? unit->visible(name.substr(0, dot)) : nullptr;
   while (variable != nullptr && dot != std::string_view::npos) {
     name.remove_prefix(dot + 1);
     dot = name.find('.');
@@ -76,9 +76,10 @@ Symbol* SymbolTable::find(std::string_view name, std::string_view scope, Symbol:
     if (VarSymbol* const variable = findVariable(globals(), name)) return variable;
   }
   if (wanted(Symbol::Typed)) {
-    const UnitSymbol* const within = unit(scope);
-    const auto local = within != nullptr ? within->namedValues.find(name) : namedValues_.end();
-    if (within != nullptr && local != within->namedValues.end()) return local->second;
+    for (const UnitSymbol* within = unit(scope); within != nullptr; within = within->outer) {
+      const auto local = within->namedValues.find(name);
+      if (local != within->namedValues.end()) return local->second;
+    }
     if (NamedValue* const value = namedValue(name)) return value;
   }
   if (wanted(Symbol::DataType)) {

@@ -126,10 +126,18 @@ class UnitSymbol final : public vel::SymbolPOU {
   UnitSymbol(vel::InternalInterface* ii, Unit* unit)
       : SymbolPOU(ii, unit->name(), unit->type(), nullptr), node(unit) {
     if (type() == vel::POUType::FunctionBlock) {
-      instanceType_ = std::make_unique<InstanceType>(name(), this);
-      fbType_ = instanceType_.get();
+      fbType_ = makeInstanceType();
     }
   }
+
+  // The type of its instances: of those of a PROGRAM only tests have any.
+  InstanceType* makeInstanceType() {
+    if (instanceType_ == nullptr) instanceType_ = std::make_unique<InstanceType>(name(), this);
+    return instanceType_.get();
+  }
+  // Null when there are none.
+  const InstanceType* instanceType() const { return instanceType_.get(); }
+  bool isTest() const { return node->testPart != TestPart::None; }
 
   // Null when the name is taken; then the caller keeps the variable.
   VarSymbol* addVariable(std::unique_ptr<VarSymbol>&& variable) {
@@ -143,14 +151,20 @@ class UnitSymbol final : public vel::SymbolPOU {
     const auto found = byName_.find(name);
     return found != byName_.end() ? found->second : nullptr;
   }
+  // The same for a variable of the SETUP, too.
+  VarSymbol* visible(std::string_view name) const {
+    VarSymbol* const own = variable(name);
+    return own == nullptr && outer != nullptr ? outer->variable(name) : own;
+  }
   // In order of declaration.
   const std::vector<std::unique_ptr<VarSymbol>>& variables() const { return variables_; }
 
   Unit* const node;
-  VarSymbol* result = nullptr;  // of a function, null if it returns no value
-  bool storesEnabled = false;   // contains a call that stores its ENO
-  bool standard = false;        // from the prelude
-  bool instantiated = false;    // a PROGRAM of which a configuration has instances
+  VarSymbol* result = nullptr;        // of a function, null if it returns no value
+  bool storesEnabled = false;         // contains a call that stores its ENO
+  bool standard = false;              // from the prelude
+  bool instantiated = false;          // a PROGRAM of which a configuration or a test has instances
+  const UnitSymbol* outer = nullptr;  // of a TEST or TEARDOWN: the SETUP of its file, null for none
   // Of anonymous enumerations in its declarations; null for a value of several.
   FoldedMap<NamedValue*> namedValues;
 

@@ -20,6 +20,9 @@ constexpr Construct kConstructs[] = {
     {Token::FUNCTION_BLOCK, Token::END_FUNCTION_BLOCK, 0, Kind::Unit, "END_FUNCTION_BLOCK", ""},
     {Token::TYPE, Token::END_TYPE, 0, Kind::Unit, "END_TYPE", ""},
     {Token::CONFIGURATION, Token::END_CONFIGURATION, 0, Kind::Unit, "END_CONFIGURATION", ""},
+    {Token::TEST, Token::END_TEST, 0, Kind::Unit, "END_TEST", ""},
+    {Token::SETUP, Token::END_SETUP, 0, Kind::Unit, "END_SETUP", ""},
+    {Token::TEARDOWN, Token::END_TEARDOWN, 0, Kind::Unit, "END_TEARDOWN", ""},
     {Token::RESOURCE, Token::END_RESOURCE, 0, Kind::Resource, "END_RESOURCE", ""},
     {Token::VAR, Token::END_VAR, 0, Kind::Variables, "END_VAR", ""},
     {Token::STRUCT, Token::END_STRUCT, 0, Kind::Members, "END_STRUCT", ""},
@@ -98,7 +101,11 @@ bool isOf(int token, TokenRole role, Kind kind) {
 }  // namespace
 
 bool Construct::isProgramUnit() const {
-  return opener == Token::PROGRAM || opener == Token::FUNCTION || opener == Token::FUNCTION_BLOCK;
+  return kind == Kind::Unit && opener != Token::TYPE && opener != Token::CONFIGURATION;
+}
+
+bool Construct::isTestUnit() const {
+  return opener == Token::TEST || opener == Token::SETUP || opener == Token::TEARDOWN;
 }
 
 bool Construct::isLoop() const {

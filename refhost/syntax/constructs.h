@@ -18,8 +18,10 @@ struct Construct {
   std::string_view headerEndName;  // empty for none
 
   std::string_view openerName() const { return closerName.substr(4); }
-  // True of PROGRAM, FUNCTION and FUNCTION_BLOCK.
+  // True of PROGRAM, FUNCTION, FUNCTION_BLOCK and the parts of unit tests.
   bool isProgramUnit() const;
+  // True of TEST, SETUP and TEARDOWN.
+  bool isTestUnit() const;
   // True of FOR, WHILE and REPEAT.
   bool isLoop() const;
   // True if it contains neither statements nor blocks of variables.

@@ -55,6 +55,7 @@ static constexpr Value kNone{nullptr, 0};
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO REFERENCE
 %token MISTAKE_END  // put in where a block begins or ends before the next ';'
 %token NO_TYPE  // inserted for an invalid result type
+%token TEST END_TEST SETUP END_SETUP TEARDOWN END_TEARDOWN
 %token CONFIGURATION END_CONFIGURATION VAR_CONFIG RESOURCE ON END_RESOURCE TASK WITH
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
@@ -80,7 +81,7 @@ static constexpr Value kNone{nullptr, 0};
 %left POWER
 %token NOT
 
-%type <value> string_type unit_name return_type var_blocks var_block var_body var_decl config_decl address
+%type <value> string_type unit_name test_name return_type var_blocks var_block var_body var_decl config_decl address
 %type <value> type_spec simple_type plain_type reference_type part_type struct_type unnamed_type dimension
 %type <value> enum_value string_length initial initial_item repetitions aggregate element field type_declaration struct_declaration
 %type <value> broken_decl broken_member member task statement_list statement block_statement
@@ -126,6 +127,12 @@ unit:
 | TYPE type_declarations type_declaration END_TYPE  { make.typeDeclaration($3); }
 | global_block
 | config_block
+| TEST test_name header_end var_blocks statement_list END_TEST
+    { make.testUnit(@$, TestPart::Test, $2, $4, $5); }
+| SETUP header_end var_blocks statement_list END_SETUP
+    { make.testUnit(@$, TestPart::Setup, make.name(@1), $3, $4); }
+| TEARDOWN header_end var_blocks statement_list END_TEARDOWN
+    { make.testUnit(@$, TestPart::Teardown, make.name(@1), $3, $4); }
 | CONFIGURATION unit_name { make.beginConfiguration($2); } configuration END_CONFIGURATION
 | ';'
 ;
@@ -133,6 +140,11 @@ unit:
 unit_name:
   IDENTIFIER  { $$ = make.name(@1); }
 | error       { $$ = kNone; tokens.resumeInPlace(); }
+;
+
+test_name:
+  LITERAL  { $$ = make.name(@1); }
+| error    { $$ = kNone; tokens.resumeInPlace(); }
 ;
 
 return_type:

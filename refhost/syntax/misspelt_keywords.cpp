@@ -208,6 +208,11 @@ void MisspeltKeywords::suggest(Span found, const ExpectedTokens& expected, Remar
 }
 
 void MisspeltKeywords::offerUnits(Candidates& candidates) {
+  if (queue_.ahead().kind == Kind::LITERAL) candidates.offer({"TEST", Kind::TEST});
+  if (opensVariables(queue_.ahead().kind)) {
+    candidates.offer({"SETUP", Kind::SETUP});
+    candidates.offer({"TEARDOWN", Kind::TEARDOWN});
+  }
   if (queue_.ahead().kind != Kind::IDENTIFIER) return;
   const int behind = queue_.ahead(2).kind;
   if (behind == '.' || behind == '[') return candidates.offer({"VAR_CONFIG", Kind::VAR_CONFIG});

@@ -18,9 +18,9 @@ void parse(const SourceManager& sources, std::uint32_t file, Tree& tree, Diagnos
   TokenStream tokens(text, errors);
   TreeFactory make(text, file, tree, errors);
   // The result is ignored, since every error is among the messages.
-  const std::size_t before = tree.units.size();
+  const std::size_t before = tree.units.size() + tree.tests.size();
   grammar::Parser(tokens, make, errors).parse();
-  const std::size_t parsed = tree.units.size() - before;
+  const std::size_t parsed = tree.units.size() + tree.tests.size() - before;
   if (errors.declarationsMissing() || parsed != static_cast<std::size_t>(tokens.units())) {
     tree.incomplete = true;
   }

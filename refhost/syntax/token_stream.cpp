@@ -24,6 +24,11 @@ constexpr Keyword kConfigurationWords[] = {{"RESOURCE", Kind::RESOURCE},
                                            {"ON", Kind::ON},
                                            {"TASK", Kind::TASK},
                                            {"WITH", Kind::WITH}};
+constexpr Keyword kTestWords[] = {
+    {"TEST", Kind::TEST}, {"SETUP", Kind::SETUP}, {"TEARDOWN", Kind::TEARDOWN}};
+constexpr Keyword kTestEnds[] = {{"END_TEST", Kind::END_TEST},
+                                 {"END_SETUP", Kind::END_SETUP},
+                                 {"END_TEARDOWN", Kind::END_TEARDOWN}};
 constexpr Keyword kQualifierWords[] = {{"PERSISTENT", Kind::PERSISTENT}};
 constexpr Keyword kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
 
@@ -144,6 +149,7 @@ void TokenStream::takeBinds(Token& token) {
 int TokenStream::kindHere(const Token& token) {
   if (token.kind != Kind::IDENTIFIER) return token.kind;
   const std::string_view text = queue_.textOf(token);
+  if (const int part = testPartHere(text); part != Kind::IDENTIFIER) return part;
   const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
   if (inConfiguration() && !inVariables) return kindOf(text, kConfigurationWords);
   const bool type = last_.kind == ':' || last_.kind == Kind::OF || last_.kind == Kind::TO ||
@@ -156,6 +162,20 @@ int TokenStream::kindHere(const Token& token) {
   }
   if (inVariables && last_.kind == Kind::IDENTIFIER) return kindOf(text, kEdgeWords);
   return token.kind;
+}
+
+// The words of unit tests are keywords where a unit begins, and their ends in such a unit. Within
+// another unit, whose end is missing then, they are told by what follows them.
+int TokenStream::testPartHere(std::string_view text) {
+  if (blocks_.any() && blocks_.begin()->construct->isTestUnit()) {
+    if (const int end = kindOf(text, kTestEnds); end != Kind::IDENTIFIER) return end;
+  }
+  if (last_.kind != 0 && !isStructural(last_.kind)) return Kind::IDENTIFIER;
+  const int part = kindOf(text, kTestWords);
+  if (part == Kind::IDENTIFIER || !blocks_.any()) return part;
+  const int next = queue_.ahead().kind;
+  const bool begins = part == Kind::TEST ? next == Kind::LITERAL : opensVariables(next);
+  return begins ? part : static_cast<int>(Kind::IDENTIFIER);
 }
 
 bool TokenStream::inConfiguration() const {

@@ -64,6 +64,7 @@ class TokenStream {
   void takeWord(Token& token);
   bool isPlainName(const Token& token) const;
   int kindHere(const Token& token);
+  int testPartHere(std::string_view text);
   void takeBinds(Token& token);
   bool inConfiguration() const;
   bool beginsInstance();

@@ -137,6 +137,7 @@ class Literal final : public ::ConstantValue {
 };
 
 struct StandardFunction;
+struct TestFunction;
 class UnitSymbol;
 
 class Argument final : public ASTNode {
@@ -148,12 +149,14 @@ class Argument final : public ASTNode {
   bool negated;  // `NOT name => variable`
 };
 
-// The callee that a name refers to: at most one of operator, standard function and function.
+// The callee that a name refers to: at most one of operator, standard function, function and
+// function of tests.
 struct Callee {
   vel::STOperator* op = nullptr;           // of the plugin
   const OperatorTraits* traits = nullptr;  // of the operator; null without one
   const StandardFunction* standard = nullptr;
   UnitSymbol* function = nullptr;
+  const TestFunction* test = nullptr;
 };
 
 class Call final : public ::Invocation {
@@ -168,7 +171,9 @@ class Call final : public ::Invocation {
   const Callee* callee = nullptr;
   Expr* instance = nullptr;                 // the access to the function block instance
   const TypedConstant* constant = nullptr;  // the value, null if it is not known
-  Expr* operation = nullptr;  // the expression that replaces the call of a standard function
+  // The expression that replaces the call of a standard function, and the comparison that an
+  // assertion makes; null for none.
+  Expr* operation = nullptr;
   // `EN := condition` and `ENO => variable`, which the analysis removes from the parameter list;
   // null if the call omits them.
   Argument* enable = nullptr;
@@ -186,6 +191,7 @@ class Call final : public ::Invocation {
     return callee != nullptr ? callee->standard : nullptr;
   }
   UnitSymbol* function() const { return callee != nullptr ? callee->function : nullptr; }
+  const TestFunction* testFunction() const { return callee != nullptr ? callee->test : nullptr; }
 };
 
 class TypeSpec final : public ASTNode {
@@ -235,6 +241,9 @@ class VarDecl final : public ::VarDeclaration {
   bool binds = false;  // the initial value follows REF=
 };
 
+// The parts of unit tests, which are units of their own.
+enum class TestPart : std::uint8_t { None, Setup, Test, Teardown };
+
 class Unit final : public ::POUDeclaration {
  public:
   static constexpr int kName = 0, kReturnType = 1, kVarBlocks = 2, kBody = 3;
@@ -242,6 +251,7 @@ class Unit final : public ::POUDeclaration {
   Unit(const char* name, vel::POUType type) : POUDeclaration(astType(NodeKind::Unit), name, type) {}
 
   bool incomplete = false;  // it has parts that are not supported, which may declare names
+  TestPart testPart = TestPart::None;
 };
 
 // A task or a program instance.
@@ -303,6 +313,7 @@ class Tree {
 
   // In source order.
   std::vector<Unit*> units;
+  std::vector<Unit*> tests;  // each SETUP, TEST and TEARDOWN, with a number in its name
   std::vector<Node*> types;  // TypeDecl nodes
   std::vector<VarBlock*> globals;
   std::vector<VarBlock*> configured;   // VAR_CONFIG, whose variables are named by an Expr

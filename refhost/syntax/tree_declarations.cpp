@@ -1,11 +1,16 @@
 // Nodes of types, declarations, units and configurations.
 #include <array>
 #include <iterator>
+#include <string>
 
 #include "hostkit/folding.h"
 #include "refhost/syntax/tree_factory.h"
 
 namespace refhost {
+
+namespace {
+constexpr Value kNone{nullptr, 0};
+}
 
 Value TreeFactory::namedType(Span span) {
   return finish(tree_.make<TypeSpec>(vel::ASTType::NamedTypeSpec, tree_.intern(textOf(span))), span,
@@ -138,6 +143,28 @@ void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value retur
   const Value leaves[] = {unitName, returnType, blocks, body};
   link(node, span, leaves, std::size(leaves));
   tree_.units.push_back(node);
+}
+
+// A SETUP keeps its variables, which those of the TESTs see; the others are called like functions.
+void TreeFactory::testUnit(Span span, TestPart part, Value title, Value blocks, Value body) {
+  if (part == TestPart::Test && title.node != nullptr) {
+    const std::string_view text = vel::TreeBuilder::source(*title.node);
+    if (text.front() != '\'' && text.front() != '"') {
+      errors_.syntax(spanOf(title), "the name of a TEST is a string");
+      title = kNone;
+    }
+  }
+  if (title.node == nullptr) title = name({span.begin, span.begin});
+  const bool setup = part == TestPart::Setup;
+  const char* const word = setup ? "SETUP" : part == TestPart::Test ? "TEST" : "TEARDOWN";
+  const std::string numbered = word + ('#' + std::to_string(tree_.tests.size()));
+  auto* node = tree_.make<Unit>(tree_.intern(numbered),
+                                setup ? vel::POUType::Program : vel::POUType::Function);
+  node->incomplete = errors_.isIncomplete();
+  node->testPart = part;
+  const Value leaves[] = {title, kNone, blocks, body};
+  link(node, span, leaves, std::size(leaves));
+  tree_.tests.push_back(node);
 }
 
 void TreeFactory::configured(Value block) {

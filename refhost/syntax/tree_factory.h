@@ -115,6 +115,8 @@ class TreeFactory {
   void configured(Value block);
   void unit(Span span, vel::POUType type, Value unitName, Value returnType, Value blocks,
             Value body);
+  // A SETUP, TEST or TEARDOWN; `title` is the name of a TEST, a string, or the word itself.
+  void testUnit(Span span, TestPart part, Value title, Value blocks, Value body);
 
   // Configurations.
   void beginConfiguration(Value configurationName);

@@ -18,9 +18,10 @@ namespace refhost {
 struct Unsupported::Construct {
   enum class Extent : std::uint8_t {
     Word,
-    Names,   // the word and the names, dots and commas after it
-    Closer,  // up to the word `closer`
-    Unit,    // up to the end of the unit
+    Names,      // the word and the names, dots and commas after it
+    Statement,  // up to the next ';'
+    Closer,     // up to the word `closer`
+    Unit,       // up to the end of the unit
   };
 
   std::string_view opener;
@@ -37,6 +38,7 @@ using Kind = grammar::Parser::token;
 constexpr const MessageFormat* kRefused = &message::kNotSupported;
 constexpr const char* kChart = "Sequential function charts (SFC) are";
 constexpr const char* kInstructions = "Instruction lists (IL) are";
+constexpr const char* kMocks = "Mocks (MOCK, STUB) are";
 constexpr const char* kModifiers = "Modifiers of units and variables are";
 
 constexpr std::string_view kTypes[] = {"CHAR",         "WCHAR", "LDATE",         "LTOD",
@@ -91,6 +93,9 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
       {"CAL", Extent::Unit, "", kRefused, kInstructions},
       {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
       {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
+      {"MOCK", Extent::Statement, "", kRefused, kMocks},
+      {"MOCK_FUNCTION", Extent::Statement, "", kRefused, kMocks},
+      {"STUB", Extent::Statement, "", kRefused, kMocks},
       // Access paths do not concern the translation.
       {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
   };
@@ -202,6 +207,9 @@ void Unsupported::skip(Token& token, const Construct& construct) {
       break;
     case Construct::Extent::Names:
       while (isName() && constructOf(queue_.textOf(token)) == nullptr) token = queue_.take();
+      break;
+    case Construct::Extent::Statement:
+      while (token.kind != Kind::YYEOF && !isStructural(token.kind)) token = queue_.take();
       break;
     case Construct::Extent::Unit:
       while (!endsUnit()) token = queue_.take();
