@@ -11,6 +11,7 @@ void addCheckCommand(CommandLine& line);
 void addTranslateCommand(CommandLine& line);
 void addRunCommand(CommandLine& line);
 void addBuildCommand(CommandLine& line);
+void addTestCommand(CommandLine& line);
 void addMemoryCommand(CommandLine& line);
 void addExplainCommand(CommandLine& line);
 void addHelpCommand(CommandLine& line);

@@ -28,6 +28,7 @@ int execute(int argc, char** argv) {
   addTranslateCommand(line);
   addRunCommand(line);
   addBuildCommand(line);
+  addTestCommand(line);
   addMemoryCommand(line);
   addExplainCommand(line);
   addHelpCommand(line);

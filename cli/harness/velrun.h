@@ -14,11 +14,15 @@ typedef struct {
   const vel_run_shape* shape;
 } vel_run_part;
 
+/* How elementary values are compared. */
+enum { VEL_RUN_BYTES, VEL_RUN_F32, VEL_RUN_F64, VEL_RUN_STRING, VEL_RUN_WSTRING };
+
 struct vel_run_shape {
   size_t size;                  /* in bytes, padding included */
   size_t count;                 /* of elements or parts; 1 for an elementary value */
   const vel_run_shape* element; /* of an array; else NULL */
   const vel_run_part* parts;    /* of a structure; else NULL */
+  int kind;                     /* of an elementary value */
 };
 
 /* Gets a variable of this shape. */

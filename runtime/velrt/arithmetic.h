@@ -10,30 +10,38 @@ extern "C" {
 
 /* ---- Integer division ------------------------------------------------------- */
 
+/* With VEL_STRICT a division by zero calls a function that the platform defines. */
+#ifdef VEL_STRICT
+void vel_division_by_zero(void);
+#define VEL_BY_ZERO (vel_division_by_zero(), 0)
+#else
+#define VEL_BY_ZERO 0
+#endif
+
 /* Quotient, rounded towards zero. Division by zero gives 0; the smallest value
  * divided by -1 is itself. */
-static inline i8 vel_div_i8(i8 a, i8 b) { return (i8)(b == 0 ? 0 : a / b); }
-static inline i16 vel_div_i16(i16 a, i16 b) { return (i16)(b == 0 ? 0 : a / b); }
+static inline i8 vel_div_i8(i8 a, i8 b) { return (i8)(b == 0 ? VEL_BY_ZERO : a / b); }
+static inline i16 vel_div_i16(i16 a, i16 b) { return (i16)(b == 0 ? VEL_BY_ZERO : a / b); }
 static inline i32 vel_div_i32(i32 a, i32 b) {
-  return b == 0 ? 0 : b == -1 ? (i32)(0u - (u32)a) : a / b;
+  return b == 0 ? VEL_BY_ZERO : b == -1 ? (i32)(0u - (u32)a) : a / b;
 }
 static inline i64 vel_div_i64(i64 a, i64 b) {
-  return b == 0 ? 0 : b == -1 ? (i64)((u64)0 - (u64)a) : a / b;
+  return b == 0 ? VEL_BY_ZERO : b == -1 ? (i64)((u64)0 - (u64)a) : a / b;
 }
-static inline u8 vel_div_u8(u8 a, u8 b) { return (u8)(b == 0 ? 0 : a / b); }
-static inline u16 vel_div_u16(u16 a, u16 b) { return (u16)(b == 0 ? 0 : a / b); }
-static inline u32 vel_div_u32(u32 a, u32 b) { return b == 0 ? 0 : a / b; }
-static inline u64 vel_div_u64(u64 a, u64 b) { return b == 0 ? 0 : a / b; }
+static inline u8 vel_div_u8(u8 a, u8 b) { return (u8)(b == 0 ? VEL_BY_ZERO : a / b); }
+static inline u16 vel_div_u16(u16 a, u16 b) { return (u16)(b == 0 ? VEL_BY_ZERO : a / b); }
+static inline u32 vel_div_u32(u32 a, u32 b) { return b == 0 ? VEL_BY_ZERO : a / b; }
+static inline u64 vel_div_u64(u64 a, u64 b) { return b == 0 ? VEL_BY_ZERO : a / b; }
 
 /* Remainder, with the sign of `a`. Modulo zero gives 0. */
-static inline i8 vel_mod_i8(i8 a, i8 b) { return (i8)(b == 0 ? 0 : a % b); }
-static inline i16 vel_mod_i16(i16 a, i16 b) { return (i16)(b == 0 ? 0 : a % b); }
-static inline i32 vel_mod_i32(i32 a, i32 b) { return b == 0 || b == -1 ? 0 : a % b; }
-static inline i64 vel_mod_i64(i64 a, i64 b) { return b == 0 || b == -1 ? 0 : a % b; }
-static inline u8 vel_mod_u8(u8 a, u8 b) { return (u8)(b == 0 ? 0 : a % b); }
-static inline u16 vel_mod_u16(u16 a, u16 b) { return (u16)(b == 0 ? 0 : a % b); }
-static inline u32 vel_mod_u32(u32 a, u32 b) { return b == 0 ? 0 : a % b; }
-static inline u64 vel_mod_u64(u64 a, u64 b) { return b == 0 ? 0 : a % b; }
+static inline i8 vel_mod_i8(i8 a, i8 b) { return (i8)(b == 0 ? VEL_BY_ZERO : a % b); }
+static inline i16 vel_mod_i16(i16 a, i16 b) { return (i16)(b == 0 ? VEL_BY_ZERO : a % b); }
+static inline i32 vel_mod_i32(i32 a, i32 b) { return b == 0 ? VEL_BY_ZERO : b == -1 ? 0 : a % b; }
+static inline i64 vel_mod_i64(i64 a, i64 b) { return b == 0 ? VEL_BY_ZERO : b == -1 ? 0 : a % b; }
+static inline u8 vel_mod_u8(u8 a, u8 b) { return (u8)(b == 0 ? VEL_BY_ZERO : a % b); }
+static inline u16 vel_mod_u16(u16 a, u16 b) { return (u16)(b == 0 ? VEL_BY_ZERO : a % b); }
+static inline u32 vel_mod_u32(u32 a, u32 b) { return b == 0 ? VEL_BY_ZERO : a % b; }
+static inline u64 vel_mod_u64(u64 a, u64 b) { return b == 0 ? VEL_BY_ZERO : a % b; }
 
 /* ---- Complement ------------------------------------------------------------- */
 

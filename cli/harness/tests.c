@@ -1,0 +1,171 @@
+/* What tests call, and the process of one test. test_runner.c starts these processes. */
+#include <setjmp.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <unistd.h>
+
+#include "test_process.h"
+#include "test_records.h"
+#include "velrt/clock.h"
+#include "veltest.h"
+
+#define NONE 0xFFFFFFFFu
+
+static const vel_test_assertion* assertions;
+static int report; /* the pipe to which items are written */
+static jmp_buf leave_part;
+static u8 current_part;
+static u64 now; /* in nanoseconds */
+static u32 differing = NONE;
+
+/* ---- The report ----------------------------------------------------------------------------- */
+
+static void put(const void* bytes, size_t size) {
+  const char* next = bytes;
+  while (size > 0) {
+    const ssize_t written = write(report, next, size);
+    if (written <= 0) _exit(EXIT_FAILURE);
+    next += written;
+    size -= (size_t)written;
+  }
+}
+
+static void put_text(const char* text) {
+  const u32 size = text != NULL ? (u32)strlen(text) : NONE;
+  put(&size, sizeof size);
+  if (text != NULL) put(text, size);
+}
+
+static void begin_item(u8 kind) {
+  put(&current_part, 1);
+  put(&kind, 1);
+}
+
+static void put_value(const vel_run_shape* shape, const char* value) {
+  if (shape->parts != NULL) {
+    for (size_t i = 0; i < shape->count; ++i) {
+      put_value(shape->parts[i].shape, value + shape->parts[i].offset);
+    }
+  } else if (shape->element != NULL) {
+    for (size_t i = 0; i < shape->count; ++i) {
+      put_value(shape->element, value + i * shape->element->size);
+    }
+  } else {
+    put(value, shape->size);
+  }
+}
+
+_Noreturn static void fail_with(const char* message) {
+  begin_item(VEL_TEST_MESSAGE);
+  put_text(message);
+  longjmp(leave_part, 1);
+}
+
+_Noreturn void vel_test_fail(u32 assertion, const void* const* operands, const char* text) {
+  begin_item(VEL_TEST_ASSERTION);
+  put(&assertion, sizeof assertion);
+  put(&differing, sizeof differing);
+  put_text(text);
+  for (u32 i = 0; i < assertions[assertion].count; ++i) {
+    put_value(assertions[assertion].shapes[i], operands[i]);
+  }
+  longjmp(leave_part, 1);
+}
+
+/* ---- Comparisons ---------------------------------------------------------------------------- */
+
+static int elementary_differs(const vel_run_shape* shape, const char* left, const char* right) {
+  switch (shape->kind) {
+    case VEL_RUN_F32: {
+      f32 a;
+      f32 b;
+      memcpy(&a, left, sizeof a);
+      memcpy(&b, right, sizeof b);
+      return !(a == b);
+    }
+    case VEL_RUN_F64: {
+      f64 a;
+      f64 b;
+      memcpy(&a, left, sizeof a);
+      memcpy(&b, right, sizeof b);
+      return !(a == b);
+    }
+    case VEL_RUN_STRING:
+      return strncmp(left, right, shape->size) != 0;
+    case VEL_RUN_WSTRING:
+      for (size_t i = 0; i + 1 < shape->size; i += 2) {
+        if (memcmp(left + i, right + i, 2) != 0) return 1;
+        if (left[i] == 0 && left[i + 1] == 0) break;
+      }
+      return 0;
+    default:
+      return memcmp(left, right, shape->size) != 0;
+  }
+}
+
+/* Counts the elementary values in `number` up to the first one that differs. */
+static int differs(const vel_run_shape* shape, const char* left, const char* right, u32* number) {
+  if (shape->parts != NULL) {
+    for (size_t i = 0; i < shape->count; ++i) {
+      const size_t offset = shape->parts[i].offset;
+      if (differs(shape->parts[i].shape, left + offset, right + offset, number)) return 1;
+    }
+    return 0;
+  }
+  if (shape->element != NULL) {
+    for (size_t i = 0; i < shape->count; ++i) {
+      const size_t offset = i * shape->element->size;
+      if (differs(shape->element, left + offset, right + offset, number)) return 1;
+    }
+    return 0;
+  }
+  if (elementary_differs(shape, left, right)) return 1;
+  ++*number;
+  return 0;
+}
+
+u8 vel_test_differs(u32 assertion, const void* left, const void* right) {
+  u32 number = 0;
+  const int differ = differs(assertions[assertion].shapes[0], left, right, &number);
+  differing = differ ? number : NONE;
+  return (u8)differ;
+}
+
+u8 vel_test_near(f64 left, f64 right, f64 tolerance) {
+  const f64 difference = left < right ? right - left : left - right;
+  return left == right || difference <= tolerance;
+}
+
+u8 vel_test_near_time(i64 left, i64 right, i64 tolerance) {
+  const u64 difference = left < right ? (u64)right - (u64)left : (u64)left - (u64)right;
+  return tolerance >= 0 && difference <= (u64)tolerance;
+}
+
+/* ---- Time ----------------------------------------------------------------------------------- */
+
+void vel_test_advance(i64 nanoseconds) {
+  if (nanoseconds < 0) fail_with("ADVANCE_TIME of a negative time");
+  now += (u64)nanoseconds;
+  vel_scan_time = (u32)(now / 1000000);
+}
+
+/* ---- One test ------------------------------------------------------------------------------- */
+
+/* False if it was left before its end. */
+static int run_part(u8 part, void (*function)(void)) {
+  current_part = part;
+  differing = NONE;
+  if (function == NULL) return 1;
+  if (setjmp(leave_part) != 0) return 0;
+  function();
+  return 1;
+}
+
+void vel_test_run(const vel_test* test, const vel_test_assertion* table, int pipe) {
+  assertions = table;
+  report = pipe;
+  if (!run_part(0, test->setup)) return;
+  run_part(1, test->body);
+  run_part(2, test->teardown);
+}

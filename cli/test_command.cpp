@@ -1,0 +1,171 @@
+#include <fmt/format.h>
+#include <fnmatch.h>
+#include <sched.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "cli/commands.h"
+#include "cli/failure.h"
+#include "cli/output_file.h"
+#include "cli/process.h"
+#include "cli/progress.h"
+#include "cli/temporary_folder.h"
+#include "cli/tests/test_build.h"
+#include "cli/tests/test_reports.h"
+#include "cli/tests/test_sources.h"
+#include "cli/translation.h"
+#include "hostkit/folding.h"
+
+namespace velc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Report = std::string (*)(const std::vector<TestResult>&);
+const std::map<std::string, Report> kReports = {
+    {"text", textReport}, {"junit", junitReport}, {"json", jsonReport}, {"tap", tapReport}};
+
+struct TestOptions {
+  std::vector<std::string> files;
+  std::vector<std::string> filters;
+  bool list = false;
+  bool strict = false;
+  unsigned jobs = 0;    // 0: as many as there are processors
+  double timeout = 10;  // seconds of a test
+  std::string format = "text";
+  std::string compiler = "cc";
+  std::string output = "-";
+};
+
+unsigned processors() {
+  cpu_set_t set;
+  CPU_ZERO(&set);
+  const bool known = sched_getaffinity(0, sizeof set, &set) == 0;
+  return known ? static_cast<unsigned>(std::max(CPU_COUNT(&set), 1)) : 1;
+}
+
+// A filter with '*' or '?' is a pattern for the whole title, any other one a part of it.
+bool matches(const std::string& title, const std::string& filter) {
+  if (filter.find_first_of("*?") != std::string::npos) {
+    return fnmatch(filter.c_str(), title.c_str(), FNM_CASEFOLD) == 0;
+  }
+  const auto equal = [](char a, char b) { return hostkit::toLower(a) == hostkit::toLower(b); };
+  return std::search(title.begin(), title.end(), filter.begin(), filter.end(), equal) !=
+         title.end();
+}
+
+void select(std::vector<refhost::TestCase>& tests, const std::vector<std::string>& filters) {
+  if (tests.empty()) throw Failure("there is no TEST to run");
+  if (filters.empty()) return;
+  const auto isOut = [&filters](const refhost::TestCase& test) {
+    return std::none_of(filters.begin(), filters.end(),
+                        [&test](const auto& filter) { return matches(test.title, filter); });
+  };
+  tests.erase(std::remove_if(tests.begin(), tests.end(), isOut), tests.end());
+  if (tests.empty()) throw Failure("no test matches --filter");
+}
+
+std::string listText(const refhost::SourceManager& sources,
+                     const std::vector<refhost::TestCase>& tests) {
+  std::string text;
+  for (const refhost::TestCase& test : tests) {
+    const TestPlace place = placeOf(sources, test.range);
+    text += fmt::format("{}:{}: {}\n", place.file, place.line, test.title);
+  }
+  return text;
+}
+
+std::string readFile(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The records of the tests.
+std::string runTests(const fs::path& folder, const TestOptions& options, unsigned jobs,
+                     const TerminationGuard& guard) {
+  const Progress progress("testing");
+  const auto milliseconds = static_cast<std::int64_t>(options.timeout * 1000);
+  const ProcessResult result =
+      runProcess({folder / "tests", folder / "results", std::to_string(jobs),
+                  std::to_string(milliseconds), options.strict ? "1" : "0"},
+                 guard);
+  if (!result.succeeded()) throw Failure("the tests could not be run: " + result.output);
+  return readFile(folder / "results");
+}
+
+int test(const CommonOptions& common, const TestOptions& options) {
+  const auto session = startSession(common);
+  if (!analyse(*session, common, options.files, true)) return kProgramErrors;
+  const auto text = translateToC(*session, common);
+  if (!text) return kProgramErrors;
+  refhost::TestProgram program = session->tests();
+  select(program.tests, options.filters);
+  if (options.list) {
+    writeStandardOutput(listText(session->sources(), program.tests));
+    return kSuccess;
+  }
+
+  const TerminationGuard guard;
+  const TemporaryFolder folder;
+  setenv("TMPDIR", folder.path().c_str(), 1);
+  writeFile(folder.path() / "program.c", *text);
+  const unsigned jobs = options.jobs != 0 ? options.jobs : processors();
+  // Each file compiles the program again, which pays with many tests only.
+  constexpr std::size_t kTestsOfFile = 100;
+  const std::size_t files = std::min<std::size_t>(jobs, program.tests.size() / kTestsOfFile + 1);
+  std::vector<fs::path> sources;
+  for (const std::string& source : testSources(program, files)) {
+    sources.push_back(folder.path() / fmt::format("tests_{}.c", sources.size()));
+    writeFile(sources.back(), source);
+  }
+  buildTests(folder.path(), sources, {options.compiler, options.strict, false}, guard);
+  const std::string records = runTests(folder.path(), options, jobs, guard);
+  const std::vector<TestResult> results =
+      testResults(*session, program, records, fmt::format("{} s (--timeout)", options.timeout));
+  const std::string report = kReports.at(options.format)(results);
+  if (options.output == "-") {
+    writeStandardOutput(report);
+  } else {
+    writeFile(options.output, report);
+  }
+  return failedTests(results) == 0 ? kSuccess : kProgramErrors;
+}
+
+}  // namespace
+
+void addTestCommand(CommandLine& line) {
+  CLI::App& command = line.addCommand("test", "Run the unit tests of programs");
+  const auto options = std::make_shared<TestOptions>();
+  addSources(command, line.common, options->files);
+  command
+      .add_option("--filter", options->filters,
+                  "Only tests whose names contain this, or match it if it has '*' or '?' "
+                  "(repeatable)")
+      ->type_name("TEXT")
+      ->allow_extra_args(false);
+  command.add_flag("--list", options->list, "Print the tests, and run none");
+  command.add_option("-j,--jobs", options->jobs, "Tests at a time (default: one per processor)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000));
+  command.add_option("--format", options->format, "Form of the results (default: text)")
+      ->check(CLI::IsMember({"text", "junit", "json", "tap"}));
+  command
+      .add_option("-o,--output", options->output, "Where the results go (default: standard output)")
+      ->type_name("FILE");
+  command.add_flag("--strict", options->strict, "A division by zero fails a test");
+  command.add_option("--timeout", options->timeout, "Seconds that a test may take (default: 10)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.001, 1e6));
+  command.add_option("--compiler", options->compiler, "The C compiler")
+      ->type_name("CC")
+      ->capture_default_str();
+  line.setAction(command, options, test);
+}
+
+}  // namespace velc

@@ -1,0 +1,104 @@
+// The XML that continuous integration reads.
+#include <fmt/format.h>
+
+#include <map>
+#include <string_view>
+
+#include "cli/tests/test_reports.h"
+
+namespace velc {
+
+namespace {
+
+using Status = TestResult::Status;
+
+// XML allows no other control characters than these three, not even escaped.
+std::string escaped(const std::string& text) {
+  std::string result;
+  for (const char c : asUtf8(text)) {
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      case '\t':
+      case '\n':
+      case '\r':
+        result += fmt::format("&#{};", static_cast<int>(c));
+        break;
+      default:
+        if (static_cast<unsigned char>(c) >= 0x20) {
+          result += c;
+        } else {
+          result += "\xEF\xBF\xBD";
+        }
+        break;
+    }
+  }
+  return result;
+}
+
+std::string testCase(const TestResult& result) {
+  std::string text = fmt::format(
+      "    <testcase name=\"{}\" classname=\"{}\" file=\"{}\" line=\"{}\" time=\"{:.6f}\"",
+      escaped(result.title), escaped(result.place.file), escaped(result.place.file),
+      result.place.line, result.seconds);
+  if (result.failures.empty()) return text + "/>\n";
+  text += ">\n";
+  const char* const element = result.status == Status::Failed ? "failure" : "error";
+  for (const TestFailure& failure : result.failures) {
+    const std::string summary = summaryOf(failure);
+    text += fmt::format("      <{0} type=\"{1}\" message=\"{2}\">{3}:{4}:{5}: {2}</{0}>\n", element,
+                        statusName(result.status), escaped(summary), escaped(failure.place.file),
+                        failure.place.line, failure.place.column);
+  }
+  return text + "    </testcase>\n";
+}
+
+struct Suite {
+  std::string cases;
+  std::size_t tests = 0;
+  std::size_t failures = 0;
+  std::size_t errors = 0;
+  double seconds = 0;
+
+  void add(const TestResult& result) {
+    cases += testCase(result);
+    ++tests;
+    failures += result.status == Status::Failed ? 1 : 0;
+    errors += result.status != Status::Failed && result.status != Status::Passed ? 1 : 0;
+    seconds += result.seconds;
+  }
+  std::string counts() const {
+    return fmt::format("tests=\"{}\" failures=\"{}\" errors=\"{}\" time=\"{:.6f}\"", tests,
+                       failures, errors, seconds);
+  }
+};
+
+}  // namespace
+
+std::string junitReport(const std::vector<TestResult>& results) {
+  Suite all;
+  std::map<std::string, Suite> files;
+  for (const TestResult& result : results) {
+    files[result.place.file].add(result);
+    all.add(result);
+  }
+  std::string text = fmt::format(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"velc\" {}>\n", all.counts());
+  for (const auto& [file, suite] : files) {
+    text += fmt::format("  <testsuite name=\"{}\" {}>\n{}  </testsuite>\n", escaped(file),
+                        suite.counts(), suite.cases);
+  }
+  return text + "</testsuites>\n";
+}
+
+}  // namespace velc

@@ -1,0 +1,137 @@
+#include "cli/tests/test_reports.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "hostkit/encoding.h"
+
+namespace velc {
+
+namespace {
+
+using Status = TestResult::Status;
+
+std::string at(const TestPlace& place) {
+  return fmt::format("{}:{}:{}", place.file, place.line, place.column);
+}
+
+// A value that is a literal in the source is not repeated.
+std::string valueText(const TestFailure::Value& value) {
+  return value.name == value.value ? value.value : value.name + " = " + value.value;
+}
+
+std::string failureText(const TestFailure& failure, const std::string& indent) {
+  std::string text = fmt::format("{}{}: ", indent, at(failure.place));
+  text += failure.assertion.empty() ? failure.text : failure.assertion;
+  if (!failure.assertion.empty() && !failure.text.empty()) text += ": " + failure.text;
+  if (failure.part != "TEST") text += " (in " + failure.part + ")";
+  for (const TestFailure::Value& value : failure.values) {
+    text += "\n" + indent + "  " + valueText(value);
+  }
+  return text + '\n';
+}
+
+// In TAP a '#' begins a directive.
+std::string escapedTitle(const std::string& title) {
+  std::string text;
+  for (const char c : title) {
+    if (c == '#' || c == '\\') text += '\\';
+    text += c == '\n' || c == '\r' ? ' ' : c;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string asUtf8(const std::string& text) {
+  std::string result;
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    const char first = rest.front();
+    std::string_view character = rest;
+    if (hostkit::takeCharacter(rest)) {
+      character.remove_suffix(rest.size());
+      result.append(character);
+    } else {
+      hostkit::appendUtf8(static_cast<unsigned char>(first), result);
+    }
+  }
+  return result;
+}
+
+std::size_t failedTests(const std::vector<TestResult>& results) {
+  return static_cast<std::size_t>(
+      std::count_if(results.begin(), results.end(),
+                    [](const TestResult& result) { return result.status != Status::Passed; }));
+}
+
+std::string textReport(const std::vector<TestResult>& results) {
+  std::string text;
+  std::string file;
+  for (const TestResult& result : results) {
+    if (result.place.file != file) text += (file = result.place.file) + '\n';
+    text +=
+        fmt::format("  {:<4}  {}\n", result.status == Status::Passed ? "ok" : "FAIL", result.title);
+    for (const TestFailure& failure : result.failures) {
+      text += failureText(failure, "        ");
+    }
+  }
+  const std::size_t failed = failedTests(results);
+  const char* const tests = results.size() == 1 ? "test" : "tests";
+  text += failed == 0 ? fmt::format("{} {} passed\n", results.size(), tests)
+                      : fmt::format("{} of {} {} failed\n", failed, results.size(), tests);
+  return text;
+}
+
+std::string tapReport(const std::vector<TestResult>& results) {
+  std::string text = fmt::format("TAP version 14\n1..{}\n", results.size());
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    const TestResult& result = results[i];
+    text += fmt::format("{}ok {} - {}\n", result.status == Status::Passed ? "" : "not ", i + 1,
+                        escapedTitle(result.title));
+    if (result.failures.empty()) continue;
+    // YAML takes a JSON string for a string.
+    const auto quoted = [](const std::string& value) {
+      return nlohmann::ordered_json(asUtf8(value)).dump();
+    };
+    const TestFailure& first = result.failures.front();
+    text +=
+        fmt::format("  ---\n  status: {}\n  at: {}\n  message: {}\n  ...\n",
+                    statusName(result.status), quoted(at(first.place)), quoted(summaryOf(first)));
+  }
+  return text;
+}
+
+std::string jsonReport(const std::vector<TestResult>& results) {
+  nlohmann::ordered_json tests = nlohmann::ordered_json::array();
+  for (const TestResult& result : results) {
+    nlohmann::ordered_json failures = nlohmann::ordered_json::array();
+    for (const TestFailure& failure : result.failures) {
+      nlohmann::ordered_json values = nlohmann::ordered_json::array();
+      for (const TestFailure::Value& value : failure.values) {
+        values.push_back({{"expression", asUtf8(value.name)}, {"value", asUtf8(value.value)}});
+      }
+      failures.push_back({{"file", asUtf8(failure.place.file)},
+                          {"line", failure.place.line},
+                          {"column", failure.place.column},
+                          {"part", failure.part},
+                          {"assertion", asUtf8(failure.assertion)},
+                          {"text", asUtf8(failure.text)},
+                          {"values", std::move(values)}});
+    }
+    tests.push_back({{"name", asUtf8(result.title)},
+                     {"file", asUtf8(result.place.file)},
+                     {"line", result.place.line},
+                     {"status", statusName(result.status)},
+                     {"seconds", result.seconds},
+                     {"failures", std::move(failures)}});
+  }
+  const nlohmann::ordered_json report = {{"tests", std::move(tests)},
+                                         {"passed", results.size() - failedTests(results)},
+                                         {"failed", failedTests(results)}};
+  return report.dump(2) + '\n';
+}
+
+}  // namespace velc

@@ -1,0 +1,20 @@
+// The forms in which the results of tests are printed.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/tests/test_results.h"
+
+namespace velc {
+
+std::string textReport(const std::vector<TestResult>& results);
+std::string tapReport(const std::vector<TestResult>& results);  // version 14
+std::string jsonReport(const std::vector<TestResult>& results);
+std::string junitReport(const std::vector<TestResult>& results);
+
+std::size_t failedTests(const std::vector<TestResult>& results);
+// `text` as valid UTF-8; in other texts each byte is taken for a character of Latin-1.
+std::string asUtf8(const std::string& text);
+
+}  // namespace velc
