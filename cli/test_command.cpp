@@ -15,6 +15,7 @@
 #include "cli/process.h"
 #include "cli/progress.h"
 #include "cli/temporary_folder.h"
+#include "cli/tests/coverage.h"
 #include "cli/tests/test_build.h"
 #include "cli/tests/test_reports.h"
 #include "cli/tests/test_sources.h"
@@ -41,6 +42,7 @@ struct TestOptions {
   std::string format = "text";
   std::string compiler = "cc";
   std::string output = "-";
+  std::string coverage;  // file; empty for none
 };
 
 unsigned processors() {
@@ -100,9 +102,11 @@ std::string runTests(const fs::path& folder, const TestOptions& options, unsigne
 }
 
 int test(const CommonOptions& common, const TestOptions& options) {
+  if (!options.coverage.empty()) requireCoverage(options.compiler);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files, true)) return kProgramErrors;
-  const auto text = translateToC(*session, common);
+  // The names of the C files themselves are of no use to anybody.
+  const auto text = translateToC(*session, common, {true, "tests.c"});
   if (!text) return kProgramErrors;
   refhost::TestProgram program = session->tests();
   select(program.tests, options.filters);
@@ -120,11 +124,13 @@ int test(const CommonOptions& common, const TestOptions& options) {
   constexpr std::size_t kTestsOfFile = 100;
   const std::size_t files = std::min<std::size_t>(jobs, program.tests.size() / kTestsOfFile + 1);
   std::vector<fs::path> sources;
-  for (const std::string& source : testSources(program, files)) {
+  for (const std::string& source : testSources(program, files, !options.coverage.empty())) {
     sources.push_back(folder.path() / fmt::format("tests_{}.c", sources.size()));
     writeFile(sources.back(), source);
   }
-  buildTests(folder.path(), sources, {options.compiler, options.strict, false}, guard);
+  const bool covers = !options.coverage.empty();
+  const std::vector<fs::path> objects =
+      buildTests(folder.path(), sources, {options.compiler, options.strict, covers}, guard);
   const std::string records = runTests(folder.path(), options, jobs, guard);
   const std::vector<TestResult> results =
       testResults(*session, program, records, fmt::format("{} s (--timeout)", options.timeout));
@@ -133,6 +139,13 @@ int test(const CommonOptions& common, const TestOptions& options) {
     writeStandardOutput(report);
   } else {
     writeFile(options.output, report);
+  }
+  if (covers) {
+    const Coverage coverage =
+        readCoverage(objects, options.compiler, session->sources(), program, guard);
+    writeFile(options.coverage, coverage.tracefile);
+    const bool readable = options.format == "text" && options.output == "-";
+    readable ? writeStandardOutput(coverage.summary) : writeStandardError(coverage.summary);
   }
   return failedTests(results) == 0 ? kSuccess : kProgramErrors;
 }
@@ -157,6 +170,10 @@ void addTestCommand(CommandLine& line) {
       ->check(CLI::IsMember({"text", "junit", "json", "tap"}));
   command
       .add_option("-o,--output", options->output, "Where the results go (default: standard output)")
+      ->type_name("FILE");
+  command
+      .add_option("--coverage", options->coverage,
+                  "Write the lines and branches that the tests execute, as lcov does")
       ->type_name("FILE");
   command.add_flag("--strict", options->strict, "A division by zero fails a test");
   command.add_option("--timeout", options->timeout, "Seconds that a test may take (default: 10)")

@@ -216,6 +216,12 @@ std::string Session::translate(const TranslationOptions& options) {
   std::string text = writer.text();
   if (options.lines) text = withOwnLines(text, options.fileName);
   impl_->tests = writer.tests();
+  if (options.lines) {
+    impl_->tests.fixtures = withOwnLines(impl_->tests.fixtures, options.fileName);
+    for (TestTexts::Test& test : impl_->tests.tests) {
+      test.text = withOwnLines(test.text, options.fileName);
+    }
+  }
   impl_->assertions = writer.assertions();
   impl_->header = options.header.empty() ? "" : writer.headerText();
   if (!impl_->emitted(first)) text.clear();
@@ -256,6 +262,7 @@ TestProgram Session::tests() const {
     }
     program.assertions.push_back(std::move(assertion));
   }
+  for (const Unit* const part : impl_->tree->tests) program.parts.push_back(rangeOf(*part));
   return program;
 }
 

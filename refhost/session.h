@@ -117,7 +117,7 @@ class Session {
   // return an empty text. With `lines` they have `#line`.
   std::vector<TranslatedFile> translateSplit(bool lines = false);
 
-  // The unit tests, once translate() has run.
+  // The unit tests, once translate() has run. What they call the C file itself has no meaning.
   TestProgram tests() const;
 
   // The call graph, once translate() has run: calls of the program's units and those that the

@@ -45,6 +45,7 @@ struct TestProgram {
   std::string fixtures;  // C of SETUP and TEARDOWN, behind that of the program
   std::vector<TestCase> tests;
   std::vector<Assertion> assertions;
+  std::vector<SourceRange> parts;  // each SETUP, TEST and TEARDOWN
 };
 
 }  // namespace refhost

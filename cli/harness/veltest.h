@@ -42,6 +42,7 @@ typedef struct {
   const vel_test_part* parts;
   u32 count;
   const vel_test_assertion* assertions;
+  void (*finish)(void); /* called behind each test, in its process; may be NULL */
 } vel_test_program;
 
 /* ---- Running them -----------------------------------------------------------------------------

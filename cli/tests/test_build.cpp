@@ -45,16 +45,17 @@ std::vector<std::string> flags(const TestBuild& build) {
 
 }  // namespace
 
-void buildTests(const fs::path& folder, const std::vector<fs::path>& sources,
-                const TestBuild& build, const TerminationGuard& guard) {
+std::vector<fs::path> buildTests(const fs::path& folder, const std::vector<fs::path>& sources,
+                                 const TestBuild& build, const TerminationGuard& guard) {
   const Progress progress("compiling");
   std::vector<std::string> link{"-o", folder / "tests"};
+  std::vector<fs::path> objects;
   std::vector<std::future<void>> compilations;
   for (const fs::path& source : sources) {
     std::vector<std::string> arguments = flags(build);
-    const fs::path object = fs::path(source).replace_extension(".o");
-    arguments.insert(arguments.end(), {source, "-o", object});
-    link.push_back(object);
+    objects.push_back(fs::path(source).replace_extension(".o"));
+    arguments.insert(arguments.end(), {source, "-o", objects.back()});
+    link.push_back(objects.back());
     compilations.push_back(
         std::async(std::launch::async, [&build, &guard, arguments = std::move(arguments)] {
           runCompiler(build.compiler, arguments, guard);
@@ -64,6 +65,7 @@ void buildTests(const fs::path& folder, const std::vector<fs::path>& sources,
   link.insert(link.end(), {libraryPath("libvelrun.a"), libraryPath("libvelrt.a"), "-lm"});
   if (build.coverage) link.emplace_back("--coverage");
   runCompiler(build.compiler, link, guard);
+  return objects;
 }
 
 }  // namespace velc

@@ -15,10 +15,11 @@ struct TestBuild {
   bool coverage = false;  // counts what is executed
 };
 
-// Compiles the C files `sources` in `folder`, all of them at once, and links `folder`/tests. Throws
-// Failure when the compiler does not make it.
-void buildTests(const std::filesystem::path& folder,
-                const std::vector<std::filesystem::path>& sources, const TestBuild& build,
-                const TerminationGuard& guard);
+// Compiles the C files `sources` in `folder`, all of them at once, and links `folder`/tests.
+// Returns the object files. Throws Failure when the compiler does not make them.
+std::vector<std::filesystem::path> buildTests(const std::filesystem::path& folder,
+                                              const std::vector<std::filesystem::path>& sources,
+                                              const TestBuild& build,
+                                              const TerminationGuard& guard);
 
 }  // namespace velc

@@ -47,7 +47,8 @@ std::string assertionTable(const refhost::TestProgram& program) {
 
 }  // namespace
 
-std::vector<std::string> testSources(const refhost::TestProgram& program, std::size_t count) {
+std::vector<std::string> testSources(const refhost::TestProgram& program, std::size_t count,
+                                     bool coverage) {
   std::vector<std::string> sources;
   std::string others;
   std::string parts;
@@ -59,12 +60,13 @@ std::vector<std::string> testSources(const refhost::TestProgram& program, std::s
     parts += fmt::format("  {{vel_tests_{}, {}}},\n", part, end - begin);
   }
   sources.front() += assertionTable(program);
+  if (coverage) others += "void __gcov_dump(void);\n";
   sources.front() += fmt::format(
       "\n{}static const vel_test_part vel_test_parts[] = {{\n{}}};\n"
       "\nint main(int argc, char** argv) {{\n"
-      "  static const vel_test_program program = {{vel_test_parts, {}, vel_test_assertions}};\n"
+      "  static const vel_test_program program = {{vel_test_parts, {}, vel_test_assertions, {}}};\n"
       "  return vel_test_main(argc, argv, &program);\n}}\n",
-      others, parts, count);
+      others, parts, count, coverage ? "__gcov_dump" : "NULL");
   return sources;
 }
 

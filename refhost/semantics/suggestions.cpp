@@ -13,6 +13,7 @@
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/parts.h"
 #include "refhost/services/standard_functions.h"
+#include "refhost/services/test_functions.h"
 #include "refhost/spelling.h"
 
 namespace refhost {
@@ -212,6 +213,7 @@ void Suggestions::offerCallees(Spelling& spelling, const Call& call, Accepts tak
     return takes(function.inputs(), function.extensible ? kMany : function.inputs() + 2);
   });
   if (takes(1, 1)) spelling.offer("REF");
+  if (parts_.tests.isInTest()) offerTestFunctions(spelling);
 }
 
 void Suggestions::addCallee(Remarks& said, const Call& call, std::string_view name) {

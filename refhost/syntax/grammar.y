@@ -55,8 +55,8 @@ static constexpr Value kNone{nullptr, 0};
 %token TYPE END_TYPE STRUCT END_STRUCT ARRAY POINTER REF_TO REFERENCE
 %token MISTAKE_END  // put in where a block begins or ends before the next ';'
 %token NO_TYPE  // inserted for an invalid result type
-%token TEST END_TEST SETUP END_SETUP TEARDOWN END_TEARDOWN
 %token CONFIGURATION END_CONFIGURATION VAR_CONFIG RESOURCE ON END_RESOURCE TASK WITH
+%token TEST END_TEST SETUP END_SETUP TEARDOWN END_TEARDOWN
 %token IDENTIFIER "identifier" DIRECT_ADDRESS "direct address"
 %token INTEGER "integer" NUMBER "number" LITERAL "literal"
 %token ASSIGN "':='" BINDS "'REF='" ARROW "'=>'" RANGE "'..'" POWER "'**'"

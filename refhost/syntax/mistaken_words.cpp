@@ -51,7 +51,8 @@ void MistakenWords::joinEnd(Token& token, int previous) {
   }
   const bool apart = word.size() == 3;
   const int next = queue_.ahead().kind;
-  const Construct* const opened = roleOf(next) == TokenRole::Opener ? constructOf(next) : nullptr;
+  const Construct* opened = roleOf(next) == TokenRole::Opener ? constructOf(next) : nullptr;
+  if (next == Kind::IDENTIFIER) opened = constructNamed(queue_.textOf(queue_.ahead()));
   const Construct* const meant = apart ? opened : constructNamed(word.substr(3));
   const bool isName =
       next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous);

@@ -170,7 +170,9 @@ int TokenStream::testPartHere(std::string_view text) {
   if (blocks_.any() && blocks_.begin()->construct->isTestUnit()) {
     if (const int end = kindOf(text, kTestEnds); end != Kind::IDENTIFIER) return end;
   }
-  if (last_.kind != 0 && !isStructural(last_.kind)) return Kind::IDENTIFIER;
+  // Behind PROGRAM and the like it is the name of the unit.
+  const bool name = opensUnit(last_.kind) && !constructOf(last_.kind)->isTestUnit();
+  if (name || (last_.kind != 0 && !isStructural(last_.kind))) return Kind::IDENTIFIER;
   const int part = kindOf(text, kTestWords);
   if (part == Kind::IDENTIFIER || !blocks_.any()) return part;
   const int next = queue_.ahead().kind;
