@@ -13,13 +13,13 @@
 namespace refhost {
 
 inline std::unique_ptr<Session> analysed(const std::string& source, Options options = {},
-                                         const char* file = "test.st") {
+                                         const char* file = "test.st", bool tests = false) {
   options.pluginPath = VELOPS_PLUGIN;
   auto session = std::make_unique<Session>(std::move(options));
   std::string error;
   EXPECT_TRUE(session->start(error)) << error;
   session->sources().add(file, source);
-  session->analyse();
+  session->analyse(tests);
   return session;
 }
 
