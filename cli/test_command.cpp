@@ -102,6 +102,9 @@ std::string runTests(const fs::path& folder, const TestOptions& options, unsigne
 }
 
 int test(const CommonOptions& common, const TestOptions& options) {
+  for (const std::string& output : {options.output, options.coverage}) {
+    refuseSourceAsOutput(options.files, output);
+  }
   if (!options.coverage.empty()) requireCoverage(options.compiler);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files, true)) return kProgramErrors;
