@@ -73,10 +73,23 @@ void Tests::refuseParameters(const Unit& node) {
 
 void Tests::enterInstances() {
   if (tree_.tests.empty()) return;
+  for (const UnitSymbol* const unit : services_.symbols.units()) {
+    if (partOf(unit) == TestPart::Setup) refuseOpenPlaces(*unit);
+  }
   for (UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() != vel::POUType::Program) continue;
     unit->instantiated = true;
     unit->node->kind = kKindOfInstances;
+  }
+}
+
+// VAR_CONFIG does not reach into tests.
+void Tests::refuseOpenPlaces(const UnitSymbol& setup) {
+  for (const auto& variable : setup.variables()) {
+    const bool open = variable->openAddress != nullptr ||
+                      services_.configured.open.countIn(variable->dataType()) != 0;
+    if (!open || variable->declared == nullptr || variable->indirect) continue;
+    say(*variable->declared, message::kNotSupported, "Open addresses (AT %Q*) in tests are");
   }
 }
 

@@ -33,6 +33,7 @@ class Tests : public Part {
     return unit != nullptr ? unit->node->testPart : TestPart::None;
   }
   void refuseParameters(const Unit& node);
+  void refuseOpenPlaces(const UnitSymbol& setup);
   bool takesOperands(const Call& call);
   void analyseComparison(Call& call);
   void analyseCondition(Call& call);

@@ -49,7 +49,7 @@ PARTS = {
                               "refhost/syntax refhost/basis hostkit core/interfaces host"),
     "refhost/emit": Part(r"refhost/emit/.*", "refhost/semantics refhost/services refhost/syntax "
                          "refhost/basis hostkit core/interfaces host"),
-    "refhost/session": Part(r"refhost/(session|value_shape)\..*",
+    "refhost/session": Part(r"refhost/(session|test_program|value_shape)\..*",
                             "refhost/emit refhost/semantics refhost/prelude refhost/services "
                             "refhost/syntax refhost/basis hostkit core/interfaces host"),
     # Generated programs are built on other machines.
@@ -59,7 +59,7 @@ PARTS = {
     # A tool of the build, which reads the plugin's table.
     "cli/operator_order": Part(r"cli/operator_order\.cpp", "core hostkit"),
     "cli": Part(r"cli/.*", "refhost/session refhost/syntax refhost/basis hostkit runtime "
-                "core/interfaces host"),
+                "cli/harness core/interfaces host"),
 }
 
 
