@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <cstring>
+#include <future>
+#include <utility>
 
 #include "cli/failure.h"
 #include "cli/paths.h"
@@ -20,40 +22,84 @@ std::string quotedOutput(const std::string& output) {
   return output.empty() ? "" : ":\n" + output.substr(0, output.find_last_not_of('\n') + 1);
 }
 
-void compileProgram(const fs::path& source, const fs::path& program, const Compilation& compilation,
-                    const TerminationGuard& guard) {
-  const std::string& compiler = compilation.compiler;
-  const Progress progress("compiling");
+namespace {
+
+std::vector<std::string> flagsOf(const Compilation& compilation) {
   // Otherwise compilers leave out code that uses a null pointer, and the program goes on.
-  std::vector<std::string> arguments{compiler, "-std=gnu11", "-fno-delete-null-pointer-checks",
-                                     "-I" + includeFolder().native()};
-  arguments.insert(arguments.end(), compilation.flags.begin(), compilation.flags.end());
-  arguments.insert(arguments.end(), {"-o", program, source, libraryPath("libvelrun.a"),
-                                     libraryPath("libvelrt.a"), "-lm"});
-  const bool clang = fs::path(compiler).filename().native().find("clang") != std::string::npos;
+  std::vector<std::string> flags{"-std=gnu11", "-fno-delete-null-pointer-checks",
+                                 "-I" + includeFolder().native()};
+  flags.insert(flags.end(), compilation.flags.begin(), compilation.flags.end());
+  const bool clang =
+      fs::path(compilation.compiler).filename().native().find("clang") != std::string::npos;
   if (clang) {
     // Unlike gcc, clang allows only 256 levels of brackets unless it is told otherwise, and leaves
     // out loops that have no effect, although they may never end.
-    arguments.insert(arguments.end(), {"-fbracket-depth=10000", "-fno-finite-loops"});
+    flags.insert(flags.end(), {"-fbracket-depth=10000", "-fno-finite-loops"});
   } else {
     // The analysis of pointers takes gcc a time that grows with the square of a unit's string
     // statements.
-    arguments.push_back("-fno-tree-pta");
+    flags.emplace_back("-fno-tree-pta");
   }
-  const ProcessResult result = runProcess(arguments, guard, compilation.timeout);
-  if (result.succeeded()) {
-    if (fs::exists(program)) return;
+  return flags;
+}
+
+// Makes `result`.
+void runCompiler(std::vector<std::string> arguments, const fs::path& result,
+                 const Compilation& compilation, const TerminationGuard& guard) {
+  const std::string& compiler = compilation.compiler;
+  arguments.insert(arguments.begin(), compiler);
+  arguments.insert(arguments.end(), {"-o", result});
+  const ProcessResult process = runProcess(arguments, guard, compilation.timeout);
+  if (process.succeeded()) {
+    if (fs::exists(result)) return;
     throw Failure(fmt::format("the C compiler '{}' made no program", compiler));
   }
-  if (result.end == ProcessResult::End::TimedOut) {
+  if (process.end == ProcessResult::End::TimedOut) {
     throw Failure(fmt::format("the C compiler '{}' did not end within {} s (--timeout)", compiler,
                               compilation.timeout.count()));
   }
   throw Failure(fmt::format("the C compiler '{}' failed with {}{}", compiler,
-                            result.end == ProcessResult::End::Signalled
-                                ? signalText(result.code)
-                                : fmt::format("status {}", result.code),
-                            quotedOutput(result.output)));
+                            process.end == ProcessResult::End::Signalled
+                                ? signalText(process.code)
+                                : fmt::format("status {}", process.code),
+                            quotedOutput(process.output)));
+}
+
+void addLibraries(std::vector<std::string>& arguments) {
+  arguments.insert(arguments.end(), {libraryPath("libvelrun.a"), libraryPath("libvelrt.a"), "-lm"});
+}
+
+}  // namespace
+
+void compileProgram(const fs::path& source, const fs::path& program, const Compilation& compilation,
+                    const TerminationGuard& guard) {
+  const Progress progress("compiling");
+  std::vector<std::string> arguments = flagsOf(compilation);
+  arguments.push_back(source);
+  addLibraries(arguments);
+  runCompiler(std::move(arguments), program, compilation, guard);
+}
+
+std::vector<fs::path> compileParts(const std::vector<fs::path>& sources, const fs::path& program,
+                                   const Compilation& compilation, const TerminationGuard& guard) {
+  const Progress progress("compiling");
+  std::vector<fs::path> objects;
+  std::vector<std::future<void>> compilations;
+  for (const fs::path& source : sources) {
+    objects.push_back(fs::path(source).replace_extension(".o"));
+    std::vector<std::string> arguments = flagsOf(compilation);
+    arguments.insert(arguments.end(), {"-c", source});
+    compilations.push_back(std::async(
+        std::launch::async, [&, object = objects.back(), arguments = std::move(arguments)] {
+          runCompiler(arguments, object, compilation, guard);
+        }));
+  }
+  for (std::future<void>& part : compilations) part.get();
+  std::vector<std::string> arguments = flagsOf(compilation);
+  arguments.insert(arguments.end(), objects.begin(), objects.end());
+  addLibraries(arguments);
+  runCompiler(std::move(arguments), program, compilation, guard);
+  return objects;
 }
 
 }  // namespace velc

@@ -21,6 +21,12 @@ struct Compilation {
 void compileProgram(const std::filesystem::path& source, const std::filesystem::path& program,
                     const Compilation& compilation, const TerminationGuard& guard);
 
+// The same of several C files, which are compiled at once. Returns their object files.
+std::vector<std::filesystem::path> compileParts(const std::vector<std::filesystem::path>& sources,
+                                                const std::filesystem::path& program,
+                                                const Compilation& compilation,
+                                                const TerminationGuard& guard);
+
 // "signal 11 (Segmentation fault)".
 std::string signalText(int signal);
 // What a program printed, for the end of a message: on lines of its own, if it is any.

@@ -3,20 +3,19 @@
 #include <sched.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 #include "cli/commands.h"
+#include "cli/compilation.h"
+#include "cli/crash_places.h"
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/process.h"
 #include "cli/progress.h"
 #include "cli/temporary_folder.h"
 #include "cli/tests/coverage.h"
-#include "cli/tests/test_build.h"
 #include "cli/tests/test_reports.h"
 #include "cli/tests/test_sources.h"
 #include "cli/translation.h"
@@ -83,22 +82,30 @@ std::string listText(const refhost::SourceManager& sources,
   return text;
 }
 
-std::string readFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+Compilation compilationOf(const TestOptions& options) {
+  // The time of a test is mostly that of its compilation.
+  std::vector<std::string> flags{"-O0", "-gdwarf-4", "-g1"};
+  if (options.strict) flags.emplace_back("-DVEL_STRICT");
+  // Units that no test calls count, too.
+  if (!options.coverage.empty()) {
+    flags.insert(flags.end(), {"--coverage", "-fkeep-static-functions"});
+  }
+  constexpr std::chrono::seconds kLeast{60};
+  const std::chrono::seconds given(static_cast<std::int64_t>(options.timeout));
+  return {options.compiler, std::move(flags), std::max(given, kLeast)};
 }
 
 // The records of the tests.
-std::string runTests(const fs::path& folder, const TestOptions& options, unsigned jobs,
+std::string runTests(const TemporaryFolder& folder, const TestOptions& options, unsigned jobs,
                      const TerminationGuard& guard) {
   const Progress progress("testing");
   const auto milliseconds = static_cast<std::int64_t>(options.timeout * 1000);
   const ProcessResult result =
-      runProcess({folder / "tests", folder / "results", std::to_string(jobs),
+      runProcess({folder.path() / "tests", folder.path() / "results", std::to_string(jobs),
                   std::to_string(milliseconds), options.strict ? "1" : "0"},
                  guard);
   if (!result.succeeded()) throw Failure("the tests could not be run: " + result.output);
-  return readFile(folder / "results");
+  return folder.read("results");
 }
 
 int test(const CommonOptions& common, const TestOptions& options) {
@@ -120,7 +127,7 @@ int test(const CommonOptions& common, const TestOptions& options) {
 
   const TerminationGuard guard;
   const TemporaryFolder folder;
-  setenv("TMPDIR", folder.path().c_str(), 1);
+  folder.takeTemporaryFiles();
   writeFile(folder.path() / "program.c", *text);
   const unsigned jobs = options.jobs != 0 ? options.jobs : processors();
   // Each file compiles the program again, which pays with many tests only.
@@ -131,19 +138,21 @@ int test(const CommonOptions& common, const TestOptions& options) {
     sources.push_back(folder.path() / fmt::format("tests_{}.c", sources.size()));
     writeFile(sources.back(), source);
   }
-  const bool covers = !options.coverage.empty();
   const std::vector<fs::path> objects =
-      buildTests(folder.path(), sources, {options.compiler, options.strict, covers}, guard);
-  const std::string records = runTests(folder.path(), options, jobs, guard);
-  const std::vector<TestResult> results =
-      testResults(*session, program, records, fmt::format("{} s (--timeout)", options.timeout));
+      compileParts(sources, folder.path() / "tests", compilationOf(options), guard);
+  const std::string records = runTests(folder, options, jobs, guard);
+  const auto places = [&](std::string_view report) {
+    return crashPlaces(session->sources(), folder.path() / "tests", report, guard);
+  };
+  const std::vector<TestResult> results = testResults(
+      *session, program, records, fmt::format("{} s (--timeout)", options.timeout), places);
   const std::string report = kReports.at(options.format)(results);
   if (options.output == "-") {
     writeStandardOutput(report);
   } else {
     writeFile(options.output, report);
   }
-  if (covers) {
+  if (!options.coverage.empty()) {
     const Coverage coverage =
         readCoverage(objects, options.compiler, session->sources(), program, guard);
     writeFile(options.coverage, coverage.tracefile);

@@ -32,7 +32,7 @@ _velc() {
     case $command in
       '') offered=$commands ;;
       operators) offered=$("$velc" operators 2>/dev/null) ;;
-      check | translate | run | build)
+      check | translate | run | build | test)
         if [[ $previous == -W || $previous == --warn || $previous == --no-warn ]]; then
           # Of the topics, groups of warnings and codes.
           offered="all $("$velc" explain 2>/dev/null | sed -nE 's/^(0x[0-9A-F]+|[a-z-]+) .*/\1/p')"

@@ -13,8 +13,12 @@
 #include <time.h>
 #include <unistd.h>
 
+#include "crash.h"
 #include "test_process.h"
 #include "test_records.h"
+
+/* How long a test that is late may take to report where it is. */
+#define GRACE 1000000000u
 
 typedef struct {
   pid_t id; /* 0 for none */
@@ -34,6 +38,7 @@ static struct {
   u32 jobs;
   u64 limit; /* of a test, in nanoseconds */
   int strict;
+  const char* results_path;
 } runner;
 
 static u64 clock_now(void) {
@@ -55,6 +60,13 @@ static void die(const char* what) {
 
 void vel_division_by_zero(void) { raise(SIGFPE); }
 
+/* The file in which a process reports where it crashed. */
+static const char* crash_path(const process* child) {
+  static char path[4096];
+  snprintf(path, sizeof path, "%s.%u", runner.results_path, (u32)(child - runner.processes));
+  return path;
+}
+
 static void start(process* child, u32 test) {
   int ends[2];
   if (pipe(ends) != 0) die("pipe");
@@ -64,6 +76,7 @@ static void start(process* child, u32 test) {
   if (child->id < 0) die("fork");
   if (child->id == 0) {
     close(ends[0]);
+    vel_crash_report(crash_path(child));
     if (runner.strict) feenableexcept(FE_DIVBYZERO);
     vel_test_run(test_at(test), runner.program->assertions, ends[1]);
     if (runner.program->finish != NULL) runner.program->finish();
@@ -90,6 +103,15 @@ static int read_report(process* child) {
   return count > 0;
 }
 
+static void write_crash(const process* child, int crashed) {
+  char places[1024];
+  FILE* const file = crashed ? fopen(crash_path(child), "rb") : NULL;
+  const u32 size = file != NULL ? (u32)fread(places, 1, sizeof places, file) : 0;
+  if (file != NULL) fclose(file);
+  fwrite(&size, sizeof size, 1, runner.results);
+  fwrite(places, 1, size, runner.results);
+}
+
 static void finish(process* child) {
   const u64 time = clock_now() - child->begin;
   const u32 size = (u32)child->size;
@@ -113,6 +135,7 @@ static void finish(process* child) {
   fwrite(&time, sizeof time, 1, runner.results);
   fwrite(&size, sizeof size, 1, runner.results);
   if (size > 0) fwrite(child->report, 1, size, runner.results);
+  write_crash(child, end != VEL_TEST_DONE);
   child->id = 0;
 }
 
@@ -123,13 +146,17 @@ static void wait_for_processes(struct pollfd* events) {
   for (u32 i = 0; i < runner.jobs; ++i) {
     process* const child = runner.processes + i;
     events[i] = (struct pollfd){child->id != 0 ? child->pipe : -1, POLLIN, 0};
-    if (child->id == 0 || child->late) continue;
+    if (child->id == 0) continue;
     const u64 used = now - child->begin;
-    if (used >= runner.limit) {
-      child->late = 1;
+    const u64 allowed = runner.limit + (child->late ? GRACE : 0);
+    if (used < allowed) {
+      if (allowed - used < left) left = allowed - used;
+    } else if (child->late) {
       kill(child->id, SIGKILL);
-    } else if (runner.limit - used < left) {
-      left = runner.limit - used;
+    } else {
+      child->late = 1;
+      kill(child->id, SIGALRM); /* which it reports, see crash.h */
+      left = 0;
     }
   }
   poll(events, runner.jobs, (int)(left / 1000000) + 1);
@@ -143,6 +170,7 @@ static void wait_for_processes(struct pollfd* events) {
 int vel_test_main(int argc, char** argv, const vel_test_program* program) {
   if (argc != 5) return EXIT_FAILURE;
   runner.program = program;
+  runner.results_path = argv[1];
   runner.results = fopen(argv[1], "wb");
   if (runner.results == NULL) die(argv[1]);
   runner.jobs = (u32)strtoul(argv[2], NULL, 10);

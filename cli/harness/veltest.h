@@ -53,8 +53,9 @@ typedef struct {
  *
  * Writes a record of each test to the file RESULTS, in any order: the number of the test (u32), how
  * it ended (u8), the signal that ended it (u8), its time in nanoseconds (u64), the size of its
- * report (u32), and that report. It consists of items: the part of the test (u8, 0 for SETUP, 1
- * TEST, 2 TEARDOWN), the kind (u8) and
+ * report (u32), that report, the size of the report of its crash (u32) and that, see crash.h. Its
+ * own report consists of items: the part of the test (u8, 0 for SETUP, 1 TEST, 2 TEARDOWN), the
+ * kind (u8) and
  *  - VEL_TEST_ASSERTION: the number of the assertion (u32), the number of the first elementary
  *    value that differs, all ones for none (u32), the text (u32 for its size, all ones for none,
  * and the bytes), and the elementary values of the operands in order, without gaps

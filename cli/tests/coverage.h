@@ -18,8 +18,8 @@ struct Coverage {
 // Throws Failure for a compiler whose counters cannot be read.
 void requireCoverage(const std::string& compiler);
 
-// Reads the counters of the object files `objects`, which buildTests() made of C with lines, by the
-// gcov that belongs to `compiler`. The tests themselves do not count.
+// Reads the counters of the object files `objects`, which compileParts() made of C with lines, by
+// the gcov that belongs to `compiler`. The tests themselves do not count.
 Coverage readCoverage(const std::vector<std::filesystem::path>& objects,
                       const std::string& compiler, const refhost::SourceManager& sources,
                       const refhost::TestProgram& tests, const TerminationGuard& guard);

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 
+#include "cli/compilation.h"
 #include "cli/failure.h"
 #include "cli/harness/test_records.h"
 #include "cli/value_parts.h"
@@ -110,9 +111,29 @@ std::string sourceText(const refhost::SourceManager& sources, const refhost::Sou
   return text;
 }
 
-std::string signalText(int signal) {
-  if (signal == SIGFPE) return "division by zero";
-  return fmt::format("crashed with signal {} ({})", signal, strsignal(signal));
+std::string endText(int end, int signal, const std::string& limit) {
+  if (end == VEL_TEST_LATE) return "did not end within " + limit;
+  if (end != VEL_TEST_SIGNALLED) return "ended without a result";
+  return signal == SIGFPE ? "division by zero" : "crashed with " + signalText(signal);
+}
+
+// Adds where a test ended, and from where that was called.
+void addPlaces(const refhost::Session& session, const std::vector<SourcePlace>& places,
+               TestFailure& failure) {
+  constexpr std::size_t kMostCalls = 4;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const std::string& path = session.sources().path(places[i].file);
+    if (i == 0) {
+      const std::string unit = session.unitAt(places[i].file, places[i].line);
+      failure.place = {path, places[i].line, 1};
+      if (!unit.empty()) failure.text += " in " + unit;
+    } else if (i <= kMostCalls) {
+      failure.text += fmt::format("{}{}:{}", i == 1 ? ", called at " : ", ", path, places[i].line);
+    } else {
+      failure.text += ", ...";
+      break;
+    }
+  }
 }
 
 class ReportReader {
@@ -199,7 +220,8 @@ std::string summaryOf(const TestFailure& failure) {
 }
 
 std::vector<TestResult> testResults(refhost::Session& session, const refhost::TestProgram& program,
-                                    std::string_view bytes, const std::string& limit) {
+                                    std::string_view bytes, const std::string& limit,
+                                    const CrashPlaces& places) {
   std::vector<TestResult> results;
   for (const refhost::TestCase& test : program.tests) {
     TestResult result;
@@ -209,12 +231,14 @@ std::vector<TestResult> testResults(refhost::Session& session, const refhost::Te
   }
   ReportReader reader(session, program);
   Reader records(bytes);
+  int crashes = 0;
   for (std::size_t i = 0; i < results.size(); ++i) {
     TestResult& result = results.at(records.number<std::uint32_t>());
     const auto end = records.number<std::uint8_t>();
     const int signal = records.number<std::uint8_t>();
     result.seconds = static_cast<double>(records.number<std::uint64_t>()) / 1e9;
     Reader report(records.take(records.number<std::uint32_t>()));
+    const std::string_view crash = records.take(records.number<std::uint32_t>());
     while (!report.atEnd()) result.failures.push_back(reader.failure(report, result.place));
     if (end == VEL_TEST_DONE) {
       if (!result.failures.empty()) result.status = TestResult::Status::Failed;
@@ -222,10 +246,13 @@ std::vector<TestResult> testResults(refhost::Session& session, const refhost::Te
     }
     result.status =
         end == VEL_TEST_LATE ? TestResult::Status::TimedOut : TestResult::Status::Crashed;
-    std::string text = end == VEL_TEST_LATE        ? "did not end within " + limit
-                       : end == VEL_TEST_SIGNALLED ? signalText(signal)
-                                                   : "ended without a result";
-    result.failures.push_back({result.place, "TEST", "", std::move(text), {}});
+    TestFailure failure;
+    failure.place = result.place;
+    failure.part = "TEST";
+    failure.text = endText(end, signal, limit);
+    constexpr int kMostPlaced = 100;  // each costs a process
+    if (crashes++ < kMostPlaced) addPlaces(session, places(crash), failure);
+    result.failures.push_back(std::move(failure));
   }
   return results;
 }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "cli/crash_places.h"
 #include "refhost/session.h"
 
 namespace velc {
@@ -44,10 +46,14 @@ std::string_view statusName(TestResult::Status status);  // "passed", "failed", 
 // The failure in one line: the text and the assertion with its values.
 std::string summaryOf(const TestFailure& failure);
 
+// Tells the places of a crash by its report, see crashPlaces().
+using CrashPlaces = std::function<std::vector<SourcePlace>(std::string_view report)>;
+
 // Reads the records of the runner, `bytes`. The results are in the order of the tests of `program`.
 // Throws Failure when a record is missing. `limit` is what a test may take, as a text.
 std::vector<TestResult> testResults(refhost::Session& session, const refhost::TestProgram& program,
-                                    std::string_view bytes, const std::string& limit);
+                                    std::string_view bytes, const std::string& limit,
+                                    const CrashPlaces& places);
 TestPlace placeOf(const refhost::SourceManager& sources, const refhost::SourceRange& range);
 
 }  // namespace velc
