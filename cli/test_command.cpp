@@ -27,8 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Report = std::string (*)(const std::vector<TestResult>&);
-const std::map<std::string, Report> kReports = {
+using Form = std::string (*)(const std::vector<TestResult>&);
+const std::map<std::string, Form> kReports = {
     {"text", textReport}, {"junit", junitReport}, {"json", jsonReport}, {"tap", tapReport}};
 
 struct TestOptions {

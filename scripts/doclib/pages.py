@@ -7,6 +7,7 @@ declarations. The blocks after it are made from it:
   ```c static     the C that the operators bring along
   ```text check   the diagnostics; with the word `last`, only the last of them
   ```text run     the values of the variables afterwards
+  ```text test    the results of its unit tests
 
 Further words of such a mark are options for velc: ```text run --scans 2
 """
@@ -73,6 +74,7 @@ KINDS = {
     "text check last": ("check", last_of),
     "text check": ("check", without_summary),
     "text run": ("run", str),
+    "text test": ("test", str),
 }
 
 
@@ -93,7 +95,7 @@ def shown(velc, mark, source):
     done = run_velc(velc, command, shlex.split(mark[len(kind):]), source)
     checks = command == "check"
     output = done.stderr if checks else done.stdout
-    if done.returncode not in ((0, 1) if checks else (0,)) or not output:
+    if done.returncode not in ((0,) if command in ("run", "translate") else (0, 1)) or not output:
         raise Problem(f"velc {command} gives {done.returncode}: {done.stderr or 'nothing'}")
     return extract(output)
 
