@@ -127,7 +127,6 @@ int test(const CommonOptions& common, const TestOptions& options) {
 
   const TerminationGuard guard;
   const TemporaryFolder folder;
-  folder.takeTemporaryFiles();
   writeFile(folder.path() / "program.c", *text);
   const unsigned jobs = options.jobs != 0 ? options.jobs : processors();
   // Each file compiles the program again, which pays with many tests only.

@@ -67,7 +67,7 @@ TEST_F(Velc, ShowsTheValuesOfFailedAssertions) {
 TEST_F(Velc, RunsEachTestByItself) {
   write("plant.st",
         "VAR_GLOBAL made : INT := 1; END_VAR FUNCTION Halved : INT VAR_INPUT a, b : INT; END_VAR "
-        "Halved := a / b; END_FUNCTION FUNCTION Deep : INT VAR_INPUT a : INT; END_VAR Deep := "
+        "Halved := a / b; END_FUNCTION\nFUNCTION Deep : INT VAR_INPUT a : INT; END_VAR Deep := "
         "Deep(a + 1) + 1; END_FUNCTION PROGRAM Gate VAR CONSTANT k : INT := 7; END_VAR VAR open AT "
         "%QX0.1 : BOOL; last AT %MB8 : BYTE; t : TON; runs : INT; END_VAR VAR_INPUT key : BOOL; "
         "END_VAR VAR_OUTPUT done : BOOL; END_VAR t(IN := key AND MEP(key) OR t.IN, PT := T#30ms); "
@@ -94,16 +94,17 @@ TEST_F(Velc, RunsEachTestByItself) {
   write("b.st", "TEST 'anew' ASSERT_EQ(made, 1); END_TEST SETUP ASSERT_LT(made, 1); END_SETUP\n");
   const Outcome outcome = velc("test plant.st a.st b.st --timeout 0.5 -j 3");
   EXPECT_EQ(outcome.code, 1);
-  EXPECT_EQ(brief(outcome.out),
-            "a.st\n  FAIL  program; ASSERT_EQ(made, 2, 'behind'): behind (in TEARDOWN); made = 50; "
-            "2\n  ok    anew\n  ok    returns\n  FAIL  loop; did not end within 0.5 s "
-            "(--timeout)\n  FAIL  pointer; crashed with signal 11 (Segmentation fault)\n  FAIL  "
-            "stack; crashed with signal 11 (Segmentation fault)\n  ok    by zero\n  ok    real by "
-            "zero\n  FAIL  cleanup; ASSERT_EQ(made, 3); made = 2; 3\nb.st\n  FAIL  anew; "
-            "ASSERT_LT(made, 1) (in SETUP); made = 1; 1\n6 of 10 tests failed\n");
+  EXPECT_EQ(
+      brief(outcome.out),
+      "a.st\n  FAIL  program; ASSERT_EQ(made, 2, 'behind'): behind (in TEARDOWN); made = 50; 2\n"
+      "  ok    anew\n  ok    returns\n  FAIL  loop; did not end within 0.5 s (--timeout)\n"
+      "  FAIL  pointer; crashed with signal 11 (Segmentation fault)\n"
+      "  FAIL  stack; crashed with signal 11 (Segmentation fault) in FUNCTION Deep\n"
+      "  ok    by zero\n  ok    real by zero\n  FAIL  cleanup; ASSERT_EQ(made, 3); made = 2; 3\n"
+      "b.st\n  FAIL  anew; ASSERT_LT(made, 1) (in SETUP); made = 1; 1\n6 of 10 tests failed\n");
   EXPECT_EQ(brief(velc("test plant.st a.st --strict --filter zero").out),
-            "a.st\n  FAIL  by zero; division by zero\n  FAIL  real by zero; division by zero\n2 of "
-            "2 tests failed\n");
+            "a.st\n  FAIL  by zero; division by zero in FUNCTION Halved, called at a.st:8\n"
+            "  FAIL  real by zero; division by zero\n2 of 2 tests failed\n");
 }
 
 TEST_F(Velc, ReportsTestsInFormsThatOthersRead) {
@@ -122,7 +123,7 @@ TEST_F(Velc, ReportsTestsInFormsThatOthersRead) {
       <failure type="failed" message="a&#10;&quot;: ASSERT_EQ('é$T', 'x', 'a$N&quot;') where 'é$T' = '$E9$T'">a.st:1:37: a&#10;&quot;: ASSERT_EQ('é$T', 'x', 'a$N&quot;') where 'é$T' = '$E9$T'</failure>
     </testcase>
     <testcase name="gone" classname="a.st" file="a.st" line="1" time>
-      <error type="crashed" message="crashed with signal 11 (Segmentation fault)">a.st:1:82: crashed with signal 11 (Segmentation fault)</error>
+      <error type="crashed" message="crashed with signal 11 (Segmentation fault)">a.st:1:1: crashed with signal 11 (Segmentation fault)</error>
     </testcase>
   </testsuite>
 </testsuites>
@@ -139,7 +140,7 @@ not ok 2 - <b>&\#
 not ok 3 - gone
   ---
   status: crashed
-  at: "a.st:1:82"
+  at: "a.st:1:1"
   message: "crashed with signal 11 (Segmentation fault)"
   ...
 )x");
@@ -153,7 +154,7 @@ not ok 3 - gone
       R"x('a$N\"')","column":37,"file":"a.st","line":1,"part":"TEST","text":"a\n\"",)x"
       R"x("values":[{"expression":"'é$T'","value":"'$E9$T'"},{"expression":"'x'",)x"
       R"x("value":"'x'"}]}],"file":"a.st","line":1,"name":"<b>&#","status":"failed"},)x"
-      R"x({"failures":[{"assertion":"","column":82,"file":"a.st","line":1,"part":"TEST",)x"
+      R"x({"failures":[{"assertion":"","column":1,"file":"a.st","line":1,"part":"TEST",)x"
       R"x("text":"crashed with signal 11 (Segmentation fault)","values":[]}],"file":"a.st",)x"
       R"x("line":1,"name":"gone","status":"crashed"}]})x");
 }
