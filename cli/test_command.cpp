@@ -116,7 +116,7 @@ int test(const CommonOptions& common, const TestOptions& options) {
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files, true)) return kProgramErrors;
   // The names of the C files themselves are of no use to anybody.
-  const auto text = translateToC(*session, common, {true, "tests.c"});
+  const auto text = translateToC(*session, common, {true, "tests.c", {}});
   if (!text) return kProgramErrors;
   refhost::TestProgram program = session->tests();
   select(program.tests, options.filters);

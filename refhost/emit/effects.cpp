@@ -41,8 +41,8 @@ Effects::Effects(const SymbolTable& symbols) {
   std::vector<const vel::Symbol*> found;
   for (const UnitSymbol* const unit : symbols.units()) {
     any_ = any_ || unit->storesEnabled;
-    const bool called = unit->type() != vel::POUType::Program || unit->instanceType() != nullptr;
-    if (!called || unit->isTest()) continue;
+    const bool callable = unit->type() != vel::POUType::Program || unit->instanceType() != nullptr;
+    if (!callable || unit->isTest()) continue;
     const ASTNode& body = *unit->node->leaf(Unit::kBody);
     const bool function = unit->type() == vel::POUType::Function;
     bool effects = reachesOutside(body, *unit);
