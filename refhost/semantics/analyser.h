@@ -12,7 +12,7 @@ class Analyser {
       : context_(services, tree, prelude, messages), parts_(context_) {}
 
   // With `tests` the unit tests are analysed, too, and PROGRAMs take the form that these need.
-  void run(bool tests);
+  void run(bool tests = false);
 
  private:
   void analyseUnit(UnitSymbol& unit);
