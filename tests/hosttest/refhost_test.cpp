@@ -105,7 +105,7 @@ class ReferenceHost final : public hosttest::HostUnderTest {
   refhost::Services services_{0, {}};
   hostkit::PluginLibrary library_;
   refhost::Diagnostics messages_;
-  std::unique_ptr<refhost::SourceManager> sources_;
+  std::unique_ptr<refhost::SourceManager> sources_ = std::make_unique<refhost::SourceManager>();
   std::unique_ptr<refhost::Tree> tree_;
   refhost::SymbolNames names_;
   std::optional<refhost::FileContext> file_;
