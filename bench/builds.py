@@ -68,6 +68,9 @@ class Builds:
         self.run("ninja", "-t", "clean", "-r", "cc")
         (self.folder / "plant").unlink(missing_ok=True)
 
+    def lines(self, files):
+        return sum(path.read_bytes().count(b"\n") for path in self.folder.glob(files))
+
     def edit(self):
         """Changes a constant in a statement of one unit."""
         path = self.folder / "src/block7.st"
@@ -109,7 +112,7 @@ def daemons(folder, count):
 
 
 def measure(build, units):
-    """Rows of a table: what was built, the time by the clock and of processors, the files compiled."""
+    """The lines of C in one file and in several, and rows of a table: what was built, the time by the clock and of processors, the files compiled."""
     rows = []
 
     def row(what, seconds, spent, compiled):
@@ -127,10 +130,11 @@ def measure(build, units):
         include = f"-I{build.resolve()}/include/velops"
         row("`velc translate -o`", *builds.run(*translate, "-o", "one.c")[:2], 0)
         row(f"its C file, gcc `{FLAGS}`", *builds.run("gcc", FLAGS, include, "-c", "one.c")[:2], 1)
-        lines = (builds.folder / "one.c").read_bytes().count(b"\n")
+        in_one = builds.lines("one.c")
 
         configured = {"CC": "gcc"}
         row("`velc translate --split`", *builds.run(*translate, "--split", "gen")[:2], 0)
+        in_parts = builds.lines("gen/*.[ch]")
         row("the same, nothing changed", *builds.run(*translate, "--split", "gen")[:2], 0)
         builds.run("./configure", **configured)
         row("ninja -j2, all", *builds.ninja(2, **configured))
@@ -155,11 +159,11 @@ def measure(build, units):
             shares = [log.read_text().count("COMPILE_OK") for log in logs]
             if min(shares) == 0:
                 raise SystemExit(f"the daemons have compiled {shares} files")
-    return lines, rows
+    return in_one, in_parts, rows
 
 
 if __name__ == "__main__":
-    total, table = measure(pathlib.Path(sys.argv[1]), int(sys.argv[2]))
-    print(f"{total:,} lines of C")
+    in_one, in_parts, table = measure(pathlib.Path(sys.argv[1]), int(sys.argv[2]))
+    print(f"{in_one:,} lines of C in one file, {in_parts:,} in C files and headers")
     for cells in table:
         print("{:45} {:>8} {:>8} {:>6}".format(*cells))

@@ -213,10 +213,11 @@ def scans(build):
 
 
 def large(build):
-    lines, rows = builds.measure(build, units=2000)
+    in_one, in_parts, rows = builds.measure(build, units=2000)
     return [
-        f"A generated library of 2,000 units (`bench/make_library.py`): {lines:,} lines of C as one file, or a"
-        " C file for each unit, which the script of `examples/large/` builds with ninja. *files* are the calls"
+        f"A generated library of 2,000 units (`bench/make_library.py`): {in_one:,} lines of C as one file, or"
+        f" {in_parts:,} in a C file and a header for each unit, which the script of `examples/large/` builds with"
+        " ninja. *files* are the calls"
         " of a C compiler, in seconds by the clock and of the processors, those of the daemons not included."
         " Each was done once. The two distcc daemons run on the same machine, on the cores on which the"
         " program would be compiled without them, so that their row shows what distributing costs; two other"
