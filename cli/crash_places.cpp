@@ -99,7 +99,7 @@ std::string crashText(const refhost::Session& session, const std::vector<SourceP
   std::string text = " at " + placeText(session, inner);
   std::string line = printable(session.sources().line(inner.file, inner.line));
   line.erase(0, line.find_first_not_of(' '));
-  text += "\n  " + line;
+  text += "\n  " + shortened(line);
   for (std::size_t i = 1; i < places.size(); ++i) {
     if (i == kMostShown) return text + "\n  ...";
     text += "\n  called at " + placeText(session, places[i]);

@@ -84,6 +84,11 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+std::string shortened(const std::string& line) {
+  const std::size_t size = hostkit::sizeOfFirst(2 * kAround, line);
+  return size < line.size() ? line.substr(0, size).append(kCut) : line;
+}
+
 std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range,
                     const Colours& colours) {
   const std::string line = printable(sources.line(range.begin));

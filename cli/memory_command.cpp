@@ -29,6 +29,9 @@ BitRange bitsOf(const DeviceMap& map, const vel::HeapAddress& address) {
   return {place * 8, (place + address.unitSize) * 8};
 }
 
+// More than device memory can have, to tell addresses outside of it from other texts.
+constexpr DeviceMap::Sizes kLargest{1u << 28, 1u << 28, 1u << 28};
+
 std::optional<vel::HeapAddress> parsed(const DeviceMap& map, const std::string& text) {
   vel::HeapAddress address;
   if (!map.parse(text, address)) return std::nullopt;
@@ -73,15 +76,25 @@ class LocalRange {
   BitRange bits_;  // empty, at the begin of the area, until an address is added
 };
 
+vel::HeapAddress requireAddress(const DeviceMap& map, bool letters, const std::string& text) {
+  const bool known = parsed(DeviceMap(kLargest), text).has_value();
+  if (known && !letters && text[0] != '%') {
+    throw Failure(fmt::format("'{}' is an address of --notation letters", text));
+  }
+  const auto address = parsed(map, text);
+  if (address) return *address;
+  throw Failure(fmt::format(
+      "'{}' {}", text,
+      known ? "is outside of its area; 'velc memory' shows the areas" : "is no device address"));
+}
+
 std::string localIoText(const DeviceMap& map, bool letters, const Addresses& addresses) {
   const std::uint32_t inputsBegin = map.sizes().m;
   const std::uint32_t outputsBegin = inputsBegin + map.sizes().i;
   LocalRange inputs(letters ? 'X' : 'I', inputsBegin);
   LocalRange outputs(letters ? 'Y' : 'Q', outputsBegin);
   for (const std::string& text : addresses) {
-    const auto address = parsed(map, text);
-    if (!address) throw Failure(fmt::format("'{}' is no device address", text));
-    const BitRange bits = bitsOf(map, *address);
+    const BitRange bits = bitsOf(map, requireAddress(map, letters, text));
     if (bits.begin / 8 < inputsBegin) {
       throw Failure(fmt::format("'{}' is neither an input nor an output", text));
     }

@@ -128,6 +128,10 @@ TEST_F(Velc, TellsWhatIsMisspeltAndWhatThereIs) {
       {"check --", "FILE is required"},
       {"memory %MX0.0", "'%MX0.0' is neither an input nor an output"},
       {"memory %IX0.8", "'%IX0.8' is no device address"},
+      {"memory --memory-inputs 8 %IX8.0",
+       "'%IX8.0' is outside of its area; 'velc memory' shows the areas"},
+      {"memory X5", "'X5' is an address of --notation letters"},
+      {"build x.st -o -", "a program goes to a file, not to standard output"},
       {"explain TONN",
        "'TONN' is neither a word of the language nor an operator, a message or a "
        "group of warnings, did you mean 'TON'?"},
