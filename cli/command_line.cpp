@@ -126,7 +126,7 @@ void addSources(CLI::App& command, CommonOptions& common, std::vector<std::strin
   command
       .add_option_function<std::vector<std::string>>(
           "FILE", [&files](const std::vector<std::string>& named) { files = sourceFiles(named); },
-          "Structured Text; of a folder, all *.st in it; - is standard input")
+          "Structured Text; of a folder, all *.st and *.ST in it; - is standard input")
       ->required();
   command
       .add_option_function<std::string>(
