@@ -29,8 +29,8 @@ struct BuildOptions {
 constexpr const char* kShownFolder = "/velc";
 
 int build(const CommonOptions& common, const BuildOptions& options) {
-  refuseSourceAsOutput(options.files, options.output);
   if (options.output == "-") throw Failure("a program goes to a file, not to standard output");
+  refuseClashes(options.files, {options.output});
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;
   if (session->programs().empty()) throw Failure("there is no PROGRAM to build");

@@ -153,9 +153,9 @@ std::uint64_t reportPace(const fs::path& path) {
 }
 
 int runTogether(const CommonOptions& common, const RunOptions& options) {
-  for (const std::string& output : {options.retained, options.watch.output, options.watch.plot}) {
-    refuseSourceAsOutput(options.files, output);
-  }
+  std::vector<std::string> inputs = options.files;
+  inputs.push_back(options.stimulus);
+  refuseClashes(inputs, {options.retained, options.watch.output, options.watch.plot});
   refuseOtherOutput(options);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;

@@ -109,9 +109,7 @@ std::string runTests(const TemporaryFolder& folder, const TestOptions& options, 
 }
 
 int test(const CommonOptions& common, const TestOptions& options) {
-  for (const std::string& output : {options.output, options.coverage}) {
-    refuseSourceAsOutput(options.files, output);
-  }
+  refuseClashes(options.files, {options.output, options.coverage});
   if (!options.coverage.empty()) requireCoverage(options.compiler);
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files, true)) return kProgramErrors;

@@ -36,13 +36,6 @@ std::string callTreeText(refhost::Session& session) {
 
 namespace fs = std::filesystem;
 
-// Throws Failure for an output that is a source.
-void refuseSources(const TranslateOptions& options) {
-  for (const std::string& output : {options.output, options.header, options.depfile}) {
-    refuseSourceAsOutput(options.files, output);
-  }
-}
-
 // The path of the header from the folder of the C file on.
 std::string pathOfHeader(const TranslateOptions& options) {
   if (options.header.empty()) return {};
@@ -89,7 +82,7 @@ void writeDepfile(const CommonOptions& common, const TranslateOptions& options) 
 }
 
 int translate(const CommonOptions& common, const TranslateOptions& options) {
-  refuseSources(options);
+  refuseClashes(options.files, {options.output, options.header, options.depfile});
   if (!options.depfile.empty() && options.folder.empty() && options.output == "-") {
     throw Failure("--depfile: standard output is no file; give its name with -o");
   }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <filesystem>
+#include <set>
 
 #include "cli/failure.h"
 #include "cli/paths.h"
@@ -31,11 +32,20 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   return session;
 }
 
-void refuseSourceAsOutput(const std::vector<std::string>& sources, const std::string& output) {
-  for (const std::string& source : sources) {
+void refuseClashes(const std::vector<std::string>& inputs,
+                   const std::vector<std::string>& outputs) {
+  namespace fs = std::filesystem;
+  std::set<fs::path> written;
+  for (const std::string& output : outputs) {
     std::error_code missing;
-    if (std::filesystem::equivalent(source, output, missing)) {
-      throw Failure(fmt::format("{} is a source and cannot be the output too", source));
+    if (output.empty() || output == "-" || fs::is_character_file(output, missing)) continue;
+    for (const std::string& input : inputs) {
+      if (fs::equivalent(input, output, missing)) {
+        throw Failure(fmt::format("{} is a source and cannot be the output too", input));
+      }
+    }
+    if (!written.insert(fs::weakly_canonical(fs::absolute(output), missing)).second) {
+      throw Failure(fmt::format("{} cannot be two outputs", output));
     }
   }
 }

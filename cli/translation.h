@@ -19,8 +19,9 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common);
 
 class Report;
 
-// Throws Failure if the file `output` is one of the sources.
-void refuseSourceAsOutput(const std::vector<std::string>& sources, const std::string& output);
+// Throws Failure if one of the files `outputs` is among the inputs or given twice. Empty names, "-"
+// and devices are no files.
+void refuseClashes(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs);
 
 // Reads and checks the files, with their unit tests if `tests` says so, and prints the diagnostics.
 // False when there are errors; throws Failure for a file that cannot be read.

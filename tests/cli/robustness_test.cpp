@@ -68,6 +68,8 @@ constexpr Row kRows[] = {
      "cannot write standard output: Broken pipe"},
     {"(", "check noise.st 2>/dev/full)", 2, ""},
     {"", "run long.st --compiler true", 2, "the C compiler 'true' made no program"},
+    {"", "translate p.st -o q.c --depfile ./q.c", 2, "velc: ./q.c cannot be two outputs\n"},
+    {"", "run p.st --trace x -o q.c --plot q.c", 2, "velc: q.c cannot be two outputs\n"},
     {"", "run p.st --timeout 1 --compiler ./slow", 2,
      "velc: the C compiler './slow' did not end within 1 s (--timeout)\n"},
     {"", "build p.st", 2, "--output is required"},
