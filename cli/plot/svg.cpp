@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "cli/xml.h"
 #include "hostkit/encoding.h"
 
 namespace velc {
@@ -43,18 +44,11 @@ std::string px(double value) {
 std::string svgText(std::string_view text) {
   std::string result;
   for (const char c : text) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      default:
-        result += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+    const char* const entity = xmlEntity(c);
+    if (entity != nullptr) {
+      result += entity;
+    } else {
+      result += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
     }
   }
   return result;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "cli/tests/test_reports.h"
+#include "cli/xml.h"
 
 namespace velc {
 
@@ -16,31 +17,15 @@ using Status = TestResult::Status;
 std::string escaped(const std::string& text) {
   std::string result;
   for (const char c : asUtf8(text)) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      case '\t':
-      case '\n':
-      case '\r':
-        result += fmt::format("&#{};", static_cast<int>(c));
-        break;
-      default:
-        if (static_cast<unsigned char>(c) >= 0x20) {
-          result += c;
-        } else {
-          result += "\xEF\xBF\xBD";
-        }
-        break;
+    const bool allowed = c == '\t' || c == '\n' || c == '\r';
+    if (const char* const entity = xmlEntity(c)) {
+      result += entity;
+    } else if (allowed) {
+      result += fmt::format("&#{};", static_cast<int>(c));
+    } else if (static_cast<unsigned char>(c) < ' ') {
+      result += "\xEF\xBF\xBD";
+    } else {
+      result += c;
     }
   }
   return result;
