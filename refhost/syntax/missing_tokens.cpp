@@ -125,7 +125,8 @@ int TokenStream::missingBeforeLabel(const Token& token) {
   if (!blocks_.isOpen(choice)) return 0;
   const bool sign = token.kind == '-';
   const int first = sign ? queue_.ahead().kind : token.kind;
-  const int next = queue_.ahead(sign ? 2 : 1).kind;
+  const bool qualified = first == Kind::IDENTIFIER && queue_.ahead().kind == '.';
+  const int next = queue_.ahead(qualified ? 3 : sign ? 2 : 1).kind;
   const bool value = first == Kind::INTEGER || first == Kind::NUMBER || first == Kind::LITERAL ||
                      first == Kind::IDENTIFIER;
   const bool label = next == ':' || next == ',' || next == Kind::RANGE;

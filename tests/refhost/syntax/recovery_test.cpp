@@ -73,8 +73,10 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
        "z := 1\n"},
       {"FOR i := 1 TO 2 DO a := 1; END_WHILE z := 1;",
        "2:28 Syntax error: found 'END_WHILE', expected END_FOR;\n", "FOR[a := 1]\nz := 1\n"},
-      {"CASE x OF A: IF b THEN y := 1; B, C: z := 1; END_CASE",
-       "2:32 Syntax error: found 'B', expected END_IF;\n", "[x; A[IF[y := 1]]; B, C[z := 1]]\n"},
+      {"CASE x OF A: IF b THEN y := 1; B, E.C: z := 1; END_CASE",
+       "2:32 Syntax error: found 'B', expected END_IF;\n", "[x; A[IF[y := 1]]; B, E.C[z := 1]]\n"},
+      {"CASE x OF A: IF b THEN y := 1; E.B: z := 1; END_CASE",
+       "2:32 Syntax error: found 'E', expected END_IF;\n", "[x; A[IF[y := 1]]; E.B[z := 1]]\n"},
       {"IF a THEN WHILE b DO c := 1; END_IF; END_WHILE; IF d THEN FOR i := 1 TO 2 DO END_IF END_IF",
        "2:30 Syntax error: found 'END_IF', expected END_WHILE;\n"
        "2:78 Syntax error: found 'END_IF', expected END_FOR;\n",
