@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <future>
 #include <utility>
@@ -22,6 +24,24 @@ std::string quotedOutput(const std::string& output) {
   return output.empty() ? "" : ":\n" + output.substr(0, output.find_last_not_of('\n') + 1);
 }
 
+bool isClang(const std::string& compiler) {
+  const auto hasName = [](const fs::path& path) {
+    return path.filename().native().find("clang") != std::string::npos;
+  };
+  if (hasName(compiler)) return true;
+  const char* const variable = std::getenv("PATH");
+  std::string folders = variable != nullptr ? variable : "";
+  if (compiler.find('/') != std::string::npos) folders = fs::current_path();
+  for (std::size_t at = 0; at <= folders.size();) {
+    const std::size_t end = std::min(folders.find(':', at), folders.size());
+    const fs::path path = fs::path(folders.substr(at, end - at)) / compiler;
+    std::error_code failed;
+    if (fs::exists(path, failed)) return hasName(fs::canonical(path, failed));
+    at = end + 1;
+  }
+  return false;
+}
+
 namespace {
 
 std::vector<std::string> flagsOf(const Compilation& compilation) {
@@ -29,9 +49,7 @@ std::vector<std::string> flagsOf(const Compilation& compilation) {
   std::vector<std::string> flags{"-std=gnu11", "-fno-delete-null-pointer-checks",
                                  "-I" + includeFolder().native()};
   flags.insert(flags.end(), compilation.flags.begin(), compilation.flags.end());
-  const bool clang =
-      fs::path(compilation.compiler).filename().native().find("clang") != std::string::npos;
-  if (clang) {
+  if (isClang(compilation.compiler)) {
     // Unlike gcc, clang allows only 256 levels of brackets unless it is told otherwise, and leaves
     // out loops that have no effect, although they may never end.
     flags.insert(flags.end(), {"-fbracket-depth=10000", "-fno-finite-loops"});

@@ -27,6 +27,9 @@ std::vector<std::filesystem::path> compileParts(const std::vector<std::filesyste
                                                 const Compilation& compilation,
                                                 const TerminationGuard& guard);
 
+// Tells by its name, or by that of the file that it is a link to, as `cc` may be.
+bool isClang(const std::string& compiler);
+
 // "signal 11 (Segmentation fault)".
 std::string signalText(int signal);
 // What a program printed, for the end of a message: on lines of its own, if it is any.

@@ -12,6 +12,7 @@
 enum { MOST_CALLS = 64, STACK_SIZE = 1 << 16 };
 
 static int report;
+static void (*last_action)(void);
 static uint64_t base; /* by which addresses in memory exceed those in the file of the program */
 static char stack[STACK_SIZE];
 
@@ -35,16 +36,18 @@ static _Unwind_Reason_Code write_call(struct _Unwind_Context* context, void* lef
 static void write_report(int number) {
   int left = MOST_CALLS;
   _Unwind_Backtrace(write_call, &left);
+  if (last_action != NULL) last_action();
   raise(number); /* SA_RESETHAND: this ends the program */
 }
 
-void vel_crash_report(const char* path) {
+void vel_crash_report(const char* path, void (*finish)(void)) {
   static const int signals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGALRM};
   const stack_t alternate = {.ss_sp = stack, .ss_size = sizeof stack};
   struct sigaction action = {.sa_handler = write_report,
                              .sa_flags = (int)(SA_RESETHAND | SA_NODEFER | SA_ONSTACK)};
   report = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   if (report < 0) return;
+  last_action = finish;
   dl_iterate_phdr(find_base, NULL);
   sigaltstack(&alternate, NULL);
   sigemptyset(&action.sa_mask);

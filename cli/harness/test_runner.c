@@ -76,9 +76,10 @@ static void start(process* child, u32 test) {
   if (child->id < 0) die("fork");
   if (child->id == 0) {
     close(ends[0]);
-    vel_crash_report(crash_path(child));
+    vel_crash_report(crash_path(child), runner.program->finish);
     if (runner.strict) feenableexcept(FE_DIVBYZERO);
     vel_test_run(test_at(test), runner.program->assertions, ends[1]);
+    signal(SIGALRM, SIG_IGN); /* it has ended: a second call must not interrupt the first */
     if (runner.program->finish != NULL) runner.program->finish();
     _exit(EXIT_SUCCESS);
   }

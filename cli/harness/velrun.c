@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
   const char* const trace = option(options, "trace");
   const char* const stimulus = option(options, "stimulus");
   const char* const realtime = option(options, "realtime");
-  if (crash != NULL) vel_crash_report(crash);
+  if (crash != NULL) vel_crash_report(crash, NULL);
   refreshes = create(argv[2]);
   if (refreshes == NULL) return EXIT_FAILURE;
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "cli/compilation.h"
 #include "cli/failure.h"
 #include "cli/process.h"
 
@@ -113,8 +114,10 @@ std::string fileRecord(const std::string& path, const Lines& lines, Counts& allL
 }  // namespace
 
 void requireCoverage(const std::string& compiler) {
-  if (fs::path(compiler).filename().native().find("clang") == std::string::npos) return;
-  throw Failure("--coverage needs gcc as the --compiler: it reads the counters with gcov");
+  if (!isClang(compiler)) return;
+  throw Failure(fmt::format(
+      "--coverage needs gcc as the --compiler, and '{}' is clang, whose counters gcov cannot read",
+      compiler));
 }
 
 Coverage readCoverage(const std::vector<fs::path>& objects, const std::string& compiler,
