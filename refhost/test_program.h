@@ -39,8 +39,9 @@ struct Assertion {
 //     `operands` points to the values of its operands, null for those without a shape; `text` is
 //     that of the call, null for none
 //   void vel_test_advance(i64 nanoseconds);
-//   u8 vel_test_near(f64 left, f64 right, f64 tolerance), and vel_test_near_time with i64:
-//     whether the first two differ by no more than the third
+//   u8 vel_test_near(f64 left, f64 right, f64 tolerance);
+//   u8 vel_test_near_whole(u8 less, u64 left, u64 right, i64 tolerance);
+//     whether two values differ by no more than the tolerance; `less`: the left one is less
 struct TestProgram {
   std::string fixtures;  // C of SETUP and TEARDOWN, behind that of the program
   std::vector<TestCase> tests;

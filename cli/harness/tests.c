@@ -134,11 +134,11 @@ u8 vel_test_differs(u32 assertion, const void* left, const void* right) {
 
 u8 vel_test_near(f64 left, f64 right, f64 tolerance) {
   const f64 difference = left < right ? right - left : left - right;
-  return left == right || difference <= tolerance;
+  return tolerance >= 0 && (left == right || difference <= tolerance);
 }
 
-u8 vel_test_near_time(i64 left, i64 right, i64 tolerance) {
-  const u64 difference = left < right ? (u64)right - (u64)left : (u64)left - (u64)right;
+u8 vel_test_near_whole(u8 less, u64 left, u64 right, i64 tolerance) {
+  const u64 difference = less ? right - left : left - right;
   return tolerance >= 0 && difference <= (u64)tolerance;
 }
 

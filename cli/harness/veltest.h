@@ -15,9 +15,10 @@ u8 vel_test_differs(u32 assertion, const void* left, const void* right);
 _Noreturn void vel_test_fail(u32 assertion, const void* const* operands, const char* text);
 /* Lets time pass for timers. Leaves the test if it is negative. */
 void vel_test_advance(i64 nanoseconds);
-/* Whether two values differ by no more than the tolerance. */
+/* Whether two values differ by no more than the tolerance. `less` tells whether the left one, which
+ * may have a sign, is less than the right one. */
 u8 vel_test_near(f64 left, f64 right, f64 tolerance);
-u8 vel_test_near_time(i64 left, i64 right, i64 tolerance);
+u8 vel_test_near_whole(u8 less, u64 left, u64 right, i64 tolerance);
 
 /* ---- What the generated program consists of ---------------------------------------------------
  */

@@ -20,6 +20,7 @@ class AssertionWriter {
   std::string hold(const Expr& operand, const vel::SymbolDataType* type);
   // The C condition under which the assertion fails.
   std::string failure(const Call& call, std::size_t number, const std::vector<std::string>& values);
+  std::string nearness(const Call& call, const std::vector<std::string>& values);
   std::string converted(const vel::ASTNode& node, BasicDataType type);
 
   FileContext& file_;

@@ -206,22 +206,34 @@ void Tests::analyseCondition(Call& call) {
   }
 }
 
+// Numbers have a number for a tolerance, durations and points in time a duration.
 void Tests::analyseNear(Call& call) {
+  const TestFunction& function = *call.testFunction();
   ASTNode& list = *call.parameters();
-  const Expr& left = parts_.expressions.analyseLeaf(list, 0);
-  const Expr& right = parts_.expressions.analyseLeaf(list, 1, left.dataType);
-  const Expr& tolerance = parts_.expressions.analyseLeaf(list, 2, left.dataType);
-  const auto fits = [](const Expr& value, const Expr& other) {
-    const BasicDataType type = typeOf(value);
-    const BasicDataType beside = typeOf(other);
-    return type == BasicDataType::None || beside == BasicDataType::None ||
-           (isNumber(type) && isNumber(beside)) || (isDuration(type) && isDuration(beside));
-  };
-  for (const Expr* const other : {&right, &tolerance}) {
-    if (fits(left, *other)) continue;
-    say(call, message::kOperandTypes, call.testFunction()->name, describe(left), describe(*other));
+  Expr& left = parts_.expressions.analyseLeaf(list, 0);
+  Expr& right = parts_.expressions.analyseLeaf(list, 1, left.dataType);
+  Expr& tolerance = parts_.expressions.analyseLeaf(list, 2, left.dataType);
+  for (const Expr* const operand : {&left, &right, &tolerance}) {
+    if (operand->dataType == nullptr) return;
+    if (!isComposite(operand->dataType)) continue;
+    say(*operand, message::kNotSupported,
+        displayName(operand->dataType) + " in " + std::string(function.name) +
+            ", which compares single values, is");
     return;
   }
+  call.operation = tree_.makeBinary(function.comparison, &left, &right);
+  const CommonType common = commonType(*call.operation);
+  const bool numbers = common.kind == CommonType::Kind::Number;
+  const bool times =
+      common.kind == CommonType::Kind::Durations || common.kind == CommonType::Kind::Same;
+  const BasicDataType type = typeOf(tolerance);
+  if ((numbers && isNumber(type)) || (times && isDuration(type))) {
+    TreeBuilder::setSpan(*call.operation, call.pos(), TreeBuilder::source(call));
+    parts_.expressions.analyse(*call.operation);
+    return;
+  }
+  const Expr& other = numbers || times ? tolerance : right;
+  say(call, message::kOperandTypes, function.name, describe(left), describe(other));
 }
 
 void Tests::analyseAdvance(Call& call) {

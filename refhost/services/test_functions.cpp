@@ -23,7 +23,7 @@ constexpr TestFunction kFunctions[] = {
     {"ASSERT_LE", Kind::Comparison, ExprKind::LessEqual, true},
     {"ASSERT_TRUE", Kind::Condition, kNone, true},
     {"ASSERT_FALSE", Kind::Condition, kNone, false},
-    {"ASSERT_NEAR", Kind::Near, kNone, true},
+    {"ASSERT_NEAR", Kind::Near, ExprKind::Less, true},
     {"ADVANCE_TIME", Kind::Advance, kNone, true},
 };
 

@@ -14,13 +14,13 @@ struct TestFunction {
   enum class Kind : std::uint8_t {
     Comparison,  // asserts `comparison` of two operands
     Condition,   // asserts that its operand is `expected`
-    Near,        // asserts that two numbers or durations differ by no more than a third one
+    Near,        // asserts that two numbers or times differ by no more than the third operand
     Advance,     // lets time pass
   };
 
   std::string_view name;
   Kind kind;
-  ExprKind comparison;
+  ExprKind comparison;  // in a Near one of its operands
   bool expected;
 
   // The number of operands, to which an assertion may add a text.

@@ -27,6 +27,17 @@ TEST_F(Velc, ShowsTheValuesOfFailedAssertions) {
       {"ASSERT_NEAR(r, nan, 5)", "ASSERT_NEAR(r, nan, 5); r = 2.0; nan = NaN; 5 = 5.0"},
       {"ASSERT_NEAR(t, LTIME#2s, T#1ms)",
        "ASSERT_NEAR(t, LTIME#2s, T#1ms); t = T#1500ms; LTIME#2s = LTIME#2000000000ns; T#1ms"},
+      {"ASSERT_NEAR(d, D#2024-01-03, T#23h)",
+       "ASSERT_NEAR(d, D#2024-01-03, T#23h); d = D#2024-01-02; D#2024-01-03; T#23h = "
+       "T#82800000ms"},
+      {"ASSERT_NEAR(n, 9_007_199_254_740_992, 1); ASSERT_NEAR(n, 9_007_199_254_740_992, 0)",
+       "ASSERT_NEAR(n, 9_007_199_254_740_992, 0); n = 9007199254740993; 9_007_199_254_740_992 = "
+       "9007199254740992; 0"},
+      {"ASSERT_NEAR(r / 20, 0.1, 0); ASSERT_NEAR(r, 2, -1)",
+       "ASSERT_NEAR(r, 2, -1); r = 2.0; 2 = 2.0; -1 = -1.0"},
+      {"ASSERT_EQ(LREAL#0.1, r / 20)",
+       "ASSERT_EQ(LREAL#0.1, r / 20); LREAL#0.1 = 0.1; r / 20 = 0.10000000149011612"},
+      {"ASSERT_NEQ(lw, LINT#-1)", "ASSERT_NEQ(lw, LINT#-1); lw = -1; LINT#-1 = -1"},
       {"ASSERT_EQ(s, 'ab')", "ASSERT_EQ(s, 'ab'); s = 'abc'; 'ab'"},
       {"ASSERT_EQ(ws, \"x\")", "ASSERT_EQ(ws, \"x\"); ws = \"y\"; \"x\""},
       {"ASSERT_EQ(c, Red)", "ASSERT_EQ(c, Red); c = Green; Red"},
@@ -47,7 +58,8 @@ TEST_F(Velc, ShowsTheValuesOfFailedAssertions) {
       "END_FUNCTION SETUP VAR i : INT := 5; u : UINT := 3; w : WORD := 16#F; r : REAL := 2.0; nan "
       ": REAL; t : TIME := T#1.5s; s : STRING := 'abc'; ws : WSTRING := \"y\"; c : Color := "
       "Green; b : BOOL := TRUE; a, z : ARRAY[1..2, 2..3] OF Pt; p : Pt := (x := 1); ip : POINTER "
-      "TO INT; END_VAR a[2, 3].y := 7.5; nan := LN(-1.0); ip := ADR(%MB0); ip := 1; END_SETUP\n";
+      "TO INT; d : DATE := D#2024-01-02; n : LINT := 9007199254740993; lw : LWORD := NOT "
+      "LWORD#0; END_VAR a[2, 3].y := 7.5; nan := LN(-1.0); ip := ADR(%MB0); ip := 1; END_SETUP\n";
   std::string wanted = "a.st\n";
   int number = 0;
   for (const auto& [statement, report] : rows) {

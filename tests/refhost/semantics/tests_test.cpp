@@ -58,13 +58,16 @@ TEST(UnitTests, AreJudgedLikeUnits) {
        "ADVANCE_TIME(b); ASSERT_EQ(x, 1, 5); b := ASSERT_EQ(x, 1); ASSERT_EQ(a := x, b := 1); "
        "ADVANCE_TIME(1, 'x'); ASSERT_EQ(INT, 5); ASSERT_EQ(st, o); ASSERT_EQ(r, r); ASSERT_GT(st, "
        "st2); "
-       "ASSERT_EQ(a, z); ASSERT_EQ(st, 5); ASSERT_NEQ(st, st2); ASSERT_LT(b, TRUE); END_TEST",
+       "ASSERT_EQ(a, z); ASSERT_EQ(st, 5); ASSERT_NEQ(st, st2); ASSERT_LT(b, TRUE); ASSERT_NEAR(a, "
+       "a, 1); ASSERT_NEAR(st, x, 1); "
+       "ASSERT_NEAR(TOD#1:0:0, TOD#2:0:0, x); ASSERT_NEAR(b, b, 1); END_TEST",
        "3:1 F0060 ASSERT_EQ; 3:36 F0029 ASSERT_EQ; 3:52 F002C ASSERT_TRUE, INT; 3:56 F002B =, INT, "
        "STRING; 3:73 F002B ASSERT_NEAR, INT, TIME; 3:108 F002C ADVANCE_TIME, BOOL; 3:128 C0032 5, "
        "STRING; 3:137 F0026 ASSERT_EQ; 3:164 F0027 ASSERT_EQ, a; 3:197 F0029 ADVANCE_TIME; 3:213 "
        "F003A INT; 3:222 F002B ASSERT_EQ, S, T; 3:240 F002B ASSERT_EQ, R, R; 3:257 F002B "
        "ASSERT_GT, S, S; 3:277 F002B ASSERT_EQ, ARRAY[1..2] OF INT, ARRAY[0..1] OF INT; 3:294 "
-       "F002B ASSERT_EQ, S, 5"},
+       "F002B ASSERT_EQ, S, 5; 3:365 F0007; 3:387 F0007; 3:398 F002B ASSERT_NEAR, TOD, INT; 3:436 "
+       "F002B ASSERT_NEAR, BOOL, BOOL"},
   };
   for (const auto& [source, messages] : rows) {
     EXPECT_EQ(brief(*analysed("\n" + std::string(source), {}, "test.st", true)), messages)
@@ -110,10 +113,10 @@ TEST(UnitTests, Translate) {
       "vel_test_fail(1, (const void* const[]){&vel_t3, &vel_t4}, NULL); vel_string_set(vel_t5, 4, "
       "s); vel_string_set(vel_t6, 81, \"abcd\"); if (!(vel_string_compare(vel_t5, \"abcd\") == 0)) "
       "vel_test_fail(2, (const void* const[]){&vel_t5, &vel_t6}, NULL); vel_t7 = l; vel_t8 = 1; "
-      "vel_t9 = l; if (!vel_test_near_time(vel_t7, 1000000LL, vel_t9)) vel_test_fail(3, (const "
-      "void* const[]){&vel_t7, &vel_t8, &vel_t9}, NULL); vel_test_advance(2000000LL); "
-      "vel_test_advance(5LL); if (((setup_0_data.p.x > 3) & (globals_data.g == 1))) "
-      "vel_test_fail(4, NULL, NULL); }");
+      "vel_t9 = l; if (!vel_test_near_whole(vel_t7 < 1000000LL, vel_t7, 1000000LL, vel_t9)) "
+      "vel_test_fail(3, (const void* const[]){&vel_t7, &vel_t8, &vel_t9}, NULL); "
+      "vel_test_advance(2000000LL); vel_test_advance(5LL); if (((setup_0_data.p.x > 3) & "
+      "(globals_data.g == 1))) vel_test_fail(4, NULL, NULL); }");
   EXPECT_EQ(program.tests[0].setup + program.tests[0].body + program.tests[0].teardown,
             "setup_0_scantest_1teardown_2");
 }
