@@ -45,7 +45,12 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
     const std::string text = filledIn(format, {said(first, *from), said(second, *to)});
     if (operatorHasReported(format, text, *call)) return;
   }
-  messages_.report(at, format, {first, second});
+  Remarks& said = messages_.report(at, format, {first, second});
+  if (literal != nullptr || &format != &message::kCannotConvert) return;
+  const std::string conversion = first + "_TO_" + second;
+  if (services_.operators != nullptr && services_.operators->findOperator(conversion) != nullptr) {
+    said.note(at, conversion + " converts it");
+  }
 }
 
 bool Assignments::accepts(const Type* to, const Expr& source) {

@@ -239,7 +239,9 @@ void Calls::checkArgument(const Binding& binding, const UnitSymbol& callee) {
   const VarSymbol& parameter = *binding.parameter;
   const bool output = parameter.role == Role::Output;
   if (binding.named != nullptr && binding.named->output != output) {
-    say(*binding.node, message::kUnknownParameter, callee.name(), parameter.name());
+    say(*binding.node, message::kUnknownParameter, callee.name(), parameter.name())
+        .note(rangeOf(*binding.node),
+              output ? "it is an output: => stores it" : "it is no output: := gives it");
     return;
   }
   if (output) {

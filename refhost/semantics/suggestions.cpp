@@ -31,6 +31,21 @@ bool gives(const ASTNode& list, std::string_view parameter) {
   return false;
 }
 
+// The nearest of the parameters that are left, or all of them if none is near and they are few.
+void addNearest(Remarks& said, const SourceRange& where, std::string_view name,
+                const std::vector<std::string>& left) {
+  constexpr std::size_t kFew = 8;
+  Spelling spelling(name);
+  std::string listed;
+  for (const std::string& parameter : left) {
+    spelling.offer(parameter);
+    listed += (listed.empty() ? "" : ", ") + parameter;
+  }
+  Suggestions::add(said, where, spelling);
+  if (!spelling.best().empty() || left.empty() || left.size() > kFew) return;
+  said.note(where, "not given yet: " + listed);
+}
+
 bool isAny(const VarSymbol& /*variable*/) { return true; }
 
 const Expr* operationAround(const ASTNode& where) {
@@ -288,27 +303,30 @@ void Suggestions::addMember(Remarks& said, const SourceRange& where, std::string
 
 void Suggestions::addParameter(Remarks& said, const ASTNode& list, const Argument& argument,
                                const UnitSymbol& callee) {
-  Spelling spelling(vel::TreeBuilder::source(*argument.leaf(0)));
+  std::vector<std::string> left;
   for (const auto& variable : callee.variables()) {
     const bool fits =
         variable->isParameter() && (variable->role == Role::Output) == argument.output;
-    if (fits && !gives(list, variable->name())) spelling.offer(variable->name());
+    if (fits && !gives(list, variable->name())) left.emplace_back(variable->name());
   }
-  add(said, rangeOf(*argument.leaf(0)), spelling);
+  const ASTNode& formal = *argument.leaf(0);
+  addNearest(said, rangeOf(formal), vel::TreeBuilder::source(formal), left);
 }
 
 void Suggestions::addInput(Remarks& said, const Call& call, const Argument& argument) {
   if (argument.output) return;
-  Spelling spelling(vel::TreeBuilder::source(*argument.leaf(0)));
-  const auto offer = [&](std::string_view input) {
-    if (!gives(*call.leaf(1), input)) spelling.offer(input);
-  };
+  std::vector<std::string> left;
   if (call.op() != nullptr) {
-    for (const std::string& input : inputNames(services_, call.op()->name)) offer(input);
+    left = inputNames(services_, call.op()->name);
   } else if (call.standard() != nullptr) {
-    for (const std::string_view input : call.standard()->formals) offer(input);
+    left.assign(call.standard()->formals.begin(), call.standard()->formals.end());
   }
-  add(said, rangeOf(*argument.leaf(0)), spelling);
+  const auto mayNotFollow = [&](const std::string& input) {
+    return input.empty() || gives(*call.leaf(1), input);
+  };
+  left.erase(std::remove_if(left.begin(), left.end(), mayNotFollow), left.end());
+  const ASTNode& formal = *argument.leaf(0);
+  addNearest(said, rangeOf(formal), vel::TreeBuilder::source(formal), left);
 }
 
 }  // namespace refhost

@@ -30,7 +30,8 @@ class Suggestions : public Part {
   void addType(Remarks& said, const SourceRange& where, std::string_view name);
   void addGlobal(Remarks& said, const ASTNode& where, std::string_view name);
   void addMember(Remarks& said, const SourceRange& where, std::string_view name, const Type* type);
-  // Parameters that `list`, in which `argument` stands, does not give yet.
+  // Parameters that `list`, in which `argument` stands, does not give yet. If none is near, a note
+  // names them all, unless they are many.
   void addParameter(Remarks& said, const ASTNode& list, const Argument& argument,
                     const UnitSymbol& callee);
   // The same for a call of an operator or a standard function.
