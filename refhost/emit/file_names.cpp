@@ -83,7 +83,7 @@ void FileNames::nameConfiguration() {
 }
 
 void FileNames::nameVariables(const UnitSymbol& unit) {
-  CNames block(CNames::Scope::Block, shared_);
+  CNames block(CNames::Scope::Block, avoided_.get());
   // The result of a function must not hide the C function, which may be called recursively.
   if (unit.type() == POUType::Function) block.allocate(names_[unit].name);
   for (const auto& variable : unit.variables()) {
@@ -110,7 +110,7 @@ void FileNames::nameGlobals() {
 std::string FileNames::nameOf(const StructType& structure) const {
   if (!isAnonymous(structure)) return structure.name();
   std::string name = structure.name().substr(0, structure.name().find('#'));
-  if (!shared_) return name;
+  if (avoided_ == nullptr) return name;
   for (const ASTNode* node = &structure.declared; node != nullptr; node = node->parent()) {
     if (kindOf(*node) == NodeKind::TypeDecl) {
       return static_cast<const Text*>(node->leaf(0))->text() + ('_' + name);
@@ -130,7 +130,7 @@ void FileNames::nameTypes() {
     TypeNames& own = names_[*structure];
     own.name = file_.allocate(avoidOperatorName(nameOf(*structure)));
     own.init = file_.allocate(own.name + "_init");
-    CNames block(CNames::Scope::Block, shared_);
+    CNames block(CNames::Scope::Block, avoided_.get());
     for (const auto& member : structure->members()) {
       names_[*member] = block.allocate(avoidOperatorName(member->name()));
     }
@@ -162,8 +162,8 @@ void FileNames::nameArrays() {
       // Lest a chain of n nested arrays have names of n * n characters.
       constexpr std::size_t kLongest = 100;
       if (element.size() > kLongest) {
-        element = shared_ ? "nested_" + AstNodeHelper::opExpTextToMd5HexText("", text)
-                          : fmt::format("nested_{}", arrays.size());
+        element = avoided_ != nullptr ? "nested_" + AstNodeHelper::opExpTextToMd5HexText("", text)
+                                      : fmt::format("nested_{}", arrays.size());
       }
       name = file_.allocate(fmt::format("{}_{}", kind, element));
     }

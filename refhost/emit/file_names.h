@@ -1,6 +1,7 @@
 // Chooses the C names of a program's units, types and variables.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "refhost/emit/names.h"
@@ -14,7 +15,10 @@ class FileNames {
   // `shared`: other C files name them, too. They then fit into a header for C++, and do not depend
   // on declarations elsewhere in the program.
   FileNames(Services& services, SymbolNames& names, bool shared)
-      : services_(services), names_(names), shared_(shared), file_(CNames::Scope::File, shared) {}
+      : services_(services),
+        names_(names),
+        avoided_(shared ? std::make_unique<LibraryNames>() : nullptr),
+        file_(CNames::Scope::File, avoided_.get()) {}
 
   void nameAll();
 
@@ -31,7 +35,7 @@ class FileNames {
 
   Services& services_;
   SymbolNames& names_;
-  const bool shared_;
+  const std::unique_ptr<const LibraryNames> avoided_;  // null unless shared
   CNames file_;
 };
 

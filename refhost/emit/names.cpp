@@ -117,17 +117,6 @@ constexpr std::array<std::string_view, 108> kReserved{"FABS",
                                                       "wchar_t",
                                                       "while"};
 
-// Keywords of C++ that are none in C, nor reserved above. Sorted.
-constexpr std::array<std::string_view, 48> kCpp{
-    "and",       "and_eq",       "bitand",     "bitor",     "catch",     "char16_t",
-    "char32_t",  "char8_t",      "class",      "co_await",  "co_return", "co_yield",
-    "compl",     "concept",      "const_cast", "consteval", "constinit", "decltype",
-    "delete",    "dynamic_cast", "explicit",   "export",    "friend",    "mutable",
-    "namespace", "new",          "noexcept",   "not",       "not_eq",    "operator",
-    "or",        "or_eq",        "private",    "protected", "public",    "reinterpret_cast",
-    "requires",  "static_cast",  "template",   "this",      "throw",     "try",
-    "typeid",    "typename",     "using",      "virtual",   "xor",       "xor_eq"};
-
 // Prefixes of the runtime's long names, of temporaries, of the companions of bit parameters, and
 // of names that the C standard reserves.
 constexpr std::array<std::string_view, 4> kReservedPrefixes{"__", "VEL_", "offsetParam_", "vel_"};
@@ -193,6 +182,11 @@ bool hasReservedPrefix(std::string_view name) {
 
 }  // namespace
 
+bool CNames::isAvoided(std::string_view name) const {
+  if (avoided_ == nullptr) return false;
+  return avoided_->anywhere(name) || (scope_ == Scope::File && avoided_->atFileScope(name));
+}
+
 std::string CNames::allocate(std::string_view wanted) {
   std::string name(wanted);
   if (hasReservedPrefix(name)) name.insert(0, "st_");
@@ -202,7 +196,7 @@ std::string CNames::allocate(std::string_view wanted) {
   }
   if (scope_ == Scope::File && isLibraryFunction(name)) name += '_';
   const auto refused = [&] {
-    return isReserved(name) || (forCpp_ && contains(kCpp, name)) || taken_.count(name) != 0;
+    return isReserved(name) || isAvoided(name) || taken_.count(name) != 0;
   };
   while (refused()) name += '_';
   taken_.insert(name);
