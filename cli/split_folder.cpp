@@ -20,7 +20,10 @@ namespace fs = std::filesystem;
 
 using Names = std::set<std::string>;
 
+// None of devices and pipes, which may have no end.
 std::optional<std::string> contents(const fs::path& path) {
+  std::error_code missing;
+  if (!fs::is_regular_file(path, missing)) return std::nullopt;
   std::ifstream file(path, std::ios::binary);
   if (!file) return std::nullopt;
   return std::string(std::istreambuf_iterator<char>(file), {});

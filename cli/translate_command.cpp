@@ -78,13 +78,24 @@ void writeDepfile(const CommonOptions& common, const TranslateOptions& options) 
   for (const std::string& library : librariesOf(common)) inputs.push_back(library);
   const std::string output =
       options.folder.empty() ? options.output : (fs::path(options.folder) / kFileList).native();
-  writeFile(options.depfile, depfileText(output, inputs));
+  const std::string text = depfileText(output, inputs);
+  if (options.depfile == "-") {
+    writeStandardOutput(text);
+  } else {
+    writeFile(options.depfile, text);
+  }
 }
 
 int translate(const CommonOptions& common, const TranslateOptions& options) {
   refuseClashes(options.files, {options.output, options.header, options.depfile});
   if (!options.depfile.empty() && options.folder.empty() && options.output == "-") {
     throw Failure("--depfile: standard output is no file; give its name with -o");
+  }
+  if (options.header == "-") {
+    throw Failure("--header: standard output is no file that the C can include; give a name");
+  }
+  if (options.depfile == "-" && options.callTree) {
+    throw Failure("standard output cannot be two outputs");
   }
   const auto session = startSession(common);
   if (!analyse(*session, common, options.files)) return kProgramErrors;

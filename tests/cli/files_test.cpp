@@ -69,6 +69,8 @@ TEST_F(Files, AreNamedOnceAndAreNoSources) {
       {"a.st -o x.c --split g", "--output excludes --split"},
       {"a.st --header x.h --split g", "--header excludes --split"},
       {"a.st --depfile d", "--depfile: standard output is no file"},
+      {"a.st -o x.c --depfile - --call-tree", "standard output cannot be two outputs"},
+      {"a.st -o x.c --header -", "--header: standard output is no file"},
       {"a.st --header ./a.st", "a.st is a source"},
       {"a.st -o x.c --depfile a.st", "a.st is a source"},
       {"a.st -o x.c --header 'x\".h'", "C cannot include a file named x\".h"},

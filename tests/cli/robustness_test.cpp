@@ -68,6 +68,7 @@ constexpr Row kRows[] = {
      "cannot write standard output: Broken pipe"},
     {"(", "check noise.st 2>/dev/full)", 2, ""},
     {"", "run long.st --compiler true", 2, "the C compiler 'true' made no program"},
+    {"", "translate p.st -o q.c --header /dev/full", 2, "cannot write /dev/full: No space left on device"},
     {"", "translate p.st -o q.c --depfile ./q.c", 2, "velc: ./q.c cannot be two outputs\n"},
     {"", "run p.st --trace x -o q.c --plot q.c", 2, "velc: q.c cannot be two outputs\n"},
     {"", "run p.st --timeout 1 --compiler ./slow", 2,
