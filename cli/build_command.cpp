@@ -56,15 +56,15 @@ int build(const CommonOptions& common, const BuildOptions& options) {
 }  // namespace
 
 void addBuildCommand(CommandLine& line) {
-  CLI::App& command =
+  Command command =
       line.addCommand("build", "Translate and compile programs into one that runs their scans");
   const auto options = std::make_shared<BuildOptions>();
   addSources(command, line.common, options->files);
-  command.add_option("-o,--output", options->output, "Where the program goes")
-      ->type_name("PROGRAM")
-      ->required();
-  command.add_flag("-g,--debug", options->debug,
-                   "With the lines of the Structured Text and the variables, for debuggers");
+  command.option("-o,--output", options->output, "Where the program goes")
+      .value("PROGRAM")
+      .required();
+  command.flag("-g,--debug", options->debug,
+               "With the lines of the Structured Text and the variables, for debuggers");
   addCompilerOptions(command, options->compiler, options->timeout,
                      "Seconds that compiling may take (default: 60)");
   line.setAction(command, options, build);

@@ -29,12 +29,12 @@ int check(const CommonOptions& common, const CheckOptions& options) {
 }  // namespace
 
 void addCheckCommand(CommandLine& line) {
-  static const FormNames forms = {{"text", DiagnosticsForm::Text},
-                                  {"json", DiagnosticsForm::Json},
-                                  {"sarif", DiagnosticsForm::Sarif}};
-  CLI::App& command = line.addCommand("check", "Print the diagnostics of programs");
+  Command command = line.addCommand("check", "Print the diagnostics of programs");
   const auto options = std::make_shared<CheckOptions>();
-  addSources(command, line.common, options->files, forms);
+  addSources(command, line.common, options->files,
+             {{"text", DiagnosticsForm::Text},
+              {"json", DiagnosticsForm::Json},
+              {"sarif", DiagnosticsForm::Sarif}});
   addEachOption(command, options->each);
   line.setAction(command, options, check);
 }

@@ -2,143 +2,182 @@
 
 #include <fmt/format.h>
 
-#include <cstdlib>
+#include <CLI/CLI.hpp>
+#include <sstream>
 
+#include "cli/failure.h"
+#include "cli/output_file.h"
 #include "cli/source_files.h"
+#include "cli/unknown_argument.h"
 
 namespace velc {
 
 namespace {
 
+constexpr const char* kSeeHelp = "\nRun with --help for more information.";
+
 // All commands but `help` have these options, and so has velc itself, before the command.
-void addGeneralOptions(CLI::App& app, CommonOptions& common) {
-  static const std::map<std::string, ColourChoice> choices = {{"auto", ColourChoice::Auto},
-                                                              {"always", ColourChoice::Always},
-                                                              {"never", ColourChoice::Never}};
-  app.add_option_function<std::string>(
-         "--color", [&common](const std::string& choice) { common.colour = choices.at(choice); },
-         "Colours in texts for readers (default: auto, on terminals)")
-      ->check(CLI::IsMember(&choices));
-  app.add_option_function<std::vector<std::string>>(
-         "--plugin",
-         [&common](const std::vector<std::string>& paths) {
-           common.plugins.insert(common.plugins.end(), paths.begin(), paths.end());
-         },
-         "The operator plugin, libvelops.so; after it, libraries with further operators "
-         "(repeatable)")
-      ->type_name("PATH")
-      ->allow_extra_args(false);
+void addGeneralOptions(Command command, CommonOptions& common) {
+  command.choice<ColourChoice>("--color", common.colour,
+                               {{"auto", ColourChoice::Auto},
+                                {"always", ColourChoice::Always},
+                                {"never", ColourChoice::Never}},
+                               "Colours in texts for readers (default: auto, on terminals)");
+  command
+      .callWithAll(
+          "--plugin",
+          [&common](const std::vector<std::string>& paths) {
+            common.plugins.insert(common.plugins.end(), paths.begin(), paths.end());
+            return std::string();
+          },
+          "The operator plugin, libvelops.so; after it, libraries with further operators "
+          "(repeatable)")
+      .value("PATH")
+      .oneAtATime();
 }
 
 // All commands that load programs have these options, and so has velc itself, before the command.
-void addCommonOptions(CLI::App& app, CommonOptions& common) {
-  addGeneralOptions(app, common);
-  app.add_option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
-      ->type_name("TEXT");
-  app.add_option_function<std::string>(
-         "--notation",
-         [&common](const std::string& text) {
-           common.notation =
-               text == "letters" ? refhost::Notation::Letters : refhost::Notation::Iec;
-         },
-         "Notation of device addresses: iec (%IX0.3) or letters (X3)")
-      ->check(CLI::IsMember({"iec", "letters"}));
-  // Multiples of 8, and small enough that 32 bits can number every bit.
-  const auto area =
-      CLI::Range(8U, 16U << 20) & CLI::Validator(
-                                      [](std::string& text) {
-                                        return std::strtoul(text.c_str(), nullptr, 10) % 8 == 0
-                                                   ? std::string()
-                                                   : "not a multiple of 8";
-                                      },
-                                      "");
-  const auto addArea = [&app, &area](const char* name, std::uint32_t& bytes, const char* what) {
-    app.add_option(name, bytes, what)->type_name("BYTES")->check(area)->capture_default_str();
+void addCommonOptions(Command command, CommonOptions& common) {
+  addGeneralOptions(command, common);
+  command.option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
+      .value("TEXT");
+  command.choice<refhost::Notation>(
+      "--notation", common.notation,
+      {{"iec", refhost::Notation::Iec}, {"letters", refhost::Notation::Letters}},
+      "Notation of device addresses: iec (%IX0.3) or letters (X3)");
+  const auto addArea = [&command](const char* name, std::uint32_t& bytes, const char* what) {
+    // Small enough that 32 bits can number every bit.
+    command.number(name, bytes, 8U, 16U << 20, what).multipleOf(8).value("BYTES").showDefault();
   };
   addArea("--memory-markers", common.memory.markers, "Device memory for markers (%M)");
   addArea("--memory-inputs", common.memory.inputs, "Device memory for inputs (%I)");
   addArea("--memory-outputs", common.memory.outputs, "Device memory for outputs (%Q)");
 }
 
-void addWarningNames(CLI::App& command, CommonOptions& common, const char* option, bool shown,
+void addWarningNames(Command& command, CommonOptions& common, const char* option, bool shown,
                      const char* description) {
   command
-      .add_option_function<std::vector<std::string>>(
+      .callWithAll(
           option,
-          [&common, shown, option](const std::vector<std::string>& names) {
+          [&common, shown](const std::vector<std::string>& names) {
             for (const std::string& name : names) {
               if (common.warnings.choose(name, shown)) continue;
-              throw CLI::ValidationError(
-                  option, name + " is neither the code of a warning nor a group of them");
+              return name + " is neither the code of a warning nor a group of them";
             }
+            return std::string();
           },
           description)
-      ->type_name("NAME")
-      ->delimiter(',')
-      ->allow_extra_args(false);
+      .value("NAME")
+      .commas()
+      .oneAtATime();
 }
 
-void addWarningOptions(CLI::App& command, CommonOptions& common) {
+void addWarningOptions(Command& command, CommonOptions& common) {
   // In this order, so that a warning that is both asked for and refused is not shown.
   addWarningNames(command, common, "-W,--warn", true,
                   "Show these warnings too: a group, a code, or all (repeatable)");
   addWarningNames(command, common, "--no-warn", false,
                   "Do not show these warnings: a group, a code, or all (repeatable)");
-  command.add_flag("--werror", common.warnings.asErrors, "Warnings are errors");
+  command.flag("--werror", common.warnings.asErrors, "Warnings are errors");
   command
-      .add_option("--max-errors", common.maxErrors,
-                  "Print no messages behind so many errors, but say how many there are")
-      ->type_name("N")
-      ->check(CLI::Range(std::size_t{1}, std::size_t{1} << 30));
+      .number("--max-errors", common.maxErrors, std::size_t{1}, std::size_t{1} << 30,
+              "Print no messages behind so many errors, but say how many there are")
+      .value("N");
+}
+
+const CLI::App* commandNamed(const CLI::App& app, const std::string& name) {
+  for (const CLI::App* command : app.get_subcommands(nullptr)) {
+    if (command->get_name() == name) return command;
+  }
+  return nullptr;
 }
 
 }  // namespace
 
-CommandLine::CommandLine() : app("Translates IEC 61131-3 Structured Text into C.", "velc") {
-  app.require_subcommand(0, 1);
-  app.failure_message([](const CLI::App*, const CLI::Error& error) {
-    return fmt::format("velc: {}\nRun with --help for more information.\n", error.what());
+CommandLine::CommandLine()
+    : app_(std::make_unique<CLI::App>("Translates IEC 61131-3 Structured Text into C.", "velc")) {
+  app_->require_subcommand(0, 1);
+  app_->failure_message([](const CLI::App*, const CLI::Error& error) {
+    return fmt::format("velc: {}{}\n", error.what(), kSeeHelp);
   });
-  app.set_version_flag("-V,--version", "velc " VELC_VERSION);
-  app.footer("Exit codes: 0 no errors, 1 errors in the program, 2 bad usage or failed files.");
-  addCommonOptions(app, common);
+  app_->set_version_flag("-V,--version", "velc " VELC_VERSION);
+  app_->footer("Exit codes: 0 no errors, 1 errors in the program, 2 bad usage or failed files.");
+  addCommonOptions(Command(*app_), common);
 }
 
-CLI::App& CommandLine::addCommand(const char* name, const char* description) {
-  CLI::App& command = *app.add_subcommand(name, description);
+CommandLine::~CommandLine() = default;
+
+Command CommandLine::addCommand(const char* name, const char* description) {
+  const Command command = addPlainCommand(name, description);
   addCommonOptions(command, common);
   return command;
 }
 
-CLI::App& CommandLine::addPluginCommand(const char* name, const char* description) {
-  CLI::App& command = *app.add_subcommand(name, description);
+Command CommandLine::addPluginCommand(const char* name, const char* description) {
+  const Command command = addPlainCommand(name, description);
   addGeneralOptions(command, common);
   return command;
 }
 
-const FormNames& textAndJson() {
-  static const FormNames forms = {{"text", DiagnosticsForm::Text}, {"json", DiagnosticsForm::Json}};
-  return forms;
+Command CommandLine::addPlainCommand(const char* name, const char* description) {
+  return Command(*app_->add_subcommand(name, description));
 }
 
-void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files,
-                const FormNames& forms) {
+void CommandLine::setAction(Command& command, std::function<int()> action) {
+  command.whenGiven([this, action = std::move(action)] { action_ = action; });
+}
+
+std::string CommandLine::help(const std::string& command) const {
+  // Not help(), which would print that of the command that was given.
+  if (command.empty()) {
+    return app_->get_formatter()->make_help(app_.get(), app_->get_name(),
+                                            CLI::AppFormatMode::Normal);
+  }
+  const CLI::App* const about = commandNamed(*app_, command);
+  if (about == nullptr) throw Failure(unknownCommand(*app_, command));
+  return about->help(app_->get_name());
+}
+
+int CommandLine::execute(int argc, const char* const* argv) {
+  try {
+    app_->parse(argc, argv);
+    if (!action_) throw CLI::RequiredError("A command");
+  } catch (const CLI::ParseError& error) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const bool failed = app_->exit(error, out, err) != 0;
+    // What is misspelt is often the reason for what else is missing.
+    const std::string unknown = failed ? unknownArgument(*app_) : "";
+    if (!unknown.empty()) throw Failure(unknown + kSeeHelp);
+    writeStandardOutput(out.str());
+    writeStandardError(err.str());
+    return failed ? kFailure : kSuccess;
+  }
+  return action_();
+}
+
+FormNames textAndJson() {
+  return {{"text", DiagnosticsForm::Text}, {"json", DiagnosticsForm::Json}};
+}
+
+void addSources(Command& command, CommonOptions& common, std::vector<std::string>& files,
+                FormNames forms) {
   command
-      .add_option_function<std::vector<std::string>>(
-          "FILE", [&files](const std::vector<std::string>& named) { files = sourceFiles(named); },
+      .callWithAll(
+          "FILE",
+          [&files](const std::vector<std::string>& named) {
+            files = sourceFiles(named);
+            return std::string();
+          },
           "Structured Text; of a folder, all *.st and *.ST in it; - is standard input")
-      ->required();
-  command
-      .add_option_function<std::string>(
-          "--diagnostics",
-          [&common, &forms](const std::string& form) { common.diagnostics = forms.at(form); },
-          "Form of the diagnostics on standard error (default: text)")
-      ->check(CLI::IsMember(&forms));
+      .required();
+  command.choice("--diagnostics", common.diagnostics, std::move(forms),
+                 "Form of the diagnostics on standard error (default: text)");
   addWarningOptions(command, common);
 }
 
-void addEachOption(CLI::App& command, bool& each) {
-  command.add_flag("--each", each, "Each file is a program of its own");
+void addEachOption(Command& command, bool& each) {
+  command.flag("--each", each, "Each file is a program of its own");
 }
 
 }  // namespace velc

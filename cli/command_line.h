@@ -1,51 +1,58 @@
 // The command line of velc, and the options that several commands have.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/common_options.h"
 
 namespace velc {
 
-struct CommandLine {
-  CLI::App app;
-  CommonOptions common;
-  // Runs the command that was given, and returns an ExitCode or throws Failure. Empty when none
-  // was given.
-  std::function<int()> action;
-
+class CommandLine {
+ public:
   CommandLine();
+  ~CommandLine();
   CommandLine(const CommandLine&) = delete;
   CommandLine& operator=(const CommandLine&) = delete;
 
-  // Adds a command, with all common options or only with those that name the plugin.
-  CLI::App& addCommand(const char* name, const char* description);
-  CLI::App& addPluginCommand(const char* name, const char* description);
+  // Adds a command, with all common options, only with those that name the plugin, or with none.
+  Command addCommand(const char* name, const char* description);
+  Command addPluginCommand(const char* name, const char* description);
+  Command addPlainCommand(const char* name, const char* description);
 
-  // Makes `execute(common, *options)` the action when `command` is given.
+  // Makes `perform(common, *options)` what `command` does.
   template <typename Options>
-  void setAction(CLI::App& command, std::shared_ptr<Options> options,
-                 int (*execute)(const CommonOptions&, const Options&)) {
-    command.callback([this, options, execute] {
-      action = [this, options, execute] { return execute(common, *options); };
-    });
+  void setAction(Command& command, std::shared_ptr<Options> options,
+                 int (*perform)(const CommonOptions&, const Options&)) {
+    setAction(command, [this, options, perform] { return perform(common, *options); });
   }
+  // `action` returns an ExitCode or throws Failure.
+  void setAction(Command& command, std::function<int()> action);
+
+  // The page of a command, or that of velc if `command` is empty. Throws Failure if there is none.
+  std::string help(const std::string& command) const;
+
+  // Does what the arguments say, and returns an ExitCode. Throws Failure.
+  int execute(int argc, const char* const* argv);
+
+  CommonOptions common;
+
+ private:
+  std::unique_ptr<CLI::App> app_;
+  std::function<int()> action_;  // of the command that is given
 };
 
-using FormNames = std::map<std::string, DiagnosticsForm>;
+using FormNames = Command::Names<DiagnosticsForm>;
 // The forms of commands that may print diagnostics more than once.
-const FormNames& textAndJson();
+FormNames textAndJson();
 
 // Adds the files, folders replaced by what is in them, and what decides about their diagnostics.
-// `forms` must live as long as `command`.
-void addSources(CLI::App& command, CommonOptions& common, std::vector<std::string>& files,
-                const FormNames& forms = textAndJson());
+void addSources(Command& command, CommonOptions& common, std::vector<std::string>& files,
+                FormNames forms = textAndJson());
 // Adds `--each`, for commands that can take each file for a program of its own.
-void addEachOption(CLI::App& command, bool& each);
+void addEachOption(Command& command, bool& each);
 
 }  // namespace velc

@@ -124,12 +124,12 @@ int explain(const CommonOptions& common, const Topics& topics) {
 }  // namespace
 
 void addExplainCommand(CommandLine& line) {
-  CLI::App& command =
+  Command command =
       line.addPluginCommand("explain", "Tell what words and operators do and what messages mean");
   const auto topics = std::make_shared<Topics>();
-  command.add_option("TOPIC", *topics,
-                     "A keyword, type, standard function or function block, an operator, the code "
-                     "of a message (0xC0032) or a group of warnings; without one, they are listed");
+  command.option("TOPIC", *topics,
+                 "A keyword, type, standard function or function block, an operator, the code "
+                 "of a message (0xC0032) or a group of warnings; without one, they are listed");
   line.setAction(command, topics, explain);
 }
 

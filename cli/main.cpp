@@ -7,19 +7,14 @@
 #include <cstdio>
 #include <exception>
 #include <new>
-#include <sstream>
 
 #include "cli/commands.h"
 #include "cli/failure.h"
-#include "cli/output_file.h"
 #include "cli/termination_guard.h"
-#include "cli/unknown_argument.h"
 
 namespace velc {
 
 namespace {
-
-constexpr const char* kSeeHelp = "\nRun with --help for more information.";
 
 int execute(int argc, char** argv) {
   CommandLine line;
@@ -32,21 +27,7 @@ int execute(int argc, char** argv) {
   addMemoryCommand(line);
   addExplainCommand(line);
   addHelpCommand(line);
-  try {
-    line.app.parse(argc, argv);
-    if (!line.action) throw CLI::RequiredError("A command");
-  } catch (const CLI::ParseError& error) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const bool failed = line.app.exit(error, out, err) != 0;
-    // What is misspelt is often the reason for what else is missing.
-    const std::string unknown = failed ? unknownArgument(line.app) : "";
-    if (!unknown.empty()) throw Failure(unknown + kSeeHelp);
-    writeStandardOutput(out.str());
-    writeStandardError(err.str());
-    return failed ? kFailure : kSuccess;
-  }
-  return line.action();
+  return line.execute(argc, argv);
 }
 
 // Opens closed standard streams, so that no file that is opened later gets their descriptors.

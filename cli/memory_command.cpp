@@ -119,12 +119,12 @@ int showMemory(const CommonOptions& common, const Addresses& addresses) {
 }  // namespace
 
 void addMemoryCommand(CommandLine& line) {
-  CLI::App& command =
+  Command command =
       line.addCommand("memory", "Show where device addresses lie, and texts for --localio");
   const auto addresses = std::make_shared<Addresses>();
-  command.add_option("ADDRESS", *addresses,
-                     "Inputs and outputs, for which to print the text for --localio: the smallest "
-                     "ranges that have them all");
+  command.option("ADDRESS", *addresses,
+                 "Inputs and outputs, for which to print the text for --localio: the smallest "
+                 "ranges that have them all");
   line.setAction(command, addresses, showMemory);
 }
 

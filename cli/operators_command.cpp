@@ -54,13 +54,12 @@ int listOperators(const CommonOptions& common, const OperatorsOptions& options) 
 }  // namespace
 
 void addOperatorsCommand(CommandLine& line) {
-  CLI::App& command =
-      line.addCommand("operators", "List the operators in the order of registration");
+  Command command = line.addCommand("operators", "List the operators in the order of registration");
   const auto options = std::make_shared<OperatorsOptions>();
-  command.add_option("NAME", options->names, "Only these");
-  command.add_flag("--long", options->detailed,
-                   "With class, family, and whether it is a function-call operator");
-  command.add_flag("--json", options->json, "All of that, and the names of the inputs, as JSON");
+  command.option("NAME", options->names, "Only these");
+  command.flag("--long", options->detailed,
+               "With class, family, and whether it is a function-call operator");
+  command.flag("--json", options->json, "All of that, and the names of the inputs, as JSON");
   line.setAction(command, options, listOperators);
 }
 

@@ -229,7 +229,7 @@ int run(const CommonOptions& common, const RunOptions& options) {
 }  // namespace
 
 void addRunCommand(CommandLine& line) {
-  CLI::App& command =
+  Command command =
       line.addCommand("run", "Translate, compile and run programs; print their variables");
   const auto options = std::make_shared<RunOptions>();
   addSources(command, line.common, options->files);

@@ -7,13 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/printed_values.h"
 #include "cli/trace/trace.h"
-
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
 
 namespace velc {
 
@@ -53,10 +49,10 @@ struct RunOptions {
 };
 
 // Adds the options of commands that compile C, and returns the one for `timeout`.
-CLI::Option* addCompilerOptions(CLI::App& command, std::string& compiler,
-                                std::chrono::seconds& timeout, const char* timed);
+Option addCompilerOptions(Command& command, std::string& compiler, std::chrono::seconds& timeout,
+                          const char* timed);
 
 // Adds all of them but the files, and binds them to `options`.
-void addRunOptions(CLI::App& command, RunOptions& options);
+void addRunOptions(Command& command, RunOptions& options);
 
 }  // namespace velc

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <map>
 
 #include "cli/commands.h"
 #include "cli/compilation.h"
@@ -27,9 +26,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Form = std::string (*)(const std::vector<TestResult>&);
-const std::map<std::string, Form> kReports = {
-    {"text", textReport}, {"junit", junitReport}, {"json", jsonReport}, {"tap", tapReport}};
+using ReportWriter = std::string (*)(const std::vector<TestResult>&);
 
 struct TestOptions {
   std::vector<std::string> files;
@@ -38,7 +35,7 @@ struct TestOptions {
   bool strict = false;
   unsigned jobs = 0;    // 0: as many as there are processors
   double timeout = 10;  // seconds of a test
-  std::string format = "text";
+  ReportWriter report = textReport;
   std::string compiler = "cc";
   std::string output = "-";
   std::string coverage;  // file; empty for none
@@ -143,7 +140,7 @@ int test(const CommonOptions& common, const TestOptions& options) {
   };
   const std::vector<TestResult> results = testResults(
       *session, program, records, fmt::format("{} s (--timeout)", options.timeout), places);
-  const std::string report = kReports.at(options.format)(results);
+  const std::string report = options.report(results);
   if (options.output == "-") {
     writeStandardOutput(report);
   } else {
@@ -153,7 +150,7 @@ int test(const CommonOptions& common, const TestOptions& options) {
     const Coverage coverage =
         readCoverage(objects, options.compiler, session->sources(), program, guard);
     writeFile(options.coverage, coverage.tracefile);
-    const bool readable = options.format == "text" && options.output == "-";
+    const bool readable = options.report == textReport && options.output == "-";
     readable ? writeStandardOutput(coverage.summary) : writeStandardError(coverage.summary);
   }
   return failedTests(results) == 0 ? kSuccess : kProgramErrors;
@@ -162,35 +159,35 @@ int test(const CommonOptions& common, const TestOptions& options) {
 }  // namespace
 
 void addTestCommand(CommandLine& line) {
-  CLI::App& command = line.addCommand("test", "Run the unit tests of programs");
+  Command command = line.addCommand("test", "Run the unit tests of programs");
   const auto options = std::make_shared<TestOptions>();
   addSources(command, line.common, options->files);
   command
-      .add_option("--filter", options->filters,
-                  "Only tests whose names contain this, or match it if it has '*' or '?' "
-                  "(repeatable)")
-      ->type_name("TEXT")
-      ->allow_extra_args(false);
-  command.add_flag("--list", options->list, "Print the tests, and run none");
-  command.add_option("-j,--jobs", options->jobs, "Tests at a time (default: one per processor)")
-      ->type_name("N")
-      ->check(CLI::Range(1, 1000));
-  command.add_option("--format", options->format, "Form of the results (default: text)")
-      ->check(CLI::IsMember({"text", "junit", "json", "tap"}));
+      .option("--filter", options->filters,
+              "Only tests whose names contain this, or match it if it has '*' or '?' "
+              "(repeatable)")
+      .value("TEXT")
+      .oneAtATime();
+  command.flag("--list", options->list, "Print the tests, and run none");
   command
-      .add_option("-o,--output", options->output, "Where the results go (default: standard output)")
-      ->type_name("FILE");
+      .number("-j,--jobs", options->jobs, 1U, 1000U, "Tests at a time (default: one per processor)")
+      .value("N");
+  command.choice<ReportWriter>(
+      "--format", options->report,
+      {{"text", textReport}, {"junit", junitReport}, {"json", jsonReport}, {"tap", tapReport}},
+      "Form of the results (default: text)");
+  command.option("-o,--output", options->output, "Where the results go (default: standard output)")
+      .value("FILE");
   command
-      .add_option("--coverage", options->coverage,
-                  "Write the lines and branches that the tests execute, as lcov does")
-      ->type_name("FILE");
-  command.add_flag("--strict", options->strict, "A division by zero fails a test");
-  command.add_option("--timeout", options->timeout, "Seconds that a test may take (default: 10)")
-      ->type_name("SECONDS")
-      ->check(CLI::Range(0.001, 1e6));
-  command.add_option("--compiler", options->compiler, "The C compiler")
-      ->type_name("CC")
-      ->capture_default_str();
+      .option("--coverage", options->coverage,
+              "Write the lines and branches that the tests execute, as lcov does")
+      .value("FILE");
+  command.flag("--strict", options->strict, "A division by zero fails a test");
+  command
+      .number("--timeout", options->timeout, 0.001, 1e6,
+              "Seconds that a test may take (default: 10)")
+      .value("SECONDS");
+  command.option("--compiler", options->compiler, "The C compiler").value("CC").showDefault();
   line.setAction(command, options, test);
 }
 

@@ -108,32 +108,30 @@ int translate(const CommonOptions& common, const TranslateOptions& options) {
 }  // namespace
 
 void addTranslateCommand(CommandLine& line) {
-  CLI::App& command = line.addCommand("translate", "Translate programs into C");
+  Command command = line.addCommand("translate", "Translate programs into C");
   const auto options = std::make_shared<TranslateOptions>();
   addSources(command, line.common, options->files);
-  CLI::Option* const output =
-      command
-          .add_option("-o,--output", options->output, "Where the C goes (default: standard output)")
-          ->type_name("OUT.c");
-  CLI::Option* const header =
-      command
-          .add_option("--header", options->header,
-                      "Write the declarations into a header, for other C and C++")
-          ->type_name("OUT.h");
+  const Option output =
+      command.option("-o,--output", options->output, "Where the C goes (default: standard output)")
+          .value("OUT.c");
+  const Option header = command
+                            .option("--header", options->header,
+                                    "Write the declarations into a header, for other C and C++")
+                            .value("OUT.h");
   command
-      .add_option("--split", options->folder,
-                  "Write a C file and a header for each unit, and only those that have changed")
-      ->type_name("FOLDER")
-      ->excludes(output)
-      ->excludes(header);
+      .option("--split", options->folder,
+              "Write a C file and a header for each unit, and only those that have changed")
+      .value("FOLDER")
+      .excludes(output)
+      .excludes(header);
   command
-      .add_option("--depfile", options->depfile,
-                  "Write a rule for make and ninja that names the files which the C depends on")
-      ->type_name("FILE");
-  command.add_flag("--lines", options->translation.lines,
-                   "Have the C name the lines of the Structured Text (#line), for debuggers");
-  command.add_flag("--call-tree", options->callTree,
-                   "Print who calls what as JSON; the C goes only where -o says");
+      .option("--depfile", options->depfile,
+              "Write a rule for make and ninja that names the files which the C depends on")
+      .value("FILE");
+  command.flag("--lines", options->translation.lines,
+               "Have the C name the lines of the Structured Text (#line), for debuggers");
+  command.flag("--call-tree", options->callTree,
+               "Print who calls what as JSON; the C goes only where -o says");
   line.setAction(command, options, translate);
 }
 

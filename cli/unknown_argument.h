@@ -1,8 +1,11 @@
 // Commands and options that are not known, mostly misspelt ones.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
+
+namespace CLI {
+class App;
+}
 
 namespace velc {
 
