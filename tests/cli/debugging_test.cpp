@@ -103,7 +103,7 @@ TEST_F(Velc, BuildsProgramsForDebuggers) {
         "END_PROGRAM\n");
   write("session",
         "set debuginfod enabled off\nset disable-randomization off\nset print null-stop on\n"
-        "break pump.st:5\nrun --cycle 7 --scans 3\nprint Pump_data.level\nstep\nnext\nprint "
+        "break pump.st:5\nrun --cycle T#7ms --scans 3\nprint Pump_data.level\nstep\nnext\nprint "
         "self->value\n"
         "next\nnext\ndelete\n"
         "break pump.st:8\ncontinue\nprint Pump_data.a\nprint (unsigned)vel_scan_time\nnext\nprint "
