@@ -1,5 +1,7 @@
 #include "cli/run_options.h"
 
+#include <filesystem>
+
 #include "hostkit/literal.h"
 
 namespace velc {
@@ -13,6 +15,16 @@ std::string parseCycle(const std::string& text, std::int64_t& milliseconds) {
                     value.type == vel::BasicDataType::Time;
   if (!time || value.ticks < 0) return text + " is not a TIME of 0 or more, such as T#10ms";
   milliseconds = value.ticks;
+  return "";
+}
+
+// Takes the name of a plot, and returns what is wrong with it.
+std::string takePlot(const std::string& file, std::string& plot) {
+  const std::string ending = std::filesystem::path(file).extension();
+  if (ending == ".png" || ending == ".pdf" || ending == ".jpg") {
+    return file + " would be an SVG all the same; rsvg-convert makes others of it";
+  }
+  plot = file;
   return "";
 }
 
@@ -36,7 +48,10 @@ void addTraceOptions(Command& command, WatchOptions& options) {
       .needs(trace);
   command.flag("--changes", options.changesOnly, "Trace only scans that change something")
       .needs(trace);
-  command.option("--plot", options.plot, "Draw the traced variables over time")
+  command
+      .call(
+          "--plot", [&options](const std::string& file) { return takePlot(file, options.plot); },
+          "Draw the traced variables over time")
       .value("FILE.svg")
       .notEmpty()
       .needs(trace);

@@ -71,6 +71,9 @@ constexpr Row kRows[] = {
     {"", "translate p.st -o q.c --header /dev/full", 2, "cannot write /dev/full: No space left on device"},
     {"", "translate p.st -o q.c --depfile ./q.c", 2, "velc: ./q.c cannot be two outputs\n"},
     {"", "run p.st --trace x -o q.c --plot q.c", 2, "velc: q.c cannot be two outputs\n"},
+    {"", "run p.st --trace x --plot q.png", 2,
+     "velc: --plot: q.png would be an SVG all the same; rsvg-convert makes others of it\n"
+     "Run with --help for more information.\n"},
     {"", "run p.st --timeout 1 --compiler ./slow", 2,
      "velc: the C compiler './slow' did not end within 1 s (--timeout)\n"},
     {"", "build p.st", 2, "--output is required"},
