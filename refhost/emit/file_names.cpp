@@ -5,6 +5,7 @@
 #include <cctype>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
@@ -20,6 +21,12 @@ void FileNames::nameAll() {
   nameConfiguration();
   nameTypes();
   nameArrays();
+  for (const UnitSymbol* const unit : services_.symbols.units()) nameVariables(*unit);
+  if (services_.symbols.globals() != nullptr) nameVariables(*services_.symbols.globals());
+}
+
+std::string FileNames::derive(const std::string& wanted) {
+  return *derived_.insert(file_.allocate(wanted)).first;
 }
 
 std::string FileNames::avoidOperatorName(const std::string& name) const {
@@ -42,21 +49,22 @@ void FileNames::nameUnits() {
   const auto& units = services_.symbols.units();
   for (const UnitSymbol* const unit : units) {
     if (unit->isTest()) continue;
-    names_[*unit].name = file_.allocate(avoidOperatorName(unit->name()));
+    const std::string name = file_.allocate(avoidOperatorName(unit->name()));
+    if (name != unit->name()) derived_.insert(name);
+    names_[*unit].name = name;
   }
   for (const UnitSymbol* const unit : units) {
-    if (unit->isTest()) names_[*unit].name = file_.allocate(testName(*unit));
+    if (unit->isTest()) names_[*unit].name = derive(testName(*unit));
   }
   nameGlobals();
   for (const UnitSymbol* const unit : units) {
-    nameVariables(*unit);
     if (unit->type() == POUType::Function) continue;
     UnitNames& own = names_[*unit];
-    own.init = file_.allocate(own.name + "_init");
-    own.body = file_.allocate(own.name + "_body");
+    own.init = derive(own.name + "_init");
+    own.body = derive(own.name + "_body");
     if (unit->type() == POUType::Program && (!unit->instantiated || unit->isTest())) {
-      own.scan = file_.allocate(own.name + "_scan");
-      own.data = file_.allocate(own.name + "_data");
+      own.scan = derive(own.name + "_scan");
+      own.data = derive(own.name + "_data");
     }
   }
 }
@@ -67,19 +75,19 @@ void FileNames::nameConfiguration() {
   for (const ProgramInstance& instance : configuration.instances) {
     UnitNames& own = names_[instance];
     own.name = instance.name;
-    own.init = file_.allocate(own.name + "_init");
-    own.scan = file_.allocate(own.name + "_scan");
-    own.data = file_.allocate(own.name + "_data");
+    own.init = derive(own.name + "_init");
+    own.scan = derive(own.name + "_scan");
+    own.data = derive(own.name + "_data");
   }
   for (const TaskRow& row : configuration.schedule()) {
     std::string name = row.resource.empty() ? configuration.name : row.resource;
     if (row.task != nullptr) name = row.task->name;
     const bool edges = row.task != nullptr && row.task->single != nullptr;
     names_.configuration.rows.push_back(
-        {file_.allocate(name + "_run"), edges ? file_.allocate(name + "_single") : ""});
+        {derive(name + "_run"), edges ? derive(name + "_single") : ""});
   }
-  names_.configuration.init = file_.allocate(configuration.name + "_init");
-  names_.configuration.tasks = file_.allocate(configuration.name + "_tasks");
+  names_.configuration.init = derive(configuration.name + "_init");
+  names_.configuration.tasks = derive(configuration.name + "_tasks");
 }
 
 void FileNames::nameVariables(const UnitSymbol& unit) {
@@ -88,10 +96,14 @@ void FileNames::nameVariables(const UnitSymbol& unit) {
   if (unit.type() == POUType::Function) block.allocate(names_[unit].name);
   for (const auto& variable : unit.variables()) {
     const bool edge = variable->role == Role::EdgeState;
-    names_[*variable] =
-        variable.get() == unit.result
-            ? "vel_result"
-            : block.allocate((edge ? "edge_" : "") + avoidOperatorName(variable->name()));
+    if (variable.get() == unit.result) {
+      names_[*variable] = "vel_result";
+      continue;
+    }
+    std::string name = block.allocate((edge ? "edge_" : "") + avoidOperatorName(variable->name()));
+    const bool local = unit.type() == POUType::Function || !variable->isKept();
+    while (local && derived_.count(name) != 0) name = block.allocate(name + '_');
+    names_[*variable] = std::move(name);
   }
 }
 
@@ -100,9 +112,8 @@ void FileNames::nameGlobals() {
   if (globals == nullptr) return;
   UnitNames& own = names_[*globals];
   own.name = file_.allocate("globals");
-  own.init = file_.allocate("globals_init");
-  own.data = file_.allocate("globals_data");
-  nameVariables(*globals);
+  own.init = derive("globals_init");
+  own.data = derive("globals_data");
 }
 
 // A structure without a name is called STRUCT. The names of several are told apart by their order,
@@ -129,7 +140,7 @@ void FileNames::nameTypes() {
     if (structure == nullptr) continue;
     TypeNames& own = names_[*structure];
     own.name = file_.allocate(avoidOperatorName(nameOf(*structure)));
-    own.init = file_.allocate(own.name + "_init");
+    own.init = derive(own.name + "_init");
     CNames block(CNames::Scope::Block, avoided_.get());
     for (const auto& member : structure->members()) {
       names_[*member] = block.allocate(avoidOperatorName(member->name()));

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_set>
 
 #include "refhost/emit/names.h"
 #include "refhost/emit/symbol_names.h"
@@ -29,6 +30,9 @@ class FileNames {
   void nameTypes();
   void nameArrays();
   void nameVariables(const UnitSymbol& unit);
+  // A name of the file that the program does not contain, so that the local variables of C
+  // functions must not hide it.
+  std::string derive(const std::string& wanted);
   std::string nameOf(const StructType& structure) const;
   // `name`, changed if it is that of an operator: the C text calls operators by their names.
   std::string avoidOperatorName(const std::string& name) const;
@@ -37,6 +41,7 @@ class FileNames {
   SymbolNames& names_;
   const std::unique_ptr<const LibraryNames> avoided_;  // null unless shared
   CNames file_;
+  std::unordered_set<std::string> derived_;
 };
 
 }  // namespace refhost

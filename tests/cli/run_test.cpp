@@ -86,6 +86,21 @@ TEST_F(Velc, TakesNamesThatAreReservedInC) {
                                  std::regex("i16 (isnan|sinf|gbitx|VEL_X|double|floor)\\(")));
 }
 
+// C functions and objects whose names the program does not contain.
+TEST_F(Velc, KeepsLocalVariablesFromHidingNamesOfC) {
+  write("p.st",
+        "VAR_GLOBAL g : INT; END_VAR\n"
+        "FUNCTION_BLOCK B VAR_OUTPUT o : INT; END_VAR VAR_TEMP C_body : INT; c : C; END_VAR\n"
+        "C_body := 3; c(); o := C_body + F(5, 7) + c.o; END_FUNCTION_BLOCK\n"
+        "FUNCTION F : INT VAR_INPUT C_body, globals_data : INT; END_VAR\n"
+        "VAR c : C; main_, C_init : INT := 2; END_VAR\n"
+        "c(); g := 4; F := C_body + globals_data + main_ + main() + c.o + C_init; END_FUNCTION\n"
+        "FUNCTION_BLOCK C VAR_OUTPUT o : INT := 1; END_VAR o := o + 2; END_FUNCTION_BLOCK\n"
+        "FUNCTION main : INT main := 2; END_FUNCTION\n"
+        "PROGRAM P VAR b : B; x : INT; END_VAR b(); x := b.o; END_PROGRAM");
+  EXPECT_EQ(velc("run p.st --show g").out, "x = 27\ng = 4\n");
+}
+
 TEST_F(Velc, PrintsAndSetsPartsOfValues) {
   writeProgram("p.st",
                "n : ARRAY[1..5] OF INT; a : ARRAY[1..2, -1..1] OF INT := [1, 2, 3, 4]; big : "
