@@ -250,9 +250,8 @@ std::string placesTable(const ConfiguredVariables::Root& root) {
 
 namespace {
 
-// A static function may be unused.
-std::string prototype(const std::string& head) {
-  const bool internal = head.compare(0, 7, "static ") == 0;
+// An internal function may be unused.
+std::string prototype(const std::string& head, bool internal) {
   return head + (internal ? " __attribute__((unused));\n" : ";\n");
 }
 
@@ -263,7 +262,9 @@ std::string runPrototypes(const UnitNames& names) {
 }  // namespace
 
 std::string prototypes(FileContext& file, const StructType& structure) {
-  return file.startValues.differFromZero(&structure) ? prototype(initHead(file, structure)) : "";
+  return file.startValues.differFromZero(&structure)
+             ? prototype(initHead(file, structure), !file.shared)
+             : "";
 }
 
 std::string prototypes(FileContext& file, const UnitSymbol& unit) {
@@ -271,11 +272,12 @@ std::string prototypes(FileContext& file, const UnitSymbol& unit) {
   if (&unit == file.services.symbols.globals()) {
     return fmt::format("{}void {}(void);\n", file.linkage(unit), names.init);
   }
-  if (unit.type() == POUType::Function) return prototype(functionHead(file, unit));
+  const bool internal = file.isInternal(unit);
+  if (unit.type() == POUType::Function) return prototype(functionHead(file, unit), internal);
   if (hasData(unit)) return runPrototypes(names);
-  return prototype(initHead(file, unit)) +
-         prototype(
-             fmt::format("{}void {}(struct {}* self)", file.linkage(unit), names.body, names.name));
+  const std::string body =
+      fmt::format("{}void {}(struct {}* self)", file.linkage(unit), names.body, names.name);
+  return prototype(initHead(file, unit), internal) + prototype(body, internal);
 }
 
 std::string prototypes(FileContext& file, const ProgramInstance& instance) {

@@ -38,12 +38,11 @@ struct FileContext {
         lines(form.lines),
         effects(services.symbols) {}
 
-  // "static " unless other C files may use what the unit declares. Each file has its own functions
-  // of the standard blocks, which are small.
-  const char* linkage(const UnitSymbol& unit) const {
-    return shared && !unit.standard ? "" : "static ";
-  }
-  // The same for what belongs to no unit.
+  // True unless other C files may use the functions of the unit. Each file has its own ones of the
+  // standard blocks, which are small.
+  bool isInternal(const UnitSymbol& unit) const { return !shared || unit.standard; }
+  const char* linkage(const UnitSymbol& unit) const { return isInternal(unit) ? "static " : ""; }
+  // For what belongs to no unit.
   const char* linkage() const { return shared ? "" : "static "; }
   // Forgets the operators of the file before.
   void beginFile() {
