@@ -41,9 +41,11 @@ void offerTestFunctions(Spelling& spelling) {
 }
 
 bool isMockFunction(std::string_view name) {
-  constexpr std::string_view kMock = "MOCK";
-  return equalIgnoringCase(name.substr(0, kMock.size()), kMock) &&
-         (name.size() == kMock.size() || name[kMock.size()] == '_');
+  constexpr std::string_view kWords[] = {"MOCK", "STUB", "FAKE"};
+  return std::any_of(std::begin(kWords), std::end(kWords), [name](std::string_view word) {
+    return equalIgnoringCase(name.substr(0, word.size()), word) &&
+           (name.size() == word.size() || name[word.size()] == '_');
+  });
 }
 
 }  // namespace refhost

@@ -143,7 +143,10 @@ unit_name:
 ;
 
 test_name:
-  LITERAL  { $$ = make.name(@1); }
+  LITERAL     { $$ = make.name(@1); }
+| INTEGER     { $$ = make.name(@1); }
+| NUMBER      { $$ = make.name(@1); }
+| IDENTIFIER  { $$ = make.name(@1); }
 | error    { $$ = kNone; tokens.resumeInPlace(); }
 ;
 

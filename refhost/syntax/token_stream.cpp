@@ -123,7 +123,8 @@ bool TokenStream::isPlainName(const Token& token) const {
 
 void TokenStream::takeWord(Token& token) {
   if (isPlainName(token)) return;
-  unsupported_.replace(token, last_.kind);
+  const bool headed = beforeLast_ == Kind::TEST && last_.kind == Kind::LITERAL;
+  unsupported_.replace(token, headed ? static_cast<int>(';') : last_.kind);
   token.kind = kindHere(token);
   if (queue_.isFollowedBy(token.span, '=')) takeBinds(token);
   mistakenWords_.joinEnd(token, last_.kind);
@@ -167,6 +168,7 @@ int TokenStream::kindHere(const Token& token) {
 // The words of unit tests are keywords where a unit begins, and their ends in such a unit. Within
 // another unit, whose end is missing then, they are told by what follows them.
 int TokenStream::testPartHere(std::string_view text) {
+  if (last_.kind == '.') return Kind::IDENTIFIER;  // the name of a member
   if (blocks_.any() && blocks_.begin()->construct->isTestUnit()) {
     if (const int end = kindOf(text, kTestEnds); end != Kind::IDENTIFIER) return end;
   }

@@ -149,12 +149,21 @@ void TreeFactory::unit(Span span, vel::POUType type, Value unitName, Value retur
 void TreeFactory::testUnit(Span span, TestPart part, Value title, Value blocks, Value body) {
   if (part == TestPart::Test && title.node != nullptr) {
     const std::string_view text = vel::TreeBuilder::source(*title.node);
-    if (text.front() != '\'' && text.front() != '"') {
-      errors_.syntax(spanOf(title), "the name of a TEST is a string");
+    const bool isString = text.front() == '\'' || text.front() == '"';
+    if (!isString || text.size() == 2) {
+      errors_.syntax(spanOf(title),
+                     isString ? "the name of a TEST is empty" : "the name of a TEST is a string");
       title = kNone;
     }
   }
   if (title.node == nullptr) title = name({span.begin, span.begin});
+  while (!tree_.globals.empty()) {
+    const vel::TextLocation at = tree_.globals.back()->pos();
+    if (at.file() != title.node->pos().file() || at.offset() < span.begin) break;
+    errors_.notSupported({at.offset(), at.offset()}, "Global variables (VAR_GLOBAL) of tests are");
+    errors_.refusePart();
+    tree_.globals.pop_back();
+  }
   const bool setup = part == TestPart::Setup;
   const char* const word = setup ? "SETUP" : part == TestPart::Test ? "TEST" : "TEARDOWN";
   const std::string numbered = word + ('#' + std::to_string(tree_.tests.size()));

@@ -19,7 +19,7 @@ struct Unsupported::Construct {
   enum class Extent : std::uint8_t {
     Word,
     Names,      // the word and the names, dots and commas after it
-    Statement,  // up to the next ';'
+    Statement,  // up to the next ';' or the word `closer`
     Closer,     // up to the word `closer`
     Unit,       // up to the end of the unit
   };
@@ -93,9 +93,11 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
       {"CAL", Extent::Unit, "", kRefused, kInstructions},
       {"OVERLAP", Extent::Word, "", kRefused, "Overlapping members (OVERLAP) are"},
       {"JMP", Extent::Names, "", kRefused, "Jumps (JMP) are"},
-      {"MOCK", Extent::Statement, "", kRefused, kMocks},
-      {"MOCK_FUNCTION", Extent::Statement, "", kRefused, kMocks},
-      {"STUB", Extent::Statement, "", kRefused, kMocks},
+      {"MOCK", Extent::Statement, "END_MOCK", kRefused, kMocks},
+      {"MOCK_FUNCTION", Extent::Statement, "END_MOCK", kRefused, kMocks},
+      {"STUB", Extent::Statement, "END_STUB", kRefused, kMocks},
+      {"END_MOCK", Extent::Word, "", nullptr, ""},
+      {"END_STUB", Extent::Word, "", nullptr, ""},
       // Access paths do not concern the translation.
       {"VAR_ACCESS", Extent::Closer, "END_VAR", nullptr, ""},
   };
@@ -201,6 +203,7 @@ void Unsupported::skip(Token& token, const Construct& construct) {
   const auto isName = [&token] {
     return token.kind == Kind::IDENTIFIER || token.kind == '.' || token.kind == ',';
   };
+  const auto isCloser = [&] { return equalIgnoringCase(queue_.textOf(token), construct.closer); };
   token = queue_.take();
   switch (construct.extent) {
     case Construct::Extent::Word:
@@ -209,14 +212,14 @@ void Unsupported::skip(Token& token, const Construct& construct) {
       while (isName() && constructOf(queue_.textOf(token)) == nullptr) token = queue_.take();
       break;
     case Construct::Extent::Statement:
-      while (token.kind != Kind::YYEOF && !isStructural(token.kind)) token = queue_.take();
+      while (token.kind != Kind::YYEOF && !isStructural(token.kind) && !isCloser())
+        token = queue_.take();
       break;
     case Construct::Extent::Unit:
       while (!endsUnit()) token = queue_.take();
       break;
     case Construct::Extent::Closer:
-      while (!endsUnit() && !equalIgnoringCase(queue_.textOf(token), construct.closer))
-        token = queue_.take();
+      while (!endsUnit() && !isCloser()) token = queue_.take();
       if (endsUnit()) {
         errors_.unexpected(token.span, construct.closer);
       } else {
