@@ -245,10 +245,10 @@ std::string DeviceMap::text(const HeapAddress& address) const {
          ")";
 }
 
-HeapRawAddr DeviceMap::allocateState() {
+HeapRawAddr DeviceMap::allocateState(std::uint32_t bytes, std::uint32_t alignment) {
   HeapRawAddr result;
-  result.address = byteSize();
-  ++stateBytes_;
+  result.address = (byteSize() + alignment - 1) / alignment * alignment;
+  stateBytes_ += result.address + bytes - byteSize();
   return result;
 }
 

@@ -49,8 +49,8 @@ class DeviceMap {
   // C text that reads the address with the runtime: `gbit(131072)`, `VEL_MEM(u16, 0)`.
   std::string text(const vel::HeapAddress& address) const;
 
-  // Allocates one byte after the areas, for hidden state.
-  vel::HeapRawAddr allocateState();
+  // Allocates bytes after the areas, for hidden state. `alignment` is a power of two.
+  vel::HeapRawAddr allocateState(std::uint32_t bytes = 1, std::uint32_t alignment = 1);
   void releaseState() { stateBytes_ = 0; }
   const Sizes& sizes() const { return sizes_; }
   std::uint32_t stateBytes() const { return stateBytes_; }

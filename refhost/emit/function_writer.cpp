@@ -101,6 +101,10 @@ void FunctionWriter::appendFunction(std::string& out) {
 }
 
 void FunctionWriter::prepare(const UnitSymbol& function) {
+  if (function.isTest()) {
+    const ConfiguredVariables::Root& root = file_.services.configured.roots[&function];
+    if (!root.places.empty()) body_.line(placesTable(root));
+  }
   for (const auto& variable : function.variables()) {
     const vel::SymbolDataType* const type = variable->dataType();
     const Role role = variable->role;
@@ -116,6 +120,7 @@ void FunctionWriter::prepare(const UnitSymbol& function) {
     }
     if (role != Role::Input && role != Role::InOut && file_.startValues.differFromZero(*variable)) {
       const Place result{Place::Kind::Object, file_.names.of(*variable)};
+      initials_.enter(*variable, nullptr);
       initials_.initialise(role == Role::Result ? result : expressions_.places.of(*variable),
                            *variable);
     }

@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "refhost/emit/declarations.h"
 #include "refhost/emit/function_writer.h"
 
 namespace refhost {
@@ -45,8 +46,10 @@ void TestWriter::appendSetup(const UnitSymbol& setup, std::string& out) {
   FunctionWriter(file_, &setup).appendBody(out);
   out += fmt::format("\nstatic void {}(void) {{\n", names.scan);
   if (globals != nullptr) out += fmt::format("  {}();\n", file_.names.of(*globals).init);
-  out +=
-      fmt::format("  {}(&{});\n  {}(&{});\n}}\n", names.init, names.data, names.body, names.data);
+  const ConfiguredVariables::Root& root = file_.services.configured.roots[&setup];
+  if (!root.places.empty()) out += "  " + placesTable(root) + "\n";
+  out += fmt::format("  {}(&{}{});\n  {}(&{});\n}}\n", names.init, names.data,
+                     root.places.empty() ? "" : ", vel_places", names.body, names.data);
 }
 
 std::string setupFunction(const Services& services, const SymbolNames& names,

@@ -228,7 +228,7 @@ bool Expressions::requireWritable(const Expr& target) {
   const bool instance =
       target.dataType != nullptr && target.dataType->dataType() == BasicDataType::FunctionBlock;
   if (target.dataType == nullptr) return true;
-  if (isWritable(target) && !instance) return true;
+  if (isWritable(target, parts_.tests.isInTest()) && !instance) return true;
   say(target, message::kNotWritable, TreeBuilder::source(target));
   return false;
 }

@@ -59,6 +59,10 @@ void ConfiguredPlaces::declareOpen(VarSymbol& variable, const ASTNode& address) 
   if (!isOpenAddress(TreeBuilder::source(address))) {
     parts_.locations.sayInvalid(address);
     refused_.insert(&variable);
+  } else if (variable.owner->isTest()) {
+    say(address, message::kNotSupported,
+        "Open addresses (" + std::string(TreeBuilder::source(address)) +
+            ") of variables of tests are");
   } else if (variable.owner->type() == vel::POUType::Function || variable.role == Role::Temp ||
              variable.indirect) {
     say(address, message::kNotKept, variable.name());
@@ -278,10 +282,50 @@ void ConfiguredPlaces::place(const ASTNode& path, const ASTNode& address, Target
 
 void ConfiguredPlaces::refuseTemporaries(const UnitSymbol& unit) {
   for (const auto& variable : unit.variables()) {
-    const bool kept = unit.type() != vel::POUType::Function && variable->role != Role::Temp;
+    const bool kept =
+        (unit.type() != vel::POUType::Function || unit.isTest()) && variable->role != Role::Temp;
     if (kept || variable->indirect || variable->declared == nullptr) continue;
     if (services_.configured.open.countIn(variable->dataType()) == 0) continue;
     say(*variable->declared, message::kNotKept, variable->name());
+  }
+}
+
+void ConfiguredPlaces::placeInstances(const UnitSymbol& test) {
+  auto& places = services_.configured.roots[&test].places;
+  for (const auto& variable : test.variables()) {
+    if (variable->indirect || variable->role == Role::Temp) continue;
+    if (services_.configured.open.countIn(variable->dataType()) > kMostPlacesInTest) {
+      say(*variable->declared, message::kNotSupported, "So many open addresses in a test are");
+    } else {
+      allocate(variable->dataType(), places);
+    }
+  }
+}
+
+// Appends a place for each open address in a variable of the type.
+void ConfiguredPlaces::allocate(const Type* type, std::map<std::uint64_t, std::uint32_t>& places) {
+  if (services_.configured.open.countIn(type) == 0) return;
+  if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
+    for (std::int64_t i = 0; i < array->count(); ++i) allocate(array->element, places);
+    return;
+  }
+  const auto* const instance = dynamic_cast<const InstanceType*>(type);
+  const auto& variables = instance != nullptr ? instance->unit->variables()
+                                              : static_cast<const StructType*>(type)->members();
+  for (const auto& variable : variables) {
+    if (variable->indirect || variable->role == Role::Temp) continue;
+    if (!variable->placedByInstance) {
+      allocate(variable->dataType(), places);
+      continue;
+    }
+    const auto layout = services_.layouts.of(variable->dataType());
+    const bool fits = layout && layout->size <= Layout::kMostBytes;
+    const std::uint32_t byte =
+        services_.memory
+            .allocateState(fits ? static_cast<std::uint32_t>(layout->size) : 1,
+                           fits ? static_cast<std::uint32_t>(layout->alignment) : 1)
+            .address;
+    places.emplace(places.size(), variable->isDeviceBit() ? 8 * byte : byte);
   }
 }
 

@@ -1,6 +1,7 @@
 // VAR_CONFIG: places of variables AT %Q*, and initial values of single instances.
 #pragma once
 
+#include <map>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -21,8 +22,12 @@ class ConfiguredPlaces : public Part {
   // All variables must have been declared.
   // `complete` is false after syntax errors, which may have cost declarations and entries.
   void analyse(bool complete);
+  // Gives the variables AT %Q* of the instances in a part of a test memory of their own, since
+  // VAR_CONFIG does not know these.
+  void placeInstances(const UnitSymbol& test);
 
  private:
+  static constexpr std::uint64_t kMostPlacesInTest = 100'000;
   using Step = ConfiguredVariables::Step;
   // The variable that the path of an entry names.
   struct Target {
@@ -43,6 +48,7 @@ class ConfiguredPlaces : public Part {
   bool enterElement(Expr& element, Target& target);
   const ASTNode*& entryOf(const Target& target);
   void place(const ASTNode& path, const ASTNode& address, Target& target);
+  void allocate(const Type* type, std::map<std::uint64_t, std::uint32_t>& places);
   void refuseTemporaries(const UnitSymbol& unit);
   bool isLost(const VarSymbol& variable) const;
   bool reportMissing(const void* root, const UnitSymbol& unit, const std::string& path,

@@ -125,7 +125,8 @@ bool Declarations::declaresVariable(std::string_view name) const {
   for (const UnitSymbol* const unit :
        {static_cast<const UnitSymbol*>(services_.symbols.globals()), outer, own}) {
     if (unit == nullptr) continue;
-    forEachDeclaration(*unit, [&](const VarBlock&, const VarDecl& declaration) {
+    forEachDeclaration(*unit, [&](const VarBlock& block, const VarDecl& declaration) {
+      if (unit == outer && block.section == VarSection::Temp) return;
       for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
         found = found || equalIgnoringCase(vel::TreeBuilder::source(*declaration.leaf(n)), name);
       }

@@ -115,7 +115,9 @@ void Sizes::checkUnits() {
           frame.whole = frame.own + deepest;
           // A caller of a unit that has been reported is not reported itself.
           if (frame.whole <= kMostStack || deepest > kMostStack) return;
-          say(*frame.unit->node->leaf(Unit::kName), message::kTooMuchStack, frame.unit->name(),
+          const Unit& node = *frame.unit->node;
+          say(*node.leaf(Unit::kName), message::kTooMuchStack,
+              frame.unit->isTest() ? Tests::nameOf(node) : frame.unit->name(),
               std::to_string(frame.whole), std::to_string(kMostStack));
         });
   }

@@ -105,7 +105,9 @@ void Suggestions::offerVariables(Spelling& spelling, Accepts accepts) const {
        {unit, outer, static_cast<const UnitSymbol*>(services_.symbols.globals())}) {
     if (owner == nullptr) continue;
     for (const auto& variable : owner->variables()) {
-      if (variable->role != Role::EdgeState && accepts(*variable)) spelling.offer(variable->name());
+      const bool seen =
+          variable->role != Role::EdgeState && (owner != outer || variable->role != Role::Temp);
+      if (seen && accepts(*variable)) spelling.offer(variable->name());
     }
   }
 }

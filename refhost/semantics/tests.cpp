@@ -38,9 +38,12 @@ void Tests::declare() {
       const std::uint32_t file = node->pos().file();
       const std::string text(TreeBuilder::source(title));
       if (text.empty()) continue;  // a syntax error, which has been reported
-      const std::string name = node->testPart == TestPart::Test ? text.substr(1, text.size() - 2)
-                               : setup                          ? "SETUP"
-                                                                : "TEARDOWN";
+      LiteralValue value;
+      if (node->testPart == TestPart::Test && parseLiteral(text, value) != LiteralError::None) {
+        say(title, message::kBadLiteral, text);
+        continue;
+      }
+      const std::string name = nameOf(*node);
       const auto [known, isNew] = titles.emplace(std::tuple(file, node->testPart, name), &title);
       if (!isNew) {
         sayRedeclared(title, name, known->second);
@@ -61,12 +64,22 @@ void Tests::declare() {
   }
 }
 
+std::string Tests::nameOf(const Unit& node) {
+  if (node.testPart != TestPart::Test) {
+    return node.testPart == TestPart::Setup ? "SETUP" : "TEARDOWN";
+  }
+  LiteralValue title;
+  parseLiteral(TreeBuilder::source(*node.leaf(Unit::kName)), title);
+  return title.text;
+}
+
 void Tests::refuseParameters(const Unit& node) {
   const ASTNode& blocks = *node.leaf(Unit::kVarBlocks);
   for (int i = 0; i < blocks.leavesCount(); ++i) {
     const auto& block = static_cast<const VarBlock&>(*blocks.leaf(i));
-    if (isParameter(block.section)) {
-      say(block, message::kNotSupported, "Parameters of tests, which nothing calls, are");
+    if (isParameter(block.section) && block.leavesCount() > 0) {
+      say(*block.leaf(0)->leaf(VarDecl::kFirstName), message::kNotSupported,
+          "Parameters of tests, which nothing calls, are");
     }
   }
 }
@@ -74,22 +87,12 @@ void Tests::refuseParameters(const Unit& node) {
 void Tests::enterInstances() {
   if (tree_.tests.empty()) return;
   for (const UnitSymbol* const unit : services_.symbols.units()) {
-    if (partOf(unit) == TestPart::Setup) refuseOpenPlaces(*unit);
+    if (unit->isTest()) parts_.configuredPlaces.placeInstances(*unit);
   }
   for (UnitSymbol* const unit : services_.symbols.units()) {
     if (unit->type() != vel::POUType::Program) continue;
     unit->instantiated = true;
     unit->node->kind = kKindOfInstances;
-  }
-}
-
-// VAR_CONFIG does not reach into tests.
-void Tests::refuseOpenPlaces(const UnitSymbol& setup) {
-  for (const auto& variable : setup.variables()) {
-    const bool open = variable->openAddress != nullptr ||
-                      services_.configured.open.countIn(variable->dataType()) != 0;
-    if (!open || variable->declared == nullptr || variable->indirect) continue;
-    say(*variable->declared, message::kNotSupported, "Open addresses (AT %Q*) in tests are");
   }
 }
 

@@ -1,6 +1,7 @@
 // Unit tests: SETUP, TEST and TEARDOWN, and what only they can call.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "refhost/semantics/part.h"
@@ -16,6 +17,8 @@ class Tests : public Part {
   // Gives the units the form that tests call: a PROGRAM has instances only. To be called once
   // VAR_CONFIG has been analysed, and before the statements are.
   void enterInstances();
+  // `SETUP`, `TEARDOWN`, or the name of the TEST.
+  static std::string nameOf(const Unit& node);
   // True if the unit that is analysed is a part of a test.
   bool isInTest() const { return partOf(context_.unit) != TestPart::None; }
   // The type of the instances of the PROGRAM of this name, which only tests can declare; null for
@@ -33,7 +36,6 @@ class Tests : public Part {
     return unit != nullptr ? unit->node->testPart : TestPart::None;
   }
   void refuseParameters(const Unit& node);
-  void refuseOpenPlaces(const UnitSymbol& setup);
   bool takesOperands(const Call& call);
   void analyseComparison(Call& call);
   void analyseCondition(Call& call);

@@ -52,6 +52,7 @@ const char* notRetained(const UnitSymbol& unit, const VarBlock& block) {
     case VarSection::External:
       return "external variables: it belongs to the global one";
     default:
+      if (unit.isTest()) return "variables of a test, which begins anew each time";
       return unit.type() == vel::POUType::Function ? "variables of a FUNCTION, which no call keeps"
                                                    : nullptr;
   }

@@ -183,7 +183,7 @@ const VarSymbol* referenceNamed(const ASTNode& node) {
 }
 
 // The target of a pointer or reference is writable even if that is constant.
-bool isWritable(const Expr& place) {
+bool isWritable(const Expr& place, bool outputs) {
   const auto* const variable = asVariable(place.symbol);
   if (place.kind == ExprKind::Variable) {
     // A device address has no symbol and is writable.
@@ -195,9 +195,10 @@ bool isWritable(const Expr& place) {
   if (place.kind == ExprKind::Element && valueType(base.dataType) == BasicDataType::Pointer) {
     return true;
   }
-  if (place.kind != ExprKind::Member) return isWritable(base);
+  if (place.kind != ExprKind::Member) return isWritable(base, outputs);
   if (variable == nullptr || variable->reference) return variable != nullptr;
-  if (variable->role == Role::Member) return isWritable(base);
+  if (variable->role == Role::Member) return isWritable(base, outputs);
+  if (variable->role == Role::Output) return outputs;
   // Only tests can name a local variable of an instance.
   return variable->role == Role::Input || (variable->role == Role::Local && !variable->constant);
 }

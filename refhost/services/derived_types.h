@@ -130,8 +130,9 @@ class PointerType final : public vel::SymbolDataType {
 // The member of a structure or the variable of an instance; null when there is none.
 VarSymbol* memberOf(const vel::SymbolDataType* type, std::string_view name);
 
-// True if the program may assign to the expression.
-bool isWritable(const Expr& place);
+// True if the program may assign to the expression; with `outputs`, as tests have it, also to the
+// outputs of instances.
+bool isWritable(const Expr& place, bool outputs = false);
 // True of a constant, of an ARRAY[*] that is an input, and of parts of them.
 bool isReadOnly(const Expr& place);
 // True if the program may bind the REFERENCE TO: if it is no member of a constant.

@@ -151,10 +151,12 @@ class UnitSymbol final : public vel::SymbolPOU {
     const auto found = byName_.find(name);
     return found != byName_.end() ? found->second : nullptr;
   }
-  // The same for a variable of the SETUP, too.
+  // The same for a variable of the SETUP, too, unless it ends with that.
   VarSymbol* visible(std::string_view name) const {
     VarSymbol* const own = variable(name);
-    return own == nullptr && outer != nullptr ? outer->variable(name) : own;
+    if (own != nullptr || outer == nullptr) return own;
+    VarSymbol* const shared = outer->variable(name);
+    return shared != nullptr && shared->role != Role::Temp ? shared : nullptr;
   }
   // In order of declaration.
   const std::vector<std::unique_ptr<VarSymbol>>& variables() const { return variables_; }

@@ -84,10 +84,13 @@ TEST_F(Velc, RunsEachTestByItself) {
         "%QX0.1 : BOOL; last AT %MB8 : BYTE; t : TON; runs : INT; END_VAR VAR_INPUT key : BOOL; "
         "END_VAR VAR_OUTPUT done : BOOL; END_VAR t(IN := key AND MEP(key) OR t.IN, PT := T#30ms); "
         "done := t.Q; open := done; runs := runs + 1; IF runs > k THEN last := 5; END_IF "
-        "END_PROGRAM\n");
+        "END_PROGRAM FUNCTION_BLOCK Valve VAR_OUTPUT opened : INT; END_VAR VAR key AT %I* : BOOL; "
+        "open AT %Q* : BOOL := TRUE; level AT %I* : ARRAY[1..2] OF LREAL; END_VAR open := key AND "
+        "level[2] > 1; IF open THEN opened := opened + 1; END_IF END_FUNCTION_BLOCK\n");
   write(
       "a.st",
-      "SETUP VAR CONSTANT size : INT := 2; END_VAR VAR g : Gate; r : ARRAY[1..size] OF REAL; "
+      "SETUP VAR CONSTANT size : INT := 2; END_VAR VAR g : Gate; v : ARRAY[1..size] OF Valve; r : "
+      "ARRAY[1..size] OF REAL; "
       "END_VAR made := made + 1; RETURN; made := 100; END_SETUP\n"
       "TEST 'program' VAR own : Gate; END_VAR g(key := TRUE); ADVANCE_TIME(T#29ms); g(); "
       "ASSERT_FALSE(g.done); ADVANCE_TIME(1_000_000); g(); ASSERT_TRUE(g.done AND %QX0.1); "
@@ -95,6 +98,9 @@ TEST_F(Velc, RunsEachTestByItself) {
       "ASSERT_FALSE(g.key); g.runs := g.k; g(); ASSERT_EQ(g.last, 5); made := 50; END_TEST\n"
       "TEST 'anew' ASSERT_EQ(made, 2); ASSERT_EQ(g.runs, 0); ASSERT_EQ(%MB8, 0); ASSERT_EQ(TIME(), "
       "T#0ms); r[size] := 1; END_TEST\n"
+      "TEST 'places' VAR own : Valve; END_VAR own.key := TRUE; own.level[2] := 3; v[1].level[2] := "
+      "4; ASSERT_TRUE(v[2].open); v[1].opened := 7; own(); v[1](); ASSERT_TRUE(own.open); "
+      "ASSERT_FALSE(v[1].open); ASSERT_EQ(own.opened, 1); ASSERT_EQ(v[1].opened, 7); END_TEST\n"
       "TEST 'returns' RETURN; ASSERT_TRUE(FALSE); END_TEST\n"
       "TEST 'loop' WHILE TRUE DO made := 1; END_WHILE END_TEST\n"
       "TEST 'pointer' VAR p : POINTER TO INT; END_VAR p^ := 1; END_TEST\n"
@@ -109,13 +115,14 @@ TEST_F(Velc, RunsEachTestByItself) {
   EXPECT_EQ(
       brief(outcome.out),
       "a.st\n  FAIL  program; ASSERT_EQ(made, 2, 'behind'): behind (in TEARDOWN); made = 50; 2\n"
-      "  ok    anew\n  ok    returns\n  FAIL  loop; did not end within 0.5 s (--timeout)\n"
+      "  ok    anew\n  ok    places\n  ok    returns\n  FAIL  loop; did not end within 0.5 s "
+      "(--timeout)\n"
       "  FAIL  pointer; crashed with signal 11 (Segmentation fault)\n"
       "  FAIL  stack; crashed with signal 11 (Segmentation fault) in FUNCTION Deep\n"
       "  ok    by zero\n  ok    real by zero\n  FAIL  cleanup; ASSERT_EQ(made, 3); made = 2; 3\n"
-      "b.st\n  FAIL  anew; ASSERT_LT(made, 1) (in SETUP); made = 1; 1\n6 of 10 tests failed\n");
+      "b.st\n  FAIL  anew; ASSERT_LT(made, 1) (in SETUP); made = 1; 1\n6 of 11 tests failed\n");
   EXPECT_EQ(brief(velc("test plant.st a.st --strict --filter zero").out),
-            "a.st\n  FAIL  by zero; division by zero in FUNCTION Halved, called at a.st:8\n"
+            "a.st\n  FAIL  by zero; division by zero in FUNCTION Halved, called at a.st:9\n"
             "  FAIL  real by zero; division by zero\n2 of 2 tests failed\n");
 }
 

@@ -27,6 +27,11 @@ TEST(UnitTests, AreJudgedLikeUnits) {
       {"TEST 'a' ; END_TEST TEST 'a' ; END_TEST SETUP ; END_SETUP Setup ; END_SETUP TEST 'A' ; "
        "END_TEST TEST 'SETUP' ; END_TEST",
        "26 F0021 a; 59 F0021 SETUP"},
+      {"TEST 'Ab' ; END_TEST TEST \"$0041b\" ; END_TEST TEST '$Z' ; END_TEST TEST '' ; END_TEST "
+       "TEST 'r' VAR x : INT; END_VAR VAR_GLOBAL g : INT; END_VAR x := g; END_TEST PROGRAM P "
+       "VAR x : INT; END_VAR x := g; END_PROGRAM TEST 'big' VAR a : ARRAY[1..1000000] OF LINT; "
+       "END_VAR a[1] := 5; END_TEST",
+       "27 F0021 Ab; 52 F0003 , ; 73 F0002; 127 F0007; 198 F0020 g; 218 F009A big"},
       // SETUP's variables are seen by the others, whose own ones hide them.
       {"TEST 'a' VAR y : ARRAY[1..k] OF INT; x : BOOL; END_VAR x := TRUE; y[3] := z; c := Red; "
        "END_TEST SETUP VAR x, z : INT; c : (Red, Green); END_VAR VAR CONSTANT k : INT := 3; "
@@ -44,7 +49,18 @@ TEST(UnitTests, AreJudgedLikeUnits) {
        "ASSERT_EQ, F, F"},
       {"TEST 'a' VAR_INPUT x : INT; END_VAR MOCK fb.x; MOCK_FUNCTION F RETURNS 5.5; "
        "MOCK_VERIFY_CALLED(F); x := 1; END_TEST",
-       "19 F0007; 37 F0007; 48 F0007; 77 F0007"},
+       "20 F0007; 37 F0007; 48 F0007; 77 F0007"},
+      {"MOCK F END_MOCK TEST 'a' STUB F END_STUB FAKE(x); END_TEST MOCK_FUNCTION G G := 1; "
+       "END_MOCK "
+       "TEST 'b' x := 1; END_TEST",
+       "1 F0007; 26 F0007; 42 F0007; 60 F0007; 102 F0020 x"},
+      // Of the SETUP, a test does not see temporary variables.
+      {"FUNCTION_BLOCK F VAR_OUTPUT o, end_test : INT; END_VAR VAR i AT %I* : INT; END_VAR o := i; "
+       "END_FUNCTION_BLOCK SETUP VAR_TEMP t : F; u : INT; END_VAR u := 1; END_SETUP TEST 'a' VAR "
+       "RETAIN f "
+       ": F; many : ARRAY[1..100001] OF F; own AT %Q* : BOOL; END_VAR f.o := 5; f.end_test := f.i; "
+       "u := 2; END_TEST FUNCTION_BLOCK G VAR f : F; END_VAR f.o := 5; END_FUNCTION_BLOCK",
+       "126 F00D6 t; 181 ~F00E7 RETAIN; 195 F0007; 232 F0007; 281 F0020 u; 334 F0023 f.o"},
       {"TEST 'a' ASSERT_EG(1, 1); END_TEST PROGRAM P ASSERT_TRUE(TRUE); ADVANCE_TIME(5); "
        "END_PROGRAM",
        "10 F0020 ASSERT_EG; 46 F0100 ASSERT_TRUE; 65 F0100 ADVANCE_TIME"},
