@@ -36,9 +36,29 @@ std::string deadEnd(const ProgramVariable& part, std::string_view rest) {
     return fmt::format("'{}' has no member '{}'{}", part.name, member, asking(spelling.best()));
   }
   if (rest.front() == '[' && shape != nullptr && shape->element != nullptr) {
+    if (rest.find(']') == rest.npos) return fmt::format("'{}{}' has no ']'", part.name, rest);
     return fmt::format("'{}' has no element {}", part.name, rest.substr(0, rest.find(']') + 1));
   }
   return fmt::format("'{}' has no part '{}'", part.name, rest);
+}
+
+// Blanks may stand at the ends of a name and beside its dots, brackets and commas.
+std::string withoutBlanks(std::string_view name) {
+  constexpr std::string_view kMarks = ".,[]";
+  std::string text;
+  bool apart = false;  // blanks follow `text`
+  for (const char c : name) {
+    if (c == ' ' || c == '\t') {
+      apart = true;
+      continue;
+    }
+    const bool beside =
+        text.empty() || kMarks.find(c) != kMarks.npos || kMarks.find(text.back()) != kMarks.npos;
+    if (apart && !beside) text += ' ';
+    apart = false;
+    text += c;
+  }
+  return text;
 }
 
 bool standsInAll(const ProgramVariable& variable) {
@@ -63,7 +83,9 @@ Places::Places(const Session& session)
   }
 }
 
-bool Places::find(std::string_view name, ProgramVariable& place, std::string& error) const {
+bool Places::find(std::string_view text, ProgramVariable& place, std::string& error) const {
+  const std::string spelt = withoutBlanks(text);
+  const std::string_view name = spelt;
   std::vector<ProgramVariable> found;
   std::string reason;
   for (std::size_t end = nextPart(name, 0);; end = nextPart(name, end + 1)) {

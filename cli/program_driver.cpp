@@ -7,6 +7,7 @@
 
 #include "cli/failure.h"
 #include "cli/shape_tables.h"
+#include "cli/shared_storage.h"
 #include "cli/value_parse.h"
 
 namespace velc {
@@ -82,22 +83,36 @@ bool isSettable(const ProgramVariable& place) {
   return place.settable && !place.shape->hasParts() && place.type != vel::BasicDataType::Pointer;
 }
 
-std::string settingStatement(const Places& places, const std::string& setting) {
-  const std::size_t mark = setting.find('=');
-  if (mark == std::string::npos) {
-    throw Failure(fmt::format("--set: '{}' is not NAME=VALUE", setting));
+std::vector<std::string> settingStatements(const Places& places,
+                                           const std::vector<std::string>& settings) {
+  std::vector<std::string> statements;
+  std::vector<ProgramVariable> variables;
+  const auto nameOf = [](std::string_view setting) {
+    return trim(setting.substr(0, setting.find('=')));
+  };
+  for (const std::string& setting : settings) {
+    const std::size_t mark = setting.find('=');
+    if (mark == std::string::npos) {
+      throw Failure(fmt::format("--set: '{}' is not NAME=VALUE", setting));
+    }
+    ProgramVariable variable = places.named("--set", nameOf(setting));
+    if (!isSettable(variable)) {
+      throw Failure(fmt::format("--set: '{}' cannot be set", variable.name));
+    }
+    const std::string_view value = std::string_view(setting).substr(mark + 1);
+    std::string bytes;
+    std::string error;
+    if (!parseValue(*variable.shape, std::string(trim(value)), bytes, error)) {
+      throw Failure(fmt::format("--set {}: {}", setting, error));
+    }
+    statements.push_back(storeStatement(variable, bytes));
+    variables.push_back(std::move(variable));
   }
-  const std::string_view view = setting;
-  const ProgramVariable variable = places.named("--set", trim(view.substr(0, mark)));
-  if (!isSettable(variable)) {
-    throw Failure(fmt::format("--set: '{}' cannot be set", variable.name));
+  for (const SharedStorage& shared : sharedStorage(variables)) {
+    throw Failure(fmt::format("--set: '{}' and '{}' share storage", nameOf(settings[shared.first]),
+                              nameOf(settings[shared.second])));
   }
-  std::string bytes;
-  std::string error;
-  if (!parseValue(*variable.shape, std::string(trim(view.substr(mark + 1))), bytes, error)) {
-    throw Failure(fmt::format("--set {}: {}", setting, error));
-  }
-  return storeStatement(variable, bytes);
+  return statements;
 }
 
 std::string driverText(const Session& session, const std::vector<std::string>& settingStatements,

@@ -15,9 +15,10 @@ namespace velc {
 std::vector<refhost::ProgramVariable> printedVariables(const refhost::Session& session,
                                                        const std::vector<std::string>& places);
 
-// The C statement for a setting NAME=VALUE, where NAME denotes a place. Throws Failure when there
-// is no such place or the value does not fit.
-std::string settingStatement(const Places& places, const std::string& setting);
+// The C statements for settings NAME=VALUE, where NAME denotes a place. Throws Failure when there
+// is no such place, the value does not fit, or two settings share storage.
+std::vector<std::string> settingStatements(const Places& places,
+                                           const std::vector<std::string>& settings);
 
 // False for a place that cannot be set: a constant, a pointer, or one that has parts.
 bool isSettable(const refhost::ProgramVariable& place);

@@ -163,11 +163,7 @@ int runTogether(const CommonOptions& common, const RunOptions& options) {
   const auto text = translateToC(*session, common, {true, "program.c", {}});
   if (!text) return kProgramErrors;
   const Places places(*session);
-  std::vector<std::string> statements;
-  for (const std::string& setting : options.settings) {
-    statements.push_back(settingStatement(places, setting));
-  }
-
+  const std::vector<std::string> statements = settingStatements(places, options.settings);
   const auto variables = printedVariables(*session, options.shown);
   const auto cycle = static_cast<std::uint64_t>(options.cycle);
   const TerminationGuard guard;

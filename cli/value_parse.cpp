@@ -1,5 +1,7 @@
 #include "cli/value_parse.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -37,11 +39,6 @@ std::string lowBytes(std::uint64_t value, int size) {
 std::string padded(std::string bytes, int size) {
   bytes.resize(static_cast<std::size_t>(size));
   return bytes;
-}
-
-std::optional<std::string> integerBytes(const LiteralValue& value, BasicDataType type, int size) {
-  if (!hostkit::integerFits(value.negative, value.magnitude, type)) return {};
-  return lowBytes(value.negative ? 0 - value.magnitude : value.magnitude, size);
 }
 
 // Numbers that no literal denotes.
@@ -97,8 +94,8 @@ std::optional<std::string> literalBytes(const refhost::ValueShape& shape,
       if (flag && !value.fixedType && !value.negative && value.magnitude <= 1) {
         return lowBytes(value.magnitude, shape.byteSize);
       }
-      if (!shape.allows({value.negative, value.magnitude})) return {};
-      return integerBytes(value, type, shape.byteSize);
+      if (!shape.range || !shape.allows({value.negative, value.magnitude})) return {};
+      return lowBytes(value.negative ? 0 - value.magnitude : value.magnitude, shape.byteSize);
     case LiteralForm::String:
       if (value.type != type) return {};
       return textBytes(value, type, shape.byteSize);
@@ -118,16 +115,45 @@ std::optional<std::string> literalBytes(const refhost::ValueShape& shape,
   return {};
 }
 
-// The value of an enumeration that `text` names, with or without the name of the type.
+// The value of an enumeration that `text` names, with or without the name of the type, or whose
+// number it is.
 std::optional<std::int64_t> enumerated(const refhost::ValueShape& shape, std::string_view text) {
   const std::size_t mark = text.find('#');
   if (mark != std::string_view::npos && equalIgnoringCase(text.substr(0, mark), shape.typeName)) {
     text.remove_prefix(mark + 1);
   }
+  bool negative = false;
+  std::uint64_t magnitude = 0;
+  const bool isNumber = hostkit::parseIntegerLiteral(text, negative, magnitude);
+  const std::uint64_t wanted = negative ? 0 - magnitude : magnitude;
   for (const auto& [number, name] : shape.names) {
     if (equalIgnoringCase(name, text)) return number;
+    if (isNumber && static_cast<std::uint64_t>(number) == wanted) return number;
   }
   return {};
+}
+
+std::string numberText(const refhost::ValueShape::Number& number) {
+  return fmt::format("{}{}", number.negative ? "-" : "", number.magnitude);
+}
+
+// Why a literal of this form is no value of `shape`.
+std::string refusal(const refhost::ValueShape& shape, const std::string& text,
+                    const LiteralValue& value) {
+  if (!shape.names.empty()) return fmt::format("'{}' is no value of {}", text, shape.typeName);
+  if (value.form == LiteralForm::Integer && shape.range) {
+    return fmt::format("'{}' is not in the range {}..{} of {}", text,
+                       numberText(shape.range->first), numberText(shape.range->second),
+                       shape.typeName);
+  }
+  if (value.form == LiteralForm::Real && shape.type == BasicDataType::Real) {
+    return fmt::format("'{}' is out of the range of REAL", text);
+  }
+  if (value.form == LiteralForm::String && value.type == shape.type) {
+    const int unit = shape.type == BasicDataType::WString ? 2 : 1;
+    return fmt::format("{} is longer than {}[{}]", text, shape.typeName, shape.byteSize / unit - 1);
+  }
+  return fmt::format("'{}' is not a value of type {}", text, shape.typeName);
 }
 
 }  // namespace
@@ -148,18 +174,20 @@ bool parseValue(const refhost::ValueShape& shape, const std::string& text, std::
     case LiteralError::None:
       break;
     case LiteralError::OutOfRange:
-      error = "'" + text + "' is out of range";
+      error = shape.range && text.find_first_not_of("+-_0123456789") == text.npos
+                  ? refusal(shape, text, {})
+                  : "'" + text + "' is out of range";
       return false;
     default:
       error = "'" + text + "' is not a literal";
       if (!shape.names.empty()) error += " and no value of " + shape.typeName;
       return false;
   }
-  if (auto memory = literalBytes(shape, value)) {
+  if (auto memory = shape.names.empty() ? literalBytes(shape, value) : std::nullopt) {
     bytes = std::move(*memory);
     return true;
   }
-  error = "'" + text + "' is not a value of type " + shape.typeName;
+  error = refusal(shape, text, value);
   return false;
 }
 

@@ -76,8 +76,7 @@ std::int64_t takeSubscripts(const ValueShape& array, std::string_view& path) {
   for (const auto& [low, high] : array.bounds) {
     if (path.empty() || path.front() == ']') return -1;
     path.remove_prefix(1);
-    std::string_view text = takeUntil(path, ",]");
-    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    const std::string_view text = takeUntil(path, ",]");
     std::int64_t subscript = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), subscript);
     const bool whole = result.ec == std::errc() && result.ptr == text.data() + text.size();
@@ -144,10 +143,12 @@ ProgramVariable partNumber(const ProgramVariable& variable, std::int64_t number)
     const ValueShape::Member& member = shape.members[static_cast<std::size_t>(number)];
     part.name += '.' + member.name;
     part.reference += member.reference;
+    if (part.firstBit) *part.firstBit += member.offset * 8;
     part.shape = member.shape;
   } else {
     part.name += subscriptsText(shape, number);
     part.reference += fmt::format(".a[{}]", number);
+    if (part.firstBit) *part.firstBit += static_cast<std::uint64_t>(number) * shape.stride * 8;
     part.shape = shape.element;
   }
   part.type = part.shape->type;

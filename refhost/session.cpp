@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "core/operator.h"
+#include "host/text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
 #include "refhost/emit/file_parts.h"
@@ -59,7 +60,7 @@ struct Session::Impl {
   std::string header;  // likewise
   TestTexts tests;     // likewise
   std::vector<AssertionSite> assertions;
-  ValueShapes shapes{names};
+  ValueShapes shapes{names, services.layouts};
 };
 
 namespace {
@@ -67,6 +68,10 @@ namespace {
 void setPlace(ProgramVariable& variable, const Place& place) {
   variable.reference = place.load();
   if (place.kind == Place::Kind::MemoryBit) variable.memoryBit = place.text;
+}
+
+std::uint64_t firstBit(bool isBit, vel::HeapRawAddr raw) {
+  return std::uint64_t{raw.address} * (isBit ? 1 : 8);
 }
 
 // The object that contains the variables of a program or the global ones.
@@ -107,6 +112,9 @@ ProgramVariable entryOf(const SymbolNames& names, const Data& data, const VarSym
   entry.byteSize = shape != nullptr ? shape->byteSize : 0;
   entry.shape = std::move(shape);
   setPlace(entry, globalPlace(names, data.object, variable));
+  if (variable.isLocated()) {
+    entry.firstBit = firstBit(variable.isDeviceBit(), variable.backendAddress());
+  }
   entry.settable = entry.shape != nullptr && !variable.constant;
   return entry;
 }
@@ -319,11 +327,13 @@ bool Session::addressVariable(const std::string& address, ProgramVariable& varia
   const char* const name = addressTypeName(parsed);
   const ElementaryType& type = *elementaryType(std::string_view(name));
   variable = ProgramVariable();
-  variable.name = address;
+  variable.name = vel::stringToUpper(address);
   variable.typeName = name;
   variable.type = type.type;
   variable.byteSize = type.size;
-  setPlace(variable, Place::ofAddress(parsed, impl_->services.memory.raw(parsed), type.cType));
+  const vel::HeapRawAddr raw = impl_->services.memory.raw(parsed);
+  setPlace(variable, Place::ofAddress(parsed, raw, type.cType));
+  variable.firstBit = firstBit(parsed.isBitMode(), raw);
   variable.settable = true;
   variable.shape = impl_->shapes.of(impl_->services.symbols.dataType(name));
   return true;

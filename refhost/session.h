@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,9 +61,11 @@ struct ProgramVariable {
   std::string name;      // as declared
   std::string typeName;  // "INT", "BYTE", "STRING", or a function block's name
   vel::BasicDataType type = vel::BasicDataType::None;
-  int byteSize = 0;                         // of its value in the generated program
-  std::string reference;                    // C expression of its value
-  std::string memoryBit;                    // C expression of a bit's number in device memory
+  int byteSize = 0;       // of its value in the generated program
+  std::string reference;  // C expression of its value
+  std::string memoryBit;  // C expression of a bit's number in device memory
+  // The number of its first bit in device memory, if it lies there at a place that is known.
+  std::optional<std::uint64_t> firstBit;
   bool settable = false;                    // it is not constant and has parts that can be set
   std::shared_ptr<const ValueShape> shape;  // null when it has no value
 };

@@ -2,6 +2,7 @@
 
 #include "refhost/emit/symbol_names.h"
 #include "refhost/emit/type_text.h"
+#include "refhost/services/layout.h"
 
 namespace refhost {
 
@@ -18,6 +19,13 @@ bool isLess(const ValueShape::Number& a, const ValueShape::Number& b) {
   return a.negative ? a.magnitude > b.magnitude : a.magnitude < b.magnitude;
 }
 
+// The lowest and the highest number of an integer type.
+std::pair<ValueShape::Number, ValueShape::Number> numbersOf(const ElementaryType& type) {
+  const bool negative = isSigned(type.type);
+  const std::uint64_t highest = ~std::uint64_t{0} >> (64 - type.size * 8 + (negative ? 1 : 0));
+  return {{negative, negative ? highest + 1 : 0}, {false, highest}};
+}
+
 Shape elementaryShape(const vel::SymbolDataType& type) {
   auto shape = std::make_shared<ValueShape>();
   shape->typeName = displayName(&type);
@@ -27,15 +35,16 @@ Shape elementaryShape(const vel::SymbolDataType& type) {
       shape->names.emplace_back(value->value, value->name());
     }
   }
-  if (const auto* const subrange = dynamic_cast<const SubrangeType*>(&type)) {
-    shape->range = {numberOf(subrange->range.low), numberOf(subrange->range.high)};
-  }
   if (const auto* const text = dynamic_cast<const StringType*>(&type)) {
     shape->byteSize = text->byteSize();
   } else if (shape->type == BasicDataType::Pointer) {
     shape->byteSize = sizeof(void*);
   } else if (const ElementaryType* const row = elementaryType(shape->type)) {
     shape->byteSize = row->size;
+    if (isInteger(shape->type)) shape->range = numbersOf(*row);
+  }
+  if (const auto* const subrange = dynamic_cast<const SubrangeType*>(&type)) {
+    shape->range = {numberOf(subrange->range.low), numberOf(subrange->range.high)};
   }
   return shape->byteSize != 0 ? shape : nullptr;
 }
@@ -79,6 +88,7 @@ Shape ValueShapes::make(const vel::SymbolDataType& type, Parts parts) {
   if (array != nullptr) {
     shape->element = find(array->element, parts);
     shape->count = array->count();
+    shape->stride = layouts_.of(array->element).value_or(Layout{}).size;
     for (const Bounds& bounds : array->bounds) {
       shape->bounds.emplace_back(static_cast<std::int64_t>(bounds.low),
                                  static_cast<std::int64_t>(bounds.high));
@@ -86,11 +96,15 @@ Shape ValueShapes::make(const vel::SymbolDataType& type, Parts parts) {
     return shape->element != nullptr ? shape : nullptr;
   }
   shape->isStructure = true;
+  std::uint64_t end = 0;
   for (const auto& member : structure->members()) {
     if (member->indirect) continue;
+    const Layout layout = layouts_.of(member->dataType()).value_or(Layout{});
+    const std::uint64_t begin = (end + layout.alignment - 1) / layout.alignment * layout.alignment;
+    end = begin + layout.size;
     Shape part = find(member->dataType(), parts);
     if (part == nullptr) continue;
-    shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part)});
+    shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part), begin});
   }
   return shape->members.empty() ? nullptr : shape;
 }
@@ -114,7 +128,7 @@ Shape ValueShapes::ofInstance(const UnitSymbol& block, Parts parts) {
       part = withInstances(member->dataType());
     }
     if (part == nullptr) continue;
-    shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part)});
+    shape->members.push_back({member->name(), "." + names_.of(*member), std::move(part), 0});
   }
   return shape->members.empty() ? nullptr : shape;
 }

@@ -14,6 +14,7 @@
 
 namespace refhost {
 
+class Layouts;
 class SymbolNames;
 class UnitSymbol;
 
@@ -22,6 +23,7 @@ struct ValueShape {
     std::string name;
     std::string reference;  // of the member in C, within its structure
     std::shared_ptr<const ValueShape> shape;
+    std::uint64_t offset = 0;  // in bytes, as far as the structure may lie in device memory
   };
 
   std::string typeName;
@@ -31,7 +33,7 @@ struct ValueShape {
   int byteSize = 0;
   std::vector<std::pair<std::int64_t, std::string>> names;  // of an enumeration's values
 
-  // Of a subrange: the sign and magnitude of the lowest and the highest number.
+  // Of an integer: the sign and magnitude of the lowest and the highest number.
   struct Number {
     bool negative = false;
     std::uint64_t magnitude = 0;
@@ -43,6 +45,7 @@ struct ValueShape {
   // For an array, whose elements lie in row-major order.
   std::shared_ptr<const ValueShape> element;
   std::int64_t count = 0;
+  std::uint64_t stride = 0;  // the size of an element in bytes
   std::vector<std::pair<std::int64_t, std::int64_t>> bounds;
 
   // For a structure, without members that have no value.
@@ -50,7 +53,7 @@ struct ValueShape {
   std::vector<Member> members;
 
   bool hasParts() const { return element != nullptr || isStructure; }
-  // False for a number outside of a subrange.
+  // False for a number outside of the range.
   bool allows(const Number& number) const;
 };
 
@@ -61,7 +64,7 @@ class ValueShapes {
   using Shape = std::shared_ptr<const ValueShape>;
 
   // The C `names` must have been chosen before anything is asked for.
-  explicit ValueShapes(const SymbolNames& names) : names_(names) {}
+  ValueShapes(const SymbolNames& names, Layouts& layouts) : names_(names), layouts_(layouts) {}
 
   // Null for a type without a value: a function block instance, and arrays and structures of those.
   Shape of(const vel::SymbolDataType* type) { return find(type, Parts::Values); }
@@ -83,6 +86,7 @@ class ValueShapes {
   Shape ofInstance(const UnitSymbol& block, Parts parts);
 
   const SymbolNames& names_;
+  Layouts& layouts_;
   std::map<std::pair<const vel::SymbolDataType*, Parts>, Shape> known_;
 };
 

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <limits>
 #include <optional>
-#include <set>
 
 #include "cli/failure.h"
 #include "cli/program_driver.h"
@@ -65,7 +64,6 @@ Stimulus::Stimulus(const std::string& path, const Places& places, std::uint64_t 
   if (!reader_.read(header)) reader_.refuse({{}, 1, 1}, "there is no header");
   columns_ = header.size();
   findStart(header);
-  std::set<std::string> known;
   for (std::size_t i = 0; i < columns_; ++i) {
     if (i == start_) continue;
     ProgramVariable place;
@@ -74,10 +72,16 @@ Stimulus::Stimulus(const std::string& path, const Places& places, std::uint64_t 
     if (!isSettable(place)) {
       reader_.refuse(header[i], fmt::format("'{}' cannot be set", header[i].text));
     }
-    if (!known.insert(place.qualifiedName()).second) {
-      reader_.refuse(header[i], fmt::format("'{}' has a column already", header[i].text));
-    }
     variables_.push_back(std::move(place));
+    names_.push_back(header[i].text);
+  }
+  held_.resize(variables_.size());
+  shared_ = sharedStorage(variables_);
+  for (const SharedStorage& shared : shared_) {
+    if (!shared.isSameVariable()) continue;
+    reader_.refuse(fieldOf(shared.second, header),
+                   fmt::format("'{}' and '{}' are the same variable", names_[shared.first],
+                               names_[shared.second]));
   }
 }
 
@@ -113,22 +117,36 @@ std::uint64_t Stimulus::scanOf(const Field& field) {
 
 std::string Stimulus::rowBytes(const std::vector<Field>& fields) {
   std::string bytes;
-  std::string value;
   std::string error;
-  std::size_t column = 0;
-  for (const ProgramVariable& variable : variables_) {
-    if (column == start_) ++column;
-    const Field& field = fields[column++];
+  for (std::size_t i = 0; i < variables_.size(); ++i) {
+    const Field& field = fieldOf(i, fields);
     const bool given = !field.text.empty();
-    if (!given) {
-      value.assign(static_cast<std::size_t>(variable.byteSize), '\0');
-    } else if (!parseValue(*variable.shape, field.text, value, error)) {
+    if (given && !parseValue(*variables_[i].shape, field.text, held_[i], error)) {
       reader_.refuse(field, error);
     }
     bytes += given ? '\1' : '\0';
-    bytes += value;
+    bytes += given ? held_[i] : std::string(static_cast<std::size_t>(variables_[i].byteSize), '\0');
   }
+  checkShared(fields);
   return bytes;
+}
+
+void Stimulus::checkShared(const std::vector<Field>& fields) const {
+  for (const SharedStorage& shared : shared_) {
+    const std::string& first = held_[shared.first];
+    const std::string& second = held_[shared.second];
+    const Field& later = fieldOf(shared.second, fields);
+    const Field& given = later.text.empty() ? fieldOf(shared.first, fields) : later;
+    if (first.empty() || second.empty() || given.text.empty()) continue;
+    for (std::uint64_t bit = shared.beginBit; bit < shared.endBit; ++bit) {
+      if (bitOf(variables_[shared.first], first, bit) ==
+          bitOf(variables_[shared.second], second, bit)) {
+        continue;
+      }
+      reader_.refuse(given, fmt::format("'{}' and '{}' share storage and get different values",
+                                        names_[shared.first], names_[shared.second]));
+    }
+  }
 }
 
 std::uint64_t Stimulus::writeRows(const std::string& target) {

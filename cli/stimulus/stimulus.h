@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/places.h"
+#include "cli/shared_storage.h"
 #include "cli/stimulus/csv_reader.h"
 
 namespace velc {
@@ -31,6 +32,11 @@ class Stimulus {
   // The number, from 0, of the first scan at which the row holds.
   std::uint64_t scanOf(const Field& field);
   std::string rowBytes(const std::vector<Field>& fields);
+  // Refuses a row from which on two columns hold different values of the same storage.
+  void checkShared(const std::vector<Field>& fields) const;
+  const Field& fieldOf(std::size_t variable, const std::vector<Field>& row) const {
+    return row[variable + (variable < start_ ? 0 : 1)];
+  }
 
   CsvReader reader_;
   std::uint64_t cycle_;
@@ -40,6 +46,9 @@ class Stimulus {
   bool first_ = true;
   std::uint64_t before_ = 0;  // the time in nanoseconds or the scan of the row before
   std::vector<refhost::ProgramVariable> variables_;
+  std::vector<std::string> names_;  // as the header has them
+  std::vector<SharedStorage> shared_;
+  std::vector<std::string> held_;  // their values so far; empty before the first
 };
 
 }  // namespace velc

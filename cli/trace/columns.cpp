@@ -47,13 +47,20 @@ TracedPlaces tracedPlaces(const Places& places, const std::vector<std::string>& 
       throw Failure(fmt::format("--trace: '{}' is a file; give the files before --trace", name));
     }
     for (ProgramVariable& place : places.matching("--trace", name)) {
-      if (!known.insert(place.qualifiedName()).second) continue;
       count += elementaryCount(*place.shape);
       if (count > kMostColumns) {
         throw Failure(fmt::format("--trace: '{}' and those before it have more than {} values",
                                   places.displayName(place), kMostColumns));
       }
-      traced.places.push_back(std::move(place));
+      std::vector<ProgramVariable> parts = elementaryParts(place);
+      const std::size_t all = parts.size();
+      const auto isKnown = [&known](const ProgramVariable& part) {
+        return !known.insert(part.qualifiedName()).second;
+      };
+      parts.erase(std::remove_if(parts.begin(), parts.end(), isKnown), parts.end());
+      count -= all - parts.size();
+      if (parts.size() == all) parts.assign(1, std::move(place));
+      for (ProgramVariable& part : parts) traced.places.push_back(std::move(part));
     }
   }
   for (const ProgramVariable& place : traced.places) {

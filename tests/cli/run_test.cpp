@@ -107,19 +107,40 @@ TEST_F(Velc, PrintsAndSetsPartsOfValues) {
                "ARRAY[0..99999] OF BYTE;"
                "s : STRUCT x : REAL; t : ARRAY[0..1] OF STRING[3] := ['u']; inner : STRUCT e :"
                "(Off, On := 5) := On; f : R; END_STRUCT; END_STRUCT; l : ARRAY[3..4] OF STRUCT"
-               " b : BOOL; c : SINT; END_STRUCT; e : (Red, Green); p : POINTER TO INT; f : R;",
+               " b : BOOL; c : SINT; END_STRUCT; e : (Red, Green); p : POINTER TO INT; f : R;"
+               "g : INT(0..10); d AT %MW10 : ARRAY[1..2] OF STRUCT x : BYTE; y : INT; END_STRUCT;",
                ";");
   write("q.st", read("p.st") + "FUNCTION_BLOCK R VAR x : INT; END_VAR END_FUNCTION_BLOCK");
-  EXPECT_EQ(velc("run q.st --set e=green --set 'A[2, 0]=9' --set p.L[4].c=-1 --set s.T[1]=\\'ab\\'"
-                 " --set s.inner.e=Off --set big[7]=16#FF")
-                .out,
-            "n = [5(0)]\na = [1, 2, 3, 4, 9, 0]\nbig = [7(16#0), 16#FF, 99992(16#0)]\n"
-            "s = (x := 0.0, t := ['u', 'ab'], inner := (e := Off))\n"
-            "l = [(b := FALSE, c := 0), (b := FALSE, c := -1)]\ne = Green\np = NULL\n");
-  for (const char* const setting :
-       {"a[3,0]=1", "a[1]=1", "a=1", "s.y=1", "e=Blue", "f.y=1", "f=1", "p=NULL"}) {
-    EXPECT_EQ(velc("run q.st --set " + std::string(setting)).code, 2) << setting;
+  EXPECT_EQ(
+      velc("run q.st --set e=green --set 'A[ 2 , 0 ]=9' --set 'p . L[4].c=-1' --set s.T[1]=\\'ab\\'"
+           " --set s.inner.e=Off --set big[7]=16#FF")
+          .out,
+      "n = [5(0)]\na = [1, 2, 3, 4, 9, 0]\nbig = [7(16#0), 16#FF, 99992(16#0)]\n"
+      "s = (x := 0.0, t := ['u', 'ab'], inner := (e := Off))\n"
+      "l = [(b := FALSE, c := 0), (b := FALSE, c := -1)]\ne = Green\np = NULL\n"
+      "g = 0\nd = [(x := 16#0, y := 0), (x := 16#0, y := 0)]\n");
+  struct Row {
+    const char* setting;
+    const char* error;
+  };
+  for (const Row& row : {Row{"a[3,0]=1", ": 'a' has no element [3,0]"},
+                         {"a[1]=1", ": 'a' has no element [1]"},
+                         {"n[1=1", ": 'n[1' has no ']'"},
+                         {"a=1", ": 'a' cannot be set"},
+                         {"s.y=1", ": 's' has no member 'y'"},
+                         {"e=2", " e=2: '2' is no value of enumeration (Red, Green)"},
+                         {"f=1", ": 'f' cannot be set"},
+                         {"p=NULL", ": 'p' cannot be set"},
+                         {"g=11", " g=11: '11' is not in the range 0..10 of INT"},
+                         {"n[1]=4E9", " n[1]=4E9: '4E9' is not a value of type INT"},
+                         {"s.t[0]=\\'abcd\\'", " s.t[0]='abcd': 'abcd' is longer than STRING[3]"},
+                         {"g=1 --set P.G=2", ": 'g' and 'P.G' share storage"},
+                         {"d[2].y=1 --set %MX27.7=TRUE", ": 'd[2].y' and '%MX27.7' share storage"},
+                         {"%QX0.1=TRUE --set %qb0=3", ": '%QX0.1' and '%qb0' share storage"}}) {
+    EXPECT_EQ(velc("run q.st --set " + std::string(row.setting)).err,
+              "velc: --set" + std::string(row.error) + "\n");
   }
+  EXPECT_EQ(velc("run q.st --set d[2].y=1 --set %MB25=1 --set %MB28=1").code, 0);
 }
 
 TEST_F(Velc, TellsProgramsApart) {
@@ -311,7 +332,7 @@ TEST_F(Velc, RunsDirectIoInBothNotations) {
                            "/gate_iec.st --set %IX0.0=TRUE --show %QB1 --show "
                            "%mx0.0" +
                            std::string(kLocalIo));
-  EXPECT_EQ(kRefreshes + values + "%QB1 = 16#F\n%mx0.0 = FALSE\n", iec.out) << iec.err;
+  EXPECT_EQ(kRefreshes + values + "%QB1 = 16#F\n%MX0.0 = FALSE\n", iec.out) << iec.err;
   const Outcome letters = velc("run " EXAMPLES
                                "/gate_letters.st --notation letters --set X0=TRUE "
                                "--show D10 --show D11.0" +

@@ -39,6 +39,8 @@ TEST_F(Watched, WritesEveryForm) {
          "time,n,h.i,h.o,h.t.IN,h.t.PT,h.t.Q,h.t.ET,c,a[1].b,a[1].s,a[2].b,a[2].s,q,g\n"
          "0,-1,-1,-0.5,TRUE,T#1000ms,FALSE,T#0ms,Red,FALSE,'',FALSE,'',FALSE,FALSE\n"},
         {"--scans 4 --trace c g --changes --cycle T#2ms", "time,c,g\n0,Red,FALSE\n4,Green,TRUE\n"},
+        {"--trace 'a[2].b' a --trace %QX0.1 %qx0.1 --scans 1",
+         "time,a[2].b,a[1].b,a[1].s,a[2].s,%QX0.1\n0,FALSE,FALSE,'','',FALSE\n"},
         {"--trace c 'a[1]' --trace-format json --scans 3 --changes",
          "{\"time\":0,\"c\":\"Red\",\"a[1].b\":false,\"a[1].s\":\"\"}\n"
          "{\"time\":20,\"c\":\"Green\",\"a[1].s\":\"a, b\"}\n"},
@@ -86,7 +88,7 @@ TEST_F(Watched, TakesStimuliAndTheirTraces) {
   }
   for (const Row& row :
        {Row{"time,n\n0,5\n10,x\n", "s.csv:3:4: 'x' is not a literal"},
-        {"time,n\n0,40000\n", "s.csv:2:3: '40000' is not a value of type INT"},
+        {"time,n\n0,40000\n", "s.csv:2:3: '40000' is not in the range -32768..32767 of INT"},
         {"time,\"a[1].s\",c\n0,\"'\n'\",Blue\n", "s.csv:2:3: ''\n'' is not a literal"},
         {"time,c\n0,Blue\n", "s.csv:2:3: 'Blue' is not a literal and no value of Color"},
         {"time,n\n0,5,6\n", "s.csv:2:5: the row has 3 fields, and the header 2"},
@@ -96,7 +98,9 @@ TEST_F(Watched, TakesStimuliAndTheirTraces) {
         {"time,n\n-1,1\n", "s.csv:2:1: '-1' is no time in milliseconds, and no TIME"},
         {"time,\xC3\xA4,m\n0,1\n", "s.csv:1:6: there is no variable or device address '\xC3\xA4'"},
         {"time,k\n", "s.csv:1:6: 'k' cannot be set"},
-        {"time,n,P.N\n", "s.csv:1:8: 'P.N' has a column already"},
+        {"time,n,P.N\n", "s.csv:1:8: 'n' and 'P.N' are the same variable"},
+        {"time,q,%qb0\n0,TRUE,\n1,,16#FD",
+         "s.csv:3:4: 'q' and '%qb0' share storage and get different values"},
         {"time,\"a[1].s\"\n0,\"'\n",
          "s.csv:2:3: the quote at the beginning of the field is not closed"},
         {"", "s.csv:1:1: there is no header"}}) {
