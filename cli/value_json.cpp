@@ -1,12 +1,10 @@
 #include "cli/value_json.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 #include "cli/failure.h"
 #include "cli/string_literal.h"
+#include "cli/value_memory.h"
 #include "cli/value_parts.h"
 #include "hostkit/elementary_types.h"
 #include "hostkit/encoding.h"
@@ -17,12 +15,6 @@ namespace {
 
 using refhost::ValueShape;
 using vel::BasicDataType;
-
-std::uint64_t unsignedNumber(std::string_view bytes) {
-  std::uint64_t value = 0;
-  std::memcpy(&value, bytes.data(), std::min(bytes.size(), sizeof value));
-  return value;
-}
 
 std::string elementaryJson(const ValueShape& shape, std::string_view bytes) {
   std::string_view rest = bytes;
@@ -39,7 +31,7 @@ std::string elementaryJson(const ValueShape& shape, std::string_view bytes) {
     case BasicDataType::LReal:
       return text == "NaN" || text.find("Inf") != text.npos ? jsonString(text) : text;
     default:
-      if (hostkit::isBitStringName(shape.typeName)) return std::to_string(unsignedNumber(bytes));
+      if (hostkit::isBitStringName(shape.typeName)) return std::to_string(unsignedAt(bytes));
       return hostkit::isInteger(shape.type) ? text : jsonString(text);
   }
 }

@@ -42,18 +42,23 @@ static void begin_item(u8 kind) {
   put(&kind, 1);
 }
 
-static void put_value(const vel_run_shape* shape, const char* value) {
+/* A member of a structure or an element of an array; 0 behind the last one and for elementary
+ * values. */
+static int part_at(const vel_run_shape* shape, size_t number, vel_run_part* part) {
+  if (number >= shape->count || (shape->parts == NULL && shape->element == NULL)) return 0;
   if (shape->parts != NULL) {
-    for (size_t i = 0; i < shape->count; ++i) {
-      put_value(shape->parts[i].shape, value + shape->parts[i].offset);
-    }
-  } else if (shape->element != NULL) {
-    for (size_t i = 0; i < shape->count; ++i) {
-      put_value(shape->element, value + i * shape->element->size);
-    }
+    *part = shape->parts[number];
   } else {
-    put(value, shape->size);
+    part->shape = shape->element;
+    part->offset = number * shape->element->size;
   }
+  return 1;
+}
+
+static void put_value(const vel_run_shape* shape, const char* value) {
+  vel_run_part part;
+  if (!part_at(shape, 0, &part)) put(value, shape->size);
+  for (size_t i = 0; part_at(shape, i, &part); ++i) put_value(part.shape, value + part.offset);
 }
 
 _Noreturn static void fail_with(const char* message) {
@@ -75,22 +80,23 @@ _Noreturn void vel_test_fail(u32 assertion, const void* const* operands, const c
 
 /* ---- Comparisons ---------------------------------------------------------------------------- */
 
+/* Every REAL is an LREAL. */
+static f64 real_at(const vel_run_shape* shape, const char* bytes) {
+  f32 single;
+  f64 value;
+  if (shape->kind == VEL_RUN_F64) {
+    memcpy(&value, bytes, sizeof value);
+    return value;
+  }
+  memcpy(&single, bytes, sizeof single);
+  return (f64)single;
+}
+
 static int elementary_differs(const vel_run_shape* shape, const char* left, const char* right) {
   switch (shape->kind) {
-    case VEL_RUN_F32: {
-      f32 a;
-      f32 b;
-      memcpy(&a, left, sizeof a);
-      memcpy(&b, right, sizeof b);
-      return !(a == b);
-    }
-    case VEL_RUN_F64: {
-      f64 a;
-      f64 b;
-      memcpy(&a, left, sizeof a);
-      memcpy(&b, right, sizeof b);
-      return !(a == b);
-    }
+    case VEL_RUN_F32:
+    case VEL_RUN_F64:
+      return !(real_at(shape, left) == real_at(shape, right));
     case VEL_RUN_STRING:
       return strncmp(left, right, shape->size) != 0;
     case VEL_RUN_WSTRING:
@@ -106,22 +112,14 @@ static int elementary_differs(const vel_run_shape* shape, const char* left, cons
 
 /* Counts the elementary values in `number` up to the first one that differs. */
 static int differs(const vel_run_shape* shape, const char* left, const char* right, u32* number) {
-  if (shape->parts != NULL) {
-    for (size_t i = 0; i < shape->count; ++i) {
-      const size_t offset = shape->parts[i].offset;
-      if (differs(shape->parts[i].shape, left + offset, right + offset, number)) return 1;
-    }
-    return 0;
+  vel_run_part part;
+  if (!part_at(shape, 0, &part)) {
+    if (elementary_differs(shape, left, right)) return 1;
+    ++*number;
   }
-  if (shape->element != NULL) {
-    for (size_t i = 0; i < shape->count; ++i) {
-      const size_t offset = i * shape->element->size;
-      if (differs(shape->element, left + offset, right + offset, number)) return 1;
-    }
-    return 0;
+  for (size_t i = 0; part_at(shape, i, &part); ++i) {
+    if (differs(part.shape, left + part.offset, right + part.offset, number)) return 1;
   }
-  if (elementary_differs(shape, left, right)) return 1;
-  ++*number;
   return 0;
 }
 
