@@ -1,7 +1,7 @@
 """The pages in docs/language/: sections about the words of the language.
 
-Keywords, types, standard functions and function blocks have a section, several of them together
-where they belong together:
+Keywords, signs, types, standard functions and function blocks have a section, several of them
+together where they belong together:
 
   ## IF, THEN, ELSIF, ELSE, END_IF: conditions
 
@@ -35,9 +35,25 @@ def source(path):
 def keywords():
     scanner = source("refhost/syntax/lexer.l")
     for words in re.findall(r"^([a-z_]+(?:\|[a-z_\"&]+)*) +\{ return Token::", scanner, re.M):
-        yield from (word.upper() for word in words.split("|") if word[0] != '"')
+        yield from (word.upper().strip('"') for word in words.split("|"))
     # Those that are keywords in some places only.
     yield from re.findall(r'\{"([A-Z_]+)", +Kind::', source("refhost/syntax/token_stream.cpp"))
+    properties = source("refhost/semantics/configurations.cpp")
+    yield from re.findall(r'\{+"([A-Z]+)", BasicDataType::', properties)
+    yield from re.findall(r'\{"([A-Z_]+)", +Kind::', source("refhost/services/test_functions.cpp"))
+
+
+def signs():
+    scanner = source("refhost/syntax/lexer.l")
+    yield from re.findall(r'^"([^"]+)" +\{', scanner, re.M)
+    single, = re.findall(r"^\[(.+)\] +\{ return static_cast", scanner, re.M)
+    yield from single.replace("\\", "")
+
+
+def pragmas():
+    for path, pattern in (("no_warns.cpp", r'equalIgnoringCase\(text_.*, "(\w+)"\)'),
+                          ("tree_declarations.cpp", r'followsPragma\(\w+, "(\w+)"\)')):
+        yield from (name.upper() for name in re.findall(pattern, source("refhost/syntax/" + path)))
 
 
 def types():
@@ -58,7 +74,7 @@ def standard_units():
 def coverage_problems(sections):
     """Words of the language without a section, and sections that show nothing."""
     explained = {name for section in sections for name in section.names}
-    known = {*keywords(), *standard_units(), *("".join(names) for names in types())}
+    known = {*keywords(), *signs(), *pragmas(), *standard_units(), *("".join(names) for names in types())}
     for name in sorted(known - explained):
         yield f"'{name}' has no section in docs/language/"
     for section in sections:
