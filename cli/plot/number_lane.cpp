@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
+#include "cli/value_memory.h"
 #include "hostkit/elementary_types.h"
 
 namespace velc {
@@ -14,38 +14,10 @@ namespace {
 
 using vel::BasicDataType;
 
-template <typename T>
-double loaded(std::string_view bytes) {
-  T value{};
-  std::memcpy(&value, bytes.data(), sizeof value);
-  return static_cast<double>(value);
-}
-
 double numberOf(BasicDataType type, std::string_view bytes) {
-  switch (type) {
-    case BasicDataType::SInt:
-      return loaded<std::int8_t>(bytes);
-    case BasicDataType::Int:
-      return loaded<std::int16_t>(bytes);
-    case BasicDataType::DInt:
-    case BasicDataType::Time:
-      return loaded<std::int32_t>(bytes);
-    case BasicDataType::LInt:
-    case BasicDataType::LTime:
-      return loaded<std::int64_t>(bytes);
-    case BasicDataType::USInt:
-      return loaded<std::uint8_t>(bytes);
-    case BasicDataType::UInt:
-      return loaded<std::uint16_t>(bytes);
-    case BasicDataType::UDInt:
-      return loaded<std::uint32_t>(bytes);
-    case BasicDataType::ULInt:
-      return loaded<std::uint64_t>(bytes);
-    case BasicDataType::Real:
-      return loaded<float>(bytes);
-    default:
-      return loaded<double>(bytes);
-  }
+  if (hostkit::isFloat(type)) return realAt(bytes);
+  const bool isSigned = hostkit::isSigned(type) || hostkit::isDuration(type);
+  return isSigned ? static_cast<double>(signedAt(bytes)) : static_cast<double>(unsignedAt(bytes));
 }
 
 // Draws values that hold until the next scan, from left to right.
@@ -86,12 +58,16 @@ class StepLine {
   std::size_t lastSize_ = 0;
 };
 
+double bucketWidth(const Buckets<NumberBucket>& buckets, const Frame& frame, std::uint64_t scans) {
+  return frame.width * static_cast<double>(buckets.scansInEach()) /
+         static_cast<double>(std::max<std::uint64_t>(scans, 1));
+}
+
 template <typename HeightOf>
 std::string stepPath(const Buckets<NumberBucket>& buckets, const Frame& frame, std::uint64_t scans,
                      HeightOf heightOf) {
   StepLine line;
-  const double width = frame.width * static_cast<double>(buckets.scansInEach()) /
-                       static_cast<double>(std::max<std::uint64_t>(scans, 1));
+  const double width = bucketWidth(buckets, frame, scans);
   double x = frame.left;
   for (const NumberBucket& bucket : buckets.buckets()) {
     if (bucket.isGap()) {
@@ -113,7 +89,11 @@ std::string stepPath(const Buckets<NumberBucket>& buckets, const Frame& frame, s
 
 NumberBucket NumberBucket::of(double value) {
   NumberBucket bucket;
-  if (std::isfinite(value)) bucket.first = bucket.last = bucket.low = bucket.high = value;
+  if (std::isfinite(value)) {
+    bucket.first = bucket.last = bucket.low = bucket.high = value;
+  } else {
+    bucket.beyond = std::isnan(value) ? NaN : value > 0 ? Above : Below;
+  }
   return bucket;
 }
 
@@ -121,6 +101,7 @@ void NumberBucket::append(const NumberBucket& next) {
   last = next.last;
   low = std::min(low, next.low);
   high = std::max(high, next.high);
+  beyond |= next.beyond;
 }
 
 void NumberLane::add(const Cell& cell) {
@@ -144,9 +125,40 @@ Unit NumberLane::unitOf() const {
   return unit;
 }
 
+// Infinities at the edges of the lane, what is no number in its middle.
+void NumberLane::drawBeyond(const Frame& frame, std::uint64_t scans, std::string& svg) const {
+  struct Kind {
+    NumberBucket::Beyond beyond;
+    const char* text;
+    double place;  // 0 at the top, 1 at the bottom
+  };
+  constexpr double kHeight = 18;
+  constexpr double kFewest = 1;  // of the width, to be seen
+  const double width = bucketWidth(buckets_, frame, scans);
+  const std::vector<NumberBucket>& buckets = buckets_.buckets();
+  for (const Kind& kind : {Kind{NumberBucket::Above, "Inf", 0}, Kind{NumberBucket::NaN, "NaN", 0.5},
+                           Kind{NumberBucket::Below, "-Inf", 1}}) {
+    const auto has = [&](std::size_t i) {
+      return i < buckets.size() && (buckets[i].beyond & kind.beyond) != 0;
+    };
+    for (std::size_t begin = 0; begin < buckets.size(); ++begin) {
+      if (!has(begin)) continue;
+      std::size_t end = begin;
+      while (has(end)) ++end;
+      const double left = frame.left + width * static_cast<double>(begin);
+      const double right = std::min(frame.left + width * static_cast<double>(end), frame.right());
+      drawBox({left, frame.top + (frame.height - kHeight) * kind.place,
+               std::max(right - left, kFewest), kHeight},
+              kind.text, "beyond", svg);
+      begin = end;
+    }
+  }
+}
+
 void NumberLane::draw(const Frame& frame, std::uint64_t scans, std::string& svg) const {
   constexpr int kMostTicks = 5;
   if (isConstant()) return drawBox(frame, text_, "box", svg);
+  drawBeyond(frame, scans, svg);
   if (low_ > high_) return;
   const Unit unit = unitOf();
   const bool whole = hostkit::isInteger(shape_.type);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <limits>
 
 #include "cli/plot/axis.h"
@@ -7,20 +8,23 @@
 
 namespace velc {
 
-// The numbers of some scans. Those that are not finite leave a gap.
+// The numbers of some scans. Those that are not finite are only known to be among them.
 struct NumberBucket {
+  enum Beyond : std::uint8_t { NaN = 1, Above = 2, Below = 4 };
+
   double first = std::numeric_limits<double>::quiet_NaN();
   double last = first;
   double low = std::numeric_limits<double>::infinity();
   double high = -low;
+  std::uint8_t beyond = 0;  // a set of Beyond
 
   static NumberBucket of(double value);
   void append(const NumberBucket& next);
   bool isGap() const { return low > high; }
 };
 
-// A number as a line that holds each value until the next scan, with an axis. One that never
-// changes is a box with its value.
+// A number as a line that holds each value until the next scan, with an axis, and boxes for values
+// that are not finite. One that never changes is a box with its value.
 class NumberLane : public Lane {
  public:
   explicit NumberLane(const refhost::ValueShape& shape) : shape_(shape) {}
@@ -32,6 +36,7 @@ class NumberLane : public Lane {
 
  private:
   Unit unitOf() const;
+  void drawBeyond(const Frame& frame, std::uint64_t scans, std::string& svg) const;
   bool isConstant() const { return changes_ < 2; }
 
   const refhost::ValueShape& shape_;

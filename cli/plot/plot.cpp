@@ -35,6 +35,7 @@ text { font: 12px "DejaVu Sans", Verdana, sans-serif; fill: #1f2328 }
 .fill { fill: #d3e5f8 }
 .box { stroke: #0a5bb5; stroke-width: 1.2; stroke-linejoin: round; fill: #eaf3fc }
 .mixed { stroke: #0a5bb5; stroke-width: 1; fill: #8fb9e6 }
+.beyond { stroke: #9a6700; stroke-width: 1; fill: #fff1cc }
 @media screen and (prefers-color-scheme: dark) {
 text { fill: #e6edf3 }
 .paper { fill: #0d1117 }
@@ -44,6 +45,7 @@ text { fill: #e6edf3 }
 .fill { fill: #17365a }
 .box { stroke: #6cb6ff; fill: #12243a }
 .mixed { stroke: #6cb6ff; fill: #2f5f94 }
+.beyond { stroke: #d29922; fill: #3a2d0c }
 }
 </style>
 )";
