@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "cli/counted.h"
 #include "cli/excerpt.h"
 
 namespace velc {
@@ -24,10 +25,6 @@ std::string placeText(const refhost::SourceManager& sources, const refhost::Sour
 
 bool isError(const refhost::Diagnostic& message) {
   return message.severity == refhost::Severity::Error;
-}
-
-std::string counted(std::size_t count, const char* what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 Json placeJson(const refhost::SourceManager& sources, const refhost::SourceRange& range) {

@@ -124,7 +124,7 @@ constexpr MessageFormat kInitialParts      {0xF0073, Severity::Error, "'%s' is n
 constexpr MessageFormat kTooManyValues     {0xF0074, Severity::Error, "More initial values than the %s %s of the %s;"};
 constexpr MessageFormat kAmbiguousValue    {0xF0075, Severity::Error, "'%s' is a value of several enumerations: write TYPE#%s;"};
 constexpr MessageFormat kNoElements        {0xF0076, Severity::Error, "'%s' of type '%s' has no elements;"};
-constexpr MessageFormat kSubscriptCount    {0xF0077, Severity::Error, "'%s' takes %s subscripts, not %s;"};
+constexpr MessageFormat kSubscriptCount    {0xF0077, Severity::Error, "The number of subscripts of '%s' is %s, not %s;"};
 constexpr MessageFormat kSubscriptType     {0xF0078, Severity::Error, "A subscript must be of an integer type, not '%s';"};
 constexpr MessageFormat kSubscriptRange    {0xF0079, Severity::Error, "The subscript '%s' is outside of %s..%s;"};
 constexpr MessageFormat kNotAPointer       {0xF007A, Severity::Error, "'%s' of type '%s' is not a pointer;"};

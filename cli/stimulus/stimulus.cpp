@@ -9,6 +9,7 @@
 #include <limits>
 #include <optional>
 
+#include "cli/counted.h"
 #include "cli/failure.h"
 #include "cli/program_driver.h"
 #include "cli/value_parse.h"
@@ -160,8 +161,8 @@ std::uint64_t Stimulus::writeRows(const std::string& target) {
   std::vector<Field> fields;
   while (reader_.read(fields)) {
     if (fields.size() != columns_) {
-      reader_.refuse(fields.back(), fmt::format("the row has {} fields, and the header {}",
-                                                fields.size(), columns_));
+      reader_.refuse(fields.back(), fmt::format("the row has {}, and the header {}",
+                                                counted(fields.size(), "field"), columns_));
     }
     const std::uint64_t scan = scanOf(fields[start_]);
     const std::string row = bytesOf(scan) + rowBytes(fields);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "cli/counted.h"
 #include "hostkit/encoding.h"
 
 namespace velc {
@@ -79,9 +80,8 @@ std::string textReport(const std::vector<TestResult>& results) {
     }
   }
   const std::size_t failed = failedTests(results);
-  const char* const tests = results.size() == 1 ? "test" : "tests";
-  text += failed == 0 ? fmt::format("{} {} passed\n", results.size(), tests)
-                      : fmt::format("{} of {} {} failed\n", failed, results.size(), tests);
+  const std::string tests = counted(results.size(), "test");
+  text += failed == 0 ? tests + " passed\n" : fmt::format("{} of {} failed\n", failed, tests);
   return text;
 }
 

@@ -92,7 +92,7 @@ TEST_F(Watched, TakesStimuliAndTheirTraces) {
         {"time,\"a[1].s\",c\n0,\"'\n'\",Blue\n", "s.csv:2:3: ''\n'' is not a literal"},
         {"time,c\n0,Blue\n", "s.csv:2:3: 'Blue' is not a literal and no value of Color"},
         {"time,n\n0,5,6\n", "s.csv:2:5: the row has 3 fields, and the header 2"},
-        {"time,n\n0\n", "s.csv:2:1: the row has 1 fields, and the header 2"},
+        {"time,n\n0\n", "s.csv:2:1: the row has 1 field, and the header 2"},
         {"time,n\n9,1\n9,2\n", "s.csv:3:1: the time must be greater than that of the row before"},
         {"scan,n\n0,1\n", "s.csv:2:1: '0' is no number of a scan, of which the first is 1"},
         {"time,n\n-1,1\n", "s.csv:2:1: '-1' is no time in milliseconds, and no TIME"},
@@ -124,6 +124,12 @@ TEST_F(Watched, DrawsEveryKindOfVariable) {
         "d=\"M102 148L106 136H533L537 148L533 160H106Z\"/>", "y=\"152\">Green</text>",
         "d=\"M102 202H537V180H972\"", ">time in ms</text>", "prefers-color-scheme: dark"}) {
     EXPECT_NE(svg.find(part), std::string::npos) << part << svg;
+  }
+  writeProgram("i.st", "r : LREAL := 1.0;", "r := r * -1E200;");
+  velc("run i.st --scans 4 --trace r --plot i.svg");
+  for (const char* const part :
+       {"d=\"M319.5 29L323.5 20H533L537 29L533 38H323.5Z\"", "x=\"645.8\" y=\"111\">-Inf<"}) {
+    EXPECT_NE(read("i.svg").find(part), std::string::npos) << part << read("i.svg");
   }
 }
 
