@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <sstream>
+#include <string_view>
 
 #include "cli/failure.h"
 #include "cli/output_file.h"
@@ -36,10 +38,45 @@ void addGeneralOptions(Command command, CommonOptions& common) {
       .oneAtATime();
 }
 
+// Removes the range at the begin of `text`, behind two characters that nobody reads. False if there
+// is none.
+bool takeLocalRange(std::string_view& text) {
+  constexpr std::size_t kTag = 2;
+  const std::size_t dash = text.find('-', std::min(kTag, text.size()));
+  const std::size_t end = text.find(';', std::min(dash, text.size()));
+  if (end == text.npos) return false;
+  const auto isNumber = [](std::string_view number) {
+    const std::size_t first = number.find_first_not_of(" \t");
+    if (first == number.npos) return false;
+    number = number.substr(first, number.find_last_not_of(" \t") - first + 1);
+    return number.find_first_not_of("0123456789") == number.npos;
+  };
+  const bool numbers =
+      isNumber(text.substr(kTag, dash - kTag)) && isNumber(text.substr(dash + 1, end - dash - 1));
+  text.remove_prefix(end + 1);
+  return numbers;
+}
+
+// The operators take any text, and refresh nothing, or the wrong bits, for most of them.
+std::string checkLocalIo(const std::string& text) {
+  std::string_view rest = text;
+  const bool fits = text.substr(0, 2).find('-') == text.npos && takeLocalRange(rest) &&
+                    takeLocalRange(rest) && rest.find_first_not_of(" \t\r\n") == rest.npos;
+  if (fits || text.empty()) return {};
+  return fmt::format("'{}' does not have the form I:131072-131088;Q:139264-139280;", text);
+}
+
 // All commands that load programs have these options, and so has velc itself, before the command.
 void addCommonOptions(Command command, CommonOptions& common) {
   addGeneralOptions(command, common);
-  command.option("--localio", common.localIo, "Local I/O ranges (the option \"localio.addr\")")
+  command
+      .call(
+          "--localio",
+          [&common](const std::string& text) {
+            common.localIo = text;
+            return checkLocalIo(text);
+          },
+          "Local I/O ranges (the option \"localio.addr\")")
       .value("TEXT");
   command.choice<refhost::Notation>(
       "--notation", common.notation,

@@ -30,10 +30,12 @@ unsigned int addOnCode(const std::string& topic) {
 using Kind = Explanation::Kind;
 constexpr Kind kKinds[] = {Kind::Operator, Kind::Word, Kind::Message, Kind::WarningGroup};
 
-// Pages of operators and messages that velc itself does not have. Loads the add-ons on demand.
+// Pages of operators and messages that velc itself does not have.
 class AddOnPages {
  public:
-  explicit AddOnPages(const CommonOptions& common) : common_(common) {}
+  // Loads the libraries that the options name; throws Failure for one that cannot be loaded.
+  explicit AddOnPages(const CommonOptions& common)
+      : session_(common.plugins.empty() ? nullptr : startSession(common)) {}
 
   std::string of(const std::string& topic) {
     if (const unsigned int code = addOnCode(topic)) {
@@ -44,8 +46,7 @@ class AddOnPages {
           "`velc explain OPERATOR --plugin PLUGIN --plugin ADD-ON`.\n",
           code, vel::kFirstAddOnCode, vel::kLastAddOnCode);
     }
-    if (common_.plugins.empty()) unknown(topic);
-    if (session_ == nullptr) session_ = startSession(common_);
+    if (session_ == nullptr) unknown(topic);
     if (session_->operators().findOperator(topic) == nullptr) unknown(topic);
     std::string page = session_->operatorPage(topic);
     if (page.empty()) throw Failure(fmt::format("there is no page of the operator '{}'", topic));
@@ -65,7 +66,6 @@ class AddOnPages {
                     topic, nearest.empty() ? "" : fmt::format(", did you mean '{}'?", nearest)));
   }
 
-  const CommonOptions& common_;
   std::unique_ptr<refhost::Session> session_;
 };
 
@@ -101,8 +101,7 @@ std::string coloured(std::string_view page, const Colours& colours) {
   return text;
 }
 
-// The topics are message codes and names; without one, lists them. Loads libraries only for names
-// that velc itself does not know.
+// The topics are message codes and names; without one, lists them.
 int explain(const CommonOptions& common, const Topics& topics) {
   const Colours colours(common.colour, STDOUT_FILENO);
   AddOnPages addOns(common);

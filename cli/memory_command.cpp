@@ -78,8 +78,9 @@ class LocalRange {
 
 vel::HeapAddress requireAddress(const DeviceMap& map, bool letters, const std::string& text) {
   const bool known = parsed(DeviceMap(kLargest), text).has_value();
-  if (known && !letters && text[0] != '%') {
-    throw Failure(fmt::format("'{}' is an address of --notation letters", text));
+  if (known && letters == (text[0] == '%')) {
+    throw Failure(
+        fmt::format("'{}' is an address of --notation {}", text, letters ? "iec" : "letters"));
   }
   const auto address = parsed(map, text);
   if (address) return *address;
