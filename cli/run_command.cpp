@@ -11,6 +11,7 @@
 
 #include "cli/commands.h"
 #include "cli/compilation.h"
+#include "cli/counted.h"
 #include "cli/crash_places.h"
 #include "cli/each_file.h"
 #include "cli/failure.h"
@@ -19,6 +20,7 @@
 #include "cli/program_driver.h"
 #include "cli/progress.h"
 #include "cli/retention.h"
+#include "cli/run_each.h"
 #include "cli/run_options.h"
 #include "cli/source_files.h"
 #include "cli/stimulus/stimulus.h"
@@ -141,7 +143,7 @@ std::uint64_t reportPace(const fs::path& path) {
   const auto milliseconds = [](double nanoseconds) {
     return fmt::format("{:.3g} ms", nanoseconds / 1e6);
   };
-  std::string text = fmt::format("velc: {} scans in real time", scans);
+  std::string text = fmt::format("velc: {} in real time", counted(scans, "scan"));
   if (scans > 0) {
     text += fmt::format(", on average {} late, at most {} (scan {})",
                         milliseconds(static_cast<double>(sum) / static_cast<double>(scans)),
@@ -152,7 +154,8 @@ std::uint64_t reportPace(const fs::path& path) {
   return scans;
 }
 
-int runTogether(const CommonOptions& common, const RunOptions& options) {
+// Runs one program, and sets `values` to the text of its values, if they are to be printed.
+int runTogether(const CommonOptions& common, const RunOptions& options, std::string& values) {
   std::vector<std::string> inputs = options.files;
   inputs.push_back(options.stimulus);
   refuseClashes(inputs, {options.retained, options.watch.output, options.watch.plot});
@@ -204,22 +207,35 @@ int runTogether(const CommonOptions& common, const RunOptions& options) {
   }
   if (options.watch.writesStandardOutput()) return kSuccess;
   copyToStandardOutput(folder.path() / "refreshes");
-  writeStandardOutput(printedValues(options.form, places, variables, folder.read("values")));
+  values = printedValues(options.form, places, variables, folder.read("values"));
   return kSuccess;
 }
 
-int run(const CommonOptions& common, const RunOptions& options) {
-  if (!options.each) return runTogether(common, options);
-  if (!options.retained.empty()) throw Failure("--retain is for one program, not for --each");
-  if (!options.watch.traced.empty()) throw Failure("--trace is for one program, not for --each");
+int runEach(const CommonOptions& common, const RunOptions& options) {
+  refuseForEach(options);
+  refuseOtherOutput(options);
+  const bool json = options.form == ValuesForm::Json;
+  EachValues all;
   const char* separator = "";
-  return forEachFile(options.files, [&](const std::vector<std::string>& file) {
-    writeStandardOutput(fmt::format("{}==> {} <==\n", separator, sourceName(file.front())));
+  const int code = forEachFile(options.files, [&](const std::vector<std::string>& file) {
+    const std::string name = sourceName(file.front());
+    if (!json) writeStandardOutput(fmt::format("{}==> {} <==\n", separator, name));
     separator = "\n";
-    RunOptions one = options;
-    one.files = file;
-    return runTogether(common, one);
+    std::string values;
+    const int ended = runTogether(common, optionsOfOne(options, file.front()), values);
+    if (!values.empty()) writeStandardOutput(json ? all.json(name, values) : values);
+    return ended;
   });
+  if (json) writeStandardOutput(all.jsonEnd());
+  return code;
+}
+
+int run(const CommonOptions& common, const RunOptions& options) {
+  if (options.each) return runEach(common, options);
+  std::string values;
+  const int code = runTogether(common, options, values);
+  writeStandardOutput(values);
+  return code;
 }
 
 }  // namespace

@@ -96,7 +96,8 @@ TEST_F(Velc, FindsItsSources) {
       {"check --each none.st src/sub good.st", 2,
        "velc: cannot read none.st: No such file or directory src/sub/c.st 1 error in 1 of 2 "
        "files "},
-      {"run --each good.st --retain x", 2, "velc: --retain is for one program, not for --each "},
+      {"run --each good.st --realtime", 2, "velc: --realtime is for one program, not for --each "},
+      {"run --each src/b.st b.st --retain x.json", 2, "velc: x-b.json cannot be two outputs "},
   };
   for (const auto& [arguments, code, files] : rows) {
     const Outcome outcome = velc(arguments);
@@ -114,6 +115,23 @@ TEST_F(Velc, FindsItsSources) {
   EXPECT_EQ(each.out, "==> good.st <==\n\n==> none.st <==\n\n==> <stdin> <==\nx = 5\n");
   EXPECT_EQ(each.err, "velc: none.st: there is no PROGRAM to run\n");
   EXPECT_EQ(each.code, 2);
+  write("q.st", "PROGRAM Q VAR RETAIN x : INT; END_VAR x := x + 1; END_PROGRAM");
+  const std::tuple<const char*, const char*, const char*> runs[] = {
+      {"--format json", "",
+       "{\n  \"q.st\": {\n    \"x\": 2\n  },\n  \"other.st\": {\n    \"x\": 5\n  }\n}\n"},
+      {"--show %QB0 --set x=1", "",
+       "==> q.st <==\nx = 3\n%QB0 = 16#0\n\n==> other.st <==\nx = 1\n%QB0 = 16#0\n"},
+      {"--retain r", "r-q", "==> q.st <==\nx = 2\n\n==> other.st <==\nx = 5\n"},
+      {"--trace x", "", "==> q.st <==\ntime,x\n0,1\n10,2\n\n==> other.st <==\ntime,x\n0,5\n10,5\n"},
+      {"--trace x -o t.csv --plot t.svg", "t-q.csv",
+       "==> q.st <==\nx = 2\n\n==> other.st <==\nx = 5\n"},
+      {"--stimulus t-q.csv", "t-other.svg", "==> q.st <==\nx = 2\n\n==> other.st <==\nx = 2\n"}};
+  for (const auto& [options, file, out] : runs) {
+    const Outcome run = velc("run --each q.st other.st none.st --scans 2 " + std::string(options));
+    EXPECT_EQ(run.out.substr(0, run.out.find("\n==> none.st")), out);
+    EXPECT_EQ(run.err, "velc: none.st: there is no PROGRAM to run\n");
+    EXPECT_TRUE(fs::exists(folder.path() / file)) << file;
+  }
 }
 
 TEST_F(Velc, TellsWhatIsMisspeltAndWhatThereIs) {
@@ -131,6 +149,14 @@ TEST_F(Velc, TellsWhatIsMisspeltAndWhatThereIs) {
       {"memory --memory-inputs 8 %IX8.0",
        "'%IX8.0' is outside of its area; 'velc memory' shows the areas"},
       {"memory X5", "'X5' is an address of --notation letters"},
+      {"memory %IX0.0 --notation letters", "'%IX0.0' is an address of --notation iec"},
+      {"check no.st --localio 'I:0-8;Q:0-8'",
+       "--localio: 'I:0-8;Q:0-8' does not have the form I:131072-131088;Q:139264-139280;"},
+      {"check no.st --localio 'I:0-8;Q:0-x;'",
+       "--localio: 'I:0-8;Q:0-x;' does not have the form I:131072-131088;Q:139264-139280;"},
+      {"check no.st --localio 'I: 0-8 ;  0-0;'", "cannot read no.st: No such file or directory"},
+      {"explain TON --plugin no.so",
+       "./no.so: cannot open shared object file: No such file or directory"},
       {"build x.st -o -", "a program goes to a file, not to standard output"},
       {"explain TONN",
        "'TONN' is neither a word of the language nor an operator, a message or a "
