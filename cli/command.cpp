@@ -35,6 +35,15 @@ Option& Option::notEmpty() {
   return *this;
 }
 
+Option& Option::file() {
+  option_->check(CLI::Validator(
+      [](std::string& file) {
+        return file == "-" ? std::string("goes to a file, not to standard output") : std::string();
+      },
+      ""));
+  return notEmpty();
+}
+
 Option& Option::multipleOf(std::uint32_t divisor) {
   option_->check(CLI::Validator(
       [divisor](std::string& text) {

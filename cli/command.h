@@ -28,6 +28,8 @@ class Option {
   Option& excludes(const Option& other);
   // The value may not be empty, as the name of a file.
   Option& notEmpty();
+  // The same, and it may not be `-`, which is standard output for other options.
+  Option& file();
   Option& multipleOf(std::uint32_t divisor);
   // Shows the present value of the variable as the default in --help.
   Option& showDefault();

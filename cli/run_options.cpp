@@ -53,7 +53,7 @@ void addTraceOptions(Command& command, WatchOptions& options) {
           "--plot", [&options](const std::string& file) { return takePlot(file, options.plot); },
           "Draw the traced variables over time")
       .value("FILE.svg")
-      .notEmpty()
+      .file()
       .needs(trace);
 }
 
@@ -110,7 +110,7 @@ void addRunOptions(Command& command, RunOptions& options) {
               "Load retained variables from this file before the first scan, and store them "
               "behind the last")
       .value("FILE")
-      .notEmpty();
+      .file();
   addWatchOptions(command, options);
   command.flag("--trace-io", options.traceIo, "Print each refresh of local I/O");
   addCompilerOptions(command, options.compiler, options.timeout,

@@ -181,7 +181,8 @@ void addTestCommand(CommandLine& line) {
   command
       .option("--coverage", options->coverage,
               "Write the lines and branches that the tests execute, as lcov does")
-      .value("FILE");
+      .value("FILE")
+      .file();
   command.flag("--strict", options->strict, "A division by zero fails a test");
   command
       .number("--timeout", options->timeout, 0.001, 1e6,

@@ -59,6 +59,7 @@ Watch::~Watch() = default;
 void Watch::start(const TerminationGuard& guard) {
   if (options_.traced.empty()) return;
   output_ = std::make_unique<Output>(options_, traced_, cycle_, guard);
+  if (plot_ != nullptr) plotFile_ = std::make_unique<GrowingFile>(options_.plot, guard);
   if (options_.writesText()) {
     text_ = traceSink(options_.format, traced_.columns, options_.changesOnly, *output_);
     output_->trace().add(*text_);
@@ -71,7 +72,9 @@ RecordSink* Watch::records() { return output_.get(); }
 void Watch::end() {
   if (output_ == nullptr) return;
   output_->end();
-  if (plot_ != nullptr) writeFile(options_.plot, plot_->svg());
+  if (plot_ == nullptr) return;
+  plotFile_->write(plot_->svg());
+  plotFile_->replace();
 }
 
 }  // namespace velc

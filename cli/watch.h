@@ -41,6 +41,7 @@ class Watch {
   TracedPlaces traced_;
   std::unique_ptr<Output> output_;
   std::unique_ptr<Plot> plot_;
+  std::unique_ptr<GrowingFile> plotFile_;
   std::unique_ptr<TraceSink> text_;
 };
 

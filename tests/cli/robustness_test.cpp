@@ -43,6 +43,8 @@ constexpr Row kRows[] = {
     {"((", "run p.st --trace x --scans 9999999; echo $? >code) | true; read c <code; rm code; exit $c)",
      2, "cannot write standard output: Broken pipe"},
     {"timeout --preserve-status -s INT 1 ", "run p.st --trace x -o t.csv --scans 999999999", 130, ""},
+    {"", "run p.st --trace x --plot no/x.svg --scans 99999999999", 2, "cannot write no/x.svg: No such"},
+    {"", "run p.st --trace x --plot -", 2, "--plot: goes to a file, not to standard output"},
     {"", "run p.st --set x=TRUE", 2, "'TRUE' is not a value of type INT"},
     {"", "run p.st --set x=32768", 2, "'32768' is not in the range -32768..32767 of INT"},
     {"", "run p.st --set r=1e39", 2, "'1e39' is out of the range of REAL"},
