@@ -89,6 +89,8 @@ std::string shortened(const std::string& line) {
   return size < line.size() ? line.substr(0, size).append(kCut) : line;
 }
 
+std::string quoted(std::string_view text) { return '\'' + shortened(printable(text)) + '\''; }
+
 std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range,
                     const Colours& colours) {
   const std::string line = printable(sources.line(range.begin));

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "cli/excerpt.h"
 #include "cli/failure.h"
 #include "cli/shape_tables.h"
 #include "cli/shared_storage.h"
@@ -103,7 +104,7 @@ std::vector<std::string> settingStatements(const Places& places,
     std::string bytes;
     std::string error;
     if (!parseValue(*variable.shape, std::string(trim(value)), bytes, error)) {
-      throw Failure(fmt::format("--set {}: {}", setting, error));
+      throw Failure(fmt::format("--set {}: {}", shortened(printable(setting)), error));
     }
     statements.push_back(storeStatement(variable, bytes));
     variables.push_back(std::move(variable));

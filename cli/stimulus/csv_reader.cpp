@@ -47,7 +47,7 @@ int CsvReader::take() {
 
 bool CsvReader::read(std::vector<Field>& fields) {
   fields.clear();
-  while (isRowEnd(ahead_) && ahead_ != EOF) take();
+  while (ahead_ != EOF && (isRowEnd(ahead_) || isBlank(ahead_))) take();
   if (ahead_ == EOF) return false;
   for (;;) {
     while (isBlank(ahead_)) take();

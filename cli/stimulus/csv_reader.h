@@ -18,7 +18,7 @@ class CsvReader {
     std::size_t line = 0;    // of its first character, from 1
     std::size_t column = 0;  // in characters, from 1
   };
-  // Sets `fields` to those of the next row that is not empty. Returns false at the end of the file.
+  // Sets `fields` to those of the next row that is not blank. Returns false at the end of the file.
   bool read(std::vector<Field>& fields);
 
   // Throws Failure with this place of the file before `message`.

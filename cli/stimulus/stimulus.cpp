@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "cli/counted.h"
+#include "cli/excerpt.h"
 #include "cli/failure.h"
 #include "cli/program_driver.h"
 #include "cli/value_parse.h"
@@ -69,9 +70,14 @@ Stimulus::Stimulus(const std::string& path, const Places& places, std::uint64_t 
     if (i == start_) continue;
     ProgramVariable place;
     std::string error;
-    if (!places.find(header[i].text, place, error)) reader_.refuse(header[i], error);
+    const std::string& name = header[i].text;
+    if (name.empty()) reader_.refuse(header[i], "the column has no name");
+    if (!places.find(name, place, error)) {
+      const bool isCut = name.find('[') != name.npos && name.find(']') == name.npos;
+      reader_.refuse(header[i], isCut ? error + "; a name with a comma stands in quotes" : error);
+    }
     if (!isSettable(place)) {
-      reader_.refuse(header[i], fmt::format("'{}' cannot be set", header[i].text));
+      reader_.refuse(header[i], fmt::format("'{}' cannot be set", name));
     }
     variables_.push_back(std::move(place));
     names_.push_back(header[i].text);
@@ -93,14 +99,16 @@ void Stimulus::findStart(const std::vector<Field>& header) {
     }
     byTime_ = false;
   }
-  reader_.refuse(header[0], "the header has no column 'time' or 'scan'");
+  const bool other = header.size() == 1 && header[0].text.find_first_of(";\t") != std::string::npos;
+  reader_.refuse(header[0], other ? "commas must separate the columns"
+                                  : "the header has no column 'time' or 'scan'");
 }
 
 std::uint64_t Stimulus::scanOf(const Field& field) {
   const std::optional<std::uint64_t> value =
       byTime_ ? timeOf(field.text) : positiveNumber(field.text);
   if (!value) {
-    reader_.refuse(field, fmt::format("'{}' is no {}", field.text,
+    reader_.refuse(field, fmt::format("{} is no {}", quoted(field.text),
                                       byTime_ ? "time in milliseconds, and no TIME"
                                               : "number of a scan, of which the first is 1"));
   }

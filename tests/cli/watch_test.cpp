@@ -79,7 +79,7 @@ TEST_F(Watched, TakesStimuliAndTheirTraces) {
   };
   for (const Row& row :
        {// Values hold between rows, whatever the program does, and an empty field changes none.
-        Row{"time,n,c\n0,5,Green\n\nT#15ms,,red\r\n40, 16#9 ,\"Color#Green\"",
+        Row{"time,n,c\n0,5,Green\n \t\nT#15ms,,red\r\n40, 16#9 ,\"Color#Green\"",
             "time,n,c,g\n0,5,Green,TRUE\n10,5,Green,TRUE\n20,5,Red,TRUE\n30,5,Red,TRUE\n"
             "40,9,Green,TRUE\n"},
         {"\xEF\xBB\xBFn,scan,P.c\n3,2,Green\n", "time,n,c,g\n0,-1,Red,FALSE\n10,3,Green,TRUE\n"}}) {
@@ -89,7 +89,11 @@ TEST_F(Watched, TakesStimuliAndTheirTraces) {
   for (const Row& row :
        {Row{"time,n\n0,5\n10,x\n", "s.csv:3:4: 'x' is not a literal"},
         {"time,n\n0,40000\n", "s.csv:2:3: '40000' is not in the range -32768..32767 of INT"},
-        {"time,\"a[1].s\",c\n0,\"'\n'\",Blue\n", "s.csv:2:3: ''\n'' is not a literal"},
+        {"time,\"a[1].s\",c\n0,\"'\n'\",Blue\n",
+         "s.csv:2:3: '' '' is not a literal; a STRING stands in quotes, 'a'"},
+        {"time;n\n0;1\n", "s.csv:1:1: commas must separate the columns"},
+        {"time,n,\n0,1,\n", "s.csv:1:8: the column has no name"},
+        {"time,a[1,0]\n", "s.csv:1:6: 'a[1' has no ']'; a name with a comma stands in quotes"},
         {"time,c\n0,Blue\n", "s.csv:2:3: 'Blue' is not a literal and no value of Color"},
         {"time,n\n0,5,6\n", "s.csv:2:5: the row has 3 fields, and the header 2"},
         {"time,n\n0\n", "s.csv:2:1: the row has 1 field, and the header 2"},
