@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <optional>
@@ -15,7 +16,9 @@ namespace velc {
 namespace {
 
 constexpr std::chrono::seconds kTimeout{60};
-constexpr std::size_t kMostShown = 8;
+constexpr std::string_view kBranch = " (discriminator ";  // addr2line writes it behind a line
+constexpr std::size_t kFirstShown = 6;                    // of many places
+constexpr std::size_t kLastShown = 2;
 
 std::vector<std::string> addressesIn(std::string_view report) {
   std::vector<std::string> texts;
@@ -57,6 +60,23 @@ std::optional<SourcePlace> placeIn(const refhost::SourceManager& sources, std::s
   return place;
 }
 
+// Removes and returns the first of addr2line's answers, which are lines unless a file name contains
+// line ends.
+std::string_view takeAnswer(std::string_view& rest) {
+  std::size_t end = 0;
+  for (;; ++end) {
+    end = std::min(rest.find('\n', end), rest.size());
+    std::string_view text = rest.substr(0, end);
+    text = text.substr(0, text.find_last_not_of("0123456789)?") + 1);
+    const bool whole = end == rest.size() || (!text.empty() && text.back() == ':') ||
+                       text.substr(text.size() - std::min(text.size(), kBranch.size())) == kBranch;
+    if (whole) break;
+  }
+  const std::string_view answer = rest.substr(0, end);
+  rest.remove_prefix(std::min(end + 1, rest.size()));
+  return answer;
+}
+
 std::string placeText(const refhost::Session& session, const SourcePlace& place) {
   const refhost::SourceManager& sources = session.sources();
   const std::string unit = session.unitAt(place.file, place.line);
@@ -81,10 +101,8 @@ std::vector<SourcePlace> crashPlaces(const refhost::SourceManager& sources,
   } catch (const Failure&) {
     return places;
   }
-  std::string_view rest = output;
-  for (std::size_t end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
-    const auto place = placeIn(sources, rest.substr(0, end));
-    rest.remove_prefix(end + 1);
+  for (std::string_view rest = output; !rest.empty();) {
+    const auto place = placeIn(sources, takeAnswer(rest));
     const auto isSame = [&](const SourcePlace& other) {
       return other.file == place->file && other.line == place->line;
     };
@@ -101,7 +119,10 @@ std::string crashText(const refhost::Session& session, const std::vector<SourceP
   line.erase(0, line.find_first_not_of(' '));
   text += "\n  " + shortened(line);
   for (std::size_t i = 1; i < places.size(); ++i) {
-    if (i == kMostShown) return text + "\n  ...";
+    if (i == kFirstShown && places.size() > kFirstShown + kLastShown) {
+      text += "\n  ...";
+      i = places.size() - kLastShown;
+    }
     text += "\n  called at " + placeText(session, places[i]);
   }
   return text;

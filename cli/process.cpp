@@ -119,6 +119,8 @@ class Child {
 
   void interrupt() const { ::kill(id_, SIGINT); }
 
+  void alarm() const { ::kill(id_, SIGALRM); }
+
   // Kills what is left of the group, and returns the status of the child. The child is collected
   // last: until then no other group can have its number.
   int wait() {
@@ -255,6 +257,11 @@ ProcessResult runProcess(const std::vector<std::string>& arguments, const Termin
   if (timeout) deadline = Clock::now() + *timeout;
   const bool ended =
       awaitEnd(child, output, records, guard.descriptor(), watch.endsInOrder, deadline);
+  if (!ended && watch.reports) {
+    constexpr std::chrono::seconds kMoment{2};
+    child.alarm();
+    awaitEnd(child, output, records, guard.descriptor(), watch.endsInOrder, Clock::now() + kMoment);
+  }
   const int status = child.wait();
   ProcessResult result;
   result.output = output.rest();

@@ -35,6 +35,8 @@ struct ProcessWatch {
   RecordSink* records = nullptr;
   // The first SIGINT or SIGTERM only asks the process to end, by SIGINT.
   bool endsInOrder = false;
+  // After the timeout the process gets SIGALRM and a moment to report where it is.
+  bool reports = false;
 
   static constexpr int kRecords = 3;
 };

@@ -84,7 +84,7 @@ bool execute(const refhost::Session& session, const TemporaryFolder& temporary,
   if (!options.stimulus.empty()) add("stimulus", folder / "stimulus");
   const std::vector<std::string> quickArguments = arguments;
   watch.start(guard);
-  const ProcessWatch watched{watch.records(), options.realtime};
+  const ProcessWatch watched{watch.records(), options.realtime, true};
   if (watched.records != nullptr) add("trace", std::to_string(ProcessWatch::kRecords));
   if (options.realtime) add("realtime", folder / "pace");
 
@@ -99,15 +99,18 @@ bool execute(const refhost::Session& session, const TemporaryFolder& temporary,
   watch.end();
   if (result.succeeded()) return true;
   std::string reason;
+  std::vector<SourcePlace> places;
   if (result.end == ProcessResult::End::TimedOut) {
+    // To run it again would take as long again.
+    places = crashPlaces(session.sources(), arguments.front(), temporary.read("crash"), guard);
     reason = fmt::format("did not end within {} s (--timeout)", options.timeout.count());
   } else if (result.end == ProcessResult::End::Signalled) {
+    places = placesOfCrash(session.sources(), temporary, quickArguments, options, guard);
     reason = "was ended by " + signalText(result.code);
   } else {
     reason = fmt::format("failed with status {}", result.code);
   }
-  reason += crashText(session,
-                      placesOfCrash(session.sources(), temporary, quickArguments, options, guard));
+  reason += crashText(session, places);
   writeStandardError(fmt::format("velc: the program {}{}\n", reason, quotedOutput(result.output)));
   return false;
 }

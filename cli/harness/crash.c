@@ -11,6 +11,11 @@
 
 enum { MOST_CALLS = 64, STACK_SIZE = 1 << 16 };
 
+static struct {
+  uint64_t last[MOST_CALLS]; /* of those behind the first, which are written at once */
+  size_t count;              /* of all */
+} calls;
+
 static int report;
 static void (*last_action)(void);
 static uint64_t base; /* by which addresses in memory exceed those in the file of the program */
@@ -23,19 +28,28 @@ static int find_base(struct dl_phdr_info* object, size_t size, void* unused) {
   return 1; /* the first object is the program */
 }
 
-static _Unwind_Reason_Code write_call(struct _Unwind_Context* context, void* left) {
+static int write_address(uint64_t address) {
+  return write(report, &address, sizeof address) == sizeof address;
+}
+
+static _Unwind_Reason_Code write_call(struct _Unwind_Context* context, void* unused) {
+  (void)unused;
   int interrupted = 0;
   const uint64_t address = _Unwind_GetIPInfo(context, &interrupted);
   if (address == 0) return _URC_END_OF_STACK;
   /* A call returns behind its line, perhaps. */
   const uint64_t in_file = address - base - (interrupted ? 0 : 1);
-  if (write(report, &in_file, sizeof in_file) != sizeof in_file) return _URC_END_OF_STACK;
-  return --*(int*)left > 0 ? _URC_NO_REASON : _URC_END_OF_STACK;
+  calls.last[calls.count++ % MOST_CALLS] = in_file;
+  if (calls.count > MOST_CALLS) return _URC_NO_REASON;
+  return write_address(in_file) ? _URC_NO_REASON : _URC_END_OF_STACK;
 }
 
 static void write_report(int number) {
-  int left = MOST_CALLS;
-  _Unwind_Backtrace(write_call, &left);
+  size_t next = MOST_CALLS;
+  _Unwind_Backtrace(write_call, NULL);
+  /* A stack is exhausted by calls in between. */
+  if (calls.count > 2 * MOST_CALLS) next = calls.count - MOST_CALLS;
+  while (next < calls.count && write_address(calls.last[next % MOST_CALLS])) ++next;
   if (last_action != NULL) last_action();
   raise(number); /* SA_RESETHAND: this ends the program */
 }

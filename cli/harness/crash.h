@@ -3,10 +3,10 @@
 #define VELRUN_CRASH_H
 
 /* From now on a program that a fault, abort() or SIGALRM ends writes to the file `path` where it
- * was: the addresses of that place and of those from which it was called, inside out. Each is a
- * uint64_t as the file of the program has it. Then it calls `finish`, unless that is NULL, and the
- * signal ends it as it does without a report. It works when the stack is exhausted, too, in the
- * thread that calls this. */
+ * was: the addresses of that place and of those from which it was called, inside out, of many calls
+ * the first and the last. Each is a uint64_t as the file of the program has it. Then it calls
+ * `finish`, unless that is NULL, and the signal ends it as it does without a report. It works when
+ * the stack is exhausted, too, in the thread that calls this. */
 void vel_crash_report(const char* path, void (*finish)(void));
 
 #endif

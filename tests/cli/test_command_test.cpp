@@ -118,7 +118,8 @@ TEST_F(Velc, RunsEachTestByItself) {
       "  ok    anew\n  ok    places\n  ok    returns\n  FAIL  loop; did not end within 0.5 s "
       "(--timeout)\n"
       "  FAIL  pointer; crashed with signal 11 (Segmentation fault)\n"
-      "  FAIL  stack; crashed with signal 11 (Segmentation fault) in FUNCTION Deep\n"
+      "  FAIL  stack; crashed with signal 11 (Segmentation fault) in FUNCTION Deep, called at "
+      "a.st:8\n"
       "  ok    by zero\n  ok    real by zero\n  FAIL  cleanup; ASSERT_EQ(made, 3); made = 2; 3\n"
       "b.st\n  FAIL  anew; ASSERT_LT(made, 1) (in SETUP); made = 1; 1\n6 of 11 tests failed\n");
   EXPECT_EQ(brief(velc("test plant.st a.st --strict --filter zero").out),
