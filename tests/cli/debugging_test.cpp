@@ -94,7 +94,8 @@ TEST_F(Velc, BuildsProgramsForDebuggers) {
         "END_FUNCTION_BLOCK\n");
   write("pump.st",
         "PROGRAM Pump\n"
-        "VAR level : INT; ramp : Ramp; name : STRING := 'p1'; a : ARRAY[1..3] OF INT := [3(5)];\n"
+        "VAR level : INT; ramp : Ramp; name : STRING := 'p1'; a : ARRAY[1..3] OF INT := [3(5)];"
+        "  w : WSTRING[4] := \"ab\"; on : BOOL := TRUE; n : ARRAY[0..1] OF STRING[3] := ['c'];\n"
         "END_VAR\n"
         "  level := level + 2;\n"
         "  ramp(target := 10);\n"
@@ -105,12 +106,13 @@ TEST_F(Velc, BuildsProgramsForDebuggers) {
         "  END_CASE\n"
         "END_PROGRAM\n");
   write("session",
-        "set debuginfod enabled off\nset disable-randomization off\nset print null-stop on\n"
+        "set debuginfod enabled off\nset disable-randomization off\n"
         "break pump.st:5\nrun --cycle T#7ms --scans 3\nprint Pump_data.level\nstep\nnext\nprint "
         "self->value\n"
         "next\nnext\ndelete\n"
-        "break pump.st:8\ncontinue\nprint Pump_data.a\nprint (unsigned)vel_scan_time\nnext\nprint "
-        "Pump_data\n"
+        "break pump.st:8\ncontinue\nprint Pump_data.a\nprint (unsigned)vel_scan_time\nnext\n"
+        "source " EXAMPLES
+        "/../runtime/velops_gdb.py\nprint Pump_data\n"
         "tbreak Ramp_body\ncontinue\nwatch self->value\ncontinue\nbacktrace 2\n");
   for (const char* const compiler : {"gcc", "clang"}) {
     const Outcome outcome = velc(std::string("build -g lib/ramp.st pump.st -o pump --compiler ") +
@@ -127,7 +129,8 @@ TEST_F(Velc, BuildsProgramsForDebuggers) {
         "$3 = {a = {7, 5, 5}}\n"
         "$4 = 7\n"
         "11\tEND_PROGRAM\n"
-        "$5 = {level = 4, ramp = {target = 10, value = 2}, name = \"p1\", a = {a = {7, 8, 5}}}\n"
+        "$5 = {level = 4, ramp = {target = 10, value = 2}, name = \"p1\", a = {7, 8, 5}, "
+        "w = \"ab\", on = 1, n = {\"c\", \"\"}}\n"
         "4\t  IF value < target THEN\n"
         "7\tEND_FUNCTION_BLOCK\n"
         "#0  Ramp_body (self=@ <Pump_data+2>) at lib/ramp.st:7\n"
