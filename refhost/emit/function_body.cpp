@@ -59,8 +59,11 @@ void FunctionBody::append(const std::string& text, const char* end) {
     lines_ += end;
     return;
   }
+  // A brace belongs to what it closes, not to the condition behind it.
+  const bool closes = text.compare(0, 2, "} ") == 0;
+  if (closes) lines_ += " }";
   moveToWanted();
-  lines_ += text;
+  lines_.append(text, closes ? 2 : 0);
   lines_.append(end, std::strlen(end) - 1);
   open_ += static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
 }
