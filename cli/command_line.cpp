@@ -138,7 +138,9 @@ CommandLine::CommandLine()
     return fmt::format("velc: {}{}\n", error.what(), kSeeHelp);
   });
   app_->set_version_flag("-V,--version", "velc " VELC_VERSION);
-  app_->footer("Exit codes: 0 no errors, 1 errors in the program, 2 bad usage or failed files.");
+  app_->footer(
+      "Exit codes: 0 no errors, 1 errors in the program or failed tests, 2 bad usage or failed "
+      "files.");
   addCommonOptions(Command(*app_), common);
 }
 

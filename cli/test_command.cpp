@@ -1,6 +1,8 @@
 #include <fmt/format.h>
 #include <fnmatch.h>
+#include <locale.h>
 #include <sched.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -9,6 +11,7 @@
 #include "cli/commands.h"
 #include "cli/compilation.h"
 #include "cli/crash_places.h"
+#include "cli/excerpt.h"
 #include "cli/failure.h"
 #include "cli/output_file.h"
 #include "cli/process.h"
@@ -18,7 +21,6 @@
 #include "cli/tests/test_reports.h"
 #include "cli/tests/test_sources.h"
 #include "cli/translation.h"
-#include "hostkit/folding.h"
 
 namespace velc {
 
@@ -33,9 +35,9 @@ struct TestOptions {
   std::vector<std::string> filters;
   bool list = false;
   bool strict = false;
-  unsigned jobs = 0;    // 0: as many as there are processors
-  double timeout = 10;  // seconds of a test
-  ReportWriter report = textReport;
+  unsigned jobs = 0;              // 0: as many as there are processors
+  double timeout = 10;            // seconds of a test
+  ReportWriter report = nullptr;  // null: the text for readers
   std::string compiler = "cc";
   std::string output = "-";
   std::string coverage;  // file; empty for none
@@ -48,19 +50,40 @@ unsigned processors() {
   return known ? static_cast<unsigned>(std::max(CPU_COUNT(&set), 1)) : 1;
 }
 
+// While it lives, C functions take texts of this thread for UTF-8.
+class Utf8Locale {
+ public:
+  Utf8Locale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
+    if (locale_ != nullptr) before_ = uselocale(locale_);
+  }
+  ~Utf8Locale() {
+    if (locale_ == nullptr) return;
+    uselocale(before_);
+    freelocale(locale_);
+  }
+  Utf8Locale(const Utf8Locale&) = delete;
+  Utf8Locale& operator=(const Utf8Locale&) = delete;
+
+ private:
+  locale_t locale_;
+  locale_t before_ = nullptr;
+};
+
 // A filter with '*' or '?' is a pattern for the whole title, any other one a part of it.
 bool matches(const std::string& title, const std::string& filter) {
-  if (filter.find_first_of("*?") != std::string::npos) {
-    return fnmatch(filter.c_str(), title.c_str(), FNM_CASEFOLD) == 0;
+  std::string pattern;
+  for (const char c : filter) {
+    if (c == '[' || c == '\\') pattern += '\\';
+    pattern += c;
   }
-  const auto equal = [](char a, char b) { return hostkit::toLower(a) == hostkit::toLower(b); };
-  return std::search(title.begin(), title.end(), filter.begin(), filter.end(), equal) !=
-         title.end();
+  if (filter.find_first_of("*?") == std::string::npos) pattern = '*' + pattern + '*';
+  return fnmatch(pattern.c_str(), asUtf8(title).c_str(), FNM_CASEFOLD) == 0;
 }
 
 void select(std::vector<refhost::TestCase>& tests, const std::vector<std::string>& filters) {
   if (tests.empty()) throw Failure("there is no TEST to run");
   if (filters.empty()) return;
+  const Utf8Locale locale;
   const auto isOut = [&filters](const refhost::TestCase& test) {
     return std::none_of(filters.begin(), filters.end(),
                         [&test](const auto& filter) { return matches(test.title, filter); });
@@ -74,7 +97,7 @@ std::string listText(const refhost::SourceManager& sources,
   std::string text;
   for (const refhost::TestCase& test : tests) {
     const TestPlace place = placeOf(sources, test.range);
-    text += fmt::format("{}:{}: {}\n", place.file, place.line, test.title);
+    text += printable(fmt::format("{}:{}: {}", place.file, place.line, asUtf8(test.title))) + '\n';
   }
   return text;
 }
@@ -140,8 +163,11 @@ int test(const CommonOptions& common, const TestOptions& options) {
   };
   const std::vector<TestResult> results = testResults(
       *session, program, records, fmt::format("{} s (--timeout)", options.timeout), places);
-  const std::string report = options.report(results);
-  if (options.output == "-") {
+  const bool printed = options.output == "-";
+  const Colours colours = printed ? Colours(common.colour, STDOUT_FILENO) : Colours();
+  const bool forReaders = options.report == nullptr;
+  const std::string report = forReaders ? textReport(results, colours) : options.report(results);
+  if (printed) {
     writeStandardOutput(report);
   } else {
     writeFile(options.output, report);
@@ -150,8 +176,11 @@ int test(const CommonOptions& common, const TestOptions& options) {
     const Coverage coverage =
         readCoverage(objects, options.compiler, session->sources(), program, guard);
     writeFile(options.coverage, coverage.tracefile);
-    const bool readable = options.report == textReport && options.output == "-";
-    readable ? writeStandardOutput(coverage.summary) : writeStandardError(coverage.summary);
+    if (forReaders && printed) {
+      writeStandardOutput(coverage.summary);
+    } else {
+      writeStandardError(coverage.summary);
+    }
   }
   return failedTests(results) == 0 ? kSuccess : kProgramErrors;
 }
@@ -168,22 +197,27 @@ void addTestCommand(CommandLine& line) {
               "(repeatable)")
       .value("TEXT")
       .oneAtATime();
-  command.flag("--list", options->list, "Print the tests, and run none");
+  const Option list = command.flag("--list", options->list, "Print the tests, and run none");
   command
       .number("-j,--jobs", options->jobs, 1U, 1000U, "Tests at a time (default: one per processor)")
       .value("N");
-  command.choice<ReportWriter>(
-      "--format", options->report,
-      {{"text", textReport}, {"junit", junitReport}, {"json", jsonReport}, {"tap", tapReport}},
-      "Form of the results (default: text)");
+  command
+      .choice<ReportWriter>(
+          "--format", options->report,
+          {{"text", nullptr}, {"junit", junitReport}, {"json", jsonReport}, {"tap", tapReport}},
+          "Form of the results (default: text)")
+      .excludes(list);
   command.option("-o,--output", options->output, "Where the results go (default: standard output)")
-      .value("FILE");
+      .value("FILE")
+      .excludes(list);
   command
       .option("--coverage", options->coverage,
               "Write the lines and branches that the tests execute, as lcov does")
       .value("FILE")
-      .file();
-  command.flag("--strict", options->strict, "A division by zero fails a test");
+      .file()
+      .excludes(list);
+  command.flag("--strict", options->strict,
+               "A division by zero fails a test, as does an operation on reals without a result");
   command
       .number("--timeout", options->timeout, 0.001, 1e6,
               "Seconds that a test may take (default: 10)")

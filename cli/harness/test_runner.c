@@ -67,6 +67,16 @@ static const char* crash_path(const process* child) {
   return path;
 }
 
+static void finish_test(void) {
+  signal(SIGALRM, SIG_IGN); /* the time limit must not interrupt it */
+  if (runner.program->finish != NULL) runner.program->finish();
+}
+
+static void finish_crashed_test(const siginfo_t* cause) {
+  vel_test_report_crash(cause->si_signo == SIGFPE && cause->si_code == FPE_FLTINV);
+  if (runner.program->finish != NULL) runner.program->finish();
+}
+
 static void start(process* child, u32 test) {
   int ends[2];
   if (pipe(ends) != 0) die("pipe");
@@ -76,11 +86,10 @@ static void start(process* child, u32 test) {
   if (child->id < 0) die("fork");
   if (child->id == 0) {
     close(ends[0]);
-    vel_crash_report(crash_path(child), runner.program->finish);
-    if (runner.strict) feenableexcept(FE_DIVBYZERO);
+    vel_crash_report(crash_path(child), finish_crashed_test);
+    if (runner.strict) feenableexcept(FE_DIVBYZERO | FE_INVALID); /* 0.0 / 0.0 is invalid */
     vel_test_run(test_at(test), runner.program->assertions, ends[1]);
-    signal(SIGALRM, SIG_IGN); /* it has ended: a second call must not interrupt the first */
-    if (runner.program->finish != NULL) runner.program->finish();
+    finish_test();
     _exit(EXIT_SUCCESS);
   }
   close(ends[1]);

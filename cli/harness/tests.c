@@ -78,6 +78,11 @@ _Noreturn void vel_test_fail(u32 assertion, const void* const* operands, const c
   longjmp(leave_part, 1);
 }
 
+void vel_test_report_crash(u8 invalid) {
+  begin_item(VEL_TEST_CRASH);
+  put(&invalid, 1);
+}
+
 /* ---- Comparisons ---------------------------------------------------------------------------- */
 
 /* Every REAL is an LREAL. */
@@ -143,7 +148,7 @@ u8 vel_test_near_whole(u8 less, u64 left, u64 right, i64 tolerance) {
 /* ---- Time ----------------------------------------------------------------------------------- */
 
 void vel_test_advance(i64 nanoseconds) {
-  if (nanoseconds < 0) fail_with("ADVANCE_TIME of a negative time");
+  if (nanoseconds < 0) fail_with("ADVANCE_TIME of less than 0 ns or more than 292 years");
   now += (u64)nanoseconds;
   vel_scan_time = (u32)(now / 1000000);
 }

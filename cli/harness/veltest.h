@@ -61,6 +61,7 @@ typedef struct {
  *    value that differs, all ones for none (u32), the text (u32 for its size, all ones for none,
  * and the bytes), and the elementary values of the operands in order, without gaps
  *  - VEL_TEST_MESSAGE: a text in the same form
+ *  - VEL_TEST_CRASH: a u8 that is 1 if an invalid operation on reals was the cause. It is the last
  * The numbers are in test_records.h.
  * Returns the exit status. */
 int vel_test_main(int argc, char** argv, const vel_test_program* program);

@@ -145,7 +145,9 @@ Coverage readCoverage(const std::vector<fs::path>& objects, const std::string& c
     if (!found.empty()) coverage.tracefile += fileRecord(path, found, lines, branches);
   }
   coverage.summary =
-      fmt::format("covered: {}, {}\n", lines.text("lines"), branches.text("branches"));
+      lines.found == 0
+          ? "covered: nothing, since the sources have nothing but tests\n"
+          : fmt::format("covered: {}, {}\n", lines.text("lines"), branches.text("branches"));
   return coverage;
 }
 

@@ -41,9 +41,9 @@ std::string testCase(const TestResult& result) {
   const char* const element = result.status == Status::Failed ? "failure" : "error";
   for (const TestFailure& failure : result.failures) {
     const std::string summary = summaryOf(failure);
-    text += fmt::format("      <{0} type=\"{1}\" message=\"{2}\">{3}:{4}:{5}: {2}</{0}>\n", element,
-                        statusName(result.status), escaped(summary), escaped(failure.place.file),
-                        failure.place.line, failure.place.column);
+    text +=
+        fmt::format("      <{0} type=\"{1}\" message=\"{2}\">{3}: {2}</{0}>\n", element,
+                    statusName(result.status), escaped(summary), escaped(placeText(failure.place)));
   }
   return text + "    </testcase>\n";
 }

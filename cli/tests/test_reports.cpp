@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/counted.h"
+#include "cli/excerpt.h"
 #include "hostkit/encoding.h"
 
 namespace velc {
@@ -14,24 +15,24 @@ namespace {
 
 using Status = TestResult::Status;
 
-std::string at(const TestPlace& place) {
-  return fmt::format("{}:{}:{}", place.file, place.line, place.column);
-}
-
 // A value that is a literal in the source is not repeated.
 std::string valueText(const TestFailure::Value& value) {
   return value.name == value.value ? value.value : value.name + " = " + value.value;
 }
 
+// In one line, and without commands to a terminal.
+std::string shown(const std::string& text) { return printable(asUtf8(text)); }
+
 std::string failureText(const TestFailure& failure, const std::string& indent) {
-  std::string text = fmt::format("{}{}: ", indent, at(failure.place));
+  std::string text = fmt::format("{}{}: ", indent, placeText(failure.place));
   text += failure.assertion.empty() ? failure.text : failure.assertion;
   if (!failure.assertion.empty() && !failure.text.empty()) text += ": " + failure.text;
   if (failure.part != "TEST") text += " (in " + failure.part + ")";
+  text = shown(text) + '\n';
   for (const TestFailure::Value& value : failure.values) {
-    text += "\n" + indent + "  " + valueText(value);
+    text += indent + "  " + shown(valueText(value)) + '\n';
   }
-  return text + '\n';
+  return text;
 }
 
 // In TAP a '#' begins a directive.
@@ -68,13 +69,15 @@ std::size_t failedTests(const std::vector<TestResult>& results) {
                     [](const TestResult& result) { return result.status != Status::Passed; }));
 }
 
-std::string textReport(const std::vector<TestResult>& results) {
+std::string textReport(const std::vector<TestResult>& results, const Colours& colours) {
   std::string text;
   std::string file;
   for (const TestResult& result : results) {
-    if (result.place.file != file) text += (file = result.place.file) + '\n';
-    text +=
-        fmt::format("  {:<4}  {}\n", result.status == Status::Passed ? "ok" : "FAIL", result.title);
+    if (result.place.file != file) text += shown(file = result.place.file) + '\n';
+    const bool passed = result.status == Status::Passed;
+    const std::string word =
+        passed ? colours(Colours::Role::Mark, "ok") + "  " : colours(Colours::Role::Error, "FAIL");
+    text += fmt::format("  {}  {}\n", word, shown(result.title));
     for (const TestFailure& failure : result.failures) {
       text += failureText(failure, "        ");
     }
@@ -90,16 +93,16 @@ std::string tapReport(const std::vector<TestResult>& results) {
   for (std::size_t i = 0; i < results.size(); ++i) {
     const TestResult& result = results[i];
     text += fmt::format("{}ok {} - {}\n", result.status == Status::Passed ? "" : "not ", i + 1,
-                        escapedTitle(result.title));
+                        escapedTitle(asUtf8(result.title)));
     if (result.failures.empty()) continue;
     // YAML takes a JSON string for a string.
     const auto quoted = [](const std::string& value) {
       return nlohmann::ordered_json(asUtf8(value)).dump();
     };
     const TestFailure& first = result.failures.front();
-    text +=
-        fmt::format("  ---\n  status: {}\n  at: {}\n  message: {}\n  ...\n",
-                    statusName(result.status), quoted(at(first.place)), quoted(summaryOf(first)));
+    text += fmt::format("  ---\n  status: {}\n  at: {}\n  message: {}\n  ...\n",
+                        statusName(result.status), quoted(placeText(first.place)),
+                        quoted(summaryOf(first)));
   }
   return text;
 }
@@ -113,13 +116,14 @@ std::string jsonReport(const std::vector<TestResult>& results) {
       for (const TestFailure::Value& value : failure.values) {
         values.push_back({{"expression", asUtf8(value.name)}, {"value", asUtf8(value.value)}});
       }
-      failures.push_back({{"file", asUtf8(failure.place.file)},
-                          {"line", failure.place.line},
-                          {"column", failure.place.column},
-                          {"part", failure.part},
-                          {"assertion", asUtf8(failure.assertion)},
-                          {"text", asUtf8(failure.text)},
-                          {"values", std::move(values)}});
+      nlohmann::ordered_json entry = {{"file", asUtf8(failure.place.file)},
+                                      {"line", failure.place.line}};
+      if (failure.place.column != 0) entry["column"] = failure.place.column;
+      entry.update({{"part", failure.part},
+                    {"assertion", asUtf8(failure.assertion)},
+                    {"text", asUtf8(failure.text)},
+                    {"values", std::move(values)}});
+      failures.push_back(std::move(entry));
     }
     tests.push_back({{"name", asUtf8(result.title)},
                      {"file", asUtf8(result.place.file)},

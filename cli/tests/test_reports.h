@@ -4,11 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "cli/colours.h"
 #include "cli/tests/test_results.h"
 
 namespace velc {
 
-std::string textReport(const std::vector<TestResult>& results);
+std::string textReport(const std::vector<TestResult>& results, const Colours& colours);
 std::string tapReport(const std::vector<TestResult>& results);  // version 14
 std::string jsonReport(const std::vector<TestResult>& results);
 std::string junitReport(const std::vector<TestResult>& results);

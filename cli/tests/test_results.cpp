@@ -2,12 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <limits>
 
 #include "cli/compilation.h"
 #include "cli/failure.h"
+#include "cli/harness/crash.h"
 #include "cli/harness/test_records.h"
 #include "cli/value_parts.h"
 
@@ -95,26 +97,70 @@ bool findPart(const ValueShape& shape, std::uint32_t& number, Part& part) {
   return false;
 }
 
-// The source of the range in one line.
+// The length of the comment that `text` begins with; 0 for none.
+std::size_t lengthOfComment(std::string_view text) {
+  const std::string_view mark = text.substr(0, 2);
+  if (mark == "//") return std::min(text.find_first_of("\r\n"), text.size());
+  if (mark == "/*") return std::min(text.find("*/", 2), text.size() - 2) + 2;
+  if (mark != "(*") return 0;
+  std::size_t at = 0;
+  int depth = 0;
+  do {
+    const std::string_view here = text.substr(at, 2);
+    if (here == "(*") ++depth;
+    if (here == "*)") --depth;
+    at += here == "(*" || here == "*)" ? 2 : 1;
+  } while (depth > 0 && at < text.size());
+  return at;
+}
+
+std::size_t lengthOfString(std::string_view text) {
+  if (text.front() != '\'' && text.front() != '"') return 0;
+  std::size_t at = 1;
+  while (at < text.size() && text[at] != text.front()) at += text[at] == '$' ? 2 : 1;
+  return std::min(at + 1, text.size());
+}
+
+// The source of the range in one line, without comments.
 std::string sourceText(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
-  const std::string_view source =
+  std::string_view source =
       sources.text(range.begin.file()).substr(range.begin.offset(), range.length);
   std::string text;
-  for (const char c : source) {
-    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
-    if (!blank) {
-      text += c;
-    } else if (!text.empty() && text.back() != ' ') {
-      text += ' ';
+  bool blank = false;
+  while (!source.empty()) {
+    const std::size_t comment = lengthOfComment(source);
+    const bool space = std::string_view(" \t\r\n").find(source.front()) != std::string_view::npos;
+    std::size_t length = std::max<std::size_t>(comment, 1);
+    if (comment != 0 || space) {
+      blank = true;
+    } else {
+      length = std::max(lengthOfString(source), length);
+      if (blank && !text.empty()) text += ' ';
+      blank = false;
+      text += source.substr(0, length);
     }
+    source.remove_prefix(length);
   }
   return text;
 }
 
-std::string endText(int end, int signal, const std::string& limit) {
+std::string endText(int end, int signal, const std::string& limit, std::string_view crash) {
   if (end == VEL_TEST_LATE) return "did not end within " + limit;
   if (end != VEL_TEST_SIGNALLED) return "ended without a result";
-  return signal == SIGFPE ? "division by zero" : "crashed with " + signalText(signal);
+  if (signal == SIGFPE) return "division by zero";
+  const bool deep =
+      signal == SIGSEGV && crash.size() >= VEL_CRASH_MOST_CALLS * sizeof(std::uint64_t);
+  return "crashed with " + signalText(signal) +
+         (deep ? ", perhaps by a recursion without end," : "");
+}
+
+// The first part of a long value.
+std::string shortValue(std::string value) {
+  constexpr std::size_t kMost = 300;
+  if (value.size() <= kMost) return value;
+  std::size_t length = kMost;
+  while (length > 0 && (static_cast<unsigned char>(value[length]) & 0xC0U) == 0x80U) --length;
+  return fmt::format("{}... ({} characters)", value.substr(0, length), value.size());
 }
 
 // Adds where a test ended, and from where that was called.
@@ -125,7 +171,7 @@ void addPlaces(const refhost::Session& session, const std::vector<SourcePlace>& 
     const std::string& path = session.sources().path(places[i].file);
     if (i == 0) {
       const std::string unit = session.unitAt(places[i].file, places[i].line);
-      failure.place = {path, places[i].line, 1};
+      failure.place = {path, places[i].line, 0};
       if (!unit.empty()) failure.text += " in " + unit;
     } else if (i <= kMostCalls) {
       failure.text += fmt::format("{}{}:{}", i == 1 ? ", called at " : ", ", path, places[i].line);
@@ -141,7 +187,8 @@ class ReportReader {
   ReportReader(refhost::Session& session, const refhost::TestProgram& program)
       : sources_(session.sources()), program_(program) {}
 
-  TestFailure failure(Reader& report, const TestPlace& test) {
+  // `isCrash` becomes true for the item of a crash, whose text may be empty.
+  TestFailure failure(Reader& report, const TestPlace& test, bool& isCrash) {
     TestFailure failure;
     constexpr const char* kParts[] = {"SETUP", "TEST", "TEARDOWN"};
     failure.part = kParts[report.number<std::uint8_t>() % 3];
@@ -149,6 +196,11 @@ class ReportReader {
     switch (report.number<std::uint8_t>()) {
       case VEL_TEST_ASSERTION:
         readAssertion(report, failure);
+        break;
+      case VEL_TEST_CRASH:
+        isCrash = true;
+        if (report.number<std::uint8_t>() != 0)
+          failure.text = "invalid operation, such as 0.0 / 0.0";
         break;
       default:
         failure.text = report.text();
@@ -176,7 +228,7 @@ class ReportReader {
         bytes.remove_prefix(part.offset);
         value = partsText(*part.shape, bytes);
       }
-      failure.values.push_back({std::move(name), std::move(value)});
+      failure.values.push_back({std::move(name), shortValue(std::move(value))});
     }
   }
 
@@ -189,6 +241,11 @@ class ReportReader {
 TestPlace placeOf(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
   const refhost::LineColumn at = sources.position(range.begin);
   return {sources.path(range.begin.file()), at.line, at.column};
+}
+
+std::string placeText(const TestPlace& place) {
+  const std::string line = fmt::format("{}:{}", place.file, place.line);
+  return place.column == 0 ? line : fmt::format("{}:{}", line, place.column);
 }
 
 std::string_view statusName(TestResult::Status status) {
@@ -239,20 +296,25 @@ std::vector<TestResult> testResults(refhost::Session& session, const refhost::Te
     result.seconds = static_cast<double>(records.number<std::uint64_t>()) / 1e9;
     Reader report(records.take(records.number<std::uint32_t>()));
     const std::string_view crash = records.take(records.number<std::uint32_t>());
-    while (!report.atEnd()) result.failures.push_back(reader.failure(report, result.place));
+    bool crashReported = false;
+    while (!report.atEnd()) {
+      result.failures.push_back(reader.failure(report, result.place, crashReported));
+    }
     if (end == VEL_TEST_DONE) {
       if (!result.failures.empty()) result.status = TestResult::Status::Failed;
       continue;
     }
     result.status =
         end == VEL_TEST_LATE ? TestResult::Status::TimedOut : TestResult::Status::Crashed;
-    TestFailure failure;
-    failure.place = result.place;
-    failure.part = "TEST";
-    failure.text = endText(end, signal, limit);
+    if (!crashReported) {
+      result.failures.emplace_back();
+      result.failures.back().place = result.place;
+      result.failures.back().part = "TEST";
+    }
+    TestFailure& failure = result.failures.back();
+    if (failure.text.empty()) failure.text = endText(end, signal, limit, crash);
     constexpr int kMostPlaced = 100;  // each costs a process
     if (crashes++ < kMostPlaced) addPlaces(session, places(crash), failure);
-    result.failures.push_back(std::move(failure));
   }
   return results;
 }

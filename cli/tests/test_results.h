@@ -16,8 +16,10 @@ namespace velc {
 struct TestPlace {
   std::string file;
   std::uint32_t line = 0;
-  std::uint32_t column = 0;
+  std::uint32_t column = 0;  // 0 if it is not known
 };
+
+std::string placeText(const TestPlace& place);
 
 struct TestFailure {
   struct Value {
