@@ -73,6 +73,7 @@ static void finish_test(void) {
 }
 
 static void finish_crashed_test(const siginfo_t* cause) {
+  if (cause->si_signo != SIGALRM) signal(SIGALRM, SIG_IGN);
   vel_test_report_crash(cause->si_signo == SIGFPE && cause->si_code == FPE_FLTINV);
   if (runner.program->finish != NULL) runner.program->finish();
 }
@@ -114,7 +115,7 @@ static int read_report(process* child) {
 }
 
 static void write_crash(const process* child, int crashed) {
-  char places[1024];
+  u64 places[VEL_CRASH_MOST_CALLS];
   FILE* const file = crashed ? fopen(crash_path(child), "rb") : NULL;
   const u32 size = file != NULL ? (u32)fread(places, 1, sizeof places, file) : 0;
   if (file != NULL) fclose(file);

@@ -7,6 +7,7 @@
 
 #include "test_process.h"
 #include "test_records.h"
+#include "values.h"
 #include "velrt/clock.h"
 #include "veltest.h"
 
@@ -55,11 +56,7 @@ static int part_at(const vel_run_shape* shape, size_t number, vel_run_part* part
   return 1;
 }
 
-static void put_value(const vel_run_shape* shape, const char* value) {
-  vel_run_part part;
-  if (!part_at(shape, 0, &part)) put(value, shape->size);
-  for (size_t i = 0; part_at(shape, i, &part); ++i) put_value(part.shape, value + part.offset);
-}
+static void put_bytes(char* bytes, size_t size) { put(bytes, size); }
 
 _Noreturn static void fail_with(const char* message) {
   begin_item(VEL_TEST_MESSAGE);
@@ -73,7 +70,7 @@ _Noreturn void vel_test_fail(u32 assertion, const void* const* operands, const c
   put(&differing, sizeof differing);
   put_text(text);
   for (u32 i = 0; i < assertions[assertion].count; ++i) {
-    put_value(assertions[assertion].shapes[i], operands[i]);
+    vel_visit_bytes(assertions[assertion].shapes[i], (void*)operands[i], put_bytes);
   }
   longjmp(leave_part, 1);
 }

@@ -135,7 +135,8 @@ std::string sourceText(const refhost::SourceManager& sources, const refhost::Sou
       blank = true;
     } else {
       length = std::max(lengthOfString(source), length);
-      if (blank && !text.empty()) text += ' ';
+      const bool closes = source.front() == ',' || source.front() == ')';
+      if (blank && !closes && !text.empty()) text += ' ';
       blank = false;
       text += source.substr(0, length);
     }

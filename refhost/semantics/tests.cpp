@@ -164,6 +164,13 @@ bool Tests::takesOperands(const Call& call) {
   return true;
 }
 
+// Makes the comparison of an assertion, which is not analysed yet.
+CommonType Tests::compare(Call& call, Expr& left, Expr& right) {
+  call.operation = tree_.makeBinary(call.testFunction()->comparison, &left, &right);
+  TreeBuilder::setSpan(*call.operation, call.pos(), TreeBuilder::source(call));
+  return commonType(*call.operation);
+}
+
 // Arrays and structures are compared member by member, all other values as by the operator.
 void Tests::analyseComparison(Call& call) {
   const TestFunction& function = *call.testFunction();
@@ -174,15 +181,15 @@ void Tests::analyseComparison(Call& call) {
   Expr& left = parts_.expressions.analyseLeaf(list, 0);
   Expr& right = parts_.expressions.analyseLeaf(list, 1, left.dataType);
   if (left.dataType == nullptr || right.dataType == nullptr) return;
-  if (!isComposite(left.dataType) && !isComposite(right.dataType)) {
-    call.operation = tree_.makeBinary(function.comparison, &left, &right);
-    TreeBuilder::setSpan(*call.operation, call.pos(), TreeBuilder::source(call));
+  const bool composite = isComposite(left.dataType) || isComposite(right.dataType);
+  if (!composite && compare(call, left, right).kind != CommonType::Kind::Invalid) {
     parts_.expressions.analyse(*call.operation);
     return;
   }
   const bool equality =
       function.comparison == ExprKind::Equal || function.comparison == ExprKind::NotEqual;
-  if (equality && left.dataType == right.dataType && isComparable(*left.dataType)) return;
+  const bool sameType = composite && left.dataType == right.dataType;
+  if (equality && sameType && isComparable(*left.dataType)) return;
   say(call, message::kOperandTypes, function.name, describe(left), describe(right));
 }
 
@@ -224,15 +231,17 @@ void Tests::analyseNear(Call& call) {
             ", which compares single values, is");
     return;
   }
-  call.operation = tree_.makeBinary(function.comparison, &left, &right);
-  const CommonType common = commonType(*call.operation);
+  const CommonType common = compare(call, left, right);
   const bool numbers = common.kind == CommonType::Kind::Number;
   const bool times =
       common.kind == CommonType::Kind::Durations || common.kind == CommonType::Kind::Same;
   const BasicDataType type = typeOf(tolerance);
   if ((numbers && isNumber(type)) || (times && isDuration(type))) {
-    TreeBuilder::setSpan(*call.operation, call.pos(), TreeBuilder::source(call));
     parts_.expressions.analyse(*call.operation);
+    return;
+  }
+  if (isText(type) && list.leavesCount() == function.operands()) {
+    say(call, message::kTooFewArguments, function.name);
     return;
   }
   const Expr& other = numbers || times ? tolerance : right;

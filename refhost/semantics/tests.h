@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/part.h"
 
 namespace refhost {
@@ -37,6 +38,7 @@ class Tests : public Part {
   }
   void refuseParameters(const Unit& node);
   bool takesOperands(const Call& call);
+  CommonType compare(Call& call, Expr& left, Expr& right);
   void analyseComparison(Call& call);
   void analyseCondition(Call& call);
   void analyseNear(Call& call);

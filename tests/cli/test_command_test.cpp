@@ -53,7 +53,7 @@ TEST_F(Velc, ShowsTheValuesOfFailedAssertions) {
       {"ASSERT_EQ(Next(), Next())", "ASSERT_EQ(Next(), Next()); Next() = 1; Next() = 2"},
       {"ASSERT_EQ(i.0, w.%X4)", "ASSERT_EQ(i.0, w.%X4); i.0 = TRUE; w.%X4 = FALSE"},
       {"ASSERT_EQ(%MB3,\n(* a (* 'b *) *) // c\n7 /* d */)",
-       "ASSERT_EQ(%MB3, 7 ); %MB3 = 16#0; 7 = 16#7"},
+       "ASSERT_EQ(%MB3, 7); %MB3 = 16#0; 7 = 16#7"},
       {"ADVANCE_TIME(t - T#2s)", "ADVANCE_TIME of less than 0 ns or more than 292 years"},
   };
   std::string tests =
