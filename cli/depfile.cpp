@@ -9,7 +9,7 @@ namespace velc {
 namespace {
 
 // As C compilers write it: backslashes before a space are doubled, others are not.
-std::string escaped(const std::string& name) {
+std::string forMake(const std::string& name) {
   std::string text;
   std::size_t backslashes = 0;
   for (const char c : name) {
@@ -32,11 +32,11 @@ std::string escaped(const std::string& name) {
 }  // namespace
 
 std::string depfileText(const std::string& output, const std::vector<std::string>& inputs) {
-  std::string text = escaped(output) + ':';
+  std::string text = forMake(output) + ':';
   std::string missing;
   for (const std::string& input : inputs) {
-    text += " \\\n  " + escaped(input);
-    missing += '\n' + escaped(input) + ":\n";
+    text += " \\\n  " + forMake(input);
+    missing += '\n' + forMake(input) + ":\n";
   }
   return text + '\n' + missing;
 }

@@ -89,7 +89,7 @@ std::string shortened(const std::string& line) {
   return size < line.size() ? line.substr(0, size).append(kCut) : line;
 }
 
-std::string quoted(std::string_view text) { return '\'' + shortened(printable(text)) + '\''; }
+std::string inQuotes(std::string_view text) { return '\'' + shortened(printable(text)) + '\''; }
 
 std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range,
                     const Colours& colours) {

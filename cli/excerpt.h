@@ -17,7 +17,7 @@ std::string printable(std::string_view text);
 std::string shortened(const std::string& line);
 
 // A text of the user in quotes, printable and shortened.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 // The first source line of the range, and below it `^~~~` up to the end of the range or of the
 // line; each ends in a newline. A long line is shortened to the characters around the range's

@@ -27,8 +27,9 @@ unsigned int addOnCode(const std::string& topic) {
   return spelt && free ? static_cast<unsigned int>(code) : 0;
 }
 
-using Kind = Explanation::Kind;
-constexpr Kind kKinds[] = {Kind::Operator, Kind::Word, Kind::Message, Kind::WarningGroup};
+using TopicKind = Explanation::Kind;
+constexpr TopicKind kKinds[] = {TopicKind::Operator, TopicKind::Word, TopicKind::Message,
+                                TopicKind::WarningGroup};
 
 // Pages of operators and messages that velc itself does not have.
 class AddOnPages {
@@ -74,8 +75,8 @@ using Topics = std::vector<std::string>;
 // All topics but operators, which `velc operators` lists.
 std::string listing() {
   std::string text;
-  for (const Kind kind : kKinds) {
-    if (kind == Kind::Operator) continue;
+  for (const TopicKind kind : kKinds) {
+    if (kind == TopicKind::Operator) continue;
     for (const Topic& topic : topicsOf(kind)) {
       text += fmt::format("{} {}\n", topic.name, topic.explanation->title);
     }

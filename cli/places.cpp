@@ -38,10 +38,10 @@ std::string deadEnd(const ProgramVariable& part, std::string_view rest) {
   }
   if (rest.front() == '[' && shape != nullptr && shape->element != nullptr) {
     if (rest.find(']') == rest.npos)
-      return fmt::format("{} has no ']'", quoted(part.name + std::string(rest)));
+      return fmt::format("{} has no ']'", inQuotes(part.name + std::string(rest)));
     return fmt::format("'{}' has no element {}", part.name, rest.substr(0, rest.find(']') + 1));
   }
-  return fmt::format("'{}' has no part {}", part.name, quoted(rest));
+  return fmt::format("'{}' has no part {}", part.name, inQuotes(rest));
 }
 
 // Blanks may stand at the ends of a name and beside its dots, brackets and commas.
@@ -130,10 +130,10 @@ std::string Places::unknown(std::string_view name) const {
     }
     for (const std::string& each : qualifiedNames_) spelling.offer(each);
     if (spelling.best().empty()) continue;
-    return fmt::format("there is no variable {}{}", quoted(wanted),
+    return fmt::format("there is no variable {}{}", inQuotes(wanted),
                        asking(spelling.best() + std::string(name.substr(wanted.size()))));
   }
-  return fmt::format("there is no variable or device address {}", quoted(name));
+  return fmt::format("there is no variable or device address {}", inQuotes(name));
 }
 
 ProgramVariable Places::named(std::string_view option, std::string_view name) const {

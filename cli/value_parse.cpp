@@ -142,21 +142,21 @@ std::string numberText(const refhost::ValueShape::Number& number) {
 std::string refusal(const refhost::ValueShape& shape, const std::string& text,
                     const LiteralValue& value) {
   if (!shape.names.empty())
-    return fmt::format("{} is no value of {}", quoted(text), shape.typeName);
+    return fmt::format("{} is no value of {}", inQuotes(text), shape.typeName);
   if (value.form == LiteralForm::Integer && shape.range) {
-    return fmt::format("{} is not in the range {}..{} of {}", quoted(text),
+    return fmt::format("{} is not in the range {}..{} of {}", inQuotes(text),
                        numberText(shape.range->first), numberText(shape.range->second),
                        shape.typeName);
   }
   if (value.form == LiteralForm::Real && shape.type == BasicDataType::Real) {
-    return fmt::format("{} is out of the range of REAL", quoted(text));
+    return fmt::format("{} is out of the range of REAL", inQuotes(text));
   }
   if (value.form == LiteralForm::String && value.type == shape.type) {
     const int unit = shape.type == BasicDataType::WString ? 2 : 1;
     return fmt::format("{} is longer than {}[{}]", shortened(printable(text)), shape.typeName,
                        shape.byteSize / unit - 1);
   }
-  return fmt::format("{} is not a value of type {}", quoted(text), shape.typeName);
+  return fmt::format("{} is not a value of type {}", inQuotes(text), shape.typeName);
 }
 
 }  // namespace
@@ -179,10 +179,10 @@ bool parseValue(const refhost::ValueShape& shape, const std::string& text, std::
     case LiteralError::OutOfRange:
       error = shape.range && text.find_first_not_of("+-_0123456789") == text.npos
                   ? refusal(shape, text, {})
-                  : quoted(text) + " is out of range";
+                  : inQuotes(text) + " is out of range";
       return false;
     default:
-      error = quoted(text) + " is not a literal";
+      error = inQuotes(text) + " is not a literal";
       if (shape.type == BasicDataType::String) error += "; a STRING stands in quotes, 'a'";
       if (shape.type == BasicDataType::WString) error += "; a WSTRING stands in quotes, \"a\"";
       if (!shape.names.empty()) error += " and no value of " + shape.typeName;

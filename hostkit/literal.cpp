@@ -45,7 +45,7 @@ struct NamedType {
   const char* typeName;
 };
 
-constexpr NamedType kTypes[] = {
+constexpr NamedType kLiteralTypes[] = {
     {"SINT", LiteralForm::Integer, BasicDataType::SInt, "SINT"},
     {"INT", LiteralForm::Integer, BasicDataType::Int, "INT"},
     {"DINT", LiteralForm::Integer, BasicDataType::DInt, "DINT"},
@@ -75,12 +75,13 @@ constexpr NamedType kTypes[] = {
     {"WSTRING", LiteralForm::String, BasicDataType::WString, "WSTRING"},
 };
 // An untyped literal has the first of these types that holds its value.
-constexpr const NamedType* kDecimalTypes[] = {&kTypes[0], &kTypes[1], &kTypes[2], &kTypes[3],
-                                              &kTypes[7]};
-constexpr const NamedType* kBasedTypes[] = {&kTypes[4], &kTypes[5], &kTypes[6], &kTypes[7]};
+constexpr const NamedType* kDecimalTypes[] = {
+    &kLiteralTypes[0], &kLiteralTypes[1], &kLiteralTypes[2], &kLiteralTypes[3], &kLiteralTypes[7]};
+constexpr const NamedType* kBasedTypes[] = {&kLiteralTypes[4], &kLiteralTypes[5], &kLiteralTypes[6],
+                                            &kLiteralTypes[7]};
 
 const NamedType* findType(std::string_view prefix) {
-  for (const NamedType& type : kTypes) {
+  for (const NamedType& type : kLiteralTypes) {
     if (equalIgnoringCase(type.prefix, prefix)) return &type;
   }
   return nullptr;

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kSmallest =
     offsetof(vel::OperatorDescription, page) + sizeof(vel::OperatorDescription::page);
 
-bool isName(std::string_view text) {
+bool isPlainName(std::string_view text) {
   constexpr std::string_view kLetters = "_ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   constexpr std::string_view kDigits = "0123456789";
   const auto isIn = [](std::string_view set, char c) { return set.find(c) != set.npos; };
@@ -26,7 +26,7 @@ bool split(std::string_view names, std::vector<std::string>& inputs, std::string
   while (!names.empty()) {
     const std::string name(names.substr(0, names.find(' ')));
     names.remove_prefix(std::min(name.size() + 1, names.size()));
-    if (!isName(name)) {
+    if (!isPlainName(name)) {
       error = "'" + name + "' is no name of an input";
       return false;
     }

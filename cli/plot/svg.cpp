@@ -14,7 +14,7 @@ namespace {
 constexpr double kCharacterWidth = 6.6;  // of the style sheet's font, on average
 
 // As many characters of `text` as fit into `width`.
-std::string shortened(std::string_view text, double width) {
+std::string fitted(std::string_view text, double width) {
   const std::size_t characters = hostkit::countCharacters(text);
   const auto room = static_cast<std::size_t>(std::max(width / kCharacterWidth, 0.0));
   if (characters <= room) return std::string(text);
@@ -60,7 +60,7 @@ double textWidth(std::string_view text) {
 
 void drawBox(const Frame& frame, std::string_view text, const char* style, std::string& svg) {
   constexpr double kMargin = 6;
-  const std::string label = shortened(text, frame.width - kMargin);
+  const std::string label = fitted(text, frame.width - kMargin);
   const std::string tip =
       label == text ? "/>" : fmt::format("><title>{}</title></path>", svgText(text));
   svg += fmt::format("<path class=\"{}\" d=\"{}\"{}\n", style, boxPath(frame), tip);

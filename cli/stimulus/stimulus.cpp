@@ -108,7 +108,7 @@ std::uint64_t Stimulus::scanOf(const Field& field) {
   const std::optional<std::uint64_t> value =
       byTime_ ? timeOf(field.text) : positiveNumber(field.text);
   if (!value) {
-    reader_.refuse(field, fmt::format("{} is no {}", quoted(field.text),
+    reader_.refuse(field, fmt::format("{} is no {}", inQuotes(field.text),
                                       byTime_ ? "time in milliseconds, and no TIME"
                                               : "number of a scan, of which the first is 1"));
   }

@@ -14,7 +14,7 @@ namespace {
 using Status = TestResult::Status;
 
 // XML allows no other control characters than these three, not even escaped.
-std::string escaped(const std::string& text) {
+std::string inXml(const std::string& text) {
   std::string result;
   for (const char c : asUtf8(text)) {
     const bool allowed = c == '\t' || c == '\n' || c == '\r';
@@ -34,16 +34,15 @@ std::string escaped(const std::string& text) {
 std::string testCase(const TestResult& result) {
   std::string text = fmt::format(
       "    <testcase name=\"{}\" classname=\"{}\" file=\"{}\" line=\"{}\" time=\"{:.6f}\"",
-      escaped(result.title), escaped(result.place.file), escaped(result.place.file),
-      result.place.line, result.seconds);
+      inXml(result.title), inXml(result.place.file), inXml(result.place.file), result.place.line,
+      result.seconds);
   if (result.failures.empty()) return text + "/>\n";
   text += ">\n";
   const char* const element = result.status == Status::Failed ? "failure" : "error";
   for (const TestFailure& failure : result.failures) {
     const std::string summary = summaryOf(failure);
-    text +=
-        fmt::format("      <{0} type=\"{1}\" message=\"{2}\">{3}: {2}</{0}>\n", element,
-                    statusName(result.status), escaped(summary), escaped(placeText(failure.place)));
+    text += fmt::format("      <{0} type=\"{1}\" message=\"{2}\">{3}: {2}</{0}>\n", element,
+                        statusName(result.status), inXml(summary), inXml(placeText(failure.place)));
   }
   return text + "    </testcase>\n";
 }
@@ -80,7 +79,7 @@ std::string junitReport(const std::vector<TestResult>& results) {
   std::string text = fmt::format(
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"velc\" {}>\n", all.counts());
   for (const auto& [file, suite] : files) {
-    text += fmt::format("  <testsuite name=\"{}\" {}>\n{}  </testsuite>\n", escaped(file),
+    text += fmt::format("  <testsuite name=\"{}\" {}>\n{}  </testsuite>\n", inXml(file),
                         suite.counts(), suite.cases);
   }
   return text + "</testsuites>\n";

@@ -15,33 +15,34 @@ namespace {
 using refhost::ValueShape;
 using vel::BasicDataType;
 
-enum class Kind { Bit, Bits, Signed, Real, Text };
+enum class WireKind { Bit, Bits, Signed, Real, Text };
 
-Kind kindOf(const ValueShape& shape) {
+WireKind wireKindOf(const ValueShape& shape) {
   const BasicDataType type = shape.type;
-  if (!shape.names.empty()) return Kind::Text;
-  if (type == BasicDataType::Bool || type == BasicDataType::BitAddress) return Kind::Bit;
-  if (hostkit::isFloat(type)) return Kind::Real;
-  if (hostkit::isSigned(type) || hostkit::isDuration(type)) return Kind::Signed;
-  return hostkit::isInteger(type) || type == BasicDataType::Pointer ? Kind::Bits : Kind::Text;
+  if (!shape.names.empty()) return WireKind::Text;
+  if (type == BasicDataType::Bool || type == BasicDataType::BitAddress) return WireKind::Bit;
+  if (hostkit::isFloat(type)) return WireKind::Real;
+  if (hostkit::isSigned(type) || hostkit::isDuration(type)) return WireKind::Signed;
+  return hostkit::isInteger(type) || type == BasicDataType::Pointer ? WireKind::Bits
+                                                                    : WireKind::Text;
 }
 
-const char* typeName(Kind kind) {
+const char* typeName(WireKind kind) {
   switch (kind) {
-    case Kind::Signed:
+    case WireKind::Signed:
       return "integer";
-    case Kind::Real:
+    case WireKind::Real:
       return "real";
-    case Kind::Text:
+    case WireKind::Text:
       return "string";
     default:
       return "wire";
   }
 }
 
-int widthOf(Kind kind, const ValueShape& shape) {
-  if (kind == Kind::Bit || kind == Kind::Text) return 1;
-  return kind == Kind::Real ? 64 : shape.byteSize * 8;
+int widthOf(WireKind kind, const ValueShape& shape) {
+  if (kind == WireKind::Bit || kind == WireKind::Text) return 1;
+  return kind == WireKind::Real ? 64 : shape.byteSize * 8;
 }
 
 // A number in the printable characters.
@@ -85,13 +86,13 @@ std::string bitsText(std::string_view bytes) {
 // Viewers extend the first bit, unless it is 1, to the width.
 std::string valueText(const Cell& cell) {
   const ValueShape& shape = *cell.column->shape;
-  switch (kindOf(shape)) {
-    case Kind::Bit:
+  switch (wireKindOf(shape)) {
+    case WireKind::Bit:
       return cell.text == "TRUE" ? "1" : "0";
-    case Kind::Bits:
-    case Kind::Signed:
+    case WireKind::Bits:
+    case WireKind::Signed:
       return "b" + bitsText(cell.bytes) + ' ';
-    case Kind::Real:
+    case WireKind::Real:
       return "r" + cell.text + ' ';
     default:
       break;
@@ -121,7 +122,7 @@ VcdSink::VcdSink(const std::vector<Column>& columns, TextSink& text) : text_(tex
       header += fmt::format("$scope module {} $end\n", steps[i]);
     }
     open = std::move(steps);
-    const Kind kind = kindOf(*column.shape);
+    const WireKind kind = wireKindOf(*column.shape);
     codes_.push_back(codeOf(codes_.size()));
     header += fmt::format("$var {} {} {} {} $end\n", typeName(kind), widthOf(kind, *column.shape),
                           codes_.back(), name);

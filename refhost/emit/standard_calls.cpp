@@ -8,12 +8,12 @@
 
 namespace refhost {
 
-using Kind = StandardFunction::Kind;
+using FunctionKind = StandardFunction::Kind;
 
 namespace {
 
 bool makesText(const StandardFunction& function) {
-  return function.kind == Kind::Part || function.kind == Kind::Join;
+  return function.kind == FunctionKind::Part || function.kind == FunctionKind::Join;
 }
 
 const VarSymbol* variableOf(const Expr& expr) {
@@ -40,15 +40,15 @@ bool sharesNoMemory(const VarSymbol& target, const vel::ASTNode& value) {
 
 std::string CallWriter::standardCallText(const Call& call) {
   switch (call.standard()->kind) {
-    case Kind::Operation:
-    case Kind::Comparison:
+    case FunctionKind::Operation:
+    case FunctionKind::Comparison:
       return "(" + expressions_.expressionText(call.operation) + ")";
-    case Kind::Bound:
+    case FunctionKind::Bound:
       return boundText(call);
-    case Kind::IsBound:
+    case FunctionKind::IsBound:
       return fmt::format("({} != NULL)",
                          places_.of(static_cast<const Expr&>(*call.leaf(1)->leaf(0))).text);
-    case Kind::Clock:
+    case FunctionKind::Clock:
       return "((i32)vel_scan_time)";
     default:
       return expressions_.inOrder(parametersOf(call), ExpressionWriter::Uses::Once,

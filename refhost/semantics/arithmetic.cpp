@@ -9,7 +9,7 @@
 namespace refhost {
 namespace {
 
-using Kind = CommonType::Kind;
+using CommonKind = CommonType::Kind;
 
 bool isPointInTime(BasicDataType type) {
   return type == BasicDataType::Date || type == BasicDataType::TimeOfDay ||
@@ -39,18 +39,18 @@ CommonType commonTimeType(ExprKind op, BasicDataType left, BasicDataType right) 
   const bool sum = op == ExprKind::Add || op == ExprKind::Subtract;
   if (isDuration(left) && isDuration(right) && (sum || isComparison(op))) {
     const BasicDataType wider = widens(left, right) ? right : left;
-    return {Kind::Durations, wider, wider};
+    return {CommonKind::Durations, wider, wider};
   }
   if (isDuration(left) && isNumber(right) && (op == ExprKind::Multiply || op == ExprKind::Divide)) {
-    return {Kind::Scale, left, left};
+    return {CommonKind::Scale, left, left};
   }
   if (isNumber(left) && isDuration(right) && op == ExprKind::Multiply) {
-    return {Kind::Scale, right, right};
+    return {CommonKind::Scale, right, right};
   }
   const bool clock = left == BasicDataType::TimeOfDay || left == BasicDataType::DateAndTime;
-  if (clock && isDuration(right) && sum) return {Kind::Shift, left, left};
+  if (clock && isDuration(right) && sum) return {CommonKind::Shift, left, left};
   if (isPointInTime(left) && left == right && op == ExprKind::Subtract) {
-    return {Kind::Difference, left, BasicDataType::Time};
+    return {CommonKind::Difference, left, BasicDataType::Time};
   }
   return {};
 }
@@ -59,10 +59,10 @@ CommonType commonPointerType(ExprKind op, BasicDataType left, BasicDataType righ
   constexpr BasicDataType kPointer = BasicDataType::Pointer;
   const bool two = left == kPointer && right == kPointer;
   if (!two && !isInteger(left == kPointer ? right : left)) return {};
-  if (isComparison(op)) return {Kind::Pointers, kPointer, BasicDataType::Bool};
-  if (two && op == ExprKind::Subtract) return {Kind::Distance, kPointer, BasicDataType::DInt};
+  if (isComparison(op)) return {CommonKind::Pointers, kPointer, BasicDataType::Bool};
+  if (two && op == ExprKind::Subtract) return {CommonKind::Distance, kPointer, BasicDataType::DInt};
   const bool step = op == ExprKind::Add || (op == ExprKind::Subtract && left == kPointer);
-  return step && !two ? CommonType{Kind::Step, kPointer, kPointer} : CommonType{};
+  return step && !two ? CommonType{CommonKind::Step, kPointer, kPointer} : CommonType{};
 }
 
 }  // namespace
@@ -119,10 +119,10 @@ CommonType commonType(const Expr& binary) {
   const ASTNode& rightNode = *binary.leaf(1);
   BasicDataType left = typeOf(leftNode);
   BasicDataType right = typeOf(rightNode);
-  if (left == BasicDataType::None || right == BasicDataType::None) return {Kind::Unknown};
+  if (left == BasicDataType::None || right == BasicDataType::None) return {CommonKind::Unknown};
   const bool stopsEarly = op == ExprKind::AndThen || op == ExprKind::OrElse;
   if (stopsEarly && !(left == BasicDataType::Bool && right == BasicDataType::Bool)) return {};
-  const auto result = [op](Kind kind, BasicDataType operands) {
+  const auto result = [op](CommonKind kind, BasicDataType operands) {
     return CommonType{kind, operands, isComparison(op) ? BasicDataType::Bool : operands};
   };
   if (isNumber(left) && isNumber(right)) {
@@ -130,23 +130,23 @@ CommonType commonType(const Expr& binary) {
     right = literalTypeBeside(rightNode, right, left);
     left = leftBeside;
     const BasicDataType common = commonNumber(left, right);
-    if (isComparison(op)) return result(Kind::Number, common);
+    if (isComparison(op)) return result(CommonKind::Number, common);
     if (op == ExprKind::Power) {
       const BasicDataType power =
           left == BasicDataType::Real ? BasicDataType::Real : BasicDataType::LReal;
-      return result(Kind::Number, power);
+      return result(CommonKind::Number, power);
     }
     if (isArithmetic(op)) {
       return op == ExprKind::Modulo && isFloat(common) ? CommonType{}
-                                                       : result(Kind::Number, common);
+                                                       : result(CommonKind::Number, common);
     }
-    return isFloat(common) ? CommonType{} : result(Kind::Bits, common);
+    return isFloat(common) ? CommonType{} : result(CommonKind::Bits, common);
   }
   if (left == BasicDataType::Bool && right == BasicDataType::Bool) {
-    return isArithmetic(op) ? CommonType{} : result(Kind::Logic, left);
+    return isArithmetic(op) ? CommonType{} : result(CommonKind::Logic, left);
   }
   if (isText(left) || isText(right)) {
-    return left == right && isComparison(op) ? result(Kind::Strings, left) : CommonType{};
+    return left == right && isComparison(op) ? result(CommonKind::Strings, left) : CommonType{};
   }
   if (left == BasicDataType::Pointer || right == BasicDataType::Pointer) {
     if (isInteger(left) ? isNullName(rightNode) : isInteger(right) && isNullName(leftNode))
@@ -154,11 +154,11 @@ CommonType commonType(const Expr& binary) {
     return commonPointerType(op, left, right);
   }
   const CommonType times = commonTimeType(op, left, right);
-  if (times.kind != Kind::Invalid) {
+  if (times.kind != CommonKind::Invalid) {
     return isComparison(op) ? result(times.kind, times.operands) : times;
   }
   const bool comparable = left == right && left < BasicDataType::Derived;
-  return comparable && isComparison(op) ? result(Kind::Same, left) : CommonType{};
+  return comparable && isComparison(op) ? result(CommonKind::Same, left) : CommonType{};
 }
 
 }  // namespace refhost

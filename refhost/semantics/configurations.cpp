@@ -26,10 +26,6 @@ constexpr std::array<TaskProperty, 3> kTaskProperties{{{"INTERVAL", BasicDataTyp
                                                        {"SINGLE", BasicDataType::Bool},
                                                        {"PRIORITY", BasicDataType::UInt}}};
 
-// Has the operators that remember their operand take a hidden variable of the instance for it
-// rather than a byte of device memory: see the table of questions in docs/hosts.md.
-constexpr int kKindOfInstances = 2;
-
 std::string nameOf(const Text* text) { return text != nullptr ? text->text() : ""; }
 std::string nameOf(const ASTNode& item) { return static_cast<const Text&>(*item.leaf(0)).text(); }
 

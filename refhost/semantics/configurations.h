@@ -5,6 +5,10 @@
 
 namespace refhost {
 
+// Has the operators that remember their operand take a hidden variable of the instance for it
+// rather than a byte of device memory: see the table of questions in docs/hosts.md.
+constexpr int kKindOfInstances = 2;
+
 class Configurations : public Part {
  public:
   using Part::Part;

@@ -36,7 +36,7 @@ bool isOpenAddress(std::string_view text) {
 }
 
 // True if the address is in the area, and of the size, that the open one names.
-bool fits(const vel::HeapAddress& address, std::string_view open) {
+bool isFor(const vel::HeapAddress& address, std::string_view open) {
   constexpr std::uint32_t kOfInputs[] = {2, 10};
   constexpr std::uint32_t kOfOutputs[] = {3, 11};
   const auto isIn = [&address](const std::uint32_t(&areas)[2]) {
@@ -269,7 +269,7 @@ void ConfiguredPlaces::place(const ASTNode& path, const ASTNode& address, Target
   first = &path;
   if (!parsed) return;
   const std::string_view open = TreeBuilder::source(*variable.openAddress);
-  if (!hasErrorFrom(before) && !fits(*parsed, open)) {
+  if (!hasErrorFrom(before) && !isFor(*parsed, open)) {
     say(address, message::kConfiguredArea, TreeBuilder::source(address), open, variable.name());
   }
   const vel::HeapRawAddr raw = services_.memory.raw(*parsed);

@@ -13,7 +13,7 @@ using vel::ASTNode;
 
 namespace {
 
-Role roleOf(VarSection section) {
+Role roleIn(VarSection section) {
   switch (section) {
     case VarSection::Input:
       return Role::Input;
@@ -93,7 +93,7 @@ void Declarations::constantsAhead(UnitSymbol& unit) {
     if (type != nullptr && isComposite(type)) return;
     for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
       const char* const name = static_cast<const Text&>(*declaration.leaf(n)).text();
-      auto constant = std::make_unique<VarSymbol>(name, type, roleOf(block.section), &unit);
+      auto constant = std::make_unique<VarSymbol>(name, type, roleIn(block.section), &unit);
       constant->constant = true;
       constant->refused = unknown || declaration.valueMissing;
       constant->initial = static_cast<Expr*>(declaration.leaf(VarDecl::kInitial));
@@ -170,7 +170,7 @@ void Declarations::declareVariables(UnitSymbol& unit) {
 void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarDecl& declaration,
                                    const Text& name, const ResolvedType& resolved) {
   Type* const type = resolved.type;
-  const Role role = roleOf(block.section);
+  const Role role = roleIn(block.section);
   const ASTNode* const spec = declaration.leaf(VarDecl::kType);
   const bool refers = spec != nullptr && type != nullptr && isReferenceSpec(*spec);
   const bool open = asOpenArray(type) != nullptr;
@@ -218,7 +218,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
 bool Declarations::refusesReference(const VarBlock& block, VarDecl& declaration) {
   ASTNode& spec = *declaration.leaf(VarDecl::kType);
   if (!isReferenceSpec(spec)) return false;
-  const Role role = roleOf(block.section);
+  const Role role = roleIn(block.section);
   const bool parameter = role == Role::Output || role == Role::InOut;
   const bool fixed = block.constant || declaration.leaf(VarDecl::kAddress) != nullptr ||
                      (declaration.bitParameter && role == Role::Input);

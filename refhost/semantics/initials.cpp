@@ -12,7 +12,7 @@ using vel::TreeBuilder;
 namespace {
 
 // No array has so many elements; the sum of two such numbers is a LINT.
-constexpr std::int64_t kMost = std::int64_t{1} << 61;
+constexpr std::int64_t kMostElements = std::int64_t{1} << 61;
 
 }  // namespace
 
@@ -79,7 +79,7 @@ void Initials::analyseValues(const ArrayValues& values, Expr& list) {
 }
 
 // Analyses the leaves of `list` from `first` on and returns the number of rows or elements that
-// they initialise; kMost for every larger number.
+// they initialise; kMostElements for every larger number.
 std::int64_t Initials::countItems(const ArrayValues& values, Expr& list, int first) {
   std::int64_t count = 0;
   for (int i = first; i < list.leavesCount(); ++i) {
@@ -98,7 +98,7 @@ std::int64_t Initials::countItems(const ArrayValues& values, Expr& list, int fir
       say(item, message::kInitialParts, TreeBuilder::source(item), displayName(&row));
       return 0;
     }
-    if (count >= kMost) return kMost;
+    if (count >= kMostElements) return kMostElements;
   }
   return count;
 }
@@ -113,7 +113,7 @@ std::int64_t Initials::countRepeated(const ArrayValues& values, Expr& repeat) {
     return 0;
   }
   const Integer count = *times * each;
-  return static_cast<std::int64_t>(std::min<Integer>(count, kMost));
+  return static_cast<std::int64_t>(std::min<Integer>(count, kMostElements));
 }
 
 // `N(0)` is parsed as a call. If N is a constant, it becomes a repetition.

@@ -14,7 +14,7 @@ using vel::TreeBuilder;
 
 namespace {
 
-using Kind = StandardFunction::Kind;
+using FunctionKind = StandardFunction::Kind;
 
 // The highest number of code units that the argument can have.
 int maxStringLength(const ASTNode& text) {
@@ -62,16 +62,18 @@ vel::SymbolDataType* StandardCalls::callStandard(Call& call) {
     say(*list->leaf(function.inputs()), message::kTooManyArguments, function.name);
     return nullptr;
   }
-  if (function.kind == Kind::Clock) return services_.symbols.elementary(BasicDataType::Time);
-  if (function.kind == Kind::Bound) return callBound(call);
-  if (function.kind == Kind::IsBound) return callIsBound(*call.leaf(1));
+  if (function.kind == FunctionKind::Clock)
+    return services_.symbols.elementary(BasicDataType::Time);
+  if (function.kind == FunctionKind::Bound) return callBound(call);
+  if (function.kind == FunctionKind::IsBound) return callIsBound(*call.leaf(1));
   // A call becomes a chain of binary operators, one level deeper for each input.
   if (count > kMaxNesting - nestedInputs_) {
     say(call, message::kNestingTooDeep, std::to_string(kMaxNesting));
     return nullptr;
   }
   nestedInputs_ += count;
-  const bool text = function.kind != Kind::Operation && function.kind != Kind::Comparison;
+  const bool text =
+      function.kind != FunctionKind::Operation && function.kind != FunctionKind::Comparison;
   Type* const type = text ? callStringFunction(call) : callOperation(call);
   nestedInputs_ -= count;
   return type;
@@ -138,7 +140,7 @@ vel::SymbolDataType* StandardCalls::callOperation(Call& call) {
   };
   auto* whole = static_cast<Expr*>(list.leaf(0));
   for (int i = 1; i < count; ++i) {
-    if (function.kind == Kind::Operation) {
+    if (function.kind == FunctionKind::Operation) {
       whole = join(function.operation, whole, list.leaf(i));
       continue;
     }
@@ -178,11 +180,11 @@ vel::SymbolDataType* StandardCalls::callStringFunction(Call& call) {
             displayName(services_.symbols.elementary(type)));
       }
       kind = type;
-      if (i == 0 || function.kind == Kind::Join) length += maxStringLength(input);
+      if (i == 0 || function.kind == FunctionKind::Join) length += maxStringLength(input);
     }
   }
   if (!known || hasErrorFrom(first)) return nullptr;
-  if (function.kind == Kind::Count) return services_.symbols.elementary(BasicDataType::Int);
+  if (function.kind == FunctionKind::Count) return services_.symbols.elementary(BasicDataType::Int);
   Type* const result =
       services_.symbols.stringType(kind, std::clamp(length, 1, StringType::kMaxLength));
   parts_.sizes.countTemporary(result);

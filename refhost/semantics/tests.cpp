@@ -17,9 +17,6 @@ using vel::TreeBuilder;
 
 namespace {
 
-// See Configurations: the state of an edge detection is a variable of the instance.
-constexpr int kKindOfInstances = 2;
-
 bool isParameter(VarSection section) {
   return section == VarSection::Input || section == VarSection::Output ||
          section == VarSection::InOut;

@@ -11,7 +11,7 @@ using vel::TreeBuilder;
 
 namespace {
 
-constexpr const char* kBlanks = " \t\r\n";
+constexpr const char* kWhitespace = " \t\r\n";
 
 // The word that `matches` among the qualifiers with which the block begins; its begin for none.
 SourceRange qualifier(const VarBlock& block, bool (*matches)(std::string_view)) {
@@ -19,7 +19,7 @@ SourceRange qualifier(const VarBlock& block, bool (*matches)(std::string_view)) 
   const auto isWord = [](char c) {
     return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_';
   };
-  std::size_t begin = text.find_first_not_of(kBlanks);
+  std::size_t begin = text.find_first_not_of(kWhitespace);
   std::size_t end = 0;
   while (begin < text.size() && isWord(text[begin])) {
     end = begin;
@@ -29,7 +29,7 @@ SourceRange qualifier(const VarBlock& block, bool (*matches)(std::string_view)) 
                                  block.pos().offset() + static_cast<std::uint32_t>(begin));
       return {at, static_cast<std::uint32_t>(end - begin)};
     }
-    begin = text.find_first_not_of(kBlanks, end);
+    begin = text.find_first_not_of(kWhitespace, end);
   }
   return {block.pos(), 0};
 }

@@ -11,18 +11,18 @@ namespace {
 
 using Type = vel::SymbolDataType;
 
-constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
 constexpr Layout kPointer{8, 8};
 
-std::uint64_t sum(std::uint64_t a, std::uint64_t b) { return a > kMost - b ? kMost : a + b; }
+std::uint64_t sum(std::uint64_t a, std::uint64_t b) { return a > kLargest - b ? kLargest : a + b; }
 
 std::uint64_t product(std::uint64_t a, std::uint64_t b) {
   std::uint64_t result = 0;
-  return __builtin_mul_overflow(a, b, &result) ? kMost : result;
+  return __builtin_mul_overflow(a, b, &result) ? kLargest : result;
 }
 
 std::uint64_t aligned(std::uint64_t size, std::uint64_t alignment) {
-  return size > kMost - alignment ? kMost : (size + alignment - 1) / alignment * alignment;
+  return size > kLargest - alignment ? kLargest : (size + alignment - 1) / alignment * alignment;
 }
 
 // True of a function block and of a structure that has a name in the program.

@@ -10,47 +10,47 @@
 namespace refhost {
 namespace {
 
-using Kind = StandardFunction::Kind;
+using FunctionKind = StandardFunction::Kind;
 
 constexpr auto kNone = ExprKind::Literal;
 
 // clang-format off
 constexpr StandardFunction kFunctions[] = {
-    {"ADD", Kind::Operation,  ExprKind::Add,          {"IN1", "IN2"}, true},
-    {"SUB", Kind::Operation,  ExprKind::Subtract,     {"IN1", "IN2"}, false},
-    {"MUL", Kind::Operation,  ExprKind::Multiply,     {"IN1", "IN2"}, true},
-    {"DIV", Kind::Operation,  ExprKind::Divide,       {"IN1", "IN2"}, false},
-    {"MOD", Kind::Operation,  ExprKind::Modulo,       {"IN1", "IN2"}, false},
-    {"AND", Kind::Operation,  ExprKind::And,          {"IN1", "IN2"}, true},
-    {"OR",  Kind::Operation,  ExprKind::Or,           {"IN1", "IN2"}, true},
-    {"XOR", Kind::Operation,  ExprKind::Xor,          {"IN1", "IN2"}, true},
-    {"GT",  Kind::Comparison, ExprKind::Greater,      {"IN1", "IN2"}, true},
-    {"GE",  Kind::Comparison, ExprKind::GreaterEqual, {"IN1", "IN2"}, true},
-    {"EQ",  Kind::Comparison, ExprKind::Equal,        {"IN1", "IN2"}, true},
-    {"LE",  Kind::Comparison, ExprKind::LessEqual,    {"IN1", "IN2"}, true},
-    {"LT",  Kind::Comparison, ExprKind::Less,         {"IN1", "IN2"}, true},
-    {"NE",  Kind::Comparison, ExprKind::NotEqual,     {"IN1", "IN2"}, false},
+    {"ADD", FunctionKind::Operation,  ExprKind::Add,          {"IN1", "IN2"}, true},
+    {"SUB", FunctionKind::Operation,  ExprKind::Subtract,     {"IN1", "IN2"}, false},
+    {"MUL", FunctionKind::Operation,  ExprKind::Multiply,     {"IN1", "IN2"}, true},
+    {"DIV", FunctionKind::Operation,  ExprKind::Divide,       {"IN1", "IN2"}, false},
+    {"MOD", FunctionKind::Operation,  ExprKind::Modulo,       {"IN1", "IN2"}, false},
+    {"AND", FunctionKind::Operation,  ExprKind::And,          {"IN1", "IN2"}, true},
+    {"OR",  FunctionKind::Operation,  ExprKind::Or,           {"IN1", "IN2"}, true},
+    {"XOR", FunctionKind::Operation,  ExprKind::Xor,          {"IN1", "IN2"}, true},
+    {"GT",  FunctionKind::Comparison, ExprKind::Greater,      {"IN1", "IN2"}, true},
+    {"GE",  FunctionKind::Comparison, ExprKind::GreaterEqual, {"IN1", "IN2"}, true},
+    {"EQ",  FunctionKind::Comparison, ExprKind::Equal,        {"IN1", "IN2"}, true},
+    {"LE",  FunctionKind::Comparison, ExprKind::LessEqual,    {"IN1", "IN2"}, true},
+    {"LT",  FunctionKind::Comparison, ExprKind::Less,         {"IN1", "IN2"}, true},
+    {"NE",  FunctionKind::Comparison, ExprKind::NotEqual,     {"IN1", "IN2"}, false},
 
-    {"MUL_TIME",  Kind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
-    {"MUL_LTIME", Kind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
-    {"MULTIME",   Kind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
-    {"DIV_TIME",  Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
-    {"DIV_LTIME", Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
-    {"DIVTIME",   Kind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
-    {"TIME",      Kind::Clock,     kNone,         {},             false},
-    {"__ISVALIDREF", Kind::IsBound,  kNone,           {"IN"},         false},
-    {"LOWER_BOUND",  Kind::Bound,    kNone,           {"ARR", "DIM"}, false, "low"},
-    {"UPPER_BOUND",  Kind::Bound,    kNone,           {"ARR", "DIM"}, false, "high"},
+    {"MUL_TIME",  FunctionKind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
+    {"MUL_LTIME", FunctionKind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
+    {"MULTIME",   FunctionKind::Operation, ExprKind::Multiply, {"IN1", "IN2"}, false},
+    {"DIV_TIME",  FunctionKind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
+    {"DIV_LTIME", FunctionKind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
+    {"DIVTIME",   FunctionKind::Operation, ExprKind::Divide,   {"IN1", "IN2"}, false},
+    {"TIME",      FunctionKind::Clock,     kNone,         {},             false},
+    {"__ISVALIDREF", FunctionKind::IsBound,  kNone,           {"IN"},         false},
+    {"LOWER_BOUND",  FunctionKind::Bound,    kNone,           {"ARR", "DIM"}, false, "low"},
+    {"UPPER_BOUND",  FunctionKind::Bound,    kNone,           {"ARR", "DIM"}, false, "high"},
 
-    {"LEN",     Kind::Count, kNone, {"IN"},                   false, "length"},
-    {"LEFT",    Kind::Part,  kNone, {"IN", "L"},              false, "left"},
-    {"RIGHT",   Kind::Part,  kNone, {"IN", "L"},              false, "right"},
-    {"MID",     Kind::Part,  kNone, {"IN", "L", "P"},         false, "mid"},
-    {"CONCAT",  Kind::Join,  kNone, {"IN1", "IN2"},           true,  "concat"},
-    {"INSERT",  Kind::Join,  kNone, {"IN1", "IN2", "P"},      false, "insert"},
-    {"DELETE",  Kind::Part,  kNone, {"IN", "L", "P"},         false, "delete"},
-    {"REPLACE", Kind::Join,  kNone, {"IN1", "IN2", "L", "P"}, false, "replace"},
-    {"FIND",    Kind::Count, kNone, {"IN1", "IN2"},           false, "find"},
+    {"LEN",     FunctionKind::Count, kNone, {"IN"},                   false, "length"},
+    {"LEFT",    FunctionKind::Part,  kNone, {"IN", "L"},              false, "left"},
+    {"RIGHT",   FunctionKind::Part,  kNone, {"IN", "L"},              false, "right"},
+    {"MID",     FunctionKind::Part,  kNone, {"IN", "L", "P"},         false, "mid"},
+    {"CONCAT",  FunctionKind::Join,  kNone, {"IN1", "IN2"},           true,  "concat"},
+    {"INSERT",  FunctionKind::Join,  kNone, {"IN1", "IN2", "P"},      false, "insert"},
+    {"DELETE",  FunctionKind::Part,  kNone, {"IN", "L", "P"},         false, "delete"},
+    {"REPLACE", FunctionKind::Join,  kNone, {"IN1", "IN2", "L", "P"}, false, "replace"},
+    {"FIND",    FunctionKind::Count, kNone, {"IN1", "IN2"},           false, "find"},
 };
 // clang-format on
 

@@ -10,34 +10,34 @@
 namespace refhost {
 namespace {
 
-using Kind = TestFunction::Kind;
+using TestKind = TestFunction::Kind;
 
-constexpr auto kNone = ExprKind::Literal;
+constexpr auto kNoOperator = ExprKind::Literal;
 
-constexpr TestFunction kFunctions[] = {
-    {"ASSERT_EQ", Kind::Comparison, ExprKind::Equal, true},
-    {"ASSERT_NEQ", Kind::Comparison, ExprKind::NotEqual, true},
-    {"ASSERT_GT", Kind::Comparison, ExprKind::Greater, true},
-    {"ASSERT_LT", Kind::Comparison, ExprKind::Less, true},
-    {"ASSERT_GE", Kind::Comparison, ExprKind::GreaterEqual, true},
-    {"ASSERT_LE", Kind::Comparison, ExprKind::LessEqual, true},
-    {"ASSERT_TRUE", Kind::Condition, kNone, true},
-    {"ASSERT_FALSE", Kind::Condition, kNone, false},
-    {"ASSERT_NEAR", Kind::Near, ExprKind::Less, true},
-    {"ADVANCE_TIME", Kind::Advance, kNone, true},
+constexpr TestFunction kTestFunctions[] = {
+    {"ASSERT_EQ", TestKind::Comparison, ExprKind::Equal, true},
+    {"ASSERT_NEQ", TestKind::Comparison, ExprKind::NotEqual, true},
+    {"ASSERT_GT", TestKind::Comparison, ExprKind::Greater, true},
+    {"ASSERT_LT", TestKind::Comparison, ExprKind::Less, true},
+    {"ASSERT_GE", TestKind::Comparison, ExprKind::GreaterEqual, true},
+    {"ASSERT_LE", TestKind::Comparison, ExprKind::LessEqual, true},
+    {"ASSERT_TRUE", TestKind::Condition, kNoOperator, true},
+    {"ASSERT_FALSE", TestKind::Condition, kNoOperator, false},
+    {"ASSERT_NEAR", TestKind::Near, ExprKind::Less, true},
+    {"ADVANCE_TIME", TestKind::Advance, kNoOperator, true},
 };
 
 }  // namespace
 
 const TestFunction* testFunction(std::string_view name) {
   const auto* const found =
-      std::find_if(std::begin(kFunctions), std::end(kFunctions),
+      std::find_if(std::begin(kTestFunctions), std::end(kTestFunctions),
                    [name](const TestFunction& row) { return equalIgnoringCase(row.name, name); });
-  return found != std::end(kFunctions) ? found : nullptr;
+  return found != std::end(kTestFunctions) ? found : nullptr;
 }
 
 void offerTestFunctions(Spelling& spelling) {
-  for (const TestFunction& function : kFunctions) spelling.offer(function.name);
+  for (const TestFunction& function : kTestFunctions) spelling.offer(function.name);
 }
 
 bool isMockFunction(std::string_view name) {

@@ -11,49 +11,53 @@ namespace refhost {
 
 namespace {
 
-using Token = grammar::Parser::token;
-using Kind = Construct::Kind;
+using TokenKind = grammar::Parser::token;
+using ConstructKind = Construct::Kind;
 
 constexpr Construct kConstructs[] = {
-    {Token::PROGRAM, Token::END_PROGRAM, 0, Kind::Unit, "END_PROGRAM", ""},
-    {Token::FUNCTION, Token::END_FUNCTION, 0, Kind::Unit, "END_FUNCTION", ""},
-    {Token::FUNCTION_BLOCK, Token::END_FUNCTION_BLOCK, 0, Kind::Unit, "END_FUNCTION_BLOCK", ""},
-    {Token::TYPE, Token::END_TYPE, 0, Kind::Unit, "END_TYPE", ""},
-    {Token::CONFIGURATION, Token::END_CONFIGURATION, 0, Kind::Unit, "END_CONFIGURATION", ""},
-    {Token::TEST, Token::END_TEST, 0, Kind::Unit, "END_TEST", ""},
-    {Token::SETUP, Token::END_SETUP, 0, Kind::Unit, "END_SETUP", ""},
-    {Token::TEARDOWN, Token::END_TEARDOWN, 0, Kind::Unit, "END_TEARDOWN", ""},
-    {Token::RESOURCE, Token::END_RESOURCE, 0, Kind::Resource, "END_RESOURCE", ""},
-    {Token::VAR, Token::END_VAR, 0, Kind::Variables, "END_VAR", ""},
-    {Token::STRUCT, Token::END_STRUCT, 0, Kind::Members, "END_STRUCT", ""},
-    {Token::IF, Token::END_IF, Token::THEN, Kind::Statement, "END_IF", "THEN"},
-    {Token::CASE, Token::END_CASE, Token::OF, Kind::Statement, "END_CASE", "OF"},
-    {Token::FOR, Token::END_FOR, Token::DO, Kind::Statement, "END_FOR", "DO"},
-    {Token::WHILE, Token::END_WHILE, Token::DO, Kind::Statement, "END_WHILE", "DO"},
-    {Token::REPEAT, Token::END_REPEAT, 0, Kind::Statement, "END_REPEAT", ""},
+    {TokenKind::PROGRAM, TokenKind::END_PROGRAM, 0, ConstructKind::Unit, "END_PROGRAM", ""},
+    {TokenKind::FUNCTION, TokenKind::END_FUNCTION, 0, ConstructKind::Unit, "END_FUNCTION", ""},
+    {TokenKind::FUNCTION_BLOCK, TokenKind::END_FUNCTION_BLOCK, 0, ConstructKind::Unit,
+     "END_FUNCTION_BLOCK", ""},
+    {TokenKind::TYPE, TokenKind::END_TYPE, 0, ConstructKind::Unit, "END_TYPE", ""},
+    {TokenKind::CONFIGURATION, TokenKind::END_CONFIGURATION, 0, ConstructKind::Unit,
+     "END_CONFIGURATION", ""},
+    {TokenKind::TEST, TokenKind::END_TEST, 0, ConstructKind::Unit, "END_TEST", ""},
+    {TokenKind::SETUP, TokenKind::END_SETUP, 0, ConstructKind::Unit, "END_SETUP", ""},
+    {TokenKind::TEARDOWN, TokenKind::END_TEARDOWN, 0, ConstructKind::Unit, "END_TEARDOWN", ""},
+    {TokenKind::RESOURCE, TokenKind::END_RESOURCE, 0, ConstructKind::Resource, "END_RESOURCE", ""},
+    {TokenKind::VAR, TokenKind::END_VAR, 0, ConstructKind::Variables, "END_VAR", ""},
+    {TokenKind::STRUCT, TokenKind::END_STRUCT, 0, ConstructKind::Members, "END_STRUCT", ""},
+    {TokenKind::IF, TokenKind::END_IF, TokenKind::THEN, ConstructKind::Statement, "END_IF", "THEN"},
+    {TokenKind::CASE, TokenKind::END_CASE, TokenKind::OF, ConstructKind::Statement, "END_CASE",
+     "OF"},
+    {TokenKind::FOR, TokenKind::END_FOR, TokenKind::DO, ConstructKind::Statement, "END_FOR", "DO"},
+    {TokenKind::WHILE, TokenKind::END_WHILE, TokenKind::DO, ConstructKind::Statement, "END_WHILE",
+     "DO"},
+    {TokenKind::REPEAT, TokenKind::END_REPEAT, 0, ConstructKind::Statement, "END_REPEAT", ""},
 };
 
 constexpr struct {
   int token;
   std::string_view name;
 } kStatementWords[] = {
-    {Token::EXIT, "EXIT"}, {Token::CONTINUE, "CONTINUE"}, {Token::RETURN, "RETURN"}};
+    {TokenKind::EXIT, "EXIT"}, {TokenKind::CONTINUE, "CONTINUE"}, {TokenKind::RETURN, "RETURN"}};
 
 constexpr struct {
   int token;
   TokenRole role;
 } kOthers[] = {
-    {Token::YYEOF, TokenRole::EndOfFile},
-    {Token::IDENTIFIER, TokenRole::Name},
-    {Token::ELSIF, TokenRole::Elsif},
-    {Token::ELSE, TokenRole::Else},
-    {Token::UNTIL, TokenRole::Until},
+    {TokenKind::YYEOF, TokenRole::EndOfFile},
+    {TokenKind::IDENTIFIER, TokenRole::Name},
+    {TokenKind::ELSIF, TokenRole::Elsif},
+    {TokenKind::ELSE, TokenRole::Else},
+    {TokenKind::UNTIL, TokenRole::Until},
     {';', TokenRole::Semicolon},
     {'(', TokenRole::OpenBracket},
     {'[', TokenRole::OpenBracket},
     {')', TokenRole::CloseBracket},
     {']', TokenRole::CloseBracket},
-    {Token::NOT, TokenRole::Prefix},
+    {TokenKind::NOT, TokenRole::Prefix},
     {'-', TokenRole::Prefix},
     {'+', TokenRole::Prefix},
 };
@@ -78,10 +82,10 @@ constexpr std::array<Entry, kTokens> makeEntries() {
     at(construct.closer) = {TokenRole::Closer, &construct};
     if (construct.headerEnd != 0) at(construct.headerEnd).role = TokenRole::HeaderEnd;
   }
-  for (int token = Token::VAR; token <= Token::VAR_EXTERNAL; ++token) {
-    at(token) = at(Token::VAR);
+  for (int token = TokenKind::VAR; token <= TokenKind::VAR_EXTERNAL; ++token) {
+    at(token) = at(TokenKind::VAR);
   }
-  at(Token::VAR_CONFIG) = at(Token::VAR);
+  at(TokenKind::VAR_CONFIG) = at(TokenKind::VAR);
   return entries;
 }
 
@@ -93,7 +97,7 @@ const Entry& entryOf(int token) {
   return index < kTokens ? kEntries[index] : kNone;
 }
 
-bool isOf(int token, TokenRole role, Kind kind) {
+bool isOf(int token, TokenRole role, ConstructKind kind) {
   const Entry& entry = entryOf(token);
   return entry.role == role && entry.construct->kind == kind;
 }
@@ -101,19 +105,21 @@ bool isOf(int token, TokenRole role, Kind kind) {
 }  // namespace
 
 bool Construct::isProgramUnit() const {
-  return kind == Kind::Unit && opener != Token::TYPE && opener != Token::CONFIGURATION;
+  return kind == ConstructKind::Unit && opener != TokenKind::TYPE &&
+         opener != TokenKind::CONFIGURATION;
 }
 
 bool Construct::isTestUnit() const {
-  return opener == Token::TEST || opener == Token::SETUP || opener == Token::TEARDOWN;
+  return opener == TokenKind::TEST || opener == TokenKind::SETUP || opener == TokenKind::TEARDOWN;
 }
 
 bool Construct::isLoop() const {
-  return opener == Token::FOR || opener == Token::WHILE || opener == Token::REPEAT;
+  return opener == TokenKind::FOR || opener == TokenKind::WHILE || opener == TokenKind::REPEAT;
 }
 
 bool Construct::holdsDeclarations() const {
-  return kind == Kind::Variables || kind == Kind::Members || opener == Token::TYPE;
+  return kind == ConstructKind::Variables || kind == ConstructKind::Members ||
+         opener == TokenKind::TYPE;
 }
 
 TokenRole roleOf(int token) { return entryOf(token).role; }
@@ -126,9 +132,9 @@ const Construct* constructNamed(std::string_view name) {
   return found != std::end(kConstructs) ? found : nullptr;
 }
 
-bool opensUnit(int token) { return isOf(token, TokenRole::Opener, Kind::Unit); }
-bool closesUnit(int token) { return isOf(token, TokenRole::Closer, Kind::Unit); }
-bool opensVariables(int token) { return isOf(token, TokenRole::Opener, Kind::Variables); }
+bool opensUnit(int token) { return isOf(token, TokenRole::Opener, ConstructKind::Unit); }
+bool closesUnit(int token) { return isOf(token, TokenRole::Closer, ConstructKind::Unit); }
+bool opensVariables(int token) { return isOf(token, TokenRole::Opener, ConstructKind::Variables); }
 
 bool isStructural(int token) {
   const TokenRole role = roleOf(token);
@@ -136,9 +142,9 @@ bool isStructural(int token) {
 }
 
 bool endsDeclaration(int token) {
-  return token == Token::IDENTIFIER || token == Token::INTEGER || token == Token::NUMBER ||
-         token == Token::LITERAL || token == Token::STRING || token == Token::WSTRING ||
-         roleOf(token) == TokenRole::CloseBracket;
+  return token == TokenKind::IDENTIFIER || token == TokenKind::INTEGER ||
+         token == TokenKind::NUMBER || token == TokenKind::LITERAL || token == TokenKind::STRING ||
+         token == TokenKind::WSTRING || roleOf(token) == TokenRole::CloseBracket;
 }
 
 bool expectsOperand(int token) {
@@ -149,14 +155,14 @@ bool expectsOperand(int token) {
 }
 
 bool continuesStatement(int token) {
-  return token == Token::ASSIGN || token == '(' || token == '[' || token == '.' || token == '^';
+  return token == TokenKind::ASSIGN || token == '(' || token == '[' || token == '.' || token == '^';
 }
 
 bool beginsStatement(std::string_view word) {
   const auto isWord = [word](const auto& row) { return row.name == word; };
   if (std::any_of(std::begin(kStatementWords), std::end(kStatementWords), isWord)) return true;
   const auto opens = [word](const Construct& row) {
-    return row.kind == Kind::Statement && row.openerName() == word;
+    return row.kind == ConstructKind::Statement && row.openerName() == word;
   };
   return std::any_of(std::begin(kConstructs), std::end(kConstructs), opens);
 }

@@ -11,7 +11,7 @@ namespace refhost {
 
 namespace {
 
-using Kind = grammar::Parser::token;
+using TokenKind = grammar::Parser::token;
 
 }  // namespace
 
@@ -27,7 +27,7 @@ int TokenStream::missingBefore(const Token& token) {
         if (const int missing = missingBeforeSection(token); missing != 0) return missing;
       }
       if (const int missing = missingBeforeLabel(token); missing != 0) return missing;
-      if (inHeader_ && last_.kind == Kind::IDENTIFIER) return missingBeforeType(token);
+      if (inHeader_ && last_.kind == TokenKind::IDENTIFIER) return missingBeforeType(token);
       return blocks_.inDeclarations() ? missingBeforeName(token) : 0;
     case TokenRole::Opener:
       return missingBeforeOpener(token);
@@ -39,9 +39,9 @@ int TokenStream::missingBefore(const Token& token) {
     case TokenRole::Else:
       return missingBeforeElse(token);
     case TokenRole::Elsif:
-      return closeUntil(constructOf(Kind::IF), token);
+      return closeUntil(constructOf(TokenKind::IF), token);
     case TokenRole::Until:
-      return closeUntil(constructOf(Kind::REPEAT), token);
+      return closeUntil(constructOf(TokenKind::REPEAT), token);
     case TokenRole::Other:
     case TokenRole::Prefix:
       return token.kind == '-' || endsDeclaration(token.kind) ? missingBeforeLabel(token) : 0;
@@ -61,7 +61,7 @@ int TokenStream::missingBeforeOpener(const Token& token) {
   const bool declares = blocks_.inDeclarations();
   switch (constructOf(token.kind)->kind) {
     case Construct::Kind::Unit: {
-      const bool instance = token.kind == Kind::PROGRAM && inConfiguration() && !declares;
+      const bool instance = token.kind == TokenKind::PROGRAM && inConfiguration() && !declares;
       return instance && beginsInstance() ? 0 : closeTop(token);
     }
     case Construct::Kind::Resource:
@@ -88,7 +88,7 @@ void TokenStream::correctCloser(Token& token) {
   if (construct->kind != Construct::Kind::Statement || blocks_.isTop(construct)) return;
   if (!blocks_.isIn(Construct::Kind::Statement) || construct == crossed_) return;
   const Construct& due = *blocks_.top().construct;
-  if (due.opener == Kind::REPEAT && !blocks_.top().hasUntil) return;
+  if (due.opener == TokenKind::REPEAT && !blocks_.top().hasUntil) return;
   if (!isStray(construct) || isStray(&due)) return;
   Remarks* const said = errors_.unexpected(token.span, due.closerName);
   if (said != nullptr) noteOpener(*said);
@@ -102,15 +102,15 @@ bool TokenStream::isStray(const Construct* construct) {
                     [construct](const OpenBlock& block) { return block.construct == construct; });
   for (std::size_t distance = 1; open > 0; ++distance) {
     const int kind = queue_.ahead(distance).kind;
-    if (kind == Kind::YYEOF || opensUnit(kind) || closesUnit(kind)) return false;
+    if (kind == TokenKind::YYEOF || opensUnit(kind) || closesUnit(kind)) return false;
     if (constructOf(kind) == construct) open += kind == construct->opener ? 1 : -1;
   }
   return true;
 }
 
 int TokenStream::missingBeforeElse(const Token& token) {
-  const Construct* const branch = constructOf(Kind::IF);
-  const Construct* const choice = constructOf(Kind::CASE);
+  const Construct* const branch = constructOf(TokenKind::IF);
+  const Construct* const choice = constructOf(TokenKind::CASE);
   const bool isIn = blocks_.isTop(branch) || blocks_.isTop(choice);
   const int missing = missingHeaderEnd(token);
   if (missing != 0 || isIn) return missing;
@@ -120,16 +120,16 @@ int TokenStream::missingBeforeElse(const Token& token) {
 // Before the label of a CASE all statements of the branch before must be closed.
 int TokenStream::missingBeforeLabel(const Token& token) {
   if (last_.kind != ';' && roleOf(last_.kind) != TokenRole::Closer) return 0;
-  const Construct* const choice = constructOf(Kind::CASE);
+  const Construct* const choice = constructOf(TokenKind::CASE);
   if (!blocks_.isIn(Construct::Kind::Statement) || blocks_.isTop(choice)) return 0;
   if (!blocks_.isOpen(choice)) return 0;
   const bool sign = token.kind == '-';
   const int first = sign ? queue_.ahead().kind : token.kind;
-  const bool qualified = first == Kind::IDENTIFIER && queue_.ahead().kind == '.';
+  const bool qualified = first == TokenKind::IDENTIFIER && queue_.ahead().kind == '.';
   const int next = queue_.ahead(qualified ? 3 : sign ? 2 : 1).kind;
-  const bool value = first == Kind::INTEGER || first == Kind::NUMBER || first == Kind::LITERAL ||
-                     first == Kind::IDENTIFIER;
-  const bool label = next == ':' || next == ',' || next == Kind::RANGE;
+  const bool value = first == TokenKind::INTEGER || first == TokenKind::NUMBER ||
+                     first == TokenKind::LITERAL || first == TokenKind::IDENTIFIER;
+  const bool label = next == ':' || next == ',' || next == TokenKind::RANGE;
   return value && label ? closeTop(token) : 0;
 }
 
@@ -140,19 +140,19 @@ int TokenStream::missingBeforeSection(const Token& token) {
   if (!closesVariables()) return 0;
   errors_.unexpected(token.span, "VAR");
   errors_.refusePart();
-  openBlock({Kind::VAR, {token.span.begin, token.span.begin}});
+  openBlock({TokenKind::VAR, {token.span.begin, token.span.begin}});
   resumes_ = false;
-  return Kind::VAR;
+  return TokenKind::VAR;
 }
 
 // True if an END_VAR follows, and no opener of a block before it.
 bool TokenStream::closesVariables() {
   for (std::size_t distance = 1;; ++distance) {
     const int kind = queue_.ahead(distance).kind;
-    if (kind == Kind::END_VAR) return true;
+    if (kind == TokenKind::END_VAR) return true;
     const TokenRole role = roleOf(kind);
-    const bool structure = kind == Kind::STRUCT || kind == Kind::END_STRUCT;
-    if (kind == Kind::YYEOF || (role == TokenRole::Opener && !structure)) return false;
+    const bool structure = kind == TokenKind::STRUCT || kind == TokenKind::END_STRUCT;
+    if (kind == TokenKind::YYEOF || (role == TokenRole::Opener && !structure)) return false;
     if (role == TokenRole::Closer && !structure) return false;
   }
 }
@@ -163,7 +163,7 @@ int TokenStream::missingBeforeName(const Token& token) {
   if (!afterDeclaration && !endsDeclaration(last_.kind)) return 0;
   const int next = queue_.ahead().kind;
   if (!afterDeclaration) {
-    const bool declares = next == ':' || next == ',' || next == Kind::AT;
+    const bool declares = next == ':' || next == ',' || next == TokenKind::AT;
     if (!declares || brackets_ > 0) return 0;
     errors_.refusePart();
     const bool known = recovery_ != Recovery::None || std::exchange(amidst_, false);
@@ -173,7 +173,7 @@ int TokenStream::missingBeforeName(const Token& token) {
   }
   if (!blocks_.isIn(Construct::Kind::Variables)) return 0;
   // Before a value there may be no type.
-  if (next == Kind::ASSIGN && closesVariables()) return 0;
+  if (next == TokenKind::ASSIGN && closesVariables()) return 0;
   return continuesStatement(next) && !blocks_.top().hasPaths ? closeTop(token) : 0;
 }
 
@@ -182,7 +182,7 @@ int TokenStream::missingBeforeType(const Token& token) {
   const Span opener = queue_.wordBefore(queue_.wordBefore(token.span.begin).begin);
   const int next = queue_.ahead().kind;
   if (!equalIgnoringCase(queue_.textOf(opener), "FUNCTION")) return 0;
-  if (next != Kind::IDENTIFIER && !isStructural(next)) return 0;
+  if (next != TokenKind::IDENTIFIER && !isStructural(next)) return 0;
   errors_.unexpected(token.span, "':'");
   return ':';
 }
@@ -203,13 +203,13 @@ int TokenStream::missingHeaderEnd(const Token& token) {
 // Before the END_REPEAT there must be an UNTIL, and a ';' after its condition.
 int TokenStream::missingBeforeEnd(const Token& token) {
   OpenBlock& top = blocks_.top();
-  if (top.construct->opener != Kind::REPEAT) return missingHeaderEnd(token);
+  if (top.construct->opener != TokenKind::REPEAT) return missingHeaderEnd(token);
   if (top.hasUntil) return 0;
   Remarks* const said = errors_.unexpected(token.span, "UNTIL");
-  if (said != nullptr && token.kind != Kind::END_REPEAT) noteOpener(*said);
+  if (said != nullptr && token.kind != TokenKind::END_REPEAT) noteOpener(*said);
   top.hasUntil = true;
   resumes_ = true;
-  return Kind::UNTIL;
+  return TokenKind::UNTIL;
 }
 
 int TokenStream::closeTop(const Token& token) {
@@ -234,7 +234,7 @@ void TokenStream::noteOpener(Remarks& said) const {
 // Closes inner blocks until a block of `construct` is innermost. If none is open, the parser
 // reports the token.
 int TokenStream::closeUntil(const Construct* construct, const Token& token) {
-  if (blocks_.isTop(construct)) return token.kind == Kind::UNTIL ? 0 : missingBeforeEnd(token);
+  if (blocks_.isTop(construct)) return token.kind == TokenKind::UNTIL ? 0 : missingBeforeEnd(token);
   return blocks_.isOpen(construct) ? closeTop(token) : 0;
 }
 

@@ -16,56 +16,57 @@ namespace refhost {
 
 namespace {
 
-using Kind = grammar::Parser::token;
+using TokenKind = grammar::Parser::token;
 
-constexpr Keyword kUnits[] = {{"PROGRAM", Kind::PROGRAM},
-                              {"FUNCTION", Kind::FUNCTION},
-                              {"FUNCTION_BLOCK", Kind::FUNCTION_BLOCK},
-                              {"CONFIGURATION", Kind::CONFIGURATION}};
-constexpr Keyword kSections[] = {
-    {"VAR", Kind::VAR},
-    {"VAR_INPUT", Kind::VAR_INPUT},
-    {"VAR_OUTPUT", Kind::VAR_OUTPUT},
-    {"VAR_IN_OUT", Kind::VAR_IN_OUT},
-    {"VAR_TEMP", Kind::VAR_TEMP},
-    {"VAR_GLOBAL", Kind::VAR_GLOBAL},
-    {"VAR_EXTERNAL", Kind::VAR_EXTERNAL},
-    {"VAR_CONFIG", Kind::VAR_CONFIG},
+constexpr Keyword kUnits[] = {{"PROGRAM", TokenKind::PROGRAM},
+                              {"FUNCTION", TokenKind::FUNCTION},
+                              {"FUNCTION_BLOCK", TokenKind::FUNCTION_BLOCK},
+                              {"CONFIGURATION", TokenKind::CONFIGURATION}};
+constexpr Keyword kSectionKeywords[] = {
+    {"VAR", TokenKind::VAR},
+    {"VAR_INPUT", TokenKind::VAR_INPUT},
+    {"VAR_OUTPUT", TokenKind::VAR_OUTPUT},
+    {"VAR_IN_OUT", TokenKind::VAR_IN_OUT},
+    {"VAR_TEMP", TokenKind::VAR_TEMP},
+    {"VAR_GLOBAL", TokenKind::VAR_GLOBAL},
+    {"VAR_EXTERNAL", TokenKind::VAR_EXTERNAL},
+    {"VAR_CONFIG", TokenKind::VAR_CONFIG},
 };
-constexpr Keyword kQualifiers[] = {{"CONSTANT", Kind::CONSTANT},
-                                   {"RETAIN", Kind::RETAIN},
-                                   {"NON_RETAIN", Kind::NON_RETAIN},
-                                   {"PERSISTENT", Kind::PERSISTENT}};
-constexpr Keyword kEdges[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
+constexpr Keyword kQualifiers[] = {{"CONSTANT", TokenKind::CONSTANT},
+                                   {"RETAIN", TokenKind::RETAIN},
+                                   {"NON_RETAIN", TokenKind::NON_RETAIN},
+                                   {"PERSISTENT", TokenKind::PERSISTENT}};
+constexpr Keyword kEdges[] = {{"R_EDGE", TokenKind::R_EDGE}, {"F_EDGE", TokenKind::F_EDGE}};
 constexpr Keyword kBracketTypes[] = {
-    {"ARRAY", Kind::ARRAY}, {"STRING", Kind::STRING}, {"WSTRING", Kind::WSTRING}};
-constexpr Keyword kOperators[] = {{"AND", Kind::AND},           {"OR", Kind::OR},
-                                  {"XOR", Kind::XOR},           {"MOD", Kind::MOD},
-                                  {"AND_THEN", Kind::AND_THEN}, {"OR_ELSE", Kind::OR_ELSE}};
-constexpr Keyword kLoopJumps[] = {{"EXIT", Kind::EXIT}, {"CONTINUE", Kind::CONTINUE}};
+    {"ARRAY", TokenKind::ARRAY}, {"STRING", TokenKind::STRING}, {"WSTRING", TokenKind::WSTRING}};
+constexpr Keyword kOperatorKeywords[] = {
+    {"AND", TokenKind::AND},           {"OR", TokenKind::OR},
+    {"XOR", TokenKind::XOR},           {"MOD", TokenKind::MOD},
+    {"AND_THEN", TokenKind::AND_THEN}, {"OR_ELSE", TokenKind::OR_ELSE}};
+constexpr Keyword kLoopJumps[] = {{"EXIT", TokenKind::EXIT}, {"CONTINUE", TokenKind::CONTINUE}};
 
 struct Header {
   Keyword keyword;
   int end;
 };
-constexpr Header kHeaders[] = {{{"IF", Kind::IF}, Kind::THEN},
-                               {{"CASE", Kind::CASE}, Kind::OF},
-                               {{"FOR", Kind::FOR}, Kind::DO},
-                               {{"WHILE", Kind::WHILE}, Kind::DO}};
+constexpr Header kHeaders[] = {{{"IF", TokenKind::IF}, TokenKind::THEN},
+                               {{"CASE", TokenKind::CASE}, TokenKind::OF},
+                               {{"FOR", TokenKind::FOR}, TokenKind::DO},
+                               {{"WHILE", TokenKind::WHILE}, TokenKind::DO}};
 
 // Parts of statements with the openers without which they cannot stand.
 struct Stray {
   Keyword keyword;
   int opener;
 };
-constexpr Stray kStrays[] = {{{"END_IF", Kind::END_IF}, Kind::IF},
-                             {{"END_CASE", Kind::END_CASE}, Kind::CASE},
-                             {{"END_FOR", Kind::END_FOR}, Kind::FOR},
-                             {{"END_WHILE", Kind::END_WHILE}, Kind::WHILE},
-                             {{"END_REPEAT", Kind::END_REPEAT}, Kind::REPEAT},
-                             {{"ELSE", Kind::ELSE}, Kind::IF},
-                             {{"ELSIF", Kind::ELSIF}, Kind::IF},
-                             {{"UNTIL", Kind::UNTIL}, Kind::REPEAT}};
+constexpr Stray kStrays[] = {{{"END_IF", TokenKind::END_IF}, TokenKind::IF},
+                             {{"END_CASE", TokenKind::END_CASE}, TokenKind::CASE},
+                             {{"END_FOR", TokenKind::END_FOR}, TokenKind::FOR},
+                             {{"END_WHILE", TokenKind::END_WHILE}, TokenKind::WHILE},
+                             {{"END_REPEAT", TokenKind::END_REPEAT}, TokenKind::REPEAT},
+                             {{"ELSE", TokenKind::ELSE}, TokenKind::IF},
+                             {{"ELSIF", TokenKind::ELSIF}, TokenKind::IF},
+                             {{"UNTIL", TokenKind::UNTIL}, TokenKind::REPEAT}};
 
 bool isWordCharacter(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
@@ -74,13 +75,13 @@ bool isWordCharacter(char c) {
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 bool beginsOperand(int kind) {
-  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
-         kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS || kind == Kind::NOT;
+  return kind == TokenKind::IDENTIFIER || kind == TokenKind::INTEGER || kind == TokenKind::NUMBER ||
+         kind == TokenKind::LITERAL || kind == TokenKind::DIRECT_ADDRESS || kind == TokenKind::NOT;
 }
 
 // True if a statement or declaration can have ended before the token.
 bool endsPart(int kind) {
-  return kind == ';' || kind == Kind::YYEOF || kind == Kind::IDENTIFIER ||
+  return kind == ';' || kind == TokenKind::YYEOF || kind == TokenKind::IDENTIFIER ||
          (isStructural(kind) && roleOf(kind) != TokenRole::HeaderEnd);
 }
 
@@ -147,7 +148,7 @@ bool MisspeltKeywords::canBeKeyword(const Token& token, int previous) const {
   const char c = behind[i];
   if (isWordCharacter(c) || c == '%' || c == '\'' || c == '"') return true;
   if (c == ';') return isStructural(previous) || endsDeclaration(previous);
-  if (c == '[') return previous == ':' || previous == Kind::OF || previous == Kind::TO;
+  if (c == '[') return previous == ':' || previous == TokenKind::OF || previous == TokenKind::TO;
   const char next = i + 1 < behind.size() ? behind[i + 1] : ' ';
   return (c == '(' && next == '*') || (c == '/' && (next == '/' || next == '*')) || c == '{';
 }
@@ -160,7 +161,7 @@ void MisspeltKeywords::correct(Token& token, int previous) {
     if (previous == 0 || isStructural(previous)) offerUnits(candidates);
   } else if (blocks_.inDeclarations()) {
     offerInDeclarations(candidates, previous);
-  } else if (blocks_.isUnit(constructOf(Kind::CONFIGURATION))) {
+  } else if (blocks_.isUnit(constructOf(TokenKind::CONFIGURATION))) {
     offerInConfiguration(candidates, previous);
   } else {
     offerInStatements(candidates, previous);
@@ -176,7 +177,7 @@ void MisspeltKeywords::correct(Token& token, int previous) {
 // A part of a statement of which no block is open. The parser refuses the keyword without a word,
 // since that has been reported.
 void MisspeltKeywords::correctStray(Token& token, int previous) {
-  const bool begins = isStructural(previous) && previous != Kind::OF;
+  const bool begins = isStructural(previous) && previous != TokenKind::OF;
   if (!begins || !blocks_.inProgramUnit() || blocks_.inDeclarations()) return;
   const std::string_view word = queue_.textOf(token);
   const int next = queue_.ahead().kind;
@@ -208,18 +209,19 @@ void MisspeltKeywords::suggest(Span found, const ExpectedTokens& expected, Remar
 }
 
 void MisspeltKeywords::offerUnits(Candidates& candidates) {
-  if (queue_.ahead().kind == Kind::LITERAL) candidates.offer({"TEST", Kind::TEST});
+  if (queue_.ahead().kind == TokenKind::LITERAL) candidates.offer({"TEST", TokenKind::TEST});
   if (opensVariables(queue_.ahead().kind)) {
-    candidates.offer({"SETUP", Kind::SETUP});
-    candidates.offer({"TEARDOWN", Kind::TEARDOWN});
+    candidates.offer({"SETUP", TokenKind::SETUP});
+    candidates.offer({"TEARDOWN", TokenKind::TEARDOWN});
   }
-  if (queue_.ahead().kind != Kind::IDENTIFIER) return;
+  if (queue_.ahead().kind != TokenKind::IDENTIFIER) return;
   const int behind = queue_.ahead(2).kind;
-  if (behind == '.' || behind == '[') return candidates.offer({"VAR_CONFIG", Kind::VAR_CONFIG});
-  if (behind == ':') candidates.offer({"TYPE", Kind::TYPE});
-  if (behind == ':' || behind == ',' || behind == Kind::AT) {
-    candidates.offer({"VAR_GLOBAL", Kind::VAR_GLOBAL});
-    candidates.offer({"VAR_CONFIG", Kind::VAR_CONFIG});
+  if (behind == '.' || behind == '[')
+    return candidates.offer({"VAR_CONFIG", TokenKind::VAR_CONFIG});
+  if (behind == ':') candidates.offer({"TYPE", TokenKind::TYPE});
+  if (behind == ':' || behind == ',' || behind == TokenKind::AT) {
+    candidates.offer({"VAR_GLOBAL", TokenKind::VAR_GLOBAL});
+    candidates.offer({"VAR_CONFIG", TokenKind::VAR_CONFIG});
   }
   candidates.offerAll(kUnits);
 }
@@ -227,9 +229,10 @@ void MisspeltKeywords::offerUnits(Candidates& candidates) {
 void MisspeltKeywords::offerClosers(Candidates& candidates) {
   const int next = queue_.ahead().kind;
   const int behind = queue_.ahead(2).kind;
-  const bool value = next == Kind::INTEGER || next == Kind::NUMBER || next == Kind::LITERAL;
-  const bool label = value && blocks_.isOpen(constructOf(Kind::CASE)) &&
-                     (behind == ':' || behind == ',' || behind == Kind::RANGE);
+  const bool value =
+      next == TokenKind::INTEGER || next == TokenKind::NUMBER || next == TokenKind::LITERAL;
+  const bool label = value && blocks_.isOpen(constructOf(TokenKind::CASE)) &&
+                     (behind == ':' || behind == ',' || behind == TokenKind::RANGE);
   if (!endsPart(next) && !label) return;
   for (const OpenBlock& block : blocks_) {
     candidates.offer({block.construct->closerName, block.construct->closer});
@@ -239,74 +242,76 @@ void MisspeltKeywords::offerClosers(Candidates& candidates) {
 void MisspeltKeywords::offerInDeclarations(Candidates& candidates, int previous) {
   const int next = queue_.ahead().kind;
   const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
-  const bool qualifier = previous >= Kind::CONSTANT && previous <= Kind::PERSISTENT;
-  if (inVariables && (opensVariables(previous) || qualifier) && next == Kind::IDENTIFIER) {
+  const bool qualifier = previous >= TokenKind::CONSTANT && previous <= TokenKind::PERSISTENT;
+  if (inVariables && (opensVariables(previous) || qualifier) && next == TokenKind::IDENTIFIER) {
     candidates.offerAll(kQualifiers);
-  } else if (previous == ':' || previous == Kind::OF || previous == Kind::TO) {
+  } else if (previous == ':' || previous == TokenKind::OF || previous == TokenKind::TO) {
     return offerTypes(candidates, previous);
-  } else if (previous == Kind::POINTER) {
-    if (next == Kind::IDENTIFIER) candidates.offer({"TO", Kind::TO});
+  } else if (previous == TokenKind::POINTER) {
+    if (next == TokenKind::IDENTIFIER) candidates.offer({"TO", TokenKind::TO});
     return;
   } else if (!isStructural(previous) && !endsDeclaration(previous)) {
     return;
   }
-  if (inVariables && previous == Kind::IDENTIFIER) {
-    if (next == Kind::DIRECT_ADDRESS) candidates.offer({"AT", Kind::AT});
-    if (next == ';' || next == Kind::ASSIGN) candidates.offerAll(kEdges);
+  if (inVariables && previous == TokenKind::IDENTIFIER) {
+    if (next == TokenKind::DIRECT_ADDRESS) candidates.offer({"AT", TokenKind::AT});
+    if (next == ';' || next == TokenKind::ASSIGN) candidates.offerAll(kEdges);
   }
-  if (previous == ']' && next == Kind::IDENTIFIER) candidates.offer({"OF", Kind::OF});
+  if (previous == ']' && next == TokenKind::IDENTIFIER) candidates.offer({"OF", TokenKind::OF});
   offerClosers(candidates);
 }
 
 void MisspeltKeywords::offerTypes(Candidates& candidates, int previous) {
   const int next = queue_.ahead().kind;
   if (next == '[') candidates.offerAll(kBracketTypes);
-  if (next == Kind::TO) candidates.offer({"POINTER", Kind::POINTER});
-  if (next != Kind::IDENTIFIER) return;
+  if (next == TokenKind::TO) candidates.offer({"POINTER", TokenKind::POINTER});
+  if (next != TokenKind::IDENTIFIER) return;
   const int behind = queue_.ahead(2).kind;
   if (behind == ':' || behind == ',') {
-    if (previous != Kind::TO) candidates.offer({"STRUCT", Kind::STRUCT});
+    if (previous != TokenKind::TO) candidates.offer({"STRUCT", TokenKind::STRUCT});
   } else {
-    candidates.offer({"REF_TO", Kind::REF_TO});
+    candidates.offer({"REF_TO", TokenKind::REF_TO});
   }
 }
 
 void MisspeltKeywords::offerInConfiguration(Candidates& candidates, int previous) {
   const int next = queue_.ahead().kind;
   if (isStructural(previous) || endsDeclaration(previous)) offerClosers(candidates);
-  if (next != Kind::IDENTIFIER) return;
+  if (next != TokenKind::IDENTIFIER) return;
   const int behind = queue_.ahead(2).kind;
-  if (previous == Kind::IDENTIFIER) {
-    candidates.offer({"WITH", Kind::WITH});
-    candidates.offer({"ON", Kind::ON});
+  if (previous == TokenKind::IDENTIFIER) {
+    candidates.offer({"WITH", TokenKind::WITH});
+    candidates.offer({"ON", TokenKind::ON});
   }
-  if (behind == '(') candidates.offer({"TASK", Kind::TASK});
-  if (behind == '.' || behind == '[') candidates.offer({"VAR_CONFIG", Kind::VAR_CONFIG});
+  if (behind == '(') candidates.offer({"TASK", TokenKind::TASK});
+  if (behind == '.' || behind == '[') candidates.offer({"VAR_CONFIG", TokenKind::VAR_CONFIG});
   offerSections(candidates);
-  if (!isStructural(previous) && previous != Kind::IDENTIFIER) return;
-  candidates.offer({"RESOURCE", Kind::RESOURCE});
-  if (behind == ':' || behind == Kind::IDENTIFIER) candidates.offer({"PROGRAM", Kind::PROGRAM});
+  if (!isStructural(previous) && previous != TokenKind::IDENTIFIER) return;
+  candidates.offer({"RESOURCE", TokenKind::RESOURCE});
+  if (behind == ':' || behind == TokenKind::IDENTIFIER)
+    candidates.offer({"PROGRAM", TokenKind::PROGRAM});
 }
 
 // Only between the header of a unit and its statements, or behind another block.
 void MisspeltKeywords::offerSections(Candidates& candidates) {
   const int behind = queue_.ahead(2).kind;
-  const bool declares = queue_.ahead().kind == Kind::IDENTIFIER &&
-                        (behind == ':' || behind == ',' || behind == Kind::AT);
+  const bool declares = queue_.ahead().kind == TokenKind::IDENTIFIER &&
+                        (behind == ':' || behind == ',' || behind == TokenKind::AT);
   if (candidates.isOneOf({"VAR_INST", "VAR_STAT"})) return;
   if (declares && blocks_.top().construct->kind != Construct::Kind::Statement) {
-    candidates.offerAll(kSections);
+    candidates.offerAll(kSectionKeywords);
   }
 }
 
 void MisspeltKeywords::offerInStatements(Candidates& candidates, int previous) {
-  if (previous == ';' || previous == Kind::IDENTIFIER || roleOf(previous) == TokenRole::Closer) {
+  if (previous == ';' || previous == TokenKind::IDENTIFIER ||
+      roleOf(previous) == TokenRole::Closer) {
     offerSections(candidates);
   }
   // The result type of a function, whose statements have no labels.
   if (previous == ':' && blocks_.count() == 1) return offerTypes(candidates, previous);
   if (expectsOperand(previous) && previous != ':') {
-    if (beginsOperand(queue_.ahead().kind)) candidates.offer({"NOT", Kind::NOT});
+    if (beginsOperand(queue_.ahead().kind)) candidates.offer({"NOT", TokenKind::NOT});
     return;
   }
   offerClosers(candidates);
@@ -320,53 +325,53 @@ void MisspeltKeywords::offerInStatements(Candidates& candidates, int previous) {
 void MisspeltKeywords::offerStatements(Candidates& candidates) {
   const int next = queue_.ahead().kind;
   const bool branches =
-      blocks_.isTop(constructOf(Kind::IF)) || blocks_.isTop(constructOf(Kind::CASE));
+      blocks_.isTop(constructOf(TokenKind::IF)) || blocks_.isTop(constructOf(TokenKind::CASE));
   if (next == ';') {
     const bool inLoop = std::any_of(blocks_.begin(), blocks_.end(), [](const OpenBlock& block) {
       return block.construct->isLoop();
     });
     if (inLoop) candidates.offerAll(kLoopJumps);
-    candidates.offer({"RETURN", Kind::RETURN});
-    if (branches) candidates.offer({"ELSE", Kind::ELSE});
+    candidates.offer({"RETURN", TokenKind::RETURN});
+    if (branches) candidates.offer({"ELSE", TokenKind::ELSE});
   }
   if (beginsOperand(next)) {
     for (const Header& header : kHeaders) {
       if (hasHeaderEnd(header.end)) candidates.offer(header.keyword);
     }
-    if (blocks_.isTop(constructOf(Kind::IF)) && hasHeaderEnd(Kind::THEN)) {
-      candidates.offer({"ELSIF", Kind::ELSIF});
+    if (blocks_.isTop(constructOf(TokenKind::IF)) && hasHeaderEnd(TokenKind::THEN)) {
+      candidates.offer({"ELSIF", TokenKind::ELSIF});
     }
-    if (blocks_.isTop(constructOf(Kind::REPEAT)) && !blocks_.top().hasUntil) {
-      candidates.offer({"UNTIL", Kind::UNTIL});
+    if (blocks_.isTop(constructOf(TokenKind::REPEAT)) && !blocks_.top().hasUntil) {
+      candidates.offer({"UNTIL", TokenKind::UNTIL});
     }
   }
-  if (next != Kind::IDENTIFIER && roleOf(next) != TokenRole::Opener) return;
-  candidates.offer({"REPEAT", Kind::REPEAT});
-  if (branches && !hasHeaderEnd(Kind::THEN)) {
-    candidates.offer({"ELSE", Kind::ELSE});
+  if (next != TokenKind::IDENTIFIER && roleOf(next) != TokenRole::Opener) return;
+  candidates.offer({"REPEAT", TokenKind::REPEAT});
+  if (branches && !hasHeaderEnd(TokenKind::THEN)) {
+    candidates.offer({"ELSE", TokenKind::ELSE});
   }
 }
 
 void MisspeltKeywords::offerBehindOperand(Candidates& candidates) {
   const int next = queue_.ahead().kind;
   const bool operand = beginsOperand(next);
-  if (operand) candidates.offerAll(kOperators);
+  if (operand) candidates.offerAll(kOperatorKeywords);
   if (!blocks_.top().inHeader) return;
   const Construct& construct = *blocks_.top().construct;
-  if (construct.opener == Kind::FOR && !blocks_.top().hasTo) {
-    if (operand) candidates.offerDue({"TO", Kind::TO});
+  if (construct.opener == TokenKind::FOR && !blocks_.top().hasTo) {
+    if (operand) candidates.offerDue({"TO", TokenKind::TO});
     return;
   }
   if (operand || endsPart(next))
     candidates.offerDue({construct.headerEndName, construct.headerEnd});
-  if (operand && construct.opener == Kind::FOR) candidates.offer({"BY", Kind::BY});
+  if (operand && construct.opener == TokenKind::FOR) candidates.offer({"BY", TokenKind::BY});
 }
 
 bool MisspeltKeywords::hasHeaderEnd(int kind) {
   constexpr std::size_t kLongest = 100;
   std::size_t distance = 1;
   while (distance < kLongest && !isStructural(queue_.ahead(distance).kind) &&
-         queue_.ahead(distance).kind != Kind::YYEOF) {
+         queue_.ahead(distance).kind != TokenKind::YYEOF) {
     ++distance;
   }
   return queue_.ahead(distance).kind == kind;

@@ -11,12 +11,12 @@ namespace refhost {
 
 namespace {
 
-using Kind = grammar::Parser::token;
+using TokenKind = grammar::Parser::token;
 
 // True if a declaration or a value of an enumeration can begin after the token.
 bool beginsName(int kind) {
   return isStructural(kind) || kind == ',' || kind == '(' ||
-         (kind >= Kind::CONSTANT && kind <= Kind::PERSISTENT);
+         (kind >= TokenKind::CONSTANT && kind <= TokenKind::PERSISTENT);
 }
 
 }  // namespace
@@ -24,19 +24,19 @@ bool beginsName(int kind) {
 // A keyword of a statement that is declared as a variable is reported at the declaration. After
 // that it is a name wherever it cannot be the keyword.
 void MistakenWords::correctKeyword(Token& token, int previous) {
-  static_assert(Kind::RETURN - Kind::IF < 32, "keywordNames_ has a bit for each");
-  const std::uint32_t bit = std::uint32_t{1} << (token.kind - Kind::IF);
+  static_assert(TokenKind::RETURN - TokenKind::IF < 32, "keywordNames_ has a bit for each");
+  const std::uint32_t bit = std::uint32_t{1} << (token.kind - TokenKind::IF);
   if (blocks_.inDeclarations()) {
     const int next = queue_.ahead().kind;
-    const bool declared = next == ':' || next == ',' || next == ')' || next == Kind::AT;
+    const bool declared = next == ':' || next == ',' || next == ')' || next == TokenKind::AT;
     if (!declared || !beginsName(previous)) return;
     errors_.add(token.span, message::kKeywordName, queue_.textOf(token));
     keywordNames_ |= bit;
-    token.kind = Kind::IDENTIFIER;
+    token.kind = TokenKind::IDENTIFIER;
   } else if ((keywordNames_ & bit) != 0) {
     const int next = queue_.ahead().kind;
-    const bool target = next == Kind::ASSIGN || next == '.' || next == '[' || next == '^';
-    if (target || expectsOperand(previous)) token.kind = Kind::IDENTIFIER;
+    const bool target = next == TokenKind::ASSIGN || next == '.' || next == '[' || next == '^';
+    if (target || expectsOperand(previous)) token.kind = TokenKind::IDENTIFIER;
   }
 }
 
@@ -44,18 +44,18 @@ void MistakenWords::correctKeyword(Token& token, int previous) {
 // UNION by STRUCT.
 void MistakenWords::joinEnd(Token& token, int previous) {
   const std::string_view word = queue_.textOf(token);
-  if (token.kind != Kind::IDENTIFIER || !equalIgnoringCase(word.substr(0, 3), "END")) return;
-  if (equalIgnoringCase(word, "END_UNION") && blocks_.isOpen(constructOf(Kind::STRUCT))) {
-    token.kind = Kind::END_STRUCT;
+  if (token.kind != TokenKind::IDENTIFIER || !equalIgnoringCase(word.substr(0, 3), "END")) return;
+  if (equalIgnoringCase(word, "END_UNION") && blocks_.isOpen(constructOf(TokenKind::STRUCT))) {
+    token.kind = TokenKind::END_STRUCT;
     return;
   }
   const bool apart = word.size() == 3;
   const int next = queue_.ahead().kind;
   const Construct* opened = roleOf(next) == TokenRole::Opener ? constructOf(next) : nullptr;
-  if (next == Kind::IDENTIFIER) opened = constructNamed(queue_.textOf(queue_.ahead()));
+  if (next == TokenKind::IDENTIFIER) opened = constructNamed(queue_.textOf(queue_.ahead()));
   const Construct* const meant = apart ? opened : constructNamed(word.substr(3));
   const bool isName =
-      next == Kind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous);
+      next == TokenKind::ASSIGN || next == ':' || next == ',' || expectsOperand(previous);
   if ((isName && !apart) || meant == nullptr || !blocks_.isOpen(meant)) return;
   Remarks* const said = errors_.unexpected(token.span, meant->closerName);
   const Span words{token.span.begin, apart ? queue_.ahead().span.end : token.span.end};

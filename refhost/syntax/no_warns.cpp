@@ -6,6 +6,7 @@
 #include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/syntax/constructs.h"
+#include "refhost/syntax/source.h"
 #include "refhost/syntax/syntax_errors.h"
 #include "refhost/warnings.h"
 
@@ -13,7 +14,6 @@ namespace refhost {
 
 namespace {
 
-constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kBlanks = " \t\v\f";
 constexpr std::string_view kSeparators = " \t\r\n,";
 

@@ -19,7 +19,6 @@ namespace {
 constexpr std::size_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max() - 1;
 constexpr std::size_t kReadSize = std::size_t{1} << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr const char* kLineEnds = "\r\n";
 
 std::string systemReason(int code) { return std::generic_category().message(code); }
 

@@ -18,6 +18,9 @@ struct LineColumn {
   std::uint32_t column = 1;  // from 1, in characters; in bytes if the file is not UTF-8
 };
 
+// The characters that end a line, alone or both.
+constexpr std::string_view kLineEnds = "\r\n";
+
 class SourceManager {
  public:
   // Reads a file and returns its index. On failure returns -1 and sets `error` to the reason,

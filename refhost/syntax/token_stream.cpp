@@ -16,28 +16,28 @@ namespace refhost {
 
 namespace {
 
-using Kind = grammar::Parser::token;
+using TokenKind = grammar::Parser::token;
 
 // Words that are keywords in some places only, and names elsewhere.
-constexpr Keyword kConfigurationWords[] = {{"RESOURCE", Kind::RESOURCE},
-                                           {"END_RESOURCE", Kind::END_RESOURCE},
-                                           {"ON", Kind::ON},
-                                           {"TASK", Kind::TASK},
-                                           {"WITH", Kind::WITH}};
+constexpr Keyword kConfigurationWords[] = {{"RESOURCE", TokenKind::RESOURCE},
+                                           {"END_RESOURCE", TokenKind::END_RESOURCE},
+                                           {"ON", TokenKind::ON},
+                                           {"TASK", TokenKind::TASK},
+                                           {"WITH", TokenKind::WITH}};
 constexpr Keyword kTestWords[] = {
-    {"TEST", Kind::TEST}, {"SETUP", Kind::SETUP}, {"TEARDOWN", Kind::TEARDOWN}};
-constexpr Keyword kTestEnds[] = {{"END_TEST", Kind::END_TEST},
-                                 {"END_SETUP", Kind::END_SETUP},
-                                 {"END_TEARDOWN", Kind::END_TEARDOWN}};
-constexpr Keyword kQualifierWords[] = {{"PERSISTENT", Kind::PERSISTENT}};
-constexpr Keyword kEdgeWords[] = {{"R_EDGE", Kind::R_EDGE}, {"F_EDGE", Kind::F_EDGE}};
+    {"TEST", TokenKind::TEST}, {"SETUP", TokenKind::SETUP}, {"TEARDOWN", TokenKind::TEARDOWN}};
+constexpr Keyword kTestEnds[] = {{"END_TEST", TokenKind::END_TEST},
+                                 {"END_SETUP", TokenKind::END_SETUP},
+                                 {"END_TEARDOWN", TokenKind::END_TEARDOWN}};
+constexpr Keyword kQualifierWords[] = {{"PERSISTENT", TokenKind::PERSISTENT}};
+constexpr Keyword kEdgeWords[] = {{"R_EDGE", TokenKind::R_EDGE}, {"F_EDGE", TokenKind::F_EDGE}};
 
 template <std::size_t N>
-int kindOf(std::string_view text, const Keyword (&words)[N]) {
+int wordOf(std::string_view text, const Keyword (&words)[N]) {
   for (const Keyword& word : words) {
     if (equalIgnoringCase(word.name, text)) return word.kind;
   }
-  return Kind::IDENTIFIER;
+  return TokenKind::IDENTIFIER;
 }
 
 }  // namespace
@@ -58,14 +58,14 @@ int TokenStream::next(Span& span) {
   }
   Token token = std::exchange(holding_, false) ? held_ : queue_.take();
   span = token.span;
-  if (errors_.exhausted()) return Kind::YYEOF;
-  if (token.kind == Kind::YYerror) noteSwallowed(token);
-  const bool names = token.kind == Kind::IDENTIFIER && last_.kind == Kind::IDENTIFIER;
+  if (errors_.exhausted()) return TokenKind::YYEOF;
+  if (token.kind == TokenKind::YYerror) noteSwallowed(token);
+  const bool names = token.kind == TokenKind::IDENTIFIER && last_.kind == TokenKind::IDENTIFIER;
   if (names && repeatsName(token)) token = queue_.take();
   if (std::exchange(endedMistake_, false)) muteRest(token);
-  if (token.kind == Kind::IDENTIFIER) {
+  if (token.kind == TokenKind::IDENTIFIER) {
     takeWord(token);
-  } else if (token.kind >= Kind::IF && token.kind <= Kind::RETURN) {
+  } else if (token.kind >= TokenKind::IF && token.kind <= TokenKind::RETURN) {
     mistakenWords_.correctKeyword(token, last_.kind);
   }
   if (roleOf(token.kind) == TokenRole::Closer) correctCloser(token);
@@ -85,7 +85,7 @@ int TokenStream::next(Span& span) {
 
 int TokenStream::deliver(const Token& token, Span& span) {
   if (quiet_ > 0) --quiet_;
-  if (token.kind == Kind::YYerror) {
+  if (token.kind == TokenKind::YYerror) {
     recovery_ = Recovery::Certain;
   } else if (token.kind == ';' && quiet_ == 0) {
     recovery_ = Recovery::None;
@@ -101,7 +101,7 @@ int TokenStream::deliver(const Token& token, Span& span) {
 int TokenStream::mistakeEnd() {
   if (recovery_ != Recovery::Certain) return ';';
   resumeInPlace();
-  return Kind::MISTAKE_END;
+  return TokenKind::MISTAKE_END;
 }
 
 void TokenStream::resumeInPlace() {
@@ -123,14 +123,14 @@ bool TokenStream::isPlainName(const Token& token) const {
 
 void TokenStream::takeWord(Token& token) {
   if (isPlainName(token)) return;
-  const bool headed = beforeLast_ == Kind::TEST && last_.kind == Kind::LITERAL;
+  const bool headed = beforeLast_ == TokenKind::TEST && last_.kind == TokenKind::LITERAL;
   unsupported_.replace(token, headed ? static_cast<int>(';') : last_.kind);
   token.kind = kindHere(token);
   if (queue_.isFollowedBy(token.span, '=')) takeBinds(token);
   mistakenWords_.joinEnd(token, last_.kind);
-  if (token.kind == Kind::IDENTIFIER && !queue_.isFollowedByMark(token.span)) {
+  if (token.kind == TokenKind::IDENTIFIER && !queue_.isFollowedByMark(token.span)) {
     // Behind its header the parts of a unit begin as they do behind a ';'.
-    const bool instance = beforeLast_ == Kind::PROGRAM && inConfiguration();
+    const bool instance = beforeLast_ == TokenKind::PROGRAM && inConfiguration();
     const bool header = (opensUnit(beforeLast_) && !instance) || (inHeader_ && beforeLast_ == ':');
     misspeltKeywords_.correct(token, header ? static_cast<int>(';') : last_.kind);
   }
@@ -144,53 +144,54 @@ void TokenStream::takeBinds(Token& token) {
   if (!binds || queue_.ahead().kind != '=') return;
   queue_.take();
   ++token.span.end;
-  token.kind = Kind::BINDS;
+  token.kind = TokenKind::BINDS;
 }
 
 int TokenStream::kindHere(const Token& token) {
-  if (token.kind != Kind::IDENTIFIER) return token.kind;
+  if (token.kind != TokenKind::IDENTIFIER) return token.kind;
   const std::string_view text = queue_.textOf(token);
-  if (const int part = testPartHere(text); part != Kind::IDENTIFIER) return part;
+  if (const int part = testPartHere(text); part != TokenKind::IDENTIFIER) return part;
   const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
-  if (inConfiguration() && !inVariables) return kindOf(text, kConfigurationWords);
-  const bool type = last_.kind == ':' || last_.kind == Kind::OF || last_.kind == Kind::TO ||
-                    last_.kind == Kind::REF_TO;
-  if (type && equalIgnoringCase(text, "REFERENCE") && queue_.ahead().kind == Kind::TO) {
-    return Kind::REFERENCE;
+  if (inConfiguration() && !inVariables) return wordOf(text, kConfigurationWords);
+  const bool type = last_.kind == ':' || last_.kind == TokenKind::OF ||
+                    last_.kind == TokenKind::TO || last_.kind == TokenKind::REF_TO;
+  if (type && equalIgnoringCase(text, "REFERENCE") && queue_.ahead().kind == TokenKind::TO) {
+    return TokenKind::REFERENCE;
   }
-  if (opensVariables(last_.kind) || last_.kind == Kind::CONSTANT || last_.kind == Kind::RETAIN) {
-    return kindOf(text, kQualifierWords);
+  if (opensVariables(last_.kind) || last_.kind == TokenKind::CONSTANT ||
+      last_.kind == TokenKind::RETAIN) {
+    return wordOf(text, kQualifierWords);
   }
-  if (inVariables && last_.kind == Kind::IDENTIFIER) return kindOf(text, kEdgeWords);
+  if (inVariables && last_.kind == TokenKind::IDENTIFIER) return wordOf(text, kEdgeWords);
   return token.kind;
 }
 
 // The words of unit tests are keywords where a unit begins, and their ends in such a unit. Within
 // another unit, whose end is missing then, they are told by what follows them.
 int TokenStream::testPartHere(std::string_view text) {
-  if (last_.kind == '.') return Kind::IDENTIFIER;  // the name of a member
+  if (last_.kind == '.') return TokenKind::IDENTIFIER;  // the name of a member
   if (blocks_.any() && blocks_.begin()->construct->isTestUnit()) {
-    if (const int end = kindOf(text, kTestEnds); end != Kind::IDENTIFIER) return end;
+    if (const int end = wordOf(text, kTestEnds); end != TokenKind::IDENTIFIER) return end;
   }
   // Behind PROGRAM and the like it is the name of the unit.
   const bool name = opensUnit(last_.kind) && !constructOf(last_.kind)->isTestUnit();
-  if (name || (last_.kind != 0 && !isStructural(last_.kind))) return Kind::IDENTIFIER;
-  const int part = kindOf(text, kTestWords);
-  if (part == Kind::IDENTIFIER || !blocks_.any()) return part;
+  if (name || (last_.kind != 0 && !isStructural(last_.kind))) return TokenKind::IDENTIFIER;
+  const int part = wordOf(text, kTestWords);
+  if (part == TokenKind::IDENTIFIER || !blocks_.any()) return part;
   const int next = queue_.ahead().kind;
-  const bool begins = part == Kind::TEST ? next == Kind::LITERAL : opensVariables(next);
-  return begins ? part : static_cast<int>(Kind::IDENTIFIER);
+  const bool begins = part == TokenKind::TEST ? next == TokenKind::LITERAL : opensVariables(next);
+  return begins ? part : static_cast<int>(TokenKind::IDENTIFIER);
 }
 
 bool TokenStream::inConfiguration() const {
-  return blocks_.isUnit(constructOf(Kind::CONFIGURATION));
+  return blocks_.isUnit(constructOf(TokenKind::CONFIGURATION));
 }
 
 // In a configuration PROGRAM begins a program instance, unless declarations or statements follow.
 bool TokenStream::beginsInstance() {
-  if (queue_.ahead().kind != Kind::IDENTIFIER) return true;
+  if (queue_.ahead().kind != TokenKind::IDENTIFIER) return true;
   const int next = queue_.ahead(2).kind;
-  if (next != Kind::IDENTIFIER) return next == ';' || !isStructural(next);
+  if (next != TokenKind::IDENTIFIER) return next == ';' || !isStructural(next);
   return !continuesStatement(queue_.ahead(3).kind);
 }
 
@@ -200,21 +201,22 @@ int TokenStream::accept(const Token& token) {
   resumes_ = false;
   switch (role) {
     case TokenRole::Opener:
-      return token.kind == Kind::PROGRAM && inConfiguration() ? token.kind : openBlock(token);
+      return token.kind == TokenKind::PROGRAM && inConfiguration() ? token.kind : openBlock(token);
     case TokenRole::Closer:
       return closeBlock(token);
     case TokenRole::HeaderEnd:
       endHeader(token.kind);
       break;
     case TokenRole::Until:
-      resumes_ = blocks_.isTop(constructOf(Kind::REPEAT));
+      resumes_ = blocks_.isTop(constructOf(TokenKind::REPEAT));
       if (blocks_.any()) blocks_.top().hasUntil = true;
       break;
     case TokenRole::Else:
-      resumes_ = blocks_.isTop(constructOf(Kind::IF)) || blocks_.isTop(constructOf(Kind::CASE));
+      resumes_ =
+          blocks_.isTop(constructOf(TokenKind::IF)) || blocks_.isTop(constructOf(TokenKind::CASE));
       break;
     case TokenRole::Elsif:
-      if (blocks_.isTop(constructOf(Kind::IF))) {
+      if (blocks_.isTop(constructOf(TokenKind::IF))) {
         resumes_ = true;
         blocks_.top().begin = token.span.begin;
         blocks_.top().inHeader = true;
@@ -235,9 +237,9 @@ int TokenStream::accept(const Token& token) {
       if (++prefixes_ > kMaxNesting) return skipTooDeep(token, false);
       break;
     default:
-      if (token.kind == Kind::TO && blocks_.any()) blocks_.top().hasTo = true;
+      if (token.kind == TokenKind::TO && blocks_.any()) blocks_.top().hasTo = true;
       // Within brackets there are the values of an enumeration.
-      inInitial_ = inInitial_ || (token.kind == Kind::ASSIGN && brackets_ == 0);
+      inInitial_ = inInitial_ || (token.kind == TokenKind::ASSIGN && brackets_ == 0);
       break;
   }
   return token.kind;
@@ -246,14 +248,15 @@ int TokenStream::accept(const Token& token) {
 int TokenStream::openBlock(const Token& token) {
   brackets_ = 0;
   inInitial_ = false;
-  inHeader_ = token.kind == Kind::FUNCTION;
+  inHeader_ = token.kind == TokenKind::FUNCTION;
   if (opensUnit(token.kind)) {
     errors_.beginUnit();
     betweenUnits_ = false;
     lostOpener_ = false;
     crossed_ = nullptr;
     if (constructOf(token.kind)->isProgramUnit()) ++units_;
-  } else if (!blocks_.any() && token.kind != Kind::VAR_GLOBAL && token.kind != Kind::VAR_CONFIG) {
+  } else if (!blocks_.any() && token.kind != TokenKind::VAR_GLOBAL &&
+             token.kind != TokenKind::VAR_CONFIG) {
     return token.kind;
   }
   if (blocks_.count() >= std::size_t{kMaxNesting}) return skipTooDeep(token, true);
@@ -261,7 +264,7 @@ int TokenStream::openBlock(const Token& token) {
   resumes_ = construct.kind == Construct::Kind::Statement && !inConfiguration();
   blocks_.open(construct, token.span);
   blocks_.top().doubtful = errors_.reportedSince(token.span.begin);
-  blocks_.top().hasPaths = token.kind == Kind::VAR_CONFIG;
+  blocks_.top().hasPaths = token.kind == TokenKind::VAR_CONFIG;
   return token.kind;
 }
 
@@ -283,7 +286,7 @@ void TokenStream::endHeader(int token) {
 }
 
 void TokenStream::suggestKeyword(Span found, const ExpectedTokens& expected, Remarks& said) {
-  if (last_.kind != Kind::IDENTIFIER || continuesStatement(queue_.ahead().kind)) return;
+  if (last_.kind != TokenKind::IDENTIFIER || continuesStatement(queue_.ahead().kind)) return;
   misspeltKeywords_.suggest(found, expected, said);
 }
 
@@ -292,7 +295,7 @@ void TokenStream::muteRest(const Token& token) {
   // A ';' at which an error is reported stands in the midst of a declaration.
   amidst_ = blocks_.inDeclarations() && errors_.reportedSince(last_.span.begin);
   if (isStructural(token.kind)) return;
-  const int next = token.kind == Kind::IDENTIFIER ? queue_.ahead().kind : 0;
+  const int next = token.kind == TokenKind::IDENTIFIER ? queue_.ahead().kind : 0;
   if (next == ':' || next == ',' || continuesStatement(next)) return;
   errors_.muteUntil(token.span.begin + 1);
   if (amidst_) errors_.muteDeclaration(token.span.end);
@@ -334,10 +337,10 @@ bool TokenStream::splitsString(Span found) const {
 
 // True of the second of two names if a unit has both, which is reported here.
 bool TokenStream::repeatsName(const Token& token) {
-  if (!opensUnit(beforeLast_) || beforeLast_ == Kind::TYPE) return false;
+  if (!opensUnit(beforeLast_) || beforeLast_ == TokenKind::TYPE) return false;
   const bool repeats = equalIgnoringCase(queue_.textOf(token), queue_.textOf(last_));
   if (!repeats || continuesStatement(queue_.ahead().kind)) return false;
-  errors_.unexpected(token.span, beforeLast_ == Kind::FUNCTION ? "':'" : "VAR or statement");
+  errors_.unexpected(token.span, beforeLast_ == TokenKind::FUNCTION ? "':'" : "VAR or statement");
   return true;
 }
 
@@ -374,7 +377,7 @@ bool TokenStream::refuses(Span found, const ExpectedTokens& expected) {
   noteBroken();
   recovery_ = last_.kind == ';' ? Recovery::None : Recovery::Certain;
   discards_ = std::exchange(resumes_, false);
-  if (inHeader_ && (!isStructural(last_.kind) || last_.kind == Kind::OF)) skipResultType();
+  if (inHeader_ && (!isStructural(last_.kind) || last_.kind == TokenKind::OF)) skipResultType();
   if (consequence || splitsString(found)) return true;
   return unsupported_.refuse(found, expected) || declares;
 }
@@ -384,9 +387,10 @@ void TokenStream::skipResultType() {
   Token token;
   do {
     token = queue_.take();
-  } while (token.kind != Kind::YYEOF && (token.kind == Kind::OF || !isStructural(token.kind)));
+  } while (token.kind != TokenKind::YYEOF &&
+           (token.kind == TokenKind::OF || !isStructural(token.kind)));
   queue_.putBack(token);
-  queue_.putBack({Kind::NO_TYPE, {token.span.begin, token.span.begin}});
+  queue_.putBack({TokenKind::NO_TYPE, {token.span.begin, token.span.begin}});
 }
 
 int TokenStream::skipTooDeep(const Token& token, bool wholeUnit) {
@@ -395,12 +399,12 @@ int TokenStream::skipTooDeep(const Token& token, bool wholeUnit) {
   prefixes_ = 0;
   do {
     held_ = queue_.take();
-  } while (held_.kind != Kind::YYEOF && !opensUnit(held_.kind) && !closesUnit(held_.kind) &&
+  } while (held_.kind != TokenKind::YYEOF && !opensUnit(held_.kind) && !closesUnit(held_.kind) &&
            (wholeUnit || !isStructural(held_.kind)));
   holding_ = true;
   // The blocks that remain open are not reported again.
   if (wholeUnit) errors_.muteUntil(held_.span.end + 1);
-  return Kind::YYerror;
+  return TokenKind::YYerror;
 }
 
 }  // namespace refhost

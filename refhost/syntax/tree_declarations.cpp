@@ -8,10 +8,6 @@
 
 namespace refhost {
 
-namespace {
-constexpr Value kNone{nullptr, 0};
-}
-
 Value TreeFactory::namedType(Span span) {
   return finish(tree_.make<TypeSpec>(vel::ASTType::NamedTypeSpec, tree_.intern(textOf(span))), span,
                 {});
@@ -153,7 +149,7 @@ void TreeFactory::testUnit(Span span, TestPart part, Value title, Value blocks, 
     if (!isString || text.size() == 2) {
       errors_.syntax(spanOf(title),
                      isString ? "the name of a TEST is empty" : "the name of a TEST is a string");
-      title = kNone;
+      title = kNoValue;
     }
   }
   if (title.node == nullptr) title = name({span.begin, span.begin});
@@ -171,7 +167,7 @@ void TreeFactory::testUnit(Span span, TestPart part, Value title, Value blocks, 
                                 setup ? vel::POUType::Program : vel::POUType::Function);
   node->incomplete = errors_.isIncomplete();
   node->testPart = part;
-  const Value leaves[] = {title, kNone, blocks, body};
+  const Value leaves[] = {title, kNoValue, blocks, body};
   link(node, span, leaves, std::size(leaves));
   tree_.tests.push_back(node);
 }

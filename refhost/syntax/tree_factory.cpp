@@ -19,8 +19,6 @@ namespace refhost {
 
 namespace {
 
-constexpr Value kNone{nullptr, 0};
-
 bool isCall(const Value& value) {
   return value.node != nullptr && kindOf(*value.node) == NodeKind::Invocation;
 }
@@ -319,7 +317,7 @@ Value TreeFactory::bindingStatement(Span span, Value reference, Value place) {
 }
 
 Value TreeFactory::callStatement(Span span, Value call) {
-  if (!isCall(call)) return kNone;
+  if (!isCall(call)) return kNoValue;
   return finish(tree_.make<Node>(StatementKind::Call), span, {call});
 }
 
@@ -329,7 +327,7 @@ Value TreeFactory::jump(StatementKind kind, Span span) {
 
 Value TreeFactory::ifStatement(Span span, Value condition, Value then, NodeList elsifs,
                                Value otherwise) {
-  if (condition.node == nullptr) return kNone;
+  if (condition.node == nullptr) return kNoValue;
   scratch_.assign({operand(condition), then});
   scratch_.insert(scratch_.end(), items(elsifs), items(elsifs) + elsifs.count);
   if (otherwise.node != nullptr) scratch_.push_back(otherwise);
@@ -346,7 +344,7 @@ Value TreeFactory::range(Span span, Value low, Value high) {
 
 // `list` contains labels and statements in source order.
 Value TreeFactory::caseStatement(Span span, Value selector, NodeList list, Value otherwise) {
-  if (selector.node == nullptr) return kNone;
+  if (selector.node == nullptr) return kNoValue;
   const auto isLabels = [](const Value& item) {
     return kindOf(*item.node) == NodeKind::CaseLabels;
   };
@@ -373,13 +371,13 @@ Value TreeFactory::anyRange(Span span) {
 }
 
 Value TreeFactory::forStatement(Span span, Value start, Value end, Value step, Value body) {
-  if (start.node == nullptr) return kNone;
+  if (start.node == nullptr) return kNoValue;
   return finish(tree_.make<Node>(StatementKind::For), span,
                 {start, operand(end), operand(step), body});
 }
 
 Value TreeFactory::loop(StatementKind kind, Span span, Value first, Value second) {
-  if (first.node == nullptr || second.node == nullptr) return kNone;
+  if (first.node == nullptr || second.node == nullptr) return kNoValue;
   return finish(tree_.make<Node>(kind), span, {operand(first), operand(second)});
 }
 

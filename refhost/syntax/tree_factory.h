@@ -23,6 +23,8 @@ struct Value {
   std::uint32_t height;
 };
 
+constexpr Value kNoValue{nullptr, 0};
+
 struct NodeList {
   std::uint32_t start;  // on the factory's stack
   std::uint32_t count;

@@ -33,7 +33,7 @@ struct Unsupported::Construct {
 
 namespace {
 
-using Kind = grammar::Parser::token;
+using TokenKind = grammar::Parser::token;
 
 constexpr const MessageFormat* kRefused = &message::kNotSupported;
 constexpr const char* kChart = "Sequential function charts (SFC) are";
@@ -45,14 +45,14 @@ constexpr std::string_view kTypes[] = {"CHAR",         "WCHAR", "LDATE",        
                                        "LTIME_OF_DAY", "LDT",   "LDATE_AND_TIME"};
 
 // True if a statement, a declaration or a part of a header can begin after the token.
-bool endsPart(int kind) {
-  return kind == 0 || kind == Kind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
+bool endsConstruct(int kind) {
+  return kind == 0 || kind == TokenKind::IDENTIFIER || isStructural(kind) || opensUnit(kind);
 }
 
 // True for a token that cannot follow a name, so that the word before it is no name.
-bool beginsOperand(int kind) {
-  return kind == Kind::IDENTIFIER || kind == Kind::INTEGER || kind == Kind::NUMBER ||
-         kind == Kind::LITERAL || kind == Kind::DIRECT_ADDRESS;
+bool cannotFollowName(int kind) {
+  return kind == TokenKind::IDENTIFIER || kind == TokenKind::INTEGER || kind == TokenKind::NUMBER ||
+         kind == TokenKind::LITERAL || kind == TokenKind::DIRECT_ADDRESS;
 }
 
 bool isString(std::string_view text) {
@@ -116,12 +116,13 @@ const Unsupported::Construct* Unsupported::constructOf(std::string_view word) {
 
 // The unsupported construct that begins at `token`; null for none.
 const Unsupported::Construct* Unsupported::constructAt(const Token& token, int previous) {
-  if (token.kind != Kind::IDENTIFIER || !endsPart(previous)) return nullptr;
+  if (token.kind != TokenKind::IDENTIFIER || !endsConstruct(previous)) return nullptr;
   const Construct* const construct = constructOf(queue_.textOf(token));
   if (construct == nullptr) return nullptr;
   const int next = queue_.ahead().kind;
-  const bool bare = construct->format == nullptr && (next == Kind::YYEOF || isStructural(next));
-  return bare || beginsOperand(next) ? construct : nullptr;
+  const bool bare =
+      construct->format == nullptr && (next == TokenKind::YYEOF || isStructural(next));
+  return bare || cannotFollowName(next) ? construct : nullptr;
 }
 
 void Unsupported::replace(Token& token, int previous) {
@@ -129,31 +130,32 @@ void Unsupported::replace(Token& token, int previous) {
     if (construct->format != nullptr) errors_.add(token.span, *construct->format, construct->what);
     if (blocks_.any()) {
       errors_.refusePart();
-    } else if (queue_.ahead().kind == Kind::IDENTIFIER) {
+    } else if (queue_.ahead().kind == TokenKind::IDENTIFIER) {
       errors_.refuseUnit(queue_.textOf(queue_.ahead()));
     }
     skip(token, *construct);
   }
-  if (previous == ':' || previous == Kind::OF) replaceType(token);
+  if (previous == ':' || previous == TokenKind::OF) replaceType(token);
 }
 
 void Unsupported::replaceBlock(Token& token, int previous) {
   constexpr std::string_view kPrefix = "VAR_";
-  if (token.kind != Kind::IDENTIFIER || !blocks_.any() || !endsPart(previous)) return;
+  if (token.kind != TokenKind::IDENTIFIER || !blocks_.any() || !endsConstruct(previous)) return;
   const std::string_view word = queue_.textOf(token);
   if (!equalIgnoringCase(word.substr(0, kPrefix.size()), kPrefix)) return;
   const int behind = queue_.ahead(2).kind;
-  if (queue_.ahead().kind != Kind::IDENTIFIER || (behind != ':' && behind != ',')) return;
+  if (queue_.ahead().kind != TokenKind::IDENTIFIER || (behind != ':' && behind != ',')) return;
   errors_.add(token.span, message::kNotSupported, std::string(word) + " blocks are");
-  token.kind = Kind::VAR;
+  token.kind = TokenKind::VAR;
 }
 
 // A UNION becomes a STRUCT, so that the uses of its members are checked too.
 void Unsupported::replaceType(Token& token) {
-  if (token.kind != Kind::IDENTIFIER) return;
-  if (equalIgnoringCase(queue_.textOf(token), "UNION") && queue_.ahead().kind == Kind::IDENTIFIER) {
+  if (token.kind != TokenKind::IDENTIFIER) return;
+  if (equalIgnoringCase(queue_.textOf(token), "UNION") &&
+      queue_.ahead().kind == TokenKind::IDENTIFIER) {
     errors_.add(token.span, *kRefused, "Unions (UNION) are");
-    token.kind = Kind::STRUCT;
+    token.kind = TokenKind::STRUCT;
   }
 }
 
@@ -161,10 +163,11 @@ void Unsupported::replaceType(Token& token) {
 bool Unsupported::beginsLabel(Span name) {
   if (name.begin == name.end || queue_.isPrecededBy(name, '.')) return false;
   const int next = queue_.ahead().kind;
-  if (next == Kind::IDENTIFIER) {
+  if (next == TokenKind::IDENTIFIER) {
     return queue_.ahead(2).kind != ';' && !namesLiteralType(queue_.textOf(queue_.ahead()));
   }
-  return roleOf(next) == TokenRole::StatementWord || (isStructural(next) && next != Kind::STRUCT);
+  return roleOf(next) == TokenRole::StatementWord ||
+         (isStructural(next) && next != TokenKind::STRUCT);
 }
 
 bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
@@ -198,10 +201,10 @@ bool Unsupported::refuse(Span found, const ExpectedTokens& expected) {
 
 void Unsupported::skip(Token& token, const Construct& construct) {
   const auto endsUnit = [&token] {
-    return token.kind == Kind::YYEOF || opensUnit(token.kind) || closesUnit(token.kind);
+    return token.kind == TokenKind::YYEOF || opensUnit(token.kind) || closesUnit(token.kind);
   };
   const auto isName = [&token] {
-    return token.kind == Kind::IDENTIFIER || token.kind == '.' || token.kind == ',';
+    return token.kind == TokenKind::IDENTIFIER || token.kind == '.' || token.kind == ',';
   };
   const auto isCloser = [&] { return equalIgnoringCase(queue_.textOf(token), construct.closer); };
   token = queue_.take();
@@ -212,7 +215,7 @@ void Unsupported::skip(Token& token, const Construct& construct) {
       while (isName() && constructOf(queue_.textOf(token)) == nullptr) token = queue_.take();
       break;
     case Construct::Extent::Statement:
-      while (token.kind != Kind::YYEOF && !isStructural(token.kind) && !isCloser())
+      while (token.kind != TokenKind::YYEOF && !isStructural(token.kind) && !isCloser())
         token = queue_.take();
       break;
     case Construct::Extent::Unit:
