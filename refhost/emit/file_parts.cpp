@@ -43,8 +43,9 @@ std::string runtimeInclusionOfHeader(const DeviceMap& memory, std::uint32_t stat
       definitions +=
           fmt::format("#ifndef VEL_MEMORY_{0}\n#define VEL_MEMORY_{0} {1}\n#endif\n", name, size);
     }
-    differences +=
-        fmt::format("{}VEL_MEMORY_{} != {}", differences.empty() ? "" : " || ", name, size);
+    // More hidden state than its own does not hurt a program.
+    differences += fmt::format("{}VEL_MEMORY_{} {} {}", differences.empty() ? "" : " || ", name,
+                               name == std::string_view("STATE") ? "<" : "!=", size);
   });
   return fmt::format(
       "{}#include \"velrt.h\"\n#if {}\n#error \"velrt.h was included with other sizes of device "

@@ -30,9 +30,13 @@ extern "C" {
 #error "device memory is little-endian, and so must the machine be"
 #endif
 
-/* The memory image, initially zero. Weak, so that every source file of a program can define
- * it, in the sizes with which it is compiled, and all of them share one. */
+/* The memory image, initially zero. Every source file of a program defines it, in the sizes with
+ * which it is compiled, and all of them share the largest. C++ has no common symbols. */
+#ifdef __cplusplus
 u8 _m[VEL_MEMORY_BYTES] __attribute__((weak, aligned(8)));
+#else
+u8 _m[VEL_MEMORY_BYTES] __attribute__((common, aligned(8)));
+#endif
 
 /* Bit `a` of `_m`, 0 or 1; bit 0 is the lowest of byte 0. 0 outside `_m`. */
 static inline u8 gbit(u32 a) {
