@@ -118,9 +118,14 @@ void NumberLane::add(const Cell& cell) {
 }
 
 Unit NumberLane::unitOf() const {
-  if (!hostkit::isDuration(shape_.type) || isConstant()) return {};
+  if (isConstant()) return {};
+  const double highest = std::max(std::abs(low_), std::abs(high_));
+  if (!hostkit::isDuration(shape_.type)) {
+    // The ends of an axis for larger values would be infinite.
+    return highest > 1e306 ? Unit{1e306, "1E306"} : Unit{};
+  }
   const double nanoseconds = shape_.type == BasicDataType::Time ? 1e6 : 1;
-  Unit unit = timeUnit(std::max(std::abs(low_), std::abs(high_)) * nanoseconds);
+  Unit unit = timeUnit(highest * nanoseconds);
   unit.size /= nanoseconds;
   return unit;
 }
@@ -156,10 +161,13 @@ void NumberLane::drawBeyond(const Frame& frame, std::uint64_t scans, std::string
 }
 
 void NumberLane::draw(const Frame& frame, std::uint64_t scans, std::string& svg) const {
-  constexpr int kMostTicks = 5;
   if (isConstant()) return drawBox(frame, text_, "box", svg);
-  drawBeyond(frame, scans, svg);
-  if (low_ > high_) return;
+  if (low_ <= high_) drawAxisAndLine(frame, scans, svg);
+  drawBeyond(frame, scans, svg);  // on top of a line that may be a band
+}
+
+void NumberLane::drawAxisAndLine(const Frame& frame, std::uint64_t scans, std::string& svg) const {
+  constexpr int kMostTicks = 5;
   const Unit unit = unitOf();
   const bool whole = hostkit::isInteger(shape_.type);
   double low = low_ / unit.size;

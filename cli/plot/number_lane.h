@@ -36,6 +36,7 @@ class NumberLane : public Lane {
 
  private:
   Unit unitOf() const;
+  void drawAxisAndLine(const Frame& frame, std::uint64_t scans, std::string& svg) const;
   void drawBeyond(const Frame& frame, std::uint64_t scans, std::string& svg) const;
   bool isConstant() const { return changes_ < 2; }
 
