@@ -49,7 +49,9 @@ bool takeLocalRange(std::string_view& text) {
     const std::size_t first = number.find_first_not_of(" \t");
     if (first == number.npos) return false;
     number = number.substr(first, number.find_last_not_of(" \t") - first + 1);
-    return number.find_first_not_of("0123456789") == number.npos;
+    // The C has the numbers as they stand, where a leading zero would make them octal.
+    return number.find_first_not_of("0123456789") == number.npos &&
+           (number.size() == 1 || number[0] != '0');
   };
   const bool numbers =
       isNumber(text.substr(kTag, dash - kTag)) && isNumber(text.substr(dash + 1, end - dash - 1));
