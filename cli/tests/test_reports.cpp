@@ -40,7 +40,7 @@ std::string escapedTitle(const std::string& title) {
   std::string text;
   for (const char c : title) {
     if (c == '#' || c == '\\') text += '\\';
-    text += c == '\n' || c == '\r' ? ' ' : c;
+    text += c;
   }
   return text;
 }
@@ -93,7 +93,7 @@ std::string tapReport(const std::vector<TestResult>& results) {
   for (std::size_t i = 0; i < results.size(); ++i) {
     const TestResult& result = results[i];
     text += fmt::format("{}ok {} - {}\n", result.status == Status::Passed ? "" : "not ", i + 1,
-                        escapedTitle(asUtf8(result.title)));
+                        escapedTitle(shown(result.title)));
     if (result.failures.empty()) continue;
     // YAML takes a JSON string for a string.
     const auto quoted = [](const std::string& value) {
