@@ -59,7 +59,7 @@ void addBuildCommand(CommandLine& line) {
   Command command =
       line.addCommand("build", "Translate and compile programs into one that runs their scans");
   const auto options = std::make_shared<BuildOptions>();
-  addSources(command, line.common, options->files);
+  line.addSources(command, options->files);
   command.option("-o,--output", options->output, "Where the program goes")
       .value("PROGRAM")
       .required();

@@ -31,10 +31,10 @@ int check(const CommonOptions& common, const CheckOptions& options) {
 void addCheckCommand(CommandLine& line) {
   Command command = line.addCommand("check", "Print the diagnostics of programs");
   const auto options = std::make_shared<CheckOptions>();
-  addSources(command, line.common, options->files,
-             {{"text", DiagnosticsForm::Text},
-              {"json", DiagnosticsForm::Json},
-              {"sarif", DiagnosticsForm::Sarif}});
+  line.addSources(command, options->files,
+                  {{"text", DiagnosticsForm::Text},
+                   {"json", DiagnosticsForm::Json},
+                   {"sarif", DiagnosticsForm::Sarif}});
   addEachOption(command, options->each);
   line.setAction(command, options, check);
 }

@@ -14,8 +14,8 @@ Option& Option::value(const char* name) {
   return *this;
 }
 
-Option& Option::required() {
-  option_->required();
+Option& Option::required(bool is) {
+  option_->required(is);
   return *this;
 }
 
@@ -76,6 +76,8 @@ Option& Option::tells(bool& given) {
 }
 
 void Command::whenGiven(std::function<void()> use) { app_->callback(std::move(use)); }
+
+bool Command::isGiven() const { return app_->parsed(); }
 
 Option Command::flag(const char* names, bool& value, const char* description) {
   return Option(*app_->add_flag(names, value, description));

@@ -23,7 +23,7 @@ class Option {
 
   // The name of the value in --help.
   Option& value(const char* name);
-  Option& required();
+  Option& required(bool is = true);
   Option& needs(const Option& other);
   Option& excludes(const Option& other);
   // The value may not be empty, as the name of a file.
@@ -58,8 +58,12 @@ class Command {
   // `use` is called when the command line is parsed and names this command.
   void whenGiven(std::function<void()> use);
 
+  // True once the command line is parsed, if it names this command.
+  bool isGiven() const;
+
   // The variables and functions that options are bound to must live until the command line is
-  // parsed. `names` are those of an option, "-o,--output", or of an argument, "FILE".
+  // parsed, which may happen twice. `names` are those of an option, "-o,--output", or of an
+  // argument, "FILE".
 
   Option flag(const char* names, bool& value, const char* description);
   // `Value` is std::string or std::vector<std::string>.

@@ -1,14 +1,19 @@
 #include "cli/command_line.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <sstream>
 #include <string_view>
 
+#include "cli/diagnostics_printer.h"
 #include "cli/failure.h"
+#include "cli/local_io.h"
 #include "cli/output_file.h"
+#include "cli/project.h"
 #include "cli/source_files.h"
 #include "cli/unknown_argument.h"
 
@@ -38,36 +43,6 @@ void addGeneralOptions(Command command, CommonOptions& common) {
       .oneAtATime();
 }
 
-// Removes the range at the begin of `text`, behind two characters that nobody reads. False if there
-// is none.
-bool takeLocalRange(std::string_view& text) {
-  constexpr std::size_t kTag = 2;
-  const std::size_t dash = text.find('-', std::min(kTag, text.size()));
-  const std::size_t end = text.find(';', std::min(dash, text.size()));
-  if (end == text.npos) return false;
-  const auto isNumber = [](std::string_view number) {
-    const std::size_t first = number.find_first_not_of(" \t");
-    if (first == number.npos) return false;
-    number = number.substr(first, number.find_last_not_of(" \t") - first + 1);
-    // The C has the numbers as they stand, where a leading zero would make them octal.
-    return number.find_first_not_of("0123456789") == number.npos &&
-           (number.size() == 1 || number[0] != '0');
-  };
-  const bool numbers =
-      isNumber(text.substr(kTag, dash - kTag)) && isNumber(text.substr(dash + 1, end - dash - 1));
-  text.remove_prefix(end + 1);
-  return numbers;
-}
-
-// The operators take any text, and refresh nothing, or the wrong bits, for most of them.
-std::string checkLocalIo(const std::string& text) {
-  std::string_view rest = text;
-  const bool fits = text.substr(0, 2).find('-') == text.npos && takeLocalRange(rest) &&
-                    takeLocalRange(rest) && rest.find_first_not_of(" \t\r\n") == rest.npos;
-  if (fits || text.empty()) return {};
-  return fmt::format("'{}' does not have the form I:131072-131088;Q:139264-139280;", text);
-}
-
 // All commands that load programs have these options, and so has velc itself, before the command.
 void addCommonOptions(Command command, CommonOptions& common) {
   addGeneralOptions(command, common);
@@ -85,8 +60,10 @@ void addCommonOptions(Command command, CommonOptions& common) {
       {{"iec", refhost::Notation::Iec}, {"letters", refhost::Notation::Letters}},
       "Notation of device addresses: iec (%IX0.3) or letters (X3)");
   const auto addArea = [&command](const char* name, std::uint32_t& bytes, const char* what) {
-    // Small enough that 32 bits can number every bit.
-    command.number(name, bytes, 8U, 16U << 20, what).multipleOf(8).value("BYTES").showDefault();
+    command.number(name, bytes, kAreaUnit, kLargestArea, what)
+        .multipleOf(kAreaUnit)
+        .value("BYTES")
+        .showDefault();
   };
   addArea("--memory-markers", common.memory.markers, "Device memory for markers (%M)");
   addArea("--memory-inputs", common.memory.inputs, "Device memory for inputs (%I)");
@@ -119,7 +96,7 @@ void addWarningOptions(Command& command, CommonOptions& common) {
                   "Do not show these warnings: a group, a code, or all (repeatable)");
   command.flag("--werror", common.warnings.asErrors, "Warnings are errors");
   command
-      .number("--max-errors", common.maxErrors, std::size_t{1}, std::size_t{1} << 30,
+      .number("--max-errors", common.maxErrors, std::size_t{1}, kMostErrors,
               "Print no messages behind so many errors, but say how many there are")
       .value("N");
 }
@@ -179,9 +156,66 @@ std::string CommandLine::help(const std::string& command) const {
   return about->help(app_->get_name());
 }
 
-int CommandLine::execute(int argc, const char* const* argv) {
+void CommandLine::addSources(Command& command, std::vector<std::string>& files, FormNames forms) {
+  Option file = command.callWithAll(
+      "FILE",
+      [&files](const std::vector<std::string>& named) {
+        files = sourceFiles(named);
+        return std::string();
+      },
+      "Structured Text; of a folder, all *.st and *.ST in it; - is standard input (default: the "
+      "sources of the project, velops.json)");
+  // So that options of several values leave one for it.
+  file.required();
+  command.choice("--diagnostics", common.diagnostics, std::move(forms),
+                 "Form of the diagnostics on standard error (default: text)");
+  addWarningOptions(command, common);
+  projectUses_.push_back({command, &files, file});
+}
+
+bool CommandLine::takeProject(std::vector<std::string>* files) {
+  const std::filesystem::path here = std::filesystem::current_path();
+  const std::filesystem::path path = findProject(here);
+  if (path.empty()) {
+    if (files == nullptr) return false;
+    throw Failure(fmt::format("FILE is required: there is no {} in this folder or above it{}",
+                              kProjectFile, kSeeHelp));
+  }
+  const Project project = readProject(path);
+  const Colours colours(common.colour, STDERR_FILENO);
+  for (const refhost::Diagnostic& fault : project.faults) {
+    writeStandardError(diagnosticText(project.source, fault, colours));
+  }
+  if (!project.faults.empty()) {
+    throw Failure(fmt::format("{} cannot be used", project.source.path(0)));
+  }
+  common = project.options;
+  if (files == nullptr) return true;
+  for (const std::string& file : project.files) {
+    files->push_back(std::filesystem::path(file).lexically_proximate(here));
+  }
+  return true;
+}
+
+void CommandLine::parse(int argc, const char* const* argv) {
+  const auto given = [this](const ProjectUse& use) { return use.command.isGiven(); };
   try {
     app_->parse(argc, argv);
+  } catch (const CLI::RequiredError&) {
+    const auto use = std::find_if(projectUses_.begin(), projectUses_.end(), given);
+    const bool lacksFiles = use != projectUses_.end() && use->file && use->files->empty();
+    if (!lacksFiles || !unknownArgument(*app_).empty()) throw;
+    use->file->required(false);
+  }
+  const auto use = std::find_if(projectUses_.begin(), projectUses_.end(), given);
+  if (use == projectUses_.end() || (use->files != nullptr && !use->files->empty())) return;
+  // Options go before the settings of the project.
+  if (takeProject(use->files)) app_->parse(argc, argv);
+}
+
+int CommandLine::execute(int argc, const char* const* argv) {
+  try {
+    parse(argc, argv);
     if (!action_) throw CLI::RequiredError("A command");
   } catch (const CLI::ParseError& error) {
     std::ostringstream out;
@@ -199,22 +233,6 @@ int CommandLine::execute(int argc, const char* const* argv) {
 
 FormNames textAndJson() {
   return {{"text", DiagnosticsForm::Text}, {"json", DiagnosticsForm::Json}};
-}
-
-void addSources(Command& command, CommonOptions& common, std::vector<std::string>& files,
-                FormNames forms) {
-  command
-      .callWithAll(
-          "FILE",
-          [&files](const std::vector<std::string>& named) {
-            files = sourceFiles(named);
-            return std::string();
-          },
-          "Structured Text; of a folder, all *.st and *.ST in it; - is standard input")
-      .required();
-  command.choice("--diagnostics", common.diagnostics, std::move(forms),
-                 "Form of the diagnostics on standard error (default: text)");
-  addWarningOptions(command, common);
 }
 
 void addEachOption(Command& command, bool& each) {

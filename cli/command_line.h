@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,10 @@
 #include "cli/common_options.h"
 
 namespace velc {
+
+using FormNames = Command::Names<DiagnosticsForm>;
+// The forms of commands that may print diagnostics more than once.
+FormNames textAndJson();
 
 class CommandLine {
  public:
@@ -32,6 +37,13 @@ class CommandLine {
   // `action` returns an ExitCode or throws Failure.
   void setAction(Command& command, std::function<int()> action);
 
+  // Adds the files, folders replaced by what is in them, and what decides about their diagnostics.
+  // Without files the command gets those and the settings of the project.
+  void addSources(Command& command, std::vector<std::string>& files,
+                  FormNames forms = textAndJson());
+  // Has a command without files use the settings of the project, too, if there is one.
+  void useProject(const Command& command) { projectUses_.push_back({command, nullptr, {}}); }
+
   // The page of a command, or that of velc if `command` is empty. Throws Failure if there is none.
   std::string help(const std::string& command) const;
 
@@ -41,17 +53,22 @@ class CommandLine {
   CommonOptions common;
 
  private:
+  struct ProjectUse {
+    Command command;
+    std::vector<std::string>* files;  // null for a command without files
+    std::optional<Option> file;       // the argument that names them
+  };
+
+  void parse(int argc, const char* const* argv);
+
+  // True if there is a project whose settings the command line has now.
+  bool takeProject(std::vector<std::string>* files);
+
   std::unique_ptr<CLI::App> app_;
+  std::vector<ProjectUse> projectUses_;
   std::function<int()> action_;  // of the command that is given
 };
 
-using FormNames = Command::Names<DiagnosticsForm>;
-// The forms of commands that may print diagnostics more than once.
-FormNames textAndJson();
-
-// Adds the files, folders replaced by what is in them, and what decides about their diagnostics.
-void addSources(Command& command, CommonOptions& common, std::vector<std::string>& files,
-                FormNames forms = textAndJson());
 // Adds `--each`, for commands that can take each file for a program of its own.
 void addEachOption(Command& command, bool& each);
 

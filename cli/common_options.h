@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,15 +14,24 @@ namespace velc {
 // Sarif is one document for all diagnostics, so only commands that print them once accept it.
 enum class DiagnosticsForm { Text, Json, Sarif };
 
+// The sizes of areas of device memory are multiples of this, and so small that 32 bits can number
+// every bit.
+inline constexpr std::uint32_t kAreaUnit = 8;
+inline constexpr std::uint32_t kLargestArea = 16U << 20;
+
+inline constexpr std::size_t kMostErrors = std::size_t{1} << 30;
+
 struct CommonOptions {
-  // The plugin and its add-ons; when empty, the plugin installed with velc.
+  // The plugin and its add-ons; when empty, those of the project.
   std::vector<std::string> plugins;
+  // The same for the project; an empty name, and none, is the plugin installed with velc.
+  std::vector<std::string> projectPlugins;
   std::string localIo;
   refhost::Notation notation = refhost::Notation::Iec;
   refhost::MemorySizes memory;
   DiagnosticsForm diagnostics = DiagnosticsForm::Text;
   refhost::WarningChoice warnings;
-  std::size_t maxErrors = 0;  // that are printed; 0: all
+  std::size_t maxErrors = 0;  // that are printed, up to kMostErrors; 0: all
   ColourChoice colour = ColourChoice::Auto;
 };
 

@@ -83,9 +83,10 @@ std::string diagnosticText(const refhost::SourceManager& sources,
                            const refhost::Diagnostic& message, const Colours& colours) {
   const std::string severity = colours(isError(message) ? Role::Error : Role::Warning,
                                        fmt::format("{}:", severityText(message)));
-  std::string text = fmt::format("{} {} {} [{}]\n{}", placeText(sources, message.range, colours),
-                                 severity, printable(message.text), codeText(message),
-                                 excerpt(sources, message.range, colours));
+  const std::string code = message.code != 0 ? fmt::format(" [{}]", codeText(message)) : "";
+  std::string text =
+      fmt::format("{} {} {}{}\n{}", placeText(sources, message.range, colours), severity,
+                  printable(message.text), code, excerpt(sources, message.range, colours));
   for (const refhost::Note& note : message.notes) {
     text += fmt::format("{} {} {}\n{}", placeText(sources, note.range, colours),
                         colours(Role::Note, "note:"), printable(note.text),

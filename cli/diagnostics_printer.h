@@ -17,7 +17,8 @@ const char* severityText(const refhost::Diagnostic& message);
 std::string codeText(const refhost::Diagnostic& message);
 
 // `FILE:LINE:COL: error: TEXT [0xC0040]` and an excerpt of the source, then `FILE:LINE:COL: note:
-// TEXT` with an excerpt for each note. Each line ends in a newline.
+// TEXT` with an excerpt for each note. Each line ends in a newline. A message about a velops.json
+// has no code.
 std::string diagnosticText(const refhost::SourceManager& sources,
                            const refhost::Diagnostic& message, const Colours& colours = {});
 

@@ -126,6 +126,7 @@ void addMemoryCommand(CommandLine& line) {
   command.option("ADDRESS", *addresses,
                  "Inputs and outputs, for which to print the text for --localio: the smallest "
                  "ranges that have them all");
+  line.useProject(command);
   line.setAction(command, addresses, showMemory);
 }
 

@@ -247,7 +247,7 @@ void addRunCommand(CommandLine& line) {
   Command command =
       line.addCommand("run", "Translate, compile and run programs; print their variables");
   const auto options = std::make_shared<RunOptions>();
-  addSources(command, line.common, options->files);
+  line.addSources(command, options->files);
   addEachOption(command, options->each);
   addRunOptions(command, *options);
   line.setAction(command, options, run);

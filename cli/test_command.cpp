@@ -190,7 +190,7 @@ int test(const CommonOptions& common, const TestOptions& options) {
 void addTestCommand(CommandLine& line) {
   Command command = line.addCommand("test", "Run the unit tests of programs");
   const auto options = std::make_shared<TestOptions>();
-  addSources(command, line.common, options->files);
+  line.addSources(command, options->files);
   command
       .option("--filter", options->filters,
               "Only tests whose names contain this, or match it if it has '*' or '?' "

@@ -110,7 +110,7 @@ int translate(const CommonOptions& common, const TranslateOptions& options) {
 void addTranslateCommand(CommandLine& line) {
   Command command = line.addCommand("translate", "Translate programs into C");
   const auto options = std::make_shared<TranslateOptions>();
-  addSources(command, line.common, options->files);
+  line.addSources(command, options->files);
   const Option output =
       command.option("-o,--output", options->output, "Where the C goes (default: standard output)")
           .value("OUT.c");

@@ -14,7 +14,11 @@
 namespace velc {
 
 std::vector<std::string> librariesOf(const CommonOptions& common) {
-  return common.plugins.empty() ? std::vector<std::string>{pluginPath()} : common.plugins;
+  std::vector<std::string> libraries =
+      common.plugins.empty() ? common.projectPlugins : common.plugins;
+  if (libraries.empty()) libraries.emplace_back();
+  if (libraries.front().empty()) libraries.front() = pluginPath();
+  return libraries;
 }
 
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {

@@ -143,7 +143,7 @@ TEST_F(Velc, TellsWhatIsMisspeltAndWhatThereIs) {
       {"--plugn x operators", "unknown option '--plugn', did you mean '--plugin'?"},
       {"run x.st -z", "unknown option '-z'"},
       {"help check run", "'run' is more than 'help' takes"},
-      {"check --", "FILE is required"},
+      {"check --", "FILE is required: there is no velops.json in this folder or above it"},
       {"memory %MX0.0", "'%MX0.0' is neither an input nor an output"},
       {"memory %IX0.8", "'%IX0.8' is no device address"},
       {"memory --memory-inputs 8 %IX8.0",

@@ -1,0 +1,262 @@
+#include "cli/project.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <initializer_list>
+#include <set>
+
+#include "cli/excerpt.h"
+#include "cli/failure.h"
+#include "cli/local_io.h"
+#include "cli/located_json.h"
+#include "cli/source_files.h"
+#include "cli/source_patterns.h"
+#include "refhost/spelling.h"
+
+namespace velc {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = LocatedJson::Kind;
+
+const char* kindName(Kind kind) {
+  switch (kind) {
+    case Kind::Null:
+      return "null";
+    case Kind::Flag:
+      return "true or false";
+    case Kind::Number:
+      return "a number";
+    case Kind::Text:
+      return "a text";
+    case Kind::List:
+      return "a list";
+    case Kind::Object:
+      return "an object";
+  }
+  return "";
+}
+
+std::string suggestion(const refhost::Spelling& spelling) {
+  return spelling.best().empty() ? "" : fmt::format(", did you mean '{}'?", spelling.best());
+}
+
+class ProjectReader {
+ public:
+  explicit ProjectReader(Project& project)
+      : project_(project), folder_(project.path.parent_path()) {}
+
+  void read() {
+    LocatedJson root;
+    JsonFault fault;
+    if (!parseLocated(project_.source.text(0), root, fault)) {
+      return say(fault.span, "this is not JSON: " + fault.text);
+    }
+    readObject(root, {{"$schema", &ProjectReader::readSchema},
+                      {"sources", &ProjectReader::readSources},
+                      {"localio", &ProjectReader::readLocalIo},
+                      {"notation", &ProjectReader::readNotation},
+                      {"memory", &ProjectReader::readMemory},
+                      {"warnings", &ProjectReader::readWarnings},
+                      {"plugin", &ProjectReader::readPlugin},
+                      {"addOns", &ProjectReader::readAddOns}});
+    if (!hasSources_ && root.kind == Kind::Object) addSources(root.span, ".");
+  }
+
+ private:
+  struct Row {
+    const char* key;
+    void (ProjectReader::*read)(const LocatedJson& value);
+  };
+
+  void say(TextSpan where, const std::string& text) {
+    const vel::TextLocation begin(0, static_cast<std::uint32_t>(where.begin));
+    refhost::Diagnostic fault;
+    fault.range = {begin, static_cast<std::uint32_t>(where.end - where.begin)};
+    fault.text = text;
+    project_.faults.push_back(std::move(fault));
+  }
+  bool expect(const LocatedJson& value, Kind kind) {
+    if (value.kind == kind) return true;
+    say(value.span,
+        fmt::format("{} stands here, but {} is needed", kindName(value.kind), kindName(kind)));
+    return false;
+  }
+  template <typename Use>
+  void forEachText(const LocatedJson& list, Use use) {
+    if (!expect(list, Kind::List)) return;
+    for (const auto& member : list.members) {
+      if (expect(member.value, Kind::Text)) use(member.value);
+    }
+  }
+
+  void readObject(const LocatedJson& object, std::initializer_list<Row> rows) {
+    if (!expect(object, Kind::Object)) return;
+    std::set<std::string> seen;
+    for (const auto& [key, span, value] : object.members) {
+      if (!seen.insert(key).second) {
+        say(span, fmt::format("'{}' stands here for the second time", printable(key)));
+        continue;
+      }
+      const Row* known = nullptr;
+      refhost::Spelling spelling(key);
+      for (const Row& row : rows) {
+        spelling.offer(row.key);
+        if (key == row.key) known = &row;
+      }
+      if (known != nullptr) {
+        (this->*known->read)(value);
+      } else {
+        say(span, fmt::format("unknown key '{}'{}", printable(key), suggestion(spelling)));
+      }
+    }
+  }
+
+  void readSchema(const LocatedJson& value) { expect(value, Kind::Text); }
+
+  void readSources(const LocatedJson& value) {
+    hasSources_ = true;
+    if (value.kind == Kind::List && value.members.empty()) say(value.span, "there is no source");
+    forEachText(value, [this](const LocatedJson& name) { addSources(name.span, name.text); });
+  }
+  void addSources(TextSpan where, const std::string& name) {
+    std::error_code unknown;
+    const fs::path path = (folder_ / name).lexically_normal();
+    if (!isPattern(name) && !fs::exists(path, unknown)) {
+      return say(where, fmt::format("there is no file or folder '{}'", printable(name)));
+    }
+    try {
+      const std::vector<std::string> found =
+          isPattern(name) ? filesMatching(folder_, name) : sourceFiles({path.native()});
+      if (found.empty()) say(where, fmt::format("no file matches '{}'", printable(name)));
+      for (const std::string& file : found) {
+        if (known_.insert(fs::canonical(file, unknown)).second) project_.files.push_back(file);
+      }
+    } catch (const Failure& failure) {
+      say(where, failure.what());
+    }
+  }
+
+  void readLocalIo(const LocatedJson& value) {
+    if (!expect(value, Kind::Text)) return;
+    const std::string fault = checkLocalIo(value.text);
+    if (!fault.empty()) return say(value.span, fault);
+    project_.options.localIo = value.text;
+  }
+
+  void readNotation(const LocatedJson& value) {
+    if (!expect(value, Kind::Text)) return;
+    if (value.text != "iec" && value.text != "letters") {
+      return say(value.span, fmt::format("the notation is 'iec' or 'letters', not '{}'",
+                                         printable(value.text)));
+    }
+    project_.options.notation =
+        value.text == "iec" ? refhost::Notation::Iec : refhost::Notation::Letters;
+  }
+
+  void readMemory(const LocatedJson& value) {
+    readObject(value, {{"markers", &ProjectReader::readMarkers},
+                       {"inputs", &ProjectReader::readInputs},
+                       {"outputs", &ProjectReader::readOutputs}});
+  }
+  void readMarkers(const LocatedJson& value) { readArea(value, project_.options.memory.markers); }
+  void readInputs(const LocatedJson& value) { readArea(value, project_.options.memory.inputs); }
+  void readOutputs(const LocatedJson& value) { readArea(value, project_.options.memory.outputs); }
+  void readArea(const LocatedJson& value, std::uint32_t& bytes) {
+    if (!expect(value, Kind::Number)) return;
+    const bool fits = value.number >= kAreaUnit && value.number <= kLargestArea &&
+                      std::fmod(value.number, kAreaUnit) == 0;
+    if (!fits) {
+      return say(value.span, fmt::format("an area has from {} to {} bytes, a multiple of {}",
+                                         kAreaUnit, kLargestArea, kAreaUnit));
+    }
+    bytes = static_cast<std::uint32_t>(value.number);
+  }
+
+  void readWarnings(const LocatedJson& value) {
+    readObject(value, {{"warn", &ProjectReader::readWarn},
+                       {"noWarn", &ProjectReader::readNoWarn},
+                       {"werror", &ProjectReader::readWerror},
+                       {"maxErrors", &ProjectReader::readMaxErrors}});
+    // Behind those that are asked for, so that a warning that is both is not shown.
+    for (const LocatedJson* name : refused_) choose(*name, false);
+  }
+  void readWarn(const LocatedJson& value) {
+    forEachText(value, [this](const LocatedJson& name) { choose(name, true); });
+  }
+  void readNoWarn(const LocatedJson& value) {
+    forEachText(value, [this](const LocatedJson& name) { refused_.push_back(&name); });
+  }
+  void choose(const LocatedJson& name, bool shown) {
+    if (project_.options.warnings.choose(name.text, shown)) return;
+    refhost::Spelling spelling(name.text);
+    for (const auto& group : refhost::warningGroups()) spelling.offer(group.name);
+    say(name.span, fmt::format("'{}' is neither the code of a warning nor a group of them{}",
+                               printable(name.text), suggestion(spelling)));
+  }
+  void readWerror(const LocatedJson& value) {
+    if (expect(value, Kind::Flag)) project_.options.warnings.asErrors = value.flag;
+  }
+  void readMaxErrors(const LocatedJson& value) {
+    if (!expect(value, Kind::Number)) return;
+    if (value.number < 1 || value.number > kMostErrors || std::fmod(value.number, 1) != 0) {
+      return say(value.span, fmt::format("a number from 1 to {} is needed", kMostErrors));
+    }
+    project_.options.maxErrors = static_cast<std::size_t>(value.number);
+  }
+
+  std::string libraryNamed(const LocatedJson& name) {
+    std::error_code unknown;
+    const fs::path path = (folder_ / name.text).lexically_normal();
+    if (!fs::is_regular_file(path, unknown)) {
+      say(name.span, fmt::format("there is no file '{}'", printable(name.text)));
+    }
+    return path;
+  }
+  std::vector<std::string>& libraries() {
+    // The first one is the plugin.
+    if (project_.options.projectPlugins.empty()) project_.options.projectPlugins.emplace_back();
+    return project_.options.projectPlugins;
+  }
+  void readPlugin(const LocatedJson& value) {
+    if (expect(value, Kind::Text)) libraries().front() = libraryNamed(value);
+  }
+  void readAddOns(const LocatedJson& value) {
+    forEachText(value,
+                [this](const LocatedJson& name) { libraries().push_back(libraryNamed(name)); });
+  }
+
+  Project& project_;
+  fs::path folder_;
+  bool hasSources_ = false;
+  std::set<fs::path> known_;                 // sources
+  std::vector<const LocatedJson*> refused_;  // names of warnings
+};
+
+}  // namespace
+
+fs::path findProject(const fs::path& folder) {
+  std::error_code unknown;
+  for (fs::path at = fs::absolute(folder, unknown).lexically_normal();; at = at.parent_path()) {
+    if (fs::is_regular_file(at / kProjectFile, unknown)) return at / kProjectFile;
+    if (at == at.parent_path()) return {};
+  }
+}
+
+Project readProject(const fs::path& path, std::string text) {
+  Project project;
+  project.path = path;
+  project.source.add(path.lexically_proximate(fs::current_path()), std::move(text));
+  ProjectReader(project).read();
+  return project;
+}
+
+Project readProject(const fs::path& path) {
+  refhost::SourceManager file;
+  loadSource(file, path);
+  return readProject(path, std::string(file.text(0)));
+}
+
+}  // namespace velc

@@ -1,0 +1,71 @@
+#include "cli/source_patterns.h"
+
+#include <fnmatch.h>
+
+#include <algorithm>
+
+namespace velc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<fs::directory_entry> entriesOf(const fs::path& folder) {
+  std::vector<fs::directory_entry> entries;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    entries.push_back(*entry);
+  }
+  return entries;
+}
+
+class Search {
+ public:
+  explicit Search(const fs::path& pattern) : parts_(pattern.begin(), pattern.end()) {}
+
+  // Looks for what matches the parts of the pattern from `part` on.
+  void below(const fs::path& folder, std::size_t part) {
+    if (part == parts_.size()) return;
+    const std::string& name = parts_[part].native();
+    const bool last = part + 1 == parts_.size();
+    if (name == "**") below(folder, part + 1);
+    if (name == "." || name == "..") return below(folder / name, part + 1);
+    std::error_code unknown;
+    for (const auto& entry : entriesOf(folder)) {
+      const fs::path& path = entry.path();
+      const bool isFolder = entry.is_directory(unknown);
+      if (name == "**") {
+        const bool hidden = path.filename().native().front() == '.';
+        // Links may lead in a circle.
+        if (isFolder && !hidden && !entry.is_symlink(unknown)) below(path, part);
+      } else if (fnmatch(name.c_str(), path.filename().c_str(), FNM_PERIOD) == 0) {
+        if (last && entry.is_regular_file(unknown)) found_.push_back(path.lexically_normal());
+        if (!last && isFolder) below(path, part + 1);
+      }
+    }
+  }
+
+  std::vector<std::string> files() {
+    std::sort(found_.begin(), found_.end());
+    found_.erase(std::unique(found_.begin(), found_.end()), found_.end());
+    return {found_.begin(), found_.end()};
+  }
+
+ private:
+  std::vector<fs::path> parts_;
+  std::vector<fs::path> found_;
+};
+
+}  // namespace
+
+bool isPattern(const std::string& name) { return name.find_first_of("*?[") != std::string::npos; }
+
+std::vector<std::string> filesMatching(const fs::path& folder, const std::string& pattern) {
+  const fs::path path(pattern);
+  Search search(path.relative_path());
+  search.below(path.is_absolute() ? path.root_path() : folder, 0);
+  return search.files();
+}
+
+}  // namespace velc

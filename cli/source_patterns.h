@@ -1,0 +1,19 @@
+// Patterns of file names.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace velc {
+
+// True of a name with `*`, `?` or `[`.
+bool isPattern(const std::string& name);
+
+// The files below `folder` that match: `*` and `?` stand for characters of one name, `[...]` for
+// one of several, and `**` between slashes for any number of folders. Ordered by path, without
+// those whose names begin with a dot where the pattern does not.
+std::vector<std::string> filesMatching(const std::filesystem::path& folder,
+                                       const std::string& pattern);
+
+}  // namespace velc
