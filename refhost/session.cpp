@@ -6,6 +6,7 @@
 #include "host/text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
+#include "refhost/editor/program_view.h"
 #include "refhost/emit/file_parts.h"
 #include "refhost/emit/file_writer.h"
 #include "refhost/emit/line_directives.h"
@@ -28,6 +29,7 @@ struct Session::Impl {
 
   Options options;
   SourceManager sources;
+  std::vector<bool> broken;  // by file
   std::optional<Tree> tree{std::in_place};
   // Declared before the plugin, since the operator registry refers to the services.
   Services services;
@@ -61,6 +63,7 @@ struct Session::Impl {
   TestTexts tests;     // likewise
   std::vector<AssertionSite> assertions;
   ValueShapes shapes{names, services.layouts};
+  std::unique_ptr<const ProgramView> view;  // null before it is asked for
 };
 
 namespace {
@@ -159,6 +162,8 @@ bool Session::start(std::string& error) {
 }
 
 void Session::restart() {
+  impl_->view.reset();
+  impl_->broken.clear();
   impl_->found = {};
   impl_->messages.clear();
   impl_->names.clear();
@@ -208,7 +213,9 @@ std::string Session::unitAt(std::uint32_t file, std::uint32_t line) const {
 
 bool Session::analyse(bool tests) {
   for (int file = 0; file < impl_->sources.count(); ++file) {
+    const std::size_t before = impl_->found.count();
     parse(impl_->sources, static_cast<std::uint32_t>(file), *impl_->tree, impl_->found);
+    impl_->broken.push_back(impl_->found.hasErrors(before));
   }
   Prelude prelude(impl_->sources, *impl_->tree, impl_->found);
   Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run(tests);
@@ -216,6 +223,14 @@ bool Session::analyse(bool tests) {
 }
 
 const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
+
+const ProgramView& Session::view() const {
+  if (impl_->view == nullptr) {
+    impl_->view = std::make_unique<const ProgramView>(
+        AnalysedProgram{impl_->sources, *impl_->tree, impl_->services, impl_->broken});
+  }
+  return *impl_->view;
+}
 
 std::string Session::translate(const TranslationOptions& options) {
   const std::size_t first = impl_->startEmission();

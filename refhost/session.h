@@ -22,6 +22,8 @@ class OpManagerAPI;
 
 namespace refhost {
 
+class ProgramView;
+
 enum class Notation : int { Iec = 0, Letters = 1 };
 
 // Sizes of the areas of device memory in bytes, multiples of 8.
@@ -109,6 +111,9 @@ class Session {
   bool analyse(bool tests = false);
   // Those of analyse() by file, line and column, then those of translate(). None is there twice.
   const std::vector<Diagnostic>& messages() const;
+  // What editors ask about the program, once analyse() has run, with errors or without. Valid until
+  // restart(). To be asked before translate(). See refhost/editor/program_view.h.
+  const ProgramView& view() const;
 
   // The C text. Call only after analyse() has returned true. When an operator generates nothing, an
   // error is appended to messages() and the text is empty.

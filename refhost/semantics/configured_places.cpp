@@ -174,6 +174,7 @@ const Expr* ConfiguredPlaces::follow(const std::vector<Expr*>& names, Target& ta
     const std::string_view name = nameOf(*names[i]);
     const bool found = name.empty() ? enterElement(*names[i], target) : enterMember(name, target);
     if (!found) return names[i];
+    if (!name.empty()) names[i]->symbol = target.variable;
   }
   return target.variable != nullptr ? nullptr : names.front();
 }

@@ -163,7 +163,7 @@ void Declarations::declareVariables(UnitSymbol& unit) {
   });
   // Expressions may refer to a constant that was not declared in the end.
   for (auto& [name, constant] : parts_.names.replaceAhead(std::move(outer))) {
-    if (constant != nullptr) withoutPlace_.push_back(std::move(constant));
+    if (constant != nullptr) services_.symbols.keepUndeclared(std::move(constant));
   }
 }
 
@@ -207,7 +207,7 @@ void Declarations::declareVariable(UnitSymbol& unit, const VarBlock& block, VarD
     if (!context_.mayMiss(&unit)) sayRedeclared(name, name.text(), first.declared);
     first.doubtful = first.dataType() != type;
     // Expressions may refer to a constant that was found ahead.
-    withoutPlace_.push_back(std::move(variable));
+    services_.symbols.keepUndeclared(std::move(variable));
   } else {
     if (declaration.edge != Edge::None) detectEdges(*declared, declaration);
     if (!hasErrorFrom(before)) parts_.doubts.judgeConstant(*declared, block);

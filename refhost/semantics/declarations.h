@@ -1,10 +1,8 @@
 // Declarations of units and of their variables.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "refhost/semantics/part.h"
 #include "refhost/semantics/types.h"
@@ -39,8 +37,6 @@ class Declarations : public Part {
   // R_EDGE and F_EDGE: the body sees the edges of the input, not its value.
   void detectEdges(VarSymbol& input, const VarDecl& declaration);
   void checkExternal(UnitSymbol& unit, VarDecl& declaration, const Text& name, const Type* type);
-
-  std::vector<std::unique_ptr<VarSymbol>> withoutPlace_;
 };
 
 }  // namespace refhost

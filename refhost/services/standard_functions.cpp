@@ -73,6 +73,10 @@ bool StandardFunction::takesText(int index) const {
   return index >= inputs() || formals[static_cast<std::size_t>(index)].substr(0, 2) == "IN";
 }
 
+void forEachStandardFunction(const std::function<void(const StandardFunction&)>& visit) {
+  for (const StandardFunction& function : kFunctions) visit(function);
+}
+
 void offerStandardFunctions(Spelling& spelling,
                             const std::function<bool(const StandardFunction&)>& accepts) {
   for (const StandardFunction& function : kFunctions) {

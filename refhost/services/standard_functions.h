@@ -43,6 +43,7 @@ struct StandardFunction {
 
 // Null when there is no such function. The lookup ignores letter case.
 const StandardFunction* standardFunction(std::string_view name);
+void forEachStandardFunction(const std::function<void(const StandardFunction&)>& visit);
 // Offers the functions that `accepts` takes.
 void offerStandardFunctions(Spelling& spelling,
                             const std::function<bool(const StandardFunction&)>& accepts);

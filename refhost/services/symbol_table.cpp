@@ -56,6 +56,7 @@ void SymbolTable::forget() {
   programUnits_.clear();
   unitsByName_.clear();
   globals_.reset();
+  undeclared_.clear();
   namedValues_.clear();
   hasAmbiguous_ = false;
   accesses_.clear();

@@ -83,6 +83,11 @@ class SymbolTable final {
   void setGlobals(std::unique_ptr<UnitSymbol> globals) { globals_ = std::move(globals); }
   // Null when there is no such global variable.
   VarSymbol* global(std::string_view name) const;
+  // Keeps a variable that has no place because its name is taken, for the expressions that refer to
+  // it.
+  void keepUndeclared(std::unique_ptr<VarSymbol> variable) {
+    undeclared_.push_back(std::move(variable));
+  }
   // The program's own units in order of declaration, without operators.
   const std::vector<UnitSymbol*>& units() const { return programUnits_; }
 
@@ -92,6 +97,7 @@ class SymbolTable final {
   std::vector<UnitSymbol*> programUnits_;
   FoldedMap<UnitSymbol*> unitsByName_;  // those of programUnits_
   std::unique_ptr<UnitSymbol> globals_;
+  std::vector<std::unique_ptr<VarSymbol>> undeclared_;
   std::vector<std::unique_ptr<vel::SymbolDataType>> ownedTypes_;
   std::vector<std::unique_ptr<vel::SymbolPOU>> ownedUnits_;
   std::map<std::pair<BasicDataType, int>, std::unique_ptr<StringType>> stringTypes_;

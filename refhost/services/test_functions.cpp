@@ -36,6 +36,10 @@ const TestFunction* testFunction(std::string_view name) {
   return found != std::end(kTestFunctions) ? found : nullptr;
 }
 
+void forEachTestFunction(const std::function<void(const TestFunction&)>& visit) {
+  for (const TestFunction& function : kFunctions) visit(function);
+}
+
 void offerTestFunctions(Spelling& spelling) {
   for (const TestFunction& function : kTestFunctions) spelling.offer(function.name);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "refhost/syntax/expression_kinds.h"
@@ -30,6 +31,7 @@ struct TestFunction {
 
 // Null when there is no such function. The lookup ignores letter case.
 const TestFunction* testFunction(std::string_view name);
+void forEachTestFunction(const std::function<void(const TestFunction&)>& visit);
 void offerTestFunctions(Spelling& spelling);
 // True of the name of a function by which units are replaced or watched, which is not supported.
 bool isMockFunction(std::string_view name);

@@ -134,6 +134,7 @@ unit:
 | TEARDOWN header_end var_blocks statement_list END_TEARDOWN
     { make.testUnit(@$, TestPart::Teardown, make.name(@1), $3, $4); }
 | CONFIGURATION unit_name { make.beginConfiguration($2); } configuration END_CONFIGURATION
+    { make.endConfiguration(@$); }
 | ';'
 ;
 
@@ -432,7 +433,7 @@ configuration:
   %empty
 | configuration configuration_item
 | configuration RESOURCE unit_name processor { make.beginResource($3); } resource END_RESOURCE
-    { make.endResource(); }
+    { make.endResource(@$); }
 | configuration error mistake_end
 ;
 

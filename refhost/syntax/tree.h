@@ -265,6 +265,14 @@ class ConfigurationItem final : public ASTNode {
   Retention retention = Retention::Unsaid;  // of an instance
 };
 
+// A CONFIGURATION or a RESOURCE.
+struct ConfigurationPart {
+  const Text* name;
+  const Text* configuration;  // around a RESOURCE, null if it has no name
+  bool isResource;
+  SourceRange range;
+};
+
 // True if `matches` is true for `root` or one of its descendants. The first leaf is visited by a
 // loop, so that long chains of operators take no stack.
 template <typename Matches>
@@ -318,6 +326,7 @@ class Tree {
   std::vector<VarBlock*> globals;
   std::vector<VarBlock*> configured;   // VAR_CONFIG, whose variables are named by an Expr
   std::vector<const Text*> resources;  // the names of RESOURCEs
+  std::vector<ConfigurationPart> configurations;  // those with a name, resources first
   std::vector<ConfigurationItem*> tasks;
   std::vector<ConfigurationItem*> instances;  // of PROGRAMs, in configurations
   // Names of declarations that are not supported.

@@ -192,6 +192,18 @@ void TreeFactory::beginResource(Value resourceName) {
   if (resource_ != nullptr) tree_.resources.push_back(resource_);
 }
 
+void TreeFactory::endResource(Span span) {
+  if (resource_ != nullptr) {
+    tree_.configurations.push_back({resource_, configuration_, true, errors_.rangeOf(span)});
+  }
+  resource_ = nullptr;
+}
+
+void TreeFactory::endConfiguration(Span span) {
+  if (configuration_ == nullptr) return;
+  tree_.configurations.push_back({configuration_, nullptr, false, errors_.rangeOf(span)});
+}
+
 ConfigurationItem* TreeFactory::configurationItem(NodeKind kind) {
   auto* node = tree_.make<ConfigurationItem>(kind);
   node->configuration = configuration_;

@@ -123,7 +123,8 @@ class TreeFactory {
   // Configurations.
   void beginConfiguration(Value configurationName);
   void beginResource(Value resourceName);
-  void endResource() { resource_ = nullptr; }
+  void endResource(Span span);
+  void endConfiguration(Span span);
   void task(Span span, Span taskName, Span parameters, NodeList arguments);
   void programInstance(Span span, Qualifiers qualifiers, Span instanceName, Value task,
                        Span program, Span parameters, NodeList arguments);

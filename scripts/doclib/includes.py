@@ -49,9 +49,12 @@ PARTS = {
                               "refhost/syntax refhost/basis hostkit core/interfaces host"),
     "refhost/emit": Part(r"refhost/emit/.*", "refhost/semantics refhost/services refhost/syntax "
                          "refhost/basis hostkit core/interfaces host"),
+    "refhost/editor": Part(r"refhost/editor/.*", "refhost/semantics refhost/prelude refhost/services "
+                           "refhost/syntax refhost/basis hostkit core/interfaces host"),
     "refhost/session": Part(r"refhost/(session|test_program|value_shape)\..*",
-                            "refhost/emit refhost/semantics refhost/prelude refhost/services "
-                            "refhost/syntax refhost/basis hostkit core/interfaces host"),
+                            "refhost/editor refhost/emit refhost/semantics refhost/prelude "
+                            "refhost/services refhost/syntax refhost/basis hostkit "
+                            "core/interfaces host"),
     # Generated programs are built on other machines.
     "runtime": Part(r"runtime/.*", "", C),
     # Runs where velc does.
