@@ -1,0 +1,139 @@
+#include "refhost/editor/outline.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "hostkit/folding.h"
+
+namespace refhost {
+
+using vel::TreeBuilder;
+
+namespace {
+
+// White space and comments between words become one blank.
+std::string inOneLine(std::string_view source) {
+  std::string line;
+  for (const char c : source) {
+    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+    if (blank && (line.empty() || line.back() == ' ')) continue;
+    line += blank ? ' ' : c;
+  }
+  return line;
+}
+
+std::string detailOf(const SymbolInfo& symbol) {
+  const ASTNode* spec = nullptr;
+  switch (symbol.kind) {
+    case SymbolKind::Function:
+      spec = symbol.node->leaf(Unit::kReturnType);
+      break;
+    case SymbolKind::Instance:
+      return std::string(TreeBuilder::source(*symbol.node->leaf(1)->leaf(0)));
+    case SymbolKind::Type:
+      spec = symbol.node->leaf(1);
+      break;
+    case SymbolKind::Value:
+      spec = symbol.node->leaf(1);
+      break;
+    default:
+      if (isVariable(symbol.kind) || symbol.kind == SymbolKind::Member) {
+        spec = symbol.node->leaf(VarDecl::kType);
+      }
+      break;
+  }
+  if (spec == nullptr) return {};
+  if (spec->type() == vel::ASTType::StructTypeSpec) return "STRUCT";
+  return inOneLine(TreeBuilder::source(*spec));
+}
+
+std::string titleOf(const SymbolInfo& symbol) {
+  const bool quoted = symbol.kind == SymbolKind::Test && symbol.name.size() > 2;
+  return quoted ? symbol.name.substr(1, symbol.name.size() - 2) : symbol.name;
+}
+
+bool isIn(const SymbolInfo& symbol, std::uint32_t file) {
+  return !symbol.standard && symbol.isDeclared() && !symbol.name.empty() &&
+         symbol.nameRange.begin.file() == file;
+}
+
+bool contains(const SourceRange& whole, const SourceRange& part) {
+  return whole.begin.file() == part.begin.file() && whole.begin.offset() <= part.begin.offset() &&
+         part.begin.offset() + part.length <= whole.begin.offset() + whole.length;
+}
+
+OutlineItem itemOf(const ProgramView& view, SymbolId id, std::uint32_t file) {
+  const Symbols& symbols = view.symbols();
+  const SymbolInfo& symbol = symbols[id];
+  OutlineItem item{titleOf(symbol), detailOf(symbol), symbol.kind, symbol.constant,
+                   symbol.extent,   symbol.nameRange, {}};
+  for (const SymbolId part : symbols.partsOf(id)) {
+    if (isIn(symbols[part], file)) item.parts.push_back(itemOf(view, part, file));
+  }
+  return item;
+}
+
+void sort(std::vector<OutlineItem>& items) {
+  std::stable_sort(items.begin(), items.end(), [](const OutlineItem& a, const OutlineItem& b) {
+    return a.nameRange.begin.offset() < b.nameRange.begin.offset();
+  });
+}
+
+// True if the letters of `query` stand in `name` in this order.
+bool matches(std::string_view name, std::string_view query) {
+  for (const char c : name) {
+    if (query.empty()) break;
+    if (hostkit::toLower(c) == hostkit::toLower(query[0])) query.remove_prefix(1);
+  }
+  return query.empty();
+}
+
+}  // namespace
+
+std::vector<OutlineItem> outlineOf(const ProgramView& view, std::uint32_t file) {
+  const Symbols& symbols = view.symbols();
+  std::vector<OutlineItem> items;
+  std::vector<OutlineItem> globals;
+  for (SymbolId id = 0; id < symbols.count(); ++id) {
+    const SymbolInfo& symbol = symbols[id];
+    if (symbol.container != kNoSymbol || !isIn(symbol, file)) continue;
+    const bool global = symbol.kind == SymbolKind::Global;
+    (global ? globals : items).push_back(itemOf(view, id, file));
+  }
+  // Global variables may be declared in a unit or a configuration.
+  for (OutlineItem& global : globals) {
+    const auto owner = std::find_if(items.begin(), items.end(), [&](const OutlineItem& item) {
+      return contains(item.range, global.range);
+    });
+    if (owner == items.end()) {
+      items.push_back(std::move(global));
+    } else {
+      owner->parts.push_back(std::move(global));
+      sort(owner->parts);
+    }
+  }
+  sort(items);
+  return items;
+}
+
+std::vector<FoundSymbol> findSymbols(const ProgramView& view, std::string_view query) {
+  const Symbols& symbols = view.symbols();
+  std::vector<FoundSymbol> found;
+  for (SymbolId id = 0; id < symbols.count(); ++id) {
+    const SymbolInfo& symbol = symbols[id];
+    if (symbol.standard || symbol.name.empty() || symbol.nameRange.length == 0) continue;
+    if (query.empty() ? symbol.container != kNoSymbol : !matches(symbol.name, query)) continue;
+    const bool inner = symbol.container != kNoSymbol;
+    found.push_back({id, titleOf(symbol), inner ? titleOf(symbols[symbol.container]) : "",
+                     symbol.kind, symbol.nameRange});
+  }
+  const auto rank = [query](const FoundSymbol& symbol) {
+    const std::string_view begin = std::string_view(symbol.name).substr(0, query.size());
+    return std::tuple(!vel::equalIgnoringCase(begin, query), symbol.name.size());
+  };
+  std::stable_sort(found.begin(), found.end(),
+                   [&](const FoundSymbol& a, const FoundSymbol& b) { return rank(a) < rank(b); });
+  return found;
+}
+
+}  // namespace refhost
