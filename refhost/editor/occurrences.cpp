@@ -345,7 +345,7 @@ class Walk {
       const SymbolId type = symbols_.ofType(text.substr(0, mark));
       add(expr.pos(), mark, type, Lookup::Type);
       SymbolId value = symbols_.of(expr.symbol);
-      if (value == kNoSymbol) value = symbols_.valueOf(type, text.substr(mark + 1));
+      if (value == kNoSymbol) value = symbols_.partOf(type, text.substr(mark + 1));
       const auto skipped = static_cast<std::uint32_t>(mark) + 1;
       add(vel::TextLocation(expr.pos().file(), expr.pos().offset() + skipped),
           text.size() - skipped, value, Lookup::Qualified);
@@ -372,7 +372,7 @@ class Walk {
     if (isValue || (base.kind == ExprKind::Variable && base.symbol == nullptr)) {
       const std::string_view typeName = TreeBuilder::source(base);
       const SymbolId type = symbols_.ofType(typeName);
-      const SymbolId value = isValue ? member : symbols_.valueOf(type, TreeBuilder::source(name));
+      const SymbolId value = isValue ? member : symbols_.partOf(type, TreeBuilder::source(name));
       const bool variable = !isValue && symbols_.variable(typeName, unit_) != kNoSymbol;
       if (type != kNoSymbol && !variable && symbols_[type].kind != SymbolKind::Structure) {
         add(base, type, Lookup::Name);

@@ -166,7 +166,7 @@ void Symbols::addParts(const ASTNode& spec, SymbolId owner, SymbolId unit) {
       const ASTNode& part = *spec.leaf(i);
       if (enumeration) {
         const Text& name = nameOf(part);
-        const SymbolId known = valueOf(owner, name.text());
+        const SymbolId known = partOf(owner, name.text());
         if (known != kNoSymbol) {
           byName_.emplace(&name, known);
           continue;
@@ -348,8 +348,8 @@ SymbolId Symbols::value(std::string_view name, SymbolId unit) const {
   return found(scopes_.at(kNoSymbol).values, name);
 }
 
-SymbolId Symbols::valueOf(SymbolId type, std::string_view name) const {
-  const auto at = parts_.find(type);
+SymbolId Symbols::partOf(SymbolId owner, std::string_view name) const {
+  const auto at = parts_.find(owner);
   return at != parts_.end() ? found(at->second, name) : kNoSymbol;
 }
 

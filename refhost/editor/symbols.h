@@ -93,7 +93,8 @@ class Symbols {
   SymbolId global(std::string_view name) const { return variableOf(kNoSymbol, name); }
   // The value of an enumeration without its type, if only one has it.
   SymbolId value(std::string_view name, SymbolId unit) const;
-  SymbolId valueOf(SymbolId type, std::string_view name) const;
+  // A member or a value of a type, or of a variable whose type has no name.
+  SymbolId partOf(SymbolId owner, std::string_view name) const;
   // The SETUP whose variables a TEST or TEARDOWN sees.
   SymbolId setupOf(SymbolId unit) const;
   // A name that is the language's own: of an operator, a function or an elementary type.

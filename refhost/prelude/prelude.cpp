@@ -20,6 +20,22 @@ bool occurs(std::string_view name) {
 
 }  // namespace
 
+std::vector<PreludeUnit> preludeUnits() {
+  constexpr std::string_view kFunction = "FUNCTION ";
+  constexpr std::string_view kBlock = "FUNCTION_BLOCK ";
+  std::vector<PreludeUnit> units;
+  for (std::size_t at = 0; at < kText.size();) {
+    const std::size_t end = std::min(kText.find('\n', at), kText.size());
+    std::string_view line = kText.substr(at, end - at);
+    at = end + 1;
+    const bool isBlock = line.substr(0, kBlock.size()) == kBlock;
+    if (!isBlock && line.substr(0, kFunction.size()) != kFunction) continue;
+    line.remove_prefix(isBlock ? kBlock.size() : kFunction.size());
+    units.push_back({line.substr(0, line.find_first_of(" :;\r")), isBlock});
+  }
+  return units;
+}
+
 Unit* Prelude::unit(std::string_view name) {
   // Most undeclared names are mistakes of the program, for which nothing need be parsed.
   if (!parsed_ && !occurs(name)) return nullptr;

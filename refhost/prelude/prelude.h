@@ -1,6 +1,9 @@
 // The standard's function blocks and functions that are written in Structured Text.
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 #include "hostkit/folding.h"
 #include "refhost/diagnostics.h"
 #include "refhost/syntax/source.h"
@@ -9,6 +12,14 @@
 namespace refhost {
 
 class Spelling;
+
+struct PreludeUnit {
+  std::string_view name;
+  bool isBlock;  // a function block, no function
+};
+
+// All units of the prelude. Its text is not parsed for them.
+std::vector<PreludeUnit> preludeUnits();
 
 class Prelude {
  public:
