@@ -13,6 +13,7 @@ void addRunCommand(CommandLine& line);
 void addBuildCommand(CommandLine& line);
 void addTestCommand(CommandLine& line);
 void addMemoryCommand(CommandLine& line);
+void addLspCommand(CommandLine& line);
 void addExplainCommand(CommandLine& line);
 void addHelpCommand(CommandLine& line);
 

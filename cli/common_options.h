@@ -35,4 +35,9 @@ struct CommonOptions {
   ColourChoice colour = ColourChoice::Auto;
 };
 
+// The plugin and its add-ons; throws Failure when there is none.
+std::vector<std::string> librariesOf(const CommonOptions& common);
+// Throws Failure when there is no plugin.
+refhost::Options sessionOptions(const CommonOptions& common);
+
 }  // namespace velc

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cli/paths.h"
+#include "cli/uri.h"
 #include "core/case_folding.h"
 
 namespace velc {
@@ -20,6 +22,12 @@ std::vector<const Explanation*> explanationsOf(std::string_view topic) {
     if (vel::equalIgnoringCase(candidate.name, topic)) found.push_back(candidate.explanation);
   }
   return found;
+}
+
+std::string explanationUri(std::string_view topic) {
+  if (explanationsOf(topic).empty()) return {};
+  const std::string page = messagesPage();
+  return page.empty() ? page : fileUri(page) + '#' + std::string(topic);
 }
 
 std::vector<Topic> topicsOf(Explanation::Kind kind) {

@@ -1,6 +1,7 @@
 // The pages of docs/ that are built into velc.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +19,9 @@ struct Explanation {
 // keyword, a type, a standard function or function block. `topic` is a code ("0xC0032") or a name,
 // in any letter case. Only a word can have several. Empty for all else.
 std::vector<const Explanation*> explanationsOf(std::string_view topic);
+
+// The address of an explanation on the installed page of all of them; empty if there is none.
+std::string explanationUri(std::string_view topic);
 
 struct Topic {
   std::string_view name;

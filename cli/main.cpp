@@ -25,6 +25,7 @@ int execute(int argc, char** argv) {
   addBuildCommand(line);
   addTestCommand(line);
   addMemoryCommand(line);
+  addLspCommand(line);
   addExplainCommand(line);
   addHelpCommand(line);
   return line.execute(argc, argv);

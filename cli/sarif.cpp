@@ -3,14 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
-#include <cstring>
-#include <filesystem>
 #include <iterator>
 #include <map>
 
 #include "cli/diagnostics_printer.h"
 #include "cli/explanations.h"
+#include "cli/uri.h"
 #include "host/ast_node_helper.h"
 
 namespace velc {
@@ -18,18 +16,6 @@ namespace velc {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-// Keeps relative paths, which services resolve against the root of the repository.
-std::string uriOf(const std::string& path) {
-  const std::filesystem::path normal = std::filesystem::path(path).lexically_normal();
-  std::string uri = normal.is_absolute() ? "file://" : "";
-  for (const char c : normal.generic_string()) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool plain = byte < 0x80 && (std::isalnum(byte) != 0 || std::strchr("/-._~", c));
-    uri += plain ? std::string(1, c) : fmt::format("%{:02X}", byte);
-  }
-  return uri;
-}
 
 Json ruleOf(const refhost::Diagnostic& message, const std::string& pages) {
   const std::string code = codeText(message);
@@ -40,13 +26,14 @@ Json ruleOf(const refhost::Diagnostic& message, const std::string& pages) {
     const Explanation* const explanation = explanations.front();
     rule["shortDescription"] = {{"text", explanation->title}};
     rule["help"] = {{"text", explanation->text}, {"markdown", explanation->text}};
-    if (!pages.empty()) rule["helpUri"] = uriOf(pages) + "#" + code;
+    if (!pages.empty()) rule["helpUri"] = fileUri(pages) + "#" + code;
   }
   return rule;
 }
 
+// Services resolve relative paths against the root of the repository.
 Json artifactOf(const refhost::SourceManager& sources, const refhost::SourceRange& range) {
-  return {{"uri", uriOf(sources.path(range.begin.file()))}};
+  return {{"uri", fileUri(sources.path(range.begin.file()))}};
 }
 
 Json regionJson(const refhost::SourceManager& sources, const refhost::SourceRange& range) {

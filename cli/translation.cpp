@@ -6,31 +6,14 @@
 #include <set>
 
 #include "cli/failure.h"
-#include "cli/paths.h"
 #include "cli/progress.h"
 #include "cli/report.h"
 #include "cli/source_files.h"
 
 namespace velc {
 
-std::vector<std::string> librariesOf(const CommonOptions& common) {
-  std::vector<std::string> libraries =
-      common.plugins.empty() ? common.projectPlugins : common.plugins;
-  if (libraries.empty()) libraries.emplace_back();
-  if (libraries.front().empty()) libraries.front() = pluginPath();
-  return libraries;
-}
-
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
-  refhost::Options options;
-  const std::vector<std::string> libraries = librariesOf(common);
-  options.pluginPath = libraries.front();
-  options.addOnPaths.assign(libraries.begin() + 1, libraries.end());
-  options.localIo = common.localIo;
-  options.notation = common.notation;
-  options.memory = common.memory;
-  options.warnings = common.warnings;
-  auto session = std::make_unique<refhost::Session>(options);
+  auto session = std::make_unique<refhost::Session>(sessionOptions(common));
   std::string error;
   if (!session->start(error)) throw Failure(error);
   return session;

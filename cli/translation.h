@@ -11,9 +11,6 @@
 
 namespace velc {
 
-// The plugin and its add-ons; throws Failure when there is none.
-std::vector<std::string> librariesOf(const CommonOptions& common);
-
 // A session with its plugin loaded; throws Failure.
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common);
 

@@ -36,6 +36,7 @@ struct Session::Impl {
   PluginLibrary plugin;
   Diagnostics found;
   std::vector<Diagnostic> messages;
+  std::vector<std::string> missing;
 
   // Every message of the session passes through here on its way out. Returns false if there is an
   // error among those from index `first` on.
@@ -166,6 +167,7 @@ void Session::restart() {
   impl_->broken.clear();
   impl_->found = {};
   impl_->messages.clear();
+  impl_->missing.clear();
   impl_->names.clear();
   impl_->shapes.clear();
   impl_->tests = {};
@@ -218,11 +220,14 @@ bool Session::analyse(bool tests) {
     impl_->broken.push_back(impl_->found.hasErrors(before));
   }
   Prelude prelude(impl_->sources, *impl_->tree, impl_->found);
-  Analyser(impl_->services, *impl_->tree, prelude, impl_->found).run(tests);
+  Analyser analyser(impl_->services, *impl_->tree, prelude, impl_->found);
+  analyser.run(tests);
+  impl_->missing.assign(analyser.missingNames().begin(), analyser.missingNames().end());
   return impl_->publish(0);
 }
 
 const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
+const std::vector<std::string>& Session::missingNames() const { return impl_->missing; }
 
 const ProgramView& Session::view() const {
   if (impl_->view == nullptr) {

@@ -114,6 +114,9 @@ class Session {
   // What editors ask about the program, once analyse() has run, with errors or without. Valid until
   // restart(). To be asked before translate(). See refhost/editor/program_view.h.
   const ProgramView& view() const;
+  // The names that analyse() has found to be used, but declared in none of the sources, and that
+  // another file could declare.
+  const std::vector<std::string>& missingNames() const;
 
   // The C text. Call only after analyse() has returned true. When an operator generates nothing, an
   // error is appended to messages() and the text is empty.

@@ -13,6 +13,9 @@ class Analyser {
 
   // With `tests` the unit tests are analysed, too, and PROGRAMs take the form that these need.
   void run(bool tests = false);
+  // The names of units, types, values and global variables that the program uses and no file
+  // declares, those that a part with syntax errors may declare included.
+  const std::set<std::string>& missingNames() const { return context_.missing; }
 
  private:
   void analyseUnit(UnitSymbol& unit);

@@ -129,6 +129,7 @@ void Configurations::declareInstance(const ConfigurationItem& node) {
   if (instance.program == nullptr || instance.program->type() != vel::POUType::Program) {
     misnamed_ = true;
     if (instance.program != nullptr || !tree_.incomplete) {
+      context_.noteMissing(type);
       Remarks& said = say(*instance.connections, message::kNotAProgram, type);
       Spelling spelling(type);
       for (const UnitSymbol* const unit : services_.symbols.units()) {

@@ -249,6 +249,7 @@ void Declarations::checkExternal(UnitSymbol& unit, VarDecl& declaration, const T
                                  const Type* type) {
   const VarSymbol* const global = services_.symbols.global(name.text());
   if (global == nullptr) {
+    context_.noteMissing(name.text());
     if (!context_.mayMiss(&unit)) {
       parts_.suggestions.addGlobal(say(name, message::kNoGlobal, name.text()), name, name.text());
     }

@@ -160,6 +160,7 @@ void Calls::checkOperands(const Call& call) {
   if (call.traits()->has(OperatorTraits::kGivesAddress) && leavesNameToOperator(call, 0) &&
       !services_.memory.parse(name, address)) {
     const bool known = services_.symbols.find(name, {}, Symbol::All) != nullptr;
+    context_.noteMissing(name);
     Remarks& said = say(*list->leaf(0), known ? message::kNotAValue : message::kUnknownName, name);
     const Seeking seeking(context_, Sought::Place);
     if (!known) parts_.suggestions.addName(said, *list->leaf(0), name, nullptr);

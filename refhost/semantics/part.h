@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -40,6 +41,9 @@ struct Context {
     unknownParts.clear();
   }
 
+  // Notes a name that no file declares; `Color#Red` for a value of a type.
+  void noteMissing(std::string_view name) { missing.emplace(name.substr(0, name.find('#'))); }
+
   // True of a name that may be declared by a part of the program which could not be parsed.
   bool isExcused(std::string_view name) const {
     return mayMiss(unit) || tree.refused.count(name) != 0;
@@ -61,7 +65,8 @@ struct Context {
   FoldedMap<bool> unknown;  // names that have been reported as unknown in the unit
   // The same for members and parameters, by their types, units and operators.
   std::unordered_map<const void*, FoldedMap<bool>> unknownParts;
-  FoldedMap<bool> hidden;  // names of units that operators have
+  std::set<std::string> missing;  // names that other files may declare
+  FoldedMap<bool> hidden;         // names of units that operators have
 };
 
 // Sets what is sought until it goes out of scope.
@@ -111,6 +116,7 @@ class Part {
   // Reports each name once in a unit. The name must outlive the analysis. Null if it is not
   // reported.
   Remarks* sayUnknown(const ASTNode& where, const MessageFormat& format, std::string_view name) {
+    context_.noteMissing(name);
     if (context_.isExcused(name)) return nullptr;
     return context_.unknown.emplace(name, true).second ? &say(where, format, name) : nullptr;
   }

@@ -51,7 +51,7 @@ PARTS = {
                          "refhost/basis hostkit core/interfaces host"),
     "refhost/editor": Part(r"refhost/editor/.*", "refhost/semantics refhost/prelude refhost/services "
                            "refhost/syntax refhost/basis hostkit core/interfaces host"),
-    "refhost/session": Part(r"refhost/(session|test_program|value_shape)\..*",
+    "refhost/session": Part(r"refhost/(session|test_program|value_shape|neighbours)\..*",
                             "refhost/editor refhost/emit refhost/semantics refhost/prelude "
                             "refhost/services refhost/syntax refhost/basis hostkit "
                             "core/interfaces host"),
@@ -61,7 +61,14 @@ PARTS = {
     "cli/harness": Part(r"cli/harness/.*", "runtime"),
     # A tool of the build, which reads the plugin's table.
     "cli/operator_order": Part(r"cli/operator_order\.cpp", "core hostkit"),
-    "cli": Part(r"cli/.*", "refhost/session refhost/syntax refhost/basis hostkit runtime "
+    # What the commands and the language server share; it prints nothing.
+    "cli/shared": Part(r"cli/(colours|common_options|diagnostics_printer|counted|excerpt|explanations|"
+                       r"failure|local_io|located_json|paths|project|source_files|source_patterns|"
+                       r"uri)\..*",
+                       "refhost/session refhost/syntax refhost/basis hostkit core/interfaces host"),
+    "lsp": Part(r"lsp/.*", "cli/shared refhost/session refhost/syntax refhost/basis hostkit "
+                "core/interfaces host"),
+    "cli": Part(r"cli/.*", "lsp cli/shared refhost/session refhost/syntax refhost/basis hostkit runtime "
                 "cli/harness core/interfaces host"),
 }
 

@@ -1,0 +1,37 @@
+#include "lsp/analysed.h"
+
+namespace lsp {
+
+const Lines& Analysed::linesOf(std::uint32_t file) const {
+  const auto known = lines_.find(file);
+  if (known != lines_.end()) return known->second;
+  return lines_.try_emplace(file, session_->sources().text(file), documents_->encoding)
+      .first->second;
+}
+
+vel::TextLocation Analysed::place(Position position) const {
+  return vel::TextLocation(file_, static_cast<std::uint32_t>(linesOf(file_).offset(position)));
+}
+
+Position Analysed::position(vel::TextLocation place) const {
+  return linesOf(place.file()).position(place.offset());
+}
+
+Json Analysed::range(const refhost::SourceRange& range) const {
+  const vel::TextLocation end(range.begin.file(), range.begin.offset() + range.length);
+  return {{"start", toJson(position(range.begin))}, {"end", toJson(position(end))}};
+}
+
+std::string Analysed::uri(std::uint32_t file) const {
+  return documents_->uriOf(session_->sources().path(file));
+}
+
+Json Analysed::location(const refhost::SourceRange& where) const {
+  return {{"uri", uri(where.begin.file())}, {"range", range(where)}};
+}
+
+Json Analysed::edit(const refhost::SourceRange& where, const std::string& text) const {
+  return {{"range", range(where)}, {"newText", text}};
+}
+
+}  // namespace lsp

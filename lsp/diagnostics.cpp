@@ -1,0 +1,109 @@
+#include "lsp/diagnostics.h"
+
+#include <fmt/format.h>
+
+#include "cli/diagnostics_printer.h"
+#include "cli/explanations.h"
+#include "lsp/workspace.h"
+#include "refhost/messages.h"
+
+namespace lsp {
+
+namespace {
+
+constexpr int kError = 1, kWarning = 2;
+constexpr int kUnnecessary = 1;
+
+// What an editor may show faded: it can go.
+bool isUnnecessary(unsigned int code) {
+  using namespace refhost::message;
+  return code == kNeverUsed.code || code == kNeverRead.code || code == kUnusedInProgram.code ||
+         code == kUnreachable.code;
+}
+
+Json diagnosticOf(const refhost::Diagnostic& message, Json range) {
+  Json diagnostic = {{"range", std::move(range)},
+                     {"severity", message.severity == refhost::Severity::Error ? kError : kWarning},
+                     {"source", "velc"},
+                     {"message", message.text}};
+  if (message.code == 0) return diagnostic;
+  diagnostic["code"] = velc::codeText(message);
+  const std::string page = velc::explanationUri(velc::codeText(message));
+  if (!page.empty()) diagnostic["codeDescription"] = {{"href", page}};
+  if (isUnnecessary(message.code)) diagnostic["tags"] = {kUnnecessary};
+  return diagnostic;
+}
+
+Json diagnosticOf(const Analysed& analysed, const refhost::Diagnostic& message) {
+  Json diagnostic = diagnosticOf(message, analysed.range(message.range));
+  Json related = Json::array();
+  for (const refhost::Note& note : message.notes) {
+    if (!analysed.isFile(note.range.begin.file())) continue;
+    related.push_back({{"location", analysed.location(note.range)}, {"message", note.text}});
+  }
+  if (!related.empty()) diagnostic["relatedInformation"] = std::move(related);
+  return diagnostic;
+}
+
+bool overlap(const refhost::SourceRange& range, vel::TextLocation begin, vel::TextLocation end) {
+  return range.begin.file() == begin.file() && range.begin.offset() <= end.offset() &&
+         begin.offset() <= range.begin.offset() + range.length;
+}
+
+Json codeActions(Workspace& workspace, const Json& params) {
+  Json actions = Json::array();
+  const auto analysed = workspace.analysed(pathIn(params));
+  if (!analysed) return actions;
+  const vel::TextLocation begin = analysed->place(positionFrom(params.at("range").at("start")));
+  const vel::TextLocation end = analysed->place(positionFrom(params.at("range").at("end")));
+  for (const refhost::Diagnostic& message : analysed->session().messages()) {
+    if (!overlap(message.range, begin, end)) continue;
+    for (const refhost::Fix& fix : message.fixes) {
+      const Json edits = Json::array({analysed->edit(fix.range, fix.replacement)});
+      actions.push_back(
+          {{"title", fmt::format("Write '{}'", fix.replacement)},
+           {"kind", "quickfix"},
+           {"diagnostics", Json::array({diagnosticOf(*analysed, message)})},
+           {"isPreferred", message.fixes.size() == 1},
+           {"edit", {{"changes", {{analysed->uri(fix.range.begin.file()), edits}}}}}});
+    }
+  }
+  return actions;
+}
+
+}  // namespace
+
+std::map<std::string, Json> diagnosticsByFile(const Analysed& analysed) {
+  std::map<std::string, Json> files;
+  const refhost::SourceManager& sources = analysed.session().sources();
+  for (std::uint32_t file = 0; file < analysed.fileCount(); ++file) {
+    files[sources.path(file)] = Json::array();
+  }
+  for (const refhost::Diagnostic& message : analysed.session().messages()) {
+    const std::uint32_t file = message.range.begin.file();
+    if (!analysed.isFile(file)) continue;
+    files[sources.path(file)].push_back(diagnosticOf(analysed, message));
+  }
+  return files;
+}
+
+Json diagnosticsOf(const refhost::SourceManager& source,
+                   const std::vector<refhost::Diagnostic>& faults, Encoding encoding) {
+  Json all = Json::array();
+  const Lines lines(source.text(0), encoding);
+  for (const refhost::Diagnostic& fault : faults) {
+    const std::size_t begin = fault.range.begin.offset();
+    all.push_back(
+        diagnosticOf(fault, {{"start", toJson(lines.position(begin))},
+                             {"end", toJson(lines.position(begin + fault.range.length))}}));
+  }
+  return all;
+}
+
+void addCodeActions(Rpc& rpc, Workspace& workspace, Json& capabilities) {
+  capabilities["codeActionProvider"] = {{"codeActionKinds", {"quickfix"}}};
+  rpc.onRequest("textDocument/codeAction",
+                [&workspace](const Json& params) { return codeActions(workspace, params); });
+}
+
+}  // namespace lsp

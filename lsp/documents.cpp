@@ -1,0 +1,76 @@
+#include "lsp/documents.h"
+
+#include "cli/uri.h"
+
+namespace lsp {
+
+namespace {
+
+void apply(const Json& change, Encoding encoding, std::string& text) {
+  const std::string& replacement = change.at("text").get_ref<const std::string&>();
+  const auto range = change.find("range");
+  if (range == change.end() || range->is_null()) {
+    text = replacement;
+    return;
+  }
+  const Lines lines(text, encoding);
+  const std::size_t begin = lines.offset(positionFrom(range->at("start")));
+  const std::size_t end = lines.offset(positionFrom(range->at("end")));
+  if (end < begin) throw RequestError(ErrorCode::InvalidParams, "a range ends before its start");
+  text.replace(begin, end - begin, replacement);
+}
+
+}  // namespace
+
+std::string pathIn(const Json& params) {
+  return velc::pathOfUri(params.at("textDocument").at("uri").get<std::string>());
+}
+
+Json toJson(Position position) {
+  return {{"line", position.line}, {"character", position.character}};
+}
+
+Position positionFrom(const Json& json) {
+  return {json.at("line").get<std::uint32_t>(), json.at("character").get<std::uint32_t>()};
+}
+
+const Document* Documents::didOpen(const Json& params) {
+  const Json& given = params.at("textDocument");
+  Document document;
+  document.uri = given.at("uri").get<std::string>();
+  document.path = pathIn(params);
+  document.version = given.value("version", std::int64_t{0});
+  document.text = given.at("text").get<std::string>();
+  return &(documents_[document.path] = document);
+}
+
+const Document* Documents::didChange(const Json& params) {
+  const auto found = documents_.find(pathIn(params));
+  if (found == documents_.end()) return nullptr;
+  Document& document = found->second;
+  const auto version = params.at("textDocument").find("version");
+  if (version != params.at("textDocument").end() && version->is_number())
+    document.version = *version;
+  for (const Json& change : params.at("contentChanges")) {
+    apply(change, encoding, document.text);
+  }
+  return &document;
+}
+
+std::string Documents::didClose(const Json& params) {
+  std::string path = pathIn(params);
+  documents_.erase(path);
+  return path;
+}
+
+const Document* Documents::find(const std::string& path) const {
+  const auto found = documents_.find(path);
+  return found != documents_.end() ? &found->second : nullptr;
+}
+
+std::string Documents::uriOf(const std::string& path) const {
+  const Document* const document = find(path);
+  return document != nullptr ? document->uri : velc::fileUri(path);
+}
+
+}  // namespace lsp

@@ -1,0 +1,33 @@
+#include "lsp/projects.h"
+
+#include <filesystem>
+
+namespace lsp {
+
+std::shared_ptr<const velc::Project> Projects::of(const std::string& file) {
+  const std::filesystem::path path(file);
+  if (!path.is_absolute()) return nullptr;
+  const std::string found = velc::findProject(path.parent_path());
+  if (found.empty()) return nullptr;
+  std::string text;
+  const Document* const open = documents_.find(found);
+  if (open != nullptr) {
+    text = open->text;
+  } else if (!disk_.read(found, text)) {
+    return nullptr;
+  }
+  Known& known = known_[found];
+  if (known.project == nullptr || known.stale || known.text != text) {
+    auto project = std::make_shared<const velc::Project>(velc::readProject(found, text));
+    // The same object stands for the same settings, with which a session goes on.
+    const bool same = known.project != nullptr && known.text == text &&
+                      known.project->files == project->files &&
+                      known.project->faults.size() == project->faults.size();
+    if (!same) known.project = std::move(project);
+    known.text = std::move(text);
+    known.stale = false;
+  }
+  return known.project;
+}
+
+}  // namespace lsp

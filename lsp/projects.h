@@ -1,0 +1,38 @@
+// Which project a document belongs to.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "cli/project.h"
+#include "lsp/disk.h"
+#include "lsp/documents.h"
+
+namespace lsp {
+
+class Projects {
+ public:
+  Projects(const Documents& documents, Disk& disk) : documents_(documents), disk_(disk) {}
+
+  // The project of a file, by the velops.json in its folder or above; null for none. A project that
+  // has not changed is the same object.
+  std::shared_ptr<const velc::Project> of(const std::string& file);
+  // Has the sources of all projects looked for again.
+  void forget() {
+    for (auto& [path, known] : known_) known.stale = true;
+  }
+
+ private:
+  struct Known {
+    bool stale = false;
+    std::string text;
+    std::shared_ptr<const velc::Project> project;
+  };
+
+  const Documents& documents_;
+  Disk& disk_;
+  std::map<std::string, Known> known_;
+};
+
+}  // namespace lsp

@@ -1,0 +1,118 @@
+#include "lsp/test_runs.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "hostkit/encoding.h"
+#include "lsp/disk.h"
+#include "refhost/syntax/source.h"
+
+namespace lsp {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kRunTests = "velc.runTests";
+constexpr int kError = 1, kMessageError = 1, kMessageInfo = 3;
+
+// The failure in words: the assertion, its text and the values of its operands.
+std::string textOf(const Json& failure) {
+  std::string text = failure.value("assertion", "");
+  const std::string said = failure.value("text", "");
+  if (!said.empty()) text += (text.empty() ? "" : ": ") + said;
+  for (const Json& value : failure.at("values")) {
+    const std::string expression = value.at("expression");
+    const std::string shown = value.at("value");
+    text += "\n" + (expression == shown ? shown : expression + " = " + shown);
+  }
+  return text;
+}
+
+}  // namespace
+
+void TestRuns::add(Json& capabilities) {
+  capabilities["executeCommandProvider"] = {{"commands", {kRunTests}}};
+  rpc_.onRequest("workspace/executeCommand", [this](const Json& params) {
+    if (params.at("command") != kRunTests) {
+      throw RequestError(ErrorCode::InvalidParams, "the command is " + std::string(kRunTests));
+    }
+    start(params.at("arguments"));
+    return Json();
+  });
+}
+
+void TestRuns::forgetFailures() {
+  if (publisher_.hasFindings()) publisher_.setFindings({});
+}
+
+void TestRuns::start(const Json& arguments) {
+  const std::string uri = arguments.at(0);
+  const std::string path = pathIn({{"textDocument", {{"uri", uri}}}});
+  const auto run = workspace_.programFor(path);
+  if (!run) throw RequestError(ErrorCode::RequestFailed, path + " is not open");
+  folder_ = run->folder;
+  std::vector<std::string> command = {fs::read_symlink("/proc/self/exe"), "test", "--format",
+                                      "json"};
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    command.insert(command.end(), {"--filter", arguments[i].get<std::string>()});
+  }
+  command.insert(command.end(), run->arguments.begin(), run->arguments.end());
+  publisher_.setFindings({});
+  if (!process_.start(command, folder_)) {
+    throw RequestError(ErrorCode::RequestFailed, "velc test cannot be started");
+  }
+}
+
+void TestRuns::takeOutput() {
+  BackgroundProcess::Result result;
+  if (process_.takeOutput(result)) show(result);
+}
+
+void TestRuns::show(const BackgroundProcess::Result& result) {
+  const Json report = Json::parse(result.output, nullptr, false);
+  if (report.is_discarded()) {
+    // The program has errors, or there is no test or no compiler.
+    rpc_.notify(
+        "window/showMessage",
+        {{"type", kMessageError}, {"message", "The tests could not be run:\n" + result.errors}});
+    return;
+  }
+  Publisher::Findings findings;
+  for (const Json& test : report.at("tests")) {
+    for (const Json& failure : test.at("failures")) {
+      const std::string path = (fs::path(folder_) / failure.at("file")).lexically_normal();
+      Json& list = findings.try_emplace(path, Json::array()).first->second;
+      list.push_back(diagnosticOf(path, failure));
+    }
+  }
+  publisher_.setFindings(std::move(findings));
+  rpc_.notify("velc/testResults", report);
+  const std::string text = fmt::format("{} tests passed, {} failed", report.at("passed").get<int>(),
+                                       report.at("failed").get<int>());
+  rpc_.notify("window/showMessage", {{"type", kMessageInfo}, {"message", text}});
+}
+
+// From the place of the failure to the end of its line.
+Json TestRuns::diagnosticOf(const std::string& path, const Json& failure) const {
+  std::string text;
+  Disk().read(path, text);
+  refhost::SourceManager source;
+  source.add(path, text);
+  const std::uint32_t line = failure.at("line");
+  std::string_view before = source.line(0, line);
+  std::size_t column = failure.value("column", std::size_t{1}) - 1;
+  const Lines whole(text, documents_.encoding);
+  const std::size_t start = whole.offset({line - 1, 0});
+  const std::size_t begin = start + std::min(hostkit::sizeOfFirst(column, before), before.size());
+  return {{"range",
+           {{"start", toJson(whole.position(begin))},
+            {"end", toJson(whole.position(start + before.size()))}}},
+          {"severity", kError},
+          {"source", "velc test"},
+          {"message", textOf(failure)}};
+}
+
+}  // namespace lsp

@@ -1,0 +1,42 @@
+// Runs unit tests for the client, and shows failures as diagnostics until the next edit.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "lsp/documents.h"
+#include "lsp/process.h"
+#include "lsp/publisher.h"
+#include "lsp/workspace.h"
+
+namespace lsp {
+
+class TestRuns {
+ public:
+  TestRuns(Rpc& rpc, const Documents& documents, Workspace& workspace, Publisher& publisher)
+      : rpc_(rpc), documents_(documents), workspace_(workspace), publisher_(publisher) {}
+
+  // Adds workspace/executeCommand with the command `velc.runTests`.
+  void add(Json& capabilities);
+
+  // To be called when a text is going to change.
+  void forgetFailures();
+  const BackgroundProcess& process() const { return process_; }
+  // Takes what the run has printed.
+  void takeOutput();
+
+ private:
+  // `arguments`: a URI, then the filters of `velc test`.
+  void start(const Json& arguments);
+  void show(const BackgroundProcess::Result& result);
+  Json diagnosticOf(const std::string& path, const Json& failure) const;
+
+  Rpc& rpc_;
+  const Documents& documents_;
+  Workspace& workspace_;
+  Publisher& publisher_;
+  BackgroundProcess process_;
+  std::string folder_;  // of the run
+};
+
+}  // namespace lsp

@@ -1,0 +1,239 @@
+#include "lsp/workspace.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/case_folding.h"
+#include "lsp/diagnostics.h"
+
+namespace lsp {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool contains(const std::vector<std::string>& files, const std::string& path) {
+  return std::find(files.begin(), files.end(), path) != files.end();
+}
+
+std::vector<std::string> sourcesIn(const fs::path& folder) {
+  std::vector<std::string> files;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    std::error_code unknown;
+    const fs::path& path = entry->path();
+    const bool isSource = vel::equalIgnoringCase(path.extension().native(), ".st") &&
+                          path.filename().native().front() != '.' &&
+                          entry->is_regular_file(unknown);
+    if (isSource) files.push_back(path);
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+}  // namespace
+
+Workspace::Workspace(const Documents& documents, std::vector<std::string> libraries,
+                     Publisher& publisher, Log log)
+    : documents_(documents),
+      libraries_(std::move(libraries)),
+      publisher_(publisher),
+      log_(std::move(log)),
+      projects_(documents, disk_),
+      neighbours_(
+          [this](const std::string& path, std::string& text) { return readText(path, text); }) {}
+
+bool Workspace::readText(const std::string& path, std::string& text) {
+  const Document* const document = documents_.find(path);
+  if (document == nullptr) return disk_.read(path, text);
+  text = document->text;
+  return true;
+}
+
+Workspace::Program Workspace::describe(const std::string& path) {
+  Program program;
+  program.project = projects_.of(path);
+  program.whole = program.project != nullptr &&
+                  (contains(program.project->files, path) || program.project->path == path);
+  program.path = program.whole ? program.project->path.native() : path;
+  return program;
+}
+
+Workspace::Program& Workspace::programOf(const std::string& path) {
+  Program now = describe(path);
+  std::unique_ptr<Program>& known = programs_[now.path];
+  if (known == nullptr) {
+    known = std::make_unique<Program>(std::move(now));
+  } else if (known->project != now.project) {
+    known->project = now.project;
+    known->waits = true;
+  }
+  return *known;
+}
+
+void Workspace::changed(const std::string& path) {
+  if (fs::path(path).filename() == velc::kProjectFile) return refresh();
+  programOf(path).waits = true;
+  const fs::path folder = fs::path(path).parent_path();
+  for (const auto& [name, program] : programs_) {
+    const bool beside = !program->whole && fs::path(name).parent_path() == folder;
+    if (beside || contains(program->files, path)) program->waits = true;
+  }
+}
+
+void Workspace::refresh() {
+  projects_.forget();
+  folders_.clear();
+  std::vector<const Program*> used;
+  for (const auto& [path, document] : documents_.all()) {
+    Program& program = programOf(path);
+    program.waits = true;
+    used.push_back(&program);
+  }
+  for (auto at = programs_.begin(); at != programs_.end();) {
+    const Program* const program = at->second.get();
+    if (std::find(used.begin(), used.end(), program) != used.end()) {
+      ++at;
+      continue;
+    }
+    publisher_.withdraw(program->path);
+    for (auto& [path, engine] : engines_) {
+      if (engine.analysed == program) engine.analysed = nullptr;
+    }
+    at = programs_.erase(at);
+  }
+  for (auto at = engines_.begin(); at != engines_.end();) {
+    const bool isUsed = std::any_of(used.begin(), used.end(), [&](const Program* program) {
+      return (program->project != nullptr ? program->project->path.native() : "") == at->first;
+    });
+    at = isUsed ? std::next(at) : engines_.erase(at);
+  }
+}
+
+bool Workspace::waits() const {
+  return std::any_of(programs_.begin(), programs_.end(),
+                     [](const auto& program) { return program.second->waits; });
+}
+
+void Workspace::analyseNext() {
+  for (const auto& [path, program] : programs_) {
+    if (!program->waits) continue;
+    publish(*program);
+    return;
+  }
+}
+
+std::optional<Analysed> Workspace::analysed(const std::string& path) {
+  if (documents_.find(path) == nullptr) return std::nullopt;
+  Program& program = programOf(path);
+  if (program.waits) {
+    publish(program);
+  } else if (engineOf(program).analysed != &program) {
+    analyse(program);
+  }
+  Engine& engine = engineOf(program);
+  if (engine.analysed != &program) return std::nullopt;
+  const auto file = std::find(program.files.begin(), program.files.end(), path);
+  if (file == program.files.end()) return std::nullopt;
+  return Analysed(*engine.session, documents_,
+                  static_cast<std::uint32_t>(file - program.files.begin()),
+                  static_cast<std::uint32_t>(program.files.size()));
+}
+
+std::optional<Workspace::Invocation> Workspace::programFor(const std::string& path) {
+  if (!analysed(path)) return std::nullopt;
+  const Program& program = programOf(path);
+  Invocation invocation{fs::path(program.path).parent_path(), {}};
+  if (!program.whole) invocation.arguments = program.files;
+  return invocation;
+}
+
+Workspace::Engine& Workspace::engineOf(const Program& program) {
+  const std::string key = program.project != nullptr ? program.project->path.native() : "";
+  const auto [known, isNew] = engines_.try_emplace(key);
+  Engine& engine = known->second;
+  if (isNew || engine.project != program.project) {
+    engine = {};
+    engine.project = program.project;
+    engine.session = newSession(program.project.get());
+  }
+  return engine;
+}
+
+std::unique_ptr<refhost::Session> Workspace::newSession(const velc::Project* project) {
+  velc::CommonOptions options;
+  if (project != nullptr) options = project->options;
+  if (!libraries_.empty()) options.plugins = libraries_;
+  try {
+    auto session = std::make_unique<refhost::Session>(velc::sessionOptions(options));
+    std::string error;
+    if (session->start(error)) return session;
+    log_(error);
+  } catch (const std::exception& error) {
+    log_(error.what());
+  }
+  return nullptr;
+}
+
+std::vector<std::string> Workspace::candidatesFor(const Program& program) {
+  const std::string folder = fs::path(program.path).parent_path();
+  if (folder.empty()) return {};
+  const auto [known, isNew] = folders_.try_emplace(folder);
+  if (isNew) known->second = sourcesIn(folder);
+  std::vector<std::string> files = known->second;
+  if (program.project != nullptr) {
+    files.insert(files.end(), program.project->files.begin(), program.project->files.end());
+  }
+  return files;
+}
+
+refhost::Session* Workspace::analyse(Program& program) {
+  program.waits = false;
+  Engine& engine = engineOf(program);
+  if (engine.session == nullptr) return nullptr;
+  engine.analysed = nullptr;
+  if (program.whole) {
+    analyseProject(program, *engine.session);
+  } else {
+    program.files = neighbours_.analyse(*engine.session, program.path, candidatesFor(program));
+  }
+  engine.analysed = &program;
+  return engine.session.get();
+}
+
+void Workspace::analyseProject(Program& program, refhost::Session& session) {
+  session.restart();
+  program.files.clear();
+  for (const std::string& file : program.project->files) {
+    std::string text;
+    if (!readText(file, text)) continue;
+    session.sources().add(file, std::move(text));
+    program.files.push_back(file);
+  }
+  session.analyse(true);
+}
+
+void Workspace::publish(Program& program) {
+  refhost::Session* const session = analyse(program);
+  if (program.whole) {
+    const velc::Project& project = *program.project;
+    publisher_.set(program.path, project.path,
+                   diagnosticsOf(project.source, project.faults, documents_.encoding));
+  }
+  if (session == nullptr) return;
+  const Analysed analysed(*session, documents_, 0,
+                          static_cast<std::uint32_t>(program.files.size()));
+  auto files = diagnosticsByFile(analysed);
+  for (auto& [path, diagnostics] : files) {
+    // Without a project each document has its own analysis.
+    if (program.whole || path == program.path) {
+      publisher_.set(program.path, path, std::move(diagnostics));
+    }
+  }
+  publisher_.withdraw(program.path, [&](const std::string& path) {
+    return files.count(path) != 0 || (program.whole && path == program.path);
+  });
+}
+
+}  // namespace lsp

@@ -1,0 +1,88 @@
+// The programs of the open documents, and their analyses.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lsp/analysed.h"
+#include "lsp/disk.h"
+#include "lsp/documents.h"
+#include "lsp/projects.h"
+#include "lsp/publisher.h"
+#include "refhost/neighbours.h"
+
+namespace lsp {
+
+class Workspace {
+ public:
+  using Log = std::function<void(const std::string& text)>;
+
+  // `libraries` go before those of projects; none for the plugin that is installed.
+  Workspace(const Documents& documents, std::vector<std::string> libraries, Publisher& publisher,
+            Log log);
+
+  // The document has another text.
+  void changed(const std::string& path);
+  // Documents were opened, closed or saved, or files have changed.
+  void refresh();
+
+  // Programs wait to be analysed.
+  bool waits() const;
+  // Analyses one that waits, and publishes its diagnostics.
+  void analyseNext();
+
+  // The program of a document, analysed as the document is now; nothing if it is not open or cannot
+  // be analysed.
+  std::optional<Analysed> analysed(const std::string& path);
+
+  // How `velc` is called with the program of a document.
+  struct Invocation {
+    std::string folder;
+    std::vector<std::string> arguments;  // its files; none for a project
+  };
+  // Nothing if the document is not open.
+  std::optional<Invocation> programFor(const std::string& path);
+
+ private:
+  struct Program {
+    std::string path;  // of the project's velops.json, or of the document
+    std::shared_ptr<const velc::Project> project;  // null for none
+    bool whole = false;                            // it is the project; otherwise a document
+    bool waits = true;
+    std::vector<std::string> files;  // of the last analysis
+  };
+  // One for each project, and one for documents without.
+  struct Engine {
+    std::shared_ptr<const velc::Project> project;
+    std::unique_ptr<refhost::Session> session;  // null when it could not be started
+    const Program* analysed = nullptr;
+  };
+
+  Program describe(const std::string& path);
+  Program& programOf(const std::string& path);
+  Engine& engineOf(const Program& program);
+  std::unique_ptr<refhost::Session> newSession(const velc::Project* project);
+  // Null if the program cannot be analysed.
+  refhost::Session* analyse(Program& program);
+  void analyseProject(Program& program, refhost::Session& session);
+  std::vector<std::string> candidatesFor(const Program& program);
+  void publish(Program& program);
+  bool readText(const std::string& path, std::string& text);
+
+  const Documents& documents_;
+  std::vector<std::string> libraries_;
+  Publisher& publisher_;
+  Log log_;
+  Disk disk_;
+  Projects projects_;
+  refhost::Neighbours neighbours_;
+  std::map<std::string, std::unique_ptr<Program>> programs_;  // by path
+  std::map<std::string, Engine> engines_;                     // by path of velops.json, or ""
+  std::map<std::string, std::vector<std::string>> folders_;   // their *.st
+};
+
+}  // namespace lsp

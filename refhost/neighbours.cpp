@@ -1,0 +1,100 @@
+#include "refhost/neighbours.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "hostkit/folding.h"
+#include "refhost/syntax/parser.h"
+
+namespace refhost {
+namespace {
+
+std::string folded(std::string_view name) {
+  std::string lower(name);
+  std::transform(lower.begin(), lower.end(), lower.begin(), hostkit::toLower);
+  return lower;
+}
+
+std::string nameOf(const ASTNode& name) { return folded(static_cast<const Text&>(name).text()); }
+
+void addVariables(const VarBlock& block, std::set<std::string>& names) {
+  for (int i = 0; i < block.leavesCount(); ++i) {
+    const ASTNode& declaration = *block.leaf(i);
+    for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
+      names.insert(nameOf(*declaration.leaf(n)));
+    }
+  }
+}
+
+void addType(const ASTNode& declaration, std::set<std::string>& names) {
+  names.insert(nameOf(*declaration.leaf(0)));
+  const ASTNode& spec = *declaration.leaf(1);
+  if (spec.type() != vel::ASTType::EnumTypeSpec) return;
+  for (int i = 0; i < spec.leavesCount(); ++i) names.insert(nameOf(*spec.leaf(i)->leaf(0)));
+}
+
+// The names that a file declares for others.
+std::set<std::string> declaredNames(const std::string& path, const std::string& text) {
+  SourceManager sources;
+  Tree tree;
+  Diagnostics messages;
+  sources.add(path, text);
+  parse(sources, 0, tree, messages);
+  std::set<std::string> names;
+  for (const Unit* const unit : tree.units) names.insert(folded(unit->name()));
+  for (const Node* const type : tree.types) addType(*type, names);
+  for (const VarBlock* const block : tree.globals) addVariables(*block, names);
+  return names;
+}
+
+bool intersect(const std::set<std::string>& a, const std::set<std::string>& b) {
+  return std::any_of(a.begin(), a.end(), [&b](const auto& name) { return b.count(name) != 0; });
+}
+
+}  // namespace
+
+const Neighbours::Names& Neighbours::declaredIn(const std::string& path, const std::string& text) {
+  File& file = known_[path];
+  const std::size_t digest = std::hash<std::string>()(text);
+  if (!file.known || file.digest != digest) file = {digest, true, declaredNames(path, text)};
+  return file.names;
+}
+
+std::string Neighbours::fileFor(const Names& missing, const Names& declared,
+                                const std::vector<std::string>& files,
+                                const std::vector<std::string>& candidates) {
+  for (const std::string& candidate : candidates) {
+    std::string text;
+    if (std::find(files.begin(), files.end(), candidate) != files.end()) continue;
+    if (!read_(candidate, text)) continue;
+    const Names& names = declaredIn(candidate, text);
+    if (intersect(missing, names) && !intersect(declared, names)) return candidate;
+  }
+  return {};
+}
+
+std::vector<std::string> Neighbours::analyse(Session& session, const std::string& path,
+                                             const std::vector<std::string>& candidates) {
+  std::vector<std::string> files;
+  Names declared;
+  for (std::string next = path; !next.empty();) {
+    files.push_back(next);
+    session.restart();
+    for (const std::string& file : files) {
+      std::string text;
+      if (!read_(file, text)) return {};
+      if (file == next) {
+        const Names& names = declaredIn(file, text);
+        declared.insert(names.begin(), names.end());
+      }
+      session.sources().add(file, std::move(text));
+    }
+    session.analyse(true);
+    Names missing;
+    for (const std::string& name : session.missingNames()) missing.insert(folded(name));
+    next = fileFor(missing, declared, files, candidates);
+  }
+  return files;
+}
+
+}  // namespace refhost

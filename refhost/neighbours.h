@@ -1,0 +1,50 @@
+// A source without a project, and the files beside it that it needs.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "refhost/session.h"
+
+namespace refhost {
+
+// Completes a program: it starts with one file, and while names of units, types and global
+// variables are unknown that another file declares, adds that file.
+class Neighbours {
+ public:
+  // Gets the text of a file. False if it cannot be read.
+  using Read = std::function<bool(const std::string& path, std::string& text)>;
+
+  explicit Neighbours(Read read) : read_(std::move(read)) {}
+
+  // Restarts the session, loads `path` and those of the `candidates` that it lacks, analyses them
+  // with their unit tests, and returns the files in the order in which the session has them; none
+  // if `path` cannot be read. Of several candidates that declare a name the first one is taken. One
+  // that declares again what another file of the program declares is not.
+  std::vector<std::string> analyse(Session& session, const std::string& path,
+                                   const std::vector<std::string>& candidates);
+
+ private:
+  // In lower case.
+  using Names = std::set<std::string>;
+  struct File {
+    std::size_t digest = 0;  // of the text whose names are known
+    bool known = false;
+    Names names;
+  };
+
+  const Names& declaredIn(const std::string& path, const std::string& text);
+  // The first of the candidates that declares one of the names; empty for none.
+  std::string fileFor(const Names& missing, const Names& declared,
+                      const std::vector<std::string>& files,
+                      const std::vector<std::string>& candidates);
+
+  Read read_;
+  std::map<std::string, File> known_;  // by path
+};
+
+}  // namespace refhost
