@@ -37,7 +37,7 @@ const TestFunction* testFunction(std::string_view name) {
 }
 
 void forEachTestFunction(const std::function<void(const TestFunction&)>& visit) {
-  for (const TestFunction& function : kFunctions) visit(function);
+  for (const TestFunction& function : kTestFunctions) visit(function);
 }
 
 void offerTestFunctions(Spelling& spelling) {
