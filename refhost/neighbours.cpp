@@ -60,41 +60,43 @@ const Neighbours::Names& Neighbours::declaredIn(const std::string& path, const s
   return file.names;
 }
 
-std::string Neighbours::fileFor(const Names& missing, const Names& declared,
-                                const std::vector<std::string>& files,
-                                const std::vector<std::string>& candidates) {
+std::vector<std::string> Neighbours::filesFor(Names missing, Program& program,
+                                              const std::vector<std::string>& candidates) {
+  std::vector<std::string> added;
   for (const std::string& candidate : candidates) {
+    if (missing.empty()) break;
     std::string text;
-    if (std::find(files.begin(), files.end(), candidate) != files.end()) continue;
-    if (!read_(candidate, text)) continue;
+    if (program.paths.count(candidate) != 0 || !read_(candidate, text)) continue;
     const Names& names = declaredIn(candidate, text);
-    if (intersect(missing, names) && !intersect(declared, names)) return candidate;
+    if (!intersect(missing, names) || intersect(program.declared, names)) continue;
+    program.add(candidate, names);
+    added.push_back(candidate);
+    for (const std::string& name : names) missing.erase(name);
   }
-  return {};
+  return added;
 }
 
 std::vector<std::string> Neighbours::analyse(Session& session, const std::string& path,
                                              const std::vector<std::string>& candidates) {
-  std::vector<std::string> files;
-  Names declared;
-  for (std::string next = path; !next.empty();) {
-    files.push_back(next);
+  std::vector<std::string> files = {path};
+  Program program;
+  std::string own;
+  if (!read_(path, own)) return {};
+  program.add(path, declaredIn(path, own));
+  for (;;) {
     session.restart();
     for (const std::string& file : files) {
       std::string text;
       if (!read_(file, text)) return {};
-      if (file == next) {
-        const Names& names = declaredIn(file, text);
-        declared.insert(names.begin(), names.end());
-      }
       session.sources().add(file, std::move(text));
     }
     session.analyse(true);
     Names missing;
     for (const std::string& name : session.missingNames()) missing.insert(folded(name));
-    next = fileFor(missing, declared, files, candidates);
+    const std::vector<std::string> added = filesFor(std::move(missing), program, candidates);
+    if (added.empty()) return files;
+    files.insert(files.end(), added.begin(), added.end());
   }
-  return files;
 }
 
 }  // namespace refhost

@@ -37,11 +37,20 @@ class Neighbours {
     Names names;
   };
 
+  struct Program {
+    void add(const std::string& path, const Names& names) {
+      paths.insert(path);
+      declared.insert(names.begin(), names.end());
+    }
+
+    std::set<std::string> paths;
+    Names declared;
+  };
+
   const Names& declaredIn(const std::string& path, const std::string& text);
-  // The first of the candidates that declares one of the names; empty for none.
-  std::string fileFor(const Names& missing, const Names& declared,
-                      const std::vector<std::string>& files,
-                      const std::vector<std::string>& candidates);
+  // Adds the candidates that declare the names, and returns them.
+  std::vector<std::string> filesFor(Names missing, Program& program,
+                                    const std::vector<std::string>& candidates);
 
   Read read_;
   std::map<std::string, File> known_;  // by path
