@@ -1,10 +1,7 @@
 #include "lsp/diagnostics.h"
 
-#include <fmt/format.h>
-
 #include "cli/diagnostics_printer.h"
 #include "cli/explanations.h"
-#include "lsp/workspace.h"
 #include "refhost/messages.h"
 
 namespace lsp {
@@ -34,6 +31,8 @@ Json diagnosticOf(const refhost::Diagnostic& message, Json range) {
   return diagnostic;
 }
 
+}  // namespace
+
 Json diagnosticOf(const Analysed& analysed, const refhost::Diagnostic& message) {
   Json diagnostic = diagnosticOf(message, analysed.range(message.range));
   Json related = Json::array();
@@ -44,34 +43,6 @@ Json diagnosticOf(const Analysed& analysed, const refhost::Diagnostic& message) 
   if (!related.empty()) diagnostic["relatedInformation"] = std::move(related);
   return diagnostic;
 }
-
-bool overlap(const refhost::SourceRange& range, vel::TextLocation begin, vel::TextLocation end) {
-  return range.begin.file() == begin.file() && range.begin.offset() <= end.offset() &&
-         begin.offset() <= range.begin.offset() + range.length;
-}
-
-Json codeActions(Workspace& workspace, const Json& params) {
-  Json actions = Json::array();
-  const auto analysed = workspace.analysed(pathIn(params));
-  if (!analysed) return actions;
-  const vel::TextLocation begin = analysed->place(positionFrom(params.at("range").at("start")));
-  const vel::TextLocation end = analysed->place(positionFrom(params.at("range").at("end")));
-  for (const refhost::Diagnostic& message : analysed->session().messages()) {
-    if (!overlap(message.range, begin, end)) continue;
-    for (const refhost::Fix& fix : message.fixes) {
-      const Json edits = Json::array({analysed->edit(fix.range, fix.replacement)});
-      actions.push_back(
-          {{"title", fmt::format("Write '{}'", fix.replacement)},
-           {"kind", "quickfix"},
-           {"diagnostics", Json::array({diagnosticOf(*analysed, message)})},
-           {"isPreferred", message.fixes.size() == 1},
-           {"edit", {{"changes", {{analysed->uri(fix.range.begin.file()), edits}}}}}});
-    }
-  }
-  return actions;
-}
-
-}  // namespace
 
 std::map<std::string, Json> diagnosticsByFile(const Analysed& analysed) {
   std::map<std::string, Json> files;
@@ -98,12 +69,6 @@ Json diagnosticsOf(const refhost::SourceManager& source,
                              {"end", toJson(lines.position(begin + fault.range.length))}}));
   }
   return all;
-}
-
-void addCodeActions(Rpc& rpc, Workspace& workspace, Json& capabilities) {
-  capabilities["codeActionProvider"] = {{"codeActionKinds", {"quickfix"}}};
-  rpc.onRequest("textDocument/codeAction",
-                [&workspace](const Json& params) { return codeActions(workspace, params); });
 }
 
 }  // namespace lsp

@@ -1,4 +1,4 @@
-// Messages of the analysis as diagnostics of the protocol, and their fixes as code actions.
+// Messages of the analysis as diagnostics of the protocol.
 #pragma once
 
 #include <map>
@@ -8,16 +8,11 @@
 
 namespace lsp {
 
-class Rpc;
-class Workspace;
-
+Json diagnosticOf(const Analysed& analysed, const refhost::Diagnostic& message);
 // By path; those of files without messages are empty lists.
 std::map<std::string, Json> diagnosticsByFile(const Analysed& analysed);
 // The faults of a velops.json.
 Json diagnosticsOf(const refhost::SourceManager& source,
                    const std::vector<refhost::Diagnostic>& faults, Encoding encoding);
-
-// Adds textDocument/codeAction.
-void addCodeActions(Rpc& rpc, Workspace& workspace, Json& capabilities);
 
 }  // namespace lsp

@@ -14,9 +14,30 @@ Json idOf(const Json& message) {
   return id != message.end() && isId(*id) ? *id : Json();
 }
 
+// True of JSON whose levels would exhaust the stack when a value is copied.
+bool isDeep(const std::string& json) {
+  constexpr int kDeepest = 256;
+  int depth = 0;
+  bool quoted = false;
+  for (std::size_t i = 0; i < json.size(); ++i) {
+    const char c = json[i];
+    if (c == '"') {
+      quoted = !quoted;
+    } else if (quoted) {
+      if (c == '\\') ++i;
+    } else if (c == '[' || c == '{') {
+      if (++depth > kDeepest) return true;
+    } else if (c == ']' || c == '}') {
+      --depth;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 void Rpc::take(const std::string& content) {
+  if (isDeep(content)) return fail(nullptr, ErrorCode::ParseError, "this is nested too deeply");
   Json message = Json::parse(content, nullptr, false);
   if (message.is_discarded()) return fail(nullptr, ErrorCode::ParseError, "this is not JSON");
   enqueue(std::move(message));

@@ -9,10 +9,10 @@
 #include <optional>
 #include <stdexcept>
 
-#include "lsp/diagnostics.h"
 #include "lsp/documents.h"
 #include "lsp/frames.h"
 #include "lsp/publisher.h"
+#include "lsp/requests.h"
 #include "lsp/rpc.h"
 #include "lsp/test_runs.h"
 #include "lsp/workspace.h"
@@ -104,7 +104,6 @@ void Server::addLifecycle() {
 }
 
 Json Server::initialize(const Json& params) {
-  rpc_.state = Rpc::State::Ready;
   const Json client = params.value("capabilities", Json::object());
   const Json encodings =
       client.value(Json::json_pointer("/general/positionEncodings"), Json::array());
@@ -116,6 +115,7 @@ Json Server::initialize(const Json& params) {
   capabilities_["positionEncoding"] = documents_.encoding == Encoding::Utf8 ? "utf-8" : "utf-16";
   capabilities_["textDocumentSync"] = {
       {"openClose", true}, {"change", kIncremental}, {"save", {{"includeText", false}}}};
+  rpc_.state = Rpc::State::Ready;
   return {{"capabilities", capabilities_},
           {"serverInfo", {{"name", "velc"}, {"version", VELC_VERSION}}}};
 }
@@ -150,7 +150,10 @@ void Server::addSynchronization() {
 }
 
 void Server::addFeatures() {
-  addCodeActions(rpc_, workspace_, capabilities_);
+  for (const auto add :
+       {addCodeActions, addHover, addNavigation, addOutline, addRename, addSemanticTokens}) {
+    add(rpc_, workspace_, capabilities_);
+  }
   testRuns_.add(capabilities_);
 }
 

@@ -7,6 +7,8 @@
 
 #include "hostkit/encoding.h"
 #include "lsp/disk.h"
+#include "lsp/requests.h"
+#include "refhost/editor/outline.h"
 #include "refhost/syntax/source.h"
 
 namespace lsp {
@@ -31,9 +33,47 @@ std::string textOf(const Json& failure) {
   return text;
 }
 
+// A filter of `velc test` that hardly any other title matches. Only patterns are for whole titles,
+// so the first letter becomes one for any letter.
+std::string filterFor(const std::string& title) {
+  const std::size_t letter = std::min(
+      title.find_first_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 "),
+      title.size());
+  std::string filter;
+  for (std::size_t i = 0; i < title.size(); ++i) {
+    if (std::string_view("*?[]\\").find(title[i]) != std::string_view::npos) filter += '\\';
+    filter += i == letter ? '?' : title[i];
+  }
+  return filter;
+}
+
+Json lens(const Analysed& analysed, const refhost::SourceRange& range, const char* title,
+          Json arguments) {
+  return {
+      {"range", analysed.range(range)},
+      {"command", {{"title", title}, {"command", kRunTests}, {"arguments", std::move(arguments)}}}};
+}
+
+Json lenses(const Analysed& analysed, const Json& params) {
+  const Json& uri = params.at("textDocument").at("uri");
+  Json all = Json::array();
+  for (const refhost::OutlineItem& item :
+       refhost::outlineOf(analysed.session().view(), analysed.file())) {
+    if (item.kind != refhost::SymbolKind::Test) continue;
+    if (all.empty()) {
+      all.push_back(lens(analysed, item.nameRange, "Run all tests", Json::array({uri})));
+    }
+    all.push_back(
+        lens(analysed, item.nameRange, "Run test", Json::array({uri, filterFor(item.name)})));
+  }
+  return all;
+}
+
 }  // namespace
 
 void TestRuns::add(Json& capabilities) {
+  capabilities["codeLensProvider"] = Json::object();
+  onDocument(rpc_, workspace_, "textDocument/codeLens", lenses);
   capabilities["executeCommandProvider"] = {{"commands", {kRunTests}}};
   rpc_.onRequest("workspace/executeCommand", [this](const Json& params) {
     if (params.at("command") != kRunTests) {

@@ -16,7 +16,8 @@ class TestRuns {
   TestRuns(Rpc& rpc, const Documents& documents, Workspace& workspace, Publisher& publisher)
       : rpc_(rpc), documents_(documents), workspace_(workspace), publisher_(publisher) {}
 
-  // Adds workspace/executeCommand with the command `velc.runTests`.
+  // Adds workspace/executeCommand with the command `velc.runTests`, and textDocument/codeLens,
+  // which offers it at each TEST.
   void add(Json& capabilities);
 
   // To be called when a text is going to change.

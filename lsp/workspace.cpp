@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "core/case_folding.h"
 #include "lsp/diagnostics.h"
@@ -124,9 +125,7 @@ void Workspace::analyseNext() {
   }
 }
 
-std::optional<Analysed> Workspace::analysed(const std::string& path) {
-  if (documents_.find(path) == nullptr) return std::nullopt;
-  Program& program = programOf(path);
+std::optional<Analysed> Workspace::analysed(Program& program, const std::string& path) {
   if (program.waits) {
     publish(program);
   } else if (engineOf(program).analysed != &program) {
@@ -139,6 +138,20 @@ std::optional<Analysed> Workspace::analysed(const std::string& path) {
   return Analysed(*engine.session, documents_,
                   static_cast<std::uint32_t>(file - program.files.begin()),
                   static_cast<std::uint32_t>(program.files.size()));
+}
+
+std::optional<Analysed> Workspace::analysed(const std::string& path) {
+  if (documents_.find(path) == nullptr) return std::nullopt;
+  return analysed(programOf(path), path);
+}
+
+void Workspace::forEachProgram(const std::function<void(const Analysed& analysed)>& use) {
+  std::set<const Program*> seen;
+  for (const auto& [path, document] : documents_.all()) {
+    Program& program = programOf(path);
+    if (!seen.insert(&program).second) continue;
+    if (const auto found = analysed(program, path)) use(*found);
+  }
 }
 
 std::optional<Workspace::Invocation> Workspace::programFor(const std::string& path) {

@@ -39,6 +39,9 @@ class Workspace {
   // be analysed.
   std::optional<Analysed> analysed(const std::string& path);
 
+  // Passes the programs of all documents, each analysed as it is now.
+  void forEachProgram(const std::function<void(const Analysed& analysed)>& use);
+
   // How `velc` is called with the program of a document.
   struct Invocation {
     std::string folder;
@@ -62,6 +65,7 @@ class Workspace {
     const Program* analysed = nullptr;
   };
 
+  std::optional<Analysed> analysed(Program& program, const std::string& path);
   Program describe(const std::string& path);
   Program& programOf(const std::string& path);
   Engine& engineOf(const Program& program);

@@ -66,7 +66,7 @@ PARTS = {
                        r"failure|local_io|located_json|paths|project|source_files|source_patterns|"
                        r"uri)\..*",
                        "refhost/session refhost/syntax refhost/basis hostkit core/interfaces host"),
-    "lsp": Part(r"lsp/.*", "cli/shared refhost/session refhost/syntax refhost/basis hostkit "
+    "lsp": Part(r"lsp/.*", "cli/shared refhost/session refhost/editor refhost/syntax refhost/basis hostkit "
                 "core/interfaces host"),
     "cli": Part(r"cli/.*", "lsp cli/shared refhost/session refhost/syntax refhost/basis hostkit runtime "
                 "cli/harness core/interfaces host"),
