@@ -15,22 +15,30 @@ std::string folded(std::string_view name) {
   return lower;
 }
 
-std::string nameOf(const ASTNode& name) { return folded(static_cast<const Text&>(name).text()); }
+// After a syntax error leaves can be missing.
+void addName(const ASTNode& node, int leaf, std::set<std::string>& names) {
+  const ASTNode* const name = leaf < node.leavesCount() ? node.leaf(leaf) : nullptr;
+  if (name == nullptr || kindOf(*name) != NodeKind::Text) return;
+  names.insert(folded(static_cast<const Text&>(*name).text()));
+}
 
 void addVariables(const VarBlock& block, std::set<std::string>& names) {
   for (int i = 0; i < block.leavesCount(); ++i) {
-    const ASTNode& declaration = *block.leaf(i);
-    for (int n = VarDecl::kFirstName; n < declaration.leavesCount(); ++n) {
-      names.insert(nameOf(*declaration.leaf(n)));
+    const ASTNode* const declaration = block.leaf(i);
+    if (declaration == nullptr) continue;
+    for (int n = VarDecl::kFirstName; n < declaration->leavesCount(); ++n) {
+      addName(*declaration, n, names);
     }
   }
 }
 
 void addType(const ASTNode& declaration, std::set<std::string>& names) {
-  names.insert(nameOf(*declaration.leaf(0)));
-  const ASTNode& spec = *declaration.leaf(1);
-  if (spec.type() != vel::ASTType::EnumTypeSpec) return;
-  for (int i = 0; i < spec.leavesCount(); ++i) names.insert(nameOf(*spec.leaf(i)->leaf(0)));
+  addName(declaration, 0, names);
+  const ASTNode* const spec = declaration.leavesCount() > 1 ? declaration.leaf(1) : nullptr;
+  if (spec == nullptr || spec->type() != vel::ASTType::EnumTypeSpec) return;
+  for (int i = 0; i < spec->leavesCount(); ++i) {
+    if (spec->leaf(i) != nullptr) addName(*spec->leaf(i), 0, names);
+  }
 }
 
 // The names that a file declares for others.
