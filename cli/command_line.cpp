@@ -156,7 +156,7 @@ std::string CommandLine::help(const std::string& command) const {
   return about->help(app_->get_name());
 }
 
-void CommandLine::addSources(Command& command, std::vector<std::string>& files, FormNames forms) {
+void CommandLine::addFiles(Command& command, std::vector<std::string>& files) {
   Option file = command.callWithAll(
       "FILE",
       [&files](const std::vector<std::string>& named) {
@@ -167,10 +167,18 @@ void CommandLine::addSources(Command& command, std::vector<std::string>& files, 
       "sources of the project, velops.json)");
   // So that options of several values leave one for it.
   file.required();
+  projectUses_.push_back({command, &files, file});
+}
+
+void CommandLine::addForm(Command& command, FormNames forms) {
   command.choice("--diagnostics", common.diagnostics, std::move(forms),
                  "Form of the diagnostics on standard error (default: text)");
+}
+
+void CommandLine::addSources(Command& command, std::vector<std::string>& files, FormNames forms) {
+  addFiles(command, files);
+  addForm(command, std::move(forms));
   addWarningOptions(command, common);
-  projectUses_.push_back({command, &files, file});
 }
 
 bool CommandLine::takeProject(std::vector<std::string>* files) {

@@ -37,8 +37,12 @@ class CommandLine {
   // `action` returns an ExitCode or throws Failure.
   void setAction(Command& command, std::function<int()> action);
 
-  // Adds the files, folders replaced by what is in them, and what decides about their diagnostics.
-  // Without files the command gets those and the settings of the project.
+  // Adds the files, folders replaced by what is in them. Without files the command gets those and
+  // the settings of the project.
+  void addFiles(Command& command, std::vector<std::string>& files);
+  // Adds the form of diagnostics.
+  void addForm(Command& command, FormNames forms = textAndJson());
+  // Adds both, and what decides about warnings.
   void addSources(Command& command, std::vector<std::string>& files,
                   FormNames forms = textAndJson());
   // Has a command without files use the settings of the project, too, if there is one.

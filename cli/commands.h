@@ -9,6 +9,7 @@ namespace velc {
 void addOperatorsCommand(CommandLine& line);
 void addCheckCommand(CommandLine& line);
 void addTranslateCommand(CommandLine& line);
+void addFormatCommand(CommandLine& line);
 void addRunCommand(CommandLine& line);
 void addBuildCommand(CommandLine& line);
 void addTestCommand(CommandLine& line);

@@ -21,6 +21,7 @@ int execute(int argc, char** argv) {
   addOperatorsCommand(line);
   addCheckCommand(line);
   addTranslateCommand(line);
+  addFormatCommand(line);
   addRunCommand(line);
   addBuildCommand(line);
   addTestCommand(line);

@@ -11,8 +11,12 @@ Report::Report(const CommonOptions& common)
     : common_(common), colours_(common.colour, STDERR_FILENO) {}
 
 void Report::add(refhost::Session& session, std::size_t first, std::size_t files) {
-  const auto& sources = session.sources();
-  const auto& messages = session.messages();
+  add(session.sources(), session.messages(), first, files);
+}
+
+void Report::add(const refhost::SourceManager& sources,
+                 const std::vector<refhost::Diagnostic>& messages, std::size_t first,
+                 std::size_t files) {
   tally_.files += files;
   tally_.add(messages, first);
   const Omitted rest = omitted(messages, first, common_.maxErrors);

@@ -18,6 +18,9 @@ class Report {
 
   // Prints the messages of a session from index `first` on; those in a log stand in finish().
   void add(refhost::Session& session, std::size_t first, std::size_t files);
+  // The same for any messages about `sources`.
+  void add(const refhost::SourceManager& sources, const std::vector<refhost::Diagnostic>& messages,
+           std::size_t first, std::size_t files);
   // Prints what comes behind all messages: the log, or how many there were.
   void finish();
 

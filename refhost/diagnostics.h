@@ -62,6 +62,7 @@ class Diagnostics {
   void dropWarnings(std::size_t first);
   // Leaves warnings that stand in `part` out of inOrder().
   void silence(SilentPart part) { silent_.push_back(std::move(part)); }
+  const std::vector<SilentPart>& silentParts() const { return silent_; }
 
   // True if there is an error among the messages from index `first` on.
   bool hasErrors(std::size_t first = 0) const;

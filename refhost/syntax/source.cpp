@@ -68,16 +68,19 @@ int SourceManager::read(std::FILE* file, std::string name, std::size_t expected,
 }
 
 int SourceManager::add(std::string name, std::string text) {
-  if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
-    text.erase(0, kByteOrderMark.size());
-  }
-  files_.push_back({std::move(name), std::move(text), {}});
+  const bool marked = text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0;
+  if (marked) text.erase(0, kByteOrderMark.size());
+  files_.push_back({std::move(name), std::move(text), marked, {}});
   return count() - 1;
 }
 
 int SourceManager::count() const { return static_cast<int>(files_.size()); }
 
 const std::string& SourceManager::path(std::uint32_t file) const { return files_[file].path; }
+
+std::string_view SourceManager::byteOrderMark(std::uint32_t file) const {
+  return files_[file].marked ? kByteOrderMark : std::string_view();
+}
 
 std::string_view SourceManager::text(std::uint32_t file) const { return files_[file].text; }
 

@@ -33,7 +33,10 @@ class SourceManager {
 
   int count() const;
   const std::string& path(std::uint32_t file) const;
-  // Zero-terminated. It stays valid and in place, since nodes point into it.
+  // The byte order mark that preceded the text; empty for none.
+  std::string_view byteOrderMark(std::uint32_t file) const;
+  // Without a byte order mark. Zero-terminated. It stays valid and in place, since nodes point into
+  // it.
   std::string_view text(std::uint32_t file) const;
 
   std::uint32_t lineNumber(vel::TextLocation location) const;
@@ -51,6 +54,7 @@ class SourceManager {
   struct File {
     std::string path;
     std::string text;
+    bool marked = false;  // a byte order mark preceded it
     // Computed when first needed.
     mutable std::vector<std::uint32_t> lineStarts;
     mutable bool isUtf8 = false;

@@ -1,0 +1,149 @@
+#include "refhost/format/format.h"
+
+#include <algorithm>
+
+#include "refhost/diagnostics.h"
+#include "refhost/format/piece.h"
+#include "refhost/format/spacing.h"
+#include "refhost/syntax/parser.h"
+#include "refhost/syntax/tree.h"
+
+namespace refhost {
+
+namespace format {
+namespace {
+
+// The line end of a text: that of its first line.
+std::string_view lineEndOf(std::string_view text) {
+  const std::size_t first = text.find_first_of(kLineEnds);
+  if (first == text.npos || text[first] == '\n') return "\n";
+  return text.substr(first, 2) == "\r\n" ? "\r\n" : "\r";
+}
+
+class Writer {
+ public:
+  Writer(std::string_view text, const Pieces& pieces)
+      : text_(text), lineEnd_(lineEndOf(text)), pieces_(pieces) {}
+
+  std::vector<LayoutEdit> edits() {
+    std::uint32_t end = 0;  // of the piece before
+    for (const Piece& piece : pieces_) {
+      gap_.clear();
+      for (std::uint32_t i = 0; i < piece.outNewlines; ++i) gap_ += lineEnd_;
+      gap_.append(piece.outBlanks, ' ');
+      change({end, piece.span.begin}, gap_);
+      const std::string_view text = textOf(piece.span);
+      change(piece.span, piece.isToken() ? spelled(piece, text) : commentText(piece, text));
+      end = piece.span.end;
+    }
+    return std::move(edits_);
+  }
+
+ private:
+  std::string_view textOf(Span span) const {
+    return text_.substr(span.begin, span.end - span.begin);
+  }
+
+  void change(Span range, const std::string& text) {
+    if (textOf(range) == text) return;
+    if (!edits_.empty() && edits_.back().range.end == range.begin) {
+      edits_.back().range.end = range.end;
+      edits_.back().text += text;
+    } else {
+      edits_.push_back({range, text});
+    }
+  }
+
+  // The lines within a comment move with the first one if they are indented as it is.
+  std::string commentText(const Piece& comment, std::string_view text) const {
+    if (text.find_first_of(kLineEnds) == text.npos) return std::string(text);
+    const bool moves = comment.moves && comment.begins();
+    const std::string_view head = text_.substr(0, moves ? comment.span.begin : 0);
+    const std::size_t margin = head.size() - (head.find_last_of(kLineEnds) + 1);
+    std::string result;
+    for (bool first = true; !text.empty(); first = false) {
+      std::string_view line = text.substr(0, text.find_first_of(kLineEnds));
+      text.remove_prefix(line.size());
+      const std::size_t end =
+          text.substr(0, 2) == "\r\n" ? 2 : std::min<std::size_t>(text.size(), 1);
+      text.remove_prefix(end);
+      line = line.substr(0, line.find_last_not_of(kBlanks) + 1);
+      if (!first) {
+        result += lineEnd_;
+        if (moves && !line.empty()) {
+          line.remove_prefix(margin);
+          result.append(comment.outBlanks, ' ');
+        }
+      }
+      result += line;
+    }
+    return result;
+  }
+
+  std::string_view text_;
+  std::string_view lineEnd_;
+  const Pieces& pieces_;
+  std::string gap_;
+  std::vector<LayoutEdit> edits_;
+};
+
+}  // namespace
+}  // namespace format
+
+std::vector<LayoutEdit> formattingEdits(std::string_view text) {
+  format::Pieces pieces = format::piecesOf(text);
+  format::structure(pieces);
+  format::space(pieces, text);
+  format::breakLines(pieces);
+  format::alignDeclarations(pieces);
+  format::layOut(pieces);
+  return format::Writer(text, pieces).edits();
+}
+
+std::vector<LayoutEdit> formattingEdits(std::string_view text, std::uint32_t first,
+                                        std::uint32_t last) {
+  std::vector<LayoutEdit> edits = formattingEdits(text);
+  std::uint32_t line = 1;
+  std::uint32_t at = 0;
+  const auto lineOf = [&](std::uint32_t offset) {
+    for (; at < offset; ++at) {
+      const bool ends = text[at] == '\n' || (text[at] == '\r' && text.substr(at, 2) != "\r\n");
+      if (ends) ++line;
+    }
+    return line;
+  };
+  const auto isOutside = [&](const LayoutEdit& edit) {
+    const std::uint32_t begin = lineOf(edit.range.begin);
+    const std::uint32_t end = lineOf(edit.range.end);
+    return end < first || begin > last;
+  };
+  edits.erase(std::remove_if(edits.begin(), edits.end(), isOutside), edits.end());
+  return edits;
+}
+
+std::string withEdits(std::string_view text, const std::vector<LayoutEdit>& edits) {
+  std::string result;
+  result.reserve(text.size() + text.size() / 8);
+  std::uint32_t at = 0;
+  for (const LayoutEdit& edit : edits) {
+    result.append(text, at, edit.range.begin - at);
+    result += edit.text;
+    at = edit.range.end;
+  }
+  result.append(text, at);
+  return result;
+}
+
+Formatting formatSource(const SourceManager& sources, std::uint32_t file) {
+  Formatting result;
+  Tree tree;
+  Diagnostics messages;
+  parse(sources, file, tree, messages);
+  for (Diagnostic& message : messages.inOrder(0)) {
+    if (message.severity == Severity::Error) result.errors.push_back(std::move(message));
+  }
+  if (result.errors.empty()) result.edits = formattingEdits(sources.text(file));
+  return result;
+}
+
+}  // namespace refhost
