@@ -14,6 +14,27 @@ TEST(Depfiles, SpellNamesAsMakeDoes) {
   EXPECT_THROW(depfileText("o", {"a\nb"}), Failure);
 }
 
+TEST_F(Velc, FormatsFilesInPlace) {
+  const std::string good = "\xEF\xBB\xBFPROGRAM p\r\n  // \xE4\r\n  q();\r\nEND_PROGRAM\r\n";
+  write("good.st", good);
+  write("bad.st", "\xEF\xBB\xBFprogram p\r\n// \xE4\r\nq();end_program");
+  write("faulty.st", "program p x = end_program");
+  std::filesystem::permissions(folder.path() / "bad.st", std::filesystem::perms(0640));
+  const auto before = std::filesystem::last_write_time(folder.path() / "good.st");
+  const Outcome check = velc("fmt --check .");
+  EXPECT_EQ(check.code, 1);
+  EXPECT_EQ(check.out, "bad.st\n");
+  EXPECT_EQ(check.err.substr(0, 22), "faulty.st:1:13: error:");
+  EXPECT_EQ(velc("fmt .").code, 1);
+  EXPECT_EQ(read("bad.st"), good);
+  EXPECT_EQ(std::filesystem::status(folder.path() / "bad.st").permissions(),
+            std::filesystem::perms(0640));
+  EXPECT_EQ(std::filesystem::last_write_time(folder.path() / "good.st"), before);
+  EXPECT_EQ(read("faulty.st"), "program p x = end_program");
+  EXPECT_EQ(velc("fmt --check good.st bad.st").code, 0);
+  EXPECT_EQ(velc("fmt - < good.st").out, good);
+}
+
 class Files : public Velc {
  protected:
   void SetUp() override {
