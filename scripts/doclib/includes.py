@@ -42,6 +42,8 @@ PARTS = {
     "refhost/basis": Part(r"refhost/(diagnostics?|messages|warnings|kit|operator_calls|spelling|translated_file)\..*",
                           "hostkit core/interfaces host"),
     "refhost/syntax": Part(r"refhost/syntax/.*", "refhost/basis hostkit core/interfaces host"),
+    "refhost/format": Part(r"refhost/format/.*", "refhost/syntax refhost/basis hostkit "
+                           "core/interfaces host"),
     "refhost/services": Part(r"refhost/services/.*", "refhost/syntax refhost/basis hostkit "
                              "core/interfaces host"),
     "refhost/prelude": Part(r"refhost/prelude/.*", "refhost/syntax refhost/basis hostkit"),
@@ -66,10 +68,10 @@ PARTS = {
                        r"failure|local_io|located_json|paths|project|source_files|source_patterns|"
                        r"uri)\..*",
                        "refhost/session refhost/syntax refhost/basis hostkit core/interfaces host"),
-    "lsp": Part(r"lsp/.*", "cli/shared refhost/session refhost/editor refhost/syntax refhost/basis hostkit "
-                "core/interfaces host"),
-    "cli": Part(r"cli/.*", "lsp cli/shared refhost/session refhost/syntax refhost/basis hostkit runtime "
-                "cli/harness core/interfaces host"),
+    "lsp": Part(r"lsp/.*", "cli/shared refhost/session refhost/editor refhost/format refhost/syntax "
+                "refhost/basis hostkit core/interfaces host"),
+    "cli": Part(r"cli/.*", "lsp cli/shared refhost/session refhost/format refhost/syntax refhost/basis "
+                "hostkit runtime cli/harness core/interfaces host"),
 }
 
 
