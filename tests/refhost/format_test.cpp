@@ -174,10 +174,12 @@ TEST(Format, KeepsTheProgram) {
       "PROGRAM P VAR i, unused : INT; j : SINT; END_VAR {nowarn} i := i; i := i; i := i; {nowarn}\n"
       "i := i; (* x\n *) {nowarn}i\n:=\n5 ;i := i + ABS(i) {nowarn}; END_PROGRAM\n"
       "{nowarn unused} FUNCTION F : INT VAR a : INT; END_VAR F := 1; END_FUNCTION"};
-  for (const auto& entry : std::filesystem::directory_iterator(VELOPS_SOURCE "/examples")) {
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(VELOPS_SOURCE "/examples")) {
     if (entry.path().extension() != ".st") continue;
     std::ifstream file(entry.path(), std::ios::binary);
     texts.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    EXPECT_TRUE(formattingEdits(texts.back()).empty()) << entry.path();
   }
   ASSERT_GT(texts.size(), 8U);
   for (const std::string& original : texts) {
