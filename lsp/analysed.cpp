@@ -5,8 +5,11 @@ namespace lsp {
 const Lines& Analysed::linesOf(std::uint32_t file) const {
   const auto known = lines_.find(file);
   if (known != lines_.end()) return known->second;
-  return lines_.try_emplace(file, session_->sources().text(file), documents_->encoding)
-      .first->second;
+  const refhost::SourceManager& sources = session_->sources();
+  // Editors do not count the byte order marks of files as they are on disk.
+  const bool isOpen = documents_->find(sources.path(file)) != nullptr;
+  const std::string_view mark = isOpen ? sources.byteOrderMark(file) : std::string_view();
+  return lines_.try_emplace(file, sources.text(file), documents_->encoding, mark).first->second;
 }
 
 vel::TextLocation Analysed::place(Position position) const {

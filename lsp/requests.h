@@ -14,6 +14,7 @@ void addCodeActions(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addNavigation(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addRename(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addOutline(Rpc& rpc, Workspace& workspace, Json& capabilities);
+void addFormatting(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addSemanticTokens(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addHover(Rpc& rpc, Workspace& workspace, Json& capabilities);
 

@@ -150,8 +150,8 @@ void Server::addSynchronization() {
 }
 
 void Server::addFeatures() {
-  for (const auto add :
-       {addCodeActions, addHover, addNavigation, addOutline, addRename, addSemanticTokens}) {
+  for (const auto add : {addCodeActions, addFormatting, addHover, addNavigation, addOutline,
+                         addRename, addSemanticTokens}) {
     add(rpc_, workspace_, capabilities_);
   }
   testRuns_.add(capabilities_);

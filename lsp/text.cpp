@@ -23,7 +23,10 @@ std::uint32_t unitsOf(std::size_t size, Encoding encoding) {
 
 }  // namespace
 
-Lines::Lines(std::string_view text, Encoding encoding) : text_(text), encoding_(encoding) {
+Lines::Lines(std::string_view text, Encoding encoding, std::string_view mark)
+    : text_(text),
+      encoding_(encoding),
+      markWidth_(mark.empty() ? 0 : unitsOf(mark.size(), encoding)) {
   starts_.push_back(0);
   for (std::size_t end = text.find_first_of("\r\n"); end != std::string_view::npos;
        end = text.find_first_of("\r\n", end + 1)) {
@@ -37,8 +40,9 @@ Position Lines::position(std::size_t offset) const {
   const auto next = std::upper_bound(starts_.begin(), starts_.end(), offset);
   const std::size_t start = *(next - 1);
   Position position{static_cast<std::uint32_t>(next - starts_.begin() - 1), 0};
+  if (position.line == 0) position.character = markWidth_;
   if (encoding_ == Encoding::Utf8) {
-    position.character = static_cast<std::uint32_t>(offset - start);
+    position.character += static_cast<std::uint32_t>(offset - start);
     return position;
   }
   for (std::size_t at = start; at < offset;) {
@@ -61,6 +65,7 @@ std::size_t Lines::offset(Position position) const {
   const std::size_t end = lineEnd(position.line);
   std::size_t at = starts_[position.line];
   std::uint32_t left = position.character;
+  if (position.line == 0) left -= std::min(left, markWidth_);
   while (at < end) {
     const std::size_t size = sizeOfCharacter(text_.substr(at));
     const std::uint32_t units = unitsOf(size, encoding_);

@@ -21,8 +21,9 @@ struct Position {
 // UTF-8 count as one character each.
 class Lines {
  public:
-  // The text must outlive the object.
-  Lines(std::string_view text, Encoding encoding);
+  // The text must outlive the object. `mark` is the byte order mark that precedes it in the
+  // document; positions count it, offsets do not.
+  Lines(std::string_view text, Encoding encoding, std::string_view mark = {});
 
   // An offset behind the text is its end.
   Position position(std::size_t offset) const;
@@ -35,6 +36,7 @@ class Lines {
 
   std::string_view text_;
   Encoding encoding_;
+  std::uint32_t markWidth_;  // in units of the encoding
   std::vector<std::size_t> starts_;
 };
 

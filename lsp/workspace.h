@@ -25,6 +25,8 @@ class Workspace {
   Workspace(const Documents& documents, std::vector<std::string> libraries, Publisher& publisher,
             Log log);
 
+  const Documents& documents() const { return documents_; }
+
   // The document has another text.
   void changed(const std::string& path);
   // Documents were opened, closed or saved, or files have changed.

@@ -28,10 +28,7 @@ class Writer {
   std::vector<LayoutEdit> edits() {
     std::uint32_t end = 0;  // of the piece before
     for (const Piece& piece : pieces_) {
-      gap_.clear();
-      for (std::uint32_t i = 0; i < piece.outNewlines; ++i) gap_ += lineEnd_;
-      gap_.append(piece.outBlanks, ' ');
-      change({end, piece.span.begin}, gap_);
+      changeGap({end, piece.span.begin}, piece);
       const std::string_view text = textOf(piece.span);
       change(piece.span, piece.isToken() ? spelled(piece, text) : commentText(piece, text));
       end = piece.span.end;
@@ -44,14 +41,24 @@ class Writer {
     return text_.substr(span.begin, span.end - span.begin);
   }
 
-  void change(Span range, const std::string& text) {
-    if (textOf(range) == text) return;
-    if (!edits_.empty() && edits_.back().range.end == range.begin) {
-      edits_.back().range.end = range.end;
-      edits_.back().text += text;
-    } else {
-      edits_.push_back({range, text});
-    }
+  // What ends a line, the blank lines, and what indents the next one change apart from each other,
+  // so that each line can be changed alone.
+  void changeGap(Span gap, const Piece& piece) {
+    const std::string_view source = textOf(gap);
+    const std::size_t first = source.find_first_of(kLineEnds);
+    const std::string blanks(piece.outBlanks, ' ');
+    std::string lines;
+    for (std::uint32_t i = 0; i < piece.outNewlines; ++i) lines += lineEnd_;
+    if (first == source.npos || lines.empty()) return change(gap, lines + blanks);
+    const Span ends{gap.begin + static_cast<std::uint32_t>(first),
+                    gap.begin + static_cast<std::uint32_t>(source.find_last_of(kLineEnds) + 1)};
+    change({gap.begin, ends.begin}, "");
+    change(ends, lines);
+    change({ends.end, gap.end}, blanks);
+  }
+
+  void change(Span range, std::string text) {
+    if (textOf(range) != text) edits_.push_back({range, std::move(text)});
   }
 
   // The lines within a comment move with the first one if they are indented as it is.
@@ -83,7 +90,6 @@ class Writer {
   std::string_view text_;
   std::string_view lineEnd_;
   const Pieces& pieces_;
-  std::string gap_;
   std::vector<LayoutEdit> edits_;
 };
 
@@ -98,27 +104,6 @@ std::vector<LayoutEdit> formattingEdits(std::string_view text) {
   format::alignDeclarations(pieces);
   format::layOut(pieces);
   return format::Writer(text, pieces).edits();
-}
-
-std::vector<LayoutEdit> formattingEdits(std::string_view text, std::uint32_t first,
-                                        std::uint32_t last) {
-  std::vector<LayoutEdit> edits = formattingEdits(text);
-  std::uint32_t line = 1;
-  std::uint32_t at = 0;
-  const auto lineOf = [&](std::uint32_t offset) {
-    for (; at < offset; ++at) {
-      const bool ends = text[at] == '\n' || (text[at] == '\r' && text.substr(at, 2) != "\r\n");
-      if (ends) ++line;
-    }
-    return line;
-  };
-  const auto isOutside = [&](const LayoutEdit& edit) {
-    const std::uint32_t begin = lineOf(edit.range.begin);
-    const std::uint32_t end = lineOf(edit.range.end);
-    return end < first || begin > last;
-  };
-  edits.erase(std::remove_if(edits.begin(), edits.end(), isOutside), edits.end());
-  return edits;
 }
 
 std::string withEdits(std::string_view text, const std::vector<LayoutEdit>& edits) {

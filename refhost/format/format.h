@@ -23,13 +23,10 @@ struct LayoutEdit {
 };
 
 // The changes that format a text in which parse() finds no error, from first to last. They do not
-// touch each other, and each of them leaves the tokens what they are, so that any of them may be
-// applied without the others.
-std::vector<LayoutEdit> formattingEdits(std::string_view text);
-// Those of them that begin in one of the lines from `first` to `last`, counted from 1, or end
+// overlap, and each of them leaves the tokens what they are, so that any of them may be applied
+// without the others: those of a line, with what is broken out of it or joined to it, begin or end
 // there.
-std::vector<LayoutEdit> formattingEdits(std::string_view text, std::uint32_t first,
-                                        std::uint32_t last);
+std::vector<LayoutEdit> formattingEdits(std::string_view text);
 
 std::string withEdits(std::string_view text, const std::vector<LayoutEdit>& edits);
 

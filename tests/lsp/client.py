@@ -2,6 +2,7 @@
 import json
 import os
 import pathlib
+import re
 import subprocess
 import threading
 import time
@@ -28,6 +29,23 @@ def place(line, character):
 
 def span(line, begin, end, last=None):
     return {"start": place(line, begin), "end": place(line if last is None else last, end)}
+
+
+def edited(text, edits, encoding):
+    """The text with edits that must not overlap, as a client applies them."""
+    size, codec = (2, "utf-16-le") if encoding == "utf-16" else (1, encoding)
+    lines = [line.encode(codec) for line in re.split(r"(?<=\n)|(?<=\r)(?!\n)", text)]
+    starts = [0]
+    for line in lines:
+        starts.append(starts[-1] + len(line))
+    whole, result, at = b"".join(lines), b"", 0
+    for edit in edits:
+        begin, end = (starts[edit["range"][side]["line"]] + edit["range"][side]["character"] * size
+                      for side in ("start", "end"))
+        assert at <= begin <= end, edits
+        result += whole[at:begin] + edit["newText"].encode(codec)
+        at = end
+    return (result + whole[at:]).decode(codec)
 
 
 class Client:

@@ -91,16 +91,12 @@ TEST(Format, WritesOneStyle) {
   }
 }
 
-TEST(Format, LeavesFaultyTextsAndOtherLinesAlone) {
+TEST(Format, LeavesFaultyTextsAlone) {
   SourceManager sources;
   sources.add("a.st", "PROGRAM P a:=; END_PROGRAM");
   const Formatting refused = formatSource(sources, 0);
   EXPECT_EQ(refused.errors.size(), 1U);
   EXPECT_TRUE(refused.edits.empty());
-
-  const std::string text = "PROGRAM P\na:=1;\nb:=2;\nc:=3;\nEND_PROGRAM\n";
-  EXPECT_EQ(withEdits(text, formattingEdits(text, 3, 3)),
-            "PROGRAM P\na:=1;\n  b := 2;\n  c:=3;\nEND_PROGRAM\n");
 }
 
 // The tokens and comments, without the case of letters, blanks at the ends of lines and the
