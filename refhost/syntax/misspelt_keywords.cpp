@@ -74,6 +74,12 @@ bool isWordCharacter(char c) {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
+// True of the keywords of kUnits. The name of the unit follows.
+bool isUnit(int kind) {
+  return std::any_of(std::begin(kUnits), std::end(kUnits),
+                     [kind](const Keyword& unit) { return unit.kind == kind; });
+}
+
 bool beginsOperand(int kind) {
   return kind == TokenKind::IDENTIFIER || kind == TokenKind::INTEGER || kind == TokenKind::NUMBER ||
          kind == TokenKind::LITERAL || kind == TokenKind::DIRECT_ADDRESS || kind == TokenKind::NOT;
@@ -154,7 +160,7 @@ bool MisspeltKeywords::canBeKeyword(const Token& token, int previous) const {
 }
 
 void MisspeltKeywords::correct(Token& token, int previous) {
-  if (!canBeKeyword(token, previous)) return;
+  if (isUnit(previous) || !canBeKeyword(token, previous)) return;
   const std::string_view word = queue_.textOf(token);
   Candidates candidates(word);
   if (!blocks_.any()) {

@@ -246,7 +246,8 @@ TEST(Recovery, TakesAMisspeltKeywordForTheKeywordWhereNoNameCanStand) {
        {"PROGRAM p FOR i TO 5 DO END_FOR END_PROGRAM", "PROGRAM p i := thin 2; END_PROGRAM",
         "PROGRAM p f(IN b); b := i IN j; END_PROGRAM",
         "PROGRAM p IF b THEN cast; END_IF END_PROGRAM", "PROGRAM p els + 1; END_PROGRAM",
-        "PROGRAM p VAR mdo : INT; END_VAR i := 1 mdo 2; END_PROGRAM"}) {
+        "PROGRAM p VAR mdo : INT; END_VAR i := 1 mdo 2; END_PROGRAM",
+        "FUNCTION_BLOCK (* *) report VAR x : INT; END_VAR END_FUNCTION_BLOCK"}) {
     for (const auto& message : Parsed(source).messages)
       EXPECT_TRUE(message.notes.empty()) << source;
   }
