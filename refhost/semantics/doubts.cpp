@@ -1,5 +1,7 @@
 #include "refhost/semantics/doubts.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "refhost/semantics/constants.h"
@@ -34,6 +36,17 @@ bool compares(ExprKind op, Integer a, Integer b) {
     default:
       return a >= b;
   }
+}
+
+// True of places that are the same but for blanks and the case of letters.
+bool samePlace(std::string_view one, std::string_view other) {
+  const auto withoutBlanks = [](std::string_view text) {
+    std::string words;
+    std::remove_copy_if(text.begin(), text.end(), std::back_inserter(words),
+                        [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); });
+    return words;
+  };
+  return equalIgnoringCase(withoutBlanks(one), withoutBlanks(other));
 }
 
 bool isIntegerDivision(const ASTNode& value) {
@@ -119,7 +132,7 @@ void Doubts::judgeAssignment(const ASTNode& statement) {
   if (kind != target.kind || (kind != ExprKind::Variable && !isAccess(kind))) return;
   const std::string_view text = TreeBuilder::source(target);
   const bool calls = text.find('(') != std::string_view::npos;
-  if (calls || !equalIgnoringCase(text, TreeBuilder::source(source))) return;
+  if (calls || !samePlace(text, TreeBuilder::source(source))) return;
   doubt(statement, message::kSelfAssignment, text);
 }
 

@@ -204,9 +204,10 @@ TEST(Statements, AreDoubted) {
        "si, SINT; 77 ~F00E2 u = -1, UINT; 90 ~F00E2 ul >= 0, ULINT; 118 ~F00E2 bt <= 255, BYTE; "
        "134 ~F00E2 256 > bt, BYTE; 216 ~F00E2 lo > i, INT"},
       {"FOR i := 1 TO k - 5 DO ; END_FOR; FOR i := 1 TO 5 BY -1 DO ; END_FOR; FOR i := 5 TO 5 DO ; "
-       "END_FOR; FOR i := 5 TO 1 BY j DO ; END_FOR; i := I; pt.x := pt.y; a[1] := a[1]; a[F(1)] := "
+       "END_FOR; FOR i := 5 TO 1 BY j DO ; END_FOR; i := I; pt.x := pt.y; a[1] := A[ 1]; a[F(1)] "
+       ":= "
        "a[F(1)]; ip^ := ip^; i.3 := i.4; i.%B1 := i.%B1;",
-       "15 ~F00E4; 49 ~F00E4; 136 ~F00EB i; 158 ~F00EB a[1]; 192 ~F00EB ip^; 216 ~F00EB i.%B1"},
+       "15 ~F00E4; 49 ~F00E4; 136 ~F00EB i; 158 ~F00EB a[1]; 193 ~F00EB ip^; 217 ~F00EB i.%B1"},
       {"IF b THEN RETURN; ; END_IF; WHILE b DO EXIT; i := d; i := 1 / 0; j := nope; END_WHILE; "
        "RETURN; "
        "i := d;",
