@@ -43,7 +43,7 @@ class Reader {
       readGap(span.begin);
       append(kind, span.end);
     } while (kind != Kind::YYEOF);
-    for (const SilentPart& part : silent.silentParts()) pin(part);
+    pin(silent.silentParts());
     return std::move(pieces_);
   }
 
@@ -164,20 +164,25 @@ class Reader {
   }
 
   // A pragma that silences warnings in a line holds for the same tokens afterwards.
-  void pin(const SilentPart& part) {
-    if (text_.substr(part.begin, part.end - part.begin).find_first_of(kLineEnds) != text_.npos)
-      return;
+  void pin(const std::vector<SilentPart>& parts) {
     const auto from = [this](std::uint32_t offset) {
       return std::lower_bound(
           pieces_.begin(), pieces_.end(), offset,
           [](const Piece& piece, std::uint32_t at) { return piece.span.begin < at; });
     };
-    const auto first = from(part.begin);
-    const auto last = from(part.end);
-    if (first == last) return;
-    first->parted = first->newlines > 0;
-    for (auto piece = first + 1; piece != last; ++piece) piece->pinned = true;
-    if (last != pieces_.end()) last->parted = last->newlines > 0;
+    Span pinned;  // last
+    for (const SilentPart& part : parts) {
+      if (part.end == pinned.end && part.begin >= pinned.begin) continue;
+      if (text_.substr(part.begin, part.end - part.begin).find_first_of(kLineEnds) != text_.npos)
+        continue;
+      pinned = {part.begin, part.end};
+      const auto first = from(part.begin);
+      const auto last = from(part.end);
+      if (first == last) continue;
+      first->parted = first->newlines > 0;
+      for (auto piece = first + 1; piece != last; ++piece) piece->pinned = true;
+      if (last != pieces_.end()) last->parted = last->newlines > 0;
+    }
   }
 
   std::string_view text_;

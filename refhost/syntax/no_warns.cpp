@@ -33,7 +33,7 @@ void NoWarns::pragma(Span whole) {
   if (!equalIgnoringCase(text_.substr(word.begin, word.end - word.begin), "nowarn")) return;
   std::vector<unsigned int> warnings = warningsIn({word.end, inner.end});
   if (isBehindCode(whole.begin)) {
-    errors_.silence({lineBegin(whole.begin), lineEnd(whole.begin)}, std::move(warnings));
+    errors_.silence(line_, std::move(warnings));
   } else {
     waiting_.push_back({std::move(warnings)});
     waits_ = true;
@@ -68,7 +68,8 @@ bool NoWarns::settles(Waiting& pragma, int kind, Span span) {
       pragma.closer = constructOf(kind)->closer;
       return false;
     }
-    errors_.silence({span.begin, lineEnd(span.begin)}, std::move(pragma.warnings));
+    enterLine(span.begin);
+    errors_.silence({span.begin, line_.end}, std::move(pragma.warnings));
     return true;
   }
   if (kind != pragma.closer && !last) return false;
@@ -77,28 +78,33 @@ bool NoWarns::settles(Waiting& pragma, int kind, Span span) {
 }
 
 // True if the line has more in front of `offset` than blanks, comments and pragmas.
-bool NoWarns::isBehindCode(std::uint32_t offset) const {
-  const std::uint32_t begin = lineBegin(offset);
-  std::string_view line = text_.substr(begin, offset - begin);
+bool NoWarns::isBehindCode(std::uint32_t offset) {
+  enterLine(offset);
   for (;;) {
-    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
-    if (line.empty()) return false;
+    std::string_view rest = text_.substr(bare_, offset - bare_);
+    const std::size_t blanks = std::min(rest.find_first_not_of(kBlanks), rest.size());
+    rest.remove_prefix(blanks);
+    bare_ += static_cast<std::uint32_t>(blanks);
+    if (rest.empty()) return false;
     std::size_t end = std::string_view::npos;
-    if (line.substr(0, 2) == "(*") end = line.find("*)", 2);
-    if (line.substr(0, 2) == "/*") end = line.find("*/", 2);
-    if (line[0] == '{') end = line.find('}');
+    if (rest.substr(0, 2) == "(*") end = rest.find("*)", 2);
+    if (rest.substr(0, 2) == "/*") end = rest.find("*/", 2);
+    if (rest[0] == '{') end = rest.find('}');
     if (end == std::string_view::npos) return true;
-    line.remove_prefix(end + (line[0] == '{' ? 1 : 2));
+    bare_ += static_cast<std::uint32_t>(end + (rest[0] == '{' ? 1 : 2));
   }
 }
 
-std::uint32_t NoWarns::lineBegin(std::uint32_t offset) const {
-  // The number behind npos is 0.
-  return static_cast<std::uint32_t>(text_.substr(0, offset).find_last_of(kLineEnds) + 1);
-}
-
-std::uint32_t NoWarns::lineEnd(std::uint32_t offset) const {
-  return static_cast<std::uint32_t>(std::min(text_.find_first_of(kLineEnds, offset), text_.size()));
+// Each offset is at least as large as the one before.
+void NoWarns::enterLine(std::uint32_t offset) {
+  if (offset < line_.end) return;
+  const std::string_view between = text_.substr(line_.end, offset - line_.end);
+  const std::size_t last = between.find_last_of(kLineEnds);
+  if (last != between.npos) {
+    line_.begin = bare_ = line_.end + static_cast<std::uint32_t>(last + 1);
+  }
+  line_.end =
+      static_cast<std::uint32_t>(std::min(text_.find_first_of(kLineEnds, offset), text_.size()));
 }
 
 }  // namespace refhost

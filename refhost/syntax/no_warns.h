@@ -32,14 +32,17 @@ class NoWarns {
 
   std::vector<unsigned int> warningsIn(Span words);
   bool settles(Waiting& pragma, int kind, Span span);
-  bool isBehindCode(std::uint32_t offset) const;
-  std::uint32_t lineBegin(std::uint32_t offset) const;
-  std::uint32_t lineEnd(std::uint32_t offset) const;
+  bool isBehindCode(std::uint32_t offset);
+  void enterLine(std::uint32_t offset);
 
   std::string_view text_;
   SyntaxErrors& errors_;
   std::vector<Waiting> waiting_;
   bool waits_ = false;
+  // The line that was asked for last, and how far nothing but comments and pragmas was found in it.
+  // A line may have many pragmas.
+  Span line_;
+  std::uint32_t bare_ = 0;
 };
 
 }  // namespace refhost
