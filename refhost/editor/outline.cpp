@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "hostkit/folding.h"
+#include "hostkit/literal.h"
 
 namespace refhost {
 
@@ -48,8 +49,10 @@ std::string detailOf(const SymbolInfo& symbol) {
 }
 
 std::string titleOf(const SymbolInfo& symbol) {
-  const bool quoted = symbol.kind == SymbolKind::Test && symbol.name.size() > 2;
-  return quoted ? symbol.name.substr(1, symbol.name.size() - 2) : symbol.name;
+  hostkit::LiteralValue title;
+  const bool quoted = symbol.kind == SymbolKind::Test &&
+                      parseLiteral(symbol.name, title) == hostkit::LiteralError::None;
+  return quoted ? title.text : symbol.name;
 }
 
 bool isIn(const SymbolInfo& symbol, std::uint32_t file) {
