@@ -18,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kRunTests = "velc.runTests";
+constexpr const char* kResults = "velc/testResults";
 constexpr int kError = 1, kMessageError = 1, kMessageInfo = 3;
 
 // The failure in words: the assertion, its text and the values of its operands.
@@ -112,12 +113,13 @@ void TestRuns::takeOutput() {
 }
 
 void TestRuns::show(const BackgroundProcess::Result& result) {
-  const Json report = Json::parse(result.output, nullptr, false);
+  Json report = Json::parse(result.output, nullptr, false);
   if (report.is_discarded()) {
     // The program has errors, or there is no test or no compiler.
     rpc_.notify(
         "window/showMessage",
         {{"type", kMessageError}, {"message", "The tests could not be run:\n" + result.errors}});
+    rpc_.notify(kResults, {{"tests", Json::array()}, {"error", result.errors}});
     return;
   }
   Publisher::Findings findings;
@@ -129,7 +131,8 @@ void TestRuns::show(const BackgroundProcess::Result& result) {
     }
   }
   publisher_.setFindings(std::move(findings));
-  rpc_.notify("velc/testResults", report);
+  report["folder"] = folder_;
+  rpc_.notify(kResults, report);
   const std::string text = fmt::format("{} tests passed, {} failed", report.at("passed").get<int>(),
                                        report.at("failed").get<int>());
   rpc_.notify("window/showMessage", {{"type", kMessageInfo}, {"message", text}});
