@@ -10,7 +10,7 @@ CODE = re.compile(r"^ *```.*?^ *```$|`[^`\n]+`", re.M | re.S)
 # In code: a path in one of the folders, and a call of velc. The history may name files that are gone.
 HISTORY = "CHANGELOG.md"
 NAMED = re.compile(r"(?:`|^\$ |^)((?:host|core|operators|hostkit|refhost|runtime|cli|tests|bench"
-                   r"|fuzz|examples|packaging|scripts|docs)/[^`\s<>]*)", re.M)
+                   r"|fuzz|examples|packaging|scripts|docs|editors|lsp)/[^`\s<>]*)", re.M)
 CALL = re.compile(r"(?:^\$ |`)velc ([a-z]+)\b([^`\n|;]*)", re.M)
 HEADING = re.compile(r"^#+ +(.*?) *#*$", re.M)
 
@@ -44,7 +44,7 @@ def problem_of(path, target):
 def markdown_files():
     for path in sorted(ROOT.rglob("*.md")):
         parts = path.relative_to(ROOT).parts
-        if parts[0] not in ("build", ".git"):
+        if parts[0] not in ("build", ".git") and "node_modules" not in parts:
             yield path
 
 
