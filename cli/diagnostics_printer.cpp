@@ -129,8 +129,10 @@ std::string diagnosticJson(const refhost::SourceManager& sources,
   }
   object["fixes"] = Json::array();
   for (const refhost::Fix& fix : message.fixes) {
-    Json& added = object["fixes"].emplace_back(placeJson(sources, fix.range));
-    added["replacement"] = fix.replacement;
+    Json& added = object["fixes"].emplace_back(Json{{"title", fix.title}});
+    for (const refhost::TextEdit& edit : fix.edits) {
+      added["edits"].emplace_back(placeJson(sources, edit.range))["replacement"] = edit.text;
+    }
   }
   // Replaces invalid UTF-8, which sources may contain but JSON must not.
   return object.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';

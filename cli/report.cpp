@@ -11,7 +11,15 @@ Report::Report(const CommonOptions& common)
     : common_(common), colours_(common.colour, STDERR_FILENO) {}
 
 void Report::add(refhost::Session& session, std::size_t first, std::size_t files) {
-  add(session.sources(), session.messages(), first, files);
+  if (common_.diagnostics == DiagnosticsForm::Text) {
+    add(session.sources(), session.messages(), first, files);
+    return;
+  }
+  std::vector<refhost::Diagnostic> messages = session.messages();
+  for (std::size_t i = first; i < messages.size(); ++i) {
+    messages[i].fixes = session.fixes(messages[i]);
+  }
+  add(session.sources(), messages, first, files);
 }
 
 void Report::add(const refhost::SourceManager& sources,

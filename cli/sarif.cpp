@@ -51,12 +51,22 @@ Json locationOf(const refhost::SourceManager& sources, const refhost::SourceRang
 }
 
 Json fixOf(const refhost::SourceManager& sources, const refhost::Fix& fix) {
-  const Json replacement = {{"deletedRegion", regionJson(sources, fix.range)},
-                            {"insertedContent", {{"text", fix.replacement}}}};
-  const Json change = {{"artifactLocation", artifactOf(sources, fix.range)},
-                       {"replacements", Json::array({replacement})}};
-  return {{"description", {{"text", fmt::format("Write '{}'", fix.replacement)}}},
-          {"artifactChanges", Json::array({change})}};
+  Json changes = Json::array();
+  for (const refhost::TextEdit& edit : fix.edits) {
+    const Json replacement = {{"deletedRegion", regionJson(sources, edit.range)},
+                              {"insertedContent", {{"text", edit.text}}}};
+    const Json artifact = artifactOf(sources, edit.range);
+    const auto known = std::find_if(
+        changes.begin(), changes.end(),
+        [&artifact](const Json& change) { return change["artifactLocation"] == artifact; });
+    if (known != changes.end()) {
+      (*known)["replacements"].push_back(replacement);
+    } else {
+      changes.push_back(
+          {{"artifactLocation", artifact}, {"replacements", Json::array({replacement})}});
+    }
+  }
+  return {{"description", {{"text", fix.title}}}, {"artifactChanges", std::move(changes)}};
 }
 
 // Recognises a message in other versions of its file: made from its line without white space, and

@@ -37,4 +37,12 @@ Json Analysed::edit(const refhost::SourceRange& where, const std::string& text) 
   return {{"range", range(where)}, {"newText", text}};
 }
 
+Json Analysed::workspaceEdit(const std::vector<refhost::TextEdit>& edits) const {
+  Json changes = Json::object();
+  for (const refhost::TextEdit& edited : edits) {
+    changes[uri(edited.range.begin.file())].push_back(edit(edited.range, edited.text));
+  }
+  return {{"changes", std::move(changes)}};
+}
+
 }  // namespace lsp

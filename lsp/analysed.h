@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "lsp/documents.h"
 #include "lsp/text.h"
@@ -35,6 +36,8 @@ class Analysed {
   Json location(const refhost::SourceRange& range) const;
   // A TextEdit.
   Json edit(const refhost::SourceRange& range, const std::string& text) const;
+  // A WorkspaceEdit.
+  Json workspaceEdit(const std::vector<refhost::TextEdit>& edits) const;
 
  private:
   const Lines& linesOf(std::uint32_t file) const;

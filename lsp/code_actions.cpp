@@ -1,5 +1,6 @@
-// The changes that messages suggest.
-#include <fmt/format.h>
+// The changes that mend what messages are about.
+#include <algorithm>
+#include <utility>
 
 #include "lsp/diagnostics.h"
 #include "lsp/requests.h"
@@ -13,19 +14,29 @@ bool overlap(const refhost::SourceRange& range, vel::TextLocation begin, vel::Te
          begin.offset() <= range.begin.offset() + range.length;
 }
 
+// True unless the client asks for actions of other kinds only.
+bool wantsFixes(const Json& params) {
+  const Json context = params.value("context", Json::object());
+  if (!context.contains("only")) return true;
+  const Json& only = context["only"];
+  return std::any_of(only.begin(), only.end(),
+                     [](const Json& kind) { return kind == "quickfix" || kind == ""; });
+}
+
 Json codeActions(const Analysed& analysed, const Json& params) {
   Json actions = Json::array();
+  if (!wantsFixes(params)) return actions;
   const vel::TextLocation begin = analysed.place(positionFrom(params.at("range").at("start")));
   const vel::TextLocation end = analysed.place(positionFrom(params.at("range").at("end")));
   for (const refhost::Diagnostic& message : analysed.session().messages()) {
     if (!overlap(message.range, begin, end)) continue;
-    for (const refhost::Fix& fix : message.fixes) {
-      const Json edits = Json::array({analysed.edit(fix.range, fix.replacement)});
-      actions.push_back({{"title", fmt::format("Write '{}'", fix.replacement)},
+    bool first = true;
+    for (const refhost::Fix& fix : analysed.session().fixes(message)) {
+      actions.push_back({{"title", fix.title},
                          {"kind", "quickfix"},
                          {"diagnostics", Json::array({diagnosticOf(analysed, message)})},
-                         {"isPreferred", message.fixes.size() == 1},
-                         {"edit", {{"changes", {{analysed.uri(fix.range.begin.file()), edits}}}}}});
+                         {"isPreferred", std::exchange(first, false) && fix.likely},
+                         {"edit", analysed.workspaceEdit(fix.edits)}});
     }
   }
   return actions;

@@ -22,11 +22,7 @@ Json rename(const Analysed& analysed, const Json& params) {
   const refhost::Renaming renaming =
       refhost::renamed(analysed.session().view(), placeIn(analysed, params), name);
   refuse(renaming.refusal);
-  Json changes = Json::object();
-  for (const refhost::TextEdit& edit : renaming.edits) {
-    changes[analysed.uri(edit.range.begin.file())].push_back(analysed.edit(edit.range, edit.text));
-  }
-  return {{"changes", std::move(changes)}};
+  return analysed.workspaceEdit(renaming.edits);
 }
 
 }  // namespace

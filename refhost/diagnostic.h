@@ -24,10 +24,17 @@ struct Note {
   std::string text;
 };
 
-// A change of the source that probably mends the fault.
-struct Fix {
+// A text that takes the place of a part of a source; that part may be empty.
+struct TextEdit {
   SourceRange range;
-  std::string replacement;
+  std::string text;
+};
+
+// Changes of the source that together probably mend the fault. They do not overlap.
+struct Fix {
+  std::string title;  // what is done, for a menu: "Convert with REAL_TO_INT"
+  std::vector<TextEdit> edits;
+  bool likely = true;  // there is no other change that would do as well
 };
 
 struct Diagnostic {

@@ -27,7 +27,11 @@ struct Remarks {
     return *this;
   }
   Remarks& fix(const SourceRange& where, std::string replacement) {
-    fixes.push_back({where, std::move(replacement)});
+    std::string title = "Write '" + replacement + "'";
+    return fix({std::move(title), {{where, std::move(replacement)}}});
+  }
+  Remarks& fix(Fix added) {
+    fixes.push_back(std::move(added));
     return *this;
   }
 

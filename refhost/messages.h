@@ -151,6 +151,10 @@ constexpr bool isDoubt(unsigned int code) {
 // The format with its placeholders filled with `args` in order.
 std::string filledIn(const MessageFormat& format, std::initializer_list<std::string_view> args);
 
+// The arguments with which the format was filled in to become `text`, which they refer to; none if
+// that is another message.
+std::vector<std::string_view> argumentsIn(const MessageFormat& format, std::string_view text);
+
 // Appends a message to a list that the contract passes. Elsewhere Diagnostics::report() is used.
 void report(std::vector<vel::VELMessage>& messages, vel::TextLocation location,
             const MessageFormat& format, std::initializer_list<std::string_view> args);

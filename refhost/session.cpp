@@ -6,6 +6,7 @@
 #include "host/text.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/plugin_library.h"
+#include "refhost/editor/fixes.h"
 #include "refhost/editor/program_view.h"
 #include "refhost/emit/file_parts.h"
 #include "refhost/emit/file_writer.h"
@@ -52,6 +53,7 @@ struct Session::Impl {
     }
     return good;
   }
+  AnalysedProgram analysed() const { return {sources, *tree, services, broken}; }
   // Before and after the emission. The latter returns false if the C must not be used.
   std::size_t startEmission() {
     shapes.clear();
@@ -229,10 +231,13 @@ bool Session::analyse(bool tests) {
 const std::vector<Diagnostic>& Session::messages() const { return impl_->messages; }
 const std::vector<std::string>& Session::missingNames() const { return impl_->missing; }
 
+std::vector<Fix> Session::fixes(const Diagnostic& message) const {
+  return fixesFor(impl_->analysed(), message);
+}
+
 const ProgramView& Session::view() const {
   if (impl_->view == nullptr) {
-    impl_->view = std::make_unique<const ProgramView>(
-        AnalysedProgram{impl_->sources, *impl_->tree, impl_->services, impl_->broken});
+    impl_->view = std::make_unique<const ProgramView>(impl_->analysed());
   }
   return *impl_->view;
 }

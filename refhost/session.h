@@ -111,6 +111,10 @@ class Session {
   bool analyse(bool tests = false);
   // Those of analyse() by file, line and column, then those of translate(). None is there twice.
   const std::vector<Diagnostic>& messages() const;
+  // What mends the fault that one of these messages is about, the likeliest first: the fixes that
+  // the message has, and those that follow from its place in the program. To be asked before
+  // translate().
+  std::vector<Fix> fixes(const Diagnostic& message) const;
   // What editors ask about the program, once analyse() has run, with errors or without. Valid until
   // restart(). To be asked before translate(). See refhost/editor/program_view.h.
   const ProgramView& view() const;

@@ -9,11 +9,6 @@
 
 namespace refhost {
 
-struct TextEdit {
-  SourceRange range;
-  std::string text;
-};
-
 struct Renaming {
   std::string refusal;          // why it is not possible, in words for the user; empty if it is
   std::vector<TextEdit> edits;  // by file and offset; none after a refusal

@@ -22,7 +22,8 @@ struct SourceText {
 // One session for many texts.
 class Queried {
  public:
-  Queried() : session_(options()) {
+  // `warnings` are shown besides those that are not hidden.
+  explicit Queried(const char* warnings = "") : session_(options(warnings)) {
     std::string error;
     EXPECT_TRUE(session_.start(error)) << error;
   }
@@ -36,8 +37,9 @@ class Queried {
   Session& session() { return session_; }
 
  private:
-  static Options options() {
+  static Options options(const char* warnings) {
     Options options;
+    options.warnings.choose(warnings, true);
     options.pluginPath = VELOPS_PLUGIN;
     return options;
   }

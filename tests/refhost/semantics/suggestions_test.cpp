@@ -9,8 +9,9 @@ std::string fixes(const std::string& source) {
   std::string all;
   for (const Diagnostic& message : session->messages()) {
     for (const Fix& fix : message.fixes) {
-      const LineColumn at = session->sources().position(fix.range.begin);
-      all += fmt::format("{}:{}+{} {}; ", at.line, at.column, fix.range.length, fix.replacement);
+      const TextEdit& edit = fix.edits.front();
+      const LineColumn at = session->sources().position(edit.range.begin);
+      all += fmt::format("{}:{}+{} {}; ", at.line, at.column, edit.range.length, edit.text);
     }
     if (message.fixes.empty()) all += message.text + " ";
   }

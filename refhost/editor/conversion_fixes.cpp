@@ -1,0 +1,249 @@
+#include "refhost/editor/conversion_fixes.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "core/op_manager_api.h"
+#include "core/operator.h"
+#include "refhost/editor/expected_type.h"
+#include "refhost/editor/node_search.h"
+#include "refhost/semantics/arithmetic.h"
+
+namespace refhost {
+
+using Type = vel::SymbolDataType;
+using vel::TreeBuilder;
+
+namespace {
+
+constexpr std::string_view kTo = "_TO_";
+
+// "INT" of an INT and of a subrange of it; empty for types that no operator converts.
+std::string elementaryName(const Type* type) {
+  const bool elementary = type != nullptr && elementaryType(type->dataType()) != nullptr;
+  return elementary ? displayName(type) : std::string();
+}
+
+class Conversions {
+ public:
+  Conversions(const AnalysedProgram& program, const Diagnostic& message, std::vector<Fix>& fixes)
+      : program_(program), message_(message), fixes_(fixes) {}
+
+  void add() {
+    switch (message_.code) {
+      case message::kCannotConvert.code:
+        return addRefused();
+      case vel::message::kToUnsigned.code:
+      case vel::message::kToSigned.code:
+      case message::kInformationLoss.code:
+        return addImplicit();
+      case vel::message::kNotInteger.code:
+        return addInteger(vel::message::kNotInteger);
+      case message::kCondition.code:
+        return convertNode(BasicDataType::Bool);
+      case message::kSelector.code:
+      case message::kSubscriptType.code:
+        return convertNode(BasicDataType::DInt);
+      case message::kOperandTypes.code:
+        return addOperands();
+      case message::kIntegerDivision.code:
+        return addDividend();
+      default:
+        return;
+    }
+  }
+
+ private:
+  using Arguments = std::vector<std::string_view>;
+
+  Arguments arguments(const MessageFormat& format) const {
+    return argumentsIn(format, message_.text);
+  }
+  const ASTNode* node() const { return nodeWith(program_.tree, message_.range); }
+  const Type* elementary(BasicDataType type) const {
+    return program_.services.symbols.elementary(type);
+  }
+  const Type* typeNamed(std::string_view name) const {
+    return program_.services.symbols.dataType(name);
+  }
+  bool hasOperator(const std::string& name) const {
+    return program_.services.operators->findOperator(name) != nullptr;
+  }
+
+  // The operator that converts; empty for none.
+  std::string conversion(const Type* from, const Type* to) const {
+    const std::string source = elementaryName(from);
+    const std::string target = elementaryName(to);
+    if (source.empty() || target.empty() || source == target) return {};
+    // No operator converts between STRING and WSTRING.
+    if (isText(from->dataType()) && isText(to->dataType())) return {};
+    std::string typed = source;
+    typed.append(kTo).append(target);
+    if (hasOperator(typed)) return typed;
+    std::string any = "TO_" + target;
+    return hasOperator(any) ? any : std::string();
+  }
+
+  void convert(const ASTNode& value, const Type* to) {
+    if (literalOf(value) != nullptr || isUntypedNumber(value)) return;
+    const std::string name = conversion(dataTypeOf(value), to);
+    if (name.empty()) return;
+    const SourceRange range = rangeOf(value);
+    Fix fix{"Convert with " + name, {}};
+    // The right side of an assignment may stand in parentheses.
+    const bool bare = message_.range.length <= range.length || node() != &value;
+    const vel::TextLocation end(range.begin.file(), range.begin.offset() + range.length);
+    fix.edits.push_back({{bare ? range.begin : message_.range.begin, 0}, bare ? name + "(" : name});
+    if (bare) fix.edits.push_back({{end, 0}, ")"});
+    fixes_.push_back(std::move(fix));
+  }
+
+  void convertNode(BasicDataType to) {
+    if (const ASTNode* const value = node()) convert(*value, elementary(to));
+  }
+
+  void addRefused() {
+    if (const Arguments said = arguments(message::kCannotConvert); !said.empty()) {
+      return convertNamed(said[0], said[1]);
+    }
+    if (const Arguments said = arguments(vel::message::kExpectBool); !said.empty()) {
+      const ASTNode* const operand = operandWritten(said[0]);
+      if (operand != nullptr) convert(*operand, elementary(BasicDataType::Bool));
+    } else if (!arguments(vel::message::kTypeMismatch).empty()) {
+      renameConversion();
+    } else {
+      addInteger(vel::message::kNotShiftable);
+    }
+  }
+
+  void addImplicit() {
+    for (const MessageFormat* const format :
+         {&vel::message::kToUnsigned, &message::kInformationLoss}) {
+      const Arguments said = arguments(*format);
+      if (!said.empty()) return convertNamed(said[0], said[1]);
+    }
+  }
+
+  // The value at the place of the message if it is of the type that the message names, else the
+  // operand of the conversion that stands there.
+  void convertNamed(std::string_view from, std::string_view to) {
+    const ASTNode* const value = node();
+    if (value == nullptr) return;
+    const Type* const type = dataTypeOf(*value);
+    const Type* const named = typeNamed(from);
+    if (named == nullptr) return;
+    if (type != nullptr && type->dataType() == named->dataType()) {
+      return convert(*value, typeNamed(to));
+    }
+    renameConversion();
+  }
+
+  // The operand of the call at the place of the message that is written so.
+  const ASTNode* operandWritten(std::string_view text) const {
+    const Call* const call = callIn(node());
+    const ASTNode* const list = call != nullptr ? call->parameters() : nullptr;
+    for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+      if (TreeBuilder::source(*list->leaf(i)) == text) return list->leaf(i);
+    }
+    return nullptr;
+  }
+
+  // `INT_TO_REAL(d)` of a DINT becomes `DINT_TO_REAL(d)`.
+  void renameConversion() {
+    const Call* const call = callIn(node());
+    const ASTNode* const list = call != nullptr ? call->parameters() : nullptr;
+    if (list == nullptr || list->leavesCount() != 1 || call->op() == nullptr) return;
+    const std::string& name = call->op()->name;
+    const std::size_t split = name.find(kTo);
+    if (split == std::string::npos || isUntypedNumber(*list->leaf(0))) return;
+    const Type* const to = typeNamed(std::string_view(name).substr(split + kTo.size()));
+    const std::string fitting = conversion(dataTypeOf(*list->leaf(0)), to);
+    if (fitting.empty() || fitting == name || !suits(*node(), *to)) return;
+    fixes_.push_back({"Convert with " + fitting, {{rangeOf(*call->leaf(0)), fitting}}});
+  }
+
+  void addInteger(const MessageFormat& format) {
+    const Arguments said = arguments(format);
+    if (said.empty()) return;
+    const ASTNode* const operand = operandWritten(said[1]);
+    if (operand == nullptr) return;
+    const ASTNode& list = *operand->parent();
+    const bool shifted = list.leaf(0) == operand && list.leavesCount() == 2;
+    const Type* const wanted = shifted ? expectedType(program_.services, *node()) : nullptr;
+    const bool integer = wanted != nullptr && isInteger(wanted->dataType());
+    convert(*operand, integer ? wanted : elementary(BasicDataType::Int));
+  }
+
+  // One of the operands becomes of the type of the other one.
+  void addOperands() {
+    const ASTNode* whole = node();
+    if (const Call* const call = callIn(whole)) {
+      if (call->operation != nullptr) whole = call->operation;
+    }
+    if (whole == nullptr || !isBinary(*whole)) return;
+    const auto& binary = static_cast<const Expr&>(*whole);
+    const std::size_t first = fixes_.size();
+    offerOperand(binary, *binary.leaf(0), *binary.leaf(1));
+    offerOperand(binary, *binary.leaf(1), *binary.leaf(0));
+    for (std::size_t i = first; i < fixes_.size(); ++i)
+      fixes_[i].likely = fixes_.size() - first == 1;
+  }
+
+  void offerOperand(const Expr& binary, const ASTNode& operand, const ASTNode& other) {
+    const Type* const to = typeHolding(program_.services, other);
+    if (to == nullptr || !takes(binary.kind, to->dataType())) return;
+    const bool compares = isComparison(binary.kind);
+    if (compares || suits(binary, *to)) convert(operand, to);
+  }
+
+  // False if the surroundings of the expression refuse a value of the type.
+  bool suits(const ASTNode& expression, const Type& type) const {
+    const Type* const wanted = expectedType(program_.services, expression);
+    if (wanted == nullptr) return true;
+    const BasicDataType target = wanted->dataType();
+    const bool narrows = isInteger(target) && isInteger(type.dataType());
+    return narrows || rateConversion(target, type.dataType(), nullptr) != rating::kMismatch;
+  }
+
+  // True if the operator takes two operands of the type.
+  static bool takes(ExprKind kind, BasicDataType type) {
+    switch (formOf(kind)) {
+      case ExprForm::Arithmetic:
+        if (isDuration(type)) return kind == ExprKind::Add || kind == ExprKind::Subtract;
+        return kind == ExprKind::Modulo ? isInteger(type) : isNumber(type);
+      case ExprForm::Comparison:
+        return elementaryType(type) != nullptr;
+      case ExprForm::Logic:
+        if (kind == ExprKind::AndThen || kind == ExprKind::OrElse) {
+          return type == BasicDataType::Bool;
+        }
+        return type == BasicDataType::Bool || isInteger(type);
+      default:
+        return false;
+    }
+  }
+
+  // A division in the type of its result keeps the fraction.
+  void addDividend() {
+    const ASTNode* const division = node();
+    const Arguments said = arguments(message::kIntegerDivision);
+    if (division == nullptr || !isBinary(*division) || said.empty()) return;
+    const ASTNode& dividend = *division->leaf(0);
+    const bool number = isUntypedNumber(dividend);
+    convert(number ? *division->leaf(1) : dividend, typeNamed(said[1]));
+  }
+
+  const AnalysedProgram& program_;
+  const Diagnostic& message_;
+  std::vector<Fix>& fixes_;
+};
+
+}  // namespace
+
+void addConversions(const AnalysedProgram& program, const Diagnostic& message,
+                    std::vector<Fix>& fixes) {
+  Conversions(program, message, fixes).add();
+}
+
+}  // namespace refhost

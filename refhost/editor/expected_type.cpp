@@ -1,0 +1,189 @@
+#include "refhost/editor/expected_type.h"
+
+#include "refhost/editor/node_search.h"
+#include "refhost/semantics/arithmetic.h"
+#include "refhost/semantics/bindings.h"
+#include "refhost/services/standard_functions.h"
+
+namespace refhost {
+
+using Type = vel::SymbolDataType;
+using vel::ASTType;
+
+namespace {
+
+// Goes from an expression outwards until something tells its type.
+class Surroundings {
+ public:
+  explicit Surroundings(const Services& services) : services_(services) {}
+
+  const Type* typeFor(const ASTNode& value) {
+    const ASTNode* node = &value;
+    while (node->parent() != nullptr) {
+      const ASTNode& parent = *node->parent();
+      bool passes = false;  // the parent wants of this part what is wanted of itself
+      const Type* const type = typeIn(parent, *node, passes);
+      if (type != nullptr || !passes) return type != nullptr ? type : otherwise_;
+      node = &parent;
+    }
+    return otherwise_;
+  }
+
+ private:
+  const Type* elementary(BasicDataType type) const { return services_.symbols.elementary(type); }
+
+  const Type* typeIn(const ASTNode& parent, const ASTNode& part, bool& passes) {
+    if (parent.type() == ASTType::Expression) {
+      return operandType(static_cast<const Expr&>(parent), part, passes);
+    }
+    if (parent.type() == ASTType::ParameterList) {
+      const Call* const call = callIn(parent.parent());
+      return call != nullptr ? argumentType(*call, part, passes) : nullptr;
+    }
+    switch (kindOf(parent)) {
+      case NodeKind::Invocation:
+        return nullptr;
+      case NodeKind::Argument:
+        passes = &part != parent.leaf(0);
+        return nullptr;
+      case NodeKind::VarDecl:
+        return declaredType(static_cast<const VarDecl&>(parent));
+      default:
+        return typeInStatement(parent, part);
+    }
+  }
+
+  const Type* operandType(const Expr& operation, const ASTNode& part, bool& passes) {
+    const auto other = [&] {
+      const ASTNode& left = *operation.leaf(0);
+      return typeHolding(services_, &left == &part ? *operation.leaf(1) : left);
+    };
+    switch (formOf(operation.kind)) {
+      case ExprForm::Call:
+        passes = true;
+        return nullptr;
+      case ExprForm::Unary:
+        passes = true;
+        if (operation.kind == ExprKind::Not) otherwise_ = elementary(BasicDataType::Bool);
+        return nullptr;
+      case ExprForm::Arithmetic: {
+        passes = true;
+        const Type* const type = other();
+        const ASTNode& left = *operation.leaf(0);
+        const bool number = isUntypedNumber(&left == &part ? *operation.leaf(1) : left);
+        // A number fits beside any type that is wanted of the result.
+        if (number) otherwise_ = type;
+        return number ? nullptr : type;
+      }
+      case ExprForm::Comparison:
+        return other();
+      case ExprForm::Logic:
+        passes = true;
+        otherwise_ = elementary(BasicDataType::Bool);
+        return other();
+      case ExprForm::Access:
+        return operation.kind == ExprKind::Element && operation.leaf(0) != &part
+                   ? elementary(BasicDataType::Int)
+                   : nullptr;
+      case ExprForm::Literal:
+      case ExprForm::Variable:
+      case ExprForm::Parts:
+        break;
+    }
+    return nullptr;
+  }
+
+  const Type* argumentType(const Call& call, const ASTNode& argument, bool& passes) const {
+    const auto* const instance = call.instance != nullptr
+                                     ? dynamic_cast<const InstanceType*>(call.instance->dataType)
+                                     : nullptr;
+    const UnitSymbol* const unit = instance != nullptr ? instance->unit : call.function();
+    if (unit != nullptr) {
+      for (const Binding& binding : bindArguments(call, *unit)) {
+        if (binding.node == &argument && binding.parameter != nullptr) {
+          return binding.parameter->dataType();
+        }
+      }
+      return nullptr;
+    }
+    const ASTNode& list = *call.parameters();
+    int index = 0;
+    while (index < list.leavesCount() && list.leaf(index) != &argument) ++index;
+    const StandardFunction* const standard = call.standard();
+    const bool alike =
+        standard != nullptr && (standard->kind == StandardFunction::Kind::Operation ||
+                                standard->kind == StandardFunction::Kind::Comparison);
+    if (standard != nullptr && !alike) {
+      return elementary(standard->takesText(index) ? BasicDataType::String : BasicDataType::Int);
+    }
+    if (call.op() != nullptr && !call.traits()->chooses()) {
+      const bool passed = call.traits()->result == OperatorTraits::Result::Passed;
+      passes = passed || call.traits()->family == OperatorFamily::Numeric;
+      return nullptr;
+    }
+    if (call.op() != nullptr && index < call.traits()->firstChoice) {
+      const bool flag =
+          call.traits()->family == OperatorFamily::Selection && list.leavesCount() == 3;
+      return elementary(flag ? BasicDataType::Bool : BasicDataType::Int);
+    }
+    if (call.op() == nullptr && standard == nullptr) return nullptr;
+    // All operands are of one type, which may be that of the result.
+    const int first = call.op() != nullptr ? call.traits()->firstChoice : 0;
+    for (int i = first; i < list.leavesCount(); ++i) {
+      const ASTNode& other = *list.leaf(i);
+      if (&other == &argument || isUntypedNumber(other)) continue;
+      if (const Type* const type = dataTypeOf(other)) return type;
+    }
+    passes = standard == nullptr || standard->kind == StandardFunction::Kind::Operation;
+    return nullptr;
+  }
+
+  const Type* declaredType(const VarDecl& declaration) const {
+    const ASTNode* const spec = declaration.leaf(VarDecl::kType);
+    const bool plain = spec != nullptr && !isReferenceSpec(*spec);
+    return plain ? static_cast<const TypeSpec*>(spec)->dataType : nullptr;
+  }
+
+  const Type* typeInStatement(const ASTNode& statement, const ASTNode& part) const {
+    switch (statementKindOf(statement)) {
+      case StatementKind::Assignment:
+        return typeHolding(services_, *statement.leaf(&part == statement.leaf(0) ? 1 : 0));
+      case StatementKind::If:
+      case StatementKind::While:
+      case StatementKind::Repeat:
+        return elementary(BasicDataType::Bool);
+      case StatementKind::Case:
+        return elementary(BasicDataType::Int);
+      case StatementKind::For: {
+        const Type* const counter = dataTypeOf(*statement.leaf(0)->leaf(0));
+        return counter != nullptr ? counter : elementary(BasicDataType::Int);
+      }
+      case StatementKind::Bind:
+      case StatementKind::Call:
+      case StatementKind::Exit:
+      case StatementKind::Continue:
+      case StatementKind::Return:
+        break;
+    }
+    return nullptr;
+  }
+
+  const Services& services_;
+  const Type* otherwise_ = nullptr;  // what an operator takes unless more is known of it
+};
+
+}  // namespace
+
+const Type* typeHolding(const Services& services, const ASTNode& value) {
+  const Type* const type = dataTypeOf(value);
+  if (type == nullptr || !isUntypedNumber(value)) return type;
+  const BasicDataType number = type->dataType();
+  const BasicDataType usual = isFloat(number) ? BasicDataType::Real : BasicDataType::Int;
+  return widens(number, usual) ? services.symbols.elementary(usual) : type;
+}
+
+const Type* expectedType(const Services& services, const ASTNode& value) {
+  return Surroundings(services).typeFor(value);
+}
+
+}  // namespace refhost

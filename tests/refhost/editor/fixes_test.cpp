@@ -1,0 +1,112 @@
+#include <algorithm>
+
+#include "tests/refhost/editor/queried.h"
+
+namespace refhost {
+namespace {
+
+std::string applied(std::string text, const Fix& fix) {
+  std::vector<TextEdit> edits = fix.edits;
+  std::stable_sort(edits.begin(), edits.end(), [](const TextEdit& a, const TextEdit& b) {
+    return a.range.begin.offset() > b.range.begin.offset();
+  });
+  for (const TextEdit& edit : edits) {
+    text.replace(edit.range.begin.offset(), edit.range.length, edit.text);
+  }
+  return text;
+}
+
+class Fixes : public testing::Test {
+ protected:
+  std::vector<Diagnostic> messagesOf(const std::string& text) {
+    queried_.analyse({{"test.st", text}});
+    std::vector<Diagnostic> messages = queried_.session().messages();
+    for (Diagnostic& message : messages) message.fixes = queried_.session().fixes(message);
+    return messages;
+  }
+
+  // Expects that each fix of each message removes the message and adds no error.
+  void expectMended(const std::string& text) {
+    const std::vector<Diagnostic> messages = messagesOf(text);
+    for (const Diagnostic& message : messages) {
+      for (const Fix& fix : message.fixes) {
+        const std::string mended = applied(text, fix);
+        const std::vector<Diagnostic> left = messagesOf(mended);
+        const auto isError = [](const Diagnostic& any) { return any.severity == Severity::Error; };
+        const auto isSame = [&message](const Diagnostic& any) {
+          return any.code == message.code && any.text == message.text;
+        };
+        const auto count = [](const std::vector<Diagnostic>& in, const auto& matches) {
+          return std::count_if(in.begin(), in.end(), matches);
+        };
+        std::string rest;
+        for (const Diagnostic& one : left) rest += one.text + '\n';
+        EXPECT_LT(count(left, isSame), count(messages, isSame)) << message.text << '\n' << mended;
+        EXPECT_LE(count(left, isError), count(messages, isError) - (isError(message) ? 1 : 0))
+            << fix.title << '\n'
+            << mended << '\n'
+            << rest;
+      }
+    }
+  }
+
+  // The changed part of the text for each fix of each message, with "?" behind one that is not
+  // likely, and with its line if that is not line 2.
+  std::string fixed(const std::string& text) {
+    std::string all;
+    for (const Diagnostic& message : messagesOf(text)) {
+      for (const Fix& fix : message.fixes) {
+        const std::string mended = applied(text, fix);
+        const auto begin = fix.edits.front().range.begin.offset();
+        const SourceRange& last = fix.edits.back().range;
+        const std::size_t behind = text.size() - last.begin.offset() - last.length;
+        const auto line = 1 + std::count(text.begin(), text.begin() + begin, '\n');
+        all += (all.empty() ? "" : "; ") + (line == 2 ? "" : std::to_string(line) + ": ") +
+               mended.substr(begin, mended.size() - behind - begin) + (fix.likely ? "" : "?");
+      }
+    }
+    return all;
+  }
+
+ private:
+  Queried queried_{"all"};
+};
+
+TEST_F(Fixes, ConvertWhatIsRefused) {
+  const std::string rows[][2] = {
+      {"i := r; i := (lr); i := d; u := i; b := i + 1; s := i; t := i; bt := i; w := si; i := -r; "
+       "i := c; c := r; s := ws; i := 1.5; i := 2 * 1.5;",
+       "REAL_TO_INT(r); LREAL_TO_INT; DINT_TO_INT(d); INT_TO_UINT(i); INT_TO_BOOL(i + 1); "
+       "INT_TO_STRING(i); INT_TO_TIME(i); INT_TO_BYTE(i); SINT_TO_WORD(si); REAL_TO_INT(-r); "
+       "REAL_TO_INT(2 * 1.5)"},
+      {"IF i THEN ; END_IF; a[r] := 1; CASE r OF 1: ; END_CASE; FOR i := r TO lr BY b DO ; "
+       "END_FOR; REPEAT ; UNTIL w END_REPEAT; pt.x := r; a2[0, 0] := i; rf^ := r; lv := d;",
+       "INT_TO_BOOL(i); REAL_TO_DINT(r); REAL_TO_DINT(r); REAL_TO_INT(r); LREAL_TO_INT(lr); "
+       "BOOL_TO_INT(b); WORD_TO_BOOL(w); REAL_TO_INT(r); INT_TO_BOOL(i); REAL_TO_INT(r); "
+       "DINT_TO_INT(d)"},
+      {"i := LIMIT(0, r, 100); r := LIMIT(i, r, d); i := SEL(i, 1, 2); i := INT_TO_REAL(d); r := "
+       "INT_TO_REAL(l); s := INT_TO_STRING(r); i := STRING_TO_INT(ws);",
+       "REAL_TO_INT(LIMIT(0, r, 100)); DINT_TO_REAL(d); INT_TO_BOOL(i); LINT_TO_REAL; "
+       "REAL_TO_STRING"},
+      {"r := SQRT(i); w := SHL(w, r); w := SHL(r, 1); i := MUX(r, i, j); w := ROR(w, s); i := F(a "
+       ":= r, b := d); fb(i := r, io := r); i := fb.o + r;",
+       "LREAL_TO_REAL(SQRT(i)); REAL_TO_INT(r); REAL_TO_WORD(r); REAL_TO_INT(r); STRING_TO_INT(s); "
+       "REAL_TO_INT(r); DINT_TO_INT(d); REAL_TO_INT(r); REAL_TO_INT(fb.o + r)"},
+      {"i := i + s; b := i AND b; b := s = i; b := b > i; i := t + i; t := t + i; r := r MOD i; b "
+       ":= i OR_ELSE b; i := ADD(i, b); b := GT(i, s); s := CONCAT(s, i); r := MUL(t, s);",
+       "STRING_TO_INT(s); INT_TO_BOOL(i); STRING_TO_INT(s)?; INT_TO_STRING(i)?; BOOL_TO_INT(b)?; "
+       "INT_TO_BOOL(i)?; TIME_TO_INT(t); INT_TO_TIME(i); REAL_TO_INT(r); INT_TO_BOOL(i); "
+       "BOOL_TO_INT(b); INT_TO_STRING(i)?; STRING_TO_INT(s)?; INT_TO_STRING(i)"},
+      {"dt1 := da; ul := l; lr := ul; x2 := t; ip := r; r := i / j; r := 1 / i + r;",
+       "DATE_TO_DT(da); LINT_TO_ULINT(l); ULINT_TO_LREAL(ul); TIME_TO_STRING(t); INT_TO_REAL(i); "
+       "INT_TO_REAL(i)"},
+  };
+  for (const auto& [statements, expected] : rows) {
+    const std::string text = withEverything(statements);
+    EXPECT_EQ(fixed(text), expected) << statements;
+    expectMended(text);
+  }
+}
+
+}  // namespace
+}  // namespace refhost
