@@ -678,7 +678,7 @@ void Parser::report_syntax_error(const context& found) const {
   for (int i = 0; i < count; ++i) expected.add(symbol_name(kinds[i]));
   if (tokens.refuses(found.location(), expected)) return;
   Remarks* const said = errors.unexpected(found.location(), expected.text());
-  if (said != nullptr) tokens.suggestKeyword(found.location(), expected, *said);
+  if (said != nullptr) tokens.suggest(found.location(), expected, *said);
 }
 
 }  // namespace refhost::grammar

@@ -4,6 +4,7 @@
 
 #include "grammar.h"
 #include "hostkit/folding.h"
+#include "refhost/syntax/expected_tokens.h"
 #include "refhost/syntax/syntax_errors.h"
 #include "refhost/syntax/token_stream.h"
 
@@ -167,7 +168,7 @@ int TokenStream::missingBeforeName(const Token& token) {
     if (!declares || brackets_ > 0) return 0;
     errors_.refusePart();
     const bool known = recovery_ != Recovery::None || std::exchange(amidst_, false);
-    if (!known) errors_.unexpected(token.span, "';'");
+    if (!known) addMissing(errors_.unexpected(token.span, "';'"), ";", token.span);
     errors_.muteDeclaration(token.span.end);
     return ';';
   }
@@ -183,7 +184,7 @@ int TokenStream::missingBeforeType(const Token& token) {
   const int next = queue_.ahead().kind;
   if (!equalIgnoringCase(queue_.textOf(opener), "FUNCTION")) return 0;
   if (next != TokenKind::IDENTIFIER && !isStructural(next)) return 0;
-  errors_.unexpected(token.span, "':'");
+  addMissing(errors_.unexpected(token.span, "':'"), ":", token.span);
   return ':';
 }
 
@@ -192,7 +193,9 @@ int TokenStream::missingHeaderEnd(const Token& token) {
   if (!top.inHeader) return 0;
   // After an error in the header this would be a consequence of it.
   if (!errors_.reportedSince(top.begin)) {
-    errors_.unexpected(token.span, top.construct->headerEndName);
+    Remarks* const said = errors_.unexpected(token.span, top.construct->headerEndName);
+    const bool whole = top.construct->opener != TokenKind::FOR || top.hasTo;
+    if (whole) addMissing(said, top.construct->headerEndName, token.span);
   }
   top.inHeader = false;
   top.doubtful = true;
@@ -220,6 +223,11 @@ int TokenStream::closeTop(const Token& token) {
   if (!blocks_.top().doubtful) {
     Remarks* const said = errors_.unexpected(token.span, construct.closerName);
     if (said != nullptr) noteOpener(*said);
+    if (said != nullptr) {
+      errors_.insert(*said, construct.closerName,
+                     closerInsertion(queue_.textFrom(0), construct, blocks_.top().opener,
+                                     endBefore(token.span), token.span.begin));
+    }
   }
   if (roleOf(token.kind) == TokenRole::Closer && !closesUnit(token.kind)) crossed_ = &construct;
   blocks_.close();
@@ -229,6 +237,70 @@ int TokenStream::closeTop(const Token& token) {
 void TokenStream::noteOpener(Remarks& said) const {
   const Span opener = blocks_.top().opener;
   said.note(errors_.rangeOf(opener), "the " + std::string(queue_.textOf(opener)) + " stands here");
+}
+
+// The end of the last token of the source before `token`, which is to be delivered or was the last.
+std::uint32_t TokenStream::endBefore(Span token) const {
+  return last_.span.begin == token.begin ? lastEnd_ : last_.span.end;
+}
+
+// Adds to the message on `found`, null if there is none, that the token is missing before it.
+void TokenStream::addMissing(Remarks* said, std::string_view token, Span found) const {
+  const std::uint32_t end = endBefore(found);
+  if (said == nullptr || end > found.begin) return;
+  const bool word = isLetter(token.front()) || token == ":";
+  std::string text = (word ? " " : "") + std::string(token);
+  if (word && end == found.begin) text += ' ';
+  errors_.insert(*said, token, {end, std::move(text)});
+}
+
+// True if a header of a statement has not ended, and the tokens before the next ';' do not end it.
+bool TokenStream::isHeaderOpen(int end) {
+  const bool open = blocks_.any() && blocks_.top().inHeader;
+  if (!open || blocks_.top().construct->headerEnd != end) return false;
+  std::size_t distance = 1;
+  while (!isStructural(queue_.ahead(distance).kind)) {
+    if (queue_.ahead(distance).kind == TokenKind::YYEOF) return true;
+    ++distance;
+  }
+  return queue_.ahead(distance).kind != end;
+}
+
+// True if a declaration or a statement seems to begin with the token delivered last.
+bool TokenStream::beginsAnew(Span found) {
+  if (isStructural(last_.kind)) return last_.kind != ';';
+  if (last_.kind != TokenKind::IDENTIFIER) return false;
+  const int next = queue_.ahead().kind;
+  const bool declares = next == ':' || next == ',' || next == TokenKind::AT;
+  if (!continuesStatement(next) && !declares) return false;
+  const std::uint32_t end = endBefore(found);
+  const bool sameLine =
+      queue_.textFrom(0).substr(end, found.begin - end).find('\n') == std::string_view::npos;
+  return !sameLine || next == TokenKind::ASSIGN;
+}
+
+void TokenStream::suggest(Span found, const ExpectedTokens& expected, Remarks& said) {
+  if (last_.kind == TokenKind::IDENTIFIER && !continuesStatement(queue_.ahead().kind)) {
+    misspeltKeywords_.suggest(found, expected, said);
+  }
+  const std::uint32_t end = endBefore(found);
+  if (!said.fixes.empty() || end > found.begin) return;
+  const bool condition = isHeaderOpen(TokenKind::THEN) || isHeaderOpen(TokenKind::DO);
+  if (last_.kind == '=' && expected.has("':='")) {
+    said.fix(errors_.rangeOf(found), ":=");
+  } else if (last_.kind == TokenKind::ASSIGN && expected.has("'='") && blocks_.any() &&
+             blocks_.top().inHeader) {
+    said.fix(errors_.rangeOf(found), "=");
+  } else if (wereOpen_ == 1 && expected.has("')'") && isStructural(last_.kind)) {
+    addMissing(&said, ")", found);
+  } else if (condition && last_.kind == TokenKind::IDENTIFIER &&
+             continuesStatement(queue_.ahead().kind)) {
+    addMissing(&said, blocks_.top().construct->headerEndName, found);
+  } else if (expected.has("OF") && isHeaderOpen(TokenKind::OF)) {
+    addMissing(&said, "OF", found);
+  } else if (expected.has("';'") && beginsAnew(found)) {
+    addMissing(&said, ";", found);
+  }
 }
 
 // Closes inner blocks until a block of `construct` is innermost. If none is open, the parser

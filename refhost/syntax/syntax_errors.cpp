@@ -5,6 +5,7 @@
 #include <string>
 
 #include "hostkit/encoding.h"
+#include "hostkit/folding.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/source.h"
 
@@ -76,6 +77,13 @@ void SyntaxErrors::propose(Remarks& said, Span words, std::string_view keyword) 
   const SourceRange range = rangeOf(words);
   const std::string text(keyword);
   said.note(range, "did you mean '" + text + "'?").fix(range, text);
+}
+
+void SyntaxErrors::insert(Remarks& said, std::string_view word, Insertion insertion) const {
+  const SourceRange place = rangeOf({insertion.offset, insertion.offset});
+  const std::string shown =
+      isLetter(word.front()) ? std::string(word) : "'" + std::string(word) + "'";
+  said.fix({"Add " + shown, {{place, std::move(insertion.text)}}});
 }
 
 void SyntaxErrors::notSupported(Span at, std::string_view construct) {

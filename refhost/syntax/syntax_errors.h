@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "refhost/diagnostics.h"
+#include "refhost/syntax/insertions.h"
 #include "refhost/syntax/span.h"
 
 namespace refhost {
@@ -29,6 +30,9 @@ class SyntaxErrors {
 
   // Adds that `keyword` was probably meant by `words`.
   void propose(Remarks& said, Span words, std::string_view keyword) const;
+
+  // Adds a fix, which inserts `word`, that the message reports as missing.
+  void insert(Remarks& said, std::string_view word, Insertion insertion) const;
 
   void warn(Span at, const MessageFormat& format, std::string_view argument) {
     messages_.report(rangeOf(at), format, {argument});

@@ -91,6 +91,7 @@ int TokenStream::deliver(const Token& token, Span& span) {
     recovery_ = Recovery::None;
   }
   beforeLast_ = last_.kind;
+  if (last_.span.begin != token.span.begin) lastEnd_ = last_.span.end;
   last_ = token;
   span = token.span;
   return token.kind;
@@ -199,6 +200,7 @@ int TokenStream::accept(const Token& token) {
   const TokenRole role = roleOf(token.kind);
   if (role != TokenRole::Prefix) prefixes_ = 0;
   resumes_ = false;
+  wereOpen_ = brackets_;
   switch (role) {
     case TokenRole::Opener:
       return token.kind == TokenKind::PROGRAM && inConfiguration() ? token.kind : openBlock(token);
@@ -283,11 +285,6 @@ void TokenStream::endHeader(int token) {
   if (!expected || !std::exchange(blocks_.top().inHeader, false)) {
     lostOpener_ = lostOpener_ || recovery_ != Recovery::None;
   }
-}
-
-void TokenStream::suggestKeyword(Span found, const ExpectedTokens& expected, Remarks& said) {
-  if (last_.kind != TokenKind::IDENTIFIER || continuesStatement(queue_.ahead().kind)) return;
-  misspeltKeywords_.suggest(found, expected, said);
 }
 
 // What cannot begin a statement or a declaration behind a mistake is part of it.

@@ -36,8 +36,9 @@ class TokenStream {
   // To be called at a syntax error at `found`, the token delivered last. Prepares the recovery. If
   // the token is part of a construct that is not supported, reports that and returns true.
   bool refuses(Span found, const ExpectedTokens& expected);
-  // Adds a note to the message on `found` if that is a misspelt keyword.
-  void suggestKeyword(Span found, const ExpectedTokens& expected, Remarks& said);
+  // Adds to the message on `found` what was probably meant: a keyword that is misspelt, or a token
+  // that is missing or another one.
+  void suggest(Span found, const ExpectedTokens& expected, Remarks& said);
   // To be called when the parser has found the ';' that ends a mistake.
   void endMistake() { endedMistake_ = true; }
   // To be called when the parser resumes at the token delivered last without looking for a ';'.
@@ -59,6 +60,10 @@ class TokenStream {
   bool isConsequence(const ExpectedTokens& expected);
   bool dividesDeclarations() const;
   void muteRest(const Token& token);
+  std::uint32_t endBefore(Span token) const;
+  void addMissing(Remarks* said, std::string_view token, Span found) const;
+  bool isHeaderOpen(int end);
+  bool beginsAnew(Span found);
 
   // Determines the kind of a word from its context.
   void takeWord(Token& token);
@@ -105,9 +110,10 @@ class TokenStream {
   MistakenWords mistakenWords_;
   MisspeltKeywords misspeltKeywords_;
   Unsupported unsupported_;
-  Token last_;               // delivered last
-  int beforeLast_ = 0;       // the kind of the token before it
-  std::deque<Token> again_;  // to be delivered a second time
+  Token last_;                 // delivered last
+  int beforeLast_ = 0;         // the kind of the token before it
+  std::uint32_t lastEnd_ = 0;  // the end of the last token that begins elsewhere than last_
+  std::deque<Token> again_;    // to be delivered a second time
   Recovery recovery_ = Recovery::None;
   int quiet_ = 0;                       // tokens before the parser reports errors again
   bool discards_ = false;               // the parser discards last_ while it looks for a ';'
@@ -123,6 +129,7 @@ class TokenStream {
   int units_ = 0;                       // program units that have begun
   bool resumes_ = false;  // last_ begins or ends a block, so the parser can resume there
   int brackets_ = 0;      // open in the current statement
+  int wereOpen_ = 0;      // before the token accepted last
   int prefixes_ = 0;      // signs and NOTs in a row
 };
 

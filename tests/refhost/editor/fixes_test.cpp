@@ -108,5 +108,29 @@ TEST_F(Fixes, ConvertWhatIsRefused) {
   }
 }
 
+TEST_F(Fixes, AddWhatIsMissing) {
+  const std::string rows[][2] = {
+      {"PROGRAM P VAR b : BOOL; x,y:INT END_VAR\nx = 5; IF x := 5 THEN y := (1 + 2; END_IF x := "
+       "MAX(1, 2;\nx := y\ny := 1; IF b x := 1; END_IF; FOR x := 1 TO 5 y := 1; x := x y := 1; "
+       "END_FOR\nCASE x 1: y := 1; END_CASE WHILE (b DO ; END_WHILE IF b ; END_IF; "
+       "END_PROGRAM\nFUNCTION F INT VAR_INPUT a : INT\n  b : INT\nEND_VAR\n  F := a;\nEND_FUNCTION",
+       "1: ;; :=; =; ); ); 3: ;; 4:  THEN; 4:  DO; 4: ;; 5:  OF; 5: ); 5:  THEN; 6:  :; 6: ;; 7: "
+       ";"},
+      {"PROGRAM P\nVAR b : BOOL;\n  x : INT;\n// of P\nIF b THEN\n  WHILE b DO\n    x := 1;\n    "
+       "// more\nEND_IF; // END_WHILE\nIF b THEN\n  IF NOT b THEN\n    x := 1;\n  ELSE x := 2; (* "
+       "two\n  lines *)\n  x := 3;\nEND_IF;\nREPEAT\n  CASE x OF\n  1: IF b THEN\n    x := 2;\n  "
+       "2: x := 3;\n  b := FALSE;\nUNTIL b END_REPEAT;\nEND_PROGRAM",
+       "3: \nEND_VAR; 7: \n  END_WHILE; 20: \n  END_IF; 21: \n  END_CASE; 15:   END_IF\n"},
+      {"TYPE T : STRUCT\n  a : INT;\nEND_TYPE\nPROGRAM P VAR b : BOOL; END_VAR\nIF b THEN b := "
+       "FALSE;END_PROGRAM\nFUNCTION_BLOCK B\nVAR a : INT; END_VAR\na := 1; // one\n\n(* Next. "
+       "*)\nFUNCTION_BLOCK C VAR a : INT; END_VAR\nFOR a := 1 TO 2 DO\n;\nEND_FUNCTION_BLOCK",
+       "\nEND_STRUCT; 5:  END_IF ; 8: \nEND_FUNCTION_BLOCK; 13: \nEND_FOR"},
+  };
+  for (const auto& [text, expected] : rows) {
+    EXPECT_EQ(fixed(text), expected) << text;
+    expectMended(text);
+  }
+}
+
 }  // namespace
 }  // namespace refhost
