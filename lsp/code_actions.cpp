@@ -4,6 +4,7 @@
 
 #include "lsp/diagnostics.h"
 #include "lsp/requests.h"
+#include "refhost/editor/fixes.h"
 
 namespace lsp {
 
@@ -30,8 +31,11 @@ Json codeActions(const Analysed& analysed, const Json& params) {
   const vel::TextLocation end = analysed.place(positionFrom(params.at("range").at("end")));
   for (const refhost::Diagnostic& message : analysed.session().messages()) {
     if (!overlap(message.range, begin, end)) continue;
+    std::vector<refhost::Fix> fixes = analysed.session().fixes(message);
+    const bool warning = message.severity == refhost::Severity::Warning;
+    if (warning) fixes.push_back(refhost::silencing(analysed.session().sources(), message));
     bool first = true;
-    for (const refhost::Fix& fix : analysed.session().fixes(message)) {
+    for (const refhost::Fix& fix : fixes) {
       actions.push_back({{"title", fix.title},
                          {"kind", "quickfix"},
                          {"diagnostics", Json::array({diagnosticOf(analysed, message)})},

@@ -1,5 +1,8 @@
 #include "refhost/editor/expected_type.h"
 
+#include <string>
+
+#include "core/operator.h"
 #include "refhost/editor/node_search.h"
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/bindings.h"
@@ -34,7 +37,7 @@ class Surroundings {
 
   const Type* typeIn(const ASTNode& parent, const ASTNode& part, bool& passes) {
     if (parent.type() == ASTType::Expression) {
-      return operandType(static_cast<const Expr&>(parent), part, passes);
+      return typeInOperation(static_cast<const Expr&>(parent), part, passes);
     }
     if (parent.type() == ASTType::ParameterList) {
       const Call* const call = callIn(parent.parent());
@@ -42,6 +45,7 @@ class Surroundings {
     }
     switch (kindOf(parent)) {
       case NodeKind::Invocation:
+        passes = part.type() == ASTType::ParameterList;
         return nullptr;
       case NodeKind::Argument:
         passes = &part != parent.leaf(0);
@@ -53,7 +57,7 @@ class Surroundings {
     }
   }
 
-  const Type* operandType(const Expr& operation, const ASTNode& part, bool& passes) {
+  const Type* typeInOperation(const Expr& operation, const ASTNode& part, bool& passes) {
     const auto other = [&] {
       const ASTNode& left = *operation.leaf(0);
       return typeHolding(services_, &left == &part ? *operation.leaf(1) : left);
@@ -109,22 +113,14 @@ class Surroundings {
     const ASTNode& list = *call.parameters();
     int index = 0;
     while (index < list.leavesCount() && list.leaf(index) != &argument) ++index;
+    if (const Type* const type = operandType(services_, call, index)) return type;
     const StandardFunction* const standard = call.standard();
-    const bool alike =
-        standard != nullptr && (standard->kind == StandardFunction::Kind::Operation ||
-                                standard->kind == StandardFunction::Kind::Comparison);
-    if (standard != nullptr && !alike) {
-      return elementary(standard->takesText(index) ? BasicDataType::String : BasicDataType::Int);
-    }
     if (call.op() != nullptr && !call.traits()->chooses()) {
-      const bool passed = call.traits()->result == OperatorTraits::Result::Passed;
-      passes = passed || call.traits()->family == OperatorFamily::Numeric;
+      const OperatorFamily family = call.traits()->family;
+      passes = call.traits()->result == OperatorTraits::Result::Passed ||
+               family == OperatorFamily::Numeric || family == OperatorFamily::Shift ||
+               family == OperatorFamily::Rotation;
       return nullptr;
-    }
-    if (call.op() != nullptr && index < call.traits()->firstChoice) {
-      const bool flag =
-          call.traits()->family == OperatorFamily::Selection && list.leavesCount() == 3;
-      return elementary(flag ? BasicDataType::Bool : BasicDataType::Int);
     }
     if (call.op() == nullptr && standard == nullptr) return nullptr;
     // All operands are of one type, which may be that of the result.
@@ -176,10 +172,38 @@ class Surroundings {
 
 const Type* typeHolding(const Services& services, const ASTNode& value) {
   const Type* const type = dataTypeOf(value);
+  if (type == nullptr && value.type() == ASTType::Expression &&
+      isComparison(static_cast<const Expr&>(value).kind)) {
+    return services.symbols.elementary(BasicDataType::Bool);
+  }
   if (type == nullptr || !isUntypedNumber(value)) return type;
   const BasicDataType number = type->dataType();
   const BasicDataType usual = isFloat(number) ? BasicDataType::Real : BasicDataType::Int;
   return widens(number, usual) ? services.symbols.elementary(usual) : type;
+}
+
+const Type* operandType(const Services& services, const Call& call, int index) {
+  const auto elementary = [&services](BasicDataType type) {
+    return services.symbols.elementary(type);
+  };
+  if (const StandardFunction* const standard = call.standard()) {
+    const bool alike = standard->kind == StandardFunction::Kind::Operation ||
+                       standard->kind == StandardFunction::Kind::Comparison;
+    if (alike) return nullptr;
+    return elementary(standard->takesText(index) ? BasicDataType::String : BasicDataType::Int);
+  }
+  if (call.op() == nullptr) return nullptr;
+  const OperatorTraits& traits = *call.traits();
+  if (index < traits.firstChoice) {
+    return elementary(traits.has(OperatorTraits::kExtensible) ? BasicDataType::Int
+                                                              : BasicDataType::Bool);
+  }
+  const bool shifts =
+      traits.family == OperatorFamily::Shift || traits.family == OperatorFamily::Rotation;
+  if (shifts && index > 0) return elementary(BasicDataType::Int);
+  const std::string& name = call.op()->name;
+  const std::size_t split = name.find("_TO_");
+  return split != name.npos ? services.symbols.dataType(name.substr(0, split)) : nullptr;
 }
 
 const Type* expectedType(const Services& services, const ASTNode& value) {

@@ -14,4 +14,8 @@ const vel::SymbolDataType* expectedType(const Services& services, const ASTNode&
 // large for these, the type that holds it. Null if the value has no type.
 const vel::SymbolDataType* typeHolding(const Services& services, const ASTNode& value);
 
+// The type of the operand at a position of the call of an operator or a standard function, if it
+// depends neither on the other operands nor on the result; null if it does.
+const vel::SymbolDataType* operandType(const Services& services, const Call& call, int index);
+
 }  // namespace refhost

@@ -13,4 +13,7 @@ namespace refhost {
 // them the message is gone, and there is no new error.
 std::vector<Fix> fixesFor(const AnalysedProgram& program, const Diagnostic& message);
 
+// The pragma that silences a warning in its line. An offer for editors; no fault is mended by it.
+Fix silencing(const SourceManager& sources, const Diagnostic& warning);
+
 }  // namespace refhost

@@ -1,3 +1,5 @@
+#include "refhost/editor/fixes.h"
+
 #include <algorithm>
 
 #include "tests/refhost/editor/queried.h"
@@ -25,8 +27,9 @@ class Fixes : public testing::Test {
     return messages;
   }
 
-  // Expects that each fix of each message removes the message and adds no error.
-  void expectMended(const std::string& text) {
+  // Expects these fixes, each of which removes its message and adds no error.
+  void expectFixes(const std::string& text, const std::string& expected) {
+    EXPECT_EQ(fixed(text), expected) << text;
     const std::vector<Diagnostic> messages = messagesOf(text);
     for (const Diagnostic& message : messages) {
       for (const Fix& fix : message.fixes) {
@@ -50,8 +53,8 @@ class Fixes : public testing::Test {
     }
   }
 
-  // The changed part of the text for each fix of each message, with "?" behind one that is not
-  // likely, and with its line if that is not line 2.
+  // The new part of the text for each fix of each message, or "-" and what is removed; with "?"
+  // behind one that is not likely, and with its line if that is not line 2.
   std::string fixed(const std::string& text) {
     std::string all;
     for (const Diagnostic& message : messagesOf(text)) {
@@ -61,8 +64,10 @@ class Fixes : public testing::Test {
         const SourceRange& last = fix.edits.back().range;
         const std::size_t behind = text.size() - last.begin.offset() - last.length;
         const auto line = 1 + std::count(text.begin(), text.begin() + begin, '\n');
+        std::string changed = mended.substr(begin, mended.size() - behind - begin);
+        if (changed.empty()) changed = "-" + text.substr(begin, last.length);
         all += (all.empty() ? "" : "; ") + (line == 2 ? "" : std::to_string(line) + ": ") +
-               mended.substr(begin, mended.size() - behind - begin) + (fix.likely ? "" : "?");
+               changed + (fix.likely ? "" : "?");
       }
     }
     return all;
@@ -102,9 +107,7 @@ TEST_F(Fixes, ConvertWhatIsRefused) {
        "INT_TO_REAL(i)"},
   };
   for (const auto& [statements, expected] : rows) {
-    const std::string text = withEverything(statements);
-    EXPECT_EQ(fixed(text), expected) << statements;
-    expectMended(text);
+    expectFixes(withEverything(statements), expected);
   }
 }
 
@@ -126,9 +129,70 @@ TEST_F(Fixes, AddWhatIsMissing) {
        "*)\nFUNCTION_BLOCK C VAR a : INT; END_VAR\nFOR a := 1 TO 2 DO\n;\nEND_FUNCTION_BLOCK",
        "\nEND_STRUCT; 5:  END_IF ; 8: \nEND_FUNCTION_BLOCK; 13: \nEND_FOR"},
   };
-  for (const auto& [text, expected] : rows) {
-    EXPECT_EQ(fixed(text), expected) << text;
-    expectMended(text);
+  for (const auto& [text, expected] : rows) expectFixes(text, expected);
+}
+
+TEST_F(Fixes, DeclareWhatIsUnknown) {
+  const std::string rows[][2] = {
+      {withEverything(
+           "rate := 2.5; flag := i > bound; IF ready AND NOT halt THEN ; END_IF; FOR m := 1 TO "
+           "last DO ; END_FOR; i := a[index] + offset * 2; name := s; hue := Green; fb(i := first, "
+           "io := total); pump(i := 1, io := i); i := MAX(i, most); i := SEL(gate, 1, i); r := "
+           "REAL_TO_INT(real1); w := SHL(bits, count); i := LEN(text); none9.y := 1; one := two; "
+           "none(1); CASE i OF case1: ; END_CASE;"),
+       "1: rate : REAL; ; 1: flag : BOOL; ; 1: bound : INT; ; 1: ready : BOOL; ; 1: halt : BOOL; ; "
+       "1: m : INT; ; 1: last : INT; ; 1: index : INT; ; 1: offset : INT; ; 1: name : STRING[5]; ; "
+       "1: hue : Color; ; 1: first : INT; ; 1: total : INT; ; 1: pump : B; ; 1: most : INT; ; 1: "
+       "gate : BOOL; ; 1: real1 : REAL; ; 1: bits : WORD; ; 1: count : INT; ; 1: text : STRING; "},
+      {"FUNCTION F : INT // one\nVAR_INPUT\n  a : INT;\nEND_VAR\n  F := a + "
+       "more;\nEND_FUNCTION\nFUNCTION G\n  x := 1;\nEND_FUNCTION\nFUNCTION H : INT; H := 1; z := "
+       "H; END_FUNCTION\n  FUNCTION_BLOCK B\n  VAR_INPUT on : BOOL; END_VAR\n  VAR\n      t : "
+       "TIME; (* two *)\n  END_VAR\n  timer2 := t;\n  END_FUNCTION_BLOCK\nPROGRAM P\r\nVAR RETAIN "
+       "r : INT; END_VAR\r\nblock(on := TRUE);\r\nr := 1;\r\nEND_PROGRAM\r\n",
+       "4: \nVAR\n  more : INT;\nEND_VAR; 7: \nVAR\n  x : INT;\nEND_VAR; 10:  VAR z : INT; "
+       "END_VAR; 15:       timer2 : TIME;\n; 19: \r\nVAR\r\n  block : B;\r\nEND_VAR"},
+  };
+  for (const auto& [text, expected] : rows) expectFixes(text, expected);
+}
+
+TEST_F(Fixes, RemoveWhatIsUnused) {
+  expectFixes(
+      "FUNCTION F : INT\nVAR\n  x : INT; // gone\n  y, z : INT;\n  q, z2, p : INT;\n  u : INT; v : "
+      "INT := 1; (* a *)\n  str : STRUCT\n    m : INT;\n  END_STRUCT;\nEND_VAR\nVAR one : INT; "
+      "END_VAR\n  y := 1; F := y + q + p;\nEND_FUNCTION\n",
+      "3: -  x : INT; // gone\n; 4: -, z; 5: -, z2; 6: -u : INT; ; 6: -v : INT := 1; ; 7: -  str : "
+      "STRUCT\n    m : INT;\n  END_STRUCT;\n; 11: -one : INT; ");
+}
+
+TEST_F(Fixes, NameAndCompleteArguments) {
+  const std::string rows[][2] = {
+      {"i := F(b := 1, 2); i := LIMIT(IN := i, 1, 2); i := LIMIT(MN := 0, i, 2); fb(i := 1, j); i "
+       ":= LIMIT(0, 1, 2, IN := 3, 4);",
+       "a := ; MN := 1, MX := ; IN := i, MX := ; io := "},
+      {"i := LIMIT(0, i); i := LIMIT(MN := 0, MX := i); i := SEL(b); r := MAX(); r := MUX(i); w := "
+       "SHL(w); i := REAL_TO_INT(); t := MOVE(); s := LEFT(s); s := LEFT(L := 2); s := CONCAT(); i "
+       ":= ADD(1); da := CONCAT_DATE(1, 2); b := GT(i); i := LIMIT(1, 2, 3, 4); i := SIZEOF(); ",
+       ", MX := 0; , IN := 0; , IN0 := 0, IN1 := 0; IN1 := 0.0, IN2 := 0.0; , IN0 := 0.0, IN1 := "
+       "0.0; , N := 0; IN := 0.0; IN := T#0s; , L := 0; , IN := ''; IN1 := '', IN2 := ''; , IN2 := "
+       "0; , DAY := 0"},
+  };
+  for (const auto& [statements, expected] : rows) {
+    expectFixes(withEverything(statements), expected);
+  }
+}
+
+TEST_F(Fixes, SilenceWarnings) {
+  const std::string text =
+      "PROGRAM P VAR i : INT; d : DINT; s : STRING; END_VAR\ni := d; // {nowarn\ns := '//'; (* a "
+      "*) i := d; (* b *) (* c\n*) i := d;\nd := LEN(s); i := d {nowarn xx};\nEND_PROGRAM\n";
+  std::string mended = text;
+  for (int left = 5; left >= 0; --left) {
+    const std::vector<Diagnostic> messages = messagesOf(mended);
+    ASSERT_EQ(messages.size(), left) << mended;
+    if (left == 0) break;
+    SourceManager sources;
+    sources.add("test.st", mended);
+    mended = applied(mended, silencing(sources, messages.front()));
   }
 }
 

@@ -1,0 +1,16 @@
+// Arguments that are missing, or whose names are.
+#pragma once
+
+#include <vector>
+
+#include "refhost/diagnostic.h"
+#include "refhost/editor/analysed_program.h"
+
+namespace refhost {
+
+// Adds the names of positional arguments where these follow named ones, and arguments that are
+// missing with the default value of their type.
+void addArguments(const AnalysedProgram& program, const Diagnostic& message,
+                  std::vector<Fix>& fixes);
+
+}  // namespace refhost

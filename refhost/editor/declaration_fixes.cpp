@@ -1,0 +1,214 @@
+#include "refhost/editor/declaration_fixes.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "refhost/editor/expected_type.h"
+#include "refhost/editor/node_search.h"
+#include "refhost/syntax/insertions.h"
+
+namespace refhost {
+
+using Type = vel::SymbolDataType;
+using vel::TreeBuilder;
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\v\f";
+constexpr std::string_view kEnd = "END_VAR";
+
+std::uint32_t endOf(const ASTNode& node) { return node.pos().offset() + rangeOf(node).length; }
+
+// The type as a declaration names it; empty if it has no name.
+std::string nameOf(const Type& type) {
+  if (isAnonymous(type) || asOpenArray(&type) != nullptr) return {};
+  std::string name = displayName(&type);
+  const auto* const text = dynamic_cast<const StringType*>(&type);
+  if (text != nullptr && text->length() != StringType::kDefaultLength) {
+    name += '[' + std::to_string(text->length()) + ']';
+  }
+  // The names of long types are abbreviated, and those of types of values are none.
+  const bool whole = name.find("...") == name.npos && name.find('(') == name.npos;
+  return whole && !name.empty() ? name : std::string();
+}
+
+class MissingDeclaration {
+ public:
+  MissingDeclaration(const AnalysedProgram& program, const Diagnostic& message)
+      : program_(program),
+        message_(message),
+        text_(program.sources.text(message.range.begin.file())),
+        unit_(unitAround(program.tree, message.range.begin)) {}
+
+  void addTo(std::vector<Fix>& fixes) const {
+    const ASTNode* const body = unit_ != nullptr ? unit_->leaf(Unit::kBody) : nullptr;
+    const bool inBody = body != nullptr && body->leavesCount() > 0 &&
+                        message_.range.begin.offset() >= body->pos().offset();
+    const ASTNode* const name = inBody ? nodeWith(program_.tree, message_.range) : nullptr;
+    if (name == nullptr || TreeBuilder::source(*name).find('#') != std::string_view::npos) return;
+    bool likely = true;
+    const std::string type = typeOf(*name, likely);
+    if (type.empty()) return;
+    const std::string written(TreeBuilder::source(*name));
+    fixes.push_back({"Declare '" + written + "' as " + type,
+                     {edit(written + " : " + type + ";", body->leaf(0)->pos().offset())},
+                     likely});
+  }
+
+ private:
+  std::string typeOf(const ASTNode& name, bool& likely) const {
+    if (name.type() == vel::ASTType::Expression) {
+      const bool variable = static_cast<const Expr&>(name).kind == ExprKind::Variable;
+      const Type* const type = variable ? expectedType(program_.services, name) : nullptr;
+      return type != nullptr ? nameOf(*type) : std::string();
+    }
+    const Call* const call = callIn(name.parent());
+    const bool statement = call != nullptr && call->leaf(0) == &name && call->parent() != nullptr &&
+                           statementKindOf(*call->parent()) == StatementKind::Call;
+    return statement ? blockFor(*call, likely) : std::string();
+  }
+
+  // The only function block that has all parameters that the call names.
+  std::string blockFor(const Call& call, bool& likely) const {
+    const UnitSymbol* found = nullptr;
+    for (const UnitSymbol* const unit : program_.services.symbols.units()) {
+      if (unit->type() != vel::POUType::FunctionBlock || !takes(*unit, call)) continue;
+      if (found != nullptr) return {};
+      found = unit;
+    }
+    if (found == nullptr) return {};
+    // There may be others in the library, which are known once the program names them.
+    likely = !found->standard;
+    return found->name();
+  }
+
+  static bool takes(const UnitSymbol& unit, const Call& call) {
+    const ASTNode* const list = call.parameters();
+    if (list == nullptr || list->leavesCount() == 0) return false;
+    for (int i = 0; i < list->leavesCount(); ++i) {
+      if (kindOf(*list->leaf(i)) != NodeKind::Argument) return false;
+      const auto& argument = static_cast<const Argument&>(*list->leaf(i));
+      const VarSymbol* const parameter = unit.variable(TreeBuilder::source(*argument.leaf(0)));
+      if (parameter == nullptr || !parameter->isParameter()) return false;
+      if ((parameter->role == Role::Output) != argument.output) return false;
+    }
+    return true;
+  }
+
+  // At the end of the last section of plain variables, or in a new section behind the others.
+  // `statement` is where the statements of the unit begin.
+  TextEdit edit(const std::string& declaration, std::uint32_t statement) const {
+    const ASTNode* const blocks = unit_->leaf(Unit::kVarBlocks);
+    const ASTNode* const result = unit_->leaf(Unit::kReturnType);
+    std::uint32_t end = endOf(result != nullptr ? *result : *unit_->leaf(Unit::kName));
+    for (int i = blocks != nullptr ? blocks->leavesCount() - 1 : -1; i >= 0; --i) {
+      const auto& block = static_cast<const VarBlock&>(*blocks->leaf(i));
+      end = std::max(end, endOf(block));
+      const bool plain = block.section == VarSection::Var && !block.constant &&
+                         block.retention == Retention::Unsaid;
+      const std::string_view last = TreeBuilder::source(block);
+      const bool closed = last.size() > kEnd.size() &&
+                          equalIgnoringCase(last.substr(last.size() - kEnd.size()), kEnd);
+      if (plain && closed) return inSection(block, declaration);
+    }
+    return behind(end, declaration, statement);
+  }
+
+  TextEdit inserted(std::uint32_t offset, std::string text) const {
+    return {{vel::TextLocation(message_.range.begin.file(), offset), 0}, std::move(text)};
+  }
+
+  TextEdit inSection(const VarBlock& block, const std::string& declaration) const {
+    const std::uint32_t closer = endOf(block) - static_cast<std::uint32_t>(kEnd.size());
+    if (!beginsLine(text_, closer)) return inserted(closer, declaration + " ");
+    const std::string_view outer = indentationAt(text_, closer);
+    std::string indentation = std::string(outer) + "  ";
+    for (int i = 0; i < block.leavesCount(); ++i) {
+      const std::uint32_t neighbour = block.leaf(i)->pos().offset();
+      if (beginsLine(text_, neighbour)) indentation = indentationAt(text_, neighbour);
+    }
+    const auto line = closer - static_cast<std::uint32_t>(outer.size());
+    return inserted(line, indentation + declaration + std::string(lineBreakAt(text_, closer)));
+  }
+
+  TextEdit behind(std::uint32_t end, const std::string& declaration,
+                  std::uint32_t statement) const {
+    const std::size_t mark = text_.find_first_not_of(kBlanks, end);
+    if (mark < statement && text_[mark] == ';') end = static_cast<std::uint32_t>(mark) + 1;
+    const bool oneLine = text_.substr(end, statement - end).find('\n') == std::string_view::npos;
+    if (oneLine) return inserted(end, " VAR " + declaration + " END_VAR");
+    const std::string lineBreak(lineBreakAt(text_, end));
+    const std::string outer(indentationAt(text_, unit_->pos().offset()));
+    const std::string lines = outer + "VAR" + lineBreak + outer + "  " + declaration + lineBreak +
+                              outer + std::string(kEnd);
+    Insertion insertion = lineInsertion(text_, lines, end, statement);
+    return inserted(insertion.offset, std::move(insertion.text));
+  }
+
+  const AnalysedProgram& program_;
+  const Diagnostic& message_;
+  std::string_view text_;
+  const Unit* unit_;
+};
+
+// The range without its line break if nothing else but a comment stands in its lines, else without
+// the blanks behind it.
+SourceRange removable(std::string_view text, std::uint32_t file, std::uint32_t begin,
+                      std::uint32_t end) {
+  const auto lineEnd =
+      static_cast<std::uint32_t>(std::min(text.find('\n', end), text.size() - 1)) + 1;
+  std::string_view rest = text.substr(end, lineEnd - end);
+  rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+  const bool blank = rest.find_first_not_of("\r\n") == rest.npos;
+  const std::size_t closed = rest.find("*)");
+  const bool comment =
+      rest.substr(0, 2) == "//" ||
+      (rest.substr(0, 2) == "(*" && rest.find("(*", 2) == rest.npos && closed != rest.npos &&
+       rest.find_first_not_of(" \t\r\n", closed + 2) == rest.npos);
+  if (beginsLine(text, begin) && (blank || comment)) {
+    begin -= static_cast<std::uint32_t>(indentationAt(text, begin).size());
+    end = lineEnd;
+  } else {
+    end = static_cast<std::uint32_t>(std::min(text.find_first_not_of(kBlanks, end), text.size()));
+  }
+  return {vel::TextLocation(file, begin), end - begin};
+}
+
+}  // namespace
+
+void addDeclarations(const AnalysedProgram& program, const Diagnostic& message,
+                     std::vector<Fix>& fixes) {
+  if (message.code == message::kUnknownName.code) MissingDeclaration(program, message).addTo(fixes);
+}
+
+void addRemovals(const AnalysedProgram& program, const Diagnostic& message,
+                 std::vector<Fix>& fixes) {
+  const bool unused =
+      message.code == message::kNeverUsed.code || message.code == message::kUnusedInProgram.code;
+  const ASTNode* const name = unused ? nodeWith(program.tree, message.range) : nullptr;
+  const ASTNode* const declaration = name != nullptr ? name->parent() : nullptr;
+  if (declaration == nullptr || kindOf(*declaration) != NodeKind::VarDecl) return;
+  const std::uint32_t file = message.range.begin.file();
+  const std::string_view text = program.sources.text(file);
+  const std::string title = "Remove '" + std::string(TreeBuilder::source(*name)) + "'";
+  int index = VarDecl::kFirstName;
+  while (declaration->leaf(index) != name) ++index;
+  std::uint32_t begin = name->pos().offset();
+  std::uint32_t end = endOf(*name);
+  if (index > VarDecl::kFirstName) {
+    begin = endOf(*declaration->leaf(index - 1));
+  } else if (index + 1 < declaration->leavesCount()) {
+    end = declaration->leaf(index + 1)->pos().offset();
+  } else {
+    const std::size_t mark = text.find_first_not_of(" \t\r\n", endOf(*declaration));
+    if (mark == text.npos || text[mark] != ';') return;
+    const SourceRange whole =
+        removable(text, file, declaration->pos().offset(), static_cast<std::uint32_t>(mark) + 1);
+    fixes.push_back({title, {{whole, ""}}});
+    return;
+  }
+  fixes.push_back({title, {{{vel::TextLocation(file, begin), end - begin}, ""}}});
+}
+
+}  // namespace refhost
