@@ -206,7 +206,7 @@ bool CommandLine::takeProject(std::vector<std::string>* files) {
 }
 
 void CommandLine::parse(int argc, const char* const* argv) {
-  const auto given = [this](const ProjectUse& use) { return use.command.isGiven(); };
+  const auto given = [](const ProjectUse& use) { return use.command.isGiven(); };
   try {
     app_->parse(argc, argv);
   } catch (const CLI::RequiredError&) {
