@@ -31,6 +31,15 @@ std::vector<std::string> operatorNames() {
   return names;
 }
 
+namespace {
+
+// Variables of the operation at `index`: an input, an array of the values of all cases, ...
+std::string nameAt(const char* role, std::size_t index, std::size_t input = 0) {
+  return fmt::format("{}{}_{}", role, index, input);
+}
+
+}  // namespace
+
 std::string Program::input(const Value& value) {
   std::string& name = names_[std::string(value.type->name) + bytes(value)];
   if (name.empty()) {
@@ -52,6 +61,28 @@ void Program::expect(const std::string& name, const std::vector<Value>& inputs,
   std::string call;
   for (const Value& value : inputs) call += (call.empty() ? name + '(' : ", ") + input(value);
   expect(call + ')', expected);
+}
+
+void Program::expectCase(const std::string& operation, const std::vector<Value>& inputs,
+                         const Value& expected) {
+  std::string key = fmt::format("{} {}", operation, expected.type->name);
+  for (const Value& input : inputs) key += fmt::format(" {}", input.type->name);
+  const auto [at, isNew] = known_.emplace(key, operations_.size());
+  if (isNew) {
+    std::string expression = operation;
+    for (std::size_t i = inputs.size(); i-- > 0;) {
+      const std::string placeholder = fmt::format("${}", i);
+      for (std::size_t found; (found = expression.find(placeholder)) != std::string::npos;) {
+        expression.replace(found, placeholder.size(), nameAt("a", at->second, i));
+      }
+    }
+    operations_.push_back({std::move(expression), {}, {}});
+    if (operation.find('(') != std::string::npos) {
+      operators_.insert(operation.substr(0, operation.find('(')));
+    }
+  }
+  operations_[at->second].cases.push_back(inputs);
+  operations_[at->second].expected.push_back(expected);
 }
 
 void Program::expectVariable(const std::string& name, const Value& expected) {
@@ -129,14 +160,76 @@ std::string Program::source() const {
     text +=
         fmt::format("PROGRAM Unit{} VAR\n{}END_VAR\n{}END_PROGRAM\n", first, declared, statements);
   }
+  return text + loops();
+}
+
+std::string Program::loops() const {
+  std::string text;
+  for (std::size_t i = 0; i < operations_.size(); ++i) {
+    const Operation& operation = operations_[i];
+    const std::size_t count = operation.cases.size();
+    const auto declared = [&](const char* single, const char* array, const Type& type,
+                              std::size_t input) {
+      return fmt::format("{0} : {1}; {2} : ARRAY[1..{3}] OF {1};\n", nameAt(single, i, input),
+                         type.name, nameAt(array, i, input), count);
+    };
+    text += fmt::format("PROGRAM Loop{} VAR i : DINT;\n", i);
+    std::string gets;
+    for (std::size_t input = 0; input < operation.cases[0].size(); ++input) {
+      text += declared("a", "in", *operation.cases[0][input].type, input);
+      gets += fmt::format("{} := {}[i]; ", nameAt("a", i, input), nameAt("in", i, input));
+    }
+    text += declared("r", "out", *operation.expected[0].type, 0);
+    text += fmt::format(
+        "END_VAR\nFOR i := 1 TO {} DO\n{}\n{} := {};\n{} := {};\nEND_FOR\nEND_PROGRAM\n", count,
+        gets, nameAt("r", i), operation.expression, nameAt("out", i) + "[i]", nameAt("r", i));
+  }
   return text;
 }
 
+Words Program::stores(const Execution& execution) const {
+  std::map<std::string, std::pair<const Operation*, std::size_t>> arrays;
+  for (std::size_t i = 0; i < operations_.size(); ++i) {
+    for (std::size_t input = 0; input < operations_[i].cases[0].size(); ++input) {
+      arrays[nameAt("in", i, input)] = {&operations_[i], input};
+    }
+  }
+  Words result;
+  for (const refhost::ProgramVariable& variable : execution.variables) {
+    if (const auto input = inputs_.find(variable.name); input != inputs_.end()) {
+      result.push_back(storeStatement(variable, bytes(input->second)));
+    } else if (const auto array = arrays.find(variable.name); array != arrays.end()) {
+      const auto size = static_cast<std::size_t>(variable.shape->element->byteSize);
+      std::string all;
+      for (const std::vector<Value>& values : array->second.first->cases) {
+        all += generated::bytes(values[array->second.second], size);
+      }
+      result.push_back(storeStatement(variable, all));
+    }
+  }
+  return result;
+}
+
+// Compares the values at the head of `found`, which each have `size` bytes.
+void Program::compare(const Operation& operation, const std::string& found,
+                      std::size_t size) const {
+  for (std::size_t i = 0; i < operation.expected.size(); ++i) {
+    const Value& expected = operation.expected[i];
+    const Value value = fromBytes(*expected.type, found.substr(i * size, size));
+    std::string inputs;
+    for (const Value& input : operation.cases[i]) inputs += ' ' + generated::printed(input);
+    EXPECT_EQ(generated::printed(expected), generated::printed(value))
+        << operation.expression << " of" << inputs;
+  }
+}
+
 void Program::compare(const Execution& execution) const {
+  std::map<std::string, const Operation*> results;
+  for (std::size_t i = 0; i < operations_.size(); ++i) results[nameAt("out", i)] = &operations_[i];
   std::size_t at = 0;
   std::size_t compared = 0;
   for (const refhost::ProgramVariable& variable : execution.variables) {
-    const auto size = static_cast<std::size_t>(variable.byteSize);
+    auto size = static_cast<std::size_t>(variable.byteSize);
     const auto found = expectations_.find(variable.name);
     if (found != expectations_.end()) {
       const auto& [value, source] = found->second;
@@ -145,10 +238,18 @@ void Program::compare(const Execution& execution) const {
           << source;
       ++compared;
     }
+    if (variable.shape->element != nullptr) {
+      const auto element = static_cast<std::size_t>(variable.shape->element->byteSize);
+      size = static_cast<std::size_t>(variable.shape->count) * element;
+      if (const auto result = results.find(variable.name); result != results.end()) {
+        compare(*result->second, execution.values.substr(at, size), element);
+        ++compared;
+      }
+    }
     at += size;
   }
   EXPECT_EQ(execution.values.size(), at);
-  EXPECT_EQ(expectations_.size(), compared);
+  EXPECT_EQ(expectations_.size() + operations_.size(), compared);
 }
 
 void Program::run() {
@@ -158,24 +259,23 @@ void Program::run() {
     proof().operators.insert(operators_.begin(), operators_.end());
     return;
   }
-  Words stores;
-  for (const refhost::ProgramVariable& variable : execution.variables) {
-    const auto input = inputs_.find(variable.name);
-    if (input != inputs_.end()) stores.push_back(storeStatement(variable, bytes(input->second)));
-  }
+  Words statements = stores(execution);
   for (const auto& [address, value] : presets) {
     refhost::ProgramVariable place;
     ASSERT_TRUE(execution.session.addressVariable(address, place)) << address;
-    stores.push_back(storeStatement(place, bytes(value)));
+    statements.push_back(storeStatement(place, bytes(value)));
   }
   Words more = flags;
   more.insert(more.end(), runtimeObjects().begin(), runtimeObjects().end());
-  ASSERT_EQ("", execution.run(compileCommand(more), stores, scans));
+  ASSERT_EQ("", execution.run(compileCommand(more), statements, scans));
   EXPECT_EQ(refreshes, execution.trace);
   compare(execution);
   if (testing::Test::HasFailure()) return;
   proof().operators.insert(operators_.begin(), operators_.end());
   proof().cases += static_cast<int>(expectations_.size());
+  for (const Operation& operation : operations_) {
+    proof().cases += static_cast<int>(operation.expected.size());
+  }
 }
 
 }  // namespace execution

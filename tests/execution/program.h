@@ -69,6 +69,10 @@ class Program {
   void expect(const std::string& name, const std::vector<Value>& inputs, const Value& expected);
   // The same for any expression.
   void expect(const std::string& expression, const Value& expected);
+  // One of many cases of an operation, which is an expression with $0, $1, ... for its inputs. They
+  // are plain variables, and get the values of each case in a loop, so that its C is compiled once.
+  void expectCase(const std::string& operation, const std::vector<Value>& inputs,
+                  const Value& expected);
   // What a variable declared in `variables`, or a device address, holds after all scans.
   void expectVariable(const std::string& name, const Value& expected);
   void expectAt(const std::string& address, const Value& expected);
@@ -83,13 +87,23 @@ class Program {
     Value value;
     std::string source;
   };
+  struct Operation {
+    std::string expression;                 // with the variables that are its inputs
+    std::vector<std::vector<Value>> cases;  // the inputs of each
+    std::vector<Value> expected;
+  };
   std::string source() const;
+  std::string loops() const;
+  std::vector<std::string> stores(const generated::Execution& execution) const;
+  void compare(const Operation& operation, const std::string& found, std::size_t size) const;
   void compare(const generated::Execution& execution) const;
 
   std::map<std::string, std::string> names_;  // of inputs, by type and bytes
   std::map<std::string, Value> inputs_;       // by name
   std::vector<std::string> calls_;            // each given to the variable out<index>
   std::map<std::string, Expectation> expectations_;
+  std::map<std::string, std::size_t> known_;  // operations with the types of inputs and result
+  std::vector<Operation> operations_;
   std::vector<std::string> addresses_;
   std::set<std::string> operators_;
 };
