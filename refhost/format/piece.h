@@ -81,7 +81,6 @@ void breakLines(Pieces& pieces);                    // line breaks that stay
 void alignDeclarations(Pieces& pieces);             // columns
 void layOut(Pieces& pieces);                        // indentation and long lines
 
-inline constexpr std::string_view kBlanks = " \t\v\f";
 inline constexpr std::string_view kLineEnds = "\r\n";
 inline constexpr std::uint32_t kIndentation = 2;
 inline constexpr std::uint32_t kMaxWidth = 100;

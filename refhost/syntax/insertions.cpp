@@ -11,8 +11,6 @@ namespace refhost {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\v\f";
-
 std::uint32_t lineBeginAt(std::string_view text, std::uint32_t offset) {
   const std::size_t before = offset > 0 ? text.find_last_of('\n', offset - 1) : text.npos;
   return before == text.npos ? 0 : static_cast<std::uint32_t>(before) + 1;

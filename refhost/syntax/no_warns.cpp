@@ -14,7 +14,6 @@ namespace refhost {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\v\f";
 constexpr std::string_view kSeparators = " \t\r\n,";
 
 // The next word of `text` from `at` on; empty at the end.

@@ -1,8 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace refhost {
+
+// White space within a line.
+inline constexpr std::string_view kBlanks = " \t\v\f";
 
 // A range of bytes in a source text.
 struct Span {

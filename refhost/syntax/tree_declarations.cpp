@@ -73,17 +73,17 @@ Value TreeFactory::repeat(Span span, Value count, NodeList elements) {
 
 // The scanner skips pragmas, so this looks for one in the text before the span.
 bool TreeFactory::followsPragma(Span span, std::string_view pragma) const {
-  constexpr std::string_view kBlanks = " \t\r\n";
+  constexpr std::string_view kSpace = " \t\r\n";
   std::string_view before = text_.substr(0, span.begin);
-  const std::size_t end = before.find_last_not_of(kBlanks);
+  const std::size_t end = before.find_last_not_of(kSpace);
   if (end == std::string_view::npos || before[end] != '}') return false;
   before.remove_suffix(before.size() - end);
   const std::size_t start = before.rfind('{');
   if (start == std::string_view::npos) return false;
   before.remove_prefix(start + 1);
-  const std::size_t first = before.find_first_not_of(kBlanks);
+  const std::size_t first = before.find_first_not_of(kSpace);
   if (first == std::string_view::npos) return false;
-  return equalIgnoringCase(before.substr(first, before.find_last_not_of(kBlanks) + 1 - first),
+  return equalIgnoringCase(before.substr(first, before.find_last_not_of(kSpace) + 1 - first),
                            pragma);
 }
 
