@@ -6,7 +6,7 @@ import { Server } from "./server";
 import { tasks } from "./tasks";
 import { runCommand, Testing } from "./testing";
 
-// How long the tests of a document may have changed before they are looked for.
+// Milliseconds without an edit before the tests of a document are looked for.
 const pause = 400;
 
 let server: Server | undefined;
@@ -15,8 +15,9 @@ function middleware(testing: () => Testing): Middleware {
   return {
     // The page of a code is shown here, not in a browser.
     handleDiagnostics(uri, messages, next) {
-      for (const { code } of messages) {
-        if (typeof code === "object") code.target = explanationUri(String(code.value));
+      for (const message of messages) {
+        const code = typeof message.code === "object" ? message.code.value : message.code;
+        if (code !== undefined) message.code = { value: code, target: explanationUri(`${code}`) };
       }
       next(uri, messages);
     },
@@ -41,6 +42,7 @@ export async function activate(context: vscode.ExtensionContext): Promise<void> 
     refreshAll();
   };
   started.onStart = (client) => testing.listen(client);
+  started.onStop = () => testing.abandon();
 
   context.subscriptions.push(
     started,

@@ -6,13 +6,15 @@ import {
   type Middleware,
   State,
 } from "vscode-languageclient/node";
-import { findVelc, pluginOptions, reportMissing } from "./velc";
+import { findVelc, pluginOptions, reportMissing, runVelc } from "./velc";
 
 export const language = { scheme: "file", language: "st" } as const;
 
 export class Server implements vscode.Disposable {
-  /** Called with each client that has been started. */
+  /** Called with each client before it is started. */
   onStart: (client: LanguageClient) => void = () => undefined;
+  /** Called when a server has ended, by itself or not. */
+  onStop: () => void = () => undefined;
 
   private client: LanguageClient | undefined;
   private readonly log = vscode.window.createOutputChannel("velc");
@@ -62,25 +64,40 @@ export class Server implements vscode.Disposable {
       void reportMissing();
       return;
     }
+    // A client whose server ends at once says so many times over.
+    const probe = await runVelc(["lsp", "--help"]).catch(() => undefined);
+    if (probe?.code !== 0) {
+      this.show("velc could not be started", vscode.LanguageStatusSeverity.Error);
+      void vscode.window.showErrorMessage(`${command} is no velc with a language server.`);
+      return;
+    }
     const options: LanguageClientOptions = {
       documentSelector: [language],
       outputChannel: this.log,
       middleware: this.middleware,
     };
     const run = { command, args: ["lsp", ...pluginOptions()] };
-    this.client = new LanguageClient("velc", "velc", { run, debug: run }, options);
-    this.onStart(this.client);
+    const client = new LanguageClient("velc", "velc", { run, debug: run }, options);
+    this.client = client;
+    client.onDidChangeState(({ newState }) => this.changed(client, newState));
+    this.onStart(client);
     try {
-      this.status.busy = true;
-      await this.client.start();
-      const version = this.client.initializeResult?.serverInfo?.version ?? "";
-      this.show(`velc ${version}`.trimEnd(), vscode.LanguageStatusSeverity.Information);
+      await client.start();
     } catch (error) {
       this.log.appendLine(`${command}: ${String(error)}`);
-      this.show("velc could not be started", vscode.LanguageStatusSeverity.Error);
       void vscode.window.showErrorMessage(`${command} could not be started as a language server.`);
-    } finally {
-      this.status.busy = false;
+    }
+  }
+
+  private changed(client: LanguageClient, state: State): void {
+    if (state === State.Stopped) this.onStop();
+    if (client !== this.client) return;
+    this.status.busy = state === State.Starting;
+    if (state === State.Running) {
+      const version = client.initializeResult?.serverInfo?.version ?? "";
+      this.show(`velc ${version}`.trimEnd(), vscode.LanguageStatusSeverity.Information);
+    } else if (state === State.Stopped) {
+      this.show("velc has stopped", vscode.LanguageStatusSeverity.Error);
     }
   }
 

@@ -58,7 +58,10 @@ export class Testing implements vscode.Disposable {
     this.controller.createRunProfile(
       "Run",
       vscode.TestRunProfileKind.Run,
-      (request) => this.runRequested(request),
+      (request, token) => {
+        token.onCancellationRequested(() => this.abandon());
+        return this.runRequested(request);
+      },
       true,
     );
   }
@@ -68,7 +71,12 @@ export class Testing implements vscode.Disposable {
     client.onNotification("velc/testResults", (results: Results) => this.take?.(results));
   }
 
-  /** Looks for the tests of the document, a little later if `soon` is not given. */
+  /** Waits no longer for results. */
+  abandon(): void {
+    this.take?.(undefined);
+  }
+
+  /** Looks for the tests of the document when it has not changed for `delay` milliseconds. */
   refresh(document: vscode.TextDocument, delay = 0): void {
     if (document.languageId !== "st" || document.uri.scheme !== "file") return;
     const key = document.uri.toString();
@@ -84,7 +92,7 @@ export class Testing implements vscode.Disposable {
 
   /** Runs the tests that match one of the filters, or all tests of the program of the file. */
   async run(uri: vscode.Uri, filters: string[], request?: vscode.TestRunRequest): Promise<void> {
-    this.take?.(undefined);
+    this.abandon();
     const run = this.controller.createTestRun(request ?? new vscode.TestRunRequest());
     for (const item of this.itemsOf(uri, filters)) run.started(item);
     const results = await new Promise<Results | undefined>((take) => {
@@ -107,7 +115,7 @@ export class Testing implements vscode.Disposable {
 
   dispose(): void {
     for (const timer of this.changed.values()) clearTimeout(timer);
-    this.take?.(undefined);
+    this.abandon();
     this.controller.dispose();
   }
 

@@ -104,18 +104,21 @@ test("runs unit tests", async () => {
     const bad = "bad 'n' old";
     assert.deepEqual(items(), ["good", bad]);
     const failure = [bad, "failed", ["ASSERT_EQ(1, 2, 'one'): one\n1\n2", 13, 2]];
-    await controller.run({ include: undefined });
+    const token = { onCancellationRequested() {} };
+    await controller.run({ include: undefined }, token);
     assert.deepEqual(shown.runs[0].results, [["good", "passed"], failure]);
     assert.deepEqual(shown.runs[0].started, ["good", bad]);
     const test = controller.items.get(uri.toString()).children.get(bad);
-    await controller.run({ include: [test] });
+    await controller.run({ include: [test] }, token);
     assert.deepEqual(shown.runs[1].results, [failure]);
     // As a lens does.
     await commands.get("velc.runTests")(uri.toString(), "go?d");
     assert.deepEqual(shown.runs[2].results, [["good", "passed"]]);
     writeFileSync(path, "nonsense");
-    await controller.run({ include: [test] });
+    await controller.run({ include: [test] }, token);
     assert.equal(shown.runs[3].results[0][1], "errored");
+    await controller.run({ include: [test] }, { onCancellationRequested: queueMicrotask });
+    assert.deepEqual(shown.runs[4].results, []);
     assert.ok(shown.runs.every(({ ended }) => ended));
   });
 });
@@ -124,6 +127,9 @@ test("tells what to do if velc is missing, and starts nothing in folders that ar
   await withExtension({ text: program, settings: { "velc.path": "~/no/velc" } }, async ({ shown }) => {
     assert.match(shown.messages[0].message, /velc was not found: the setting velc.path is "~\/no\/velc"/);
     assert.match(shown.status.text, /not found/);
+  });
+  await withExtension({ text: program, settings: { "velc.path": "/bin/false" } }, async ({ shown }) => {
+    assert.deepEqual(shown.messages.map(({ message }) => message), ["/bin/false is no velc with a language server."]);
   });
   await withExtension({ text: program, isTrusted: false }, async ({ shown, events }) => {
     assert.equal(shown.status.text, undefined);

@@ -3,13 +3,14 @@ import { readdirSync, readFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { join } from "node:path";
 import { before, test } from "node:test";
-import { examples, explained, folder, output, uriOf, velc, withServer } from "./support.mjs";
+import { examples, explained, folder, manifest, output, uriOf, velc, withServer } from "./support.mjs";
 
 const require = createRequire(import.meta.url);
 const oniguruma = require("vscode-oniguruma");
 const { INITIAL, parseRawGrammar, Registry } = require("vscode-textmate");
 
 let grammar;
+let markdown;
 
 before(async () => {
   await oniguruma.loadWASM(readFileSync(require.resolve("vscode-oniguruma/release/onig.wasm")).buffer);
@@ -18,19 +19,20 @@ before(async () => {
       createOnigScanner: (patterns) => new oniguruma.OnigScanner(patterns),
       createOnigString: (text) => new oniguruma.OnigString(text),
     }),
-    loadGrammar: async () => {
-      const path = join(folder, "syntaxes/st.tmLanguage.json");
+    loadGrammar: async (scope) => {
+      const path = join(folder, manifest.contributes.grammars.find(({ scopeName }) => scopeName === scope).path);
       return parseRawGrammar(readFileSync(path, "utf8"), path);
     },
   });
+  markdown = await registry.loadGrammar("markdown.st.codeblock");
   grammar = await registry.loadGrammar("source.st");
 });
 
 /** By line: pieces with `begin`, `end` and the innermost scope. */
-function pieces(text) {
+function pieces(text, by = grammar) {
   let stack = INITIAL;
   return text.split("\n").map((line) => {
-    const { tokens, ruleStack } = grammar.tokenizeLine(line, stack);
+    const { tokens, ruleStack } = by.tokenizeLine(line, stack);
     stack = ruleStack;
     return tokens.map(({ startIndex, endIndex, scopes }) => {
       // The marks of comments and strings belong to them.
@@ -102,6 +104,12 @@ test("colours mean what the language server says", { timeout: 60000 }, async () 
   });
   assert.deepEqual(differences, []);
   assert.ok(compared > 4000, `${compared} tokens`);
+});
+
+test("blocks in Markdown", () => {
+  const text = "IF x\n```st\nIF x THEN (* open\n```\nIF x\n```stone\nIF x\n```";
+  const found = pieces(text, markdown).flat().filter(({ scope }) => scope.endsWith(".st"));
+  assert.deepEqual(found.map(({ text }) => text.trim()).filter((piece) => piece !== ""), ["IF", "x", "THEN", "(*", "open"]);
 });
 
 test("nothing in the examples is marked as wrong", () => {
