@@ -51,7 +51,7 @@ async function withExtension(options, use) {
   }
 }
 
-test("shows what the server says", async () => {
+test("shows what the server says", { timeout: 60000 }, async () => {
   await withExtension({ text: program.replace("level + 1", "levle") }, async (fake) => {
     const found = () => fake.shown.diagnostics.get(fake.uri.toString()) ?? [];
     await until(() => found().length > 0, "diagnostic");
@@ -97,7 +97,7 @@ test("all that package.json names exists", async () => {
   });
 });
 
-test("runs unit tests", async () => {
+test("runs unit tests", { timeout: 60000 }, async () => {
   await withExtension({ text: program }, async ({ controller, shown, commands, uri, path }) => {
     const items = () => [...(controller.items.get(uri.toString())?.children.keys() ?? [])];
     await until(() => items().length === 2, "test");
@@ -138,7 +138,7 @@ test("tells what to do if velc is missing, and starts nothing in folders that ar
   });
 });
 
-test("builds programs for gdb, which stops at lines and prints strings", async () => {
+test("builds programs for gdb, which stops at lines and prints strings", { timeout: 60000 }, async () => {
   const extensions = ["ms-vscode.cpptools"];
   await withExtension({ text: program, extensions }, async ({ debugProviders, vscode, path }) => {
     const resolve = (given) =>
