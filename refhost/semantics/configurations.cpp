@@ -18,14 +18,6 @@ using vel::TreeBuilder;
 
 namespace {
 
-struct TaskProperty {
-  std::string_view name;
-  BasicDataType type;
-};
-constexpr std::array<TaskProperty, 3> kTaskProperties{{{"INTERVAL", BasicDataType::Time},
-                                                       {"SINGLE", BasicDataType::Bool},
-                                                       {"PRIORITY", BasicDataType::UInt}}};
-
 std::string nameOf(const Text* text) { return text != nullptr ? text->text() : ""; }
 std::string nameOf(const ASTNode& item) { return static_cast<const Text&>(*item.leaf(0)).text(); }
 

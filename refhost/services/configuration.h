@@ -1,6 +1,7 @@
 // Tasks and program instances: what a configuration says about running the program.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -11,6 +12,15 @@
 #include "refhost/services/unit_symbol.h"
 
 namespace refhost {
+
+// What TASK takes in brackets.
+struct TaskProperty {
+  std::string_view name;
+  BasicDataType type;
+};
+inline constexpr std::array<TaskProperty, 3> kTaskProperties{{{"INTERVAL", BasicDataType::Time},
+                                                              {"SINGLE", BasicDataType::Bool},
+                                                              {"PRIORITY", BasicDataType::UInt}}};
 
 struct Task {
   std::string resource;  // empty for one that is declared outside of resources

@@ -132,6 +132,10 @@ const Construct* constructNamed(std::string_view name) {
   return found != std::end(kConstructs) ? found : nullptr;
 }
 
+void forEachConstruct(const std::function<void(const Construct&)>& visit) {
+  for (const Construct& construct : kConstructs) visit(construct);
+}
+
 bool opensUnit(int token) { return isOf(token, TokenRole::Opener, ConstructKind::Unit); }
 bool closesUnit(int token) { return isOf(token, TokenRole::Closer, ConstructKind::Unit); }
 bool opensVariables(int token) { return isOf(token, TokenRole::Opener, ConstructKind::Variables); }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 namespace refhost {
@@ -52,6 +53,8 @@ TokenRole roleOf(int token);
 const Construct* constructOf(int token);
 // The construct that END_`name` closes; null for none.
 const Construct* constructNamed(std::string_view name);
+
+void forEachConstruct(const std::function<void(const Construct&)>& visit);
 
 bool opensUnit(int token);
 bool closesUnit(int token);

@@ -5,45 +5,17 @@
 #include <initializer_list>
 #include <string>
 
-#include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/spelling.h"
 #include "refhost/syntax/expected_tokens.h"
-#include "refhost/syntax/keyword.h"
 #include "refhost/syntax/syntax_errors.h"
+#include "refhost/syntax/word_tables.h"
 
 namespace refhost {
 
 namespace {
 
 using TokenKind = grammar::Parser::token;
-
-constexpr Keyword kUnits[] = {{"PROGRAM", TokenKind::PROGRAM},
-                              {"FUNCTION", TokenKind::FUNCTION},
-                              {"FUNCTION_BLOCK", TokenKind::FUNCTION_BLOCK},
-                              {"CONFIGURATION", TokenKind::CONFIGURATION}};
-constexpr Keyword kSectionKeywords[] = {
-    {"VAR", TokenKind::VAR},
-    {"VAR_INPUT", TokenKind::VAR_INPUT},
-    {"VAR_OUTPUT", TokenKind::VAR_OUTPUT},
-    {"VAR_IN_OUT", TokenKind::VAR_IN_OUT},
-    {"VAR_TEMP", TokenKind::VAR_TEMP},
-    {"VAR_GLOBAL", TokenKind::VAR_GLOBAL},
-    {"VAR_EXTERNAL", TokenKind::VAR_EXTERNAL},
-    {"VAR_CONFIG", TokenKind::VAR_CONFIG},
-};
-constexpr Keyword kQualifiers[] = {{"CONSTANT", TokenKind::CONSTANT},
-                                   {"RETAIN", TokenKind::RETAIN},
-                                   {"NON_RETAIN", TokenKind::NON_RETAIN},
-                                   {"PERSISTENT", TokenKind::PERSISTENT}};
-constexpr Keyword kEdges[] = {{"R_EDGE", TokenKind::R_EDGE}, {"F_EDGE", TokenKind::F_EDGE}};
-constexpr Keyword kBracketTypes[] = {
-    {"ARRAY", TokenKind::ARRAY}, {"STRING", TokenKind::STRING}, {"WSTRING", TokenKind::WSTRING}};
-constexpr Keyword kOperatorKeywords[] = {
-    {"AND", TokenKind::AND},           {"OR", TokenKind::OR},
-    {"XOR", TokenKind::XOR},           {"MOD", TokenKind::MOD},
-    {"AND_THEN", TokenKind::AND_THEN}, {"OR_ELSE", TokenKind::OR_ELSE}};
-constexpr Keyword kLoopJumps[] = {{"EXIT", TokenKind::EXIT}, {"CONTINUE", TokenKind::CONTINUE}};
 
 struct Header {
   Keyword keyword;
@@ -76,7 +48,7 @@ bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 // True of the keywords of kUnits. The name of the unit follows.
 bool isUnit(int kind) {
-  return std::any_of(std::begin(kUnits), std::end(kUnits),
+  return std::any_of(std::begin(words::kUnits), std::end(words::kUnits),
                      [kind](const Keyword& unit) { return unit.kind == kind; });
 }
 
@@ -229,7 +201,7 @@ void MisspeltKeywords::offerUnits(Candidates& candidates) {
     candidates.offer({"VAR_GLOBAL", TokenKind::VAR_GLOBAL});
     candidates.offer({"VAR_CONFIG", TokenKind::VAR_CONFIG});
   }
-  candidates.offerAll(kUnits);
+  candidates.offerAll(words::kUnits);
 }
 
 void MisspeltKeywords::offerClosers(Candidates& candidates) {
@@ -250,7 +222,7 @@ void MisspeltKeywords::offerInDeclarations(Candidates& candidates, int previous)
   const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
   const bool qualifier = previous >= TokenKind::CONSTANT && previous <= TokenKind::PERSISTENT;
   if (inVariables && (opensVariables(previous) || qualifier) && next == TokenKind::IDENTIFIER) {
-    candidates.offerAll(kQualifiers);
+    candidates.offerAll(words::kQualifiers);
   } else if (previous == ':' || previous == TokenKind::OF || previous == TokenKind::TO) {
     return offerTypes(candidates, previous);
   } else if (previous == TokenKind::POINTER) {
@@ -261,7 +233,7 @@ void MisspeltKeywords::offerInDeclarations(Candidates& candidates, int previous)
   }
   if (inVariables && previous == TokenKind::IDENTIFIER) {
     if (next == TokenKind::DIRECT_ADDRESS) candidates.offer({"AT", TokenKind::AT});
-    if (next == ';' || next == TokenKind::ASSIGN) candidates.offerAll(kEdges);
+    if (next == ';' || next == TokenKind::ASSIGN) candidates.offerAll(words::kEdges);
   }
   if (previous == ']' && next == TokenKind::IDENTIFIER) candidates.offer({"OF", TokenKind::OF});
   offerClosers(candidates);
@@ -269,7 +241,7 @@ void MisspeltKeywords::offerInDeclarations(Candidates& candidates, int previous)
 
 void MisspeltKeywords::offerTypes(Candidates& candidates, int previous) {
   const int next = queue_.ahead().kind;
-  if (next == '[') candidates.offerAll(kBracketTypes);
+  if (next == '[') candidates.offerAll(words::kBracketTypes);
   if (next == TokenKind::TO) candidates.offer({"POINTER", TokenKind::POINTER});
   if (next != TokenKind::IDENTIFIER) return;
   const int behind = queue_.ahead(2).kind;
@@ -305,7 +277,7 @@ void MisspeltKeywords::offerSections(Candidates& candidates) {
                         (behind == ':' || behind == ',' || behind == TokenKind::AT);
   if (candidates.isOneOf({"VAR_INST", "VAR_STAT"})) return;
   if (declares && blocks_.top().construct->kind != Construct::Kind::Statement) {
-    candidates.offerAll(kSectionKeywords);
+    candidates.offerAll(words::kSections);
   }
 }
 
@@ -336,7 +308,7 @@ void MisspeltKeywords::offerStatements(Candidates& candidates) {
     const bool inLoop = std::any_of(blocks_.begin(), blocks_.end(), [](const OpenBlock& block) {
       return block.construct->isLoop();
     });
-    if (inLoop) candidates.offerAll(kLoopJumps);
+    if (inLoop) candidates.offerAll(words::kLoopJumps);
     candidates.offer({"RETURN", TokenKind::RETURN});
     if (branches) candidates.offer({"ELSE", TokenKind::ELSE});
   }
@@ -361,7 +333,7 @@ void MisspeltKeywords::offerStatements(Candidates& candidates) {
 void MisspeltKeywords::offerBehindOperand(Candidates& candidates) {
   const int next = queue_.ahead().kind;
   const bool operand = beginsOperand(next);
-  if (operand) candidates.offerAll(kOperatorKeywords);
+  if (operand) candidates.offerAll(words::kOperators);
   if (!blocks_.top().inHeader) return;
   const Construct& construct = *blocks_.top().construct;
   if (construct.opener == TokenKind::FOR && !blocks_.top().hasTo) {
@@ -400,7 +372,7 @@ bool MisspeltKeywords::isDeclared(std::string_view word) const {
       const std::string_view rest = text.substr(behind, 2);
       if (!rest.empty() && (rest[0] == ',' || (rest[0] == ':' && rest != ":="))) return true;
       const Span opener = queue_.wordBefore(static_cast<std::uint32_t>(i));
-      for (const Keyword& unit : kUnits) {
+      for (const Keyword& unit : words::kUnits) {
         if (equalIgnoringCase(queue_.textOf(opener), unit.name)) return true;
       }
     }

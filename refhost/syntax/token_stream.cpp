@@ -4,13 +4,12 @@
 #include <cstddef>
 #include <utility>
 
-#include "grammar.h"
 #include "hostkit/folding.h"
 #include "refhost/messages.h"
 #include "refhost/syntax/expected_tokens.h"
-#include "refhost/syntax/keyword.h"
 #include "refhost/syntax/parser.h"
 #include "refhost/syntax/syntax_errors.h"
+#include "refhost/syntax/word_tables.h"
 
 namespace refhost {
 
@@ -19,18 +18,7 @@ namespace {
 using TokenKind = grammar::Parser::token;
 
 // Words that are keywords in some places only, and names elsewhere.
-constexpr Keyword kConfigurationWords[] = {{"RESOURCE", TokenKind::RESOURCE},
-                                           {"END_RESOURCE", TokenKind::END_RESOURCE},
-                                           {"ON", TokenKind::ON},
-                                           {"TASK", TokenKind::TASK},
-                                           {"WITH", TokenKind::WITH}};
-constexpr Keyword kTestWords[] = {
-    {"TEST", TokenKind::TEST}, {"SETUP", TokenKind::SETUP}, {"TEARDOWN", TokenKind::TEARDOWN}};
-constexpr Keyword kTestEnds[] = {{"END_TEST", TokenKind::END_TEST},
-                                 {"END_SETUP", TokenKind::END_SETUP},
-                                 {"END_TEARDOWN", TokenKind::END_TEARDOWN}};
 constexpr Keyword kQualifierWords[] = {{"PERSISTENT", TokenKind::PERSISTENT}};
-constexpr Keyword kEdgeWords[] = {{"R_EDGE", TokenKind::R_EDGE}, {"F_EDGE", TokenKind::F_EDGE}};
 
 template <std::size_t N>
 int wordOf(std::string_view text, const Keyword (&words)[N]) {
@@ -153,7 +141,7 @@ int TokenStream::kindHere(const Token& token) {
   const std::string_view text = queue_.textOf(token);
   if (const int part = testPartHere(text); part != TokenKind::IDENTIFIER) return part;
   const bool inVariables = blocks_.isIn(Construct::Kind::Variables);
-  if (inConfiguration() && !inVariables) return wordOf(text, kConfigurationWords);
+  if (inConfiguration() && !inVariables) return wordOf(text, words::kConfiguration);
   const bool type = last_.kind == ':' || last_.kind == TokenKind::OF ||
                     last_.kind == TokenKind::TO || last_.kind == TokenKind::REF_TO;
   if (type && equalIgnoringCase(text, "REFERENCE") && queue_.ahead().kind == TokenKind::TO) {
@@ -163,7 +151,7 @@ int TokenStream::kindHere(const Token& token) {
       last_.kind == TokenKind::RETAIN) {
     return wordOf(text, kQualifierWords);
   }
-  if (inVariables && last_.kind == TokenKind::IDENTIFIER) return wordOf(text, kEdgeWords);
+  if (inVariables && last_.kind == TokenKind::IDENTIFIER) return wordOf(text, words::kEdges);
   return token.kind;
 }
 
@@ -172,12 +160,12 @@ int TokenStream::kindHere(const Token& token) {
 int TokenStream::testPartHere(std::string_view text) {
   if (last_.kind == '.') return TokenKind::IDENTIFIER;  // the name of a member
   if (blocks_.any() && blocks_.begin()->construct->isTestUnit()) {
-    if (const int end = wordOf(text, kTestEnds); end != TokenKind::IDENTIFIER) return end;
+    if (const int end = wordOf(text, words::kTestEnds); end != TokenKind::IDENTIFIER) return end;
   }
   // Behind PROGRAM and the like it is the name of the unit.
   const bool name = opensUnit(last_.kind) && !constructOf(last_.kind)->isTestUnit();
   if (name || (last_.kind != 0 && !isStructural(last_.kind))) return TokenKind::IDENTIFIER;
-  const int part = wordOf(text, kTestWords);
+  const int part = wordOf(text, words::kTests);
   if (part == TokenKind::IDENTIFIER || !blocks_.any()) return part;
   const int next = queue_.ahead().kind;
   const bool begins = part == TokenKind::TEST ? next == TokenKind::LITERAL : opensVariables(next);
