@@ -26,6 +26,9 @@ class Analysed {
   std::uint32_t fileCount() const { return count_; }
   bool isFile(std::uint32_t file) const { return file < count_; }
 
+  // True if the client takes snippets in completions.
+  bool takesSnippets() const { return documents_->takesSnippets; }
+
   // In the document.
   vel::TextLocation place(Position position) const;
   std::uint32_t offset(Position position) const { return place(position).offset(); }

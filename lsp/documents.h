@@ -22,6 +22,7 @@ class Documents {
  public:
   // Set by `initialize`.
   Encoding encoding = Encoding::Utf16;
+  bool takesSnippets = false;  // in completions
 
   // The parameters of the notifications of these names. Each returns the document, null if it is
   // not open.

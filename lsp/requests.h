@@ -11,11 +11,13 @@
 namespace lsp {
 
 void addCodeActions(Rpc& rpc, Workspace& workspace, Json& capabilities);
+void addCompletion(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addNavigation(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addRename(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addOutline(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addFormatting(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addSemanticTokens(Rpc& rpc, Workspace& workspace, Json& capabilities);
+void addSignatureHelp(Rpc& rpc, Workspace& workspace, Json& capabilities);
 void addHover(Rpc& rpc, Workspace& workspace, Json& capabilities);
 
 // Adds a request about a document. The result is null if the document cannot be analysed.

@@ -110,6 +110,8 @@ Json Server::initialize(const Json& params) {
   for (const Json& encoding : encodings) {
     if (encoding == "utf-8") documents_.encoding = Encoding::Utf8;
   }
+  documents_.takesSnippets = client.value(
+      Json::json_pointer("/textDocument/completion/completionItem/snippetSupport"), false);
   registersWatchers_ = client.value(
       Json::json_pointer("/workspace/didChangeWatchedFiles/dynamicRegistration"), false);
   capabilities_["positionEncoding"] = documents_.encoding == Encoding::Utf8 ? "utf-8" : "utf-16";
@@ -150,8 +152,8 @@ void Server::addSynchronization() {
 }
 
 void Server::addFeatures() {
-  for (const auto add : {addCodeActions, addFormatting, addHover, addNavigation, addOutline,
-                         addRename, addSemanticTokens}) {
+  for (const auto add : {addCodeActions, addCompletion, addFormatting, addHover, addNavigation,
+                         addOutline, addRename, addSemanticTokens, addSignatureHelp}) {
     add(rpc_, workspace_, capabilities_);
   }
   testRuns_.add(capabilities_);

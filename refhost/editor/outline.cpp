@@ -10,9 +10,6 @@ namespace refhost {
 
 using vel::TreeBuilder;
 
-namespace {
-
-// White space and comments between words become one blank.
 std::string inOneLine(std::string_view source) {
   std::string line;
   for (const char c : source) {
@@ -23,7 +20,7 @@ std::string inOneLine(std::string_view source) {
   return line;
 }
 
-std::string detailOf(const SymbolInfo& symbol) {
+std::string typeText(const SymbolInfo& symbol) {
   const ASTNode* spec = nullptr;
   switch (symbol.kind) {
     case SymbolKind::Function:
@@ -48,6 +45,8 @@ std::string detailOf(const SymbolInfo& symbol) {
   return inOneLine(TreeBuilder::source(*spec));
 }
 
+namespace {
+
 std::string titleOf(const SymbolInfo& symbol) {
   hostkit::LiteralValue title;
   const bool quoted = symbol.kind == SymbolKind::Test &&
@@ -68,7 +67,7 @@ bool contains(const SourceRange& whole, const SourceRange& part) {
 OutlineItem itemOf(const ProgramView& view, SymbolId id, std::uint32_t file) {
   const Symbols& symbols = view.symbols();
   const SymbolInfo& symbol = symbols[id];
-  OutlineItem item{titleOf(symbol), detailOf(symbol), symbol.kind, symbol.constant,
+  OutlineItem item{titleOf(symbol), typeText(symbol), symbol.kind, symbol.constant,
                    symbol.extent,   symbol.nameRange, {}};
   for (const SymbolId part : symbols.partsOf(id)) {
     if (isIn(symbols[part], file)) item.parts.push_back(itemOf(view, part, file));

@@ -23,6 +23,12 @@ struct OutlineItem {
 // or values, tests, global variables, configurations.
 std::vector<OutlineItem> outlineOf(const ProgramView& view, std::uint32_t file);
 
+// The text with one blank for each run of blanks and line breaks.
+std::string inOneLine(std::string_view source);
+// The type of a variable, a member, an instance or a FUNCTION's result as written, on one line;
+// empty for none.
+std::string typeText(const SymbolInfo& symbol);
+
 struct FoundSymbol {
   SymbolId symbol;
   std::string name;

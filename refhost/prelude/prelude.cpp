@@ -20,6 +20,8 @@ bool occurs(std::string_view name) {
 
 }  // namespace
 
+std::string_view preludeText() { return kText; }
+
 std::vector<PreludeUnit> preludeUnits() {
   constexpr std::string_view kFunction = "FUNCTION ";
   constexpr std::string_view kBlock = "FUNCTION_BLOCK ";

@@ -18,6 +18,7 @@ struct PreludeUnit {
   bool isBlock;  // a function block, no function
 };
 
+std::string_view preludeText();
 // All units of the prelude. Its text is not parsed for them.
 std::vector<PreludeUnit> preludeUnits();
 

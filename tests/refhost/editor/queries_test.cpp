@@ -1,11 +1,13 @@
 #include <random>
 
+#include "refhost/editor/completion.h"
 #include "refhost/editor/folding.h"
 #include "refhost/editor/hover.h"
 #include "refhost/editor/navigation.h"
 #include "refhost/editor/outline.h"
 #include "refhost/editor/rename.h"
 #include "refhost/editor/semantic_tokens.h"
+#include "refhost/editor/signature_help.h"
 #include "refhost/editor/source_tokens.h"
 #include "tests/refhost/editor/queried.h"
 
@@ -27,6 +29,15 @@ class Questions {
     const SymbolId unit = view_.unitAt(place);
     if (unit != kNoSymbol) check(view_.symbols()[unit].extent);
     if (offset % 4 != 0) return;
+    const Completion completion = completionAt(view_, place, offset % 8 == 0);
+    check(completion.replaced);
+    for (const Proposal& proposal : completion.proposals) ASSERT_FALSE(proposal.label.empty());
+    if (const auto help = signatureAt(view_, place)) {
+      for (const auto& [label, comment] : help->parameters) {
+        ASSERT_LE(label.end, help->label.size());
+      }
+      ASSERT_LT(help->active.value_or(0), std::max<std::size_t>(help->parameters.size(), 1));
+    }
     for (const TextEdit& edit : renamed(view_, place, "fresh_name").edits) check(edit.range);
   }
 

@@ -1,0 +1,49 @@
+#include "lsp/documentation.h"
+
+#include <fmt/format.h>
+
+#include "cli/explanations.h"
+
+namespace lsp {
+
+namespace {
+
+std::string codeBlock(const std::string& text) { return "```st\n" + text + "\n```\n"; }
+
+}  // namespace
+
+std::string pageOf(std::string_view topic) {
+  std::string text;
+  for (const velc::Explanation* const page : velc::explanationsOf(topic)) {
+    text += (text.empty() ? "" : "\n---\n\n") + std::string(page->text);
+  }
+  return text;
+}
+
+std::string summaryOf(std::string_view topic) {
+  const std::string page = pageOf(topic);
+  std::size_t begin = page.find("\n\n");
+  if (begin == std::string::npos) return {};
+  begin += 2;
+  return page.substr(begin, page.find("\n\n", begin) - begin);
+}
+
+std::string documentationOf(const refhost::Hover& hover) {
+  std::string text;
+  if (!hover.declaration.empty()) text += codeBlock(hover.declaration);
+  if (!hover.comment.empty()) text += "\n" + hover.comment + "\n";
+  std::string facts;
+  const auto add = [&facts](const char* name, const std::string& value) {
+    if (!value.empty()) facts += fmt::format("- {}: `{}`\n", name, value);
+  };
+  add("type", hover.type);
+  add("value", hover.value);
+  add("address", hover.address);
+  if (hover.bytes) facts += fmt::format("- {} bytes in C\n", *hover.bytes);
+  if (!facts.empty()) text += "\n" + facts;
+  const std::string page = pageOf(hover.topic);
+  if (!page.empty()) text += (text.empty() ? "" : "\n---\n\n") + page;
+  return text;
+}
+
+}  // namespace lsp

@@ -1,0 +1,54 @@
+// What can be written at a place, also in code that is not finished.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "refhost/editor/program_view.h"
+
+namespace refhost {
+
+struct Proposal {
+  enum class Kind : std::uint8_t {
+    Variable,
+    Constant,
+    Member,
+    Argument,  // a named one
+    Value,     // of an enumeration
+    Function,
+    Operator,
+    Block,
+    Program,
+    Type,
+    Structure,
+    Enumeration,
+    Task,
+    Instance,
+    Keyword,
+    Snippet,  // a whole statement or block
+  };
+
+  Kind kind = Kind::Keyword;
+  std::string label;
+  std::string detail;  // the type or the parameters; empty for none
+  std::string text;    // to be inserted; empty for the label
+  // The text has places to be filled in, `${1:name}` and so on, and $0, where the cursor ends up;
+  // in it `\`, `$` and `}` stand behind a `\`.
+  bool snippet = false;
+  int rank = 0;             // those with a lower one go first
+  SymbolId id = kNoSymbol;  // of what it names
+  std::string topic;        // of `velc explain`, where there may be a page; empty for none
+};
+
+struct Completion {
+  SourceRange replaced;             // the word around the place; empty for none
+  std::vector<Proposal> proposals;  // no two of them have the same label and text
+  bool incomplete = false;          // further letters bring others
+};
+
+// With `snippets` some proposals are snippets. Names that do not contain the letters of the word in
+// front of the place in order are left out.
+Completion completionAt(const ProgramView& view, vel::TextLocation place, bool snippets);
+
+}  // namespace refhost

@@ -1,0 +1,357 @@
+#include "refhost/editor/completion_parts.h"
+
+#include <algorithm>
+
+#include "core/op_manager_api.h"
+#include "core/operator.h"
+#include "hostkit/operator_traits.h"
+#include "refhost/prelude/prelude.h"
+#include "refhost/services/derived_types.h"
+#include "refhost/services/standard_functions.h"
+#include "refhost/services/test_functions.h"
+#include "refhost/syntax/word_tables.h"
+
+namespace refhost {
+
+namespace {
+
+using PartToken = grammar::Parser::token;
+using hostkit::OperatorFamily;
+using hostkit::OperatorTraits;
+
+// Hundreds, which hide everything else.
+bool isConversion(OperatorFamily family) {
+  return family == OperatorFamily::Conversion || family == OperatorFamily::GenericConversion ||
+         family == OperatorFamily::StringConversion || family == OperatorFamily::BcdConversion;
+}
+
+// The letters of a conversion that must be there before it is proposed.
+constexpr std::size_t kFewLetters = 2;
+
+bool startsWith(std::string_view name, std::string_view prefix) {
+  return equalIgnoringCase(name.substr(0, prefix.size()), prefix);
+}
+
+}  // namespace
+
+Rank CompletionParts::rankOf(const NamedPart& part) const {
+  if (part.id == kNoSymbol) return Rank::Local;
+  return names_.symbols()[part.id].kind == SymbolKind::Global ? Rank::Global : Rank::Local;
+}
+
+void CompletionParts::addVariables(bool targets) const {
+  for (const NamedPart& part : names_.variables()) {
+    const bool constant = part.id != kNoSymbol ? names_.symbols()[part.id].constant
+                                               : part.lexical != nullptr && part.lexical->constant;
+    if (targets ? constant : context_.constant && !constant) continue;
+    proposals_.addVariable(part, rankOf(part));
+    if (targets) addInstanceCall(part);
+  }
+}
+
+void CompletionParts::addInstanceCall(const NamedPart& part) const {
+  if (!proposals_.withSnippets() || !proposals_.suits(part.name) || context_.isBefore("(")) return;
+  const auto callee = calleeOfType(names_, names_.typeOf(part));
+  if (!callee) return;
+  Proposal proposal;
+  proposal.kind = Proposal::Kind::Instance;
+  proposal.label = std::string(part.name) + "(...)";
+  proposal.text = std::string(part.name);
+  proposal.id = part.id;
+  proposal.detail = callee->name;
+  proposals_.addCall(*callee, std::move(proposal), rankOf(part), Fit::Possible, true);
+}
+
+void CompletionParts::addCallable(std::string_view name, Rank rank, bool statement) const {
+  if (!proposals_.suits(name)) return;
+  const auto callee = calleeNamed(names_, name);
+  if (!callee) return;
+  // A result of the language's functions is not thrown away.
+  if (statement && rank == Rank::Standard && !callee->result.empty()) return;
+  Proposal proposal;
+  proposal.kind = callee->kind == CalleeAt::Kind::Operator ? Proposal::Kind::Operator
+                                                           : Proposal::Kind::Function;
+  proposal.label = proposal.text = std::string(name);
+  proposal.id = callee->id;
+  proposal.detail = signatureText(*callee, false);
+  const bool own = callee->id != kNoSymbol && !names_.symbols()[callee->id].standard;
+  if (!own) proposal.topic = proposal.label;
+  const PlaceType result = callee->result.empty() ? PlaceType{} : names_.typeNamed(callee->result);
+  proposals_.addCall(*callee, std::move(proposal), rank, fits(result, proposals_.expected().type),
+                     statement);
+}
+
+void CompletionParts::addCallables(bool statement) const {
+  const Symbols& symbols = names_.symbols();
+  for (const SymbolId id : symbols.partsOf(kNoSymbol)) {
+    const SymbolInfo& symbol = symbols[id];
+    if (symbol.kind != SymbolKind::Function || symbol.standard || symbol.name.empty()) continue;
+    addCallable(symbol.name, Rank::Unit, statement);
+  }
+  for (const PreludeUnit& unit : preludeUnits()) {
+    if (!unit.isBlock) addCallable(unit.name, Rank::Standard, statement);
+  }
+  if (context_.code.isInTest() && statement) {
+    forEachTestFunction(
+        [&](const TestFunction& function) { addCallable(function.name, Rank::Unit, true); });
+  }
+  if (!statement) {
+    forEachStandardFunction([&](const StandardFunction& function) {
+      // AND and the like are words, too.
+      addCallable(function.name, Rank::Standard, false);
+    });
+    addCallable("REF", Rank::Standard, false);
+  }
+  addOperators(statement);
+}
+
+void CompletionParts::addOperators(bool statement) const {
+  const Services& services = names_.view().program().services;
+  std::vector<std::string> all;
+  if (services.operators != nullptr) services.operators->operatorNames(all);
+  const std::string_view prefix = context_.prefix;
+  for (const std::string& folded : all) {
+    const std::string& name = services.operators->findOperator(folded)->name;
+    const OperatorTraits& traits = hostkit::operatorTraits(name);
+    if (traits.givesValue() == statement) continue;
+    if (isConversion(traits.family)) {
+      const bool few = prefix.size() < kFewLetters;
+      if (few && startsWith(name, prefix)) proposals_.incomplete = true;
+      if (few || !startsWith(name, prefix)) continue;
+    }
+    addCallable(name, Rank::Standard, statement);
+  }
+}
+
+void CompletionParts::addOperands() const {
+  addPathParts();
+  addArguments();
+  const bool field = !names_.membersOf(proposals_.expected().fieldsOf).empty();
+  if (field || context_.section() == PartToken::VAR_CONFIG) return;
+  const bool output = context_.code.kindBefore() == PartToken::ARROW;
+  addVariables(output);
+  if (output) return;
+  addWantedValues();
+  for (const SymbolId value : names_.values()) proposals_.addSymbol(value, Rank::Value);
+  const PlaceType truth = names_.typeNamed("BOOL");
+  for (const char* const word : {"TRUE", "FALSE"}) {
+    proposals_.addWord(word, Rank::Word, fits(truth, proposals_.expected().type));
+  }
+  proposals_.addWord("NOT");
+  for (const SymbolId id : names_.symbols().partsOf(kNoSymbol)) {
+    if (names_.symbols()[id].kind == SymbolKind::Enumeration) {
+      proposals_.addSymbol(id, Rank::Type);
+    }
+  }
+  if (context_.constant) return;
+  proposals_.addWord("NULL");
+  addCallables(false);
+}
+
+// Those of the expected enumeration, with its name where a variable hides them.
+void CompletionParts::addWantedValues() const {
+  const SymbolId wanted = names_.enumerationOf(proposals_.expected().type);
+  if (wanted == kNoSymbol) return;
+  const SymbolInfo& type = names_.symbols()[wanted];
+  for (const SymbolId id : names_.symbols().partsOf(wanted)) {
+    const SymbolInfo& value = names_.symbols()[id];
+    if (value.kind != SymbolKind::Value) continue;
+    const bool hidden = isType(type.kind) && names_.variable(value.name) != nullptr;
+    proposals_.addSymbol(id, Rank::First, hidden ? type.name + '#' + value.name : value.name);
+  }
+}
+
+void CompletionParts::addStatements() const {
+  addVariables(true);
+  addCallables(true);
+}
+
+// Named arguments that are missing, and the fields of an initial value.
+void CompletionParts::addArguments() const {
+  if (context_.code.brackets.empty()) return;
+  const CodeBracket& bracket = context_.code.brackets.back();
+  const std::size_t end = context_.code.tokens.size();
+  const bool negated =
+      bracket.argument + 1 == end && context_.code.tokens[bracket.argument].token == PartToken::NOT;
+  // In front of a value a ',' or a value may be missing.
+  const bool assigned = context_.isBeforeAssignment();
+  if (bracket.argument != end && !negated && !assigned) return;
+  std::vector<std::string_view> given;
+  for (std::size_t i = bracket.token + 1, depth = 0; i + 1 < end; ++i) {
+    const int token = context_.code.tokens[i].token;
+    const int next = context_.code.tokens[i + 1].token;
+    if (token == '(' || token == '[') ++depth;
+    if ((token == ')' || token == ']') && depth > 0) --depth;
+    const bool named = next == PartToken::ASSIGN || next == PartToken::ARROW;
+    if (depth == 0 && named) given.push_back(context_.code.textOf(i));
+  }
+  const auto isGiven = [&](std::string_view name) {
+    return std::any_of(given.begin(), given.end(),
+                       [name](std::string_view other) { return equalIgnoringCase(name, other); });
+  };
+  const auto addArgument = [&](std::string_view name, const std::string& type, bool output,
+                               Rank rank, SymbolId id = kNoSymbol) {
+    const std::string label = std::string(name) + (output ? " => " : " := ");
+    if (isGiven(name) || !proposals_.suits(name)) return;
+    Proposal proposal;
+    proposal.kind = Proposal::Kind::Argument;
+    proposal.label = label.substr(0, label.size() - 1);
+    proposal.text = label;
+    proposal.detail = type;
+    proposal.id = id;
+    proposals_.add(std::move(proposal), rank, Fit::Exact);
+  };
+  if (proposals_.expected().fieldsOf.known()) {
+    for (const NamedPart& part : names_.membersOf(proposals_.expected().fieldsOf)) {
+      const vel::SymbolDataType* const type = names_.typeOf(part).type;
+      addArgument(part.name, type != nullptr ? displayName(type) : "", false, Rank::First, part.id);
+    }
+    return;
+  }
+  if (bracket.token == 0 || context_.call() != &bracket) return;
+  const std::size_t last = bracket.token - 1;
+  const auto callee = calleeAt(names_, context_.accessBegin(last), last);
+  if (!callee || !callee->takesNames) return;
+  // Functions are mostly called without the names.
+  const bool plain = callee->kind != CalleeAt::Kind::Instance &&
+                     callee->kind != CalleeAt::Kind::Task && given.empty() && !assigned;
+  const Rank rank = plain ? Rank::Standard : Rank::First;
+  const std::size_t positional = given.empty() && !assigned ? bracket.commas : 0;
+  for (std::size_t i = 0; i < callee->parameters.size(); ++i) {
+    const CalleeParameter& parameter = callee->parameters[i];
+    const bool output = parameter.passing == CalleeParameter::Passing::Out;
+    if ((negated && !output) || (!output && positional > 0)) continue;
+    addArgument(parameter.name, parameter.type, output, rank, parameter.id);
+  }
+  if (callee->extensible && !given.empty()) {
+    std::size_t next = callee->parameters.size();
+    while (isGiven(callee->parameterName(next))) ++next;
+    addArgument(callee->parameterName(next), "", false, rank);
+  }
+  if (!callee->takesEnable) return;
+  if (!negated && positional == 0) addArgument("EN", "BOOL", false, Rank::Word);
+  addArgument("ENO", "BOOL", true, Rank::Word);
+}
+
+void CompletionParts::addLabels() const {
+  const PlaceType selector = proposals_.expected().type;
+  const SymbolId type = names_.enumerationOf(selector);
+  if (type == kNoSymbol) return;
+  const std::vector<std::string_view>& used = context_.labels;
+  for (const SymbolId value : names_.symbols().partsOf(type)) {
+    const SymbolInfo& symbol = names_.symbols()[value];
+    const bool taken = std::any_of(used.begin(), used.end(), [&](std::string_view label) {
+      const std::size_t mark = label.find('#');
+      if (mark != std::string_view::npos) label.remove_prefix(mark + 1);
+      return equalIgnoringCase(label, symbol.name);
+    });
+    if (!taken) proposals_.addSymbol(value, Rank::First);
+  }
+}
+
+void CompletionParts::addMembers() const {
+  const OpenCode& code = context_.code;
+  if (code.tokens.size() < 2) return;
+  if (context_.section() == PartToken::VAR_CONFIG) addPathParts();
+  const std::size_t last = code.tokens.size() - 2;
+  const std::size_t first = context_.accessBegin(last);
+  if (first > last) return;
+  const bool plain = first == last;
+  for (const NamedPart& part : names_.membersOf(names_.typeOfAccess(first, last))) {
+    proposals_.addVariable(part, Rank::First);
+  }
+  if (plain && names_.variable(code.textOf(first)) == nullptr) addValuesOf(code.textOf(first));
+}
+
+void CompletionParts::addValuesOf(std::string_view type) const {
+  const SymbolId id = names_.symbols().ofType(type);
+  if (id != kNoSymbol) {
+    for (const SymbolId value : names_.symbols().partsOf(id)) {
+      if (names_.symbols()[value].kind == SymbolKind::Value) {
+        proposals_.addSymbol(value, Rank::First);
+      }
+    }
+  }
+  if (equalIgnoringCase(type, "BOOL")) {
+    for (const char* const word : {"TRUE", "FALSE"}) proposals_.addWord(word);
+  }
+}
+
+void CompletionParts::addTypes() const {
+  const Symbols& symbols = names_.symbols();
+  const bool result = context_.code.inUnitHeader;
+  for (const SymbolId id : symbols.partsOf(kNoSymbol)) {
+    const SymbolInfo& symbol = symbols[id];
+    const bool block = symbol.kind == SymbolKind::FunctionBlock && !result;
+    const bool program = symbol.kind == SymbolKind::Program && context_.code.isInTest();
+    if (block || program) proposals_.addSymbol(id, Rank::Unit);
+    if (isType(symbol.kind)) proposals_.addSymbol(id, Rank::Type);
+  }
+  for (SymbolId id = 0; id < symbols.count(); ++id) {
+    const bool elementary = symbols[id].kind == SymbolKind::ElementaryType;
+    if (elementary) proposals_.addSymbol(id, Rank::Standard);
+  }
+  for (const PreludeUnit& unit : preludeUnits()) {
+    const bool known = symbols.ofType(unit.name) != kNoSymbol;
+    if (!unit.isBlock || known || result || !proposals_.suits(unit.name)) continue;
+    Proposal proposal;
+    proposal.kind = Proposal::Kind::Block;
+    proposal.label = proposal.topic = std::string(unit.name);
+    proposals_.add(std::move(proposal), Rank::Standard);
+  }
+  proposals_.addWords(words::kBracketTypes);
+  for (const char* const word : {"POINTER", "REF_TO", "REFERENCE"}) proposals_.addWord(word);
+  if (!result) proposals_.addWord("STRUCT");
+}
+
+void CompletionParts::addGlobals() const { addOfKind(SymbolKind::Global); }
+
+void CompletionParts::addOfKind(SymbolKind kind) const {
+  for (SymbolId id = 0; id < names_.symbols().count(); ++id) {
+    if (names_.symbols()[id].kind == kind) proposals_.addSymbol(id, Rank::First);
+  }
+}
+
+void CompletionParts::addConfigured() const {
+  for (const SymbolKind kind :
+       {SymbolKind::Resource, SymbolKind::Instance, SymbolKind::Global, SymbolKind::Program}) {
+    addOfKind(kind);
+  }
+}
+
+// What follows in `Resource.instance.variable`, of which the analysis of expressions knows nothing.
+void CompletionParts::addPathParts() const {
+  const OpenCode& code = context_.code;
+  if (context_.section() != PartToken::VAR_CONFIG || code.kindBefore() != '.') return;
+  const Symbols& symbols = names_.symbols();
+  const auto named = [&](SymbolId container, std::string_view name) {
+    for (SymbolId id = 0; id < symbols.count(); ++id) {
+      const SymbolInfo& symbol = symbols[id];
+      const bool root = symbol.kind == SymbolKind::Resource ||
+                        symbol.kind == SymbolKind::Instance || symbol.kind == SymbolKind::Program ||
+                        symbol.kind == SymbolKind::Global;
+      const bool here = container == kNoSymbol ? root : symbol.container == container;
+      if (here && symbol.isDeclared() && equalIgnoringCase(symbol.name, name)) return id;
+    }
+    return kNoSymbol;
+  };
+  SymbolId owner = kNoSymbol;
+  for (std::size_t i = code.statement; i + 1 < code.tokens.size(); ++i) {
+    if (code.tokens[i].token != PartToken::IDENTIFIER) continue;
+    const SymbolId at = named(owner, code.textOf(i));
+    if (at == kNoSymbol) return;
+    owner = at;
+    if (symbols[at].kind == SymbolKind::Instance) {
+      owner = symbols.ofType(vel::TreeBuilder::source(*symbols[at].node->leaf(1)->leaf(0)));
+    } else if (const auto* const block = dynamic_cast<const InstanceType*>(symbols.dataType(at))) {
+      owner = symbols.ofUnit(*block->unit->node);
+    }
+  }
+  if (owner == kNoSymbol) return;
+  for (const SymbolId part : symbols.partsOf(owner)) {
+    const bool instance = symbols[part].kind == SymbolKind::Instance;
+    if (instance || isVariable(symbols[part].kind)) proposals_.addSymbol(part, Rank::First);
+  }
+}
+
+}  // namespace refhost

@@ -1,0 +1,41 @@
+// The names that can stand at the cursor.
+#pragma once
+
+#include <string_view>
+
+#include "refhost/editor/proposals.h"
+
+namespace refhost {
+
+class CompletionParts {
+ public:
+  CompletionParts(const NamesAt& names, Proposals& proposals)
+      : names_(names), context_(names.context()), proposals_(proposals) {}
+
+  void addOperands() const;
+  void addStatements() const;
+  void addLabels() const;
+  void addMembers() const;
+  void addValuesOf(std::string_view type) const;
+  void addTypes() const;
+  void addGlobals() const;
+  void addConfigured() const;  // with which the paths in a VAR_CONFIG begin
+  void addOfKind(SymbolKind kind) const;
+
+ private:
+  void addVariables(bool targets) const;
+  void addInstanceCall(const NamedPart& part) const;
+  void addCallables(bool statement) const;
+  void addCallable(std::string_view name, Rank rank, bool statement) const;
+  void addOperators(bool statement) const;
+  void addWantedValues() const;
+  void addArguments() const;
+  void addPathParts() const;
+  Rank rankOf(const NamedPart& part) const;
+
+  const NamesAt& names_;
+  const CursorContext& context_;
+  Proposals& proposals_;
+};
+
+}  // namespace refhost

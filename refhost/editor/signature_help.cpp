@@ -1,0 +1,70 @@
+#include "refhost/editor/signature_help.h"
+
+#include <algorithm>
+
+#include "refhost/editor/callee.h"
+#include "refhost/editor/hover.h"
+#include "refhost/editor/source_tokens.h"
+#include "refhost/syntax/word_tables.h"
+
+namespace refhost {
+
+namespace {
+
+using HelpToken = grammar::Parser::token;
+
+// The parameter of the argument that the cursor is in.
+std::optional<std::size_t> activeIn(const CalleeAt& callee, const CodeBracket& bracket,
+                                    const CursorContext& context) {
+  const OpenCode& code = context.code;
+  const std::size_t end = code.tokens.size();
+  std::size_t name = bracket.argument;
+  if (name < end && code.tokens[name].token == HelpToken::NOT) ++name;
+  const int behind = name + 1 < end ? code.tokens[name + 1].token : 0;
+  std::size_t index = 0;
+  if (behind == HelpToken::ASSIGN || behind == HelpToken::ARROW) {
+    index = callee.named(code.textOf(name));
+  } else {
+    // Behind the cursor the arguments go on; together they may be so many that outputs count.
+    const auto inputs = static_cast<std::size_t>(std::count_if(
+        callee.parameters.begin(), callee.parameters.end(), [](const CalleeParameter& parameter) {
+          return parameter.passing != CalleeParameter::Passing::Out;
+        }));
+    index = callee.positional(bracket.commas, bracket.commas >= inputs);
+  }
+  return index < callee.parameters.size() ? std::optional(index) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<SignatureHelp> signatureAt(const ProgramView& view, vel::TextLocation place) {
+  const std::string_view text = view.program().sources.text(place.file());
+  const std::vector<SourceToken> tokens = sourceTokens(text);
+  CursorContext context = cursorContext(text, tokens, place.offset());
+  // A place within a text or a number is in an argument, too.
+  if (context.code.text.empty()) context.code = openCodeAt(text, tokens, place.offset());
+  const CodeBracket* const bracket = context.call();
+  if (bracket == nullptr) return {};
+  const NamesAt names(view, place.file(), tokens, context);
+  const std::size_t last = bracket->token - 1;
+  const auto callee = calleeAt(names, context.accessBegin(last), last);
+  if (!callee) return {};
+  SignatureHelp help;
+  std::vector<Span> places;
+  help.label = signatureText(*callee, true, &places);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const SymbolId id = callee->parameters[i].id;
+    const bool open = id != kNoSymbol && !view.symbols()[id].standard;
+    help.parameters.push_back({places[i], open ? commentText(view, id) : std::string()});
+  }
+  help.active = activeIn(*callee, *bracket, context);
+  const bool own = callee->id != kNoSymbol && !view.symbols()[callee->id].standard;
+  if (own) {
+    help.comment = commentText(view, callee->id);
+  } else {
+    help.topic = callee->kind == CalleeAt::Kind::Task ? "TASK" : callee->name;
+  }
+  return help;
+}
+
+}  // namespace refhost

@@ -1,0 +1,223 @@
+#include "refhost/editor/completion.h"
+
+#include <random>
+#include <sstream>
+
+#include "refhost/editor/signature_help.h"
+#include "refhost/editor/source_tokens.h"
+#include "tests/refhost/editor/queried.h"
+
+namespace refhost {
+namespace {
+
+// A name of which only the first letter is left, with different faults around it.
+struct CutName {
+  std::uint32_t file = 0;
+  Span name;
+  Span unit;
+  SourceRange declaration;
+  std::string text;
+  Proposal::Kind kind = Proposal::Kind::Variable;
+};
+
+std::vector<CutName> namesOf(const ProgramView& view) {
+  std::vector<CutName> names;
+  for (const Occurrence& at : view.occurrences().all()) {
+    const SymbolInfo& symbol = view.symbols()[at.symbol];
+    const bool part = symbol.kind == SymbolKind::Member || symbol.kind == SymbolKind::Value;
+    if (at.declares || !(part || isVariable(symbol.kind))) continue;
+    const auto spanOf = [](const SourceRange& range) {
+      return Span{range.begin.offset(), range.begin.offset() + range.length};
+    };
+    const SourceRange unit = at.unit != kNoSymbol ? view.symbols()[at.unit].extent : at.range;
+    names.push_back({at.range.begin.file(), spanOf(at.range), spanOf(unit), symbol.extent,
+                     symbol.name,
+                     symbol.kind == SymbolKind::Member  ? Proposal::Kind::Member
+                     : symbol.kind == SymbolKind::Value ? Proposal::Kind::Value
+                     : symbol.constant                  ? Proposal::Kind::Constant
+                                                        : Proposal::Kind::Variable});
+  }
+  return names;
+}
+
+class CompletionOfCutNames : public testing::Test {
+ protected:
+  // Asks behind the first letter once the spans are removed, from the last to the first.
+  void ask(const std::vector<SourceText>& sources, const CutName& name,
+           const std::vector<Span>& removed) {
+    std::vector<SourceText> broken = sources;
+    std::uint32_t offset = name.name.begin + 1;
+    for (const Span& span : removed) {
+      if (name.declaration.begin.file() == name.file &&
+          name.declaration.begin.offset() < span.end &&
+          name.declaration.begin.offset() + name.declaration.length > span.begin) {
+        return;  // It is no longer declared.
+      }
+      broken[name.file].text.erase(span.begin, span.end - span.begin);
+      if (span.begin < name.name.begin) offset -= span.end - span.begin;
+    }
+    queried_.analyse(broken);
+    const auto list = completionAt(queried_.view(), vel::TextLocation(name.file, offset), false);
+    ++asked_;
+    for (const Proposal& proposal : list.proposals) {
+      const std::string label = proposal.label.substr(proposal.label.find('#') + 1);
+      const bool kind = proposal.kind == name.kind || proposal.kind == Proposal::Kind::Argument;
+      if (kind && vel::equalIgnoringCase(label.substr(0, label.find(' ')), name.text)) return;
+    }
+    const std::string& text = broken[name.file].text;
+    ADD_FAILURE() << name.text << " in " << broken[name.file].name << ":\n"
+                  << text.substr(offset < 200 ? 0 : offset - 200, std::min(offset, 200U)) << "|"
+                  << text.substr(offset, 200);
+  }
+
+  Queried queried_;
+  std::size_t asked_ = 0;
+};
+
+TEST_F(CompletionOfCutNames, ProposesThem) {
+  constexpr std::size_t kEach = 6;  // of so many names
+  constexpr std::string_view kMarks[] = {";", ")", ",", ":=", "THEN", "DO", "OF", "UNTIL"};
+  std::mt19937_64 random(15);
+  for (const std::vector<SourceText>& sources : programs()) {
+    queried_.analyse(sources);
+    const std::vector<CutName> names = namesOf(queried_.view());
+    for (std::size_t i = random() % kEach; i < names.size(); i += kEach) {
+      const CutName& name = names[i];
+      const std::string& text = sources[name.file].text;
+      const Span rest{name.name.begin + 1, name.name.end};
+      ask(sources, name, {rest});
+      ask(sources, name, {{rest.begin, std::max(name.unit.end, rest.end)}});
+      ask(sources, name, {{rest.begin, static_cast<std::uint32_t>(text.size())}});
+      std::vector<Span> marks;
+      for (const SourceToken& token : sourceTokens(text)) {
+        const bool here = token.span.begin >= name.unit.begin && token.span.end <= name.unit.end;
+        const std::string_view word =
+            std::string_view(text).substr(token.span.begin, token.span.end - token.span.begin);
+        const bool mark = std::find(std::begin(kMarks), std::end(kMarks), word) != std::end(kMarks);
+        if (here && (mark || word.substr(0, 4) == "END_")) marks.push_back(token.span);
+      }
+      if (marks.empty()) continue;
+      const Span lost = marks[random() % marks.size()];
+      ask(sources, name,
+          lost.begin < rest.begin ? std::vector{rest, lost} : std::vector{lost, rest});
+    }
+  }
+  EXPECT_GT(asked_, 400U);
+}
+
+// The text in front of the cursor, the labels that must be among the proposals, and those that must
+// not; a label with '=' in front of the text that is inserted.
+struct Row {
+  const char* code;  // kAllKinds precedes it; `|` is the cursor
+  const char* labels;
+  const char* absent;
+};
+
+const Row kRows[] = {
+    {"|", "PROGRAM TYPE FUNCTION_BLOCK VAR_GLOBAL TEST SETUP", "IF total Main"},
+    {"PROGRAM |", "", "IF total PROGRAM"},
+    {"FUNCTION F : | VAR", "INT Color Pt ARRAY STRING", "Pump TON total IF"},
+    {"PROGRAM X | ", "VAR VAR_INPUT IF total Twice END_PROGRAM RETURN", "EXIT ELSE TYPE n k"},
+    {"PROGRAM X VAR |", "CONSTANT RETAIN END_VAR", "total IF INT"},
+    {"PROGRAM X VAR x |", "AT", "INT total"},
+    {"PROGRAM X VAR x AT |", "", "INT total"},
+    {"PROGRAM X VAR x : |", "INT TIME Pump TON CTU_DINT Color Pts ARRAY POINTER STRUCT WSTRING",
+     "Main Twice IF"},
+    {"TEST 'x' VAR x : |", "Main Pump", ""},
+    {"PROGRAM X VAR x : ARRAY[0..|", "size", "total Twice"},
+    {"PROGRAM X VAR x : ARRAY[0..1] |", "OF", "INT"},
+    {"PROGRAM X VAR x : ARRAY[0..1] OF |", "INT Pump", "OF"},
+    {"PROGRAM X VAR x : POINTER |", "TO", "INT"},
+    {"PROGRAM X VAR x : (A, |", "", "total INT"},
+    {"PROGRAM X VAR x : INT\n |", "END_VAR", "INT"},
+    {"PROGRAM X VAR_INPUT x : BOOL |", "R_EDGE", "INT"},
+    {"PROGRAM X VAR x : Color := |", "Red Blue size", "IF"},
+    {"PROGRAM X VAR x : Pts := [(|", "x: y: c:", "Red"},
+    {"PROGRAM X VAR x : Pts := [(x := 1, c := |", "Red Blue", "x: y:"},
+    {"PROGRAM X VAR_EXTERNAL |", "total lamp size", "k INT"},
+    {"PROGRAM X VAR a : INT; END_VAR |", "a VAR total IF FOR Twice ZRST", "INT ABS size n"},
+    {"PROGRAM X VAR a : INT; END_VAR a := |",
+     "a total size Twice ABS LIMIT TRUE NOT MUX ADD CONCAT_DATE",
+     "IF INT_TO_REAL ZRST ASSERT_EQ run n"},
+    {"PROGRAM X VAR a : INT; END_VAR a := re|", "REAL_TO_INT", "LIMIT"},
+    {"PROGRAM X VAR a : INT; END_VAR a := a |", "AND MOD OR_ELSE", "a THEN"},
+    {"PROGRAM X VAR a : INT; END_VAR a := 1\n |", "a IF", "THEN"},
+    {"PROGRAM X IF total > 1 |", "THEN AND", "DO total"},
+    {"PROGRAM X IF total > 1 THEN |", "ELSE ELSIF END_IF=END_IF; END_PROGRAM total", "EXIT UNTIL"},
+    {"PROGRAM X IF total > 1 THEN ; ELSE |", "END_IF", "ELSE ELSIF"},
+    {"PROGRAM X FOR total := 1 |", "TO", "DO BY"},
+    {"PROGRAM X FOR total := 1 TO 3 |", "DO BY", "TO THEN"},
+    {"PROGRAM X FOR total := 1 TO 3 DO |", "EXIT CONTINUE END_FOR", "ELSE"},
+    {"PROGRAM X REPEAT total := 1; |", "UNTIL END_REPEAT", "ELSE"},
+    {"PROGRAM X VAR c : Color; END_VAR CASE c |", "OF", "THEN"},
+    {"PROGRAM X VAR c : Color; END_VAR CASE c OF Red: c := Blue; | Green: END_CASE;",
+     "Blue c END_CASE ELSE IF", ""},
+    {"PROGRAM X VAR c : Color; END_VAR CASE c OF Color#Red, | Green: END_CASE;", "Blue size",
+     "c total"},
+    {"PROGRAM X VAR q : POINTER TO Pts; END_VAR q^[1].|", "x y c", "total"},
+    {"PROGRAM X VAR p : ARRAY[0..1, 0..1] OF Pump; END_VAR p[1, total].|", "run flow",
+     "sum t total"},
+    {"TEST 'x' VAR p : Pump; END_VAR p.|", "run flow t spare", ""},
+    {"TEST 'x' VAR p : Main; END_VAR p.c := |", "Red", ""},
+    {"PROGRAM X total := Color#|", "Red Blue", "total"},
+    {"PROGRAM X total := Color.|", "Red Blue", "total"},
+    {"PROGRAM X VAR p : Pump; END_VAR p(|", "run: sum: flow> EN: ENO>", ""},
+    {"PROGRAM X VAR p : Pump; END_VAR p(run := TRUE, |", "sum: flow>", "run:"},
+    {"PROGRAM X VAR p : Pump; END_VAR p(NOT |", "flow>", "run:"},
+    {"PROGRAM X VAR p : Pump; END_VAR p(flow => |", "total", "size Twice"},
+    {"PROGRAM X VAR t : TON; END_VAR t(IN := TRUE, |", "PT: Q> ET>", "IN:"},
+    {"PROGRAM X total := LIMIT(|", "MN: IN: MX: EN: total", ""},
+    {"PROGRAM X total := MAX(IN1 := 1, |", "IN2:", "IN1:"},
+    {"PROGRAM X total := CONCAT_DATE(|", "YEAR: MONTH: DAY:", ""},
+    {"PROGRAM X total := 1; // |", "", "total"},
+    {"PROGRAM X total := 1; (* total |", "", "total"},
+    {"PROGRAM X VAR s : STRING; END_VAR s := 'to|", "", "total"},
+    {"PROGRAM X total := 16#t|", "", "total"},
+    {"PROGRAM X {nowarn |", "all conversions", "total"},
+    {"TEST 'x' |", "ASSERT_EQ ADVANCE_TIME pump1 level VAR END_TEST", "VAR_INPUT"},
+    {"CONFIGURATION C |", "RESOURCE TASK PROGRAM VAR_GLOBAL VAR_CONFIG END_CONFIGURATION",
+     "IF total"},
+    {"CONFIGURATION C TASK t(|", "INTERVAL: PRIORITY: SINGLE:", ""},
+    {"CONFIGURATION C PROGRAM x |", "WITH", "Main"},
+    {"CONFIGURATION C PROGRAM x WITH |", "fast", "Main"},
+    {"CONFIGURATION C PROGRAM x : |", "Main", "Pump"},
+    {"CONFIGURATION C PROGRAM x : Main(|", "start: shared", "run:"},
+    {"CONFIGURATION C VAR_CONFIG |", "Cpu line open", ""},
+    {"CONFIGURATION C VAR_CONFIG Cpu.line.p.|", "spare t", "total"},
+    // Names that are lost for the analysis.
+    {"PROGRAM VAR lost : Pump; END_VAR l|", "lost", ""},
+    {"PROGRAM X VAR a : INT b : Pump; END_VAR b.|", "run", "a"},
+    {"PROGRAM X VAR b : Pump; a : ; b(run := TRUE); b.|", "run", "a"},
+    {"FUNCTION Lost : Pt VAR_INPUT own : INT; END_VAR Lost.|", "x y", "own"},
+};
+
+TEST(Completion, ProposesWhatCanStand) {
+  Queried queried;
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.code);
+    std::string text = std::string(kAllKinds) + row.code;
+    const std::size_t cursor = text.rfind('|');
+    text.erase(cursor, 1);
+    queried.analyse({{"all.st", text}});
+    const auto list = completionAt(queried.view(),
+                                   vel::TextLocation(0, static_cast<std::uint32_t>(cursor)), false);
+    const auto has = [&](std::string label) {
+      std::string inserted;
+      if (const std::size_t mark = label.find('='); mark != std::string::npos) {
+        inserted = label.substr(mark + 1);
+        label.resize(mark);
+      }
+      if (label.back() == ':') label.replace(label.size() - 1, 1, " :=");
+      if (label.back() == '>') label.replace(label.size() - 1, 1, " =>");
+      return std::any_of(list.proposals.begin(), list.proposals.end(), [&](const Proposal& at) {
+        return at.label == label && (inserted.empty() || at.text == inserted);
+      });
+    };
+    std::istringstream labels(row.labels), absent(row.absent);
+    for (std::string label; labels >> label;) EXPECT_TRUE(has(label)) << label;
+    for (std::string label; absent >> label;) EXPECT_FALSE(has(label)) << label;
+  }
+}
+
+}  // namespace
+}  // namespace refhost
