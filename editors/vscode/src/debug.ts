@@ -40,7 +40,9 @@ export class Debugging implements vscode.DebugConfigurationProvider {
     const wanted = given as Wanted;
     const file = vscode.window.activeTextEditor?.document;
     const open = file?.languageId === "st" ? file.uri.fsPath : undefined;
-    const cwd = folder?.uri.fsPath ?? (open === undefined ? undefined : dirname(open));
+    const root = folder?.uri.fsPath;
+    const beside = open === undefined ? root : dirname(open);
+    const cwd = (wanted.files === undefined ? undefined : root) ?? beside;
     if (cwd === undefined) return undefined;
     if (vscode.extensions.getExtension(cpptools) === undefined) {
       void askForDebugger();

@@ -6,6 +6,7 @@ interface Definition extends vscode.TaskDefinition {
   command: string;
   files?: string[];
   args?: string[];
+  cwd?: string;
 }
 
 const commands = ["check", "build", "run", "test", "fmt"] as const;
@@ -21,7 +22,7 @@ const matchers: Record<string, string[]> = {
 };
 
 function taskOf(definition: Definition, scope: vscode.WorkspaceFolder | vscode.TaskScope) {
-  const { command, files = [], args = [] } = definition;
+  const { command, files = [], args = [], cwd } = definition;
   const plugins = command === "fmt" ? [] : pluginOptions();
   const task = new vscode.Task(
     definition,
@@ -29,7 +30,11 @@ function taskOf(definition: Definition, scope: vscode.WorkspaceFolder | vscode.T
     command,
     "velc",
     // Files first: some options take all names behind them.
-    new vscode.ProcessExecution(findVelc() ?? "velc", [command, ...files, ...args, ...plugins]),
+    new vscode.ProcessExecution(
+      findVelc() ?? "velc",
+      [command, ...files, ...args, ...plugins],
+      cwd === undefined ? {} : { cwd },
+    ),
     matchers[command] ?? ["$velc"],
   );
   const group = groups[command];

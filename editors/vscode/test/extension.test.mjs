@@ -144,6 +144,7 @@ test("builds programs for gdb, which stops at lines and prints strings", { timeo
     const resolve = (given) =>
       debugProviders.get("velc").resolveDebugConfiguration(vscode.workspace.workspaceFolders[0], given);
     const made = await resolve({ type: "velc", name: "", scans: 3 });
+    assert.deepEqual([made.cwd, made.args], [work, ["--scans", "3", "--cycle", "T#10ms"]]);
     assert.equal(made.type, "cppdbg");
     const setup = made.setupCommands.flatMap(({ text }) => ["-ex", text.replace(/^-(.*)/, 'interpreter-exec mi "-$1"')]);
     const lines = [`break ${path}:6`, "run", "continue", "print self->level", "print self->name"];
