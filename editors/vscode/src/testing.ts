@@ -93,6 +93,8 @@ export class Testing implements vscode.Disposable {
   /** Runs the tests that match one of the filters, or all tests of the program of the file. */
   async run(uri: vscode.Uri, filters: string[], request?: vscode.TestRunRequest): Promise<void> {
     this.abandon();
+    // The server runs tests on the files as they are on disk.
+    await vscode.workspace.saveAll(false);
     const run = this.controller.createTestRun(request ?? new vscode.TestRunRequest());
     for (const item of this.itemsOf(uri, filters)) run.started(item);
     const results = await new Promise<Results | undefined>((take) => {
