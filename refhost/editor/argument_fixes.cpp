@@ -196,6 +196,19 @@ const Call* callAround(const ASTNode* node) {
   return nullptr;
 }
 
+// An output that is given, or an input that is stored, takes the other sign.
+void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
+  const ASTNode& formal = *argument.leaf(0);
+  const std::string_view source = TreeBuilder::source(argument);
+  const std::string_view wrong = static_cast<const Argument&>(argument).output ? "=>" : ":=";
+  const std::string right = wrong == "=>" ? ":=" : "=>";
+  const std::uint32_t begin = argument.pos().offset();
+  const std::size_t at = source.find(wrong, formal.pos().offset() - begin);
+  if (at == source.npos || static_cast<const Argument&>(argument).negated) return;
+  const vel::TextLocation place(argument.pos().file(), begin + static_cast<std::uint32_t>(at));
+  fixes.push_back({"Write '" + right + "'", {{{place, 2}, right}}});
+}
+
 }  // namespace
 
 void addArguments(const AnalysedProgram& program, const Diagnostic& message,
@@ -206,6 +219,7 @@ void addArguments(const AnalysedProgram& program, const Diagnostic& message,
                    message.code == vel::message::kParameterCount.code;
   if (!mixed && !unknown && !few) return;
   const ASTNode* const node = nodeWith(program.tree, message.range);
+  if (node != nullptr && kindOf(*node) == NodeKind::Argument) return addArrow(*node, fixes);
   const Call* const call = few ? callIn(node) : callAround(node);
   if (call == nullptr || call->parameters() == nullptr) return;
   Arguments arguments(program, *call);

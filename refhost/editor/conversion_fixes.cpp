@@ -231,7 +231,11 @@ class Conversions {
     if (division == nullptr || !isBinary(*division) || said.empty()) return;
     const ASTNode& dividend = *division->leaf(0);
     const bool number = isUntypedNumber(dividend);
-    convert(number ? *division->leaf(1) : dividend, typeNamed(said[1]));
+    const Type* const to = typeNamed(said[1]);
+    // The quotient may be what a conversion from an integer converts.
+    if (to != nullptr && suits(*division, *to)) {
+      convert(number ? *division->leaf(1) : dividend, to);
+    }
   }
 
   const AnalysedProgram& program_;

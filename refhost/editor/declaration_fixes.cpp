@@ -175,6 +175,20 @@ SourceRange removable(std::string_view text, std::uint32_t file, std::uint32_t b
   return {vel::TextLocation(file, begin), end - begin};
 }
 
+// A word without effect, with the blanks behind it.
+void removeQualifier(const AnalysedProgram& program, const Diagnostic& message,
+                     std::vector<Fix>& fixes) {
+  const std::string_view text = program.sources.text(message.range.begin.file());
+  const std::uint32_t begin = message.range.begin.offset();
+  const std::string word(text.substr(begin, message.range.length));
+  const std::vector<std::string_view> said = argumentsIn(message::kNotRetained, message.text);
+  if (said.empty() || !equalIgnoringCase(said[0], word)) return;
+  const std::size_t end =
+      std::min(text.find_first_not_of(kBlanks, begin + word.size()), text.size());
+  const SourceRange range{message.range.begin, static_cast<std::uint32_t>(end) - begin};
+  fixes.push_back({"Remove '" + word + "'", {{range, ""}}});
+}
+
 }  // namespace
 
 void addDeclarations(const AnalysedProgram& program, const Diagnostic& message,
@@ -184,6 +198,7 @@ void addDeclarations(const AnalysedProgram& program, const Diagnostic& message,
 
 void addRemovals(const AnalysedProgram& program, const Diagnostic& message,
                  std::vector<Fix>& fixes) {
+  if (message.code == message::kNotRetained.code) return removeQualifier(program, message, fixes);
   const bool unused =
       message.code == message::kNeverUsed.code || message.code == message::kUnusedInProgram.code;
   const ASTNode* const name = unused ? nodeWith(program.tree, message.range) : nullptr;

@@ -12,7 +12,7 @@ namespace refhost {
 void addDeclarations(const AnalysedProgram& program, const Diagnostic& message,
                      std::vector<Fix>& fixes);
 
-// Adds the removal of a variable that is never used.
+// Adds the removal of a variable that is never used, and of a word that has no effect on one.
 void addRemovals(const AnalysedProgram& program, const Diagnostic& message,
                  std::vector<Fix>& fixes);
 

@@ -177,9 +177,11 @@ const Type* typeHolding(const Services& services, const ASTNode& value) {
     return services.symbols.elementary(BasicDataType::Bool);
   }
   if (type == nullptr || !isUntypedNumber(value)) return type;
-  const BasicDataType number = type->dataType();
+  // Beside a BOOL a literal 0 or 1 is one, too.
+  const Literal* const literal = literalOf(value);
+  const BasicDataType number = literal != nullptr ? literal->value.type : type->dataType();
   const BasicDataType usual = isFloat(number) ? BasicDataType::Real : BasicDataType::Int;
-  return widens(number, usual) ? services.symbols.elementary(usual) : type;
+  return services.symbols.elementary(widens(number, usual) ? usual : number);
 }
 
 const Type* operandType(const Services& services, const Call& call, int index) {

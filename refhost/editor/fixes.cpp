@@ -5,6 +5,7 @@
 #include "refhost/editor/argument_fixes.h"
 #include "refhost/editor/conversion_fixes.h"
 #include "refhost/editor/declaration_fixes.h"
+#include "refhost/editor/value_fixes.h"
 
 namespace refhost {
 
@@ -44,6 +45,7 @@ std::vector<Fix> fixesFor(const AnalysedProgram& program, const Diagnostic& mess
   addDeclarations(program, message, fixes);
   addRemovals(program, message, fixes);
   addArguments(program, message, fixes);
+  addTypes(program, message, fixes);
   return fixes;
 }
 

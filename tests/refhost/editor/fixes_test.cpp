@@ -1,6 +1,8 @@
 #include "refhost/editor/fixes.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 #include "tests/refhost/editor/queried.h"
 
@@ -27,30 +29,33 @@ class Fixes : public testing::Test {
     return messages;
   }
 
-  // Expects these fixes, each of which removes its message and adds no error.
   void expectFixes(const std::string& text, const std::string& expected) {
     EXPECT_EQ(fixed(text), expected) << text;
+    expectMended(text);
+  }
+
+  // Expects that each fix removes its message and adds no error. Returns their number.
+  int expectMended(const std::string& text) {
+    int fixes = 0;
+    const auto isError = [](const Diagnostic& any) { return any.severity == Severity::Error; };
     const std::vector<Diagnostic> messages = messagesOf(text);
     for (const Diagnostic& message : messages) {
+      const auto isSame = [&message](const Diagnostic& any) {
+        return any.code == message.code && any.text == message.text;
+      };
       for (const Fix& fix : message.fixes) {
         const std::string mended = applied(text, fix);
         const std::vector<Diagnostic> left = messagesOf(mended);
-        const auto isError = [](const Diagnostic& any) { return any.severity == Severity::Error; };
-        const auto isSame = [&message](const Diagnostic& any) {
-          return any.code == message.code && any.text == message.text;
+        const auto lost = [&](const auto& matches) {
+          return std::count_if(messages.begin(), messages.end(), matches) -
+                 std::count_if(left.begin(), left.end(), matches);
         };
-        const auto count = [](const std::vector<Diagnostic>& in, const auto& matches) {
-          return std::count_if(in.begin(), in.end(), matches);
-        };
-        std::string rest;
-        for (const Diagnostic& one : left) rest += one.text + '\n';
-        EXPECT_LT(count(left, isSame), count(messages, isSame)) << message.text << '\n' << mended;
-        EXPECT_LE(count(left, isError), count(messages, isError) - (isError(message) ? 1 : 0))
-            << fix.title << '\n'
-            << mended << '\n'
-            << rest;
+        EXPECT_GT(lost(isSame), 0) << message.text << '\n' << fix.title << '\n' << mended;
+        EXPECT_GE(lost(isError), isError(message) ? 1 : 0) << fix.title << '\n' << mended;
+        ++fixes;
       }
     }
+    return fixes;
   }
 
   // The new part of the text for each fix of each message, or "-" and what is removed; with "?"
@@ -97,9 +102,11 @@ TEST_F(Fixes, ConvertWhatIsRefused) {
        ":= r, b := d); fb(i := r, io := r); i := fb.o + r;",
        "LREAL_TO_REAL(SQRT(i)); REAL_TO_INT(r); REAL_TO_WORD(r); REAL_TO_INT(r); STRING_TO_INT(s); "
        "REAL_TO_INT(r); DINT_TO_INT(d); REAL_TO_INT(r); REAL_TO_INT(fb.o + r)"},
-      {"i := i + s; b := i AND b; b := s = i; b := b > i; i := t + i; t := t + i; r := r MOD i; b "
+      {"i := i + s; i := b + 1; r := b * 2.5; b := i AND b; b := s = i; b := b > i; i := t + i; t "
+       ":= t + i; r := r MOD i; b "
        ":= i OR_ELSE b; i := ADD(i, b); b := GT(i, s); s := CONCAT(s, i); r := MUL(t, s);",
-       "STRING_TO_INT(s); INT_TO_BOOL(i); STRING_TO_INT(s)?; INT_TO_STRING(i)?; BOOL_TO_INT(b)?; "
+       "STRING_TO_INT(s); BOOL_TO_INT(b); BOOL_TO_REAL(b); INT_TO_BOOL(i); STRING_TO_INT(s)?; "
+       "INT_TO_STRING(i)?; BOOL_TO_INT(b)?; "
        "INT_TO_BOOL(i)?; TIME_TO_INT(t); INT_TO_TIME(i); REAL_TO_INT(r); INT_TO_BOOL(i); "
        "BOOL_TO_INT(b); INT_TO_STRING(i)?; STRING_TO_INT(s)?; INT_TO_STRING(i)"},
       {"dt1 := da; ul := l; lr := ul; x2 := t; ip := r; r := i / j; r := 1 / i + r;",
@@ -164,11 +171,20 @@ TEST_F(Fixes, RemoveWhatIsUnused) {
       "STRUCT\n    m : INT;\n  END_STRUCT;\n; 11: -one : INT; ");
 }
 
+TEST_F(Fixes, SayOfWhichEnumeration) {
+  expectFixes(
+      "TYPE A : (Off, On); B : (Off, Up); END_TYPE PROGRAM P VAR CONSTANT RETAIN b : B := On; a : "
+      "A; x : INT; END_VAR VAR_TEMP RETAIN k : INT; END_VAR\n"
+      "a := Off; x := Off; k := 1; k := k + 1;\nEND_PROGRAM",
+      "1: -RETAIN ; 1: -RETAIN ; B#Off?; A#Off?");
+}
+
 TEST_F(Fixes, NameAndCompleteArguments) {
   const std::string rows[][2] = {
-      {"i := F(b := 1, 2); i := LIMIT(IN := i, 1, 2); i := LIMIT(MN := 0, i, 2); fb(i := 1, j); i "
+      {"i := F(b := 1, 2); i := LIMIT(IN := i, 1, 2); i := LIMIT(MN := 0, i, 2); fb(i := 1, j); "
+       "fb(o := i, i => j); i "
        ":= LIMIT(0, 1, 2, IN := 3, 4);",
-       "a := ; MN := 1, MX := ; IN := i, MX := ; io := "},
+       "a := ; MN := 1, MX := ; IN := i, MX := ; io := ; =>; :="},
       {"i := LIMIT(0, i); i := LIMIT(MN := 0, MX := i); i := SEL(b); r := MAX(); r := MUX(i); w := "
        "SHL(w); i := REAL_TO_INT(); t := MOVE(); s := LEFT(s); s := LEFT(L := 2); s := CONCAT(); i "
        ":= ADD(1); da := CONCAT_DATE(1, 2); b := GT(i); i := LIMIT(1, 2, 3, 4); i := SIZEOF(); ",
@@ -179,6 +195,27 @@ TEST_F(Fixes, NameAndCompleteArguments) {
   for (const auto& [statements, expected] : rows) {
     expectFixes(withEverything(statements), expected);
   }
+}
+
+// The programs of the documents, most of which raise a message.
+TEST_F(Fixes, MendTheExamplesOfMessages) {
+  namespace fs = std::filesystem;
+  int count = 0;
+  for (const auto& page : fs::directory_iterator(fs::path(VELOPS_SOURCE) / "docs" / "messages")) {
+    std::ifstream file(page.path());
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    for (std::size_t at = text.find("```st\n"); at != text.npos; at = text.find("```st\n", at)) {
+      at += 6;
+      std::string program = text.substr(at, text.find("```", at) - at);
+      const std::size_t end = program.find(" *)\n");
+      if (program.compare(0, 7, "(* VAR ") == 0) {
+        program =
+            "PROGRAM P " + program.substr(3, end - 3) + program.substr(end + 3) + "END_PROGRAM";
+      }
+      count += expectMended(program);
+    }
+  }
+  EXPECT_GE(count, 40);
 }
 
 TEST_F(Fixes, SilenceWarnings) {

@@ -1,6 +1,7 @@
 #include <random>
 
 #include "refhost/editor/completion.h"
+#include "refhost/editor/fixes.h"
 #include "refhost/editor/folding.h"
 #include "refhost/editor/hover.h"
 #include "refhost/editor/navigation.h"
@@ -71,6 +72,17 @@ class Questions {
     for (const FoundSymbol& symbol : findSymbols(view_, "a")) check(symbol.range);
   }
 
+  void askAbout(const Diagnostic& message) {
+    for (const Fix& fix : fixesFor(view_.program(), message)) {
+      ASSERT_FALSE(fix.title.empty() || fix.edits.empty());
+      for (const TextEdit& edit : fix.edits) check(edit.range);
+      for (std::size_t i = 1; i < fix.edits.size(); ++i) {
+        const SourceRange& before = fix.edits[i - 1].range;
+        ASSERT_GE(fix.edits[i].range.begin.offset(), before.begin.offset() + before.length);
+      }
+    }
+  }
+
  private:
   void check(const SourceRange& range) {
     const std::uint32_t file = range.begin.file();
@@ -95,6 +107,7 @@ class Questions {
 void ask(Queried& queried, const std::vector<SourceText>& sources, std::size_t step) {
   queried.analyse(sources);
   Questions questions(queried.view());
+  for (const Diagnostic& message : queried.session().messages()) questions.askAbout(message);
   for (std::uint32_t file = 0; file < sources.size(); ++file) {
     questions.askOf(file);
     const std::size_t size = sources[file].text.size();
