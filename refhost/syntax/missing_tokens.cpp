@@ -168,7 +168,13 @@ int TokenStream::missingBeforeName(const Token& token) {
     if (!declares || brackets_ > 0) return 0;
     errors_.refusePart();
     const bool known = recovery_ != Recovery::None || std::exchange(amidst_, false);
-    if (!known) addMissing(errors_.unexpected(token.span, "';'"), ";", token.span);
+    // Behind a name without a type there are more names.
+    const bool names =
+        last_.kind == TokenKind::IDENTIFIER &&
+        (beforeLast_ == ',' || beforeLast_ == ';' || roleOf(beforeLast_) == TokenRole::Opener);
+    if (!known) {
+      addMissing(errors_.unexpected(token.span, "';'"), names ? "," : ";", token.span);
+    }
     errors_.muteDeclaration(token.span.end);
     return ';';
   }
@@ -248,7 +254,7 @@ std::uint32_t TokenStream::endBefore(Span token) const {
 void TokenStream::addMissing(Remarks* said, std::string_view token, Span found) const {
   const std::uint32_t end = endBefore(found);
   if (said == nullptr || end > found.begin) return;
-  const bool word = isLetter(token.front()) || token == ":";
+  const bool word = isLetter(token.front()) || token.front() == ':';
   std::string text = (word ? " " : "") + std::string(token);
   if (word && end == found.begin) text += ' ';
   errors_.insert(*said, token, {end, std::move(text)});
@@ -279,27 +285,58 @@ bool TokenStream::beginsAnew(Span found) {
   return !sameLine || next == TokenKind::ASSIGN;
 }
 
+// True if the bracket that is open is closed before the statement ends.
+bool TokenStream::closesBracket() {
+  std::size_t distance = 1;
+  int open = 1;
+  for (;; ++distance) {
+    const int kind = queue_.ahead(distance).kind;
+    if (isStructural(kind) || kind == TokenKind::YYEOF) return false;
+    if (roleOf(kind) == TokenRole::OpenBracket) ++open;
+    if (roleOf(kind) == TokenRole::CloseBracket && --open == 0) return true;
+  }
+}
+
+// The token that is certainly missing before `found`, the token delivered last; empty for none.
+std::string_view TokenStream::missingAt(Span found, const ExpectedTokens& expected) {
+  const int next = last_.kind == TokenKind::IDENTIFIER ? queue_.ahead().kind : 0;
+  if (wereOpen_ == 1 && expected.has("')'")) {
+    if (isStructural(last_.kind)) return ")";
+    const bool named = next == TokenKind::ASSIGN || next == TokenKind::ARROW;
+    return named && expected.has("','") && closesBracket() ? "," : "";
+  }
+  const bool loop = expected.has("DO");
+  if (continuesStatement(next) && (loop || expected.has("THEN")) &&
+      isHeaderOpen(loop ? TokenKind::DO : TokenKind::THEN)) {
+    return blocks_.top().construct->headerEndName;
+  }
+  if (expected.has("OF") && isHeaderOpen(TokenKind::OF)) return "OF";
+  if (!blocks_.any()) return "";
+  const bool value = last_.kind == TokenKind::INTEGER || last_.kind == TokenKind::NUMBER ||
+                     last_.kind == TokenKind::LITERAL;
+  if (blocks_.inDeclarations()) {
+    if (value && expected.has("':='") && expected.has("';'")) return ":=";
+    if (expected.has("AT") && (next == ';' || next == TokenKind::ASSIGN)) return ":";
+  } else if (expected.text() == "':='") {
+    const bool begins =
+        value || last_.kind == TokenKind::IDENTIFIER || last_.kind == TokenKind::NOT;
+    return begins ? ":=" : "";
+  }
+  return expected.has("';'") && !expected.has("IF") && beginsAnew(found) ? ";" : "";
+}
+
 void TokenStream::suggest(Span found, const ExpectedTokens& expected, Remarks& said) {
   if (last_.kind == TokenKind::IDENTIFIER && !continuesStatement(queue_.ahead().kind)) {
     misspeltKeywords_.suggest(found, expected, said);
   }
-  const std::uint32_t end = endBefore(found);
-  if (!said.fixes.empty() || end > found.begin) return;
-  const bool condition = isHeaderOpen(TokenKind::THEN) || isHeaderOpen(TokenKind::DO);
+  if (!said.fixes.empty()) return;
+  const bool header = blocks_.any() && blocks_.top().inHeader;
   if (last_.kind == '=' && expected.has("':='")) {
     said.fix(errors_.rangeOf(found), ":=");
-  } else if (last_.kind == TokenKind::ASSIGN && expected.has("'='") && blocks_.any() &&
-             blocks_.top().inHeader) {
+  } else if (last_.kind == TokenKind::ASSIGN && expected.has("'='") && header) {
     said.fix(errors_.rangeOf(found), "=");
-  } else if (wereOpen_ == 1 && expected.has("')'") && isStructural(last_.kind)) {
-    addMissing(&said, ")", found);
-  } else if (condition && last_.kind == TokenKind::IDENTIFIER &&
-             continuesStatement(queue_.ahead().kind)) {
-    addMissing(&said, blocks_.top().construct->headerEndName, found);
-  } else if (expected.has("OF") && isHeaderOpen(TokenKind::OF)) {
-    addMissing(&said, "OF", found);
-  } else if (expected.has("';'") && beginsAnew(found)) {
-    addMissing(&said, ";", found);
+  } else if (const std::string_view missing = missingAt(found, expected); !missing.empty()) {
+    addMissing(&said, missing, found);
   }
 }
 

@@ -64,6 +64,8 @@ class TokenStream {
   void addMissing(Remarks* said, std::string_view token, Span found) const;
   bool isHeaderOpen(int end);
   bool beginsAnew(Span found);
+  bool closesBracket();
+  std::string_view missingAt(Span found, const ExpectedTokens& expected);
 
   // Determines the kind of a word from its context.
   void takeWord(Token& token);

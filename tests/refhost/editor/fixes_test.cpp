@@ -131,6 +131,10 @@ TEST_F(Fixes, AddWhatIsMissing) {
        "two\n  lines *)\n  x := 3;\nEND_IF;\nREPEAT\n  CASE x OF\n  1: IF b THEN\n    x := 2;\n  "
        "2: x := 3;\n  b := FALSE;\nUNTIL b END_REPEAT;\nEND_PROGRAM",
        "3: \nEND_VAR; 7: \n  END_WHILE; 20: \n  END_IF; 21: \n  END_CASE; 15:   END_IF\n"},
+      {"TYPE T : STRUCT a\nb : INT; END_STRUCT; END_TYPE PROGRAM P VAR x : BOOL; z INT; w : INT 5; "
+       "str : STRING 'a'; u\nv : INT; fb : TON; END_VAR u 5; x NOT x; fb(IN := x PT := "
+       "T#1s); fb(IN x); 5 := u; IWRBIT %QX0.0, x); foo; fb(IN := x u := 2;\nEND_PROGRAM",
+       "1: ,;  :;  :=;  :=; ,; 3:  :=; 3:  :=; 3: ,"},
       {"TYPE T : STRUCT\n  a : INT;\nEND_TYPE\nPROGRAM P VAR b : BOOL; END_VAR\nIF b THEN b := "
        "FALSE;END_PROGRAM\nFUNCTION_BLOCK B\nVAR a : INT; END_VAR\na := 1; // one\n\n(* Next. "
        "*)\nFUNCTION_BLOCK C VAR a : INT; END_VAR\nFOR a := 1 TO 2 DO\n;\nEND_FUNCTION_BLOCK",
