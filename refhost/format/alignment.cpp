@@ -8,9 +8,6 @@ namespace refhost::format {
 
 namespace {
 
-// What is wider neither moves a column nor is aligned.
-constexpr std::uint32_t kMaxCell = 32;
-
 struct Declaration {
   Piece* address = nullptr;  // AT, or null
   Piece* colon = nullptr;

@@ -29,11 +29,13 @@ class Layout {
     while (begin < pieces_.size()) {
       std::size_t end = begin + 1;
       while (end < pieces_.size() && pieces_[end].before != Break::Line) ++end;
-      brackets_.clear();
       begin_ = begin;
       end_ = end;
-      std::size_t at = begin;
-      while (at < end) at = writeLine(at);
+      // Columns of arguments must not count when lines are broken: those that are broken here have
+      // none the first time.
+      write(Pass::Breaks);
+      alignArguments(pieces_, begin, end);
+      write(Pass::Columns);
       begin = end;
     }
     alignComments();
@@ -49,44 +51,47 @@ class Layout {
     std::uint32_t width;  // of the code
   };
 
+  enum class Pass : bool { Breaks, Columns };
+
+  void write(Pass pass) {
+    brackets_.clear();
+    behindName_ = false;
+    for (std::size_t at = begin_; at < end_;) at = writeLine(at, pass);
+  }
+
   // Writes one line of the text, from the piece `first` on, and returns the piece behind it.
-  std::size_t writeLine(std::size_t first) {
+  std::size_t writeLine(std::size_t first, Pass pass) {
     Piece& head = pieces_[first];
     const std::uint32_t base = pieces_[begin_].level * kIndentation;
     lineIndentation_ = first == begin_ ? base : continuation(head, base);
     head.outBlanks = head.kind == Kind::YYEOF ? 0 : lineIndentation_;
-    const std::size_t end = lineEnd(first);
+    const std::size_t end = pass == Pass::Breaks ? lineEnd(first) : breakFrom(first + 1);
     std::uint32_t column = head.outBlanks;
-    noteLine(head);
+    if (pass == Pass::Columns) noteLine(head);
     for (std::size_t i = first; i < end; ++i) {
       Piece& piece = pieces_[i];
       if (i > first) {
         piece.outNewlines = 0;
         piece.outBlanks = (piece.blank ? 1 : 0) + piece.pad;
-        if (piece.trailing) noteComment(piece, column);
+        if (piece.trailing && pass == Pass::Columns) noteComment(piece, column);
         column += piece.outBlanks;
       }
-      column = columnBehind(piece, column);
+      column = piece.columnBehind(column);
+      if (piece.isToken()) behindName_ = brackets_.empty() && piece.kind == ',';
       if (piece.opens()) openBracket(i, column);
       if (piece.closes() && !brackets_.empty()) brackets_.pop_back();
     }
     return end;
   }
 
-  // The column behind a piece that begins at `column`.
-  static std::uint32_t columnBehind(const Piece& piece, std::uint32_t column) {
-    if (!piece.severalLines) return column + piece.width;
-    const bool moves = piece.moves && piece.begins();
-    return moves ? piece.width - piece.column + column : piece.width;
-  }
-
   std::uint32_t continuation(const Piece& piece, std::uint32_t base) const {
     if (!brackets_.empty()) {
       return piece.closes() ? brackets_.back().closer : brackets_.back().inner;
     }
-    const bool word = piece.kind == Kind::THEN || piece.kind == Kind::DO ||
-                      piece.kind == Kind::OF || piece.kind == Kind::END_REPEAT;
-    return word ? base : base + kContinuation;
+    const bool word = piece.kind == Kind::THEN || piece.kind == Kind::DO || piece.kind == Kind::OF;
+    // The names of a declaration stand below each other.
+    const bool name = behindName_ && pieces_[begin_].declares;
+    return word || name ? base : base + kContinuation;
   }
 
   void openBracket(std::size_t index, std::uint32_t column) {
@@ -122,7 +127,7 @@ class Layout {
           best = i;
         }
       }
-      column = columnBehind(piece, column);
+      column = piece.columnBehind(column);
       if (column > kMaxWidth && best != 0) {
         pieces_[best].before = Break::Within;
         pieces_[best].outNewlines = 1;
@@ -187,6 +192,7 @@ class Layout {
   std::size_t end_ = 0;
   std::uint32_t lineIndentation_ = 0;
   std::vector<Bracket> brackets_;
+  bool behindName_ = false;              // the last token is a comma outside of brackets
   std::vector<CommentedLine> comments_;  // that are aligned with each other
   bool declares_ = false;                // the line before is part of a declaration
   bool joins_ = false;                   // a comment in the next line belongs to them

@@ -31,6 +31,11 @@ struct Piece {
   bool begins() const { return before != Break::None; }
   bool opens() const { return kind == '(' || kind == '['; }
   bool closes() const { return kind == ')' || kind == ']'; }
+  // The column behind it if it is written at the column `at`.
+  std::uint32_t columnBehind(std::uint32_t at) const {
+    if (!severalLines) return at + width;
+    return moves && begins() ? width - column + at : width;
+  }
 
   int kind = 0;  // of the token, or Other
   Span span;
@@ -80,9 +85,13 @@ void space(Pieces& pieces, std::string_view text);  // blanks and capitals
 void breakLines(Pieces& pieces);                    // line breaks that stay
 void alignDeclarations(Pieces& pieces);             // columns
 void layOut(Pieces& pieces);                        // indentation and long lines
+// A part of layOut(): columns within a line of the structure, which is broken already.
+void alignArguments(Pieces& pieces, std::size_t begin, std::size_t end);
 
 inline constexpr std::string_view kLineEnds = "\r\n";
 inline constexpr std::uint32_t kIndentation = 2;
 inline constexpr std::uint32_t kMaxWidth = 100;
+// What is wider neither moves a column nor is aligned.
+inline constexpr std::uint32_t kMaxCell = 32;
 
 }  // namespace refhost::format

@@ -72,7 +72,8 @@ class Structure {
     const TokenRole role = roleOf(here);
     if (role == TokenRole::Closer && !blocks_.empty()) {
       const Block& block = blocks_.back();
-      if (!block.hasUntil) setLine(block.level, block.body(), block.body());
+      const std::uint16_t comments = block.hasUntil ? block.level : block.body();
+      setLine(block.level, comments, comments);
       return;
     }
     const bool branch =

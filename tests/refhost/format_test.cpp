@@ -49,6 +49,9 @@ TEST(Format, WritesOneStyle) {
        "  c AT %MB9  : BYTE := BYTE#16#FF;  // 1\n\n  d    : BOOL;  // 2\n"
        "  rows : ARRAY[1..2, 1..2] OF INT := [1, 2,\n"
        "                                      3, 4];\nEND_VAR\n"},
+      {"TYPE E:(A:=1,// one\nBlue,\nRed:=3);END_TYPE VAR_GLOBAL x,// one\ny:INT;z:INT;END_VAR",
+       "TYPE\n  E : (A   := 1,  // one\n       Blue,\n       Red := 3);\nEND_TYPE\n\n"
+       "VAR_GLOBAL\n  x,  // one\n  y : INT;\n  z : INT;\nEND_VAR\n"},
       {"VAR_GLOBAL a:INT;\r\n  (* x\r\n     y *)  \r\nb:INT;END_VAR\r\n",
        "VAR_GLOBAL\r\n  a : INT;\r\n  (* x\r\n     y *)\r\n  b : INT;\r\nEND_VAR\r\n"},
   };
@@ -67,7 +70,7 @@ TEST(Format, WritesOneStyle) {
        "  CASE a OF\n    1, 2..3: a := 1;\n    4:\n      a := 2;\n    5:\n      a := 3;\n"
        "      b := 4;\n  ELSE\n    a := 5;\n  END_CASE\n"},
       {"REPEAT a:=a+1;UNTIL a>3 end_repeat FOR a:=1 TO 9 BY-1 DO exit;END_FOR",
-       "  REPEAT\n    a := a + 1;\n  UNTIL a > 3 END_REPEAT\n  FOR a := 1 TO 9 BY -1 DO\n"
+       "  REPEAT\n    a := a + 1;\n  UNTIL a > 3\n  END_REPEAT\n  FOR a := 1 TO 9 BY -1 DO\n"
        "    EXIT;\n  END_FOR\n"},
       {"a:=and(a,b)and(b OR int#16#ff);f(String:=x.string,q=>p^[1] . x);x REF=y;",
        "  a := AND(a, b) AND (b OR INT#16#FF);\n  f(String := x.string, q => p^[1].x);\n"
@@ -80,6 +83,9 @@ TEST(Format, WritesOneStyle) {
        "    // last\n  END_IF\n"},
       {"a:=f(1\n,2,// two\n3\n);b:=\na+\nb;",
        "  a := f(1,\n         2,  // two\n         3\n        );\n  b :=\n      a +\n      b;\n"},
+      {"f(in:=1,// one\nlonger :=b,\n\nnot q=>a,longest=>b,a);g(\na:=f(1,\n2),\nlonger=>b,\n3);",
+       "  f(in := 1,  // one\n    longer := b,\n\n    NOT q => a, longest => b, a);\n  g(\n"
+       "    a      := f(1,\n                2),\n    longer => b,\n    3);\n"},
       {"a:=aFunctionWithALongName(first:=aaaaaaaaaaaaaaaaa,second:=g(bbbbbbbbbbbbb,ccccccccccc),"
        "third:=5);",
        "  a := aFunctionWithALongName(first := aaaaaaaaaaaaaaaaa, second := g(bbbbbbbbbbbbb, "
