@@ -1,4 +1,8 @@
 #include <fmt/format.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 
 #include "cli/commands.h"
 #include "cli/each_file.h"
@@ -6,6 +10,7 @@
 #include "cli/output_file.h"
 #include "cli/report.h"
 #include "cli/source_files.h"
+#include "cli/unified_diff.h"
 #include "refhost/format/format.h"
 
 namespace velc {
@@ -15,7 +20,28 @@ namespace {
 struct FormatOptions {
   std::vector<std::string> files;
   bool check = false;
+  bool diff = false;
 };
+
+// What the file has: a byte order mark does not belong to the text of a source.
+std::string withMark(const refhost::SourceManager& sources, std::string_view text) {
+  return std::string(sources.byteOrderMark(0)).append(text);
+}
+
+std::string differences(const refhost::SourceManager& sources, const std::string& file,
+                        std::vector<refhost::LayoutEdit> edits) {
+  const auto shift = static_cast<std::uint32_t>(sources.byteOrderMark(0).size());
+  for (refhost::LayoutEdit& edit : edits) {
+    edit.range = {edit.range.begin + shift, edit.range.end + shift};
+  }
+  return unifiedDiff(sourceName(file), withMark(sources, sources.text(0)), edits);
+}
+
+// Files are replaced, which asks for no right to write to them.
+void refuseReadOnly(const std::string& file) {
+  if (access(file.c_str(), W_OK) == 0) return;
+  throw Failure(fmt::format("cannot write {}: {}", file, std::strerror(errno)));
+}
 
 int formatFile(const FormatOptions& options, Report& report, const std::string& file) {
   refhost::SourceManager sources;
@@ -23,18 +49,18 @@ int formatFile(const FormatOptions& options, Report& report, const std::string& 
   const refhost::Formatting result = refhost::formatSource(sources, 0);
   report.add(sources, result.errors, 0, 1);
   if (!result.errors.empty()) return kProgramErrors;
-  if (options.check) {
-    if (result.edits.empty()) return kSuccess;
-    writeStandardOutput(sourceName(file) + '\n');
+  const bool isInput = file == "-";
+  if (result.edits.empty() && (!isInput || options.check || options.diff)) return kSuccess;
+  if (options.diff || options.check) {
+    writeStandardOutput(options.diff ? differences(sources, file, result.edits)
+                                     : sourceName(file) + '\n');
     return kProgramErrors;
   }
-  const bool isInput = file == "-";
-  if (result.edits.empty() && !isInput) return kSuccess;
-  std::string text(sources.byteOrderMark(0));
-  text += refhost::withEdits(sources.text(0), result.edits);
+  const std::string text = withMark(sources, refhost::withEdits(sources.text(0), result.edits));
   if (isInput) {
     writeStandardOutput(text);
   } else {
+    refuseReadOnly(file);
     writeFile(file, text);
   }
   return kSuccess;
@@ -56,6 +82,8 @@ void addFormatCommand(CommandLine& line) {
   const auto options = std::make_shared<FormatOptions>();
   command.flag("--check", options->check,
                "Write nothing, but name the files that would change; the exit code is 1 then");
+  command.flag("--diff", options->diff,
+               "Write nothing, but show what would change; the exit code is 1 then");
   line.addFiles(command, options->files);
   line.addForm(command);
   line.setAction(command, options, format);

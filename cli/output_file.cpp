@@ -112,6 +112,8 @@ GrowingFile::GrowingFile(const std::string& path, const TerminationGuard& guard,
   temporary_ = name;
   const mode_t wanted =
       exists ? (status.st_mode & 07777) | defaultMode(mode & 0111) : defaultMode(mode);
+  // Only as far as the process may give files away.
+  if (exists && fchown(descriptor_, status.st_uid, status.st_gid) != 0) errno = 0;
   if (fchmod(descriptor_, wanted) != 0) fail(errno);
 }
 

@@ -26,7 +26,8 @@ class GrowingFile {
   static constexpr mode_t kReadable = 0666;
 
   // `mode` is that of a new file, as far as the mask of the process allows; an old one keeps its
-  // own, and can be executed if `mode` says so.
+  // own, and can be executed if `mode` says so. It also keeps its owner and group if the process
+  // may set them.
   GrowingFile(const std::string& path, const TerminationGuard& guard, mode_t mode = kReadable);
   ~GrowingFile();
   GrowingFile(const GrowingFile&) = delete;

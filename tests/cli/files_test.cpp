@@ -25,7 +25,15 @@ TEST_F(Velc, FormatsFilesInPlace) {
   EXPECT_EQ(check.code, 1);
   EXPECT_EQ(check.out, "bad.st\n");
   EXPECT_EQ(check.err.substr(0, 22), "faulty.st:1:13: error:");
-  EXPECT_EQ(velc("fmt .").code, 1);
+  const Outcome diff = velc("fmt --diff bad.st good.st");
+  EXPECT_EQ(diff.code, 1);
+  EXPECT_EQ(diff.out,
+            "--- bad.st\n+++ bad.st\n@@ -1,3 +1,4 @@\n-\xEF\xBB\xBFprogram p\r\n-// \xE4\r\n"
+            "-q();end_program\n\\ No newline at end of file\n+\xEF\xBB\xBFPROGRAM p\r\n"
+            "+  // \xE4\r\n+  q();\r\n+END_PROGRAM\r\n");
+  std::filesystem::create_symlink("bad.st", folder.path() / "link.st");
+  EXPECT_EQ(velc("fmt link.st faulty.st missing.st").code, 2);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link.st"));
   EXPECT_EQ(read("bad.st"), good);
   EXPECT_EQ(std::filesystem::status(folder.path() / "bad.st").permissions(),
             std::filesystem::perms(0640));

@@ -12,6 +12,7 @@
 #include "cli/output_file.h"
 #include "cli/process.h"
 #include "cli/temporary_folder.h"
+#include "cli/unified_diff.h"
 #include "cli/value_format.h"
 
 namespace velc {
@@ -59,6 +60,20 @@ TEST_F(OutputFile, LeavesNothingBehindWhenItFails) {
 // How processes end is seen by robustness_test and run_test.
 
 using End = ProcessResult::End;
+
+TEST(UnifiedDiff, ShowsLinesThatChangeWithThoseAround) {
+  const std::string text = "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n13";
+  const std::vector<refhost::LayoutEdit> near = {{{0, 0}, "0\n"}, {{2, 6}, ""}, {{16, 17}, "a"}};
+  EXPECT_EQ(unifiedDiff("t", text, near),
+            "--- t\n+++ t\n@@ -1,12 +1,11 @@\n+0\n 1\n-2\n-3\n 4\n 5\n 6\n 7\n 8\n-9\n+a\n 10\n "
+            "11\n 12\n");
+  const std::vector<refhost::LayoutEdit> far = {{{2, 3}, "b\nc"}, {{29, 29}, "\n"}};
+  EXPECT_EQ(unifiedDiff("t", text, far),
+            "--- t\n+++ t\n@@ -1,5 +1,6 @@\n 1\n-2\n+b\n+c\n 3\n 4\n 5\n@@ -10,4 +11,4 @@\n 10\n "
+            "11\n 12\n"
+            "-13\n\\ No newline at end of file\n+13\n");
+  EXPECT_EQ(unifiedDiff("t", "", {{{0, 0}, "1\n"}}), "--- t\n+++ t\n@@ -0,0 +1,1 @@\n+1\n");
+}
 
 TEST(Process, KeepsBothOutputsAndGivesNoInput) {
   const TerminationGuard guard;
