@@ -1,7 +1,8 @@
-// Any text as a source file: parsed, checked and, when it has no errors, translated.
+// Any text as a source file: parsed, formatted, checked and, when it has no errors, translated.
 #include <cstdlib>
 
 #include "cli/diagnostics_printer.h"
+#include "refhost/format/format.h"
 #include "refhost/session.h"
 
 namespace {
@@ -14,6 +15,16 @@ std::unique_ptr<refhost::Session> started() {
   std::string error;
   if (!session->start(error)) std::abort();
   return session;
+}
+
+// What is formatted is a program still, and is not changed again.
+void checkFormat(const refhost::SourceManager& sources) {
+  const refhost::Formatting formatting = refhost::formatSource(sources, 0);
+  if (!formatting.errors.empty()) return;
+  refhost::SourceManager formatted;
+  formatted.add("fuzz.st", refhost::withEdits(sources.text(0), formatting.edits));
+  const refhost::Formatting again = refhost::formatSource(formatted, 0);
+  if (!again.errors.empty() || !again.edits.empty()) std::abort();
 }
 
 }  // namespace
@@ -30,5 +41,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     static_cast<void>(velc::diagnosticJson(session->sources(), message));
   }
   if (accepted && session->translate().empty()) std::abort();
+  checkFormat(session->sources());
   return 0;
 }

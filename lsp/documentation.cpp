@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "cli/explanations.h"
+#include "lsp/links.h"
 
 namespace lsp {
 
@@ -15,7 +16,7 @@ std::string codeBlock(const std::string& text) { return "```st\n" + text + "\n``
 std::string pageOf(std::string_view topic) {
   std::string text;
   for (const velc::Explanation* const page : velc::explanationsOf(topic)) {
-    text += (text.empty() ? "" : "\n---\n\n") + std::string(page->text);
+    text += (text.empty() ? "" : "\n---\n\n") + withoutRelativeLinks(page->text);
   }
   return text;
 }

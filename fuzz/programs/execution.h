@@ -24,6 +24,8 @@ struct Execution {
   // at its end. The C statements `stores` run before the first scan.
   std::string run(const Words& compiler, const Words& stores, int scans);
 
+  const std::string& c() const { return c_; }
+
   refhost::Session session;
   std::vector<refhost::ProgramVariable> variables;
   std::string values;  // the bytes of all variables after the scans

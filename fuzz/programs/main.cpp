@@ -13,6 +13,7 @@
 #include "cli/termination_guard.h"
 #include "fuzz/programs/execution.h"
 #include "fuzz/programs/programs.h"
+#include "refhost/format/format.h"
 
 namespace generated {
 namespace {
@@ -41,6 +42,16 @@ void append(std::string& to, const refhost::ValueShape& shape, const std::string
   if (!shape.hasParts()) to += bytes(held.at(path), static_cast<std::size_t>(shape.byteSize));
 }
 
+// What is wrong with the formatted text of a program whose C is known; empty for nothing.
+std::string layoutFault(const std::string& source, const std::string& c) {
+  const std::string formatted = refhost::withEdits(source, refhost::formattingEdits(source));
+  if (!refhost::formattingEdits(formatted).empty()) return "formatting it again changes it";
+  Execution execution;
+  const std::string said = execution.translate(formatted);
+  if (!said.empty()) return "formatted, it has errors: " + said;
+  return execution.c() == c ? "" : "formatted, it has other C";
+}
+
 // What is wrong with the programs, run as one; an empty text for nothing. Their names differ.
 std::string run(const Units* begin, const Units* end, const Words& compiler) {
   std::string source;
@@ -51,6 +62,7 @@ std::string run(const Units* begin, const Units* end, const Words& compiler) {
   }
   Execution execution;
   std::string said = execution.translate(source, globals);
+  if (said.empty()) said = layoutFault(source, execution.c());
   if (said.empty()) said = execution.run(compiler, {}, kScans);
   if (!said.empty()) return said;
 
