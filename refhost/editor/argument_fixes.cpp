@@ -122,6 +122,13 @@ class Arguments {
                        [name](const Input& input) { return equalIgnoringCase(input.name, name); });
   }
 
+  // The function or the function block that is called; null for anything else.
+  static const UnitSymbol* unitOf(const Call& call) {
+    if (call.instance == nullptr) return call.function();
+    const auto* const instance = dynamic_cast<const InstanceType*>(call.instance->dataType);
+    return instance != nullptr ? instance->unit : nullptr;
+  }
+
  private:
   struct Input {
     std::string name;
@@ -129,12 +136,6 @@ class Arguments {
     bool needed;
     bool given = false;
   };
-
-  static const UnitSymbol* unitOf(const Call& call) {
-    if (call.instance == nullptr) return call.function();
-    const auto* const instance = dynamic_cast<const InstanceType*>(call.instance->dataType);
-    return instance != nullptr ? instance->unit : nullptr;
-  }
 
   // An operator that takes any number of operands takes two at least: IN2 behind IN1.
   void addNext() {
@@ -198,6 +199,18 @@ const Call* callAround(const ASTNode* node) {
 
 // An output that is given, or an input that is stored, takes the other sign.
 void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
+  const Call* const call = callAround(&argument);
+  const UnitSymbol* const unit = call != nullptr ? Arguments::unitOf(*call) : nullptr;
+  if (unit == nullptr) return;
+  const std::vector<Binding> bindings = bindArguments(*call, *unit);
+  const auto bound =
+      std::find_if(bindings.begin(), bindings.end(),
+                   [&argument](const Binding& one) { return one.node == &argument; });
+  const Type* const type = dataTypeOf(*argument.leaf(1));
+  if (bound == bindings.end() || bound->parameter == nullptr || type == nullptr) return;
+  // Of another type the fault is probably another one.
+  const Type* const wanted = bound->parameter->dataType();
+  if (wanted == nullptr || !sameType(*type, *wanted)) return;
   const ASTNode& formal = *argument.leaf(0);
   const std::string_view source = TreeBuilder::source(argument);
   const std::string_view wrong = static_cast<const Argument&>(argument).output ? "=>" : ":=";

@@ -85,9 +85,11 @@ class Conversions {
     return hasOperator(any) ? any : std::string();
   }
 
-  void convert(const ASTNode& value, const Type* to) {
+  void convert(const ASTNode& value, const Type* to) { convert(value, dataTypeOf(value), to); }
+
+  void convert(const ASTNode& value, const Type* from, const Type* to) {
     if (literalOf(value) != nullptr || isUntypedNumber(value)) return;
-    const std::string name = conversion(dataTypeOf(value), to);
+    const std::string name = conversion(from, to);
     if (name.empty()) return;
     const SourceRange range = rangeOf(value);
     Fix fix{"Convert with " + name, {}};
@@ -134,9 +136,24 @@ class Conversions {
     const Type* const named = typeNamed(from);
     if (named == nullptr) return;
     if (type != nullptr && type->dataType() == named->dataType()) {
-      return convert(*value, typeNamed(to));
+      return convert(convertible(*value, *type), type, typeNamed(to));
     }
     renameConversion();
+  }
+
+  // The value, or the call that chooses between it and others of its type: it is the result that is
+  // to be converted then.
+  static const ASTNode& convertible(const ASTNode& value, const Type& type) {
+    const ASTNode* const list = value.parent();
+    const bool operand = list != nullptr && list->type() == vel::ASTType::ParameterList;
+    const Call* const call = operand ? callIn(list->parent()) : nullptr;
+    if (call == nullptr || call->op() == nullptr || !call->traits()->chooses()) return value;
+    for (int i = call->traits()->firstChoice; i < list->leavesCount(); ++i) {
+      const Type* const other = dataTypeOf(*list->leaf(i));
+      const bool alike = other != nullptr && other->dataType() == type.dataType();
+      if (list->leaf(i) != &value && !alike) return value;
+    }
+    return *call;
   }
 
   // The operand of the call at the place of the message that is written so.

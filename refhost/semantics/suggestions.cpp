@@ -48,6 +48,19 @@ void addNearest(Remarks& said, const SourceRange& where, std::string_view name,
 
 bool isAny(const VarSymbol& /*variable*/) { return true; }
 
+// True if `has` is true for each name that the arguments of the call have, but EN and ENO.
+template <typename Has>
+bool hasInputs(const Call& call, Has has) {
+  const ASTNode* const list = call.parameters();
+  for (int i = 0; list != nullptr && i < list->leavesCount(); ++i) {
+    if (kindOf(*list->leaf(i)) != NodeKind::Argument) continue;
+    const std::string_view name = vel::TreeBuilder::source(*list->leaf(i)->leaf(0));
+    const bool enabling = equalIgnoringCase(name, "EN") || equalIgnoringCase(name, "ENO");
+    if (!enabling && !has(name)) return false;
+  }
+  return true;
+}
+
 const Expr* operationAround(const ASTNode& where) {
   const ASTNode* const parent = where.parent();
   const bool isExpr = parent != nullptr && parent->type() == vel::ASTType::Expression;
@@ -215,6 +228,8 @@ void Suggestions::offerCallees(Spelling& spelling, const Call& call, Accepts tak
         std::count_if(unit->variables().begin(), unit->variables().end(),
                       [](const auto& variable) { return variable->isParameter(); });
     // EN and ENO may be given as well.
+    const auto has = [unit](std::string_view name) { return unit->variable(name) != nullptr; };
+    if (!hasInputs(call, has)) continue;
     if (takes(0, static_cast<int>(parameters) + 2)) spelling.offer(unit->name());
   }
   std::vector<std::string> operators;
@@ -222,12 +237,18 @@ void Suggestions::offerCallees(Spelling& spelling, const Call& call, Accepts tak
   for (const std::string& known : operators) {
     const OperatorTraits& traits = hostkit::operatorTraits(known);
     const int count = static_cast<int>(inputNames(services_, known).size());
+    const auto has = [&](std::string_view name) {
+      return operatorInput(services_, known, name) >= 0;
+    };
+    if (!hasInputs(call, has)) continue;
     const bool any = traits.family == OperatorFamily::Other;
     const bool more = any || traits.has(OperatorTraits::kExtensible);
     if (takes(any ? 0 : count, more ? kMany : count + 2)) spelling.offer(known);
   }
-  offerStandardFunctions(spelling, [&takes](const StandardFunction& function) {
-    return takes(function.inputs(), function.extensible ? kMany : function.inputs() + 2);
+  offerStandardFunctions(spelling, [&](const StandardFunction& function) {
+    const auto has = [&function](std::string_view name) { return function.position(name) >= 0; };
+    return hasInputs(call, has) &&
+           takes(function.inputs(), function.extensible ? kMany : function.inputs() + 2);
   });
   if (takes(1, 1)) spelling.offer("REF");
   if (parts_.tests.isInTest()) offerTestFunctions(spelling);

@@ -27,6 +27,33 @@ std::size_t widthOf(std::string_view indentation) {
   return indentation.size() + static_cast<std::size_t>(tabs) * (kTab - 1);
 }
 
+// The end of what is neither blank nor comment from `at` to `end`, the bounds of a line; `at` if
+// there is no more. `depth` is the number of comments that are open.
+std::uint32_t codeEnd(std::string_view text, std::uint32_t at, std::uint32_t end, int& depth) {
+  std::uint32_t code = at;
+  char quote = 0;
+  for (; at < end; ++at) {
+    const std::string_view two = text.substr(at, 2);
+    const bool quotes = depth == 0 && (text[at] == '\'' || text[at] == '"');
+    if (quote != 0 && text[at] == '$') {
+      ++at;
+    } else if (quote == 0 && (two == "(*" || two == "/*")) {
+      ++depth;
+      ++at;
+    } else if (depth > 0) {
+      if (two != "*)" && two != "*/") continue;
+      --depth;
+      ++at;
+    } else if (quote == 0 && two == "//") {
+      break;
+    } else if (kBlanks.find(text[at]) == kBlanks.npos) {
+      code = at + 1;
+      if (quotes && (quote == 0 || quote == text[at])) quote = quote == 0 ? text[at] : '\0';
+    }
+  }
+  return code;
+}
+
 // The lines of a text that contain more than comments.
 class CodeLines {
  public:
@@ -42,7 +69,7 @@ class CodeLines {
   // From the line behind the one around `offset` on.
   CodeLines(std::string_view text, std::uint32_t offset)
       : text_(text), at_(lineEndAt(text, offset)) {
-    skipComments(offset, at_);
+    codeEnd(text, offset, at_, depth_);
   }
 
   std::optional<Line> next() {
@@ -53,7 +80,7 @@ class CodeLines {
       line.begin = static_cast<std::uint32_t>(begin) + 1;
       at_ = line.end = lineEndAt(text_, line.begin);
       const bool inside = depth_ > 0;
-      const bool code = skipComments(line.begin, line.end);
+      const bool code = codeEnd(text_, line.begin, line.end, depth_) > line.begin;
       line.open = depth_ > 0;
       if (inside || !code) continue;
       const std::string_view indentation = indentationAt(text_, line.begin);
@@ -70,33 +97,6 @@ class CodeLines {
 
  private:
   static bool isWordPart(char c) { return isLetter(c) || c == '_' || (c >= '0' && c <= '9'); }
-
-  // True if there is more than blanks and comments from `at` to `end`.
-  bool skipComments(std::uint32_t at, std::uint32_t end) {
-    bool code = false;
-    char quote = 0;
-    for (; at < end; ++at) {
-      const std::string_view two = text_.substr(at, 2);
-      if (quote != 0) {
-        if (text_[at] == quote) quote = 0;
-      } else if (two == "(*" || two == "/*") {
-        ++depth_;
-        ++at;
-      } else if (depth_ > 0) {
-        if (two != "*)" && two != "*/") continue;
-        --depth_;
-        ++at;
-      } else if (two == "//") {
-        break;
-      } else if (text_[at] == '\'' || text_[at] == '"') {
-        quote = text_[at];
-        code = true;
-      } else {
-        code = code || kBlanks.find(text_[at]) == kBlanks.npos;
-      }
-    }
-    return code;
-  }
 
   std::string_view text_;
   std::uint32_t at_;
@@ -133,6 +133,11 @@ std::string_view lineBreakAt(std::string_view text, std::uint32_t offset) {
 std::string_view indentationAt(std::string_view text, std::uint32_t offset) {
   const std::string_view line = text.substr(lineBeginAt(text, offset));
   return line.substr(0, std::min(line.find_first_not_of(kBlanks), line.size()));
+}
+
+std::uint32_t endOfCode(std::string_view text, std::uint32_t offset) {
+  int depth = 0;
+  return codeEnd(text, lineBeginAt(text, offset), lineEndAt(text, offset), depth);
 }
 
 bool beginsLine(std::string_view text, std::uint32_t offset) {

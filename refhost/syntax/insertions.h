@@ -19,6 +19,8 @@ struct Insertion {
 std::string_view lineBreakAt(std::string_view text, std::uint32_t offset);
 // The blanks with which the line around `offset` begins.
 std::string_view indentationAt(std::string_view text, std::uint32_t offset);
+// The end of the last token in the line around `offset`, where no comment is open when it begins.
+std::uint32_t endOfCode(std::string_view text, std::uint32_t offset);
 // True if nothing stands before `offset` in its line.
 bool beginsLine(std::string_view text, std::uint32_t offset);
 

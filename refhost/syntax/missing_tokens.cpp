@@ -14,6 +14,11 @@ namespace {
 
 using TokenKind = grammar::Parser::token;
 
+// True unless there must be a condition, a selector or a bound behind the token.
+bool endsHeader(int token) {
+  return roleOf(token) != TokenRole::Opener && roleOf(token) != TokenRole::Elsif;
+}
+
 }  // namespace
 
 int TokenStream::missingBefore(const Token& token) {
@@ -201,7 +206,7 @@ int TokenStream::missingHeaderEnd(const Token& token) {
   if (!errors_.reportedSince(top.begin)) {
     Remarks* const said = errors_.unexpected(token.span, top.construct->headerEndName);
     const bool whole = top.construct->opener != TokenKind::FOR || top.hasTo;
-    if (whole) addMissing(said, top.construct->headerEndName, token.span);
+    if (whole && endsHeader(last_.kind)) addMissing(said, top.construct->headerEndName, token.span);
   }
   top.inHeader = false;
   top.doubtful = true;
@@ -310,7 +315,7 @@ std::string_view TokenStream::missingAt(Span found, const ExpectedTokens& expect
       isHeaderOpen(loop ? TokenKind::DO : TokenKind::THEN)) {
     return blocks_.top().construct->headerEndName;
   }
-  if (expected.has("OF") && isHeaderOpen(TokenKind::OF)) return "OF";
+  if (expected.has("OF") && endsHeader(beforeLast_) && isHeaderOpen(TokenKind::OF)) return "OF";
   if (!blocks_.any()) return "";
   const bool value = last_.kind == TokenKind::INTEGER || last_.kind == TokenKind::NUMBER ||
                      last_.kind == TokenKind::LITERAL;

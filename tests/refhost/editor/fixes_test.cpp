@@ -94,9 +94,11 @@ TEST_F(Fixes, ConvertWhatIsRefused) {
        "INT_TO_BOOL(i); REAL_TO_DINT(r); REAL_TO_DINT(r); REAL_TO_INT(r); LREAL_TO_INT(lr); "
        "BOOL_TO_INT(b); WORD_TO_BOOL(w); REAL_TO_INT(r); INT_TO_BOOL(i); REAL_TO_INT(r); "
        "DINT_TO_INT(d)"},
-      {"i := LIMIT(0, r, 100); r := LIMIT(i, r, d); i := SEL(i, 1, 2); i := INT_TO_REAL(d); r := "
+      {"i := LIMIT(0, r, 100); i := MAX(r, r); r := LIMIT(i, r, d); i := SEL(i, 1, 2); i := "
+       "INT_TO_REAL(d); r := "
        "INT_TO_REAL(l); s := INT_TO_STRING(r); i := STRING_TO_INT(ws);",
-       "REAL_TO_INT(LIMIT(0, r, 100)); DINT_TO_REAL(d); INT_TO_BOOL(i); LINT_TO_REAL; "
+       "REAL_TO_INT(LIMIT(0, r, 100)); REAL_TO_INT(MAX(r, r)); DINT_TO_REAL(d); INT_TO_BOOL(i); "
+       "LINT_TO_REAL; "
        "REAL_TO_STRING"},
       {"r := SQRT(i); w := SHL(w, r); w := SHL(r, 1); i := MUX(r, i, j); w := ROR(w, s); i := F(a "
        ":= r, b := d); fb(i := r, io := r); i := fb.o + r;",
@@ -224,7 +226,8 @@ TEST_F(Fixes, MendTheExamplesOfMessages) {
 
 TEST_F(Fixes, SilenceWarnings) {
   const std::string text =
-      "PROGRAM P VAR i : INT; d : DINT; s : STRING; END_VAR\ni := d; // {nowarn\ns := '//'; (* a "
+      "PROGRAM P VAR i : INT; d : DINT; s : STRING; END_VAR\ni := d; // {nowarn\ns := '//$'(*'; (* "
+      "a "
       "*) i := d; (* b *) (* c\n*) i := d;\nd := LEN(s); i := d {nowarn xx};\nEND_PROGRAM\n";
   std::string mended = text;
   for (int left = 5; left >= 0; --left) {

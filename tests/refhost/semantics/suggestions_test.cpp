@@ -37,8 +37,10 @@ TEST(Suggestions, AreWhatCanStandThere) {
       {"b := TREU; ip := NULLL; c := Colr#Gren; c := Colr.Red; b := BOLL#TRUE; i := INTT#5;",
        "2:6+4 TRUE; 2:18+5 NULL; 2:30+9 Color#Green; 2:46+4 Color; 2:61+9 BOOL#TRUE; 2:77+4 INT; "},
       {"i := LIMIT(MM := 0, IN := 1, MX := 3); i := ADD(IN2 := 1, IN3 := 2); i := MOV(1); CTUU(); "
+       "SQRRT(i := 1); "
        "i := F(bb := 1, a := 2);",
-       "2:12+2 MN; 2:59+3 IN1; 2:75+3 MOVE; Unknown identifier 'CTUU'; 2:98+2 b; "},
+       "2:12+2 MN; 2:59+3 IN1; 2:75+3 MOVE; Unknown identifier 'CTUU'; Unknown identifier 'SQRRT'; "
+       "2:113+2 b; "},
       {"Gren := 1; lvl.Off := 1; ptt.x := i; a[kk] := 1; kk := 1; CASE i OF ii: ; END_CASE",
        "Unknown identifier 'Gren'; Unknown identifier 'lvl'; 2:26+3 pt; 2:40+2 k; Unknown "
        "identifier 'ii'; "},
