@@ -158,7 +158,25 @@ std::optional<Workspace::Invocation> Workspace::programFor(const std::string& pa
   if (!analysed(path)) return std::nullopt;
   const Program& program = programOf(path);
   Invocation invocation{fs::path(program.path).parent_path(), {}};
-  if (!program.whole) invocation.arguments = program.files;
+  std::vector<std::string>& arguments = invocation.arguments;
+  if (program.whole && libraries_.empty()) return invocation;
+  // With files, velc leaves a project alone.
+  velc::CommonOptions options;
+  if (program.project != nullptr) options = program.project->options;
+  if (!libraries_.empty()) options.plugins = libraries_;
+  for (const std::string& library : velc::librariesOf(options)) {
+    arguments.insert(arguments.end(), {"--plugin", fs::absolute(library)});
+  }
+  if (program.whole) return invocation;
+  const auto add = [&arguments](const char* option, std::string value) {
+    arguments.insert(arguments.end(), {option, std::move(value)});
+  };
+  if (!options.localIo.empty()) add("--localio", options.localIo);
+  if (options.notation == refhost::Notation::Letters) add("--notation", "letters");
+  add("--memory-markers", std::to_string(options.memory.markers));
+  add("--memory-inputs", std::to_string(options.memory.inputs));
+  add("--memory-outputs", std::to_string(options.memory.outputs));
+  arguments.insert(arguments.end(), program.files.begin(), program.files.end());
   return invocation;
 }
 

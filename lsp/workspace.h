@@ -47,7 +47,7 @@ class Workspace {
   // How `velc` is called with the program of a document.
   struct Invocation {
     std::string folder;
-    std::vector<std::string> arguments;  // its files; none for a project
+    std::vector<std::string> arguments;  // its settings and files, as far as no project has them
   };
   // Nothing if the document is not open.
   std::optional<Invocation> programFor(const std::string& path);
