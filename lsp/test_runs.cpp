@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kRunTests = "velc.runTests";
 constexpr const char* kResults = "velc/testResults";
-constexpr int kError = 1, kMessageError = 1, kMessageInfo = 3;
+constexpr int kSeverityError = 1, kMessageError = 1, kMessageInfo = 3;
 
 // The failure in words: the assertion, its text and the values of its operands.
 std::string textOf(const Json& failure) {
@@ -153,7 +153,7 @@ Json TestRuns::diagnosticOf(const std::string& path, const Json& failure) const 
   return {{"range",
            {{"start", toJson(whole.position(begin))},
             {"end", toJson(whole.position(start + before.size()))}}},
-          {"severity", kError},
+          {"severity", kSeverityError},
           {"source", "velc test"},
           {"message", textOf(failure)}};
 }
