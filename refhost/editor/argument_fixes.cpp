@@ -21,7 +21,7 @@ namespace {
 
 // A value that a variable of the type has if its declaration gives none; empty for none that can be
 // written.
-std::string defaultValue(const Type& type) {
+std::string defaultText(const Type& type) {
   if (const auto* const enumeration = dynamic_cast<const EnumType*>(&type)) {
     const bool named = !isAnonymous(type) && !enumeration->values().empty();
     return named ? enumeration->name() + "#" + enumeration->values().front()->name() : "";
@@ -52,9 +52,9 @@ std::string defaultValue(const Type& type) {
   }
 }
 
-class Arguments {
+class CallArguments {
  public:
-  Arguments(const AnalysedProgram& program, const Call& call)
+  CallArguments(const AnalysedProgram& program, const Call& call)
       : program_(program), call_(call), list_(*call.parameters()) {
     if (call.op() != nullptr) {
       for (std::string& name : inputNames(program.services, call.op()->name)) {
@@ -104,7 +104,7 @@ class Arguments {
       const Input& input = inputs_[i];
       if (input.given || !input.needed || static_cast<int>(i) < positional) continue;
       const Type* const type = input.type != nullptr ? input.type : typeAt(static_cast<int>(i));
-      const std::string value = known && type != nullptr ? defaultValue(*type) : std::string();
+      const std::string value = known && type != nullptr ? defaultText(*type) : std::string();
       if (value.empty()) return;
       names += (names.empty() ? "" : ", ") + input.name;
       added += (added.empty() ? "" : ", ") + input.name + " := " + value;
@@ -200,7 +200,7 @@ const Call* callAround(const ASTNode* node) {
 // An output that is given, or an input that is stored, takes the other sign.
 void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
   const Call* const call = callAround(&argument);
-  const UnitSymbol* const unit = call != nullptr ? Arguments::unitOf(*call) : nullptr;
+  const UnitSymbol* const unit = call != nullptr ? CallArguments::unitOf(*call) : nullptr;
   if (unit == nullptr) return;
   const std::vector<Binding> bindings = bindArguments(*call, *unit);
   const auto bound =
@@ -235,7 +235,7 @@ void addArguments(const AnalysedProgram& program, const Diagnostic& message,
   if (node != nullptr && kindOf(*node) == NodeKind::Argument) return addArrow(*node, fixes);
   const Call* const call = few ? callIn(node) : callAround(node);
   if (call == nullptr || call->parameters() == nullptr) return;
-  Arguments arguments(program, *call);
+  CallArguments arguments(program, *call);
   if (mixed) {
     arguments.name(fixes);
   } else if (few || arguments.hasInput(TreeBuilder::source(*node))) {

@@ -15,13 +15,14 @@ using vel::TreeBuilder;
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\v\f";
-constexpr std::string_view kEnd = "END_VAR";
+constexpr std::string_view kSectionEnd = "END_VAR";
 
-std::uint32_t endOf(const ASTNode& node) { return node.pos().offset() + rangeOf(node).length; }
+std::uint32_t endOffsetOf(const ASTNode& node) {
+  return node.pos().offset() + rangeOf(node).length;
+}
 
 // The type as a declaration names it; empty if it has no name.
-std::string nameOf(const Type& type) {
+std::string typeNameOf(const Type& type) {
   if (isAnonymous(type) || asOpenArray(&type) != nullptr) return {};
   std::string name = displayName(&type);
   const auto* const text = dynamic_cast<const StringType*>(&type);
@@ -61,7 +62,7 @@ class MissingDeclaration {
     if (name.type() == vel::ASTType::Expression) {
       const bool variable = static_cast<const Expr&>(name).kind == ExprKind::Variable;
       const Type* const type = variable ? expectedType(program_.services, name) : nullptr;
-      return type != nullptr ? nameOf(*type) : std::string();
+      return type != nullptr ? typeNameOf(*type) : std::string();
     }
     const Call* const call = callIn(name.parent());
     const bool statement = call != nullptr && call->leaf(0) == &name && call->parent() != nullptr &&
@@ -101,15 +102,16 @@ class MissingDeclaration {
   TextEdit edit(const std::string& declaration, std::uint32_t statement) const {
     const ASTNode* const blocks = unit_->leaf(Unit::kVarBlocks);
     const ASTNode* const result = unit_->leaf(Unit::kReturnType);
-    std::uint32_t end = endOf(result != nullptr ? *result : *unit_->leaf(Unit::kName));
+    std::uint32_t end = endOffsetOf(result != nullptr ? *result : *unit_->leaf(Unit::kName));
     for (int i = blocks != nullptr ? blocks->leavesCount() - 1 : -1; i >= 0; --i) {
       const auto& block = static_cast<const VarBlock&>(*blocks->leaf(i));
-      end = std::max(end, endOf(block));
+      end = std::max(end, endOffsetOf(block));
       const bool plain = block.section == VarSection::Var && !block.constant &&
                          block.retention == Retention::Unsaid;
       const std::string_view last = TreeBuilder::source(block);
-      const bool closed = last.size() > kEnd.size() &&
-                          equalIgnoringCase(last.substr(last.size() - kEnd.size()), kEnd);
+      const bool closed =
+          last.size() > kSectionEnd.size() &&
+          equalIgnoringCase(last.substr(last.size() - kSectionEnd.size()), kSectionEnd);
       if (plain && closed) return inSection(block, declaration);
     }
     return behind(end, declaration, statement);
@@ -120,7 +122,8 @@ class MissingDeclaration {
   }
 
   TextEdit inSection(const VarBlock& block, const std::string& declaration) const {
-    const std::uint32_t closer = endOf(block) - static_cast<std::uint32_t>(kEnd.size());
+    const std::uint32_t closer =
+        endOffsetOf(block) - static_cast<std::uint32_t>(kSectionEnd.size());
     if (!beginsLine(text_, closer)) return inserted(closer, declaration + " ");
     const std::string_view outer = indentationAt(text_, closer);
     std::string indentation = std::string(outer) + "  ";
@@ -141,7 +144,7 @@ class MissingDeclaration {
     const std::string lineBreak(lineBreakAt(text_, end));
     const std::string outer(indentationAt(text_, unit_->pos().offset()));
     const std::string lines = outer + "VAR" + lineBreak + outer + "  " + declaration + lineBreak +
-                              outer + std::string(kEnd);
+                              outer + std::string(kSectionEnd);
     Insertion insertion = lineInsertion(text_, lines, end, statement);
     return inserted(insertion.offset, std::move(insertion.text));
   }
@@ -210,13 +213,13 @@ void addRemovals(const AnalysedProgram& program, const Diagnostic& message,
   int index = VarDecl::kFirstName;
   while (declaration->leaf(index) != name) ++index;
   std::uint32_t begin = name->pos().offset();
-  std::uint32_t end = endOf(*name);
+  std::uint32_t end = endOffsetOf(*name);
   if (index > VarDecl::kFirstName) {
-    begin = endOf(*declaration->leaf(index - 1));
+    begin = endOffsetOf(*declaration->leaf(index - 1));
   } else if (index + 1 < declaration->leavesCount()) {
     end = declaration->leaf(index + 1)->pos().offset();
   } else {
-    const std::size_t mark = text.find_first_not_of(" \t\r\n", endOf(*declaration));
+    const std::size_t mark = text.find_first_not_of(" \t\r\n", endOffsetOf(*declaration));
     if (mark == text.npos || text[mark] != ';') return;
     const SourceRange whole =
         removable(text, file, declaration->pos().offset(), static_cast<std::uint32_t>(mark) + 1);

@@ -12,7 +12,7 @@ namespace refhost {
 
 namespace {
 
-using Kind = FoldingRange::Kind;
+using FoldingKind = FoldingRange::Kind;
 using Token = grammar::Parser::token;
 
 class Folding {
@@ -43,12 +43,12 @@ class Folding {
   std::uint32_t lineOf(std::uint32_t offset) const {
     return sources_.lineNumber(vel::TextLocation(file_, offset));
   }
-  void add(std::uint32_t first, std::uint32_t last, Kind kind) {
+  void add(std::uint32_t first, std::uint32_t last, FoldingKind kind) {
     if (last > first) ranges_.push_back({first, last, kind});
   }
   // From the line of `begin` to the one in front of that of `closer`.
   void addBlock(std::uint32_t begin, std::uint32_t closer) {
-    add(lineOf(begin), lineOf(closer) - 1, Kind::Code);
+    add(lineOf(begin), lineOf(closer) - 1, FoldingKind::Code);
   }
 
   // What the grammar knows as a block: sections, types, structures, statements. A block without an
@@ -96,20 +96,20 @@ class Folding {
         last = line;
         continue;
       }
-      if (first != 0) add(first, last, Kind::Comment);
+      if (first != 0) add(first, last, FoldingKind::Comment);
       first = lineComment && alone ? line : 0;
       last = first;
       if (token.kind == SourceToken::Kind::Comment && !lineComment) {
-        add(line, lineOf(token.span.end - 1), Kind::Comment);
+        add(line, lineOf(token.span.end - 1), FoldingKind::Comment);
       } else if (token.kind == SourceToken::Kind::Pragma) {
         if (isPragma(text, "region")) regions.push_back(line);
         if (isPragma(text, "endregion") && !regions.empty()) {
-          add(regions.back(), line, Kind::Region);
+          add(regions.back(), line, FoldingKind::Region);
           regions.pop_back();
         }
       }
     }
-    if (first != 0) add(first, last, Kind::Comment);
+    if (first != 0) add(first, last, FoldingKind::Comment);
   }
 
   static bool isPragma(std::string_view text, std::string_view word) {
@@ -137,7 +137,7 @@ class Folding {
     if (kindOf(node) == NodeKind::CaseElement) {
       const SourceRange range = rangeOf(node);
       add(lineOf(range.begin.offset()), lineOf(range.begin.offset() + range.length - 1),
-          Kind::Code);
+          FoldingKind::Code);
     }
     // Expressions have no statements.
     if (node.type() == vel::ASTType::Expression) return;

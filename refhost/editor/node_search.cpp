@@ -6,34 +6,35 @@ namespace refhost {
 
 namespace {
 
-bool contains(const SourceRange& outer, const SourceRange& inner) {
+bool containsRange(const SourceRange& outer, const SourceRange& inner) {
   const std::uint64_t begin = outer.begin.offset();
   const std::uint64_t at = inner.begin.offset();
   return outer.begin.file() == inner.begin.file() && at >= begin &&
          at + inner.length <= begin + outer.length;
 }
 
-bool isSame(const SourceRange& a, const SourceRange& b) {
-  return a.length == b.length && contains(a, b);
+bool isSameRange(const SourceRange& a, const SourceRange& b) {
+  return a.length == b.length && containsRange(a, b);
 }
 
-// The leaf, or what the analysis has taken out of the leaves of a call, that contains the range.
+// The leaf, or what the analysis has taken out of the leaves of a call, that containsRange the
+// range.
 const ASTNode* partWith(const ASTNode& node, const SourceRange& range) {
   for (int i = 0; i < node.leavesCount(); ++i) {
     const ASTNode* const leaf = node.leaf(i);
-    if (leaf != nullptr && contains(rangeOf(*leaf), range)) return leaf;
+    if (leaf != nullptr && containsRange(rangeOf(*leaf), range)) return leaf;
   }
   if (kindOf(node) != NodeKind::Invocation) return nullptr;
   const auto& call = static_cast<const Call&>(node);
   for (const Argument* const part : {call.enable, call.enabled}) {
-    if (part != nullptr && contains(rangeOf(*part), range)) return part;
+    if (part != nullptr && containsRange(rangeOf(*part), range)) return part;
   }
   return nullptr;
 }
 
 const Unit* unitIn(const std::vector<Unit*>& units, const SourceRange& range) {
   const auto found = std::find_if(units.begin(), units.end(), [&range](const Unit* unit) {
-    return contains(rangeOf(*unit), range);
+    return containsRange(rangeOf(*unit), range);
   });
   return found != units.end() ? *found : nullptr;
 }
@@ -47,9 +48,10 @@ const Unit* unitAround(const Tree& tree, vel::TextLocation place) {
 
 const ASTNode* nodeWith(const Tree& tree, const SourceRange& range) {
   const ASTNode* node = unitAround(tree, range.begin);
-  while (node != nullptr && !isSame(rangeOf(*node), range)) {
+  while (node != nullptr && !isSameRange(rangeOf(*node), range)) {
     if (statementKindOf(*node) == StatementKind::Assignment) {
-      if (isSame(static_cast<const Assignment*>(node)->sourceRange, range)) return node->leaf(1);
+      if (isSameRange(static_cast<const Assignment*>(node)->sourceRange, range))
+        return node->leaf(1);
     }
     node = partWith(*node, range);
   }

@@ -11,7 +11,7 @@ namespace refhost {
 
 namespace {
 
-using Kind = SemanticToken::Kind;
+using SemanticKind = SemanticToken::Kind;
 
 // Words that are keywords in their context and names elsewhere.
 constexpr std::string_view kContextual[] = {"TEST",     "END_TEST",     "SETUP",    "END_SETUP",
@@ -30,31 +30,31 @@ bool isAmong(std::string_view word, const std::string_view (&words)[N]) {
   });
 }
 
-Kind kindOf(SymbolKind kind) {
+SemanticKind kindOf(SymbolKind kind) {
   switch (kind) {
     case SymbolKind::Function:
     case SymbolKind::Operator:
     case SymbolKind::StandardFunction:
-      return Kind::Function;
+      return SemanticKind::Function;
     case SymbolKind::Structure:
     case SymbolKind::Enumeration:
     case SymbolKind::Type:
     case SymbolKind::ElementaryType:
-      return Kind::Type;
+      return SemanticKind::Type;
     case SymbolKind::Member:
-      return Kind::Member;
+      return SemanticKind::Member;
     case SymbolKind::Value:
-      return Kind::Value;
+      return SemanticKind::Value;
     case SymbolKind::Variable:
     case SymbolKind::Temporary:
     case SymbolKind::Global:
     case SymbolKind::Task:
     case SymbolKind::Instance:
-      return Kind::Variable;
+      return SemanticKind::Variable;
     case SymbolKind::Input:
     case SymbolKind::Output:
     case SymbolKind::InOut:
-      return Kind::Parameter;
+      return SemanticKind::Parameter;
     case SymbolKind::Program:
     case SymbolKind::FunctionBlock:
     case SymbolKind::Setup:
@@ -64,33 +64,33 @@ Kind kindOf(SymbolKind kind) {
     case SymbolKind::Resource:
       break;
   }
-  return Kind::Block;
+  return SemanticKind::Block;
 }
 
 // Of a token that is no name of a symbol.
-std::optional<Kind> kindOf(const SourceToken& token, std::string_view text) {
+std::optional<SemanticKind> kindOf(const SourceToken& token, std::string_view text) {
   switch (token.kind) {
     case SourceToken::Kind::Keyword:
-      return isAmong(text, kWordOperators) ? Kind::Operator
-             : isAmong(text, kTypeWords)   ? Kind::Type
-                                           : Kind::Keyword;
+      return isAmong(text, kWordOperators) ? SemanticKind::Operator
+             : isAmong(text, kTypeWords)   ? SemanticKind::Type
+                                           : SemanticKind::Keyword;
     case SourceToken::Kind::Name:
-      return isAmong(text, kContextual) ? std::optional(Kind::Keyword) : std::nullopt;
+      return isAmong(text, kContextual) ? std::optional(SemanticKind::Keyword) : std::nullopt;
     case SourceToken::Kind::Number:
-      return Kind::Number;
+      return SemanticKind::Number;
     case SourceToken::Kind::String:
-      return Kind::String;
+      return SemanticKind::String;
     case SourceToken::Kind::Truth:
-      return Kind::Constant;
+      return SemanticKind::Constant;
     case SourceToken::Kind::Address:
-      return Kind::Variable;
+      return SemanticKind::Variable;
     case SourceToken::Kind::Mark:
       return std::string_view(":=>+-*/<&^").find(text[0]) != std::string_view::npos && text != ":"
-                 ? std::optional(Kind::Operator)
+                 ? std::optional(SemanticKind::Operator)
                  : std::nullopt;
     case SourceToken::Kind::Comment:
     case SourceToken::Kind::Pragma:
-      return Kind::Comment;
+      return SemanticKind::Comment;
     case SourceToken::Kind::TypedName:
     case SourceToken::Kind::Error:
       break;
@@ -119,7 +119,8 @@ std::vector<SemanticToken> semanticTokensOf(const ProgramView& view, std::uint32
     return next != occurrences.end() && next->range.begin.file() == file &&
            next->range.begin.offset() < before;
   };
-  const auto add = [&](std::uint32_t begin, std::uint32_t end, Kind kind, unsigned modifiers) {
+  const auto add = [&](std::uint32_t begin, std::uint32_t end, SemanticKind kind,
+                       unsigned modifiers) {
     tokens.push_back({{vel::TextLocation(file, begin), end - begin}, kind, modifiers});
   };
   const std::vector<SourceToken> words = sourceTokens(text);
@@ -138,12 +139,12 @@ std::vector<SemanticToken> semanticTokensOf(const ProgramView& view, std::uint32
     }
     const std::string_view word = text.substr(token.span.begin, token.span.end - token.span.begin);
     auto kind = kindOf(token, word);
-    if (!named && isFormal(text, words, i)) kind = Kind::Parameter;
+    if (!named && isFormal(text, words, i)) kind = SemanticKind::Parameter;
     if (named || !kind) continue;
-    const bool library = *kind == Kind::Type || *kind == Kind::Parameter;
-    const unsigned modifiers = library                   ? SemanticToken::kDefaultLibrary
-                               : *kind == Kind::Constant ? SemanticToken::kReadonly
-                                                         : 0U;
+    const bool library = *kind == SemanticKind::Type || *kind == SemanticKind::Parameter;
+    const unsigned modifiers = library                           ? SemanticToken::kDefaultLibrary
+                               : *kind == SemanticKind::Constant ? SemanticToken::kReadonly
+                                                                 : 0U;
     for (std::size_t at = 0; at < word.size();) {
       const std::size_t end = std::min(word.find_first_of("\r\n", at), word.size());
       if (end > at) {

@@ -12,7 +12,7 @@ namespace refhost {
 
 namespace {
 
-using Kind = SourceToken::Kind;
+using SourceKind = SourceToken::Kind;
 using Token = grammar::Parser::token;
 
 constexpr std::size_t kNowhere = std::string_view::npos;
@@ -50,28 +50,28 @@ std::size_t endOfTrivia(std::string_view text, std::size_t at) {
   return text.size();
 }
 
-Kind kindOf(int token, std::string_view text) {
+SourceKind kindOf(int token, std::string_view text) {
   switch (token) {
     case Token::IDENTIFIER:
-      return Kind::Name;
+      return SourceKind::Name;
     case Token::INTEGER:
     case Token::NUMBER:
-      return Kind::Number;
+      return SourceKind::Number;
     case Token::DIRECT_ADDRESS:
-      return Kind::Address;
+      return SourceKind::Address;
     case Token::YYerror:
-      return text.find_first_of("'\"") != kNowhere ? Kind::String : Kind::Error;
+      return text.find_first_of("'\"") != kNowhere ? SourceKind::String : SourceKind::Error;
     case Token::LITERAL:
       break;
     default:
-      return hostkit::isLetter(text[0]) ? Kind::Keyword : Kind::Mark;
+      return hostkit::isLetter(text[0]) ? SourceKind::Keyword : SourceKind::Mark;
   }
-  if (text.back() == '\'' || text.back() == '"') return Kind::String;
+  if (text.back() == '\'' || text.back() == '"') return SourceKind::String;
   const std::size_t mark = text.find('#');
-  if (mark == kNowhere) return Kind::Truth;
+  if (mark == kNowhere) return SourceKind::Truth;
   const bool name =
       mark + 1 < text.size() && (hostkit::isLetter(text[mark + 1]) || text[mark + 1] == '_');
-  return name ? Kind::TypedName : Kind::Number;
+  return name ? SourceKind::TypedName : SourceKind::Number;
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ std::vector<SourceToken> sourceTokens(std::string_view text) {
     while (at < begin) {
       const std::size_t end = endOfTrivia(text, at);
       if (end != at) {
-        const Kind kind = text[at] == '{' ? Kind::Pragma : Kind::Comment;
+        const SourceKind kind = text[at] == '{' ? SourceKind::Pragma : SourceKind::Comment;
         tokens.push_back(
             {kind, 0, {static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(end)}});
       }

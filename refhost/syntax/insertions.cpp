@@ -21,7 +21,7 @@ std::uint32_t lineEndAt(std::string_view text, std::uint32_t offset) {
   return static_cast<std::uint32_t>(std::min(text.find_first_of("\r\n", offset), text.size()));
 }
 
-std::size_t widthOf(std::string_view indentation) {
+std::size_t indentationWidth(std::string_view indentation) {
   constexpr std::size_t kTab = 4;
   const auto tabs = std::count(indentation.begin(), indentation.end(), '\t');
   return indentation.size() + static_cast<std::size_t>(tabs) * (kTab - 1);
@@ -84,7 +84,7 @@ class CodeLines {
       line.open = depth_ > 0;
       if (inside || !code) continue;
       const std::string_view indentation = indentationAt(text_, line.begin);
-      line.width = widthOf(indentation);
+      line.width = indentationWidth(indentation);
       line.begin += static_cast<std::uint32_t>(indentation.size());
       line.code = text_.substr(line.begin, line.end - line.begin);
       std::size_t size = 0;
@@ -103,8 +103,8 @@ class CodeLines {
   int depth_ = 0;  // of comments
 };
 
-// True of a line that continues the block at whose indentation it stands.
-bool continues(const CodeLines::Line& line, const Construct& construct) {
+// True of a line that continuesBlock the block at whose indentation it stands.
+bool continuesBlock(const CodeLines::Line& line, const Construct& construct) {
   const auto begins = [&line](std::string_view word) {
     return equalIgnoringCase(line.first, word);
   };
@@ -169,14 +169,14 @@ Insertion closerInsertion(std::string_view text, const Construct& construct, Spa
     return std::string(indentationAt(text, begin)).append(construct.closerName);
   };
   // Blocks of the construct that the lines have begun and not ended: the outer one first.
-  std::vector<Opened> blocks{{opener.begin, widthOf(indentationAt(text, opener.begin))}};
+  std::vector<Opened> blocks{{opener.begin, indentationWidth(indentationAt(text, opener.begin))}};
   CodeLines lines(text, opener.begin);
   std::optional<CodeLines::Line> before;
   const bool indented = beginsLine(text, opener.begin);
   for (auto line = lines.next(); indented && line && line->begin < found; line = lines.next()) {
     const Opened block = blocks.back();
-    const bool ends =
-        line->width < block.width || (line->width == block.width && !continues(*line, construct));
+    const bool ends = line->width < block.width ||
+                      (line->width == block.width && !continuesBlock(*line, construct));
     if (ends && !before) break;  // the lines are not indented
     const bool closes = equalIgnoringCase(line->first, construct.closerName);
     if (ends && closes && line->width == block.width && blocks.size() > 1) {
