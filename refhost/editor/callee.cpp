@@ -4,6 +4,7 @@
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
+#include "hostkit/elementary_types.h"
 #include "hostkit/operator_inputs.h"
 #include "hostkit/operator_traits.h"
 #include "refhost/editor/outline.h"
@@ -104,6 +105,9 @@ std::optional<CalleeAt> fromLanguage(const NamesAt& names, std::string_view name
       addInputs(callee, {input});
     }
     callee.extensible = hostkit::operatorTraits(op->name).has(hostkit::OperatorTraits::kExtensible);
+    const std::size_t to = isConversion(op->name) ? op->name.rfind("TO_") : std::string::npos;
+    const std::string target = to != std::string::npos ? op->name.substr(to + 3) : std::string();
+    if (hostkit::elementaryType(target) != nullptr) callee.result = target;
     return callee;
   }
   if (const TestFunction* const function = testFunction(name)) return fromAssertion(*function);
@@ -172,6 +176,13 @@ std::string signatureText(const CalleeAt& callee, bool named, std::vector<Span>*
   return text;
 }
 
+bool isConversion(std::string_view operatorName) {
+  using hostkit::OperatorFamily;
+  const OperatorFamily family = hostkit::operatorTraits(operatorName).family;
+  return family == OperatorFamily::Conversion || family == OperatorFamily::GenericConversion ||
+         family == OperatorFamily::StringConversion || family == OperatorFamily::BcdConversion;
+}
+
 std::optional<CalleeAt> calleeNamed(const NamesAt& names, std::string_view name) {
   const Symbols& symbols = names.symbols();
   const SymbolId unit = symbols.ofType(name);
@@ -184,8 +195,14 @@ std::optional<CalleeAt> calleeNamed(const NamesAt& names, std::string_view name)
 }
 
 std::optional<CalleeAt> calleeOfType(const NamesAt& names, const PlaceType& type) {
+  if (!type.around.empty()) return {};
+  if (type.block != nullptr) {
+    CalleeAt callee = fromLexical(names, *type.block);
+    callee.kind = CalleeAt::Kind::Instance;
+    return callee;
+  }
   const auto* const instance = dynamic_cast<const InstanceType*>(type.type);
-  if (instance == nullptr || !type.around.empty()) return {};
+  if (instance == nullptr) return {};
   const SymbolId unit = names.symbols().ofUnit(*instance->unit->node);
   if (unit == kNoSymbol) return {};
   CalleeAt callee = fromUnit(names, unit);

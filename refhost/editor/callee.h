@@ -45,6 +45,9 @@ struct CalleeAt {
 // null, gets the range of each parameter in it.
 std::string signatureText(const CalleeAt& callee, bool named, std::vector<Span>* places = nullptr);
 
+// True of the operators X_TO_Y and TO_Y, of which there are hundreds.
+bool isConversion(std::string_view operatorName);
+
 // What is called where the tokens from `first` to `last` of the context are followed by a '('.
 std::optional<CalleeAt> calleeAt(const NamesAt& names, std::size_t first, std::size_t last);
 // A function, an operator or a unit by its name.

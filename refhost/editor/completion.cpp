@@ -82,6 +82,10 @@ class Completer {
       case CursorPlace::Member:
         parts.addMembers();
         break;
+      case CursorPlace::LateMember:
+        parts.addMembers();
+        addStatement(parts);
+        break;
       case CursorPlace::Value:
         parts.addValuesOf(context_.typeName);
         break;

@@ -16,14 +16,6 @@ namespace refhost {
 namespace {
 
 using PartToken = grammar::Parser::token;
-using hostkit::OperatorFamily;
-using hostkit::OperatorTraits;
-
-// Hundreds, which hide everything else.
-bool isConversion(OperatorFamily family) {
-  return family == OperatorFamily::Conversion || family == OperatorFamily::GenericConversion ||
-         family == OperatorFamily::StringConversion || family == OperatorFamily::BcdConversion;
-}
 
 // The letters of a conversion that must be there before it is proposed.
 constexpr std::size_t kFewLetters = 2;
@@ -100,8 +92,9 @@ void CompletionParts::addCallables(bool statement) const {
       // AND and the like are words, too.
       addCallable(function.name, Rank::Standard, false);
     });
-    addCallable("REF", Rank::Standard, false);
   }
+  const SymbolId reference = symbols.standard("REF");
+  if (!statement && reference != kNoSymbol) proposals_.addSymbol(reference, Rank::Standard);
   addOperators(statement);
 }
 
@@ -112,9 +105,9 @@ void CompletionParts::addOperators(bool statement) const {
   const std::string_view prefix = context_.prefix;
   for (const std::string& folded : all) {
     const std::string& name = services.operators->findOperator(folded)->name;
-    const OperatorTraits& traits = hostkit::operatorTraits(name);
-    if (traits.givesValue() == statement) continue;
-    if (isConversion(traits.family)) {
+    if (hostkit::operatorTraits(name).givesValue() == statement) continue;
+    // They would hide everything else.
+    if (isConversion(name)) {
       const bool few = prefix.size() < kFewLetters;
       if (few && startsWith(name, prefix)) proposals_.incomplete = true;
       if (few || !startsWith(name, prefix)) continue;
@@ -166,73 +159,6 @@ void CompletionParts::addStatements() const {
   addCallables(true);
 }
 
-// Named arguments that are missing, and the fields of an initial value.
-void CompletionParts::addArguments() const {
-  if (context_.code.brackets.empty()) return;
-  const CodeBracket& bracket = context_.code.brackets.back();
-  const std::size_t end = context_.code.tokens.size();
-  const bool negated =
-      bracket.argument + 1 == end && context_.code.tokens[bracket.argument].token == PartToken::NOT;
-  // In front of a value a ',' or a value may be missing.
-  const bool assigned = context_.isBeforeAssignment();
-  if (bracket.argument != end && !negated && !assigned) return;
-  std::vector<std::string_view> given;
-  for (std::size_t i = bracket.token + 1, depth = 0; i + 1 < end; ++i) {
-    const int token = context_.code.tokens[i].token;
-    const int next = context_.code.tokens[i + 1].token;
-    if (token == '(' || token == '[') ++depth;
-    if ((token == ')' || token == ']') && depth > 0) --depth;
-    const bool named = next == PartToken::ASSIGN || next == PartToken::ARROW;
-    if (depth == 0 && named) given.push_back(context_.code.textOf(i));
-  }
-  const auto isGiven = [&](std::string_view name) {
-    return std::any_of(given.begin(), given.end(),
-                       [name](std::string_view other) { return equalIgnoringCase(name, other); });
-  };
-  const auto addArgument = [&](std::string_view name, const std::string& type, bool output,
-                               Rank rank, SymbolId id = kNoSymbol) {
-    const std::string label = std::string(name) + (output ? " => " : " := ");
-    if (isGiven(name) || !proposals_.suits(name)) return;
-    Proposal proposal;
-    proposal.kind = Proposal::Kind::Argument;
-    proposal.label = label.substr(0, label.size() - 1);
-    proposal.text = label;
-    proposal.detail = type;
-    proposal.id = id;
-    proposals_.add(std::move(proposal), rank, Fit::Exact);
-  };
-  if (proposals_.expected().fieldsOf.known()) {
-    for (const NamedPart& part : names_.membersOf(proposals_.expected().fieldsOf)) {
-      const vel::SymbolDataType* const type = names_.typeOf(part).type;
-      addArgument(part.name, type != nullptr ? displayName(type) : "", false, Rank::First, part.id);
-    }
-    return;
-  }
-  if (bracket.token == 0 || context_.call() != &bracket) return;
-  const std::size_t last = bracket.token - 1;
-  const auto callee = calleeAt(names_, context_.accessBegin(last), last);
-  if (!callee || !callee->takesNames) return;
-  // Functions are mostly called without the names.
-  const bool plain = callee->kind != CalleeAt::Kind::Instance &&
-                     callee->kind != CalleeAt::Kind::Task && given.empty() && !assigned;
-  const Rank rank = plain ? Rank::Standard : Rank::First;
-  const std::size_t positional = given.empty() && !assigned ? bracket.commas : 0;
-  for (std::size_t i = 0; i < callee->parameters.size(); ++i) {
-    const CalleeParameter& parameter = callee->parameters[i];
-    const bool output = parameter.passing == CalleeParameter::Passing::Out;
-    if ((negated && !output) || (!output && positional > 0)) continue;
-    addArgument(parameter.name, parameter.type, output, rank, parameter.id);
-  }
-  if (callee->extensible && !given.empty()) {
-    std::size_t next = callee->parameters.size();
-    while (isGiven(callee->parameterName(next))) ++next;
-    addArgument(callee->parameterName(next), "", false, rank);
-  }
-  if (!callee->takesEnable) return;
-  if (!negated && positional == 0) addArgument("EN", "BOOL", false, Rank::Word);
-  addArgument("ENO", "BOOL", true, Rank::Word);
-}
-
 void CompletionParts::addLabels() const {
   const PlaceType selector = proposals_.expected().type;
   const SymbolId type = names_.enumerationOf(selector);
@@ -282,7 +208,8 @@ void CompletionParts::addTypes() const {
   const bool result = context_.code.inUnitHeader;
   for (const SymbolId id : symbols.partsOf(kNoSymbol)) {
     const SymbolInfo& symbol = symbols[id];
-    const bool block = symbol.kind == SymbolKind::FunctionBlock && !result;
+    // No function block contains itself.
+    const bool block = symbol.kind == SymbolKind::FunctionBlock && !result && id != names_.unit();
     const bool program = symbol.kind == SymbolKind::Program && context_.code.isInTest();
     if (block || program) proposals_.addSymbol(id, Rank::Unit);
     if (isType(symbol.kind)) proposals_.addSymbol(id, Rank::Type);

@@ -113,7 +113,10 @@ class PlaceFinder {
   }
 
   CursorPlace find() {
-    if (code().kindBefore() == '.') return CursorPlace::Member;
+    const bool member = code().kindBefore() == '.';
+    if (member && (!context_.onNewLine || code().blocks.empty())) return CursorPlace::Member;
+    if (const CursorPlace place = labelPlace(); place != CursorPlace::Nothing) return place;
+    if (member) return CursorPlace::LateMember;
     if (code().blocks.empty()) {
       return code().statement == code().tokens.size() ? CursorPlace::TopLevel
                                                       : CursorPlace::Nothing;
@@ -124,6 +127,24 @@ class PlaceFinder {
     const bool items = top.construct->kind == Construct::Kind::Resource ||
                        top.construct->opener == CursorToken::CONFIGURATION;
     return items ? inConfiguration() : inStatements();
+  }
+
+  // In front of a ':' there is a label if any CASE is open.
+  CursorPlace labelPlace() {
+    if (!context_.isBefore(":") || context_.isBefore(":=") || !context_.onNewLine) {
+      return CursorPlace::Nothing;
+    }
+    std::vector<CodeBlock>& blocks = context_.code.blocks;
+    std::size_t count = blocks.size();
+    for (; count > 0 && blocks[count - 1].construct->opener != CursorToken::CASE; --count) {
+      if (blocks[count - 1].construct->kind != Construct::Kind::Statement) {
+        return CursorPlace::Nothing;
+      }
+    }
+    if (count == 0 || blocks[count - 1].inHeader) return CursorPlace::Nothing;
+    blocks.erase(blocks.begin() + static_cast<std::ptrdiff_t>(count), blocks.end());
+    findLabels();
+    return CursorPlace::Label;
   }
 
   CursorPlace inHeader() {
@@ -294,8 +315,9 @@ class PlaceFinder {
 
 std::size_t CursorContext::accessBegin(std::size_t last) const {
   const std::vector<SourceToken>& tokens = code.tokens;
+  const std::size_t begin = last >= code.statement ? code.statement : 0;
   std::size_t i = last + 1;
-  while (i > 0) {
+  while (i > begin) {
     std::size_t part = i - 1;
     const int kind = tokens[part].token;
     if (kind == ']') {
@@ -313,7 +335,7 @@ std::size_t CursorContext::accessBegin(std::size_t last) const {
                         (part > 0 && tokens[part - 1].token == '.' &&
                          tokens[part].kind == SourceToken::Kind::Keyword);
       if (!name) return last + 1;
-      if (part < 1 || tokens[part - 1].token != '.') return part;
+      if (part <= begin || tokens[part - 1].token != '.') return part;
       i = part - 1;
     }
   }

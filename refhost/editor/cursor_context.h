@@ -27,13 +27,15 @@ struct CursorContext {
     Label,     // of a CASE, or a statement
     OwnLabel,  // of a CASE, behind a ','
     Operand,
-    Operator,  // behind an operand
-    Either,    // the same, or an operand, in front of which something is missing
-    Member,    // behind '.'
-    Value,     // behind the '#' of an enumeration
+    Operator,    // behind an operand
+    Either,      // the same, or an operand, in front of which something is missing
+    Member,      // behind '.'
+    LateMember,  // the same in the line below, where a statement may begin
+    Value,       // behind the '#' of an enumeration
   };
 
-  // The first token of an access that ends with the token `last`; `last` + 1 for none.
+  // The first token of an access that ends with the token `last`, in the same statement; `last` + 1
+  // for none.
   std::size_t accessBegin(std::size_t last) const;
   // The innermost '(' behind the name of what is called; null for none.
   const CodeBracket* call() const;

@@ -20,6 +20,7 @@ NamesAt::NamesAt(const ProgramView& view, std::uint32_t file,
                  const std::vector<SourceToken>& tokens, const CursorContext& context)
     : view_(view),
       file_(file),
+      tokens_(tokens),
       context_(context),
       lexical_(lexicalUnits(view.program().sources.text(file), tokens)),
       prelude_(lexicalUnits(preludeText(), sourceTokens(preludeText()))) {
@@ -155,6 +156,7 @@ PlaceType NamesAt::typeNamed(std::string_view type) const {
         place.type =
             unit->type() == vel::POUType::FunctionBlock ? unit->fbType() : unit->instanceType();
       }
+      if (place.type == nullptr) place.block = lexicalUnit(word);
       break;
     }
   }
@@ -203,9 +205,7 @@ PlaceType NamesAt::typeOfAccess(std::size_t first, std::size_t last) const {
     } else if (token == '^') {
       place = targetOf(place);
     } else if (token != '.') {
-      const VarSymbol* const member =
-          place.around.empty() ? memberOf(place.type, code.textOf(i)) : nullptr;
-      place = {member != nullptr ? member->dataType() : nullptr, {}};
+      place = memberNamed(place, code.textOf(i));
     }
   }
   return place;
@@ -218,9 +218,29 @@ SymbolId NamesAt::enumerationOf(const PlaceType& place) const {
   return value != kNoSymbol ? symbols()[value].container : kNoSymbol;
 }
 
+PlaceType NamesAt::memberNamed(const PlaceType& place, std::string_view name) const {
+  if (!place.around.empty()) return {};
+  if (place.block == nullptr) {
+    const VarSymbol* const member = memberOf(place.type, name);
+    return {member != nullptr ? member->dataType() : nullptr, {}};
+  }
+  for (const LexicalVariable& variable : place.block->variables) {
+    if (equalIgnoringCase(variable.name, name)) return typeNamed(variable.type);
+  }
+  return {};
+}
+
 std::vector<NamedPart> NamesAt::membersOf(const PlaceType& place) const {
   std::vector<NamedPart> all;
   if (!place.around.empty()) return all;
+  if (place.block != nullptr) {
+    for (const LexicalVariable& variable : place.block->variables) {
+      const bool parameter =
+          variable.section == NameToken::VAR_INPUT || variable.section == NameToken::VAR_OUTPUT;
+      const bool seen = context_.code.isInTest() && variable.section == NameToken::VAR;
+      if (parameter || seen) all.push_back({variable.name, kNoSymbol, &variable});
+    }
+  }
   const auto addAll = [&](const auto& variables, bool instance) {
     for (const auto& variable : variables) {
       const bool parameter = variable->isParameter() && variable->role != Role::InOut;

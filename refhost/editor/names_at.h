@@ -23,12 +23,14 @@ struct NamedPart {
 
 // The type of a place, as far as it is known.
 struct PlaceType {
-  bool known() const { return type != nullptr; }
+  bool known() const { return type != nullptr || block != nullptr; }
 
   const vel::SymbolDataType* type = nullptr;
   // Of a declaration that the analysis does not have: '[' for an array and '^' for a pointer around
   // the type, from the outermost to the innermost.
   std::string around;
+  // A function block that the analysis does not have; null for another type.
+  const LexicalUnit* block = nullptr;
 };
 
 class NamesAt {
@@ -39,6 +41,7 @@ class NamesAt {
 
   const ProgramView& view() const { return view_; }
   std::uint32_t file() const { return file_; }
+  const std::vector<SourceToken>& tokens() const { return tokens_; }
   const CursorContext& context() const { return context_; }
   const Symbols& symbols() const { return view_.symbols(); }
   // The unit around the cursor; kNoSymbol outside of units, and for one that the analysis lacks.
@@ -60,6 +63,7 @@ class NamesAt {
   std::vector<NamedPart> membersOf(const PlaceType& place) const;
   // The symbol whose parts are the values of an enumeration; kNoSymbol for another type.
   SymbolId enumerationOf(const PlaceType& place) const;
+  PlaceType memberNamed(const PlaceType& place, std::string_view name) const;
   static PlaceType elementOf(PlaceType place);
   static PlaceType targetOf(PlaceType place);
 
@@ -70,6 +74,7 @@ class NamesAt {
 
   const ProgramView& view_;
   std::uint32_t file_;
+  const std::vector<SourceToken>& tokens_;
   const CursorContext& context_;
   SymbolId unit_ = kNoSymbol;
   std::vector<LexicalUnit> lexical_;

@@ -24,9 +24,13 @@ class CodeWalk {
   CodeWalk(std::string_view text, const std::vector<SourceToken>& tokens, std::uint32_t offset) {
     code_.text = text;
     for (const SourceToken& token : tokens) {
-      const bool trivia = token.token == 0;
-      if (token.span.end > offset) break;
-      if (!trivia) code_.tokens.push_back(token);
+      if (token.token == 0) continue;
+      if (token.span.end <= offset) {
+        code_.tokens.push_back(token);
+      } else if (outlines(token.token)) {
+        behind_ = token.token;
+        break;
+      }
     }
   }
 
@@ -36,6 +40,10 @@ class CodeWalk {
   }
 
  private:
+  // True of a token that begins, ends or divides a block.
+  static bool outlines(int token) {
+    return isStructural(token) && token != ';' && roleOf(token) != TokenRole::HeaderEnd;
+  }
   int kind(std::size_t i) const { return i < code_.tokens.size() ? code_.tokens[i].token : 0; }
   bool inConfiguration() const { return code_.isWithin(CodeToken::CONFIGURATION); }
 
@@ -87,7 +95,10 @@ class CodeWalk {
         if (code_.isIn(Construct::Kind::Statement)) code_.blocks.back().inHeader = false;
         break;
       default:
-        if (lacksEndVar(i)) code_.blocks.pop_back();
+        if (lacksEndVar(i)) {
+          code_.blocks.pop_back();
+          begin(i);
+        }
         takeWithin(i, token);
         return i + 1;
     }
@@ -109,7 +120,7 @@ class CodeWalk {
     } else if (token == ',' && !brackets.empty()) {
       brackets.back().argument = i + 1;
       ++brackets.back().commas;
-    } else if (token == ':' && brackets.empty() && inLabels()) {
+    } else if (token == ':' && brackets.empty() && endsLabels()) {
       begin(i + 1);
     } else if (token == CodeToken::IDENTIFIER && lacksSemicolon(i)) {
       if (code_.isIn(Construct::Kind::Statement)) code_.blocks.back().inHeader = false;
@@ -117,23 +128,57 @@ class CodeWalk {
     }
   }
 
-  bool inLabels() const { return code_.isIn(CodeToken::CASE) && !code_.blocks.back().inHeader; }
+  // Closes what is not finished in front of the labels of a CASE.
+  bool endsLabels() {
+    std::vector<CodeBlock>& blocks = code_.blocks;
+    std::size_t count = blocks.size();
+    while (count > 0 && blocks[count - 1].construct->opener != CodeToken::CASE) {
+      if (blocks[count - 1].construct->kind != Construct::Kind::Statement) return false;
+      --count;
+    }
+    if (count == 0 || blocks[count - 1].inHeader) return false;
+    blocks.erase(blocks.begin() + static_cast<std::ptrdiff_t>(count), blocks.end());
+    return true;
+  }
 
-  // A statement begins where a declaration could. In VAR_CONFIG there are paths.
+  bool beginsLine(std::size_t i) const {
+    const std::uint32_t end = code_.tokens[i - 1].span.end;
+    const std::uint32_t begin = code_.tokens[i].span.begin;
+    return code_.text.substr(end, begin - end).find_first_of("\r\n") != std::string_view::npos;
+  }
+
+  // A statement begins where a declaration could, or below one whose type is not written yet. In
+  // VAR_CONFIG there are paths.
   bool lacksEndVar(std::size_t i) const {
-    const bool begins = i == code_.statement && kind(i) == CodeToken::IDENTIFIER &&
-                        code_.isIn(Construct::Kind::Variables);
-    return begins && kind(code_.blocks.back().token) != CodeToken::VAR_CONFIG &&
-           continuesStatement(kind(i + 1));
+    const bool begins =
+        i == code_.statement || (kind(i - 1) == ':' && code_.brackets.empty() && beginsLine(i));
+    return begins && kind(i) == CodeToken::IDENTIFIER && code_.isIn(Construct::Kind::Variables) &&
+           kind(code_.blocks.back().token) != CodeToken::VAR_CONFIG &&
+           continuesStatement(kind(i + 1)) && !reachesEndVar(i);
+  }
+
+  // True if END_VAR is the next token of the block structure, so that a statement is a mistake.
+  bool reachesEndVar(std::size_t i) const {
+    for (++i; i < code_.tokens.size(); ++i) {
+      if (outlines(kind(i))) return kind(i) == CodeToken::END_VAR;
+    }
+    return behind_ == CodeToken::END_VAR;
   }
 
   // A name behind an operand begins a new statement, or a new declaration if that goes on like one.
   bool lacksSemicolon(std::size_t i) const {
-    if (i == code_.statement || !code_.brackets.empty()) return false;
+    if (i == code_.statement) return false;
+    const bool declarations =
+        !code_.blocks.empty() && code_.blocks.back().construct->holdsDeclarations();
+    // Nothing but a declaration has a ':' behind a name.
+    if (declarations && kind(i + 1) == ':' && beginsLine(i)) return true;
+    // The member is not written yet.
+    if (kind(i - 1) == '.' && beginsLine(i)) return true;
+    if (!code_.brackets.empty()) return false;
     const SourceToken& before = code_.tokens[i - 1];
     const std::string_view word = code_.textOf(i);
     if (hostkit::equalIgnoringCase(word, "REF") && kind(i + 1) == '=') return false;
-    if (code_.blocks.empty() || !code_.blocks.back().construct->holdsDeclarations()) {
+    if (!declarations) {
       return endsOperand(before) && !code_.isIn(Construct::Kind::Resource) &&
              !code_.isIn(CodeToken::CONFIGURATION);
     }
@@ -149,6 +194,11 @@ class CodeWalk {
       begin(i);
       return i + 1;
     }
+    const bool statement = construct.kind == Construct::Kind::Statement;
+    if (statement && code_.isIn(Construct::Kind::Variables) && reachesEndVar(i)) return i + 1;
+    // Within a statement variables are declared by mistake.
+    const bool section = construct.kind == Construct::Kind::Variables;
+    if (section && code_.isIn(Construct::Kind::Statement) && !reachesEndVar(i)) return i + 1;
     const auto isOuter = [&](const CodeBlock& block) {
       const Construct::Kind kind = block.construct->kind;
       switch (construct.kind) {
@@ -166,7 +216,6 @@ class CodeWalk {
       return true;
     };
     while (!blocks.empty() && !isOuter(blocks.back())) blocks.pop_back();
-    const bool statement = construct.kind == Construct::Kind::Statement;
     blocks.push_back({&construct, i, construct.headerEnd != 0});
     if (statement && construct.headerEnd != 0) {
       begin(i);
@@ -246,6 +295,7 @@ class CodeWalk {
   }
 
   OpenCode code_;
+  int behind_ = 0;  // the first token behind the place that outlines blocks; 0 for none
 };
 
 }  // namespace

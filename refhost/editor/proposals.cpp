@@ -115,7 +115,7 @@ bool Proposals::suits(std::string_view name) const {
 
 Proposal& Proposals::add(Proposal proposal, Rank rank, Fit fit) {
   constexpr int kStep = 10;
-  const bool choice = expected_.type.known() && rank != Rank::First;
+  const bool choice = expected_.type.type != nullptr && rank != Rank::First;
   proposal.rank = static_cast<int>(rank) + (choice ? kStep * static_cast<int>(fit) : 0);
   return proposals_.emplace_back(std::move(proposal));
 }
@@ -127,7 +127,8 @@ void Proposals::addWord(std::string_view word, Rank rank, Fit fit) {
   const bool end = word.substr(0, 4) == "END_";
   proposal.topic = std::string(end ? word.substr(4) : word);
   const Construct* const closed = end ? constructNamed(word.substr(4)) : nullptr;
-  const bool statement = closed != nullptr && closed->kind == Construct::Kind::Statement;
+  const bool block = closed != nullptr && closed->kind == Construct::Kind::Statement;
+  const bool statement = block || (beginsStatement(word) && constructNamed(word) == nullptr);
   if (statement && !names_.context().isBefore(";")) proposal.text = proposal.label + ';';
   add(std::move(proposal), rank, fit);
 }
@@ -186,7 +187,7 @@ void Proposals::addVariable(const NamedPart& part, Rank rank) {
     proposal.detail = inOneLine(part.lexical->type);
     if (part.lexical->constant) proposal.kind = Proposal::Kind::Constant;
   }
-  const bool choice = expected_.type.known();
+  const bool choice = expected_.type.type != nullptr;
   add(std::move(proposal), rank,
       choice ? fits(names_.typeOf(part), expected_.type) : Fit::Possible);
 }

@@ -153,7 +153,7 @@ Wanted wantedAt(const NamesAt& names) {
 }
 
 Fit fits(const PlaceType& type, const PlaceType& expected) {
-  if (!type.known() || !expected.known()) return Fit::Possible;
+  if (type.type == nullptr || expected.type == nullptr) return Fit::Possible;
   // A part of it may fit.
   if (!type.around.empty() || isComposite(type.type)) {
     const bool same = type.around == expected.around && type.type == expected.type;

@@ -77,6 +77,7 @@ class CompletionOfCutNames : public testing::Test {
 TEST_F(CompletionOfCutNames, ProposesThem) {
   constexpr std::size_t kEach = 6;  // of so many names
   constexpr std::string_view kMarks[] = {";", ")", ",", ":=", "THEN", "DO", "OF", "UNTIL"};
+  constexpr const char* kHalves[] = {"t.", "IF a", "FOR i := 1", "REPEAT", "x := a +", "x := 'a"};
   std::mt19937_64 random(15);
   for (const std::vector<SourceText>& sources : programs()) {
     queried_.analyse(sources);
@@ -97,6 +98,17 @@ TEST_F(CompletionOfCutNames, ProposesThem) {
         if (here && (mark || word.substr(0, 4) == "END_")) marks.push_back(token.span);
       }
       if (marks.empty()) continue;
+      // Half of a statement in the line above.
+      const std::size_t line = text.rfind('\n', name.name.begin);
+      if (line != std::string::npos && line > name.unit.begin && text[line - 1] == ';') {
+        std::vector<SourceText> more = sources;
+        const std::string piece = std::string("\n") + kHalves[random() % std::size(kHalves)];
+        more[name.file].text.insert(line, piece);
+        CutName moved = name;
+        moved.name.begin += static_cast<std::uint32_t>(piece.size());
+        moved.name.end += static_cast<std::uint32_t>(piece.size());
+        ask(more, moved, {{moved.name.begin + 1, moved.name.end}});
+      }
       const Span lost = marks[random() % marks.size()];
       ask(sources, name,
           lost.begin < rest.begin ? std::vector{rest, lost} : std::vector{lost, rest});
@@ -117,7 +129,8 @@ const Row kRows[] = {
     {"|", "PROGRAM TYPE FUNCTION_BLOCK VAR_GLOBAL TEST SETUP", "IF total Main"},
     {"PROGRAM |", "", "IF total PROGRAM"},
     {"FUNCTION F : | VAR", "INT Color Pt ARRAY STRING", "Pump TON total IF"},
-    {"PROGRAM X | ", "VAR VAR_INPUT IF total Twice END_PROGRAM RETURN", "EXIT ELSE TYPE n k"},
+    {"PROGRAM X | ", "VAR VAR_INPUT IF total Twice END_PROGRAM RETURN=RETURN;",
+     "EXIT ELSE TYPE n k"},
     {"PROGRAM X VAR |", "CONSTANT RETAIN END_VAR", "total IF INT"},
     {"PROGRAM X VAR x |", "AT", "INT total"},
     {"PROGRAM X VAR x AT |", "", "INT total"},
@@ -163,6 +176,7 @@ const Row kRows[] = {
     {"PROGRAM X total := Color.|", "Red Blue", "total"},
     {"PROGRAM X VAR p : Pump; END_VAR p(|", "run: sum: flow> EN: ENO>", ""},
     {"PROGRAM X VAR p : Pump; END_VAR p(run := TRUE, |", "sum: flow>", "run:"},
+    {"PROGRAM X VAR p : Pump; END_VAR p(|, sum := total);", "run: flow>", "sum:"},
     {"PROGRAM X VAR p : Pump; END_VAR p(NOT |", "flow>", "run:"},
     {"PROGRAM X VAR p : Pump; END_VAR p(flow => |", "total", "size Twice"},
     {"PROGRAM X VAR t : TON; END_VAR t(IN := TRUE, |", "PT: Q> ET>", "IN:"},
@@ -216,6 +230,57 @@ TEST(Completion, ProposesWhatCanStand) {
     std::istringstream labels(row.labels), absent(row.absent);
     for (std::string label; labels >> label;) EXPECT_TRUE(has(label)) << label;
     for (std::string label; absent >> label;) EXPECT_FALSE(has(label)) << label;
+  }
+}
+
+TEST(SignatureHelp, KnowsTheCallAndTheParameter) {
+  const struct {
+    const char* code;    // as above
+    const char* label;   // empty for no call
+    const char* active;  // the parameter; empty for none
+  } rows[] = {
+      {"PROGRAM X total := Twice(|", "Twice(n : INT, more => BOOL) : INT", "n : INT"},
+      {"PROGRAM X total := Twice(n := |", "Twice(n : INT, more => BOOL) : INT", "n : INT"},
+      {"PROGRAM X total := Twice(1, more => |);", "Twice(n : INT, more => BOOL) : INT",
+       "more => BOOL"},
+      {"PROGRAM X total := Twice(1, |", "Twice(n : INT, more => BOOL) : INT", "more => BOOL"},
+      {"PROGRAM X total := Twice(none := |", "Twice(n : INT, more => BOOL) : INT", ""},
+      {"PROGRAM X total := LIMIT(0, Twice(2), |", "LIMIT(MN, IN, MX)", "MX"},
+      {"PROGRAM X total := LIMIT(0, (total + |) * 2", "LIMIT(MN, IN, MX)", "IN"},
+      {"PROGRAM X VAR a : Pts; END_VAR a[ABS(1) + |].x := 1;", "", ""},
+      {"PROGRAM X total := LIMIT(0, ABS(|", "ABS(IN)", "IN"},
+      {"PROGRAM X total := ADD(1, 2, 3, |", "ADD(IN1, IN2, ...)", "IN2"},
+      {"PROGRAM X total := MUX(K := 1, IN3 := |", "MUX(K, IN0, ...)", "IN0"},
+      {"PROGRAM X IF AND(total > 1, |", "AND(IN1, IN2, ...)", "IN2"},
+      {"PROGRAM X IF total > 1 AND (|", "", ""},
+      {"PROGRAM X VAR s : STRING; END_VAR s := CONCAT('a|", "CONCAT(IN1, IN2, ...)", "IN1"},
+      {"PROGRAM X total := REAL_TO_INT(|", "REAL_TO_INT(IN) : INT", "IN"},
+      {"PROGRAM X VAR p : ARRAY[0..1] OF Pump; END_VAR p[total](TRUE, |",
+       "Pump(run : BOOL, flow => INT, sum : INT)", "sum : INT"},
+      {"PROGRAM X VAR t : TON; END_VAR t(Q => total, PT := |\nEND_PROGRAM",
+       "TON(IN : BOOL, PT : TIME, Q => BOOL, ET => TIME)", "PT : TIME"},
+      {"PROGRAM X total := ATAN2(1.0, |", "ATAN2(Y : LREAL, X : LREAL) : LREAL", "X : LREAL"},
+      {"TEST 'x' ASSERT_NEAR(1.0, 2.0, |", "ASSERT_NEAR(a, b, tolerance, text)", "tolerance"},
+      {"CONFIGURATION C TASK t(PRIORITY := |", "t(INTERVAL, SINGLE, PRIORITY)", "PRIORITY"},
+      {"CONFIGURATION C PROGRAM m : Main(|", "Main(start : BOOL)", "start : BOOL"},
+      {"PROGRAM X Twice(1); |", "", ""},
+      {"PROGRAM X // Twice(|", "", ""},
+      {"FUNCTION Twice2 : INT VAR_INPUT a : INT b : REAL; END_VAR END_FUNCTION PROGRAM X total := "
+       "Twice2(1, |",
+       "Twice2(a : INT, b : REAL) : INT", "b : REAL"},
+  };
+  Queried queried;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.code);
+    std::string text = std::string(kAllKinds) + row.code;
+    const std::size_t cursor = text.rfind('|');
+    queried.analyse({{"all.st", text.erase(cursor, 1)}});
+    const auto help =
+        signatureAt(queried.view(), vel::TextLocation(0, static_cast<std::uint32_t>(cursor)));
+    EXPECT_EQ(help ? help->label : "", row.label);
+    if (!help) continue;
+    const Span at = help->active ? help->parameters[*help->active].label : Span{};
+    EXPECT_EQ(help->label.substr(at.begin, at.end - at.begin), row.active);
   }
 }
 

@@ -1,0 +1,109 @@
+// Named arguments that are missing, and the fields of an initial value.
+#include <algorithm>
+
+#include "refhost/editor/completion_parts.h"
+#include "refhost/services/types.h"
+#include "refhost/syntax/word_tables.h"
+
+namespace refhost {
+
+namespace {
+
+using ArgumentToken = grammar::Parser::token;
+
+// The names of the arguments between the brackets around the cursor, on both sides of it.
+std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBracket& bracket) {
+  const CursorContext& context = names.context();
+  const std::uint32_t begin = context.code.tokens[bracket.token].span.end;
+  std::vector<std::string_view> given;
+  std::string_view last;
+  int depth = 0;
+  for (const SourceToken& token : names.tokens()) {
+    const bool here = token.span.begin >= context.word.begin && token.span.end <= context.word.end;
+    if (token.span.begin < begin || token.token == 0 || here) continue;
+    if (isStructural(token.token)) break;
+    if (token.token == '(' || token.token == '[') ++depth;
+    if ((token.token == ')' || token.token == ']') && --depth < 0) break;
+    const bool assigns =
+        token.token == ArgumentToken::ASSIGN || token.token == ArgumentToken::ARROW;
+    if (depth == 0 && assigns && !last.empty()) given.push_back(last);
+    last = context.code.text.substr(token.span.begin, token.span.end - token.span.begin);
+    const bool name =
+        token.kind == SourceToken::Kind::Name || token.kind == SourceToken::Kind::Keyword;
+    if (!name) last = {};
+  }
+  return given;
+}
+
+class ArgumentList {
+ public:
+  ArgumentList(const NamesAt& names, const CodeBracket& bracket, Proposals& proposals)
+      : given_(givenArguments(names, bracket)), proposals_(proposals) {}
+
+  bool namesAny() const { return !given_.empty(); }
+  bool isGiven(std::string_view name) const {
+    return std::any_of(given_.begin(), given_.end(),
+                       [name](std::string_view other) { return equalIgnoringCase(name, other); });
+  }
+  void add(std::string_view name, const std::string& type, bool output, Rank rank,
+           SymbolId id = kNoSymbol) {
+    if (isGiven(name) || !proposals_.suits(name)) return;
+    Proposal proposal;
+    proposal.kind = Proposal::Kind::Argument;
+    proposal.label = std::string(name) + (output ? " =>" : " :=");
+    proposal.text = proposal.label + ' ';
+    proposal.detail = type;
+    proposal.id = id;
+    proposals_.add(std::move(proposal), rank, Fit::Exact);
+  }
+
+ private:
+  std::vector<std::string_view> given_;
+  Proposals& proposals_;
+};
+
+}  // namespace
+
+void CompletionParts::addArguments() const {
+  if (context_.code.brackets.empty()) return;
+  const OpenCode& code = context_.code;
+  const CodeBracket& bracket = code.brackets.back();
+  const std::size_t end = code.tokens.size();
+  const bool negated =
+      bracket.argument + 1 == end && code.tokens[bracket.argument].token == ArgumentToken::NOT;
+  // In front of a value a ',' or a value may be missing.
+  const bool assigned = context_.isBeforeAssignment();
+  if (bracket.argument != end && !negated && !assigned) return;
+  ArgumentList list(names_, bracket, proposals_);
+  if (proposals_.expected().fieldsOf.known()) {
+    for (const NamedPart& part : names_.membersOf(proposals_.expected().fieldsOf)) {
+      const vel::SymbolDataType* const type = names_.typeOf(part).type;
+      list.add(part.name, type != nullptr ? displayName(type) : "", false, Rank::First, part.id);
+    }
+    return;
+  }
+  if (bracket.token == 0 || context_.call() != &bracket) return;
+  const std::size_t last = bracket.token - 1;
+  const auto callee = calleeAt(names_, context_.accessBegin(last), last);
+  if (!callee || !callee->takesNames) return;
+  // Functions are mostly called without the names.
+  const bool instance =
+      callee->kind == CalleeAt::Kind::Instance || callee->kind == CalleeAt::Kind::Task;
+  const bool named = list.namesAny() || assigned;
+  const Rank rank = instance || named ? Rank::First : Rank::Standard;
+  const bool inputs = !negated && (named || bracket.commas == 0);
+  for (const CalleeParameter& parameter : callee->parameters) {
+    const bool output = parameter.passing == CalleeParameter::Passing::Out;
+    if (output || inputs) list.add(parameter.name, parameter.type, output, rank, parameter.id);
+  }
+  if (callee->extensible && named) {
+    std::size_t next = callee->parameters.size();
+    while (list.isGiven(callee->parameterName(next))) ++next;
+    list.add(callee->parameterName(next), "", false, rank);
+  }
+  if (!callee->takesEnable) return;
+  if (inputs) list.add("EN", "BOOL", false, Rank::Word);
+  list.add("ENO", "BOOL", true, Rank::Word);
+}
+
+}  // namespace refhost
