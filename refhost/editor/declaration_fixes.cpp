@@ -143,8 +143,12 @@ class MissingDeclaration {
     if (oneLine) return inserted(end, " VAR " + declaration + " END_VAR");
     const std::string lineBreak(lineBreakAt(text_, end));
     const std::string outer(indentationAt(text_, unit_->pos().offset()));
-    const std::string lines = outer + "VAR" + lineBreak + outer + "  " + declaration + lineBreak +
-                              outer + std::string(kSectionEnd);
+    // As far as the statements, if these are indented.
+    const std::string_view body = indentationAt(text_, statement);
+    const bool indented = beginsLine(text_, statement) && body.size() > outer.size();
+    const std::string inner = indented ? std::string(body) : outer + "  ";
+    const std::string lines = outer + "VAR" + lineBreak + inner + declaration + lineBreak + outer +
+                              std::string(kSectionEnd);
     Insertion insertion = lineInsertion(text_, lines, end, statement);
     return inserted(insertion.offset, std::move(insertion.text));
   }

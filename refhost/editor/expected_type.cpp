@@ -7,6 +7,7 @@
 #include "refhost/semantics/arithmetic.h"
 #include "refhost/semantics/bindings.h"
 #include "refhost/services/standard_functions.h"
+#include "refhost/services/test_functions.h"
 
 namespace refhost {
 
@@ -113,6 +114,7 @@ class Surroundings {
     const ASTNode& list = *call.parameters();
     int index = 0;
     while (index < list.leavesCount() && list.leaf(index) != &argument) ++index;
+    if (call.testFunction() != nullptr) return testedType(*call.testFunction(), list, index);
     if (const Type* const type = operandType(services_, call, index)) return type;
     const StandardFunction* const standard = call.standard();
     if (call.op() != nullptr && !call.traits()->chooses()) {
@@ -132,6 +134,14 @@ class Surroundings {
     }
     passes = standard == nullptr || standard->kind == StandardFunction::Kind::Operation;
     return nullptr;
+  }
+
+  const Type* testedType(const TestFunction& function, const ASTNode& list, int index) const {
+    if (index >= function.operands()) return elementary(BasicDataType::String);
+    if (function.kind == TestFunction::Kind::Condition) return elementary(BasicDataType::Bool);
+    if (function.kind == TestFunction::Kind::Advance) return elementary(BasicDataType::Time);
+    const int other = index == 0 ? 1 : 0;
+    return other < list.leavesCount() ? typeHolding(services_, *list.leaf(other)) : nullptr;
   }
 
   const Type* declaredType(const VarDecl& declaration) const {

@@ -164,6 +164,12 @@ TEST_F(Fixes, DeclareWhatIsUnknown) {
        "r : INT; END_VAR\r\nblock(on := TRUE);\r\nr := 1;\r\nEND_PROGRAM\r\n",
        "4: \nVAR\n  more : INT;\nEND_VAR; 7: \nVAR\n  x : INT;\nEND_VAR; 10:  VAR z : INT; "
        "END_VAR; 15:       timer2 : TIME;\n; 19: \r\nVAR\r\n  block : B;\r\nEND_VAR"},
+      {"TEST 'one'\n\tADVANCE_TIME(interval); ASSERT_TRUE(good);\nEND_TEST TEST 'two' VAR l : "
+       "LREAL; "
+       "END_VAR "
+       "l := 1.0; ASSERT_EQ(l, wanted); ASSERT_NEAR(near, l, eps, note1); END_TEST\n",
+       "1: \nVAR\n\tinterval : TIME;\nEND_VAR; 1: \nVAR\n\tgood : BOOL;\nEND_VAR; 3: wanted : "
+       "LREAL; ; 3: near : LREAL; ; 3: note1 : STRING; "},
   };
   for (const auto& [text, expected] : rows) expectFixes(text, expected);
 }
