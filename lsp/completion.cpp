@@ -73,18 +73,22 @@ Json completion(const Analysed& analysed, const Json& params) {
                                            analysed.takesSnippets());
   // A bracket or a comma brings the names of arguments and nothing else, so that the list does not
   // stand in the way of those who do without.
-  const std::string trigger = params.value(Json::json_pointer("/context/triggerCharacter"), "");
+  const Json trigger = params.value(Json::json_pointer("/context/triggerCharacter"), Json());
   const bool namesOnly = trigger == "(" || trigger == ",";
   const std::string uri = params.at("textDocument").at("uri");
   const Json range = analysed.range(found.replaced);
   Json items = Json::array();
   for (const refhost::Proposal& proposal : found.proposals) {
     if (namesOnly && proposal.kind != refhost::Proposal::Kind::Argument) continue;
+    // Arguments stay in the order of their declarations.
+    const bool argument = proposal.kind == refhost::Proposal::Kind::Argument;
+    const std::string sortText = argument ? fmt::format("{:02}{:03}", proposal.rank, items.size())
+                                          : fmt::format("{:02}{}", proposal.rank, proposal.label);
     Json& item = items.emplace_back();
     item = {
         {"label", proposal.label},
         {"kind", kindNumber(proposal.kind)},
-        {"sortText", fmt::format("{:02}{}", proposal.rank, proposal.label)},
+        {"sortText", sortText},
         {"textEdit",
          {{"range", range}, {"newText", proposal.text.empty() ? proposal.label : proposal.text}}}};
     if (!proposal.detail.empty()) item["detail"] = proposal.detail;

@@ -5,6 +5,7 @@
 #include "core/op_manager_api.h"
 #include "core/operator.h"
 #include "hostkit/operator_traits.h"
+#include "refhost/editor/outline.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/services/derived_types.h"
 #include "refhost/services/standard_functions.h"
@@ -231,7 +232,23 @@ void CompletionParts::addTypes() const {
   if (!result) proposals_.addWord("STRUCT");
 }
 
-void CompletionParts::addGlobals() const { addOfKind(SymbolKind::Global); }
+// Each with its type, as a declaration.
+void CompletionParts::addGlobals() const {
+  for (const SymbolId id : names_.symbols().partsOf(kNoSymbol)) {
+    const SymbolInfo& symbol = names_.symbols()[id];
+    if (symbol.kind != SymbolKind::Global || !proposals_.suits(symbol.name)) continue;
+    Proposal proposal;
+    proposal.kind = proposalKind(symbol);
+    proposal.label = symbol.name;
+    proposal.detail = typeText(symbol);
+    proposal.id = id;
+    const bool alone = !context_.isBefore(":") && !context_.isBefore(",");
+    if (alone && !proposal.detail.empty()) {
+      proposal.text = proposal.label + " : " + proposal.detail + ';';
+    }
+    proposals_.add(std::move(proposal), Rank::First);
+  }
+}
 
 void CompletionParts::addOfKind(SymbolKind kind) const {
   for (SymbolId id = 0; id < names_.symbols().count(); ++id) {

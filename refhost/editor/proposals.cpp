@@ -32,6 +32,9 @@ constexpr BlockBody kBodies[] = {
     {"RESOURCE", " ${1:Name} ON ${2:Processor}\n\t$0\n"},
     {"TEST", " '${1:name}'\n\t$0\n"},
 };
+// More of them nobody reads; further letters bring those that are left out.
+constexpr std::size_t kMost = 1000;
+
 constexpr std::string_view kPlainBody = "\n\t$0\n";
 
 std::string escaped(std::string_view text) {
@@ -213,6 +216,10 @@ Completion Proposals::take(std::uint32_t file) {
                    [](const Proposal& a, const Proposal& b) { return a.rank < b.rank; });
   std::set<std::pair<std::string, std::string>> known;
   for (Proposal& proposal : proposals_) {
+    if (completion.proposals.size() == kMost) {
+      completion.incomplete = true;
+      break;
+    }
     if (!known.emplace(proposal.label, proposal.text).second) continue;
     completion.proposals.push_back(std::move(proposal));
   }

@@ -32,6 +32,9 @@ class Questions {
     if (offset % 4 != 0) return;
     const Completion completion = completionAt(view_, place, offset % 8 == 0);
     check(completion.replaced);
+    const std::uint32_t begin = completion.replaced.begin.offset();
+    ASSERT_LE(begin, offset);
+    ASSERT_LE(offset, begin + completion.replaced.length);
     for (const Proposal& proposal : completion.proposals) ASSERT_FALSE(proposal.label.empty());
     if (const auto help = signatureAt(view_, place)) {
       for (const auto& [label, comment] : help->parameters) {
