@@ -30,6 +30,19 @@ bool needsCastToResult(const Call& call) {
   return false;
 }
 
+// True if the call gives a literal of REAL as it is, which is a double in C unless it is rounded.
+bool passesLiteral(const Call& call) {
+  const Call* inner = &call;
+  while (inner->traits() != nullptr && inner->traits()->result == OperatorTraits::Result::Passed) {
+    const vel::ASTNode& operand = *inner->leaf(1)->leaf(0);
+    const Literal* const literal = literalOf(operand);
+    if (literal != nullptr) return isSingle(literal->value.real);
+    if (kindOf(operand) != NodeKind::Invocation) return false;
+    inner = static_cast<const Call*>(&operand);
+  }
+  return false;
+}
+
 using Uses = ExpressionWriter::Uses;
 
 Uses usesOfOperands(const Call& call) {
@@ -89,7 +102,7 @@ std::string CallWriter::typedText(const Call& call) {
   if (call.basicType() != BasicDataType::Real) return text;
   // The runtime's functions compute in LREAL, and so do macros with literals.
   if (file_.services.operators->isFCOperator(call.op()->name)) return "(f32)" + text;
-  return call.traits()->chooses() ? "(f32)(" + text + ")" : text;
+  return call.traits()->chooses() || passesLiteral(call) ? "(f32)(" + text + ")" : text;
 }
 
 std::string CallWriter::operatorCallText(const Call& call) {

@@ -105,8 +105,7 @@ BasicDataType narrowedLiteral(const ASTNode& node, const OperatorTraits& op) {
   const BasicDataType type = typeOf(node);
   const LiteralValue& value = literal->value;
   if (type == BasicDataType::Real && value.form == LiteralForm::Real) {
-    const bool exact = static_cast<double>(static_cast<float>(value.real)) == value.real;
-    return exact ? BasicDataType::None : type;
+    return isSingle(value.real) ? BasicDataType::None : type;
   }
   const bool lowest = numeric && value.form == LiteralForm::Integer && isInteger(type) &&
                       !integerFits(false, value.magnitude, type);

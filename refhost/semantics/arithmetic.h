@@ -42,6 +42,10 @@ BasicDataType typeOf(const ASTNode& value);
 
 // Null when the expression is not a literal.
 const Literal* literalOf(const ASTNode& node);
+// True if a REAL holds the value as it is.
+inline bool isSingle(double value) {
+  return static_cast<double>(static_cast<float>(value)) == value;
+}
 
 // True of untyped numbers, of what is computed of these only, and of a choice among them.
 bool isUntypedNumber(const ASTNode& value);

@@ -266,18 +266,20 @@ TEST(StatementsInC, OfEveryKind) {
        "(SQRT((0.1))); @lr = -((f32)0.1 + (@r * (f32)0.2)); @c = MAX((0), (@c)); @c = "
        "((i16)FC_MUX_INT(2, @i, (i16)0, (i16)@c)); @i = (i16)((i16)(ABS(((i8)(-128)))) + "
        "(ABS((-128)))); @l = LIMIT((@ud), (5u), (@bt));"},
-      {"b := MIN(r, 0.1) = r; b := MOVE(0.1) = r; b := SEL(b, INT_TO_STRING(1), s) = 'x'; lr := "
+      {"b := MIN(r, 0.1) = r; b := MOVE(0.1) = r; r := r / MOVE(0.5); b := SEL(b, "
+       "INT_TO_STRING(1), s) = 'x'; lr := "
        "SEL(b, i + 1, j) ** 2; "
        "MAX(i, j); l := LIMIT(MIN(ul, ud), l, lo); l := lo / ULINT#18446744073709551614; d := "
        "MAX(d, d) + LIMIT(0, i, j); ul := MOVE(16#7FFFFFFF) * ud; bt := bt / bt AND (bt AND 24) "
        "AND 224;",
-       "@b = ((f32)(MIN((@r), ((f32)(0.1))))) == @r; @b = ((((f32)(0.1)))) == @r; @b = "
-       "vel_string_compare(SEL((@b), (INT_TO_STRING((1), _returnString)), (@s)), \"x\") == 0; @lr "
-       "= vel_pow((f64)(SEL((@b), ((i16)(@i + 1)), (@j))), 2); (void)(MAX((@i), (@j))); @l = ({ "
-       "i64 vel_t1 = (i64)(MIN((@ul), (@ud))); LIMIT((vel_t1), (@l), (@lo)); }); @l = "
-       "vel_div_i64(@lo, (i64)18446744073709551614ULL); @d = (i32)((u32)(MAX((@d), (@d))) + "
-       "(u32)(i32)(LIMIT((0), (@i), (@j)))); @ul = (((2147483647u))) * @ud; @bt = "
-       "vel_value_u8((vel_div_u8(@bt, @bt) & (@bt & 24))) & vel_value_u8(224);"},
+       "@b = ((f32)(MIN((@r), ((f32)(0.1))))) == @r; @b = ((((f32)(0.1)))) == @r; @r = @r / "
+       "((f32)(((0.5)))); @b = vel_string_compare(SEL((@b), (INT_TO_STRING((1), _returnString)), "
+       "(@s)), \"x\") == 0; @lr = vel_pow((f64)(SEL((@b), ((i16)(@i + 1)), (@j))), 2); "
+       "(void)(MAX((@i), (@j))); @l = ({ i64 vel_t1 = (i64)(MIN((@ul), (@ud))); LIMIT((vel_t1), "
+       "(@l), (@lo)); }); @l = vel_div_i64(@lo, (i64)18446744073709551614ULL); @d = "
+       "(i32)((u32)(MAX((@d), (@d))) + (u32)(i32)(LIMIT((0), (@i), (@j)))); @ul = "
+       "(((2147483647u))) * @ud; @bt = vel_value_u8((vel_div_u8(@bt, @bt) & (@bt & 24))) & "
+       "vel_value_u8(224);"},
       {"CASE bt OF 0..5, 200..255: ; END_CASE; CASE si OF -128..-1: ; END_CASE; CASE si OF -129: ; "
        "END_CASE; CASE l OF -9223372036854775808: ; END_CASE; CASE bt OF 0, 256: ; END_CASE; CASE "
        "ul OF -1: ; -2..3, -5..-4: ; END_CASE;",
