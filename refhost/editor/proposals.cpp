@@ -118,8 +118,13 @@ bool Proposals::suits(std::string_view name) const {
 
 Proposal& Proposals::add(Proposal proposal, Rank rank, Fit fit) {
   constexpr int kStep = 10;
+  constexpr int kInner = 4 * kStep;
   const bool choice = expected_.type.type != nullptr && rank != Rank::First;
-  proposal.rank = static_cast<int>(rank) + (choice ? kStep * static_cast<int>(fit) : 0);
+  const std::string_view prefix = names_.context().prefix;
+  const bool begins =
+      equalIgnoringCase(std::string_view(proposal.label).substr(0, prefix.size()), prefix);
+  proposal.rank =
+      static_cast<int>(rank) + (choice ? kStep * static_cast<int>(fit) : 0) + (begins ? 0 : kInner);
   return proposals_.emplace_back(std::move(proposal));
 }
 

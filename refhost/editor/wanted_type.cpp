@@ -45,7 +45,8 @@ class TypeSearch {
 
   // The other operand of a comparison.
   PlaceType compared() const {
-    const std::size_t end = code_.tokens.size() - 1;
+    std::size_t end = code_.tokens.size() - 1;
+    if (end > code_.statement && equalIgnoringCase(code_.textOf(end - 1), "REF")) --end;
     return end > code_.statement ? typeBefore(end) : PlaceType{};
   }
 
@@ -87,6 +88,7 @@ class TypeSearch {
         first == TypeToken::UNTIL) {
       return elementary(BasicDataType::Bool);
     }
+    if (code_.kindBefore() == TypeToken::FOR) return elementary(BasicDataType::LInt);
     int depth = 0;
     for (std::size_t i = begin; i < code_.tokens.size(); ++i) {
       const int token = code_.tokens[i].token;
@@ -157,7 +159,7 @@ Fit fits(const PlaceType& type, const PlaceType& expected) {
   // A part of it may fit.
   if (!type.around.empty() || isComposite(type.type)) {
     const bool same = type.around == expected.around && type.type == expected.type;
-    return same ? Fit::Exact : Fit::Possible;
+    return same ? Fit::Exact : Fit::Within;
   }
   if (!expected.around.empty()) return Fit::No;
   if (sameType(*type.type, *expected.type)) return Fit::Exact;

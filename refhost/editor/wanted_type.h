@@ -12,10 +12,11 @@ struct Wanted {
 
 Wanted wantedAt(const NamesAt& names);
 
-enum class Fit : std::uint8_t { Exact, Possible, No };
+enum class Fit : std::uint8_t { Exact, Possible, Within, No };
 
 // Whether a value of the one type can be used as it is where the other one is expected. Possible
-// stands for a conversion without loss, and for types that are not known.
+// stands for a conversion without loss, and for types that are not known; Within for a type that
+// has parts.
 Fit fits(const PlaceType& type, const PlaceType& expected);
 
 }  // namespace refhost

@@ -1,5 +1,6 @@
 #include "refhost/editor/completion.h"
 
+#include <cstring>
 #include <random>
 #include <sstream>
 
@@ -230,6 +231,38 @@ TEST(Completion, ProposesWhatCanStand) {
     std::istringstream labels(row.labels), absent(row.absent);
     for (std::string label; labels >> label;) EXPECT_TRUE(has(label)) << label;
     for (std::string label; absent >> label;) EXPECT_FALSE(has(label)) << label;
+  }
+}
+
+TEST(Completion, PutsFirstWhatFits) {
+  const struct {
+    const char* code;   // as above
+    const char* first;  // the labels with which the list begins
+  } rows[] = {
+      {"PROGRAM X VAR a : REAL; b, c : BOOL; d : Color; e : INT; END_VAR a := |", "a e size "},
+      {"PROGRAM X VAR a : REAL; b, c : BOOL; d : Color; e : INT; END_VAR IF |", "b c "},
+      {"PROGRAM X VAR a : REAL; b, c : BOOL; d : Color; e : INT; END_VAR IF d = |",
+       "Red Green Blue d "},
+      {"PROGRAM X VAR a : REAL; r : REFERENCE TO REAL; END_VAR r REF= |", "a r "},
+      {"PROGRAM X VAR a : ARRAY[0..1] OF Pt; e : INT; f : REAL; END_VAR f := a[|", "e size "},
+      {"PROGRAM X VAR a : Pump; e : BOOL; END_VAR a(|", "run := flow => sum := e "},
+      {"PROGRAM X VAR a : Pump; e : BOOL; f : INT; END_VAR a(sum := |", "f "},
+      {"PROGRAM X VAR yes, anno, no : BOOL; END_VAR yes := NO|", "no NOT anno "},
+      {"TEST 'x' VAR e : BOOL; f : INT; END_VAR ASSERT_EQ(f, |", "f "},
+  };
+  Queried queried;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.code);
+    std::string text = std::string(kAllKinds) + row.code;
+    const std::size_t cursor = text.rfind('|');
+    queried.analyse({{"all.st", text.erase(cursor, 1)}});
+    const auto list = completionAt(queried.view(),
+                                   vel::TextLocation(0, static_cast<std::uint32_t>(cursor)), true);
+    std::string labels;
+    for (const Proposal& proposal : list.proposals) {
+      if (labels.size() < std::strlen(row.first)) labels += proposal.label + ' ';
+    }
+    EXPECT_EQ(labels, row.first);
   }
 }
 
