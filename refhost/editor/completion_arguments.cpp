@@ -38,7 +38,7 @@ std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBra
 class ArgumentList {
  public:
   ArgumentList(const NamesAt& names, const CodeBracket& bracket, Proposals& proposals)
-      : given_(givenArguments(names, bracket)), proposals_(proposals) {}
+      : given_(givenArguments(names, bracket)), context_(names.context()), proposals_(proposals) {}
 
   bool namesAny() const { return !given_.empty(); }
   bool isGiven(std::string_view name) const {
@@ -48,10 +48,12 @@ class ArgumentList {
   void add(std::string_view name, const std::string& type, bool output, Rank rank,
            SymbolId id = kNoSymbol) {
     if (isGiven(name) || !proposals_.suits(name)) return;
+    // A sign that follows stays, so that the name must be one that takes it.
+    if (context_.assigned && context_.outputs != output) return;
     Proposal proposal;
     proposal.kind = Proposal::Kind::Argument;
     proposal.label = std::string(name) + (output ? " =>" : " :=");
-    proposal.text = proposal.label + ' ';
+    proposal.text = context_.assigned ? std::string(name) : proposal.label + ' ';
     proposal.detail = type;
     proposal.id = id;
     proposals_.add(std::move(proposal), rank, Fit::Exact);
@@ -59,6 +61,7 @@ class ArgumentList {
 
  private:
   std::vector<std::string_view> given_;
+  const CursorContext& context_;
   Proposals& proposals_;
 };
 
@@ -72,7 +75,7 @@ void CompletionParts::addArguments() const {
   const bool negated =
       bracket.argument + 1 == end && code.tokens[bracket.argument].token == ArgumentToken::NOT;
   // In front of a value a ',' or a value may be missing.
-  const bool assigned = context_.isBeforeAssignment();
+  const bool assigned = context_.assigned;
   if (bracket.argument != end && !negated && !assigned) return;
   ArgumentList list(names_, bracket, proposals_);
   if (proposals_.expected().fieldsOf.known()) {

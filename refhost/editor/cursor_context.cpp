@@ -22,8 +22,7 @@ class PlaceFinder {
     const bool hidden = takeWord();
     if (hidden && context_.place == CursorPlace::Nothing) return std::move(context_);
     context_.prefix = text_.substr(context_.word.begin, offset_ - context_.word.begin);
-    const std::size_t next = text_.find_first_not_of(" \t", context_.word.end);
-    if (next < text_.size()) context_.behind = text_.substr(next, 2);
+    findBehind();
     if (hidden) return std::move(context_);
     context_.code = openCodeAt(text_, tokens_, context_.word.begin);
     const std::vector<SourceToken>& before = context_.code.tokens;
@@ -46,6 +45,20 @@ class PlaceFinder {
   }
   bool isWord(std::size_t token, std::string_view word) const {
     return token < code().tokens.size() && hostkit::equalIgnoringCase(code().textOf(token), word);
+  }
+
+  void findBehind() {
+    const auto next =
+        std::find_if(tokens_.begin(), tokens_.end(), [this](const SourceToken& token) {
+          return token.span.begin >= context_.word.end && token.kind != SourceToken::Kind::Comment;
+        });
+    if (next == tokens_.end()) return;
+    context_.assigned = next->token == CursorToken::ASSIGN || next->token == CursorToken::ARROW;
+    context_.outputs = next->token == CursorToken::ARROW;
+    const std::string_view gap =
+        text_.substr(context_.word.end, next->span.begin - context_.word.end);
+    if (gap.find_first_of("\r\n") != std::string_view::npos) return;
+    context_.behind = text_.substr(next->span.begin, 2);
   }
 
   // True if the cursor stands in a token in which no name is.

@@ -43,11 +43,7 @@ struct CursorContext {
   bool beginsArgument() const {
     return !code.brackets.empty() && code.brackets.back().argument == code.tokens.size();
   }
-  bool isBefore(std::string_view mark) const {
-    return behind.substr(0, mark.size()) == mark && behind != "(*";
-  }
-  // True if the word is given a value.
-  bool isBeforeAssignment() const { return isBefore(":=") || isBefore("=>"); }
+  bool isBefore(std::string_view mark) const { return behind.substr(0, mark.size()) == mark; }
   // The block of variables around the place; 0 for none.
   int section() const {
     const bool within = code.isIn(Construct::Kind::Variables);
@@ -64,6 +60,8 @@ struct CursorContext {
   bool initial = false;       // an operand in an initial value
   // The names in the labels of the CASE around the place, if it may be a label.
   std::vector<std::string_view> labels;
+  bool assigned = false;    // a ':=' or '=>' follows the word, be it in another line
+  bool outputs = false;     // a '=>'
   std::string_view behind;  // up to two characters behind the word and blanks
 };
 

@@ -178,6 +178,11 @@ const Row kRows[] = {
     {"PROGRAM X VAR p : Pump; END_VAR p(|", "run: sum: flow> EN: ENO>", ""},
     {"PROGRAM X VAR p : Pump; END_VAR p(run := TRUE, |", "sum: flow>", "run:"},
     {"PROGRAM X VAR p : Pump; END_VAR p(|, sum := total);", "run: flow>", "sum:"},
+    {"PROGRAM X VAR p : Pump; END_VAR p(r| := TRUE, flow=>total);", "run:=run", "sum: flow>"},
+    {"PROGRAM X VAR p : Pump; END_VAR p(f|x\n=>total);", "flow>=flow", "run: EN:"},
+    {"PROGRAM X total := MAX(IN1 := 1, I|N3 (* c *) := 2);", "IN2:=IN2", ""},
+    {"PROGRAM X VAR x : Pt := (x| := 2);", "x:=x", ""},
+    {"CONFIGURATION C TASK t(INT| := T#1s)", "INTERVAL:=INTERVAL", ""},
     {"PROGRAM X VAR p : Pump; END_VAR p(NOT |", "flow>", "run:"},
     {"PROGRAM X VAR p : Pump; END_VAR p(flow => |", "total", "size Twice"},
     {"PROGRAM X VAR t : TON; END_VAR t(IN := TRUE, |", "PT: Q> ET>", "IN:"},
@@ -218,7 +223,7 @@ TEST(Completion, ProposesWhatCanStand) {
                                    vel::TextLocation(0, static_cast<std::uint32_t>(cursor)), false);
     const auto has = [&](std::string label) {
       std::string inserted;
-      if (const std::size_t mark = label.find('='); mark != std::string::npos) {
+      if (const std::size_t mark = label.find('=', 1); mark != std::string::npos) {
         inserted = label.substr(mark + 1);
         label.resize(mark);
       }
