@@ -159,78 +159,11 @@ class MissingDeclaration {
   const Unit* unit_;
 };
 
-// The range without its line break if nothing else but a comment stands in its lines, else without
-// the blanks behind it.
-SourceRange removable(std::string_view text, std::uint32_t file, std::uint32_t begin,
-                      std::uint32_t end) {
-  const auto lineEnd =
-      static_cast<std::uint32_t>(std::min(text.find('\n', end), text.size() - 1)) + 1;
-  std::string_view rest = text.substr(end, lineEnd - end);
-  rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
-  const bool blank = rest.find_first_not_of("\r\n") == rest.npos;
-  const std::size_t closed = rest.find("*)");
-  const bool comment =
-      rest.substr(0, 2) == "//" ||
-      (rest.substr(0, 2) == "(*" && rest.find("(*", 2) == rest.npos && closed != rest.npos &&
-       rest.find_first_not_of(" \t\r\n", closed + 2) == rest.npos);
-  if (beginsLine(text, begin) && (blank || comment)) {
-    begin -= static_cast<std::uint32_t>(indentationAt(text, begin).size());
-    end = lineEnd;
-  } else {
-    end = static_cast<std::uint32_t>(std::min(text.find_first_not_of(kBlanks, end), text.size()));
-  }
-  return {vel::TextLocation(file, begin), end - begin};
-}
-
-// A word without effect, with the blanks behind it.
-void removeQualifier(const AnalysedProgram& program, const Diagnostic& message,
-                     std::vector<Fix>& fixes) {
-  const std::string_view text = program.sources.text(message.range.begin.file());
-  const std::uint32_t begin = message.range.begin.offset();
-  const std::string word(text.substr(begin, message.range.length));
-  const std::vector<std::string_view> said = argumentsIn(message::kNotRetained, message.text);
-  if (said.empty() || !equalIgnoringCase(said[0], word)) return;
-  const std::size_t end =
-      std::min(text.find_first_not_of(kBlanks, begin + word.size()), text.size());
-  const SourceRange range{message.range.begin, static_cast<std::uint32_t>(end) - begin};
-  fixes.push_back({"Remove '" + word + "'", {{range, ""}}});
-}
-
 }  // namespace
 
 void addDeclarations(const AnalysedProgram& program, const Diagnostic& message,
                      std::vector<Fix>& fixes) {
   if (message.code == message::kUnknownName.code) MissingDeclaration(program, message).addTo(fixes);
-}
-
-void addRemovals(const AnalysedProgram& program, const Diagnostic& message,
-                 std::vector<Fix>& fixes) {
-  if (message.code == message::kNotRetained.code) return removeQualifier(program, message, fixes);
-  const bool unused =
-      message.code == message::kNeverUsed.code || message.code == message::kUnusedInProgram.code;
-  const ASTNode* const name = unused ? nodeWith(program.tree, message.range) : nullptr;
-  const ASTNode* const declaration = name != nullptr ? name->parent() : nullptr;
-  if (declaration == nullptr || kindOf(*declaration) != NodeKind::VarDecl) return;
-  const std::uint32_t file = message.range.begin.file();
-  const std::string_view text = program.sources.text(file);
-  const std::string title = "Remove '" + std::string(TreeBuilder::source(*name)) + "'";
-  int index = VarDecl::kFirstName;
-  while (declaration->leaf(index) != name) ++index;
-  std::uint32_t begin = name->pos().offset();
-  std::uint32_t end = endOffsetOf(*name);
-  if (index > VarDecl::kFirstName) {
-    begin = endOffsetOf(*declaration->leaf(index - 1));
-  } else if (index + 1 < declaration->leavesCount()) {
-    end = declaration->leaf(index + 1)->pos().offset();
-  } else {
-    const std::size_t mark = text.find_first_not_of(" \t\r\n", endOffsetOf(*declaration));
-    if (mark == text.npos || text[mark] != ';') return;
-    const SourceRange whole =
-        removable(text, file, declaration->pos().offset(), static_cast<std::uint32_t>(mark) + 1);
-    fixes.push_back({title, {{whole, ""}}});
-    return;
-  }
-  fixes.push_back({title, {{{vel::TextLocation(file, begin), end - begin}, ""}}});
 }
 
 }  // namespace refhost

@@ -1,4 +1,4 @@
-// Declarations of variables that are missing, or that nobody needs.
+// Declarations of variables that are missing.
 #pragma once
 
 #include <vector>
@@ -11,9 +11,5 @@ namespace refhost {
 // Adds the declaration of a name that is declared nowhere, if the surroundings tell its type.
 void addDeclarations(const AnalysedProgram& program, const Diagnostic& message,
                      std::vector<Fix>& fixes);
-
-// Adds the removal of a variable that is never used, and of a word that has no effect on one.
-void addRemovals(const AnalysedProgram& program, const Diagnostic& message,
-                 std::vector<Fix>& fixes);
 
 }  // namespace refhost

@@ -97,7 +97,10 @@ void TokenStream::correctCloser(Token& token) {
   if (due.opener == TokenKind::REPEAT && !blocks_.top().hasUntil) return;
   if (!isStray(construct) || isStray(&due)) return;
   Remarks* const said = errors_.unexpected(token.span, due.closerName);
-  if (said != nullptr) noteOpener(*said);
+  if (said != nullptr) {
+    noteOpener(*said);
+    said->fix(errors_.rangeOf(token.span), std::string(due.closerName));
+  }
   token.kind = due.closer;
 }
 
@@ -234,7 +237,10 @@ int TokenStream::closeTop(const Token& token) {
   if (!blocks_.top().doubtful) {
     Remarks* const said = errors_.unexpected(token.span, construct.closerName);
     if (said != nullptr) noteOpener(*said);
-    if (said != nullptr) {
+    const bool wrong = closesUnit(token.kind) && construct.kind == Construct::Kind::Unit;
+    if (said != nullptr && wrong) {
+      said->fix(errors_.rangeOf(token.span), std::string(construct.closerName));
+    } else if (said != nullptr) {
       errors_.insert(*said, construct.closerName,
                      closerInsertion(queue_.textFrom(0), construct, blocks_.top().opener,
                                      endBefore(token.span), token.span.begin));
@@ -277,17 +283,31 @@ bool TokenStream::isHeaderOpen(int end) {
   return queue_.ahead(distance).kind != end;
 }
 
+// True if a label of a CASE seems to begin with the number delivered last.
+bool TokenStream::beginsLabel(Span found) {
+  const int next = queue_.ahead().kind;
+  if (next == ':') return true;
+  return (next == ',' || next == TokenKind::RANGE) && !isInLineOfLast(found);
+}
+
+// True if `found`, the token delivered last, stands in the line in which the one before it ends.
+bool TokenStream::isInLineOfLast(Span found) const {
+  const std::uint32_t end = endBefore(found);
+  const std::string_view between = queue_.textFrom(0).substr(end, found.begin - end);
+  return between.find('\n') == std::string_view::npos;
+}
+
 // True if a declaration or a statement seems to begin with the token delivered last.
 bool TokenStream::beginsAnew(Span found) {
   if (isStructural(last_.kind)) return last_.kind != ';';
+  const bool number = last_.kind == TokenKind::INTEGER || last_.kind == TokenKind::NUMBER ||
+                      last_.kind == TokenKind::LITERAL;
+  if (number && blocks_.isTop(constructOf(TokenKind::CASE))) return beginsLabel(found);
   if (last_.kind != TokenKind::IDENTIFIER) return false;
   const int next = queue_.ahead().kind;
   const bool declares = next == ':' || next == ',' || next == TokenKind::AT;
   if (!continuesStatement(next) && !declares) return false;
-  const std::uint32_t end = endBefore(found);
-  const bool sameLine =
-      queue_.textFrom(0).substr(end, found.begin - end).find('\n') == std::string_view::npos;
-  return !sameLine || next == TokenKind::ASSIGN;
+  return next == TokenKind::ASSIGN || !isInLineOfLast(found);
 }
 
 // True if the bracket that is open is closed before the statement ends.
@@ -305,6 +325,9 @@ bool TokenStream::closesBracket() {
 // The token that is certainly missing before `found`, the token delivered last; empty for none.
 std::string_view TokenStream::missingAt(Span found, const ExpectedTokens& expected) {
   const int next = last_.kind == TokenKind::IDENTIFIER ? queue_.ahead().kind : 0;
+  if (wereOpen_ == 1 && expected.has("']'")) {
+    return isStructural(last_.kind) || last_.kind == TokenKind::ASSIGN ? "]" : "";
+  }
   if (wereOpen_ == 1 && expected.has("')'")) {
     if (isStructural(last_.kind)) return ")";
     const bool named = next == TokenKind::ASSIGN || next == TokenKind::ARROW;
@@ -330,16 +353,36 @@ std::string_view TokenStream::missingAt(Span found, const ExpectedTokens& expect
   return expected.has("';'") && !expected.has("IF") && beginsAnew(found) ? ";" : "";
 }
 
+// The sign that is meant by `found`, the token delivered last, with the one next to it: `==`, `=:`
+// and the like. Without a text if it is not known.
+TokenStream::Replacement TokenStream::meantSign(Span found, const ExpectedTokens& expected) {
+  const Token& next = queue_.ahead();
+  const bool doubled = next.span.begin == found.end && (next.kind == '=' || next.kind == ':');
+  if (last_.kind == '=' && expected.has("':='")) {
+    return {{found.begin, doubled ? next.span.end : found.end}, ":="};
+  }
+  if (expected.has("'='")) {
+    const bool header = blocks_.any() && blocks_.top().inHeader;
+    if (last_.kind == TokenKind::ASSIGN && header) return {found, "="};
+    return {found, last_.kind == TokenKind::ARROW ? ">=" : ""};
+  }
+  // Where an operand is expected, a sign ends right before the token.
+  if (!expected.has("NOT") || endBefore(found) != found.begin) return {};
+  if (last_.kind == '=') {
+    if (beforeLast_ == '=') return {{found.begin - 1, found.end}, "="};
+    if (beforeLast_ == TokenKind::ASSIGN) return {{found.begin - 2, found.end}, ":="};
+  }
+  if (last_.kind == '<' && beforeLast_ == '=') return {{found.begin - 1, found.end}, "<="};
+  return {};
+}
+
 void TokenStream::suggest(Span found, const ExpectedTokens& expected, Remarks& said) {
   if (last_.kind == TokenKind::IDENTIFIER && !continuesStatement(queue_.ahead().kind)) {
     misspeltKeywords_.suggest(found, expected, said);
   }
   if (!said.fixes.empty()) return;
-  const bool header = blocks_.any() && blocks_.top().inHeader;
-  if (last_.kind == '=' && expected.has("':='")) {
-    said.fix(errors_.rangeOf(found), ":=");
-  } else if (last_.kind == TokenKind::ASSIGN && expected.has("'='") && header) {
-    said.fix(errors_.rangeOf(found), "=");
+  if (const Replacement sign = meantSign(found, expected); !sign.text.empty()) {
+    said.fix(errors_.rangeOf(sign.span), std::string(sign.text));
   } else if (const std::string_view missing = missingAt(found, expected); !missing.empty()) {
     addMissing(&said, missing, found);
   }

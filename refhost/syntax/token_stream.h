@@ -76,6 +76,14 @@ class TokenStream {
   bool inConfiguration() const;
   bool beginsInstance();
 
+  struct Replacement {
+    Span span;
+    std::string_view text;
+  };
+  Replacement meantSign(Span found, const ExpectedTokens& expected);
+  bool beginsLabel(Span found);
+  bool isInLineOfLast(Span found) const;
+
   // The kind of the token that is missing before `token`; 0 for none. Each function reports it and
   // updates the state as if it had been read.
   int missingBefore(const Token& token);

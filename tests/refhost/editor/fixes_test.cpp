@@ -141,6 +141,12 @@ TEST_F(Fixes, AddWhatIsMissing) {
        "FALSE;END_PROGRAM\nFUNCTION_BLOCK B\nVAR a : INT; END_VAR\na := 1; // one\n\n(* Next. "
        "*)\nFUNCTION_BLOCK C VAR a : INT; END_VAR\nFOR a := 1 TO 2 DO\n;\nEND_FUNCTION_BLOCK",
        "\nEND_STRUCT; 5:  END_IF ; 8: \nEND_FUNCTION_BLOCK; 13: \nEND_FOR"},
+      {"PROGRAM P VAR i : INT; b : BOOL; a : ARRAY[1..3] OF INT; END_VAR\ni == 3; i =: 3; i :== 3; "
+       "IF i == 3 THEN ; END_IF; b := i => 3; b := i =< 3; i := a[3; a[2 := i; CASE i OF 1: i := "
+       "2\n"
+       "2: i := 3; END_CASE; FOR i := 1 TO 3 DO ; END_WHILE;\n END_IF;\nEND_FUNCTION\nPROGRAM Q\n"
+       "END_PROGRAM\nEND_PROGRAM\n",
+       ":=; :=; :=; =; >=; <=; ]; ]; ;; 3: END_FOR; 5: END_PROGRAM"},
   };
   for (const auto& [text, expected] : rows) expectFixes(text, expected);
 }
@@ -175,11 +181,23 @@ TEST_F(Fixes, DeclareWhatIsUnknown) {
 }
 
 TEST_F(Fixes, RemoveWhatIsUnused) {
+  // What else the declaration gives is needed, or has an effect.
+  expectFixes(
+      "VAR_GLOBAL g : INT; END_VAR FUNCTION N : INT g := g + 1; N := g; END_FUNCTION "
+      "FUNCTION_BLOCK "
+      "B VAR i : INT := N(); END_VAR i := i + 1; END_FUNCTION_BLOCK FUNCTION F : INT VAR a : (X, "
+      "Y); c : ARRAY[1..2] OF (Z, W); e : (V); d : INT := N(); b : B; m : INT := MAX(1, 2); "
+      "END_VAR VAR k : INT; END_VAR k := Y; k := W; F := k; END_FUNCTION",
+      "1: -e : (V); ; 1: -m : INT := MAX(1, 2); ");
+  expectFixes(
+      "FUNCTION F : INT\nVAR\n  a,  // one\n  b   // two\n  : INT;\n  c, // three\n  d : INT;\n"
+      "  e, h, // four\n  g : INT;\nEND_VAR\n  F := a + d + h;\nEND_FUNCTION",
+      "3:   // one\n; 6: -  c, // three\n; 8: -e, ; 8:  // four\n  ");
   expectFixes(
       "FUNCTION F : INT\nVAR\n  x : INT; // gone\n  y, z : INT;\n  q, z2, p : INT;\n  u : INT; v : "
       "INT := 1; (* a *)\n  str : STRUCT\n    m : INT;\n  END_STRUCT;\nEND_VAR\nVAR one : INT; "
       "END_VAR\n  y := 1; F := y + q + p;\nEND_FUNCTION\n",
-      "3: -  x : INT; // gone\n; 4: -, z; 5: -, z2; 6: -u : INT; ; 6: -v : INT := 1; ; 7: -  str : "
+      "3: -  x : INT; // gone\n; 4: -, z; 5: -z2, ; 6: -u : INT; ; 6: -v : INT := 1; ; 7: -  str : "
       "STRUCT\n    m : INT;\n  END_STRUCT;\n; 11: -one : INT; ");
 }
 
