@@ -14,6 +14,10 @@
 
 namespace refhost {
 
+// Of cases by the thousand, one in so many is tried: sanitizers take a multiple of the time, and
+// find what they look for in fewer.
+constexpr std::size_t kOneCaseIn = ONE_CASE_IN;
+
 struct SourceText {
   std::string name;
   std::string text;

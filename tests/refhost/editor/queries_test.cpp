@@ -124,7 +124,7 @@ void ask(Queried& queried, const std::vector<SourceText>& sources, std::size_t s
 TEST(EditorQueries, AnswerAtEveryPlace) {
   Queried queried;
   for (const std::vector<SourceText>& sources : programs()) {
-    ask(queried, sources, 1);
+    ask(queried, sources, kOneCaseIn);
     if (testing::Test::HasFatalFailure()) return;
     for (SymbolId id = 0; id < queried.view().symbols().count(); ++id) {
       const SymbolInfo& symbol = queried.view().symbols()[id];
@@ -159,7 +159,7 @@ TEST(EditorQueries, AnswerForEveryPrefix) {
   Queried queried;
   for (std::vector<SourceText> sources : programs()) {
     const std::string text = sources.back().text;
-    for (std::size_t size = 0; size < text.size(); size += 3 + size % 29) {
+    for (std::size_t size = 0; size < text.size(); size += (3 + size % 29) * kOneCaseIn) {
       sources.back().text = text.substr(0, size);
       ask(queried, sources, 211);
       if (testing::Test::HasFatalFailure()) {
@@ -175,7 +175,7 @@ TEST(EditorQueries, AnswerForMutants) {
   Queried queried;
   std::mt19937_64 random(15);
   for (const std::vector<SourceText>& sources : programs()) {
-    for (int round = 0; round < 40; ++round) {
+    for (std::size_t round = 0; round < 40; round += kOneCaseIn) {
       std::vector<SourceText> mutant = sources;
       std::string& text = mutant[random() % mutant.size()].text;
       for (std::size_t changes = 1 + random() % 3; changes != 0; --changes) {

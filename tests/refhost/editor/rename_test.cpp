@@ -66,7 +66,8 @@ TEST(Rename, KeepsTheMeaning) {
       }
       return all;
     }();
-    for (const SymbolInfo& symbol : symbols) {
+    for (std::size_t i = symbols.size() % kOneCaseIn; i < symbols.size(); i += kOneCaseIn) {
+      const SymbolInfo& symbol = symbols[i];
       if (symbol.standard || symbol.nameRange.length == 0) continue;
       queried.analyse(sources);
       if (!renameableAt(queried.view(), symbol.nameRange.begin).refusal.empty()) continue;
@@ -99,7 +100,7 @@ TEST(Rename, KeepsTheMeaning) {
       }
     }
   }
-  EXPECT_GT(renamedSymbols, 200U);
+  EXPECT_GT(renamedSymbols, 200U / kOneCaseIn);
 }
 
 // A name that the program has already is refused, or nothing means something else.
@@ -115,7 +116,7 @@ TEST(Rename, IsRefusedWhereItWouldCapture) {
     for (SymbolId id = 0; id < queried.view().symbols().count(); ++id) {
       if (queried.view().symbols()[id].nameRange.length != 0) declared.push_back(id);
     }
-    for (int round = 0; round < 150; ++round) {
+    for (std::size_t round = 0; round < 150; round += kOneCaseIn) {
       queried.analyse(sources);
       const Symbols& symbols = queried.view().symbols();
       const SymbolInfo symbol = symbols[declared[random() % declared.size()]];
@@ -129,8 +130,8 @@ TEST(Rename, IsRefusedWhereItWouldCapture) {
       ASSERT_EQ(after.diagnostics, before.diagnostics) << symbol.name << " to " << name;
     }
   }
-  EXPECT_GT(refused, 100U);
-  EXPECT_GT(accepted, 100U);
+  EXPECT_GT(refused, 100U / kOneCaseIn);
+  EXPECT_GT(accepted, 100U / kOneCaseIn);
 }
 
 TEST(Rename, SaysWhyItIsRefused) {
