@@ -1,5 +1,5 @@
 // The one style for documents, or for some of their lines.
-#include <limits>
+#include <optional>
 
 #include "lsp/requests.h"
 #include "refhost/format/format.h"
@@ -8,34 +8,36 @@ namespace lsp {
 
 namespace {
 
-// The changes in the lines from `first` to `last`, counted from 0. Null for a document with errors
-// of syntax: they are shown in it already, and many editors format whenever they save.
-Json changes(const Documents& documents, const Json& params, std::uint32_t first,
-             std::uint32_t last) {
+struct Range {
+  Position begin;
+  Position end;
+};
+
+// The changes in a range, or all of them. Null for a document with errors of syntax: they are shown
+// in it already, and many editors format whenever they save.
+Json changes(const Documents& documents, const Json& params, std::optional<Range> range) {
   const Document* const document = documents.find(pathIn(params));
   if (document == nullptr) return nullptr;
   refhost::SourceManager sources;
   sources.add(document->path, document->text);
-  const refhost::Formatting formatting = refhost::formatSource(sources, 0);
-  if (!formatting.errors.empty()) return nullptr;
   const Lines lines(sources.text(0), documents.encoding, sources.byteOrderMark(0));
+  std::optional<refhost::Span> span;
+  if (range) {
+    const auto offset = [&](Position at) { return static_cast<std::uint32_t>(lines.offset(at)); };
+    span = {offset(range->begin), offset(range->end)};
+    // A range of whole lines ends at the begin of the next one.
+    if (range->end.character == 0 && span->end > span->begin) --span->end;
+  }
+  const refhost::Formatting formatting = refhost::formatSource(sources, 0, span);
+  if (!formatting.errors.empty()) return nullptr;
   Json edits = Json::array();
   for (const refhost::LayoutEdit& edit : formatting.edits) {
     const Position begin = lines.position(edit.range.begin);
     const Position end = lines.position(edit.range.end);
-    if (end.line < first || begin.line > last) continue;
     edits.push_back(
         {{"range", {{"start", toJson(begin)}, {"end", toJson(end)}}}, {"newText", edit.text}});
   }
   return edits;
-}
-
-Json rangeChanges(const Documents& documents, const Json& params) {
-  const Position begin = positionFrom(params.at("range").at("start"));
-  const Position end = positionFrom(params.at("range").at("end"));
-  // A range of whole lines ends at the begin of the next one.
-  const bool whole = end.character == 0 && end.line > begin.line;
-  return changes(documents, params, begin.line, whole ? end.line - 1 : end.line);
 }
 
 }  // namespace
@@ -45,10 +47,13 @@ void addFormatting(Rpc& rpc, Workspace& workspace, Json& capabilities) {
   capabilities["documentRangeFormattingProvider"] = true;
   const Documents& documents = workspace.documents();
   rpc.onRequest("textDocument/formatting", [&documents](const Json& params) {
-    return changes(documents, params, 0, std::numeric_limits<std::uint32_t>::max());
+    return changes(documents, params, std::nullopt);
   });
-  rpc.onRequest("textDocument/rangeFormatting",
-                [&documents](const Json& params) { return rangeChanges(documents, params); });
+  rpc.onRequest("textDocument/rangeFormatting", [&documents](const Json& params) {
+    const Json& range = params.at("range");
+    return changes(documents, params,
+                   Range{positionFrom(range.at("start")), positionFrom(range.at("end"))});
+  });
 }
 
 }  // namespace lsp

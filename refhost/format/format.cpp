@@ -93,17 +93,33 @@ class Writer {
   std::vector<LayoutEdit> edits_;
 };
 
+Pieces laidOut(std::string_view text) {
+  Pieces pieces = piecesOf(text);
+  structure(pieces);
+  space(pieces, text);
+  breakLines(pieces);
+  alignDeclarations(pieces);
+  layOut(pieces);
+  return pieces;
+}
+
 }  // namespace
 }  // namespace format
 
 std::vector<LayoutEdit> formattingEdits(std::string_view text) {
-  format::Pieces pieces = format::piecesOf(text);
-  format::structure(pieces);
-  format::space(pieces, text);
-  format::breakLines(pieces);
-  format::alignDeclarations(pieces);
-  format::layOut(pieces);
+  const format::Pieces pieces = format::laidOut(text);
   return format::Writer(text, pieces).edits();
+}
+
+std::vector<LayoutEdit> formattingEdits(std::string_view text, Span range) {
+  const format::Pieces pieces = format::laidOut(text);
+  const Span lines = format::linesWith(pieces, text, range);
+  std::vector<LayoutEdit> edits = format::Writer(text, pieces).edits();
+  const auto elsewhere = [&lines](const LayoutEdit& edit) {
+    return edit.range.end < lines.begin || edit.range.begin > lines.end;
+  };
+  edits.erase(std::remove_if(edits.begin(), edits.end(), elsewhere), edits.end());
+  return edits;
 }
 
 std::string withEdits(std::string_view text, const std::vector<LayoutEdit>& edits) {
@@ -119,7 +135,8 @@ std::string withEdits(std::string_view text, const std::vector<LayoutEdit>& edit
   return result;
 }
 
-Formatting formatSource(const SourceManager& sources, std::uint32_t file) {
+Formatting formatSource(const SourceManager& sources, std::uint32_t file,
+                        std::optional<Span> range) {
   Formatting result;
   Tree tree;
   Diagnostics messages;
@@ -127,7 +144,9 @@ Formatting formatSource(const SourceManager& sources, std::uint32_t file) {
   for (Diagnostic& message : messages.inOrder(0)) {
     if (message.severity == Severity::Error) result.errors.push_back(std::move(message));
   }
-  if (result.errors.empty()) result.edits = formattingEdits(sources.text(file));
+  if (!result.errors.empty()) return result;
+  const std::string_view text = sources.text(file);
+  result.edits = range ? formattingEdits(text, *range) : formattingEdits(text);
   return result;
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,10 +24,13 @@ struct LayoutEdit {
 };
 
 // The changes that format a text in which parse() finds no error, from first to last. They do not
-// overlap, and each of them leaves the tokens what they are, so that any of them may be applied
-// without the others: those of a line, with what is broken out of it or joined to it, begin or end
-// there.
+// overlap.
 std::vector<LayoutEdit> formattingEdits(std::string_view text);
+
+// Those that format the lines in which the range begins, ends and which it contains: what is broken
+// out of them or joined to them, and lines that must be formatted together with them, as all of a
+// comment. Formatting the same lines again changes nothing.
+std::vector<LayoutEdit> formattingEdits(std::string_view text, Span range);
 
 std::string withEdits(std::string_view text, const std::vector<LayoutEdit>& edits);
 
@@ -35,6 +39,8 @@ struct Formatting {
   std::vector<Diagnostic> errors;
   std::vector<LayoutEdit> edits;  // none if there are errors
 };
-Formatting formatSource(const SourceManager& sources, std::uint32_t file);
+// All of it, or the lines of a range.
+Formatting formatSource(const SourceManager& sources, std::uint32_t file,
+                        std::optional<Span> range = std::nullopt);
 
 }  // namespace refhost

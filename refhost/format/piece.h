@@ -85,6 +85,8 @@ void space(Pieces& pieces, std::string_view text);  // blanks and capitals
 void breakLines(Pieces& pieces);                    // line breaks that stay
 void alignDeclarations(Pieces& pieces);             // columns
 void layOut(Pieces& pieces);                        // indentation and long lines
+// The lines that are formatted if those of the range are, without the end of the last one.
+Span linesWith(const Pieces& pieces, std::string_view text, Span range);
 // A part of layOut(): columns within a line of the structure, which is broken already.
 void alignArguments(Pieces& pieces, std::size_t begin, std::size_t end);
 

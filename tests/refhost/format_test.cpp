@@ -170,18 +170,26 @@ std::string mutilated(const std::string& text, unsigned int seed) {
   return result;
 }
 
+std::vector<std::string> examples() {
+  std::vector<std::string> texts;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(VELOPS_SOURCE "/examples")) {
+    if (entry.path().extension() != ".st") continue;
+    std::ifstream file(entry.path(), std::ios::binary);
+    texts.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }
+  return texts;
+}
+
 TEST(Format, KeepsTheProgram) {
   std::vector<std::string> texts = {
       withEverything("fb(i := 1, io := j, o => i); rf^ := SEL(b, a[i], INT#16#ff);"),
       "PROGRAM P VAR i, unused : INT; j : SINT; END_VAR {nowarn} i := i; i := i; i := i; {nowarn}\n"
       "i := i; (* x\n *) {nowarn}i\n:=\n5 ;i := i + ABS(i) {nowarn}; END_PROGRAM\n"
       "{nowarn unused} FUNCTION F : INT VAR a : INT; END_VAR F := 1; END_FUNCTION"};
-  for (const auto& entry :
-       std::filesystem::recursive_directory_iterator(VELOPS_SOURCE "/examples")) {
-    if (entry.path().extension() != ".st") continue;
-    std::ifstream file(entry.path(), std::ios::binary);
-    texts.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    EXPECT_TRUE(formattingEdits(texts.back()).empty()) << entry.path();
+  for (const std::string& example : examples()) {
+    EXPECT_TRUE(formattingEdits(example).empty()) << example;
+    texts.push_back(example);
   }
   ASSERT_GT(texts.size(), 8U);
   for (const std::string& original : texts) {
@@ -195,6 +203,36 @@ TEST(Format, KeepsTheProgram) {
       const Translated after = translated(result);
       ASSERT_EQ(after.c, before.c) << text;
       ASSERT_EQ(after.messages, before.messages) << text;
+    }
+  }
+}
+
+// Where the offset is behind the edits; within blank lines, in those that are left.
+std::uint32_t moved(std::uint32_t offset, const std::vector<LayoutEdit>& edits) {
+  std::size_t result = offset;
+  for (const auto& [range, text] : edits) {
+    const bool within = range.end > offset;
+    if (within && range.begin >= offset) continue;
+    result -= std::min(range.end, offset) - range.begin;
+    result += within && !text.empty() ? std::min(text.size() - 1, std::size_t{offset - range.begin})
+                                      : text.size();
+  }
+  return static_cast<std::uint32_t>(result);
+}
+
+TEST(Format, LeavesFormattedLinesAlone) {
+  std::mt19937 random(1);
+  for (const std::string& example : examples()) {
+    const std::string original = mutilated(example, static_cast<unsigned int>(1 + random() % 6));
+    const std::string text = original.substr(0, original.find_last_not_of(" \t\n") + 1);
+    for (std::size_t at = 0; at < text.size();
+         at = std::min(text.find('\n', at), text.size()) + 1) {
+      const std::size_t end = std::min(at + random() % 200, text.size());
+      const Span range{static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(end)};
+      const std::vector<LayoutEdit> edits = formattingEdits(text, range);
+      const std::string once = withEdits(text, edits);
+      const Span lines{moved(range.begin, edits), moved(range.end, edits)};
+      ASSERT_EQ(withEdits(once, formattingEdits(once, lines)), once) << text.substr(at, end - at);
     }
   }
 }
