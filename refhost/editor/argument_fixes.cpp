@@ -222,7 +222,37 @@ void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
   fixes.push_back({"Write '" + right + "'", {{{place, 2}, right}}});
 }
 
+// `F(a = 3)` compares a variable that there is none of, where the parameter was meant.
+bool addNaming(const ASTNode& name, std::vector<Fix>& fixes) {
+  const ASTNode* const comparison = name.parent();
+  const bool equal = comparison != nullptr && isBinary(*comparison) &&
+                     static_cast<const Expr&>(*comparison).kind == ExprKind::Equal;
+  const ASTNode* const list = equal ? comparison->parent() : nullptr;
+  const bool first = list != nullptr && list->type() == vel::ASTType::ParameterList &&
+                     comparison->leaf(0) == &name;
+  const Call* const call = first ? callIn(list->parent()) : nullptr;
+  const UnitSymbol* const unit = call != nullptr ? CallArguments::unitOf(*call) : nullptr;
+  const VarSymbol* const parameter =
+      unit != nullptr ? unit->variable(TreeBuilder::source(name)) : nullptr;
+  if (parameter == nullptr || !parameter->isParameter()) return false;
+  const std::string_view source = TreeBuilder::source(*comparison);
+  const std::size_t at = source.find('=', rangeOf(name).length);
+  if (at == source.npos) return false;
+  const std::string sign = parameter->role == Role::Output ? "=>" : ":=";
+  const vel::TextLocation place(name.pos().file(),
+                                name.pos().offset() + static_cast<std::uint32_t>(at));
+  fixes.push_back({"Write '" + sign + "'", {{{place, 1}, sign}}});
+  return true;
+}
+
 }  // namespace
+
+bool addNamings(const AnalysedProgram& program, const Diagnostic& message,
+                std::vector<Fix>& fixes) {
+  if (message.code != message::kUnknownName.code) return false;
+  const ASTNode* const name = nodeWith(program.tree, message.range);
+  return name != nullptr && addNaming(*name, fixes);
+}
 
 void addArguments(const AnalysedProgram& program, const Diagnostic& message,
                   std::vector<Fix>& fixes) {

@@ -13,4 +13,8 @@ namespace refhost {
 void addArguments(const AnalysedProgram& program, const Diagnostic& message,
                   std::vector<Fix>& fixes);
 
+// Adds the sign that gives a parameter where the program compares with its name. False if that is
+// not what the message is about.
+bool addNamings(const AnalysedProgram& program, const Diagnostic& message, std::vector<Fix>& fixes);
+
 }  // namespace refhost

@@ -43,6 +43,7 @@ class Conversions {
       case message::kCondition.code:
         return convertNode(BasicDataType::Bool);
       case message::kSelector.code:
+        return addSelector();
       case message::kSubscriptType.code:
         return convertNode(BasicDataType::DInt);
       case message::kOperandTypes.code:
@@ -91,6 +92,10 @@ class Conversions {
     if (literalOf(value) != nullptr || isUntypedNumber(value)) return;
     const std::string name = conversion(from, to);
     if (name.empty()) return;
+    const bool truth = to->dataType() == BasicDataType::Bool;
+    if (const auto operands = bitOperands(value); truth && !operands.empty()) {
+      return convertAll(operands, to);
+    }
     const SourceRange range = rangeOf(value);
     Fix fix{"Convert with " + name, {}};
     // The right side of an assignment may stand in parentheses.
@@ -101,8 +106,87 @@ class Conversions {
     fixes_.push_back(std::move(fix));
   }
 
+  // The operands of the expression if it is a NOT, AND, OR or XOR of bits that was meant for truth
+  // values; none for others, such as one with a literal, which selects bits.
+  static std::vector<const ASTNode*> bitOperands(const ASTNode& value) {
+    std::vector<const ASTNode*> found;
+    if (value.type() != vel::ASTType::Expression) return found;
+    const auto& expression = static_cast<const Expr&>(value);
+    const bool logic = isBinary(value) && formOf(expression.kind) == ExprForm::Logic;
+    if (expression.kind != ExprKind::Not && !logic) return found;
+    for (int i = 0; i < value.leavesCount(); ++i) {
+      const ASTNode& leaf = *value.leaf(i);
+      if (isUntypedNumber(leaf) || literalOf(leaf) != nullptr) return {};
+      const auto inner = bitOperands(leaf);
+      if (inner.empty()) found.push_back(&leaf);
+      found.insert(found.end(), inner.begin(), inner.end());
+    }
+    return found;
+  }
+
+  void convertAll(const std::vector<const ASTNode*>& values, const Type* to) {
+    const std::size_t first = fixes_.size();
+    for (const ASTNode* const value : values) convert(*value, to);
+    if (fixes_.size() - first != values.size()) return fixes_.resize(first);
+    Fix& fix = fixes_[first];
+    for (std::size_t i = first + 1; i < fixes_.size(); ++i) {
+      Fix& other = fixes_[i];
+      if (fix.title != other.title)
+        fix.title += ", " + other.title.substr(other.title.find(" with ") + 6);
+      fix.edits.insert(fix.edits.end(), other.edits.begin(), other.edits.end());
+    }
+    fixes_.resize(first + 1);
+  }
+
   void convertNode(BasicDataType to) {
     if (const ASTNode* const value = node()) convert(*value, elementary(to));
+  }
+
+  // Only where all labels are integers; a text is none.
+  void addSelector() {
+    const ASTNode* const selector = node();
+    const ASTNode* const choice = selector != nullptr ? selector->parent() : nullptr;
+    const Type* const type = selector != nullptr ? dataTypeOf(*selector) : nullptr;
+    if (choice == nullptr || type == nullptr || isText(type->dataType())) return;
+    for (int i = 1; i < choice->leavesCount(); ++i) {
+      const ASTNode* const branch = choice->leaf(i);
+      if (branch == nullptr || kindOf(*branch) != NodeKind::CaseElement) continue;
+      const ASTNode& labels = *branch->leaf(0);
+      for (int label = 0; label < labels.leavesCount(); ++label) {
+        if (!isIntegerLabel(*labels.leaf(label))) return;
+      }
+    }
+    convertNode(holderOf(type->dataType()));
+  }
+
+  static bool isIntegerLabel(const ASTNode& label) {
+    if (kindOf(label) == NodeKind::Range) return isIntegerLabel(*label.leaf(0));
+    const Literal* const literal = literalOf(label);
+    if (literal != nullptr) return isInteger(literal->value.type);
+    const Type* const type = dataTypeOf(label);
+    return type == nullptr || isInteger(type->dataType());
+  }
+
+  // The integer type that holds the usual values of a type that is none.
+  static BasicDataType holderOf(BasicDataType type) {
+    switch (type) {
+      case BasicDataType::LReal:
+      case BasicDataType::LTime:
+      case BasicDataType::Date:
+      case BasicDataType::DateAndTime:
+        return BasicDataType::LInt;
+      default:
+        return BasicDataType::DInt;
+    }
+  }
+
+  // Milliseconds are what a TIME counts.
+  void writeTime(const ASTNode& number) {
+    const std::string_view text = TreeBuilder::source(number);
+    const bool digits = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+    if (!digits || text.size() > 9) return;
+    const std::string written = "T#" + std::string(text) + "ms";
+    fixes_.push_back({"Write '" + written + "'", {{rangeOf(number), written}}});
   }
 
   void addRefused() {
@@ -134,6 +218,8 @@ class Conversions {
     if (value == nullptr) return;
     const Type* const type = dataTypeOf(*value);
     const Type* const named = typeNamed(from);
+    const Type* const wanted = typeNamed(to);
+    if (wanted != nullptr && wanted->dataType() == BasicDataType::Time) writeTime(*value);
     if (named == nullptr) return;
     if (type != nullptr && type->dataType() == named->dataType()) {
       return convert(convertible(*value, *type), type, typeNamed(to));
@@ -208,10 +294,31 @@ class Conversions {
   }
 
   void offerOperand(const Expr& binary, const ASTNode& operand, const ASTNode& other) {
-    const Type* const to = typeHolding(program_.services, other);
+    const Type* to = typeHolding(program_.services, other);
+    const Type* const from = dataTypeOf(operand);
+    if (to == nullptr || from == nullptr) return;
+    const bool compared = isComparison(binary.kind);
+    const bool time = to->dataType() == BasicDataType::Time && takes(binary.kind, to->dataType());
+    if (time && (compared || suits(binary, *to))) writeTime(operand);
+    to = wideEnough(binary, *from, to);
     if (to == nullptr || !takes(binary.kind, to->dataType())) return;
-    const bool compares = isComparison(binary.kind);
-    if (compares || suits(binary, *to)) convert(operand, to);
+    if (compared || suits(binary, *to)) convert(operand, to);
+  }
+
+  // The type, or a wider integer that holds the operand's values and suits the surroundings as
+  // well. Null for a time that would not fit.
+  const Type* wideEnough(const Expr& binary, const Type& from, const Type* to) const {
+    const BasicDataType source = from.dataType();
+    const bool time = elementaryType(source) != nullptr && !isNumber(source) && !isText(source) &&
+                      source != BasicDataType::Bool;
+    if (!isInteger(to->dataType()) || (!time && !isFloat(source))) return to;
+    const BasicDataType holder = holderOf(source);
+    if (widens(holder, to->dataType())) return to;
+    const Type* const wanted =
+        isComparison(binary.kind) ? nullptr : expectedType(program_.services, binary);
+    const bool fits =
+        wanted == nullptr || !isInteger(wanted->dataType()) || widens(holder, wanted->dataType());
+    return fits ? elementary(holder) : time ? nullptr : to;
   }
 
   // False if the surroundings of the expression refuse a value of the type.

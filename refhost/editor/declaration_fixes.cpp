@@ -24,6 +24,9 @@ std::uint32_t endOffsetOf(const ASTNode& node) {
 // The type as a declaration names it; empty if it has no name.
 std::string typeNameOf(const Type& type) {
   if (isAnonymous(type) || asOpenArray(&type) != nullptr) return {};
+  if (const auto* const pointer = dynamic_cast<const PointerType*>(&type)) {
+    if (pointer->target == nullptr) return {};  // NULL
+  }
   std::string name = displayName(&type);
   const auto* const text = dynamic_cast<const StringType*>(&type);
   if (text != nullptr && text->length() != StringType::kDefaultLength) {
@@ -139,8 +142,12 @@ class MissingDeclaration {
                   std::uint32_t statement) const {
     const std::size_t mark = text_.find_first_not_of(kBlanks, end);
     if (mark < statement && text_[mark] == ';') end = static_cast<std::uint32_t>(mark) + 1;
-    const bool oneLine = text_.substr(end, statement - end).find('\n') == std::string_view::npos;
-    if (oneLine) return inserted(end, " VAR " + declaration + " END_VAR");
+    const std::string_view between = text_.substr(end, statement - end);
+    if (between.find('\n') == between.npos) {
+      const bool comment = between.find_first_not_of(kBlanks) != between.npos;
+      if (comment) return inserted(statement, "VAR " + declaration + " END_VAR ");
+      return inserted(end, " VAR " + declaration + " END_VAR");
+    }
     const std::string lineBreak(lineBreakAt(text_, end));
     const std::string outer(indentationAt(text_, unit_->pos().offset()));
     // As far as the statements, if these are indented.

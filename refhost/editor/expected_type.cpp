@@ -153,6 +153,10 @@ class Surroundings {
   const Type* typeInStatement(const ASTNode& statement, const ASTNode& part) const {
     switch (statementKindOf(statement)) {
       case StatementKind::Assignment:
+        if (statement.parent() != nullptr && &part == statement.leaf(0) &&
+            statementKindOf(*statement.parent()) == StatementKind::For) {
+          return counterType(*statement.parent());
+        }
         return typeHolding(services_, *statement.leaf(&part == statement.leaf(0) ? 1 : 0));
       case StatementKind::If:
       case StatementKind::While:
@@ -162,7 +166,7 @@ class Surroundings {
         return elementary(BasicDataType::Int);
       case StatementKind::For: {
         const Type* const counter = dataTypeOf(*statement.leaf(0)->leaf(0));
-        return counter != nullptr ? counter : elementary(BasicDataType::Int);
+        return counter != nullptr ? counter : counterType(statement);
       }
       case StatementKind::Bind:
       case StatementKind::Call:
@@ -172,6 +176,22 @@ class Surroundings {
         break;
     }
     return nullptr;
+  }
+
+  // The integer that holds the bounds and the step of a FOR whose control variable is unknown.
+  const Type* counterType(const ASTNode& loop) const {
+    const Type* found = elementary(BasicDataType::Int);
+    const auto consider = [&](const ASTNode& value) {
+      const Type* const type = typeHolding(services_, value);
+      const bool integer = type != nullptr && isInteger(type->dataType());
+      if (integer && widens(found->dataType(), type->dataType())) {
+        found = elementary(type->dataType());
+      }
+    };
+    consider(*loop.leaf(0)->leaf(1));
+    consider(*loop.leaf(1));
+    if (loop.leaf(2) != nullptr) consider(*loop.leaf(2));
+    return found;
   }
 
   const Services& services_;

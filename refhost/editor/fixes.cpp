@@ -70,7 +70,7 @@ std::vector<Fix> fixesFor(const AnalysedProgram& program, const Diagnostic& mess
     removeFutile(text, message.range.begin.offset(), fixes);
   }
   addConversions(program, message, fixes);
-  addDeclarations(program, message, fixes);
+  if (!addNamings(program, message, fixes)) addDeclarations(program, message, fixes);
   addRemovals(program, message, fixes);
   addArguments(program, message, fixes);
   addTypes(program, message, fixes);

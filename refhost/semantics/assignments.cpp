@@ -14,6 +14,17 @@ bool narrows(int rated, BasicDataType target, BasicDataType source) {
   return rated == rating::kMismatch && isInteger(target) && isInteger(source);
 }
 
+// False of the variable that takes an output, and of what must be constant or a global variable.
+bool canBeConverted(const ASTNode& source) {
+  const ASTNode* const argument = source.parent();
+  if (argument == nullptr || kindOf(*argument) != NodeKind::Argument) return true;
+  if (static_cast<const Argument*>(argument)->output) return false;
+  const ASTNode* item = argument->parent();
+  for (int levels = 0; item != nullptr && levels < 2; ++levels) item = item->parent();
+  return item == nullptr ||
+         (kindOf(*item) != NodeKind::Task && kindOf(*item) != NodeKind::ProgramInstance);
+}
+
 }  // namespace
 
 void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
@@ -47,6 +58,7 @@ void Assignments::check(const Type* to, const Type* from, const ASTNode& source,
   }
   Remarks& said = messages_.report(at, format, {first, second});
   if (literal != nullptr || &format != &message::kCannotConvert) return;
+  if (!canBeConverted(source)) return;
   const std::string conversion = first + "_TO_" + second;
   if (services_.operators != nullptr && services_.operators->findOperator(conversion) != nullptr) {
     said.note(at, conversion + " converts it");

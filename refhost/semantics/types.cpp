@@ -76,6 +76,7 @@ ResolvedType Types::resolveName(const TypeSpec& spec) {
   if (declared != declaredTypes_.end()) return resolveDeclared(declared->second);
   parts_.declarations.unitNamed(spec.name);
   Type* type = services_.symbols.dataType(spec.name);
+  if (type == services_.symbols.null()->dataType()) type = nullptr;
   if (type == nullptr) type = parts_.tests.programType(spec.name);
   if (type == nullptr) {
     const bool standard = isUnsupportedType(spec.name);

@@ -172,7 +172,7 @@ std::vector<const EnumType*> SymbolTable::enumerations() const {
 
 void SymbolTable::offerTypes(Spelling& spelling) const {
   for (const auto& [name, type] : types_) {
-    if (!isAnonymous(*type)) spelling.offer(name);
+    if (!isAnonymous(*type) && type != null_->dataType()) spelling.offer(name);
   }
 }
 

@@ -46,6 +46,11 @@ std::uint32_t codeEnd(std::string_view text, std::uint32_t at, std::uint32_t end
       ++at;
     } else if (quote == 0 && two == "//") {
       break;
+    } else if (quote == 0 && text[at] == '{') {
+      const std::size_t close = text.find('}', at);
+      if (close >= end) break;  // a pragma goes on in the next line
+      at = static_cast<std::uint32_t>(close);
+      code = at + 1;
     } else if (kBlanks.find(text[at]) == kBlanks.npos) {
       code = at + 1;
       if (quotes && (quote == 0 || quote == text[at])) quote = quote == 0 ? text[at] : '\0';
@@ -149,9 +154,11 @@ bool beginsLine(std::string_view text, std::uint32_t offset) {
 Insertion lineInsertion(std::string_view text, std::string_view line, std::uint32_t end,
                         std::uint32_t found) {
   const std::uint32_t lineEnd = lineEndAt(text, end);
-  const std::string_view rest = text.substr(end, lineEnd - end);
-  const bool comment =
-      rest.find("(*") != rest.npos || rest.find("/*") != rest.npos || rest.find('{') != rest.npos;
+  int depth = 0;
+  const std::uint32_t code = codeEnd(text, end, lineEnd, depth);
+  // A comment or a pragma goes on in the next line, or a pragma belongs to what stands before it.
+  const bool comment = depth > 0 || text.substr(code, lineEnd - code).find('{') != text.npos ||
+                       text.substr(end, code - end).find('{') != text.npos;
   const std::string lineBreak(lineBreakAt(text, end));
   if (lineEnd <= found && !comment) return {lineEnd, lineBreak + std::string(line)};
   if (lineEnd < found && beginsLine(text, found)) {

@@ -109,8 +109,15 @@ TEST_F(Fixes, ConvertWhatIsRefused) {
        ":= i OR_ELSE b; i := ADD(i, b); b := GT(i, s); s := CONCAT(s, i); r := MUL(t, s);",
        "STRING_TO_INT(s); BOOL_TO_INT(b); BOOL_TO_REAL(b); INT_TO_BOOL(i); STRING_TO_INT(s)?; "
        "INT_TO_STRING(i)?; BOOL_TO_INT(b)?; "
-       "INT_TO_BOOL(i)?; TIME_TO_INT(t); INT_TO_TIME(i); REAL_TO_INT(r); INT_TO_BOOL(i); "
+       "INT_TO_BOOL(i)?; INT_TO_TIME(i); REAL_TO_DINT(r); INT_TO_BOOL(i); "
        "BOOL_TO_INT(b); INT_TO_STRING(i)?; STRING_TO_INT(s)?; INT_TO_STRING(i)"},
+      {"b := NOT i; IF NOT (i AND w) THEN ; END_IF; b := w AND 16#4; b := t > 5000; t := t + 5; t "
+       ":= "
+       "5; b := d < t; CASE s OF 1: ; END_CASE; CASE t OF 1: ; END_CASE; CASE r OF 1.5: ; "
+       "END_CASE;",
+       "INT_TO_BOOL(i); INT_TO_BOOL(i) AND WORD_TO_BOOL(w); WORD_TO_BOOL(w AND 16#4); "
+       "TIME_TO_DINT(t)?; T#5000ms?; T#5ms; T#5ms; DINT_TO_TIME(d)?; TIME_TO_DINT(t)?; "
+       "TIME_TO_DINT(t)"},
       {"dt1 := da; ul := l; lr := ul; x2 := t; ip := r; r := i / j; r := 1 / i + r;",
        "DATE_TO_DT(da); LINT_TO_ULINT(l); ULINT_TO_LREAL(ul); TIME_TO_STRING(t); INT_TO_REAL(i); "
        "INT_TO_REAL(i)"},
@@ -163,6 +170,12 @@ TEST_F(Fixes, DeclareWhatIsUnknown) {
        "1: m : INT; ; 1: last : INT; ; 1: index : INT; ; 1: offset : INT; ; 1: name : STRING[5]; ; "
        "1: hue : Color; ; 1: first : INT; ; 1: total : INT; ; 1: pump : B; ; 1: most : INT; ; 1: "
        "gate : BOOL; ; 1: real1 : REAL; ; 1: bits : WORD; ; 1: count : INT; ; 1: text : STRING; "},
+      {withEverything(
+           "FOR m := 0 TO 100000 DO ; END_FOR; FOR n1 := 1 TO l DO ; END_FOR; nothing := NULL; "
+           "i := F(q = i); fb(io = i);"),
+       "1: m : DINT; ; 1: n1 : LINT; ; =>; :="},
+      {"PROGRAM P (* c *) // foo\n  i := 1;\nEND_PROGRAM PROGRAM Q (* d *) j := 1; END_PROGRAM",
+       "1: \nVAR\n  i : INT;\nEND_VAR; 3: VAR j : INT; END_VAR "},
       {"FUNCTION F : INT // one\nVAR_INPUT\n  a : INT;\nEND_VAR\n  F := a + "
        "more;\nEND_FUNCTION\nFUNCTION G\n  x := 1;\nEND_FUNCTION\nFUNCTION H : INT; H := 1; z := "
        "H; END_FUNCTION\n  FUNCTION_BLOCK B\n  VAR_INPUT on : BOOL; END_VAR\n  VAR\n      t : "
@@ -252,9 +265,10 @@ TEST_F(Fixes, SilenceWarnings) {
   const std::string text =
       "PROGRAM P VAR i : INT; d : DINT; s : STRING; END_VAR\ni := d; // {nowarn\ns := '//$'(*'; (* "
       "a "
-      "*) i := d; (* b *) (* c\n*) i := d;\nd := LEN(s); i := d {nowarn xx};\nEND_PROGRAM\n";
+      "*) i := d; (* b *) (* c\n*) i := d;\nd := LEN(s); i := d {nowarn xx};\ni := d; {note\n"
+      "more} END_PROGRAM\n";
   std::string mended = text;
-  for (int left = 5; left >= 0; --left) {
+  for (int left = 6; left >= 0; --left) {
     const std::vector<Diagnostic> messages = messagesOf(mended);
     ASSERT_EQ(messages.size(), left) << mended;
     if (left == 0) break;

@@ -26,9 +26,10 @@ TEST(Suggestions, AreTheNearestNames) {
       "2:6+5 LIMIT; 2:27+4 Green; 2:44+3 Red; 2:52+2 io; 2:73+2 MN; 2:113+4 ELSE; 2:134+5 WHILE; "
       "2:167+5 Green; 2:187+4 DINT; ");
   // Two that are equally near, one letter, and too many edits.
-  EXPECT_EQ(fixes(program("ab, ac, x : INT; t : TNO; u : STRNIG; v : Intt; w : ABCDE;",
+  EXPECT_EQ(fixes(program("ab, ac, x : INT; t : TNO; u : STRNIG; v : Intt; w : ABCDE; z : NULL;",
                           "ad := y; abcdef := 1;")),
-            "1:36+3 TON; 1:45+6 STRING; 1:57+4 INT; Unknown type 'ABCDE'; Unknown identifier 'ad'; "
+            "1:36+3 TON; 1:45+6 STRING; 1:57+4 INT; Unknown type 'ABCDE'; Unknown type 'NULL'; "
+            "Unknown identifier 'ad'; "
             "Unknown identifier 'y'; Unknown identifier 'abcdef'; ");
 }
 
