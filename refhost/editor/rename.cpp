@@ -102,11 +102,21 @@ class Rename {
     return {};
   }
 
+  // A local variable that is not called may have the name of a function or a block of the language.
+  bool mayHideFunctions() const {
+    const auto places = view_.occurrences().of(id_);
+    return hasLocalName(symbol_.kind) &&
+           std::none_of(places.begin(), places.end(), [](const Occurrence* occurrence) {
+             return occurrence->lookup == Lookup::Callee;
+           });
+  }
+
   // Members stand behind a '.', so that names of the language do not matter to them.
   std::string reserved() const {
     if (symbol_.kind == SymbolKind::Member) return {};
     const SymbolId standard = symbols_.standard(name_);
-    if (standard != kNoSymbol) {
+    const bool free = mayHideFunctions();
+    if (standard != kNoSymbol && !(free && symbols_[standard].kind != SymbolKind::ElementaryType)) {
       const SymbolKind kind = symbols_[standard].kind;
       const char* const what = kind == SymbolKind::Operator         ? "an operator"
                                : kind == SymbolKind::ElementaryType ? "an elementary type"
@@ -114,7 +124,7 @@ class Rename {
       return fmt::format("{} is {}", symbols_[standard].name, what);
     }
     for (const PreludeUnit& unit : preludeUnits()) {
-      if (!equalIgnoringCase(unit.name, name_)) continue;
+      if (free || !equalIgnoringCase(unit.name, name_)) continue;
       return fmt::format("{} is a standard {}", unit.name, unit.isBlock ? "block" : "function");
     }
     if (equalIgnoringCase(name_, "NULL")) return "NULL is a name of the language";

@@ -140,25 +140,30 @@ TEST(Rename, SaysWhyItIsRefused) {
     const char* name;
     const char* refusal;
   };
-  const Row rows[] = {{"k := LIMIT", "while", "while is a keyword"},
-                      {"k := LIMIT", "2k", "'2k' is not a name"},
-                      {"k := LIMIT", "", "'' is not a name"},
-                      {"k := LIMIT", "k k", "'k k' is not a name"},
-                      {"k := LIMIT", "max", "MAX is an operator"},
-                      {"k := LIMIT", "Dint", "DINT is an elementary type"},
-                      {"Pump VAR", "ton", "TON is a standard block"},
-                      {"k := LIMIT", "TOTAL", "Main has a total already"},
-                      {"x, y", "Y", "Pt has a y already"},
-                      {"Pump VAR", "color", "the program has a Color already"},
-                      {"k := LIMIT", "Lamp", "Lamp would hide the lamp of the program (all.st:17)"},
-                      {"lamp AT", "total", "the program has a total already"},
-                      {"lamp AT", "Own", "Own would be hidden by the own of Main (all.st:17)"},
-                      {"Red, Green :=", "B", "B would be hidden by the b of Main (all.st:16)"},
-                      {"run : BOOL", "EN", "EN is an argument that every call has"},
-                      {"LIMIT", "k", "LIMIT is declared by the language"},
-                      {":= LIMIT", "k", "there is no name here that the program declares"},
-                      {"s : INT", "Pump1", "Pump1 would hide the pump1 of SETUP (all.st:24)"},
-                      {"Plant VAR", "On", "On is a keyword at some of the places"}};
+  const Row rows[] = {
+      {"k := LIMIT", "while", "while is a keyword"},
+      {"k := LIMIT", "2k", "'2k' is not a name"},
+      {"k := LIMIT", "", "'' is not a name"},
+      {"k := LIMIT", "k k", "'k k' is not a name"},
+      {"k := LIMIT", "max", ""},
+      {"k := LIMIT", "Ton", ""},
+      {"k := LIMIT", "limit", "limit would hide the LIMIT of the program (all.st:16)"},
+      {"lamp AT", "len", "LEN is a standard function"},
+      {"p : Pump", "sr", "SR is a standard block"},
+      {"k := LIMIT", "Dint", "DINT is an elementary type"},
+      {"Pump VAR", "ton", "TON is a standard block"},
+      {"k := LIMIT", "TOTAL", "Main has a total already"},
+      {"x, y", "Y", "Pt has a y already"},
+      {"Pump VAR", "color", "the program has a Color already"},
+      {"k := LIMIT", "Lamp", "Lamp would hide the lamp of the program (all.st:17)"},
+      {"lamp AT", "total", "the program has a total already"},
+      {"lamp AT", "Own", "Own would be hidden by the own of Main (all.st:17)"},
+      {"Red, Green :=", "B", "B would be hidden by the b of Main (all.st:16)"},
+      {"run : BOOL", "EN", "EN is an argument that every call has"},
+      {"LIMIT", "k", "LIMIT is declared by the language"},
+      {":= LIMIT", "k", "there is no name here that the program declares"},
+      {"s : INT", "Pump1", "Pump1 would hide the pump1 of SETUP (all.st:24)"},
+      {"Plant VAR", "On", "On is a keyword at some of the places"}};
   Queried queried;
   const std::string text = kAllKinds;
   queried.analyse({{"all.st", text}});
