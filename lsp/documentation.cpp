@@ -40,7 +40,8 @@ std::string documentationOf(const refhost::Hover& hover) {
   add("type", hover.type);
   add("value", hover.value);
   add("address", hover.address);
-  if (hover.bytes) facts += fmt::format("- {} bytes in C\n", *hover.bytes);
+  if (hover.bytes)
+    facts += fmt::format("- {} byte{} in C\n", *hover.bytes, *hover.bytes == 1 ? "" : "s");
   if (!facts.empty()) text += "\n" + facts;
   const std::string page = pageOf(hover.topic);
   if (!page.empty()) text += (text.empty() ? "" : "\n---\n\n") + page;

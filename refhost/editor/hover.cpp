@@ -108,7 +108,11 @@ class Comments {
   std::string of(const SourceRange& declaration) const {
     const std::uint32_t begin = declaration.begin.offset();
     const std::string beside = besides(begin + declaration.length);
-    return beside.empty() ? above(begin) : beside;
+    return joined(above(begin), beside);
+  }
+  static std::string joined(std::string first, const std::string& second) {
+    if (!first.empty() && !second.empty()) first += '\n';
+    return first += second;
   }
   // Behind the line in which a unit is named.
   std::string besides(std::uint32_t end) const {
@@ -122,8 +126,6 @@ class Comments {
     const bool comment = token != tokens_.end() && token->kind == SourceToken::Kind::Comment;
     return comment && lineOf(token->span.begin) == lineOf(end) ? textOf(*token) : std::string();
   }
-
- private:
   // Comments in the lines directly above that stand there alone.
   std::string above(std::uint32_t begin) const {
     auto token = std::lower_bound(
@@ -145,6 +147,8 @@ class Comments {
     }
     return text;
   }
+
+ private:
   std::uint32_t lineOf(std::uint32_t offset) const {
     return sources_.lineNumber(vel::TextLocation(file_, offset));
   }
@@ -177,18 +181,48 @@ std::string topicOf(std::string_view word) {
   return end && constructNamed(topic.substr(4)) != nullptr ? topic.substr(4) : topic;
 }
 
+bool isOperatorSign(std::string_view mark) {
+  return mark.find_first_of("()[]{},;.:") == std::string_view::npos || mark == ":=";
+}
+
+// `%MW5`: of an area the letter and of a size the letter, none for a bit.
+void describeAddress(const std::string& address, Hover& hover) {
+  hover.address = address;
+  const char area = address.size() > 1 ? address[1] : '\0';
+  const char* const name = area == 'I'   ? "inputs"
+                           : area == 'Q' ? "outputs"
+                           : area == 'M' ? "memory"
+                                         : nullptr;
+  if (name == nullptr) return;
+  const char size = address.size() > 2 ? address[2] : '\0';
+  const char* const width = size == 'B'   ? "A byte (8 bits)"
+                            : size == 'W' ? "A word (16 bits)"
+                            : size == 'D' ? "A double word (32 bits)"
+                            : size == 'L' ? "A long word (64 bits)"
+                                          : "A bit";
+  hover.comment = std::string(width) + " of the " + name + '.';
+}
+
 std::optional<Hover> wordAt(const ProgramView& view, vel::TextLocation place) {
   const std::string_view text = view.program().sources.text(place.file());
   for (const SourceToken& token : sourceTokens(text)) {
     if (token.span.begin > place.offset()) break;
-    const bool word = token.kind == SourceToken::Kind::Keyword ||
-                      token.kind == SourceToken::Kind::Name ||
-                      token.kind == SourceToken::Kind::Truth;
-    if (!word || token.span.end < place.offset()) continue;
+    using Kind = SourceToken::Kind;
+    const bool mark = token.kind == Kind::Mark;
+    const bool word = token.kind == Kind::Keyword || token.kind == Kind::Name ||
+                      token.kind == Kind::Truth || token.kind == Kind::Address;
+    const std::uint32_t last = mark ? token.span.end - 1 : token.span.end;
+    if (!(word || mark) || last < place.offset()) continue;
+    const std::string_view source =
+        text.substr(token.span.begin, token.span.end - token.span.begin);
     Hover hover;
     hover.range = {vel::TextLocation(place.file(), token.span.begin),
                    token.span.end - token.span.begin};
-    hover.topic = topicOf(text.substr(token.span.begin, token.span.end - token.span.begin));
+    if (token.kind == Kind::Address) {
+      describeAddress(inCapitals(source), hover);
+    } else if (word || isOperatorSign(source)) {
+      hover.topic = topicOf(source);
+    }
     return hover;
   }
   return {};
@@ -236,14 +270,15 @@ std::string commentText(const ProgramView& view, SymbolId id) {
   const Comments comments(view.program().sources, symbol.extent.begin.file());
   if (!isUnit(symbol.kind)) return comments.of(symbol.extent);
   const std::uint32_t named = symbol.nameRange.begin.offset() + symbol.nameRange.length;
-  const std::string above = comments.of({symbol.extent.begin, 0});
-  return above.empty() ? comments.besides(named) : above;
+  return Comments::joined(comments.above(symbol.extent.begin.offset()), comments.besides(named));
 }
 
 std::optional<Hover> hoverAt(const ProgramView& view, vel::TextLocation place) {
   const Occurrence* const found = view.occurrences().at(place);
   if (found == nullptr) return wordAt(view, place);
   const SymbolInfo& symbol = view.symbols()[found->symbol];
+  const bool address = !symbol.isDeclared() && symbol.name.substr(0, 1) == "%";
+  if (address) return wordAt(view, place);
   Hover hover;
   hover.range = found->range;
   if (!symbol.isDeclared()) {
@@ -259,8 +294,8 @@ std::optional<Hover> hoverAt(const ProgramView& view, vel::TextLocation place) {
   if (type == nullptr || isUnit(symbol.kind)) return hover;
   hover.type = displayName(type);
   if (symbol.kind == SymbolKind::Value) return hover;
-  const ASTNode* const address = symbol.node->leaf(VarDecl::kAddress);
-  if (address != nullptr) hover.address = inCapitals(TreeBuilder::source(*address));
+  const ASTNode* const location = symbol.node->leaf(VarDecl::kAddress);
+  if (location != nullptr) hover.address = inCapitals(TreeBuilder::source(*location));
   Layouts layouts;
   if (const auto layout = layouts.of(type)) hover.bytes = layout->size;
   return hover;

@@ -81,15 +81,16 @@ TEST_F(EditorAnswers, TellWhatIsKnownOfASymbol) {
       "VAR x : INT; END_VAR\nsquare := n * M;\nEND_FUNCTION\n"
       "TYPE Pt : STRUCT\n  x : INT; // across\n  // down\n  y : REAL;\nEND_STRUCT; END_TYPE\n"
       "PROGRAM Main\nVAR CONSTANT\n  size : INT := 2 * 3; (* of all *)\n  (* other *)\n"
-      "  name : STRING := 'abc';\nEND_VAR VAR RETAIN p AT %MW2 : INT; q : Pt; t : TON; END_VAR\n"
+      "  name : STRING := 'abc'; // too\nEND_VAR VAR RETAIN p AT %MW2 : INT; q : Pt; t : TON; "
+      "END_VAR\n"
       "p := LIMIT(0, Square(p, SIZE), LEN(name)); t(IN := q.X > 0); q.y := 1.0;\n"
-      "IF p = 2 THEN RETURN; END_IF;\nEND_PROGRAM\n";
+      "IF p = %mw5 THEN RETURN; END_IF;\nEND_PROGRAM\n";
   analyse(text);
   const Row rows[] = {
       {"Square(p", "FUNCTION Square : INT\nVAR_INPUT n, m : INT := 2; END_VAR|Squares.|||||"},
       {"M;\nEND", "VAR_INPUT\n  m : INT := 2;\nEND_VAR||INT|||2|"},
       {"SIZE)", "VAR CONSTANT\n  size : INT := 2 * 3;\nEND_VAR|of all|INT|6||2|"},
-      {"name))", "VAR CONSTANT\n  name : STRING := 'abc';\nEND_VAR|other|STRING|'abc'||81|"},
+      {"name))", "VAR CONSTANT\n  name : STRING := 'abc';\nEND_VAR|other\ntoo|STRING|'abc'||81|"},
       {"p := L", "VAR RETAIN\n  p AT %MW2 : INT;\nEND_VAR||INT||%MW2|2|"},
       {"X > 0", "x : INT;|across|INT|||2|"},
       {"y := 1.0", "y : REAL;|down|REAL|||4|"},
@@ -100,6 +101,9 @@ TEST_F(EditorAnswers, TellWhatIsKnownOfASymbol) {
       {"LEN(", "||||||LEN"},
       {"REAL;", "||||||REAL"},
       {"END_IF", "||||||IF"},
+      {"%MW2", "|A word (16 bits) of the memory.|||%MW2||"},
+      {"%mw5", "|A word (16 bits) of the memory.|||%MW5||"},
+      {"* 3", "||||||*"},
       {"IN := q", "VAR_INPUT\n  IN : BOOL;\nEND_VAR||BOOL|||1|"}};
   for (const Row& row : rows) {
     const auto hover = hoverAt(view(), at(row.at));
@@ -109,7 +113,7 @@ TEST_F(EditorAnswers, TellWhatIsKnownOfASymbol) {
                           hover->bytes ? std::to_string(*hover->bytes) : "", hover->topic),
               row.told);
   }
-  EXPECT_FALSE(hoverAt(view(), at("* 3")));
+  EXPECT_FALSE(hoverAt(view(), at("3; (*")));
   const auto block = hoverAt(view(), at("TON;"));
   EXPECT_EQ(block->declaration.substr(0, 18), "FUNCTION_BLOCK TON");
   EXPECT_EQ(block->topic, "TON");
