@@ -28,6 +28,8 @@ class Analysed {
 
   // True if the client takes snippets in completions.
   bool takesSnippets() const { return documents_->takesSnippets; }
+  // True if a completion may have a range to be replaced and one for an insertion.
+  bool takesInsertions() const { return documents_->takesInsertions; }
 
   // In the document.
   vel::TextLocation place(Position position) const;

@@ -69,14 +69,30 @@ Json dataOf(const Analysed& analysed, const refhost::Proposal& proposal, const s
 
 Json completion(const Analysed& analysed, const Json& params) {
   constexpr int kSnippetFormat = 2;
-  const auto found = refhost::completionAt(analysed.session().view(), placeIn(analysed, params),
-                                           analysed.takesSnippets());
+  const vel::TextLocation place = placeIn(analysed, params);
+  const auto found =
+      refhost::completionAt(analysed.session().view(), place, analysed.takesSnippets());
   // A bracket or a comma brings the names of arguments and nothing else, so that the list does not
-  // stand in the way of those who do without.
+  // stand in the way of those who do without. EN and ENO alone are no reason for a list.
   const Json trigger = params.value(Json::json_pointer("/context/triggerCharacter"), Json());
   const bool namesOnly = trigger == "(" || trigger == ",";
   const std::string uri = params.at("textDocument").at("uri");
-  const Json range = analysed.range(found.replaced);
+  const auto isEnable = [](const refhost::Proposal& proposal) {
+    return proposal.label == "EN :=" || proposal.label == "ENO =>";
+  };
+  const bool names = std::any_of(
+      found.proposals.begin(), found.proposals.end(), [&](const refhost::Proposal& proposal) {
+        return proposal.kind == refhost::Proposal::Kind::Argument && !isEnable(proposal);
+      });
+  if (namesOnly && (!names || (trigger == "," && found.positional))) {
+    return {{"isIncomplete", false}, {"items", Json::array()}};
+  }
+  const std::uint32_t begin = found.replaced.begin.offset();
+  Json ranges = {{"range", analysed.range(found.replaced)}};
+  if (analysed.takesInsertions() && place.offset() < begin + found.replaced.length) {
+    ranges = {{"insert", analysed.range({found.replaced.begin, place.offset() - begin})},
+              {"replace", std::move(ranges["range"])}};
+  }
   Json items = Json::array();
   for (const refhost::Proposal& proposal : found.proposals) {
     if (namesOnly && proposal.kind != refhost::Proposal::Kind::Argument) continue;
@@ -85,12 +101,11 @@ Json completion(const Analysed& analysed, const Json& params) {
     const std::string sortText = argument ? fmt::format("{:02}{:03}", proposal.rank, items.size())
                                           : fmt::format("{:02}{}", proposal.rank, proposal.label);
     Json& item = items.emplace_back();
-    item = {
-        {"label", proposal.label},
-        {"kind", kindNumber(proposal.kind)},
-        {"sortText", sortText},
-        {"textEdit",
-         {{"range", range}, {"newText", proposal.text.empty() ? proposal.label : proposal.text}}}};
+    item = {{"label", proposal.label},
+            {"kind", kindNumber(proposal.kind)},
+            {"sortText", sortText},
+            {"textEdit", ranges}};
+    item["textEdit"]["newText"] = proposal.text.empty() ? proposal.label : proposal.text;
     if (!proposal.detail.empty()) item["detail"] = proposal.detail;
     if (proposal.snippet) item["insertTextFormat"] = kSnippetFormat;
     Json data = dataOf(analysed, proposal, uri);

@@ -22,7 +22,8 @@ class Documents {
  public:
   // Set by `initialize`.
   Encoding encoding = Encoding::Utf16;
-  bool takesSnippets = false;  // in completions
+  bool takesSnippets = false;    // in completions
+  bool takesInsertions = false;  // a completion may have two ranges
 
   // The parameters of the notifications of these names. Each returns the document, null if it is
   // not open.

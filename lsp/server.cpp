@@ -112,6 +112,8 @@ Json Server::initialize(const Json& params) {
   }
   documents_.takesSnippets = client.value(
       Json::json_pointer("/textDocument/completion/completionItem/snippetSupport"), false);
+  documents_.takesInsertions = client.value(
+      Json::json_pointer("/textDocument/completion/completionItem/insertReplaceSupport"), false);
   registersWatchers_ = client.value(
       Json::json_pointer("/workspace/didChangeWatchedFiles/dynamicRegistration"), false);
   capabilities_["positionEncoding"] = documents_.encoding == Encoding::Utf8 ? "utf-8" : "utf-16";

@@ -1,6 +1,7 @@
 #include "refhost/editor/callee.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/op_manager_api.h"
 #include "core/operator.h"
@@ -95,6 +96,19 @@ CalleeAt fromAssertion(const TestFunction& function) {
   return callee;
 }
 
+// The inputs of an operator or a function that may be repeated are shown as several.
+CalleeAt repeated(CalleeAt callee) {
+  const std::size_t count = callee.parameters.size();
+  if (!callee.extensible || count == 0) return callee;
+  const auto withoutDigits = [](const std::string& name) {
+    return name.substr(0, name.find_last_not_of("0123456789") + 1);
+  };
+  const bool alone = count == 1 || withoutDigits(callee.parameters[count - 2].name) !=
+                                       withoutDigits(callee.parameters[count - 1].name);
+  if (alone) addInputs(callee, {callee.parameterName(count)});
+  return callee;
+}
+
 std::optional<CalleeAt> fromLanguage(const NamesAt& names, std::string_view name) {
   const Services& services = names.view().program().services;
   if (const vel::STOperator* const op = services.operators != nullptr
@@ -108,7 +122,7 @@ std::optional<CalleeAt> fromLanguage(const NamesAt& names, std::string_view name
     const std::size_t to = isConversion(op->name) ? op->name.rfind("TO_") : std::string::npos;
     const std::string target = to != std::string::npos ? op->name.substr(to + 3) : std::string();
     if (hostkit::elementaryType(target) != nullptr) callee.result = target;
-    return callee;
+    return repeated(std::move(callee));
   }
   if (const TestFunction* const function = testFunction(name)) return fromAssertion(*function);
   const StandardFunction* const function = standardFunction(name);
@@ -118,7 +132,7 @@ std::optional<CalleeAt> fromLanguage(const NamesAt& names, std::string_view name
     addInputs(callee, {function->formals[static_cast<std::size_t>(i)]});
   }
   callee.extensible = function->extensible;
-  return callee;
+  return repeated(std::move(callee));
 }
 
 CalleeAt taskAt(std::string_view name) {
@@ -174,6 +188,28 @@ std::string signatureText(const CalleeAt& callee, bool named, std::vector<Span>*
   text += ')';
   if (!callee.result.empty()) text += " : " + callee.result;
   return text;
+}
+
+std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBracket& bracket) {
+  const CursorContext& context = names.context();
+  const std::uint32_t begin = context.code.tokens[bracket.token].span.end;
+  std::vector<std::string_view> given;
+  std::string_view last;
+  int depth = 0;
+  for (const SourceToken& token : names.tokens()) {
+    const bool here = token.span.begin >= context.word.begin && token.span.end <= context.word.end;
+    if (token.span.begin < begin || token.token == 0 || here) continue;
+    if (isStructural(token.token)) break;
+    if (token.token == '(' || token.token == '[') ++depth;
+    if ((token.token == ')' || token.token == ']') && --depth < 0) break;
+    const bool assigns = token.token == CalleeToken::ASSIGN || token.token == CalleeToken::ARROW;
+    if (depth == 0 && assigns && !last.empty()) given.push_back(last);
+    last = context.code.text.substr(token.span.begin, token.span.end - token.span.begin);
+    const bool name =
+        token.kind == SourceToken::Kind::Name || token.kind == SourceToken::Kind::Keyword;
+    if (!name) last = {};
+  }
+  return given;
 }
 
 bool isConversion(std::string_view operatorName) {

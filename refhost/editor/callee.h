@@ -34,16 +34,20 @@ struct CalleeAt {
   Kind kind = Kind::Unit;
   std::string name;
   std::string result;  // its type; empty for none or one that depends on the operands
-  std::vector<CalleeParameter> parameters;
-  bool extensible = false;  // the last parameter may be repeated
-  bool takesNames = true;   // it has named arguments
-  bool takesEnable = true;  // it has EN and ENO
-  SymbolId id = kNoSymbol;  // of the unit
+  std::vector<CalleeParameter> parameters;  // two at least of those that may be repeated
+  bool extensible = false;                  // the last parameter may be repeated
+  bool takesNames = true;                   // it has named arguments
+  bool takesEnable = true;                  // it has EN and ENO
+  SymbolId id = kNoSymbol;                  // of the unit
 };
 
 // The parameters in brackets and the result, with or without the name in front; `places`, if not
 // null, gets the range of each parameter in it.
 std::string signatureText(const CalleeAt& callee, bool named, std::vector<Span>* places = nullptr);
+
+// The names of the arguments between the brackets around the cursor, on both sides of it, without
+// that at the cursor.
+std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBracket& bracket);
 
 // True of the operators X_TO_Y and TO_Y, of which there are hundreds.
 bool isConversion(std::string_view operatorName);

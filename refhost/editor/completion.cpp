@@ -55,7 +55,8 @@ class Completer {
         parts.addOfKind(SymbolKind::Program);
         break;
       case CursorPlace::ItemWord:
-        proposals_.addWord(context_.code.inUnitHeader ? "ON" : "WITH");
+        proposals_.addWord(context_.code.inUnitHeader ? "ON" : "WITH", Rank::First);
+        if (context_.code.inUnitHeader) addItems();
         break;
       case CursorPlace::Label:
         parts.addLabels();

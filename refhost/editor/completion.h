@@ -42,9 +42,11 @@ struct Proposal {
 };
 
 struct Completion {
-  SourceRange replaced;             // the word around the place; empty for none
+  // The word around the place, or behind it where an operand or a type stands; empty for none.
+  SourceRange replaced;
   std::vector<Proposal> proposals;  // no two of them have the same label and text
   bool incomplete = false;          // further letters bring others
+  bool positional = false;          // behind arguments of a call that have no names
 };
 
 // With `snippets` some proposals are snippets. Names that do not contain the letters of the word in

@@ -11,30 +11,6 @@ namespace {
 
 using ArgumentToken = grammar::Parser::token;
 
-// The names of the arguments between the brackets around the cursor, on both sides of it.
-std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBracket& bracket) {
-  const CursorContext& context = names.context();
-  const std::uint32_t begin = context.code.tokens[bracket.token].span.end;
-  std::vector<std::string_view> given;
-  std::string_view last;
-  int depth = 0;
-  for (const SourceToken& token : names.tokens()) {
-    const bool here = token.span.begin >= context.word.begin && token.span.end <= context.word.end;
-    if (token.span.begin < begin || token.token == 0 || here) continue;
-    if (isStructural(token.token)) break;
-    if (token.token == '(' || token.token == '[') ++depth;
-    if ((token.token == ')' || token.token == ']') && --depth < 0) break;
-    const bool assigns =
-        token.token == ArgumentToken::ASSIGN || token.token == ArgumentToken::ARROW;
-    if (depth == 0 && assigns && !last.empty()) given.push_back(last);
-    last = context.code.text.substr(token.span.begin, token.span.end - token.span.begin);
-    const bool name =
-        token.kind == SourceToken::Kind::Name || token.kind == SourceToken::Kind::Keyword;
-    if (!name) last = {};
-  }
-  return given;
-}
-
 class ArgumentList {
  public:
   ArgumentList(const NamesAt& names, const CodeBracket& bracket, Proposals& proposals)
@@ -95,15 +71,20 @@ void CompletionParts::addArguments() const {
   const bool named = list.namesAny() || assigned;
   const Rank rank = instance || named ? Rank::First : Rank::Standard;
   const bool inputs = !negated && (named || bracket.commas == 0);
-  for (const CalleeParameter& parameter : callee->parameters) {
-    const bool output = parameter.passing == CalleeParameter::Passing::Out;
-    if (output || inputs) list.add(parameter.name, parameter.type, output, rank, parameter.id);
+  using Passing = CalleeParameter::Passing;
+  for (const Passing passing : {Passing::In, Passing::InOut, Passing::Out}) {
+    const bool output = passing == Passing::Out;
+    for (const CalleeParameter& parameter : callee->parameters) {
+      if (parameter.passing != passing || !(output || inputs)) continue;
+      list.add(parameter.name, parameter.type, output, rank, parameter.id);
+    }
   }
   if (callee->extensible && named) {
-    std::size_t next = callee->parameters.size();
+    std::size_t next = 0;
     while (list.isGiven(callee->parameterName(next))) ++next;
-    list.add(callee->parameterName(next), "", false, rank);
+    if (next >= callee->parameters.size()) list.add(callee->parameterName(next), "", false, rank);
   }
+  proposals_.positional = bracket.commas > 0 && !list.namesAny();
   if (!callee->takesEnable) return;
   if (inputs) list.add("EN", "BOOL", false, Rank::Word);
   list.add("ENO", "BOOL", true, Rank::Word);

@@ -126,7 +126,9 @@ void CompletionParts::addOperands() const {
   addVariables(output);
   if (output) return;
   addWantedValues();
-  for (const SymbolId value : names_.values()) proposals_.addSymbol(value, Rank::Value);
+  for (const SymbolId value : names_.values()) {
+    if (!isUsedLabel(names_.symbols()[value].name)) proposals_.addSymbol(value, Rank::Value);
+  }
   const PlaceType truth = names_.typeNamed("BOOL");
   for (const char* const word : {"TRUE", "FALSE"}) {
     proposals_.addWord(word, Rank::Word, fits(truth, proposals_.expected().type));
@@ -149,7 +151,7 @@ void CompletionParts::addWantedValues() const {
   const SymbolInfo& type = names_.symbols()[wanted];
   for (const SymbolId id : names_.symbols().partsOf(wanted)) {
     const SymbolInfo& value = names_.symbols()[id];
-    if (value.kind != SymbolKind::Value) continue;
+    if (value.kind != SymbolKind::Value || isUsedLabel(value.name)) continue;
     const bool hidden = isType(type.kind) && names_.variable(value.name) != nullptr;
     proposals_.addSymbol(id, Rank::First, hidden ? type.name + '#' + value.name : value.name);
   }
@@ -164,16 +166,21 @@ void CompletionParts::addLabels() const {
   const PlaceType selector = proposals_.expected().type;
   const SymbolId type = names_.enumerationOf(selector);
   if (type == kNoSymbol) return;
-  const std::vector<std::string_view>& used = context_.labels;
   for (const SymbolId value : names_.symbols().partsOf(type)) {
-    const SymbolInfo& symbol = names_.symbols()[value];
-    const bool taken = std::any_of(used.begin(), used.end(), [&](std::string_view label) {
-      const std::size_t mark = label.find('#');
-      if (mark != std::string_view::npos) label.remove_prefix(mark + 1);
-      return equalIgnoringCase(label, symbol.name);
-    });
-    if (!taken) proposals_.addSymbol(value, Rank::First);
+    if (!isUsedLabel(names_.symbols()[value].name)) proposals_.addSymbol(value, Rank::First);
   }
+  if (isType(names_.symbols()[type].kind)) proposals_.addSymbol(type, Rank::Type);
+}
+
+bool CompletionParts::isUsedLabel(std::string_view value) const {
+  using Place = CursorContext::Place;
+  if (context_.place != Place::Label && context_.place != Place::OwnLabel) return false;
+  const std::vector<std::string_view>& used = context_.labels;
+  return std::any_of(used.begin(), used.end(), [value](std::string_view label) {
+    const std::size_t mark = label.find('#');
+    if (mark != std::string_view::npos) label.remove_prefix(mark + 1);
+    return equalIgnoringCase(label, value);
+  });
 }
 
 void CompletionParts::addMembers() const {
@@ -185,7 +192,7 @@ void CompletionParts::addMembers() const {
   if (first > last) return;
   const bool plain = first == last;
   for (const NamedPart& part : names_.membersOf(names_.typeOfAccess(first, last))) {
-    proposals_.addVariable(part, Rank::First);
+    proposals_.addVariable(part, Rank::First, true);
   }
   if (plain && names_.variable(code.textOf(first)) == nullptr) addValuesOf(code.textOf(first));
 }
@@ -280,14 +287,19 @@ void CompletionParts::addPathParts() const {
     return kNoSymbol;
   };
   SymbolId owner = kNoSymbol;
+  int depth = 0;
   for (std::size_t i = code.statement; i + 1 < code.tokens.size(); ++i) {
-    if (code.tokens[i].token != PartToken::IDENTIFIER) continue;
+    if (code.tokens[i].token == '[') ++depth;
+    if (code.tokens[i].token == ']') --depth;
+    if (code.tokens[i].token != PartToken::IDENTIFIER || depth > 0) continue;
     const SymbolId at = named(owner, code.textOf(i));
     if (at == kNoSymbol) return;
     owner = at;
+    const vel::SymbolDataType* type = symbols.dataType(at);
+    while (const auto* const array = dynamic_cast<const ArrayType*>(type)) type = array->element;
     if (symbols[at].kind == SymbolKind::Instance) {
       owner = symbols.ofType(vel::TreeBuilder::source(*symbols[at].node->leaf(1)->leaf(0)));
-    } else if (const auto* const block = dynamic_cast<const InstanceType*>(symbols.dataType(at))) {
+    } else if (const auto* const block = dynamic_cast<const InstanceType*>(type)) {
       owner = symbols.ofUnit(*block->unit->node);
     }
   }

@@ -29,6 +29,7 @@ class CompletionParts {
   void addCallable(std::string_view name, Rank rank, bool statement) const;
   void addOperators(bool statement) const;
   void addWantedValues() const;
+  bool isUsedLabel(std::string_view value) const;
   void addArguments() const;
   void addPathParts() const;
   Rank rankOf(const NamedPart& part) const;

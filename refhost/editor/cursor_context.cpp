@@ -33,6 +33,7 @@ class PlaceFinder {
       context_.place = CursorPlace::Value;
     } else {
       context_.place = find();
+      takeNextWord();
     }
     return std::move(context_);
   }
@@ -47,7 +48,31 @@ class PlaceFinder {
     return token < code().tokens.size() && hostkit::equalIgnoringCase(code().textOf(token), word);
   }
 
+  // A name that begins at the cursor where an operand or a type stands gives way to another.
+  void takeNextWord() {
+    if (context_.word.end > context_.word.begin) return;
+    switch (context_.place) {
+      case CursorPlace::Operand:
+      case CursorPlace::Member:
+      case CursorPlace::Type:
+      case CursorPlace::OwnLabel:
+      case CursorPlace::Task:
+      case CursorPlace::Program:
+        break;
+      default:
+        return;
+    }
+    for (const SourceToken& token : tokens_) {
+      const bool word =
+          token.kind == SourceToken::Kind::Name || token.kind == SourceToken::Kind::Truth;
+      if (word && token.span.begin == offset_) context_.word = token.span;
+    }
+    findBehind();
+  }
+
   void findBehind() {
+    context_.assigned = context_.outputs = false;
+    context_.behind = {};
     const auto next =
         std::find_if(tokens_.begin(), tokens_.end(), [this](const SourceToken& token) {
           return token.span.begin >= context_.word.end && token.kind != SourceToken::Kind::Comment;
@@ -274,7 +299,12 @@ class PlaceFinder {
     }
     const bool continues = before.token == ',' || before.token == CursorToken::RANGE;
     context_.constant = labels && bare && continues;
-    if (context_.constant) return CursorPlace::OwnLabel;
+    if (context_.constant) {
+      for (std::size_t i = begin; i < code().tokens.size(); ++i) {
+        context_.labels.push_back(code().textOf(i));
+      }
+      return CursorPlace::OwnLabel;
+    }
     const bool word = roleOf(before.token) == TokenRole::StatementWord;
     if (word) return context_.onNewLine ? CursorPlace::Statement : CursorPlace::Nothing;
     return CursorPlace::Operand;

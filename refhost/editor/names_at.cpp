@@ -186,17 +186,26 @@ PlaceType NamesAt::targetOf(PlaceType place) {
 }
 
 PlaceType NamesAt::typeOfAccess(std::size_t first, std::size_t last) const {
-  const OpenCode& code = context_.code;
-  if (first > last || last >= code.tokens.size()) return {};
-  const NamedPart* const root = variable(code.textOf(first));
+  const std::vector<SourceToken>& tokens = context_.code.tokens;
+  if (first > last || last >= tokens.size()) return {};
+  const auto begin = tokens.begin() + static_cast<std::ptrdiff_t>(first);
+  return typeOfTokens({begin, begin + static_cast<std::ptrdiff_t>(last - first + 1)});
+}
+
+PlaceType NamesAt::typeOfTokens(const std::vector<SourceToken>& access) const {
+  const std::string_view text = view_.program().sources.text(file_);
+  const auto textOf = [text](const SourceToken& token) {
+    return text.substr(token.span.begin, token.span.end - token.span.begin);
+  };
+  const NamedPart* const root = access.empty() ? nullptr : variable(textOf(access[0]));
   if (root == nullptr) return {};
   PlaceType place = typeOf(*root);
-  for (std::size_t i = first + 1; i <= last; ++i) {
-    const int token = code.tokens[i].token;
+  for (std::size_t i = 1; i < access.size(); ++i) {
+    const int token = access[i].token;
     if (token == '[') {
       int depth = 0;
-      for (; i < last; ++i) {
-        const int part = code.tokens[i].token;
+      for (; i + 1 < access.size(); ++i) {
+        const int part = access[i].token;
         if (part == '[' || part == '(') ++depth;
         if (part == ']' || part == ')') --depth;
         if (depth == 0) break;
@@ -205,7 +214,7 @@ PlaceType NamesAt::typeOfAccess(std::size_t first, std::size_t last) const {
     } else if (token == '^') {
       place = targetOf(place);
     } else if (token != '.') {
-      place = memberNamed(place, code.textOf(i));
+      place = memberNamed(place, textOf(access[i]));
     }
   }
   return place;

@@ -59,6 +59,8 @@ class NamesAt {
   PlaceType typeNamed(std::string_view type) const;  // a type as written
   // The type of the access from token `first` to token `last` of the context.
   PlaceType typeOfAccess(std::size_t first, std::size_t last) const;
+  // The same of these tokens of the file.
+  PlaceType typeOfTokens(const std::vector<SourceToken>& access) const;
   // Members that may be named at the cursor.
   std::vector<NamedPart> membersOf(const PlaceType& place) const;
   // The symbol whose parts are the values of an enumeration; kNoSymbol for another type.

@@ -256,6 +256,7 @@ class CodeWalk {
     if (!named) return i;
     if (ends(i)) return i;
     if (kind(i) == CodeToken::IDENTIFIER || kind(i) == CodeToken::LITERAL) ++i;
+    if (construct.kind == Construct::Kind::Resource && ends(i)) return i;
     const bool processor = construct.kind == Construct::Kind::Resource && i < code_.tokens.size() &&
                            hostkit::equalIgnoringCase(code_.textOf(i), "ON");
     if (processor) return ends(i + 1) ? i + 1 : i + 2;

@@ -65,10 +65,6 @@ std::string argumentsOf(const CalleeAt& callee) {
     if (named) text += escaped(parameter.name) + " := ";
     text += hole(++number, parameter.name);
   }
-  // An operator of any number of operands needs two.
-  if (callee.extensible && number == 1) {
-    text += ", " + hole(2, callee.parameterName(callee.parameters.size()));
-  }
   return text;
 }
 
@@ -123,8 +119,10 @@ Proposal& Proposals::add(Proposal proposal, Rank rank, Fit fit) {
   const std::string_view prefix = names_.context().prefix;
   const bool begins =
       equalIgnoringCase(std::string_view(proposal.label).substr(0, prefix.size()), prefix);
-  proposal.rank =
-      static_cast<int>(rank) + (choice ? kStep * static_cast<int>(fit) : 0) + (begins ? 0 : kInner);
+  const bool written = begins && !prefix.empty() && proposal.label.size() == prefix.size();
+  proposal.rank = written ? 0
+                          : static_cast<int>(rank) + (choice ? kStep * static_cast<int>(fit) : 0) +
+                                (begins ? 0 : kInner);
   return proposals_.emplace_back(std::move(proposal));
 }
 
@@ -180,7 +178,7 @@ void Proposals::addSymbol(SymbolId id, Rank rank, std::string_view label) {
   add(std::move(proposal), rank, fits({type, {}}, expected_.type));
 }
 
-void Proposals::addVariable(const NamedPart& part, Rank rank) {
+void Proposals::addVariable(const NamedPart& part, Rank rank, bool member) {
   if (!suits(part.name)) return;
   Proposal proposal;
   proposal.label = std::string(part.name);
@@ -195,6 +193,7 @@ void Proposals::addVariable(const NamedPart& part, Rank rank) {
     proposal.detail = inOneLine(part.lexical->type);
     if (part.lexical->constant) proposal.kind = Proposal::Kind::Constant;
   }
+  if (member) proposal.kind = Proposal::Kind::Member;
   const bool choice = expected_.type.type != nullptr;
   add(std::move(proposal), rank,
       choice ? fits(names_.typeOf(part), expected_.type) : Fit::Possible);
@@ -217,6 +216,7 @@ Completion Proposals::take(std::uint32_t file) {
   const Span word = names_.context().word;
   completion.replaced = {vel::TextLocation(file, word.begin), word.end - word.begin};
   completion.incomplete = incomplete;
+  completion.positional = positional;
   std::stable_sort(proposals_.begin(), proposals_.end(),
                    [](const Proposal& a, const Proposal& b) { return a.rank < b.rank; });
   std::set<std::pair<std::string, std::string>> known;

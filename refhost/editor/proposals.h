@@ -38,13 +38,15 @@ class Proposals {
   void addBlock(const Construct& construct);
   // `label` is how it is written if that is not its name.
   void addSymbol(SymbolId id, Rank rank, std::string_view label = {});
-  void addVariable(const NamedPart& part, Rank rank);
+  void addVariable(const NamedPart& part, Rank rank, bool member = false);
   // With its parameters if none follow.
   void addCall(const CalleeAt& callee, Proposal proposal, Rank rank, Fit fit,
                bool statement = false);
 
   Completion take(std::uint32_t file);
+  // As in the Completion.
   bool incomplete = false;
+  bool positional = false;
 
  private:
   const NamesAt& names_;

@@ -13,9 +13,36 @@ namespace {
 
 using HelpToken = grammar::Parser::token;
 
+using Passing = CalleeParameter::Passing;
+
+// The first parameter that none of the arguments has, of which some are named.
+std::size_t missingIn(const CalleeAt& callee, const CodeBracket& bracket, const OpenCode& code,
+                      const std::vector<std::string_view>& given) {
+  std::vector<bool> taken(callee.parameters.size() + 1);
+  for (const std::string_view name : given) taken[callee.named(name)] = true;
+  std::size_t plain = bracket.commas;
+  int depth = 0;
+  for (std::size_t i = bracket.token + 1; i < code.tokens.size(); ++i) {
+    const int token = code.tokens[i].token;
+    if (token == '(' || token == '[') ++depth;
+    if (token == ')' || token == ']') --depth;
+    const bool names = token == HelpToken::ASSIGN || token == HelpToken::ARROW;
+    if (names && depth == 0 && plain > 0) --plain;
+  }
+  for (std::size_t i = 0; i < plain; ++i) taken[callee.positional(i, false)] = true;
+  for (const bool outputs : {false, true}) {
+    for (std::size_t i = 0; i < callee.parameters.size(); ++i) {
+      const bool output = callee.parameters[i].passing == Passing::Out;
+      if (output == outputs && !taken[i]) return i;
+    }
+  }
+  return callee.positional(callee.parameters.size(), false);
+}
+
 // The parameter of the argument that the cursor is in.
 std::optional<std::size_t> activeIn(const CalleeAt& callee, const CodeBracket& bracket,
-                                    const CursorContext& context) {
+                                    const NamesAt& names) {
+  const CursorContext& context = names.context();
   const OpenCode& code = context.code;
   const std::size_t end = code.tokens.size();
   std::size_t name = bracket.argument;
@@ -24,12 +51,15 @@ std::optional<std::size_t> activeIn(const CalleeAt& callee, const CodeBracket& b
   std::size_t index = 0;
   if (behind == HelpToken::ASSIGN || behind == HelpToken::ARROW) {
     index = callee.named(code.textOf(name));
+  } else if (const Span word = context.word; name == end && context.assigned) {
+    index = callee.named(code.text.substr(word.begin, word.end - word.begin));
+  } else if (const auto given = givenArguments(names, bracket); !given.empty()) {
+    index = missingIn(callee, bracket, code, given);
   } else {
     // Behind the cursor the arguments go on; together they may be so many that outputs count.
     const auto inputs = static_cast<std::size_t>(std::count_if(
-        callee.parameters.begin(), callee.parameters.end(), [](const CalleeParameter& parameter) {
-          return parameter.passing != CalleeParameter::Passing::Out;
-        }));
+        callee.parameters.begin(), callee.parameters.end(),
+        [](const CalleeParameter& parameter) { return parameter.passing != Passing::Out; }));
     index = callee.positional(bracket.commas, bracket.commas >= inputs);
   }
   return index < callee.parameters.size() ? std::optional(index) : std::nullopt;
@@ -57,7 +87,7 @@ std::optional<SignatureHelp> signatureAt(const ProgramView& view, vel::TextLocat
     const bool open = id != kNoSymbol && !view.symbols()[id].standard;
     help.parameters.push_back({places[i], open ? commentText(view, id) : std::string()});
   }
-  help.active = activeIn(*callee, *bracket, context);
+  help.active = activeIn(*callee, *bracket, names);
   const bool own = callee->id != kNoSymbol && !view.symbols()[callee->id].standard;
   if (own) {
     help.comment = commentText(view, callee->id);

@@ -1,8 +1,10 @@
 #include "refhost/editor/wanted_type.h"
 
 #include "hostkit/elementary_types.h"
+#include "hostkit/operator_traits.h"
 #include "refhost/editor/callee.h"
 #include "refhost/services/derived_types.h"
+#include "refhost/services/standard_functions.h"
 #include "refhost/syntax/word_tables.h"
 
 namespace refhost {
@@ -10,6 +12,11 @@ namespace refhost {
 namespace {
 
 using TypeToken = grammar::Parser::token;
+
+bool compares(int token) {
+  return token == '=' || token == '<' || token == '>' || token == TypeToken::NOT_EQUAL ||
+         token == TypeToken::LESS_EQUAL || token == TypeToken::GREATER_EQUAL;
+}
 
 class TypeSearch {
  public:
@@ -19,18 +26,9 @@ class TypeSearch {
   Wanted run() {
     if (code_.tokens.empty()) return {};
     if (context_.initial) return inInitial();
-    const int before = code_.kindBefore();
-    switch (before) {
-      case '=':
-      case '<':
-      case '>':
-      case TypeToken::NOT_EQUAL:
-      case TypeToken::LESS_EQUAL:
-      case TypeToken::GREATER_EQUAL:
-        return {compared(), {}};
-      default:
-        return {wanted(code_.brackets.size()), {}};
-    }
+    if (compares(code_.kindBefore())) return {compared(), {}};
+    if (const PlaceType behind = comparedBehind(); behind.known()) return {behind, {}};
+    return {wanted(code_.brackets.size()), {}};
   }
 
  private:
@@ -50,6 +48,30 @@ class TypeSearch {
     return end > code_.statement ? typeBefore(end) : PlaceType{};
   }
 
+  // The operand behind a comparison that follows the word.
+  PlaceType comparedBehind() const {
+    std::vector<SourceToken> access;
+    bool found = false;
+    int depth = 0;
+    for (const SourceToken& token : names_.tokens()) {
+      const int kind = token.token;
+      if (token.span.begin < context_.word.end || kind == 0) continue;
+      if (!found) {
+        if (!compares(kind)) return {};
+        found = true;
+        continue;
+      }
+      const bool part = access.empty() || access.back().token == '.'
+                            ? token.kind == SourceToken::Kind::Name
+                            : kind == '.' || kind == '[' || kind == '^';
+      if (isStructural(kind) || (depth == 0 && !part)) break;
+      if (kind == '[') ++depth;
+      if (kind == ']') --depth;
+      access.push_back(token);
+    }
+    return names_.typeOfTokens(access);
+  }
+
   // Of a value within `depth` brackets.
   PlaceType wanted(std::size_t depth) const {
     for (; depth > 0; --depth) {
@@ -58,25 +80,47 @@ class TypeSearch {
       if (bracket.token == 0) return {};
       const std::size_t last = bracket.token - 1;
       const auto callee = calleeAt(names_, context_.accessBegin(last), last);
-      if (callee) return argument(*callee, bracket);
+      if (callee) return argument(*callee, depth);
     }
     return ofStatement();
   }
 
-  PlaceType argument(const CalleeAt& callee, const CodeBracket& bracket) const {
+  PlaceType argument(const CalleeAt& callee, std::size_t depth) const {
+    const CodeBracket& bracket = code_.brackets[depth - 1];
     const bool named = bracket.argument + 1 < code_.tokens.size() &&
                        (code_.tokens[bracket.argument + 1].token == TypeToken::ASSIGN ||
                         code_.tokens[bracket.argument + 1].token == TypeToken::ARROW);
     const std::size_t index = named ? callee.named(code_.textOf(bracket.argument))
                                     : callee.positional(bracket.commas, false);
     if (index >= callee.parameters.size()) return {};
-    if (callee.kind != CalleeAt::Kind::Assertion || bracket.commas == 0) {
-      return {callee.parameters[index].dataType, {}};
+    const auto first = [&] {
+      std::size_t end = bracket.token + 1;
+      while (end < code_.tokens.size() && code_.tokens[end].token != ',') ++end;
+      return bracket.commas > 0 ? typeBefore(end) : PlaceType{};
+    };
+    // The operands of these are of one type, which may be that of the result.
+    const auto passed = [&] {
+      const PlaceType type = wanted(depth - 1);
+      const bool truth = type.type != nullptr && type.around.empty() &&
+                         type.type->dataType() == BasicDataType::Bool;
+      return truth ? PlaceType{} : type;
+    };
+    if (callee.kind == CalleeAt::Kind::Assertion && bracket.commas > 0) return first();
+    if (callee.kind == CalleeAt::Kind::Operator) {
+      const hostkit::OperatorTraits& traits = hostkit::operatorTraits(callee.name);
+      if (index < traits.firstChoice) {
+        return elementary(callee.extensible ? BasicDataType::LInt : BasicDataType::Bool);
+      }
+      if (traits.chooses() || traits.result == hostkit::OperatorTraits::Result::Passed) {
+        return passed();
+      }
     }
-    // What an assertion compares has the type of its first operand.
-    std::size_t end = bracket.token + 1;
-    while (end < code_.tokens.size() && code_.tokens[end].token != ',') ++end;
-    return typeBefore(end);
+    if (callee.kind == CalleeAt::Kind::StandardFunction) {
+      const StandardFunction::Kind kind = standardFunction(callee.name)->kind;
+      if (kind == StandardFunction::Kind::Comparison) return first();
+      if (kind == StandardFunction::Kind::Operation) return passed();
+    }
+    return {callee.parameters[index].dataType, {}};
   }
 
   PlaceType ofStatement() const {

@@ -2,10 +2,12 @@
 
 #include <cstring>
 #include <random>
+#include <regex>
 #include <sstream>
 
 #include "refhost/editor/signature_help.h"
 #include "refhost/editor/source_tokens.h"
+#include "refhost/format/format.h"
 #include "tests/refhost/editor/queried.h"
 
 namespace refhost {
@@ -62,7 +64,8 @@ class CompletionOfCutNames : public testing::Test {
     ++asked_;
     for (const Proposal& proposal : list.proposals) {
       const std::string label = proposal.label.substr(proposal.label.find('#') + 1);
-      const bool kind = proposal.kind == name.kind || proposal.kind == Proposal::Kind::Argument;
+      const bool kind = proposal.kind == name.kind || proposal.kind == Proposal::Kind::Argument ||
+                        proposal.kind == Proposal::Kind::Member;
       if (kind && vel::equalIgnoringCase(label.substr(0, label.find(' ')), name.text)) return;
     }
     const std::string& text = broken[name.file].text;
@@ -168,6 +171,8 @@ const Row kRows[] = {
      "Blue c END_CASE ELSE IF", ""},
     {"PROGRAM X VAR c : Color; END_VAR CASE c OF Color#Red, | Green: END_CASE;", "Blue size",
      "c total"},
+    {"PROGRAM X VAR c : Color; END_VAR CASE c OF Red, | Green: END_CASE;", "Blue Color", "Red"},
+    {"PROGRAM X VAR c : Color; END_VAR CASE c OF C|: END_CASE;", "Color", ""},
     {"PROGRAM X VAR q : POINTER TO Pts; END_VAR q^[1].|", "x y c", "total"},
     {"PROGRAM X VAR p : ARRAY[0..1, 0..1] OF Pump; END_VAR p[1, total].|", "run flow",
      "sum t total"},
@@ -197,6 +202,7 @@ const Row kRows[] = {
     {"TEST 'x' |", "ASSERT_EQ ADVANCE_TIME pump1 level VAR END_TEST", "VAR_INPUT"},
     {"CONFIGURATION C |", "RESOURCE TASK PROGRAM VAR_GLOBAL VAR_CONFIG END_CONFIGURATION",
      "IF total"},
+    {"CONFIGURATION C RESOURCE R |", "ON TASK", ""},
     {"CONFIGURATION C TASK t(|", "INTERVAL: PRIORITY: SINGLE:", ""},
     {"CONFIGURATION C PROGRAM x |", "WITH", "Main"},
     {"CONFIGURATION C PROGRAM x WITH |", "fast", "Main"},
@@ -204,6 +210,9 @@ const Row kRows[] = {
     {"CONFIGURATION C PROGRAM x : Main(|", "start: shared", "run:"},
     {"CONFIGURATION C VAR_CONFIG |", "Cpu line open", ""},
     {"CONFIGURATION C VAR_CONFIG Cpu.line.p.|", "spare t", "total"},
+    {"PROGRAM X VAR v : ARRAY[1..2] OF Pump; END_VAR END_PROGRAM\n"
+     "CONFIGURATION C PROGRAM x : X; VAR_CONFIG x.v[1].|",
+     "spare t", "total"},
     // Names that are lost for the analysis.
     {"PROGRAM VAR lost : Pump; END_VAR l|", "lost", ""},
     {"PROGRAM X VAR a : INT b : Pump; END_VAR b.|", "run", "a"},
@@ -250,8 +259,14 @@ TEST(Completion, PutsFirstWhatFits) {
        "Red Green Blue d "},
       {"PROGRAM X VAR a : REAL; r : REFERENCE TO REAL; END_VAR r REF= |", "a r "},
       {"PROGRAM X VAR a : ARRAY[0..1] OF Pt; e : INT; f : REAL; END_VAR f := a[|", "e size "},
-      {"PROGRAM X VAR a : Pump; e : BOOL; END_VAR a(|", "run := flow => sum := e "},
+      {"PROGRAM X VAR a : Pump; e : BOOL; END_VAR a(|", "run := sum := flow => e "},
       {"PROGRAM X VAR a : Pump; e : BOOL; f : INT; END_VAR a(sum := |", "f "},
+      {"PROGRAM X VAR d : Color; END_VAR d := SEL(TRUE, |", "Red Green Blue d "},
+      {"PROGRAM X VAR d : Color; END_VAR d := MUX(0, Red, MAX(|", "Red Green Blue d "},
+      {"PROGRAM X VAR d : Color; e : INT; END_VAR d := MUX(|", "K := IN0 := IN1 := EN := "},
+      {"PROGRAM X VAR d : Color; END_VAR IF NOT EQ(d, |", "Red Green Blue d "},
+      {"PROGRAM X VAR d : ARRAY[0..1] OF Pt; END_VAR IF R| = d[1 + (0)].c THEN", "Red "},
+      {"PROGRAM X VAR ifs : INT; END_VAR IF|", "IF ifs IF ... END_IF "},
       {"PROGRAM X VAR yes, anno, no : BOOL; END_VAR yes := NO|", "no NOT anno "},
       {"TEST 'x' VAR e : BOOL; f : INT; END_VAR ASSERT_EQ(f, |", "f "},
   };
@@ -271,6 +286,46 @@ TEST(Completion, PutsFirstWhatFits) {
   }
 }
 
+TEST(Completion, LaysSnippetsOutAsTheFormatterDoes) {
+  const struct {
+    const char* code;  // `|` is the cursor
+    bool sections;     // which of the snippets stand there
+  } rows[] = {{"|\n", false},
+              {"PROGRAM X\n  |\nEND_PROGRAM\n", false},
+              {"PROGRAM X\n|\n  RETURN;\nEND_PROGRAM\n", true},
+              {"CONFIGURATION C\n  |\nEND_CONFIGURATION\n", false}};
+  std::size_t snippets = 0;
+  Queried queried;
+  for (const auto& row : rows) {
+    std::string code = row.code;
+    const std::size_t cursor = code.find('|');
+    const std::size_t indent = cursor > 0 && code[cursor - 1] == ' ' ? 2 : 0;
+    queried.analyse({{"all.st", code.erase(cursor, 1)}});
+    const auto list = completionAt(queried.view(),
+                                   vel::TextLocation(0, static_cast<std::uint32_t>(cursor)), true);
+    for (const Proposal& proposal : list.proposals) {
+      const bool section = proposal.label.substr(0, 3) == "VAR";
+      if (proposal.kind != Proposal::Kind::Snippet || section != row.sections) continue;
+      const bool holds = proposal.label[0] == 'C' || proposal.label.substr(0, 3) == "RES";
+      const char* const body = section                                 ? "a : INT;"
+                               : proposal.label.substr(0, 4) == "TYPE" ? "INT"
+                               : holds && proposal.label[1] != 'A'     ? "TASK t(PRIORITY := 1);"
+                                                                       : "RETURN;";
+      std::string text = std::regex_replace(proposal.text, std::regex("\\$0"), body);
+      text = std::regex_replace(text, std::regex(R"(\$\{\d:([^}]*)\})"), "$1");
+      text = std::regex_replace(text, std::regex("\t"), "  ");
+      text = std::regex_replace(text, std::regex("\n"), '\n' + std::string(indent, ' '));
+      SourceManager sources;
+      sources.add("all.st", std::string(code).insert(cursor, text));
+      const Formatting formatting = formatSource(sources, 0);
+      EXPECT_TRUE(formatting.errors.empty()) << text;
+      EXPECT_TRUE(formatting.edits.empty()) << text;
+      ++snippets;
+    }
+  }
+  EXPECT_GT(snippets, 18U);
+}
+
 TEST(SignatureHelp, KnowsTheCallAndTheParameter) {
   const struct {
     const char* code;    // as above
@@ -288,7 +343,11 @@ TEST(SignatureHelp, KnowsTheCallAndTheParameter) {
       {"PROGRAM X VAR a : Pts; END_VAR a[ABS(1) + |].x := 1;", "", ""},
       {"PROGRAM X total := LIMIT(0, ABS(|", "ABS(IN)", "IN"},
       {"PROGRAM X total := ADD(1, 2, 3, |", "ADD(IN1, IN2, ...)", "IN2"},
-      {"PROGRAM X total := MUX(K := 1, IN3 := |", "MUX(K, IN0, ...)", "IN0"},
+      {"PROGRAM X total := MUX(K := 1, IN3 := |", "MUX(K, IN0, IN1, ...)", "IN1"},
+      {"PROGRAM X total := MAX(1, ABS(2), |", "MAX(IN1, IN2, ...)", "IN2"},
+      {"PROGRAM X total := LIMIT(IN := 1, |", "LIMIT(MN, IN, MX)", "MN"},
+      {"PROGRAM X total := LIMIT(0, |, MX := 3)", "LIMIT(MN, IN, MX)", "IN"},
+      {"PROGRAM X total := LIMIT(M|X := 3)", "LIMIT(MN, IN, MX)", "MX"},
       {"PROGRAM X IF AND(total > 1, |", "AND(IN1, IN2, ...)", "IN2"},
       {"PROGRAM X IF total > 1 AND (|", "", ""},
       {"PROGRAM X VAR s : STRING; END_VAR s := CONCAT('a|", "CONCAT(IN1, IN2, ...)", "IN1"},
