@@ -14,6 +14,11 @@ Option& Option::value(const char* name) {
   return *this;
 }
 
+Option& Option::text(const char* text) {
+  option_->option_text(text);
+  return *this;
+}
+
 Option& Option::required(bool is) {
   option_->required(is);
   return *this;

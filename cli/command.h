@@ -23,6 +23,8 @@ class Option {
 
   // The name of the value in --help.
   Option& value(const char* name);
+  // The same, and instead of all that --help would say by itself, as that it is required.
+  Option& text(const char* text);
   Option& required(bool is = true);
   Option& needs(const Option& other);
   Option& excludes(const Option& other);

@@ -166,7 +166,7 @@ void CommandLine::addFiles(Command& command, std::vector<std::string>& files) {
       "Structured Text; of a folder, all *.st and *.ST in it; - is standard input (default: the "
       "sources of the project, velops.json)");
   // So that options of several values leave one for it.
-  file.required();
+  file.required().text("...");
   projectUses_.push_back({command, &files, file});
 }
 

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include "cli/commands.h"
 #include "cli/each_file.h"
@@ -16,6 +17,8 @@
 namespace velc {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 struct FormatOptions {
   std::vector<std::string> files;
@@ -37,6 +40,14 @@ std::string differences(const refhost::SourceManager& sources, const std::string
   return unifiedDiff(sourceName(file), withMark(sources, sources.text(0)), edits);
 }
 
+// A pipe or a device cannot be replaced.
+void refuseOther(const std::string& file) {
+  std::error_code unknown;
+  const fs::file_status status = fs::status(file, unknown);
+  if (!fs::exists(status) || fs::is_regular_file(status)) return;
+  throw Failure(fmt::format("{} is not a file that can be replaced", file));
+}
+
 // Files are replaced, which asks for no right to write to them.
 void refuseReadOnly(const std::string& file) {
   if (access(file.c_str(), W_OK) == 0) return;
@@ -44,12 +55,13 @@ void refuseReadOnly(const std::string& file) {
 }
 
 int formatFile(const FormatOptions& options, Report& report, const std::string& file) {
+  const bool isInput = file == "-";
+  if (!isInput && !options.check && !options.diff) refuseOther(file);
   refhost::SourceManager sources;
   loadSource(sources, file);
   const refhost::Formatting result = refhost::formatSource(sources, 0);
   report.add(sources, result.errors, 0, 1);
   if (!result.errors.empty()) return kProgramErrors;
-  const bool isInput = file == "-";
   if (result.edits.empty() && (!isInput || options.check || options.diff)) return kSuccess;
   if (options.diff || options.check) {
     writeStandardOutput(options.diff ? differences(sources, file, result.edits)

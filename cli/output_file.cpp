@@ -53,6 +53,24 @@ int writeAll(int descriptor, std::string_view text, const TerminationGuard& guar
   return 0;
 }
 
+// Opens a pipe or a device. Throws Terminated if a signal arrives that asks to terminate while
+// nobody opens the pipe to read.
+int openToWrite(const char* path, const TerminationGuard& guard) {
+  constexpr int kMilliseconds = 20;  // between two attempts
+  int descriptor = -1;
+  while ((descriptor = open(path, O_WRONLY | O_CLOEXEC | O_NONBLOCK)) < 0 && errno == ENXIO) {
+    pollfd event{guard.descriptor(), POLLIN, 0};
+    if (poll(&event, 1, kMilliseconds) > 0) throw Terminated{};
+    struct stat status {};
+    if (stat(path, &status) != 0 || !S_ISFIFO(status.st_mode)) {
+      errno = ENXIO;
+      return -1;
+    }
+  }
+  if (descriptor >= 0) fcntl(descriptor, F_SETFL, O_WRONLY);
+  return descriptor;
+}
+
 mode_t defaultMode(mode_t mode) {
   const mode_t mask = umask(0);
   umask(mask);
@@ -98,7 +116,7 @@ GrowingFile::GrowingFile(const std::string& path, const TerminationGuard& guard,
   struct stat status {};
   const bool exists = stat(path.c_str(), &status) == 0;
   if (exists && !S_ISREG(status.st_mode)) {
-    descriptor_ = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    descriptor_ = openToWrite(path.c_str(), guard);
     if (descriptor_ < 0) fail(errno);
     return;
   }

@@ -41,6 +41,7 @@ TEST_F(Velc, FormatsFilesInPlace) {
   EXPECT_EQ(read("faulty.st"), "program p x = end_program");
   EXPECT_EQ(velc("fmt --check good.st bad.st").code, 0);
   EXPECT_EQ(velc("fmt - < good.st").out, good);
+  EXPECT_EQ(velc("fmt /dev/null").err, "velc: /dev/null is not a file that can be replaced\n");
 }
 
 class Files : public Velc {
