@@ -111,6 +111,12 @@ class LineBreaks {
     const auto first = pieces_.begin() + static_cast<std::ptrdiff_t>(begin_);
     const auto behind = pieces_.begin() + static_cast<std::ptrdiff_t>(token_ + 1);
     first->trailing = std::any_of(first, behind, [](const Piece& piece) { return piece.begins(); });
+    for (auto comment = first + 1; comment + 1 != behind; ++comment) {
+      const Piece& above = *(comment - 1);
+      comment->below = (above.trailing || above.continues) && comment->newlines == 1 &&
+                       comment->begins() && (comment + 1)->begins() && comment->kind != kVerbatim;
+      comment->continues = comment->below && comment->column == above.column;
+    }
   }
 
   void countBlankLines() {

@@ -6,6 +6,7 @@
 #include "grammar.h"
 #include "refhost/format/piece.h"
 #include "refhost/format/spacing.h"
+#include "refhost/syntax/constructs.h"
 
 namespace refhost::format {
 
@@ -67,7 +68,7 @@ class Layout {
     head.outBlanks = head.kind == Kind::YYEOF ? 0 : lineIndentation_;
     const std::size_t end = pass == Pass::Breaks ? lineEnd(first) : breakFrom(first + 1);
     std::uint32_t column = head.outBlanks;
-    if (pass == Pass::Columns) noteLine(head);
+    if (pass == Pass::Columns && !head.continues) noteLine(head);
     for (std::size_t i = first; i < end; ++i) {
       Piece& piece = pieces_[i];
       if (i > first) {
@@ -155,8 +156,14 @@ class Layout {
     if (fixed || piece.kind == Kind::YYEOF) return kNever;
     if (last.kind == ',') return depth * kDepth;
     if (last.binary) return depth * kDepth + bindingOf(last);
-    if (last.opens() && !piece.closes()) return depth * kDepth + kDepth / 2;
+    // Behind each of several brackets it would only lead further to the right.
+    if (last.opens() && !piece.opens() && !piece.closes()) return depth * kDepth + kDepth / 2;
     return kNever;
+  }
+
+  static bool isBlockWord(int kind) {
+    const TokenRole role = roleOf(kind);
+    return role >= TokenRole::Opener && role <= TokenRole::Until;
   }
 
   void noteLine(const Piece& head) {
@@ -165,7 +172,10 @@ class Layout {
     if (head.outNewlines > 1) alignComments();
     if (token == end_) return;  // a comment in a line of its own
     const bool declares = pieces_[token].declares;
-    if (!joins_ || declares != declares_) alignComments();
+    const bool opensOrCloses = !declares && isBlockWord(pieces_[token].kind);
+    const bool apart = &head == &pieces_[begin_] && (opensOrCloses || behindBlockWord_);
+    if (!joins_ || declares != declares_ || apart) alignComments();
+    behindBlockWord_ = opensOrCloses;
     declares_ = declares;
     joins_ = declares;
   }
@@ -182,7 +192,9 @@ class Layout {
       if (line.width <= kMaxCommented) column = std::max(column, line.width + kCommentGap);
     }
     for (const CommentedLine& line : comments_) {
-      line.comment->outBlanks = std::max(column, line.width + kCommentGap) - line.width;
+      const std::uint32_t place = std::max(column, line.width + kCommentGap);
+      line.comment->outBlanks = place - line.width;
+      for (Piece* next = line.comment + 1; next->continues; ++next) next->outBlanks = place;
     }
     comments_.clear();
   }
@@ -195,6 +207,7 @@ class Layout {
   bool behindName_ = false;              // the last token is a comma outside of brackets
   std::vector<CommentedLine> comments_;  // that are aligned with each other
   bool declares_ = false;                // the line before is part of a declaration
+  bool behindBlockWord_ = false;         // the line before opens, divides or closes a block
   bool joins_ = false;                   // a comment in the next line belongs to them
 };
 

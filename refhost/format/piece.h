@@ -41,7 +41,7 @@ struct Piece {
   Span span;
   // In the source.
   std::uint32_t newlines = 0;  // line breaks between the piece and the one before it
-  std::uint32_t column = 0;    // from 0; a tab counts as four characters
+  std::uint32_t column = 0;    // from 0; a tab leads to the next multiple of four
   std::uint32_t width = 0;     // in characters; of several lines, that of the last one
   bool severalLines = false;   // a comment
   // Its lines are indented by the bytes that precede it in its own line, and move with it.
@@ -61,12 +61,14 @@ struct Piece {
   bool label = false;     // the ':' behind the labels of a CASE
 
   // How it is written.
-  bool blank = false;     // behind a blank, unless it begins a line
-  bool binary = false;    // an operator between two operands
-  bool upper = false;     // in capitals
-  bool trailing = false;  // a comment at the end of a line of code
-  bool whole = false;     // no line break is put in front of it
-  std::uint32_t pad = 0;  // further blanks, which align it
+  bool blank = false;      // behind a blank, unless it begins a line
+  bool binary = false;     // an operator between two operands
+  bool upper = false;      // in capitals
+  bool trailing = false;   // a comment at the end of a line of code
+  bool below = false;      // a comment in its own line, right below a trailing one
+  bool continues = false;  // the same, and in its column
+  bool whole = false;      // no line break is put in front of it
+  std::uint32_t pad = 0;   // further blanks, which align it
 
   // The result.
   std::uint32_t outNewlines = 0;

@@ -28,6 +28,13 @@ bool isIndented(std::string_view text, std::string_view blanks) {
   }
 }
 
+// The width of blanks within a piece.
+std::uint32_t indentation(std::string_view blanks) {
+  std::uint32_t width = 0;
+  for (const char c : blanks) width += c == '\t' ? kTab : 1;
+  return width;
+}
+
 class Reader {
  public:
   explicit Reader(std::string_view text) : text_(text), utf8_(hostkit::isUtf8(text)) {}
@@ -65,7 +72,7 @@ class Reader {
     while (at_ < end) {
       const char c = text_[at_];
       if (isBlank(c)) {
-        advance();
+        advance(true);
         continue;
       }
       const std::uint32_t behind = commentEnd(at_, end);
@@ -129,7 +136,8 @@ class Reader {
     return text.size();
   }
 
-  void advance() {
+  // Within a piece tabs count alike wherever it stands.
+  void advance(bool inGap) {
     const char c = text_[at_];
     const bool second = c == '\n' && at_ > 0 && text_[at_ - 1] == '\r';
     if ((c == '\n' || c == '\r') && !second) ++newlines_;
@@ -137,7 +145,7 @@ class Reader {
       column_ = 0;
       line_ = at_ + 1;
     } else if (c == '\t') {
-      column_ += kTab;
+      column_ += inGap ? kTab - column_ % kTab : kTab;
     } else if (!utf8_ || (static_cast<unsigned char>(c) & 0xC0) != 0x80) {
       ++column_;
     }
@@ -153,11 +161,12 @@ class Reader {
     const std::uint32_t begin = column_;
     newlines_ = 0;
     const std::string_view before = text_.substr(line_, at_ - line_);
-    while (at_ < end) advance();
+    while (at_ < end) advance(false);
     piece.severalLines = newlines_ > 0;
     piece.width = column_ - (piece.severalLines ? 0 : begin);
     if (piece.severalLines && before.find_first_not_of(kBlanks) == before.npos) {
       piece.moves = isIndented(text_.substr(piece.span.begin, end - piece.span.begin), before);
+      if (piece.moves) piece.width = piece.width + begin - indentation(before);
     }
     newlines_ = 0;
     pieces_.push_back(piece);

@@ -26,10 +26,14 @@ class Selection {
  private:
   void findTies() {
     std::size_t comments = 0;  // the first of those before the token
+    std::size_t line = 0;      // the first piece of the current one
     for (std::size_t i = 0; i < pieces_.size(); ++i) {
       const Piece& piece = pieces_[i];
       // Its lines move with the first one.
       if (piece.severalLines) tie(piece.span);
+      if (piece.before == Break::Line && !piece.below) line = i;
+      // It is compared with the comment above it, whose place depends on all of the line.
+      if (piece.below) tie({pieces_[line].span.begin, piece.span.end});
       // Joins lines.
       const bool joins = i > 0 && piece.newlines > 0 && piece.outNewlines == 0;
       if (joins) tie({pieces_[i - 1].span.end, piece.span.begin});

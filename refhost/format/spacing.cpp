@@ -152,8 +152,9 @@ class Spacing {
 
   bool needsBlank(const Piece& last, const Piece& piece) const {
     switch (piece.kind) {
-      case ',':
       case ';':
+        return last.label;
+      case ',':
       case ')':
       case ']':
       case '^':

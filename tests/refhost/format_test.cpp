@@ -66,8 +66,8 @@ TEST(Format, WritesOneStyle) {
       {"IF a=1 THEN;ELSIF not(a<>-b)THEN a:=2 ;ELSE a:=- -b;END_IF;",
        "  IF a = 1 THEN\n    ;\n  ELSIF NOT (a <> -b) THEN\n    a := 2;\n  ELSE\n    a := --b;\n"
        "  END_IF;\n"},
-      {"CASE a OF 1,2..3:a:=1;\n4:\na:=2;5:a:=3;b:=4;ELSE a:=5;END_CASE",
-       "  CASE a OF\n    1, 2..3: a := 1;\n    4:\n      a := 2;\n    5:\n      a := 3;\n"
+      {"CASE a OF 1:;2..3:a:=1;\n4:\na:=2;5:a:=3;b:=4;ELSE a:=5;END_CASE",
+       "  CASE a OF\n    1: ;\n    2..3: a := 1;\n    4:\n      a := 2;\n    5:\n      a := 3;\n"
        "      b := 4;\n  ELSE\n    a := 5;\n  END_CASE\n"},
       {"REPEAT a:=a+1;UNTIL a>3 end_repeat FOR a:=1 TO 9 BY-1 DO exit;END_FOR",
        "  REPEAT\n    a := a + 1;\n  UNTIL a > 3\n  END_REPEAT\n  FOR a := 1 TO 9 BY -1 DO\n"
@@ -81,6 +81,10 @@ TEST(Format, WritesOneStyle) {
       {"IF a=1 THEN\na:=1;\n  // of b\nELSIF a=2 THEN\n// of ELSE\nELSE\n// last\nEND_IF",
        "  IF a = 1 THEN\n    a := 1;\n    // of b\n  ELSIF a = 2 THEN\n  // of ELSE\n  ELSE\n"
        "    // last\n  END_IF\n"},
+      {"IF a=1 THEN // if\na:=1;// one\n     // two\n      // own\nlong:=2;// l\nELSE// no\n;"
+       "END_IF // end",
+       "  IF a = 1 THEN  // if\n    a := 1;     // one\n                // two\n    // own\n"
+       "    long := 2;  // l\n  ELSE  // no\n    ;\n  END_IF  // end\n"},
       {"a:=f(1\n,2,// two\n3\n);b:=\na+\nb;",
        "  a := f(1,\n         2,  // two\n         3\n        );\n  b :=\n      a +\n      b;\n"},
       {"f(in:=1,// one\nlonger :=b,\n\nnot q=>a,longest=>b,a);g(\na:=f(1,\n2),\nlonger=>b,\n3);",
