@@ -110,4 +110,20 @@ std::string excerpt(const refhost::SourceManager& sources, const refhost::Source
          '\n';
 }
 
+std::string asUtf8(const std::string& text) {
+  std::string result;
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    const char first = rest.front();
+    std::string_view character = rest;
+    if (hostkit::takeCharacter(rest)) {
+      character.remove_suffix(rest.size());
+      result.append(character);
+    } else {
+      hostkit::appendUtf8(static_cast<unsigned char>(first), result);
+    }
+  }
+  return result;
+}
+
 }  // namespace velc

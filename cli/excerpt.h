@@ -25,4 +25,7 @@ std::string inQuotes(std::string_view text);
 std::string excerpt(const refhost::SourceManager& sources, const refhost::SourceRange& range,
                     const Colours& colours);
 
+// `text` as valid UTF-8; in other texts each byte is taken for a character of Latin-1.
+std::string asUtf8(const std::string& text);
+
 }  // namespace velc

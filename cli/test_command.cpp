@@ -33,6 +33,7 @@ using ReportWriter = std::string (*)(const std::vector<TestResult>&);
 struct TestOptions {
   std::vector<std::string> files;
   std::vector<std::string> filters;
+  std::vector<std::string> names;  // of tests, whole
   bool list = false;
   bool strict = false;
   unsigned jobs = 0;              // 0: as many as there are processors
@@ -80,16 +81,19 @@ bool matches(const std::string& title, const std::string& filter) {
   return fnmatch(pattern.c_str(), asUtf8(title).c_str(), FNM_CASEFOLD) == 0;
 }
 
-void select(std::vector<refhost::TestCase>& tests, const std::vector<std::string>& filters) {
+void select(std::vector<refhost::TestCase>& tests, const TestOptions& options) {
   if (tests.empty()) throw Failure("there is no TEST to run");
-  if (filters.empty()) return;
+  if (options.filters.empty() && options.names.empty()) return;
   const Utf8Locale locale;
-  const auto isOut = [&filters](const refhost::TestCase& test) {
-    return std::none_of(filters.begin(), filters.end(),
-                        [&test](const auto& filter) { return matches(test.title, filter); });
+  const auto isOut = [&options](const refhost::TestCase& test) {
+    const std::vector<std::string>& names = options.names;
+    const bool named = std::find(names.begin(), names.end(), asUtf8(test.title)) != names.end();
+    return !named && std::none_of(options.filters.begin(), options.filters.end(),
+                                  [&](const auto& filter) { return matches(test.title, filter); });
   };
   tests.erase(std::remove_if(tests.begin(), tests.end(), isOut), tests.end());
-  if (tests.empty()) throw Failure("no test matches --filter");
+  if (!tests.empty()) return;
+  throw Failure(fmt::format("no test matches --{}", options.filters.empty() ? "name" : "filter"));
 }
 
 std::string listText(const refhost::SourceManager& sources,
@@ -137,7 +141,7 @@ int test(const CommonOptions& common, const TestOptions& options) {
   const auto text = translateToC(*session, common, {true, "tests.c", {}});
   if (!text) return kProgramErrors;
   refhost::TestProgram program = session->tests();
-  select(program.tests, options.filters);
+  select(program.tests, options);
   if (options.list) {
     writeStandardOutput(listText(session->sources(), program.tests));
     return kSuccess;
@@ -196,6 +200,9 @@ void addTestCommand(CommandLine& line) {
               "Only tests whose names contain this, or match it if it has '*' or '?' "
               "(repeatable)")
       .value("TEXT")
+      .oneAtATime();
+  command.option("--name", options->names, "Only the test of exactly this name (repeatable)")
+      .value("NAME")
       .oneAtATime();
   const Option list = command.flag("--list", options->list, "Print the tests, and run none");
   command

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "cli/excerpt.h"
 #include "hostkit/encoding.h"
 #include "lsp/disk.h"
 #include "lsp/requests.h"
@@ -34,19 +35,10 @@ std::string textOf(const Json& failure) {
   return text;
 }
 
-// A filter of `velc test` that hardly any other title matches. Only patterns are for whole titles,
-// so the first letter becomes one for any letter.
-std::string filterFor(const std::string& title) {
-  const std::size_t letter = std::min(
-      title.find_first_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 "),
-      title.size());
-  std::string filter;
-  for (std::size_t i = 0; i < title.size(); ++i) {
-    if (std::string_view("*?[]\\").find(title[i]) != std::string_view::npos) filter += '\\';
-    filter += i == letter ? '?' : title[i];
-  }
-  return filter;
-}
+// Arguments of the command that begin with it are whole names of tests, the others filters.
+constexpr char kWholeName = '=';
+
+std::string argumentFor(const std::string& title) { return kWholeName + velc::asUtf8(title); }
 
 Json lens(const Analysed& analysed, const refhost::SourceRange& range, const char* title,
           Json arguments) {
@@ -65,7 +57,7 @@ Json lenses(const Analysed& analysed, const Json& params) {
       all.push_back(lens(analysed, item.nameRange, "Run all tests", Json::array({uri})));
     }
     all.push_back(
-        lens(analysed, item.nameRange, "Run test", Json::array({uri, filterFor(item.name)})));
+        lens(analysed, item.nameRange, "Run test", Json::array({uri, argumentFor(item.name)})));
   }
   return all;
 }
@@ -98,7 +90,10 @@ void TestRuns::start(const Json& arguments) {
   std::vector<std::string> command = {fs::read_symlink("/proc/self/exe"), "test", "--format",
                                       "json"};
   for (std::size_t i = 1; i < arguments.size(); ++i) {
-    command.insert(command.end(), {"--filter", arguments[i].get<std::string>()});
+    const std::string text = arguments[i];
+    const bool whole = !text.empty() && text.front() == kWholeName;
+    // In one word, as names may begin with '-'.
+    command.push_back(whole ? "--name=" + text.substr(1) : "--filter=" + text);
   }
   command.insert(command.end(), run->arguments.begin(), run->arguments.end());
   publisher_.setFindings({});

@@ -27,7 +27,7 @@ class TestRuns {
   void takeOutput();
 
  private:
-  // `arguments`: a URI, then the filters of `velc test`.
+  // `arguments`: a URI, then filters of `velc test`, or whole names behind '='.
   void start(const Json& arguments);
   void show(const BackgroundProcess::Result& result);
   Json diagnosticOf(const std::string& path, const Json& failure) const;

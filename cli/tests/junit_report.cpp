@@ -4,6 +4,7 @@
 #include <map>
 #include <string_view>
 
+#include "cli/excerpt.h"
 #include "cli/tests/test_reports.h"
 #include "cli/xml.h"
 

@@ -7,7 +7,6 @@
 
 #include "cli/counted.h"
 #include "cli/excerpt.h"
-#include "hostkit/encoding.h"
 
 namespace velc {
 
@@ -46,22 +45,6 @@ std::string escapedTitle(const std::string& title) {
 }
 
 }  // namespace
-
-std::string asUtf8(const std::string& text) {
-  std::string result;
-  std::string_view rest = text;
-  while (!rest.empty()) {
-    const char first = rest.front();
-    std::string_view character = rest;
-    if (hostkit::takeCharacter(rest)) {
-      character.remove_suffix(rest.size());
-      result.append(character);
-    } else {
-      hostkit::appendUtf8(static_cast<unsigned char>(first), result);
-    }
-  }
-  return result;
-}
 
 std::size_t failedTests(const std::vector<TestResult>& results) {
   return static_cast<std::size_t>(

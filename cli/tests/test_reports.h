@@ -15,7 +15,5 @@ std::string jsonReport(const std::vector<TestResult>& results);
 std::string junitReport(const std::vector<TestResult>& results);
 
 std::size_t failedTests(const std::vector<TestResult>& results);
-// `text` as valid UTF-8; in other texts each byte is taken for a character of Latin-1.
-std::string asUtf8(const std::string& text);
 
 }  // namespace velc
