@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 #include <set>
@@ -12,6 +13,7 @@
 #include "cli/located_json.h"
 #include "cli/source_files.h"
 #include "cli/source_patterns.h"
+#include "core/case_folding.h"
 #include "refhost/spelling.h"
 
 namespace velc {
@@ -45,8 +47,8 @@ std::string suggestion(const refhost::Spelling& spelling) {
 
 class ProjectReader {
  public:
-  explicit ProjectReader(Project& project)
-      : project_(project), folder_(project.path.parent_path()) {}
+  ProjectReader(Project& project, const std::vector<std::string>& unsaved)
+      : project_(project), unsaved_(unsaved), folder_(project.path.parent_path()) {}
 
   void read() {
     LocatedJson root;
@@ -124,19 +126,42 @@ class ProjectReader {
   void addSources(TextSpan where, const std::string& name) {
     std::error_code unknown;
     const fs::path path = (folder_ / name).lexically_normal();
-    if (!isPattern(name) && !fs::exists(path, unknown)) {
+    std::vector<std::string> found = unsavedSources(name, path);
+    const bool sorts = !found.empty();
+    const bool onDisk = isPattern(name) || fs::exists(path, unknown);
+    if (!onDisk && found.empty()) {
       return say(where, fmt::format("there is no file or folder '{}'", printable(name)));
     }
     try {
-      const std::vector<std::string> found =
-          isPattern(name) ? filesMatching(folder_, name) : sourceFiles({path.native()});
-      if (found.empty()) say(where, fmt::format("no file matches '{}'", printable(name)));
-      for (const std::string& file : found) {
-        if (known_.insert(fs::canonical(file, unknown)).second) project_.files.push_back(file);
+      std::vector<std::string> saved;
+      if (onDisk) {
+        saved = isPattern(name) ? filesMatching(folder_, name) : sourceFiles({path.native()});
       }
+      found.insert(found.end(), saved.begin(), saved.end());
     } catch (const Failure& failure) {
-      say(where, failure.what());
+      if (found.empty()) return say(where, failure.what());
     }
+    if (sorts) {
+      std::sort(found.begin(), found.end(),
+                [](const fs::path& one, const fs::path& other) { return one < other; });
+    }
+    found.erase(std::remove(found.begin(), found.end(), project_.path.native()), found.end());
+    if (found.empty()) say(where, fmt::format("no file matches '{}'", printable(name)));
+    for (const std::string& file : found) {
+      if (known_.insert(fs::weakly_canonical(file, unknown)).second) project_.files.push_back(file);
+    }
+  }
+
+  std::vector<std::string> unsavedSources(const std::string& name, const fs::path& path) const {
+    std::vector<std::string> found;
+    for (const std::string& file : unsaved_) {
+      const bool source = vel::equalIgnoringCase(fs::path(file).extension().native(), ".st");
+      const bool matches = isPattern(name)
+                               ? wouldMatch(folder_, name, file)
+                               : file == path || (source && wouldMatch(path, "**/*", file));
+      if (matches) found.push_back(file);
+    }
+    return found;
   }
 
   void readLocalIo(const LocatedJson& value) {
@@ -229,6 +254,7 @@ class ProjectReader {
   }
 
   Project& project_;
+  const std::vector<std::string>& unsaved_;
   fs::path folder_;
   bool hasSources_ = false;
   std::set<fs::path> known_;                 // sources
@@ -245,11 +271,12 @@ fs::path findProject(const fs::path& folder) {
   }
 }
 
-Project readProject(const fs::path& path, std::string text) {
+Project readProject(const fs::path& path, std::string text,
+                    const std::vector<std::string>& unsaved) {
   Project project;
   project.path = path;
   project.source.add(path.lexically_proximate(fs::current_path()), std::move(text));
-  ProjectReader(project).read();
+  ProjectReader(project, unsaved).read();
   return project;
 }
 

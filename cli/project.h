@@ -33,6 +33,8 @@ struct Project {
 // Reads the file `path`, which is absolute, or `text` in its place. Throws Failure if the file
 // cannot be read.
 Project readProject(const std::filesystem::path& path);
-Project readProject(const std::filesystem::path& path, std::string text);
+// The `unsaved` files count as if they were on disk.
+Project readProject(const std::filesystem::path& path, std::string text,
+                    const std::vector<std::string>& unsaved = {});
 
 }  // namespace velc

@@ -57,7 +57,27 @@ class Search {
   std::vector<fs::path> found_;
 };
 
+using Part = fs::path::iterator;
+
+bool partsMatch(Part pattern, Part patternEnd, Part name, Part nameEnd) {
+  if (pattern == patternEnd) return name == nameEnd;
+  if (*pattern == "**" && partsMatch(std::next(pattern), patternEnd, name, nameEnd)) return true;
+  if (name == nameEnd) return false;
+  if (*pattern == "**") {
+    // It stands for folders, which are not hidden.
+    const bool folder = std::next(name) != nameEnd && name->native().front() != '.';
+    return folder && partsMatch(pattern, patternEnd, std::next(name), nameEnd);
+  }
+  return fnmatch(pattern->c_str(), name->c_str(), FNM_PERIOD) == 0 &&
+         partsMatch(std::next(pattern), patternEnd, std::next(name), nameEnd);
+}
+
 }  // namespace
+
+bool wouldMatch(const fs::path& folder, const std::string& pattern, const fs::path& file) {
+  const fs::path whole = (folder / pattern).lexically_normal();
+  return partsMatch(whole.begin(), whole.end(), file.begin(), file.end());
+}
 
 bool isPattern(const std::string& name) { return name.find_first_of("*?[") != std::string::npos; }
 

@@ -16,4 +16,8 @@ bool isPattern(const std::string& name);
 std::vector<std::string> filesMatching(const std::filesystem::path& folder,
                                        const std::string& pattern);
 
+// True if that would find `file`, an absolute path without dots, were it on disk.
+bool wouldMatch(const std::filesystem::path& folder, const std::string& pattern,
+                const std::filesystem::path& file);
+
 }  // namespace velc

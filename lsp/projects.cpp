@@ -4,6 +4,16 @@
 
 namespace lsp {
 
+std::vector<std::string> Projects::unsaved() const {
+  std::vector<std::string> files;
+  for (const auto& [path, document] : documents_.all()) {
+    std::error_code unknown;
+    const bool isPath = std::filesystem::path(path).is_absolute();
+    if (isPath && !std::filesystem::exists(path, unknown)) files.push_back(path);
+  }
+  return files;
+}
+
 std::shared_ptr<const velc::Project> Projects::of(const std::string& file) {
   const std::filesystem::path path(file);
   if (!path.is_absolute()) return nullptr;
@@ -18,7 +28,7 @@ std::shared_ptr<const velc::Project> Projects::of(const std::string& file) {
   }
   Known& known = known_[found];
   if (known.project == nullptr || known.stale || known.text != text) {
-    auto project = std::make_shared<const velc::Project>(velc::readProject(found, text));
+    auto project = std::make_shared<const velc::Project>(velc::readProject(found, text, unsaved()));
     // The same object stands for the same settings, with which a session goes on.
     const bool same = known.project != nullptr && known.text == text &&
                       known.project->files == project->files &&

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "cli/project.h"
 #include "lsp/disk.h"
@@ -29,6 +30,9 @@ class Projects {
     std::string text;
     std::shared_ptr<const velc::Project> project;
   };
+
+  // Documents without a file.
+  std::vector<std::string> unsaved() const;
 
   const Documents& documents_;
   Disk& disk_;
