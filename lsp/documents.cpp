@@ -1,5 +1,7 @@
 #include "lsp/documents.h"
 
+#include <limits>
+
 #include "cli/uri.h"
 
 namespace lsp {
@@ -22,6 +24,18 @@ void apply(const Json& change, Encoding encoding, std::string& text) {
 
 }  // namespace
 
+namespace {
+
+// Numbers that are too large stand for the end of the text or of the line.
+std::uint32_t countFrom(const Json& json) {
+  const double number = json.get<double>();
+  if (!(number >= 0)) throw RequestError(ErrorCode::InvalidParams, "a position is negative");
+  constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
+  return number < kMost ? static_cast<std::uint32_t>(number) : kMost;
+}
+
+}  // namespace
+
 std::string pathIn(const Json& params) {
   return velc::pathOfUri(params.at("textDocument").at("uri").get<std::string>());
 }
@@ -31,7 +45,7 @@ Json toJson(Position position) {
 }
 
 Position positionFrom(const Json& json) {
-  return {json.at("line").get<std::uint32_t>(), json.at("character").get<std::uint32_t>()};
+  return {countFrom(json.at("line")), countFrom(json.at("character"))};
 }
 
 const Document* Documents::didOpen(const Json& params) {
@@ -41,6 +55,7 @@ const Document* Documents::didOpen(const Json& params) {
   document.path = pathIn(params);
   document.version = given.value("version", std::int64_t{0});
   document.text = given.at("text").get<std::string>();
+  uris_[document.path] = document.uri;
   return &(documents_[document.path] = document);
 }
 
@@ -69,8 +84,8 @@ const Document* Documents::find(const std::string& path) const {
 }
 
 std::string Documents::uriOf(const std::string& path) const {
-  const Document* const document = find(path);
-  return document != nullptr ? document->uri : velc::fileUri(path);
+  const auto known = uris_.find(path);
+  return known != uris_.end() ? known->second : velc::fileUri(path);
 }
 
 }  // namespace lsp

@@ -35,11 +35,12 @@ class Documents {
   // Null if it is not open.
   const Document* find(const std::string& path) const;
   const std::map<std::string, Document>& all() const { return documents_; }
-  // As the client spells it if it is open.
+  // As the client spelt it if it is or was open.
   std::string uriOf(const std::string& path) const;
 
  private:
   std::map<std::string, Document> documents_;  // by path
+  std::map<std::string, std::string> uris_;    // of all that were opened
 };
 
 // The path of the document that `params` name in `textDocument`.

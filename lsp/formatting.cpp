@@ -1,12 +1,18 @@
 // The one style for documents, or for some of their lines.
+#include <filesystem>
 #include <optional>
 
+#include "cli/project.h"
 #include "lsp/requests.h"
 #include "refhost/format/format.h"
 
 namespace lsp {
 
 namespace {
+
+bool isProjectFile(const std::string& path) {
+  return std::filesystem::path(path).filename() == velc::kProjectFile;
+}
 
 struct Range {
   Position begin;
@@ -17,7 +23,7 @@ struct Range {
 // in it already, and many editors format whenever they save.
 Json changes(const Documents& documents, const Json& params, std::optional<Range> range) {
   const Document* const document = documents.find(pathIn(params));
-  if (document == nullptr) return nullptr;
+  if (document == nullptr || isProjectFile(document->path)) return nullptr;
   refhost::SourceManager sources;
   sources.add(document->path, document->text);
   const Lines lines(sources.text(0), documents.encoding, sources.byteOrderMark(0));
