@@ -1,7 +1,10 @@
 // From names to declarations and back.
 #include "refhost/editor/navigation.h"
 
+#include <set>
+
 #include "lsp/requests.h"
+#include "lsp/uses.h"
 
 namespace lsp {
 
@@ -11,13 +14,28 @@ Json locationOf(const Analysed& analysed, const std::optional<refhost::SourceRan
   return range ? analysed.location(*range) : Json();
 }
 
-Json references(const Analysed& analysed, const Json& params) {
+Json references(Workspace& workspace, const Json& params) {
+  const std::string document = pathIn(params);
+  const auto analysed = workspace.analysed(document);
+  if (!analysed) return nullptr;
   const bool withDeclaration = params.at("context").at("includeDeclaration");
   Json all = Json::array();
-  for (const refhost::SourceRange& range : refhost::referencesAt(
-           analysed.session().view(), placeIn(analysed, params), withDeclaration)) {
-    all.push_back(analysed.location(range));
-  }
+  std::set<Json> known;
+  const auto add = [&](const Analysed& program, vel::TextLocation place) {
+    for (const refhost::SourceRange& range :
+         refhost::referencesAt(program.session().view(), place, withDeclaration)) {
+      Json location = program.location(range);
+      if (known.insert(location).second) all.push_back(std::move(location));
+    }
+  };
+  const vel::TextLocation place = placeIn(*analysed, params);
+  const auto declared = declaredAt(*analysed, place);
+  add(*analysed, place);
+  if (!declared) return all;
+  forEachOtherProgram(workspace, document, *declared,
+                      [&](const Analysed& program, std::optional<vel::TextLocation> declaration) {
+                        if (declaration) add(program, *declaration);
+                      });
   return all;
 }
 
@@ -49,7 +67,8 @@ void addNavigation(Rpc& rpc, Workspace& workspace, Json& capabilities) {
                return locationOf(analysed, refhost::typeDefinitionAt(analysed.session().view(),
                                                                      placeIn(analysed, params)));
              });
-  onDocument(rpc, workspace, "textDocument/references", references);
+  rpc.onRequest("textDocument/references",
+                [&workspace](const Json& params) { return references(workspace, params); });
   onDocument(rpc, workspace, "textDocument/documentHighlight", highlights);
 }
 

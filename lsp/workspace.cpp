@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
+#include <type_traits>
 
 #include "core/case_folding.h"
 #include "lsp/diagnostics.h"
@@ -17,20 +18,31 @@ bool contains(const std::vector<std::string>& files, const std::string& path) {
   return std::find(files.begin(), files.end(), path) != files.end();
 }
 
-std::vector<std::string> sourcesIn(const fs::path& folder) {
+bool isSource(const fs::path& path) {
+  return vel::equalIgnoringCase(path.extension().native(), ".st") &&
+         path.filename().native().front() != '.';
+}
+
+// Those on disk that `Iterator` comes to.
+template <typename Iterator>
+std::vector<std::string> sourcesOnDisk(const std::string& folder) {
   std::vector<std::string> files;
   std::error_code error;
-  fs::directory_iterator entry(folder, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+  Iterator entry(folder, fs::directory_options::skip_permission_denied, error);
+  for (; !error && entry != Iterator(); entry.increment(error)) {
     std::error_code unknown;
     const fs::path& path = entry->path();
-    const bool isSource = vel::equalIgnoringCase(path.extension().native(), ".st") &&
-                          path.filename().native().front() != '.' &&
-                          entry->is_regular_file(unknown);
-    if (isSource) files.push_back(path);
+    if constexpr (std::is_same_v<Iterator, fs::recursive_directory_iterator>) {
+      if (path.filename().native().front() == '.') entry.disable_recursion_pending();
+    }
+    if (isSource(path) && entry->is_regular_file(unknown)) files.push_back(path);
   }
-  std::sort(files.begin(), files.end());
   return files;
+}
+
+bool isBelow(const fs::path& path, const fs::path& folder) {
+  const auto ends = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
+  return ends.first == folder.end();
 }
 
 }  // namespace
@@ -86,6 +98,7 @@ void Workspace::changed(const std::string& path) {
 void Workspace::refresh() {
   projects_.forget();
   folders_.clear();
+  trees_.clear();
   std::vector<const Program*> used;
   for (const auto& [path, document] : documents_.all()) {
     Program& program = programOf(path);
@@ -108,6 +121,7 @@ void Workspace::refresh() {
     const bool isUsed = std::any_of(used.begin(), used.end(), [&](const Program* program) {
       return (program->project != nullptr ? program->project->path.native() : "") == at->first;
     });
+    if (!isUsed && faulty_.erase(at->first) != 0) publisher_.withdraw(at->first);
     at = isUsed ? std::next(at) : engines_.erase(at);
   }
 }
@@ -207,12 +221,68 @@ std::unique_ptr<refhost::Session> Workspace::newSession(const velc::Project* pro
   return nullptr;
 }
 
+std::vector<std::string> Workspace::sourcesIn(const std::string& folder, Depth depth) {
+  const bool below = depth == Depth::Below;
+  const auto [known, isNew] = (below ? trees_ : folders_).try_emplace(folder);
+  std::vector<std::string>& files = known->second;
+  if (!isNew) return files;
+  files = below ? sourcesOnDisk<fs::recursive_directory_iterator>(folder)
+                : sourcesOnDisk<fs::directory_iterator>(folder);
+  for (const auto& [path, document] : documents_.all()) {
+    const fs::path parent = fs::path(path).parent_path();
+    const bool inside = below ? isBelow(parent, folder) : parent == folder;
+    if (inside && isSource(path)) files.push_back(path);
+  }
+  std::sort(files.begin(), files.end());
+  files.erase(std::unique(files.begin(), files.end()), files.end());
+  return files;
+}
+
+std::vector<std::string> Workspace::filesAround(const std::string& document,
+                                                const std::string& path) {
+  std::set<std::string> files = {document, path};
+  for (const std::string& file : {document, path}) {
+    const fs::path folder = fs::path(file).parent_path();
+    if (!folder.is_absolute()) continue;
+    const auto project = projects_.of(file);
+    const std::vector<std::string> found =
+        project != nullptr ? sourcesIn(project->path.parent_path(), Depth::Below)
+                           : sourcesIn(folder, Depth::Folder);
+    files.insert(found.begin(), found.end());
+    if (project != nullptr) files.insert(project->files.begin(), project->files.end());
+  }
+  return {files.begin(), files.end()};
+}
+
+void Workspace::forEachOther(const std::string& document, const std::string& path,
+                             const Choose& chosen,
+                             const std::function<void(const Analysed& analysed)>& use) {
+  std::set<std::string> seen = {describe(document).path};
+  for (const std::string& file : filesAround(document, path)) {
+    std::string text;
+    if (!readText(file, text) || !chosen(file, text)) continue;
+    Program program = describe(file);
+    if (!seen.insert(program.path).second) continue;
+    const refhost::Session* const session = analyse(program);
+    Engine& engine = engineOf(program);
+    engine.analysed = nullptr;
+    const auto found = std::find(program.files.begin(), program.files.end(), file);
+    if (session == nullptr || found == program.files.end()) continue;
+    use(Analysed(*engine.session, documents_,
+                 static_cast<std::uint32_t>(found - program.files.begin()),
+                 static_cast<std::uint32_t>(program.files.size())));
+  }
+}
+
+bool Workspace::areOneProject(const std::string& one, const std::string& other) {
+  const Program first = describe(one);
+  return first.whole && first.path == describe(other).path;
+}
+
 std::vector<std::string> Workspace::candidatesFor(const Program& program) {
   const std::string folder = fs::path(program.path).parent_path();
   if (folder.empty()) return {};
-  const auto [known, isNew] = folders_.try_emplace(folder);
-  if (isNew) known->second = sourcesIn(folder);
-  std::vector<std::string> files = known->second;
+  std::vector<std::string> files = sourcesIn(folder, Depth::Folder);
   if (program.project != nullptr) {
     files.insert(files.end(), program.project->files.begin(), program.project->files.end());
   }
@@ -247,11 +317,7 @@ void Workspace::analyseProject(Program& program, refhost::Session& session) {
 
 void Workspace::publish(Program& program) {
   refhost::Session* const session = analyse(program);
-  if (program.whole) {
-    const velc::Project& project = *program.project;
-    publisher_.set(program.path, project.path,
-                   diagnosticsOf(project.source, project.faults, documents_.encoding));
-  }
+  if (program.project != nullptr) publishFaults(*program.project);
   if (session == nullptr) return;
   const Analysed analysed(*session, documents_, 0,
                           static_cast<std::uint32_t>(program.files.size()));
@@ -265,6 +331,16 @@ void Workspace::publish(Program& program) {
   publisher_.withdraw(program.path, [&](const std::string& path) {
     return files.count(path) != 0 || (program.whole && path == program.path);
   });
+}
+
+void Workspace::publishFaults(const velc::Project& project) {
+  const std::string path = project.path;
+  publisher_.set(path, path, diagnosticsOf(project.source, project.faults, documents_.encoding));
+  if (project.faults.empty()) {
+    faulty_.erase(path);
+  } else if (faulty_.insert(path).second) {
+    log_(path + " has faults: settings and sources that it does not name correctly are not used");
+  }
 }
 
 }  // namespace lsp

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,20 @@ class Workspace {
   // Passes the programs of all documents, each analysed as it is now.
   void forEachProgram(const std::function<void(const Analysed& analysed)>& use);
 
+  // The files whose programs may have this file, too, that of `document` among them.
+  std::vector<std::string> filesAround(const std::string& document, const std::string& path);
+  // Passes the programs of those whose texts are `chosen`, but for the program of `document`. Each
+  // is analysed for the call only.
+  using Choose = std::function<bool(const std::string& path, const std::string& text)>;
+  void forEachOther(const std::string& document, const std::string& path, const Choose& chosen,
+                    const std::function<void(const Analysed& analysed)>& use);
+  // True if the file declares the name for other files.
+  bool declares(const std::string& path, std::string_view name) {
+    return neighbours_.declares(path, name);
+  }
+  // True if both are sources of one project.
+  bool areOneProject(const std::string& one, const std::string& other);
+
   // How `velc` is called with the program of a document.
   struct Invocation {
     std::string folder;
@@ -76,7 +91,12 @@ class Workspace {
   refhost::Session* analyse(Program& program);
   void analyseProject(Program& program, refhost::Session& session);
   std::vector<std::string> candidatesFor(const Program& program);
+  // The sources in a folder, or in it and below; open documents count.
+  enum class Depth : bool { Folder, Below };
+  std::vector<std::string> sourcesIn(const std::string& folder, Depth depth);
   void publish(Program& program);
+  // Shows the faults of a velops.json in it.
+  void publishFaults(const velc::Project& project);
   bool readText(const std::string& path, std::string& text);
 
   const Documents& documents_;
@@ -89,6 +109,8 @@ class Workspace {
   std::map<std::string, std::unique_ptr<Program>> programs_;  // by path
   std::map<std::string, Engine> engines_;                     // by path of velops.json, or ""
   std::map<std::string, std::vector<std::string>> folders_;   // their *.st
+  std::map<std::string, std::vector<std::string>> trees_;     // the same with folders below
+  std::set<std::string> faulty_;                              // each velops.json with faults
 };
 
 }  // namespace lsp

@@ -68,6 +68,11 @@ const Neighbours::Names& Neighbours::declaredIn(const std::string& path, const s
   return file.names;
 }
 
+bool Neighbours::declares(const std::string& path, std::string_view name) {
+  std::string text;
+  return read_(path, text) && declaredIn(path, text).count(folded(name)) != 0;
+}
+
 std::vector<std::string> Neighbours::filesFor(Names missing, Program& program,
                                               const std::vector<std::string>& candidates) {
   std::vector<std::string> added;

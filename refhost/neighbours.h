@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "refhost/session.h"
@@ -27,6 +28,9 @@ class Neighbours {
   // that declares again what another file of the program declares is not.
   std::vector<std::string> analyse(Session& session, const std::string& path,
                                    const std::vector<std::string>& candidates);
+
+  // True if the file declares the name for others.
+  bool declares(const std::string& path, std::string_view name);
 
  private:
   // In lower case.

@@ -7,6 +7,7 @@
 
 #include "grammar.h"
 #include "hostkit/folding.h"
+#include "refhost/editor/mentions.h"
 #include "refhost/editor/source_tokens.h"
 #include "refhost/prelude/prelude.h"
 #include "refhost/syntax/parser.h"
@@ -87,17 +88,10 @@ class Rename {
     for (std::uint32_t file = 0; program.isOpenable(file); ++file) {
       if (!program.broken[file]) continue;
       const std::string_view text = program.sources.text(file);
-      for (const SourceToken& token : sourceTokens(text)) {
-        const std::string_view word =
-            text.substr(token.span.begin, token.span.end - token.span.begin);
-        const std::size_t mark = word.find('#');
-        const bool typed = token.kind == SourceToken::Kind::TypedName &&
-                           (equalIgnoringCase(word.substr(0, mark), symbol_.name) ||
-                            equalIgnoringCase(word.substr(mark + 1), symbol_.name));
-        const bool same =
-            token.kind == SourceToken::Kind::Name && equalIgnoringCase(word, symbol_.name);
-        if (same || typed) return program.sources.path(file);
-      }
+      const bool own = file == symbol_.nameRange.begin.file();
+      const bool named =
+          own ? hasName(text, symbol_.name) : canName(text, symbol_.kind, symbol_.name);
+      if (named) return program.sources.path(file);
     }
     return {};
   }
