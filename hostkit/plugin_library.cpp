@@ -20,6 +20,8 @@ void* PluginLibrary::entry(const std::string& path, const char* name, std::strin
   void* const handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) {
     error = dlerror();
+    // The library that is missing may be one that this one needs.
+    if (error.rfind(file + ": ", 0) != 0) error = path + ": " + error;
     return nullptr;
   }
   handles_.push_back(handle);

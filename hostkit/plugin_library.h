@@ -12,8 +12,9 @@ namespace hostkit {
 
 class Services;
 
-// The operations return false, with the reason in `error`, when a library cannot be loaded, is an
-// add-on instead of a plugin or the reverse, is refused, or throws. Do not use the object then.
+// The operations return false, with the path of the library and the reason in `error`, when a
+// library cannot be loaded, is an add-on instead of a plugin or the reverse, is refused, or throws.
+// Do not use the object then.
 class PluginLibrary {
  public:
   PluginLibrary() = default;
