@@ -167,7 +167,7 @@ void CommandLine::addFiles(Command& command, std::vector<std::string>& files) {
       "sources of the project, velops.json)");
   // So that options of several values leave one for it.
   file.required().text("...");
-  projectUses_.push_back({command, &files, file});
+  projectUses_.push_back({command, &files, file, false});
 }
 
 void CommandLine::addForm(Command& command, FormNames forms) {
@@ -177,11 +177,13 @@ void CommandLine::addForm(Command& command, FormNames forms) {
 
 void CommandLine::addSources(Command& command, std::vector<std::string>& files, FormNames forms) {
   addFiles(command, files);
+  projectUses_.back().loadsPlugin = true;
   addForm(command, std::move(forms));
   addWarningOptions(command, common);
 }
 
-bool CommandLine::takeProject(std::vector<std::string>* files) {
+bool CommandLine::takeProject(const ProjectUse& use) {
+  std::vector<std::string>* const files = use.files;
   const std::filesystem::path here = std::filesystem::current_path();
   const std::filesystem::path path = findProject(here);
   if (path.empty()) {
@@ -189,7 +191,9 @@ bool CommandLine::takeProject(std::vector<std::string>* files) {
     throw Failure(fmt::format("FILE is required: there is no {} in this folder or above it{}",
                               kProjectFile, kSeeHelp));
   }
-  const Project project = readProject(path);
+  Project project = readProject(path);
+  const bool usesLibraries = use.loadsPlugin && common.plugins.empty();
+  if (!usesLibraries) project.faults.resize(project.faults.size() - project.libraryFaults);
   const Colours colours(common.colour, STDERR_FILENO);
   for (const refhost::Diagnostic& fault : project.faults) {
     writeStandardError(diagnosticText(project.source, fault, colours));
@@ -218,7 +222,7 @@ void CommandLine::parse(int argc, const char* const* argv) {
   const auto use = std::find_if(projectUses_.begin(), projectUses_.end(), given);
   if (use == projectUses_.end() || (use->files != nullptr && !use->files->empty())) return;
   // Options go before the settings of the project.
-  if (takeProject(use->files)) app_->parse(argc, argv);
+  if (takeProject(*use)) app_->parse(argc, argv);
 }
 
 int CommandLine::execute(int argc, const char* const* argv) {

@@ -46,7 +46,7 @@ class CommandLine {
   void addSources(Command& command, std::vector<std::string>& files,
                   FormNames forms = textAndJson());
   // Has a command without files use the settings of the project, too, if there is one.
-  void useProject(const Command& command) { projectUses_.push_back({command, nullptr, {}}); }
+  void useProject(const Command& command) { projectUses_.push_back({command, nullptr, {}, false}); }
 
   // The page of a command, or that of velc if `command` is empty. Throws Failure if there is none.
   std::string help(const std::string& command) const;
@@ -61,12 +61,13 @@ class CommandLine {
     Command command;
     std::vector<std::string>* files;  // null for a command without files
     std::optional<Option> file;       // the argument that names them
+    bool loadsPlugin;
   };
 
   void parse(int argc, const char* const* argv);
 
   // True if there is a project whose settings the command line has now.
-  bool takeProject(std::vector<std::string>* files);
+  bool takeProject(const ProjectUse& use);
 
   std::unique_ptr<CLI::App> app_;
   std::vector<ProjectUse> projectUses_;

@@ -5,11 +5,21 @@
 namespace velc {
 
 std::vector<std::string> librariesOf(const CommonOptions& common) {
-  std::vector<std::string> libraries =
-      common.plugins.empty() ? common.projectPlugins : common.plugins;
+  std::vector<std::string> libraries = common.plugins;
+  if (libraries.empty()) {
+    for (const ProjectLibrary& library : common.projectPlugins) libraries.push_back(library.path);
+  }
   if (libraries.empty()) libraries.emplace_back();
   if (libraries.front().empty()) libraries.front() = pluginPath();
   return libraries;
+}
+
+std::string placeOfLibrary(const CommonOptions& common, const std::string& error) {
+  if (!common.plugins.empty()) return "";
+  for (const ProjectLibrary& library : common.projectPlugins) {
+    if (!library.path.empty() && error.rfind(library.path + ": ", 0) == 0) return library.place;
+  }
+  return "";
 }
 
 refhost::Options sessionOptions(const CommonOptions& common) {

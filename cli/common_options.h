@@ -21,11 +21,17 @@ inline constexpr std::uint32_t kLargestArea = 16U << 20;
 
 inline constexpr std::size_t kMostErrors = std::size_t{1} << 30;
 
+// The plugin or an add-on that a project names; an empty path is the plugin installed with velc.
+struct ProjectLibrary {
+  std::string path;
+  std::string place;  // where velops.json names it, "velops.json:3:12"
+};
+
 struct CommonOptions {
   // The plugin and its add-ons; when empty, those of the project.
   std::vector<std::string> plugins;
-  // The same for the project; an empty name, and none, is the plugin installed with velc.
-  std::vector<std::string> projectPlugins;
+  // The same for the project; none is the plugin installed with velc.
+  std::vector<ProjectLibrary> projectPlugins;
   std::string localIo;
   refhost::Notation notation = refhost::Notation::Iec;
   refhost::MemorySizes memory;
@@ -37,6 +43,9 @@ struct CommonOptions {
 
 // The plugin and its add-ons; throws Failure when there is none.
 std::vector<std::string> librariesOf(const CommonOptions& common);
+// Where the project names the library at which the text, as of Session::start(), begins; empty if
+// it names none that is used.
+std::string placeOfLibrary(const CommonOptions& common, const std::string& error);
 // Throws Failure when there is no plugin.
 refhost::Options sessionOptions(const CommonOptions& common);
 

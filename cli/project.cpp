@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <iterator>
 #include <set>
 
 #include "cli/excerpt.h"
@@ -65,6 +66,8 @@ class ProjectReader {
                       {"plugin", &ProjectReader::readPlugin},
                       {"addOns", &ProjectReader::readAddOns}});
     if (!hasSources_ && root.kind == Kind::Object) addSources(root.span, ".");
+    project_.libraryFaults = libraryFaults_.size();
+    std::move(libraryFaults_.begin(), libraryFaults_.end(), std::back_inserter(project_.faults));
   }
 
  private:
@@ -73,12 +76,15 @@ class ProjectReader {
     void (ProjectReader::*read)(const LocatedJson& value);
   };
 
-  void say(TextSpan where, const std::string& text) {
+  static refhost::Diagnostic faultAt(TextSpan where, const std::string& text) {
     const vel::TextLocation begin(0, static_cast<std::uint32_t>(where.begin));
     refhost::Diagnostic fault;
     fault.range = {begin, static_cast<std::uint32_t>(where.end - where.begin)};
     fault.text = text;
-    project_.faults.push_back(std::move(fault));
+    return fault;
+  }
+  void say(TextSpan where, const std::string& text) {
+    project_.faults.push_back(faultAt(where, text));
   }
   bool expect(const LocatedJson& value, Kind kind) {
     if (value.kind == kind) return true;
@@ -124,18 +130,21 @@ class ProjectReader {
     forEachText(value, [this](const LocatedJson& name) { addSources(name.span, name.text); });
   }
   void addSources(TextSpan where, const std::string& name) {
+    if (name.empty()) return say(where, "this names no file; '.' is the folder of velops.json");
     std::error_code unknown;
     const fs::path path = (folder_ / name).lexically_normal();
     std::vector<std::string> found = unsavedSources(name, path);
     const bool sorts = !found.empty();
-    const bool onDisk = isPattern(name) || fs::exists(path, unknown);
-    if (!onDisk && found.empty()) {
+    const bool exists = fs::exists(path, unknown);
+    if (!exists && !isPattern(name) && found.empty()) {
       return say(where, fmt::format("there is no file or folder '{}'", printable(name)));
     }
     try {
       std::vector<std::string> saved;
-      if (onDisk) {
-        saved = isPattern(name) ? filesMatching(folder_, name) : sourceFiles({path.native()});
+      if (exists) {
+        saved = sourceFiles({path.native()});
+      } else if (isPattern(name)) {
+        saved = filesMatching(folder_, name);
       }
       found.insert(found.end(), saved.begin(), saved.end());
     } catch (const Failure& failure) {
@@ -153,10 +162,12 @@ class ProjectReader {
   }
 
   std::vector<std::string> unsavedSources(const std::string& name, const fs::path& path) const {
+    std::error_code unknown;
+    const bool literal = fs::exists(path, unknown);
     std::vector<std::string> found;
     for (const std::string& file : unsaved_) {
       const bool source = vel::equalIgnoringCase(fs::path(file).extension().native(), ".st");
-      const bool matches = isPattern(name)
+      const bool matches = isPattern(name) && !literal
                                ? wouldMatch(folder_, name, file)
                                : file == path || (source && wouldMatch(path, "**/*", file));
       if (matches) found.push_back(file);
@@ -232,15 +243,18 @@ class ProjectReader {
     project_.options.maxErrors = static_cast<std::size_t>(value.number);
   }
 
-  std::string libraryNamed(const LocatedJson& name) {
+  ProjectLibrary libraryNamed(const LocatedJson& name) {
     std::error_code unknown;
     const fs::path path = (folder_ / name.text).lexically_normal();
     if (!fs::is_regular_file(path, unknown)) {
-      say(name.span, fmt::format("there is no file '{}'", printable(name.text)));
+      libraryFaults_.push_back(
+          faultAt(name.span, fmt::format("there is no file '{}'", printable(name.text))));
     }
-    return path;
+    const vel::TextLocation begin(0, static_cast<std::uint32_t>(name.span.begin));
+    const refhost::LineColumn at = project_.source.position(begin);
+    return {path, fmt::format("{}:{}:{}", project_.source.path(0), at.line, at.column)};
   }
-  std::vector<std::string>& libraries() {
+  std::vector<ProjectLibrary>& libraries() {
     // The first one is the plugin.
     if (project_.options.projectPlugins.empty()) project_.options.projectPlugins.emplace_back();
     return project_.options.projectPlugins;
@@ -259,6 +273,7 @@ class ProjectReader {
   bool hasSources_ = false;
   std::set<fs::path> known_;                 // sources
   std::vector<const LocatedJson*> refused_;  // names of warnings
+  std::vector<refhost::Diagnostic> libraryFaults_;
 };
 
 }  // namespace
@@ -266,7 +281,12 @@ class ProjectReader {
 fs::path findProject(const fs::path& folder) {
   std::error_code unknown;
   for (fs::path at = fs::absolute(folder, unknown).lexically_normal();; at = at.parent_path()) {
-    if (fs::is_regular_file(at / kProjectFile, unknown)) return at / kProjectFile;
+    // Also one that cannot be read, such as a link that leads nowhere, which is a fault.
+    const fs::file_type type = fs::symlink_status(at / kProjectFile, unknown).type();
+    if (type == fs::file_type::regular || type == fs::file_type::symlink ||
+        type == fs::file_type::directory) {
+      return at / kProjectFile;
+    }
     if (at == at.parent_path()) return {};
   }
 }

@@ -1,6 +1,7 @@
 // velops.json: which files are a program, and how it is checked.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -28,6 +29,9 @@ struct Project {
   // misspelt or missing has its default above.
   refhost::SourceManager source;
   std::vector<refhost::Diagnostic> faults;
+  // So many faults at the end are of files of `plugin` and `addOns`, which do not matter where no
+  // plugin is loaded or the command line names it.
+  std::size_t libraryFaults = 0;
 };
 
 // Reads the file `path`, which is absolute, or `text` in its place. Throws Failure if the file

@@ -31,8 +31,7 @@ void addFilesOf(const std::string& folder, std::vector<std::string>& files) {
     std::error_code unknown;
     if (isHidden(path)) {
       entry.disable_recursion_pending();
-    } else if (vel::equalIgnoringCase(path.extension().native(), ".st") &&
-               !entry->is_directory(unknown) && !entry->is_other(unknown)) {
+    } else if (isSource(path) && !entry->is_directory(unknown) && !entry->is_other(unknown)) {
       found.push_back(folder == "." ? path.lexically_relative(folder) : path);
     }
     entry.increment(error);
@@ -44,6 +43,10 @@ void addFilesOf(const std::string& folder, std::vector<std::string>& files) {
 }
 
 }  // namespace
+
+bool isSource(const fs::path& path) {
+  return vel::equalIgnoringCase(path.extension().native(), ".st");
+}
 
 std::vector<std::string> sourceFiles(const std::vector<std::string>& named) {
   std::vector<std::string> all;

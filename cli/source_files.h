@@ -1,12 +1,16 @@
 // The source files that a command line names.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "refhost/syntax/source.h"
 
 namespace velc {
+
+// True of names that end in `.st`, in upper or lower case.
+bool isSource(const std::filesystem::path& path);
 
 // The files, with each folder replaced by the files `*.st` in it and in the folders below, in the
 // order of their paths. Leaves out what begins with a dot and what is no file, such as a pipe, and

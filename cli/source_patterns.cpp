@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "cli/source_files.h"
+
 namespace velc {
 
 namespace {
@@ -20,9 +22,19 @@ std::vector<fs::directory_entry> entriesOf(const fs::path& folder) {
   return entries;
 }
 
+// True if only programs are meant: nothing behind the wildcards says which files they are.
+bool asksForSources(const std::string& name) {
+  if (!isPattern(name)) return false;
+  const std::string extension = fs::path(name).extension();
+  return extension.empty() || extension.back() == '*';
+}
+
 class Search {
  public:
-  explicit Search(const fs::path& pattern) : parts_(pattern.begin(), pattern.end()) {}
+  explicit Search(const fs::path& pattern) : parts_(pattern.begin(), pattern.end()) {
+    if (!parts_.empty() && parts_.back() == "**") parts_.emplace_back("*");
+    sourcesOnly_ = !parts_.empty() && asksForSources(parts_.back());
+  }
 
   // Looks for what matches the parts of the pattern from `part` on.
   void below(const fs::path& folder, std::size_t part) {
@@ -32,6 +44,7 @@ class Search {
     if (name == "**") below(folder, part + 1);
     if (name == "." || name == "..") return below(folder / name, part + 1);
     std::error_code unknown;
+    const bool isThere = name.find('[') != name.npos && fs::exists(folder / name, unknown);
     for (const auto& entry : entriesOf(folder)) {
       const fs::path& path = entry.path();
       const bool isFolder = entry.is_directory(unknown);
@@ -39,8 +52,9 @@ class Search {
         const bool hidden = path.filename().native().front() == '.';
         // Links may lead in a circle.
         if (isFolder && !hidden && !entry.is_symlink(unknown)) below(path, part);
-      } else if (fnmatch(name.c_str(), path.filename().c_str(), FNM_PERIOD) == 0) {
-        if (last && entry.is_regular_file(unknown)) found_.push_back(path.lexically_normal());
+      } else if (isThere ? path.filename() == name
+                         : fnmatch(name.c_str(), path.filename().c_str(), FNM_PERIOD) == 0) {
+        if (last && takes(entry)) found_.push_back(path.lexically_normal());
         if (!last && isFolder) below(path, part + 1);
       }
     }
@@ -53,7 +67,13 @@ class Search {
   }
 
  private:
+  bool takes(const fs::directory_entry& entry) const {
+    std::error_code unknown;
+    return entry.is_regular_file(unknown) && (!sourcesOnly_ || isSource(entry.path()));
+  }
+
   std::vector<fs::path> parts_;
+  bool sourcesOnly_ = false;
   std::vector<fs::path> found_;
 };
 
@@ -75,7 +95,9 @@ bool partsMatch(Part pattern, Part patternEnd, Part name, Part nameEnd) {
 }  // namespace
 
 bool wouldMatch(const fs::path& folder, const std::string& pattern, const fs::path& file) {
-  const fs::path whole = (folder / pattern).lexically_normal();
+  fs::path whole = (folder / pattern).lexically_normal();
+  if (whole.filename() == "**") whole /= "*";
+  if (asksForSources(whole.filename()) && !isSource(file)) return false;
   return partsMatch(whole.begin(), whole.end(), file.begin(), file.end());
 }
 

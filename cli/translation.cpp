@@ -6,7 +6,9 @@
 #include <set>
 
 #include "cli/failure.h"
+#include "cli/output_file.h"
 #include "cli/progress.h"
+#include "cli/project.h"
 #include "cli/report.h"
 #include "cli/source_files.h"
 
@@ -15,8 +17,11 @@ namespace velc {
 std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   auto session = std::make_unique<refhost::Session>(sessionOptions(common));
   std::string error;
-  if (!session->start(error)) throw Failure(error);
-  return session;
+  if (session->start(error)) return session;
+  const std::string place = placeOfLibrary(common, error);
+  if (place.empty()) throw Failure(error);
+  writeStandardError(fmt::format("{}: error: {}\n", place, error));
+  throw Failure(fmt::format("{} cannot be used", kProjectFile));
 }
 
 void refuseClashes(const std::vector<std::string>& inputs,

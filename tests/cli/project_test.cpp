@@ -1,6 +1,9 @@
 // velops.json: what it says, what the command line says instead, and what is wrong with it.
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <regex>
 
 #include "refhost/warnings.h"
 #include "velc_fixture.h"
@@ -11,12 +14,13 @@ namespace {
 class Projects : public Velc {
  protected:
   void SetUp() override {
-    for (const char* name : {"src/deep", "lib", "none"}) {
+    for (const char* name : {"src/deep", "lib", "none", ".l[ib]"}) {
       std::filesystem::create_directories(folder.path() / name);
     }
     write("src/main.st", "PROGRAM p VAR x : INT; u : INT; END_VAR x := F() + G(); END_PROGRAM");
     write("src/deep/f.st", "FUNCTION F : INT F := 1; END_FUNCTION");
     write("lib/g.st", "FUNCTION G : INT G := 2; END_FUNCTION");
+    write(".l[ib]/g.st", "FUNCTION G : INT G := 2; END_FUNCTION");
     write("lib/.hidden.st", "nonsense");
     write("lib/x.txt", "nonsense");
   }
@@ -46,8 +50,16 @@ TEST_F(Projects, GiveFilesAndSettings) {
       {R"({"memory": {"markers": 64}})", "memory --memory-markers 72", 0, "%MB0..%MB71 "},
       {R"({"notation": "letters"})", "memory", 0, "D0"},
       {R"({"notation": "letters"})", "memory --notation iec", 0, "%MB0"},
-      {R"({"addOns": ["src/main.st"]})", "check", 2, "src/main.st: "},
-      {R"({"plugin": "src/main.st"})", "check", 2, "src/main.st: "},
+      {R"({"sources": ["src/**", ".l[ib]/g.st"]})", "run", 0, "x = 3\n"},
+      {R"({"sources": ["src/**", ".l[[]ib]/*"]})", "run", 0, "x = 3\n"},
+      {R"({"sources": [".l[ib]"]})", "check", 0, ""},
+      {R"({"sources": ["lib/*.t?t"]})", "check", 1, "lib/x.txt:1:1: error"},
+      {R"({"addOns": ["src/main.st"]})", "check", 2, "velops.json:1:13: error: /"},
+      {R"({"plugin": "src/main.st"})", "check", 2, "velops.json:1:12: error: /"},
+      {R"({"addOns": ["no.so"]})", "check", 2, "1:13: error: there is no file 'no.so'"},
+      {R"({"addOns": ["no.so"]})", "memory", 0, "%MB0"},
+      {R"({"addOns": ["no.so"]})", "fmt --check", 1, "src/main.st\n"},
+      {R"({"addOns": ["no.so"]})", "check --plugin no2.so", 2, "velc: ./no2.so: cannot open"},
   };
   for (const auto& row : rows) {
     write("velops.json", row.project);
@@ -78,6 +90,7 @@ TEST_F(Projects, TellTheirFaultsWithPlaces) {
       {R"({"sources": []})", "1:13: error: there is no source"},
       {R"({"sources": ["sr/a"]})", "1:14: error: there is no file or folder 'sr/a'"},
       {R"({"sources": ["src/*.sx"]})", "1:14: error: no file matches 'src/*.sx'"},
+      {R"({"sources": [""]})", "1:14: error: this names no file; '.' is the folder of"},
       {R"({"sources": ["none"]})", "1:14: error: there is no *.st in "},
       {R"({"localio": "I:1"})", "1:13: error: 'I:1' does not have the form"},
       {R"({"localio": "", "localio": ""})", "1:17: error: 'localio' stands here for the second"},
@@ -124,7 +137,15 @@ TEST_F(Projects, AreDescribedByTheSchema) {
   nlohmann::json groups = nlohmann::json::array();
   for (const auto& group : refhost::warningGroups()) groups.push_back(group.name);
   groups.insert(groups.begin(), "all");
-  EXPECT_EQ(schema["definitions"]["warnings"]["items"]["anyOf"][1]["enum"], groups);
+  const auto& names = schema["definitions"]["warnings"]["items"]["anyOf"];
+  EXPECT_EQ(names[1]["enum"], groups);
+  const std::regex code(names[0]["pattern"].get<std::string>());
+  for (const unsigned int first : {0x9FF00, 0xAFF00, 0xC0000, 0xC0100, 0xC0200, 0xF0000, 0xF0100}) {
+    for (unsigned int number = first; number < first + 0x200; ++number) {
+      const std::string text = fmt::format(number % 2 == 0 ? "0x{:x}" : "0X{:X}", number);
+      EXPECT_EQ(std::regex_search(text, code), !refhost::warningsNamed(text).empty()) << text;
+    }
+  }
 }
 
 }  // namespace
