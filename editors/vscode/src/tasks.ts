@@ -1,6 +1,7 @@
 // Tasks that call velc.
+import { resolve } from "node:path";
 import * as vscode from "vscode";
-import { findVelc, hasProject, pluginOptions } from "./velc";
+import { findVelc, hasProject, pluginOptions, substitute } from "./velc";
 
 interface Definition extends vscode.TaskDefinition {
   command: string;
@@ -24,6 +25,9 @@ const matchers: Record<string, string[]> = {
 function taskOf(definition: Definition, scope: vscode.WorkspaceFolder | vscode.TaskScope) {
   const { command, files = [], args = [], cwd } = definition;
   const plugins = command === "fmt" ? [] : pluginOptions();
+  const folder = typeof scope === "object" ? scope : undefined;
+  // The matchers take names of files for relative to the folder of the workspace.
+  const elsewhere = cwd !== undefined && resolve(substitute(cwd, folder)) !== folder?.uri.fsPath;
   const task = new vscode.Task(
     definition,
     scope as vscode.WorkspaceFolder,
@@ -35,7 +39,7 @@ function taskOf(definition: Definition, scope: vscode.WorkspaceFolder | vscode.T
       [command, ...files, ...args, ...plugins],
       cwd === undefined ? {} : { cwd },
     ),
-    matchers[command] ?? ["$velc"],
+    elsewhere ? [] : (matchers[command] ?? ["$velc"]),
   );
   const group = groups[command];
   if (group !== undefined) task.group = group;

@@ -1,5 +1,5 @@
 // Unit tests: those of open documents in the view of tests, and the results of each run.
-import { resolve } from "node:path";
+import { basename, resolve } from "node:path";
 import * as vscode from "vscode";
 import type { CodeLens, DocumentSymbol, LanguageClient, Range } from "vscode-languageclient/node";
 import type { Server } from "./server";
@@ -43,8 +43,23 @@ function messageOf(failure: Failure, folder: string): vscode.TestMessage {
   return message;
 }
 
+// True of changed documents that can be a part of a program: its sources may be in any folder.
+function isOfPrograms({ isDirty, languageId, uri }: vscode.TextDocument): boolean {
+  const isProject = basename(uri.fsPath) === "velops.json";
+  return isDirty && uri.scheme === "file" && (languageId === "st" || isProject);
+}
+
 function startsEqually(a: Range, b: Range): boolean {
   return a.start.line === b.start.line && a.start.character === b.start.character;
+}
+
+// The item, or those below it, if some of them are excluded.
+function without(item: vscode.TestItem, excluded: readonly vscode.TestItem[]): vscode.TestItem[] {
+  if (excluded.includes(item)) return [];
+  const children: vscode.TestItem[] = [];
+  item.children.forEach((child) => children.push(child));
+  const left = children.filter((child) => !excluded.includes(child));
+  return left.length === children.length ? [item] : left;
 }
 
 export class Testing implements vscode.Disposable {
@@ -94,7 +109,7 @@ export class Testing implements vscode.Disposable {
   async run(uri: vscode.Uri, filters: string[], request?: vscode.TestRunRequest): Promise<void> {
     this.abandon();
     // The server runs tests on the files as they are on disk.
-    await vscode.workspace.saveAll(false);
+    await Promise.all(vscode.workspace.textDocuments.filter(isOfPrograms).map((it) => it.save()));
     const run = this.controller.createTestRun(request ?? new vscode.TestRunRequest());
     for (const item of this.itemsOf(uri, filters)) run.started(item);
     const results = await new Promise<Results | undefined>((take) => {
@@ -122,8 +137,9 @@ export class Testing implements vscode.Disposable {
   }
 
   private async runRequested(request: vscode.TestRunRequest): Promise<void> {
-    const wanted: vscode.TestItem[] = [...(request.include ?? [])];
-    if (request.include === undefined) this.controller.items.forEach((item) => wanted.push(item));
+    const included: vscode.TestItem[] = [...(request.include ?? [])];
+    if (request.include === undefined) this.controller.items.forEach((item) => included.push(item));
+    const wanted = included.flatMap((item) => without(item, request.exclude ?? []));
     // By file; without filters all of its tests run.
     const files = new Map<string, { uri: vscode.Uri; filters: string[] | undefined }>();
     for (const item of wanted) {

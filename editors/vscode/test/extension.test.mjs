@@ -3,6 +3,7 @@ import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, test } from "node:test";
+import { pathToFileURL } from "node:url";
 import { loadExtension, makeVscode } from "./fake_vscode.mjs";
 import { folder, manifest, output, velc, withServer } from "./support.mjs";
 
@@ -52,7 +53,11 @@ async function withExtension(options, use) {
 }
 
 test("shows what the server says", { timeout: 60000 }, async () => {
+  writeFileSync(join(work, "velops.json"), '{ "sources": ["a.st"], "soruces": [] }');
   await withExtension({ text: program.replace("level + 1", "levle") }, async (fake) => {
+    const project = pathToFileURL(join(work, "velops.json")).href;
+    await until(() => fake.shown.diagnostics.get(project)?.length > 0, "fault of velops.json");
+    rmSync(join(work, "velops.json"));
     const found = () => fake.shown.diagnostics.get(fake.uri.toString()) ?? [];
     await until(() => found().length > 0, "diagnostic");
     const [{ message, range, code }] = found();
@@ -81,6 +86,12 @@ test("all that package.json names exists", async () => {
     assert.deepEqual(tasks.map(({ name }) => name), contributes.taskDefinitions[0].properties.command.enum);
     const matchers = contributes.problemMatchers.map(({ name }) => `$${name}`);
     for (const name of tasks.flatMap(({ problemMatchers }) => problemMatchers)) assert.ok(matchers.includes(name), name);
+    const resolved = (cwd) => {
+      const scope = { uri: { fsPath: work } };
+      return taskProviders[0].provider.resolveTask({ definition: { type: "velc", command: "check", cwd }, scope });
+    };
+    // Names relative to another folder would be found in the wrong one.
+    assert.deepEqual([work, join(work, "sub")].map((cwd) => resolved(cwd).problemMatchers), [["$velc"], []]);
     for (const { execution } of tasks) {
       const help = await output(velc, [execution.args[0], "--help"]);
       for (const option of execution.args.filter((arg) => /^-/.test(arg))) assert.ok(help.includes(option), option);
@@ -98,7 +109,9 @@ test("all that package.json names exists", async () => {
 });
 
 test("runs unit tests", { timeout: 60000 }, async () => {
-  await withExtension({ text: program }, async ({ controller, shown, commands, uri, path }) => {
+  await withExtension({ text: program }, async ({ controller, shown, commands, uri, path, opened, open }) => {
+    opened.isDirty = true;
+    open("notes.md", "markdown").isDirty = true;
     const items = () => [...(controller.items.get(uri.toString())?.children.keys() ?? [])];
     await until(() => items().length === 2, "test");
     const bad = "bad 'n' old";
@@ -119,6 +132,10 @@ test("runs unit tests", { timeout: 60000 }, async () => {
     assert.equal(shown.runs[3].results[0][1], "errored");
     await controller.run({ include: [test] }, { onCancellationRequested: (cancel) => setImmediate(cancel) });
     assert.deepEqual(shown.runs[4].results, []);
+    writeFileSync(path, program);
+    await controller.run({ include: undefined, exclude: [test] }, token);
+    assert.deepEqual(shown.runs[5].results, [["good", "passed"]]);
+    assert.deepEqual(shown.saved, ["a.st"]);
     assert.ok(shown.runs.every(({ ended }) => ended));
   });
 });

@@ -1,7 +1,7 @@
 // As much of VS Code as the extension needs to start the real server and to show what it says. What
 // is not modelled here can be called and constructed, and does nothing.
 import Module, { createRequire } from "node:module";
-import { basename } from "node:path";
+import { basename, join } from "node:path";
 import { fileURLToPath, pathToFileURL } from "node:url";
 
 const nothing = () => ({ dispose() {} });
@@ -80,17 +80,21 @@ class Items extends Map {
 
 const failureOf = ({ message, location: { range } }) => [message, range.line, range.character];
 
-function document(path, text, languageId = "st") {
+function document(path, text, saved, languageId = "st") {
   return {
     uri: Uri.file(path), fileName: path, languageId, version: 1, isDirty: false, isUntitled: false,
     isClosed: false, getText: () => text, notebook: undefined,
     getWordRangeAtPosition: () => undefined,
+    async save() {
+      saved.push(basename(path));
+      this.isDirty = false;
+    },
   };
 }
 
 /** A fake that shows `path`, and what the extension has made of it. */
 export function makeVscode({ folder, path, text, settings = {}, extensions = [], isTrusted = true }) {
-  const shown = { diagnostics: new Map(), messages: [], executed: [], runs: [] };
+  const shown = { diagnostics: new Map(), messages: [], executed: [], runs: [], saved: [] };
   const commands = new Map();
   const taskProviders = [];
   const debugProviders = new Map();
@@ -98,7 +102,12 @@ export function makeVscode({ folder, path, text, settings = {}, extensions = [],
   const events = {};
   const on = (name) => (events[name] ??= new EventEmitter()).event;
   const say = async (message, options) => void shown.messages.push({ message, options });
-  const opened = document(path, text);
+  const opened = document(path, text, shown.saved);
+  const textDocuments = [opened];
+  const open = (name, languageId) => {
+    textDocuments.push(document(join(folder, name), "", shown.saved, languageId));
+    return textDocuments.at(-1);
+  };
   const controller = {
     items: new Items(),
     createRunProfile: (_label, _kind, handler) => (controller.run = handler),
@@ -131,7 +140,7 @@ export function makeVscode({ folder, path, text, settings = {}, extensions = [],
     DiagnosticSeverity: { Error: 0, Warning: 1, Information: 2, Hint: 3 },
     workspace: withDefaults("workspace", {
       isTrusted,
-      textDocuments: [opened],
+      textDocuments,
       notebookDocuments: [],
       workspaceFolders: [{ uri: Uri.file(folder), name: basename(folder), index: 0 }],
       getConfiguration: (section = "") => ({
@@ -173,7 +182,7 @@ export function makeVscode({ folder, path, text, settings = {}, extensions = [],
     extensions: { getExtension: (id) => (extensions.includes(id) ? {} : undefined), onDidChange: nothing, all: [] },
     env: withDefaults("env", { language: "en", appName: "fake" }),
   });
-  return { vscode, shown, commands, taskProviders, debugProviders, contents, controller, events, opened };
+  return { vscode, shown, commands, taskProviders, debugProviders, contents, controller, events, opened, open };
 }
 
 /** Loads the extension with the fake in the place of VS Code. */

@@ -59,7 +59,7 @@ const expected = {
   variable: /^(variable|entity\.name|support\.function)/,
   parameter: /^variable/,
   property: /^variable/,
-  enumMember: /^(variable|constant\.language)/,
+  enumMember: /^(variable\.other|constant\.language)/,
   number: /^(constant\.numeric|storage\.type\.literal|keyword\.other\.unit|punctuation\.separator\.literal)/,
   string: /^(string|constant\.character|storage\.type\.literal)/,
   comment: /^(comment|meta\.preprocessor|keyword\.control\.directive|punctuation\.section\.pragma)/,

@@ -56,6 +56,23 @@ test("failed tests", async () => {
   assert.deepEqual([fault.line, fault.severity, fault.code], ["2", "error", "0xF0020"]);
 });
 
+test("tests that crash or do not end, and values that look like places", async () => {
+  const text = `TEST 'crash' VAR p : POINTER TO INT; END_VAR
+  p^ := 4;
+END_TEST
+TEST 'endless'
+  WHILE TRUE DO ; END_WHILE
+END_TEST
+TEST 'values' VAR s : STRING := 'a.st:1:2: error: b'; END_VAR
+  ASSERT_EQ(s, 'x', 'm');
+END_TEST
+`;
+  const problems = await found(["velc", "velc-test"], ["test", "main unit.st", "--timeout", "0.3"], text);
+  assert.deepEqual(problems.map(({ line, column }) => [line, column]), [["2", undefined], ["5", undefined], ["8", "3"]]);
+  assert.match(problems[0].message, /^crashed with signal 11/);
+  assert.match(problems[1].message, /^did not end within/);
+});
+
 test("crashes", async () => {
   const text = "PROGRAM P\nVAR p : POINTER TO INT; END_VAR\n  p^ := 4;\nEND_PROGRAM\n";
   assert.deepEqual(await found(["velc", "velc-crash"], ["run", "main unit.st"], text), [
