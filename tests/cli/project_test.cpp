@@ -140,7 +140,8 @@ TEST_F(Projects, AreDescribedByTheSchema) {
   const auto& names = schema["definitions"]["warnings"]["items"]["anyOf"];
   EXPECT_EQ(names[1]["enum"], groups);
   const std::regex code(names[0]["pattern"].get<std::string>());
-  for (const unsigned int first : {0x9FF00, 0xAFF00, 0xC0000, 0xC0100, 0xC0200, 0xF0000, 0xF0100}) {
+  for (const unsigned int first :
+       {0x9FF00U, 0xAFF00U, 0xC0000U, 0xC0100U, 0xC0200U, 0xF0000U, 0xF0100U}) {
     for (unsigned int number = first; number < first + 0x200; ++number) {
       const std::string text = fmt::format(number % 2 == 0 ? "0x{:x}" : "0X{:X}", number);
       EXPECT_EQ(std::regex_search(text, code), !refhost::warningsNamed(text).empty()) << text;
