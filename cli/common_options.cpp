@@ -14,12 +14,12 @@ std::vector<std::string> librariesOf(const CommonOptions& common) {
   return libraries;
 }
 
-std::string placeOfLibrary(const CommonOptions& common, const std::string& error) {
-  if (!common.plugins.empty()) return "";
+const ProjectLibrary* libraryAtFault(const CommonOptions& common, const std::string& error) {
+  if (!common.plugins.empty()) return nullptr;
   for (const ProjectLibrary& library : common.projectPlugins) {
-    if (!library.path.empty() && error.rfind(library.path + ": ", 0) == 0) return library.place;
+    if (!library.path.empty() && error.rfind(library.path + ": ", 0) == 0) return &library;
   }
-  return "";
+  return nullptr;
 }
 
 refhost::Options sessionOptions(const CommonOptions& common) {

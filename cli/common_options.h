@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/colours.h"
+#include "refhost/diagnostic.h"
 #include "refhost/session.h"
 
 namespace velc {
@@ -24,7 +25,8 @@ inline constexpr std::size_t kMostErrors = std::size_t{1} << 30;
 // The plugin or an add-on that a project names; an empty path is the plugin installed with velc.
 struct ProjectLibrary {
   std::string path;
-  std::string place;  // where velops.json names it, "velops.json:3:12"
+  refhost::SourceRange range;  // in velops.json, where it is named
+  std::string place;           // its begin, "velops.json:3:12"
 };
 
 struct CommonOptions {
@@ -43,9 +45,9 @@ struct CommonOptions {
 
 // The plugin and its add-ons; throws Failure when there is none.
 std::vector<std::string> librariesOf(const CommonOptions& common);
-// Where the project names the library at which the text, as of Session::start(), begins; empty if
-// it names none that is used.
-std::string placeOfLibrary(const CommonOptions& common, const std::string& error);
+// The project's library with whose name the text, as of Session::start(), begins; null if the
+// project names none that is used.
+const ProjectLibrary* libraryAtFault(const CommonOptions& common, const std::string& error);
 // Throws Failure when there is no plugin.
 refhost::Options sessionOptions(const CommonOptions& common);
 

@@ -76,10 +76,13 @@ class ProjectReader {
     void (ProjectReader::*read)(const LocatedJson& value);
   };
 
+  static refhost::SourceRange rangeOf(TextSpan span) {
+    return {vel::TextLocation(0, static_cast<std::uint32_t>(span.begin)),
+            static_cast<std::uint32_t>(span.end - span.begin)};
+  }
   static refhost::Diagnostic faultAt(TextSpan where, const std::string& text) {
-    const vel::TextLocation begin(0, static_cast<std::uint32_t>(where.begin));
     refhost::Diagnostic fault;
-    fault.range = {begin, static_cast<std::uint32_t>(where.end - where.begin)};
+    fault.range = rangeOf(where);
     fault.text = text;
     return fault;
   }
@@ -250,9 +253,9 @@ class ProjectReader {
       libraryFaults_.push_back(
           faultAt(name.span, fmt::format("there is no file '{}'", printable(name.text))));
     }
-    const vel::TextLocation begin(0, static_cast<std::uint32_t>(name.span.begin));
-    const refhost::LineColumn at = project_.source.position(begin);
-    return {path, fmt::format("{}:{}:{}", project_.source.path(0), at.line, at.column)};
+    const refhost::SourceRange range = rangeOf(name.span);
+    const refhost::LineColumn at = project_.source.position(range.begin);
+    return {path, range, fmt::format("{}:{}:{}", project_.source.path(0), at.line, at.column)};
   }
   std::vector<ProjectLibrary>& libraries() {
     // The first one is the plugin.

@@ -18,9 +18,9 @@ std::unique_ptr<refhost::Session> startSession(const CommonOptions& common) {
   auto session = std::make_unique<refhost::Session>(sessionOptions(common));
   std::string error;
   if (session->start(error)) return session;
-  const std::string place = placeOfLibrary(common, error);
-  if (place.empty()) throw Failure(error);
-  writeStandardError(fmt::format("{}: error: {}\n", place, error));
+  const ProjectLibrary* const library = libraryAtFault(common, error);
+  if (library == nullptr) throw Failure(error);
+  writeStandardError(fmt::format("{}: error: {}\n", library->place, error));
   throw Failure(fmt::format("{} cannot be used", kProjectFile));
 }
 

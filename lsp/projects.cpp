@@ -17,7 +17,9 @@ std::vector<std::string> Projects::unsaved() const {
 std::shared_ptr<const velc::Project> Projects::of(const std::string& file) {
   const std::filesystem::path path(file);
   if (!path.is_absolute()) return nullptr;
-  const std::string found = velc::findProject(path.parent_path());
+  const auto [folder, isNew] = folders_.try_emplace(path.parent_path());
+  const std::string& found = folder->second;
+  if (isNew) folder->second = velc::findProject(folder->first);
   if (found.empty()) return nullptr;
   std::string text;
   const Document* const open = documents_.find(found);

@@ -19,8 +19,9 @@ class Projects {
   // The project of a file, by the velops.json in its folder or above; null for none. A project that
   // has not changed is the same object.
   std::shared_ptr<const velc::Project> of(const std::string& file);
-  // Has the sources of all projects looked for again.
+  // Has all projects and their sources looked for again.
   void forget() {
+    folders_.clear();
     for (auto& [path, known] : known_) known.stale = true;
   }
 
@@ -36,7 +37,8 @@ class Projects {
 
   const Documents& documents_;
   Disk& disk_;
-  std::map<std::string, Known> known_;
+  std::map<std::string, std::string> folders_;  // the velops.json of each; empty for none
+  std::map<std::string, Known> known_;          // by path of velops.json
 };
 
 }  // namespace lsp

@@ -122,7 +122,8 @@ void Workspace::refresh() {
       return (program->project != nullptr ? program->project->path.native() : "") == at->first;
     });
     if (!isUsed && faulty_.erase(at->first) != 0) publisher_.withdraw(at->first);
-    at = isUsed ? std::next(at) : engines_.erase(at);
+    // A library that could not be used may have been built since.
+    at = isUsed && !at->second.libraryFault ? std::next(at) : engines_.erase(at);
   }
 }
 
@@ -201,24 +202,30 @@ Workspace::Engine& Workspace::engineOf(const Program& program) {
   if (isNew || engine.project != program.project) {
     engine = {};
     engine.project = program.project;
-    engine.session = newSession(program.project.get());
+    start(engine);
   }
   return engine;
 }
 
-std::unique_ptr<refhost::Session> Workspace::newSession(const velc::Project* project) {
+void Workspace::start(Engine& engine) {
   velc::CommonOptions options;
-  if (project != nullptr) options = project->options;
+  if (engine.project != nullptr) options = engine.project->options;
   if (!libraries_.empty()) options.plugins = libraries_;
   try {
     auto session = std::make_unique<refhost::Session>(velc::sessionOptions(options));
     std::string error;
-    if (session->start(error)) return session;
-    log_(error);
+    if (session->start(error)) {
+      engine.session = std::move(session);
+      return;
+    }
+    const velc::ProjectLibrary* const library = velc::libraryAtFault(options, error);
+    if (library == nullptr) return log_(error);
+    engine.libraryFault.emplace();
+    engine.libraryFault->range = library->range;
+    engine.libraryFault->text = error;
   } catch (const std::exception& error) {
     log_(error.what());
   }
-  return nullptr;
 }
 
 std::vector<std::string> Workspace::sourcesIn(const std::string& folder, Depth depth) {
@@ -317,26 +324,43 @@ void Workspace::analyseProject(Program& program, refhost::Session& session) {
 
 void Workspace::publish(Program& program) {
   refhost::Session* const session = analyse(program);
-  if (program.project != nullptr) publishFaults(*program.project);
-  if (session == nullptr) return;
-  const Analysed analysed(*session, documents_, 0,
-                          static_cast<std::uint32_t>(program.files.size()));
-  auto files = diagnosticsByFile(analysed);
-  for (auto& [path, diagnostics] : files) {
-    // Without a project each document has its own analysis.
-    if (program.whole || path == program.path) {
-      publisher_.set(program.path, path, std::move(diagnostics));
-    }
+  if (program.project != nullptr) publishFaults(engineOf(program));
+  std::map<std::string, Json> files;
+  if (session != nullptr) {
+    const auto count = static_cast<std::uint32_t>(program.files.size());
+    files = diagnosticsByFile(Analysed(*session, documents_, 0, count));
+  }
+  for (auto file = files.begin(); file != files.end();) {
+    file = decides(program, file->first) ? std::next(file) : files.erase(file);
   }
   publisher_.withdraw(program.path, [&](const std::string& path) {
     return files.count(path) != 0 || (program.whole && path == program.path);
   });
+  for (auto& [path, diagnostics] : files) {
+    publisher_.set(program.path, path, std::move(diagnostics));
+  }
 }
 
-void Workspace::publishFaults(const velc::Project& project) {
+bool Workspace::decides(const Program& program, const std::string& path) {
+  if (path == program.path) return true;
+  // Without a project each document has its own analysis.
+  if (!program.whole) return false;
+  const Program own = describe(path);
+  return own.path == program.path || (!own.whole && documents_.find(path) == nullptr);
+}
+
+void Workspace::publishFaults(const Engine& engine) {
+  const velc::Project& project = *engine.project;
   const std::string path = project.path;
-  publisher_.set(path, path, diagnosticsOf(project.source, project.faults, documents_.encoding));
-  if (project.faults.empty()) {
+  std::vector<refhost::Diagnostic> faults = project.faults;
+  const auto isKnown = [&](const refhost::Diagnostic& fault) {
+    return fault.range.begin.offset() == engine.libraryFault->range.begin.offset();
+  };
+  if (engine.libraryFault && std::none_of(faults.begin(), faults.end(), isKnown)) {
+    faults.push_back(*engine.libraryFault);
+  }
+  publisher_.set(path, path, diagnosticsOf(project.source, faults, documents_.encoding));
+  if (faults.empty()) {
     faulty_.erase(path);
   } else if (faulty_.insert(path).second) {
     log_(path + " has faults: settings and sources that it does not name correctly are not used");

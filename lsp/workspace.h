@@ -79,6 +79,8 @@ class Workspace {
   struct Engine {
     std::shared_ptr<const velc::Project> project;
     std::unique_ptr<refhost::Session> session;  // null when it could not be started
+    // A library that velops.json names and that cannot be used.
+    std::optional<refhost::Diagnostic> libraryFault;
     const Program* analysed = nullptr;
   };
 
@@ -86,7 +88,8 @@ class Workspace {
   Program describe(const std::string& path);
   Program& programOf(const std::string& path);
   Engine& engineOf(const Program& program);
-  std::unique_ptr<refhost::Session> newSession(const velc::Project* project);
+  // Starts the session. What fails is logged if velops.json is not to blame.
+  void start(Engine& engine);
   // Null if the program cannot be analysed.
   refhost::Session* analyse(Program& program);
   void analyseProject(Program& program, refhost::Session& session);
@@ -95,8 +98,11 @@ class Workspace {
   enum class Depth : bool { Folder, Below };
   std::vector<std::string> sourcesIn(const std::string& folder, Depth depth);
   void publish(Program& program);
+  // True if the diagnostics of a file are those of this program, not of another that has it as
+  // well.
+  bool decides(const Program& program, const std::string& path);
   // Shows the faults of a velops.json in it.
-  void publishFaults(const velc::Project& project);
+  void publishFaults(const Engine& engine);
   bool readText(const std::string& path, std::string& text);
 
   const Documents& documents_;

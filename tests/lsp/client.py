@@ -48,10 +48,21 @@ def edited(text, edits, encoding):
     return (result + whole[at:]).decode(codec)
 
 
+# Of a client that takes all there is, but for encodings and ranges of completions.
+EVERYTHING = {"textDocument": {
+    "completion": {"completionItem": {"snippetSupport": True, "documentationFormat": ["markdown"]}},
+    "documentSymbol": {"hierarchicalDocumentSymbolSupport": True},
+    "hover": {"contentFormat": ["plaintext", "markdown"]},
+    "publishDiagnostics": {"relatedInformation": True, "codeDescriptionSupport": True,
+                           "tagSupport": {"valueSet": [1]}},
+    "rename": {"prepareSupport": True},
+    "signatureHelp": {"signatureInformation": {"parameterInformation": {"labelOffsetSupport": True}}}}}
+
+
 class Client:
     """Each wait takes the messages in their order; notifications that nobody waits for are dropped."""
 
-    def __init__(self, velc, encodings=(), initialize=True, patience=60, **capabilities):
+    def __init__(self, velc, encodings=(), initialize=True, patience=60, capabilities=None):
         self.process = subprocess.Popen([velc, "lsp", "--stdio"], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
         # One that hangs ends, and with it each wait.
@@ -62,7 +73,8 @@ class Client:
         self.notes = []  # messages that came while another was waited for
         self.versions = {}
         if initialize:
-            capabilities["general"] = {"positionEncodings": list(encodings)}
+            capabilities = {"general": {"positionEncodings": list(encodings)},
+                            **(EVERYTHING if capabilities is None else capabilities)}
             self.server = self.request("initialize", {"processId": None, "rootUri": None,
                                                       "capabilities": capabilities})["result"]
             self.notify("initialized", {})
