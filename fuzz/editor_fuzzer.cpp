@@ -64,11 +64,31 @@ class Channel {
   int descriptor_;
 };
 
+// The capabilities of a client that takes all there is.
+Json everything() {
+  const Json formats = {"markdown", "plaintext"};
+  return {{"textDocument",
+           {{"completion",
+             {{"completionItem",
+               {{"snippetSupport", true},
+                {"insertReplaceSupport", true},
+                {"documentationFormat", formats}}}}},
+            {"documentSymbol", {{"hierarchicalDocumentSymbolSupport", true}}},
+            {"publishDiagnostics",
+             {{"relatedInformation", true},
+              {"codeDescriptionSupport", true},
+              {"tagSupport", {{"valueSet", {1}}}}}},
+            {"signatureHelp",
+             {{"signatureInformation",
+               {{"documentationFormat", formats},
+                {"parameterInformation", {{"labelOffsetSupport", true}}}}}}}}}};
+}
+
 class Client {
  public:
   explicit Client(std::string text) : random_(std::hash<std::string>()(text)) {
     lines_ = 1 + static_cast<unsigned>(std::count(text.begin(), text.end(), '\n'));
-    request("initialize", {{"capabilities", Json::object()}});
+    request("initialize", {{"capabilities", below(2) == 0 ? Json::object() : everything()}});
     notify("textDocument/didOpen",
            {{"textDocument", {{"uri", kUri}, {"version", 1}, {"text", text}}}});
   }

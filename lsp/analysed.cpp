@@ -9,7 +9,7 @@ const Lines& Analysed::linesOf(std::uint32_t file) const {
   // Editors do not count the byte order marks of files as they are on disk.
   const bool isOpen = documents_->find(sources.path(file)) != nullptr;
   const std::string_view mark = isOpen ? sources.byteOrderMark(file) : std::string_view();
-  return lines_.try_emplace(file, sources.text(file), documents_->encoding, mark).first->second;
+  return lines_.try_emplace(file, sources.text(file), client().encoding, mark).first->second;
 }
 
 vel::TextLocation Analysed::place(Position position) const {

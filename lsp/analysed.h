@@ -26,10 +26,7 @@ class Analysed {
   std::uint32_t fileCount() const { return count_; }
   bool isFile(std::uint32_t file) const { return file < count_; }
 
-  // True if the client takes snippets in completions.
-  bool takesSnippets() const { return documents_->takesSnippets; }
-  // True if a completion may have a range to be replaced and one for an insertion.
-  bool takesInsertions() const { return documents_->takesInsertions; }
+  const Client& client() const { return documents_->client; }
 
   // In the document.
   vel::TextLocation place(Position position) const;

@@ -71,7 +71,7 @@ Json completion(const Analysed& analysed, const Json& params) {
   constexpr int kSnippetFormat = 2;
   const vel::TextLocation place = placeIn(analysed, params);
   const auto found =
-      refhost::completionAt(analysed.session().view(), place, analysed.takesSnippets());
+      refhost::completionAt(analysed.session().view(), place, analysed.client().snippets);
   // A bracket or a comma brings the names of arguments and nothing else, so that the list does not
   // stand in the way of those who do without. EN and ENO alone are no reason for a list.
   const Json trigger = params.value(Json::json_pointer("/context/triggerCharacter"), Json());
@@ -89,7 +89,7 @@ Json completion(const Analysed& analysed, const Json& params) {
   }
   const std::uint32_t begin = found.replaced.begin.offset();
   Json ranges = {{"range", analysed.range(found.replaced)}};
-  if (analysed.takesInsertions() && place.offset() < begin + found.replaced.length) {
+  if (analysed.client().insertions && place.offset() < begin + found.replaced.length) {
     ranges = {{"insert", analysed.range({found.replaced.begin, place.offset() - begin})},
               {"replace", std::move(ranges["range"])}};
   }
@@ -142,7 +142,8 @@ void addCompletion(Rpc& rpc, Workspace& workspace, Json& capabilities) {
     const auto data = item.find("data");
     if (data == item.end()) return item;
     const std::string text = documentation(workspace, *data, item.at("label"));
-    if (!text.empty()) item["documentation"] = {{"kind", "markdown"}, {"value", text}};
+    const bool markdown = workspace.documents().client.completionMarkdown;
+    if (!text.empty()) item["documentation"] = markup(markdown, text);
     return item;
   });
 }

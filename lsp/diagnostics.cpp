@@ -18,7 +18,7 @@ bool isUnnecessary(unsigned int code) {
          code == kUnreachable.code;
 }
 
-Json diagnosticOf(const refhost::Diagnostic& message, Json range) {
+Json diagnosticOf(const refhost::Diagnostic& message, Json range, const Client& client) {
   Json diagnostic = {{"range", std::move(range)},
                      {"severity", message.severity == refhost::Severity::Error ? kError : kWarning},
                      {"source", "velc"},
@@ -26,15 +26,16 @@ Json diagnosticOf(const refhost::Diagnostic& message, Json range) {
   if (message.code == 0) return diagnostic;
   diagnostic["code"] = velc::codeText(message);
   const std::string page = velc::explanationUri(velc::codeText(message));
-  if (!page.empty()) diagnostic["codeDescription"] = {{"href", page}};
-  if (isUnnecessary(message.code)) diagnostic["tags"] = {kUnnecessary};
+  if (client.codeLinks && !page.empty()) diagnostic["codeDescription"] = {{"href", page}};
+  if (client.tags && isUnnecessary(message.code)) diagnostic["tags"] = {kUnnecessary};
   return diagnostic;
 }
 
 }  // namespace
 
 Json diagnosticOf(const Analysed& analysed, const refhost::Diagnostic& message) {
-  Json diagnostic = diagnosticOf(message, analysed.range(message.range));
+  Json diagnostic = diagnosticOf(message, analysed.range(message.range), analysed.client());
+  if (!analysed.client().relatedPlaces) return diagnostic;
   Json related = Json::array();
   for (const refhost::Note& note : message.notes) {
     if (!analysed.isFile(note.range.begin.file())) continue;
@@ -59,14 +60,15 @@ std::map<std::string, Json> diagnosticsByFile(const Analysed& analysed) {
 }
 
 Json diagnosticsOf(const refhost::SourceManager& source,
-                   const std::vector<refhost::Diagnostic>& faults, Encoding encoding) {
+                   const std::vector<refhost::Diagnostic>& faults, const Client& client) {
   Json all = Json::array();
-  const Lines lines(source.text(0), encoding);
+  const Lines lines(source.text(0), client.encoding);
   for (const refhost::Diagnostic& fault : faults) {
     const std::size_t begin = fault.range.begin.offset();
-    all.push_back(
-        diagnosticOf(fault, {{"start", toJson(lines.position(begin))},
-                             {"end", toJson(lines.position(begin + fault.range.length))}}));
+    all.push_back(diagnosticOf(fault,
+                               {{"start", toJson(lines.position(begin))},
+                                {"end", toJson(lines.position(begin + fault.range.length))}},
+                               client));
   }
   return all;
 }

@@ -13,6 +13,6 @@ Json diagnosticOf(const Analysed& analysed, const refhost::Diagnostic& message);
 std::map<std::string, Json> diagnosticsByFile(const Analysed& analysed);
 // The faults of a velops.json.
 Json diagnosticsOf(const refhost::SourceManager& source,
-                   const std::vector<refhost::Diagnostic>& faults, Encoding encoding);
+                   const std::vector<refhost::Diagnostic>& faults, const Client& client);
 
 }  // namespace lsp

@@ -67,7 +67,7 @@ const Document* Documents::didChange(const Json& params) {
   if (version != params.at("textDocument").end() && version->is_number())
     document.version = *version;
   for (const Json& change : params.at("contentChanges")) {
-    apply(change, encoding, document.text);
+    apply(change, client.encoding, document.text);
   }
   return &document;
 }

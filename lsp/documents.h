@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "lsp/client.h"
 #include "lsp/rpc.h"
 #include "lsp/text.h"
 
@@ -20,10 +21,7 @@ struct Document {
 
 class Documents {
  public:
-  // Set by `initialize`.
-  Encoding encoding = Encoding::Utf16;
-  bool takesSnippets = false;    // in completions
-  bool takesInsertions = false;  // a completion may have two ranges
+  Client client;  // set by `initialize`
 
   // The parameters of the notifications of these names. Each returns the document, null if it is
   // not open.

@@ -26,7 +26,7 @@ Json changes(const Documents& documents, const Json& params, std::optional<Range
   if (document == nullptr || isProjectFile(document->path)) return nullptr;
   refhost::SourceManager sources;
   sources.add(document->path, document->text);
-  const Lines lines(sources.text(0), documents.encoding, sources.byteOrderMark(0));
+  const Lines lines(sources.text(0), documents.client.encoding, sources.byteOrderMark(0));
   std::optional<refhost::Span> span;
   if (range) {
     const auto offset = [&](Position at) { return static_cast<std::uint32_t>(lines.offset(at)); };

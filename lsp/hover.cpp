@@ -12,7 +12,7 @@ Json hover(const Analysed& analysed, const Json& params) {
   if (!found) return nullptr;
   const std::string text = documentationOf(*found);
   if (text.empty()) return nullptr;
-  return {{"contents", {{"kind", "markdown"}, {"value", text}}},
+  return {{"contents", markup(analysed.client().hoverMarkdown, text)},
           {"range", analysed.range(found->range)}};
 }
 

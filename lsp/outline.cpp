@@ -62,12 +62,16 @@ int kindNumber(refhost::SymbolKind kind, bool constant) {
   return kVariable;
 }
 
+// A name may not be empty.
+std::string nameOf(const refhost::OutlineItem& item) {
+  return item.name.empty() ? "''" : item.name;
+}
+
 Json symbolsOf(const Analysed& analysed, const std::vector<refhost::OutlineItem>& items) {
   Json all = Json::array();
   for (const refhost::OutlineItem& item : items) {
     Json& symbol = all.emplace_back();
-    // A name may not be empty.
-    symbol = {{"name", item.name.empty() ? "''" : item.name},
+    symbol = {{"name", nameOf(item)},
               {"kind", kindNumber(item.kind, item.constant)},
               {"range", analysed.range(item.range)},
               {"selectionRange", analysed.range(item.nameRange)},
@@ -77,8 +81,25 @@ Json symbolsOf(const Analysed& analysed, const std::vector<refhost::OutlineItem>
   return all;
 }
 
+// As SymbolInformation, for clients that take no trees.
+void addFlat(const Analysed& analysed, const std::vector<refhost::OutlineItem>& items,
+             const std::string& container, Json& all) {
+  for (const refhost::OutlineItem& item : items) {
+    Json& symbol = all.emplace_back();
+    symbol = {{"name", nameOf(item)},
+              {"kind", kindNumber(item.kind, item.constant)},
+              {"location", analysed.location(item.range)}};
+    if (!container.empty()) symbol["containerName"] = container;
+    addFlat(analysed, item.parts, nameOf(item), all);
+  }
+}
+
 Json documentSymbols(const Analysed& analysed, const Json& /*params*/) {
-  return symbolsOf(analysed, refhost::outlineOf(analysed.session().view(), analysed.file()));
+  const auto items = refhost::outlineOf(analysed.session().view(), analysed.file());
+  if (analysed.client().symbolTrees) return symbolsOf(analysed, items);
+  Json all = Json::array();
+  addFlat(analysed, items, {}, all);
+  return all;
 }
 
 Json workspaceSymbols(Workspace& workspace, const std::string& query) {

@@ -87,7 +87,6 @@ class Server {
   Workspace workspace_;
   TestRuns testRuns_;
   Json capabilities_ = Json::object();
-  bool registersWatchers_ = false;
   bool inputEnded_ = false;
   std::optional<int> exitCode_;
 };
@@ -104,19 +103,10 @@ void Server::addLifecycle() {
 }
 
 Json Server::initialize(const Json& params) {
-  const Json client = params.value("capabilities", Json::object());
-  const Json encodings =
-      client.value(Json::json_pointer("/general/positionEncodings"), Json::array());
-  for (const Json& encoding : encodings) {
-    if (encoding == "utf-8") documents_.encoding = Encoding::Utf8;
-  }
-  documents_.takesSnippets = client.value(
-      Json::json_pointer("/textDocument/completion/completionItem/snippetSupport"), false);
-  documents_.takesInsertions = client.value(
-      Json::json_pointer("/textDocument/completion/completionItem/insertReplaceSupport"), false);
-  registersWatchers_ = client.value(
-      Json::json_pointer("/workspace/didChangeWatchedFiles/dynamicRegistration"), false);
-  capabilities_["positionEncoding"] = documents_.encoding == Encoding::Utf8 ? "utf-8" : "utf-16";
+  const Client& client = documents_.client = clientFrom(params);
+  capabilities_["positionEncoding"] = client.encoding == Encoding::Utf8 ? "utf-8" : "utf-16";
+  // Clients that do not ask for the range take no options.
+  if (!client.preparesRenaming) capabilities_["renameProvider"] = true;
   capabilities_["textDocumentSync"] = {
       {"openClose", true}, {"change", kIncremental}, {"save", {{"includeText", false}}}};
   rpc_.state = Rpc::State::Ready;
@@ -125,7 +115,7 @@ Json Server::initialize(const Json& params) {
 }
 
 void Server::watchFiles() {
-  if (!registersWatchers_) return;
+  if (!documents_.client.watchesFiles) return;
   const Json watchers = {{{"globPattern", "**/*.{st,ST}"}}, {{"globPattern", "**/velops.json"}}};
   rpc_.request("client/registerCapability", {{"registrations",
                                               {{{"id", "velc-files"},

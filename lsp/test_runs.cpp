@@ -142,7 +142,7 @@ Json TestRuns::diagnosticOf(const std::string& path, const Json& failure) const 
   const std::uint32_t line = failure.at("line");
   std::string_view before = source.line(0, line);
   std::size_t column = failure.value("column", std::size_t{1}) - 1;
-  const Lines whole(text, documents_.encoding);
+  const Lines whole(text, documents_.client.encoding);
   const std::size_t start = whole.offset({line - 1, 0});
   const std::size_t begin = start + std::min(hostkit::sizeOfFirst(column, before), before.size());
   return {{"range",

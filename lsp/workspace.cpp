@@ -359,7 +359,7 @@ void Workspace::publishFaults(const Engine& engine) {
   if (engine.libraryFault && std::none_of(faults.begin(), faults.end(), isKnown)) {
     faults.push_back(*engine.libraryFault);
   }
-  publisher_.set(path, path, diagnosticsOf(project.source, faults, documents_.encoding));
+  publisher_.set(path, path, diagnosticsOf(project.source, faults, documents_.client));
   if (faults.empty()) {
     faulty_.erase(path);
   } else if (faulty_.insert(path).second) {
