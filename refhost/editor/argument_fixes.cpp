@@ -52,6 +52,24 @@ std::string defaultText(const Type& type) {
   }
 }
 
+// The function or the function block that is called; null for anything else.
+const UnitSymbol* unitOf(const Call& call) {
+  if (call.instance == nullptr) return call.function();
+  const auto* const instance = dynamic_cast<const InstanceType*>(call.instance->dataType);
+  return instance != nullptr ? instance->unit : nullptr;
+}
+
+// The parameter that `a` is in the argument `a = 3`, which compares a variable that there is not;
+// null for other arguments.
+const VarSymbol* comparedParameter(const Call& call, const ASTNode& argument) {
+  const bool equal =
+      isBinary(argument) && static_cast<const Expr&>(argument).kind == ExprKind::Equal;
+  const UnitSymbol* const unit = equal ? unitOf(call) : nullptr;
+  if (unit == nullptr || dataTypeOf(*argument.leaf(0)) != nullptr) return nullptr;
+  const VarSymbol* const parameter = unit->variable(TreeBuilder::source(*argument.leaf(0)));
+  return parameter != nullptr && parameter->isParameter() ? parameter : nullptr;
+}
+
 class CallArguments {
  public:
   CallArguments(const AnalysedProgram& program, const Call& call)
@@ -85,6 +103,8 @@ class CallArguments {
     Fix fix{"Name the arguments", {}};
     for (int i = 0; i < list_.leavesCount(); ++i) {
       if (kindOf(*list_.leaf(i)) == NodeKind::Argument) continue;
+      // It has a name, and only its sign is wrong.
+      if (comparedParameter(call_, *list_.leaf(i)) != nullptr) return;
       Input* const input = inputFor(static_cast<std::size_t>(i));
       if (input == nullptr) return;
       input->given = true;
@@ -120,13 +140,6 @@ class CallArguments {
   bool hasInput(std::string_view name) const {
     return std::any_of(inputs_.begin(), inputs_.end(),
                        [name](const Input& input) { return equalIgnoringCase(input.name, name); });
-  }
-
-  // The function or the function block that is called; null for anything else.
-  static const UnitSymbol* unitOf(const Call& call) {
-    if (call.instance == nullptr) return call.function();
-    const auto* const instance = dynamic_cast<const InstanceType*>(call.instance->dataType);
-    return instance != nullptr ? instance->unit : nullptr;
   }
 
  private:
@@ -200,7 +213,7 @@ const Call* callAround(const ASTNode* node) {
 // An output that is given, or an input that is stored, takes the other sign.
 void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
   const Call* const call = callAround(&argument);
-  const UnitSymbol* const unit = call != nullptr ? CallArguments::unitOf(*call) : nullptr;
+  const UnitSymbol* const unit = call != nullptr ? unitOf(*call) : nullptr;
   if (unit == nullptr) return;
   const std::vector<Binding> bindings = bindArguments(*call, *unit);
   const auto bound =
@@ -225,23 +238,21 @@ void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
 // `F(a = 3)` compares a variable that there is none of, where the parameter was meant.
 bool addNaming(const ASTNode& name, std::vector<Fix>& fixes) {
   const ASTNode* const comparison = name.parent();
-  const bool equal = comparison != nullptr && isBinary(*comparison) &&
-                     static_cast<const Expr&>(*comparison).kind == ExprKind::Equal;
-  const ASTNode* const list = equal ? comparison->parent() : nullptr;
+  const ASTNode* const list = comparison != nullptr ? comparison->parent() : nullptr;
   const bool first = list != nullptr && list->type() == vel::ASTType::ParameterList &&
                      comparison->leaf(0) == &name;
   const Call* const call = first ? callIn(list->parent()) : nullptr;
-  const UnitSymbol* const unit = call != nullptr ? CallArguments::unitOf(*call) : nullptr;
   const VarSymbol* const parameter =
-      unit != nullptr ? unit->variable(TreeBuilder::source(name)) : nullptr;
-  if (parameter == nullptr || !parameter->isParameter()) return false;
+      call != nullptr ? comparedParameter(*call, *comparison) : nullptr;
+  if (parameter == nullptr) return false;
   const std::string_view source = TreeBuilder::source(*comparison);
   const std::size_t at = source.find('=', rangeOf(name).length);
   if (at == source.npos) return false;
   const std::string sign = parameter->role == Role::Output ? "=>" : ":=";
   const vel::TextLocation place(name.pos().file(),
                                 name.pos().offset() + static_cast<std::uint32_t>(at));
-  fixes.push_back({"Write '" + sign + "'", {{{place, 1}, sign}}});
+  // More likely than a variable of a similar name.
+  fixes.insert(fixes.begin(), {"Write '" + sign + "'", {{{place, 1}, sign}}});
   return true;
 }
 

@@ -301,12 +301,15 @@ void CompletionParts::addPathParts() const {
       owner = symbols.ofType(vel::TreeBuilder::source(*symbols[at].node->leaf(1)->leaf(0)));
     } else if (const auto* const block = dynamic_cast<const InstanceType*>(type)) {
       owner = symbols.ofUnit(*block->unit->node);
+    } else if (const auto* const structure = dynamic_cast<const StructType*>(type)) {
+      owner = symbols.ofType(structure->name());
     }
   }
   if (owner == kNoSymbol) return;
   for (const SymbolId part : symbols.partsOf(owner)) {
-    const bool instance = symbols[part].kind == SymbolKind::Instance;
-    if (instance || isVariable(symbols[part].kind)) proposals_.addSymbol(part, Rank::First);
+    const SymbolKind kind = symbols[part].kind;
+    const bool place = kind == SymbolKind::Instance || kind == SymbolKind::Member;
+    if (place || isVariable(kind)) proposals_.addSymbol(part, Rank::First);
   }
 }
 

@@ -213,6 +213,9 @@ const Row kRows[] = {
     {"PROGRAM X VAR v : ARRAY[1..2] OF Pump; END_VAR END_PROGRAM\n"
      "CONFIGURATION C PROGRAM x : X; VAR_CONFIG x.v[1].|",
      "spare t", "total"},
+    {"PROGRAM X VAR p : ARRAY[1..2] OF Pt; END_VAR END_PROGRAM\n"
+     "CONFIGURATION C PROGRAM x : X; VAR_CONFIG x.p[1].|",
+     "x y", "total"},
     // Names that are lost for the analysis.
     {"PROGRAM VAR lost : Pump; END_VAR l|", "lost", ""},
     {"PROGRAM X VAR a : INT b : Pump; END_VAR b.|", "run", "a"},

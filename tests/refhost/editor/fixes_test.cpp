@@ -224,10 +224,11 @@ TEST_F(Fixes, SayOfWhichEnumeration) {
 
 TEST_F(Fixes, NameAndCompleteArguments) {
   const std::string rows[][2] = {
-      {"i := F(b := 1, 2); i := LIMIT(IN := i, 1, 2); i := LIMIT(MN := 0, i, 2); fb(i := 1, j); "
+      {"i := F(b := 1, 2); fb(i := 1, io = j); i := LIMIT(IN := i, 1, 2); i := LIMIT(MN := 0, i, "
+       "2); fb(i := 1, j); "
        "fb(o := i, i => j); i "
        ":= LIMIT(0, 1, 2, IN := 3, 4);",
-       "a := ; MN := 1, MX := ; IN := i, MX := ; io := ; =>; :="},
+       "a := ; :=; ip; MN := 1, MX := ; IN := i, MX := ; io := ; =>; :="},
       {"i := LIMIT(0, i); i := LIMIT(MN := 0, MX := i); i := SEL(b); r := MAX(); r := MUX(i); w := "
        "SHL(w); i := REAL_TO_INT(); t := MOVE(); s := LEFT(s); s := LEFT(L := 2); s := CONCAT(); i "
        ":= ADD(1); da := CONCAT_DATE(1, 2); b := GT(i); i := LIMIT(1, 2, 3, 4); i := SIZEOF(); ",
