@@ -198,6 +198,8 @@ TEST_F(Velc, SelectsAndListsTests) {
   EXPECT_EQ(velc("test a.st --list").out,
             "a.st:1: Fills the tank\na.st:2: empties it\na.st:3: Öff[ net\n");
   EXPECT_EQ(velc("test a.st --list --filter '*IT'").out, "a.st:2: empties it\n");
+  EXPECT_EQ(velc("test a.st --list --filter '*IT' --name 'Öff[\nnet'").out,
+            "a.st:2: empties it\na.st:3: Öff[ net\n");
   for (const char* const filter : {"'öff['", "'?FF[?NET'"}) {
     EXPECT_EQ(velc("test a.st --color always --filter " + std::string(filter)).out,
               "a.st\n  \x1b[1;32mok\x1b[0m    Öff[ net\n1 test passed\n");
@@ -207,6 +209,7 @@ TEST_F(Velc, SelectsAndListsTests) {
   EXPECT_EQ(read("report"), "a.st\n  ok    Fills the tank\n1 test passed\n");
   const std::pair<const char*, const char*> rows[] = {
       {"a.st --filter tank?", "velc: no test matches --filter\n"},
+      {"a.st --name 'fills the tank'", "velc: no test matches --name\n"},
       {"none.st", "velc: there is no TEST to run\n"},
       {"a.st --compiler missing", "velc: cannot start 'missing': No such file or directory\n"},
       {"a.st --coverage c --compiler clang",
