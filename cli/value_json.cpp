@@ -3,11 +3,11 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/failure.h"
-#include "cli/string_literal.h"
-#include "cli/value_memory.h"
 #include "cli/value_parts.h"
 #include "hostkit/elementary_types.h"
 #include "hostkit/encoding.h"
+#include "refhost/string_literal.h"
+#include "refhost/value_memory.h"
 
 namespace velc {
 
@@ -26,12 +26,13 @@ std::string elementaryJson(const ValueShape& shape, std::string_view bytes) {
       return text == "TRUE" ? "true" : "false";
     case BasicDataType::String:
     case BasicDataType::WString:
-      return jsonString(plainText(shape.type, bytes));
+      return jsonString(refhost::plainText(shape.type, bytes));
     case BasicDataType::Real:
     case BasicDataType::LReal:
       return text == "NaN" || text.find("Inf") != text.npos ? jsonString(text) : text;
     default:
-      if (hostkit::isBitStringName(shape.typeName)) return std::to_string(unsignedAt(bytes));
+      if (hostkit::isBitStringName(shape.typeName))
+        return std::to_string(refhost::unsignedAt(bytes));
       return hostkit::isInteger(shape.type) ? text : jsonString(text);
   }
 }

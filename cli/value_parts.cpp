@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "cli/failure.h"
-#include "cli/value_format.h"
 #include "hostkit/folding.h"
+#include "refhost/value_format.h"
 
 namespace velc {
 
@@ -127,7 +127,7 @@ std::string partsText(const ValueShape& shape, std::string_view& bytes) {
   }
   const auto size = static_cast<std::size_t>(shape.byteSize);
   if (bytes.size() < size) throw Failure("the program did not write all its values");
-  const std::string text = valueText(shape.type, shape.typeName, bytes.substr(0, size));
+  const std::string text = refhost::valueText(shape.type, shape.typeName, bytes.substr(0, size));
   bytes.remove_prefix(size);
   return shape.names.empty() ? text : enumerationText(shape, text);
 }

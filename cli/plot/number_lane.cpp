@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "cli/value_memory.h"
 #include "hostkit/elementary_types.h"
+#include "refhost/value_memory.h"
 
 namespace velc {
 
@@ -15,9 +15,10 @@ namespace {
 using vel::BasicDataType;
 
 double numberOf(BasicDataType type, std::string_view bytes) {
-  if (hostkit::isFloat(type)) return realAt(bytes);
+  if (hostkit::isFloat(type)) return refhost::realAt(bytes);
   const bool isSigned = hostkit::isSigned(type) || hostkit::isDuration(type);
-  return isSigned ? static_cast<double>(signedAt(bytes)) : static_cast<double>(unsignedAt(bytes));
+  return isSigned ? static_cast<double>(refhost::signedAt(bytes))
+                  : static_cast<double>(refhost::unsignedAt(bytes));
 }
 
 // Draws values that hold until the next scan, from left to right.

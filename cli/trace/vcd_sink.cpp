@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "cli/string_literal.h"
 #include "hostkit/elementary_types.h"
+#include "refhost/string_literal.h"
 
 namespace velc {
 
@@ -99,7 +99,7 @@ std::string valueText(const Cell& cell) {
   }
   const bool text = hostkit::isText(shape.type) && shape.names.empty();
   std::string value = "s";
-  for (const char c : text ? plainText(shape.type, cell.bytes) : cell.text) {
+  for (const char c : text ? refhost::plainText(shape.type, cell.bytes) : cell.text) {
     const auto byte = static_cast<unsigned char>(c);
     const bool plain = byte > ' ' && byte < 0x7F && c != '\\';
     value += plain ? std::string(1, c) : fmt::format("\\x{:02x}", byte);

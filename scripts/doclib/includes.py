@@ -46,13 +46,17 @@ PARTS = {
                            "core/interfaces host"),
     "refhost/services": Part(r"refhost/services/.*", "refhost/syntax refhost/basis hostkit "
                              "core/interfaces host"),
+    # Values as generated programs hold them, written by the runtime's functions.
+    "refhost/values": Part(r"refhost/(value_format|value_memory|string_literal)\..*",
+                           "runtime hostkit host"),
     "refhost/prelude": Part(r"refhost/prelude/.*", "refhost/syntax refhost/basis hostkit"),
     "refhost/semantics": Part(r"refhost/semantics/.*", "refhost/prelude refhost/services "
                               "refhost/syntax refhost/basis hostkit core/interfaces host"),
     "refhost/emit": Part(r"refhost/emit/.*", "refhost/semantics refhost/services refhost/syntax "
                          "refhost/basis hostkit core/interfaces host"),
-    "refhost/editor": Part(r"refhost/editor/.*", "refhost/semantics refhost/prelude refhost/services "
-                           "refhost/syntax refhost/basis hostkit core/interfaces host"),
+    "refhost/editor": Part(r"refhost/editor/.*", "refhost/values refhost/semantics refhost/prelude "
+                           "refhost/services refhost/syntax refhost/basis runtime hostkit "
+                           "core/interfaces host"),
     "refhost/session": Part(r"refhost/(session|test_program|value_shape|neighbours)\..*",
                             "refhost/editor refhost/emit refhost/semantics refhost/prelude "
                             "refhost/services refhost/syntax refhost/basis hostkit "
@@ -70,8 +74,8 @@ PARTS = {
                        "refhost/session refhost/syntax refhost/basis hostkit core/interfaces host"),
     "lsp": Part(r"lsp/.*", "cli/shared refhost/session refhost/editor refhost/format refhost/syntax "
                 "refhost/basis hostkit core/interfaces host"),
-    "cli": Part(r"cli/.*", "lsp cli/shared refhost/session refhost/format refhost/syntax refhost/basis "
-                "hostkit runtime cli/harness core/interfaces host"),
+    "cli": Part(r"cli/.*", "lsp cli/shared refhost/session refhost/values refhost/format "
+                "refhost/syntax refhost/basis hostkit runtime cli/harness core/interfaces host"),
 }
 
 

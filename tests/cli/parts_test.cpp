@@ -13,7 +13,7 @@
 #include "cli/process.h"
 #include "cli/temporary_folder.h"
 #include "cli/unified_diff.h"
-#include "cli/value_format.h"
+#include "refhost/value_format.h"
 
 namespace velc {
 namespace {
@@ -113,13 +113,14 @@ TEST(Process, EndsWithAllItStarted) {
 // The runtime prints all other values; run_test.cpp has one of every type.
 
 std::string wide(std::u16string_view units) {
-  return valueText(vel::BasicDataType::WString, "WSTRING",
-                   {reinterpret_cast<const char*>(units.data()), units.size() * sizeof units[0]});
+  return refhost::valueText(
+      vel::BasicDataType::WString, "WSTRING",
+      {reinterpret_cast<const char*>(units.data()), units.size() * sizeof units[0]});
 }
 
 TEST(ValueFormat, StringsEscapeWhatTheirLiteralsNeedEscaped) {
   const auto narrow = [](std::string_view bytes) {
-    return valueText(vel::BasicDataType::String, "STRING", bytes);
+    return refhost::valueText(vel::BasicDataType::String, "STRING", bytes);
   };
   EXPECT_EQ(narrow(""), "''");
   EXPECT_EQ(narrow(std::string_view("ab\0cd", 5)), "'ab'");

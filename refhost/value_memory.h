@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace velc {
+namespace refhost {
 
 inline std::uint64_t unsignedAt(std::string_view bytes) {
   std::uint64_t value = 0;
@@ -31,4 +31,4 @@ inline double realAt(std::string_view bytes) {
   return single;
 }
 
-}  // namespace velc
+}  // namespace refhost

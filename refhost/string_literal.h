@@ -6,7 +6,7 @@
 
 #include "host/basic_data_type.h"
 
-namespace velc {
+namespace refhost {
 
 // `bytes` is the memory of the value, which ends at the first zero or the end of the memory. The
 // result is UTF-8, with `$` and the number for a character that is not printable.
@@ -16,4 +16,4 @@ std::string wideStringLiteral(std::string_view bytes);  // a WSTRING: UTF-16 cod
 // The characters of a STRING or WSTRING. Half of a surrogate pair becomes U+FFFD.
 std::string plainText(vel::BasicDataType type, std::string_view bytes);
 
-}  // namespace velc
+}  // namespace refhost

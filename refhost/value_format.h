@@ -6,10 +6,10 @@
 
 #include "host/basic_data_type.h"
 
-namespace velc {
+namespace refhost {
 
 // A value of an elementary type or a pointer. `bytes` is the value in the memory of the generated
 // program. `typeName` distinguishes a BYTE from a USINT.
 std::string valueText(vel::BasicDataType type, std::string_view typeName, std::string_view bytes);
 
-}  // namespace velc
+}  // namespace refhost

@@ -1,13 +1,13 @@
-#include "cli/value_format.h"
+#include "refhost/value_format.h"
 
 #include <fmt/format.h>
 
-#include "cli/string_literal.h"
-#include "cli/value_memory.h"
 #include "hostkit/elementary_types.h"
+#include "refhost/string_literal.h"
+#include "refhost/value_memory.h"
 #include "velrt/print.h"
 
-namespace velc {
+namespace refhost {
 
 using vel::BasicDataType;
 
@@ -53,4 +53,4 @@ std::string valueText(BasicDataType type, std::string_view typeName, std::string
   }
 }
 
-}  // namespace velc
+}  // namespace refhost

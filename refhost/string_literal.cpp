@@ -1,4 +1,4 @@
-#include "cli/string_literal.h"
+#include "refhost/string_literal.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 
 #include "hostkit/encoding.h"
 
-namespace velc {
+namespace refhost {
 
 namespace {
 
@@ -98,4 +98,4 @@ std::string plainText(vel::BasicDataType type, std::string_view bytes) {
   return result;
 }
 
-}  // namespace velc
+}  // namespace refhost
