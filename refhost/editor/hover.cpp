@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "refhost/diagnostics.h"
+#include "refhost/editor/constant_text.h"
 #include "refhost/editor/source_tokens.h"
 #include "refhost/services/layout.h"
 #include "refhost/syntax/constructs.h"
@@ -168,10 +169,9 @@ std::string valueOf(const SymbolInfo& symbol) {
     return textOf(static_cast<const NamedValue*>(symbol.symbol)->value);
   }
   const auto& variable = *static_cast<const VarSymbol*>(symbol.symbol);
-  if (variable.value != nullptr && !isEnumeration(variable.dataType())) {
-    return textOf(variable.value->value());
-  }
-  return variable.initial != nullptr ? std::string(TreeBuilder::source(*variable.initial)) : "";
+  const std::string computed = constantText(variable);
+  if (!computed.empty() || variable.initial == nullptr) return computed;
+  return std::string(TreeBuilder::source(*variable.initial));
 }
 
 // A word that is no name: a keyword, of which the end of a block belongs to its beginning.

@@ -119,6 +119,45 @@ TEST_F(EditorAnswers, TellWhatIsKnownOfASymbol) {
   EXPECT_EQ(block->topic, "TON");
 }
 
+// That programs have the same values is seen by lsp/conversations_test.
+TEST_F(EditorAnswers, ComputeConstantsWhereTheResultIsExact) {
+  struct Row {
+    const char* declaration;
+    const char* value;
+  };
+  const Row rows[] = {
+      {"twice : REAL := 2.0 * pi", "6.28318"},
+      {"mixed : LREAL := pi + 0.1", "3.2415900230407715"},
+      {"own : Color := Green", "Color#Green"},
+      {"other : Color := OWN", "Color#Green"},
+      {"mask : BYTE := 16#F0 AND 16#3F", "16#30"},
+      {"cut : STRING[2] := 'a$Nc'", "'a$L'"},
+      {"night : TOD := TOD#23:00:00 + T#2h", "TOD#01:00:00"},
+      {"late : TIME := T#20d + T#20d", "T#20d + T#20d"},
+      {"wide : LTIME := LTIME#106751d * 2", "LTIME#106751d * 2"},
+      {"old : DT := DT#1970-01-01-00:00:01 - T#2s", "DT#1970-01-01-00:00:01 - T#2s"},
+      {"none : REAL := pi / 0.0", "pi / 0.0"},
+      {"zero : TIME := T#1s / 0", "T#1s / 0"},
+      {"huge : REAL := 3.0e38 * 2.0", "3.0e38 * 2.0"},
+      {"called : REAL := LIMIT(0.0, pi, 1.0)", "LIMIT(0.0, pi, 1.0)"},
+      {"power : REAL := pi ** 2.0", "pi ** 2.0"},
+      {"also : REAL := power + 1.0", "power + 1.0"},
+      {"one : REAL := two + 1.0", "two + 1.0"},
+      {"two : REAL := one * 2.0", "one * 2.0"}};
+  std::string text =
+      "TYPE Color : (Red, Green); END_TYPE\nFUNCTION_BLOCK B\nVAR_EXTERNAL CONSTANT pi : REAL; "
+      "END_VAR\nVAR CONSTANT half : REAL := pi / 2.0; END_VAR\nEND_FUNCTION_BLOCK\n"
+      "VAR_GLOBAL CONSTANT\npi : REAL := 3.14159; d0 : LREAL := 1.0; chain : REAL := pi";
+  for (int i = 0; i < 5000; ++i) text += " + 1.0";
+  for (int i = 1; i < 100; ++i) text += fmt::format(";\nd{} : LREAL := d{} + d{}", i, i - 1, i - 1);
+  for (const Row& row : rows) text += std::string(";\n") + row.declaration;
+  analyse(text + ";\nEND_VAR");
+  for (const Row& row : rows) EXPECT_EQ(hoverAt(view(), at(row.declaration))->value, row.value);
+  EXPECT_EQ(hoverAt(view(), at("half"))->value, "1.570795");
+  EXPECT_EQ(hoverAt(view(), at("d99"))->value, "6.338253001141147e+29");
+  EXPECT_EQ(hoverAt(view(), at("chain"))->value.size(), 2 + 5000 * 6);
+}
+
 std::string inOneLine(const std::vector<OutlineItem>& items) {
   std::string line;
   for (const OutlineItem& item : items) {
