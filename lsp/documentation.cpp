@@ -11,6 +11,13 @@ namespace {
 
 std::string codeBlock(const std::string& text) { return "```st\n" + text + "\n```\n"; }
 
+// Within more backticks than the text has in a row.
+std::string codeSpan(const std::string& text) {
+  std::string fence = "`";
+  while (text.find(fence) != std::string::npos) fence += '`';
+  return fence.size() == 1 ? fence + text + fence : fence + ' ' + text + ' ' + fence;
+}
+
 }  // namespace
 
 std::string pageOf(std::string_view topic) {
@@ -35,7 +42,7 @@ std::string documentationOf(const refhost::Hover& hover) {
   if (!hover.comment.empty()) text += "\n" + hover.comment + "\n";
   std::string facts;
   const auto add = [&facts](const char* name, const std::string& value) {
-    if (!value.empty()) facts += fmt::format("- {}: `{}`\n", name, value);
+    if (!value.empty()) facts += fmt::format("- {}: {}\n", name, codeSpan(value));
   };
   add("type", hover.type);
   add("value", hover.value);
