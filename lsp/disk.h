@@ -1,8 +1,9 @@
 // The texts of files that are not open in the editor.
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
+#include <sys/types.h>
+
+#include <ctime>
 #include <map>
 #include <string>
 
@@ -17,8 +18,8 @@ class Disk {
 
  private:
   struct File {
-    std::filesystem::file_time_type time;
-    std::uintmax_t size = 0;
+    timespec time = {};
+    off_t size = -1;
     std::string text;
   };
 
