@@ -57,9 +57,12 @@ int kindNumber(refhost::Proposal::Kind kind) {
 }
 
 // By which the documentation is found when the client asks for it: a topic, or the document and the
-// place of a declaration in its program.
+// place of a declaration in its program or in another file.
 Json dataOf(const Analysed& analysed, const refhost::Proposal& proposal, const std::string& uri) {
   if (!proposal.topic.empty()) return proposal.topic;
+  if (proposal.other != nullptr) {
+    return {uri, velc::fileUri(proposal.other->file), proposal.other->offset};
+  }
   if (proposal.id == refhost::kNoSymbol) return nullptr;
   const refhost::SymbolInfo& symbol = analysed.session().view().symbols()[proposal.id];
   const vel::TextLocation place = symbol.nameRange.begin;
@@ -67,11 +70,12 @@ Json dataOf(const Analysed& analysed, const refhost::Proposal& proposal, const s
   return {uri, place.file(), place.offset()};
 }
 
-Json completion(const Analysed& analysed, const Json& params) {
+Json completion(Workspace& workspace, const Analysed& analysed, const Json& params) {
   constexpr int kSnippetFormat = 2;
   const vel::TextLocation place = placeIn(analysed, params);
   const auto found =
-      refhost::completionAt(analysed.session().view(), place, analysed.client().snippets);
+      refhost::completionAt(analysed.session().view(), place, analysed.client().snippets,
+                            workspace.declaredBeside(pathIn(params)));
   // A bracket or a comma brings the names of arguments and nothing else, so that the list does not
   // stand in the way of those who do without. EN and ENO alone are no reason for a list.
   const Json trigger = params.value(Json::json_pointer("/context/triggerCharacter"), Json());
@@ -115,20 +119,39 @@ Json completion(const Analysed& analysed, const Json& params) {
 }
 
 // The declaration may have moved since the list was made; then there is none.
-std::string documentation(Workspace& workspace, const Json& data, const std::string& label) {
-  if (data.is_string()) return pageOf(data.get<std::string>());
-  const auto analysed = workspace.analysed(velc::pathOfUri(data.at(0).get<std::string>()));
-  const auto file = data.at(1).get<std::uint32_t>();
-  if (!analysed || !analysed->isFile(file)) return {};
-  const std::string_view text = analysed->session().sources().text(file);
-  const auto offset = std::min<std::size_t>(data.at(2).get<std::uint32_t>(), text.size());
+std::string documentationAt(const Analysed& analysed, vel::TextLocation place,
+                            const std::string& label) {
+  const std::uint32_t file = place.file();
+  const std::string_view text = analysed.session().sources().text(file);
+  const auto offset = std::min<std::size_t>(place.offset(), text.size());
   // The label may be `Color#Red`, `level :=` or `pump(...)`.
   std::string_view name = std::string_view(label).substr(label.find('#') + 1);
   name = name.substr(0, name.find_first_of(" ("));
   if (!vel::equalIgnoringCase(text.substr(offset, name.size()), name)) return {};
-  const auto hover = refhost::hoverAt(analysed->session().view(),
+  const auto hover = refhost::hoverAt(analysed.session().view(),
                                       vel::TextLocation(file, static_cast<std::uint32_t>(offset)));
   return hover ? documentationOf(*hover) : std::string();
+}
+
+std::string documentation(Workspace& workspace, const Json& data, const std::string& label) {
+  if (data.is_string()) return pageOf(data.get<std::string>());
+  const std::string document = velc::pathOfUri(data.at(0).get<std::string>());
+  const Json& where = data.at(1);
+  const auto offset = data.at(2).get<std::uint32_t>();
+  std::string text;
+  if (where.is_string()) {
+    const std::string path = velc::pathOfUri(where.get<std::string>());
+    workspace.forEachOther(
+        document, path, [&](const std::string& file, const std::string&) { return file == path; },
+        [&](const Analysed& other) {
+          text = documentationAt(other, vel::TextLocation(other.file(), offset), label);
+        });
+    return text;
+  }
+  const auto analysed = workspace.analysed(document);
+  const auto file = where.get<std::uint32_t>();
+  if (!analysed || !analysed->isFile(file)) return {};
+  return documentationAt(*analysed, vel::TextLocation(file, offset), label);
 }
 
 }  // namespace
@@ -136,7 +159,10 @@ std::string documentation(Workspace& workspace, const Json& data, const std::str
 void addCompletion(Rpc& rpc, Workspace& workspace, Json& capabilities) {
   capabilities["completionProvider"] = {{"triggerCharacters", {".", "#", "(", ","}},
                                         {"resolveProvider", true}};
-  onDocument(rpc, workspace, "textDocument/completion", completion);
+  onDocument(rpc, workspace, "textDocument/completion",
+             [&workspace](const Analysed& analysed, const Json& params) {
+               return completion(workspace, analysed, params);
+             });
   rpc.onRequest("completionItem/resolve", [&workspace](const Json& params) {
     Json item = params;
     const auto data = item.find("data");

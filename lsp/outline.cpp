@@ -2,6 +2,8 @@
 #include "refhost/editor/outline.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
 
 #include "lsp/requests.h"
 #include "refhost/editor/folding.h"
@@ -102,6 +104,33 @@ Json documentSymbols(const Analysed& analysed, const Json& /*params*/) {
   return all;
 }
 
+// Those of files that are in no program.
+void addOthers(Workspace& workspace, const std::string& query, Json& all) {
+  struct File {
+    std::string text;
+    std::optional<Lines> lines;
+  };
+  std::map<std::string, File> files;
+  const Documents& documents = workspace.documents();
+  for (const refhost::FileDeclaration* const found :
+       refhost::findDeclarations(workspace.declaredElsewhere(), query)) {
+    File& file = files[found->file];
+    if (!file.lines) {
+      if (!workspace.readText(found->file, file.text)) continue;
+      file.lines.emplace(file.text, documents.client.encoding);
+    }
+    const Position begin = file.lines->position(found->offset);
+    const Position end = file.lines->position(found->offset + found->length);
+    Json& symbol = all.emplace_back();
+    symbol = {{"name", found->name},
+              {"kind", kindNumber(found->kind, false)},
+              {"location",
+               {{"uri", documents.uriOf(found->file)},
+                {"range", {{"start", toJson(begin)}, {"end", toJson(end)}}}}}};
+    if (!found->container.empty()) symbol["containerName"] = found->container;
+  }
+}
+
 Json workspaceSymbols(Workspace& workspace, const std::string& query) {
   Json all = Json::array();
   workspace.forEachProgram([&](const Analysed& analysed) {
@@ -115,6 +144,7 @@ Json workspaceSymbols(Workspace& workspace, const std::string& query) {
       if (std::find(all.begin(), all.end(), symbol) == all.end()) all.push_back(std::move(symbol));
     }
   });
+  addOthers(workspace, query, all);
   return all;
 }
 
@@ -141,6 +171,10 @@ void addOutline(Rpc& rpc, Workspace& workspace, Json& capabilities) {
   }
   onDocument(rpc, workspace, "textDocument/documentSymbol", documentSymbols);
   onDocument(rpc, workspace, "textDocument/foldingRange", foldingRanges);
+  capabilities["workspace"]["workspaceFolders"] = {{"supported", true},
+                                                   {"changeNotifications", true}};
+  rpc.onNotification("workspace/didChangeWorkspaceFolders",
+                     [&workspace](const Json& params) { workspace.folders.didChange(params); });
   rpc.onRequest("workspace/symbol", [&workspace](const Json& params) {
     return workspaceSymbols(workspace, params.at("query"));
   });

@@ -109,6 +109,7 @@ Json Server::initialize(const Json& params) {
   if (!client.preparesRenaming) capabilities_["renameProvider"] = true;
   capabilities_["textDocumentSync"] = {
       {"openClose", true}, {"change", kIncremental}, {"save", {{"includeText", false}}}};
+  workspace_.folders.initialize(params);
   rpc_.state = Rpc::State::Ready;
   return {{"capabilities", capabilities_},
           {"serverInfo", {{"name", "velc"}, {"version", VELC_VERSION}}}};

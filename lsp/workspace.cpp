@@ -97,6 +97,7 @@ void Workspace::changed(const std::string& path) {
 
 void Workspace::refresh() {
   projects_.forget();
+  folders.forget();
   folders_.clear();
   trees_.clear();
   std::vector<const Program*> used;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lsp/analysed.h"
+#include "lsp/client_folders.h"
 #include "lsp/disk.h"
 #include "lsp/documents.h"
 #include "lsp/projects.h"
@@ -59,6 +60,18 @@ class Workspace {
   // True if both are sources of one project.
   bool areOneProject(const std::string& one, const std::string& other);
 
+  // What the files beside a document declare that its program would get if it named it; nothing for
+  // a source of a project. Valid, as the following, until a document or a file changes.
+  std::vector<const refhost::FileDeclaration*> declaredBeside(const std::string& document);
+  // The declarations of files that no program of a document has: in the folders of the documents
+  // and of their projects, and the sources of projects in the client's folders.
+  std::vector<const refhost::FileDeclaration*> declaredElsewhere();
+  // Those that the client has open.
+  ClientFolders folders;
+
+  // The text of a document or a file. False if it cannot be read.
+  bool readText(const std::string& path, std::string& text);
+
   // How `velc` is called with the program of a document.
   struct Invocation {
     std::string folder;
@@ -103,7 +116,6 @@ class Workspace {
   bool decides(const Program& program, const std::string& path);
   // Shows the faults of a velops.json in it.
   void publishFaults(const Engine& engine);
-  bool readText(const std::string& path, std::string& text);
 
   const Documents& documents_;
   std::vector<std::string> libraries_;

@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "hostkit/folding.h"
-#include "refhost/syntax/parser.h"
 
 namespace refhost {
 namespace {
@@ -15,62 +14,51 @@ std::string folded(std::string_view name) {
   return lower;
 }
 
-// After a syntax error leaves can be missing.
-void addName(const ASTNode& node, int leaf, std::set<std::string>& names) {
-  const ASTNode* const name = leaf < node.leavesCount() ? node.leaf(leaf) : nullptr;
-  if (name == nullptr || kindOf(*name) != NodeKind::Text) return;
-  names.insert(folded(static_cast<const Text&>(*name).text()));
-}
-
-void addVariables(const VarBlock& block, std::set<std::string>& names) {
-  for (int i = 0; i < block.leavesCount(); ++i) {
-    const ASTNode* const declaration = block.leaf(i);
-    if (declaration == nullptr) continue;
-    for (int n = VarDecl::kFirstName; n < declaration->leavesCount(); ++n) {
-      addName(*declaration, n, names);
-    }
-  }
-}
-
-void addType(const ASTNode& declaration, std::set<std::string>& names) {
-  addName(declaration, 0, names);
-  const ASTNode* const spec = declaration.leavesCount() > 1 ? declaration.leaf(1) : nullptr;
-  if (spec == nullptr || spec->type() != vel::ASTType::EnumTypeSpec) return;
-  for (int i = 0; i < spec->leavesCount(); ++i) {
-    if (spec->leaf(i) != nullptr) addName(*spec->leaf(i), 0, names);
-  }
-}
-
-// The names that a file declares for others.
-std::set<std::string> declaredNames(const std::string& path, const std::string& text) {
-  SourceManager sources;
-  Tree tree;
-  Diagnostics messages;
-  sources.add(path, text);
-  parse(sources, 0, tree, messages);
-  std::set<std::string> names;
-  for (const Unit* const unit : tree.units) names.insert(folded(unit->name()));
-  for (const Node* const type : tree.types) addType(*type, names);
-  for (const VarBlock* const block : tree.globals) addVariables(*block, names);
-  return names;
-}
-
 bool intersect(const std::set<std::string>& a, const std::set<std::string>& b) {
   return std::any_of(a.begin(), a.end(), [&b](const auto& name) { return b.count(name) != 0; });
 }
 
 }  // namespace
 
-const Neighbours::Names& Neighbours::declaredIn(const std::string& path, const std::string& text) {
+const Neighbours::File& Neighbours::declaredIn(const std::string& path, const std::string& text) {
   File& file = known_[path];
   const std::size_t digest = std::hash<std::string>()(text);
-  if (!file.known || file.digest != digest) file = {digest, true, declaredNames(path, text)};
-  return file.names;
+  if (file.known && file.digest == digest) return file;
+  file = {digest, true, declarationsOf(path, text), {}};
+  for (const FileDeclaration& declaration : file.declarations) {
+    if (declaration.isShared()) file.names.insert(folded(declaration.name));
+  }
+  return file;
 }
 
 bool Neighbours::declares(const std::string& path, std::string_view name) {
   std::string text;
-  return read_(path, text) && declaredIn(path, text).count(folded(name)) != 0;
+  return read_(path, text) && declaredIn(path, text).names.count(folded(name)) != 0;
+}
+
+const std::vector<FileDeclaration>* Neighbours::declarationsIn(const std::string& path) {
+  std::string text;
+  return read_(path, text) ? &declaredIn(path, text).declarations : nullptr;
+}
+
+std::vector<const FileDeclaration*> Neighbours::declaredBeside(
+    const std::vector<std::string>& program, const std::vector<std::string>& candidates) {
+  Program known;
+  std::string text;
+  for (const std::string& file : program) {
+    if (read_(file, text)) known.add(file, declaredIn(file, text).names);
+  }
+  std::vector<const FileDeclaration*> all;
+  for (const std::string& candidate : candidates) {
+    // A candidate may be there twice.
+    if (!known.paths.insert(candidate).second || !read_(candidate, text)) continue;
+    const File& file = declaredIn(candidate, text);
+    if (intersect(known.declared, file.names)) continue;
+    for (const FileDeclaration& declaration : file.declarations) {
+      if (declaration.isShared()) all.push_back(&declaration);
+    }
+  }
+  return all;
 }
 
 std::vector<std::string> Neighbours::filesFor(Names missing, Program& program,
@@ -80,7 +68,7 @@ std::vector<std::string> Neighbours::filesFor(Names missing, Program& program,
     if (missing.empty()) break;
     std::string text;
     if (program.paths.count(candidate) != 0 || !read_(candidate, text)) continue;
-    const Names& names = declaredIn(candidate, text);
+    const Names& names = declaredIn(candidate, text).names;
     if (!intersect(missing, names) || intersect(program.declared, names)) continue;
     program.add(candidate, names);
     added.push_back(candidate);
@@ -95,7 +83,7 @@ std::vector<std::string> Neighbours::analyse(Session& session, const std::string
   Program program;
   std::string own;
   if (!read_(path, own)) return {};
-  program.add(path, declaredIn(path, own));
+  program.add(path, declaredIn(path, own).names);
   for (;;) {
     session.restart();
     for (const std::string& file : files) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "refhost/editor/file_declarations.h"
 #include "refhost/session.h"
 
 namespace refhost {
@@ -32,13 +33,22 @@ class Neighbours {
   // True if the file declares the name for others.
   bool declares(const std::string& path, std::string_view name);
 
+  // The declarations of a file; null if it cannot be read. They are valid, as are those of
+  // declaredBeside(), until its text has changed and is read again.
+  const std::vector<FileDeclaration>* declarationsIn(const std::string& path);
+  // The declarations for others in those candidates that can be added to a program of these files.
+  // Where several have a name, the first of them would be added.
+  std::vector<const FileDeclaration*> declaredBeside(const std::vector<std::string>& program,
+                                                     const std::vector<std::string>& candidates);
+
  private:
   // In lower case.
   using Names = std::set<std::string>;
   struct File {
-    std::size_t digest = 0;  // of the text whose names are known
+    std::size_t digest = 0;  // of the text whose declarations are known
     bool known = false;
-    Names names;
+    std::vector<FileDeclaration> declarations;
+    Names names;  // of those for others
   };
 
   struct Program {
@@ -51,7 +61,7 @@ class Neighbours {
     Names declared;
   };
 
-  const Names& declaredIn(const std::string& path, const std::string& text);
+  const File& declaredIn(const std::string& path, const std::string& text);
   // Adds the candidates that declare the names, and returns them.
   std::vector<std::string> filesFor(Names missing, Program& program,
                                     const std::vector<std::string>& candidates);

@@ -16,11 +16,11 @@ using WordToken = grammar::Parser::token;
 
 class Completer {
  public:
-  Completer(const NamesAt& names, bool snippets)
-      : names_(names), context_(names.context()), proposals_(names, snippets) {}
+  Completer(const NamesAt& names, const std::vector<const FileDeclaration*>& others, bool snippets)
+      : names_(names), context_(names.context()), others_(others), proposals_(names, snippets) {}
 
   Completion run(std::uint32_t file) {
-    const CompletionParts parts(names_, proposals_);
+    const CompletionParts parts(names_, others_, proposals_);
     switch (context_.place) {
       case CursorPlace::Nothing:
         break;
@@ -52,7 +52,7 @@ class Completer {
         parts.addOfKind(SymbolKind::Task);
         break;
       case CursorPlace::Program:
-        parts.addOfKind(SymbolKind::Program);
+        parts.addPrograms();
         break;
       case CursorPlace::ItemWord:
         proposals_.addWord(context_.code.inUnitHeader ? "ON" : "WITH", Rank::First);
@@ -232,18 +232,20 @@ class Completer {
 
   const NamesAt& names_;
   const CursorContext& context_;
+  const std::vector<const FileDeclaration*>& others_;
   Proposals proposals_;
 };
 
 }  // namespace
 
-Completion completionAt(const ProgramView& view, vel::TextLocation place, bool snippets) {
+Completion completionAt(const ProgramView& view, vel::TextLocation place, bool snippets,
+                        const std::vector<const FileDeclaration*>& others) {
   const std::uint32_t file = place.file();
   const std::string_view text = view.program().sources.text(file);
   const std::vector<SourceToken> tokens = sourceTokens(text);
   const CursorContext context = cursorContext(text, tokens, place.offset());
   const NamesAt names(view, file, tokens, context);
-  return Completer(names, snippets).run(file);
+  return Completer(names, others, snippets).run(file);
 }
 
 }  // namespace refhost

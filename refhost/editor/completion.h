@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "refhost/editor/file_declarations.h"
 #include "refhost/editor/program_view.h"
 
 namespace refhost {
@@ -39,6 +40,7 @@ struct Proposal {
   int rank = 0;             // those with a lower one go first
   SymbolId id = kNoSymbol;  // of what it names
   std::string topic;        // of `velc explain`, where there may be a page; empty for none
+  const FileDeclaration* other = nullptr;  // that it names, if it is one of other files
 };
 
 struct Completion {
@@ -50,7 +52,9 @@ struct Completion {
 };
 
 // With `snippets` some proposals are snippets. Names that do not contain the letters of the word in
-// front of the place in order are left out.
-Completion completionAt(const ProgramView& view, vel::TextLocation place, bool snippets);
+// front of the place in order are left out. `others`, which must outlive the result, are what other
+// files declare that a program gets when it names them; none is null.
+Completion completionAt(const ProgramView& view, vel::TextLocation place, bool snippets,
+                        const std::vector<const FileDeclaration*>& others = {});
 
 }  // namespace refhost

@@ -124,7 +124,8 @@ void CompletionParts::addOperands() const {
   if (field || context_.section() == PartToken::VAR_CONFIG) return;
   const bool output = context_.code.kindBefore() == PartToken::ARROW;
   addVariables(output);
-  if (output) return;
+  if (output) return others_.addTargets();
+  others_.addOperands();
   addWantedValues();
   for (const SymbolId value : names_.values()) {
     if (!isUsedLabel(names_.symbols()[value].name)) proposals_.addSymbol(value, Rank::Value);
@@ -160,6 +161,8 @@ void CompletionParts::addWantedValues() const {
 void CompletionParts::addStatements() const {
   addVariables(true);
   addCallables(true);
+  others_.addTargets();
+  others_.addCalls();
 }
 
 void CompletionParts::addLabels() const {
@@ -205,6 +208,8 @@ void CompletionParts::addValuesOf(std::string_view type) const {
         proposals_.addSymbol(value, Rank::First);
       }
     }
+  } else {
+    others_.addValuesOf(type);
   }
   if (equalIgnoringCase(type, "BOOL")) {
     for (const char* const word : {"TRUE", "FALSE"}) proposals_.addWord(word);
@@ -237,6 +242,7 @@ void CompletionParts::addTypes() const {
   proposals_.addWords(words::kBracketTypes);
   for (const char* const word : {"POINTER", "REF_TO", "REFERENCE"}) proposals_.addWord(word);
   if (!result) proposals_.addWord("STRUCT");
+  others_.addTypes();
 }
 
 // Each with its type, as a declaration.
@@ -255,6 +261,12 @@ void CompletionParts::addGlobals() const {
     }
     proposals_.add(std::move(proposal), Rank::First);
   }
+  others_.addGlobals();
+}
+
+void CompletionParts::addPrograms() const {
+  addOfKind(SymbolKind::Program);
+  others_.addPrograms();
 }
 
 void CompletionParts::addOfKind(SymbolKind kind) const {

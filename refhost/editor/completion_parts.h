@@ -3,14 +3,20 @@
 
 #include <string_view>
 
+#include "refhost/editor/other_names.h"
 #include "refhost/editor/proposals.h"
 
 namespace refhost {
 
 class CompletionParts {
  public:
-  CompletionParts(const NamesAt& names, Proposals& proposals)
-      : names_(names), context_(names.context()), proposals_(proposals) {}
+  // All must outlive the object.
+  CompletionParts(const NamesAt& names, const std::vector<const FileDeclaration*>& others,
+                  Proposals& proposals)
+      : names_(names),
+        context_(names.context()),
+        others_(names, others, proposals),
+        proposals_(proposals) {}
 
   void addOperands() const;
   void addStatements() const;
@@ -20,6 +26,7 @@ class CompletionParts {
   void addTypes() const;
   void addGlobals() const;
   void addConfigured() const;  // with which the paths in a VAR_CONFIG begin
+  void addPrograms() const;
   void addOfKind(SymbolKind kind) const;
 
  private:
@@ -36,6 +43,7 @@ class CompletionParts {
 
   const NamesAt& names_;
   const CursorContext& context_;
+  const OtherNames others_;
   Proposals& proposals_;
 };
 

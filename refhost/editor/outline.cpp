@@ -20,6 +20,13 @@ std::string inOneLine(std::string_view source) {
   return line;
 }
 
+std::string titleOf(const SymbolInfo& symbol) {
+  hostkit::LiteralValue title;
+  const bool quoted = symbol.kind == SymbolKind::Test &&
+                      parseLiteral(symbol.name, title) == hostkit::LiteralError::None;
+  return quoted ? title.text : symbol.name;
+}
+
 std::string typeText(const SymbolInfo& symbol) {
   const ASTNode* spec = nullptr;
   switch (symbol.kind) {
@@ -46,13 +53,6 @@ std::string typeText(const SymbolInfo& symbol) {
 }
 
 namespace {
-
-std::string titleOf(const SymbolInfo& symbol) {
-  hostkit::LiteralValue title;
-  const bool quoted = symbol.kind == SymbolKind::Test &&
-                      parseLiteral(symbol.name, title) == hostkit::LiteralError::None;
-  return quoted ? title.text : symbol.name;
-}
 
 bool isIn(const SymbolInfo& symbol, std::uint32_t file) {
   return !symbol.standard && symbol.isDeclared() && !symbol.name.empty() &&
@@ -88,6 +88,17 @@ bool matches(std::string_view name, std::string_view query) {
     if (hostkit::toLower(c) == hostkit::toLower(query[0])) query.remove_prefix(1);
   }
   return query.empty();
+}
+
+// In the order in which the results of a search are shown.
+template <typename NameOf, typename Found>
+void sortFound(std::vector<Found>& found, std::string_view query, NameOf nameOf) {
+  const auto rank = [&](const Found& symbol) {
+    const std::string_view name = nameOf(symbol);
+    return std::tuple(!vel::equalIgnoringCase(name.substr(0, query.size()), query), name.size());
+  };
+  std::stable_sort(found.begin(), found.end(),
+                   [&](const Found& a, const Found& b) { return rank(a) < rank(b); });
 }
 
 }  // namespace
@@ -129,12 +140,22 @@ std::vector<FoundSymbol> findSymbols(const ProgramView& view, std::string_view q
     found.push_back({id, titleOf(symbol), inner ? titleOf(symbols[symbol.container]) : "",
                      symbol.kind, symbol.nameRange});
   }
-  const auto rank = [query](const FoundSymbol& symbol) {
-    const std::string_view begin = std::string_view(symbol.name).substr(0, query.size());
-    return std::tuple(!vel::equalIgnoringCase(begin, query), symbol.name.size());
-  };
-  std::stable_sort(found.begin(), found.end(),
-                   [&](const FoundSymbol& a, const FoundSymbol& b) { return rank(a) < rank(b); });
+  sortFound(found, query,
+            [](const FoundSymbol& symbol) -> std::string_view { return symbol.name; });
+  return found;
+}
+
+std::vector<const FileDeclaration*> findDeclarations(
+    const std::vector<const FileDeclaration*>& declarations, std::string_view query) {
+  std::vector<const FileDeclaration*> found;
+  for (const FileDeclaration* const declaration : declarations) {
+    const bool inner = !declaration->container.empty();
+    if (query.empty() ? inner : !matches(declaration->name, query)) continue;
+    found.push_back(declaration);
+  }
+  sortFound(found, query, [](const FileDeclaration* declaration) -> std::string_view {
+    return declaration->name;
+  });
   return found;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "refhost/editor/file_declarations.h"
 #include "refhost/editor/program_view.h"
 
 namespace refhost {
@@ -23,6 +24,8 @@ struct OutlineItem {
 // or values, tests, global variables, configurations.
 std::vector<OutlineItem> outlineOf(const ProgramView& view, std::uint32_t file);
 
+// The name of a symbol; of a test its title, without quotes.
+std::string titleOf(const SymbolInfo& symbol);
 // The text with one blank for each run of blanks and line breaks.
 std::string inOneLine(std::string_view source);
 // The type of a variable, a member, an instance or a FUNCTION's result as written, on one line;
@@ -41,5 +44,8 @@ struct FoundSymbol {
 // case: those that begin with it first, then shorter names. For an empty query all but those that
 // are declared within others.
 std::vector<FoundSymbol> findSymbols(const ProgramView& view, std::string_view query);
+// The same for declarations of files, none of which is null.
+std::vector<const FileDeclaration*> findDeclarations(
+    const std::vector<const FileDeclaration*>& declarations, std::string_view query);
 
 }  // namespace refhost

@@ -14,7 +14,7 @@ namespace refhost {
 
 // Ranks of proposals among those that fit equally well. Those that begin with the word in front of
 // the cursor go before those that have its letters within.
-enum class Rank : int { First, Local, Value, Global, Unit, Type, Standard, Word };
+enum class Rank : int { First, Local, Value, Global, Unit, Type, Other, Standard, Word };
 
 class Proposals {
  public:

@@ -62,7 +62,7 @@ EVERYTHING = {"textDocument": {
 class Client:
     """Each wait takes the messages in their order; notifications that nobody waits for are dropped."""
 
-    def __init__(self, velc, encodings=(), initialize=True, patience=60, capabilities=None):
+    def __init__(self, velc, encodings=(), initialize=True, patience=60, capabilities=None, folders=None):
         self.process = subprocess.Popen([velc, "lsp", "--stdio"], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
         # One that hangs ends, and with it each wait.
@@ -75,8 +75,9 @@ class Client:
         if initialize:
             capabilities = {"general": {"positionEncodings": list(encodings)},
                             **(EVERYTHING if capabilities is None else capabilities)}
-            self.server = self.request("initialize", {"processId": None, "rootUri": None,
-                                                      "capabilities": capabilities})["result"]
+            self.server = self.request("initialize", {
+                "processId": None, "rootUri": None, "capabilities": capabilities, "workspaceFolders":
+                folders and [self.folder(folder) for folder in folders]})["result"]
             self.notify("initialized", {})
 
     def raw(self, content, header=None):
@@ -127,6 +128,10 @@ class Client:
 
     def document(self, path):
         return {"textDocument": {"uri": path if ":" in str(path) else pathlib.Path(path).as_uri()}}
+
+    @staticmethod
+    def folder(path):
+        return {"uri": pathlib.Path(path).as_uri(), "name": pathlib.Path(path).name}
 
     def open(self, path, text=None):
         self.versions[path] = 1

@@ -251,6 +251,55 @@ TEST(Completion, ProposesWhatCanStand) {
   }
 }
 
+TEST(Completion, ProposesWhatOtherFilesDeclare) {
+  const std::string one =
+      "TYPE Kind : (Low, High); Pair : STRUCT a : INT; END_STRUCT; END_TYPE VAR_GLOBAL speed : "
+      "REAL; END_VAR VAR_GLOBAL CONSTANT most : INT := 3; END_VAR FUNCTION Half : REAL VAR_INPUT "
+      "n : REAL; END_VAR VAR_OUTPUT rest : REAL; END_VAR END_FUNCTION FUNCTION_BLOCK Motor "
+      "END_FUNCTION_BLOCK PROGRAM Line END_PROGRAM TEST 'Mo' END_TEST FUNCTION : INT";
+  const struct {
+    const char* code;
+    const char* proposed;  // in their order
+  } rows[] = {
+      {"PROGRAM X VAR m : |", "Kind Pair Motor "},
+      {"PROGRAM X VAR m : Mo|", "Motor "},
+      {"FUNCTION X : |", "Kind Pair "},
+      {"PROGRAM X VAR a : INT; END_VAR a := |", "most Kind Low High speed Half=Half(${1:n})$0 "},
+      {"PROGRAM X VAR motor, low : INT; END_VAR a := mo|", "most "},
+      {"PROGRAM X VAR low : INT; END_VAR a := -low|", ""},
+      {"PROGRAM X |", "speed Half=Half(${1:n});$0 "},
+      {"PROGRAM X VAR a : INT; END_VAR Twice(n := 1, more => |", "speed "},
+      {"PROGRAM X VAR a : ARRAY[0..|", "most Kind Low High "},
+      {"PROGRAM X VAR_EXTERNAL |", "speed=speed : REAL; most=most : INT; "},
+      {"CONFIGURATION C PROGRAM i : |", "Line "},
+      {"PROGRAM X VAR low : INT; END_VAR a := kind#|", "Low High "},
+  };
+  const auto first = declarationsOf("src/one.st", one);
+  const auto second = declarationsOf("two.st", "FUNCTION_BLOCK MOTOR END_FUNCTION_BLOCK");
+  std::vector<const FileDeclaration*> others;
+  for (const auto* const file : {&first, &second}) {
+    for (const FileDeclaration& declaration : *file) others.push_back(&declaration);
+  }
+  Queried queried;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.code);
+    std::string text = std::string(kAllKinds) + row.code;
+    const std::size_t cursor = text.rfind('|');
+    queried.analyse({{"all.st", text.erase(cursor, 1)}});
+    std::string proposed;
+    for (const Proposal& at :
+         completionAt(queried.view(), vel::TextLocation(0, static_cast<std::uint32_t>(cursor)),
+                      true, others)
+             .proposals) {
+      if (at.other == nullptr) continue;
+      proposed += at.label + (at.text.empty() ? "" : '=' + at.text) + ' ';
+      EXPECT_EQ(at.detail, "one.st");
+      EXPECT_EQ(one.substr(at.other->offset, at.other->length), at.label);
+    }
+    EXPECT_EQ(proposed, row.proposed);
+  }
+}
+
 TEST(Completion, PutsFirstWhatFits) {
   const struct {
     const char* code;   // as above
