@@ -6,16 +6,16 @@ namespace {
 
 using T = vel::BasicDataType;
 
-struct Row {
+struct Rating {
   T source;
   T target;
 };
 
 // Expects the ratings of `rows`, without a source text, to lie between `least` and `most`.
-void expectRatings(HostUnderTest& host, const std::vector<Row>& rows, int least, int most,
+void expectRatings(HostUnderTest& host, const std::vector<Rating>& rows, int least, int most,
                    const char* owed) {
   Faults wrong;
-  for (const Row& row : rows) {
+  for (const Rating& row : rows) {
     const int rating =
         AstNodeHelper::compareDataType(&host.services(), row.target, row.source, nullptr, "Main");
     wrong.addIf(rating < least || rating > most, AstNodeHelper::basicDataTypeText(row.source) +
@@ -31,7 +31,7 @@ void expectRatings(HostUnderTest& host, const std::vector<Row>& rows, int least,
 constexpr int kAny = 1 << 30;
 
 void equalTypesFit(HostUnderTest& host) {
-  std::vector<Row> rows;
+  std::vector<Rating> rows;
   for (const ElementaryType& type : elementaryTypes()) rows.push_back({type.number, type.number});
   expectRatings(host, rows, 0, kAny,
                 "0 or more for a type and itself. Every call would be refused or warned of.");

@@ -30,7 +30,7 @@ bool isAmong(std::string_view word, const std::string_view (&words)[N]) {
   });
 }
 
-SemanticKind kindOf(SymbolKind kind) {
+SemanticKind semanticKindOf(SymbolKind kind) {
   switch (kind) {
     case SymbolKind::Function:
     case SymbolKind::Operator:
@@ -68,7 +68,7 @@ SemanticKind kindOf(SymbolKind kind) {
 }
 
 // Of a token that is no name of a symbol.
-std::optional<SemanticKind> kindOf(const SourceToken& token, std::string_view text) {
+std::optional<SemanticKind> semanticKindOf(const SourceToken& token, std::string_view text) {
   switch (token.kind) {
     case SourceToken::Kind::Keyword:
       return isAmong(text, kWordOperators) ? SemanticKind::Operator
@@ -134,11 +134,11 @@ std::vector<SemanticToken> semanticTokensOf(const ProgramView& view, std::uint32
       unsigned modifiers = next->declares ? SemanticToken::kDeclaration : 0U;
       if (symbol.constant) modifiers |= SemanticToken::kReadonly;
       if (symbol.standard) modifiers |= SemanticToken::kDefaultLibrary;
-      add(begin, begin + next->range.length, kindOf(symbol.kind), modifiers);
+      add(begin, begin + next->range.length, semanticKindOf(symbol.kind), modifiers);
       named = true;
     }
     const std::string_view word = text.substr(token.span.begin, token.span.end - token.span.begin);
-    auto kind = kindOf(token, word);
+    auto kind = semanticKindOf(token, word);
     if (!named && isFormal(text, words, i)) kind = SemanticKind::Parameter;
     if (named || !kind) continue;
     const bool library = *kind == SemanticKind::Type || *kind == SemanticKind::Parameter;

@@ -50,7 +50,7 @@ std::size_t endOfTrivia(std::string_view text, std::size_t at) {
   return text.size();
 }
 
-SourceKind kindOf(int token, std::string_view text) {
+SourceKind sourceKindOf(int token, std::string_view text) {
   switch (token) {
     case Token::IDENTIFIER:
       return SourceKind::Name;
@@ -99,7 +99,8 @@ std::vector<SourceToken> sourceTokens(std::string_view text) {
     }
     if (!more || span.begin < at || span.end <= span.begin) continue;
     at = span.end;
-    tokens.push_back({kindOf(token, text.substr(span.begin, span.end - span.begin)), token, span});
+    tokens.push_back(
+        {sourceKindOf(token, text.substr(span.begin, span.end - span.begin)), token, span});
   }
   return tokens;
 }

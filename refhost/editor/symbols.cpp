@@ -20,7 +20,7 @@ const Text& nameOf(const ASTNode& declaration, int leaf = 0) {
   return static_cast<const Text&>(*declaration.leaf(leaf));
 }
 
-SymbolKind kindOf(const Unit& unit) {
+SymbolKind symbolKindOf(const Unit& unit) {
   switch (unit.testPart) {
     case TestPart::Setup:
       return SymbolKind::Setup;
@@ -37,7 +37,7 @@ SymbolKind kindOf(const Unit& unit) {
                                           : SymbolKind::FunctionBlock;
 }
 
-SymbolKind kindOf(VarSection section) {
+SymbolKind symbolKindOf(VarSection section) {
   switch (section) {
     case VarSection::Input:
       return SymbolKind::Input;
@@ -82,10 +82,10 @@ Symbols::Symbols(const AnalysedProgram& program) {
   scopes_[kNoSymbol];
   for (const VarBlock* const block : tree.globals) addBlock(*block, kNoSymbol);
   for (const Node* const declaration : tree.types) addType(*declaration);
-  for (const Unit* const unit : tree.units) addUnit(*unit, kindOf(*unit), false);
-  for (const Unit* const unit : tree.tests) addUnit(*unit, kindOf(*unit), false);
+  for (const Unit* const unit : tree.units) addUnit(*unit, symbolKindOf(*unit), false);
+  for (const Unit* const unit : tree.tests) addUnit(*unit, symbolKindOf(*unit), false);
   for (const UnitSymbol* const unit : program.services.symbols.units()) {
-    if (unit->standard) addUnit(*unit->node, kindOf(*unit->node), true);
+    if (unit->standard) addUnit(*unit->node, symbolKindOf(*unit->node), true);
   }
   addConfigurations(tree);
   addStandard(program);
@@ -149,7 +149,7 @@ void Symbols::addVariable(const VarBlock& block, const VarDecl& declaration, con
     byName_.emplace(&name, known);
     return;
   }
-  const SymbolId id = add(kindOf(block.section), name, declaration, unit);
+  const SymbolId id = add(symbolKindOf(block.section), name, declaration, unit);
   symbols_[id].constant = block.constant;
   scopes_[unit].variables.emplace(name.text(), id);
   // A type without a name belongs to the first of the variables.

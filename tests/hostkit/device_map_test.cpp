@@ -9,7 +9,7 @@
 namespace {
 
 // The unit's size and bit, its place in bits or bytes, and the type that is read there.
-std::string describe(const std::string& text) {
+std::string described(const std::string& text) {
   KitHost host;
   vel::DeviceMemory& memory = *host.deviceMemory();
   vel::HeapAddress address;
@@ -34,7 +34,7 @@ TEST(DeviceMap, AddressesHaveTheirPlace) {
       "BYTE|%ML1.0.0.0=8.- 8192 8 LWORD|%MX1.15.15.31.7=1.7 131071 24 BOOL");
   for (std::string row; std::getline(rows, row, '|');) {
     const std::size_t mark = row.find('=');
-    EXPECT_EQ(row.substr(mark + 1), describe(row.substr(0, mark))) << row;
+    EXPECT_EQ(row.substr(mark + 1), described(row.substr(0, mark))) << row;
   }
 }
 

@@ -3,7 +3,7 @@
 namespace refhost {
 namespace {
 
-struct Row {
+struct Broken {
   std::string source;
   std::string errors;  // where each message stands
 };
@@ -18,7 +18,7 @@ std::string places(const std::string& source) {
 
 // One mistake, one place or a few, and none in what follows.
 TEST(BrokenPrograms, AreNotFlooded) {
-  const Row bodies[] = {
+  const Broken bodies[] = {
       {"a := 1;\nIF c THEN\na := 2;\n", "7:1"},
       {"a := b + 1);\nb := 2;", "3:11"},
       {"IF c THEN a := 1; ESLE a := 2; END_IF;\nb := 2;", "3:19"},
@@ -52,12 +52,12 @@ TEST(BrokenPrograms, AreNotFlooded) {
       {"IF c THEN EXITT; END_IF;\nc := a.%Q1; c := a.%X; a := -INT#-5;", "3:16 4:8 4:20 4:29"},
       {"CASE a OF\n0: IF c THEN b := 1; EEND_IF\n1: b := 2;\nEND_CASE;", "4:22"},
       {")) a := 1;\nb := 2;", "3:1"}};
-  for (const Row& row : bodies) {
+  for (const Broken& row : bodies) {
     const std::string variables = "VAR a, b, i : INT; c, d : BOOL; s : STRING; END_VAR\n";
     EXPECT_EQ(places("PROGRAM p\n" + variables + row.source + "\nEND_PROGRAM"), row.errors)
         << row.source;
   }
-  const Row files[] = {
+  const Broken files[] = {
       {"PROGRAM p\nVAR a : INT := 5, b : INT; END_VAR\na := b;\nEND_PROGRAM", "2:21"},
       {"PROGRAM p\nEND_PROGRAM\nTYPE s : STRUCT k k : INT; END_STRUCT; END_TYPE", "3:19"},
       {"TYPE h : (up, down); END_TYPE\nPROGRAM p\nVAR up AT %QX0.0 : BOOL\ndown AT %QX0.1 : "
@@ -116,7 +116,7 @@ TEST(BrokenPrograms, AreNotFlooded) {
        "3:8"},
       {"PROGRAM p.q\nEND_PROGRAM", "1:10"},
   };
-  for (const Row& row : files) EXPECT_EQ(places(row.source), row.errors) << row.source;
+  for (const Broken& row : files) EXPECT_EQ(places(row.source), row.errors) << row.source;
 }
 
 }  // namespace

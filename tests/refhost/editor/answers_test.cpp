@@ -158,18 +158,18 @@ TEST_F(EditorAnswers, ComputeConstantsWhereTheResultIsExact) {
   EXPECT_EQ(hoverAt(view(), at("chain"))->value.size(), 2 + 5000 * 6);
 }
 
-std::string inOneLine(const std::vector<OutlineItem>& items) {
+std::string outlineInOneLine(const std::vector<OutlineItem>& items) {
   std::string line;
   for (const OutlineItem& item : items) {
     line += (line.empty() ? "" : " ") + item.name;
     if (!item.detail.empty()) line += ':' + item.detail;
-    if (!item.parts.empty()) line += "(" + inOneLine(item.parts) + ")";
+    if (!item.parts.empty()) line += "(" + outlineInOneLine(item.parts) + ")";
   }
   return line;
 }
 
 TEST_F(EditorAnswers, ListDeclarations) {
-  EXPECT_EQ(inOneLine(outlineOf(view(), 0)),
+  EXPECT_EQ(outlineInOneLine(outlineOf(view(), 0)),
             "Color(Red Green:5 Blue) Pt(x:INT y:INT c:Color) "
             "Pts:ARRAY[0..1] OF Pt Level:INT(0..9) size:INT total:INT lamp:BOOL mode:(Off, On)(Off "
             "On) open:BOOL Twice:INT(n:INT more:BOOL) Pump(run:BOOL flow:INT sum:INT t:TON "

@@ -123,13 +123,13 @@ TEST_F(CompletionOfCutNames, ProposesThem) {
 
 // The text in front of the cursor, the labels that must be among the proposals, and those that must
 // not; a label with '=' in front of the text that is inserted.
-struct Row {
+struct CompletionRow {
   const char* code;  // kAllKinds precedes it; `|` is the cursor
   const char* labels;
   const char* absent;
 };
 
-const Row kRows[] = {
+const CompletionRow kCompletionRows[] = {
     {"|", "PROGRAM TYPE FUNCTION_BLOCK VAR_GLOBAL TEST SETUP", "IF total Main"},
     {"PROGRAM |", "", "IF total PROGRAM"},
     {"FUNCTION F : | VAR", "INT Color Pt ARRAY STRING", "Pump TON total IF"},
@@ -225,7 +225,7 @@ const Row kRows[] = {
 
 TEST(Completion, ProposesWhatCanStand) {
   Queried queried;
-  for (const Row& row : kRows) {
+  for (const CompletionRow& row : kCompletionRows) {
     SCOPED_TRACE(row.code);
     std::string text = std::string(kAllKinds) + row.code;
     const std::size_t cursor = text.rfind('|');
