@@ -17,6 +17,10 @@ class ArgumentList {
       : given_(givenArguments(names, bracket)), context_(names.context()), proposals_(proposals) {}
 
   bool namesAny() const { return !given_.empty(); }
+  // True if there is one in front of the cursor, behind which all have names.
+  bool followsName() const {
+    return namesAny() && given_.front().data() < context_.code.text.data() + context_.word.begin;
+  }
   bool isGiven(std::string_view name) const {
     return std::any_of(given_.begin(), given_.end(),
                        [name](std::string_view other) { return equalIgnoringCase(name, other); });
@@ -43,8 +47,8 @@ class ArgumentList {
 
 }  // namespace
 
-void CompletionParts::addArguments() const {
-  if (context_.code.brackets.empty()) return;
+bool CompletionParts::addArguments() const {
+  if (context_.code.brackets.empty()) return false;
   const OpenCode& code = context_.code;
   const CodeBracket& bracket = code.brackets.back();
   const std::size_t end = code.tokens.size();
@@ -52,19 +56,19 @@ void CompletionParts::addArguments() const {
       bracket.argument + 1 == end && code.tokens[bracket.argument].token == ArgumentToken::NOT;
   // In front of a value a ',' or a value may be missing.
   const bool assigned = context_.assigned;
-  if (bracket.argument != end && !negated && !assigned) return;
+  if (bracket.argument != end && !negated && !assigned) return false;
   ArgumentList list(names_, bracket, proposals_);
   if (proposals_.expected().fieldsOf.known()) {
     for (const NamedPart& part : names_.membersOf(proposals_.expected().fieldsOf)) {
       const vel::SymbolDataType* const type = names_.typeOf(part).type;
       list.add(part.name, type != nullptr ? displayName(type) : "", false, Rank::First, part.id);
     }
-    return;
+    return false;
   }
-  if (bracket.token == 0 || context_.call() != &bracket) return;
+  if (bracket.token == 0 || context_.call() != &bracket) return false;
   const std::size_t last = bracket.token - 1;
   const auto callee = calleeAt(names_, context_.accessBegin(last), last);
-  if (!callee || !callee->takesNames) return;
+  if (!callee || !callee->takesNames) return false;
   // Functions are mostly called without the names.
   const bool instance =
       callee->kind == CalleeAt::Kind::Instance || callee->kind == CalleeAt::Kind::Task;
@@ -85,9 +89,11 @@ void CompletionParts::addArguments() const {
     if (next >= callee->parameters.size()) list.add(callee->parameterName(next), "", false, rank);
   }
   proposals_.positional = bracket.commas > 0 && !list.namesAny();
-  if (!callee->takesEnable) return;
-  if (inputs) list.add("EN", "BOOL", false, Rank::Word);
-  list.add("ENO", "BOOL", true, Rank::Word);
+  if (callee->takesEnable) {
+    if (inputs) list.add("EN", "BOOL", false, Rank::Word);
+    list.add("ENO", "BOOL", true, Rank::Word);
+  }
+  return list.followsName() || assigned;
 }
 
 }  // namespace refhost

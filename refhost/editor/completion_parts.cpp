@@ -119,7 +119,7 @@ void CompletionParts::addOperators(bool statement) const {
 
 void CompletionParts::addOperands() const {
   addPathParts();
-  addArguments();
+  if (addArguments()) return;
   const bool field = !names_.membersOf(proposals_.expected().fieldsOf).empty();
   if (field || context_.section() == PartToken::VAR_CONFIG) return;
   const bool output = context_.code.kindBefore() == PartToken::ARROW;

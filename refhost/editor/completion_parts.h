@@ -37,7 +37,8 @@ class CompletionParts {
   void addOperators(bool statement) const;
   void addWantedValues() const;
   bool isUsedLabel(std::string_view value) const;
-  void addArguments() const;
+  // Named ones. True if nothing else can stand here.
+  bool addArguments() const;
   void addPathParts() const;
   Rank rankOf(const NamedPart& part) const;
 
