@@ -10,13 +10,10 @@
 
 #include "refhost/editor/program_view.h"
 #include "refhost/session.h"
+#include "tests/refhost/one_case_in.h"
 #include "tests/refhost/translation.h"
 
 namespace refhost {
-
-// Of cases by the thousand, one in so many is tried: sanitizers take a multiple of the time, and
-// find what they look for in fewer.
-constexpr std::size_t kOneCaseIn = ONE_CASE_IN;
 
 struct SourceText {
   std::string name;
