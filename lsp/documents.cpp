@@ -1,6 +1,7 @@
 #include "lsp/documents.h"
 
 #include <limits>
+#include <utility>
 
 #include "cli/uri.h"
 
@@ -16,9 +17,10 @@ void apply(const Json& change, Encoding encoding, std::string& text) {
     return;
   }
   const Lines lines(text, encoding);
-  const std::size_t begin = lines.offset(positionFrom(range->at("start")));
-  const std::size_t end = lines.offset(positionFrom(range->at("end")));
-  if (end < begin) throw RequestError(ErrorCode::InvalidParams, "a range ends before its start");
+  std::size_t begin = lines.offset(positionFrom(range->at("start")));
+  std::size_t end = lines.offset(positionFrom(range->at("end")));
+  // An edit that was dropped would leave another text here than in the editor.
+  if (end < begin) std::swap(begin, end);
   text.replace(begin, end - begin, replacement);
 }
 

@@ -7,6 +7,13 @@ namespace lsp {
 
 namespace {
 
+// Without the name of the exception in brackets.
+std::string reasonOf(const Json::exception& error) {
+  const std::string text = error.what();
+  const std::size_t begin = text.find("] ");
+  return begin != std::string::npos ? text.substr(begin + 2) : text;
+}
+
 bool isId(const Json& id) { return id.is_string() || id.is_number_integer(); }
 
 Json idOf(const Json& message) {
@@ -87,7 +94,7 @@ void Rpc::handleNext() {
   } catch (const RequestError& error) {
     fail(id, error.code, error.what());
   } catch (const Json::exception& error) {
-    fail(id, ErrorCode::InvalidParams, error.what());
+    fail(id, ErrorCode::InvalidParams, "wrong parameters: " + reasonOf(error));
   } catch (const std::exception& error) {
     fail(id, ErrorCode::InternalError, error.what());
   }
