@@ -289,7 +289,12 @@ class PlaceFinder {
     const std::size_t begin = code().statement;
     const bool labels = code().isIn(CursorToken::CASE) && !code().blocks.back().inHeader;
     if (labels) findLabels();
-    if (begin == code().tokens.size()) return labels ? CursorPlace::Label : CursorPlace::Statement;
+    if (begin == code().tokens.size()) {
+      // Directly behind OF there is no statement yet.
+      context_.constant = labels && code().tokens[begin - 1].token == CursorToken::OF;
+      if (context_.constant) return CursorPlace::OwnLabel;
+      return labels ? CursorPlace::Label : CursorPlace::Statement;
+    }
     const SourceToken& before = code().tokens.back();
     const bool bare = code().brackets.empty();
     if (endsOperand(before)) {

@@ -172,7 +172,7 @@ const CompletionRow kCompletionRows[] = {
     {"PROGRAM X VAR c : Color; END_VAR CASE c OF Color#Red, | Green: END_CASE;", "Blue size",
      "c total"},
     {"PROGRAM X VAR c : Color; END_VAR CASE c OF Red, | Green: END_CASE;", "Blue Color", "Red"},
-    {"PROGRAM X VAR c : Color; END_VAR CASE c OF C|: END_CASE;", "Color", ""},
+    {"PROGRAM X VAR c : Color; END_VAR CASE c OF C|: END_CASE;", "Color", "c IF"},
     {"PROGRAM X VAR q : POINTER TO Pts; END_VAR q^[1].|", "x y c", "total"},
     {"PROGRAM X VAR p : ARRAY[0..1, 0..1] OF Pump; END_VAR p[1, total].|", "run flow",
      "sum t total"},
