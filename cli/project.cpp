@@ -90,6 +90,10 @@ class ProjectReader {
     project_.faults.push_back(faultAt(where, text));
   }
   bool expect(const LocatedJson& value, Kind kind) {
+    if (value.kind == Kind::Text && value.text.find('\0') != std::string::npos) {
+      say(value.span, "this contains a zero character");
+      return false;
+    }
     if (value.kind == kind) return true;
     say(value.span,
         fmt::format("{} stands here, but {} is needed", kindName(value.kind), kindName(kind)));

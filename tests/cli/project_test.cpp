@@ -88,6 +88,7 @@ TEST_F(Projects, TellTheirFaultsWithPlaces) {
       {R"({"sources": "src"})", "1:13: error: a text stands here, but a list is needed\n"},
       {R"({"sources": ["src", 12]})", "1:21: error: a number stands here, but a text"},
       {R"({"sources": []})", "1:13: error: there is no source"},
+      {R"({"sources": ["a.st\u0000"]})", "1:14: error: this contains a zero character"},
       {R"({"sources": ["sr/a"]})", "1:14: error: there is no file or folder 'sr/a'"},
       {R"({"sources": ["src/*.sx"]})", "1:14: error: no file matches 'src/*.sx'"},
       {R"({"sources": [""]})", "1:14: error: this names no file; '.' is the folder of"},
