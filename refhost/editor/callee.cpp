@@ -257,7 +257,8 @@ std::optional<CalleeAt> calleeAt(const NamesAt& names, std::size_t first, std::s
     return code.tokens[last].kind == SourceToken::Kind::Keyword ? fromLanguage(names, name)
                                                                 : std::nullopt;
   }
-  if (before == ':') return calleeNamed(names, name);  // an instance of a PROGRAM
+  const bool instance = code.tokens[code.statement].token == CalleeToken::PROGRAM;
+  if (before == ':' && instance) return calleeNamed(names, name);  // in a configuration
   const bool plain = first == last;
   const bool result = plain && names.unit() != kNoSymbol &&
                       equalIgnoringCase(names.symbols()[names.unit()].name, name);

@@ -39,6 +39,23 @@ std::size_t missingIn(const CalleeAt& callee, const CodeBracket& bracket, const 
   return callee.positional(callee.parameters.size(), false);
 }
 
+// The parameter that an argument names whose name begins at `offset`, wherever in it the cursor is;
+// parameters.size() for none.
+std::size_t namedAt(const CalleeAt& callee, const NamesAt& names, std::uint32_t offset) {
+  const std::vector<SourceToken>& tokens = names.tokens();
+  const auto isCode = [offset](const SourceToken& at) {
+    return at.token != 0 && at.span.begin >= offset;
+  };
+  const auto name = std::find_if(tokens.begin(), tokens.end(), isCode);
+  if (name == tokens.end()) return callee.parameters.size();
+  const auto sign = std::find_if(name + 1, tokens.end(), isCode);
+  const bool assigns =
+      sign != tokens.end() && (sign->token == HelpToken::ASSIGN || sign->token == HelpToken::ARROW);
+  if (!assigns) return callee.parameters.size();
+  const std::string_view text = names.context().code.text;
+  return callee.named(text.substr(name->span.begin, name->span.end - name->span.begin));
+}
+
 // The parameter of the argument that the cursor is in.
 std::optional<std::size_t> activeIn(const CalleeAt& callee, const CodeBracket& bracket,
                                     const NamesAt& names) {
@@ -48,12 +65,11 @@ std::optional<std::size_t> activeIn(const CalleeAt& callee, const CodeBracket& b
   std::size_t name = bracket.argument;
   if (name < end && code.tokens[name].token == HelpToken::NOT) ++name;
   const int behind = name + 1 < end ? code.tokens[name + 1].token : 0;
-  std::size_t index = 0;
-  if (behind == HelpToken::ASSIGN || behind == HelpToken::ARROW) {
-    index = callee.named(code.textOf(name));
-  } else if (const Span word = context.word; name == end && context.assigned) {
-    index = callee.named(code.text.substr(word.begin, word.end - word.begin));
-  } else if (const auto given = givenArguments(names, bracket); !given.empty()) {
+  std::size_t index =
+      namedAt(callee, names, name < end ? code.tokens[name].span.begin : context.word.begin);
+  if (index < callee.parameters.size()) return index;
+  if (behind == HelpToken::ASSIGN || behind == HelpToken::ARROW) return std::nullopt;
+  if (const auto given = givenArguments(names, bracket); !given.empty()) {
     index = missingIn(callee, bracket, code, given);
   } else {
     // Behind the cursor the arguments go on; together they may be so many that outputs count.
