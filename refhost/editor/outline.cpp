@@ -36,8 +36,6 @@ std::string typeText(const SymbolInfo& symbol) {
     case SymbolKind::Instance:
       return std::string(TreeBuilder::source(*symbol.node->leaf(1)->leaf(0)));
     case SymbolKind::Type:
-      spec = symbol.node->leaf(1);
-      break;
     case SymbolKind::Value:
       spec = symbol.node->leaf(1);
       break;
@@ -81,6 +79,16 @@ void sort(std::vector<OutlineItem>& items) {
   });
 }
 
+// Puts a global variable into the unit, the configuration or the resource that declares it.
+void addGlobal(OutlineItem global, std::vector<OutlineItem>& items) {
+  for (OutlineItem& item : items) {
+    const bool declares = !isVariable(item.kind) && contains(item.range, global.range);
+    if (declares) return addGlobal(std::move(global), item.parts);
+  }
+  items.push_back(std::move(global));
+  sort(items);
+}
+
 // True if the letters of `query` stand in `name` in this order.
 bool matches(std::string_view name, std::string_view query) {
   for (const char c : name) {
@@ -113,19 +121,8 @@ std::vector<OutlineItem> outlineOf(const ProgramView& view, std::uint32_t file) 
     const bool global = symbol.kind == SymbolKind::Global;
     (global ? globals : items).push_back(itemOf(view, id, file));
   }
-  // Global variables may be declared in a unit or a configuration.
-  for (OutlineItem& global : globals) {
-    const auto owner = std::find_if(items.begin(), items.end(), [&](const OutlineItem& item) {
-      return contains(item.range, global.range);
-    });
-    if (owner == items.end()) {
-      items.push_back(std::move(global));
-    } else {
-      owner->parts.push_back(std::move(global));
-      sort(owner->parts);
-    }
-  }
   sort(items);
+  for (OutlineItem& global : globals) addGlobal(std::move(global), items);
   return items;
 }
 

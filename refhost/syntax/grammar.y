@@ -433,7 +433,7 @@ configuration:
   %empty
 | configuration configuration_item
 | configuration RESOURCE unit_name processor { make.beginResource($3); } resource END_RESOURCE
-    { make.endResource(@$); }
+    { make.endResource({@2.begin, @7.end}); }
 | configuration error mistake_end
 ;
 

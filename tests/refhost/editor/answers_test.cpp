@@ -194,7 +194,9 @@ TEST_F(EditorAnswers, FoldBlocksAndNameWords) {
       "1;\n"
       "ELSIF a > 2 THEN\n  a := 2;\nELSE\n  a := 3;\nEND_IF;\n{endregion}\nCASE a OF\n  1:\n"
       "    a := 2;\n    a := 4;\n  2: ;\nEND_CASE;\n(* three\n   lines *)\nEND_PROGRAM\n"
-      "TEST 'x'\n  ASSERT_TRUE(TRUE);\nEND_TEST\n");
+      "TEST 'x'\n  ASSERT_TRUE(TRUE);\nEND_TEST\n"
+      "CONFIGURATION C\nVAR_GLOBAL g : INT; END_VAR\nRESOURCE R ON Any\nVAR_GLOBAL h : INT; "
+      "END_VAR\nPROGRAM i : P;\nEND_RESOURCE\nEND_CONFIGURATION\n");
   std::string lines;
   for (const FoldingRange& range : foldingRangesOf(view(), 0)) {
     lines += fmt::format("{}-{}{} ", range.firstLine, range.lastLine,
@@ -202,7 +204,8 @@ TEST_F(EditorAnswers, FoldBlocksAndNameWords) {
                          : range.kind == FoldingRange::Kind::Comment ? "c"
                                                                      : "r");
   }
-  EXPECT_EQ(lines, "1-2c 3-23 4-5 7-15r 8-9 10-11 12-13 16-20 17-19 22-23c 25-26 ");
+  EXPECT_EQ(lines, "1-2c 3-23 4-5 7-15r 8-9 10-11 12-13 16-20 17-19 22-23c 25-26 28-33 30-32 ");
+  EXPECT_EQ(outlineInOneLine(outlineOf(view(), 0)), "P(a:INT) x C(g:INT R(h:INT i:P))");
   const std::string text =
       "TYPE C : (R, G); END_TYPE FUNCTION_BLOCK B VAR_INPUT i : C; END_VAR VAR CONSTANT k : INT := "
       "5; t : TON; END_VAR i := c#r; IF NOT TRUE THEN k := MAX(IN0 := k, IN1 := 3); END_IF; (* x\n"
