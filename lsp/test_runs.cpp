@@ -30,7 +30,9 @@ std::string textOf(const Json& failure) {
   for (const Json& value : failure.at("values")) {
     const std::string expression = value.at("expression");
     const std::string shown = value.at("value");
-    text += "\n" + (expression == shown ? shown : expression + " = " + shown);
+    text += '\n';
+    if (expression != shown) text.append(expression).append(" = ");
+    text += shown;
   }
   return text;
 }
@@ -78,6 +80,7 @@ void TestRuns::add(Json& capabilities) {
 }
 
 void TestRuns::forgetFailures() {
+  outdated_ = true;
   if (publisher_.hasFindings()) publisher_.setFindings({});
 }
 
@@ -97,6 +100,7 @@ void TestRuns::start(const Json& arguments) {
   }
   command.insert(command.end(), run->arguments.begin(), run->arguments.end());
   publisher_.setFindings({});
+  outdated_ = false;
   if (!process_.start(command, folder_)) {
     throw RequestError(ErrorCode::RequestFailed, "velc test cannot be started");
   }
@@ -125,7 +129,7 @@ void TestRuns::show(const BackgroundProcess::Result& result) {
       list.push_back(diagnosticOf(path, failure));
     }
   }
-  publisher_.setFindings(std::move(findings));
+  if (!outdated_) publisher_.setFindings(std::move(findings));
   report["folder"] = folder_;
   rpc_.notify(kResults, report);
   const std::string text = fmt::format("{} tests passed, {} failed", report.at("passed").get<int>(),

@@ -20,7 +20,8 @@ class TestRuns {
   // which offers it at each TEST.
   void add(Json& capabilities);
 
-  // To be called when a text is going to change.
+  // To be called when a text is going to change. Failures of a run that goes on are not shown
+  // either, since their places may be others by then.
   void forgetFailures();
   const BackgroundProcess& process() const { return process_; }
   // Takes what the run has printed.
@@ -37,7 +38,8 @@ class TestRuns {
   Workspace& workspace_;
   Publisher& publisher_;
   BackgroundProcess process_;
-  std::string folder_;  // of the run
+  std::string folder_;     // of the run
+  bool outdated_ = false;  // a text has changed since the run began
 };
 
 }  // namespace lsp

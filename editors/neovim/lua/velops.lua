@@ -8,6 +8,7 @@ local client -- of versions without vim.lsp.start, which finds its clients itsel
 
 -- Tells how a run of `velc.runTests` has ended; failures are diagnostics of their own.
 local function show_test_results(_, report)
+  if report.error then return end -- which the server has shown
   local level = report.failed > 0 and vim.log.levels.ERROR or vim.log.levels.INFO
   vim.notify(("%d tests passed, %d failed"):format(report.passed, report.failed), level)
 end
