@@ -134,7 +134,7 @@ Option Command::callWithAll(const char* names, UseAll use, const char* descripti
   return Option(*app_->add_option_function<std::vector<std::string>>(names, checked, description));
 }
 
-Option Command::oneOf(const char* names, std::vector<std::string> known,
+Option Command::oneOf(const char* names, const std::vector<std::string>& known,
                       std::function<void(std::size_t)> choose, const char* description) {
   const auto chosen = [known, choose = std::move(choose)](const std::string& name) {
     const auto found = std::find(known.begin(), known.end(), name);

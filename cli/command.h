@@ -85,7 +85,7 @@ class Command {
     std::vector<std::string> known;
     for (const auto& choice : choices) known.emplace_back(choice.first);
     return oneOf(
-        names, std::move(known),
+        names, known,
         [&value, choices = std::move(choices)](std::size_t index) {
           value = choices[index].second;
         },
@@ -93,7 +93,7 @@ class Command {
   }
 
  private:
-  Option oneOf(const char* names, std::vector<std::string> known,
+  Option oneOf(const char* names, const std::vector<std::string>& known,
                std::function<void(std::size_t)> choose, const char* description);
 
   CLI::App* app_;

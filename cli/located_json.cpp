@@ -75,7 +75,7 @@ class Builder {
     const std::size_t at = std::min(byte == 0 ? 0 : byte - 1, text_.size());
     const std::string message = error.what();
     const std::size_t dash = message.find(" - ");
-    const std::size_t reason = dash == message.npos ? 0 : dash + 3;
+    const std::size_t reason = dash == std::string::npos ? 0 : dash + 3;
     fault_->span = {at, std::min(at + 1, text_.size())};
     fault_->text = message.substr(reason, message.find("; last read:") - reason);
     return false;

@@ -37,7 +37,7 @@ std::string deadEnd(const ProgramVariable& part, std::string_view rest) {
     return fmt::format("'{}' has no member '{}'{}", part.name, member, asking(spelling.best()));
   }
   if (rest.front() == '[' && shape != nullptr && shape->element != nullptr) {
-    if (rest.find(']') == rest.npos)
+    if (rest.find(']') == std::string::npos)
       return fmt::format("{} has no ']'", inQuotes(part.name + std::string(rest)));
     return fmt::format("'{}' has no element {}", part.name, rest.substr(0, rest.find(']') + 1));
   }
@@ -54,8 +54,8 @@ std::string withoutBlanks(std::string_view name) {
       apart = true;
       continue;
     }
-    const bool beside =
-        text.empty() || kMarks.find(c) != kMarks.npos || kMarks.find(text.back()) != kMarks.npos;
+    const bool beside = text.empty() || kMarks.find(c) != std::string::npos ||
+                        kMarks.find(text.back()) != std::string::npos;
     if (apart && !beside) text += ' ';
     apart = false;
     text += c;

@@ -44,7 +44,7 @@ class Search {
     if (name == "**") below(folder, part + 1);
     if (name == "." || name == "..") return below(folder / name, part + 1);
     std::error_code unknown;
-    const bool isThere = name.find('[') != name.npos && fs::exists(folder / name, unknown);
+    const bool isThere = name.find('[') != std::string::npos && fs::exists(folder / name, unknown);
     for (const auto& entry : entriesOf(folder)) {
       const fs::path& path = entry.path();
       const bool isFolder = entry.is_directory(unknown);

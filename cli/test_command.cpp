@@ -1,11 +1,11 @@
 #include <fmt/format.h>
 #include <fnmatch.h>
-#include <locale.h>
 #include <sched.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
+#include <clocale>
 #include <filesystem>
 
 #include "cli/commands.h"

@@ -29,7 +29,7 @@ std::string elementaryJson(const ValueShape& shape, std::string_view bytes) {
       return jsonString(refhost::plainText(shape.type, bytes));
     case BasicDataType::Real:
     case BasicDataType::LReal:
-      return text == "NaN" || text.find("Inf") != text.npos ? jsonString(text) : text;
+      return text == "NaN" || text.find("Inf") != std::string::npos ? jsonString(text) : text;
     default:
       if (hostkit::isBitStringName(shape.typeName))
         return std::to_string(refhost::unsignedAt(bytes));

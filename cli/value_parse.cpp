@@ -177,7 +177,7 @@ bool parseValue(const refhost::ValueShape& shape, const std::string& text, std::
     case LiteralError::None:
       break;
     case LiteralError::OutOfRange:
-      error = shape.range && text.find_first_not_of("+-_0123456789") == text.npos
+      error = shape.range && text.find_first_not_of("+-_0123456789") == std::string::npos
                   ? refusal(shape, text, {})
                   : inQuotes(text) + " is out of range";
       return false;

@@ -15,7 +15,7 @@ constexpr std::size_t kSmallest =
 bool isPlainName(std::string_view text) {
   constexpr std::string_view kLetters = "_ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   constexpr std::string_view kDigits = "0123456789";
-  const auto isIn = [](std::string_view set, char c) { return set.find(c) != set.npos; };
+  const auto isIn = [](std::string_view set, char c) { return set.find(c) != std::string::npos; };
   return !text.empty() && isIn(kLetters, text.front()) &&
          std::all_of(text.begin(), text.end(),
                      [&](char c) { return isIn(kLetters, c) || isIn(kDigits, c); });

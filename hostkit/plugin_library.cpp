@@ -81,7 +81,8 @@ bool PluginLibrary::describe(const std::vector<std::string>& names, std::string&
         guarded([&] { return ask(name.c_str()); },
                 [&](const std::string& why) { reason = "DescribeOperator failed: " + why; });
     if (reason.empty() && (told == nullptr || descriptions_.add(name, *told, reason))) continue;
-    fault = "its description of '" + name + "' is refused: " + reason;
+    fault = "its description of '";
+    fault.append(name).append("' is refused: ").append(reason);
     return false;
   }
   return true;

@@ -20,9 +20,9 @@ Position Analysed::position(vel::TextLocation place) const {
   return linesOf(place.file()).position(place.offset());
 }
 
-Json Analysed::range(const refhost::SourceRange& range) const {
-  const vel::TextLocation end(range.begin.file(), range.begin.offset() + range.length);
-  return {{"start", toJson(position(range.begin))}, {"end", toJson(position(end))}};
+Json Analysed::range(const refhost::SourceRange& where) const {
+  const vel::TextLocation end(where.begin.file(), where.begin.offset() + where.length);
+  return {{"start", toJson(position(where.begin))}, {"end", toJson(position(end))}};
 }
 
 std::string Analysed::uri(std::uint32_t file) const {

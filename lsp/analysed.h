@@ -33,11 +33,11 @@ class Analysed {
   std::uint32_t offset(Position position) const { return place(position).offset(); }
 
   Position position(vel::TextLocation place) const;
-  Json range(const refhost::SourceRange& range) const;
+  Json range(const refhost::SourceRange& where) const;
   std::string uri(std::uint32_t file) const;
-  Json location(const refhost::SourceRange& range) const;
+  Json location(const refhost::SourceRange& where) const;
   // A TextEdit.
-  Json edit(const refhost::SourceRange& range, const std::string& text) const;
+  Json edit(const refhost::SourceRange& where, const std::string& text) const;
   // A WorkspaceEdit.
   Json workspaceEdit(const std::vector<refhost::TextEdit>& edits) const;
 

@@ -20,8 +20,9 @@ bool wantsFixes(const Json& params) {
   const Json context = params.value("context", Json::object());
   if (!context.contains("only")) return true;
   const Json& only = context["only"];
-  return std::any_of(only.begin(), only.end(),
-                     [](const Json& kind) { return kind == "quickfix" || kind == ""; });
+  return std::any_of(only.begin(), only.end(), [](const Json& kind) {
+    return kind == "quickfix" || (kind.is_string() && kind.get_ref<const std::string&>().empty());
+  });
 }
 
 Json codeActions(const Analysed& analysed, const Json& params) {

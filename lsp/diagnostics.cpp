@@ -13,9 +13,9 @@ constexpr int kUnnecessary = 1;
 
 // What an editor may show faded: it can go.
 bool isUnnecessary(unsigned int code) {
-  using namespace refhost::message;
-  return code == kNeverUsed.code || code == kNeverRead.code || code == kUnusedInProgram.code ||
-         code == kUnreachable.code;
+  namespace message = refhost::message;
+  return code == message::kNeverUsed.code || code == message::kNeverRead.code ||
+         code == message::kUnusedInProgram.code || code == message::kUnreachable.code;
 }
 
 Json diagnosticOf(const refhost::Diagnostic& message, Json range, const Client& client) {

@@ -10,7 +10,7 @@ namespace lsp {
 namespace {
 
 void apply(const Json& change, Encoding encoding, std::string& text) {
-  const std::string& replacement = change.at("text").get_ref<const std::string&>();
+  const auto& replacement = change.at("text").get_ref<const std::string&>();
   const auto range = change.find("range");
   if (range == change.end() || range->is_null()) {
     text = replacement;

@@ -17,7 +17,7 @@ std::string addressOf(std::string_view target) {
   constexpr std::string_view kCode = "#0x";
   constexpr std::size_t kDigits = 5;
   const std::size_t code = target.find(kCode);
-  if (code == target.npos) return {};
+  if (code == std::string::npos) return {};
   std::string topic = "0x";
   for (const char c : target.substr(code + kCode.size(), kDigits)) topic += hostkit::toUpper(c);
   return velc::explanationUri(topic);
@@ -38,12 +38,13 @@ std::string withoutRelativeLinks(std::string_view page) {
     if (page[0] == '`') {
       const std::size_t size = page.substr(0, kFence.size()) == kFence ? kFence.size() : 1;
       const std::size_t end = page.find(page.substr(0, size), size);
-      take(end == page.npos ? page.size() : end + size);
+      take(end == std::string::npos ? page.size() : end + size);
       continue;
     }
     const std::size_t middle = page.find("](");
-    const std::size_t close = page.find(')', middle == page.npos ? page.size() : middle);
-    const bool link = close != page.npos && page.substr(0, middle).find(']') == page.npos;
+    const std::size_t close = page.find(')', middle == std::string::npos ? page.size() : middle);
+    const bool link =
+        close != std::string::npos && page.substr(0, middle).find(']') == std::string::npos;
     if (!link) {
       take(1);
       continue;

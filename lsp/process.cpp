@@ -2,13 +2,13 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <utility>
 
 namespace lsp {
@@ -66,6 +66,7 @@ bool BackgroundProcess::start(const std::vector<std::string>& arguments,
   posix_spawn_file_actions_adddup2(&actions, output.ends[1], STDOUT_FILENO);
   posix_spawn_file_actions_adddup2(&actions, errors.ends[1], STDERR_FILENO);
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) {
     pointers.push_back(const_cast<char*>(argument.c_str()));
   }

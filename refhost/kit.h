@@ -4,5 +4,5 @@
 namespace hostkit {}
 
 namespace refhost {
-using namespace hostkit;
+using namespace hostkit;  // NOLINT(google-build-using-namespace)
 }

@@ -73,7 +73,7 @@ Stimulus::Stimulus(const std::string& path, const Places& places, std::uint64_t 
     const std::string& name = header[i].text;
     if (name.empty()) reader_.refuse(header[i], "the column has no name");
     if (!places.find(name, place, error)) {
-      const bool isCut = name.find('[') != name.npos && name.find(']') == name.npos;
+      const bool isCut = name.find('[') != std::string::npos && name.find(']') == std::string::npos;
       reader_.refuse(header[i], isCut ? error + "; a name with a comma stands in quotes" : error);
     }
     if (!isSettable(place)) {

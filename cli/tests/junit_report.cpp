@@ -33,10 +33,10 @@ std::string inXml(const std::string& text) {
 }
 
 std::string testCase(const TestResult& result) {
-  std::string text = fmt::format(
-      "    <testcase name=\"{}\" classname=\"{}\" file=\"{}\" line=\"{}\" time=\"{:.6f}\"",
-      inXml(result.title), inXml(result.place.file), inXml(result.place.file), result.place.line,
-      result.seconds);
+  std::string text =
+      fmt::format(R"(    <testcase name="{}" classname="{}" file="{}" line="{}" time="{:.6f}")",
+                  inXml(result.title), inXml(result.place.file), inXml(result.place.file),
+                  result.place.line, result.seconds);
   if (result.failures.empty()) return text + "/>\n";
   text += ">\n";
   const char* const element = result.status == Status::Failed ? "failure" : "error";
@@ -63,8 +63,8 @@ struct Suite {
     seconds += result.seconds;
   }
   std::string counts() const {
-    return fmt::format("tests=\"{}\" failures=\"{}\" errors=\"{}\" time=\"{:.6f}\"", tests,
-                       failures, errors, seconds);
+    return fmt::format(R"(tests="{}" failures="{}" errors="{}" time="{:.6f}")", tests, failures,
+                       errors, seconds);
   }
 };
 

@@ -230,7 +230,7 @@ void addArrow(const ASTNode& argument, std::vector<Fix>& fixes) {
   const std::string right = wrong == "=>" ? ":=" : "=>";
   const std::uint32_t begin = argument.pos().offset();
   const std::size_t at = source.find(wrong, formal.pos().offset() - begin);
-  if (at == source.npos || static_cast<const Argument&>(argument).negated) return;
+  if (at == std::string::npos || static_cast<const Argument&>(argument).negated) return;
   const vel::TextLocation place(argument.pos().file(), begin + static_cast<std::uint32_t>(at));
   fixes.push_back({"Write '" + right + "'", {{{place, 2}, right}}});
 }
@@ -247,7 +247,7 @@ bool addNaming(const ASTNode& name, std::vector<Fix>& fixes) {
   if (parameter == nullptr) return false;
   const std::string_view source = TreeBuilder::source(*comparison);
   const std::size_t at = source.find('=', rangeOf(name).length);
-  if (at == source.npos) return false;
+  if (at == std::string::npos) return false;
   const std::string sign = parameter->role == Role::Output ? "=>" : ":=";
   const vel::TextLocation place(name.pos().file(),
                                 name.pos().offset() + static_cast<std::uint32_t>(at));

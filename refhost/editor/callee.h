@@ -27,7 +27,7 @@ struct CalleeAt {
   // The parameter of an argument in the `index`-th place, from 0: of an extensible operator also
   // behind the last; parameters.size() for none. With `all` outputs count, too.
   std::size_t positional(std::size_t index, bool all) const;
-  std::size_t named(std::string_view name) const;  // parameters.size() for none
+  std::size_t named(std::string_view wanted) const;  // parameters.size() for none
   // The name of a parameter, also of one behind the last of an extensible operator.
   std::string parameterName(std::size_t index) const;
 

@@ -101,8 +101,9 @@ void CompletionParts::addCallables(bool statement) const {
 
 void CompletionParts::addOperators(bool statement) const {
   const Services& services = names_.view().program().services;
+  if (services.operators == nullptr) return;
   std::vector<std::string> all;
-  if (services.operators != nullptr) services.operators->operatorNames(all);
+  services.operators->operatorNames(all);
   const std::string_view prefix = context_.prefix;
   for (const std::string& folded : all) {
     const std::string& name = services.operators->findOperator(folded)->name;

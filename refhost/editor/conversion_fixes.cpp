@@ -183,7 +183,7 @@ class Conversions {
   // Milliseconds are what a TIME counts.
   void writeTime(const ASTNode& number) {
     const std::string_view text = TreeBuilder::source(number);
-    const bool digits = !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+    const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
     if (!digits || text.size() > 9) return;
     const std::string written = "T#" + std::string(text) + "ms";
     fixes_.push_back({"Write '" + written + "'", {{rangeOf(number), written}}});

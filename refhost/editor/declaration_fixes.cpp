@@ -33,7 +33,7 @@ std::string typeNameOf(const Type& type) {
     name += '[' + std::to_string(text->length()) + ']';
   }
   // The names of long types are abbreviated, and those of types of values are none.
-  const bool whole = name.find("...") == name.npos && name.find('(') == name.npos;
+  const bool whole = name.find("...") == std::string::npos && name.find('(') == std::string::npos;
   return whole && !name.empty() ? name : std::string();
 }
 
@@ -143,8 +143,8 @@ class MissingDeclaration {
     const std::size_t mark = text_.find_first_not_of(kBlanks, end);
     if (mark < statement && text_[mark] == ';') end = static_cast<std::uint32_t>(mark) + 1;
     const std::string_view between = text_.substr(end, statement - end);
-    if (between.find('\n') == between.npos) {
-      const bool comment = between.find_first_not_of(kBlanks) != between.npos;
+    if (between.find('\n') == std::string::npos) {
+      const bool comment = between.find_first_not_of(kBlanks) != std::string::npos;
       if (comment) return inserted(statement, "VAR " + declaration + " END_VAR ");
       return inserted(end, " VAR " + declaration + " END_VAR");
     }

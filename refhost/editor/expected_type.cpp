@@ -235,7 +235,7 @@ const Type* operandType(const Services& services, const Call& call, int index) {
   if (shifts && index > 0) return elementary(BasicDataType::Int);
   const std::string& name = call.op()->name;
   const std::size_t split = name.find("_TO_");
-  return split != name.npos ? services.symbols.dataType(name.substr(0, split)) : nullptr;
+  return split != std::string::npos ? services.symbols.dataType(name.substr(0, split)) : nullptr;
 }
 
 const Type* expectedType(const Services& services, const ASTNode& value) {

@@ -143,7 +143,7 @@ class Comments {
       const bool alone = token == tokens_.begin() ||
                          lineOf((token - 1)->span.end - 1) != lineOf(token->span.begin);
       if (!alone) break;
-      text = textOf(*token) + (text.empty() ? "" : "\n") + text;
+      text.insert(0, textOf(*token) + (text.empty() ? "" : "\n"));
       line = lineOf(token->span.begin);
     }
     return text;
@@ -169,7 +169,7 @@ std::string valueOf(const SymbolInfo& symbol) {
     return textOf(static_cast<const NamedValue*>(symbol.symbol)->value);
   }
   const auto& variable = *static_cast<const VarSymbol*>(symbol.symbol);
-  const std::string computed = constantText(variable);
+  std::string computed = constantText(variable);
   if (!computed.empty() || variable.initial == nullptr) return computed;
   return std::string(TreeBuilder::source(*variable.initial));
 }

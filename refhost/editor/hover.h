@@ -28,8 +28,8 @@ struct Hover {
 std::optional<Hover> hoverAt(const ProgramView& view, vel::TextLocation place);
 
 // The declaration of a symbol as a hover shows it; empty for a symbol without one.
-std::string declarationText(const ProgramView& view, SymbolId symbol);
+std::string declarationText(const ProgramView& view, SymbolId id);
 // The comment beside or above it.
-std::string commentText(const ProgramView& view, SymbolId symbol);
+std::string commentText(const ProgramView& view, SymbolId id);
 
 }  // namespace refhost

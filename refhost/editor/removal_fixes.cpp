@@ -96,7 +96,7 @@ class Removal {
     }
     if (index > VarDecl::kFirstName) return behind(endBehind(*declaration_.leaf(index - 1)));
     const std::size_t mark = text_.find_first_not_of(" \t\r\n", endBehind(declaration_));
-    if (mark == text_.npos || text_[mark] != ';') return {};
+    if (mark == std::string::npos || text_[mark] != ';') return {};
     return {removed(declaration_.pos().offset(), static_cast<std::uint32_t>(mark) + 1)};
   }
 
@@ -104,7 +104,8 @@ class Removal {
   std::vector<TextEdit> followedBy(std::uint32_t next) const {
     const std::uint32_t end = commaIn(endBehind(name_), next) + 1;
     const std::uint32_t begin = name_.pos().offset();
-    const bool blank = text_.substr(end, next - end).find_first_not_of(" \t\r\n") == text_.npos;
+    const bool blank =
+        text_.substr(end, next - end).find_first_not_of(" \t\r\n") == std::string::npos;
     const bool joins = blank && !beginsLine(text_, begin);
     return {joins ? edit(begin, next) : removed(begin, end)};
   }
@@ -115,7 +116,7 @@ class Removal {
     const std::uint32_t comma = commaIn(end, begin);
     const TextEdit own = removed(begin, endBehind(name_));
     const std::string_view between = text_.substr(comma + 1, begin - comma - 1);
-    const bool commented = between.find_first_not_of(" \t\r\n") != between.npos;
+    const bool commented = between.find_first_not_of(" \t\r\n") != std::string::npos;
     const bool wholeLine = text_[own.range.begin.offset() + own.range.length - 1] == '\n';
     if (!commented && !wholeLine) return {edit(comma, endBehind(name_))};
     return {edit(comma, comma + 1), own};

@@ -227,7 +227,8 @@ requires static_cast template this throw try typeid typename using virtual xor x
 
 void addWords(std::string_view text, std::unordered_set<std::string_view>& words) {
   constexpr std::string_view kSeparators = " \n";
-  for (std::size_t begin = 0; (begin = text.find_first_not_of(kSeparators, begin)) != text.npos;) {
+  for (std::size_t begin = 0;
+       (begin = text.find_first_not_of(kSeparators, begin)) != std::string_view::npos;) {
     const std::size_t end = text.find_first_of(kSeparators, begin);
     words.insert(text.substr(begin, end - begin));
     begin = end;

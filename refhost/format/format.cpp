@@ -16,7 +16,7 @@ namespace {
 // The line end of a text: that of its first line.
 std::string_view lineEndOf(std::string_view text) {
   const std::size_t first = text.find_first_of(kLineEnds);
-  if (first == text.npos || text[first] == '\n') return "\n";
+  if (first == std::string::npos || text[first] == '\n') return "\n";
   return text.substr(first, 2) == "\r\n" ? "\r\n" : "\r";
 }
 
@@ -49,7 +49,7 @@ class Writer {
     const std::string blanks(piece.outBlanks, ' ');
     std::string lines;
     for (std::uint32_t i = 0; i < piece.outNewlines; ++i) lines += lineEnd_;
-    if (first == source.npos || lines.empty()) return change(gap, lines + blanks);
+    if (first == std::string::npos || lines.empty()) return change(gap, lines + blanks);
     const Span ends{gap.begin + static_cast<std::uint32_t>(first),
                     gap.begin + static_cast<std::uint32_t>(source.find_last_of(kLineEnds) + 1)};
     change({gap.begin, ends.begin}, "");
@@ -63,7 +63,7 @@ class Writer {
 
   // The lines within a comment move with the first one if they are indented as it is.
   std::string commentText(const Piece& comment, std::string_view text) const {
-    if (text.find_first_of(kLineEnds) == text.npos) return std::string(text);
+    if (text.find_first_of(kLineEnds) == std::string::npos) return std::string(text);
     const bool moves = comment.moves && comment.begins();
     const std::string_view head = text_.substr(0, moves ? comment.span.begin : 0);
     const std::size_t margin = head.size() - (head.find_last_of(kLineEnds) + 1);

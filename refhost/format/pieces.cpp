@@ -20,10 +20,10 @@ constexpr std::uint32_t kTab = 4;
 bool isIndented(std::string_view text, std::string_view blanks) {
   for (;;) {
     const std::size_t end = text.find_first_of(kLineEnds);
-    if (end == text.npos) return true;
+    if (end == std::string::npos) return true;
     text.remove_prefix(end + 1);
     const std::string_view line = text.substr(0, text.find_first_of(kLineEnds));
-    if (line.find_first_not_of(kBlanks) == line.npos) continue;
+    if (line.find_first_not_of(kBlanks) == std::string::npos) continue;
     if (line.substr(0, blanks.size()) != blanks) return false;
   }
 }
@@ -98,7 +98,7 @@ class Reader {
       size = rest.find_last_not_of(kBlanks, size - 1) + 1;
     } else if (rest.substr(0, 2) == "/*") {
       const std::size_t close = rest.find("*/", 2);
-      size = close == rest.npos ? rest.size() : close + 2;
+      size = close == std::string::npos ? rest.size() : close + 2;
     } else if (rest.substr(0, 2) == "(*") {
       size = nestedEnd(rest);
     } else if (rest[0] == '{') {
@@ -131,7 +131,7 @@ class Reader {
       if (text[i] == '}' && --depth == 0) return i + 1;
       if (text[i] != '\'' || kBeforeString.find(text[i - 1]) == std::string_view::npos) continue;
       const std::size_t close = text.find_first_of("'\r\n", i + 1);
-      if (close != text.npos && text[close] == '\'') i = close;
+      if (close != std::string::npos && text[close] == '\'') i = close;
     }
     return text.size();
   }
@@ -164,7 +164,7 @@ class Reader {
     while (at_ < end) advance(false);
     piece.severalLines = newlines_ > 0;
     piece.width = column_ - (piece.severalLines ? 0 : begin);
-    if (piece.severalLines && before.find_first_not_of(kBlanks) == before.npos) {
+    if (piece.severalLines && before.find_first_not_of(kBlanks) == std::string::npos) {
       piece.moves = isIndented(text_.substr(piece.span.begin, end - piece.span.begin), before);
       if (piece.moves) piece.width = piece.width + begin - indentation(before);
     }
@@ -182,7 +182,8 @@ class Reader {
     Span pinned;  // last
     for (const SilentPart& part : parts) {
       if (part.end == pinned.end && part.begin >= pinned.begin) continue;
-      if (text_.substr(part.begin, part.end - part.begin).find_first_of(kLineEnds) != text_.npos)
+      if (text_.substr(part.begin, part.end - part.begin).find_first_of(kLineEnds) !=
+          std::string::npos)
         continue;
       pinned = {part.begin, part.end};
       const auto first = from(part.begin);

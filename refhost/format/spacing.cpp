@@ -47,16 +47,15 @@ void spellLiteral(std::string& text) {
   const std::string_view whole = text;
   const std::size_t quote = whole.find_first_of("'\"");
   const std::size_t mark = whole.find('#');
-  if (mark == whole.npos || quote < mark) {
+  if (mark == std::string::npos || quote < mark) {
     if (isTruth(whole)) raise(text, 0, text.size());
     return;
   }
   const std::string_view prefix = whole.substr(0, mark);
   const std::string_view rest = whole.substr(mark + 1);
-  const bool based = isDigit(prefix[0]) || rest.find('#') != rest.npos;
-  if (quote == whole.npos && based) {
-    raise(text, mark, text.size());
-  } else if (isTruth(rest) && equalIgnoringCase(prefix, "BOOL")) {
+  const bool based = isDigit(prefix[0]) || rest.find('#') != std::string::npos;
+  const bool truth = isTruth(rest) && equalIgnoringCase(prefix, "BOOL");
+  if (truth || (quote == std::string::npos && based)) {
     raise(text, mark, text.size());
   }
   if (isDuration(prefix)) {

@@ -305,7 +305,7 @@ void ConfiguredPlaces::placeInstances(const UnitSymbol& test) {
 
 // Appends a place for each open address in a variable of the type.
 void ConfiguredPlaces::allocate(const Type* type, std::map<std::uint64_t, std::uint32_t>& places) {
-  if (services_.configured.open.countIn(type) == 0) return;
+  if (type == nullptr || services_.configured.open.countIn(type) == 0) return;
   if (const auto* const array = dynamic_cast<const ArrayType*>(type)) {
     for (std::int64_t i = 0; i < array->count(); ++i) allocate(array->element, places);
     return;

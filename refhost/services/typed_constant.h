@@ -12,7 +12,7 @@ namespace refhost {
 using vel::BasicDataType;
 
 // Every value of every integer type, with room for sums and products of two of them up to LINT.
-__extension__ typedef __int128 Integer;
+__extension__ typedef __int128 Integer;  // NOLINT(modernize-use-using)
 
 // In decimal.
 std::string textOf(Integer number);

@@ -12,8 +12,8 @@ namespace refhost {
 namespace {
 
 std::uint32_t lineBeginAt(std::string_view text, std::uint32_t offset) {
-  const std::size_t before = offset > 0 ? text.find_last_of('\n', offset - 1) : text.npos;
-  return before == text.npos ? 0 : static_cast<std::uint32_t>(before) + 1;
+  const std::size_t before = offset > 0 ? text.find_last_of('\n', offset - 1) : std::string::npos;
+  return before == std::string::npos ? 0 : static_cast<std::uint32_t>(before) + 1;
 }
 
 // Of the line around `offset`, without its line break.
@@ -51,7 +51,7 @@ std::uint32_t codeEnd(std::string_view text, std::uint32_t at, std::uint32_t end
       if (close >= end) break;  // a pragma goes on in the next line
       at = static_cast<std::uint32_t>(close);
       code = at + 1;
-    } else if (kBlanks.find(text[at]) == kBlanks.npos) {
+    } else if (kBlanks.find(text[at]) == std::string::npos) {
       code = at + 1;
       if (quotes && (quote == 0 || quote == text[at])) quote = quote == 0 ? text[at] : '\0';
     }
@@ -80,7 +80,7 @@ class CodeLines {
   std::optional<Line> next() {
     while (at_ < text_.size()) {
       const std::size_t begin = text_.find('\n', at_);
-      if (begin == text_.npos) break;
+      if (begin == std::string::npos) break;
       Line line{};
       line.begin = static_cast<std::uint32_t>(begin) + 1;
       at_ = line.end = lineEndAt(text_, line.begin);
@@ -118,7 +118,7 @@ bool continuesBlock(const CodeLines::Line& line, const Construct& construct) {
   if (opener == "REPEAT") return begins("UNTIL");
   if (opener != "CASE") return begins("DO");
   const std::size_t colon = line.code.find(':');
-  const bool label = colon != line.code.npos && line.code.substr(colon, 2) != ":=";
+  const bool label = colon != std::string::npos && line.code.substr(colon, 2) != ":=";
   return label || begins("ELSE") || begins("OF");
 }
 
@@ -131,8 +131,8 @@ struct Opened {
 
 std::string_view lineBreakAt(std::string_view text, std::uint32_t offset) {
   std::size_t end = text.find('\n', offset);
-  if (end == text.npos) end = text.find('\n');
-  return end != text.npos && end > 0 && text[end - 1] == '\r' ? "\r\n" : "\n";
+  if (end == std::string::npos) end = text.find('\n');
+  return end != std::string::npos && end > 0 && text[end - 1] == '\r' ? "\r\n" : "\n";
 }
 
 std::string_view indentationAt(std::string_view text, std::uint32_t offset) {
@@ -148,7 +148,7 @@ std::uint32_t endOfCode(std::string_view text, std::uint32_t offset) {
 bool beginsLine(std::string_view text, std::uint32_t offset) {
   const std::uint32_t begin = lineBeginAt(text, offset);
   const std::string_view before = text.substr(begin, offset - begin);
-  return before.find_first_not_of(kBlanks) == before.npos;
+  return before.find_first_not_of(kBlanks) == std::string::npos;
 }
 
 Insertion lineInsertion(std::string_view text, std::string_view line, std::uint32_t end,
@@ -157,8 +157,9 @@ Insertion lineInsertion(std::string_view text, std::string_view line, std::uint3
   int depth = 0;
   const std::uint32_t code = codeEnd(text, end, lineEnd, depth);
   // A comment or a pragma goes on in the next line, or a pragma belongs to what stands before it.
-  const bool comment = depth > 0 || text.substr(code, lineEnd - code).find('{') != text.npos ||
-                       text.substr(end, code - end).find('{') != text.npos;
+  const bool comment = depth > 0 ||
+                       text.substr(code, lineEnd - code).find('{') != std::string::npos ||
+                       text.substr(end, code - end).find('{') != std::string::npos;
   const std::string lineBreak(lineBreakAt(text, end));
   if (lineEnd <= found && !comment) return {lineEnd, lineBreak + std::string(line)};
   if (lineEnd < found && beginsLine(text, found)) {
@@ -193,7 +194,7 @@ Insertion closerInsertion(std::string_view text, const Construct& construct, Spa
       return {lineBeginAt(text, line->begin),
               closer(block.opener).append(lineBreakAt(text, line->begin))};
     } else if (equalIgnoringCase(line->first, construct.openerName()) &&
-               line->code.find(construct.closerName) == line->code.npos) {
+               line->code.find(construct.closerName) == std::string::npos) {
       blocks.push_back({line->begin, line->width});
     }
     before = line;

@@ -99,7 +99,7 @@ void NoWarns::enterLine(std::uint32_t offset) {
   if (offset < line_.end) return;
   const std::string_view between = text_.substr(line_.end, offset - line_.end);
   const std::size_t last = between.find_last_of(kLineEnds);
-  if (last != between.npos) {
+  if (last != std::string::npos) {
     line_.begin = bare_ = line_.end + static_cast<std::uint32_t>(last + 1);
   }
   line_.end =

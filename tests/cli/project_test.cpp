@@ -66,7 +66,7 @@ TEST_F(Projects, GiveFilesAndSettings) {
     const Outcome outcome = velc(row.command);
     EXPECT_EQ(outcome.code, row.code) << row.project << row.command << outcome.err;
     const std::string all = outcome.out + outcome.err;
-    EXPECT_NE(all.find(row.output), all.npos) << row.project << row.command << "\n" << all;
+    EXPECT_NE(all.find(row.output), std::string::npos) << row.project << row.command << "\n" << all;
     EXPECT_EQ(all.empty(), *row.output == '\0') << row.project << row.command << "\n" << all;
   }
   // From a folder below, by paths that lead there; a nearer project goes first.

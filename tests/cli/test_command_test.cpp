@@ -42,7 +42,7 @@ TEST_F(Velc, ShowsTheValuesOfFailedAssertions) {
        "ASSERT_NEQ(long, long); long = [1, 2, 1, 2,... (450 characters); long = [1, 2, 1, 2,... "
        "(450 characters)"},
       {"ASSERT_EQ(s, 'ab')", "ASSERT_EQ(s, 'ab'); s = 'abc'; 'ab'"},
-      {"ASSERT_EQ(ws, \"x\")", "ASSERT_EQ(ws, \"x\"); ws = \"y\"; \"x\""},
+      {R"(ASSERT_EQ(ws, "x"))", R"(ASSERT_EQ(ws, "x"); ws = "y"; "x")"},
       {"ASSERT_EQ(c, Red)", "ASSERT_EQ(c, Red); c = Green; Red"},
       {"ASSERT_EQ(b, 0)", "ASSERT_EQ(b, 0); b = TRUE; 0 = FALSE"},
       {"ASSERT_EQ(a, z)", "ASSERT_EQ(a, z); a[2, 3].y = 7.5; z[2, 3].y = 0.0"},

@@ -120,7 +120,7 @@ TEST_F(Memory, AddressValidationLocalRanges) {
       const std::string name = std::tolower(address[1]) == 'i' ? "IRDBIT(" : "IWRBIT(";
       const std::string found = outcome(name + address + ", b)");
       EXPECT_EQ(found.find("+INVALID" + (outside ? " 7local " + address : " ")), 0U) << row;
-      EXPECT_EQ(found.find("local") != found.npos, outside) << row;
+      EXPECT_EQ(found.find("local") != std::string::npos, outside) << row;
     }
   }
   expectCalls(
@@ -239,7 +239,7 @@ TEST_F(DirectIO, ReadsIntoBits) {
       [this](const std::string& bit) {
         generator.texts["b"] = bit;
         const std::string text = generate("IRDBIT(%ix0.5, b)");
-        EXPECT_NE(text.find(", _READIDIRECT(5))"), text.npos);
+        EXPECT_NE(text.find(", _READIDIRECT(5))"), std::string::npos);
         return text.substr(0, text.rfind(", _READIDIRECT(5))"));
       });
   EXPECT_EQ(generate("IRDBIT(u)") + generate("IRDBIT(u, b, b)"),

@@ -248,7 +248,8 @@ TEST_F(Fixes, MendTheExamplesOfMessages) {
   for (const auto& page : fs::directory_iterator(fs::path(VELOPS_SOURCE) / "docs" / "messages")) {
     std::ifstream file(page.path());
     const std::string text{std::istreambuf_iterator<char>(file), {}};
-    for (std::size_t at = text.find("```st\n"); at != text.npos; at = text.find("```st\n", at)) {
+    for (std::size_t at = text.find("```st\n"); at != std::string::npos;
+         at = text.find("```st\n", at)) {
       at += 6;
       std::string program = text.substr(at, text.find("```", at) - at);
       const std::size_t end = program.find(" *)\n");

@@ -54,7 +54,7 @@ TEST(StatementsInC, OfEveryKind) {
        "@bt = @bt | 3; @bt = vel_not_u8(@bt); @w = vel_not_u16(@w); @ud = (u32)~@ud; @b = !@b; @b "
        "= @b ^ @b; @i = (i16)~@i; @l = @i; @d = @u; @r = @i; @w = @w & 255; @b = (@b | @b) & (!(@i "
        "< 3)); @l = @l ^ (i64)@i;"},
-      {"b := s = 'a'; b := ws <> \"x\"; s := 'abc'; ws := \"y\"; s := s; b := s >= s; ",
+      {R"(b := s = 'a'; b := ws <> "x"; s := 'abc'; ws := "y"; s := s; b := s >= s; )",
        "@b = vel_string_compare(@s, \"a\") == 0; @b = vel_wstring_compare(@ws, u\"x\") != 0; "
        "vel_string_set(@s, 6, \"abc\"); vel_wstring_set(@ws, 81, u\"y\"); vel_string_set(@s, 6, "
        "@s); @b = vel_string_compare(@s, @s) >= 0;"},
@@ -122,7 +122,7 @@ TEST(StatementsInC, OfEveryKind) {
        "(u64)((u64)@ul + (u64)(vel_t2))) { } (void)@l; for (; @l >= 0; @l = (i64)((u64)@l - "
        "9223372036854775808u)) { } @i = @a.a[vel_index_u64(@ul, 1, 3)];"},
       {"ws := \"\xC3\xBC\"; s := '\xFC';",
-       "vel_wstring_set(@ws, 81, u\"\\303\\274\"); vel_string_set(@s, 6, \"\\374\");"},
+       R"(vel_wstring_set(@ws, 81, u"\303\274"); vel_string_set(@s, 6, "\374");)"},
       {"FOR i := 32767 TO 32767 DO ; END_FOR;",
        "i64 vel_t1; u8 vel_t2; @i = 32767; vel_t1 = 32767; for (vel_t2 = (i64)@i <= vel_t1; "
        "vel_t2; vel_t2 = vel_for_more_i64(@i, vel_t1, 1), @i = (i16)((u64)@i + (u64)(1))) { }"},

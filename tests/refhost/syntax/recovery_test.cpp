@@ -67,7 +67,7 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
       {"a[1, i][f(x)] := b^.c^.3; c.d(1); a[1](e := 2); p^(); x := Color#Red; a[; z := 1;",
        "2:73 Syntax error: found ';', expected expression;\n",
        "a[1, i][f(x)] := b^.c^.3\nc.d(1)\na[1](e := 2)\np^()\nx := Color#Red\nz := 1\n"},
-      {"s := 'it''s'; f(\"a\"\"b\", 'c''d'); z := 1;",
+      {R"(s := 'it''s'; f("a""b", 'c''d'); z := 1;)",
        "2:10 Doubled quotes in strings ($' is a quote) are not supported;\n"
        "2:20 Doubled quotes in strings ($' is a quote) are not supported;\n",
        "z := 1\n"},
@@ -100,7 +100,7 @@ TEST(Recovery, SaysOnceWhatIsWrongAndGoesOn) {
       {"VAR_GLOBAL g : INT; END_VAR z := 1;", "", "z := 1\n"},
       {";; (* 1 (* 2 *) ** ( *) a := // x\r\n {pragma} /* y */ timer.retain + x.at + 2#10_01; f();",
        "", "a := // x\r\n {pragma} /* y */ timer.retain + x.at + 2#10_01\nf()\n"},
-      {std::string("z := 1; \177E\1\2", 13),
+      {std::string("z := 1; \177E\1\2\0", 13),
        "2:9 Syntax error: the file is not a text from here on;\n", "z := 1\n"},
   };
   for (const Row& row : rows) {
@@ -238,7 +238,9 @@ TEST(Recovery, TakesAMisspeltKeywordForTheKeywordWhereNoNameCanStand) {
   for (const auto& [source, word, keyword] : units) {
     const Parsed parsed(source);
     ASSERT_EQ(parsed.messages.size(), 1U) << source << parsed.errors();
-    EXPECT_NE(parsed.errors().find("found '" + word + "', expected " + keyword), std::string::npos);
+    std::string wanted = "found '";
+    wanted.append(word).append("', expected ").append(keyword);
+    EXPECT_NE(parsed.errors().find(wanted), std::string::npos);
     ASSERT_EQ(parsed.messages[0].notes.size(), 1U) << source;
     EXPECT_EQ(parsed.messages[0].notes[0].text, "did you mean '" + keyword + "'?");
   }
