@@ -195,9 +195,11 @@ std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBra
   const std::uint32_t begin = context.code.tokens[bracket.token].span.end;
   std::vector<std::string_view> given;
   std::string_view last;
+  bool begins = true;  // an argument
   int depth = 0;
   for (const SourceToken& token : names.tokens()) {
     const bool here = token.span.begin >= context.word.begin && token.span.end <= context.word.end;
+    if (here) begins = false;
     if (token.span.begin < begin || token.token == 0 || here) continue;
     if (isStructural(token.token)) break;
     if (token.token == '(' || token.token == '[') ++depth;
@@ -205,9 +207,11 @@ std::vector<std::string_view> givenArguments(const NamesAt& names, const CodeBra
     const bool assigns = token.token == CalleeToken::ASSIGN || token.token == CalleeToken::ARROW;
     if (depth == 0 && assigns && !last.empty()) given.push_back(last);
     last = context.code.text.substr(token.span.begin, token.span.end - token.span.begin);
+    // In a call that is not finished, the statements behind it assign, too: `a.b := 1`.
     const bool name =
         token.kind == SourceToken::Kind::Name || token.kind == SourceToken::Kind::Keyword;
-    if (!name) last = {};
+    if (!name || !begins) last = {};
+    begins = (token.token == ',' && depth == 0) || token.token == CalleeToken::NOT;
   }
   return given;
 }

@@ -128,8 +128,12 @@ void CompletionParts::addOperands() const {
   if (output) return others_.addTargets();
   others_.addOperands();
   addWantedValues();
+  // Labels are values of the selector's own enumeration.
+  const bool own = context_.place == CursorContext::Place::OwnLabel &&
+                   names_.enumerationOf(proposals_.expected().type) != kNoSymbol;
   for (const SymbolId value : names_.values()) {
-    if (!isUsedLabel(names_.symbols()[value].name)) proposals_.addSymbol(value, Rank::Value);
+    if (own || isUsedLabel(names_.symbols()[value].name)) continue;
+    proposals_.addSymbol(value, Rank::Value);
   }
   const PlaceType truth = names_.typeNamed("BOOL");
   for (const char* const word : {"TRUE", "FALSE"}) {

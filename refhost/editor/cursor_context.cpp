@@ -182,7 +182,8 @@ class PlaceFinder {
     if (count == 0 || blocks[count - 1].inHeader) return CursorPlace::Nothing;
     blocks.erase(blocks.begin() + static_cast<std::ptrdiff_t>(count), blocks.end());
     findLabels();
-    return CursorPlace::Label;
+    context_.constant = true;
+    return CursorPlace::OwnLabel;
   }
 
   CursorPlace inHeader() {

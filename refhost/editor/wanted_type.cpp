@@ -127,7 +127,6 @@ class TypeSearch {
     const std::size_t begin = code_.statement;
     if (begin >= code_.tokens.size()) return {};
     const int first = code_.tokens[begin].token;
-    if (context_.place == CursorContext::Place::OwnLabel) return selector();
     if (first == TypeToken::IF || first == TypeToken::ELSIF || first == TypeToken::WHILE ||
         first == TypeToken::UNTIL) {
       return elementary(BasicDataType::Bool);
@@ -194,7 +193,9 @@ class TypeSearch {
 
 Wanted wantedAt(const NamesAt& names) {
   TypeSearch search(names);
-  if (names.context().place == CursorContext::Place::Label) return {search.selector(), {}};
+  using Place = CursorContext::Place;
+  const Place place = names.context().place;
+  if (place == Place::Label || place == Place::OwnLabel) return {search.selector(), {}};
   return search.run();
 }
 
