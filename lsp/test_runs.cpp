@@ -125,6 +125,7 @@ void TestRuns::show(const BackgroundProcess::Result& result) {
   for (const Json& test : report.at("tests")) {
     for (const Json& failure : test.at("failures")) {
       const std::string path = (fs::path(folder_) / failure.at("file")).lexically_normal();
+      if (!isShown(path)) continue;
       Json& list = findings.try_emplace(path, Json::array()).first->second;
       list.push_back(diagnosticOf(path, failure));
     }
@@ -135,6 +136,15 @@ void TestRuns::show(const BackgroundProcess::Result& result) {
   const std::string text = fmt::format("{} tests passed, {} failed", report.at("passed").get<int>(),
                                        report.at("failed").get<int>());
   rpc_.notify("window/showMessage", {{"type", kMessageInfo}, {"message", text}});
+}
+
+bool TestRuns::isShown(const std::string& path) const {
+  const Document* const document = documents_.find(path);
+  if (document == nullptr) return workspace_.areOneProject(path, path);
+  std::string text;
+  refhost::SourceManager open;
+  open.add(path, document->text);
+  return Disk().read(path, text) && open.text(0) == text;
 }
 
 // From the place of the failure to the end of its line.

@@ -31,6 +31,9 @@ class TestRuns {
   // `arguments`: a URI, then filters of `velc test`, or whole names behind '='.
   void start(const Json& arguments);
   void show(const BackgroundProcess::Result& result);
+  // True if failures have their places in the text that the client has, or in the file of a
+  // project that is not open.
+  bool isShown(const std::string& path) const;
   Json diagnosticOf(const std::string& path, const Json& failure) const;
 
   Rpc& rpc_;
