@@ -140,17 +140,22 @@ export class Testing implements vscode.Disposable {
     const included: vscode.TestItem[] = [...(request.include ?? [])];
     if (request.include === undefined) this.controller.items.forEach((item) => included.push(item));
     const wanted = included.flatMap((item) => without(item, request.exclude ?? []));
-    // By file; without filters all of its tests run.
-    const files = new Map<string, { uri: vscode.Uri; filters: string[] | undefined }>();
+    // By file. Without filters the server would run the tests of all files of the program.
+    const files = new Map<string, { uri: vscode.Uri; filters: string[] }>();
     for (const item of wanted) {
       if (item.uri === undefined) continue;
       const known = files.get(item.uri.toString()) ?? { uri: item.uri, filters: [] };
-      const filter = this.filters.get(item);
-      if (filter === undefined) known.filters = undefined;
-      else known.filters?.push(filter);
+      const tests = [item];
+      item.children.forEach((test) => tests.push(test));
+      for (const test of tests) {
+        const filter = this.filters.get(test);
+        if (filter !== undefined) known.filters.push(filter);
+      }
       files.set(item.uri.toString(), known);
     }
-    for (const { uri, filters } of files.values()) await this.run(uri, filters ?? [], request);
+    for (const { uri, filters } of files.values()) {
+      if (filters.length > 0) await this.run(uri, filters, request);
+    }
   }
 
   private fileItem(uri: vscode.Uri): vscode.TestItem {
