@@ -20,7 +20,7 @@ class Places {
   // `timer.ET` or `table[2,0].x`, or else a device address. The name alone of a global variable
   // denotes that, whatever other variables have this name. Returns false and says why in `error`
   // when there is no such place or there are several.
-  bool find(std::string_view name, refhost::ProgramVariable& place, std::string& error) const;
+  bool find(std::string_view text, refhost::ProgramVariable& place, std::string& error) const;
   // The same; throws Failure with a message that begins with `option`.
   refhost::ProgramVariable named(std::string_view option, std::string_view name) const;
 

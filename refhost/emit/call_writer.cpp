@@ -180,7 +180,7 @@ std::string CallWriter::argumentText(const Expr& value, const vel::SymbolDataTyp
 }
 
 std::string CallWriter::operandText(const Call& call) {
-  const std::string value = typedText(call);
+  std::string value = typedText(call);
   if (call.enable == nullptr && call.enabled == nullptr) return value;
   const std::string enable =
       call.enable != nullptr ? expressions_.expressionText(call.enable->leaf(1)) : std::string("1");

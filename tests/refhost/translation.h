@@ -95,7 +95,7 @@ inline std::string program(const std::string& variables, const std::string& stat
 // The C lines of a program's scan function, without its frame and the note that it
 // leaves its variables alone.
 inline std::string scanText(Session& session) {
-  const std::string text = session.translate();
+  std::string text = session.translate();
   const std::size_t head = text.find("P_scan(void) {");
   const std::size_t start = text.find("P_data;\n", head);
   if (start == std::string::npos) return text;
