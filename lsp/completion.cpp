@@ -81,14 +81,7 @@ Json completion(Workspace& workspace, const Analysed& analysed, const Json& para
   const Json trigger = params.value(Json::json_pointer("/context/triggerCharacter"), Json());
   const bool namesOnly = trigger == "(" || trigger == ",";
   const std::string uri = params.at("textDocument").at("uri");
-  const auto isEnable = [](const refhost::Proposal& proposal) {
-    return proposal.label == "EN :=" || proposal.label == "ENO =>";
-  };
-  const bool names = std::any_of(
-      found.proposals.begin(), found.proposals.end(), [&](const refhost::Proposal& proposal) {
-        return proposal.kind == refhost::Proposal::Kind::Argument && !isEnable(proposal);
-      });
-  if (namesOnly && (!names || (trigger == "," && found.positional))) {
+  if (namesOnly && (!found.parameters || (trigger == "," && found.positional))) {
     return {{"isIncomplete", false}, {"items", Json::array()}};
   }
   const std::uint32_t begin = found.replaced.begin.offset();

@@ -49,6 +49,7 @@ struct Completion {
   std::vector<Proposal> proposals;  // no two of them have the same label and text
   bool incomplete = false;          // further letters bring others
   bool positional = false;          // behind arguments of a call that have no names
+  bool parameters = false;          // among the named arguments there are others than EN and ENO
 };
 
 // With `snippets` some proposals are snippets. Names that do not contain the letters of the word in

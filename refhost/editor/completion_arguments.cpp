@@ -16,6 +16,7 @@ class ArgumentList {
   ArgumentList(const NamesAt& names, const CodeBracket& bracket, Proposals& proposals)
       : given_(givenArguments(names, bracket)), context_(names.context()), proposals_(proposals) {}
 
+  bool hasAdded() const { return added_; }
   bool namesAny() const { return !given_.empty(); }
   // True if there is one in front of the cursor, behind which all have names.
   bool followsName() const {
@@ -37,12 +38,14 @@ class ArgumentList {
     proposal.detail = type;
     proposal.id = id;
     proposals_.add(std::move(proposal), rank, Fit::Exact);
+    added_ = true;
   }
 
  private:
   std::vector<std::string_view> given_;
   const CursorContext& context_;
   Proposals& proposals_;
+  bool added_ = false;
 };
 
 }  // namespace
@@ -63,6 +66,7 @@ bool CompletionParts::addArguments() const {
       const vel::SymbolDataType* const type = names_.typeOf(part).type;
       list.add(part.name, type != nullptr ? displayName(type) : "", false, Rank::First, part.id);
     }
+    proposals_.parameters = list.hasAdded();
     return false;
   }
   if (bracket.token == 0 || context_.call() != &bracket) return false;
@@ -88,6 +92,7 @@ bool CompletionParts::addArguments() const {
     while (list.isGiven(callee->parameterName(next))) ++next;
     if (next >= callee->parameters.size()) list.add(callee->parameterName(next), "", false, rank);
   }
+  proposals_.parameters = list.hasAdded();
   proposals_.positional = bracket.commas > 0 && !list.namesAny();
   if (callee->takesEnable) {
     if (inputs) list.add("EN", "BOOL", false, Rank::Word);

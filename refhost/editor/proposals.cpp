@@ -217,6 +217,7 @@ Completion Proposals::take(std::uint32_t file) {
   completion.replaced = {vel::TextLocation(file, word.begin), word.end - word.begin};
   completion.incomplete = incomplete;
   completion.positional = positional;
+  completion.parameters = parameters;
   std::stable_sort(proposals_.begin(), proposals_.end(),
                    [](const Proposal& a, const Proposal& b) { return a.rank < b.rank; });
   std::set<std::pair<std::string, std::string>> known;

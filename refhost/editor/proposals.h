@@ -47,6 +47,7 @@ class Proposals {
   // As in the Completion.
   bool incomplete = false;
   bool positional = false;
+  bool parameters = false;
 
  private:
   const NamesAt& names_;
